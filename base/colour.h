@@ -1,0 +1,33 @@
+// Colours as 0x00BBGGRR numbers, and the standard 16-colour palette.
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace lorivan {
+
+/// A 24-bit colour: red in the low byte, then green, then blue.
+using Colour = std::uint32_t;
+
+constexpr Colour makeColour(int red, int green, int blue) {
+  return static_cast<Colour>(red | green << 8 | blue << 16);
+}
+constexpr int redOf(Colour c) { return static_cast<int>(c & 0xFF); }
+constexpr int greenOf(Colour c) { return static_cast<int>(c >> 8 & 0xFF); }
+constexpr int blueOf(Colour c) { return static_cast<int>(c >> 16 & 0xFF); }
+
+/// The same colour as 0xAARRGGBB with the given alpha.
+constexpr std::uint32_t toArgb(Colour c, std::uint32_t alpha = 0xFF) {
+  return alpha << 24 | (c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF);
+}
+
+/// Entry `index` (0 to 15, held in that range) of the standard 16-colour palette.
+constexpr Colour QBColor(int index) {
+  constexpr std::array<Colour, 16> palette = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,
+                                              0x008080, 0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00,
+                                              0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
+  return palette[static_cast<std::size_t>(std::clamp(index, 0, 15))];
+}
+
+}  // namespace lorivan

@@ -1,0 +1,69 @@
+// Rounding and numbers as text, both without the locale.
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace lorivan {
+
+inline constexpr double kPi = 3.14159265358979;
+inline constexpr double kTwoPi = 6.28318530717958;
+inline constexpr double kQuarterPi = 0.7853981633974475;
+inline constexpr float kHalfPiF = 1.5707964F;
+inline constexpr float kPiF = 3.1415927F;
+inline constexpr float kTwoPiF = 6.2831855F;
+
+/// Nearest whole number, halves to even. Does not depend on the rounding mode of the machine.
+inline double roundHalfEven(double x) {
+  const double below = std::floor(x);
+  const double rest = x - below;
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1;
+  return std::fmod(below, 2.0) == 0.0 ? below : below + 1;
+}
+
+/// Rounds half to even into an integer type; values past its range stop at the range's ends, NaN gives 0.
+template <class Int>
+Int roundTo(double x) {
+  if (std::isnan(x)) return 0;
+  const double r = roundHalfEven(x);
+  if (r <= static_cast<double>(std::numeric_limits<Int>::min())) return std::numeric_limits<Int>::min();
+  if (r >= static_cast<double>(std::numeric_limits<Int>::max())) return std::numeric_limits<Int>::max();
+  return static_cast<Int>(r);
+}
+
+inline std::int16_t toInt16(double x) { return roundTo<std::int16_t>(x); }
+inline std::int32_t toInt32(double x) { return roundTo<std::int32_t>(x); }
+
+/// The number with exactly three decimals, cut off towards zero, never "-0.000": 2.9999 gives "2.999".
+/// Not-a-number and infinities give "0.000".
+std::string MyFormat(float x);
+
+/// Appends MyFormat(x) to `out` without a temporary.
+void appendMyFormat(std::string& out, float x);
+
+/// A number printed directly into a text file: one leading blank when not negative, one trailing blank,
+/// shortest text that reads back as the same 32-bit float: 0.5 gives " 0.5 ", -3 gives "-3 ".
+void appendPrinted(std::string& out, float x);
+void appendPrinted(std::string& out, std::int64_t x);
+
+/// Shortest decimal text of a 32-bit float, never with an exponent: "2", "0.25", "-7".
+std::string shortestText(float x);
+
+/// Strict whole number within [low, high]; blanks around it are allowed, anything else is refused.
+std::optional<long long> parseInteger(std::string_view text, long long low, long long high);
+
+/// Strict finite decimal number (an exponent is allowed); blanks around it are allowed.
+std::optional<double> parseNumber(std::string_view text);
+
+/// `text` without blanks and tabs at both ends.
+std::string_view trimmed(std::string_view text);
+
+/// ASCII-only lower case.
+std::string lowerCase(std::string_view text);
+
+}  // namespace lorivan

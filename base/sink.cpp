@@ -1,0 +1,155 @@
+#include "base/sink.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace fs = std::filesystem;
+namespace {
+
+fs::path toPath(const std::string& utf8) {
+  return {std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size())};
+}
+
+std::string fromPath(const fs::path& path) {
+  const std::u8string text = path.u8string();
+  return {reinterpret_cast<const char*>(text.data()), text.size()};
+}
+
+std::string lastReason() {
+  return errno != 0 ? std::generic_category().message(errno) : std::string("the system gave no reason");
+}
+
+Error cannotWrite(const std::string& path, const std::string& reason) {
+  return Error{"cannot write " + path + ": " + reason};
+}
+
+/// The file that a chain of links ends at; the path itself when it is no link or leads nowhere.
+std::string linkTarget(const std::string& path) {
+  std::error_code fault;
+  if (!fs::is_symlink(toPath(path), fault)) return path;
+  const fs::path target = fs::weakly_canonical(toPath(path), fault);
+  return fault ? path : fromPath(target);
+}
+
+/// A name beside `path` that no file has yet.
+std::string freeNameBeside(const std::string& path) {
+  std::error_code fault;
+  for (int n = 0;; ++n) {
+    std::string candidate = path + ".part" + std::to_string(n);
+    if (!fs::exists(fs::symlink_status(toPath(candidate), fault))) return candidate;
+  }
+}
+
+/// A new file made by renaming should keep the rights that its predecessor had.
+void copyRights(const std::string& from, const std::string& to) {
+  std::error_code fault;
+  const fs::file_status status = fs::status(toPath(from), fault);
+  if (!fault && fs::exists(status)) fs::permissions(toPath(to), status.permissions(), fault);
+}
+
+/// Renaming works on the folder's rights alone; a file that its owner made read-only is to stay as it is.
+bool isWriteProtected(const std::string& path) {
+  errno = 0;
+  const std::ofstream probe(toPath(path), std::ios::binary | std::ios::app);
+  return !probe;
+}
+
+}  // namespace
+
+FileSink::FileSink(std::string target, std::string temporary)
+    : target_(std::move(target)), temporary_(std::move(temporary)) {
+  errno = 0;
+  stream_.open(toPath(temporary_), std::ios::binary | std::ios::out | std::ios::trunc);
+  if (!stream_) fail();
+}
+
+Result<std::unique_ptr<FileSink>> FileSink::create(const std::string& path) {
+  if (path.empty()) return Error{"cannot write a file without a name"};
+  const std::string target = linkTarget(path);
+  std::error_code fault;
+  const fs::file_status status = fs::status(toPath(target), fault);
+  if (fs::is_directory(status)) return cannotWrite(path, "it is a folder");
+  const bool exists = fs::exists(status);
+  const bool inPlace = exists && !fs::is_regular_file(status);
+  if (exists && !inPlace && isWriteProtected(target)) return cannotWrite(path, lastReason());
+  std::unique_ptr<FileSink> sink(new FileSink(target, inPlace ? target : freeNameBeside(target)));
+  if (!sink->failure_.empty()) return cannotWrite(path, sink->failure_);
+  return sink;
+}
+
+FileSink::~FileSink() {
+  if (committed_ || inPlace()) return;
+  stream_.close();
+  std::error_code fault;
+  fs::remove(toPath(temporary_), fault);
+}
+
+void FileSink::fail() {
+  if (failure_.empty()) failure_ = lastReason();
+}
+
+bool FileSink::write(std::string_view bytes) {
+  if (!failure_.empty()) return false;
+  errno = 0;
+  stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!stream_) fail();
+  return failure_.empty();
+}
+
+Status FileSink::commit() {
+  if (failure_.empty()) {
+    errno = 0;
+    stream_.close();
+    if (!stream_) fail();
+  }
+  if (!failure_.empty()) return cannotWrite(target_, failure_);
+  if (!inPlace()) {
+    copyRights(target_, temporary_);
+    std::error_code fault;
+    fs::rename(toPath(temporary_), toPath(target_), fault);
+    if (fault) return cannotWrite(target_, fault.message());
+  }
+  committed_ = true;
+  return {};
+}
+
+Status writeFile(const std::string& path, std::string_view bytes) {
+  auto sink = FileSink::create(path);
+  if (!sink) return sink.error();
+  (*sink)->write(bytes);
+  return (*sink)->commit();
+}
+
+Result<std::string> readFile(const std::string& path, std::size_t limit) {
+  std::error_code fault;
+  if (fs::is_directory(toPath(path), fault)) return Error{"it is a folder"};
+  errno = 0;
+  std::ifstream stream(toPath(path), std::ios::binary);
+  if (!stream) return Error{lastReason()};
+  std::string bytes;
+  std::string block(1 << 16, '\0');
+  while (stream) {
+    stream.read(block.data(), static_cast<std::streamsize>(block.size()));
+    bytes.append(block, 0, static_cast<std::size_t>(stream.gcount()));
+    if (bytes.size() > limit) return Error{"it is larger than " + std::to_string(limit) + " bytes"};
+  }
+  if (stream.bad()) return Error{lastReason()};
+  return bytes;
+}
+
+std::string_view fileNameOf(std::string_view path) {
+  const auto cut = path.find_last_of("/\\");
+  return cut == std::string_view::npos ? path : path.substr(cut + 1);
+}
+
+std::string extensionOf(std::string_view path) {
+  const std::string_view name = fileNameOf(path);
+  const auto dot = name.rfind('.');
+  return dot == std::string_view::npos ? std::string() : lowerCase(name.substr(dot + 1));
+}
+
+}  // namespace lorivan

@@ -1,0 +1,69 @@
+// Where a writer's bytes go: memory, or a file that appears only when it is complete.
+#pragma once
+
+#include <fstream>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/result.h"
+
+namespace lorivan {
+
+/// Takes bytes in order. After a failed write it ignores the rest; finish-like calls of the owner report it.
+class Sink {
+ public:
+  virtual ~Sink() = default;
+  /// False once the bytes can no longer be kept (disk full, say); writers may stop early then.
+  virtual bool write(std::string_view bytes) = 0;
+};
+
+class MemorySink final : public Sink {
+ public:
+  bool write(std::string_view more) override {
+    bytes.append(more);
+    return true;
+  }
+  std::string bytes;
+};
+
+/// A file written under a temporary name beside its target and renamed by commit(). Without commit() the
+/// temporary file is removed and an existing target stays as it was. A target that is a device or a pipe is
+/// written in place. Paths are UTF-8.
+class FileSink final : public Sink {
+ public:
+  static Result<std::unique_ptr<FileSink>> create(const std::string& path);
+  FileSink(const FileSink&) = delete;
+  FileSink& operator=(const FileSink&) = delete;
+  ~FileSink() override;
+
+  bool write(std::string_view bytes) override;
+  /// Flushes, closes and renames. The error names the file and the system's reason.
+  Status commit();
+
+ private:
+  FileSink(std::string target, std::string temporary);
+  void fail();
+  bool inPlace() const { return temporary_ == target_; }
+
+  std::ofstream stream_;
+  std::string target_;     // links already followed
+  std::string temporary_;  // same as target_ for a device or a pipe
+  std::string failure_;
+  bool committed_ = false;
+};
+
+/// Writes the whole file through a FileSink.
+Status writeFile(const std::string& path, std::string_view bytes);
+
+/// Reads a whole file of at most `limit` bytes. The error is the reason alone ("it is a folder", "Permission
+/// denied", "it is larger than ... bytes"), without the file's name.
+Result<std::string> readFile(const std::string& path, std::size_t limit);
+
+/// The part of a path after its last separator ("/" or "\\").
+std::string_view fileNameOf(std::string_view path);
+
+/// The extension after the last dot of the file name, lower case, without the dot; empty when there is none.
+std::string extensionOf(std::string_view path);
+
+}  // namespace lorivan

@@ -1,0 +1,93 @@
+// The knot graph: grid points joined by lines. Strands cross every line at its midpoint and turn round the
+// points, so the graph alone decides the knot.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "base/result.h"
+
+namespace lorivan {
+
+inline constexpr int kMostPoints = 12000;
+inline constexpr int kMostLines = 5000;
+inline constexpr int kMostNeighbours = 13;
+
+/// One grid point with its neighbours in angular order.
+struct GridPoint {
+  std::int16_t X = 0, Y = 0;
+  std::int16_t NbCount = 0;
+  std::array<std::int16_t, kMostNeighbours> Nb{};      // indices of the neighbouring points
+  std::array<std::int16_t, kMostNeighbours> NbLine{};  // NbLine[k] joins this point to Nb[k]
+};
+
+/// Kinds of GridLine. Strands cross ordinary and reversed lines and turn back at walls.
+enum LineKind : std::int16_t { kNoLine = 0, kOrdinary = 1, kWall = 2, kReversed = 3 };
+
+/// One line (edge) between two grid points, matched to them by exact equality of both coordinates.
+struct GridLine {
+  std::int16_t X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
+  std::int16_t MidX = 0, MidY = 0;
+  std::int16_t Kind = 0;
+  std::int16_t Passes = 0;  // how often the tracer has crossed it
+  std::int16_t Over = 0;    // sign of the last crossing, +1 or -1
+  float Angle = 0;          // direction from the second end to the first, less a quarter of pi; radians
+};
+
+/// The tables have fixed capacities and keep duplicates and order: tracing depends on both.
+struct KnotGraph {
+  KnotGraph() : Points(kMostPoints), Lines(kMostLines) {}
+
+  std::vector<GridPoint> Points;
+  std::vector<GridLine> Lines;
+  int LastPoint = -1;  // points 0 to LastPoint are in use
+  int LastLine = -1;   // lines 0 to LastLine are in use
+  int NextLine = 0;    // the slot that MakeKE fills next
+  std::int16_t CellSize = 20;
+  bool NoGrid = true;         // no grid has been built yet
+  bool KnotError = false;     // building or tracing failed
+  bool TooManyLines = false;  // MakeKE was asked for a line past the table
+
+  /// Half a cell, rounded half to even: how far the tracer's first reference point lies from a midpoint.
+  std::int16_t halfCell() const;
+};
+
+inline constexpr std::string_view kTooManyAtPoint =
+    "Sorry, this knot has too many lines connected to a single point";
+inline constexpr std::string_view kTooManyLines =
+    "Sorry, there are too many knot lines - you'll have to make the knot simpler\r\n"
+    "If you were making a custom knot, click Custom ViewCustom to refresh the screen";
+
+/// Direction of the vector (DX, DY), radians in [0, 2 pi), growing from +x towards +y. (0, 0) gives pi / 2.
+void FindAngle(float DX, float DY, float& Angle);
+
+/// Forgets all lines and points before a build.
+void startLines(KnotGraph& graph);
+
+/// Appends one line in slot NextLine. Past the table's capacity nothing is stored and TooManyLines is set.
+void MakeKE(KnotGraph& graph, std::int16_t Kind, float X1, float Y1, float X2, float Y2);
+
+/// Ends a build: LastLine becomes the last line made. Fails with kTooManyLines after an overflow.
+Status finishLines(KnotGraph& graph);
+
+/// The direction stored with a line whose ends differ by (DX, DY) = first end - second end.
+float lineAngle(float DX, float DY);
+
+/// Fills the point table with both ends of every line, of any kind, in line order, duplicates kept, and
+/// resets Passes of every line that is there (Kind not 0). Fails with kTooManyLines when the table is too
+/// small.
+Status collectPoints(KnotGraph& graph);
+
+/// Rebuilds every point's neighbours from the lines of Kind other than 0 and orders them by angle. A line end
+/// that no point matches gives the neighbour LastPoint + 1. A fourteenth neighbour is refused before anything
+/// is overwritten: KnotError is set and the error is kTooManyAtPoint; the lists built so far stay.
+Status CalcGrid(KnotGraph& graph);
+
+/// Index of the first line, of any kind, whose midpoint lies less than CellSize / 6 from (X, Y); -1 when none
+/// does or no grid was built yet.
+int FindLine(const KnotGraph& graph, float X, float Y);
+
+}  // namespace lorivan

@@ -1,0 +1,61 @@
+// The 3-D model: one closed tube of quadrilaterals round every strand.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "base/colour.h"
+#include "base/result.h"
+#include "strands/strand_store.h"
+
+namespace lorivan {
+
+inline constexpr int kMostQuads = 999999;
+inline constexpr std::string_view kTooManyPolygonsBudget =
+    "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points";
+inline constexpr std::string_view kTooManyPolygonsBuild =
+    "Sorry, too many polygons\r\nUse less Sides or less points";
+
+struct Vec3 {
+  float x = 0, y = 0, z = 0;
+};
+
+/// The fields that shape the tube, already corrected to their ranges.
+struct TubeSettings {
+  int polySides = 5;      // 3 to 200
+  int polyPoints = 4;     // samples for each control point, 1 to 50
+  float polyRadius = 5;   // tube radius times ten
+  int polySmooth = 4;     // B-spline order, 3 to 20
+  float polyZF = 2;       // height of an over point
+  float ringPercent = 0;  // 0 flat, 75 bracelet, 100 ring
+};
+
+/// The tube of one strand: rings of `sides` vertices swept along its centre line. Ring r of the strand is
+/// ring firstRing + r of the model; its quads join ring r to ring r + 1, and the last ring to the first.
+struct TubeStrand {
+  int slot = 0;                    // strand and colour number, 1 to 40
+  std::array<float, 3> factors{};  // red, green, blue, each 0 to 1
+  int firstRing = 0;
+  int ringCount = 0;
+};
+
+/// The whole model. Vertices are shared: quad (strand s, ring r, side m) has the corners
+/// Q(r, m), Q(r, m + 1), Q(r + 1, m + 1), Q(r + 1, m) with ring and side numbers wrapping round.
+struct TubeModel {
+  int sides = 0;
+  float radius = 0;                 // tube radius, model units
+  std::vector<Vec3> centres;        // one for each ring
+  std::vector<Vec3> vertices;       // ring-major: vertices[ring * sides + side]
+  std::vector<TubeStrand> strands;  // in slot order
+  int QuadCount = 0;
+  float minimumCoordinate = 0;  // least x or y of the scaled control points; sets the picture's scale
+
+  const Vec3& vertex(int ring, int side) const {
+    return vertices[static_cast<std::size_t>(ring) * static_cast<std::size_t>(sides) +
+                    static_cast<std::size_t>(side)];
+  }
+};
+
+}  // namespace lorivan

@@ -1,0 +1,51 @@
+// One object that hands out everything a system offers. Each back end implements it once; the program gets it
+// from the back end's entry point (platform/entry.h).
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/services.h"
+#include "platform/window.h"
+
+namespace lorivan {
+
+/// No picture is larger than this many pixels on a side, nor than kMostPixels in all.
+inline constexpr int kLongestSide = 32767;
+inline constexpr long long kMostPixels = 200'000'000;
+
+/// An error when no picture of this size can be made; every createSurface calls it first.
+inline Status checkPictureSize(int width, int height) {
+  if (width < 1 || height < 1) return Error{"a picture needs at least one pixel"};
+  if (width > kLongestSide || height > kLongestSide || 1LL * width * height > kMostPixels)
+    return Error{"a picture of " + std::to_string(width) + " x " + std::to_string(height) +
+                 " pixels is too large"};
+  return {};
+}
+
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  /// A picture in memory, white. Needs no display.
+  virtual Result<std::unique_ptr<Surface>> createSurface(int width, int height) = 0;
+  /// The bytes of a picture file. A PNG keeps the transparency of Surface::clearTransparent.
+  virtual Result<std::string> encodePicture(Surface& picture, PictureFormat format) = 0;
+  /// A picture file (BMP, PNG, JPEG) scaled to fit into width x height, on white; for tracing over.
+  virtual Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) = 0;
+
+  virtual Settings& settings() = 0;
+  virtual Clipboard& clipboard() = 0;
+  virtual Clock& clock() = 0;
+  virtual Help& help() = 0;
+  /// The folder that the program and its data files lie in, without a separator at its end.
+  virtual std::string programFolder() const = 0;
+
+  /// Whether a window can be opened; otherwise what it would need, as the error.
+  virtual Status canOpenWindow() const = 0;
+  /// The program's window, not yet shown. The tables and the events must outlive it.
+  virtual Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec,
+                                                       const WindowEvents& events) = 0;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,180 @@
+// The window contract. The program describes its window as tables; a back end turns rows into real widgets,
+// reports what the user does through WindowEvents, and does what the program says through Window. It knows
+// nothing of what the controls mean.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/colour.h"
+#include "platform/services.h"
+#include "platform/surface.h"
+
+namespace lorivan {
+
+enum class ControlKind {
+  group,      // a titled frame
+  label,      // a text; its mnemonic goes to the control in the next row of the table
+  number,     // a single-line entry; selects all its text when it gets the focus
+  text,       // a single line that the user cannot edit
+  check,      // on or off
+  radio,      // one of the radios of its group
+  list,       // a drop-down list of texts
+  button,     // a push button
+  colourBox,  // a small button filled with its background colour
+  picture,    // a surface of its own, see Window::surface
+};
+
+/// A place on the grid of the enclosing group, or of the window's side panel for groups themselves. Units are
+/// the layout's cells (platform/common/layout.h says how cells become pixels).
+struct CellPlace {
+  int column = 0, row = 0, columns = 1, rows = 1;
+};
+
+/// One row of the form table. All texts live as long as the program.
+struct ControlSpec {
+  std::string_view name;  // unique, as in the code: "vtXNo"
+  ControlKind kind = ControlKind::label;
+  std::string_view caption;  // "&" before the mnemonic letter
+  std::string_view tooltip;
+  std::string_view group;  // name of the enclosing group; empty: the window itself
+  CellPlace place;
+};
+
+/// One row of the command table: a menu item, in the menu's order.
+struct CommandSpec {
+  std::string_view name;      // "mnuFileSave"
+  std::string_view menu;      // title of the top-level menu it stands in: "&File"
+  std::string_view text;      // "&Save knot file"
+  std::string_view shortcut;  // "Ctrl+S", empty for none
+  bool checkable = false;
+  bool separatorBefore = false;
+};
+
+/// Rows are named by their place in the table that the window was made with.
+using ControlId = int;
+using CommandId = int;
+
+enum class MouseAction { press, move, release, leave };
+
+/// Buttons are 0 none, 1 left, 2 right. A press is always followed by its release, also when the pointer left
+/// the picture in between, and the button of the moves in between is the pressed one.
+struct MouseEvent {
+  MouseAction action = MouseAction::move;
+  int button = 0;
+  int x = 0, y = 0;  // pixels of the picture's surface
+  bool shift = false, ctrl = false, alt = false;
+};
+
+enum class Key { other, left, up, right, down, escape };
+
+struct KeyEvent {
+  Key key = Key::other;
+  bool shift = false, ctrl = false, alt = false;
+};
+
+enum class PointerShape { arrow, hand, busy };
+
+struct FileDialogSpec {
+  bool save = false;
+  std::string title;
+  std::string filterLabel;  // "Lorivan files"
+  std::string extensions;   // "qzd" or, for several, "bmp png jpg"
+  std::string initialName;  // full path that the name field starts with: "<folder>/*.qzd"
+  std::string defaultExtension;
+  bool overwritePrompt = false;
+};
+
+enum class MessageIcon { none, critical };
+
+/// What the user did. Empty members are not called. Every call arrives on the user-interface thread, from
+/// Window::run or Window::processEvents.
+struct WindowEvents {
+  std::function<void(ControlId)> confirmed;                 // number: Enter was pressed or the field was left
+  std::function<void(ControlId)> clicked;                   // button, colourBox
+  std::function<void(ControlId)> changed;                   // check, radio (the one now chosen), list
+  std::function<void(CommandId)> command;                   // menu item or its shortcut
+  std::function<void(ControlId, const MouseEvent&)> mouse;  // picture
+  std::function<bool(const KeyEvent&)> key;  // true: taken; asked before the focused control sees it,
+                                             // except when an entry field needs the key itself
+  std::function<void(ControlId)> resized;    // picture: it has a new, cleared surface
+  std::function<void(const std::string&)> fileDropped;
+  std::function<bool()> closeQuery;  // true: the window may close
+  std::function<void()> started;     // once, right after the window was first shown
+};
+
+struct WindowSpec {
+  std::span<const ControlSpec> controls;
+  std::span<const CommandSpec> commands;
+  std::string title;
+};
+
+struct WindowPlace {
+  int left = 0, top = 0, width = 0, height = 0;  // outer frame, device pixels
+};
+
+/// A program's only window. Setting a value from code raises no event.
+class Window {
+ public:
+  virtual ~Window() = default;
+
+  virtual void setTitle(const std::string& title) = 0;
+  virtual void setStatus(const std::string& text) = 0;
+  virtual WindowPlace place() const = 0;
+  virtual void moveTo(int left, int top) = 0;
+  /// Size of the screen that the window is on, device pixels.
+  virtual WindowPlace screen() const = 0;
+  /// Device pixels per 96-dpi pixel: 1, 1.25, 2 ...
+  virtual double scaling() const = 0;
+  virtual void show() = 0;
+  /// Handles events until the window closes.
+  virtual void run() = 0;
+  /// Handles the events that wait, then returns. False when the window was closed meanwhile.
+  virtual bool processEvents() = 0;
+  /// Closes the window after asking closeQuery.
+  virtual void close() = 0;
+
+  virtual std::string text(ControlId control) const = 0;
+  virtual void setText(ControlId control,
+                       const std::string& text) = 0;  // also captions of buttons and labels
+  virtual bool checked(ControlId control) const = 0;  // check, radio
+  virtual void setChecked(ControlId control, bool on) = 0;
+  virtual void setItems(ControlId list, const std::vector<std::string>& items) = 0;
+  virtual int selected(ControlId list) const = 0;  // -1: none
+  virtual void select(ControlId list, int index) = 0;
+  virtual void setEnabled(ControlId control, bool on) = 0;
+  virtual bool enabled(ControlId control) const = 0;
+  virtual void setVisible(ControlId control, bool on) = 0;
+  virtual bool visible(ControlId control) const = 0;
+  /// Background and text colour of a number, text or colourBox control.
+  virtual void setColours(ControlId control, Colour background, Colour text) = 0;
+
+  virtual void setCommandEnabled(CommandId command, bool on) = 0;
+  virtual bool commandEnabled(CommandId command) const = 0;
+  virtual void setCommandChecked(CommandId command, bool on) = 0;
+  virtual bool commandChecked(CommandId command) const = 0;
+
+  /// The picture's memory surface, in device pixels, always 5 wide to 4 high for the large pictures. What is
+  /// drawn on it stays and is shown at the next refresh of the surface or return to the event loop.
+  virtual Surface& surface(ControlId picture) = 0;
+  virtual void setPointer(ControlId picture, PointerShape shape) = 0;
+  /// The hourglass over the whole window while `on`.
+  virtual void setBusy(bool on) = 0;
+
+  // Modal dialogs.
+  virtual void message(const std::string& text, const std::string& title, MessageIcon icon) = 0;
+  virtual bool confirm(const std::string& text, const std::string& title) = 0;  // OK: true, Cancel: false
+  /// Full path of the chosen file, or an empty text when the user cancelled.
+  virtual std::string chooseFile(const FileDialogSpec& dialog) = 0;
+  virtual std::optional<Colour> chooseColour(Colour initial) = 0;
+  /// The text entered, or an empty text when the user cancelled.
+  virtual std::string inputBox(const std::string& prompt, const std::string& title,
+                               const std::string& initial) = 0;
+};
+
+}  // namespace lorivan

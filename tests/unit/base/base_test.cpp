@@ -1,0 +1,140 @@
+// Rounding, numbers as text, files that appear whole or not at all.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+
+#include "base/numbers.h"
+#include "base/random.h"
+#include "base/sink.h"
+
+namespace lorivan {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(Numbers, RoundHalvesToEvenAndStopAtTheRange) {
+  for (const auto& [x, expected] : {std::pair{2.5, 2},
+                                    {3.5, 4},
+                                    {0.5, 0},
+                                    {-0.5, 0},
+                                    {-2.5, -2},
+                                    {-1.5, -2},
+                                    {2.4999, 2},
+                                    {1e9, 32767},
+                                    {-1e9, -32768},
+                                    {std::nan(""), 0}})
+    EXPECT_EQ(toInt16(x), expected) << x;
+}
+
+TEST(Numbers, ThreeDecimalsAreCutOff) {
+  const std::pair<float, const char*> cases[] = {{0.F, "0.000"},
+                                                 {-0.0004F, "0.000"},
+                                                 {2.9999F, "2.999"},
+                                                 {-1.5F, "-1.500"},
+                                                 {-0.0001F, "0.000"},
+                                                 {-0.001F, "-0.001"},
+                                                 {0.5F, "0.500"},
+                                                 {1234567.F, "1234567.000"},
+                                                 {1e20F, "100000002004087734272.000"},
+                                                 {std::numeric_limits<float>::infinity(), "0.000"}};
+  for (const auto& [x, text] : cases) EXPECT_EQ(MyFormat(x), text);
+}
+
+TEST(Numbers, PrintedNumbersCarryTheirBlanksUnderAnyLocale) {
+  const char* old = std::setlocale(LC_ALL, "de_DE.UTF-8");
+  std::string out;
+  appendPrinted(out, 0.5F);
+  appendPrinted(out, -0.25F);
+  appendPrinted(out, std::int64_t{7});
+  EXPECT_EQ(out, " 0.5 -0.25  7 ");
+  EXPECT_EQ(shortestText(1e-7F), "0.0000001");
+  EXPECT_EQ(parseNumber(" 1.5 "), 1.5);
+  if (old != nullptr) std::setlocale(LC_ALL, "C");
+}
+
+TEST(Numbers, StrictParsersRefuseWhatIsNotANumber) {
+  EXPECT_EQ(parseInteger(" 12", -32768, 32767), 12);
+  for (const char* bad : {"", "1x", "1.5", "32768", "--1", "0x10", "1e2"})
+    EXPECT_FALSE(parseInteger(bad, -32768, 32767)) << bad;
+  for (const char* bad : {"", "nan", "inf", "1e999", "1,5", "1 2"}) EXPECT_FALSE(parseNumber(bad)) << bad;
+}
+
+TEST(Random, TheSameSeedGivesTheSameDraws) {
+  const Rnd a = seededRandom(7), b = seededRandom(7);
+  for (int i = 0; i < 100; ++i) {
+    const double x = a();
+    EXPECT_EQ(x, b());
+    EXPECT_TRUE(x >= 0 && x < 1);
+  }
+}
+
+class Files : public testing::Test {
+ protected:
+  void SetUp() override {
+    fs::create_directories(folder_);
+    fs::permissions(folder_, fs::perms::owner_all);
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+  std::string path(const std::string& name) const { return (folder_ / name).string(); }
+  std::size_t filesInFolder() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+  fs::path folder_ = fs::temp_directory_path() / "lorivan-base-test";
+};
+
+TEST_F(Files, AppearOnlyWhenComplete) {
+  const std::string target = path("knot.txt");
+  ASSERT_TRUE(writeFile(target, "old"));
+  {
+    auto sink = FileSink::create(target);
+    ASSERT_TRUE(sink);
+    EXPECT_TRUE((*sink)->write("half"));
+  }
+  EXPECT_EQ(*readFile(target, 100), "old");
+  EXPECT_EQ(filesInFolder(), 1U) << "the temporary file must be gone";
+  ASSERT_TRUE(writeFile(target, "new"));
+  EXPECT_EQ(*readFile(target, 100), "new");
+}
+
+TEST_F(Files, FaultsAreToldInWords) {
+  fs::create_directory(folder_ / "sub");
+  EXPECT_NE(writeFile(path("sub"), "x").error().message.find("it is a folder"), std::string::npos);
+  EXPECT_FALSE(writeFile(path("no/such/place.txt"), "x"));
+  EXPECT_EQ(readFile(path("sub"), 10).error().message, "it is a folder");
+  EXPECT_FALSE(readFile(path("missing"), 10));
+  ASSERT_TRUE(writeFile(path("big"), std::string(100, 'x')));
+  EXPECT_NE(readFile(path("big"), 99).error().message.find("larger"), std::string::npos);
+}
+
+#if defined(__linux__)
+TEST_F(Files, ADeviceIsWrittenInPlaceAndAFullOneFails) {
+  const Status full = writeFile("/dev/full", "x");
+  ASSERT_FALSE(full);
+  EXPECT_NE(full.error().message.find("/dev/full"), std::string::npos);
+  EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+#endif
+
+TEST_F(Files, LinksKeepPointingAndNamesMayUseAnyLetters) {
+  const fs::path real = folder_ / u8"Kn\u00f6ten \u7d50.txt";
+  const std::u8string name = real.u8string();
+  ASSERT_TRUE(writeFile(std::string(name.begin(), name.end()), "1"));
+  std::error_code fault;
+  fs::create_symlink(real, folder_ / "link", fault);
+  if (fault) GTEST_SKIP() << "no links here";
+  ASSERT_TRUE(writeFile(path("link"), "2"));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+  EXPECT_EQ(*readFile(path("link"), 10), "2");
+}
+
+TEST(Paths, ExtensionAndName) {
+  EXPECT_EQ(extensionOf("a.b/c.SVG"), "svg");
+  EXPECT_EQ(extensionOf("a.b/c"), "");
+  EXPECT_EQ(fileNameOf("C:\\x\\y.qzd"), "y.qzd");
+}
+
+}  // namespace
+}  // namespace lorivan
