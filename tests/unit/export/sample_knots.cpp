@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-#include "base/numbers.h"
-#include "strands/tracing.h"
+#include "knot_maker.h"
 
 namespace lorivan {
 namespace {
@@ -104,23 +103,12 @@ TubeModel torus(float ringRadius, float tubeRadius, int count, int sides) {
 }
 
 SampleKnot standardKnot(Shape shape, int xNo, int yNo, const TubeSettings& tube) {
-  KnotGraph graph;
-  const auto grid = buildStandardGrid(graph, {.shape = shape, .XNo = xNo, .YNo = yNo});
-  if (!grid || !CalcGrid(graph)) return {};
-  StrandStore store;
-  if (!traceStrands(graph, {.circular = usesCircularRule(shape, xNo)}, store)) return {};
+  const MadeKnot made = makeKnot(fieldsOf(shape, xNo, yNo));
   SampleKnot knot;
-  sampleStrands(store, 3, 5, knot.curve);
+  knot.curve = made.curve;
   std::vector<int> slots;
-  const auto lines = centreLines(store, tube, slots);
-  knot.model = sweptTube(lines, tube.polySides, tube.polyRadius / 10);
-  for (std::size_t i = 0; i < slots.size(); ++i) {
-    knot.model.strands[i].slot = slots[i];
-    const Colour colour = QBColor((slots[i] - 1) % 14 + 1);
-    knot.model.strands[i].factors = {static_cast<float>(redOf(colour)) / 255.F,
-                                     static_cast<float>(greenOf(colour)) / 255.F,
-                                     static_cast<float>(blueOf(colour)) / 255.F};
-  }
+  knot.model = sweptTube(centreLines(*made.store, tube, slots), tube.polySides, tube.polyRadius / 10);
+  for (std::size_t i = 0; i < slots.size(); ++i) knot.model.strands[i].slot = slots[i];
   return knot;
 }
 
