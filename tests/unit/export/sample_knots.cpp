@@ -36,13 +36,13 @@ std::vector<std::vector<Vec3>> centreLines(const StrandStore& store, const TubeS
   sampleStrands(scaled, tube.polySmooth, tube.polyPoints, curve);
   std::vector<std::vector<Vec3>> lines;
   float left = 9999, right = -9999;
-  for (const float x : curve.X) left = std::min(left, x), right = std::max(right, x);
+  for (const float x : curve.X) left = std::min(left, -x), right = std::max(right, -x);
   for (int s = 1; s < kStrandSlots; ++s) {
     if (!curve.used(s)) continue;
     slots.push_back(s);
     lines.emplace_back();
     for (int i = curve.first[s]; i <= curve.last[s]; ++i) {
-      Vec3 p{curve.X[i], curve.Y[i], curve.Z[i]};
+      Vec3 p{-curve.X[i], curve.Y[i], curve.Z[i]};  // the samples turn x round
       if (tube.ringPercent > 0) {
         const double turn = (p.x - left) * tube.ringPercent / 100 / (right - left) * kTwoPi;
         const double radius = right + p.z;
