@@ -7,7 +7,7 @@ namespace lorivan {
 namespace {
 
 void drawPicture(benchmark::State& state) {
-  const auto platform = createPlatformQt();
+  PlatformQt platform("");
   const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 20, 20));
   KnotStyle style;
   style.width = 2;
@@ -15,7 +15,7 @@ void drawPicture(benchmark::State& state) {
   style.colours = strandColours(firstColourBoxes());
   GridView view(0.8F, static_cast<int>(state.range(0)));
   fitView(view, *knot.graph, knot.curve, style);
-  auto surface = platform->createSurface(view.width, view.height());
+  auto surface = platform.createSurface(view.width, view.height());
   PictureOptions options;
   options.showGrid = false;
   const CopyRatio ratio(state);
