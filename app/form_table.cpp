@@ -6,9 +6,12 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "platform/common/layout.h"
 
 namespace lorivan {
 namespace {
+
+static_assert(form::kStrip == kStripRow);
 
 struct Words {
   std::string_view caption, tooltip;
