@@ -7,6 +7,7 @@
 #include "app/knot.h"
 #include "app/knot_file.h"
 #include "app/outputs.h"
+#include "app/presets.h"
 #include "app/random_knot.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -154,6 +155,7 @@ int FileMaker::run() {
   if (!line_.knotFile.empty())
     if (const int status = readFile(); status != kDone) return status;
   if (line_.random) drawRandom();
+  if (line_.preset) applyPreset(fields_, *line_.preset);
   takeValues();
   if (const int status = build(); status != kDone) return status;
   if (const int status = trace(); status != kDone) return status;
