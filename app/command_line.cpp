@@ -21,7 +21,7 @@ class Parser {
     std::string_view name;
     Status (Parser::*take)();
   };
-  static const std::array<Option, 13> kOptions;
+  static const std::array<Option, 14> kOptions;
 
   Status value(std::string& out) {
     const std::string& option = arguments_[at_];
@@ -38,6 +38,7 @@ class Parser {
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
   Status takeQuiet() { return flag(line_.quiet); }
+  Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
   Status takeList();
   Status takeHelp() { return kind(CommandKind::help); }
@@ -58,7 +59,7 @@ class Parser {
   CommandLine line_;
 };
 
-const std::array<Parser::Option, 13> Parser::kOptions = {{
+const std::array<Parser::Option, 14> Parser::kOptions = {{
     {"--shape", &Parser::takeShape},
     {"--set", &Parser::takeSet},
     {"--random", &Parser::takeRandom},
@@ -67,6 +68,7 @@ const std::array<Parser::Option, 13> Parser::kOptions = {{
     {"--mm", &Parser::takeMillimetres},
     {"--transparent", &Parser::takeTransparent},
     {"--quiet", &Parser::takeQuiet},
+    {"--step", &Parser::takeStep},
     {"-o", &Parser::takeOutput},
     {"--list", &Parser::takeList},
     {"--help", &Parser::takeHelp},
