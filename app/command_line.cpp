@@ -40,6 +40,7 @@ class Parser {
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
   Status takeQuiet() { return flag(line_.quiet); }
+  Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
   Status takeList();
   Status takeHelp() { return kind(CommandKind::help); }
@@ -70,6 +71,7 @@ const std::array<Parser::Option, 14> Parser::kOptions = {{
     {"--mm", &Parser::takeMillimetres},
     {"--transparent", &Parser::takeTransparent},
     {"--quiet", &Parser::takeQuiet},
+    {"--step", &Parser::takeStep},
     {"-o", &Parser::takeOutput},
     {"--list", &Parser::takeList},
     {"--help", &Parser::takeHelp},
