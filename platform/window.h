@@ -30,8 +30,8 @@ enum class ControlKind {
   picture,    // a surface of its own, see Window::surface
 };
 
-/// A place on the grid of the enclosing group, or of the window's side panel for groups themselves. Units are
-/// the layout's cells (platform/common/layout.h says how cells become pixels).
+/// A place on the grid of the enclosing group, or of the window's panels for what has no group. Units are the
+/// layout's cells: platform/common/layout.h tells where they lie and how they become pixels.
 struct CellPlace {
   int column = 0, row = 0, columns = 1, rows = 1;
 };

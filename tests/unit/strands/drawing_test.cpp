@@ -128,8 +128,18 @@ TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   EXPECT_EQ(surface.strokes[3].caps, CapStyle::round);
   EXPECT_EQ(surface.strokes[3].bezier.size(), surface.strokes[2].bezier.size() + 2 * 3)
       << "black stops two points before colour";
-  for (const PointF& p : surface.strokes[0].bezier) (void)p;
-  EXPECT_EQ(surface.strokes[0].bezier.front().x, std::round(surface.strokes[0].bezier.front().x));
+}
+
+TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
+  for (const auto& [width, parts] : {std::pair{500, 1}, {1000, 8}}) {
+    CurveRecorder surface(width);
+    drawKnot(surface, knot.curve, {}, GridView(0.8F, width));
+    for (std::size_t i = 0; i < surface.strokes[0].bezier.size(); i += 3) {
+      const float x = surface.strokes[0].bezier[i].x * static_cast<float>(parts);
+      EXPECT_EQ(x, std::round(x));
+    }
+  }
 }
 
 TEST(KnotDrawing, ColoursFollowSlotsOrOneForAll) {

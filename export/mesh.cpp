@@ -1,0 +1,271 @@
+#include "export/mesh.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+#include "base/digits.h"
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kMostCoordinate = 2'000'000;
+constexpr int kMoveRounds = 8;
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+struct Box {
+  double low = 0, high = 0;
+  bool empty = true;
+  void add(float value) {
+    if (!std::isfinite(value)) return;
+    low = empty ? value : std::min<double>(low, value);
+    high = empty ? value : std::max<double>(high, value);
+    empty = false;
+  }
+  double furthest() const { return std::max(std::fabs(low), std::fabs(high)); }
+};
+
+struct Direction {
+  double x, y, z;
+};
+Direction operator*(const Direction& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
+Direction operator-(const Direction& a, const Direction& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+double dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+Direction between(const Vec3& from, const Vec3& to) {
+  return {static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y,
+          static_cast<double>(to.z) - from.z};
+}
+
+/// A ring is centre + A sin(phi) + B cos(phi), with phi = 0 at side 0.
+struct Frame {
+  Direction a, b;
+};
+
+Frame frameOf(const TubeModel& model, int ring) {
+  const double step = kTwoPi / model.sides;
+  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const Direction b = between(centre, model.vertex(ring, 0));
+  const Direction a = (between(centre, model.vertex(ring, 1)) - b * std::cos(step)) * (1 / std::sin(step));
+  return {a, b};
+}
+
+/// The side of ring `next` that lies nearest to side 0 of `ring`, over all sides taken together: the turn psi
+/// with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
+int nearestSide(const TubeModel& model, int ring, int next) {
+  const Frame one = frameOf(model, ring), two = frameOf(model, next);
+  const double along = dot(one.a, two.a) + dot(one.b, two.b);
+  const double across = dot(one.b, two.a) - dot(one.a, two.b);
+  const double tiny = 1e-6 * static_cast<double>(model.radius) * model.radius;
+  if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest
+  const auto sides = toInt32(std::atan2(across, along) / (kTwoPi / model.sides));
+  return (sides + model.sides) % model.sides;
+}
+
+bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const auto span = [](std::int32_t from, std::int32_t to) {
+    return static_cast<double>(to) - static_cast<double>(from);
+  };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
+}
+
+std::uint64_t hashOf(const MeshPoint& p) {
+  std::uint64_t h = static_cast<std::uint32_t>(p.x);
+  h = (h ^ h >> 29) * 0x9E3779B97F4A7C15U + static_cast<std::uint32_t>(p.y);
+  h = (h ^ h >> 32) * 0xBF58476D1CE4E5B9U + static_cast<std::uint32_t>(p.z);
+  h = (h ^ h >> 29) * 0x94D049BB133111EBU;
+  return h ^ h >> 32;
+}
+
+/// One side of a triangle, running from one place to another.
+struct Edge {
+  std::uint64_t places = 0;  // both ends' same_ entries
+  std::uint32_t from = 0, to = 0;
+};
+
+}  // namespace
+
+MeshPoint meshPoint(const Vec3& at, double scale) {
+  const auto number = [scale](float x) {
+    return static_cast<std::int32_t>(toThousandths(static_cast<float>(static_cast<double>(x) * scale)));
+  };
+  return {number(at.x), number(at.y), number(at.z)};
+}
+
+Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
+  Box x, y, z;
+  for (const Vec3& v : model.vertices) {
+    x.add(v.x);
+    y.add(v.y);
+    z.add(v.z);
+  }
+  double scale = 1;
+  if (millimetres) {
+    if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
+      return Error{"a width must be more than 0 and at most 100000 millimetres"};
+    if (x.high > x.low) scale = *millimetres / (x.high - x.low);
+  }
+  const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
+  if (!(furthest <= kMostCoordinate)) return Error{"the model is too large for the file"};
+  return scale;
+}
+
+std::span<const std::uint8_t> polygonCorners(Cut cut) {
+  struct Row {
+    std::size_t count;
+    std::array<std::uint8_t, 4> corners;
+  };
+  static constexpr std::array<Row, 7> rows = {{{0, {}},
+                                               {4, {0, 1, 2, 3}},
+                                               {4, {1, 2, 3, 0}},
+                                               {3, {1, 2, 3}},
+                                               {3, {0, 2, 3}},
+                                               {3, {0, 1, 3}},
+                                               {3, {0, 1, 2}}}};
+  const Row& row = rows[static_cast<std::size_t>(cut)];
+  return {row.corners.data(), row.count};
+}
+
+TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<std::uint32_t>(model.sides)) {
+  points_.reserve(model.vertices.size());
+  for (const Vec3& v : model.vertices) points_.push_back(meshPoint(v, scale));
+  centres_.reserve(model.centres.size());
+  for (const Vec3& v : model.centres) centres_.push_back(meshPoint(v, scale));
+  for (const TubeStrand& strand : model.strands) addStrand(model, strand);
+  findShared();
+  cutFaces();
+  for (int round = 0; round < kMoveRounds && anyShared_; ++round) {
+    const std::vector<std::uint32_t> moved = pointsToMove();
+    if (moved.empty()) break;
+    for (const std::uint32_t point : moved) movePoint(point, round);
+    findShared();
+    cutFaces();
+  }
+}
+
+bool TubeMesh::hasNoRadius(std::size_t modelRing) const {
+  const auto first = points_.begin() + static_cast<std::ptrdiff_t>(modelRing * sides_);
+  return std::all_of(first, first + sides_, [first](const MeshPoint& p) { return p == *first; });
+}
+
+void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand) {
+  std::vector<int> kept;
+  for (int ring = strand.firstRing; ring < strand.firstRing + strand.ringCount; ++ring)
+    if (!hasNoRadius(static_cast<std::size_t>(ring))) kept.push_back(ring);
+  if (kept.size() < 3) return;
+  strands_.push_back({strand.slot, strand.factors, rings_.size(), kept.size()});
+  for (std::size_t i = 0; i < kept.size(); ++i) {
+    const int ring = kept[i], next = kept[i + 1 < kept.size() ? i + 1 : 0];
+    rings_.push_back({static_cast<std::uint32_t>(ring) * sides_, nearestSide(model, ring, next)});
+  }
+}
+
+/// Fills same_ and shared_ from an open hash table of the points' places.
+void TubeMesh::findShared() {
+  const std::size_t size = std::bit_ceil(points_.size() * 2 + 1);
+  std::vector<std::uint32_t> table(size, kNone);
+  same_.resize(points_.size());
+  shared_.assign(points_.size(), 0);
+  anyShared_ = false;
+  for (std::uint32_t i = 0; i < points_.size(); ++i) {
+    std::size_t at = hashOf(points_[i]) & (size - 1);
+    while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
+    if (table[at] == kNone) table[at] = i;
+    same_[i] = table[at];
+    if (same_[i] != i) shared_[i] = shared_[same_[i]] = 1;
+    anyShared_ = anyShared_ || same_[i] != i;
+  }
+}
+
+Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
+  const std::uint32_t a = same_[corner[0]], b = same_[corner[1]], c = same_[corner[2]], d = same_[corner[3]];
+  if (a == c || b == d) return Cut::gone;  // folded together or a line
+  if (a == b) return c == d ? Cut::gone : Cut::withoutB;
+  if (c == d) return Cut::withoutD;
+  if (b == c) return a == d ? Cut::gone : Cut::withoutC;
+  if (d == a) return Cut::withoutA;
+  const auto flat = [this](std::uint32_t i, std::uint32_t j, std::uint32_t k) {
+    return isFlat(points_[i], points_[j], points_[k]);
+  };
+  const bool flatAC = flat(a, b, c) || flat(a, c, d);
+  return flatAC && !flat(b, c, d) && !flat(b, d, a) ? Cut::alongBD : Cut::alongAC;
+}
+
+void TubeMesh::cutFaces() {
+  cuts_.resize(rings_.size() * sides_);
+  for (const Strand& strand : strands_)
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring) {
+      Cut* cut = &cuts_[(strand.firstRing + ring) * sides_];
+      eachFace(strand, ring, [&](const Face& face) { *cut++ = cutOf(face.corner); });
+    }
+}
+
+/// Points of triangle sides that run the same way between the same two places as another triangle's: three
+/// or more faces would meet there, and a reader could not tell which two belong together.
+std::vector<std::uint32_t> TubeMesh::pointsToMove() const {
+  std::vector<Edge> edges;
+  const auto addEdge = [&](std::uint32_t from, std::uint32_t to) {
+    if (shared_[from] != 0 && shared_[to] != 0)
+      edges.push_back({static_cast<std::uint64_t>(same_[from]) << 32 | same_[to], from, to});
+  };
+  const auto addFace = [&](const Face& face) {
+    int shared = 0;
+    for (const std::uint32_t corner : face.corner) shared += shared_[corner];
+    if (shared < 2) return;
+    const auto corners = polygonCorners(face.cut);
+    for (std::size_t i = 2; i < corners.size(); ++i) {
+      const std::uint32_t a = face.corner[corners[0]], b = face.corner[corners[i - 1]],
+                          c = face.corner[corners[i]];
+      addEdge(a, b);
+      addEdge(b, c);
+      addEdge(c, a);
+    }
+  };
+  for (const Strand& strand : strands_)
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring) eachFace(strand, ring, addFace);
+  std::stable_sort(edges.begin(), edges.end(),
+                   [](const Edge& one, const Edge& two) { return one.places < two.places; });
+  std::vector<std::uint32_t> points;
+  for (std::size_t i = 1, first = 0; i < edges.size(); ++i) {
+    if (edges[i].places != edges[first].places)
+      first = i;
+    else
+      points.push_back(edges[i].from != edges[first].from ? edges[i].from : edges[i].to);
+  }
+  std::sort(points.begin(), points.end());
+  points.erase(std::unique(points.begin(), points.end()), points.end());
+  return points;
+}
+
+/// Away from its ring's centre, along another axis and further in later rounds.
+void TubeMesh::movePoint(std::uint32_t point, int round) {
+  const MeshPoint centre = centres_[point / sides_];
+  MeshPoint& p = points_[point];
+  const auto step = [round](std::int32_t at, std::int32_t middle) {
+    return at < middle ? -1 - round / 3 : 1 + round / 3;
+  };
+  if (round % 3 == 0) p.x += step(p.x, centre.x);
+  if (round % 3 == 1) p.y += step(p.y, centre.y);
+  if (round % 3 == 2) p.z += step(p.z, centre.z);
+}
+
+Result<TubeMesh> sceneMesh(const ExportScene& scene) {
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  const Result<double> scale = modelScale(scene.model, scene.millimetres);
+  if (!scale) return scale.error();
+  TubeMesh mesh(scene.model, *scale);
+  if (mesh.ringCount() == 0 && scene.model.QuadCount > 0)
+    return Error{"the model is too small for the file's three decimals"};
+  return mesh;
+}
+
+std::size_t TubeMesh::cornerCount() const {
+  std::size_t count = 0;
+  for (const Cut cut : cuts_) count += polygonCorners(cut).size();
+  return count;
+}
+
+}  // namespace lorivan
