@@ -34,9 +34,12 @@ struct Pitch {
     const double wanted = std::max(
         {longer / std::clamp(options.gridSize, 1, 100), 1.0 * kLeastPitch, kLeastPitch / (shape * height)});
     // Rows of triangles lie half a cell apart: that has to be a whole number, too.
-    across = triangles ? 2 * std::max(2, toInt32(wanted / 2)) : toInt32(wanted);
+    across = triangles ? 2 * std::max(2, wholeCells(wanted / 2)) : wholeCells(wanted);
     rows = std::max(kLeastPitch, toInt32(across * shape * height));
   }
+
+  /// Rather up than down: many more cells than asked for are worse than somewhat fewer.
+  static int wholeCells(double wanted) { return static_cast<int>(std::ceil(wanted - 0.3)); }
 
   /// With node (0, 0) at the box's centre, or off it by parts of a cell.
   Lattice lattice(const GridBox& box, double shiftX, double shiftY) const {
