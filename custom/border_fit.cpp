@@ -25,8 +25,8 @@ constexpr double kStep = 0.6;
 
 class BorderFit {
  public:
-  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor)
-      : mesh_(mesh), outline_(outline), cell_(cellSide), height_(heightFactor) {}
+  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide)
+      : mesh_(mesh), outline_(outline), cell_(cellSide) {}
 
   std::vector<PointI> run() {
     ease();
@@ -65,7 +65,7 @@ class BorderFit {
 
   CellMesh& mesh_;
   const Outline& outline_;
-  double cell_, height_;
+  double cell_;
   std::vector<Spot> places_;
   std::vector<std::vector<int>> neighbours_;
   std::vector<int> depth_;  // 0 on the border
@@ -206,7 +206,7 @@ bool BorderFit::cutFlatCorners() {
 
 PointI BorderFit::whole(int node) const {
   const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
-  return {toInt32(at.x), toInt32(at.y * height_)};
+  return {toInt32(at.x), toInt32(at.y)};
 }
 
 /// Marks the corners at which a cell is not well shaped; false when it is.
@@ -214,7 +214,7 @@ bool BorderFit::markBadCorners(const MeshCell& cell, const std::vector<PointI>& 
                                std::vector<bool>& bad) const {
   const auto spot = [&](int k) {
     const PointI p = at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k % cell.corners)])];
-    return Spot{static_cast<double>(p.x), p.y / height_};
+    return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
   };
   bool any = false;
   for (int k = 0; k < cell.corners; ++k) {
@@ -287,8 +287,8 @@ std::vector<PointI> BorderFit::settle() {
 
 }  // namespace
 
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor) {
-  return BorderFit(mesh, outline, cellSide, heightFactor).run();
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide) {
+  return BorderFit(mesh, outline, cellSide).run();
 }
 
 }  // namespace lorivan
