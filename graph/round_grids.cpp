@@ -1,5 +1,7 @@
 // Shapes laid round the middle of the view: rings, star, spiral.
+#include <array>
 #include <cmath>
+#include <vector>
 
 #include "base/numbers.h"
 #include "graph/grid_builders.h"
@@ -12,6 +14,23 @@ struct Spot {
 };
 
 Spot onCircle(double radius, double angle) { return {radius * std::cos(angle), radius * std::sin(angle)}; }
+
+/// The directions in which a full turn is cut into sectors, the last one a repeat of the first.
+class Sectors {
+ public:
+  explicit Sectors(int count) {
+    const float step = kTwoPiF / static_cast<float>(count);
+    for (int s = 0; s <= count; ++s)
+      rim_[static_cast<std::size_t>(s)] = onCircle(1, s * static_cast<double>(step));
+  }
+  Spot at(double radius, int sector) const {
+    const Spot rim = rim_[static_cast<std::size_t>(sector)];
+    return {radius * rim.x, radius * rim.y};
+  }
+
+ private:
+  std::array<Spot, 41> rim_{};
+};
 
 void join(const GridBuild& build, int kind, Spot from, Spot to) {
   build.line(kind, from.x, from.y, to.x, to.y);
@@ -43,14 +62,22 @@ Spot tipOver(Spot first, Spot second, int tips) {
 }
 
 /// Points of an Archimedean spiral that grows by one cell a turn.
-struct SpiralPath {
-  double cell;
-  int pointsPerTurn;
+class SpiralPath {
+ public:
+  SpiralPath(double cell, int pointsPerTurn, int last) : cell_(cell), pointsPerTurn_(pointsPerTurn) {
+    spots_.reserve(static_cast<std::size_t>(last) + 1);
+    for (int i = 0; i <= last; ++i) spots_.push_back(onCircle(radius(i), angle(i)));
+  }
+  Spot at(int i) const { return spots_[static_cast<std::size_t>(i)]; }
+  Spot oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
 
-  double angle(int i) const { return i * kTwoPi / pointsPerTurn; }
-  double radius(int i) const { return (angle(i) / kTwoPi + 1) * cell; }
-  Spot at(int i) const { return onCircle(radius(i), angle(i)); }
-  Spot oneTurnInside(int i) const { return onCircle(radius(i) - cell, angle(i)); }
+ private:
+  double angle(int i) const { return i * kTwoPi / pointsPerTurn_; }
+  double radius(int i) const { return (angle(i) / kTwoPi + 1) * cell_; }
+
+  double cell_;
+  int pointsPerTurn_;
+  std::vector<Spot> spots_;
 };
 
 }  // namespace
@@ -59,35 +86,32 @@ void buildCircular(GridBuild& build) {
   const GridFields& f = build.grid.fields;
   const CellKinds cells = drawRingCells(build);
   const int sectors = 2 * f.XNo;
-  const float step = kTwoPiF / static_cast<float>(sectors);
+  const Sectors rim(sectors);
   const auto special = [&](int r, int s) {
     return cells[static_cast<std::size_t>(r)][static_cast<std::size_t>(s)] != kOrdinary;
   };
   for (int r = 0; r < f.YNo; ++r) {
     const double radius = build.cell * (r + 1);
     for (int s = 0; s < sectors; ++s) {
-      const double angle = s * static_cast<double>(step), next = (s + 1) * static_cast<double>(step);
       const bool chordWall = special(r, s) || special(r > 0 ? r - 1 : f.YNo - 1, s);
-      join(build, chordWall ? kWall : kOrdinary, onCircle(radius, angle), onCircle(radius, next));
+      join(build, chordWall ? kWall : kOrdinary, rim.at(radius, s), rim.at(radius, s + 1));
       if (r == f.YNo - 1) continue;
       const bool spokeWall = special(r, s) || special(r, s > 0 ? s - 1 : sectors - 1);
-      join(build, spokeWall ? kWall : kOrdinary, onCircle(radius, angle),
-           onCircle(radius + build.cell, angle));
+      join(build, spokeWall ? kWall : kOrdinary, rim.at(radius, s), rim.at(radius + build.cell, s));
     }
   }
 }
 
 void buildStar(GridBuild& build) {
   const GridFields& f = build.grid.fields;
-  const float step = kTwoPiF / static_cast<float>(f.XNo);
+  const Sectors rim(f.XNo);
   for (int r = 0; r <= f.YNo - 2; ++r) {
     const double radius = build.cell * (r + 1);
     for (int s = 0; s < f.XNo; ++s) {
-      const double angle = s * static_cast<double>(step), next = (s + 1) * static_cast<double>(step);
-      const Spot first = onCircle(radius, angle), second = onCircle(radius, next);
+      const Spot first = rim.at(radius, s), second = rim.at(radius, s + 1);
       join(build, kOrdinary, first, second);
       if (r < f.YNo - 2) {
-        join(build, kOrdinary, first, onCircle(radius + build.cell, angle));
+        join(build, kOrdinary, first, rim.at(radius + build.cell, s));
         continue;
       }
       const Spot tip = tipOver(first, second, f.XNo);
@@ -102,7 +126,7 @@ void buildSpiral(GridBuild& build) {
   const int turn = 2 * f.XNo, points = turn * f.YNo;
   const int offset = points - 1 + f.crossOffset < 2 ? 0 : f.crossOffset;
   const int last = points - 1 + offset;
-  const SpiralPath path{static_cast<double>(build.cell), turn};
+  const SpiralPath path(build.cell, turn, last);
   for (int i = 0; i <= last; ++i) {
     // The first radial line starts at point 1, although it ends over point 0.
     const Spot from = path.at(i == 0 ? 1 : i);

@@ -40,7 +40,7 @@ void cardinalToBezier(std::span<const PointF> points, std::vector<PointF>& bezie
 GridBox curveBox(const KnotCurve& curve, float stretch);
 
 /// Picture positions of one strand's first band: its samples from the second on, closed with a repeat of the
-/// first of them. Rounded to whole pixels where `raster`.
+/// first of them. Rounded where `raster`: to whole pixels up to the reference size, to eighths above it.
 void bandPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
                 std::vector<PointF>& points);
 

@@ -28,7 +28,7 @@ void fitView(GridView& view, const KnotGraph& graph);
 /// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
 double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
-/// Draws all strands over what the surface holds. Surfaces with pixels get whole-pixel points.
+/// Draws all strands over what the surface holds. Surfaces with pixels get rounded points (bandPoints).
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
 struct PictureOptions {
