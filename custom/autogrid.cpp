@@ -36,7 +36,7 @@ struct Pitch {
   }
 
   /// Rather up than down: many more cells than asked for are worse than somewhat fewer.
-  static int wholeUnits(double wanted) { return static_cast<int>(std::ceil(wanted - 0.3)); }
+  static int wholeUnits(double wanted) { return static_cast<int>(std::ceil(wanted - 0.4)); }
 
   /// With node (0, 0) at the box's centre, or off it by parts of a cell.
   Lattice lattice(const GridBox& box, double shiftX, double shiftY) const {

@@ -69,7 +69,7 @@ RandomCase randomCase(std::uint64_t seed) {
               waveringLoop(random, middle, 10 + 50 * random(), 0.4, 3 + static_cast<int>(30 * random())));
   }
   c.skew = seed % 7 == 0 ? 0.5F : seed % 7 == 1 ? 2 : 1;
-  c.options = {3 + static_cast<int>(20 * random()), random() < 0.5};
+  c.options = {3 + static_cast<int>(18 * random()), random() < 0.5};
   return c;
 }
 
