@@ -263,7 +263,7 @@ std::string usageText() {
          "  --set FIELD=VALUE  a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated\n"
          "  --random [SEED]  a random knot; the same seed gives the same knot\n"
          "  --width PIXELS   width of png and bmp pictures (1000)\n"
-         "  --mm WIDTH       finished width of the knot in millimetres, for svg\n"
+         "  --mm WIDTH       finished width in millimetres, for svg, emf, dxf and models\n"
          "  --transparent    leave the background out of svg and png\n"
          "  --quiet          no notes on the error output\n"
          "  --list parameters|shapes|presets|formats\n"
