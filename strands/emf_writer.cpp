@@ -14,6 +14,7 @@ enum Record {
   kEof = 14,
   kMoveToEx = 27,
   kSelectObject = 37,
+  kCreatePen = 38,
   kDeleteObject = 40,
   kBeginPath = 59,
   kEndPath = 60,
@@ -73,17 +74,18 @@ void EmfWriter::begin(int type, std::size_t bytes) {
   ++records_;
 }
 
+/// A plain solid pen has round ends and joins and is understood everywhere. Only flat ends take the record
+/// for extended pens, which some players read wrongly.
 void EmfWriter::createPen(const BandPath& path) {
-  begin(kExtCreatePen, 56);
+  const bool flat = path.caps == CapStyle::flat;
+  begin(flat ? kExtCreatePen : kCreatePen, flat ? 56 : 28);
   put32(kPenHandle);
-  for (int i = 0; i < 4; ++i) put32(0);  // no bitmap
-  put32(kGeometricPen | (path.caps == CapStyle::flat ? kFlatEnds : 0));
+  for (int i = 0; flat && i < 4; ++i) put32(0);  // no bitmap
+  put32(flat ? kGeometricPen | kFlatEnds : 0);   // solid
   put32(path.width);
-  put32(0);  // a solid brush
+  put32(0);  // height of a plain pen, unused; solid brush of an extended one
   put32(path.colour);
-  put32(0);  // no hatch
-  put32(0);  // no dashes
-  put32(0);
+  for (int i = 0; flat && i < 3; ++i) put32(0);  // no hatch, no dashes
 }
 
 void EmfWriter::points(const BandPath& path, const Box& box) {

@@ -57,6 +57,10 @@ class MetafileReader {
         pen_ = {{}, false, word(28), word(32), word(40)};
         ++pens_;
         break;
+      case 38:
+        pen_ = {{}, false, word(12), word(16), word(24)};
+        ++pens_;
+        break;
       case 37:
         selected_ = word(8) == 1;
         break;
@@ -121,7 +125,7 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
       EXPECT_EQ(path.closed, closed);
       EXPECT_EQ(path.width, black ? 14U * 20 : 4U * 20);
       EXPECT_EQ(path.colour, black ? 0U : style.bandColour(slot));
-      EXPECT_EQ(path.penStyle, black && !closed ? 0x10200U : 0x10000U);
+      EXPECT_EQ(path.penStyle, black && !closed ? 0x10200U : 0U);
       ASSERT_EQ(path.points.size(), points.size());
       for (std::size_t i = 0; i < points.size(); ++i) {
         EXPECT_NEAR(path.points[i].x / 20.0, points[i].x, 0.03);
