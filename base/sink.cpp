@@ -83,7 +83,7 @@ Result<std::unique_ptr<FileSink>> FileSink::create(const std::string& path) {
 
 FileSink::~FileSink() {
   if (committed_ || inPlace()) return;
-  stream_.close();
+  stream_.close();  // a second close does no harm
   std::error_code fault;
   fs::remove(toPath(temporary_), fault);
 }
@@ -93,20 +93,25 @@ void FileSink::fail() {
 }
 
 bool FileSink::write(std::string_view bytes) {
-  if (!failure_.empty()) return false;
+  if (!failure_.empty() || closed_) return false;
   errno = 0;
   stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!stream_) fail();
   return failure_.empty();
 }
 
-Status FileSink::commit() {
-  if (failure_.empty()) {
+Status FileSink::close() {
+  if (!closed_ && failure_.empty()) {
     errno = 0;
     stream_.close();
     if (!stream_) fail();
+    closed_ = true;
   }
-  if (!failure_.empty()) return cannotWrite(target_, failure_);
+  return failure_.empty() ? Status() : cannotWrite(target_, failure_);
+}
+
+Status FileSink::commit() {
+  if (const Status closed = close(); !closed) return closed;
   if (!inPlace()) {
     copyRights(target_, temporary_);
     std::error_code fault;

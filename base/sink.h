@@ -38,7 +38,9 @@ class FileSink final : public Sink {
   ~FileSink() override;
 
   bool write(std::string_view bytes) override;
-  /// Flushes, closes and renames. The error names the file and the system's reason.
+  /// Flushes and closes; the error names the file and the system's reason. Nothing can be written afterwards.
+  Status close();
+  /// Closes where close() was not called, and renames.
   Status commit();
 
  private:
@@ -50,6 +52,7 @@ class FileSink final : public Sink {
   std::string target_;     // links already followed
   std::string temporary_;  // same as target_ for a device or a pipe
   std::string failure_;
+  bool closed_ = false;
   bool committed_ = false;
 };
 

@@ -25,7 +25,7 @@ struct GridPoint {
 };
 
 /// Kinds of GridLine. Strands cross ordinary and reversed lines and turn back at walls.
-enum LineKind : std::int16_t { kNoLine = 0, kOrdinary = 1, kWall = 2, kReversed = 3 };
+inline constexpr std::int16_t kNoLine = 0, kOrdinary = 1, kWall = 2, kReversed = 3;
 
 /// One line (edge) between two grid points, matched to them by exact equality of both coordinates.
 struct GridLine {

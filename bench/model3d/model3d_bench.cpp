@@ -71,7 +71,7 @@ void BM_Build(benchmark::State& state) {
   const Case built = caseOf(state.range(0));
   TubeModel model;
   const auto build = [&] {
-    if (!buildTube(built.strands, built.settings, StrandColours{}, model)) state.SkipWithError("refused");
+    if (!buildTube(built.strands, built.settings, SlotColours{}, model)) state.SkipWithError("refused");
   };
   build();
   measure(state, model.QuadCount, model.vertices.size() * sizeof(Vec3), build);
@@ -82,7 +82,7 @@ void BM_Show(benchmark::State& state) {
   const Case built = caseOf(state.range(0));
   const auto width = static_cast<int>(state.range(1)), height = width * 4 / 5;
   TubeModel model;
-  StrandColours colours;
+  SlotColours colours;
   colours.fill(0x3060E0);
   if (!buildTube(built.strands, built.settings, colours, model)) state.SkipWithError("refused");
   std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));

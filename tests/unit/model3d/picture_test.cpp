@@ -43,8 +43,8 @@ struct Picture {
 /// Light that gives every face its pure colour.
 constexpr LightSettings kFlat = {1, 0, 0, 1, -1100};
 /// A colour whose parts are lit to full by kFlat: 128 times 2.
-StrandColours pure(const std::vector<Colour>& colours) {
-  StrandColours all{};
+SlotColours pure(const std::vector<Colour>& colours) {
+  SlotColours all{};
   std::copy(colours.begin(), colours.end(), all.begin() + 1);
   return all;
 }

@@ -1,0 +1,174 @@
+#include "app/make_files.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "app/knot.h"
+#include "app/knot_file.h"
+#include "app/outputs.h"
+#include "app/presets.h"
+#include "app/random_knot.h"
+#include "base/numbers.h"
+#include "base/sink.h"
+
+namespace lorivan {
+namespace {
+
+/// One run. Every step returns an exit status; the first that is not kDone ends the run.
+class FileMaker {
+ public:
+  FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
+      : platform_(platform), line_(line), errors_(errors) {}
+
+  int run();
+
+ private:
+  int fail(ExitStatus status, const std::string& message);
+  void note(const std::string& message);
+  int readFile();
+  int takeFileFields(const KnotFile& file);
+  void drawRandom();
+  void takeValues();
+  bool mustBuild() const;
+  int build();
+  int trace();
+  int write();
+
+  Platform& platform_;
+  const CommandLine& line_;
+  std::ostream& errors_;
+  KnotFields fields_ = firstRunFields();
+  Rnd random_;
+  std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+};
+
+/// Whether a writer gave up because the knot is too large for it.
+bool isKnotLimit(const Error& error) { return error.message.find("too many polygons") != std::string::npos; }
+
+int FileMaker::fail(ExitStatus status, const std::string& message) {
+  std::string oneLine = message;
+  std::erase(oneLine, '\r');
+  std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  errors_ << "lorivan: " << oneLine << '\n';
+  return status;
+}
+
+void FileMaker::note(const std::string& message) {
+  if (!line_.quiet) errors_ << "lorivan: " << message << '\n';
+}
+
+int FileMaker::readFile() {
+  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
+  if (!bytes) return fail(kBadInput, line_.knotFile + ": " + bytes.error().message);
+  KnotFile file = parseKnotFile(*bytes);
+  if (!file.fault && file.lines.empty()) file.fault = Error{"line 3: the knot has no lines"};
+  if (file.fault) return fail(kBadInput, line_.knotFile + ", " + file.fault->message);
+  if (const int status = takeFileFields(file); status != kDone) return status;
+  fields_.shape = *file.shape;
+  knot_->graph.CellSize = *file.CellSize;
+  if (const Status taken = takeLines(knot_->graph, file); !taken) return fail(kNoKnot, taken.error().message);
+  return kDone;
+}
+
+int FileMaker::takeFileFields(const KnotFile& file) {
+  for (std::size_t i = 0; i < kKnotFileFields.size(); ++i) {
+    if (!file.fields[i]) continue;
+    const Param p = kKnotFileFields[i];
+    const std::string& text = *file.fields[i];
+    const std::string name(parameterSpec(p).field);
+    if (!parseNumber(text))
+      return fail(kBadInput, line_.knotFile + ", line 2: \"" + text + "\" is not a number for " + name);
+    fields_.text(p) = correctedText(p, text);
+    if (parseNumber(fields_.text(p)) != parseNumber(text))
+      note(line_.knotFile + ", line 2: " + name + " " + text + " corrected to " + fields_.text(p));
+  }
+  return kDone;
+}
+
+void FileMaker::drawRandom() {
+  const std::uint64_t seed = line_.seed.value_or(platform_.clock().seed() % 1'000'000'000);
+  random_ = seededRandom(seed);
+  if (!line_.seed) note("--random " + std::to_string(seed));
+  const bool constantShape = line_.shape.has_value() || !line_.knotFile.empty();
+  drawRandomFields(fields_, constantShape, random_);
+}
+
+void FileMaker::takeValues() {
+  for (const auto& [box, on] : line_.checks) fields_.checks[static_cast<std::size_t>(box)] = on;
+  for (const auto& [parameter, text] : line_.values) {
+    fields_.text(parameter) = correctedText(parameter, text);
+    if (parseNumber(fields_.text(parameter)) != parseNumber(text))
+      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
+           fields_.text(parameter));
+  }
+}
+
+/// A knot file keeps its own lines unless a field is set that lines are made from.
+bool FileMaker::mustBuild() const {
+  if (line_.knotFile.empty() || line_.random) return true;
+  return std::any_of(line_.values.begin(), line_.values.end(), [](const auto& value) {
+    return value.first == Param::XNo || value.first == Param::YNo || value.first == Param::Scale ||
+           value.first == Param::CrossOffset;
+  });
+}
+
+int FileMaker::build() {
+  if (!mustBuild()) return kDone;
+  if (fields_.shape == Shape::Custom)
+    return fail(kWrongUsage, line_.knotFile + " holds a custom grid, which no field can build again");
+  const auto grid = buildStandardGrid(knot_->graph, gridFields(fields_), random_ ? &random_ : nullptr);
+  if (!grid) return fail(kNoKnot, grid.error().message);
+  const KnotFields asked = fields_;
+  takeCorrections(fields_, grid->fields);
+  for (const auto& [parameter, text] : line_.values)
+    if (asked.text(parameter) != fields_.text(parameter))
+      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
+           fields_.text(parameter) + " for this shape");
+  return kDone;
+}
+
+int FileMaker::trace() {
+  const auto traced = traceKnot(*knot_, fields_);
+  return traced ? kDone : fail(kNoKnot, traced.error().message);
+}
+
+/// All outputs are made and written under temporary names before the first one gets its own.
+int FileMaker::write() {
+  const StrandColours colours = strandColours(fields_.boxes);
+  OutputJob job{platform_,         *knot_, fields_, colours, line_.width.value_or(1000), line_.millimetres,
+                line_.transparent, {}};
+  std::vector<std::unique_ptr<FileSink>> sinks;
+  for (const std::string& name : line_.outputs) {
+    auto sink = FileSink::create(name);
+    if (!sink) return fail(kBadOutput, sink.error().message);
+    const ExportFormat& format = *outputFormat(name, fields_);
+    if (const Status made = makeOutput(format, job, **sink); !made)
+      return fail(isKnotLimit(made.error()) ? kNoKnot : kBadOutput, name + ": " + made.error().message);
+    if (const Status closed = (*sink)->close(); !closed) return fail(kBadOutput, closed.error().message);
+    sinks.push_back(std::move(*sink));
+  }
+  for (const auto& sink : sinks)
+    if (const Status done = sink->commit(); !done) return fail(kBadOutput, done.error().message);
+  return kDone;
+}
+
+int FileMaker::run() {
+  if (line_.shape) fields_.shape = *line_.shape;
+  if (!line_.knotFile.empty())
+    if (const int status = readFile(); status != kDone) return status;
+  if (line_.random) drawRandom();
+  if (line_.preset) applyPreset(fields_, *line_.preset);
+  takeValues();
+  if (const int status = build(); status != kDone) return status;
+  if (const int status = trace(); status != kDone) return status;
+  return write();
+}
+
+}  // namespace
+
+int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
+  return FileMaker(platform, line, errors).run();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,85 @@
+#include "app/outputs.h"
+
+#include <array>
+
+#include "app/knot_file.h"
+#include "strands/svg_surface.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
+constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
+
+PictureOptions optionsOf(const OutputJob& job) {
+  PictureOptions options = pictureOptions(job.fields);
+  options.transparent = job.transparent;
+  return options;
+}
+
+Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
+
+Result<std::string> makeSvg(const OutputJob& job) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, kVectorWidth, true);
+  double pictureWidth = kReferenceMillimetres;
+  if (job.millimetres) {
+    const double knot = knotWidth(job.knot.curve, style, view);
+    if (knot <= 0) return Error{"a knot without strands has no width to scale"};
+    pictureWidth = *job.millimetres * view.width / knot;
+  }
+  const auto& shape = shapeTable()[static_cast<std::size_t>(job.fields.shape)];
+  SvgSurface surface(view.width, view.height(), pictureWidth, "Knot, " + std::string(shape.name));
+  drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
+  return surface.finish();
+}
+
+/// The formats that are made here and not by a model writer.
+struct Maker {
+  std::string_view identifier;
+  Result<std::string> (*make)(const OutputJob& job);
+};
+
+constexpr std::array<Maker, 4> kMakers = {{
+    {"qzd", makeKnotFile},
+    {"svg", makeSvg},
+    {"png", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::png); }},
+    {"bmp", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::bmp); }},
+}};
+
+}  // namespace
+
+Result<std::string> makeFlatPicture(const OutputJob& job, PictureFormat format) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, job.width, true);
+  auto surface = job.platform.createSurface(view.width, view.height());
+  if (!surface) return surface.error();
+  PictureOptions options = optionsOf(job);
+  if (format == PictureFormat::bmp) options.transparent = false;
+  drawKnotPicture(**surface, job.knot.graph, job.knot.curve, style, view, options);
+  if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
+  return job.platform.encodePicture(**surface, format);
+}
+
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
+  return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
+}
+
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  if (format.kind == FormatKind::model) {
+    const auto model = job.model->get(job.knot, job.fields, job.colours, format.sides);
+    if (!model) return model.error();
+    return writeModelFile(format, job.platform, job.knot, job.fields, **model,
+                          {job.millimetres, job.progress}, sink);
+  }
+  for (const Maker& maker : kMakers) {
+    if (maker.identifier != format.identifier) continue;
+    const auto bytes = maker.make(job);
+    if (!bytes) return bytes.error();
+    sink.write(*bytes);
+    return {};
+  }
+  return Error{"the format " + std::string(format.identifier) + " has no writer"};
+}
+
+}  // namespace lorivan

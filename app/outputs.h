@@ -1,0 +1,39 @@
+// Makes output files of a knot in any format of the format table.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "app/knot.h"
+#include "app/knot_model.h"
+#include "base/sink.h"
+#include "export/formats.h"
+#include "platform/platform.h"
+
+namespace lorivan {
+
+/// What the outputs of one knot are made from; they share the model.
+struct OutputJob {
+  Platform& platform;
+  const Knot& knot;
+  const KnotFields& fields;
+  const StrandColours& colours;
+  int width = 1000;                   // pixels of pictures
+  std::optional<double> millimetres;  // width of the finished knot
+  bool transparent = false;
+  std::function<void(double)> progress;
+
+  std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
+};
+
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
+/// unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+
+/// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
+
+/// The 2-D picture as the bytes of a picture file.
+Result<std::string> makeFlatPicture(const OutputJob& job, PictureFormat format);
+
+}  // namespace lorivan

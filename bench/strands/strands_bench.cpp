@@ -1,0 +1,29 @@
+// From fields to traced and smoothed strands, for every standard shape at 20 x 20 cells.
+#include "copy_ratio.h"
+#include "knot_maker.h"
+
+namespace lorivan {
+namespace {
+
+void fieldsToStrands(benchmark::State& state) {
+  const auto shape = static_cast<Shape>(state.range(0));
+  const GridFields fields = fieldsOf(shape, 20, 20);
+  KnotGraph graph;
+  StrandStore store;
+  KnotCurve curve;
+  TraceSettings settings;
+  const CopyRatio ratio(state);
+  for (auto _ : state) {
+    const auto grid = buildStandardGrid(graph, fields);
+    if (!grid || !CalcGrid(graph)) state.SkipWithError("no grid");
+    settings.circular = usesCircularRule(shape, grid->fields.XNo);
+    if (!traceStrands(graph, settings, store)) state.SkipWithError("no knot");
+    sampleStrands(store, 3, samplesPerPoint(grid->fields.scale), curve);
+    benchmark::DoNotOptimize(curve.X.data());
+  }
+  state.SetLabel(std::string(shapeTable()[static_cast<std::size_t>(shape)].name));
+}
+BENCHMARK(fieldsToStrands)->DenseRange(0, kShapeCount - 2)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace lorivan

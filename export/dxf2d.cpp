@@ -1,0 +1,105 @@
+// AutoCAD DXF, the strands as flat polylines for cutting machines.
+#include <algorithm>
+#include <string>
+
+#include "export/dxf.h"
+#include "export/mesh.h"
+#include "export/text_out.h"
+#include "export/visible_curves.h"
+#include "export/writers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kMostCoordinate = 2'000'000;
+
+struct Extents {
+  double left = 0, bottom = 0, right = 0, top = 0;
+  bool empty = true;
+  void add(const FlatPoint& p) {
+    left = empty ? p.x : std::min(left, p.x), right = empty ? p.x : std::max(right, p.x);
+    bottom = empty ? p.y : std::min(bottom, p.y), top = empty ? p.y : std::max(top, p.y);
+    empty = false;
+  }
+  double furthest() const { return std::max(std::max(-left, right), std::max(-bottom, top)); }
+};
+
+Extents extentsOf(const std::vector<FlatLine>& lines) {
+  Extents box;
+  for (const FlatLine& line : lines)
+    for (const FlatPoint& p : line.points) box.add(p);
+  return box;
+}
+
+Result<double> scaleOf(const Extents& box, std::optional<double> millimetres) {
+  double scale = 1;
+  if (millimetres) {
+    if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
+      return Error{"a width must be more than 0 and at most 100000 millimetres"};
+    if (!(box.right > box.left)) return Error{"a knot without strands has no width to scale"};
+    scale = *millimetres / (box.right - box.left);
+  }
+  if (!(box.furthest() * scale <= kMostCoordinate)) return Error{"the knot is too large for the file"};
+  return scale;
+}
+
+/// A point as its text says it; z is unused.
+MeshPoint textPoint(const FlatPoint& p, double scale) {
+  return meshPoint({static_cast<float>(p.x * scale), static_cast<float>(p.y * scale), 0}, 1);
+}
+
+/// The line in thousandths, without points that repeat the one before.
+std::vector<MeshPoint> textPoints(const FlatLine& line, double scale) {
+  std::vector<MeshPoint> points;
+  for (const FlatPoint& p : line.points) points.push_back(textPoint(p, scale));
+  points.erase(std::unique(points.begin(), points.end()), points.end());
+  while (line.closed && points.size() > 1 && points.back() == points.front()) points.pop_back();
+  return points;
+}
+
+char* putPoint(char* at, const MeshPoint& p) {
+  at = putThousandths(putText(at, "10\r\n"), p.x);
+  at = putThousandths(putText(at, "\r\n20\r\n"), p.y);
+  return putText(at, kLineEnd);
+}
+
+void writeHeader(TextOut& out, const MeshPoint& low, const MeshPoint& high) {
+  out.text("0\r\nSECTION\r\n2\r\nHEADER\r\n9\r\n$EXTMIN\r\n");
+  out.take(putPoint(out.room(64), low));
+  out.text("9\r\n$EXTMAX\r\n");
+  out.take(putPoint(out.room(64), high));
+  out.text("0\r\nENDSEC\r\n0\r\nSECTION\r\n2\r\nENTITIES\r\n");
+}
+
+void writePolyline(TextOut& out, int slot, int colour, bool closed, const std::vector<MeshPoint>& points) {
+  const std::string layer = std::to_string(slot) + "Layer\r\n";
+  out.text("0\r\nPOLYLINE\r\n8\r\n" + layer + "62\r\n" + std::to_string(colour) + "\r\n66\r\n1\r\n70\r\n" +
+           (closed ? "1" : "0") + "\r\n40\r\n0.003\r\n41\r\n0.003\r\n");
+  const std::string head = "0\r\nVERTEX\r\n8\r\n" + layer;
+  for (const MeshPoint& p : points) out.take(putPoint(putText(out.room(128), head), p));
+  out.text("0\r\nSEQEND\r\n");
+}
+
+}  // namespace
+
+Status writeDxf2D(const ExportScene& scene, Sink& sink) {
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  const std::vector<FlatLine> lines =
+      scene.fullyCrossed ? wholeCurves(scene.curve) : visibleCurves(scene.curve, scene.bandWidth);
+  const Extents box = extentsOf(lines);
+  const Result<double> scale = scaleOf(box, scene.millimetres);
+  if (!scale) return scale.error();
+  TextOut out(sink);
+  writeHeader(out, textPoint({box.left, box.bottom}, *scale), textPoint({box.right, box.top}, *scale));
+  for (std::size_t i = 0; i < lines.size() && out.ok(); ++i) {
+    const std::vector<MeshPoint> points = textPoints(lines[i], *scale);
+    if (points.size() > 1)
+      writePolyline(out, lines[i].slot, dxfColour(scene.colourNumber(lines[i].slot)), lines[i].closed,
+                    points);
+    out.reached(scene.progress, i, lines.size());
+  }
+  out.text("0\r\nENDSEC\r\n0\r\nEOF\r\n");
+  return out.finish();
+}
+
+}  // namespace lorivan

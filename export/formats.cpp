@@ -1,0 +1,77 @@
+#include "export/formats.h"
+
+#include <array>
+
+#include "base/numbers.h"
+#include "export/writers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::string_view kDxf = "dxf";
+
+// clang-format off
+constexpr std::array<ExportFormat, 13> kFormats = {{
+    {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres", FormatKind::vector, true},
+    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view", FormatKind::picture},
+    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view", FormatKind::picture},
+    {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, true},
+    {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, false, "optPOV", 1, 0, writePov},
+    {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, true, "optVRML", 2, 0, writeVrml},
+    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, true, "optOBJ", 3, 0, writeObj},
+    {"stl", "stl", "(StereoLithography) STL", "StereoLithography model", FormatKind::model, true, "optSTL", 5, 0,
+     writeStl},
+    {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, true, "optXYZ", 7, 0, writeXyz},
+    {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, false, "optGemVision", 6, 4,
+     writeGemVision},
+    {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces, or 2-D polylines with chkDXF2D=1", FormatKind::model, true,
+     "optDXF", 4, 0, writeDxf3D},
+    {"dxf2d", kDxf, "(Autocad) DXF", "", FormatKind::model, true, "optDXF", 4, 0, writeDxf2D},
+}};
+// clang-format on
+
+bool isChosen(const ExportFormat& format, DxfKind dxf) {
+  return format.extension != kDxf || (format.write == writeDxf2D) == (dxf == DxfKind::flat);
+}
+
+}  // namespace
+
+std::span<const ExportFormat> exportFormats() { return kFormats; }
+
+const ExportFormat* findFormat(std::string_view extension, DxfKind dxf) {
+  const std::string wanted = lowerCase(extension);
+  for (const ExportFormat& format : kFormats)
+    if (format.extension == wanted && isChosen(format, dxf)) return &format;
+  return nullptr;
+}
+
+const ExportFormat* findSavedFormat(int saveNumber, DxfKind dxf) {
+  for (const ExportFormat& format : kFormats)
+    if (saveNumber > 0 && format.saveNumber == saveNumber && isChosen(format, dxf)) return &format;
+  return nullptr;
+}
+
+std::string formatList() {
+  std::string list;
+  for (const ExportFormat& format : kFormats)
+    if (!format.summary.empty())
+      list.append(format.extension).append("  ").append(format.summary).append("\n");
+  return list;
+}
+
+std::string formatExtensions() {
+  std::string all;
+  for (const ExportFormat& format : kFormats) {
+    if (format.summary.empty()) continue;
+    if (!all.empty()) all += ", ";
+    all += format.extension;
+  }
+  return all;
+}
+
+std::string unknownFormat(std::string_view extension) {
+  return "unknown format '" + std::string(extension) + "': use " + formatExtensions();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,53 @@
+// The one table of file formats. Save dialogs, the list of formats and messages about unknown ones are all
+// computed from it.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "base/sink.h"
+#include "export/scene.h"
+
+namespace lorivan {
+
+enum class FormatKind {
+  knotFile,  // the knot's own file
+  picture,   // pixels of the 2-D or 3-D picture
+  vector,    // the 2-D picture as lines and curves
+  model,     // written by a function of this table from an ExportScene
+};
+
+struct ExportFormat {
+  std::string_view identifier;  // unique
+  std::string_view extension;   // without the dot; both DXF kinds share one
+  std::string_view label;       // "<label> files" in a save dialog
+  std::string_view summary;     // one line of the list of formats
+  FormatKind kind;
+  bool takesMillimetres = false;
+  std::string_view option = {};  // the option button that chooses it; empty: none
+  int saveNumber = 0;            // the option's number in the settings; 0: none
+  int sides = 0;                 // the model must be built with so many sides; 0: with the field's
+  Status (*write)(const ExportScene&, Sink&) = nullptr;  // null unless the kind is model
+};
+
+/// What a DXF file holds is chosen by a check box, not by its extension.
+enum class DxfKind { faces, flat };
+
+std::span<const ExportFormat> exportFormats();
+
+/// The row for an extension ("stl"; case does not matter) or for an option's settings number; null when
+/// there is none.
+const ExportFormat* findFormat(std::string_view extension, DxfKind dxf);
+const ExportFormat* findSavedFormat(int saveNumber, DxfKind dxf);
+
+/// One line for each extension: the extension and what it holds.
+std::string formatList();
+
+/// "qzd, svg, ...", each extension once.
+std::string formatExtensions();
+
+/// "unknown format 'abc': use qzd, svg, ...".
+std::string unknownFormat(std::string_view extension);
+
+}  // namespace lorivan

@@ -1,0 +1,311 @@
+#include "export/mesh.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+#include "base/digits.h"
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kMostCoordinate = 2'000'000;
+constexpr int kMoveRounds = 8;
+constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+struct Box {
+  double low = 0, high = 0;
+  bool empty = true;
+  void add(float value) {
+    if (!std::isfinite(value)) return;
+    low = empty ? value : std::min<double>(low, value);
+    high = empty ? value : std::max<double>(high, value);
+    empty = false;
+  }
+  double furthest() const { return std::max(std::fabs(low), std::fabs(high)); }
+};
+
+struct Direction {
+  double x, y, z;
+};
+Direction operator*(const Direction& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
+Direction operator-(const Direction& a, const Direction& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+double dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+
+Direction between(const Vec3& from, const Vec3& to) {
+  return {static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y,
+          static_cast<double>(to.z) - from.z};
+}
+
+/// A ring is centre + A sin(phi) + B cos(phi), with phi = 0 at side 0.
+struct Frame {
+  Direction a, b;
+};
+
+Frame frameOf(const TubeModel& model, int ring) {
+  const double step = kTwoPi / model.sides;
+  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const Direction b = between(centre, model.vertex(ring, 0));
+  const Direction a = (between(centre, model.vertex(ring, 1)) - b * std::cos(step)) * (1 / std::sin(step));
+  return {a, b};
+}
+
+/// The frame that a ring without radius takes over from the one before it. The sweep leaves a ring without
+/// radius where the tube runs along z; across that direction every A will do.
+Frame takenOver(const TubeModel& model, int ring, int next, const Frame& before) {
+  const Direction along =
+      between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
+  const double size = std::sqrt(dot(along, along));
+  if (size == 0) return before;  // two samples at one place
+  const Direction a = before.a, t = along * (1 / size);
+  return {a, {a.y * t.z - a.z * t.y, a.z * t.x - a.x * t.z, a.x * t.y - a.y * t.x}};
+}
+
+Vec3 onRing(const TubeModel& model, int ring, const Frame& frame, int side) {
+  const double turn = kTwoPi * side / model.sides, s = std::sin(turn), c = std::cos(turn);
+  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const auto sum = [=](float middle, double a, double b) {
+    return static_cast<float>(middle + a * s + b * c);
+  };
+  return {sum(centre.x, frame.a.x, frame.b.x), sum(centre.y, frame.a.y, frame.b.y),
+          sum(centre.z, frame.a.z, frame.b.z)};
+}
+
+/// Frames of all rings of a strand, `repaired` naming those that the sweep gave no radius.
+std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, std::vector<int>& repaired) {
+  const double radius = model.radius;
+  const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
+  std::vector<Frame> frames;
+  for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
+  const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
+  Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
+  for (int i = 0; i < strand.ringCount; ++i) {
+    Frame& frame = frames[static_cast<std::size_t>(i)];
+    if (!hasRadius(frame)) {
+      const int next = i + 1 < strand.ringCount ? i + 1 : 0;
+      frame = takenOver(model, strand.firstRing + i, strand.firstRing + next, before);
+      repaired.push_back(i);
+    }
+    before = frame;
+  }
+  return frames;
+}
+
+/// The side of the next ring that lies nearest to side 0 of the first, over all sides taken together: the
+/// turn psi with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
+int nearestSide(const Frame& one, const Frame& two, int sides, double radius) {
+  const double along = dot(one.a, two.a) + dot(one.b, two.b);
+  const double across = dot(one.b, two.a) - dot(one.a, two.b);
+  const double tiny = 1e-6 * radius * radius;
+  if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest
+  return (toInt32(std::atan2(across, along) / (kTwoPi / sides)) + sides) % sides;
+}
+
+bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const auto span = [](std::int32_t from, std::int32_t to) {
+    return static_cast<double>(to) - static_cast<double>(from);
+  };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
+}
+
+std::uint64_t hashOf(const MeshPoint& p) {
+  std::uint64_t h = static_cast<std::uint32_t>(p.x);
+  h = (h ^ h >> 29) * 0x9E3779B97F4A7C15U + static_cast<std::uint32_t>(p.y);
+  h = (h ^ h >> 32) * 0xBF58476D1CE4E5B9U + static_cast<std::uint32_t>(p.z);
+  h = (h ^ h >> 29) * 0x94D049BB133111EBU;
+  return h ^ h >> 32;
+}
+
+/// One side of a triangle, running from one place to another.
+struct Edge {
+  std::uint64_t places = 0;  // both ends' same_ entries
+  std::uint32_t from = 0, to = 0;
+};
+
+}  // namespace
+
+MeshPoint meshPoint(const Vec3& at, double scale) {
+  const auto number = [scale](float x) {
+    return static_cast<std::int32_t>(toThousandths(static_cast<float>(static_cast<double>(x) * scale)));
+  };
+  return {number(at.x), number(at.y), number(at.z)};
+}
+
+Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
+  Box x, y, z;
+  for (const Vec3& v : model.vertices) {
+    x.add(v.x);
+    y.add(v.y);
+    z.add(v.z);
+  }
+  double scale = 1;
+  if (millimetres) {
+    if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
+      return Error{"a width must be more than 0 and at most 100000 millimetres"};
+    if (!(x.high > x.low)) return Error{"a model without strands has no width to scale"};
+    scale = *millimetres / (x.high - x.low);
+  }
+  const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
+  if (!(furthest <= kMostCoordinate)) return Error{"the model is too large for the file"};
+  return scale;
+}
+
+std::span<const std::uint8_t> polygonCorners(Cut cut) {
+  struct Row {
+    std::size_t count;
+    std::array<std::uint8_t, 4> corners;
+  };
+  static constexpr std::array<Row, 7> rows = {{{0, {}},
+                                               {4, {0, 1, 2, 3}},
+                                               {4, {1, 2, 3, 0}},
+                                               {3, {1, 2, 3}},
+                                               {3, {0, 2, 3}},
+                                               {3, {0, 1, 3}},
+                                               {3, {0, 1, 2}}}};
+  const Row& row = rows[static_cast<std::size_t>(cut)];
+  return {row.corners.data(), row.count};
+}
+
+TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<std::uint32_t>(model.sides)) {
+  points_.reserve(model.vertices.size());
+  for (const Vec3& v : model.vertices) points_.push_back(meshPoint(v, scale));
+  centres_.reserve(model.centres.size());
+  for (const Vec3& v : model.centres) centres_.push_back(meshPoint(v, scale));
+  for (const TubeStrand& strand : model.strands) addStrand(model, strand, scale);
+  findShared();
+  cutFaces();
+  for (int round = 0; round < kMoveRounds && anyShared_; ++round) {
+    const std::vector<std::uint32_t> moved = pointsToMove();
+    if (moved.empty()) break;
+    for (const std::uint32_t point : moved) movePoint(point, round);
+    findShared();
+    cutFaces();
+  }
+}
+
+void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, double scale) {
+  if (strand.ringCount < 3) return;
+  std::vector<int> repaired;
+  const std::vector<Frame> frames = framesOf(model, strand, repaired);
+  for (const int ring : repaired)
+    for (int side = 0; side < model.sides; ++side)
+      points_[static_cast<std::size_t>(strand.firstRing + ring) * sides_ + static_cast<std::size_t>(side)] =
+          meshPoint(onRing(model, strand.firstRing + ring, frames[static_cast<std::size_t>(ring)], side),
+                    scale);
+  strands_.push_back({strand.slot, strand.factors, rings_.size(), frames.size()});
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    const Frame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
+    const auto ring = static_cast<std::uint32_t>(strand.firstRing) + static_cast<std::uint32_t>(i);
+    rings_.push_back({ring * sides_, nearestSide(frames[i], next, model.sides, model.radius)});
+  }
+}
+
+/// Fills same_ and shared_ from an open hash table of the points' places.
+void TubeMesh::findShared() {
+  const std::size_t size = std::bit_ceil(points_.size() * 2 + 1);
+  std::vector<std::uint32_t> table(size, kNone);
+  same_.resize(points_.size());
+  shared_.assign(points_.size(), 0);
+  anyShared_ = false;
+  for (std::uint32_t i = 0; i < points_.size(); ++i) {
+    std::size_t at = hashOf(points_[i]) & (size - 1);
+    while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
+    if (table[at] == kNone) table[at] = i;
+    same_[i] = table[at];
+    if (same_[i] != i) shared_[i] = shared_[same_[i]] = 1;
+    anyShared_ = anyShared_ || same_[i] != i;
+  }
+}
+
+Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
+  const std::uint32_t a = same_[corner[0]], b = same_[corner[1]], c = same_[corner[2]], d = same_[corner[3]];
+  if (a == c || b == d) return Cut::gone;  // folded together or a line
+  if (a == b) return c == d ? Cut::gone : Cut::withoutB;
+  if (c == d) return Cut::withoutD;
+  if (b == c) return a == d ? Cut::gone : Cut::withoutC;
+  if (d == a) return Cut::withoutA;
+  const auto flat = [this](std::uint32_t i, std::uint32_t j, std::uint32_t k) {
+    return isFlat(points_[i], points_[j], points_[k]);
+  };
+  const bool flatAC = flat(a, b, c) || flat(a, c, d);
+  return flatAC && !flat(b, c, d) && !flat(b, d, a) ? Cut::alongBD : Cut::alongAC;
+}
+
+void TubeMesh::cutFaces() {
+  cuts_.resize(rings_.size() * sides_);
+  for (const Strand& strand : strands_)
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring) {
+      Cut* cut = &cuts_[(strand.firstRing + ring) * sides_];
+      eachFace(strand, ring, [&](const Face& face) { *cut++ = cutOf(face.corner); });
+    }
+}
+
+/// Points of triangle sides that run the same way between the same two places as another triangle's: three
+/// or more faces would meet there, and a reader could not tell which two belong together.
+std::vector<std::uint32_t> TubeMesh::pointsToMove() const {
+  std::vector<Edge> edges;
+  const auto addEdge = [&](std::uint32_t from, std::uint32_t to) {
+    if (shared_[from] != 0 && shared_[to] != 0)
+      edges.push_back({static_cast<std::uint64_t>(same_[from]) << 32 | same_[to], from, to});
+  };
+  const auto addFace = [&](const Face& face) {
+    int shared = 0;
+    for (const std::uint32_t corner : face.corner) shared += shared_[corner];
+    if (shared < 2) return;
+    const auto corners = polygonCorners(face.cut);
+    for (std::size_t i = 2; i < corners.size(); ++i) {
+      const std::uint32_t a = face.corner[corners[0]], b = face.corner[corners[i - 1]],
+                          c = face.corner[corners[i]];
+      addEdge(a, b);
+      addEdge(b, c);
+      addEdge(c, a);
+    }
+  };
+  for (const Strand& strand : strands_)
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring) eachFace(strand, ring, addFace);
+  std::stable_sort(edges.begin(), edges.end(),
+                   [](const Edge& one, const Edge& two) { return one.places < two.places; });
+  std::vector<std::uint32_t> points;
+  for (std::size_t i = 1, first = 0; i < edges.size(); ++i) {
+    if (edges[i].places != edges[first].places)
+      first = i;
+    else
+      points.push_back(edges[i].from != edges[first].from ? edges[i].from : edges[i].to);
+  }
+  std::sort(points.begin(), points.end());
+  points.erase(std::unique(points.begin(), points.end()), points.end());
+  return points;
+}
+
+/// Away from its ring's centre, along another axis and further in later rounds.
+void TubeMesh::movePoint(std::uint32_t point, int round) {
+  const MeshPoint centre = centres_[point / sides_];
+  MeshPoint& p = points_[point];
+  const auto step = [round](std::int32_t at, std::int32_t middle) {
+    return at < middle ? -1 - round / 3 : 1 + round / 3;
+  };
+  if (round % 3 == 0) p.x += step(p.x, centre.x);
+  if (round % 3 == 1) p.y += step(p.y, centre.y);
+  if (round % 3 == 2) p.z += step(p.z, centre.z);
+}
+
+Result<TubeMesh> sceneMesh(const ExportScene& scene) {
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  const Result<double> scale = modelScale(scene.model, scene.millimetres);
+  if (!scale) return scale.error();
+  TubeMesh mesh(scene.model, *scale);
+  if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
+    return Error{"the model is too small for the file's three decimals"};
+  return mesh;
+}
+
+std::size_t TubeMesh::cornerCount() const {
+  std::size_t count = 0;
+  for (const Cut cut : cuts_) count += polygonCorners(cut).size();
+  return count;
+}
+
+}  // namespace lorivan

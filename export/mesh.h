@@ -1,0 +1,112 @@
+// The tube model as a mesh on the grid of a text file's three decimals: what the mesh formats write.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "base/result.h"
+#include "export/scene.h"
+
+namespace lorivan {
+
+/// A position in thousandths of a unit, exactly as its text says.
+struct MeshPoint {
+  std::int32_t x = 0, y = 0, z = 0;
+  friend bool operator==(const MeshPoint&, const MeshPoint&) = default;
+};
+
+/// Every model unit as `scale` units of the file, cut off to three decimals. modelScale() has made sure that
+/// they fit.
+MeshPoint meshPoint(const Vec3& at, double scale);
+
+/// File units for each model unit: 1, or what makes the model `millimetres` wide. Fails for a width that is
+/// none, and when a coordinate would pass two million.
+Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres);
+
+/// What is left of a quad with the corners A, B, C, D once corners that coincide are one; of a whole quad,
+/// the diagonal that cuts it without a needless flat triangle.
+enum class Cut : std::uint8_t { gone, alongAC, alongBD, withoutA, withoutB, withoutC, withoutD };
+
+/// The corners (0 to 3) of the polygon that is left, counter-clockwise seen from outside. A fan from the
+/// first of them gives its triangles.
+std::span<const std::uint8_t> polygonCorners(Cut cut);
+
+/// A mesh whose every edge is met from both sides, however coarse three decimals are:
+/// - corners that coincide in the text are one corner; quads that shrink to a line are left out, those that
+///   shrink to a triangle are one. What goes on one side of an edge goes on the other.
+/// - a ring that the sweep gave no radius takes over the one before it, so the tube keeps its thickness
+/// there.
+/// - where the sweep turns a ring by more than half a side against the one before, sides are joined to the
+///   nearest ones, so the tube is not wrung.
+/// - where tubes touch so that they would share an edge, a corner moves by a thousandth.
+class TubeMesh {
+ public:
+  struct Ring {
+    std::uint32_t firstPoint = 0;  // index of its side 0
+    int shift = 0;                 // side 0 is joined to this side of the strand's next ring
+  };
+  struct Strand {
+    int slot = 0;
+    std::array<float, 3> factors{};
+    std::size_t firstRing = 0, ringCount = 0;
+  };
+  /// One quad; its corners are indices into points().
+  struct Face {
+    std::array<std::uint32_t, 4> corner{};
+    Cut cut = Cut::gone;
+  };
+
+  TubeMesh(const TubeModel& model, double scale);
+
+  const std::vector<MeshPoint>& points() const { return points_; }
+  const std::vector<Strand>& strands() const { return strands_; }
+  std::size_t ringCount() const { return rings_.size(); }
+
+  /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
+  std::size_t cornerCount() const;
+
+  /// Calls `use` with each quad between ring `number` (0 to ringCount - 1) of the strand and the next.
+  template <class Use>
+  void eachFace(const Strand& strand, std::size_t number, Use&& use) const;
+
+ private:
+  void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
+  void findShared();
+  void cutFaces();
+  Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
+  std::vector<std::uint32_t> pointsToMove() const;
+  void movePoint(std::uint32_t point, int round);
+
+  std::uint32_t sides_;
+  std::vector<MeshPoint> points_;   // as the model's vertices
+  std::vector<MeshPoint> centres_;  // as the model's rings
+  std::vector<Ring> rings_;
+  std::vector<Strand> strands_;
+  std::vector<std::uint32_t> same_;   // for each point the first one at its place
+  std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place
+  bool anyShared_ = false;
+  std::vector<Cut> cuts_;  // for each ring, for each side
+};
+
+/// The scene's mesh at the width that the scene asks for. Fails for more polygons than a model may have, and
+/// when nothing of the model is left in three decimals.
+Result<TubeMesh> sceneMesh(const ExportScene& scene);
+
+template <class Use>
+void TubeMesh::eachFace(const Strand& strand, std::size_t number, Use&& use) const {
+  const std::size_t ring = strand.firstRing + number;
+  const std::size_t next = number + 1 < strand.ringCount ? ring + 1 : strand.firstRing;
+  const std::uint32_t near = rings_[ring].firstPoint, far = rings_[next].firstPoint;
+  auto farSide = static_cast<std::uint32_t>(rings_[ring].shift);
+  for (std::uint32_t side = 0; side < sides_; ++side) {
+    const std::uint32_t nextSide = side + 1 < sides_ ? side + 1 : 0;
+    const std::uint32_t nextFarSide = farSide + 1 < sides_ ? farSide + 1 : 0;
+    use(Face{{near + side, near + nextSide, far + nextFarSide, far + farSide}, cuts_[ring * sides_ + side]});
+    farSide = nextFarSide;
+  }
+}
+
+}  // namespace lorivan

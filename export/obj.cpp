@@ -1,0 +1,76 @@
+// Wavefront OBJ: the corners of all polygons, then one group of faces for each strand.
+#include "export/mesh.h"
+#include "export/text_out.h"
+#include "export/writers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::size_t kPolygonRoom = 4 * (8 + 3 * kMostDigits);
+
+char* putVertex(char* at, const MeshPoint& p) {
+  at = putThousandths(putText(at, "v "), p.x);
+  *at++ = ' ';
+  at = putThousandths(at, p.y);
+  *at++ = ' ';
+  at = putThousandths(at, p.z);
+  return putText(at, kLineEnd);
+}
+
+/// Each index carries a blank on either side, as a directly printed number does.
+char* putFace(char* at, std::int32_t first, std::size_t corners) {
+  *at++ = 'f';
+  *at++ = ' ';
+  for (std::size_t i = 0; i < corners; ++i) {
+    if (i > 0) *at++ = ' ';
+    *at++ = ' ';
+    at = putInteger(at, first + static_cast<std::int32_t>(i));
+    *at++ = ' ';
+  }
+  return putText(at, kLineEnd);
+}
+
+void writeVertices(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
+  for (const TubeMesh::Strand& strand : mesh.strands())
+    for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
+      mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        char* at = out.room(kPolygonRoom);
+        for (const std::uint8_t corner : polygonCorners(face.cut))
+          at = putVertex(at, mesh.points()[face.corner[corner]]);
+        out.take(at);
+      });
+      out.reached(scene.progress, strand.firstRing + ring, 2 * mesh.ringCount());
+    }
+}
+
+void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
+  std::int32_t index = 1;
+  for (const TubeMesh::Strand& strand : mesh.strands()) {
+    out.line("g qzd" + std::to_string(strand.slot));
+    for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
+      mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        const std::size_t corners = polygonCorners(face.cut).size();
+        if (corners == 0) return;
+        out.take(putFace(out.room(kPolygonRoom), index, corners));
+        index += static_cast<std::int32_t>(corners);
+      });
+      out.reached(scene.progress, mesh.ringCount() + strand.firstRing + ring, 2 * mesh.ringCount());
+    }
+  }
+}
+
+}  // namespace
+
+Status writeObj(const ExportScene& scene, Sink& sink) {
+  const Result<TubeMesh> mesh = sceneMesh(scene);
+  if (!mesh) return mesh.error();
+  if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices))
+    return Error{std::string(kTooManyPolygonsObj)};
+  TextOut out(sink);
+  out.line("#Object format knot produced by Lorivan");
+  writeVertices(scene, *mesh, out);
+  writeFaces(scene, *mesh, out);
+  return out.finish();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,91 @@
+// POV-Ray scene: the template with its camera at the right distance, then one blob for each strand.
+#include <algorithm>
+#include <cmath>
+
+#include "base/numbers.h"
+#include "export/mesh.h"
+#include "export/text_out.h"
+#include "export/writers.h"
+
+namespace lorivan {
+namespace {
+
+/// The template's camera sees a plane at distance 1 from -1/2 to 1/2 across and from -0.4 to 0.4 upwards.
+constexpr double kDistancePerHalfWidth = 2;
+constexpr double kDistancePerHalfHeight = 2.5;
+
+/// The scene's view distance, or further away where a part of the knot would not be in the picture.
+double cameraDistance(const ExportScene& scene) {
+  double distance = scene.viewDistance;
+  const double radius = scene.model.radius;
+  for (const Vec3& c : scene.model.centres) {
+    const double x = std::fabs(c.x) + radius, y = std::fabs(c.y) + radius, z = c.z + radius;
+    if (std::isfinite(x + y + z))
+      distance = std::max({distance, z + kDistancePerHalfWidth * x, z + kDistancePerHalfHeight * y});
+  }
+  return distance;
+}
+
+void copyTemplate(std::string_view text, double distance, TextOut& out) {
+  while (!text.empty()) {
+    const std::size_t end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (line.find("location") == std::string_view::npos)
+      out.line(line);
+    else
+      out.line(std::string("   location <0,0,").append(MyFormat(static_cast<float>(distance))).append(">"));
+  }
+}
+
+char* putVector(char* at, const MeshPoint& p) {
+  *at++ = '<';
+  at = putThousandths(at, p.x);
+  *at++ = ',';
+  at = putThousandths(at, p.y);
+  *at++ = ',';
+  at = putThousandths(at, p.z);
+  *at++ = '>';
+  return at;
+}
+
+/// One piece of a centre line for each pair of neighbouring centres that differ in three decimals: a cylinder
+/// without length is an error to POV-Ray, and so is a blob without a cylinder.
+void writeStrand(const ExportScene& scene, const TubeStrand& strand, double scale, TextOut& out) {
+  const std::string radius = std::string(",").append(MyFormat(scene.model.radius)).append(",1}\r\n");
+  bool begun = false;
+  for (int piece = 0; piece < strand.ringCount && out.ok(); ++piece) {
+    const auto centre = [&](int number) {
+      return meshPoint(scene.model.centres[static_cast<std::size_t>(strand.firstRing + number)], scale);
+    };
+    const MeshPoint from = centre(piece), to = centre(piece + 1 < strand.ringCount ? piece + 1 : 0);
+    if (from == to) continue;
+    if (!begun) out.line("blob {threshold .01");
+    begun = true;
+    char* at = putText(out.room(160), "cylinder { ");
+    out.take(putText(putVector(putVector(at, from), to), radius));
+  }
+  if (!begun) return;
+  out.line("texture {colour" + std::to_string(scene.colourNumber(strand.slot)) + "}");
+  out.line("}");
+}
+
+}  // namespace
+
+Status writePov(const ExportScene& scene, Sink& sink) {
+  if (!scene.povTemplate) return Error{std::string(kMissingPovTemplate)};
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  const Result<double> scale = modelScale(scene.model, std::nullopt);
+  if (!scale) return scale.error();
+  TextOut out(sink);
+  copyTemplate(*scene.povTemplate, cameraDistance(scene), out);
+  const std::size_t count = scene.model.strands.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    writeStrand(scene, scene.model.strands[i], *scale, out);
+    out.reached(scene.progress, i, count);
+  }
+  return out.finish();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,54 @@
+// What a file writer is given: the finished knot as plain data.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "base/colour.h"
+#include "model3d/tube_model.h"
+#include "strands/knot_curve.h"
+
+namespace lorivan {
+
+inline constexpr std::string_view kTooManyPolygonsExport =
+    "Use less Sides or less points\r\nSorry, too many polygons";
+inline constexpr std::string_view kTooManyPolygonsVrml =
+    "Use less Sides or less points\r\nSorry, too many polygons for the VRML save";
+inline constexpr std::string_view kTooManyPolygonsObj =
+    "Use less Sides or less points\r\nSorry, too many polygons for the OBJ save";
+inline constexpr std::string_view kMissingPovTemplate =
+    "Sorry, you are missing the povinit.txt file.\r\nE-mail Corin Vale for a copy if you've not got it on "
+    "your PC";
+
+/// Name of the POV-Ray template, beside the program.
+inline constexpr std::string_view kPovTemplateName = "povinit.txt";
+
+/// VRML and OBJ repeat a polygon's corners, so their files reach the size that readers cope with earlier than
+/// the others do.
+inline constexpr int kMostVrmlVertices = 3'999'000;
+inline constexpr int kMostObjVertices = 3'999'000;
+
+/// The largest width that a thing can be asked to have.
+inline constexpr double kMostMillimetres = 100'000;
+
+/// The tube model and the flat curves of one knot, with what the formats want to know beside them. The
+/// references must outlive the writing. The curves' own unit is the grid's; the model's is the model's.
+struct ExportScene {
+  const TubeModel& model;  // with four sides for GemVision
+  const KnotCurve& curve;  // 2-D DXF alone reads it
+
+  int startColour = 0;           // negative: every strand takes colour |startColour|, else its own number
+  Colour background = 0xFFFFFF;  // VRML
+  double viewDistance = 20;      // from the eye to the knot's middle, model units; POV-Ray
+  double bandWidth = 0;          // outer width of a drawn band, grid units; 2-D DXF leaves gaps of this width
+  bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
+  std::optional<double> millimetres = {};            // width in the file, for the formats that take one
+  std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
+  std::function<void(double)> progress = {};         // told the part done, 0 to 1, now and then; may be empty
+
+  /// Colour number (1 to 40) of a strand slot.
+  int colourNumber(int slot) const { return startColour < 0 ? -startColour : slot; }
+};
+
+}  // namespace lorivan

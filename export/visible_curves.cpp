@@ -1,0 +1,370 @@
+#include "export/visible_curves.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+namespace lorivan {
+namespace {
+
+/// Pieces between two samples; three steps more than the samples alone keep a large cut smooth.
+constexpr int kPieces = 4;
+/// The picture shows 0.8 of the height that the stretched grid has.
+constexpr double kProportion = 0.8;
+/// Part of the way to the next crossing that a gap may take.
+constexpr double kMostOfWay = 0.45;
+
+struct Strand {
+  int slot = 0;
+  std::vector<FlatPoint> points;  // closed
+  std::vector<double> height;     // at each point
+  std::vector<double> way;        // along the curve to each point, and back to the first one
+  double length() const { return way.back(); }
+};
+
+double distance(const FlatPoint& a, const FlatPoint& b) { return std::hypot(b.x - a.x, b.y - a.y); }
+
+FlatPoint mix(const FlatPoint& a, const FlatPoint& b, double t) {
+  return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
+}
+
+/// The cardinal curve of tension 0.5 between the two middle values, at t from 0 to 1.
+double cardinal(double p0, double p1, double p2, double p3, double t) {
+  return p1 + t * 0.5 * (p2 - p0 + t * (2 * p0 - 5 * p1 + 4 * p2 - p3 + t * (3 * (p1 - p2) + p3 - p0)));
+}
+
+Strand makeStrand(const KnotCurve& curve, int slot) {
+  Strand strand;
+  strand.slot = slot;
+  const int first = curve.first[static_cast<std::size_t>(slot)];
+  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  const auto at = [&](const std::vector<float>& values, int i) {
+    return static_cast<double>(values[static_cast<std::size_t>(first + (i + count) % count)]);
+  };
+  for (int i = 0; i < count; ++i)
+    for (int piece = 0; piece < kPieces; ++piece) {
+      const double t = static_cast<double>(piece) / kPieces;
+      const auto value = [&](const std::vector<float>& v) {
+        return cardinal(at(v, i - 1), at(v, i), at(v, i + 1), at(v, i + 2), t);
+      };
+      const FlatPoint p{value(curve.X), value(curve.Y) * kProportion};
+      if (!strand.points.empty() && distance(strand.points.back(), p) == 0) continue;
+      strand.points.push_back(p);
+      strand.height.push_back(at(curve.Z, i) * (1 - t) + at(curve.Z, i + 1) * t);
+    }
+  double way = 0;
+  for (std::size_t i = 0; i < strand.points.size(); ++i) {
+    strand.way.push_back(way);
+    way += distance(strand.points[i], strand.points[(i + 1) % strand.points.size()]);
+  }
+  strand.way.push_back(way);
+  return strand;
+}
+
+std::vector<Strand> makeStrands(const KnotCurve& curve) {
+  std::vector<Strand> strands;
+  for (int slot = 1; slot < kStrandSlots; ++slot)
+    if (curve.used(slot)) strands.push_back(makeStrand(curve, slot));
+  return strands;
+}
+
+double wrapped(double way, double length) {
+  way = std::fmod(way, length);
+  return way < 0 ? way + length : way;
+}
+
+/// Number of the piece that holds a place on the curve.
+std::size_t pieceAt(const Strand& strand, double way) {
+  const auto after = std::upper_bound(strand.way.begin(), strand.way.end() - 1, way);
+  return static_cast<std::size_t>(after - strand.way.begin()) - 1;
+}
+
+const FlatPoint& endOf(const Strand& strand, std::size_t piece) {
+  return strand.points[piece + 1 < strand.points.size() ? piece + 1 : 0];
+}
+
+FlatPoint pointAt(const Strand& strand, double way) {
+  way = wrapped(way, strand.length());
+  const std::size_t piece = pieceAt(strand, way);
+  const double size = strand.way[piece + 1] - strand.way[piece];
+  return mix(strand.points[piece], endOf(strand, piece), size > 0 ? (way - strand.way[piece]) / size : 0);
+}
+
+double distanceToPiece(const FlatPoint& p, const FlatPoint& a, const FlatPoint& b) {
+  const double dx = b.x - a.x, dy = b.y - a.y, square = dx * dx + dy * dy;
+  const double t = square > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / square, 0.0, 1.0) : 0;
+  return distance(p, mix(a, b, t));
+}
+
+/// Distance to the part of the strand that lies within `reach` (along it) of the place `way`.
+double distanceToPart(const Strand& strand, double way, double reach, const FlatPoint& p) {
+  reach = std::min(reach, strand.length() / 2);
+  const double from = wrapped(way - reach, strand.length());
+  double nearest = 1e300, done = 0;
+  for (std::size_t piece = pieceAt(strand, from); done <= 2 * reach;) {
+    nearest = std::min(nearest, distanceToPiece(p, strand.points[piece], endOf(strand, piece)));
+    const double size = strand.way[piece + 1] - strand.way[piece];
+    done += std::max(size, strand.length() * 1e-9);
+    piece = piece + 1 < strand.points.size() ? piece + 1 : 0;
+  }
+  return nearest;
+}
+
+struct Place {
+  std::size_t strand = 0;
+  double way = 0;
+};
+
+struct Crossing {
+  Place under, over;
+};
+
+/// All pieces of all strands in square cells, so that only near ones are compared.
+class CrossingFinder {
+ public:
+  explicit CrossingFinder(const std::vector<Strand>& strands) : strands_(strands) { layCells(); }
+
+  std::vector<Crossing> find() {
+    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+        for (std::size_t j = i + 1; j < starts_[cell + 1]; ++j)
+          compare(pieces_[entries_[i]], pieces_[entries_[j]]);
+    removeRepeats();
+    return std::move(crossings_);
+  }
+
+ private:
+  struct Piece {
+    std::size_t strand = 0, number = 0;
+  };
+
+  const FlatPoint& begin(const Piece& p) const { return strands_[p.strand].points[p.number]; }
+  const FlatPoint& end(const Piece& p) const { return endOf(strands_[p.strand], p.number); }
+
+  void layCells() {
+    double longest = 0;
+    left_ = bottom_ = 1e300;
+    double right = -1e300, top = -1e300;
+    for (std::size_t s = 0; s < strands_.size(); ++s)
+      for (std::size_t i = 0; i < strands_[s].points.size(); ++i) {
+        pieces_.push_back({s, i});
+        const FlatPoint& p = strands_[s].points[i];
+        left_ = std::min(left_, p.x), right = std::max(right, p.x);
+        bottom_ = std::min(bottom_, p.y), top = std::max(top, p.y);
+        longest = std::max(longest, strands_[s].way[i + 1] - strands_[s].way[i]);
+      }
+    if (pieces_.empty()) return;
+    const double size = std::max(right - left_, top - bottom_);
+    cell_ = std::max({longest, size / 1000, 1e-9});
+    columns_ = static_cast<std::size_t>((right - left_) / cell_) + 1;
+    rows_ = static_cast<std::size_t>((top - bottom_) / cell_) + 1;
+    fillCells();
+  }
+
+  /// Two passes: count what each cell holds, then lay the entries one cell after the other.
+  void fillCells() {
+    starts_.assign(columns_ * rows_ + 1, 0);
+    eachCell([&](std::size_t cell, std::size_t) { ++starts_[cell + 1]; });
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    entries_.resize(starts_.back());
+    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
+    eachCell([&](std::size_t cell, std::size_t piece) { entries_[next[cell]++] = piece; });
+  }
+
+  template <class Use>
+  void eachCell(Use&& use) const {
+    const auto index = [this](double x, double low, std::size_t count) {
+      return std::min(static_cast<std::size_t>((x - low) / cell_), count - 1);
+    };
+    for (std::size_t i = 0; i < pieces_.size(); ++i) {
+      const auto [x1, x2] = std::minmax(begin(pieces_[i]).x, end(pieces_[i]).x);
+      const auto [y1, y2] = std::minmax(begin(pieces_[i]).y, end(pieces_[i]).y);
+      for (std::size_t row = index(y1, bottom_, rows_); row <= index(y2, bottom_, rows_); ++row)
+        for (std::size_t column = index(x1, left_, columns_); column <= index(x2, left_, columns_); ++column)
+          use(row * columns_ + column, i);
+    }
+  }
+
+  bool areNeighbours(const Piece& p, const Piece& q) const {
+    if (p.strand != q.strand) return false;
+    const std::size_t count = strands_[p.strand].points.size();
+    const std::size_t apart = p.number > q.number ? p.number - q.number : q.number - p.number;
+    return apart <= 1 || apart == count - 1;
+  }
+
+  void compare(const Piece& p, const Piece& q) {
+    if (areNeighbours(p, q)) return;
+    const FlatPoint &a = begin(p), &b = end(p), &c = begin(q), &d = end(q);
+    const double rx = b.x - a.x, ry = b.y - a.y, sx = d.x - c.x, sy = d.y - c.y;
+    const double area = rx * sy - ry * sx;
+    if (area == 0) return;
+    const double t = ((c.x - a.x) * sy - (c.y - a.y) * sx) / area;
+    const double u = ((c.x - a.x) * ry - (c.y - a.y) * rx) / area;
+    constexpr double slack = 1e-6;  // lines often meet exactly at a sample of both
+    if (t < -slack || t > 1 + slack || u < -slack || u > 1 + slack) return;
+    addCrossing(p, t, q, u);
+  }
+
+  double heightAt(const Piece& p, double t) const {
+    const auto& height = strands_[p.strand].height;
+    return height[p.number] * (1 - t) + height[(p.number + 1) % height.size()] * t;
+  }
+  Place placeAt(const Piece& p, double t) const {
+    const Strand& strand = strands_[p.strand];
+    const double way = strand.way[p.number] + (strand.way[p.number + 1] - strand.way[p.number]) * t;
+    return {p.strand, wrapped(way, strand.length())};
+  }
+
+  /// At equal heights the later strand is drawn last, hence on top.
+  void addCrossing(const Piece& p, double t, const Piece& q, double u) {
+    const double one = heightAt(p, t), two = heightAt(q, u);
+    const Place first = placeAt(p, t), second = placeAt(q, u);
+    const bool firstIsUnder =
+        one < two || (one == two && (p.strand < q.strand || (p.strand == q.strand && p.number < q.number)));
+    crossings_.push_back(firstIsUnder ? Crossing{first, second} : Crossing{second, first});
+  }
+
+  bool areNear(const Place& a, const Place& b) const {
+    if (a.strand != b.strand) return false;
+    const double length = strands_[a.strand].length();
+    const double apart = std::fabs(a.way - b.way);
+    return std::min(apart, length - apart) < cell_ * 1e-3;
+  }
+
+  /// A meeting at the joint of two pieces is found more than once, and so is one at the border of two cells.
+  void removeRepeats() {
+    std::vector<Crossing> kept;
+    std::sort(crossings_.begin(), crossings_.end(), [](const Crossing& a, const Crossing& b) {
+      return a.under.strand != b.under.strand ? a.under.strand < b.under.strand : a.under.way < b.under.way;
+    });
+    const auto isKnown = [&](const Crossing& c, const Crossing& k) {
+      return (areNear(c.under, k.under) && areNear(c.over, k.over)) ||
+             (areNear(c.under, k.over) && areNear(c.over, k.under));
+    };
+    for (const Crossing& c : crossings_) {
+      bool known = !kept.empty() && isKnown(c, kept.front());
+      for (std::size_t i = kept.size(); i-- > 0 && !known && areInReach(kept[i], c);)
+        known = isKnown(c, kept[i]);
+      if (!known) kept.push_back(c);
+    }
+    crossings_ = std::move(kept);
+  }
+  bool areInReach(const Crossing& earlier, const Crossing& later) const {
+    return earlier.under.strand == later.under.strand && later.under.way - earlier.under.way < cell_ * 1e-2;
+  }
+
+  const std::vector<Strand>& strands_;
+  std::vector<Piece> pieces_;
+  std::vector<std::size_t> starts_, entries_;
+  std::vector<Crossing> crossings_;
+  double left_ = 0, bottom_ = 0, cell_ = 1;
+  std::size_t columns_ = 0, rows_ = 0;
+};
+
+struct Gap {
+  double from = 0, to = 0;  // along the strand; `from` may be below 0 and `to` above its length
+};
+
+/// How far from the crossing, backwards or forwards (`sense` -1 or 1), the under strand stays hidden.
+double hiddenWay(const std::vector<Strand>& strands, const Crossing& c, double sense, double half,
+                 double most) {
+  const Strand &under = strands[c.under.strand], &over = strands[c.over.strand];
+  const auto isHidden = [&](double way) {
+    return distanceToPart(over, c.over.way, 6 * half, pointAt(under, c.under.way + sense * way)) < half;
+  };
+  double hidden = 0, seen = 0;
+  const double step = half / 8;
+  while (seen < most && isHidden(seen)) {
+    hidden = seen;
+    seen += step;
+  }
+  if (seen >= most) {
+    if (isHidden(most)) return most;
+    seen = most;
+  }
+  for (int i = 0; i < 24; ++i) {
+    const double middle = (hidden + seen) / 2;
+    (isHidden(middle) ? hidden : seen) = middle;
+  }
+  return seen;
+}
+
+/// The crossings of each strand, over or under, in order along it.
+std::vector<std::vector<double>> crossingWays(const std::vector<Strand>& strands,
+                                              const std::vector<Crossing>& crossings) {
+  std::vector<std::vector<double>> ways(strands.size());
+  for (const Crossing& c : crossings) {
+    ways[c.under.strand].push_back(c.under.way);
+    ways[c.over.strand].push_back(c.over.way);
+  }
+  for (auto& way : ways) std::sort(way.begin(), way.end());
+  return ways;
+}
+
+/// How far it is from one crossing to the next one backwards and forwards.
+Gap roomAround(const std::vector<double>& ways, double way, double length) {
+  const auto at = std::lower_bound(ways.begin(), ways.end(), way);
+  const double before = at == ways.begin() ? ways.back() - length : *(at - 1);
+  const auto next = at + 1;
+  const double after = next == ways.end() ? ways.front() + length : *next;
+  return {way - before, after - way};
+}
+
+std::vector<std::vector<Gap>> findGaps(const std::vector<Strand>& strands, double bandWidth) {
+  const std::vector<Crossing> crossings = CrossingFinder(strands).find();
+  const auto ways = crossingWays(strands, crossings);
+  std::vector<std::vector<Gap>> gaps(strands.size());
+  for (const Crossing& c : crossings) {
+    const Gap room = roomAround(ways[c.under.strand], c.under.way, strands[c.under.strand].length());
+    const double back = hiddenWay(strands, c, -1, bandWidth / 2, room.from * kMostOfWay);
+    const double on = hiddenWay(strands, c, 1, bandWidth / 2, room.to * kMostOfWay);
+    gaps[c.under.strand].push_back({c.under.way - back, c.under.way + on});
+  }
+  for (auto& list : gaps)
+    std::sort(list.begin(), list.end(), [](const Gap& a, const Gap& b) { return a.from < b.from; });
+  return gaps;
+}
+
+/// The curve from one place to a later one, which may lie past its end.
+FlatLine stretch(const Strand& strand, double from, double to) {
+  FlatLine line{strand.slot, false, {pointAt(strand, from)}};
+  const double length = strand.length();
+  double lap = std::floor(from / length) * length;
+  for (std::size_t i = pieceAt(strand, wrapped(from, length)) + 1;; ++i) {
+    if (i >= strand.points.size()) {
+      i = 0;
+      lap += length;
+    }
+    if (strand.way[i] + lap >= to) break;
+    line.points.push_back(strand.points[i]);
+  }
+  line.points.push_back(pointAt(strand, to));
+  return line;
+}
+
+}  // namespace
+
+std::vector<FlatLine> wholeCurves(const KnotCurve& curve) {
+  std::vector<FlatLine> lines;
+  for (Strand& strand : makeStrands(curve)) lines.push_back({strand.slot, true, std::move(strand.points)});
+  return lines;
+}
+
+std::vector<FlatLine> visibleCurves(const KnotCurve& curve, double bandWidth) {
+  if (!(bandWidth > 0)) return wholeCurves(curve);
+  std::vector<Strand> strands = makeStrands(curve);
+  std::erase_if(strands, [](const Strand& strand) { return !(strand.length() > 0); });
+  const auto gaps = findGaps(strands, bandWidth);
+  std::vector<FlatLine> lines;
+  for (std::size_t s = 0; s < strands.size(); ++s) {
+    if (gaps[s].empty()) lines.push_back({strands[s].slot, true, strands[s].points});
+    for (std::size_t i = 0; i < gaps[s].size(); ++i) {
+      const bool isLast = i + 1 == gaps[s].size();
+      const double next = isLast ? gaps[s].front().from + strands[s].length() : gaps[s][i + 1].from;
+      lines.push_back(stretch(strands[s], gaps[s][i].to, next));
+    }
+  }
+  return lines;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,47 @@
+#include "graph/grid_drawing.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lorivan {
+namespace {
+
+/// Two short strokes through the midpoint along the directions in which strands cross the line there.
+void drawCrossingMark(const GridLine& line, double cell, Surface& surface, const GridView& view) {
+  const double s = cell * 0.2 * std::sin(static_cast<double>(line.Angle));
+  const double c = cell * 0.2 * std::cos(static_cast<double>(line.Angle));
+  const int width = view.penWidth(1);
+  const double x = line.MidX, y = line.MidY;
+  surface.segment(view.pixel(x + s, y - c), view.pixel(x - s, y + c), {width, makeColour(0, 255, 0), true});
+  surface.segment(view.pixel(x - c, y - s), view.pixel(x + c, y + s), {width, makeColour(0, 0, 255), false});
+}
+
+}  // namespace
+
+Colour kindColour(const GridDrawOptions& options, int kind) {
+  if (kind == kOrdinary) return 0x000000;
+  return options.KindColour[static_cast<std::size_t>(std::clamp(kind, 0, 3))];
+}
+
+void drawGridLine(const GridLine& line, Surface& surface, const GridView& view, Colour colour) {
+  surface.segment(view.pixel(line.X1, line.Y1), view.pixel(line.X2, line.Y2),
+                  {view.penWidth(1), colour, false});
+}
+
+void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& view,
+                   const GridDrawOptions& options) {
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    if (line.Kind == kNoLine) continue;
+    drawGridLine(line, surface, view, kindColour(options, line.Kind));
+    if (options.showCrossings) drawCrossingMark(line, graph.CellSize, surface, view);
+  }
+}
+
+Status DrawGrid(KnotGraph& graph, Surface& surface, const GridView& view, const GridDrawOptions& options) {
+  if (const Status collected = collectPoints(graph); !collected) return collected;
+  drawGridLines(graph, surface, view, options);
+  return {};
+}
+
+}  // namespace lorivan

@@ -1,0 +1,33 @@
+// Shows the knot graph.
+#pragma once
+
+#include <array>
+
+#include "graph/graph.h"
+#include "graph/grid_view.h"
+#include "platform/surface.h"
+
+namespace lorivan {
+
+struct GridDrawOptions {
+  /// Colours of lines by kind: none (the background), ordinary, wall, reversed.
+  std::array<Colour, 4> KindColour = {0xFFFFFF, 0x000000, 0x0000FF, 0xFF0000};
+  bool showCrossings = true;  // mark the two strand directions at every midpoint
+};
+
+/// Collects the graph's points (see collectPoints) and draws its lines over what the surface holds. The
+/// view's width is the surface's. Fails with kTooManyLines, drawing nothing, when the points do not fit their
+/// table.
+Status DrawGrid(KnotGraph& graph, Surface& surface, const GridView& view, const GridDrawOptions& options);
+
+/// Draws the lines, and their crossing marks when wanted, over what the surface holds.
+void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& view,
+                   const GridDrawOptions& options);
+
+/// Draws one line in a colour of its own, without its mark.
+void drawGridLine(const GridLine& line, Surface& surface, const GridView& view, Colour colour);
+
+/// The colour that a line of `kind` is drawn in; kinds past the table take its last entry.
+Colour kindColour(const GridDrawOptions& options, int kind);
+
+}  // namespace lorivan

@@ -1,0 +1,141 @@
+// Shapes laid round the middle of the view: rings, star, spiral.
+#include <array>
+#include <cmath>
+#include <vector>
+
+#include "base/numbers.h"
+#include "graph/grid_builders.h"
+
+namespace lorivan {
+namespace {
+
+struct Spot {
+  double x, y;
+};
+
+Spot onCircle(double radius, double angle) { return {radius * std::cos(angle), radius * std::sin(angle)}; }
+
+/// The directions in which a full turn is cut into sectors, the last one a repeat of the first.
+class Sectors {
+ public:
+  explicit Sectors(int count) {
+    const float step = kTwoPiF / static_cast<float>(count);
+    for (int s = 0; s <= count; ++s)
+      rim_[static_cast<std::size_t>(s)] = onCircle(1, s * static_cast<double>(step));
+  }
+  Spot at(double radius, int sector) const {
+    const Spot rim = rim_[static_cast<std::size_t>(sector)];
+    return {radius * rim.x, radius * rim.y};
+  }
+
+ private:
+  std::array<Spot, 41> rim_{};
+};
+
+void join(const GridBuild& build, int kind, Spot from, Spot to) {
+  build.line(kind, from.x, from.y, to.x, to.y);
+}
+
+/// Pairs of opposite cells become walls at random.
+CellKinds drawRingCells(const GridBuild& build) {
+  CellKinds cells = ordinaryCells();
+  if (build.random == nullptr) return cells;
+  const GridFields& f = build.grid.fields;
+  const int sectors = 2 * f.XNo;
+  for (int r = 1; r <= f.YNo - 3; ++r)
+    for (int s = 0; s < sectors; ++s) {
+      if (!(build.draw() < 0.04)) continue;
+      auto& ring = cells[static_cast<std::size_t>(r)];
+      ring[static_cast<std::size_t>(s)] = kWall;
+      ring[static_cast<std::size_t>((f.XNo + s) % sectors)] = kWall;
+    }
+  return cells;
+}
+
+/// The tip over a chord of the outermost ring: as far outwards as half the chord, times a factor that grows
+/// with the number of tips.
+Spot tipOver(Spot first, Spot second, int tips) {
+  const Spot middle{(first.x + second.x) / 2, (first.y + second.y) / 2};
+  const double dx = first.x - middle.x, dy = first.y - middle.y;
+  const double reach = tips / 12.0 + 1;
+  return {middle.x - dy * reach, middle.y + dx * reach};
+}
+
+/// Points of an Archimedean spiral that grows by one cell a turn.
+class SpiralPath {
+ public:
+  SpiralPath(double cell, int pointsPerTurn, int last) : cell_(cell), pointsPerTurn_(pointsPerTurn) {
+    spots_.reserve(static_cast<std::size_t>(last) + 1);
+    for (int i = 0; i <= last; ++i) spots_.push_back(onCircle(radius(i), angle(i)));
+  }
+  Spot at(int i) const { return spots_[static_cast<std::size_t>(i)]; }
+  Spot oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
+
+ private:
+  double angle(int i) const { return i * kTwoPi / pointsPerTurn_; }
+  double radius(int i) const { return (angle(i) / kTwoPi + 1) * cell_; }
+
+  double cell_;
+  int pointsPerTurn_;
+  std::vector<Spot> spots_;
+};
+
+}  // namespace
+
+void buildCircular(GridBuild& build) {
+  const GridFields& f = build.grid.fields;
+  const CellKinds cells = drawRingCells(build);
+  const int sectors = 2 * f.XNo;
+  const Sectors rim(sectors);
+  const auto special = [&](int r, int s) {
+    return cells[static_cast<std::size_t>(r)][static_cast<std::size_t>(s)] != kOrdinary;
+  };
+  for (int r = 0; r < f.YNo; ++r) {
+    const double radius = build.cell * (r + 1);
+    for (int s = 0; s < sectors; ++s) {
+      const bool chordWall = special(r, s) || special(r > 0 ? r - 1 : f.YNo - 1, s);
+      join(build, chordWall ? kWall : kOrdinary, rim.at(radius, s), rim.at(radius, s + 1));
+      if (r == f.YNo - 1) continue;
+      const bool spokeWall = special(r, s) || special(r, s > 0 ? s - 1 : sectors - 1);
+      join(build, spokeWall ? kWall : kOrdinary, rim.at(radius, s), rim.at(radius + build.cell, s));
+    }
+  }
+}
+
+void buildStar(GridBuild& build) {
+  const GridFields& f = build.grid.fields;
+  const Sectors rim(f.XNo);
+  for (int r = 0; r <= f.YNo - 2; ++r) {
+    const double radius = build.cell * (r + 1);
+    for (int s = 0; s < f.XNo; ++s) {
+      const Spot first = rim.at(radius, s), second = rim.at(radius, s + 1);
+      join(build, kOrdinary, first, second);
+      if (r < f.YNo - 2) {
+        join(build, kOrdinary, first, rim.at(radius + build.cell, s));
+        continue;
+      }
+      const Spot tip = tipOver(first, second, f.XNo);
+      join(build, kOrdinary, first, tip);
+      join(build, kOrdinary, second, tip);
+    }
+  }
+}
+
+void buildSpiral(GridBuild& build) {
+  const GridFields& f = build.grid.fields;
+  const int turn = 2 * f.XNo, points = turn * f.YNo;
+  const int offset = points - 1 + f.crossOffset < 2 ? 0 : f.crossOffset;
+  const int last = points - 1 + offset;
+  const SpiralPath path(build.cell, turn, last);
+  for (int i = 0; i <= last; ++i) {
+    // The first radial line starts at point 1, although it ends over point 0.
+    const Spot from = path.at(i == 0 ? 1 : i);
+    if (i < (f.YNo - 1) * turn + offset) join(build, kOrdinary, from, path.at(i + turn));
+    if (i == last)
+      join(build, kOrdinary, from, path.oneTurnInside(i + 1));
+    else if (i > 0)
+      join(build, kOrdinary, from, path.at(i + 1));
+  }
+}
+
+}  // namespace lorivan

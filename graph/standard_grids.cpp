@@ -1,0 +1,150 @@
+#include "graph/standard_grids.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/numbers.h"
+#include "graph/grid_builders.h"
+#include "graph/grid_view.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::array<ShapeSpec, kShapeCount> kShapes = {{
+    {"Square-Square", "", false, "squares in rows and columns"},
+    {"Square-Triangle", "", false, "squares cut by diagonals that change direction from column to column"},
+    {"Triangle", "", false, "a triangle of triangles; Y never exceeds X"},
+    {"Hexagonal", "", false, "tall hexagons in a honeycomb"},
+    {"Circular", "", true, "rings and spokes; at least 4 X cells"},
+    {"Octagonal", "", false, "octagons with squares in the gaps"},
+    {"Diamond1", "", false, "triangles mirrored about the middle, without level lines"},
+    {"Diamond2", "", false, "triangles mirrored about the middle"},
+    {"Cross", "CO", false, "a square grid cut to a cross; Y is the width of the arms"},
+    {"Star", "", true, "rings with pointed tips; at least 3 X and 2 Y cells"},
+    {"Spiral", "SO", true, "a spiral whose turns are joined; at least 2 X and 2 Y cells"},
+    {"Regular Hexagonal", "", false, "even hexagons in a honeycomb"},
+    {"(Custom)", "", false, "a shape of one's own"},
+}};
+
+using Builder = void (*)(GridBuild&);
+
+// In the order of the shape list.
+constexpr std::array<Builder, kShapeCount - 1> kBuilders = {
+    buildSquare,  buildSquare,  buildTriangle, buildHexagonal, buildCircular, buildOctagonal,
+    buildDiamond, buildDiamond, buildCross,    buildStar,      buildSpiral,   buildHexagonal,
+};
+
+/// Cell counts that a shape cannot be made with are raised or cut.
+void correctCounts(GridFields& fields) {
+  switch (fields.shape) {
+    case Shape::Circular:
+      fields.XNo = std::max(fields.XNo, 4);
+      break;
+    case Shape::Spiral:
+      fields.XNo = std::max(fields.XNo, 2);
+      fields.YNo = std::max(fields.YNo, 2);
+      break;
+    case Shape::Star:
+      fields.XNo = std::max(fields.XNo, 3);
+      fields.YNo = std::max(fields.YNo, 2);
+      break;
+    case Shape::Cross:
+      fields.XNo = std::max(fields.XNo, 3);
+      fields.YNo = std::min(fields.YNo, fields.XNo);
+      break;
+    case Shape::Triangle:
+    case Shape::Diamond1:
+    case Shape::Diamond2:
+      fields.YNo = std::min(fields.YNo, fields.XNo);
+      break;
+    default:
+      break;
+  }
+}
+
+double cellFactor(Shape shape) {
+  if (shape == Shape::Triangle) return 1.2;
+  if (shape == Shape::Hexagonal) return 0.75;
+  return 1;
+}
+
+/// Where the frame of a shape begins, so that the shape stands about the middle of the view.
+void placeOrigin(GridBuild& build) {
+  const GridFields& f = build.grid.fields;
+  const double c = build.cell;
+  const int width = build.cell * f.XNo, height = build.cell * f.YNo;
+  double x = -width / 2.0, y = -height / 2.0;
+  switch (f.shape) {
+    case Shape::Triangle:
+      y = -(build.grid.RowH * f.YNo) / 2.0;
+      break;
+    case Shape::Hexagonal:
+      x = -width / 1.85;
+      y = f.YNo * (-c * 0.65);
+      break;
+    case Shape::RegularHexagonal:
+      x = -width / 1.85;
+      y = f.YNo * (-c * 0.45);
+      break;
+    case Shape::Octagonal: {
+      // The first octagon's corner stands one pitch from the origin.
+      const double pitch = octagonPitch(c);
+      x = -pitch * (f.XNo + 2) / 2;
+      y = -(pitch * (f.YNo + 1) + c) / 2;
+      break;
+    }
+    case Shape::Diamond1:
+    case Shape::Diamond2:
+      y = 0;
+      break;
+    case Shape::Cross:
+      y = -width / 2.0;
+      break;
+    case Shape::Circular:
+    case Shape::Star:
+    case Shape::Spiral:
+      x = y = 0;  // these are laid round the middle
+      break;
+    default:
+      break;
+  }
+  build.grid.GridOriginX = toInt32(x);
+  build.grid.GridOriginY = toInt32(y);
+}
+
+void buildOnce(GridBuild& build) {
+  GridFields& fields = build.grid.fields;
+  build.cell = toInt16(fields.scale * cellFactor(fields.shape));
+  build.graph.CellSize = build.cell;
+  build.grid.RowH = toInt32(build.cell * 0.8660254);
+  placeOrigin(build);
+  startLines(build.graph);
+  kBuilders[static_cast<std::size_t>(fields.shape)](build);
+}
+
+}  // namespace
+
+std::span<const ShapeSpec> shapeTable() { return kShapes; }
+
+float stretchFactor(float skew) { return 0.8F / std::clamp(skew, 0.1F, 10.F); }
+
+Result<StandardGrid> buildStandardGrid(KnotGraph& graph, const GridFields& fields, const Rnd* random) {
+  StandardGrid grid;
+  grid.fields = fields;
+  if (fields.shape == Shape::Custom) return grid;
+  GridBuild build{graph, grid, random};
+  correctCounts(grid.fields);
+  const GridView view(stretchFactor(fields.skew));
+  for (;;) {
+    buildOnce(build);
+    if (const Status made = finishLines(graph); !made) return made.error();
+    if (grid.fields.scale <= kLeastScale || view.contains(lineBox(graph))) break;
+    grid.fields.scale = std::max(kLeastScale, grid.fields.scale - 1);
+  }
+  graph.NoGrid = false;
+  if (const Status collected = collectPoints(graph); !collected) return collected.error();
+  return grid;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,93 @@
+#include "platform/none/none_platform.h"
+
+#include <algorithm>
+
+#include "base/sink.h"
+#include "platform/none/picture_files.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::size_t kLargestPicture = 200'000'000;
+
+/// `from` shrunk or grown to fit into the size, pixel by pixel, in the middle of white paper.
+std::unique_ptr<RecordingSurface> fitted(const RecordingSurface& from, int width, int height) {
+  auto to = std::make_unique<RecordingSurface>(width, height);
+  const double scale =
+      std::min(static_cast<double>(width) / from.width(), static_cast<double>(height) / from.height());
+  const int w = std::max(1, static_cast<int>(from.width() * scale));
+  const int h = std::max(1, static_cast<int>(from.height() * scale));
+  const PixelBlock block = to->lendPixels();
+  for (int y = 0; y < h; ++y)
+    for (int x = 0; x < w; ++x) {
+      const PointI source{x * from.width() / w, y * from.height() / h};
+      block.pixels[static_cast<std::ptrdiff_t>(y + (height - h) / 2) * block.stride + x + (width - w) / 2] =
+          toArgb(from.pixel(source));
+    }
+  return to;
+}
+
+}  // namespace
+
+std::string MemorySettings::read(std::string_view section, std::string_view key,
+                                 std::string_view fallback) const {
+  const auto found = values.find({std::string(section), std::string(key)});
+  return found == values.end() ? std::string(fallback) : found->second;
+}
+
+void MemorySettings::write(std::string_view section, std::string_view key, std::string_view value) {
+  values[{std::string(section), std::string(key)}] = value;
+}
+
+Status MemorySettings::flush() {
+  ++flushes;
+  return {};
+}
+
+Status MemoryClipboard::putPicture(Surface& surface) {
+  const PixelBlock from = surface.lendPixels();
+  if (from.pixels == nullptr) return Error{"this picture has no pixels to copy"};
+  picture = std::make_unique<RecordingSurface>(from.width, from.height);
+  const PixelBlock to = picture->lendPixels();
+  for (int y = 0; y < from.height; ++y)
+    std::copy_n(from.pixels + static_cast<std::ptrdiff_t>(y) * from.stride, from.width,
+                to.pixels + static_cast<std::ptrdiff_t>(y) * to.stride);
+  return {};
+}
+
+Status RecordingHelp::open(const std::string& page) {
+  pages.push_back(page);
+  return {};
+}
+
+Result<std::unique_ptr<Surface>> NonePlatform::createSurface(int width, int height) {
+  if (const Status size = checkPictureSize(width, height); !size) return size.error();
+  return std::unique_ptr<Surface>(std::make_unique<RecordingSurface>(width, height));
+}
+
+Result<std::string> NonePlatform::encodePicture(Surface& picture, PictureFormat format) {
+  const PixelBlock block = picture.lendPixels();
+  if (block.pixels == nullptr) return Error{"this picture has no pixels to save"};
+  const auto encode = format == PictureFormat::png ? encodePng : encodeBmp;
+  return encode(block.pixels, block.width, block.height, block.stride);
+}
+
+Result<std::unique_ptr<Surface>> NonePlatform::loadPicture(const std::string& path, int width, int height) {
+  if (const Status size = checkPictureSize(width, height); !size) return size.error();
+  const Result<std::string> bytes = readFile(path, kLargestPicture);
+  if (!bytes) return bytes.error();
+  const Result<std::unique_ptr<RecordingSurface>> picture = decodeBmp(*bytes);
+  if (!picture) return picture.error();
+  return std::unique_ptr<Surface>(fitted(**picture, width, height));
+}
+
+Result<std::unique_ptr<Window>> NonePlatform::createWindow(const WindowSpec& spec,
+                                                           const WindowEvents& events) {
+  if (!windowStatus) return windowStatus.error();
+  auto window = std::make_unique<NoneWindow>(spec, events, dialogs, screen);
+  window_ = window.get();
+  window->gone = [this] { window_ = nullptr; };
+  return std::unique_ptr<Window>(std::move(window));
+}
+
+}  // namespace lorivan

@@ -1,0 +1,184 @@
+// A window without a screen: the state of every control of its tables, and a user that a driver plays.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/none/recording_surface.h"
+#include "platform/window.h"
+
+namespace lorivan {
+
+enum class DialogKind { message, confirm, file, colour, input };
+
+/// A dialog that was shown.
+struct AskedDialog {
+  DialogKind kind = DialogKind::message;
+  std::string text, title, initial;
+  MessageIcon icon = MessageIcon::none;
+  FileDialogSpec file;
+  Colour colour = 0;
+};
+
+/// Answers waiting for the dialogs to come, in order, and what was asked so far. A dialog that finds no
+/// answer of its kind at the front throws std::logic_error: nobody is there to answer it.
+class DialogQueue {
+ public:
+  void answerMessage() { answers_.push_back({DialogKind::message, {}, {}, false}); }
+  void answerConfirm(bool ok) { answers_.push_back({DialogKind::confirm, {}, {}, ok}); }
+  /// A full path; empty: cancelled.
+  void answerFile(std::string path) { answers_.push_back({DialogKind::file, std::move(path), {}, false}); }
+  void answerColour(std::optional<Colour> c) { answers_.push_back({DialogKind::colour, {}, c, false}); }
+  void answerInput(std::string text) { answers_.push_back({DialogKind::input, std::move(text), {}, false}); }
+
+  /// Dialogs shown since the queue was made or forget() was called.
+  const std::vector<AskedDialog>& asked() const { return asked_; }
+  void forget() { asked_.clear(); }
+  bool allAnswersUsed() const { return answers_.empty(); }
+
+ private:
+  friend class NoneWindow;
+  struct Answer {
+    DialogKind kind = DialogKind::message;
+    std::string text;
+    std::optional<Colour> colour;
+    bool ok = false;
+  };
+  Answer take(AskedDialog asked);
+
+  std::deque<Answer> answers_;
+  std::vector<AskedDialog> asked_;
+};
+
+/// Pictures outside of groups are the large ones; `resize` sets their width. The user's deeds throw
+/// std::logic_error when no person could do them: a click on a disabled button, a choice outside the list.
+class NoneWindow final : public Window {
+ public:
+  NoneWindow(const WindowSpec& spec, const WindowEvents& events, DialogQueue& dialogs, WindowPlace screen);
+  ~NoneWindow() override;
+
+  void setTitle(const std::string& title) override { title_ = title; }
+  void setStatus(const std::string& text) override { status_ = text; }
+  WindowPlace place() const override { return place_; }
+  void moveTo(int left, int top) override;
+  WindowPlace screen() const override { return screen_; }
+  double scaling() const override { return 1; }
+  void show() override;
+  /// Handles what waits; returns when nothing more does, since no more user comes.
+  void run() override { processEvents(); }
+  bool processEvents() override;
+  void close() override;
+
+  std::string text(ControlId control) const override;
+  void setText(ControlId control, const std::string& text) override { at(control).text = text; }
+  bool checked(ControlId control) const override { return at(control).on; }
+  void setChecked(ControlId control, bool on) override;
+  void setItems(ControlId list, const std::vector<std::string>& items) override;
+  int selected(ControlId list) const override { return at(list).selected; }
+  void select(ControlId list, int index) override;
+  void setEnabled(ControlId control, bool on) override { at(control).enabled = on; }
+  bool enabled(ControlId control) const override { return at(control).enabled; }
+  void setVisible(ControlId control, bool on) override { at(control).visible = on; }
+  bool visible(ControlId control) const override { return at(control).visible; }
+  void setColours(ControlId control, Colour background, Colour text) override;
+  void setCommandEnabled(CommandId command, bool on) override { command_(command).enabled = on; }
+  bool commandEnabled(CommandId command) const override { return command_(command).enabled; }
+  void setCommandChecked(CommandId command, bool on) override { command_(command).on = on; }
+  bool commandChecked(CommandId command) const override { return command_(command).on; }
+
+  RecordingSurface& surface(ControlId picture) override;
+  void setPointer(ControlId picture, PointerShape shape) override { at(picture).pointer = shape; }
+  void setBusy(bool on) override;
+
+  void message(const std::string& text, const std::string& title, MessageIcon icon) override;
+  bool confirm(const std::string& text, const std::string& title) override;
+  std::string chooseFile(const FileDialogSpec& dialog) override;
+  std::optional<Colour> chooseColour(Colour initial) override;
+  std::string inputBox(const std::string& prompt, const std::string& title,
+                       const std::string& initial) override;
+
+  // What a driver sees.
+  const std::string& title() const { return title_; }
+  const std::string& status() const { return status_; }
+  bool shown() const { return shown_; }
+  bool closed() const { return closed_; }
+  bool busy() const { return busy_; }
+  /// How often the hourglass was shown.
+  int busyTimes() const { return busyTimes_; }
+  Colour background(ControlId control) const { return at(control).background; }
+  Colour textColour(ControlId control) const { return at(control).textColour; }
+  PointerShape pointer(ControlId picture) const { return at(picture).pointer; }
+  const std::vector<std::string>& items(ControlId list) const { return at(list).items; }
+  /// Row of a name in the tables; throws when there is none.
+  ControlId control(std::string_view name) const;
+  CommandId command(std::string_view name) const;
+
+  // What the user does. Everything but focus changes and typing raises the event at once.
+  /// Moves the focus; a number field that loses it is confirmed.
+  void userFocuses(ControlId control);
+  /// Replaces the text of a number field, which gets the focus. Not confirmed yet.
+  void userTypes(ControlId control, const std::string& text);
+  void userPressesEnter();
+  /// Types and presses Enter.
+  void userEnters(ControlId control, const std::string& text);
+  /// A button, colour box, check box or radio.
+  void userClicks(ControlId control);
+  void userChooses(ControlId list, int index);
+  void userPicks(CommandId command);
+  bool userPresses(const KeyEvent& key);
+  void userMouse(ControlId picture, const MouseEvent& event);
+  /// Press and release of a button at one place.
+  void userClicksAt(ControlId picture, int button, int x, int y);
+  void userDrops(const std::string& path);
+  void userCloses() { close(); }
+  /// The large pictures become `width` pixels wide.
+  void userResizes(int width);
+  /// Something to happen at the next processEvents() or run().
+  void later(std::function<void()> deed) { waiting_.push_back(std::move(deed)); }
+
+  /// Called when the window is destroyed.
+  std::function<void()> gone;
+
+ private:
+  struct Control {
+    std::string text;
+    bool on = false, enabled = true, visible = true;
+    std::vector<std::string> items;
+    int selected = -1;
+    Colour background = 0xFFFFFF, textColour = 0;
+    PointerShape pointer = PointerShape::arrow;
+    std::unique_ptr<RecordingSurface> surface;
+  };
+  struct Command {
+    bool enabled = true, on = false;
+  };
+
+  Control& at(ControlId control);
+  const Control& at(ControlId control) const;
+  Command& command_(CommandId command);
+  const Command& command_(CommandId command) const;
+  const ControlSpec& spec(ControlId control) const;
+  /// Throws unless a person could use the control now.
+  void reach(ControlId control) const;
+  void chooseRadio(ControlId control);
+
+  std::vector<ControlSpec> controlSpecs_;
+  std::vector<CommandSpec> commandSpecs_;
+  WindowEvents events_;
+  DialogQueue& dialogs_;
+  std::vector<Control> controls_;
+  std::vector<Command> commands_;
+  std::string title_, status_;
+  WindowPlace place_, screen_;
+  std::deque<std::function<void()>> waiting_;
+  ControlId focus_ = -1;
+  bool shown_ = false, closed_ = false, busy_ = false;
+  int busyTimes_ = 0;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,210 @@
+#include "platform/none/recording_surface.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+PointF toFloat(PointI p) { return {static_cast<float>(p.x), static_cast<float>(p.y)}; }
+
+Colour fromArgb(std::uint32_t argb) { return (argb >> 16 & 0xFF) | (argb & 0xFF00) | (argb & 0xFF) << 16; }
+
+/// Cuts the line to the box by Liang and Barsky's rule; false when nothing of it is left.
+bool clipLine(PointF& from, PointF& to, float left, float top, float right, float bottom) {
+  const float dx = to.x - from.x, dy = to.y - from.y;
+  float enter = 0, leave = 1;
+  for (const auto& [p, q] :
+       {std::pair{-dx, from.x - left}, {dx, right - from.x}, {-dy, from.y - top}, {dy, bottom - from.y}}) {
+    if (p == 0 && q < 0) return false;
+    if (p == 0) continue;
+    const float t = q / p;
+    if (p < 0)
+      enter = std::max(enter, t);
+    else
+      leave = std::min(leave, t);
+  }
+  if (enter > leave) return false;
+  const PointF start = from;
+  from = {start.x + enter * dx, start.y + enter * dy};
+  to = {start.x + leave * dx, start.y + leave * dy};
+  return true;
+}
+
+PointF bezierAt(const PointF* p, float t) {
+  const float u = 1 - t;
+  const float a = u * u * u, b = 3 * u * u * t, c = 3 * u * t * t, d = t * t * t;
+  return {a * p[0].x + b * p[1].x + c * p[2].x + d * p[3].x,
+          a * p[0].y + b * p[1].y + c * p[2].y + d * p[3].y};
+}
+
+}  // namespace
+
+RecordingSurface::RecordingSurface(int width, int height)
+    : width_(width),
+      height_(height),
+      pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0xFFFFFFFF) {}
+
+void RecordingSurface::record(DrawKind kind, std::vector<PointF> points, float size, Colour colour) {
+  calls_.push_back({kind, std::move(points), size, colour, false, CapStyle::round});
+}
+
+void RecordingSurface::record(DrawKind kind, std::span<const PointI> points, const Pen& pen) {
+  std::vector<PointF> copy(points.size());
+  std::ranges::transform(points, copy.begin(), toFloat);
+  record(kind, std::move(copy), static_cast<float>(pen.width), pen.colour);
+  calls_.back().dotted = pen.dotted;
+}
+
+int RecordingSurface::count(DrawKind kind) const {
+  return static_cast<int>(std::ranges::count(calls_, kind, &DrawCall::kind));
+}
+
+int RecordingSurface::inked() const {
+  const std::uint32_t paper = toArgb(background_, 0);
+  return static_cast<int>(
+      std::ranges::count_if(pixels_, [paper](std::uint32_t p) { return (p & 0xFFFFFF) != paper; }));
+}
+
+void RecordingSurface::clear(Colour background) {
+  background_ = background;
+  ++clears_;
+  calls_.clear();
+  record(DrawKind::clear, {}, 0, background);
+  std::ranges::fill(pixels_, toArgb(background));
+}
+
+void RecordingSurface::clearTransparent(Colour background) {
+  clear(background);
+  std::ranges::fill(pixels_, toArgb(background, 0));
+}
+
+void RecordingSurface::put(int x, int y, Colour colour) {
+  if (x < 0 || y < 0 || x >= width_ || y >= height_) return;
+  pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x)] =
+      toArgb(colour);
+}
+
+void RecordingSurface::thinLine(PointF from, PointF to, Colour colour, bool dotted) {
+  if (!clipLine(from, to, -1, -1, static_cast<float>(width_), static_cast<float>(height_))) return;
+  const float dx = to.x - from.x, dy = to.y - from.y;
+  const int steps = toInt32(std::max(std::fabs(dx), std::fabs(dy)));
+  for (int i = 0; i <= steps; ++i) {
+    if (dotted && i % 2 == 1) continue;
+    const float t = steps == 0 ? 0 : static_cast<float>(i) / static_cast<float>(steps);
+    put(toInt32(from.x + t * dx), toInt32(from.y + t * dy), colour);
+  }
+}
+
+void RecordingSurface::line(PointI from, PointI to, const Pen& pen) {
+  if (pen.width <= 1)
+    thinLine(toFloat(from), toFloat(to), pen.colour, pen.dotted);
+  else
+    band(toFloat(from), toFloat(to), static_cast<float>(pen.width), pen.colour);
+}
+
+void RecordingSurface::disc(PointF centre, float radius, Colour colour) {
+  const auto limit = [](float v, int end) { return toInt32(std::clamp(v, -1.F, static_cast<float>(end))); };
+  const int top = limit(centre.y - radius, height_), bottom = limit(centre.y + radius, height_);
+  const int left = limit(centre.x - radius, width_), right = limit(centre.x + radius, width_);
+  for (int y = top; y <= bottom; ++y)
+    for (int x = left; x <= right; ++x)
+      if (std::hypot(static_cast<float>(x) - centre.x, static_cast<float>(y) - centre.y) <= radius)
+        put(x, y, colour);
+}
+
+void RecordingSurface::fill(std::span<const PointF> points, Colour colour) {
+  if (points.size() < 3) return;
+  const auto [least, most] = std::ranges::minmax(points, {}, &PointF::y);
+  const int top = std::max(0, toInt32(std::floor(least.y)));
+  const int bottom = std::min(height_ - 1, toInt32(std::ceil(most.y)));
+  std::vector<float> crossings;
+  for (int row = top; row <= bottom; ++row) {
+    const auto y = static_cast<float>(row);
+    crossings.clear();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      const PointF& a = points[i];
+      const PointF& b = points[(i + 1) % points.size()];
+      if ((a.y <= y) != (b.y <= y)) crossings.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
+    }
+    std::ranges::sort(crossings);
+    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
+      const int end = std::min(width_, toInt32(std::ceil(crossings[i + 1])));
+      for (int x = std::max(0, toInt32(std::ceil(crossings[i]))); x < end; ++x) put(x, row, colour);
+    }
+  }
+}
+
+void RecordingSurface::band(PointF from, PointF to, float width, Colour colour) {
+  const float dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
+  if (length == 0) return;
+  const float nx = -dy / length * width / 2, ny = dx / length * width / 2;
+  const std::array<PointF, 4> corners = {{{from.x + nx, from.y + ny},
+                                          {to.x + nx, to.y + ny},
+                                          {to.x - nx, to.y - ny},
+                                          {from.x - nx, from.y - ny}}};
+  fill(corners, colour);
+}
+
+void RecordingSurface::segment(PointI from, PointI to, const Pen& pen) {
+  record(DrawKind::segment, std::array{from, to}, pen);
+  line(from, to, pen);
+}
+
+void RecordingSurface::circle(PointI centre, int radius, const Pen& pen) {
+  record(DrawKind::circle, {toFloat(centre)}, static_cast<float>(radius), pen.colour);
+  const int steps = std::clamp(radius * 8, 8, 4096);
+  for (int i = 0; i < steps; ++i) {
+    const double angle = kTwoPi * i / steps;
+    put(toInt32(centre.x + radius * std::cos(angle)), toInt32(centre.y + radius * std::sin(angle)),
+        pen.colour);
+  }
+}
+
+void RecordingSurface::dot(PointI centre, int diameter, Colour colour) {
+  record(DrawKind::dot, {toFloat(centre)}, static_cast<float>(diameter), colour);
+  disc(toFloat(centre), static_cast<float>(diameter) / 2, colour);
+}
+
+void RecordingSurface::polygonOutline(std::span<const PointI> points, const Pen& pen) {
+  record(DrawKind::polygonOutline, points, pen);
+  for (std::size_t i = 0; i < points.size(); ++i) line(points[i], points[(i + 1) % points.size()], pen);
+}
+
+void RecordingSurface::polyline(std::span<const PointI> points, const Pen& pen) {
+  record(DrawKind::polyline, points, pen);
+  for (std::size_t i = 0; i + 1 < points.size(); ++i) line(points[i], points[i + 1], pen);
+}
+
+void RecordingSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
+  record(DrawKind::fillPolygon, points, {1, colour, false});
+  fill(calls_.back().points, colour);
+}
+
+void RecordingSurface::wideCurve(const WideCurve& curve) {
+  record(DrawKind::wideCurve, {curve.bezier.begin(), curve.bezier.end()}, curve.width, curve.colour);
+  calls_.back().caps = curve.caps;
+  constexpr int kPieces = 6;
+  const bool rounded = curve.caps == CapStyle::round;
+  for (std::size_t i = 0; i + 3 < curve.bezier.size(); i += 3)
+    for (int piece = 0; piece < kPieces; ++piece) {
+      const PointF* p = &curve.bezier[i];
+      const PointF from = bezierAt(p, static_cast<float>(piece) / kPieces);
+      const PointF to = bezierAt(p, static_cast<float>(piece + 1) / kPieces);
+      band(from, to, curve.width, curve.colour);
+      // Discs close the wedges between pieces; at a flat start there is none.
+      if (rounded || i + static_cast<std::size_t>(piece) > 0) disc(from, curve.width / 2, curve.colour);
+    }
+  if (rounded && curve.bezier.size() >= 4) disc(curve.bezier.back(), curve.width / 2, curve.colour);
+}
+
+Colour RecordingSurface::pixel(PointI at) const {
+  if (at.x < 0 || at.y < 0 || at.x >= width_ || at.y >= height_) return background_;
+  return fromArgb(pixels_[static_cast<std::size_t>(at.y) * static_cast<std::size_t>(width_) +
+                          static_cast<std::size_t>(at.x)]);
+}
+
+}  // namespace lorivan

@@ -1,0 +1,81 @@
+// A surface in memory that writes down every drawing call and has real pixels, all of them aliased.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/surface.h"
+
+namespace lorivan {
+
+enum class DrawKind {
+  clear,
+  segment,
+  circle,
+  dot,
+  polygonOutline,
+  polyline,
+  fillPolygon,
+  wideCurve,
+  refresh
+};
+
+/// One drawing call as it came in.
+struct DrawCall {
+  DrawKind kind = DrawKind::clear;
+  std::vector<PointF> points;
+  float size = 0;  // pen or band width, radius, diameter
+  Colour colour = 0;
+  bool dotted = false;
+  CapStyle caps = CapStyle::round;
+};
+
+class RecordingSurface final : public Surface {
+ public:
+  RecordingSurface(int width, int height);
+
+  int width() const override { return width_; }
+  int height() const override { return height_; }
+
+  void clear(Colour background) override;
+  void clearTransparent(Colour background) override;
+  void segment(PointI from, PointI to, const Pen& pen) override;
+  void circle(PointI centre, int radius, const Pen& pen) override;
+  void dot(PointI centre, int diameter, Colour colour) override;
+  void polygonOutline(std::span<const PointI> points, const Pen& pen) override;
+  void polyline(std::span<const PointI> points, const Pen& pen) override;
+  void fillPolygon(std::span<const PointI> points, Colour colour) override;
+  void wideCurve(const WideCurve& curve) override;
+  void refresh() override { record(DrawKind::refresh, {}, 0, 0); }
+
+  Colour pixel(PointI at) const override;
+  PixelBlock lendPixels() override { return {pixels_.data(), width_, height_, width_}; }
+
+  /// Everything drawn since the last clear(), the clear() itself included.
+  const std::vector<DrawCall>& calls() const { return calls_; }
+  int count(DrawKind kind) const;
+  /// How many times the surface was cleared since it was made.
+  int clears() const { return clears_; }
+  /// Pixels that differ from the background.
+  int inked() const;
+  /// 0xAARRGGBB, rows from the top.
+  std::span<const std::uint32_t> pixels() const { return pixels_; }
+
+ private:
+  void record(DrawKind kind, std::vector<PointF> points, float size, Colour colour);
+  void record(DrawKind kind, std::span<const PointI> points, const Pen& pen);
+  void put(int x, int y, Colour colour);
+  void thinLine(PointF from, PointF to, Colour colour, bool dotted);
+  void line(PointI from, PointI to, const Pen& pen);
+  void disc(PointF centre, float radius, Colour colour);
+  void fill(std::span<const PointF> points, Colour colour);
+  void band(PointF from, PointF to, float width, Colour colour);
+
+  int width_, height_;
+  std::vector<std::uint32_t> pixels_;
+  std::vector<DrawCall> calls_;
+  int clears_ = 0;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,78 @@
+#include "platform/qt/pictures.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QImageWriter>
+#include <algorithm>
+
+#include "base/sink.h"
+#include "platform/qt/convert.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::size_t kMostBytes = 256'000'000;
+
+/// The surface's pixels without their alpha, or with it when the picture is transparent.
+QImage pixelsOf(Surface& picture) {
+  const auto* raster = dynamic_cast<RasterSurface*>(&picture);
+  const bool transparent = raster && raster->isTransparent();
+  const PixelBlock block = picture.lendPixels();
+  if (!block.pixels) return {};
+  const auto format = transparent ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+  QImage image(reinterpret_cast<const uchar*>(block.pixels), block.width, block.height,
+               static_cast<qsizetype>(block.stride) * 4, format);
+  image.setDotsPerMeterX(3780);
+  image.setDotsPerMeterY(3780);
+  return image;
+}
+
+QImage onWhite(const QImage& picture, int width, int height) {
+  QImage page(width, height, QImage::Format_ARGB32_Premultiplied);
+  if (page.isNull()) return page;
+  page.fill(Qt::white);
+  QPainter painter(&page);
+  painter.drawImage((width - picture.width()) / 2, (height - picture.height()) / 2, picture);
+  return page;
+}
+
+}  // namespace
+
+Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
+  QImage image = pixelsOf(picture);
+  if (image.isNull()) return Error{"this picture has no pixels to save"};
+  if (format == PictureFormat::bmp && image.hasAlphaChannel())
+    image = onWhite(image, image.width(), image.height());
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  QImageWriter writer(&buffer, format == PictureFormat::png ? "png" : "bmp");
+  if (!buffer.open(QIODevice::WriteOnly) || !writer.write(image))
+    return Error{"the picture cannot be encoded: " + toUtf8(writer.errorString())};
+  return bytes.toStdString();
+}
+
+Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int width, int height) {
+  auto surface = RasterSurface::create(width, height);
+  if (!surface) return surface;
+  const auto file = readFile(path, kMostBytes);
+  if (!file) return Error{path + ": " + file.error().message};
+  QByteArray bytes = QByteArray::fromRawData(file->data(), static_cast<qsizetype>(file->size()));
+  QBuffer buffer(&bytes);
+  QImageReader reader(&buffer);
+  const QByteArray format = buffer.open(QIODevice::ReadOnly) ? reader.format() : QByteArray();
+  if (format != "bmp" && format != "png" && format != "jpeg")
+    return Error{path + ": it is no BMP, PNG or JPEG picture"};
+  reader.setAutoTransform(true);
+  const QImage picture = reader.read();
+  if (picture.isNull()) return Error{path + ": " + toUtf8(reader.errorString())};
+  const QImage page =
+      onWhite(picture.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation), width, height);
+  if (page.isNull()) return Error{path + ": there is not enough memory to show it"};
+  const PixelBlock block = (*surface)->lendPixels();
+  for (int y = 0; y < height; ++y)
+    std::copy_n(reinterpret_cast<const std::uint32_t*>(page.constScanLine(y)), width,
+                block.pixels + static_cast<std::ptrdiff_t>(y) * block.stride);
+  return surface;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,19 @@
+// Picture files to and from surfaces. Needs no application object.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/qt/raster_surface.h"
+#include "platform/services.h"
+
+namespace lorivan {
+
+/// The bytes of a PNG or of a 24-bit BMP file; the same bytes for the same picture.
+Result<std::string> encodeRaster(Surface& picture, PictureFormat format);
+
+/// A BMP, PNG or JPEG file fitted into width x height, in its middle, on white. Files of more than 256 MB and
+/// pictures that need more than 128 MB of memory are refused.
+Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int width, int height);
+
+}  // namespace lorivan

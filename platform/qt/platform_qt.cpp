@@ -1,0 +1,94 @@
+#include "platform/qt/platform_qt.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLibrary>
+
+#include "platform/qt/convert.h"
+#include "platform/qt/file_settings.h"
+#include "platform/qt/pictures.h"
+#include "platform/qt/raster_surface.h"
+#include "platform/qt/services_qt.h"
+
+namespace lorivan {
+namespace {
+
+/// The running program's folder, without an application object to ask.
+std::string folderOfProgram() {
+#ifdef Q_OS_LINUX
+  const QString program = QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget();
+  return toUtf8(QFileInfo(program).path());
+#else
+  int count = 1;
+  char name[] = "lorivan";
+  char* arguments[] = {name, nullptr};
+  if (qApp) return toUtf8(QCoreApplication::applicationDirPath());
+  const QCoreApplication probe(count, arguments);
+  return toUtf8(QCoreApplication::applicationDirPath());
+#endif
+}
+
+/// Whether an X server answers at $DISPLAY. Asked beforehand, because Qt ends the program when none does.
+bool displayAnswers() {
+  QLibrary library(QStringLiteral("xcb"), 1);
+  const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(library.resolve("xcb_connect"));
+  const auto hasError = reinterpret_cast<int (*)(void*)>(library.resolve("xcb_connection_has_error"));
+  const auto disconnect = reinterpret_cast<void (*)(void*)>(library.resolve("xcb_disconnect"));
+  if (!connect || !hasError || !disconnect) return true;
+  void* const connection = connect(nullptr, nullptr);
+  const bool answers = hasError(connection) == 0;
+  disconnect(connection);
+  return answers;
+}
+
+template <class Made>
+Result<std::unique_ptr<Surface>> asSurface(Result<std::unique_ptr<Made>> made) {
+  if (!made) return made.error();
+  return std::unique_ptr<Surface>(std::move(*made));
+}
+
+}  // namespace
+
+PlatformQt::PlatformQt(std::string settingsPath)
+    : settings_(std::make_unique<FileSettings>(std::move(settingsPath))),
+      clipboard_(std::make_unique<ClipboardQt>()),
+      clock_(std::make_unique<ClockQt>()),
+      help_(std::make_unique<HelpQt>(folderOfProgram())) {}
+
+PlatformQt::~PlatformQt() = default;
+
+Result<std::unique_ptr<Surface>> PlatformQt::createSurface(int width, int height) {
+  return asSurface(RasterSurface::create(width, height));
+}
+
+Result<std::string> PlatformQt::encodePicture(Surface& picture, PictureFormat format) {
+  return encodeRaster(picture, format);
+}
+
+Result<std::unique_ptr<Surface>> PlatformQt::loadPicture(const std::string& path, int width, int height) {
+  return asSurface(loadRaster(path, width, height));
+}
+
+std::string PlatformQt::programFolder() const { return folderOfProgram(); }
+
+Status PlatformQt::canOpenWindow() const {
+#ifdef Q_OS_MACOS
+  return {};
+#else
+  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    return {};
+  if (qEnvironmentVariableIsEmpty("DISPLAY"))
+    return Error{"a window needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set"};
+  if (!displayAnswers())
+    return Error{"a window needs a desktop: no display answers at DISPLAY=" +
+                 toUtf8(qEnvironmentVariable("DISPLAY"))};
+  return {};
+#endif
+}
+
+Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec&, const WindowEvents&) {
+  if (const Status possible = canOpenWindow(); !possible) return possible.error();
+  return Error{"this build has no window yet"};
+}
+
+}  // namespace lorivan

@@ -1,0 +1,39 @@
+// The Qt back end. Drawing, pictures, settings and the clock need neither a display nor an application
+// object; one is made with the window.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/platform.h"
+
+class QApplication;
+
+namespace lorivan {
+
+class PlatformQt final : public Platform {
+ public:
+  /// `settingsPath` is the settings file.
+  explicit PlatformQt(std::string settingsPath);
+  ~PlatformQt() override;
+
+  Result<std::unique_ptr<Surface>> createSurface(int width, int height) override;
+  Result<std::string> encodePicture(Surface& picture, PictureFormat format) override;
+  Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) override;
+  Settings& settings() override { return *settings_; }
+  Clipboard& clipboard() override { return *clipboard_; }
+  Clock& clock() override { return *clock_; }
+  Help& help() override { return *help_; }
+  std::string programFolder() const override;
+  Status canOpenWindow() const override;
+  Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
+
+ private:
+  std::unique_ptr<QApplication> application_;
+  std::unique_ptr<Settings> settings_;
+  std::unique_ptr<Clipboard> clipboard_;
+  std::unique_ptr<Clock> clock_;
+  std::unique_ptr<Help> help_;
+};
+
+}  // namespace lorivan

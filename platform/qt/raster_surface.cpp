@@ -1,0 +1,203 @@
+#include "platform/qt/raster_surface.h"
+
+#include <QPainterPath>
+#include <QPolygon>
+#include <algorithm>
+#include <cmath>
+#include <new>
+
+#include "platform/platform.h"
+#include "platform/qt/convert.h"
+
+namespace lorivan {
+namespace {
+
+/// Points further out than this are held at it: the painter computes in 32-bit fixed point.
+constexpr int kFarthest = 1 << 20;
+
+QPoint toPoint(PointI p) {
+  return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)};
+}
+
+QPolygon toPolygon(std::span<const PointI> points) {
+  QPolygon polygon;
+  polygon.reserve(static_cast<qsizetype>(points.size()));
+  for (const PointI p : points) polygon.append(toPoint(p));
+  return polygon;
+}
+
+QPen toPen(const Pen& pen) {
+  QPen made(toQColor(pen.colour), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  if (pen.dotted) {
+    made.setCapStyle(Qt::FlatCap);
+    made.setDashPattern({1, 2});
+  }
+  return made;
+}
+
+bool isDrawable(PointF p) { return std::abs(p.x) <= float(kFarthest) && std::abs(p.y) <= float(kFarthest); }
+
+bool isOnePoint(std::span<const PointF> points) {
+  return std::ranges::all_of(points, [&](PointF p) { return p.x == points[0].x && p.y == points[0].y; });
+}
+
+QPainterPath toPath(std::span<const PointF> points) {
+  const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
+  QPainterPath path(at(0));
+  for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
+  return path;
+}
+
+/// `argb`, premultiplied with its alpha, over the opaque colour below it.
+Colour blend(QRgb argb, Colour below) {
+  const int rest = 255 - qAlpha(argb);
+  const auto mix = [rest](int above, int under) { return std::min(255, above + (under * rest + 127) / 255); };
+  return makeColour(mix(qRed(argb), redOf(below)), mix(qGreen(argb), greenOf(below)),
+                    mix(qBlue(argb), blueOf(below)));
+}
+
+}  // namespace
+
+RasterSurface::RasterSurface(QImage image) : image_(std::move(image)) { clear(0xFFFFFF); }
+
+Result<std::unique_ptr<RasterSurface>> RasterSurface::create(int width, int height) {
+  if (const Status size = checkPictureSize(width, height); !size) return size.error();
+  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull())
+    return Error{"there is not enough memory for a picture of " + std::to_string(width) + " x " +
+                 std::to_string(height) + " pixels"};
+  image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
+  image.setDotsPerMeterY(3780);
+  return std::unique_ptr<RasterSurface>(new RasterSurface(std::move(image)));
+}
+
+void RasterSurface::fail(std::string reason) {
+  if (fault_.empty()) fault_ = std::move(reason);
+}
+
+QPainter* RasterSurface::painter() {
+  if (!painter_.isActive() && !painter_.begin(&image_)) {
+    fail("the picture cannot be drawn on");
+    return nullptr;
+  }
+  painter_.setRenderHint(QPainter::Antialiasing, false);
+  return &painter_;
+}
+
+QPainter* RasterSurface::painterWith(const Pen& pen) {
+  if (pen.width < 1 || pen.width > kLongestSide) {
+    fail("a pen of " + std::to_string(pen.width) + " pixels cannot be made");
+    return nullptr;
+  }
+  QPainter* const made = painter();
+  if (!made) return nullptr;
+  made->setPen(toPen(pen));
+  made->setBrush(Qt::NoBrush);
+  return made;
+}
+
+const QImage& RasterSurface::image() {
+  if (painter_.isActive()) painter_.end();
+  return image_;
+}
+
+void RasterSurface::fillAll(QColor colour) {
+  if (painter_.isActive()) painter_.end();
+  image_.fill(colour);
+}
+
+void RasterSurface::clear(Colour background) {
+  background_ = background;
+  transparent_ = false;
+  fillAll(toQColor(background));
+}
+
+void RasterSurface::clearTransparent(Colour background) {
+  background_ = background;
+  transparent_ = true;
+  fillAll(Qt::transparent);
+}
+
+void RasterSurface::segment(PointI from, PointI to, const Pen& pen) {
+  if (QPainter* const p = painterWith(pen)) p->drawLine(toPoint(from), toPoint(to));
+}
+
+void RasterSurface::circle(PointI centre, int radius, const Pen& pen) {
+  if (radius < 0) return;
+  if (QPainter* const p = painterWith(pen)) p->drawEllipse(toPoint(centre), radius, radius);
+}
+
+void RasterSurface::dot(PointI centre, int diameter, Colour colour) {
+  if (diameter < 1) return;
+  QPainter* const p = painter();
+  if (!p) return;
+  const int left = toPoint(centre).x() - diameter / 2;
+  const int top = toPoint(centre).y() - diameter / 2;
+  // Row by row: the painter's own small circles come out lopsided. The quarter keeps dots of 3 and 4 round.
+  const double limit = diameter * diameter / 4.0 + 0.25;
+  for (int row = 0; row < diameter; ++row) {
+    const double dy = row + 0.5 - diameter / 2.0;
+    int inset = 0;
+    while (inset < diameter / 2 && std::pow(inset + 0.5 - diameter / 2.0, 2) + dy * dy > limit) ++inset;
+    p->fillRect(left + inset, top + row, diameter - 2 * inset, 1, toQColor(colour));
+  }
+}
+
+void RasterSurface::polygonOutline(std::span<const PointI> points, const Pen& pen) {
+  if (points.empty()) return;
+  if (QPainter* const p = painterWith(pen)) p->drawPolygon(toPolygon(points));
+}
+
+void RasterSurface::polyline(std::span<const PointI> points, const Pen& pen) {
+  if (points.empty()) return;
+  if (QPainter* const p = painterWith(pen)) p->drawPolyline(toPolygon(points));
+}
+
+void RasterSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
+  if (points.size() < 3) return;
+  QPainter* const p = painter();
+  if (!p) return;
+  p->setPen(Qt::NoPen);
+  p->setBrush(toQColor(colour));
+  p->drawPolygon(toPolygon(points));
+}
+
+void RasterSurface::wideCurve(const WideCurve& curve) {
+  if (curve.bezier.empty()) return;
+  if (!(curve.width > 0) || curve.width > float(kLongestSide)) return fail("a curve has no usable width");
+  if (curve.bezier.size() % 3 != 1 || !std::ranges::all_of(curve.bezier, isDrawable))
+    return fail("a curve has points that cannot be drawn");
+  QPainter* const p = painter();
+  if (!p) return;
+  const bool round = curve.caps == CapStyle::round;
+  p->setRenderHint(QPainter::Antialiasing);
+  p->translate(0.5, 0.5);  // to the middle of the pixels
+  if (isOnePoint(curve.bezier)) {
+    p->setPen(Qt::NoPen);
+    p->setBrush(toQColor(curve.colour));
+    const double radius = round ? curve.width / 2.0 : 0;
+    p->drawEllipse(QPointF(curve.bezier[0].x, curve.bezier[0].y), radius, radius);
+  } else {
+    const auto caps = round ? Qt::RoundCap : Qt::FlatCap;
+    p->strokePath(toPath(curve.bezier),
+                  QPen(toQColor(curve.colour), double(curve.width), Qt::SolidLine, caps, Qt::RoundJoin));
+  }
+  p->resetTransform();
+}
+
+Colour RasterSurface::pixel(PointI at) const {
+  if (at.x < 0 || at.y < 0 || at.x >= image_.width() || at.y >= image_.height()) return background_;
+  return blend(reinterpret_cast<const QRgb*>(image_.constScanLine(at.y))[at.x], background_);
+}
+
+PixelBlock RasterSurface::lendPixels() {
+  if (painter_.isActive()) painter_.end();
+  return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
+          static_cast<int>(image_.bytesPerLine() / 4)};
+}
+
+void RasterSurface::refresh() {
+  if (show_) show_();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,55 @@
+// A surface on a QImage. Works without an application object and without a display.
+#pragma once
+
+#include <QImage>
+#include <QPainter>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/surface.h"
+
+namespace lorivan {
+
+class RasterSurface final : public Surface {
+ public:
+  /// A white picture; an error when the size is not allowed or the memory is not there.
+  static Result<std::unique_ptr<RasterSurface>> create(int width, int height);
+
+  int width() const override { return image_.width(); }
+  int height() const override { return image_.height(); }
+  void clear(Colour background) override;
+  void clearTransparent(Colour background) override;
+  void segment(PointI from, PointI to, const Pen& pen) override;
+  void circle(PointI centre, int radius, const Pen& pen) override;
+  void dot(PointI centre, int diameter, Colour colour) override;
+  void polygonOutline(std::span<const PointI> points, const Pen& pen) override;
+  void polyline(std::span<const PointI> points, const Pen& pen) override;
+  void fillPolygon(std::span<const PointI> points, Colour colour) override;
+  void wideCurve(const WideCurve& curve) override;
+  Colour pixel(PointI at) const override;
+  PixelBlock lendPixels() override;
+  void refresh() override;
+  std::string fault() const override { return fault_; }
+
+  /// What was drawn so far, to copy or to paint from.
+  const QImage& image();
+  bool isTransparent() const { return transparent_; }
+  /// Called by refresh().
+  void onRefresh(std::function<void()> show) { show_ = std::move(show); }
+
+ private:
+  explicit RasterSurface(QImage image);
+  void fillAll(QColor colour);
+  QPainter* painter();
+  QPainter* painterWith(const Pen& pen);
+  void fail(std::string reason);
+
+  QImage image_;
+  QPainter painter_;  // kept open between calls; closed before anybody else sees the image
+  std::function<void()> show_;
+  std::string fault_;
+  bool transparent_ = false;
+};
+
+}  // namespace lorivan

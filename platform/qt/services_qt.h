@@ -1,0 +1,33 @@
+// Clipboard, clock and help of the Qt back end.
+#pragma once
+
+#include <string>
+
+#include "platform/services.h"
+
+namespace lorivan {
+
+class ClipboardQt final : public Clipboard {
+ public:
+  void clear() override;
+  Status putPicture(Surface& picture) override;
+};
+
+class ClockQt final : public Clock {
+ public:
+  std::int64_t milliseconds() const override;
+  void sleep(int milliseconds) override;
+  float secondsOfDay() const override;
+  std::uint64_t seed() const override;
+};
+
+class HelpQt final : public Help {
+ public:
+  explicit HelpQt(std::string folder) : folder_(std::move(folder)) {}
+  Status open(const std::string& page) override;
+
+ private:
+  std::string folder_;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,41 @@
+#include "platform/win32/checked.h"
+
+#include <array>
+
+#include "platform/win32/text.h"
+
+namespace lorivan::win32 {
+namespace {
+
+std::string systemText(DWORD code) {
+  std::array<wchar_t, 512> buffer{};
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                      code, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
+  std::string text = narrow({buffer.data(), length});
+  while (!text.empty() && std::string_view("\r\n. ").find(text.back()) != std::string_view::npos)
+    text.pop_back();
+  return text.empty() ? "error " + std::to_string(code) : text;
+}
+
+}  // namespace
+
+std::string systemFault(std::string_view call, DWORD code) {
+  std::string text(call);
+  text += ": ";
+  text += code == ERROR_SUCCESS ? "the system gave no reason" : systemText(code);
+  return text;
+}
+
+Status checkedCode(LONG code, std::string_view call) {
+  if (code == ERROR_SUCCESS) return {};
+  return Error{systemFault(call, static_cast<DWORD>(code))};
+}
+
+Status checkedPlus(Gdiplus::GpStatus status, std::string_view call) {
+  if (status == Gdiplus::Ok) return {};
+  if (status == Gdiplus::Win32Error) return Error{systemFault(call)};
+  if (status == Gdiplus::OutOfMemory) return Error{systemFault(call, ERROR_OUTOFMEMORY)};
+  return Error{std::string(call) + ": GDI+ status " + std::to_string(static_cast<int>(status))};
+}
+
+}  // namespace lorivan::win32

@@ -1,0 +1,46 @@
+#include "platform/win32/platform_win32.h"
+
+#include "platform/win32/checked.h"
+#include "platform/win32/dib_surface.h"
+#include "platform/win32/pictures.h"
+
+namespace lorivan::win32 {
+
+PlatformWin32::PlatformWin32(std::string_view application)
+    : folder_(folderOfProgram()), settings_(application), help_(folder_) {}
+
+Status PlatformWin32::graphics() const {
+  if (plus_.status()) return {};
+  return Error{"Error loading GDI+!"};
+}
+
+Result<std::unique_ptr<Surface>> PlatformWin32::createSurface(int width, int height) {
+  if (const Status ready = graphics(); !ready) return ready.error();
+  auto surface = DibSurface::create(width, height);
+  if (!surface) return surface.error();
+  return std::unique_ptr<Surface>(std::move(*surface));
+}
+
+Result<std::string> PlatformWin32::encodePicture(Surface& picture, PictureFormat format) {
+  const auto* surface = dynamic_cast<const DibSurface*>(&picture);
+  if (surface == nullptr) return Error{"this picture has no pixels to save"};
+  return encodeSurface(*surface, format);
+}
+
+Result<std::unique_ptr<Surface>> PlatformWin32::loadPicture(const std::string& path, int width, int height) {
+  if (const Status ready = graphics(); !ready) return ready.error();
+  auto surface = loadSurface(path, width, height);
+  if (!surface) return surface.error();
+  return std::unique_ptr<Surface>(std::move(*surface));
+}
+
+Status PlatformWin32::canOpenWindow() const { return graphics(); }
+
+Result<std::unique_ptr<Window>> PlatformWin32::createWindow(const WindowSpec& spec,
+                                                            const WindowEvents& events) {
+  static_cast<void>(spec);
+  static_cast<void>(events);
+  return Error{"no window yet"};
+}
+
+}  // namespace lorivan::win32

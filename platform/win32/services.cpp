@@ -1,0 +1,149 @@
+#include "platform/win32/services.h"
+
+#include <array>
+#include <cstring>
+
+#include "platform/win32/checked.h"
+#include "platform/win32/dib_surface.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/pictures.h"
+#include "platform/win32/text.h"
+
+namespace lorivan::win32 {
+namespace {
+
+/// The clipboard, open and ours. It needs an owner: a window that lives as long as the object is enough.
+class OpenClipboardScope {
+ public:
+  OpenClipboardScope()
+      : owner_(
+            CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr)) {
+    constexpr int kTries = 10;
+    // Another program may be looking at it just now.
+    for (int i = 0; i < kTries && !open_; ++i) {
+      if (i > 0) Sleep(20);
+      open_ = OpenClipboard(owner_.get()) != 0;
+    }
+    if (!open_)
+      status_ = Error{systemFault("OpenClipboard")};
+    else
+      status_ = checked(EmptyClipboard(), "EmptyClipboard");
+  }
+  OpenClipboardScope(const OpenClipboardScope&) = delete;
+  OpenClipboardScope& operator=(const OpenClipboardScope&) = delete;
+  ~OpenClipboardScope() {
+    if (open_) CloseClipboard();
+  }
+  const Status& status() const { return status_; }
+
+ private:
+  OwnedWindow owner_;
+  bool open_ = false;
+  Status status_;
+};
+
+OwnedGlobalMemory globalCopy(const std::string& bytes) {
+  OwnedGlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
+  void* place = memory ? GlobalLock(memory.get()) : nullptr;
+  if (place == nullptr) return {};
+  std::memcpy(place, bytes.data(), bytes.size());
+  GlobalUnlock(memory.get());
+  return memory;
+}
+
+std::wstring browserFor(const wchar_t* extension) {
+  std::array<wchar_t, 1024> program{};
+  DWORD length = static_cast<DWORD>(program.size());
+  if (FAILED(
+          AssocQueryStringW(ASSOCF_NONE, ASSOCSTR_EXECUTABLE, extension, L"open", program.data(), &length)))
+    return {};
+  return program.data();
+}
+
+std::wstring fileUrl(const std::wstring& path) {
+  std::array<wchar_t, 2048> url{};
+  DWORD length = static_cast<DWORD>(url.size());
+  if (FAILED(UrlCreateFromPathW(path.c_str(), url.data(), &length, 0))) return {};
+  return url.data();
+}
+
+/// A return value above 32 is this call's way to say that it worked.
+Status shellOpen(const std::wstring& file, const std::wstring& arguments) {
+  const HINSTANCE code =
+      ShellExecuteW(nullptr, L"open", file.c_str(), arguments.empty() ? nullptr : arguments.c_str(), nullptr,
+                    SW_SHOWNORMAL);
+  const auto number = reinterpret_cast<INT_PTR>(code);
+  if (number > 32) return {};
+  return Error{systemFault("ShellExecute", static_cast<DWORD>(number))};
+}
+
+}  // namespace
+
+void SystemClipboard::clear() { const OpenClipboardScope emptied; }
+
+Status SystemClipboard::putPicture(Surface& picture) {
+  const auto* surface = dynamic_cast<const DibSurface*>(&picture);
+  if (surface == nullptr) return Error{"this picture cannot be copied"};
+  OwnedGlobalMemory memory = globalCopy(deviceIndependentBitmap(*surface));
+  if (!memory) return Error{systemFault("GlobalAlloc")};
+  const OpenClipboardScope clipboard;
+  if (!clipboard.status()) return clipboard.status();
+  if (SetClipboardData(CF_DIB, memory.get()) == nullptr) return Error{systemFault("SetClipboardData")};
+  static_cast<void>(memory.release());  // the clipboard owns it now
+  return {};
+}
+
+std::int64_t SystemClock::milliseconds() const {
+  const std::uint32_t now = timeGetTime();
+  if (now < last_) ++turns_;
+  last_ = now;
+  return turns_ << 32 | now;
+}
+
+void SystemClock::sleep(int milliseconds) {
+  if (milliseconds <= 0) return;
+  timeBeginPeriod(1);  // otherwise a short sleep takes up to 16 ms
+  Sleep(static_cast<DWORD>(milliseconds));
+  timeEndPeriod(1);
+}
+
+float SystemClock::secondsOfDay() const {
+  SYSTEMTIME now{};
+  GetLocalTime(&now);
+  return static_cast<float>((now.wHour * 60 + now.wMinute) * 60 + now.wSecond) +
+         static_cast<float>(now.wMilliseconds) / 1000;
+}
+
+std::uint64_t SystemClock::seed() const {
+  LARGE_INTEGER counter{};
+  QueryPerformanceCounter(&counter);
+  FILETIME now{};
+  GetSystemTimeAsFileTime(&now);
+  const std::uint64_t time = static_cast<std::uint64_t>(now.dwHighDateTime) << 32 | now.dwLowDateTime;
+  return time * 0x9E3779B97F4A7C15ULL ^ static_cast<std::uint64_t>(counter.QuadPart) ^
+         static_cast<std::uint64_t>(GetCurrentProcessId()) << 48;
+}
+
+Status BrowserHelp::open(const std::string& page) {
+  const std::size_t cut = page.find('#');
+  std::wstring path = widen(folder_ + "/" + page.substr(0, cut));
+  std::replace(path.begin(), path.end(), L'/', L'\\');
+  if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+    return Error{"the help page " + narrow(path) + " is missing"};
+  const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
+  if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
+  // The shell drops a topic behind a file's name, the browser itself takes it.
+  return shellOpen(browser, L"\"" + url + widen(page.substr(cut)) + L"\"");
+}
+
+std::string folderOfProgram() {
+  std::wstring path(MAX_PATH, L'\0');
+  DWORD length = 0;
+  while ((length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()))) == path.size())
+    path.resize(path.size() * 2);
+  path.resize(length);
+  const std::size_t cut = path.find_last_of(L"\\/");
+  return cut == std::wstring::npos ? "." : narrow(std::wstring_view(path).substr(0, cut));
+}
+
+}  // namespace lorivan::win32

@@ -1,0 +1,25 @@
+#include "strands/colours.h"
+
+namespace lorivan {
+
+StrandColours strandColours(const ColourBoxes& boxes) {
+  StrandColours colours;
+  for (int i = 1; i < kStrandSlots; ++i) {
+    const Colour box = boxes[static_cast<std::size_t>((i - 1) % 14)];
+    colours.display[static_cast<std::size_t>(i)] = box;
+    colours.argb[static_cast<std::size_t>(i)] = toArgb(box);
+  }
+  colours.argb[15] = 0xFFFFFFFF;
+  return colours;
+}
+
+void setStrandColour(StrandColours& colours, int box, Colour colour) {
+  colours.display[static_cast<std::size_t>(box) + 1] = colour;
+  colours.argb[static_cast<std::size_t>(box) + 1] = toArgb(colour);
+}
+
+Colour BColor(const ColourBoxes& boxes, int index) {
+  return boxes[static_cast<std::size_t>(std::clamp(index - 1, 0, kColourBoxes - 1))];
+}
+
+}  // namespace lorivan

@@ -1,0 +1,158 @@
+#include "strands/knot_curve.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/numbers.h"
+#include "strands/bspline.h"
+
+namespace lorivan {
+namespace {
+
+/// Samples one closed polygon of `count` points; polygon[count] repeats polygon[0] and is not read.
+void sampleClosed(const StrandPoint* polygon, int count, const BsplineTable& table, KnotCurve& curve) {
+  const int order = table.order();
+  for (int interval = 0; interval < count; ++interval)
+    for (int phase = 0; phase < table.samples(); ++phase) {
+      const double* weight = table.weights(phase);
+      double x = 0, y = 0, z = 0;
+      for (int j = 0, k = interval; j < order; ++j) {
+        const StrandPoint& p = polygon[k];
+        x += weight[j] * p.x;
+        y += weight[j] * p.y;
+        z += weight[j] * p.z;
+        k = k == 0 ? count - 1 : k - 1;
+      }
+      curve.X.push_back(static_cast<float>(-x));
+      curve.Y.push_back(static_cast<float>(y));
+      curve.Z.push_back(static_cast<float>(z));
+    }
+}
+
+/// Points are whole pixels up to the reference size. Larger pictures keep eighths, so that the same knot
+/// looks smooth in them.
+double steps(const GridView& view) { return view.width <= kReferenceWidth ? 1 : 8; }
+
+PointF place(const KnotCurve& curve, int sample, const GridView& view, bool raster) {
+  const auto i = static_cast<std::size_t>(sample);
+  const double k = view.width / (2 * kHalfView * view.zoom);
+  const double x = view.width / 2.0 + k * curve.X[i];
+  const double y = view.width * 0.4 - k * curve.Y[i] / 1.25;
+  if (!raster) return {static_cast<float>(x), static_cast<float>(y)};
+  const double n = steps(view);
+  return {static_cast<float>(roundHalfEven(x * n) / n), static_cast<float>(roundHalfEven(y * n) / n)};
+}
+
+/// Widens [low, high] by the inner extremes of one cubic Bezier coordinate.
+void addExtremes(double p0, double p1, double p2, double p3, double& low, double& high) {
+  low = std::min({low, p0, p3});
+  high = std::max({high, p0, p3});
+  const double a = -p0 + 3 * p1 - 3 * p2 + p3, b = 2 * (p0 - 2 * p1 + p2), c = p1 - p0;
+  const auto add = [&](double t) {
+    if (!(t > 0 && t < 1)) return;
+    const double s = 1 - t;
+    const double value = s * s * s * p0 + 3 * s * s * t * p1 + 3 * s * t * t * p2 + t * t * t * p3;
+    low = std::min(low, value);
+    high = std::max(high, value);
+  };
+  if (std::fabs(a) < 1e-12) {
+    if (b != 0) add(-c / b);
+    return;
+  }
+  const double root = b * b - 4 * a * c;
+  if (root < 0) return;
+  add((-b + std::sqrt(root)) / (2 * a));
+  add((-b - std::sqrt(root)) / (2 * a));
+}
+
+}  // namespace
+
+int samplesPerPoint(float scale) {
+  if (scale < 10) return 3;
+  return scale < 20 ? 4 : 5;
+}
+
+void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& curve) {
+  const BsplineTable table(order, samples);
+  curve.X.clear();
+  curve.Y.clear();
+  curve.Z.clear();
+  curve.longest = 0;
+  for (int slot = 0; slot < kStrandSlots; ++slot) {
+    const auto at = static_cast<std::size_t>(slot);
+    curve.first[at] = static_cast<int>(curve.X.size());
+    const int count = store.ThreadCount[at];
+    if (count > 0) sampleClosed(&store.point(slot, 0), count, table, curve);
+    curve.last[at] = static_cast<int>(curve.X.size()) - 1;
+    curve.longest = std::max(curve.longest, count * samples);
+  }
+}
+
+void cardinalToBezier(std::span<const PointF> points, std::vector<PointF>& bezier) {
+  if (points.size() < 2) return;
+  constexpr float pull = 0.5F / 3;  // tension over three
+  const std::size_t last = points.size() - 1;
+  bezier.push_back(points[0]);
+  for (std::size_t i = 0; i < last; ++i) {
+    const PointF before = points[i == 0 ? 0 : i - 1], from = points[i], to = points[i + 1],
+                 after = points[i + 1 == last ? last : i + 2];
+    bezier.push_back({from.x + (to.x - before.x) * pull, from.y + (to.y - before.y) * pull});
+    bezier.push_back({to.x - (after.x - from.x) * pull, to.y - (after.y - from.y) * pull});
+    bezier.push_back(to);
+  }
+}
+
+GridBox curveBox(const KnotCurve& curve, float stretch) {
+  GridBox box;
+  double left = 1e30, right = -1e30, bottom = 1e30, top = -1e30;
+  std::vector<PointF> points, bezier;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!curve.used(slot)) continue;
+    points.clear();
+    bezier.clear();
+    const int from = curve.first[static_cast<std::size_t>(slot)] + 1;
+    for (int i = from; i <= curve.last[static_cast<std::size_t>(slot)]; ++i)
+      points.push_back({curve.X[static_cast<std::size_t>(i)], curve.Y[static_cast<std::size_t>(i)]});
+    points.push_back(points.front());
+    cardinalToBezier(points, bezier);
+    for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) {
+      addExtremes(bezier[i].x, bezier[i + 1].x, bezier[i + 2].x, bezier[i + 3].x, left, right);
+      addExtremes(bezier[i].y, bezier[i + 1].y, bezier[i + 2].y, bezier[i + 3].y, bottom, top);
+    }
+  }
+  if (left > right) return box;
+  box.add(left, bottom * stretch);
+  box.add(right, top * stretch);
+  return box;
+}
+
+void bandPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
+                std::vector<PointF>& points) {
+  points.clear();
+  const auto at = static_cast<std::size_t>(slot);
+  for (int i = curve.first[at] + 1; i <= curve.last[at]; ++i) points.push_back(place(curve, i, view, raster));
+  if (!points.empty()) points.push_back(points.front());
+}
+
+void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
+  runs.clear();
+  const int first = curve.first[static_cast<std::size_t>(slot)],
+            last = curve.last[static_cast<std::size_t>(slot)];
+  const auto isUnder = [&](int i) { return curve.Z[static_cast<std::size_t>(i)] < 0; };
+  for (int i = first; i < last;) {
+    while (i <= last && isUnder(i)) ++i;
+    if (i > last) return;
+    const int begin = i;
+    while (i <= last && !isUnder(i)) ++i;
+    runs.push_back({begin, i, i > last ? first : i});
+  }
+}
+
+void runPoints(const KnotCurve& curve, const OverRun& run, const GridView& view, bool raster,
+               std::vector<PointF>& points) {
+  points.clear();
+  for (int i = run.begin; i < run.end; ++i) points.push_back(place(curve, i, view, raster));
+  points.push_back(place(curve, run.next, view, raster));
+}
+
+}  // namespace lorivan

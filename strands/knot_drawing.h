@@ -1,0 +1,45 @@
+// The 2-D picture of a knot: a black band with a coloured band inside it along every strand, then every
+// stretch that lies over another once more on top.
+#pragma once
+
+#include "graph/grid_drawing.h"
+#include "strands/colours.h"
+#include "strands/knot_curve.h"
+
+namespace lorivan {
+
+/// The fields that style the bands.
+struct KnotStyle {
+  float width = 7;       // half the outer width, pixels of the 500-pixel picture
+  float edge = 5;        // black edge on each side, same pixels
+  int startColour = 12;  // negative: every strand takes colour |startColour|
+  StrandColours colours;
+
+  double outerWidth() const;
+  double innerWidth() const;
+  /// Band colour of a strand slot.
+  Colour bandColour(int slot) const;
+};
+
+/// Zooms the view out just enough that the grid's lines and the knot with its bands lie in the picture.
+void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style);
+void fitView(GridView& view, const KnotGraph& graph);
+
+/// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
+double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
+
+/// Draws all strands over what the surface holds. Surfaces with pixels get rounded points (bandPoints).
+void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
+
+struct PictureOptions {
+  Colour background = 0xFFFFFF;
+  bool transparent = false;
+  bool showGrid = true;  // the grid stays visible under the knot
+  GridDrawOptions grid;
+};
+
+/// The whole picture: background, grid when wanted, knot. The graph is only read.
+void drawKnotPicture(Surface& surface, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
+                     const GridView& view, const PictureOptions& options);
+
+}  // namespace lorivan

@@ -1,0 +1,50 @@
+// An SVG file as a drawing surface: real Bezier curves, named groups, millimetres.
+#pragma once
+
+#include <string>
+
+#include "platform/surface.h"
+
+namespace lorivan {
+
+/// Draws into SVG 1.1 text. Its units are fine steps of the picture; one user unit of the file is one
+/// millimetre.
+class SvgSurface final : public Surface {
+ public:
+  /// A picture `width` units wide and `height` high, `millimetres` wide as printed or cut.
+  SvgSurface(int width, int height, double millimetres, std::string title);
+
+  int width() const override { return width_; }
+  int height() const override { return height_; }
+  bool isRaster() const override { return false; }
+  Colour pixel(PointI) const override { return background_; }
+
+  void clear(Colour background) override;
+  void clearTransparent(Colour background) override;
+  void segment(PointI from, PointI to, const Pen& pen) override;
+  void circle(PointI centre, int radius, const Pen& pen) override;
+  void dot(PointI centre, int diameter, Colour colour) override;
+  void polygonOutline(std::span<const PointI> points, const Pen& pen) override;
+  void polyline(std::span<const PointI> points, const Pen& pen) override;
+  void fillPolygon(std::span<const PointI> points, Colour colour) override;
+  void wideCurve(const WideCurve& curve) override;
+  void beginGroup(std::string_view name) override;
+  void endGroup() override;
+
+  /// The whole file. Nothing is drawn afterwards.
+  std::string finish();
+
+ private:
+  void number(double units);
+  void attribute(std::string_view name, double units);
+  void pointList(std::span<const PointI> points);
+  void penAttributes(const Pen& pen);
+  void indent();
+
+  int width_, height_;
+  double scale_;  // millimetres for a unit
+  std::string head_, body_;
+  int depth_ = 1;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,265 @@
+#include "strands/tracing.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+float angleOf(PointF from, PointF to) {
+  float angle = 0;
+  FindAngle(to.x - from.x, to.y - from.y, angle);
+  return angle;
+}
+
+PointF midpoint(const GridPoint& a, const GridPoint& b) {
+  return {static_cast<float>(a.X + b.X) / 2, static_cast<float>(a.Y + b.Y) / 2};
+}
+
+float quarterTurn(float angle) {
+  return static_cast<float>(angle >= 4.712389F ? angle - 1.5 * kPi : angle + kPi / 2);
+}
+
+float halfTurn(float angle) { return static_cast<float>(angle < kPiF ? angle + kPi : angle - kPi); }
+
+/// Whether two directions point more or less the same way, seen across the full turn.
+bool pointsAlong(float a, float b) {
+  constexpr double reach = 1.3707963;  // a quarter turn less 0.2
+  return std::fabs(a - b) < reach || std::fabs(a - (b + kTwoPi)) < reach ||
+         std::fabs(a - (b - kTwoPi)) < reach;
+}
+
+/// How unequal the distances of two spots from the middle of the view are, from 0 to 1.
+bool lieOnDifferentRings(PointF a, PointF b) {
+  const double aa = static_cast<double>(a.x) * a.x + static_cast<double>(a.y) * a.y;
+  const double bb = static_cast<double>(b.x) * b.x + static_cast<double>(b.y) * b.y;
+  return aa + bb > 0 && std::fabs((bb - aa) / (bb + aa)) >= 0.01;
+}
+
+/// One strand's walk: from line to line, turning in angular order alternately to the next and the previous
+/// neighbour.
+class Walk {
+ public:
+  Walk(KnotGraph& graph, const TraceSettings& settings, StrandStore& store, const TraceWatcher& watcher)
+      : graph_(graph), settings_(settings), store_(store), watcher_(watcher) {}
+
+  enum class Outcome { closed, endless, abandoned };
+
+  Outcome run(int slot, int start, int startSlot, int startLine);
+
+ private:
+  /// A turn round one point, from the middle of one line to the middle of the next.
+  struct Corner {
+    const GridLine& in;
+    const GridLine& out;
+    PointF A, B, C;  // the two midpoints, and the spot between them
+  };
+
+  GridLine& line(int index) { return graph_.Lines[static_cast<std::size_t>(index)]; }
+  const GridPoint& point(int index) const { return graph_.Points[static_cast<std::size_t>(index)]; }
+
+  void enterStartLine(int index);
+  bool stepOver(int& outgoing, int& next);
+  PointF apex(const Corner& corner) const;
+  PointF swungApex(const Corner& corner) const;
+  PointF wallApex(const Corner& corner) const;
+  bool store(int number, PointF apexPoint, PointF crossing);
+
+  KnotGraph& graph_;
+  const TraceSettings& settings_;
+  StrandStore& store_;
+  const TraceWatcher& watcher_;
+
+  int slot_ = 0;
+  int sign_ = -1;  // s: turns to the next (+1) or the previous (-1) neighbour
+  int walls_ = 0;  // w
+  int previous_ = 0, current_ = 0;
+  PointF reference_;  // R: the previous apex
+};
+
+/// Sign and first reference point of a strand that starts on a line.
+void Walk::enterStartLine(int index) {
+  GridLine& start = line(index);
+  sign_ = start.Passes == 1 ? -start.Over : -1;
+  if (start.Kind >= kWall) sign_ = -sign_;
+  start.Over = static_cast<std::int16_t>(sign_);
+
+  const double d = graph_.halfCell(), theta = start.Angle;
+  if (sign_ < 1) {
+    // For level lines drawn from right to left, and those just below, the reference lies on the other side.
+    const double up = d * std::sin(theta + kPi / 2);
+    reference_ = {static_cast<float>(start.MidX + d * std::cos(theta + kPi / 2)),
+                  static_cast<float>(theta < 0.001 ? start.MidY - up : start.MidY + up)};
+  } else {
+    reference_ = {static_cast<float>(start.MidX + d * std::cos(theta)),
+                  static_cast<float>(start.MidY + d * std::sin(theta))};
+  }
+}
+
+/// Chooses the outgoing line at the current point and marks its crossing. False when the neighbour is no
+/// point.
+bool Walk::stepOver(int& outgoing, int& next) {
+  const GridPoint& turn = point(current_);
+  int k = 0;
+  while (k < turn.NbCount && turn.Nb[static_cast<std::size_t>(k)] != previous_) ++k;
+  int m = k + sign_;
+  sign_ = -sign_;
+  if (m > turn.NbCount - 1) m = 0;
+  if (m < 0) m = turn.NbCount > 0 ? turn.NbCount - 1 : 0;
+  if (turn.NbCount == 0) return false;
+  outgoing = turn.NbLine[static_cast<std::size_t>(m)];
+  next = turn.Nb[static_cast<std::size_t>(m)];
+  if (next > graph_.LastPoint) return false;
+
+  GridLine& out = line(outgoing);
+  if (out.Kind == kWall) {
+    sign_ = -sign_;
+    ++walls_;
+  }
+  ++out.Passes;
+  out.Over = static_cast<std::int16_t>(out.Kind == kWall && walls_ < 2 ? -sign_ : sign_);
+  return true;
+}
+
+/// The apex of an ordinary corner swings out of the straight way by the swish.
+PointF Walk::swungApex(const Corner& corner) const {
+  const auto& [in, out, A, B, C] = corner;
+  if (settings_.circular && lieOnDifferentRings(A, B)) return C;
+  float beta = in.Angle;
+  if (beta < 0) beta = static_cast<float>(beta + kTwoPi);
+  if (sign_ > 0) beta = quarterTurn(beta);
+  if (out.Kind == kWall) beta = quarterTurn(beta);
+  if (!pointsAlong(beta, angleOf(A, reference_))) beta = halfTurn(beta);
+  const double swing = settings_.swish * 0.12 * std::sin(static_cast<double>(beta) - angleOf(B, A));
+  return {static_cast<float>(C.x - (C.y - A.y) * swing), static_cast<float>(C.y + (C.x - A.x) * swing)};
+}
+
+/// A strand that comes from a wall leaves at a right angle, on the side of the wall that it came on.
+PointF Walk::wallApex(const Corner& corner) const {
+  const PointF A = corner.A, R = reference_;
+  const PointF X{A.x - (A.y - R.y), A.y + (A.x - R.x)};
+  const PointF middle{static_cast<float>(corner.in.MidX), static_cast<float>(corner.in.MidY)};
+  const float wall = angleOf(middle, {static_cast<float>(corner.in.X1), static_cast<float>(corner.in.Y1)});
+  const auto fromWall = [&](PointF spot) {
+    const double turn = static_cast<double>(angleOf(middle, spot)) - wall;
+    return turn < 0 ? turn + kTwoPi : turn;
+  };
+  const bool sameSide = (fromWall(R) > kPi) == (fromWall(X) > kPi);
+  return sameSide ? X : PointF{A.x + (A.y - R.y), A.y - (A.x - R.x)};
+}
+
+PointF Walk::apex(const Corner& corner) const {
+  const auto& [in, out, A, B, C] = corner;
+  PointF X = in.Kind == kWall ? wallApex(corner) : swungApex(corner);
+  if (in.Kind == kWall && out.Kind == kWall) {
+    if (A.y == B.y) X.x = C.x;
+    if (A.x == B.x) X.y = C.y;
+  }
+  return X;
+}
+
+/// Stores one apex and the crossing after it; false when the strand has grown too long.
+bool Walk::store(int number, PointF apexPoint, PointF crossing) {
+  if (number > kStrandPoints - 2) return false;
+  const int height = settings_.mirror ? -sign_ : sign_;
+  store_.point(slot_, number) = {-apexPoint.x, apexPoint.y / settings_.stretch, 0};
+  store_.point(slot_, number + 1) = {-crossing.x, crossing.y / settings_.stretch, static_cast<float>(height)};
+  return true;
+}
+
+Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
+  slot_ = slot;
+  walls_ = 0;
+  enterStartLine(startLine);
+  const int firstSign = sign_;
+  const int second = point(start).Nb[static_cast<std::size_t>(startSlot)];
+  if (second > graph_.LastPoint) return Outcome::endless;
+  previous_ = start;
+  current_ = second;
+  int incoming = startLine, count = 0;
+  do {
+    int outgoing = 0, next = 0;
+    if (!stepOver(outgoing, next)) return Outcome::endless;
+    const PointF A = midpoint(point(previous_), point(current_)), B = midpoint(point(current_), point(next));
+    const Corner corner{line(incoming), line(outgoing), A, B, {(A.x + B.x) / 2, (A.y + B.y) / 2}};
+    const PointF X = apex(corner);
+    incoming = outgoing;
+    if (walls_ > 0) --walls_;
+    if (!store(count, X, B)) return Outcome::endless;
+    count += 2;
+    if (watcher_ && !watcher_({slot, reference_, A, B, X})) return Outcome::abandoned;
+    reference_ = X;
+    previous_ = current_;
+    current_ = next;
+  } while (previous_ != start || current_ != second || sign_ != firstSign);
+  store_.ThreadCount[static_cast<std::size_t>(slot)] = count;
+  store_.point(slot, count) = store_.point(slot, 0);
+  return Outcome::closed;
+}
+
+/// Hands out slots: one further for every strand, from 40 back to 1, until all strands that are kept have
+/// one.
+class SlotCounter {
+ public:
+  explicit SlotCounter(int startColour) : slot_(std::abs(startColour) - 1) {
+    if (slot_ < 0) slot_ = 0;
+  }
+  int next() {
+    if (started_ < kMostStrands) {
+      slot_ = slot_ >= kStrandSlots - 1 ? 1 : slot_ + 1;
+      ++started_;
+    }
+    return slot_;
+  }
+
+ private:
+  int slot_;
+  int started_ = 0;
+};
+
+bool canStart(const GridLine& line) { return line.Passes < 2 && line.Kind != kWall; }
+
+}  // namespace
+
+bool usesCircularRule(Shape shape, int xNo) {
+  if (shape == Shape::Spiral) return xNo < 5;
+  return shapeTable()[static_cast<std::size_t>(shape)].circular;
+}
+
+Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, StrandStore& store,
+                              const TraceWatcher& watcher) {
+  if (graph.KnotError) return Error{std::string(kKnotErrorText)};
+  store.ThreadCount.fill(0);
+  SlotCounter slots(settings.startColour);
+  Walk walk(graph, settings, store, watcher);
+  for (int start = 0; start <= graph.LastPoint; ++start) {
+    const GridPoint& point = graph.Points[static_cast<std::size_t>(start)];
+    for (int k = 0; k < point.NbCount; ++k) {
+      const int startLine = point.NbLine[static_cast<std::size_t>(k)];
+      for (int attempt = 0; attempt < 2; ++attempt) {
+        if (!canStart(graph.Lines[static_cast<std::size_t>(startLine)])) break;
+        const Walk::Outcome outcome = walk.run(slots.next(), start, k, startLine);
+        if (outcome == Walk::Outcome::abandoned) return TraceEnd::abandoned;
+        if (outcome == Walk::Outcome::closed) continue;
+        graph.KnotError = true;
+        return Error{std::string(kKnotErrorText)};
+      }
+    }
+  }
+  return TraceEnd::complete;
+}
+
+KnotCounts countKnot(const KnotGraph& graph, const StrandStore& store) {
+  KnotCounts counts;
+  for (const std::int32_t points : store.ThreadCount) counts.strands += points > 0 ? 1 : 0;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    counts.crossings += line.Kind != kNoLine && line.Kind != kWall && line.Passes == 2 ? 1 : 0;
+  }
+  return counts;
+}
+
+}  // namespace lorivan

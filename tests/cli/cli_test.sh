@@ -1,0 +1,113 @@
+#!/usr/bin/env bash
+# The program as scripts use it: exit statuses, messages, files that appear whole or not at all, equal bytes.
+# Usage: cli_test.sh PROGRAM
+set -uo pipefail
+program=$(readlink -f "$1")
+folder=$(mktemp -d)
+trap 'chmod -R u+rwx "$folder"; rm -rf "$folder"' EXIT
+cd "$folder" || exit 1
+unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
+faults=0
+
+fault() {
+  echo "FAULT: $*"
+  faults=$((faults + 1))
+}
+
+# expect STATUS TEXT ARGUMENT...: runs the program and looks at its status and its error output.
+expect() {
+  local status=$1 text=$2 got
+  shift 2
+  "$program" "$@" >out.txt 2>err.txt
+  got=$?
+  ((got == status)) || fault "status $got instead of $status: $*: $(cat err.txt)"
+  [[ -z $text ]] || grep -qF -- "$text" err.txt || fault "no \"$text\" from: $*: $(cat err.txt)"
+}
+
+same() { cmp -s "$1" "$2" || fault "$1 and $2 differ"; }
+
+expect 0 "" --shape Hexagonal --set vtXNo=5 -o knot.svg -o knot.png -o knot.qzd -o knot.bmp
+[[ ! -s err.txt ]] || fault "notes without a reason: $(cat err.txt)"
+expect 0 "" knot.qzd -o again.png -o again.qzd -o again.svg
+same knot.png again.png
+same knot.qzd again.qzd
+same knot.svg again.svg
+for file in knot.*; do cp "$file" "first-$file"; done
+LC_ALL=de_DE.UTF-8 "$program" --shape Hexagonal --set vtXNo=5 -o knot.svg -o knot.png -o knot.qzd -o knot.bmp
+for file in knot.*; do same "$file" "first-$file"; done
+grep -q $'\r$' knot.qzd || fault "knot files end their lines with CR LF"
+
+expect 0 "" --random 99 --quiet -o a.svg
+expect 0 "" --random 99 --quiet -o b.svg
+same a.svg b.svg
+expect 0 "lorivan: --random" --random -o c.svg
+expect 0 "vtXNo=25 corrected to 20" --set vtXNo=25 -o d.svg
+expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 -o d.svg
+[[ $("$program" --version) == "Lorivan 3.44k" ]] || fault "version"
+expect 0 "" --list parameters
+grep -q vtXNo out.txt || fault "the list names no parameter"
+
+# What cannot be read: status 3, the line and the reason, and nothing written.
+head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
+printf '%s' "$head" >nolines.qzd
+{ printf '%s' "$head"; for ((i = 0; i < 5001; ++i)); do printf '0,0,9,0,4,0,1,0\r\n'; done; } >many.qzd
+printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
+printf '%s0,0,99999,0,4,0,1,0\r\n' "$head" >wide.qzd
+printf '%s0,0,9,0,4\r\n' "$head" >cut.qzd
+head -c 3000 "$program" >binary.qzd
+: >empty.qzd
+mkdir folder.qzd
+while IFS='|' read -r file text; do
+  expect 3 "$text" "$file" -o never.svg
+  grep -qF "$file" err.txt || fault "the message does not name $file"
+done <<'CASES'
+nolines.qzd|line 3: the knot has no lines
+many.qzd|line 5003: a knot has at most 5000 lines
+words.qzd|line 2: "abc" is not a number for vtScale
+wide.qzd|line 3: "99999" is not a whole number
+cut.qzd|line 3: ends after 5 of 8 values
+binary.qzd|line 1:
+empty.qzd|line 1: the file is empty
+folder.qzd|it is a folder
+missing.qzd|No such file
+CASES
+[[ ! -e never.svg ]] || fault "an output was written for a bad input"
+
+printf '20,0\r\n30,2,2\r\n' >star.qzd
+for ((i = 0; i < 14; ++i)); do printf '0,0,%d,50,0,25,1,0\r\n' "$((i * 5))" >>star.qzd; done
+expect 4 "Sorry, this knot has too many lines connected to a single point" star.qzd -o never.svg
+
+# What cannot be written: status 5, the old file as it was, and no scraps.
+echo old >old.svg
+ln -s /dev/full full.png
+expect 5 "cannot write /dev/full" --shape Star -o old.svg -o full.png
+[[ $(cat old.svg) == old ]] || fault "an output was replaced although another failed"
+expect 5 "cannot write no/such/x.svg" -o no/such/x.svg
+mkdir folder.svg
+expect 5 "it is a folder" -o folder.svg
+expect 5 "too large" --width 2000000000 -o huge.png
+[[ -z $(find . -name '*.part*') ]] || fault "scraps were left: $(find . -name '*.part*')"
+
+# Rights do not bind root: these are tried as somebody else.
+chmod 755 "$folder" && touch secret.qzd && chmod 0 secret.qzd
+mkdir locked && echo old >locked/x.svg && chmod 555 locked
+asUser=()
+((EUID == 0)) && asUser=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+if "${asUser[@]}" test -x "$program"; then
+  realProgram=$program
+  asSomebody() { "${asUser[@]}" "$realProgram" "$@"; }
+  program=asSomebody
+  expect 3 "ermission denied" secret.qzd -o /dev/null/never.svg
+  expect 5 "ermission denied" -o locked/x.svg
+  program=$realProgram
+  [[ $(cat locked/x.svg) == old ]] || fault "a file in a locked folder was replaced"
+fi
+
+expect 0 "" -o "Knöten und 結.svg"
+[[ -s "Knöten und 結.svg" ]] || fault "a name with other letters"
+
+expect 2 "there is no shape" --shape Pentagon -o a.svg
+expect 2 "no known format" -o a.xyzzy
+
+((faults == 0)) && echo "all as expected"
+exit $((faults > 0))

@@ -1,0 +1,71 @@
+// The words of the command line.
+#include "app/command_line.h"
+
+#include <gtest/gtest.h>
+
+namespace lorivan {
+namespace {
+
+TEST(CommandLine, TellsJobsApart) {
+  const auto kindOf = [](std::vector<std::string> words) { return parseCommandLine(words)->kind; };
+  EXPECT_EQ(kindOf({}), CommandKind::window);
+  EXPECT_EQ(kindOf({"a.qzd"}), CommandKind::window);
+  EXPECT_EQ(kindOf({"--help"}), CommandKind::help);
+  EXPECT_EQ(kindOf({"--version"}), CommandKind::version);
+  EXPECT_EQ(kindOf({"--list", "shapes"}), CommandKind::list);
+  EXPECT_EQ(kindOf({"a.qzd", "-o", "b.svg"}), CommandKind::makeFiles);
+}
+
+TEST(CommandLine, KeepsItsOptionsInOrder) {
+  const auto line = parseCommandLine(
+      {"--shape",       "regular hexagonal", "--set", "vtXNo=6", "--set", "chkMirror=1", "--set",
+       "vtXNo=7",       "--random",          "42",    "--width", "800",   "--mm",        "12.5",
+       "--transparent", "--quiet",           "-o",    "a.SVG",   "-o",    "dir.x/b.png"});
+  ASSERT_TRUE(line);
+  EXPECT_EQ(line->shape, Shape::RegularHexagonal);
+  ASSERT_EQ(line->values.size(), 2U);
+  EXPECT_EQ(line->values[1].second, "7");
+  EXPECT_EQ(line->checks.at(0), std::make_pair(Check::Mirror, true));
+  EXPECT_EQ(line->seed, 42U);
+  EXPECT_EQ(line->width, 800);
+  EXPECT_EQ(line->millimetres, 12.5);
+  EXPECT_EQ(line->outputs.size(), 2U);
+  const auto seedless = parseCommandLine({"--random", "-o", "a.svg"});
+  EXPECT_TRUE(seedless->random && !seedless->seed);
+  EXPECT_EQ(parseCommandLine({"--shape", "4", "-o", "a.svg"})->shape, Shape::Circular);
+}
+
+TEST(CommandLine, RefusesWhatItDoesNotKnow) {
+  const std::vector<std::string> cases[] = {{"--shape", "Pentagon", "-o", "a.svg"},
+                                            {"--shape"},
+                                            {"--set", "vtXNo", "-o", "a.svg"},
+                                            {"--set", "vtNope=1", "-o", "a.svg"},
+                                            {"--set", "chkMirror=yes", "-o", "a.svg"},
+                                            {"-o", "a.xyzzy"},
+                                            {"-o", "a"},
+                                            {"-o"},
+                                            {"--width", "0", "-o", "a.png"},
+                                            {"--mm", "-3", "-o", "a.svg"},
+                                            {"--mm", "nan", "-o", "a.svg"},
+                                            {"--view", "4d", "-o", "a.png"},
+                                            {"--list", "fish"},
+                                            {"--frobnicate"},
+                                            {"a.qzd", "b.qzd"},
+                                            {"--shape", "Star"},
+                                            {"a.qzd", "--shape", "Star", "-o", "a.svg"},
+                                            {""},
+                                            {"--shape", "(Custom)", "-o", "a.svg"}};
+  for (const auto& words : cases) {
+    const auto line = parseCommandLine(words);
+    EXPECT_FALSE(line) << (words.empty() ? "" : words[0]);
+  }
+}
+
+TEST(CommandLine, ListsComeFromTheTables) {
+  EXPECT_NE(listText("parameters").find("vtPicKnotBackColour"), std::string::npos);
+  EXPECT_NE(listText("shapes").find("11  Regular Hexagonal"), std::string::npos);
+  EXPECT_NE(listText("formats").find("svg"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,53 @@
+// Writes files of all model formats into a folder, for the readers that tools/check_exports runs.
+#include <cstdio>
+#include <string>
+
+#include "base/sink.h"
+#include "export/formats.h"
+#include "unit/export/sample_knots.h"
+
+namespace lorivan {
+namespace {
+
+struct Sample {
+  const char* name;
+  Shape shape;
+  int xNo, yNo;
+  TubeSettings tube;
+};
+
+const Sample kSamples[] = {
+    {"flat", Shape::SquareSquare, 3, 2, {}},
+    {"ring", Shape::SquareSquare, 4, 2, {.polySides = 6, .ringPercent = 100}},
+    {"bracelet", Shape::Triangle, 3, 3, {.polySides = 5, .ringPercent = 75}},
+    {"round", Shape::Circular, 5, 2, {.polySides = 8, .polyPoints = 6}},
+    {"star", Shape::Star, 5, 3, {.polySides = 3, .polyPoints = 1, .polyRadius = 2}},
+    {"high", Shape::Spiral, 5, 2, {.polySides = 4, .polyRadius = 10, .polyZF = 10}},
+};
+
+bool writeSample(const Sample& sample, const ExportFormat& format, const std::string& folder,
+                 const std::string& povTemplate) {
+  const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
+  ExportScene scene = knot.scene();
+  scene.povTemplate = povTemplate;
+  MemorySink sink;
+  const Status written = format.write(scene, sink);
+  if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());
+  const std::string path =
+      folder + "/" + sample.name + "-" + std::string(format.identifier) + "." + std::string(format.extension);
+  return written && writeFile(path, sink.bytes);
+}
+
+}  // namespace
+}  // namespace lorivan
+
+/// Arguments: the folder to fill, and the POV-Ray template.
+int main(int count, char** words) {
+  if (count != 3) return 2;
+  const auto povTemplate = lorivan::readFile(words[2], 1 << 20);
+  if (!povTemplate) return 3;
+  for (const auto& sample : lorivan::kSamples)
+    for (const auto& format : lorivan::exportFormats())
+      if (format.write != nullptr && !lorivan::writeSample(sample, format, words[1], *povTemplate)) return 5;
+  return 0;
+}

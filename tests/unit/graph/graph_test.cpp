@@ -1,0 +1,189 @@
+// Points, lines and the order of neighbours.
+#include "graph/graph.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "base/numbers.h"
+#include "base/random.h"
+
+namespace lorivan {
+namespace {
+
+void addLine(KnotGraph& graph, int kind, float x1, float y1, float x2, float y2) {
+  MakeKE(graph, static_cast<std::int16_t>(kind), x1, y1, x2, y2);
+}
+
+void finish(KnotGraph& graph) {
+  ASSERT_TRUE(finishLines(graph));
+  ASSERT_TRUE(collectPoints(graph));
+}
+
+TEST(FindAngle, GrowsFromXTowardsY) {
+  const struct {
+    float dx, dy;
+    double angle;
+  } cases[] = {
+      {1, 0, 0},    {1, 1, kPi / 4},       {0, 1, kPi / 2},      {0, 0, kPi / 2},     {-1, 1, 3 * kPi / 4},
+      {-1, 0, kPi}, {-1, -1, 5 * kPi / 4}, {0, -5, 3 * kPi / 2}, {1, -1, 7 * kPi / 4}};
+  for (const auto& c : cases) {
+    float angle = -1;
+    FindAngle(c.dx, c.dy, angle);
+    EXPECT_NEAR(angle, c.angle, 1e-6) << c.dx << ' ' << c.dy;
+  }
+}
+
+TEST(MakeKE, RoundsHalvesToEvenAndKeepsItsDirection) {
+  KnotGraph graph;
+  addLine(graph, kOrdinary, 2.5F, 3.5F, -1.5F, -2.5F);
+  addLine(graph, kWall, 0, 0, 10, 0);
+  addLine(graph, kOrdinary, 10, 0, 0, 1);
+  const GridLine& line = graph.Lines[0];
+  EXPECT_EQ(line.X1, 2);
+  EXPECT_EQ(line.Y1, 4);
+  EXPECT_EQ(line.X2, -2);
+  EXPECT_EQ(line.Y2, -2);
+  EXPECT_EQ(line.MidX, 0) << "0.5 rounds to 0";
+  EXPECT_NEAR(graph.Lines[1].Angle, kPi - kPi / 4, 1e-6);
+  EXPECT_EQ(graph.Lines[1].Kind, kWall);
+  EXPECT_EQ(graph.Lines[2].MidY, 0) << "the midpoint is taken before rounding";
+  EXPECT_EQ(graph.NextLine, 3);
+}
+
+TEST(MakeKE, RefusesALinePastTheTable) {
+  KnotGraph graph;
+  for (int i = 0; i <= kMostLines; ++i) addLine(graph, kOrdinary, 0, 0, 1, 1);
+  EXPECT_EQ(graph.NextLine, kMostLines);
+  const Status made = finishLines(graph);
+  ASSERT_FALSE(made);
+  EXPECT_EQ(made.error().message, kTooManyLines);
+}
+
+/// Links and sorts as a plain search would, for comparison.
+struct PlainNeighbours {
+  std::vector<int> nb, line;
+};
+
+PlainNeighbours plainNeighbours(const KnotGraph& graph, int i) {
+  PlainNeighbours out;
+  const auto find = [&](int x, int y) {
+    int k = 0;
+    while (k <= graph.LastPoint && (graph.Points[k].X != x || graph.Points[k].Y != y)) ++k;
+    return k;
+  };
+  const GridPoint& p = graph.Points[i];
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& l = graph.Lines[j];
+    if (l.Kind == 0) continue;
+    if (l.X1 == p.X && l.Y1 == p.Y) out.nb.push_back(find(l.X2, l.Y2)), out.line.push_back(j);
+    if (l.X2 == p.X && l.Y2 == p.Y) out.nb.push_back(find(l.X1, l.Y1)), out.line.push_back(j);
+  }
+  std::vector<float> angle;
+  for (const int k : out.nb) {
+    float a = 0;
+    FindAngle(static_cast<float>(graph.Points[k].X - p.X), static_cast<float>(graph.Points[k].Y - p.Y), a);
+    angle.push_back(a);
+  }
+  for (std::size_t pass = 0; pass < angle.size(); ++pass)
+    for (std::size_t m = 0; m + 1 < angle.size(); ++m)
+      if (angle[m] > angle[m + 1]) {
+        const auto through = static_cast<float>(std::nearbyint(angle[m]));
+        angle[m] = angle[m + 1];
+        angle[m + 1] = through;
+        std::swap(out.nb[m], out.nb[m + 1]);
+        std::swap(out.line[m], out.line[m + 1]);
+      }
+  return out;
+}
+
+TEST(CalcGrid, OrdersAsThePlainSearchDoes) {
+  const Rnd random = seededRandom(11);
+  for (int round = 0; round < 60; ++round) {
+    KnotGraph graph;
+    for (int n = 0; n < 40; ++n) {
+      const auto at = [&] { return static_cast<float>(std::floor(random() * 6) * 10); };
+      addLine(graph, static_cast<int>(random() * 4), at(), at(), at(), at());
+    }
+    finish(graph);
+    if (!CalcGrid(graph)) continue;  // too many at a point: another test
+    for (int i = 0; i <= graph.LastPoint; ++i) {
+      const PlainNeighbours plain = plainNeighbours(graph, i);
+      const GridPoint& p = graph.Points[i];
+      ASSERT_EQ(p.NbCount, static_cast<int>(plain.nb.size()));
+      for (int k = 0; k < p.NbCount; ++k) {
+        EXPECT_EQ(p.Nb[k], plain.nb[k]);
+        EXPECT_EQ(p.NbLine[k], plain.line[k]);
+      }
+    }
+  }
+}
+
+TEST(CalcGrid, AnglesThatMoveUpLoseTheirFraction) {
+  KnotGraph graph;  // neighbours of (0, 0) at about 3.4 and 3.1 radians, in this order
+  addLine(graph, kOrdinary, 0, 0, -97, -26);
+  addLine(graph, kOrdinary, 0, 0, -100, 4);
+  finish(graph);
+  ASSERT_TRUE(CalcGrid(graph));
+  EXPECT_EQ(graph.Points[0].NbLine[0], 0);
+  EXPECT_EQ(graph.Points[0].NbLine[1], 1);
+}
+
+TEST(CalcGrid, LinesThatAreNotThereAndLinesWithoutLength) {
+  KnotGraph graph;
+  addLine(graph, kNoLine, 0, 0, 10, 0);
+  addLine(graph, kOrdinary, 5, 5, 5, 5);
+  finish(graph);
+  ASSERT_TRUE(CalcGrid(graph));
+  EXPECT_EQ(graph.LastPoint, 3);
+  EXPECT_EQ(graph.Points[0].NbCount, 0);
+  EXPECT_EQ(graph.Points[2].NbCount, 2) << "both ends of a point-like line";
+  graph.LastPoint = 2;
+  graph.Points[2] = {};
+  graph.Points[2].X = 7;
+  EXPECT_TRUE(CalcGrid(graph));
+  KnotGraph empty;
+  EXPECT_TRUE(CalcGrid(empty));
+}
+
+TEST(CalcGrid, AnEndThatMeetsNothing) {
+  KnotGraph graph;
+  addLine(graph, kOrdinary, 0, 0, 10, 0);
+  finish(graph);
+  graph.LastPoint = 0;
+  ASSERT_TRUE(CalcGrid(graph));
+  EXPECT_EQ(graph.Points[0].Nb[0], 1);
+}
+
+TEST(CalcGrid, AFourteenthNeighbourIsRefused) {
+  for (const int lines : {13, 14, 30}) {
+    KnotGraph graph;
+    for (int i = 0; i < lines; ++i)
+      addLine(graph, kOrdinary, 0, 0, static_cast<float>(50 * std::cos(i * 0.2)),
+              static_cast<float>(50 * std::sin(i * 0.2)));
+    finish(graph);
+    const Status ordered = CalcGrid(graph);
+    EXPECT_EQ(static_cast<bool>(ordered), lines == 13);
+    EXPECT_EQ(graph.KnotError, lines != 13);
+    EXPECT_EQ(graph.Points[0].NbCount, 13);
+    if (!ordered) {
+      EXPECT_EQ(ordered.error().message, kTooManyAtPoint);
+    }
+  }
+}
+
+TEST(FindLine, TheLowestIndexWithinASixthOfACell) {
+  KnotGraph graph;
+  addLine(graph, kNoLine, 0, 0, 20, 0);
+  addLine(graph, kOrdinary, 0, 0, 20, 0);
+  finish(graph);
+  graph.CellSize = 30;
+  EXPECT_EQ(FindLine(graph, 10, 0), -1) << "no grid yet";
+  graph.NoGrid = false;
+  EXPECT_EQ(FindLine(graph, 10, 0), 0) << "lines that are not there can be picked";
+  EXPECT_EQ(FindLine(graph, 14.9F, 0), 0);
+  EXPECT_EQ(FindLine(graph, 15, 0), -1) << "the limit itself is outside";
+}
+
+}  // namespace
+}  // namespace lorivan

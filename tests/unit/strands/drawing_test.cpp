@@ -1,0 +1,208 @@
+// Curves, bands and what a picture of them holds.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+
+#include "knot_maker.h"
+#include "strands/bspline.h"
+#include "strands/svg_surface.h"
+
+namespace lorivan {
+namespace {
+
+/// Keeps the wide curves that were drawn.
+class CurveRecorder final : public Surface {
+ public:
+  struct Stroke {
+    std::vector<PointF> bezier;
+    float width;
+    Colour colour;
+    CapStyle caps;
+  };
+  explicit CurveRecorder(int width) : width_(width) {}
+  int width() const override { return width_; }
+  int height() const override { return GridView::heightFor(width_); }
+  void clear(Colour background) override { background_ = background; }
+  void segment(PointI, PointI, const Pen&) override { ++segments; }
+  void circle(PointI, int, const Pen&) override {}
+  void dot(PointI, int, Colour) override {}
+  void polygonOutline(std::span<const PointI>, const Pen&) override {}
+  void polyline(std::span<const PointI>, const Pen&) override {}
+  void fillPolygon(std::span<const PointI>, Colour) override {}
+  void wideCurve(const WideCurve& c) override {
+    strokes.push_back({{c.bezier.begin(), c.bezier.end()}, c.width, c.colour, c.caps});
+  }
+  Colour pixel(PointI) const override { return background_; }
+
+  std::vector<Stroke> strokes;
+  int segments = 0;
+
+ private:
+  int width_;
+};
+
+TEST(Bspline, WeightsMatchTheClosedForms) {
+  const BsplineTable quadratic(3, 4), cubic(4, 2);
+  const double quarter[] = {0.25 * 0.25 / 2, (-2 * 1.25 * 1.25 + 6 * 1.25 - 3) / 2, 0.75 * 0.75 / 2};
+  for (int j = 0; j < 3; ++j) EXPECT_NEAR(quadratic.weights(1)[j], quarter[j], 1e-12);
+  const double half[] = {1.0 / 48, 23.0 / 48, 23.0 / 48, 1.0 / 48};
+  for (int j = 0; j < 4; ++j) EXPECT_NEAR(cubic.weights(1)[j], half[j], 1e-12);
+  for (int order = 2; order <= 20; ++order) {
+    const BsplineTable table(order, 5);
+    for (int phase = 0; phase < 5; ++phase) {
+      double sum = 0;
+      for (int j = 0; j < order; ++j) {
+        EXPECT_GE(table.weights(phase)[j], 0);
+        sum += table.weights(phase)[j];
+      }
+      EXPECT_NEAR(sum, 1, 1e-12);
+    }
+  }
+}
+
+TEST(KnotCurve, OrderTwoRunsStraightThroughTheControlPoints) {
+  MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 2, 1));
+  sampleStrands(*knot.store, 2, 5, knot.curve);
+  const int first = knot.curve.first[12];
+  for (int n = 0; n < knot.store->ThreadCount[12]; ++n) {
+    const auto at = static_cast<std::size_t>(first + 5 * (n + 1));  // one interval behind
+    if (n + 1 == knot.store->ThreadCount[12]) break;
+    EXPECT_NEAR(knot.curve.X[at], -knot.store->point(12, n).x, 1e-4);
+    EXPECT_NEAR(knot.curve.Z[at], knot.store->point(12, n).z, 1e-6);
+  }
+  EXPECT_EQ(knot.curve.last[12] - first + 1, 5 * knot.store->ThreadCount[12]);
+  EXPECT_EQ(samplesPerPoint(20), 5);
+  EXPECT_EQ(samplesPerPoint(19.9F), 4);
+  EXPECT_EQ(samplesPerPoint(9), 3);
+}
+
+TEST(KnotCurve, CardinalCurvePassesThroughItsPoints) {
+  const std::vector<PointF> points = {{0, 0}, {30, 0}, {30, 60}};
+  std::vector<PointF> bezier;
+  cardinalToBezier(points, bezier);
+  ASSERT_EQ(bezier.size(), 7U);
+  EXPECT_EQ(bezier[3].x, 30);
+  EXPECT_NEAR(bezier[1].x, 5, 1e-5) << "one-sided at the end";
+  EXPECT_NEAR(bezier[2].x, 25, 1e-5);
+  EXPECT_NEAR(bezier[2].y, -10, 1e-5);
+  bezier.clear();
+  cardinalToBezier({points.data(), 1}, bezier);
+  EXPECT_TRUE(bezier.empty());
+}
+
+TEST(KnotCurve, OverRunsStopShortAndCloseRound) {
+  KnotCurve curve;
+  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
+  curve.X.assign(10, 0.F);
+  curve.Y.assign(10, 0.F);
+  curve.first[1] = 0;
+  curve.last[1] = 9;
+  std::vector<OverRun> runs;
+  overRuns(curve, 1, runs);
+  ASSERT_EQ(runs.size(), 3U);
+  EXPECT_EQ(runs[1].begin, 4);
+  EXPECT_EQ(runs[1].end, 7);
+  EXPECT_EQ(runs[1].next, 7);
+  EXPECT_EQ(runs[2].next, 0) << "past the last sample it goes on at the first";
+  curve.Z.assign(10, 1.F);
+  overRuns(curve, 1, runs);
+  ASSERT_EQ(runs.size(), 1U);
+  EXPECT_EQ(runs[0].end, 10);
+}
+
+TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
+  KnotStyle style;
+  style.colours = strandColours(firstColourBoxes());
+  style.edge = 20;
+  CurveRecorder surface(1000);
+  GridView view(0.8F, 1000);
+  fitView(view, *knot.graph, knot.curve, style);
+  PictureOptions options;
+  drawKnotPicture(surface, *knot.graph, knot.curve, style, view, options);
+  EXPECT_GT(surface.segments, 0);
+  ASSERT_EQ(surface.strokes.size(), 2U + 2 * 3) << "a trefoil is over three times";
+  EXPECT_EQ(surface.strokes[0].width, 28) << "14 pixels at twice the reference size";
+  EXPECT_EQ(surface.strokes[0].colour, 0U);
+  EXPECT_EQ(surface.strokes[1].width, 4) << "never thinner than 2 pixels";
+  EXPECT_EQ(surface.strokes[1].colour, QBColor(12));
+  EXPECT_EQ(surface.strokes[2].caps, CapStyle::flat);
+  EXPECT_EQ(surface.strokes[3].caps, CapStyle::round);
+  EXPECT_EQ(surface.strokes[3].bezier.size(), surface.strokes[2].bezier.size() + 2 * 3)
+      << "black stops two points before colour";
+}
+
+TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
+  for (const auto& [width, parts] : {std::pair{500, 1}, {1000, 8}}) {
+    CurveRecorder surface(width);
+    drawKnot(surface, knot.curve, {}, GridView(0.8F, width));
+    for (std::size_t i = 0; i < surface.strokes[0].bezier.size(); i += 3) {
+      const float x = surface.strokes[0].bezier[i].x * static_cast<float>(parts);
+      EXPECT_EQ(x, std::round(x));
+    }
+  }
+}
+
+TEST(KnotDrawing, ColoursFollowSlotsOrOneForAll) {
+  KnotStyle style;
+  style.colours = strandColours(firstColourBoxes());
+  EXPECT_EQ(style.bandColour(1), QBColor(1));
+  EXPECT_EQ(style.bandColour(14), QBColor(14));
+  EXPECT_EQ(style.bandColour(15), 0xFFFFFFU) << "band colour 15 is white";
+  EXPECT_EQ(style.bandColour(16), QBColor(2));
+  EXPECT_EQ(style.bandColour(40), QBColor(12));
+  style.startColour = -4;
+  EXPECT_EQ(style.bandColour(33), QBColor(4));
+  EXPECT_EQ(BColor(firstColourBoxes(), 15), 0xFFFFFFU);
+  EXPECT_EQ(BColor(firstColourBoxes(), 0), QBColor(1));
+}
+
+TEST(KnotDrawing, NothingIsCutOff) {
+  for (int s = 0; s < kShapeCount - 1; ++s)
+    for (const int n : {1, 5, 20})
+      for (const float skew : {0.1F, 1.F, 10.F}) {
+        GridFields fields = fieldsOf(static_cast<Shape>(s), n, n, 60, 7);
+        fields.skew = skew;
+        TraceSettings settings;
+        settings.swish = 50;
+        const MadeKnot knot = makeKnot(fields, settings);
+        ASSERT_EQ(knot.error, "");
+        KnotStyle style;
+        style.width = 30;
+        CurveRecorder surface(800);
+        GridView view(stretchFactor(skew), 800);
+        fitView(view, *knot.graph, knot.curve, style);
+        drawKnot(surface, knot.curve, style, view);
+        const double half = style.outerWidth() / 2 * view.pixelFactor();
+        for (const auto& stroke : surface.strokes)
+          for (std::size_t i = 0; i < stroke.bezier.size(); i += 3) {
+            EXPECT_GE(stroke.bezier[i].x - half, 0) << s << ' ' << n << ' ' << skew;
+            EXPECT_LE(stroke.bezier[i].x + half, 800);
+            EXPECT_GE(stroke.bezier[i].y - half, 0);
+            EXPECT_LE(stroke.bezier[i].y + half, 640);
+          }
+      }
+}
+
+TEST(SvgSurface, WritesMillimetresWhateverTheLocale) {
+  const char* old = std::setlocale(LC_ALL, "de_DE.UTF-8");
+  SvgSurface surface(5000, 4000, 100, "a < b & \"c\"");
+  surface.clear(makeColour(255, 0, 16));
+  surface.beginGroup("grid");
+  surface.segment({0, 25}, {50, 4000}, {10, 0x00FF00, true});
+  surface.endGroup();
+  const std::vector<PointF> bezier = {{0, 0}, {25, 0}, {50.F, 10.F}, {-0.001F, 100}};
+  surface.wideCurve({bezier, 70, 0x0000FF, CapStyle::flat});
+  const std::string text = surface.finish();
+  if (old != nullptr) std::setlocale(LC_ALL, "C");
+  for (const char* part : {"width=\"100mm\" height=\"80mm\" viewBox=\"0 0 100 80\"",
+                           "a &lt; b &amp; &quot;c&quot;", "fill=\"#ff0010\"", "<g id=\"grid\">",
+                           "y1=\"0.5\" x2=\"1\" y2=\"80\"", "stroke-dasharray=\"0.2 0.4\"",
+                           "stroke-linecap=\"butt\"", "stroke-width=\"1.4\"", "d=\"M0,0C0.5,0 1,0.2 0,2\""})
+    EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+}
+
+}  // namespace
+}  // namespace lorivan

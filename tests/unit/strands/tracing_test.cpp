@@ -1,0 +1,206 @@
+// Strands: every line crossed twice, over and under in turn, whatever the graph.
+#include "strands/tracing.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "knot_maker.h"
+
+namespace lorivan {
+namespace {
+
+/// Lines that strands cross but did not cross exactly twice.
+int wronglyPassed(const KnotGraph& graph) {
+  int wrong = 0;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    wrong += line.Kind != kNoLine && line.Kind != kWall && line.Passes != 2 ? 1 : 0;
+  }
+  return wrong;
+}
+
+/// Height marks per crossing place, of all strands that are kept.
+std::map<std::pair<float, float>, std::vector<float>> crossingMarks(const StrandStore& store) {
+  std::map<std::pair<float, float>, std::vector<float>> marks;
+  for (int slot = 1; slot < kStrandSlots; ++slot)
+    for (int n = 1; n < store.ThreadCount[static_cast<std::size_t>(slot)]; n += 2)
+      marks[{store.point(slot, n).x, store.point(slot, n).y}].push_back(store.point(slot, n).z);
+  return marks;
+}
+
+void expectAlternating(const StrandStore& store) {
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    const int count = store.ThreadCount[static_cast<std::size_t>(slot)];
+    ASSERT_EQ(count % 2, 0);
+    for (int n = 0; n < count; n += 2) {
+      EXPECT_EQ(store.point(slot, n).z, 0);
+      const float here = store.point(slot, n + 1).z, next = store.point(slot, (n + 3) % count).z;
+      EXPECT_EQ(here, -next) << "slot " << slot << ", point " << n + 1;
+    }
+    if (count == 0) continue;
+    EXPECT_EQ(store.point(slot, count).x, store.point(slot, 0).x);
+    EXPECT_EQ(store.point(slot, count).y, store.point(slot, 0).y);
+  }
+}
+
+TEST(Tracing, EveryShapeIsAnAlternatingKnot) {
+  const int sizes[][3] = {{1, 1, 0}, {3, 2, 0}, {7, 5, 0}, {20, 20, 0}, {5, 4, 3}, {6, 3, -7}, {4, 4, 7}};
+  for (int s = 0; s < kShapeCount - 1; ++s)
+    for (const auto& [x, y, offset] : sizes) {
+      const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), x, y, 30, offset));
+      ASSERT_EQ(knot.error, "") << s;
+      EXPECT_EQ(wronglyPassed(*knot.graph), 0) << s << ' ' << x << ' ' << y << ' ' << offset;
+      expectAlternating(*knot.store);
+    }
+}
+
+TEST(Tracing, OneStrandIsOverWhereTheOtherIsUnder) {
+  for (int s = 0; s < kShapeCount - 1; ++s) {
+    const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), 5, 4));
+    if (countKnot(*knot.graph, *knot.store).strands >= kMostStrands) continue;
+    for (const auto& [place, marks] : crossingMarks(*knot.store)) {
+      ASSERT_EQ(marks.size() % 2, 0U) << s;
+      EXPECT_EQ(std::count(marks.begin(), marks.end(), 1.F), std::count(marks.begin(), marks.end(), -1.F))
+          << s;
+    }
+  }
+}
+
+TEST(Tracing, SlotsFollowTheStartColour) {
+  const struct {
+    int start;
+    std::vector<int> slots;
+  } cases[] = {{12, {12, 13}}, {-3, {3, 4}}, {0, {1, 2}}, {15, {15, 16}}};
+  for (const auto& c : cases) {
+    TraceSettings settings;
+    settings.startColour = c.start;
+    const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 1, 1), settings);
+    std::vector<int> used;
+    for (int slot = 0; slot < kStrandSlots; ++slot)
+      if (knot.store->ThreadCount[static_cast<std::size_t>(slot)] > 0) used.push_back(slot);
+    EXPECT_EQ(used, c.slots) << c.start;
+  }
+}
+
+TEST(Tracing, FromTheThirtyNinthStrandOnOneSlotIsShared) {
+  KnotGraph graph;
+  for (int i = 0; i < 45; ++i) {  // 45 separate triangles, one strand each
+    const auto x = static_cast<float>(i * 10);
+    MakeKE(graph, kOrdinary, x, 0, x + 8, 0);
+    MakeKE(graph, kOrdinary, x + 8, 0, x + 4, 8);
+    MakeKE(graph, kOrdinary, x + 4, 8, x, 0);
+  }
+  ASSERT_TRUE(finishLines(graph));
+  ASSERT_TRUE(collectPoints(graph));
+  ASSERT_TRUE(CalcGrid(graph));
+  StrandStore store;
+  TraceSettings settings;
+  settings.startColour = 15;
+  ASSERT_TRUE(traceStrands(graph, settings, store));
+  EXPECT_EQ(countKnot(graph, store).strands, kMostStrands);
+  EXPECT_EQ(store.ThreadCount[14], 0) << "slots 15 to 40, then 1 to 13";
+  EXPECT_GT(store.ThreadCount[13], 0);
+  EXPECT_LT(store.point(13, 1).x, -440) << "the last strand took the last slot";
+}
+
+TEST(Tracing, MirrorExchangesOverAndUnder) {
+  TraceSettings mirrored;
+  mirrored.mirror = true;
+  const MadeKnot a = makeKnot(fieldsOf(Shape::Spiral, 4, 3)),
+                 b = makeKnot(fieldsOf(Shape::Spiral, 4, 3), mirrored);
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    const auto first = a.store->closed(slot), second = b.store->closed(slot);
+    ASSERT_EQ(first.size(), second.size());
+    for (std::size_t n = 0; n < first.size(); ++n) {
+      EXPECT_EQ(first[n].x, second[n].x);
+      EXPECT_EQ(first[n].z, -second[n].z);
+    }
+  }
+}
+
+TEST(Tracing, ATrefoilByHand) {
+  // A triangle's three midpoints, passed twice each by a single strand of six crossings.
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
+  ASSERT_EQ(knot.store->ThreadCount[12], 12);
+  // The first step leads from the midpoint of the base over its right corner to the middle of the right side.
+  const GridLine& right = knot.graph->Lines[1];
+  const StrandPoint& crossing = knot.store->point(12, 1);
+  EXPECT_NEAR(-crossing.x, (right.X1 + right.X2) / 2.0, 1e-4);
+  EXPECT_NEAR(crossing.y * 0.8, (right.Y1 + right.Y2) / 2.0, 1e-4);
+  EXPECT_EQ(std::fabs(crossing.z), 1);
+}
+
+/// A 2 x 2 square whose two middle lines left and right are walls or reversed.
+MadeKnot squareWithKind(std::int16_t kind) {
+  MadeKnot knot;
+  knot.fields = fieldsOf(Shape::SquareSquare, 2, 2);
+  EXPECT_TRUE(buildStandardGrid(*knot.graph, knot.fields));
+  knot.graph->Lines[1].Kind = kind;
+  knot.trace();
+  return knot;
+}
+
+TEST(Tracing, StrandsTurnBackAtAWall) {
+  const MadeKnot plain = squareWithKind(kOrdinary), wall = squareWithKind(kWall),
+                 reversed = squareWithKind(kReversed);
+  ASSERT_EQ(plain.error + wall.error + reversed.error, "");
+  EXPECT_EQ(wronglyPassed(*wall.graph), 0);
+  EXPECT_EQ(countKnot(*plain.graph, *plain.store).crossings, 12);
+  EXPECT_EQ(countKnot(*wall.graph, *wall.store).crossings, 11) << "nothing crosses at the wall";
+  EXPECT_EQ(wall.graph->Lines[1].Passes, 2) << "one strand turns on each side";
+  EXPECT_EQ(countKnot(*reversed.graph, *reversed.store).crossings, 12);
+}
+
+TEST(Tracing, AWatcherSeesEveryCornerAndCanStop) {
+  MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
+  ASSERT_TRUE(collectPoints(*knot.graph));
+  ASSERT_TRUE(CalcGrid(*knot.graph));
+  int steps = 0;
+  const auto end =
+      traceStrands(*knot.graph, knot.settings, *knot.store, [&](const TraceStep&) { return ++steps < 4; });
+  ASSERT_TRUE(end);
+  EXPECT_EQ(*end, TraceEnd::abandoned);
+  EXPECT_EQ(steps, 4);
+}
+
+TEST(Tracing, NeighboursThatAreNoPointsEndInTheMessage) {
+  MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 2, 2));
+  ASSERT_TRUE(collectPoints(*knot.graph));
+  knot.graph->LastPoint = 6;
+  ASSERT_TRUE(CalcGrid(*knot.graph));
+  const auto traced = traceStrands(*knot.graph, knot.settings, *knot.store);
+  ASSERT_FALSE(traced);
+  EXPECT_EQ(traced.error().message, kKnotErrorText);
+  EXPECT_TRUE(knot.graph->KnotError);
+  EXPECT_FALSE(traceStrands(*knot.graph, knot.settings, *knot.store)) << "the flag keeps later traces off";
+}
+
+TEST(Tracing, TwentyThousandRandomKnotsEndOneWayOrTheOther) {
+  const Rnd random = seededRandom(2024);
+  auto graph = std::make_unique<KnotGraph>();
+  auto store = std::make_unique<StrandStore>();
+  int errors = 0;
+  for (int i = 0; i < 20000; ++i) {
+    const auto whole = [&](int span) { return static_cast<int>(random() * span); };
+    GridFields fields = fieldsOf(static_cast<Shape>(whole(12)), 1 + whole(11), 1 + whole(11),
+                                 static_cast<float>(20 + whole(30)), whole(15) - 7);
+    ASSERT_TRUE(buildStandardGrid(*graph, fields, &random));
+    for (int edits = whole(4); edits > 0; --edits)
+      graph->Lines[static_cast<std::size_t>(whole(graph->LastLine + 1))].Kind =
+          static_cast<std::int16_t>(whole(6) - 1);
+    graph->KnotError = false;
+    TraceSettings settings;
+    settings.circular = usesCircularRule(fields.shape, fields.XNo);
+    if (!CalcGrid(*graph) || !traceStrands(*graph, settings, *store)) {
+      EXPECT_TRUE(graph->KnotError);
+      ++errors;
+    }
+  }
+  EXPECT_LT(errors, 2000) << "most edited knots are still knots";
+}
+
+}  // namespace
+}  // namespace lorivan
