@@ -115,32 +115,6 @@ TEST(Picture, StandsAsTheGridDoesAndIsNotMirrored) {
   EXPECT_LT(behind.middleOf(kRed).y, 0.4F);
 }
 
-/// What lies in the middle of the painted part of the middle column's upper or lower half.
-std::uint32_t middleOfColumn(const Picture& picture, bool above) {
-  int first = 400, last = 0;
-  for (int y = above ? 0 : 200; y < (above ? 200 : 400); ++y) {
-    if (picture.at(250, y) == toArgb(kMagenta)) continue;
-    first = std::min(first, y);
-    last = y;
-  }
-  return picture.at(250, (first + last) / 2);
-}
-
-TEST(Picture, TheStrandThatIsOverLiesOnTop) {
-  for (const float height : {1.0F, -1.0F}) {
-    StrandStore store;
-    addStrand(store, 1, roundAt(-20, 0, 40, height));
-    addStrand(store, 2, roundAt(20, 0, 40, -height));
-    const TubeModel model = brightModel(store, {}, {kRed, kGreen});
-    // The two rounds cross above and below the middle of the picture.
-    const Picture front = shown(model, viewAt(0, 0, 0)), back = shown(model, viewAt(180, 0, 0));
-    for (const bool above : {true, false}) {
-      EXPECT_EQ(middleOfColumn(front, above), toArgb(height > 0 ? kRed : kGreen));
-      EXPECT_EQ(middleOfColumn(back, above), toArgb(height > 0 ? kGreen : kRed));
-    }
-  }
-}
-
 TEST(Picture, FacesLeaveNoCracksAndEdgesAreSmooth) {
   TubeSettings settings;
   settings.polySides = 40;
