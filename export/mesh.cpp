@@ -77,6 +77,7 @@ std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, st
   const double radius = model.radius;
   const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
   std::vector<Frame> frames;
+  frames.reserve(static_cast<std::size_t>(strand.ringCount));
   for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
   const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
   Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
