@@ -1,6 +1,7 @@
 // POV-Ray scene: the template with its camera at the right distance, then one blob for each strand.
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "base/numbers.h"
 #include "export/mesh.h"
