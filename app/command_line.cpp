@@ -1,7 +1,5 @@
 #include "app/command_line.h"
 
-#include <array>
-
 #include "app/presets.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -22,7 +20,7 @@ class Parser {
     std::string_view name;
     Status (Parser::*take)();
   };
-  static const std::array<Option, 14> kOptions;
+  static const std::vector<Option> kOptions;
 
   Status value(std::string& out) {
     const std::string& option = arguments_[at_];
@@ -61,23 +59,16 @@ class Parser {
   CommandLine line_;
 };
 
-const std::array<Parser::Option, 14> Parser::kOptions = {{
-    {"--shape", &Parser::takeShape},
-    {"--preset", &Parser::takePreset},
-    {"--set", &Parser::takeSet},
-    {"--random", &Parser::takeRandom},
-    {"--view", &Parser::takeView},
-    {"--width", &Parser::takeWidth},
-    {"--mm", &Parser::takeMillimetres},
-    {"--transparent", &Parser::takeTransparent},
-    {"--quiet", &Parser::takeQuiet},
-    {"--step", &Parser::takeStep},
-    {"-o", &Parser::takeOutput},
-    {"--list", &Parser::takeList},
-    {"--help", &Parser::takeHelp},
-    {"-h", &Parser::takeHelp},
+const std::vector<Parser::Option> Parser::kOptions = {
+    {"--shape", &Parser::takeShape},     {"--preset", &Parser::takePreset},
+    {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
+    {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
+    {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
+    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
+    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
+    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
     {"--version", &Parser::takeVersion},
-}};
+};
 
 Status Parser::takeShape() {
   std::string name;
