@@ -50,12 +50,40 @@ struct TubeModel {
   std::vector<Vec3> vertices;       // ring-major: vertices[ring * sides + side]
   std::vector<TubeStrand> strands;  // in slot order
   int QuadCount = 0;
-  float minimumCoordinate = 0;  // least x or y of the scaled control points; sets the picture's scale
+  float minimumCoordinate = 0;      // least x or y of the scaled control points; sets the picture's scale
+  Vec3 curveMinimum, curveMaximum;  // extremes of the sampled centre lines before they are bent into a ring
 
   const Vec3& vertex(int ring, int side) const {
     return vertices[static_cast<std::size_t>(ring) * static_cast<std::size_t>(sides) +
                     static_cast<std::size_t>(side)];
   }
+  void clear() {
+    sides = QuadCount = 0;
+    centres.clear();
+    vertices.clear();
+    strands.clear();
+  }
 };
+
+/// Positions in TubeModel::vertices of a quad's corners 1 to 4.
+using QuadCorners = std::array<int, 4>;
+
+/// Calls visit(quad, corners, strand) for every quad in the model's order: strand by strand, ring by ring,
+/// side by side; quad counts from 0, strand is the position in TubeModel::strands.
+template <class Visit>
+void forEachQuad(const TubeModel& model, Visit&& visit) {
+  int quad = 0;
+  for (int s = 0; s < static_cast<int>(model.strands.size()); ++s) {
+    const TubeStrand& strand = model.strands[static_cast<std::size_t>(s)];
+    for (int r = 0; r < strand.ringCount; ++r) {
+      const int here = (strand.firstRing + r) * model.sides;
+      const int there = (strand.firstRing + (r + 1 == strand.ringCount ? 0 : r + 1)) * model.sides;
+      for (int m = 0; m < model.sides; ++m) {
+        const int next = m + 1 == model.sides ? 0 : m + 1;
+        visit(quad++, QuadCorners{here + m, here + next, there + next, there + m}, s);
+      }
+    }
+  }
+}
 
 }  // namespace lorivan

@@ -30,8 +30,8 @@ enum class ControlKind {
   picture,    // a surface of its own, see Window::surface
 };
 
-/// A place on the grid of the enclosing group, or of the window's side panel for groups themselves. Units are
-/// the layout's cells (platform/common/layout.h says how cells become pixels).
+/// A place on the grid of the enclosing group, or of the window's panels for what has no group. Units are the
+/// layout's cells: platform/common/layout.h tells where they lie and how they become pixels.
 struct CellPlace {
   int column = 0, row = 0, columns = 1, rows = 1;
 };
@@ -104,8 +104,9 @@ struct WindowEvents {
                                              // except when an entry field needs the key itself
   std::function<void(ControlId)> resized;    // picture: it has a new, cleared surface
   std::function<void(const std::string&)> fileDropped;
-  std::function<bool()> closeQuery;  // true: the window may close
-  std::function<void()> started;     // once, right after the window was first shown
+  std::function<bool()> closeQuery;     // true: the window may close
+  std::function<void()> started;        // once, right after the window was first shown
+  std::function<void(ControlId)> left;  // number: it loses the focus; `confirmed` follows at once
 };
 
 struct WindowSpec {

@@ -57,6 +57,7 @@ class DibSurface final : public Surface {
   PlusTarget target() const { return {context_.get(), alphaBitmap_.get()}; }
   void note(const Status& status);
   void fillAll(std::uint32_t argb);
+  void fillRow(int y, int from, int end, std::uint32_t argb);
   void lines(std::span<const PointI> points, bool closed, const Pen& pen);
   void linesByGdi(std::span<const PointI> points, bool closed, const Pen& pen);
   void shapeByGdi(std::span<const PointI> points, Colour colour);

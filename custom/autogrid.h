@@ -1,0 +1,34 @@
+// AutoGrid: lays a grid inside the outline of a custom shape.
+#pragma once
+
+#include <string_view>
+
+#include "base/result.h"
+#include "custom/custom_shape.h"
+#include "graph/graph.h"
+
+namespace lorivan {
+
+inline constexpr int kMostAutoGridLines = 1800;
+inline constexpr std::string_view kTooComplicated =
+    "This knot would be too complicated. Reduce the AG factor and try again";
+
+struct AutoGridOptions {
+  int gridSize = 20;       // cells along the longer side of the outline's box, 1 to 100
+  bool triangles = false;  // cells are triangles, else squares
+};
+
+/// Fills the closed loops of the shape (a loop in a loop is a hole) with cells and makes their sides the
+/// graph's lines, all ordinary; the outer ones are drawn to the outline. The graph is plane and its cells are
+/// convex. Sets CellSize and clears NoGrid; the points are not collected yet (DrawGrid does).
+///
+/// The cell is a whole number of grid units, at least 3, so that the inner cells are all alike.
+///
+/// Fails with kTooComplicated, to be shown as a message, when there would be more than kMostAutoGridLines:
+/// the lines, as many as the table holds, are then in the graph, but it must not be drawn. Other failures (no
+/// closed outline, one too narrow for a cell) leave the graph as it was; their sentences are for the status
+/// line.
+Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
+                const AutoGridOptions& options);
+
+}  // namespace lorivan

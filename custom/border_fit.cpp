@@ -1,0 +1,269 @@
+#include "custom/border_fit.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <map>
+#include <numeric>
+#include <utility>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+// Limits of a well-shaped cell; degrees, and sides in cells.
+constexpr double kLeastAngle = 28, kMostAngle = 152, kLeastSide = 0.4;
+constexpr double kFlatAngle = 146;  // a free corner as flat as this is cut off
+constexpr double kSharpTurn = 38;   // a turn of the outline that a border node is put on
+constexpr double kReach = 1.3;      // how far a node looks for the outline, cells
+constexpr int kEasedLayers = 4;     // nodes this deep below the border give way to it
+constexpr int kRounds = 40;
+constexpr double kStep = 0.6;
+
+class BorderFit {
+ public:
+  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor)
+      : mesh_(mesh), outline_(outline), cell_(cellSide), height_(heightFactor) {}
+
+  std::vector<PointI> run() {
+    ease();
+    if (cutFlatCorners()) ease();
+    return settle();
+  }
+
+ private:
+  struct BorderNode {
+    int node = 0;
+    std::vector<int> sides;  // of the outline, within reach
+    bool pinned = false;     // goes to `corner`
+    Spot corner;
+  };
+
+  Spot lattice(int node) const { return mesh_.nodes[static_cast<std::size_t>(node)]; }
+  Spot& place(int node) { return places_[static_cast<std::size_t>(node)]; }
+  Spot place(int node) const { return places_[static_cast<std::size_t>(node)]; }
+
+  void ease();
+  void findNeighbours();
+  void findDepths(const MeshBorder& border);
+  void findBorderNodes(const MeshBorder& border);
+  void pinCorners();
+  Spot borderGoal(const BorderNode& b, const MeshBorder& border) const;
+  Spot innerGoal(int node) const;
+  bool cutFlatCorners();
+  double angleAt(const MeshCell& cell, int k) const;
+
+  std::vector<PointI> settle();
+  PointI whole(int node) const;
+  bool wellShaped(const MeshCell& cell, const std::vector<PointI>& at) const;
+  std::vector<bool> nodesInBadCells(const std::vector<PointI>& at) const;
+  void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
+
+  CellMesh& mesh_;
+  const Outline& outline_;
+  double cell_, height_;
+  std::vector<Spot> places_;
+  std::vector<std::vector<int>> neighbours_;
+  std::vector<int> depth_;  // 0 on the border
+  std::vector<BorderNode> border_;
+  std::vector<double> share_;  // of the way from the lattice to the place, 1 down to 0
+};
+
+void BorderFit::findNeighbours() {
+  neighbours_.assign(mesh_.nodes.size(), {});
+  for (const auto& [a, b] : mesh_.sides()) {
+    neighbours_[static_cast<std::size_t>(a)].push_back(b);
+    neighbours_[static_cast<std::size_t>(b)].push_back(a);
+  }
+}
+
+void BorderFit::findDepths(const MeshBorder& border) {
+  depth_.assign(mesh_.nodes.size(), -1);
+  std::vector<int> queue;
+  for (std::size_t node = 0; node < mesh_.nodes.size(); ++node)
+    if (border.contains(static_cast<int>(node))) {
+      depth_[node] = 0;
+      queue.push_back(static_cast<int>(node));
+    }
+  for (std::size_t i = 0; i < queue.size(); ++i)
+    for (const int next : neighbours_[static_cast<std::size_t>(queue[i])])
+      if (int& depth = depth_[static_cast<std::size_t>(next)]; depth < 0) {
+        depth = depth_[static_cast<std::size_t>(queue[i])] + 1;
+        queue.push_back(next);
+      }
+}
+
+void BorderFit::findBorderNodes(const MeshBorder& border) {
+  border_.clear();
+  for (int node = 0; node < static_cast<int>(mesh_.nodes.size()); ++node)
+    if (border.contains(node))
+      border_.push_back({node, outline_.sidesNear(lattice(node), kReach * cell_), false, {}});
+}
+
+/// Puts the nearest border node on each sharp corner of the outline.
+void BorderFit::pinCorners() {
+  for (const OutlineCorner& corner : outline_.corners(0.6 * cell_, kSharpTurn)) {
+    BorderNode* nearest = nullptr;
+    for (BorderNode& b : border_)
+      if (!b.pinned && (nearest == nullptr ||
+                        distance(lattice(b.node), corner.at) < distance(lattice(nearest->node), corner.at)))
+        nearest = &b;
+    if (nearest == nullptr || distance(lattice(nearest->node), corner.at) > 1.1 * cell_) continue;
+    nearest->pinned = true;
+    nearest->corner = corner.at;
+  }
+}
+
+/// On the outline, drawn a little towards the middle between its neighbours.
+Spot BorderFit::borderGoal(const BorderNode& b, const MeshBorder& border) const {
+  if (b.pinned) return b.corner;
+  const Spot between = 0.5 * (place(border.before[static_cast<std::size_t>(b.node)]) +
+                              place(border.after[static_cast<std::size_t>(b.node)]));
+  const Spot here = place(b.node);
+  const Spot wish = here + 0.3 * (between - here) + 0.05 * (lattice(b.node) - here);
+  return outline_.nearest(wish, b.sides).value_or(lattice(b.node));
+}
+
+/// The mean of the neighbours, the nearer to the lattice the deeper it lies.
+Spot BorderFit::innerGoal(int node) const {
+  constexpr std::array<double, kEasedLayers> kAnchor = {0, 0.1, 0.3, 0.6};
+  Spot sum;
+  const std::vector<int>& around = neighbours_[static_cast<std::size_t>(node)];
+  for (const int next : around) sum = sum + place(next);
+  const double anchor = kAnchor[static_cast<std::size_t>(depth_[static_cast<std::size_t>(node)])];
+  return (1 - anchor) / static_cast<double>(around.size()) * sum + anchor * lattice(node);
+}
+
+void BorderFit::ease() {
+  const MeshBorder border(mesh_);
+  findNeighbours();
+  findDepths(border);
+  findBorderNodes(border);
+  pinCorners();
+  places_ = mesh_.nodes;
+  std::vector<Spot> next = places_;
+  for (int round = 0; round < kRounds; ++round) {
+    for (const BorderNode& b : border_)
+      next[static_cast<std::size_t>(b.node)] =
+          place(b.node) + kStep * (borderGoal(b, border) - place(b.node));
+    for (std::size_t node = 0; node < places_.size(); ++node)
+      if (depth_[node] > 0 && depth_[node] < kEasedLayers)
+        next[node] = places_[node] + kStep * (innerGoal(static_cast<int>(node)) - places_[node]);
+    places_.swap(next);
+  }
+}
+
+double BorderFit::angleAt(const MeshCell& cell, int k) const {
+  const auto node = [&](int i) { return place(cell.node[static_cast<std::size_t>(i % cell.corners)]); };
+  const Spot here = node(k), ahead = node(k + 1) - here, behind = node(k + cell.corners - 1) - here;
+  const double angle = degreesBetween(ahead, behind);
+  return cross(ahead, behind) < 0 ? 360 - angle : angle;
+}
+
+bool BorderFit::cutFlatCorners() {
+  std::vector<int> cellsAt(mesh_.nodes.size(), 0);
+  for (const MeshCell& cell : mesh_.cells)
+    for (int k = 0; k < cell.corners; ++k)
+      ++cellsAt[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
+  std::vector<bool> pinned(mesh_.nodes.size(), false);
+  for (const BorderNode& b : border_) pinned[static_cast<std::size_t>(b.node)] = b.pinned;
+  bool any = false;
+  for (MeshCell& cell : mesh_.cells) {
+    if (cell.corners != 4) continue;
+    int flattest = -1;
+    for (int k = 0; k < 4; ++k) {
+      const auto node = static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)]);
+      if (cellsAt[node] == 1 && !pinned[node] && angleAt(cell, k) > kFlatAngle &&
+          (flattest < 0 || angleAt(cell, k) > angleAt(cell, flattest)))
+        flattest = k;
+    }
+    if (flattest < 0) continue;
+    std::rotate(cell.node.begin(), cell.node.begin() + flattest + 1, cell.node.end());
+    cell.corners = 3;
+    any = true;
+  }
+  return any;
+}
+
+PointI BorderFit::whole(int node) const {
+  const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
+  return {toInt32(at.x), toInt32(at.y * height_)};
+}
+
+bool BorderFit::wellShaped(const MeshCell& cell, const std::vector<PointI>& at) const {
+  const auto spot = [&](int k) {
+    const PointI p = at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k % cell.corners)])];
+    return Spot{static_cast<double>(p.x), p.y / height_};
+  };
+  for (int k = 0; k < cell.corners; ++k) {
+    const Spot here = spot(k), ahead = spot(k + 1) - here, behind = spot(k + cell.corners - 1) - here;
+    const double angle = degreesBetween(ahead, behind);
+    if (cross(ahead, behind) <= 0 || angle < kLeastAngle || angle > kMostAngle ||
+        length(ahead) < kLeastSide * cell_)
+      return false;
+  }
+  return true;
+}
+
+std::vector<bool> BorderFit::nodesInBadCells(const std::vector<PointI>& at) const {
+  std::vector<bool> bad(mesh_.nodes.size(), false);
+  for (const MeshCell& cell : mesh_.cells)
+    if (!wellShaped(cell, at))
+      for (int k = 0; k < cell.corners; ++k)
+        bad[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = true;
+  return bad;
+}
+
+/// Marks the ends of border sides that cross or touch another part of the border: cells may be well shaped
+/// while two arms of the mesh overlap.
+void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const {
+  const MeshBorder border(mesh_);
+  const auto spot = [&](int n) {
+    const PointI p = at[static_cast<std::size_t>(n)];
+    return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
+  };
+  const auto apart = [&](Spot a, Spot b, Spot c, Spot d) {  // whether c and d lie on one side of a-b
+    const double p = cross(b - a, c - a), q = cross(b - a, d - a);
+    return (p > 0 && q > 0) || (p < 0 && q < 0);
+  };
+  for (std::size_t i = 0; i < border_.size(); ++i)
+    for (std::size_t j = i + 1; j < border_.size(); ++j) {
+      const int a = border_[i].node, b = border.after[static_cast<std::size_t>(a)];
+      const int c = border_[j].node, d = border.after[static_cast<std::size_t>(c)];
+      if (a == d || b == c) continue;
+      const Spot pa = spot(a), pb = spot(b), pc = spot(c), pd = spot(d);
+      if (std::max(pa.x, pb.x) < std::min(pc.x, pd.x) || std::max(pc.x, pd.x) < std::min(pa.x, pb.x) ||
+          std::max(pa.y, pb.y) < std::min(pc.y, pd.y) || std::max(pc.y, pd.y) < std::min(pa.y, pb.y) ||
+          apart(pa, pb, pc, pd) || apart(pc, pd, pa, pb))
+        continue;
+      for (const int node : {a, b, c, d}) bad[static_cast<std::size_t>(node)] = true;
+    }
+}
+
+/// Rounds to whole units. Nodes of cells that are not well shaped go back towards the lattice by steps; a
+/// lattice of whole units is well shaped, so this ends.
+std::vector<PointI> BorderFit::settle() {
+  share_.assign(mesh_.nodes.size(), 1);
+  for (;;) {
+    std::vector<PointI> at;
+    for (int node = 0; node < static_cast<int>(mesh_.nodes.size()); ++node) at.push_back(whole(node));
+    std::vector<bool> bad = nodesInBadCells(at);
+    markBorderCrossings(at, bad);
+    bool moved = false;
+    for (std::size_t node = 0; node < bad.size(); ++node) {
+      if (!bad[node] || share_[node] <= 0) continue;
+      share_[node] = std::max(0.0, share_[node] - 0.125);
+      moved = true;
+    }
+    if (!moved) return at;
+  }
+}
+
+}  // namespace
+
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor) {
+  return BorderFit(mesh, outline, cellSide, heightFactor).run();
+}
+
+}  // namespace lorivan

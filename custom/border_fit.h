@@ -1,0 +1,17 @@
+// Draws the border of a cell mesh to the outline, so that the knot hugs it.
+#pragma once
+
+#include <vector>
+
+#include "custom/cell_mesh.h"
+
+namespace lorivan {
+
+/// Moves the border nodes onto the outline, sharp corners first, and eases the cells beneath after them, as
+/// far as every cell stays convex, unflipped and well shaped. A cell whose free corner would lie flat on the
+/// outline is cut to a triangle there. Returns each node's place in whole grid units; `heightFactor` is a
+/// grid height for a picture height of 1. Nodes that no cell uses any more have no meaning. The lattice's own
+/// nodes are to be whole grid units; where nothing else will do they stay where they are.
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor);
+
+}  // namespace lorivan

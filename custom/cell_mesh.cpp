@@ -1,0 +1,278 @@
+#include "custom/cell_mesh.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <numeric>
+#include <utility>
+
+namespace lorivan {
+namespace {
+
+/// Numbers of a lattice's rows and columns that cover a box, one more on each side.
+struct LatticeFrame {
+  int columns = 0, rows = 0;
+  Spot corner;  // node (0, 0)
+
+  LatticeFrame(const GridBox& box, const Lattice& lattice) {
+    const double left = std::floor((box.left - lattice.origin.x) / lattice.across) - 1;
+    const double low = std::floor((box.bottom - lattice.origin.y) / lattice.rowStep) - 1;
+    // Rows of triangles lie half a cell apart in turn: row 0 has to be one that the origin lies in step with.
+    const double lowEven = lattice.triangles ? 2 * std::floor(low / 2) : low;
+    corner = {lattice.origin.x + left * lattice.across, lattice.origin.y + lowEven * lattice.rowStep};
+    columns = static_cast<int>(std::ceil((box.right - corner.x) / lattice.across)) + 1;
+    rows = static_cast<int>(std::ceil((box.top - corner.y) / lattice.rowStep)) + 1;
+  }
+
+  int node(int column, int row) const { return row * (columns + 1) + column; }
+};
+
+Spot centreOf(const CellMesh& mesh, const MeshCell& cell) {
+  Spot sum;
+  for (int k = 0; k < cell.corners; ++k)
+    sum = sum + mesh.nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
+  return (1.0 / cell.corners) * sum;
+}
+
+/// Takes the cells whose centres lie inside. A row of cells has its centres at one height, or at two in turn.
+class CellFilter {
+ public:
+  CellFilter(CellMesh& mesh, const Outline& outline) : mesh_(mesh), outline_(outline) {}
+
+  void add(const MeshCell& cell) {
+    const Spot centre = centreOf(mesh_, cell);
+    const std::vector<double>& places = placesAt(centre.y);
+    const auto left = std::upper_bound(places.begin(), places.end(), centre.x) - places.begin();
+    if (left % 2 != 0) mesh_.cells.push_back(cell);
+  }
+
+ private:
+  const std::vector<double>& placesAt(double y) {
+    const auto [entry, added] = places_.try_emplace(y);
+    if (added) entry->second = outline_.crossingsAt(y);
+    return entry->second;
+  }
+
+  CellMesh& mesh_;
+  const Outline& outline_;
+  std::map<double, std::vector<double>> places_;
+};
+
+void addSquares(CellMesh& mesh, const Outline& outline, const LatticeFrame& f) {
+  CellFilter filter(mesh, outline);
+  for (int row = 0; row < f.rows; ++row)
+    for (int column = 0; column < f.columns; ++column)
+      filter.add({{f.node(column, row), f.node(column + 1, row), f.node(column + 1, row + 1),
+                   f.node(column, row + 1)},
+                  4});
+}
+
+/// Odd rows of nodes are shifted to the right by half a cell.
+void addTriangles(CellMesh& mesh, const Outline& outline, const LatticeFrame& f) {
+  CellFilter filter(mesh, outline);
+  for (int row = 0; row < f.rows; ++row)
+    for (int column = 0; column < f.columns; ++column) {
+      const int a = f.node(column, row), b = f.node(column + 1, row);
+      const int c = f.node(column, row + 1), d = f.node(column + 1, row + 1);
+      if (row % 2 == 0) {
+        filter.add({{a, b, c, 0}, 3});
+        filter.add({{b, d, c, 0}, 3});
+      } else {
+        filter.add({{a, d, c, 0}, 3});
+        filter.add({{a, b, d, 0}, 3});
+      }
+    }
+}
+
+NodePair ordered(int a, int b) { return {std::min(a, b), std::max(a, b)}; }
+
+/// The sides of a cell, in order.
+template <class Visit>
+void visitSides(const MeshCell& cell, Visit visit) {
+  for (int k = 0; k < cell.corners; ++k)
+    visit(cell.node[static_cast<std::size_t>(k)],
+          cell.node[static_cast<std::size_t>((k + 1) % cell.corners)]);
+}
+
+bool hasNode(const MeshCell& cell, int node) {
+  return std::find(cell.node.begin(), cell.node.begin() + cell.corners, node) !=
+         cell.node.begin() + cell.corners;
+}
+
+int sharedNodes(const MeshCell& a, const MeshCell& b) {
+  int shared = 0;
+  for (int k = 0; k < a.corners; ++k) shared += hasNode(b, a.node[static_cast<std::size_t>(k)]) ? 1 : 0;
+  return shared;
+}
+
+/// The cells at a node in fans: two cells of a fan are linked by sides that end on the node.
+std::vector<std::vector<int>> fansAt(const CellMesh& mesh, std::vector<int> cells) {
+  std::vector<std::vector<int>> fans;
+  while (!cells.empty()) {
+    std::vector<int> fan{cells.back()};
+    cells.pop_back();
+    for (std::size_t i = 0; i < fan.size(); ++i)
+      for (std::size_t k = 0; k < cells.size();) {
+        const auto& a = mesh.cells[static_cast<std::size_t>(fan[i])];
+        if (sharedNodes(a, mesh.cells[static_cast<std::size_t>(cells[k])]) < 2) {
+          ++k;
+          continue;
+        }
+        fan.push_back(cells[k]);
+        cells.erase(cells.begin() + static_cast<std::ptrdiff_t>(k));
+      }
+    fans.push_back(std::move(fan));
+  }
+  return fans;
+}
+
+/// How firmly a fan sits: cells in it, sides that its cells share with others, and how far inside they lie.
+struct Hold {
+  std::size_t cells = 0;
+  int sides = 0;
+  double depth = 0;
+
+  bool weakerThan(const Hold& o) const {
+    if (cells != o.cells) return cells < o.cells;
+    if (sides != o.sides) return sides < o.sides;
+    return depth < o.depth - 1e-6;
+  }
+};
+
+/// Looks for places where cells touch at a corner without a chain of cells round it.
+class CornerSearch {
+ public:
+  CornerSearch(const CellMesh& mesh, const Outline& outline)
+      : mesh_(mesh), outline_(outline), atNodes_(mesh.cellsAtNodes()) {
+    std::map<NodePair, int> cellsOfSide;
+    for (const MeshCell& cell : mesh.cells)
+      visitSides(cell, [&](int a, int b) { ++cellsOfSide[ordered(a, b)]; });
+    for (const MeshCell& cell : mesh.cells) {
+      shared_.push_back(0);
+      visitSides(cell, [&](int a, int b) { shared_.back() += cellsOfSide[ordered(a, b)] - 1; });
+    }
+  }
+
+  /// The cells to drop: first those that share no side with any other; when there are none, the weaker fans.
+  /// Equals go together, so that a symmetric shape stays symmetric.
+  std::vector<bool> hangers() const {
+    std::vector<bool> hanging(mesh_.cells.size(), false);
+    bool loners = false;
+    for (const auto& cells : atNodes_)
+      for (const int cell : cells)
+        if (cells.size() > 1 && shared_[static_cast<std::size_t>(cell)] == 0)
+          loners = hanging[static_cast<std::size_t>(cell)] = true;
+    if (loners) return hanging;
+    for (const auto& cells : atNodes_) markWeaker(fansAt(mesh_, cells), hanging);
+    return hanging;
+  }
+
+ private:
+  Hold holdOf(const std::vector<int>& fan) const {
+    Hold hold{fan.size(), 0, 0};
+    std::vector<int> all(outline_.sides().size());
+    std::iota(all.begin(), all.end(), 0);
+    for (const int cell : fan) {
+      hold.sides += shared_[static_cast<std::size_t>(cell)];
+      const Spot centre = centreOf(mesh_, mesh_.cells[static_cast<std::size_t>(cell)]);
+      hold.depth += distance(centre, *outline_.nearest(centre, all));
+    }
+    return hold;
+  }
+
+  void markWeaker(const std::vector<std::vector<int>>& fans, std::vector<bool>& hanging) const {
+    if (fans.size() < 2) return;
+    std::vector<Hold> holds;
+    for (const auto& fan : fans) holds.push_back(holdOf(fan));
+    const Hold firmest = *std::max_element(holds.begin(), holds.end(),
+                                           [](const Hold& a, const Hold& b) { return a.weakerThan(b); });
+    const auto firm = std::count_if(holds.begin(), holds.end(),
+                                    [&](const Hold& hold) { return !hold.weakerThan(firmest); });
+    for (std::size_t i = 0; i < fans.size(); ++i)
+      if (firm > 1 || holds[i].weakerThan(firmest))
+        for (const int cell : fans[i]) hanging[static_cast<std::size_t>(cell)] = true;
+  }
+
+  const CellMesh& mesh_;
+  const Outline& outline_;
+  std::vector<std::vector<int>> atNodes_;
+  std::vector<int> shared_;  // sides of each cell that another cell has, too
+};
+
+void dropCornerHangers(CellMesh& mesh, const Outline& outline) {
+  for (;;) {
+    const std::vector<bool> hanging = CornerSearch(mesh, outline).hangers();
+    std::vector<MeshCell> kept;
+    for (std::size_t i = 0; i < mesh.cells.size(); ++i)
+      if (!hanging[i]) kept.push_back(mesh.cells[i]);
+    if (kept.size() == mesh.cells.size()) return;
+    mesh.cells = std::move(kept);
+  }
+}
+
+void dropUnusedNodes(CellMesh& mesh) {
+  std::vector<int> number(mesh.nodes.size(), -1);
+  std::vector<Spot> used;
+  for (MeshCell& cell : mesh.cells)
+    for (int k = 0; k < cell.corners; ++k) {
+      int& node = cell.node[static_cast<std::size_t>(k)];
+      int& at = number[static_cast<std::size_t>(node)];
+      if (at < 0) {
+        at = static_cast<int>(used.size());
+        used.push_back(mesh.nodes[static_cast<std::size_t>(node)]);
+      }
+      node = at;
+    }
+  mesh.nodes = std::move(used);
+}
+
+}  // namespace
+
+std::vector<std::vector<int>> CellMesh::cellsAtNodes() const {
+  std::vector<std::vector<int>> at(nodes.size());
+  for (std::size_t i = 0; i < cells.size(); ++i)
+    for (int k = 0; k < cells[i].corners; ++k)
+      at[static_cast<std::size_t>(cells[i].node[static_cast<std::size_t>(k)])].push_back(static_cast<int>(i));
+  return at;
+}
+
+std::vector<NodePair> CellMesh::sides() const {
+  std::vector<NodePair> all;
+  for (const MeshCell& cell : cells) visitSides(cell, [&](int a, int b) { all.push_back(ordered(a, b)); });
+  std::sort(all.begin(), all.end());
+  all.erase(std::unique(all.begin(), all.end()), all.end());
+  return all;
+}
+
+Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells) {
+  const LatticeFrame frame(outline.box(), lattice);
+  if (static_cast<double>(frame.columns) * frame.rows > mostCells)
+    return Error{"The outline is too large for cells of this size"};
+  CellMesh mesh;
+  for (int row = 0; row <= frame.rows; ++row)
+    for (int column = 0; column <= frame.columns; ++column) {
+      const double shift = lattice.triangles && row % 2 != 0 ? 0.5 : 0;
+      mesh.nodes.push_back(frame.corner + Spot{(column + shift) * lattice.across, row * lattice.rowStep});
+    }
+  if (lattice.triangles)
+    addTriangles(mesh, outline, frame);
+  else
+    addSquares(mesh, outline, frame);
+  dropCornerHangers(mesh, outline);
+  dropUnusedNodes(mesh);
+  return mesh;
+}
+
+MeshBorder::MeshBorder(const CellMesh& mesh) : before(mesh.nodes.size(), -1), after(mesh.nodes.size(), -1) {
+  std::map<NodePair, int> cellsOfSide;
+  for (const MeshCell& cell : mesh.cells)
+    visitSides(cell, [&](int a, int b) { ++cellsOfSide[ordered(a, b)]; });
+  for (const MeshCell& cell : mesh.cells)
+    visitSides(cell, [&](int a, int b) {
+      if (cellsOfSide[ordered(a, b)] != 1) return;
+      after[static_cast<std::size_t>(a)] = b;
+      before[static_cast<std::size_t>(b)] = a;
+    });
+}
+
+}  // namespace lorivan

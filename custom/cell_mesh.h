@@ -1,0 +1,49 @@
+// Cells that fill an outline: squares or triangles of a regular lattice, by their centres.
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "custom/arrangement.h"
+#include "custom/geometry.h"
+#include "custom/outline.h"
+
+namespace lorivan {
+
+/// A convex cell; its nodes go round counter-clockwise.
+struct MeshCell {
+  std::array<int, 4> node{};
+  int corners = 4;  // 3 or 4
+};
+
+/// A regular lattice in picture units.
+struct Lattice {
+  bool triangles = false;
+  Spot origin;         // of a node
+  double across = 0;   // from node to node in a row
+  double rowStep = 0;  // from row to row
+};
+
+/// Cells joined along whole sides. A side has one cell (it is on the border) or two.
+struct CellMesh {
+  std::vector<Spot> nodes;
+  std::vector<MeshCell> cells;
+
+  /// Cells at each node.
+  std::vector<std::vector<int>> cellsAtNodes() const;
+  /// Every side once, from the lower to the higher node number.
+  std::vector<NodePair> sides() const;
+};
+
+/// The lattice's cells whose centres lie inside the outline, without those that hang on by a corner only.
+/// Fails when a lattice would have more than `mostCells` cells in the outline's box.
+Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells);
+
+/// A mesh's border: for each node the border nodes before and after it, -1 for nodes within.
+struct MeshBorder {
+  explicit MeshBorder(const CellMesh& mesh);
+  bool contains(int node) const { return after[static_cast<std::size_t>(node)] >= 0; }
+  std::vector<int> before, after;
+};
+
+}  // namespace lorivan

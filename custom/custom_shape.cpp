@@ -1,0 +1,80 @@
+#include "custom/custom_shape.h"
+
+#include <algorithm>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+
+CustomShape::CustomShape()
+    : ShapeX(kMostShapePoints + 1, kDeletedSlot), ShapeY(kMostShapePoints + 1, kDeletedSlot) {
+  ShapeLineEnds.fill(std::vector<float>(kMostShapeLines + 1, kDeletedSlot));
+}
+
+bool CustomShape::pointIsLive(int point) const {
+  return point >= 1 && point <= ShapePointCount && ShapeX[static_cast<std::size_t>(point)] > kDeletedSlot;
+}
+
+bool CustomShape::lineIsLive(int line) const {
+  return line >= 1 && line <= ShapeLineCount && pointIsLive(lineEnd(0, line)) &&
+         pointIsLive(lineEnd(1, line));
+}
+
+int CustomShape::lineEnd(int end, int line) const {
+  return toInt32(ShapeLineEnds[static_cast<std::size_t>(end)][static_cast<std::size_t>(line)]);
+}
+
+int CustomShape::addPoint(float x, float y) {
+  if (ShapePointCount >= kMostShapePoints) return 0;
+  ++ShapePointCount;
+  ShapeX[static_cast<std::size_t>(ShapePointCount)] = x;
+  ShapeY[static_cast<std::size_t>(ShapePointCount)] = y;
+  return ShapePointCount;
+}
+
+int CustomShape::addLine(int first, int second) {
+  if (ShapeLineCount >= kMostShapeLines) return 0;
+  ++ShapeLineCount;
+  ShapeLineEnds[0][static_cast<std::size_t>(ShapeLineCount)] = static_cast<float>(first);
+  ShapeLineEnds[1][static_cast<std::size_t>(ShapeLineCount)] = static_cast<float>(second);
+  return ShapeLineCount;
+}
+
+void CustomShape::deletePoint(int point) {
+  for (int line = 1; line <= ShapeLineCount; ++line)
+    if (lineEnd(0, line) == point || lineEnd(1, line) == point) deleteLine(line);
+  ShapeX[static_cast<std::size_t>(point)] = ShapeY[static_cast<std::size_t>(point)] = kDeletedSlot;
+}
+
+void CustomShape::deleteLine(int line) {
+  for (auto& column : ShapeLineEnds) column[static_cast<std::size_t>(line)] = kDeletedSlot;
+}
+
+int CustomShape::lineBetween(int a, int b) const {
+  for (int line = 1; line <= ShapeLineCount; ++line) {
+    const int first = lineEnd(0, line), second = lineEnd(1, line);
+    if ((first == a && second == b) || (first == b && second == a)) return line;
+  }
+  return 0;
+}
+
+int CustomShape::pointNear(float x, float y, float reach) const {
+  for (int point = 1; point <= ShapePointCount; ++point) {
+    if (!pointIsLive(point)) continue;
+    const double dx = static_cast<double>(ShapeX[static_cast<std::size_t>(point)]) - x;
+    const double dy = static_cast<double>(ShapeY[static_cast<std::size_t>(point)]) - y;
+    if (dx * dx + dy * dy <= static_cast<double>(reach) * reach) return point;
+  }
+  return 0;
+}
+
+float CustomShape::surfaceLeft() const { return std::max(0.0F, (kShapeWidth - surfaceWidth) / 2); }
+
+float CustomShape::surfaceTop() const { return std::max(0.0F, (kShapeHeight - surfaceHeight) / 2); }
+
+ShapeMapping::ShapeMapping(const CustomShape& shape, const GridView& view)
+    : view_(view.stretch, kReferenceWidth), left_(shape.surfaceLeft()), top_(shape.surfaceTop()) {
+  view_.zoom = view.zoom;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,69 @@
+#include "custom/planar_grid.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+
+ShapeLines::ShapeLines(const CustomShape& shape) {
+  for (std::size_t point = 1; point <= static_cast<std::size_t>(shape.ShapePointCount); ++point)
+    spots.push_back({shape.ShapeX[point], shape.ShapeY[point]});
+  for (int line = 1; line <= shape.ShapeLineCount; ++line)
+    if (shape.lineIsLive(line)) lines.push_back({shape.lineEnd(0, line) - 1, shape.lineEnd(1, line) - 1});
+}
+
+Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridView& view) {
+  const ShapeMapping mapping(shape, view);
+  ShapeLines drawn(shape);
+  // Joined in units of the picture, where a distance is the same in every direction; x is that of the grid.
+  for (Spot& spot : drawn.spots)
+    spot = {mapping.gridX(spot.x), mapping.gridY(spot.y) / mapping.heightFactor()};
+  const Result<Arrangement> plane = arrange(drawn.spots, drawn.lines, kJoinReach * mapping.gridUnits(),
+                                            {1, mapping.heightFactor()}, kMostLines);
+  if (!plane) return plane.error();
+  if (plane->edges.empty()) return Error{"The shape has no lines to make a grid from"};
+  for (const PointI& node : plane->nodes)
+    if (toInt16(node.x) != node.x || toInt16(node.y) != node.y)
+      return Error{"The shape reaches too far outside the picture"};
+  startLines(graph);
+  for (const NodePair& edge : plane->edges) {
+    const PointI a = plane->nodes[static_cast<std::size_t>(edge[0])];
+    const PointI b = plane->nodes[static_cast<std::size_t>(edge[1])];
+    MakeKE(graph, kOrdinary, static_cast<float>(a.x), static_cast<float>(a.y), static_cast<float>(b.x),
+           static_cast<float>(b.y));
+  }
+  graph.CellSize = kCustomCellSize;
+  graph.NoGrid = false;
+  return finishLines(graph);
+}
+
+Result<CustomShape> makeShapeFromGrid(const KnotGraph& graph, const GridView& view) {
+  CustomShape shape;
+  const ShapeMapping mapping(shape, view);
+  std::map<std::pair<int, int>, int> numberOf;
+  std::set<std::pair<int, int>> made;
+  bool fits = true;
+  const auto pointAt = [&](std::int16_t x, std::int16_t y) {
+    const auto [entry, added] = numberOf.emplace(std::pair{x, y}, 0);
+    if (added)
+      entry->second =
+          shape.addPoint(static_cast<float>(mapping.shapeX(x)), static_cast<float>(mapping.shapeY(y)));
+    fits &= entry->second != 0;
+    return entry->second;
+  };
+  for (int j = 0; j <= graph.LastLine && fits; ++j) {
+    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    if (line.Kind == kNoLine) continue;
+    const int a = pointAt(line.X1, line.Y1), b = pointAt(line.X2, line.Y2);
+    if (a != b && made.insert(std::minmax(a, b)).second) fits &= shape.addLine(a, b) != 0;
+  }
+  if (!fits) return Error{"This grid has more lines than the 1000 that a shape holds"};
+  return shape;
+}
+
+}  // namespace lorivan

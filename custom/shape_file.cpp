@@ -1,0 +1,144 @@
+#include "custom/shape_file.h"
+
+#include <cmath>
+
+#include "base/numbers.h"
+#include "base/sink.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kMostTwips = 1e6;
+constexpr double kMostCoordinate = 32767;
+
+/// Takes the text apart into numbers; remembers the first fault and the line that it stands in.
+class ShapeReader {
+ public:
+  explicit ShapeReader(std::string_view text) : text_(text) {}
+
+  bool failed() const { return !fault_.empty(); }
+  Error error() const { return {fault_}; }
+
+  double number(const char* what, double low, double high) {
+    const std::string_view word = nextWord();
+    if (failed()) return 0;
+    if (word.empty()) return fail(std::string("the file ends where ") + what + " should be");
+    const auto value = parseNumber(word);
+    if (!value) return fail(shown(word).append(" is not a number"));
+    if (*value < low || *value > high)
+      return fail(std::string(what) + " " + shown(word) + " is out of range");
+    return *value;
+  }
+
+  int wholeNumber(const char* what, int low, int high) {
+    const double value = number(what, low, high);
+    if (!failed() && value != std::floor(value)) fail(std::string(what) + " is not a whole number");
+    return failed() ? 0 : static_cast<int>(value);
+  }
+
+  double fail(const std::string& reason) {
+    if (!failed()) fault_ = "line " + std::to_string(line_) + ": " + reason;
+    return 0;
+  }
+
+  void expectEnd() {
+    if (!nextWord().empty()) fail("there is more in the file than its counts say");
+  }
+
+ private:
+  static bool separates(char c) { return c == ' ' || c == '\t' || c == ',' || c == '\r' || c == '\n'; }
+
+  static std::string shown(std::string_view word) {
+    std::string text(word.substr(0, 20));
+    for (char& c : text)
+      if (c < ' ' || c > '~') c = '?';
+    return text;
+  }
+
+  std::string_view nextWord() {
+    for (; at_ < text_.size() && separates(text_[at_]); ++at_)
+      if (text_[at_] == '\n') ++line_;
+    const std::size_t begin = at_;
+    while (at_ < text_.size() && !separates(text_[at_])) ++at_;
+    return text_.substr(begin, at_ - begin);
+  }
+
+  std::string_view text_;
+  std::size_t at_ = 0;
+  int line_ = 1;
+  std::string fault_;
+};
+
+void readPoints(ShapeReader& reader, CustomShape& shape) {
+  const int count = reader.wholeNumber("the number of points", 0, kMostShapePoints);
+  for (int k = 0; k < count && !reader.failed(); ++k) {
+    const double x = reader.number("the coordinate", -kMostCoordinate, kMostCoordinate);
+    const double y = reader.number("the coordinate", -kMostCoordinate, kMostCoordinate);
+    shape.addPoint(static_cast<float>(x), static_cast<float>(y));
+  }
+}
+
+void readLines(ShapeReader& reader, CustomShape& shape) {
+  const int deleted = static_cast<int>(kDeletedSlot);
+  const int count = reader.wholeNumber("the number of lines", 0, kMostShapeLines);
+  for (int k = 0; k < count && !reader.failed(); ++k) {
+    const int a = reader.wholeNumber("the point number", deleted, shape.ShapePointCount);
+    const int b = reader.wholeNumber("the point number", deleted, shape.ShapePointCount);
+    if (a == 0 || b == 0 || (a == deleted) != (b == deleted)) reader.fail("a line needs two points");
+    shape.addLine(a, b);
+  }
+}
+
+template <class Number>
+void appendPair(std::string& out, Number a, Number b) {
+  appendPrinted(out, a);
+  appendPrinted(out, b);
+  out += "\r\n";
+}
+
+}  // namespace
+
+std::string writeShapeText(const CustomShape& shape) {
+  std::string out;
+  appendPair(out, shape.surfaceWidth * kTwipsPerUnit, shape.surfaceHeight * kTwipsPerUnit);
+  appendPrinted(out, std::int64_t{shape.ShapePointCount});
+  out += "\r\n";
+  for (std::size_t k = 1; k <= static_cast<std::size_t>(shape.ShapePointCount); ++k)
+    appendPair(out, shape.ShapeX[k], shape.ShapeY[k]);
+  appendPrinted(out, std::int64_t{shape.ShapeLineCount});
+  out += "\r\n";
+  for (std::size_t k = 1; k <= static_cast<std::size_t>(shape.ShapeLineCount); ++k)
+    appendPair(out, shape.ShapeLineEnds[0][k], shape.ShapeLineEnds[1][k]);
+  return out;
+}
+
+Result<CustomShape> readShapeText(std::string_view text) {
+  ShapeReader reader(text);
+  CustomShape shape;
+  shape.surfaceWidth =
+      static_cast<float>(reader.number("the width", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
+  shape.surfaceHeight =
+      static_cast<float>(reader.number("the height", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
+  readPoints(reader, shape);
+  readLines(reader, shape);
+  reader.expectEnd();
+  if (reader.failed()) return reader.error();
+  return shape;
+}
+
+Result<CustomShape> loadShapeFile(const std::string& path) {
+  const auto named = [&](const std::string& reason) {
+    return Error{std::string(fileNameOf(path)) + ": " + reason};
+  };
+  const Result<std::string> text = readFile(path, kMostShapeFileBytes);
+  if (!text) return named(text.error().message);
+  Result<CustomShape> shape = readShapeText(*text);
+  if (!shape) return named(shape.error().message);
+  return shape;
+}
+
+Status saveShapeFile(const std::string& path, const CustomShape& shape) {
+  return writeFile(path, writeShapeText(shape));
+}
+
+}  // namespace lorivan

@@ -1,0 +1,9 @@
+// What both Windows programs share: the window program and the one for a command prompt.
+#pragma once
+
+namespace lorivan::win32 {
+
+/// Runs the program with the process's own command line; returns its exit status.
+int runWithOwnArguments();
+
+}  // namespace lorivan::win32

@@ -1,0 +1,69 @@
+// Small strand stores made by hand for the tests of the 3-D model.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "base/numbers.h"
+#include "model3d/tube_builder.h"
+
+namespace lorivan {
+
+inline void addStrand(StrandStore& store, int slot, const std::vector<StrandPoint>& points) {
+  for (std::size_t i = 0; i < points.size(); ++i) store.point(slot, static_cast<int>(i)) = points[i];
+  store.point(slot, static_cast<int>(points.size())) = points[0];
+  store.ThreadCount[static_cast<std::size_t>(slot)] = static_cast<std::int32_t>(points.size());
+}
+
+/// A closed round of `count` points of the given radius; z alternates over and under when `woven`.
+inline std::vector<StrandPoint> roundStrand(int count, float radius, bool woven) {
+  std::vector<StrandPoint> points;
+  for (int i = 0; i < count; ++i) {
+    const double angle = kTwoPi * i / count;
+    points.push_back({radius * static_cast<float>(std::cos(angle)),
+                      radius * static_cast<float>(std::sin(angle)),
+                      woven ? (i % 2 != 0 ? -1.0F : 1.0F) : 0.0F});
+  }
+  return points;
+}
+
+/// One strand through a trefoil's three crossings, apexes in between.
+inline std::vector<StrandPoint> trefoil(int count = 24) {
+  std::vector<StrandPoint> points;
+  for (int i = 0; i < count; ++i) {
+    const double t = kTwoPi * i / count;
+    const double height = std::sin(3 * t);
+    points.push_back({static_cast<float>(25 * (std::sin(t) + 2 * std::sin(2 * t))),
+                      static_cast<float>(25 * (std::cos(t) - 2 * std::cos(2 * t)) / 0.8),
+                      height > 0.3    ? -1.0F
+                      : height < -0.3 ? 1.0F
+                                      : 0.0F});
+  }
+  return points;
+}
+
+inline StrandStore storeOf(const std::vector<StrandPoint>& points, int slot = 1) {
+  StrandStore store;
+  addStrand(store, slot, points);
+  return store;
+}
+
+inline StrandColours allOf(Colour colour) {
+  StrandColours colours;
+  colours.fill(colour);
+  return colours;
+}
+
+inline TubeModel built(const StrandStore& store, const TubeSettings& settings, Colour colour = 0xFFFFFF) {
+  TubeModel model;
+  EXPECT_TRUE(static_cast<bool>(buildTube(store, settings, allOf(colour), model)));
+  return model;
+}
+
+inline float distance(const Vec3& a, const Vec3& b) {
+  return std::sqrt((a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y) + (a.z - b.z) * (a.z - b.z));
+}
+
+}  // namespace lorivan

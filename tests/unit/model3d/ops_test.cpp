@@ -1,0 +1,163 @@
+// Matrices, the view matrix, and the sort.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+#include "model3d/key_sort.h"
+#include "model3d/m3ops.h"
+
+namespace lorivan {
+namespace {
+
+void expectPoint(const Point4& p, double x, double y, double z, double tolerance = 1e-5) {
+  EXPECT_NEAR(p(1), x, tolerance);
+  EXPECT_NEAR(p(2), y, tolerance);
+  EXPECT_NEAR(p(3), z, tolerance);
+  EXPECT_EQ(p(4), 1);
+}
+
+TEST(M3Ops, PointsGoThroughMatricesAsRowVectors) {
+  Matrix4 move, scale, both, lens;
+  MatTranslate(move, 1, 2, 3);
+  MatScale(scale, 2, 3, 4);
+  Point4 out;
+  const Point4 p = {{2, 4, 10, 1}};
+  MatMultiplyAffine(both, scale, move);
+  ApplyAffine(p, both, out);
+  expectPoint(out, 5, 14, 43);
+  MatMultiplyFull(both, move, scale);
+  ApplyProjected(p, both, out);
+  expectPoint(out, 6, 18, 52);
+
+  MatPerspective(lens, 20);
+  ApplyProjected(p, lens, out);
+  expectPoint(out, 4, 8, 10);  // x and y doubled half way to the eye, depth as it was
+  Matrix4 exact;
+  MatPerspective(exact, 16);
+  ApplyProjected({{2, 4, 16, 1}}, exact, out);
+  expectPoint(out, 2, 4, 2147483648.0);
+  MatMultiplyAffine(both, lens, move);  // the affine product drops the perspective
+  ApplyProjected(p, both, out);
+  expectPoint(out, 3, 6, 13);
+  MatMultiplyFull(both, move, lens);
+  ApplyProjected(p, both, out);
+  expectPoint(out, 3 / 0.35, 6 / 0.35, 13);
+
+  double x, y, z;
+  CrossProduct(x, y, z, 1.0, 2.0, 3.0, 4.0, 5.0, 7.0);
+  EXPECT_EQ(std::vector({x, y, z}), std::vector({-1.0, 5.0, -3.0}));
+}
+
+TEST(M3Ops, ViewsThatHaveNoDirectionStayFinite) {
+  Matrix4 view;
+  Point4 out;
+  MatViewFromTo(view, kPerspective, {1, 2, 3}, {1, 2, 3}, {0, 1, 0});
+  ApplyProjected({{5, 5, 5, 1}}, view, out);
+  expectPoint(out, 4, 3, 2);
+  MatViewFromTo(view, 0, {0, 10, 0}, {0, 0, 0}, {0, 0, -1});  // from straight above, without perspective
+  ApplyProjected({{3, 2, -4, 1}}, view, out);
+  expectPoint(out, 3, 4, 2);
+  MatViewFromTo(view, 0, {10, 0, 0}, {0, 0, 0}, {0, 1, 0});
+  ApplyProjected({{1, 2, 3, 1}}, view, out);
+  expectPoint(out, -3, 2, 1);
+}
+
+TEST(CheckAngles, EyeAndUpVectorFollowTheAnglesAllRound) {
+  for (int theta = 0; theta < 360; theta += 30) {
+    for (int phi = 0; phi < 360; phi += 10) {
+      ViewState view;
+      const double azimuth = theta * kPi / 180, elevation = phi * kPi / 180;
+      view.ViewTheta = static_cast<float>(kPi / 2 - azimuth);
+      view.ViewPhi = static_cast<float>(elevation);
+      CheckAngles(view);
+      // The point one unit towards the eye lands in the middle, one unit nearer.
+      Point4 out;
+      ApplyProjected({{static_cast<float>(std::cos(elevation) * std::sin(azimuth)),
+                       static_cast<float>(std::sin(elevation)),
+                       static_cast<float>(std::cos(elevation) * std::cos(azimuth)), 1}},
+                     view.ViewMatrix, out);
+      expectPoint(out, 0, 0, 1, 0.022);
+      // The model's y axis foreshortens smoothly over the poles instead of flipping.
+      ApplyProjected({{0, 1, 0, 1}}, view.ViewMatrix, out);
+      if (phi % 180 != 90) {
+        EXPECT_NEAR(out(2) * (1 - out(3) / 20), std::cos(elevation), 0.022) << theta << ' ' << phi;
+      }
+    }
+  }
+}
+
+TEST(CheckAngles, WrapsOnceAndKeepsOffHalfATurn) {
+  const struct {
+    double given, kept;
+  } cases[] = {{-0.5, kTwoPi - 0.5}, {7, 7 - kTwoPi}, {kPi, kPi + 0.02},  {-7, kTwoPi - 7},
+               {20, 20 - kTwoPi},    {3, 3},          {-13, kTwoPi - 13}, {kPi + 0.015, kPi + 0.015}};
+  for (const auto& c : cases) {
+    ViewState view;
+    view.ViewPhi = static_cast<float>(c.given);
+    CheckAngles(view);
+    EXPECT_NEAR(view.ViewPhi, c.kept, 1e-5) << c.given;
+  }
+}
+
+std::vector<float> keysOf(int pattern, std::size_t count, const Rnd& random) {
+  std::vector<float> keys(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto up = static_cast<float>(i);
+    const auto any = static_cast<float>(random() - 0.5);
+    const float rare[] = {-0.0F, 0.0F, kInfinitelyFar, -std::numeric_limits<float>::max(), 1e-40F};
+    const float choices[] = {any,         4.5F,       up, -up, std::floor(any * 8), i < count / 2 ? up : -up,
+                             any * 1e38F, rare[i % 5]};
+    keys[i] = choices[pattern];
+  }
+  return keys;
+}
+
+TEST(Sort, AnyKeysComeOutAscendingAndEqualOnesInOrder) {
+  const Rnd random = seededRandom(7);
+  KeySorter sorter;
+  for (const std::size_t count : {0, 1, 2, 12, 13, 14, 300, 4095, 4096, 50000}) {
+    for (int pattern = 0; pattern < 8; ++pattern) {
+      const std::vector<float> before = keysOf(pattern, count, random);
+      std::vector<float> keys = before;
+      std::vector<std::int32_t> index(count), expected(count);
+      std::iota(expected.begin(), expected.end(), 0);
+      std::stable_sort(expected.begin(), expected.end(), [&](std::int32_t a, std::int32_t b) {
+        return before[static_cast<std::size_t>(a)] < before[static_cast<std::size_t>(b)];
+      });
+      sorter.sort(keys, index);
+      EXPECT_EQ(index, expected) << "pattern " << pattern << " of " << count;
+      for (std::size_t i = 0; i < count; ++i) {
+        ASSERT_EQ(keys[i], before[static_cast<std::size_t>(index[i])]);
+      }
+    }
+  }
+}
+
+TEST(Sort, QuickSortKeepsToItsRangeAndNeverDegenerates) {
+  for (int pattern = 0; pattern < 8; ++pattern) {
+    for (const double draw : {0.0, 0.5, 0.999999}) {  // the worst pivots, too
+      const std::vector<float> before = keysOf(pattern, 100000, seededRandom(3));
+      std::vector<float> keys = before;
+      std::vector<std::int32_t> index(keys.size());
+      std::iota(index.begin(), index.end(), 0);
+      int draws = 0;
+      QuickSortKeys(keys, 100, 99899, index, [&] {
+        ++draws;
+        return draw;
+      });
+      EXPECT_TRUE(std::is_sorted(keys.begin() + 100, keys.end() - 100));
+      EXPECT_TRUE(std::equal(keys.begin(), keys.begin() + 100, before.begin()));
+      EXPECT_TRUE(std::equal(keys.end() - 100, keys.end(), before.end() - 100));
+      for (std::size_t i = 0; i < keys.size(); ++i) {
+        ASSERT_EQ(keys[i], before[static_cast<std::size_t>(index[i])]);
+      }
+      EXPECT_LT(draws, 50000) << "one draw for each split";
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,99 @@
+// The layout at the sizes that matter, with a form as full as the program's own.
+#include "platform/common/layout.h"
+
+#include <gtest/gtest.h>
+
+#include "unit/platform_common/sample_form.h"
+
+namespace lorivan {
+namespace {
+
+using sample::idOf;
+using sample::kForm;
+
+LayoutRect rectOf(const FormLayout& layout, std::string_view name) {
+  return layout.controls.at(static_cast<std::size_t>(idOf(name)));
+}
+
+bool overlap(const LayoutRect& a, const LayoutRect& b) {
+  return a.left < b.left + b.width && b.left < a.left + a.width && a.top < b.top + b.height &&
+         b.top < a.top + a.height;
+}
+
+bool contains(const LayoutRect& outer, const LayoutRect& inner) {
+  return inner.left >= outer.left && inner.top >= outer.top &&
+         inner.left + inner.width <= outer.left + outer.width &&
+         inner.top + inner.height <= outer.top + outer.height;
+}
+
+/// Controls that may lie over each other: the large pictures, and a group with what it holds.
+bool mayOverlap(const ControlSpec& a, const ControlSpec& b) {
+  const bool bothLarge =
+      a.kind == ControlKind::picture && a.group.empty() && b.kind == a.kind && b.group.empty();
+  return bothLarge || a.group == b.name || b.group == a.name;
+}
+
+void expectTidy(int width, int height, const LayoutMetrics& metrics) {
+  SCOPED_TRACE(testing::Message() << width << " x " << height << " at " << metrics.scale);
+  const FormLayout layout = computeLayout(kForm, width, height, metrics);
+  ASSERT_EQ(layout.controls.size(), kForm.size());
+  for (std::size_t i = 0; i < kForm.size(); ++i) {
+    if (kForm[i].place.columns == 0) {
+      EXPECT_TRUE(layout.controls[i].isEmpty());
+      continue;
+    }
+    EXPECT_FALSE(layout.controls[i].isEmpty()) << kForm[i].name;
+    EXPECT_TRUE(contains({0, 0, width, height}, layout.controls[i])) << kForm[i].name;
+    const bool inGroup = !kForm[i].group.empty();
+    EXPECT_TRUE(!inGroup || contains(rectOf(layout, kForm[i].group), layout.controls[i])) << kForm[i].name;
+    for (std::size_t k = 0; k < i; ++k)
+      EXPECT_TRUE(mayOverlap(kForm[i], kForm[k]) || !overlap(layout.controls[i], layout.controls[k]))
+          << kForm[i].name << " and " << kForm[k].name;
+  }
+  EXPECT_EQ(layout.picture.width * 4, layout.picture.height * 5);
+  const LayoutRect nav = rectOf(layout, "picNav");
+  EXPECT_EQ(nav.width, nav.height);
+  EXPECT_GE(rectOf(layout, "vtXNo").height, metrics.lineHeight + 4);
+}
+
+TEST(Layout, IsTidyFromTheSmallestSizeToLargeScreens) {
+  for (const LayoutMetrics metrics : {LayoutMetrics{13, 1, 6}, {15, 1, 8}, {19, 1.25, 9}, {29, 2, 14}}) {
+    const LayoutSize least = minimumClient(kForm, metrics);
+    expectTidy(least.width, least.height, metrics);
+    expectTidy(least.width + 301, least.height + 7, metrics);
+    expectTidy(least.width + 13, least.height + 500, metrics);
+    expectTidy(2560, 1370, metrics);
+  }
+}
+
+TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {
+  const LayoutMetrics metrics{13, 1, 7};
+  const LayoutSize size = referenceClient(kForm, metrics);
+  EXPECT_LE(size.width, 800);
+  EXPECT_LE(size.height, 600 - 75);  // title bar, menu bar and status line
+  EXPECT_EQ(computeLayout(kForm, size.width, size.height, metrics).picture.width, kReferenceWidth);
+}
+
+TEST(Layout, GivesThePictureWhatALargerWindowHas) {
+  const int small = computeLayout(kForm, 800, 520, {15, 1}).picture.height;
+  const int large = computeLayout(kForm, 1920, 1000, {15, 1}).picture.height;
+  EXPECT_GT(large, small + 400);
+}
+
+TEST(Layout, SurvivesWindowsThatAreTooSmall) {
+  for (const int side : {0, 1, 50, 300}) {
+    const FormLayout layout = computeLayout(kForm, side, side, {15, 1});
+    EXPECT_FALSE(layout.picture.isEmpty());
+    EXPECT_FALSE(rectOf(layout, "vtXNo").isEmpty());
+  }
+}
+
+TEST(Layout, AFormWithoutPanelsIsAllPicture) {
+  const std::array form = {ControlSpec{"pic", ControlKind::picture, "", "", "", {0, 0, 1, 1}}};
+  const LayoutRect picture = computeLayout(form, 512, 412, {15, 1}).picture;
+  EXPECT_EQ(picture.width, 500);
+  EXPECT_EQ(picture.left, 6);
+}
+
+}  // namespace
+}  // namespace lorivan
