@@ -46,7 +46,7 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"animation", "chkAnimate", "Create 2D then draws the knot stroke by stroke. While it runs, the button "
      "reads “Stop”."},
     {"animation", "chkLoop", "Starts the drawing again when it is done, until you press Stop."},
-    {"animation", "vtAnimate", "9 is the fastest."},
+    {"animation", "vtAnimate", "Speed of the drawing, from 1 to 9. 9 is the fastest."},
 
     {"3d", "vtPolySides", "How many sides the tube has when it is cut across. 3 and 4 look carved, 12 and more "
      "look round. For printing, 16 is plenty."},
@@ -62,9 +62,9 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest, and saves the "
      "picture at twice the size: a height map for engravers, embossers and relief carving."},
 
-    {"view", "vtTheta", "In degrees."},
-    {"view", "vtPhi", "In degrees."},
-    {"view", "vtPsi", "In degrees."},
+    {"view", "vtTheta", "Turns the model round its upright axis, in degrees."},
+    {"view", "vtPhi", "Tilts it towards you or away, in degrees."},
+    {"view", "vtPsi", "Rolls it in the plane of the picture, in degrees."},
     {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter."},
     {"view", "vtKd", "Light that falls on the surface from the lamp: it shapes the tubes."},
     {"view", "vtKs", "Strength of the highlights. 0 looks like clay, 1 like polished metal."},

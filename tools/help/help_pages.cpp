@@ -50,27 +50,22 @@ std::vector<std::string> words(std::string_view text) {
   return all;
 }
 
-/// A sentence as a tooltip has it, with its full stop.
-std::string sentence(std::string_view text) { return escaped(text) + (text.ends_with('.') ? "" : "."); }
-
 std::string fieldSection(const FieldHelp& help) {
-  std::string caption, tooltip, limits;
+  std::string caption, limits;
   if (const auto parameter = findParameter(help.field)) {
     const ParamSpec& spec = parameterSpec(*parameter);
     caption = spec.caption;
-    tooltip = spec.tooltip;
-    limits = std::string(spec.min) + " to " + std::string(spec.max) + "; first " +
+    limits = std::string(spec.min) + " to " + std::string(spec.max) + ", at first " +
              correctedText(*parameter, std::string(spec.firstRun));
   } else if (const auto box = findCheck(help.field)) {
     const CheckSpec& spec = checkTable()[static_cast<std::size_t>(*box)];
     caption = spec.caption;
-    tooltip = spec.tooltip;
-    limits = std::string("check box; first ") + (spec.firstRun ? "on" : "off");
+    limits = std::string("check box, at first ") + (spec.firstRun ? "on" : "off");
   }
   const std::string name(help.field);
   std::string html = "<section class=\"field\" id=\"" + name + "\">\n<h4>" + escaped(caption) + " <code>" +
-                     name + "</code> <small>" + limits + "</small></h4>\n<p>" + sentence(tooltip) + ' ' +
-                     std::string(help.text) + "</p>\n";
+                     name + "</code> <small>" + limits + "</small></h4>\n<p>" + std::string(help.text) +
+                     "</p>\n";
   if (help.pictures.empty()) return html + "</section>\n";
   html += "<div class=\"strip\">\n";
   for (const std::string& value : words(help.pictures)) {
@@ -89,7 +84,7 @@ std::string fields(std::string_view group) {
 }
 
 std::string shapes() {
-  std::string html = "<div class=\"strip\">\n";
+  std::string html = "<div class=\"strip four\">\n";
   for (int i = 0; i < kShapeCount - 1; ++i) {
     const ShapeSpec& spec = shapeTable()[static_cast<std::size_t>(i)];
     html += picture("shape-" + std::to_string(i), std::string(spec.name) + ": " + std::string(spec.about),
@@ -99,7 +94,7 @@ std::string shapes() {
 }
 
 std::string presets() {
-  std::string html = "<div class=\"strip\">\n";
+  std::string html = "<div class=\"strip five\">\n";
   int number = 0;
   for (const Preset& preset : presetTable())
     html += picture("preset-" + std::to_string(number++),
