@@ -1,11 +1,9 @@
 #include "app/command_line.h"
 
-#include <array>
-
-#include "app/outputs.h"
 #include "app/presets.h"
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "export/formats.h"
 
 namespace lorivan {
 namespace {
@@ -22,7 +20,7 @@ class Parser {
     std::string_view name;
     Status (Parser::*take)();
   };
-  static const std::array<Option, 14> kOptions;
+  static const std::vector<Option> kOptions;
 
   Status value(std::string& out) {
     const std::string& option = arguments_[at_];
@@ -40,6 +38,7 @@ class Parser {
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
   Status takeQuiet() { return flag(line_.quiet); }
+  Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
   Status takeList();
   Status takeHelp() { return kind(CommandKind::help); }
@@ -60,22 +59,16 @@ class Parser {
   CommandLine line_;
 };
 
-const std::array<Parser::Option, 14> Parser::kOptions = {{
-    {"--shape", &Parser::takeShape},
-    {"--preset", &Parser::takePreset},
-    {"--set", &Parser::takeSet},
-    {"--random", &Parser::takeRandom},
-    {"--view", &Parser::takeView},
-    {"--width", &Parser::takeWidth},
-    {"--mm", &Parser::takeMillimetres},
-    {"--transparent", &Parser::takeTransparent},
-    {"--quiet", &Parser::takeQuiet},
-    {"-o", &Parser::takeOutput},
-    {"--list", &Parser::takeList},
-    {"--help", &Parser::takeHelp},
-    {"-h", &Parser::takeHelp},
+const std::vector<Parser::Option> Parser::kOptions = {
+    {"--shape", &Parser::takeShape},     {"--preset", &Parser::takePreset},
+    {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
+    {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
+    {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
+    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
+    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
+    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
     {"--version", &Parser::takeVersion},
-}};
+};
 
 Status Parser::takeShape() {
   std::string name;
@@ -156,7 +149,7 @@ Status Parser::takeMillimetres() {
 Status Parser::takeOutput() {
   std::string name;
   if (const Status got = value(name); !got) return got;
-  if (findOutput(extensionOf(name)) == nullptr)
+  if (findFormat(extensionOf(name), DxfKind::faces) == nullptr)
     return Error{"\"" + name + "\" has no known format; --list formats names them all"};
   line_.outputs.push_back(name);
   return {};
@@ -245,15 +238,6 @@ std::string presetList() {
   return out;
 }
 
-std::string formatList() {
-  std::string out;
-  for (const OutputFormat& format : outputTable()) {
-    appendColumn(out, format.extension, 8);
-    out += std::string(format.about) + '\n';
-  }
-  return out;
-}
-
 }  // namespace
 
 Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments) {
@@ -272,7 +256,7 @@ std::string usageText() {
          "                                   write files, without a window or a display\n"
          "\n"
          "  -o FILE          the format is the extension: " +
-         outputExtensions() +
+         formatExtensions() +
          "\n"
          "  --shape NAME     a standard shape, by its name or its number\n"
          "  --preset NAME    a style, by its name or its number: bands and colours that go together\n"

@@ -42,6 +42,7 @@ struct CommandLine {
   std::optional<double> millimetres;
   bool transparent = false;
   bool quiet = false;
+  bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;
 };
 

@@ -40,6 +40,8 @@ Status MainWindow::open() {
   std::vector<std::string> shapes;
   for (const ShapeSpec& row : shapeTable()) shapes.emplace_back(row.name);
   window_->setItems(controlId("lstType"), shapes);
+  for (int i = 0; i < kParamCount; ++i)
+    window_->setText(fieldControl(static_cast<Param>(i)), fields_[static_cast<std::size_t>(i)].text.Value());
   restoreSettings();
   SortOutAnimation();
   showOffsetField();

@@ -11,13 +11,13 @@ namespace {
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
 constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
 
-Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
-
 PictureOptions optionsOf(const OutputJob& job) {
   PictureOptions options = pictureOptions(job.fields);
   options.transparent = job.transparent;
   return options;
 }
+
+Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
 
 Result<std::string> makeSvg(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
@@ -34,7 +34,22 @@ Result<std::string> makeSvg(const OutputJob& job) {
   return surface.finish();
 }
 
-Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+/// The formats that are made here and not by a model writer.
+struct Maker {
+  std::string_view identifier;
+  Result<std::string> (*make)(const OutputJob& job);
+};
+
+constexpr std::array<Maker, 4> kMakers = {{
+    {"qzd", makeKnotFile},
+    {"svg", makeSvg},
+    {"png", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::png); }},
+    {"bmp", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::bmp); }},
+}};
+
+}  // namespace
+
+Result<std::string> makeFlatPicture(const OutputJob& job, PictureFormat format) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
   const GridView view = viewOf(job.knot, job.fields, style, job.width, true);
   auto surface = job.platform.createSurface(view.width, view.height());
@@ -46,28 +61,25 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   return job.platform.encodePicture(**surface, format);
 }
 
-constexpr std::array<OutputFormat, 4> kOutputs = {{
-    {"qzd", "Lorivan knot file: settings and grid, to be opened again", makeKnotFile},
-    {"svg", "SVG drawing with real curves, in millimetres", makeSvg},
-    {"png", "PNG picture", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
-    {"bmp", "BMP picture", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
-}};
-
-}  // namespace
-
-std::span<const OutputFormat> outputTable() { return kOutputs; }
-
-const OutputFormat* findOutput(std::string_view extension) {
-  for (const OutputFormat& format : kOutputs)
-    if (format.extension == extension) return &format;
-  return nullptr;
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
+  return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
 }
 
-std::string outputExtensions() {
-  std::string all;
-  for (const OutputFormat& format : kOutputs)
-    all += (all.empty() ? "" : ", ") + std::string(format.extension);
-  return all;
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  if (format.kind == FormatKind::model) {
+    const auto model = job.model->get(job.knot, job.fields, job.colours, format.sides);
+    if (!model) return model.error();
+    return writeModelFile(format, job.platform, job.knot, job.fields, **model,
+                          {job.millimetres, job.progress}, sink);
+  }
+  for (const Maker& maker : kMakers) {
+    if (maker.identifier != format.identifier) continue;
+    const auto bytes = maker.make(job);
+    if (!bytes) return bytes.error();
+    sink.write(*bytes);
+    return {};
+  }
+  return Error{"the format " + std::string(format.identifier) + " has no writer"};
 }
 
 }  // namespace lorivan

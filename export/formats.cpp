@@ -60,15 +60,18 @@ std::string formatList() {
   return list;
 }
 
-std::string unknownFormat(std::string_view extension) {
-  std::string message = "unknown format '" + std::string(extension) + "': use ";
-  std::string_view between;
+std::string formatExtensions() {
+  std::string all;
   for (const ExportFormat& format : kFormats) {
     if (format.summary.empty()) continue;
-    message.append(between).append(format.extension);
-    between = ", ";
+    if (!all.empty()) all += ", ";
+    all += format.extension;
   }
-  return message;
+  return all;
+}
+
+std::string unknownFormat(std::string_view extension) {
+  return "unknown format '" + std::string(extension) + "': use " + formatExtensions();
 }
 
 }  // namespace lorivan

@@ -66,31 +66,42 @@ Colour overBackground(std::uint32_t argb, Colour background) {
 }
 
 Result<std::unique_ptr<DibSurface>> DibSurface::create(int width, int height) {
-  if (const Status fits = checkPictureSize(width, height); !fits) return fits.error();
-  std::unique_ptr<DibSurface> surface(new DibSurface(width, height));
-  if (const Status made = surface->makeBitmap(); !made) return made.error();
+  std::unique_ptr<DibSurface> surface(new DibSurface);
+  surface->context_.reset(CreateCompatibleDC(nullptr));
+  if (!surface->context_) return Error{systemFault("CreateCompatibleDC")};
+  SetBkMode(surface->context(), TRANSPARENT);
+  SetPolyFillMode(surface->context(), ALTERNATE);
+  if (const Status made = surface->makeBitmap(width, height); !made) return made.error();
   surface->clear(0xFFFFFF);
   return surface;
 }
 
-Status DibSurface::makeBitmap() {
-  context_.reset(CreateCompatibleDC(nullptr));
-  if (!context_) return Error{systemFault("CreateCompatibleDC")};
+Status DibSurface::makeBitmap(int width, int height) {
+  if (const Status fits = checkPictureSize(width, height); !fits) return fits;
   BITMAPINFO info{};
   info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = width_;
-  info.bmiHeader.biHeight = -height_;  // rows from the top
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;  // rows from the top
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
-  bitmap_.reset(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  if (!bitmap_) return Error{systemFault("CreateDIBSection")};
+  OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+  if (!bitmap) return Error{systemFault("CreateDIBSection")};
+  const HGDIOBJ former = SelectObject(context_.get(), bitmap.get());
+  if (former == nullptr) return Error{systemFault("SelectObject")};
+  if (formerBitmap_ == nullptr) formerBitmap_ = former;
+  alphaBitmap_.reset();
+  bitmap_ = std::move(bitmap);
   bits_ = static_cast<std::uint32_t*>(bits);
-  formerBitmap_ = SelectObject(context_.get(), bitmap_.get());
-  SetBkMode(context_.get(), TRANSPARENT);
-  SetPolyFillMode(context_.get(), ALTERNATE);
-  return checked(formerBitmap_ != nullptr, "SelectObject");
+  width_ = width;
+  height_ = height;
+  return {};
+}
+
+void DibSurface::resize(int width, int height) {
+  if (const Status made = makeBitmap(width, height); !made) return note(made);
+  clear(background_);
 }
 
 DibSurface::~DibSurface() {

@@ -45,6 +45,8 @@ class DibSurface final : public Surface {
   /// The pixels as they are: the alpha byte counts only when isTransparent(), and is premultiplied then.
   PixelBlock pixels() const { return {bits_, width_, height_, width_}; }
   HDC context() const { return context_.get(); }
+  /// Makes it another size, cleared to its background. On failure it stays as it was and fault() tells.
+  void resize(int width, int height);
 
   /// Called by refresh(), to bring the picture before the user's eyes.
   std::function<void()> onRefresh;
@@ -52,8 +54,8 @@ class DibSurface final : public Surface {
   bool takeDrawn() { return std::exchange(drawn_, false); }
 
  private:
-  DibSurface(int width, int height) : width_(width), height_(height) {}
-  Status makeBitmap();
+  DibSurface() = default;
+  Status makeBitmap(int width, int height);
   PlusTarget target() const { return {context_.get(), alphaBitmap_.get()}; }
   void note(const Status& status);
   void fillAll(std::uint32_t argb);
@@ -62,7 +64,7 @@ class DibSurface final : public Surface {
   void linesByGdi(std::span<const PointI> points, bool closed, const Pen& pen);
   void shapeByGdi(std::span<const PointI> points, Colour colour);
 
-  int width_, height_;
+  int width_ = 0, height_ = 0;
   OwnedMemoryContext context_;
   OwnedBitmap bitmap_;
   HGDIOBJ formerBitmap_ = nullptr;

@@ -1,5 +1,5 @@
-// Entry point of lorivan.com, for a command prompt: a prompt prefers .com to .exe, waits for it and shows what
-// it prints.
+// Entry point of lorivan.com, for a command prompt: a prompt prefers .com to .exe, waits for it and shows
+// what it prints.
 #include "platform/win32/entry.h"
 #include "platform/win32/windows_api.h"
 

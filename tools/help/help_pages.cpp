@@ -9,9 +9,9 @@
 
 #include "app/command_line.h"
 #include "app/command_table.h"
-#include "app/outputs.h"
 #include "app/presets.h"
 #include "base/sink.h"
+#include "export/formats.h"
 #include "tools/help/field_help.h"
 
 namespace lorivan {
@@ -105,7 +105,7 @@ std::string presets() {
 std::string formats() {
   std::string html = "<table>\n<tr><th>File</th><th>For</th><th>What is in it</th></tr>\n";
   for (const FormatHelp& help : formatHelp())
-    if (findOutput(help.extension) != nullptr)
+    if (findFormat(help.extension, DxfKind::faces) != nullptr)
       html += "<tr><td><code>." + std::string(help.extension) + "</code></td><td>" + std::string(help.tools) +
               "</td><td>" + std::string(help.text) + "</td></tr>\n";
   return html + "</table>\n";
@@ -172,7 +172,7 @@ std::vector<std::string> gaps(const std::filesystem::path& folder, const std::se
     if (!told.contains(spec.field)) all.push_back(std::string(spec.field) + " is not told");
   for (const CheckSpec& spec : checkTable())
     if (!told.contains(spec.field)) all.push_back(std::string(spec.field) + " is not told");
-  for (const OutputFormat& format : outputTable())
+  for (const ExportFormat& format : exportFormats())
     if (std::ranges::find(formatHelp(), format.extension, &FormatHelp::extension) == formatHelp().end())
       all.push_back("the format " + std::string(format.extension) + " is not told");
   return all;

@@ -18,7 +18,7 @@ TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, floa
 }
 
 TubeModel builtTube(const StrandStore& store, const TubeSettings& settings) {
-  StrandColours colours{};
+  SlotColours colours{};
   for (int slot = 1; slot < kStrandSlots; ++slot)
     colours[static_cast<std::size_t>(slot)] = QBColor((slot - 1) % 14 + 1);
   TubeModel model;

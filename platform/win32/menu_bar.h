@@ -1,0 +1,37 @@
+// The menu and the shortcuts, made from the command table.
+#pragma once
+
+#include <span>
+
+#include "platform/win32/handles.h"
+#include "platform/window.h"
+
+namespace lorivan::win32 {
+
+inline constexpr int kFirstCommand = 0x4000;  // command identifiers at the system's calls
+
+class MenuBar {
+ public:
+  /// Items come in the table's order; a top-level menu stands where it is first named.
+  explicit MenuBar(std::span<const CommandSpec> commands);
+
+  /// Belongs to the window from attach() on, which destroys it.
+  void attach(HWND window);
+  /// After the window is gone.
+  void detach() { bar_ = nullptr; }
+  HACCEL accelerators() const { return accelerators_.get(); }
+
+  void enable(CommandId command, bool on);
+  bool enabled(CommandId command) const;
+  void check(CommandId command, bool on);
+  bool checked(CommandId command) const;
+
+ private:
+  bool hasState(CommandId command, UINT flags) const;
+
+  OwnedMenu unattached_;
+  HMENU bar_ = nullptr;
+  OwnedAccelerators accelerators_;
+};
+
+}  // namespace lorivan::win32
