@@ -15,7 +15,7 @@ constexpr std::array<Preset, 10> kPresets = {{
      {0xD8D2C4, 0xC4BCAC, 0xE4DFD4, 0xB5AD9E, 0xCDC8BD, 0xDAD0BB, 0xBEB9B0}, 0x8B867C},
     {"Gold", "Gold wire on midnight blue", 6, 1, 14, 4, 1,
      {0xE9BE55, 0xF6DC8E, 0xD49A34, 0xEFCB6E, 0xC78A2B, 0xF2D27B, 0xDFAE47}, 0x15203B},
-    {"Ribbon", "Wide soft ribbons, hardly outlined", 12, 1, 12, 5, 1,
+    {"Ribbon", "Wide soft ribbons, hardly outlined", 10, 1, 12, 5, 1,
      {0xF2A7A0, 0xA8CBE6, 0xF8D59A, 0xB3D9B4, 0xD3B7E2, 0xF3BFD0, 0xA9DAD5}, 0xFDFAF5},
     {"Thread", "Fine threads, far apart", 4, 1, 16, 4, 1,
      {0xB03A48, 0x2F6690, 0x4F7942, 0xC98B2B, 0x6B4C8A, 0x2E8B8B, 0x8C4A2F}, 0xFAF6EE},
