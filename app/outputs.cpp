@@ -3,6 +3,7 @@
 #include <array>
 
 #include "app/knot_file.h"
+#include "strands/animated_svg.h"
 #include "strands/emf_writer.h"
 #include "strands/svg_surface.h"
 
@@ -36,7 +37,12 @@ Result<std::string> makeSvg(const OutputJob& job) {
   const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.fields.shape)];
-  SvgSurface surface(view.width, view.height(), *pictureWidth, "Knot, " + std::string(shape.name));
+  const std::string title = "Knot, " + std::string(shape.name);
+  if (job.animate)
+    return animatedSvg(job.knot.graph, job.knot.curve, style, view,
+                       {optionsOf(job), *pictureWidth, title, frameDelay(job.fields.number(Param::Animate)),
+                        job.fields.check(Check::Loop)});
+  SvgSurface surface(view.width, view.height(), *pictureWidth, title);
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
   return surface.finish();
 }
