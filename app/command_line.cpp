@@ -264,7 +264,7 @@ std::string usageText() {
          "  --random [SEED]  a random knot; the same seed gives the same knot\n"
          "  --view 2d|3d     which picture png and bmp hold (2d)\n"
          "  --width PIXELS   width of png and bmp pictures (1000)\n"
-         "  --mm WIDTH       finished width of the knot in millimetres, in svg and the model formats\n"
+         "  --mm WIDTH       finished width in millimetres, for svg, emf, dxf and models\n"
          "  --transparent    leave the background out of svg and png\n"
          "  --quiet          no notes on the error output\n"
          "  --list parameters|shapes|presets|formats\n"

@@ -3,12 +3,14 @@
 #include <array>
 
 #include "app/knot_file.h"
+#include "strands/emf_writer.h"
 #include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
+constexpr int kVectorWidth = 5000;     // units of a vector picture, ten to a reference pixel
+constexpr int kMetafileWidth = 10000;  // fine enough to look smooth, still within 16 bits
 constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
 
 PictureOptions optionsOf(const OutputJob& job) {
@@ -19,17 +21,22 @@ PictureOptions optionsOf(const OutputJob& job) {
 
 Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
 
+/// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
+Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
+                                  double standard) {
+  if (!job.millimetres) return standard;
+  const double knot = knotWidth(job.knot.curve, style, view);
+  if (knot <= 0) return Error{"a knot without strands has no width to scale"};
+  return *job.millimetres * view.width / knot;
+}
+
 Result<std::string> makeSvg(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
   const GridView view = viewOf(job.knot, job.fields, style, kVectorWidth, true);
-  double pictureWidth = kReferenceMillimetres;
-  if (job.millimetres) {
-    const double knot = knotWidth(job.knot.curve, style, view);
-    if (knot <= 0) return Error{"a knot without strands has no width to scale"};
-    pictureWidth = *job.millimetres * view.width / knot;
-  }
+  const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
+  if (!pictureWidth) return pictureWidth.error();
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.fields.shape)];
-  SvgSurface surface(view.width, view.height(), pictureWidth, "Knot, " + std::string(shape.name));
+  SvgSurface surface(view.width, view.height(), *pictureWidth, "Knot, " + std::string(shape.name));
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
   return surface.finish();
 }
@@ -56,17 +63,27 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
   return {};
 }
 
+/// Twice the reference picture's size where no size is asked for.
+Result<std::string> makeEmf(const OutputJob& job) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, kMetafileWidth, true);
+  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  if (!pictureWidth) return pictureWidth.error();
+  return knotMetafile(job.knot.curve, style, view, *pictureWidth);
+}
+
 /// The formats that are made here and not by a model writer.
 struct Maker {
   std::string_view identifier;
   Result<std::string> (*make)(const OutputJob& job);
 };
 
-constexpr std::array<Maker, 4> kMakers = {{
+constexpr std::array<Maker, 5> kMakers = {{
     {"qzd", makeKnotFile},
     {"svg", makeSvg},
     {"png", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
     {"bmp", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
+    {"emf", makeEmf},
 }};
 
 }  // namespace
