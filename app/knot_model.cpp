@@ -30,6 +30,24 @@ TubeSettings tubeSettings(const KnotFields& fields) {
   return settings;
 }
 
+LightSettings lightSettings(const KnotFields& fields) {
+  LightSettings light;
+  light.Ka = fields.number(Param::Ka);
+  light.Kd = fields.number(Param::Kd);
+  light.Ks = fields.number(Param::Ks);
+  light.NFact = fields.number(Param::NFact);
+  light.KDist = fields.number(Param::KDist);
+  return light;
+}
+
+ViewState viewState(const KnotFields& fields) {
+  ViewState view;
+  setTheta(view, fields.number(Param::Theta));
+  setPhi(view, fields.number(Param::Phi));
+  setPsi(view, fields.number(Param::Psi));
+  return view;
+}
+
 SlotColours tubeColours(const KnotFields& fields, const StrandColours& colours) {
   SlotColours slots = colours.display;
   const int start = fields.whole(Param::StartColour);
@@ -64,6 +82,7 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   ExportScene scene{model, knot.curve};
   scene.startColour = fields.whole(Param::StartColour);
   scene.background = BColor(fields.boxes, fields.whole(Param::PicKnotBackColour));
+  if (model.minimumCoordinate < 0) scene.viewDistance = -model.minimumCoordinate / 40.0;
   scene.bandWidth = bandWidth(knot, fields);
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;

@@ -3,12 +3,19 @@
 
 #include "app/knot.h"
 #include "export/formats.h"
+#include "model3d/renderer.h"
+#include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 #include "platform/platform.h"
 
 namespace lorivan {
 
 TubeSettings tubeSettings(const KnotFields& fields);
+
+LightSettings lightSettings(const KnotFields& fields);
+
+/// The view that the three angle fields ask for.
+ViewState viewState(const KnotFields& fields);
 
 /// The colour of each strand's tube.
 SlotColours tubeColours(const KnotFields& fields, const StrandColours& colours);

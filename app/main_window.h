@@ -209,7 +209,6 @@ class MainWindow {
   bool stop_ = false;  // asked to end an animation
   bool commandLineLoading_ = false;
   int working_ = 0;
-  Shown shown_ = Shown::grid;
   PointerShape pointer_ = PointerShape::arrow;
 
   bool gridOn_ = false;  // alignment grid of the shape editor

@@ -119,7 +119,6 @@ void MainWindow::showOffsetField() {
 }
 
 void MainWindow::showPicture(Shown shown) {
-  shown_ = shown;
   window_->setVisible(controlId("picGrid"), shown == Shown::grid);
   window_->setVisible(controlId("picKnot"), shown == Shown::knot);
   window_->setVisible(controlId("picShape"), shown == Shown::shape);

@@ -136,8 +136,9 @@ int FileMaker::trace() {
 /// All outputs are made and written under temporary names before the first one gets its own.
 int FileMaker::write() {
   const StrandColours colours = strandColours(fields_.boxes);
-  OutputJob job{platform_,         *knot_, fields_, colours, line_.width.value_or(1000), line_.millimetres,
-                line_.transparent, {}};
+  OutputJob job{
+      platform_,         *knot_,          fields_, colours, line_.width.value_or(1000), line_.millimetres,
+      line_.transparent, line_.solidView, {}};
   std::vector<std::unique_ptr<FileSink>> sinks;
   for (const std::string& name : line_.outputs) {
     auto sink = FileSink::create(name);

@@ -34,6 +34,28 @@ Result<std::string> makeSvg(const OutputJob& job) {
   return surface.finish();
 }
 
+Status drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, surface.width(), true);
+  PictureOptions options = optionsOf(job);
+  options.transparent = transparent;
+  drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
+  return {};
+}
+
+Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
+  const auto model = job.model->get(job.knot, job.fields, job.colours, 0);
+  if (!model) return model.error();
+  const Colour background = optionsOf(job).background;
+  if (transparent)
+    surface.clearTransparent(background);
+  else
+    surface.clear(background);
+  Renderer().render(**model, lightSettings(job.fields), viewState(job.fields), background,
+                    job.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
+  return {};
+}
+
 /// The formats that are made here and not by a model writer.
 struct Maker {
   std::string_view identifier;
@@ -43,20 +65,21 @@ struct Maker {
 constexpr std::array<Maker, 4> kMakers = {{
     {"qzd", makeKnotFile},
     {"svg", makeSvg},
-    {"png", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::png); }},
-    {"bmp", [](const OutputJob& job) { return makeFlatPicture(job, PictureFormat::bmp); }},
+    {"png", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
+    {"bmp", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
 }};
 
 }  // namespace
 
-Result<std::string> makeFlatPicture(const OutputJob& job, PictureFormat format) {
-  const KnotStyle style = knotStyle(job.fields, job.colours);
-  const GridView view = viewOf(job.knot, job.fields, style, job.width, true);
-  auto surface = job.platform.createSurface(view.width, view.height());
+Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+  const bool transparent = job.transparent && format == PictureFormat::png;
+  const bool heights = job.solidView && job.fields.check(Check::HeightMap);
+  const int width = heights && job.width <= kLongestSide / 2 ? 2 * job.width : job.width;
+  auto surface = job.platform.createSurface(width, GridView::heightFor(width));
   if (!surface) return surface.error();
-  PictureOptions options = optionsOf(job);
-  if (format == PictureFormat::bmp) options.transparent = false;
-  drawKnotPicture(**surface, job.knot.graph, job.knot.curve, style, view, options);
+  const Status drawn =
+      job.solidView ? drawSolid(job, **surface, transparent) : drawFlat(job, **surface, transparent);
+  if (!drawn) return drawn.error();
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
   return job.platform.encodePicture(**surface, format);
 }

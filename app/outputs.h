@@ -21,6 +21,7 @@ struct OutputJob {
   int width = 1000;                   // pixels of pictures
   std::optional<double> millimetres;  // width of the finished knot
   bool transparent = false;
+  bool solidView = false;  // pictures hold the 3-D view
   std::function<void(double)> progress;
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
@@ -33,7 +34,7 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 
-/// The 2-D picture as the bytes of a picture file.
-Result<std::string> makeFlatPicture(const OutputJob& job, PictureFormat format);
+/// The 2-D or 3-D picture as the bytes of a picture file. The height map is twice as wide as asked.
+Result<std::string> makePicture(const OutputJob& job, PictureFormat format);
 
 }  // namespace lorivan

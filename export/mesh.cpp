@@ -77,6 +77,7 @@ std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, st
   const double radius = model.radius;
   const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
   std::vector<Frame> frames;
+  frames.reserve(static_cast<std::size_t>(strand.ringCount));
   for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
   const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
   Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
@@ -248,13 +249,13 @@ void TubeMesh::cutFaces() {
 std::vector<std::uint32_t> TubeMesh::pointsToMove() const {
   std::vector<Edge> edges;
   const auto addEdge = [&](std::uint32_t from, std::uint32_t to) {
-    if (shared_[from] != 0 && shared_[to] != 0)
+    if (shared_[from] != 0 || shared_[to] != 0)
       edges.push_back({static_cast<std::uint64_t>(same_[from]) << 32 | same_[to], from, to});
   };
   const auto addFace = [&](const Face& face) {
     int shared = 0;
     for (const std::uint32_t corner : face.corner) shared += shared_[corner];
-    if (shared < 2) return;
+    if (shared == 0) return;
     const auto corners = polygonCorners(face.cut);
     for (std::size_t i = 2; i < corners.size(); ++i) {
       const std::uint32_t a = face.corner[corners[0]], b = face.corner[corners[i - 1]],

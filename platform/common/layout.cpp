@@ -185,7 +185,7 @@ int leastStripWidth(const Panels& panels, const Measures& m) {
 int sideWidth(const Panels& panels, int width, int pictureWidth, const Measures& m) {
   const int least = leastSideWidth(panels, m);
   const int spare = width - m.margin - std::max(pictureWidth, leastStripWidth(panels, m));
-  return std::clamp(spare, least, least * 5 / 4);
+  return std::clamp(spare, least, least * 3 / 2);
 }
 
 LayoutSize clientFor(std::span<const ControlSpec> controls, const LayoutMetrics& metrics, double part) {
@@ -218,7 +218,7 @@ FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth,
   placer.placePanel(panels.side, {m.margin + leftWidth + m.margin, m.margin, side, panels.side.height(m)},
                     kSideColumns, false);
   const int stripLeast = leastStripWidth(panels, m);
-  const int stripWidth = std::clamp(leftWidth, stripLeast, std::max(stripLeast, stripLeast * 8 / 5));
+  const int stripWidth = std::clamp(picture.width, stripLeast, std::max(stripLeast, leftWidth));
   const int stripLeft = m.margin + std::max(0, (leftWidth - stripWidth) / 2);
   placer.placePanel(
       panels.strip,

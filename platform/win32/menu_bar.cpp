@@ -51,7 +51,8 @@ HMENU submenuNamed(HMENU bar, std::string_view title, std::map<std::string_view,
 
 }  // namespace
 
-MenuBar::MenuBar(std::span<const CommandSpec> commands) : unattached_(CreateMenu()), bar_(unattached_.get()) {
+MenuBar::MenuBar(std::span<const CommandSpec> commands)
+    : unattached_(CreateMenu()), bar_(unattached_.get()), states_(commands.size()) {
   std::map<std::string_view, HMENU> menus;
   std::vector<ACCEL> accelerators;
   int identifier = kFirstCommand;
@@ -59,7 +60,8 @@ MenuBar::MenuBar(std::span<const CommandSpec> commands) : unattached_(CreateMenu
     const HMENU menu = submenuNamed(bar_, command.menu, menus);
     std::string text(command.text);
     if (const auto shortcut = parseShortcut(command.shortcut)) {
-      text += "\t" + shortcutText(*shortcut);
+      text += '\t';
+      text += shortcutText(*shortcut);
       accelerators.push_back(acceleratorFor(*shortcut, identifier));
     }
     if (command.separatorBefore) AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
@@ -74,23 +76,16 @@ void MenuBar::attach(HWND window) {
   if (SetMenu(window, bar_)) static_cast<void>(unattached_.release());
 }
 
-bool MenuBar::hasState(CommandId command, UINT flags) const {
-  const UINT state = GetMenuState(bar_, static_cast<UINT>(kFirstCommand + command), MF_BYCOMMAND);
-  return state != static_cast<UINT>(-1) && (state & flags) != 0;
-}
-
 void MenuBar::enable(CommandId command, bool on) {
+  states_[static_cast<std::size_t>(command)].enabled = on;
   EnableMenuItem(bar_, static_cast<UINT>(kFirstCommand + command),
                  static_cast<UINT>(MF_BYCOMMAND | (on ? MF_ENABLED : MF_GRAYED)));
 }
 
-bool MenuBar::enabled(CommandId command) const { return !hasState(command, MF_GRAYED | MF_DISABLED); }
-
 void MenuBar::check(CommandId command, bool on) {
+  states_[static_cast<std::size_t>(command)].checked = on;
   CheckMenuItem(bar_, static_cast<UINT>(kFirstCommand + command),
                 static_cast<UINT>(MF_BYCOMMAND | (on ? MF_CHECKED : MF_UNCHECKED)));
 }
-
-bool MenuBar::checked(CommandId command) const { return hasState(command, MF_CHECKED); }
 
 }  // namespace lorivan::win32

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <vector>
 
 #include "platform/win32/handles.h"
 #include "platform/window.h"
@@ -21,17 +22,21 @@ class MenuBar {
   void detach() { bar_ = nullptr; }
   HACCEL accelerators() const { return accelerators_.get(); }
 
+  int count() const { return static_cast<int>(states_.size()); }
   void enable(CommandId command, bool on);
-  bool enabled(CommandId command) const;
+  bool enabled(CommandId command) const { return states_[static_cast<std::size_t>(command)].enabled; }
   void check(CommandId command, bool on);
-  bool checked(CommandId command) const;
+  bool checked(CommandId command) const { return states_[static_cast<std::size_t>(command)].checked; }
 
  private:
-  bool hasState(CommandId command, UINT flags) const;
+  struct State {
+    bool enabled = true, checked = false;
+  };
 
   OwnedMenu unattached_;
   HMENU bar_ = nullptr;
   OwnedAccelerators accelerators_;
+  std::vector<State> states_;
 };
 
 }  // namespace lorivan::win32

@@ -113,7 +113,8 @@ LRESULT PictureView::handle(UINT message, WPARAM wide, LPARAM argument) {
       captureLost();
       return 0;
     case WM_SETCURSOR:
-      SetCursor(systemPointer(pointer_));
+      // The window's hourglass goes before.
+      if (SendMessageW(GetParent(handle_), message, wide, argument) == 0) SetCursor(systemPointer(pointer_));
       return TRUE;
     default:
       return DefWindowProcW(handle_, message, wide, argument);

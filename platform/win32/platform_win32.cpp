@@ -3,6 +3,7 @@
 #include "platform/win32/checked.h"
 #include "platform/win32/dib_surface.h"
 #include "platform/win32/pictures.h"
+#include "platform/win32/window_win32.h"
 
 namespace lorivan::win32 {
 
@@ -38,9 +39,8 @@ Status PlatformWin32::canOpenWindow() const { return graphics(); }
 
 Result<std::unique_ptr<Window>> PlatformWin32::createWindow(const WindowSpec& spec,
                                                             const WindowEvents& events) {
-  static_cast<void>(spec);
-  static_cast<void>(events);
-  return Error{"no window yet"};
+  if (const Status ready = canOpenWindow(); !ready) return ready.error();
+  return WindowWin32::create(spec, events);
 }
 
 }  // namespace lorivan::win32

@@ -200,6 +200,16 @@ TEST_F(FieldsTest, UndoStepsBackTheLatestChangeWithoutDrawing) {
   EXPECT_GT(clears(), before);
 }
 
+TEST_F(FieldsTest, UndoOfARestoredValueShowsTheFallBack) {
+  platform.settings().write("Settings", "txtXNo", "5");
+  start();
+  pick("mnuEditUndo");
+  EXPECT_EQ(text(Param::XNo), "2");
+  EXPECT_EQ(lines(), 5 * 3 + 6 * 2);
+  for (int i = 0; i < 40; ++i) pick("mnuEditUndo");  // nothing is left to step back to in the end
+  EXPECT_EQ(text(Param::Width), "7");
+}
+
 TEST_F(FieldsTest, UndoOfAValuePutBackTakesTheOneBefore) {
   start();
   enter(Param::XNo, "5");

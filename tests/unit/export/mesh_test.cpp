@@ -78,6 +78,11 @@ TEST(Mesh, TubesThatTouchKeepTheirOwnEdges) {
   const MeshFacts facts = stlFacts(knot);
   EXPECT_EQ(facts.unmatched, 0);
   EXPECT_EQ(facts.ambiguous, 0);
+
+  // A strand that turns back on itself in one ring: the two tubes share single corners only.
+  const TubeSettings pinched{
+      .polySides = 12, .polyPoints = 2, .polySmooth = 5, .polyZF = 9.5F, .ringPercent = 100};
+  EXPECT_EQ(stlFacts(standardKnot(Shape::Hexagonal, 3, 5, pinched), 1).ambiguous, 0);
 }
 
 }  // namespace

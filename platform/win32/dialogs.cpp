@@ -1,0 +1,178 @@
+#include "platform/win32/dialogs.h"
+
+#include <cstring>
+#include <vector>
+
+#include "platform/common/text_helpers.h"
+#include "platform/win32/text.h"
+
+namespace lorivan::win32 {
+namespace {
+
+constexpr std::size_t kLongestPath = 32768;  // UTF-16 units, with the final zero
+
+/// A box without a title carries the program's name.
+std::wstring titleText(const std::string& title) { return title.empty() ? L"Lorivan" : widen(title); }
+
+/// Label and patterns, each with a zero behind it, and a zero at the end.
+std::wstring filterFor(const FileDialogSpec& dialog) {
+  std::wstring filter = widen(filterText(dialog.filterLabel, dialog.extensions));
+  filter += L'\0';
+  filter += widen(filePatterns(dialog.extensions, ";"));
+  filter += L'\0';
+  return filter;
+}
+
+std::wstring systemPath(std::string_view path) {
+  std::wstring text = widen(path);
+  std::replace(text.begin(), text.end(), L'/', L'\\');
+  return text;
+}
+
+DWORD flagsFor(const FileDialogSpec& dialog) {
+  DWORD flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
+  if (!dialog.save) flags |= OFN_FILEMUSTEXIST;
+  if (dialog.save) flags |= OFN_NOREADONLYRETURN;
+  if (dialog.overwritePrompt) flags |= OFN_OVERWRITEPROMPT;
+  return flags;
+}
+
+/// A dialog template in memory, as the system reads it: words in a row, each item on a border of four bytes.
+class DialogTemplate {
+ public:
+  DialogTemplate(const std::wstring& title, short width, short height, WORD items) {
+    DLGTEMPLATE head{};
+    head.style = DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+    head.cdit = items;
+    head.cx = width;
+    head.cy = height;
+    append(head);
+    words_.insert(words_.end(), {0, 0});  // no menu, the usual class
+    append(title);
+    words_.push_back(9);
+    append(std::wstring(L"MS Shell Dlg 2"));
+  }
+
+  void item(WORD classAtom, WORD identifier, DWORD style, SMALL_RECT box, const std::wstring& text) {
+    if (words_.size() % 2 != 0) words_.push_back(0);
+    DLGITEMTEMPLATE head{};
+    head.style = style | WS_CHILD | WS_VISIBLE;
+    head.x = box.Left;
+    head.y = box.Top;
+    head.cx = static_cast<short>(box.Right - box.Left);
+    head.cy = static_cast<short>(box.Bottom - box.Top);
+    head.id = identifier;
+    append(head);
+    words_.insert(words_.end(), {0xFFFF, classAtom});
+    append(text);
+    words_.push_back(0);  // no more data
+  }
+
+  const DLGTEMPLATE* get() const { return reinterpret_cast<const DLGTEMPLATE*>(words_.data()); }
+
+ private:
+  template <class Record>
+  void append(const Record& record) {
+    const std::size_t place = words_.size();
+    words_.resize(place + sizeof(Record) / sizeof(WORD));
+    std::memcpy(&words_[place], &record, sizeof(Record));
+  }
+  void append(const std::wstring& text) {
+    for (const wchar_t c : text) words_.push_back(static_cast<WORD>(c));
+    words_.push_back(0);
+  }
+
+  std::vector<WORD> words_;
+};
+
+constexpr WORD kButtonClass = 0x0080, kEditClass = 0x0081, kStaticClass = 0x0082;
+constexpr WORD kEntry = 100;
+
+struct TextQuestion {
+  std::wstring initial;
+  std::string answer;
+};
+
+void startTextQuestion(HWND dialog, TextQuestion* question) {
+  SetWindowLongPtrW(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(question));
+  SetDlgItemTextW(dialog, kEntry, question->initial.c_str());
+  SendDlgItemMessageW(dialog, kEntry, EM_SETSEL, 0, -1);
+}
+
+void endTextQuestion(HWND dialog, int button) {
+  auto* question = reinterpret_cast<TextQuestion*>(GetWindowLongPtrW(dialog, DWLP_USER));
+  if (question != nullptr && button == IDOK) {
+    const HWND entry = GetDlgItem(dialog, kEntry);
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(entry)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextW(entry, text.data(), static_cast<int>(text.size()))));
+    question->answer = narrow(text);
+  }
+  EndDialog(dialog, button);
+}
+
+INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
+  if (message == WM_INITDIALOG) {
+    startTextQuestion(dialog, reinterpret_cast<TextQuestion*>(argument));
+    return TRUE;
+  }
+  if (message != WM_COMMAND || (LOWORD(wide) != IDOK && LOWORD(wide) != IDCANCEL)) return FALSE;
+  endTextQuestion(dialog, LOWORD(wide));
+  return TRUE;
+}
+
+}  // namespace
+
+void showMessage(HWND owner, const std::string& text, const std::string& title, MessageIcon icon) {
+  const UINT sign = icon == MessageIcon::critical ? MB_ICONERROR : 0U;
+  MessageBoxW(owner, widen(text).c_str(), titleText(title).c_str(), MB_OK | sign);
+}
+
+bool askConfirmation(HWND owner, const std::string& text, const std::string& title) {
+  return MessageBoxW(owner, widen(text).c_str(), titleText(title).c_str(), MB_OKCANCEL) == IDOK;
+}
+
+std::string askFile(HWND owner, const FileDialogSpec& dialog) {
+  const InitialName initial = splitInitialName(dialog.initialName);
+  const std::wstring title = widen(dialog.title), folder = systemPath(initial.folder);
+  const std::wstring filter = filterFor(dialog), extension = widen(dialog.defaultExtension);
+  std::wstring path = systemPath(initial.name);
+  path.resize(kLongestPath, L'\0');
+  OPENFILENAMEW question{};
+  question.lStructSize = sizeof question;
+  question.hwndOwner = owner;
+  question.lpstrFilter = filter.c_str();
+  question.lpstrFile = path.data();
+  question.nMaxFile = static_cast<DWORD>(path.size());
+  question.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
+  question.lpstrTitle = title.empty() ? nullptr : title.c_str();
+  question.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+  question.Flags = flagsFor(dialog);
+  const BOOL chosen = dialog.save ? GetSaveFileNameW(&question) : GetOpenFileNameW(&question);
+  return chosen ? narrow(path.c_str()) : std::string();
+}
+
+std::string askText(HWND owner, const std::string& prompt, const std::string& title,
+                    const std::string& initial) {
+  DialogTemplate form(titleText(title), 240, 70, 4);
+  form.item(kStaticClass, 101, SS_LEFT, {7, 7, 233, 27}, widen(prompt));
+  form.item(kEditClass, kEntry, WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, {7, 29, 233, 43}, L"");
+  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {129, 50, 179, 64}, L"OK");
+  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {183, 50, 233, 64}, L"Cancel");
+  TextQuestion question{widen(initial), {}};
+  DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner, textQuestionProcedure,
+                          reinterpret_cast<LPARAM>(&question));
+  return question.answer;
+}
+
+std::optional<Colour> ColourDialog::ask(HWND owner, Colour initial) {
+  CHOOSECOLORW question{};
+  question.lStructSize = sizeof question;
+  question.hwndOwner = owner;
+  question.rgbResult = initial & 0xFFFFFF;
+  question.lpCustColors = own_.data();
+  question.Flags = CC_RGBINIT | CC_FULLOPEN | CC_ANYCOLOR;
+  if (!ChooseColorW(&question)) return std::nullopt;
+  return question.rgbResult;
+}
+
+}  // namespace lorivan::win32

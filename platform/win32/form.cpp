@@ -1,0 +1,334 @@
+#include "platform/win32/form.h"
+
+#include <algorithm>
+
+#include "platform/win32/checked.h"
+#include "platform/win32/text.h"
+
+namespace lorivan::win32 {
+namespace {
+
+/// What the system needs to know to make one kind of control.
+struct NativeKind {
+  const wchar_t* className;
+  DWORD style, extendedStyle;
+};
+
+NativeKind nativeKind(ControlKind kind) {
+  switch (kind) {
+    case ControlKind::group:
+      return {WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT};
+    case ControlKind::label:
+      return {WC_STATICW, SS_LEFT | SS_CENTERIMAGE, 0};
+    case ControlKind::number:
+      return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+    case ControlKind::text:
+      return {WC_EDITW, ES_AUTOHSCROLL | ES_READONLY, WS_EX_CLIENTEDGE};
+    case ControlKind::check:
+      return {WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX, 0};
+    case ControlKind::radio:
+      return {WC_BUTTONW, BS_AUTORADIOBUTTON, 0};
+    case ControlKind::list:
+      return {WC_COMBOBOXW, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0};
+    case ControlKind::button:
+      return {WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON, 0};
+    case ControlKind::colourBox:
+      return {WC_BUTTONW, WS_TABSTOP | BS_OWNERDRAW, 0};
+    case ControlKind::picture:
+      break;
+  }
+  return {WC_STATICW, 0, 0};
+}
+
+int scaled(double pixels, const LayoutMetrics& metrics) {
+  return static_cast<int>(std::lround(pixels * metrics.scale));
+}
+
+/// A height that a control should not pass, in the middle of its line.
+LayoutRect centred(LayoutRect rect, int height) {
+  if (rect.height > height) {
+    rect.top += (rect.height - height) / 2;
+    rect.height = height;
+  }
+  return rect;
+}
+
+}  // namespace
+
+ControlId Form::groupOf(const ControlSpec& control) const {
+  if (control.group.empty()) return -1;
+  const auto found = std::find_if(specs_.begin(), specs_.end(),
+                                  [&](const ControlSpec& spec) { return spec.name == control.group; });
+  return found == specs_.end() ? -1 : static_cast<ControlId>(found - specs_.begin());
+}
+
+Status Form::create(HWND parent, const MouseHandler& onMouse) {
+  parent_ = parent;
+  for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control)
+    if (const Status made = makeControl(control, parent, onMouse); !made) return made;
+  makeTips(parent);
+  return {};
+}
+
+Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onMouse) {
+  const ControlSpec& spec = specs_[static_cast<std::size_t>(control)];
+  State& state = at(control);
+  state.group = groupOf(spec);
+  if (spec.kind == ControlKind::picture) {
+    auto view = PictureView::create(parent, kFirstControl + control,
+                                    [onMouse, control](const MouseEvent& event) { onMouse(control, event); });
+    if (!view) return view.error();
+    state.picture = std::move(*view);
+    state.handle = state.picture->handle();
+    return {};
+  }
+  const NativeKind kind = nativeKind(spec.kind);
+  DWORD style = WS_CHILD | WS_CLIPSIBLINGS | kind.style;
+  // Radios of one group follow each other; the first one starts the arrow keys' circle and is the Tab stop.
+  const bool follows = spec.kind == ControlKind::radio && control > 0 &&
+                       this->kind(control - 1) == ControlKind::radio &&
+                       specs_[static_cast<std::size_t>(control - 1)].group == spec.group;
+  if (!follows) style |= WS_GROUP | (spec.kind == ControlKind::radio ? WS_TABSTOP : 0U);
+  const auto identifier = reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstControl + control));
+  state.handle = CreateWindowExW(kind.extendedStyle, kind.className, widen(spec.caption).c_str(), style, 0, 0,
+                                 0, 0, parent, identifier, GetModuleHandleW(nullptr), nullptr);
+  if (state.handle == nullptr) return Error{systemFault("CreateWindowEx")};
+  return {};
+}
+
+void Form::forgetHandles() {
+  for (State& state : states_) state.handle = nullptr;
+  parent_ = tips_ = nullptr;
+}
+
+ControlId Form::find(HWND window) const {
+  const auto found = std::find_if(states_.begin(), states_.end(), [&](const State& state) {
+    return state.handle != nullptr && state.handle == window;
+  });
+  return found == states_.end() ? -1 : static_cast<ControlId>(found - states_.begin());
+}
+
+bool Form::isEntry(HWND window) const {
+  const ControlId control = find(window);
+  return control >= 0 && kind(control) == ControlKind::number;
+}
+
+// ---- Places ----
+
+bool Form::isPlaced(ControlId control) const {
+  const CellPlace& place = specs_[static_cast<std::size_t>(control)].place;
+  return place.columns > 0 && place.rows > 0;
+}
+
+std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font,
+                                   const LayoutMetrics& metrics) {
+  const FormLayout layout = computeLayout(specs_, clientWidth, clientHeight, metrics);
+  std::vector<ControlId> resized;
+  for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
+    const LayoutRect& rect = layout.controls[static_cast<std::size_t>(control)];
+    SendMessageW(handle(control), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    placeControl(control, rect, metrics);
+    placeTip(control, rect);
+    showState(control);
+    PictureView* view = picture(control);
+    if (view != nullptr && view->fitSurface(rect.width, rect.height)) resized.push_back(control);
+  }
+  RedrawWindow(parent_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  return resized;
+}
+
+void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics) {
+  LayoutRect place = rect;
+  switch (kind(control)) {
+    case ControlKind::number:
+    case ControlKind::text:
+      place = centred(rect, metrics.lineHeight + scaled(7, metrics));
+      break;
+    case ControlKind::list: {
+      // The height given to a drop-down list is that of its open list; its own follows from its lines.
+      const int line = metrics.lineHeight + scaled(1, metrics);
+      SendMessageW(handle(control), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line);
+      SendMessageW(handle(control), CB_SETITEMHEIGHT, 0, line);
+      RECT box{};
+      GetWindowRect(handle(control), &box);
+      place = centred(rect, static_cast<int>(box.bottom - box.top));
+      place.height = 16 * line;
+      break;
+    }
+    case ControlKind::button:
+      place = centred(rect, metrics.lineHeight + scaled(12, metrics));
+      break;
+    default:
+      break;
+  }
+  SetWindowPos(handle(control), nullptr, place.left, place.top, place.width, place.height,
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+}
+
+// ---- Tooltips ----
+
+void Form::makeTips(HWND parent) {
+  tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                          CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, parent, nullptr,
+                          GetModuleHandleW(nullptr), nullptr);
+  SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, 400);
+  for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
+    std::wstring text = widen(specs_[static_cast<std::size_t>(control)].tooltip);
+    if (text.empty()) continue;
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.hwnd = parent;
+    tool.lpszText = text.data();
+    tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
+    tool.uId = reinterpret_cast<UINT_PTR>(handle(control));
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+    // A disabled control sees no mouse, the window behind it does: there the tip stands on the place itself.
+    tool.uFlags = TTF_SUBCLASS;
+    tool.uId = static_cast<UINT_PTR>(control);
+    SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+}
+
+void Form::placeTip(ControlId control, const LayoutRect& rect) {
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.hwnd = parent_;
+  tool.uId = static_cast<UINT_PTR>(control);
+  if (shown(control)) tool.rect = {rect.left, rect.top, rect.left + rect.width, rect.top + rect.height};
+  SendMessageW(tips_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+// ---- States ----
+
+bool Form::shown(ControlId control) const {
+  const State& state = at(control);
+  return isPlaced(control) && state.visible && (state.group < 0 || at(state.group).visible);
+}
+
+bool Form::enabled(ControlId control) const {
+  const State& state = at(control);
+  return state.enabled && (state.group < 0 || at(state.group).enabled);
+}
+
+void Form::showState(ControlId control) {
+  const HWND window = handle(control);
+  if (window == nullptr) return;
+  const bool on = enabled(control), seen = shown(control);
+  if (GetFocus() == window && !(on && seen)) {
+    // The focus must not stay on a control that takes no keys.
+    const HWND next = GetNextDlgTabItem(parent_, window, FALSE);
+    SetFocus(next != nullptr && next != window ? next : parent_);
+  }
+  if ((IsWindowEnabled(window) != 0) != on) EnableWindow(window, on);
+  const bool isSeen = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+  if (isSeen != seen) ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
+}
+
+void Form::forMembers(ControlId group, void (Form::*act)(ControlId)) {
+  for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control)
+    if (at(control).group == group) (this->*act)(control);
+}
+
+void Form::setEnabled(ControlId control, bool on) {
+  at(control).enabled = on;
+  showState(control);
+  if (kind(control) == ControlKind::group) forMembers(control, &Form::showState);
+}
+
+void Form::setVisible(ControlId control, bool on) {
+  at(control).visible = on;
+  showState(control);
+  if (kind(control) == ControlKind::group) forMembers(control, &Form::showState);
+}
+
+std::string Form::text(ControlId control) const {
+  const HWND window = handle(control);
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  return narrow(std::wstring_view(text).substr(0, static_cast<std::size_t>(std::max(0, length))));
+}
+
+void Form::setText(ControlId control, const std::string& text) {
+  if (this->text(control) == text) return;  // spares a flicker, and keeps the selection
+  SetWindowTextW(handle(control), widen(text).c_str());
+}
+
+bool Form::checked(ControlId control) const {
+  return SendMessageW(handle(control), BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+void Form::setChecked(ControlId control, bool on) {
+  if (on && kind(control) == ControlKind::radio) {
+    const std::string_view group = specs_[static_cast<std::size_t>(control)].group;
+    for (ControlId other = 0; other < static_cast<ControlId>(specs_.size()); ++other)
+      if (other != control && kind(other) == ControlKind::radio &&
+          specs_[static_cast<std::size_t>(other)].group == group)
+        setChecked(other, false);
+  }
+  SendMessageW(handle(control), BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);
+  at(control).wasChecked = on;
+}
+
+bool Form::takeToggled(ControlId control) {
+  const bool on = checked(control);
+  if (on == at(control).wasChecked) return false;
+  if (kind(control) == ControlKind::radio)
+    setChecked(control, on);  // the others of its group are off now
+  else
+    at(control).wasChecked = on;
+  return true;
+}
+
+void Form::setItems(ControlId list, const std::vector<std::string>& items) {
+  SendMessageW(handle(list), CB_RESETCONTENT, 0, 0);
+  for (const std::string& item : items)
+    SendMessageW(handle(list), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(widen(item).c_str()));
+}
+
+int Form::selected(ControlId list) const {
+  return static_cast<int>(SendMessageW(handle(list), CB_GETCURSEL, 0, 0));
+}
+
+void Form::select(ControlId list, int index) {
+  SendMessageW(handle(list), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+// ---- Colours and pictures ----
+
+void Form::setColours(ControlId control, Colour background, Colour text) {
+  at(control).colours = Colours{background, text, OwnedBrush(CreateSolidBrush(background))};
+  InvalidateRect(handle(control), nullptr, TRUE);
+}
+
+HBRUSH Form::brushFor(HWND window, HDC context) const {
+  const ControlId control = find(window);
+  if (control < 0 || !at(control).colours || !enabled(control)) return nullptr;
+  const Colours& colours = *at(control).colours;
+  SetTextColor(context, colours.text);
+  SetBkColor(context, colours.background);
+  return colours.brush.get();
+}
+
+void Form::drawColourBox(const DRAWITEMSTRUCT& item) const {
+  const ControlId control = find(item.hwndItem);
+  if (control < 0) return;
+  RECT box = item.rcItem;
+  const bool down = (item.itemState & ODS_SELECTED) != 0;
+  DrawEdge(item.hDC, &box, down ? EDGE_SUNKEN : EDGE_ETCHED, BF_RECT | BF_ADJUST);
+  const Selection brush(item.hDC, GetStockObject(DC_BRUSH));
+  SetDCBrushColor(item.hDC,
+                  at(control).colours ? at(control).colours->background : GetSysColor(COLOR_BTNFACE));
+  PatBlt(item.hDC, box.left, box.top, box.right - box.left, box.bottom - box.top, PATCOPY);
+  if ((item.itemState & ODS_FOCUS) == 0) return;
+  SetTextColor(item.hDC, 0);
+  SetBkColor(item.hDC, 0xFFFFFF);
+  InflateRect(&box, -1, -1);
+  DrawFocusRect(item.hDC, &box);
+}
+
+void Form::showDrawnPictures() {
+  for (State& state : states_)
+    if (state.picture) state.picture->showDrawn();
+}
+
+}  // namespace lorivan::win32

@@ -1,0 +1,126 @@
+// The keyboard of the window: entries, keys that the program takes, shortcuts, and the dialog keys (Tab,
+// mnemonics, arrows in a group).
+#include <utility>
+
+#include "platform/win32/window_win32.h"
+
+namespace lorivan::win32 {
+namespace {
+
+bool isHeld(int key) { return GetKeyState(key) < 0; }
+
+Key toKey(WPARAM key) {
+  switch (key) {
+    case VK_LEFT:
+      return Key::left;
+    case VK_UP:
+      return Key::up;
+    case VK_RIGHT:
+      return Key::right;
+    case VK_DOWN:
+      return Key::down;
+    case VK_ESCAPE:
+      return Key::escape;
+    default:
+      return Key::other;
+  }
+}
+
+/// Whether the user selected or typed something, rather than the entry selecting all when it got the focus.
+bool hasUserSelection(HWND entry) {
+  DWORD from = 0, to = 0;
+  SendMessageW(entry, EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  const bool all = from == 0 && static_cast<int>(to) >= GetWindowTextLengthW(entry);
+  return from != to && (!all || SendMessageW(entry, EM_GETMODIFY, 0, 0) != 0);
+}
+
+/// A shortcut that means the text in an entry while the user is at work on it.
+bool isTextShortcut(HWND entry, WPARAM key) {
+  if (!isHeld(VK_CONTROL) || isHeld(VK_MENU)) return false;
+  switch (key) {
+    case 'C':
+    case 'X':
+      return hasUserSelection(entry);
+    case 'Z':
+      return SendMessageW(entry, EM_GETMODIFY, 0, 0) != 0;
+    case 'V':
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool entryNeedsKey(WPARAM key) { return key != VK_UP && key != VK_DOWN && key != VK_ESCAPE; }
+
+bool isOpenList(HWND window) { return SendMessageW(window, CB_GETDROPPEDSTATE, 0, 0) != 0; }
+
+}  // namespace
+
+void WindowWin32::takeMessage(MSG& message) {
+  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  const bool isOurs = message.hwnd == window_ || IsChild(window_, message.hwnd);
+  if (isKey && isOurs && takeKey(message)) return;
+  if (isOurs && IsDialogMessageW(window_, &message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+bool WindowWin32::takeKey(const MSG& message) {
+  const ControlId control = form_.find(message.hwnd);
+  const ControlKind kind = control < 0 ? ControlKind::picture : form_.kind(control);
+  const bool isEntry = kind == ControlKind::number || kind == ControlKind::text;
+  if (kind == ControlKind::list && isOpenList(message.hwnd)) return false;
+  if (message.wParam == VK_RETURN && !isHeld(VK_MENU)) {
+    if (kind == ControlKind::number) confirmEntry(control);
+    if (kind == ControlKind::button || kind == ControlKind::colourBox) pressButton(control);
+    if (isEntry || kind == ControlKind::button || kind == ControlKind::colourBox) return true;
+  }
+  if (!(isEntry && entryNeedsKey(message.wParam)) && tellKey(message.wParam)) return true;
+  if (isEntry && isTextShortcut(message.hwnd, message.wParam)) return false;
+  MSG copy = message;
+  return menu_.accelerators() != nullptr && TranslateAcceleratorW(window_, menu_.accelerators(), &copy) != 0;
+}
+
+bool WindowWin32::tellKey(WPARAM key) {
+  if (!events_.key) return false;
+  const bool taken = events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU)});
+  form_.showDrawnPictures();
+  return taken;
+}
+
+void WindowWin32::confirmEntry(ControlId entry) {
+  leftEntry_ = -1;
+  const HWND window = form_.handle(entry);
+  SendMessageW(window, EM_SETMODIFY, FALSE, 0);
+  tell(events_.confirmed, entry);
+  if (GetFocus() == window) SendMessageW(window, EM_SETSEL, 0, -1);
+}
+
+void WindowWin32::entryFocused(ControlId entry) {
+  // A click that brings the focus sets the cursor afterwards; a posted selection comes behind that.
+  if (isHeld(VK_LBUTTON))
+    PostMessageW(form_.handle(entry), EM_SETSEL, 0, -1);
+  else
+    SendMessageW(form_.handle(entry), EM_SETSEL, 0, -1);
+}
+
+/// The program must not be told while the focus is on its way (it may open a dialog). It is told before the
+/// next event, or when the posted message arrives.
+void WindowWin32::entryLeft(ControlId entry) {
+  if (leftEntry_ >= 0 && leftEntry_ != entry) confirmLeftEntry();
+  leftEntry_ = entry;
+  PostMessageW(window_, kEntryLeft, 0, 0);
+}
+
+void WindowWin32::confirmLeftEntry() {
+  const ControlId entry = std::exchange(leftEntry_, -1);
+  if (entry < 0) return;
+  // The window only became inactive: the user is still in the entry.
+  const HWND focus = GetFocus();
+  if (focus == nullptr || focus == form_.handle(entry)) return;
+  if (focus != window_ && !IsChild(window_, focus)) return;
+  SendMessageW(form_.handle(entry), EM_SETMODIFY, FALSE, 0);
+  tell(events_.confirmed, entry);
+}
+
+}  // namespace lorivan::win32

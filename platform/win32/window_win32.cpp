@@ -1,0 +1,382 @@
+#include "platform/win32/window_win32.h"
+
+#include <algorithm>
+
+#include "platform/win32/checked.h"
+#include "platform/win32/dpi.h"
+#include "platform/win32/text.h"
+
+#ifndef WM_DPICHANGED
+#define WM_DPICHANGED 0x02E0
+#endif
+
+namespace lorivan::win32 {
+namespace {
+
+constexpr const wchar_t* kClass = L"LorivanWindow";
+constexpr DWORD kStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
+
+HICON programIcon(int metric) {
+  return static_cast<HICON>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1), IMAGE_ICON,
+                                       GetSystemMetrics(metric), GetSystemMetrics(metric), LR_SHARED));
+}
+
+void prepareClasses() {
+  const INITCOMMONCONTROLSEX common = {sizeof common, ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
+  InitCommonControlsEx(&common);
+}
+
+WindowPlace toPlace(const RECT& box) {
+  return {static_cast<int>(box.left), static_cast<int>(box.top), static_cast<int>(box.right - box.left),
+          static_cast<int>(box.bottom - box.top)};
+}
+
+MONITORINFO monitorOf(HWND window) {
+  MONITORINFO facts{};
+  facts.cbSize = sizeof facts;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &facts);
+  return facts;
+}
+
+int heightOf(HWND window) {
+  RECT box{};
+  GetWindowRect(window, &box);
+  return static_cast<int>(box.bottom - box.top);
+}
+
+}  // namespace
+
+// ---- Making and closing ----
+
+WindowWin32::WindowWin32(const WindowSpec& spec, const WindowEvents& events)
+    : events_(events), menu_(spec.commands), form_(spec.controls) {}
+
+WindowWin32::~WindowWin32() {
+  if (window_ != nullptr) DestroyWindow(window_);
+}
+
+Result<std::unique_ptr<Window>> WindowWin32::create(const WindowSpec& spec, const WindowEvents& events) {
+  std::unique_ptr<WindowWin32> window(new WindowWin32(spec, events));
+  if (const Status made = window->make(spec.title); !made) return made.error();
+  return std::unique_ptr<Window>(std::move(window));
+}
+
+Status WindowWin32::make(const std::string& title) {
+  prepareClasses();
+  WNDCLASSEXW kind{};
+  kind.cbSize = sizeof kind;
+  kind.lpfnWndProc = procedure;
+  kind.hInstance = GetModuleHandleW(nullptr);
+  kind.hIcon = programIcon(SM_CXICON);
+  kind.hIconSm = programIcon(SM_CXSMICON);
+  kind.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+  kind.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<INT_PTR>(COLOR_BTNFACE + 1));
+  kind.lpszClassName = kClass;
+  RegisterClassExW(&kind);  // fails harmlessly for a second window
+  if (CreateWindowExW(0, kClass, widen(title).c_str(), kStyle, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
+                      nullptr, kind.hInstance, this) == nullptr)
+    return Error{systemFault("CreateWindowEx")};
+  menu_.attach(window_);
+  status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
+                            window_, nullptr, kind.hInstance, nullptr);
+  if (status_ == nullptr) return Error{systemFault("CreateWindowEx")};
+  const auto onMouse = [this](ControlId picture, const MouseEvent& event) {
+    confirmLeftEntry();
+    tell(events_.mouse, picture, event);
+  };
+  if (const Status made = form_.create(window_, onMouse); !made) return made;
+  DragAcceptFiles(window_, TRUE);
+  takeFont();
+  fitToScreen();
+  return {};
+}
+
+/// Gives the window the size that shows a picture of the reference size, as far as the screen has room.
+void WindowWin32::fitToScreen() {
+  const LayoutSize client = referenceClient(form_.specs(), metrics_);
+  RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
+  AdjustWindowRectEx(&frame, kStyle, TRUE, 0);
+  const WindowPlace room = toPlace(monitorOf(window_).rcWork);
+  const int width = std::min(toPlace(frame).width, room.width);
+  const int height = std::min(toPlace(frame).height, room.height);
+  WindowPlace now = place();
+  now.left = std::clamp(now.left, room.left, room.left + room.width - width);
+  now.top = std::clamp(now.top, room.top, room.top + room.height - height);
+  SetWindowPos(window_, nullptr, now.left, now.top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  sized(SIZE_RESTORED);
+}
+
+void WindowWin32::closeAsked() {
+  if (askingToClose_) return;
+  confirmLeftEntry();
+  askingToClose_ = true;
+  const bool mayClose = !events_.closeQuery || events_.closeQuery();
+  askingToClose_ = false;
+  if (mayClose && window_ != nullptr) DestroyWindow(window_);
+}
+
+void WindowWin32::close() {
+  if (window_ != nullptr) closeAsked();
+}
+
+void WindowWin32::destroyed() {
+  closed_ = true;
+  window_ = status_ = lastFocus_ = nullptr;
+  form_.forgetHandles();
+  menu_.detach();
+}
+
+// ---- Messages ----
+
+LRESULT CALLBACK WindowWin32::procedure(HWND window, UINT message, WPARAM wide, LPARAM argument) {
+  if (message == WM_NCCREATE) {
+    auto* made = static_cast<WindowWin32*>(reinterpret_cast<CREATESTRUCTW*>(argument)->lpCreateParams);
+    made->window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(made));
+  }
+  auto* self = reinterpret_cast<WindowWin32*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (self == nullptr) return DefWindowProcW(window, message, wide, argument);
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrW(window, GWLP_USERDATA, 0);
+    self->destroyed();
+    return DefWindowProcW(window, message, wide, argument);
+  }
+  return self->handle(message, wide, argument);
+}
+
+LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
+  switch (message) {
+    case WM_SIZE:
+      sized(wide);
+      return 0;
+    case WM_GETMINMAXINFO:
+      limitSize(*reinterpret_cast<MINMAXINFO*>(argument));
+      return 0;
+    case WM_DPICHANGED:
+      densityChanged(*reinterpret_cast<const RECT*>(argument));
+      return 0;
+    case WM_SETTINGCHANGE:
+      takeFont();
+      sized(SIZE_RESTORED);
+      return 0;
+    case WM_ACTIVATE:
+      activated(LOWORD(wide) != WA_INACTIVE);
+      return 0;
+    case WM_SETFOCUS:
+      giveFocusBack();
+      return 0;
+    case WM_COMMAND:
+      if (argument == 0)
+        chosen(LOWORD(wide));
+      else
+        notified(HIWORD(wide), form_.find(reinterpret_cast<HWND>(argument)));
+      return 0;
+    case WM_DRAWITEM:
+      form_.drawColourBox(*reinterpret_cast<const DRAWITEMSTRUCT*>(argument));
+      return TRUE;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORSTATIC:
+      return colourControl(message, wide, argument);
+    case WM_SETCURSOR:
+      if (LOWORD(argument) == HTCLIENT && showBusyPointer()) return TRUE;
+      return DefWindowProcW(window_, message, wide, argument);
+    case WM_DROPFILES:
+      filesDropped(reinterpret_cast<HDROP>(wide));
+      return 0;
+    case WM_CLOSE:
+      closeAsked();
+      return 0;
+    case kStarted:
+      tell(events_.started);
+      return 0;
+    case kEntryLeft:
+      confirmLeftEntry();
+      return 0;
+    default:
+      return DefWindowProcW(window_, message, wide, argument);
+  }
+}
+
+void WindowWin32::sized(WPARAM how) {
+  if (how == SIZE_MINIMIZED || status_ == nullptr || !font_) return;
+  SendMessageW(status_, WM_SIZE, 0, 0);
+  RECT client{};
+  GetClientRect(window_, &client);
+  const int height = static_cast<int>(client.bottom) - heightOf(status_);
+  for (const ControlId picture :
+       form_.place(static_cast<int>(client.right), std::max(1, height), font_.get(), metrics_))
+    if (shown_) tell(events_.resized, picture);
+}
+
+void WindowWin32::limitSize(MINMAXINFO& limits) const {
+  if (status_ == nullptr) return;
+  const LayoutSize client = minimumClient(form_.specs(), metrics_);
+  RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
+  AdjustWindowRectEx(&frame, kStyle, TRUE, 0);
+  limits.ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void WindowWin32::takeFont() {
+  const int dpi = dpiOf(window_);
+  OwnedFont font = messageFont(dpi);
+  metrics_.scale = static_cast<double>(dpi) / USER_DEFAULT_SCREEN_DPI;
+  metrics_.lineHeight = lineHeightOf(window_, font.get());
+  SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+  // The controls still hold the former font, which must outlive that.
+  std::swap(font_, font);
+  sized(SIZE_RESTORED);
+}
+
+void WindowWin32::densityChanged(const RECT& proposal) {
+  takeFont();
+  SetWindowPos(window_, nullptr, proposal.left, proposal.top, proposal.right - proposal.left,
+               proposal.bottom - proposal.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void WindowWin32::activated(bool on) {
+  if (on) {
+    SetFocus(window_);
+    return;
+  }
+  const HWND focus = GetFocus();
+  if (focus != nullptr && IsChild(window_, focus)) lastFocus_ = focus;
+}
+
+void WindowWin32::giveFocusBack() {
+  const bool fits = lastFocus_ != nullptr && IsWindowVisible(lastFocus_) && IsWindowEnabled(lastFocus_);
+  const HWND target = fits ? lastFocus_ : GetNextDlgTabItem(window_, nullptr, FALSE);
+  if (target != nullptr) SetFocus(target);
+}
+
+void WindowWin32::chosen(int identifier) {
+  const CommandId command = identifier - kFirstCommand;
+  if (command < 0 || command >= menu_.count() || !menu_.enabled(command)) return;
+  confirmLeftEntry();
+  if (menu_.enabled(command)) tell(events_.command, command);
+}
+
+void WindowWin32::notified(int notification, ControlId control) {
+  if (control < 0) return;
+  const ControlKind kind = form_.kind(control);
+  if (kind == ControlKind::number) {
+    if (notification == EN_SETFOCUS) entryFocused(control);
+    if (notification == EN_KILLFOCUS) entryLeft(control);
+  } else if (kind == ControlKind::list) {
+    if (notification != CBN_SELCHANGE) return;
+    confirmLeftEntry();
+    tell(events_.changed, control);
+  } else if (notification == BN_CLICKED) {
+    pressButton(control);
+  }
+}
+
+void WindowWin32::pressButton(ControlId control) {
+  const ControlKind kind = form_.kind(control);
+  confirmLeftEntry();
+  if (!form_.enabled(control)) return;  // what the entry set off took it away
+  if (kind == ControlKind::button || kind == ControlKind::colourBox) {
+    tell(events_.clicked, control);
+  } else if (kind == ControlKind::check || kind == ControlKind::radio) {
+    if (form_.takeToggled(control)) tell(events_.changed, control);
+  }
+}
+
+void WindowWin32::filesDropped(HDROP files) {
+  std::wstring path(static_cast<std::size_t>(DragQueryFileW(files, 0, nullptr, 0)) + 1, L'\0');
+  path.resize(DragQueryFileW(files, 0, path.data(), static_cast<UINT>(path.size())));
+  DragFinish(files);
+  confirmLeftEntry();
+  if (!path.empty()) tell(events_.fileDropped, narrow(path));
+}
+
+LRESULT WindowWin32::colourControl(UINT message, WPARAM wide, LPARAM argument) {
+  const HBRUSH brush = form_.brushFor(reinterpret_cast<HWND>(argument), reinterpret_cast<HDC>(wide));
+  if (brush != nullptr) return reinterpret_cast<LRESULT>(brush);
+  return DefWindowProcW(window_, message, wide, argument);
+}
+
+bool WindowWin32::showBusyPointer() const {
+  if (busy_) SetCursor(systemPointer(PointerShape::busy));
+  return busy_;
+}
+
+// ---- What the program says ----
+
+void WindowWin32::setTitle(const std::string& title) { SetWindowTextW(window_, widen(title).c_str()); }
+
+void WindowWin32::setStatus(const std::string& text) {
+  SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(widen(text).c_str()));
+  UpdateWindow(status_);  // it also tells how long work goes on
+}
+
+WindowPlace WindowWin32::place() const {
+  if (IsIconic(window_)) {
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    GetWindowPlacement(window_, &placement);
+    return toPlace(placement.rcNormalPosition);
+  }
+  RECT box{};
+  GetWindowRect(window_, &box);
+  return toPlace(box);
+}
+
+void WindowWin32::moveTo(int left, int top) {
+  SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+WindowPlace WindowWin32::screen() const { return toPlace(monitorOf(window_).rcMonitor); }
+
+void WindowWin32::show() {
+  ShowWindow(window_, shown_ ? SW_SHOW : SW_SHOWNORMAL);
+  UpdateWindow(window_);
+  if (!std::exchange(shown_, true)) PostMessageW(window_, kStarted, 0, 0);
+}
+
+void WindowWin32::run() {
+  MSG message{};
+  while (!closed_) {
+    form_.showDrawnPictures();
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
+    takeMessage(message);
+  }
+}
+
+bool WindowWin32::processEvents() {
+  form_.showDrawnPictures();
+  MSG message{};
+  while (!closed_ && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));  // for the loop that is waiting for it
+      return false;
+    }
+    takeMessage(message);
+  }
+  return !closed_;
+}
+
+void WindowWin32::setBusy(bool on) {
+  busy_ = on;
+  SetCursor(systemPointer(on ? PointerShape::busy : PointerShape::arrow));
+}
+
+void WindowWin32::message(const std::string& text, const std::string& title, MessageIcon icon) {
+  showMessage(window_, text, title, icon);
+}
+
+bool WindowWin32::confirm(const std::string& text, const std::string& title) {
+  return askConfirmation(window_, text, title);
+}
+
+std::string WindowWin32::chooseFile(const FileDialogSpec& dialog) { return askFile(window_, dialog); }
+
+std::optional<Colour> WindowWin32::chooseColour(Colour initial) {
+  return colourDialog_.ask(window_, initial);
+}
+
+std::string WindowWin32::inputBox(const std::string& prompt, const std::string& title,
+                                  const std::string& initial) {
+  return askText(window_, prompt, title, initial);
+}
+
+}  // namespace lorivan::win32

@@ -1,0 +1,122 @@
+// The program's window: takes the system's messages apart, and puts what the program says into effect.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/win32/dialogs.h"
+#include "platform/win32/form.h"
+#include "platform/win32/menu_bar.h"
+#include "platform/window.h"
+
+namespace lorivan::win32 {
+
+inline constexpr UINT kStarted = WM_APP + 1;    // the window was shown for the first time
+inline constexpr UINT kEntryLeft = WM_APP + 2;  // an entry lost the focus
+
+class WindowWin32 final : public Window {
+ public:
+  static Result<std::unique_ptr<Window>> create(const WindowSpec& spec, const WindowEvents& events);
+  WindowWin32(const WindowWin32&) = delete;
+  WindowWin32& operator=(const WindowWin32&) = delete;
+  ~WindowWin32() override;
+
+  void setTitle(const std::string& title) override;
+  void setStatus(const std::string& text) override;
+  WindowPlace place() const override;
+  void moveTo(int left, int top) override;
+  WindowPlace screen() const override;
+  double scaling() const override { return metrics_.scale; }
+  void show() override;
+  void run() override;
+  bool processEvents() override;
+  void close() override;
+
+  std::string text(ControlId control) const override { return form_.text(control); }
+  void setText(ControlId control, const std::string& text) override { form_.setText(control, text); }
+  bool checked(ControlId control) const override { return form_.checked(control); }
+  void setChecked(ControlId control, bool on) override { form_.setChecked(control, on); }
+  void setItems(ControlId list, const std::vector<std::string>& items) override {
+    form_.setItems(list, items);
+  }
+  int selected(ControlId list) const override { return form_.selected(list); }
+  void select(ControlId list, int index) override { form_.select(list, index); }
+  void setEnabled(ControlId control, bool on) override { form_.setEnabled(control, on); }
+  bool enabled(ControlId control) const override { return form_.enabled(control); }
+  void setVisible(ControlId control, bool on) override { form_.setVisible(control, on); }
+  bool visible(ControlId control) const override { return form_.visible(control); }
+  void setColours(ControlId control, Colour background, Colour text) override {
+    form_.setColours(control, background, text);
+  }
+
+  void setCommandEnabled(CommandId command, bool on) override { menu_.enable(command, on); }
+  bool commandEnabled(CommandId command) const override { return menu_.enabled(command); }
+  void setCommandChecked(CommandId command, bool on) override { menu_.check(command, on); }
+  bool commandChecked(CommandId command) const override { return menu_.checked(command); }
+
+  Surface& surface(ControlId picture) override { return form_.picture(picture)->surface(); }
+  void setPointer(ControlId picture, PointerShape shape) override {
+    form_.picture(picture)->setPointer(shape);
+  }
+  void setBusy(bool on) override;
+
+  void message(const std::string& text, const std::string& title, MessageIcon icon) override;
+  bool confirm(const std::string& text, const std::string& title) override;
+  std::string chooseFile(const FileDialogSpec& dialog) override;
+  std::optional<Colour> chooseColour(Colour initial) override;
+  std::string inputBox(const std::string& prompt, const std::string& title,
+                       const std::string& initial) override;
+
+ private:
+  WindowWin32(const WindowSpec& spec, const WindowEvents& events);
+  Status make(const std::string& title);
+  void fitToScreen();
+
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM argument);
+  LRESULT handle(UINT message, WPARAM wide, LPARAM argument);
+  void sized(WPARAM how);
+  void limitSize(MINMAXINFO& limits) const;
+  void densityChanged(const RECT& proposal);
+  void takeFont();
+  void activated(bool on);
+  void giveFocusBack();
+  void notified(int notification, ControlId control);
+  void chosen(int identifier);
+  void filesDropped(HDROP files);
+  LRESULT colourControl(UINT message, WPARAM wide, LPARAM argument);
+  bool showBusyPointer() const;
+  void closeAsked();
+  void destroyed();
+
+  void takeMessage(MSG& message);
+  bool takeKey(const MSG& message);
+  bool tellKey(WPARAM key);
+  void confirmEntry(ControlId entry);
+  void entryFocused(ControlId entry);
+  void entryLeft(ControlId entry);
+  void confirmLeftEntry();
+  void pressButton(ControlId control);
+
+  /// Calls what the program installed, if it did, and shows what that drew.
+  template <class Event, class... Arguments>
+  void tell(const Event& event, const Arguments&... arguments) {
+    if (event) event(arguments...);
+    form_.showDrawnPictures();
+  }
+
+  const WindowEvents& events_;
+  MenuBar menu_;
+  Form form_;
+  ColourDialog colourDialog_;
+  HWND window_ = nullptr;  // null once it is closed
+  HWND status_ = nullptr;
+  HWND lastFocus_ = nullptr;  // gets the focus back when the window becomes active
+  OwnedFont font_;
+  LayoutMetrics metrics_;
+  ControlId leftEntry_ = -1;  // left, but not confirmed yet
+  bool shown_ = false, closed_ = false, busy_ = false, askingToClose_ = false;
+};
+
+}  // namespace lorivan::win32
