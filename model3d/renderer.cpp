@@ -17,6 +17,12 @@ constexpr double kReferenceWidth = 500;     // pixels; the margin is one pixel u
 constexpr std::uint8_t kFacing = 1, kReached = 2, kWaiting = 4;  // marks of a quad
 constexpr std::int32_t kUnseen = std::numeric_limits<std::int32_t>::min();
 
+/// The nearest grid line to a place in the picture, where no coordinate is negative.
+std::int32_t gridLine(float place) {
+  const auto line = static_cast<std::int32_t>(place);
+  return place - static_cast<float>(line) < 0.5F ? line : line + 1;
+}
+
 /// The model's x points to the left of the 2-D picture and its y points down. The picture's own y points down
 /// as well, so only x is turned here: the two make half a turn, never a mirror image.
 Matrix4 pictureMatrix(const ViewState& view) {
@@ -90,9 +96,7 @@ void Renderer::placeOnGrid(float minimumCoordinate, PixelBlock target) {
       grid_[v] = {kUnseen, kUnseen};
       continue;
     }
-    // Never negative, so adding a half and cutting off rounds to the nearest grid line.
-    const PointI at = {static_cast<std::int32_t>(middleX + p.x * scale + 0.5F),
-                       static_cast<std::int32_t>(middleY + p.y * scale + 0.5F)};
+    const PointI at = {gridLine(middleX + p.x * scale), gridLine(middleY + p.y * scale)};
     least_ = {std::min(least_.x, at.x), std::min(least_.y, at.y)};
     most_ = {std::max(most_.x, at.x), std::max(most_.y, at.y)};
     grid_[v] = at;

@@ -102,7 +102,7 @@ void controlPoints(const StrandStore& strands, int slot, const Placement& placed
                    const TubeSettings& settings, std::vector<Vec3>& out) {
   const int count = pointCount(strands, slot);
   const int before = settings.polySmooth - 1;
-  out.resize(static_cast<std::size_t>(count + before));
+  out.resize(static_cast<std::size_t>(count) + static_cast<std::size_t>(before));
   for (int k = 0; k < count + before; ++k) {
     const StrandPoint& p = strands.point(slot, (((k - before) % count) + count) % count);
     out[static_cast<std::size_t>(k)] = {static_cast<float>(kModelUnit * placed.x(p)),

@@ -96,7 +96,7 @@ class QuadIndex {
     for (std::size_t s = 0; s < model.strands.size(); ++s) {
       const TubeStrand& strand = model.strands[s];
       for (int r = 0; r < strand.ringCount; ++r) {
-        const auto ring = static_cast<std::size_t>(strand.firstRing + r);
+        const auto ring = static_cast<std::size_t>(strand.firstRing) + static_cast<std::size_t>(r);
         nextRing_[ring] = (strand.firstRing + (r + 1 == strand.ringCount ? 0 : r + 1)) * sides_;
         ringStrand_[ring] = static_cast<std::uint8_t>(s);
       }
