@@ -180,6 +180,7 @@ WindowQt::WindowQt(const WindowSpec& spec, const WindowEvents& events) : events_
 FormEvents WindowQt::formEvents() {
   FormEvents made;
   made.confirmed = [this](ControlId id) { report(events_.confirmed, id); };
+  made.left = [this](ControlId id) { report(events_.left, id); };
   made.clicked = [this](ControlId id) {
     form_->confirmPending();
     report(events_.clicked, id);
