@@ -1,10 +1,9 @@
 #include "app/command_line.h"
 
-#include <array>
-
-#include "app/outputs.h"
+#include "app/presets.h"
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "export/formats.h"
 
 namespace lorivan {
 namespace {
@@ -21,7 +20,7 @@ class Parser {
     std::string_view name;
     Status (Parser::*take)();
   };
-  static const std::array<Option, 13> kOptions;
+  static const std::vector<Option> kOptions;
 
   Status value(std::string& out) {
     const std::string& option = arguments_[at_];
@@ -31,6 +30,7 @@ class Parser {
   }
 
   Status takeShape();
+  Status takePreset();
   Status takeSet();
   Status takeRandom();
   Status takeView();
@@ -38,6 +38,7 @@ class Parser {
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
   Status takeQuiet() { return flag(line_.quiet); }
+  Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
   Status takeList();
   Status takeHelp() { return kind(CommandKind::help); }
@@ -58,21 +59,16 @@ class Parser {
   CommandLine line_;
 };
 
-const std::array<Parser::Option, 13> Parser::kOptions = {{
-    {"--shape", &Parser::takeShape},
-    {"--set", &Parser::takeSet},
-    {"--random", &Parser::takeRandom},
-    {"--view", &Parser::takeView},
-    {"--width", &Parser::takeWidth},
-    {"--mm", &Parser::takeMillimetres},
-    {"--transparent", &Parser::takeTransparent},
-    {"--quiet", &Parser::takeQuiet},
-    {"-o", &Parser::takeOutput},
-    {"--list", &Parser::takeList},
-    {"--help", &Parser::takeHelp},
-    {"-h", &Parser::takeHelp},
+const std::vector<Parser::Option> Parser::kOptions = {
+    {"--shape", &Parser::takeShape},     {"--preset", &Parser::takePreset},
+    {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
+    {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
+    {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
+    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
+    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
+    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
     {"--version", &Parser::takeVersion},
-}};
+};
 
 Status Parser::takeShape() {
   std::string name;
@@ -84,6 +80,14 @@ Status Parser::takeShape() {
       return {};
     }
   return Error{"there is no shape \"" + name + "\"; --list shapes names them all"};
+}
+
+Status Parser::takePreset() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  line_.preset = findPreset(name);
+  if (line_.preset) return {};
+  return Error{"there is no style \"" + name + "\"; --list presets names them all"};
 }
 
 Status Parser::takeSet() {
@@ -145,7 +149,7 @@ Status Parser::takeMillimetres() {
 Status Parser::takeOutput() {
   std::string name;
   if (const Status got = value(name); !got) return got;
-  if (findOutput(extensionOf(name)) == nullptr)
+  if (findFormat(extensionOf(name), DxfKind::faces) == nullptr)
     return Error{"\"" + name + "\" has no known format; --list formats names them all"};
   line_.outputs.push_back(name);
   return {};
@@ -153,8 +157,9 @@ Status Parser::takeOutput() {
 
 Status Parser::takeList() {
   if (const Status got = value(line_.listed); !got) return got;
-  if (line_.listed != "parameters" && line_.listed != "shapes" && line_.listed != "formats")
-    return Error{"--list takes parameters, shapes or formats, not \"" + line_.listed + "\""};
+  if (line_.listed != "parameters" && line_.listed != "shapes" && line_.listed != "presets" &&
+      line_.listed != "formats")
+    return Error{"--list takes parameters, shapes, presets or formats, not \"" + line_.listed + "\""};
   return kind(CommandKind::list);
 }
 
@@ -182,8 +187,9 @@ Result<CommandLine> Parser::run() {
       return Error{"a knot file brings its own shape; --shape does not go with it"};
     return line_;
   }
-  const bool optionsOnly = line_.shape || line_.random || !line_.values.empty() || !line_.checks.empty() ||
-                           line_.width || line_.millimetres || line_.transparent || line_.solidView;
+  const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
+                           !line_.checks.empty() || line_.width || line_.millimetres || line_.transparent ||
+                           line_.solidView;
   if (optionsOnly) return Error{"these options need an output file: -o FILE"};
   return line_;
 }
@@ -221,11 +227,13 @@ std::string shapeList() {
   return out;
 }
 
-std::string formatList() {
+std::string presetList() {
   std::string out;
-  for (const OutputFormat& format : outputTable()) {
-    appendColumn(out, format.extension, 8);
-    out += std::string(format.about) + '\n';
+  int number = 0;
+  for (const Preset& preset : presetTable()) {
+    appendColumn(out, std::to_string(number++), 4);
+    appendColumn(out, preset.name, 20);
+    out += std::string(preset.about) + '\n';
   }
   return out;
 }
@@ -238,6 +246,7 @@ Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments) 
 
 std::string listText(const std::string& what) {
   if (what == "parameters") return parameterList();
+  if (what == "presets") return presetList();
   return what == "shapes" ? shapeList() : formatList();
 }
 
@@ -247,16 +256,18 @@ std::string usageText() {
          "                                   write files, without a window or a display\n"
          "\n"
          "  -o FILE          the format is the extension: " +
-         outputExtensions() +
+         formatExtensions() +
          "\n"
          "  --shape NAME     a standard shape, by its name or its number\n"
+         "  --preset NAME    a style, by its name or its number: bands and colours that go together\n"
          "  --set FIELD=VALUE  a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated\n"
          "  --random [SEED]  a random knot; the same seed gives the same knot\n"
+         "  --view 2d|3d     which picture png and bmp hold (2d)\n"
          "  --width PIXELS   width of png and bmp pictures (1000)\n"
-         "  --mm WIDTH       finished width of the knot in millimetres, for svg\n"
+         "  --mm WIDTH       finished width in millimetres, for svg, emf, dxf and models\n"
          "  --transparent    leave the background out of svg and png\n"
          "  --quiet          no notes on the error output\n"
-         "  --list parameters|shapes|formats\n"
+         "  --list parameters|shapes|presets|formats\n"
          "  --version, --help\n"
          "\n"
          "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"

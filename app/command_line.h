@@ -29,9 +29,10 @@ enum class CommandKind { window, makeFiles, help, version, list };
 
 struct CommandLine {
   CommandKind kind = CommandKind::window;
-  std::string listed;    // parameters, shapes or formats
+  std::string listed;    // parameters, shapes, presets or formats
   std::string knotFile;  // empty: none named
   std::optional<Shape> shape;
+  std::optional<int> preset;
   std::vector<std::pair<Param, std::string>> values;  // in the order given
   std::vector<std::pair<Check, bool>> checks;
   bool random = false;
@@ -41,6 +42,7 @@ struct CommandLine {
   std::optional<double> millimetres;
   bool transparent = false;
   bool quiet = false;
+  bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;
 };
 

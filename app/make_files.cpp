@@ -7,6 +7,7 @@
 #include "app/knot.h"
 #include "app/knot_file.h"
 #include "app/outputs.h"
+#include "app/presets.h"
 #include "app/random_knot.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -41,6 +42,9 @@ class FileMaker {
   Rnd random_;
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
 };
+
+/// Whether a writer gave up because the knot is too large for it.
+bool isKnotLimit(const Error& error) { return error.message.find("too many polygons") != std::string::npos; }
 
 int FileMaker::fail(ExitStatus status, const std::string& message) {
   std::string oneLine = message;
@@ -132,15 +136,16 @@ int FileMaker::trace() {
 /// All outputs are made and written under temporary names before the first one gets its own.
 int FileMaker::write() {
   const StrandColours colours = strandColours(fields_.boxes);
-  OutputJob job{platform_,         *knot_,           fields_, colours, line_.width.value_or(1000),
-                line_.millimetres, line_.transparent};
+  OutputJob job{
+      platform_,         *knot_,          fields_, colours, line_.width.value_or(1000), line_.millimetres,
+      line_.transparent, line_.solidView, {}};
   std::vector<std::unique_ptr<FileSink>> sinks;
   for (const std::string& name : line_.outputs) {
     auto sink = FileSink::create(name);
     if (!sink) return fail(kBadOutput, sink.error().message);
-    const auto bytes = findOutput(extensionOf(name))->make(job);
-    if (!bytes) return fail(kBadOutput, name + ": " + bytes.error().message);
-    (*sink)->write(*bytes);
+    const ExportFormat& format = *outputFormat(name, fields_);
+    if (const Status made = makeOutput(format, job, **sink); !made)
+      return fail(isKnotLimit(made.error()) ? kNoKnot : kBadOutput, name + ": " + made.error().message);
     if (const Status closed = (*sink)->close(); !closed) return fail(kBadOutput, closed.error().message);
     sinks.push_back(std::move(*sink));
   }
@@ -154,6 +159,7 @@ int FileMaker::run() {
   if (!line_.knotFile.empty())
     if (const int status = readFile(); status != kDone) return status;
   if (line_.random) drawRandom();
+  if (line_.preset) applyPreset(fields_, *line_.preset);
   takeValues();
   if (const int status = build(); status != kDone) return status;
   if (const int status = trace(); status != kDone) return status;

@@ -3,15 +3,15 @@
 #include <array>
 
 #include "app/knot_file.h"
+#include "strands/emf_writer.h"
 #include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
+constexpr int kVectorWidth = 5000;     // units of a vector picture, ten to a reference pixel
+constexpr int kMetafileWidth = 10000;  // fine enough to look smooth, still within 16 bits
 constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
-
-Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
 
 PictureOptions optionsOf(const OutputJob& job) {
   PictureOptions options = pictureOptions(job.fields);
@@ -19,55 +19,107 @@ PictureOptions optionsOf(const OutputJob& job) {
   return options;
 }
 
+Result<std::string> makeKnotFile(const OutputJob& job) { return writeKnotFile(job.fields, job.knot.graph); }
+
+/// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
+Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
+                                  double standard) {
+  if (!job.millimetres) return standard;
+  const double knot = knotWidth(job.knot.curve, style, view);
+  if (knot <= 0) return Error{"a knot without strands has no width to scale"};
+  return *job.millimetres * view.width / knot;
+}
+
 Result<std::string> makeSvg(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
   const GridView view = viewOf(job.knot, job.fields, style, kVectorWidth, true);
-  double pictureWidth = kReferenceMillimetres;
-  if (job.millimetres) {
-    const double knot = knotWidth(job.knot.curve, style, view);
-    if (knot <= 0) return Error{"a knot without strands has no width to scale"};
-    pictureWidth = *job.millimetres * view.width / knot;
-  }
+  const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
+  if (!pictureWidth) return pictureWidth.error();
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.fields.shape)];
-  SvgSurface surface(view.width, view.height(), pictureWidth, "Knot, " + std::string(shape.name));
+  SvgSurface surface(view.width, view.height(), *pictureWidth, "Knot, " + std::string(shape.name));
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
   return surface.finish();
 }
 
-Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+Status drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
-  const GridView view = viewOf(job.knot, job.fields, style, job.width, true);
-  auto surface = job.platform.createSurface(view.width, view.height());
-  if (!surface) return surface.error();
+  const GridView view = viewOf(job.knot, job.fields, style, surface.width(), true);
   PictureOptions options = optionsOf(job);
-  if (format == PictureFormat::bmp) options.transparent = false;
-  drawKnotPicture(**surface, job.knot.graph, job.knot.curve, style, view, options);
-  if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
-  return job.platform.encodePicture(**surface, format);
+  options.transparent = transparent;
+  drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
+  return {};
 }
 
-constexpr std::array<OutputFormat, 4> kOutputs = {{
-    {"qzd", "Lorivan knot file: settings and grid, to be opened again", makeKnotFile},
-    {"svg", "SVG drawing with real curves, in millimetres", makeSvg},
-    {"png", "PNG picture", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
-    {"bmp", "BMP picture", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
+Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
+  const auto model = job.model->get(job.knot, job.fields, job.colours, 0);
+  if (!model) return model.error();
+  const Colour background = optionsOf(job).background;
+  if (transparent)
+    surface.clearTransparent(background);
+  else
+    surface.clear(background);
+  Renderer().render(**model, lightSettings(job.fields), viewState(job.fields), background,
+                    job.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
+  return {};
+}
+
+/// Twice the reference picture's size where no size is asked for.
+Result<std::string> makeEmf(const OutputJob& job) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, kMetafileWidth, true);
+  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  if (!pictureWidth) return pictureWidth.error();
+  return knotMetafile(job.knot.curve, style, view, *pictureWidth);
+}
+
+/// The formats that are made here and not by a model writer.
+struct Maker {
+  std::string_view identifier;
+  Result<std::string> (*make)(const OutputJob& job);
+};
+
+constexpr std::array<Maker, 5> kMakers = {{
+    {"qzd", makeKnotFile},
+    {"svg", makeSvg},
+    {"png", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
+    {"bmp", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
+    {"emf", makeEmf},
 }};
 
 }  // namespace
 
-std::span<const OutputFormat> outputTable() { return kOutputs; }
-
-const OutputFormat* findOutput(std::string_view extension) {
-  for (const OutputFormat& format : kOutputs)
-    if (format.extension == extension) return &format;
-  return nullptr;
+Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+  const bool transparent = job.transparent && format == PictureFormat::png;
+  const bool heights = job.solidView && job.fields.check(Check::HeightMap);
+  const int width = heights && job.width <= kLongestSide / 2 ? 2 * job.width : job.width;
+  auto surface = job.platform.createSurface(width, GridView::heightFor(width));
+  if (!surface) return surface.error();
+  const Status drawn =
+      job.solidView ? drawSolid(job, **surface, transparent) : drawFlat(job, **surface, transparent);
+  if (!drawn) return drawn.error();
+  if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
+  return job.platform.encodePicture(**surface, format);
 }
 
-std::string outputExtensions() {
-  std::string all;
-  for (const OutputFormat& format : kOutputs)
-    all += (all.empty() ? "" : ", ") + std::string(format.extension);
-  return all;
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
+  return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
+}
+
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  if (format.kind == FormatKind::model) {
+    const auto model = job.model->get(job.knot, job.fields, job.colours, format.sides);
+    if (!model) return model.error();
+    return writeModelFile(format, job.platform, job.knot, job.fields, **model,
+                          {job.millimetres, job.progress}, sink);
+  }
+  for (const Maker& maker : kMakers) {
+    if (maker.identifier != format.identifier) continue;
+    const auto bytes = maker.make(job);
+    if (!bytes) return bytes.error();
+    sink.write(*bytes);
+    return {};
+  }
+  return Error{"the format " + std::string(format.identifier) + " has no writer"};
 }
 
 }  // namespace lorivan

@@ -1,16 +1,18 @@
-// The table of output formats: what -o, the dialogs and --list formats know.
+// Makes output files of a knot in any format of the format table.
 #pragma once
 
-#include <span>
-#include <string>
-#include <string_view>
+#include <memory>
+#include <optional>
 
 #include "app/knot.h"
+#include "app/knot_model.h"
+#include "base/sink.h"
+#include "export/formats.h"
 #include "platform/platform.h"
 
 namespace lorivan {
 
-/// What an output is made from.
+/// What the outputs of one knot are made from; they share the model.
 struct OutputJob {
   Platform& platform;
   const Knot& knot;
@@ -19,21 +21,20 @@ struct OutputJob {
   int width = 1000;                   // pixels of pictures
   std::optional<double> millimetres;  // width of the finished knot
   bool transparent = false;
+  bool solidView = false;  // pictures hold the 3-D view
+  std::function<void(double)> progress;
+
+  std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
 
-struct OutputFormat {
-  std::string_view extension;
-  std::string_view about;
-  /// The whole file, or why it cannot be made.
-  Result<std::string> (*make)(const OutputJob& job);
-};
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
+/// unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
 
-std::span<const OutputFormat> outputTable();
+/// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 
-/// The row for an extension in lower case, or null.
-const OutputFormat* findOutput(std::string_view extension);
-
-/// "qzd, svg, ..." for texts.
-std::string outputExtensions();
+/// The 2-D or 3-D picture as the bytes of a picture file. The height map is twice as wide as asked.
+Result<std::string> makePicture(const OutputJob& job, PictureFormat format);
 
 }  // namespace lorivan

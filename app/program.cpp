@@ -2,10 +2,28 @@
 #include <iostream>
 
 #include "app/command_line.h"
+#include "app/main_window.h"
 #include "app/make_files.h"
 #include "platform/entry.h"
 
 namespace lorivan {
+
+namespace {
+
+int openWindow(Platform& platform, const CommandLine& line) {
+  MainWindow window(platform, {line.knotFile, line.stepDisplay, {}});
+  Status opened = platform.canOpenWindow();
+  if (opened) opened = window.open();
+  if (!opened) {
+    std::cerr << "lorivan: no window can be opened: " << opened.error().message
+              << "\nWithout one, make a knot with: lorivan --shape Hexagonal -o knot.svg\n";
+    return kNoDisplay;
+  }
+  window.run();
+  return kDone;
+}
+
+}  // namespace
 
 int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
   const auto line = parseCommandLine(arguments);
@@ -28,8 +46,7 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
     case CommandKind::window:
       break;
   }
-  std::cerr << "lorivan: no output named; make a knot with: lorivan --shape Hexagonal -o knot.svg\n";
-  return kNoDisplay;
+  return openWindow(platform, *line);
 }
 
 }  // namespace lorivan

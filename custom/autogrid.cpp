@@ -24,26 +24,25 @@ constexpr double kTriangleHeight = 0.8660254037844386;
 /// A lattice whose nodes lie on whole grid units.
 struct Pitch {
   int across = 0, rows = 0;  // grid units
-  double height = 1;         // grid height for a picture height of 1
   bool triangles = false;
 
-  Pitch(const GridBox& box, const AutoGridOptions& options, double heightFactor)
-      : height(heightFactor), triangles(options.triangles) {
+  Pitch(const GridBox& box, const AutoGridOptions& options) : triangles(options.triangles) {
     const double longer = std::max(box.right - box.left, box.top - box.bottom);
-    const double shape = triangles ? kTriangleHeight : 1;
-    const double wanted = std::max(
-        {longer / std::clamp(options.gridSize, 1, 100), 1.0 * kLeastPitch, kLeastPitch / (shape * height)});
+    const double wanted =
+        std::max(longer / std::clamp(options.gridSize, 1, 100), static_cast<double>(kLeastPitch));
     // Rows of triangles lie half a cell apart: that has to be a whole number, too.
-    across = triangles ? 2 * std::max(2, toInt32(wanted / 2)) : toInt32(wanted);
-    rows = std::max(kLeastPitch, toInt32(across * shape * height));
+    across = triangles ? 2 * std::max(2, wholeUnits(wanted / 2)) : wholeUnits(wanted);
+    rows = triangles ? toInt32(across * kTriangleHeight) : across;
   }
+
+  /// Rather up than down: many more cells than asked for are worse than somewhat fewer.
+  static int wholeUnits(double wanted) { return static_cast<int>(std::ceil(wanted - 0.4)); }
 
   /// With node (0, 0) at the box's centre, or off it by parts of a cell.
   Lattice lattice(const GridBox& box, double shiftX, double shiftY) const {
     const double x = (box.left + box.right) / 2 + shiftX * across;
-    const double y = (box.bottom + box.top) / 2 * height + shiftY * rows;
-    return {
-        triangles, {roundHalfEven(x), roundHalfEven(y) / height}, static_cast<double>(across), rows / height};
+    const double y = (box.bottom + box.top) / 2 + shiftY * rows;
+    return {triangles, {roundHalfEven(x), roundHalfEven(y)}, static_cast<double>(across), 1.0 * rows};
   }
 };
 
@@ -96,9 +95,9 @@ void makeLines(KnotGraph& graph, const CellMesh& mesh, const std::vector<PointI>
   graph.NoGrid = false;
 }
 
-std::vector<PointI> latticePlaces(const CellMesh& mesh, double height) {
+std::vector<PointI> latticePlaces(const CellMesh& mesh) {
   std::vector<PointI> at;
-  for (const Spot& node : mesh.nodes) at.push_back({toInt32(node.x), toInt32(node.y * height)});
+  for (const Spot& node : mesh.nodes) at.push_back({toInt32(node.x), toInt32(node.y)});
   return at;
 }
 
@@ -109,15 +108,15 @@ Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view
   const ShapeMapping mapping(shape, view);
   const Result<Outline> outline = Outline::of(shape, mapping);
   if (!outline) return outline.error();
-  const Pitch pitch(outline->box(), options, mapping.heightFactor());
+  const Pitch pitch(outline->box(), options);
   Result<CellMesh> mesh = bestMesh(*outline, pitch);
   if (!mesh) return mesh.error();
   if (mesh->sides().size() > kMostAutoGridLines) {
-    makeLines(graph, *mesh, latticePlaces(*mesh, pitch.height));
+    makeLines(graph, *mesh, latticePlaces(*mesh));
     if (const Status made = finishLines(graph); !made) graph.TooManyLines = false;
     return Error{std::string(kTooComplicated)};
   }
-  const std::vector<PointI> at = fitBorder(*mesh, *outline, pitch.across, pitch.height);
+  const std::vector<PointI> at = fitBorder(*mesh, *outline, pitch.across);
   makeLines(graph, *mesh, at);
   return finishLines(graph);
 }

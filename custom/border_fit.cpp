@@ -14,17 +14,19 @@ namespace {
 
 // Limits of a well-shaped cell; degrees, and sides in cells.
 constexpr double kLeastAngle = 28, kMostAngle = 152, kLeastSide = 0.4;
-constexpr double kFlatAngle = 146;  // a free corner as flat as this is cut off
-constexpr double kSharpTurn = 38;   // a turn of the outline that a border node is put on
-constexpr double kReach = 1.3;      // how far a node looks for the outline, cells
-constexpr int kEasedLayers = 4;     // nodes this deep below the border give way to it
+constexpr double kFlatAngle = 146;    // a free corner of a square as flat as this is cut off
+constexpr double kFlatEar = 112;      // a triangle whose free corner is as flat as this is dropped
+constexpr double kSharpTurn = 38;     // a turn of the outline that a border node is put on
+constexpr double kReach = 1.3;        // how far a node looks for the outline, cells
+constexpr double kCornerReach = 1.6;  // how far a node may go to a sharp corner, cells
+constexpr int kEasedLayers = 4;       // nodes this deep below the border give way to it
 constexpr int kRounds = 40;
 constexpr double kStep = 0.6;
 
 class BorderFit {
  public:
-  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor)
-      : mesh_(mesh), outline_(outline), cell_(cellSide), height_(heightFactor) {}
+  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide)
+      : mesh_(mesh), outline_(outline), cell_(cellSide) {}
 
   std::vector<PointI> run() {
     ease();
@@ -51,22 +53,25 @@ class BorderFit {
   void pinCorners();
   Spot borderGoal(const BorderNode& b, const MeshBorder& border) const;
   Spot innerGoal(int node) const;
+  int flatFreeCorner(const MeshCell& cell, double limit) const;
   bool cutFlatCorners();
   double angleAt(const MeshCell& cell, int k) const;
 
   std::vector<PointI> settle();
   PointI whole(int node) const;
-  bool wellShaped(const MeshCell& cell, const std::vector<PointI>& at) const;
-  std::vector<bool> nodesInBadCells(const std::vector<PointI>& at) const;
+  bool markBadCorners(const MeshCell& cell, const std::vector<PointI>& at, std::vector<bool>& bad) const;
+  std::vector<bool> nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const;
   void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
 
   CellMesh& mesh_;
   const Outline& outline_;
-  double cell_, height_;
+  double cell_;
   std::vector<Spot> places_;
   std::vector<std::vector<int>> neighbours_;
   std::vector<int> depth_;  // 0 on the border
   std::vector<BorderNode> border_;
+  std::vector<int> cellsAt_;  // how many cells meet at each node
+  std::vector<bool> pinned_;
   std::vector<double> share_;  // of the way from the lattice to the place, 1 down to 0
 };
 
@@ -109,7 +114,7 @@ void BorderFit::pinCorners() {
       if (!b.pinned && (nearest == nullptr ||
                         distance(lattice(b.node), corner.at) < distance(lattice(nearest->node), corner.at)))
         nearest = &b;
-    if (nearest == nullptr || distance(lattice(nearest->node), corner.at) > 1.1 * cell_) continue;
+    if (nearest == nullptr || distance(lattice(nearest->node), corner.at) > kCornerReach * cell_) continue;
     nearest->pinned = true;
     nearest->corner = corner.at;
   }
@@ -141,6 +146,10 @@ void BorderFit::ease() {
   findDepths(border);
   findBorderNodes(border);
   pinCorners();
+  cellsAt_.clear();
+  for (const auto& cells : mesh_.cellsAtNodes()) cellsAt_.push_back(static_cast<int>(cells.size()));
+  pinned_.assign(mesh_.nodes.size(), false);
+  for (const BorderNode& b : border_) pinned_[static_cast<std::size_t>(b.node)] = b.pinned;
   places_ = mesh_.nodes;
   std::vector<Spot> next = places_;
   for (int round = 0; round < kRounds; ++round) {
@@ -161,55 +170,69 @@ double BorderFit::angleAt(const MeshCell& cell, int k) const {
   return cross(ahead, behind) < 0 ? 360 - angle : angle;
 }
 
-bool BorderFit::cutFlatCorners() {
-  std::vector<int> cellsAt(mesh_.nodes.size(), 0);
-  for (const MeshCell& cell : mesh_.cells)
-    for (int k = 0; k < cell.corners; ++k)
-      ++cellsAt[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
-  std::vector<bool> pinned(mesh_.nodes.size(), false);
-  for (const BorderNode& b : border_) pinned[static_cast<std::size_t>(b.node)] = b.pinned;
-  bool any = false;
-  for (MeshCell& cell : mesh_.cells) {
-    if (cell.corners != 4) continue;
-    int flattest = -1;
-    for (int k = 0; k < 4; ++k) {
-      const auto node = static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)]);
-      if (cellsAt[node] == 1 && !pinned[node] && angleAt(cell, k) > kFlatAngle &&
-          (flattest < 0 || angleAt(cell, k) > angleAt(cell, flattest)))
-        flattest = k;
-    }
-    if (flattest < 0) continue;
-    std::rotate(cell.node.begin(), cell.node.begin() + flattest + 1, cell.node.end());
-    cell.corners = 3;
-    any = true;
+/// The unpinned corner of a cell that belongs to no other cell and lies flattest, if it is flatter than
+/// `limit`; -1 when there is none.
+int BorderFit::flatFreeCorner(const MeshCell& cell, double limit) const {
+  int flattest = -1;
+  for (int k = 0; k < cell.corners; ++k) {
+    const auto node = static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)]);
+    if (cellsAt_[node] != 1 || pinned_[node] || angleAt(cell, k) <= limit) continue;
+    if (flattest < 0 || angleAt(cell, k) > angleAt(cell, flattest)) flattest = k;
   }
+  return flattest;
+}
+
+/// Squares become triangles; flat triangles go, where their base holds two other cells.
+bool BorderFit::cutFlatCorners() {
+  bool any = false;
+  std::vector<MeshCell> kept;
+  for (MeshCell cell : mesh_.cells) {
+    const int flat = flatFreeCorner(cell, cell.corners == 4 ? kFlatAngle : kFlatEar);
+    const bool lone = std::all_of(cell.node.begin(), cell.node.begin() + cell.corners,
+                                  [&](int node) { return cellsAt_[static_cast<std::size_t>(node)] == 1; });
+    const bool cut = flat >= 0 && !lone;
+    any |= cut;
+    if (cut && cell.corners == 3) continue;
+    if (cut) {
+      std::rotate(cell.node.begin(), cell.node.begin() + flat + 1, cell.node.end());
+      cell.corners = 3;
+    }
+    kept.push_back(cell);
+  }
+  if (kept.empty()) return false;
+  mesh_.cells = std::move(kept);
   return any;
 }
 
 PointI BorderFit::whole(int node) const {
   const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
-  return {toInt32(at.x), toInt32(at.y * height_)};
+  return {toInt32(at.x), toInt32(at.y)};
 }
 
-bool BorderFit::wellShaped(const MeshCell& cell, const std::vector<PointI>& at) const {
+/// Marks the corners at which a cell is not well shaped; false when it is.
+bool BorderFit::markBadCorners(const MeshCell& cell, const std::vector<PointI>& at,
+                               std::vector<bool>& bad) const {
   const auto spot = [&](int k) {
     const PointI p = at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k % cell.corners)])];
-    return Spot{static_cast<double>(p.x), p.y / height_};
+    return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
   };
+  bool any = false;
   for (int k = 0; k < cell.corners; ++k) {
     const Spot here = spot(k), ahead = spot(k + 1) - here, behind = spot(k + cell.corners - 1) - here;
     const double angle = degreesBetween(ahead, behind);
-    if (cross(ahead, behind) <= 0 || angle < kLeastAngle || angle > kMostAngle ||
-        length(ahead) < kLeastSide * cell_)
-      return false;
+    if (cross(ahead, behind) > 0 && angle >= kLeastAngle && angle <= kMostAngle &&
+        std::min(length(ahead), length(behind)) >= kLeastSide * cell_)
+      continue;
+    bad[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = any = true;
   }
-  return true;
+  return any;
 }
 
-std::vector<bool> BorderFit::nodesInBadCells(const std::vector<PointI>& at) const {
+/// Nodes to be drawn back: at first only those where a cell's shape is at fault, later the whole cell.
+std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const {
   std::vector<bool> bad(mesh_.nodes.size(), false);
   for (const MeshCell& cell : mesh_.cells)
-    if (!wellShaped(cell, at))
+    if (markBadCorners(cell, at, bad) && wholeCells)
       for (int k = 0; k < cell.corners; ++k)
         bad[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = true;
   return bad;
@@ -245,10 +268,10 @@ void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<b
 /// lattice of whole units is well shaped, so this ends.
 std::vector<PointI> BorderFit::settle() {
   share_.assign(mesh_.nodes.size(), 1);
-  for (;;) {
+  for (bool wholeCells = false;;) {
     std::vector<PointI> at;
     for (int node = 0; node < static_cast<int>(mesh_.nodes.size()); ++node) at.push_back(whole(node));
-    std::vector<bool> bad = nodesInBadCells(at);
+    std::vector<bool> bad = nodesAtFault(at, wholeCells);
     markBorderCrossings(at, bad);
     bool moved = false;
     for (std::size_t node = 0; node < bad.size(); ++node) {
@@ -256,14 +279,16 @@ std::vector<PointI> BorderFit::settle() {
       share_[node] = std::max(0.0, share_[node] - 0.125);
       moved = true;
     }
-    if (!moved) return at;
+    if (moved) continue;
+    if (wholeCells) return at;
+    wholeCells = true;
   }
 }
 
 }  // namespace
 
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor) {
-  return BorderFit(mesh, outline, cellSide, heightFactor).run();
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide) {
+  return BorderFit(mesh, outline, cellSide).run();
 }
 
 }  // namespace lorivan

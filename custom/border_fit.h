@@ -8,10 +8,11 @@
 namespace lorivan {
 
 /// Moves the border nodes onto the outline, sharp corners first, and eases the cells beneath after them, as
-/// far as every cell stays convex, unflipped and well shaped. A cell whose free corner would lie flat on the
-/// outline is cut to a triangle there. Returns each node's place in whole grid units; `heightFactor` is a
-/// grid height for a picture height of 1. Nodes that no cell uses any more have no meaning. The lattice's own
-/// nodes are to be whole grid units; where nothing else will do they stay where they are.
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide, double heightFactor);
+/// far as every cell stays convex, unflipped and well shaped. A square whose free corner would lie flat on
+/// the outline is cut to a triangle there, a triangle dropped. Returns each node's place in whole grid units;
+/// those of nodes that no cell uses any more have no meaning. The lattice's own nodes are to be whole grid
+/// units: where nothing else will do they stay where they are. `cellSide` is the length of the lattice's
+/// sides.
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide);
 
 }  // namespace lorivan

@@ -16,7 +16,7 @@ struct MeshCell {
   int corners = 4;  // 3 or 4
 };
 
-/// A regular lattice in picture units.
+/// A regular lattice, grid units.
 struct Lattice {
   bool triangles = false;
   Spot origin;         // of a node

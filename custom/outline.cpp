@@ -10,7 +10,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kFineScale = 64;  // whole steps for a picture unit
+constexpr double kFineScale = 64;  // whole steps for a grid unit
 
 /// A plane graph whose edges can be taken away.
 class LoopGraph {
@@ -159,7 +159,7 @@ Result<Outline> Outline::of(const CustomShape& shape, const ShapeMapping& mappin
   for (Spot& spot : drawn.spots)
     spot = {mapping.gridX(spot.x), mapping.gridY(spot.y) / mapping.heightFactor()};
   const Result<Arrangement> plane = arrange(drawn.spots, drawn.lines, kJoinReach * mapping.gridUnits(),
-                                            {kFineScale, kFineScale}, kMostLines);
+                                            {kFineScale, kFineScale * mapping.heightFactor()}, kMostLines);
   if (!plane) return plane.error();
   LoopGraph loops(*plane);
   loops.dropBridges();

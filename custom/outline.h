@@ -1,7 +1,7 @@
 // The closed loops of a custom shape, for filling them with cells.
 //
-// Lengths are picture units: x as in the grid, heights before the vertical stretch, so that a distance is the
-// same in every direction. y points up.
+// All in grid units, y up: a cell that is square there is one that knots are made of, whatever the stretch of
+// the picture.
 #pragma once
 
 #include <array>

@@ -36,7 +36,8 @@ Result<double> scaleOf(const Extents& box, std::optional<double> millimetres) {
   if (millimetres) {
     if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
       return Error{"a width must be more than 0 and at most 100000 millimetres"};
-    if (box.right > box.left) scale = *millimetres / (box.right - box.left);
+    if (!(box.right > box.left)) return Error{"a knot without strands has no width to scale"};
+    scale = *millimetres / (box.right - box.left);
   }
   if (!(box.furthest() * scale <= kMostCoordinate)) return Error{"the knot is too large for the file"};
   return scale;

@@ -1,4 +1,7 @@
 // AutoCAD DXF, the model as 3-D faces.
+#include <algorithm>
+#include <string>
+
 #include "export/dxf.h"
 #include "export/mesh.h"
 #include "export/text_out.h"

@@ -12,11 +12,11 @@ constexpr std::string_view kDxf = "dxf";
 
 // clang-format off
 constexpr std::array<ExportFormat, 13> kFormats = {{
-    {"qzd", "qzd", "Lorivan", "knot file: the fields and the graph", FormatKind::knotFile},
-    {"svg", "svg", "SVG", "scalable drawing of the 2-D knot", FormatKind::vector, true},
-    {"png", "png", "PNG", "picture of the 2-D or 3-D view", FormatKind::picture},
-    {"bmp", "bmp", "Bitmap", "picture of the 2-D or 3-D view", FormatKind::picture},
-    {"emf", "emf", "Enhanced Metafile", "scalable drawing of the 2-D knot", FormatKind::vector, true},
+    {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres", FormatKind::vector, true},
+    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view", FormatKind::picture},
+    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view", FormatKind::picture},
+    {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, true},
     {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, false, "optPOV", 1, 0, writePov},
     {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, true, "optVRML", 2, 0, writeVrml},
     {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, true, "optOBJ", 3, 0, writeObj},
@@ -60,15 +60,18 @@ std::string formatList() {
   return list;
 }
 
-std::string unknownFormat(std::string_view extension) {
-  std::string message = "unknown format '" + std::string(extension) + "': use ";
-  std::string_view between;
+std::string formatExtensions() {
+  std::string all;
   for (const ExportFormat& format : kFormats) {
     if (format.summary.empty()) continue;
-    message.append(between).append(format.extension);
-    between = ", ";
+    if (!all.empty()) all += ", ";
+    all += format.extension;
   }
-  return message;
+  return all;
+}
+
+std::string unknownFormat(std::string_view extension) {
+  return "unknown format '" + std::string(extension) + "': use " + formatExtensions();
 }
 
 }  // namespace lorivan

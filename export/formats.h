@@ -44,6 +44,9 @@ const ExportFormat* findSavedFormat(int saveNumber, DxfKind dxf);
 /// One line for each extension: the extension and what it holds.
 std::string formatList();
 
+/// "qzd, svg, ...", each extension once.
+std::string formatExtensions();
+
 /// "unknown format 'abc': use qzd, svg, ...".
 std::string unknownFormat(std::string_view extension);
 

@@ -1,4 +1,6 @@
 // GemVision blob list: the tubes' rings as groups of points, strand by strand.
+#include <string>
+
 #include "export/mesh.h"
 #include "export/text_out.h"
 #include "export/writers.h"

@@ -51,16 +51,56 @@ Frame frameOf(const TubeModel& model, int ring) {
   return {a, b};
 }
 
-/// The side of ring `next` that lies nearest to side 0 of `ring`, over all sides taken together: the turn psi
-/// with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
-int nearestSide(const TubeModel& model, int ring, int next) {
-  const Frame one = frameOf(model, ring), two = frameOf(model, next);
+/// The frame that a ring without radius takes over from the one before it. The sweep leaves a ring without
+/// radius where the tube runs along z; across that direction every A will do.
+Frame takenOver(const TubeModel& model, int ring, int next, const Frame& before) {
+  const Direction along =
+      between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
+  const double size = std::sqrt(dot(along, along));
+  if (size == 0) return before;  // two samples at one place
+  const Direction a = before.a, t = along * (1 / size);
+  return {a, {a.y * t.z - a.z * t.y, a.z * t.x - a.x * t.z, a.x * t.y - a.y * t.x}};
+}
+
+Vec3 onRing(const TubeModel& model, int ring, const Frame& frame, int side) {
+  const double turn = kTwoPi * side / model.sides, s = std::sin(turn), c = std::cos(turn);
+  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const auto sum = [=](float middle, double a, double b) {
+    return static_cast<float>(middle + a * s + b * c);
+  };
+  return {sum(centre.x, frame.a.x, frame.b.x), sum(centre.y, frame.a.y, frame.b.y),
+          sum(centre.z, frame.a.z, frame.b.z)};
+}
+
+/// Frames of all rings of a strand, `repaired` naming those that the sweep gave no radius.
+std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, std::vector<int>& repaired) {
+  const double radius = model.radius;
+  const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
+  std::vector<Frame> frames;
+  frames.reserve(static_cast<std::size_t>(strand.ringCount));
+  for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
+  const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
+  Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
+  for (int i = 0; i < strand.ringCount; ++i) {
+    Frame& frame = frames[static_cast<std::size_t>(i)];
+    if (!hasRadius(frame)) {
+      const int next = i + 1 < strand.ringCount ? i + 1 : 0;
+      frame = takenOver(model, strand.firstRing + i, strand.firstRing + next, before);
+      repaired.push_back(i);
+    }
+    before = frame;
+  }
+  return frames;
+}
+
+/// The side of the next ring that lies nearest to side 0 of the first, over all sides taken together: the
+/// turn psi with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
+int nearestSide(const Frame& one, const Frame& two, int sides, double radius) {
   const double along = dot(one.a, two.a) + dot(one.b, two.b);
   const double across = dot(one.b, two.a) - dot(one.a, two.b);
-  const double tiny = 1e-6 * static_cast<double>(model.radius) * model.radius;
+  const double tiny = 1e-6 * radius * radius;
   if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest
-  const auto sides = toInt32(std::atan2(across, along) / (kTwoPi / model.sides));
-  return (sides + model.sides) % model.sides;
+  return (toInt32(std::atan2(across, along) / (kTwoPi / sides)) + sides) % sides;
 }
 
 bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
@@ -106,7 +146,8 @@ Result<double> modelScale(const TubeModel& model, std::optional<double> millimet
   if (millimetres) {
     if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
       return Error{"a width must be more than 0 and at most 100000 millimetres"};
-    if (x.high > x.low) scale = *millimetres / (x.high - x.low);
+    if (!(x.high > x.low)) return Error{"a model without strands has no width to scale"};
+    scale = *millimetres / (x.high - x.low);
   }
   const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
   if (!(furthest <= kMostCoordinate)) return Error{"the model is too large for the file"};
@@ -134,7 +175,7 @@ TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<st
   for (const Vec3& v : model.vertices) points_.push_back(meshPoint(v, scale));
   centres_.reserve(model.centres.size());
   for (const Vec3& v : model.centres) centres_.push_back(meshPoint(v, scale));
-  for (const TubeStrand& strand : model.strands) addStrand(model, strand);
+  for (const TubeStrand& strand : model.strands) addStrand(model, strand, scale);
   findShared();
   cutFaces();
   for (int round = 0; round < kMoveRounds && anyShared_; ++round) {
@@ -146,20 +187,20 @@ TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<st
   }
 }
 
-bool TubeMesh::hasNoRadius(std::size_t modelRing) const {
-  const auto first = points_.begin() + static_cast<std::ptrdiff_t>(modelRing * sides_);
-  return std::all_of(first, first + sides_, [first](const MeshPoint& p) { return p == *first; });
-}
-
-void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand) {
-  std::vector<int> kept;
-  for (int ring = strand.firstRing; ring < strand.firstRing + strand.ringCount; ++ring)
-    if (!hasNoRadius(static_cast<std::size_t>(ring))) kept.push_back(ring);
-  if (kept.size() < 3) return;
-  strands_.push_back({strand.slot, strand.factors, rings_.size(), kept.size()});
-  for (std::size_t i = 0; i < kept.size(); ++i) {
-    const int ring = kept[i], next = kept[i + 1 < kept.size() ? i + 1 : 0];
-    rings_.push_back({static_cast<std::uint32_t>(ring) * sides_, nearestSide(model, ring, next)});
+void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, double scale) {
+  if (strand.ringCount < 3) return;
+  std::vector<int> repaired;
+  const std::vector<Frame> frames = framesOf(model, strand, repaired);
+  for (const int ring : repaired)
+    for (int side = 0; side < model.sides; ++side)
+      points_[static_cast<std::size_t>(strand.firstRing + ring) * sides_ + static_cast<std::size_t>(side)] =
+          meshPoint(onRing(model, strand.firstRing + ring, frames[static_cast<std::size_t>(ring)], side),
+                    scale);
+  strands_.push_back({strand.slot, strand.factors, rings_.size(), frames.size()});
+  for (std::size_t i = 0; i < frames.size(); ++i) {
+    const Frame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
+    const auto ring = static_cast<std::uint32_t>(strand.firstRing) + static_cast<std::uint32_t>(i);
+    rings_.push_back({ring * sides_, nearestSide(frames[i], next, model.sides, model.radius)});
   }
 }
 
@@ -208,13 +249,13 @@ void TubeMesh::cutFaces() {
 std::vector<std::uint32_t> TubeMesh::pointsToMove() const {
   std::vector<Edge> edges;
   const auto addEdge = [&](std::uint32_t from, std::uint32_t to) {
-    if (shared_[from] != 0 && shared_[to] != 0)
+    if (shared_[from] != 0 || shared_[to] != 0)
       edges.push_back({static_cast<std::uint64_t>(same_[from]) << 32 | same_[to], from, to});
   };
   const auto addFace = [&](const Face& face) {
     int shared = 0;
     for (const std::uint32_t corner : face.corner) shared += shared_[corner];
-    if (shared < 2) return;
+    if (shared == 0) return;
     const auto corners = polygonCorners(face.cut);
     for (std::size_t i = 2; i < corners.size(); ++i) {
       const std::uint32_t a = face.corner[corners[0]], b = face.corner[corners[i - 1]],
@@ -257,7 +298,7 @@ Result<TubeMesh> sceneMesh(const ExportScene& scene) {
   const Result<double> scale = modelScale(scene.model, scene.millimetres);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
-  if (mesh.ringCount() == 0 && scene.model.QuadCount > 0)
+  if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
     return Error{"the model is too small for the file's three decimals"};
   return mesh;
 }

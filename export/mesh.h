@@ -37,7 +37,8 @@ std::span<const std::uint8_t> polygonCorners(Cut cut);
 /// A mesh whose every edge is met from both sides, however coarse three decimals are:
 /// - corners that coincide in the text are one corner; quads that shrink to a line are left out, those that
 ///   shrink to a triangle are one. What goes on one side of an edge goes on the other.
-/// - a ring that the sweep gave no radius is left out, so the tube keeps its thickness there.
+/// - a ring that the sweep gave no radius takes over the one before it, so the tube keeps its thickness
+/// there.
 /// - where the sweep turns a ring by more than half a side against the one before, sides are joined to the
 ///   nearest ones, so the tube is not wrung.
 /// - where tubes touch so that they would share an edge, a corner moves by a thousandth.
@@ -72,8 +73,7 @@ class TubeMesh {
   void eachFace(const Strand& strand, std::size_t number, Use&& use) const;
 
  private:
-  void addStrand(const TubeModel& model, const TubeStrand& strand);
-  bool hasNoRadius(std::size_t modelRing) const;
+  void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
   void cutFaces();
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
@@ -83,7 +83,7 @@ class TubeMesh {
   std::uint32_t sides_;
   std::vector<MeshPoint> points_;   // as the model's vertices
   std::vector<MeshPoint> centres_;  // as the model's rings
-  std::vector<Ring> rings_;         // without those that are left out
+  std::vector<Ring> rings_;
   std::vector<Strand> strands_;
   std::vector<std::uint32_t> same_;   // for each point the first one at its place
   std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place

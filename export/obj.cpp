@@ -1,4 +1,6 @@
 // Wavefront OBJ: the corners of all polygons, then one group of faces for each strand.
+#include <string>
+
 #include "export/mesh.h"
 #include "export/text_out.h"
 #include "export/writers.h"

@@ -1,6 +1,7 @@
 // POV-Ray scene: the template with its camera at the right distance, then one blob for each strand.
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "base/numbers.h"
 #include "export/mesh.h"
@@ -56,10 +57,9 @@ void writeStrand(const ExportScene& scene, const TubeStrand& strand, double scal
   const std::string radius = std::string(",").append(MyFormat(scene.model.radius)).append(",1}\r\n");
   bool begun = false;
   for (int piece = 0; piece < strand.ringCount && out.ok(); ++piece) {
-    const auto centre = [&](int number) {
-      return meshPoint(scene.model.centres[static_cast<std::size_t>(strand.firstRing + number)], scale);
-    };
-    const MeshPoint from = centre(piece), to = centre(piece + 1 < strand.ringCount ? piece + 1 : 0);
+    const Vec3* centres = &scene.model.centres[static_cast<std::size_t>(strand.firstRing)];
+    const MeshPoint from = meshPoint(centres[piece], scale);
+    const MeshPoint to = meshPoint(centres[piece + 1 < strand.ringCount ? piece + 1 : 0], scale);
     if (from == to) continue;
     if (!begun) out.line("blob {threshold .01");
     begun = true;

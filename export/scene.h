@@ -26,8 +26,8 @@ inline constexpr std::string_view kPovTemplateName = "povinit.txt";
 
 /// VRML and OBJ repeat a polygon's corners, so their files reach the size that readers cope with earlier than
 /// the others do.
-inline constexpr int kMostVrmlVertices = 3'900'000;
-inline constexpr int kMostObjVertices = 3'900'000;
+inline constexpr int kMostVrmlVertices = 3'999'000;
+inline constexpr int kMostObjVertices = 3'999'000;
 
 /// The largest width that a thing can be asked to have.
 inline constexpr double kMostMillimetres = 100'000;

@@ -39,7 +39,8 @@ Strand makeStrand(const KnotCurve& curve, int slot) {
   const int first = curve.first[static_cast<std::size_t>(slot)];
   const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
   const auto at = [&](const std::vector<float>& values, int i) {
-    return static_cast<double>(values[static_cast<std::size_t>(first + (i + count) % count)]);
+    const int sample = first + (i + count) % count;
+    return static_cast<double>(values[static_cast<std::size_t>(sample)]);
   };
   for (int i = 0; i < count; ++i)
     for (int piece = 0; piece < kPieces; ++piece) {
@@ -234,23 +235,20 @@ class CrossingFinder {
   /// A meeting at the joint of two pieces is found more than once, and so is one at the border of two cells.
   void removeRepeats() {
     std::vector<Crossing> kept;
+    std::size_t firstOfStrand = 0;
     std::sort(crossings_.begin(), crossings_.end(), [](const Crossing& a, const Crossing& b) {
       return a.under.strand != b.under.strand ? a.under.strand < b.under.strand : a.under.way < b.under.way;
     });
-    const auto isKnown = [&](const Crossing& c, const Crossing& k) {
-      return (areNear(c.under, k.under) && areNear(c.over, k.over)) ||
-             (areNear(c.under, k.over) && areNear(c.over, k.under));
-    };
     for (const Crossing& c : crossings_) {
-      bool known = !kept.empty() && isKnown(c, kept.front());
-      for (std::size_t i = kept.size(); i-- > 0 && !known && areInReach(kept[i], c);)
-        known = isKnown(c, kept[i]);
-      if (!known) kept.push_back(c);
+      const auto isRepeat = [&](const Crossing& k) {
+        return areNear(c.under, k.under) && areNear(c.over, k.over);
+      };
+      // Sorted as they are, repeats follow one another, but for the last and the first of a strand.
+      const bool isKnown = !kept.empty() && (isRepeat(kept.back()) || isRepeat(kept[firstOfStrand]));
+      if (kept.empty() || kept.back().under.strand != c.under.strand) firstOfStrand = kept.size();
+      if (!isKnown) kept.push_back(c);
     }
     crossings_ = std::move(kept);
-  }
-  bool areInReach(const Crossing& earlier, const Crossing& later) const {
-    return earlier.under.strand == later.under.strand && later.under.way - earlier.under.way < cell_ * 1e-2;
   }
 
   const std::vector<Strand>& strands_;

@@ -1,4 +1,6 @@
 // VRML 2.0 world: one shape for each strand, turned by touch and by a clock.
+#include <string>
+
 #include "base/numbers.h"
 #include "export/mesh.h"
 #include "export/text_out.h"

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "model3d/m3ops.h"
+#include "strands/bspline.h"
 
 namespace lorivan {
 
@@ -101,7 +102,7 @@ void controlPoints(const StrandStore& strands, int slot, const Placement& placed
                    const TubeSettings& settings, std::vector<Vec3>& out) {
   const int count = pointCount(strands, slot);
   const int before = settings.polySmooth - 1;
-  out.resize(static_cast<std::size_t>(count + before));
+  out.resize(static_cast<std::size_t>(count) + static_cast<std::size_t>(before));
   for (int k = 0; k < count + before; ++k) {
     const StrandPoint& p = strands.point(slot, (((k - before) % count) + count) % count);
     out[static_cast<std::size_t>(k)] = {static_cast<float>(kModelUnit * placed.x(p)),
@@ -110,12 +111,14 @@ void controlPoints(const StrandStore& strands, int slot, const Placement& placed
   }
 }
 
+/// Weight t belongs to the point t places before the last of `order` points.
 Vec3 weighted(const Vec3* points, const double* weights, int order) {
   double x = 0, y = 0, z = 0;
   for (int t = 0; t < order; ++t) {
-    x += weights[t] * static_cast<double>(points[t].x);
-    y += weights[t] * static_cast<double>(points[t].y);
-    z += weights[t] * static_cast<double>(points[t].z);
+    const Vec3& p = points[order - 1 - t];
+    x += weights[t] * static_cast<double>(p.x);
+    y += weights[t] * static_cast<double>(p.y);
+    z += weights[t] * static_cast<double>(p.z);
   }
   return {static_cast<float>(x), static_cast<float>(y), static_cast<float>(z)};
 }
@@ -127,7 +130,7 @@ void widen(Vec3& low, Vec3& high, const Vec3& p) {
 
 void sampleStrands(const StrandStore& strands, const Placement& placed, const TubeSettings& settings,
                    TubeModel& out) {
-  const std::vector<double> weights = basisTable(settings.polySmooth, settings.polyPoints);
+  const BsplineTable table(settings.polySmooth, settings.polyPoints);
   std::vector<Vec3> control;
   std::size_t ring = 0;
   for (const TubeStrand& strand : out.strands) {
@@ -135,8 +138,7 @@ void sampleStrands(const StrandStore& strands, const Placement& placed, const Tu
     const int count = strand.ringCount / settings.polyPoints;
     for (int point = 0; point < count; ++point) {
       for (int phase = 0; phase < settings.polyPoints; ++phase) {
-        const Vec3 sample = weighted(control.data() + point, weights.data() + phase * settings.polySmooth,
-                                     settings.polySmooth);
+        const Vec3 sample = weighted(control.data() + point, table.weights(phase), settings.polySmooth);
         widen(out.curveMinimum, out.curveMaximum, sample);
         out.centres[ring++] = sample;
       }
@@ -195,7 +197,7 @@ std::vector<Turn> turnsOf(int sides) {
   return turns;
 }
 
-void layOut(const StrandStore& strands, const TubeSettings& settings, const StrandColours& colours,
+void layOut(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
             TubeModel& out) {
   int rings = 0;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
@@ -216,26 +218,6 @@ void layOut(const StrandStore& strands, const TubeSettings& settings, const Stra
 
 }  // namespace
 
-std::vector<double> basisTable(int order, int phases) {
-  std::vector<double> table(static_cast<std::size_t>(order * phases));
-  std::vector<double> values(static_cast<std::size_t>(order));
-  for (int phase = 0; phase < phases; ++phase) {
-    const double u = static_cast<double>(phase) / phases;
-    // values[i] is the basis function at u + i, raised from order 1 to the wanted one.
-    std::fill(values.begin(), values.end(), 0.0);
-    values[0] = 1;
-    for (int q = 2; q <= order; ++q) {
-      for (int i = q - 1; i >= 0; --i) {
-        const auto here = static_cast<std::size_t>(i);
-        const double before = i > 0 ? values[here - 1] : 0.0;
-        values[here] = ((u + i) * values[here] + (q - u - i) * before) / (q - 1);
-      }
-    }
-    std::reverse_copy(values.begin(), values.end(), table.begin() + phase * order);
-  }
-  return table;
-}
-
 std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& settings) {
   const TubeSettings s = withinRanges(settings);
   std::int64_t points = 0;
@@ -243,7 +225,7 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
   return points * s.polySides * s.polyPoints;
 }
 
-Status buildTube(const StrandStore& strands, const TubeSettings& settings, const StrandColours& colours,
+Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out) {
   const TubeSettings corrected = withinRanges(settings);
   const Placement placed = placementOf(strands);

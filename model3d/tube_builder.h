@@ -1,8 +1,8 @@
 // From traced strands to the tube model: heights, scale, smoothing, bending into a ring, and the sweep.
 #pragma once
 
+#include <array>
 #include <cstdint>
-#include <vector>
 
 #include "base/colour.h"
 #include "base/result.h"
@@ -12,7 +12,7 @@
 namespace lorivan {
 
 /// The colour of each strand slot.
-using StrandColours = std::array<Colour, kStrandSlots>;
+using SlotColours = std::array<Colour, kStrandSlots>;
 
 /// Quads that the strands will need: sides times samples for each point times points.
 std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& settings);
@@ -21,17 +21,12 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
 /// centred and fits about 16 of them. A store without strands, or a knot without width, gives an empty model.
 /// The error is kTooManyPolygonsBudget; `out` is then untouched. Settings outside their ranges are held in
 /// them.
-Status buildTube(const StrandStore& strands, const TubeSettings& settings, const StrandColours& colours,
+Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out);
 
 /// Sweeps the cross-section of model.sides corners and model.radius along model.centres: fills the vertices
 /// and QuadCount. Where a centre line runs along z, or stands still, the ring collapses onto its centre. The
 /// error is kTooManyPolygonsBuild; vertices and QuadCount are then as before.
 Status sweepTube(TubeModel& model);
-
-/// Weights of a uniform B-spline of the given order at `phases` evenly spaced places of one knot interval
-/// (C. de Boor, A Practical Guide to Splines, 1978, chapter X). Entry [phase * order + t] belongs to the
-/// control point order - 1 - t intervals before the sample; each phase's weights sum to 1.
-std::vector<double> basisTable(int order, int phases);
 
 }  // namespace lorivan

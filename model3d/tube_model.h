@@ -86,4 +86,36 @@ void forEachQuad(const TubeModel& model, Visit&& visit) {
   }
 }
 
+/// Finds the corners of single quads, in any order. Keeps its memory from one model to the next.
+class QuadIndex {
+ public:
+  void build(const TubeModel& model) {
+    sides_ = model.sides;
+    nextRing_.resize(model.centres.size());
+    ringStrand_.resize(model.centres.size());
+    for (std::size_t s = 0; s < model.strands.size(); ++s) {
+      const TubeStrand& strand = model.strands[s];
+      for (int r = 0; r < strand.ringCount; ++r) {
+        const auto ring = static_cast<std::size_t>(strand.firstRing) + static_cast<std::size_t>(r);
+        nextRing_[ring] = (strand.firstRing + (r + 1 == strand.ringCount ? 0 : r + 1)) * sides_;
+        ringStrand_[ring] = static_cast<std::uint8_t>(s);
+      }
+    }
+  }
+  QuadCorners corners(int quad) const {
+    const int ring = quad / sides_;
+    const int side = quad - ring * sides_;
+    const int next = side + 1 == sides_ ? 0 : side + 1;
+    const int here = ring * sides_, there = nextRing_[static_cast<std::size_t>(ring)];
+    return {here + side, here + next, there + next, there + side};
+  }
+  /// Position of the quad's strand in TubeModel::strands.
+  std::size_t strand(int quad) const { return ringStrand_[static_cast<std::size_t>(quad / sides_)]; }
+
+ private:
+  int sides_ = 1;
+  std::vector<std::int32_t> nextRing_;  // first vertex of the ring that follows a ring
+  std::vector<std::uint8_t> ringStrand_;
+};
+
 }  // namespace lorivan

@@ -104,8 +104,9 @@ struct WindowEvents {
                                              // except when an entry field needs the key itself
   std::function<void(ControlId)> resized;    // picture: it has a new, cleared surface
   std::function<void(const std::string&)> fileDropped;
-  std::function<bool()> closeQuery;  // true: the window may close
-  std::function<void()> started;     // once, right after the window was first shown
+  std::function<bool()> closeQuery;     // true: the window may close
+  std::function<void()> started;        // once, right after the window was first shown
+  std::function<void(ControlId)> left;  // number: it loses the focus; `confirmed` follows at once
 };
 
 struct WindowSpec {

@@ -38,6 +38,10 @@ struct PictureOptions {
   GridDrawOptions grid;
 };
 
+/// What lies under the knot: background, and the grid when wanted. The graph is only read.
+void drawPictureGround(Surface& surface, const KnotGraph& graph, const GridView& view,
+                       const PictureOptions& options);
+
 /// The whole picture: background, grid when wanted, knot. The graph is only read.
 void drawKnotPicture(Surface& surface, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
                      const GridView& view, const PictureOptions& options);

@@ -27,7 +27,7 @@ Measures measuresOf(const LayoutMetrics& metrics) {
           .padding = scaled(6),
           .gap = std::max(2, scaled(2)),
           .title = metrics.lineHeight + scaled(3),
-          .column = scaled(11),
+          .column = std::max(scaled(11), static_cast<int>(std::lround(metrics.digitWidth * 1.57))),
           .line = metrics.lineHeight + scaled(7),
           .lineMost = metrics.lineHeight + scaled(14)};
 }
@@ -37,18 +37,24 @@ bool isPanelItem(const ControlSpec& control) {
   return control.group.empty() && isPlaced(control) && control.kind != ControlKind::picture;
 }
 
-/// Lines that the contents of a group reach down to.
-int linesOf(std::span<const ControlSpec> controls, std::string_view group) {
-  int lines = 0;
-  for (const ControlSpec& control : controls)
-    if (control.group == group && isPlaced(control))
-      lines = std::max(lines, control.place.row + control.place.rows);
-  return lines;
+/// Lines and columns that the contents of a group reach.
+struct Extent {
+  int lines = 0, columns = 1;
+};
+
+Extent extentOf(std::span<const ControlSpec> controls, std::string_view group) {
+  Extent extent;
+  for (const ControlSpec& control : controls) {
+    if (control.group != group || !isPlaced(control)) continue;
+    extent.lines = std::max(extent.lines, control.place.row + control.place.rows);
+    extent.columns = std::max(extent.columns, control.place.column + control.place.columns);
+  }
+  return extent;
 }
 
 int itemHeight(std::span<const ControlSpec> controls, const ControlSpec& item, const Measures& m) {
   if (item.kind != ControlKind::group) return item.place.rows * m.line + m.gap;
-  return m.title + linesOf(controls, item.name) * m.line + m.padding;
+  return m.title + extentOf(controls, item.name).lines * m.line + m.padding;
 }
 
 /// One of the two panels: the heights of its rows that hold something.
@@ -150,6 +156,7 @@ class Placer {
 
  private:
   void placeGroup(const ControlSpec& group, const LayoutRect& frame) {
+    const int columns = extentOf(controls_, group.name).columns;
     for (std::size_t i = 0; i < controls_.size(); ++i) {
       const ControlSpec& control = controls_[i];
       const CellPlace& place = control.place;
@@ -157,7 +164,7 @@ class Placer {
       const LayoutRect row{frame.left + m_.padding, frame.top + m_.title + place.row * m_.line,
                            frame.width - 2 * m_.padding, place.rows * m_.line - m_.gap};
       LayoutRect& rect = layout_.controls[i];
-      rect = cells(row, place.column, place.columns, group.place.columns, m_.gap);
+      rect = cells(row, place.column, place.columns, columns, m_.gap);
       if (control.kind == ControlKind::picture) rect = squareIn(rect);
     }
   }
@@ -178,7 +185,7 @@ int leastStripWidth(const Panels& panels, const Measures& m) {
 int sideWidth(const Panels& panels, int width, int pictureWidth, const Measures& m) {
   const int least = leastSideWidth(panels, m);
   const int spare = width - m.margin - std::max(pictureWidth, leastStripWidth(panels, m));
-  return std::clamp(spare, least, least * 5 / 4);
+  return std::clamp(spare, least, least * 3 / 2);
 }
 
 LayoutSize clientFor(std::span<const ControlSpec> controls, const LayoutMetrics& metrics, double part) {
@@ -211,7 +218,7 @@ FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth,
   placer.placePanel(panels.side, {m.margin + leftWidth + m.margin, m.margin, side, panels.side.height(m)},
                     kSideColumns, false);
   const int stripLeast = leastStripWidth(panels, m);
-  const int stripWidth = std::clamp(leftWidth, stripLeast, std::max(stripLeast, stripLeast * 8 / 5));
+  const int stripWidth = std::clamp(picture.width, stripLeast, std::max(stripLeast, leftWidth));
   const int stripLeft = m.margin + std::max(0, (leftWidth - stripWidth) / 2);
   placer.placePanel(
       panels.strip,

@@ -19,15 +19,15 @@
 // - A group is as tall as its contents: title, then as many lines as its controls reach down to. The `rows`
 // of
 //   a group is not looked at.
-// - A control in a group stands on the group's own grid, which has as many columns as the group spans; its
+// - A control in a group stands on the group's own grid, which has as many columns as its controls reach; its
 //   (0, 0) is the first cell below the title. One row is one line of controls.
 // - A picture without a group fills the picture's place, so several of them lie over each other. A picture in
 // a
 //   group is the largest square in its cells, centred.
 // - A control with no columns or no rows gets an empty rectangle: it is never shown.
 //
-// At the smallest size a column is 11 pixels wide (at 100 %) and 24 columns hold three pairs of a label (4
-// columns) and an entry (4 columns). For an 800 x 600 screen keep to 5 groups with 15 lines in all on the
+// At the smallest size a column is 11 pixels wide (at 100 %), and 24 columns hold three pairs of a label (5
+// columns) and an entry (3 columns, or 4 and 4). For an 800 x 600 screen keep to 5 groups with 15 lines in all on the
 // side panel, and to a row of buttons and a row of groups with 2 lines on the strip.
 #pragma once
 
@@ -48,9 +48,9 @@ inline constexpr int kReferenceWidth = 500, kReferenceHeight = 400;
 
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
-  int lineHeight =
-      15;            // of the window's font, from the top of the highest letter to the bottom of the lowest
-  double scale = 1;  // Window::scaling()
+  int lineHeight = 15;  // of the window's font, descenders included
+  double scale = 1;     // Window::scaling()
+  int digitWidth = 7;   // of the window's font; wide fonts widen the columns
 };
 
 /// Device pixels from the client area's top left corner; left + width is the first pixel outside.

@@ -22,7 +22,8 @@ std::string keyName(std::string_view text) {
   for (const std::string_view name : named)
     if (lowerCase(name) == low) return std::string(name);
   if (low.starts_with('f'))
-    if (const auto number = parseInteger(low.substr(1), 1, 12)) return std::string("F").append(std::to_string(*number));
+    if (const auto number = parseInteger(low.substr(1), 1, 12))
+      return std::string("F").append(std::to_string(*number));
   return {};
 }
 

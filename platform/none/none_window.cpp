@@ -191,7 +191,9 @@ void NoneWindow::userFocuses(ControlId control) {
   if (focus_ == control) return;
   const ControlId left = focus_;
   focus_ = control;
-  if (left >= 0 && spec(left).kind == ControlKind::number) call(events_.confirmed, left);
+  if (left < 0 || spec(left).kind != ControlKind::number) return;
+  call(events_.left, left);
+  call(events_.confirmed, left);
 }
 
 void NoneWindow::userTypes(ControlId control, const std::string& text) {

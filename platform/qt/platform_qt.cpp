@@ -6,9 +6,11 @@
 
 #include "platform/qt/convert.h"
 #include "platform/qt/file_settings.h"
+#include "platform/qt/look.h"
 #include "platform/qt/pictures.h"
 #include "platform/qt/raster_surface.h"
 #include "platform/qt/services_qt.h"
+#include "platform/qt/window_qt.h"
 
 namespace lorivan {
 namespace {
@@ -86,9 +88,18 @@ Status PlatformQt::canOpenWindow() const {
 #endif
 }
 
-Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec&, const WindowEvents&) {
+Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec, const WindowEvents& events) {
   if (const Status possible = canOpenWindow(); !possible) return possible.error();
-  return Error{"this build has no window yet"};
+  if (!qApp) {
+    static int count = 1;  // the application keeps referring to both
+    static char name[] = "lorivan";
+    static char* arguments[] = {name, nullptr};
+    application_ = std::make_unique<QApplication>(count, arguments);
+    QApplication::setApplicationName(QStringLiteral("Lorivan"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    applyLook(*application_);
+  }
+  return makeWindowQt(spec, events);
 }
 
 }  // namespace lorivan

@@ -12,6 +12,17 @@
 namespace lorivan {
 namespace {
 
+Result<QImage> makeImage(int width, int height) {
+  if (const Status size = checkPictureSize(width, height); !size) return size.error();
+  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull())
+    return Error{"there is not enough memory for a picture of " + std::to_string(width) + " x " +
+                 std::to_string(height) + " pixels"};
+  image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
+  image.setDotsPerMeterY(3780);
+  return image;
+}
+
 /// Points further out than this are held at it: the painter computes in 32-bit fixed point.
 constexpr int kFarthest = 1 << 20;
 
@@ -61,14 +72,19 @@ Colour blend(QRgb argb, Colour below) {
 RasterSurface::RasterSurface(QImage image) : image_(std::move(image)) { clear(0xFFFFFF); }
 
 Result<std::unique_ptr<RasterSurface>> RasterSurface::create(int width, int height) {
-  if (const Status size = checkPictureSize(width, height); !size) return size.error();
-  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-  if (image.isNull())
-    return Error{"there is not enough memory for a picture of " + std::to_string(width) + " x " +
-                 std::to_string(height) + " pixels"};
-  image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
-  image.setDotsPerMeterY(3780);
-  return std::unique_ptr<RasterSurface>(new RasterSurface(std::move(image)));
+  auto image = makeImage(width, height);
+  if (!image) return image.error();
+  return std::unique_ptr<RasterSurface>(new RasterSurface(std::move(*image)));
+}
+
+Status RasterSurface::resize(int width, int height) {
+  auto image = makeImage(width, height);
+  if (!image) return image.error();
+  if (painter_.isActive()) painter_.end();
+  image_ = std::move(*image);
+  fault_.clear();
+  clear(0xFFFFFF);
+  return {};
 }
 
 void RasterSurface::fail(std::string reason) {
@@ -76,6 +92,7 @@ void RasterSurface::fail(std::string reason) {
 }
 
 QPainter* RasterSurface::painter() {
+  drawn_ = true;
   if (!painter_.isActive() && !painter_.begin(&image_)) {
     fail("the picture cannot be drawn on");
     return nullptr;
@@ -104,6 +121,7 @@ const QImage& RasterSurface::image() {
 void RasterSurface::fillAll(QColor colour) {
   if (painter_.isActive()) painter_.end();
   image_.fill(colour);
+  drawn_ = true;
 }
 
 void RasterSurface::clear(Colour background) {
@@ -191,6 +209,7 @@ Colour RasterSurface::pixel(PointI at) const {
 }
 
 PixelBlock RasterSurface::lendPixels() {
+  drawn_ = true;
   if (painter_.isActive()) painter_.end();
   return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
           static_cast<int>(image_.bytesPerLine() / 4)};

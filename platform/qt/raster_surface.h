@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/surface.h"
 
@@ -35,6 +36,10 @@ class RasterSurface final : public Surface {
   /// What was drawn so far, to copy or to paint from.
   const QImage& image();
   bool isTransparent() const { return transparent_; }
+  /// Starts anew with another size, white. On an error the picture stays as it is.
+  Status resize(int width, int height);
+  /// Whether anything may have been drawn since the last call.
+  bool takeDrawn() { return std::exchange(drawn_, false); }
   /// Called by refresh().
   void onRefresh(std::function<void()> show) { show_ = std::move(show); }
 
@@ -50,6 +55,7 @@ class RasterSurface final : public Surface {
   std::function<void()> show_;
   std::string fault_;
   bool transparent_ = false;
+  bool drawn_ = true;
 };
 
 }  // namespace lorivan

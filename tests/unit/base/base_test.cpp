@@ -6,6 +6,7 @@
 #include <fstream>
 #include <limits>
 
+#include "base/digits.h"
 #include "base/numbers.h"
 #include "base/random.h"
 #include "base/sink.h"
@@ -41,6 +42,21 @@ TEST(Numbers, ThreeDecimalsAreCutOff) {
                                                  {1e20F, "100000002004087734272.000"},
                                                  {std::numeric_limits<float>::infinity(), "0.000"}};
   for (const auto& [x, text] : cases) EXPECT_EQ(MyFormat(x), text);
+}
+
+TEST(Numbers, BlockDigitsAreThoseOfMyFormat) {
+  const Rnd rnd = seededRandom(3);
+  char text[kMostDigits];
+  for (int i = 0; i < 200000; ++i) {
+    const float x = static_cast<float>((rnd() - 0.5) * std::pow(10, i % 11 - 3));
+    if (std::fabs(x) > 2e6F) continue;
+    char* end = putThousandths(text, static_cast<std::int32_t>(toThousandths(x)));
+    ASSERT_EQ(std::string(+text, end), MyFormat(x)) << x;
+  }
+  EXPECT_EQ(toThousandths(std::nanf("")), 0);
+  EXPECT_EQ(toThousandths(-1e20F), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(std::string(+text, putThousandths(text, std::numeric_limits<std::int32_t>::min())),
+            "-2147483.648");
 }
 
 TEST(Numbers, PrintedNumbersCarryTheirBlanksUnderAnyLocale) {

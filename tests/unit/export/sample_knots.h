@@ -18,7 +18,10 @@ struct SampleKnot {
   ExportScene scene() const { return {.model = model, .curve = curve, .bandWidth = bandWidth}; }
 };
 
-/// A tube swept along closed lines of centres, as the model builder sweeps it.
+/// The model of a store, in the colours of a first start.
+TubeModel builtTube(const StrandStore& store, const TubeSettings& settings);
+
+/// A tube swept along closed lines of centres.
 TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, float radius);
 
 /// A ring of the given radius in the plane z = 0, a tube of `count` rings round it.

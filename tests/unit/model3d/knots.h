@@ -50,8 +50,8 @@ inline StrandStore storeOf(const std::vector<StrandPoint>& points, int slot = 1)
   return store;
 }
 
-inline StrandColours allOf(Colour colour) {
-  StrandColours colours;
+inline SlotColours allOf(Colour colour) {
+  SlotColours colours;
   colours.fill(colour);
   return colours;
 }

@@ -4,27 +4,12 @@
 #include <algorithm>
 #include <limits>
 #include <map>
-#include <numeric>
 
 #include "model3d/m3ops.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
 namespace {
-
-TEST(Basis, WeightsAreTheUniformBSpline) {
-  const std::vector<double> cubic = basisTable(4, 2);
-  const double expected[] = {1 / 6.0, 4 / 6.0, 1 / 6.0, 0, 1 / 48.0, 23 / 48.0, 23 / 48.0, 1 / 48.0};
-  for (std::size_t i = 0; i < 8; ++i) EXPECT_NEAR(cubic[i], expected[i], 1e-15);
-  for (int order = 3; order <= 20; ++order) {
-    const std::vector<double> table = basisTable(order, 50);
-    for (int phase = 0; phase < 50; ++phase) {
-      const auto start = table.begin() + phase * order;
-      EXPECT_NEAR(std::accumulate(start, start + order, 0.0), 1, 1e-12);
-      EXPECT_GE(*std::min_element(start, start + order), 0);
-    }
-  }
-}
 
 TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
   // Each corner three times: a curve of order 3 passes through it. x from -30.4 to 70.3, y (times 0.8) -8

@@ -57,7 +57,7 @@ void expectTidy(int width, int height, const LayoutMetrics& metrics) {
 }
 
 TEST(Layout, IsTidyFromTheSmallestSizeToLargeScreens) {
-  for (const LayoutMetrics metrics : {LayoutMetrics{13, 1}, {15, 1}, {19, 1.25}, {29, 2}}) {
+  for (const LayoutMetrics metrics : {LayoutMetrics{13, 1, 6}, {15, 1, 8}, {19, 1.25, 9}, {29, 2, 14}}) {
     const LayoutSize least = minimumClient(kForm, metrics);
     expectTidy(least.width, least.height, metrics);
     expectTidy(least.width + 301, least.height + 7, metrics);
@@ -67,7 +67,7 @@ TEST(Layout, IsTidyFromTheSmallestSizeToLargeScreens) {
 }
 
 TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {
-  const LayoutMetrics metrics{13, 1};
+  const LayoutMetrics metrics{13, 1, 7};
   const LayoutSize size = referenceClient(kForm, metrics);
   EXPECT_LE(size.width, 800);
   EXPECT_LE(size.height, 600 - 75);  // title bar, menu bar and status line

@@ -1,0 +1,189 @@
+// The form as data: every control of the window with its kind, group and place, in the order that Tab
+// follows. Captions and tooltips of parameters and check boxes come from their own tables.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "app/parameters.h"
+#include "platform/window.h"
+#include "strands/colours.h"
+
+namespace lorivan {
+
+struct FormRow {
+  std::string_view name;
+  ControlKind kind = ControlKind::label;
+  std::string_view group;
+  CellPlace place;
+  std::string_view caption =
+      {};  // empty: the caption of the parameter or check box that the row is or labels
+  std::string_view tooltip = {};  // empty: that of the parameter or check box
+  char mnemonic = 0;              // letter to mark in a caption that has no "&"
+};
+
+namespace form {
+
+inline constexpr ControlKind group = ControlKind::group, label = ControlKind::label,
+                             number = ControlKind::number, text = ControlKind::text,
+                             check = ControlKind::check, radio = ControlKind::radio, list = ControlKind::list,
+                             button = ControlKind::button, colourBox = ControlKind::colourBox,
+                             picture = ControlKind::picture;
+
+/// First row of the strip under the picture; smaller rows stand beside it.
+inline constexpr int kStrip = 100;
+
+// A label stands right before the control that it names.
+// clang-format off
+inline constexpr auto kRows = std::to_array<FormRow>({
+    {"picGrid", picture, "", {0, 0}, "", "The grid and the 2D knot: click the middle of a line to change its kind"},
+    {"picKnot", picture, "", {0, 0}, "", "The knot in 3D: drag to turn it"},
+    {"picShape", picture, "", {0, 0}, "", "Your own shape: drag to draw a line, click a point to delete it"},
+
+    {"fraBasic", group, "", {0, 0, 24, 3}, "Basic Knot Characteristics", ""},
+    {"lblType", label, "fraBasic", {0, 0, 9, 1}, "Basic knot shape", "", 'B'},
+    {"lstType", list, "fraBasic", {9, 0, 15, 1}, "", "Basic knot shape"},
+    {"lblXNo", label, "fraBasic", {0, 1, 2, 1}, "", "", 'X'},
+    {"vtXNo", number, "fraBasic", {2, 1, 3, 1}},
+    {"lblYNo", label, "fraBasic", {5, 1, 2, 1}, "", "", 'Y'},
+    {"vtYNo", number, "fraBasic", {7, 1, 3, 1}},
+    {"lblXF", label, "fraBasic", {10, 1, 3, 1}},
+    {"vtCrossOffset", number, "fraBasic", {13, 1, 3, 1}},
+    {"chkMirror", check, "fraBasic", {16, 1, 8, 1}, "", "", 'Z'},
+    {"lblAGS", label, "fraBasic", {0, 2, 3, 1}, "", "", 'G'},
+    {"vtGridSize", number, "fraBasic", {3, 2, 4, 1}},
+    {"chkShapeT", check, "fraBasic", {7, 2, 6, 1}},
+    {"chkConstantShape", check, "fraBasic", {13, 2, 11, 1}},
+
+    {"fra2D", group, "", {0, 1, 24, 3}, "2D Values", ""},
+    {"lblStartColour", label, "fra2D", {0, 0, 4, 1}, "", "", 'C'},
+    {"vtStartColour", number, "fra2D", {4, 0, 4, 1}},
+    {"lblWidth", label, "fra2D", {8, 0, 4, 1}, "", "", 'W'},
+    {"vtWidth", number, "fra2D", {12, 0, 4, 1}},
+    {"lblScale", label, "fra2D", {16, 0, 4, 1}, "", "", 'A'},
+    {"vtScale", number, "fra2D", {20, 0, 4, 1}},
+    {"lblSwish", label, "fra2D", {0, 1, 4, 1}, "", "", 'I'},
+    {"vtSwish", number, "fra2D", {4, 1, 4, 1}},
+    {"lblSmooth", label, "fra2D", {8, 1, 4, 1}, "", "", 'M'},
+    {"vtSmooth", number, "fra2D", {12, 1, 4, 1}},
+    {"lblSkew", label, "fra2D", {16, 1, 4, 1}, "", "", 'T'},
+    {"vtSkew", number, "fra2D", {20, 1, 4, 1}},
+    {"lblEdge", label, "fra2D", {0, 2, 4, 1}, "", "", 'D'},
+    {"vtEdge", number, "fra2D", {4, 2, 4, 1}},
+    {"lblPicKnotBackColour", label, "fra2D", {8, 2, 4, 1}, "", "", 'K'},
+    {"vtPicKnotBackColour", number, "fra2D", {12, 2, 4, 1}},
+
+    {"fra3D", group, "", {0, 2, 24, 2}, "3D Values", ""},
+    {"lblPolySides", label, "fra3D", {0, 0, 4, 1}},
+    {"vtPolySides", number, "fra3D", {4, 0, 4, 1}},
+    {"lblPolyPoints", label, "fra3D", {8, 0, 4, 1}, "", "", 'P'},
+    {"vtPolyPoints", number, "fra3D", {12, 0, 4, 1}},
+    {"lblPolyRadius", label, "fra3D", {16, 0, 4, 1}, "", "", 'U'},
+    {"vtPolyRadius", number, "fra3D", {20, 0, 4, 1}},
+    {"lblPolySmooth", label, "fra3D", {0, 1, 4, 1}},
+    {"vtPolySmooth", number, "fra3D", {4, 1, 4, 1}},
+    {"lblPolyZF", label, "fra3D", {8, 1, 4, 1}},
+    {"vtPolyZF", number, "fra3D", {12, 1, 4, 1}},
+    {"lblRingPerc", label, "fra3D", {16, 1, 4, 1}},
+    {"vtRingPerc", number, "fra3D", {20, 1, 4, 1}},
+
+    {"fraView", group, "", {0, 3, 24, 5}, "3D View", ""},
+    {"picNav", picture, "fraView", {0, 0, 8, 4}, "", "3D Rotator - Left click for Theta/Phi, Right click for Psi"},
+    {"lblTheta", label, "fraView", {8, 0, 4, 1}},
+    {"vtTheta", number, "fraView", {12, 0, 4, 1}},
+    {"lblKa", label, "fraView", {16, 0, 4, 1}},
+    {"vtKa", number, "fraView", {20, 0, 4, 1}},
+    {"lblPhi", label, "fraView", {8, 1, 4, 1}},
+    {"vtPhi", number, "fraView", {12, 1, 4, 1}},
+    {"lblKd", label, "fraView", {16, 1, 4, 1}},
+    {"vtKd", number, "fraView", {20, 1, 4, 1}},
+    {"lblPsi", label, "fraView", {8, 2, 4, 1}},
+    {"vtPsi", number, "fraView", {12, 2, 4, 1}},
+    {"lblKs", label, "fraView", {16, 2, 4, 1}},
+    {"vtKs", number, "fraView", {20, 2, 4, 1}},
+    {"lblNFact", label, "fraView", {8, 3, 4, 1}},
+    {"vtNFact", number, "fraView", {12, 3, 4, 1}},
+    {"lblKDist", label, "fraView", {16, 3, 4, 1}},
+    {"vtKDist", number, "fraView", {20, 3, 4, 1}},
+    {"lblNPoly", label, "fraView", {0, 4, 6, 1}, "Polygons", "Number of polygons of the model"},
+    {"txtNPoly", text, "fraView", {6, 4, 6, 1}, "", "Number of polygons of the model"},
+    {"lblRDistance", label, "fraView", {13, 4, 6, 1}, "Distance", "Viewing distance"},
+    {"txtRDistance", text, "fraView", {19, 4, 5, 1}, "", "Viewing distance"},
+
+    {"fraSave3D", group, "", {0, 4, 24, 4}, "3D Save Format", ""},
+    {"optPOV", radio, "fraSave3D", {0, 0, 8, 1}, "POV-Ray", "Save the knot as a POV-Ray scene"},
+    {"optVRML", radio, "fraSave3D", {8, 0, 8, 1}, "VRML", "Save the knot as a VRML 2.0 world"},
+    {"optOBJ", radio, "fraSave3D", {16, 0, 8, 1}, "OBJ", "Save the knot as a Wavefront OBJ mesh"},
+    {"optDXF", radio, "fraSave3D", {0, 1, 8, 1}, "DXF", "Save the knot as an AutoCAD DXF file"},
+    {"optSTL", radio, "fraSave3D", {8, 1, 8, 1}, "STL", "Save the knot as an STL mesh for 3D printing"},
+    {"optGemVision", radio, "fraSave3D", {16, 1, 8, 1}, "GemVision", "Save the knot as a GemVision text"},
+    {"optXYZ", radio, "fraSave3D", {0, 2, 8, 1}, "XYZ", "Save the knot as an XYZ point list"},
+    {"chkHeightMap", check, "fraSave3D", {8, 2, 8, 1}},
+    {"chkDXF2D", check, "fraSave3D", {16, 2, 8, 1}},
+    {"chkFullyCrossed", check, "fraSave3D", {0, 3, 24, 1}},
+
+    {"cmdRandknot", button, "", {0, kStrip, 6, 1}, "&Random", "Create a random knot"},
+    {"cmdNewGrid", button, "", {6, kStrip, 6, 1}, "&New Grid", "Create a new grid"},
+    {"cmdOldGrid", button, "", {12, kStrip, 6, 1}, "&Old Grid", "Show the grid again, without the knot"},
+    {"cmd2D", button, "", {18, kStrip, 6, 1}, "Create &2D", "Create the knot in 2D"},
+    {"cmd3D", button, "", {24, kStrip, 6, 1}, "Create &3D", "Create the knot in 3D"},
+    {"cmd2DView", button, "", {30, kStrip, 5, 1}, "2D &View", "Show the 2D view"},
+    {"cmd3DView", button, "", {35, kStrip, 5, 1}, "3D &View", "Show the 3D view"},
+
+    {"fraColours", group, "", {0, kStrip + 1, 16, 2}, "Strand colours", ""},
+    {"txtCol0", colourBox, "fraColours", {0, 0, 2, 1}, "", "Colour 1"},
+    {"txtCol1", colourBox, "fraColours", {2, 0, 2, 1}, "", "Colour 2"},
+    {"txtCol2", colourBox, "fraColours", {4, 0, 2, 1}, "", "Colour 3"},
+    {"txtCol3", colourBox, "fraColours", {6, 0, 2, 1}, "", "Colour 4"},
+    {"txtCol4", colourBox, "fraColours", {8, 0, 2, 1}, "", "Colour 5"},
+    {"txtCol5", colourBox, "fraColours", {10, 0, 2, 1}, "", "Colour 6"},
+    {"txtCol6", colourBox, "fraColours", {12, 0, 2, 1}, "", "Colour 7"},
+    {"txtCol7", colourBox, "fraColours", {14, 0, 2, 1}, "", "Colour8"},
+    {"txtCol8", colourBox, "fraColours", {0, 1, 2, 1}, "", "Colour 9"},
+    {"txtCol9", colourBox, "fraColours", {2, 1, 2, 1}, "", "Colour 10"},
+    {"txtCol10", colourBox, "fraColours", {4, 1, 2, 1}, "", "Colour 11"},
+    {"txtCol11", colourBox, "fraColours", {6, 1, 2, 1}, "", "Colour 12"},
+    {"txtCol12", colourBox, "fraColours", {8, 1, 2, 1}, "", "Colour13"},
+    {"txtCol13", colourBox, "fraColours", {10, 1, 2, 1}, "", "Colour 14"},
+    {"txtCol14", colourBox, "fraColours", {12, 1, 2, 1}, "", "Colour 15"},
+    {"fraPicture", group, "", {16, kStrip + 1, 13, 2}, "Picture", ""},
+    {"chkShowGrid", check, "fraPicture", {0, 0, 13, 1}},
+    {"chkShowCrossings", check, "fraPicture", {0, 1, 13, 1}},
+    {"fraAnimate", group, "", {29, kStrip + 1, 11, 2}, "Animation", ""},
+    {"chkAnimate", check, "fraAnimate", {0, 0, 6, 1}},
+    {"chkLoop", check, "fraAnimate", {6, 0, 5, 1}, "", "", 'L'},
+    {"lblAnimate", label, "fraAnimate", {0, 1, 4, 1}},
+    {"vtAnimate", number, "fraAnimate", {4, 1, 3, 1}},
+    {"Check1", check, "fraAnimate", {7, 1, 4, 1}, "Step", "Show how the strands are traced, step by step"},
+});
+// clang-format on
+
+}  // namespace form
+
+/// Place of a row in the form, checked when the program is compiled.
+consteval ControlId controlId(std::string_view name) {
+  for (std::size_t i = 0; i < form::kRows.size(); ++i)
+    if (form::kRows[i].name == name) return static_cast<ControlId>(i);
+  throw "the form has no such control";
+}
+
+/// The colour boxes follow each other in the form.
+inline constexpr ControlId kFirstColourBox = controlId("txtCol0");
+
+/// The seven 3-D formats in the order of their option buttons.
+inline constexpr std::array<ControlId, 7> kSaveFormats = {
+    controlId("optPOV"), controlId("optVRML"),      controlId("optOBJ"), controlId("optDXF"),
+    controlId("optSTL"), controlId("optGemVision"), controlId("optXYZ")};
+
+/// What the window is made from.
+std::span<const ControlSpec> formTable();
+
+/// The control of a parameter, and of a check box.
+ControlId fieldControl(Param parameter);
+ControlId checkControl(Check check);
+/// The parameter whose field a control is, or none.
+std::optional<Param> parameterOf(ControlId control);
+
+}  // namespace lorivan

@@ -1,0 +1,219 @@
+// The program's window: the fields, the knot they make, and a handler for everything the user can do.
+// Handlers are named after their control and event. The files main_window_*.cpp hold them by concern.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/command_table.h"
+#include "app/form_table.h"
+#include "app/knot.h"
+#include "app/settings_table.h"
+#include "base/random.h"
+#include "controls/valid_text.h"
+#include "platform/platform.h"
+
+namespace lorivan {
+
+/// Caption of the Create 2D button while an animation runs.
+inline constexpr std::string_view kStopCaption = "Stop";
+
+struct MainWindowOptions {
+  std::string knotFile;      // loaded after the first grid; empty: none
+  bool stepDisplay = false;  // shows Check1, which follows the tracer step by step
+  Rnd random;                // empty: seeded from the clock
+};
+
+class MainWindow {
+ public:
+  MainWindow(Platform& platform, MainWindowOptions options);
+  MainWindow(const MainWindow&) = delete;
+  MainWindow& operator=(const MainWindow&) = delete;
+
+  /// Makes the window and brings everything to where it was left. The error says why no window can be had.
+  Status open();
+  /// Shows the window and handles events until it closes. Returns at once on a screen that is too small.
+  void run();
+
+  // --- start-up and exit (main_window_start.cpp) ---
+  void restoreSettings();
+  void saveSettings();
+  bool closeQuery();
+  void mnuFileExit_Click() { window_->close(); }
+  void showHelp(std::string_view page);
+
+  // --- fields (main_window_fields.cpp) ---
+  /// Enter was pressed in the field or it was left: correct the text, then the Changed handler.
+  void fieldConfirmed(Param p);
+  /// The real-change test, then the field's follow-up.
+  void fieldChanged(Param p);
+  void vtScale_Changed(const std::string& oldText);
+  void vtStartColour_Changed();
+  void vtPicKnotBackColour_Changed();
+  void vtAnimate_Changed();
+  /// Records the texts of the fields that a procedure has just rewritten as acted on.
+  void AllOlds();
+  void UnDoIt() { UndoLatest(); }
+  /// Steps the field that was changed last back by one entry; nothing is redrawn.
+  void UndoLatest();
+  void mnuEditUndo_Click() { UnDoIt(); }
+  /// Opens the colour dialog for strand colour box 0 to 14.
+  void txtCol_Click(int box);
+  Colour BColor() const;
+  void colourBackField();
+  void colourStartField();
+
+  // --- the grid (main_window_grid.cpp) ---
+  void cmdNewGrid_Click();
+  void cmdOldGrid_Click();
+  void cmdRandknot_Click();
+  void lstType_Click();
+  void picGrid_Mouse(const MouseEvent& event);
+  void chkShowCrossings_Click() { paintPicture(); }
+  void chkShowGrid_Click() { paintPicture(); }
+
+  // --- the 2-D knot and the views (main_window_knot.cpp) ---
+  void cmd2D_Click();
+  void ClearThread();
+  void cmd2DView_Click();
+  void cmd3DView_Click();
+  void chkAnimate_Click() { SortOutAnimation(); }
+  void chkMirror_Click() { styleChanged(); }
+  void chkHeightMap_Click() { enable(controlId("cmd3D"), true); }
+  /// Speed and loop can be used only while animation is chosen.
+  void SortOutAnimation();
+
+  // --- files (main_window_files.cpp) ---
+  void mnuFileLoad_Click();
+  void mnuFileSave_Click();
+  void fileDropped(const std::string& path);
+  /// The dialog for a file to save, "Saving:  Enter your <description> file name"; the full path, or empty
+  /// when the user cancelled.
+  std::string NewFname(const std::string& description, const std::string& extension);
+
+  const Knot& knot() const { return knot_; }
+  bool knotDrawn() const { return knotDrawn_; }
+  Window& window() { return *window_; }
+
+ private:
+  struct Field {
+    ValidText text;
+    std::string lastApplied;  // what the change handler acted on last
+  };
+  enum class Shown { grid, knot, shape };
+
+  /// While it lives the user can do nothing but press Stop or close the window: events come in during long
+  /// work as well.
+  class Working {
+   public:
+    explicit Working(MainWindow& owner) : owner_(owner) { ++owner_.working_; }
+    Working(const Working&) = delete;
+    Working& operator=(const Working&) = delete;
+    ~Working() { --owner_.working_; }
+
+   private:
+    MainWindow& owner_;
+  };
+
+  // Events (main_window.cpp).
+  WindowEvents makeEvents();
+  void onClicked(ControlId control);
+  void onChanged(ControlId control);
+  void onCommand(CommandId command);
+  void onMouse(ControlId picture, const MouseEvent& event);
+  bool onKey(const KeyEvent& key);
+  void onResized(ControlId picture);
+  void onStarted();
+  /// Confirms fields that hold text typed but not confirmed: menus and shortcuts leave the focus where it is.
+  void confirmPending();
+
+  // Short words for the window (main_window.cpp).
+  Field& field(Param p) { return fields_[static_cast<std::size_t>(p)]; }
+  const Field& field(Param p) const { return fields_[static_cast<std::size_t>(p)]; }
+  /// Sets a field from code: corrected and shown, no follow-up.
+  void setField(Param p, std::string_view text);
+  /// The same, and the value counts as acted on.
+  void setApplied(Param p, std::string_view text);
+  bool checked(Check c) const { return window_->checked(checkControl(c)); }
+  void enable(ControlId control, bool on) { window_->setEnabled(control, on); }
+  void enableCommand(CommandId command, bool on) { window_->setCommandEnabled(command, on); }
+  Shape shape() const;
+  /// Everything that the fields say now.
+  KnotFields knotFields() const;
+  void status(const std::string& text) { window_->setStatus(text); }
+  /// A message box with the program's own title.
+  void complain(const std::string& text);
+  void setCaption(const std::string& file);
+
+  // Start-up and exit.
+  void restore(ColourBoxNumber box, const std::string& text);
+  void restore(WindowState state, const std::string& text);
+  void restore(Param p, const std::string& text);
+  void restore(Check c, const std::string& text);
+  std::string kept(ColourBoxNumber box) const;
+  std::string kept(WindowState state) const;
+  std::string kept(Param p) const;
+  std::string kept(Check c) const;
+  void disableForStart();
+  bool screenTooSmall();
+
+  // Fields.
+  void followUp(Param p, const std::string& oldText);
+  /// The drawn knot no longer fits the fields: it goes, and when it was drawn it is drawn again.
+  void styleChanged();
+
+  // Grid and pictures.
+  void takeBuiltGrid(const StandardGrid& grid, const KnotFields& asked);
+  void showOffsetField();
+  void showPicture(Shown shown);
+  /// Buttons and menus as they stand while the grid is shown without a knot.
+  void gridShown();
+  void paintGrid();
+  void paintKnot();
+  /// Whatever the grid picture holds now, once more.
+  void paintPicture();
+  void stepLineKind(int line, int step);
+  std::string gridSummary() const;
+
+  // The knot.
+  /// Traces and draws; false when there is no knot, which the user has been told.
+  bool CalcThread();
+  TraceWatcher stepWatcher();
+  bool showStep(const TraceStep& step);
+  std::string knotSummary() const;
+
+  // Files.
+  void loadKnotFile(const std::string& path);
+  std::string folderFor(std::string_view pattern) const;
+  void rememberFolder(const std::string& path);
+
+  Platform& platform_;
+  MainWindowOptions options_;
+  WindowEvents events_;
+  std::unique_ptr<Window> window_;
+  std::vector<Field> fields_;
+  Rnd random_;
+
+  Knot knot_;
+  GridView view_;  // of the grid picture as painted last
+  ColourBoxes boxes_ = firstColourBoxes();
+  StrandColours colours_;
+
+  bool starting_ = true;
+  bool tooSmall_ = false;
+  bool randomKnot_ = false;  // the grid generator varies line kinds
+  bool knotDrawn_ = false;
+  bool stop_ = false;  // asked to end an animation
+  bool commandLineLoading_ = false;
+  int working_ = 0;
+  PointerShape pointer_ = PointerShape::arrow;
+
+  bool gridOn_ = false;  // alignment grid of the shape editor
+  bool snapOn_ = false;
+  std::string lastFolder_;  // with its separator at the end
+};
+
+}  // namespace lorivan

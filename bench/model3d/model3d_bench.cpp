@@ -1,0 +1,84 @@
+// Building and showing tube models: a knot of the default size, and one of nearly a million quads.
+#include <cmath>
+#include <vector>
+
+#include "base/numbers.h"
+#include "copy_ratio.h"
+#include "model3d/renderer.h"
+#include "model3d/rotator.h"
+#include "model3d/tube_builder.h"
+
+namespace lorivan {
+namespace {
+
+/// One strand woven over the whole picture, heights as a trace leaves them: apex, over, apex, under.
+StrandStore woven(int points, int across, int down) {
+  StrandStore store;
+  for (int i = 0; i < points; ++i) {
+    const double angle = kTwoPi * i / points;
+    const float height = i % 2 == 0 ? 0.0F : i % 4 == 1 ? 1.0F : -1.0F;
+    store.point(1, i) = {static_cast<float>(90 * std::sin(across * angle + 0.3)),
+                         static_cast<float>(88 * std::sin(down * angle)), height};
+  }
+  store.point(1, points) = store.point(1, 0);
+  store.ThreadCount[1] = points;
+  return store;
+}
+
+struct Case {
+  StrandStore strands;
+  TubeSettings settings;
+};
+
+/// 0: 24 points with the settings of a first run. 1: 960000 quads.
+Case caseOf(std::int64_t number) {
+  TubeSettings large;
+  large.polySides = 40;
+  large.polyPoints = 15;
+  large.polyRadius = 2;
+  return number == 0 ? Case{woven(24, 2, 3), {}} : Case{woven(1600, 19, 20), large};
+}
+
+SlotColours colours() {
+  SlotColours all;
+  all.fill(0x3060E0);
+  return all;
+}
+
+void buildModel(benchmark::State& state) {
+  const Case wanted = caseOf(state.range(0));
+  TubeModel model;
+  const CopyRatio ratio(state);
+  for (auto _ : state) {
+    if (!buildTube(wanted.strands, wanted.settings, colours(), model)) state.SkipWithError("refused");
+  }
+  state.counters["quads"] = model.QuadCount;
+}
+BENCHMARK(buildModel)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// Arguments: the case, and the picture's width in pixels. Every picture is turned by a key press.
+void turnAndShow(benchmark::State& state) {
+  const Case wanted = caseOf(state.range(0));
+  const auto width = static_cast<int>(state.range(1)), height = width * 4 / 5;
+  TubeModel model;
+  if (!buildTube(wanted.strands, wanted.settings, colours(), model)) state.SkipWithError("refused");
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  Renderer renderer;
+  ViewState view;
+  const CopyRatio ratio(state);
+  for (auto _ : state) {
+    turnByKey(view, 37);
+    renderer.render(model, {}, view, 0xFFFFFF, false, {pixels.data(), width, height, width});
+  }
+  state.counters["quads"] = model.QuadCount;
+}
+BENCHMARK(turnAndShow)
+    ->Args({0, 500})
+    ->Args({0, 1000})
+    ->Args({0, 2000})
+    ->Args({1, 500})
+    ->Args({1, 1000})
+    ->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,187 @@
+// Angles from mouse and keys and back. The circle stretches the middle of the range: a place on it stands for
+// the square root of the sine of half the angle.
+#include "model3d/rotator.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+
+namespace {
+
+constexpr float kOneDegree = 0.017453292F;
+constexpr float kKeyStep = 0.15707964F;  // nine degrees
+constexpr float kThreeQuarterTurn = 4.712389F;
+constexpr float kDragUnit = 50;  // reference pixels for one radian
+constexpr std::int32_t kNoDrag = -9999;
+
+double signOf(double x) { return x > 0 ? 1 : x < 0 ? -1 : 0; }
+
+/// The square with the sign of its root.
+double signedSquare(double x) { return signOf(x) * x * x; }
+
+void rollTowards(ViewState& view, double dx, double dy) {
+  if (dx == 0) {
+    view.ViewPsi = kHalfPiF;
+    return;
+  }
+  double psi = std::atan(dy / dx);
+  if (dx > 0) psi -= kPi;
+  if (dx < 0 && dy < 0) psi -= static_cast<double>(kTwoPiF);
+  view.ViewPsi = static_cast<float>(psi);
+}
+
+void turnTowards(ViewState& view, double dx, double dy, double radius) {
+  const double u = signedSquare(dy / radius);
+  const double v = signedSquare(dx / radius);
+  // At the very rim the elevation stops at 2 radians, and the azimuth at its start.
+  const double a = std::fabs(u) >= 1 ? 1.0 : std::asin(u);
+  const double b = std::fabs(v) >= 1 ? 0.0 : std::asin(v) + kPi / 2;
+  view.ViewPhi = static_cast<float>(2 * a);
+  view.ViewTheta = static_cast<float>(2 * b - kPi / 2);
+}
+
+/// Makes the view matrix with the roll folded into azimuth and elevation, and leaves the angles as they were.
+void checkAnglesRolled(ViewState& view) {
+  const ViewState before = view;
+  const double t = static_cast<double>(view.ViewTheta), p = static_cast<double>(view.ViewPhi);
+  const float a = -view.ViewPsi;
+  const double sine = std::sin(static_cast<double>(a)), cosine = std::cos(static_cast<double>(a));
+  const double fromT = (t - kPi / 2) * sine, fromP = (p - kPi / 2) * sine;
+  view.ViewPsi = a;
+  view.ViewPhi = static_cast<float>(a < kHalfPiF ? p * cosine - fromT : -p * cosine + fromT);
+  const bool outer = a < kHalfPiF || a >= kThreeQuarterTurn;
+  const bool upper = a < kPiF;
+  view.ViewTheta = static_cast<float>((outer ? t * cosine : -t * cosine) + (upper ? -fromP : fromP));
+  CheckAngles(view);
+  const Matrix4 folded = view.ViewMatrix;
+  view = before;
+  view.ViewMatrix = folded;
+}
+
+/// Not negative: a full turn is added where needed.
+float turned(float degrees) { return degrees < 0 ? degrees + 360 : degrees + 0.0F; }
+
+}  // namespace
+
+NavGeometry navGeometry(int width, int height) {
+  NavGeometry nav;
+  nav.NavRadius = static_cast<float>(std::max(width, 1)) / 2.25F;
+  nav.NavMarginX = 0.05F * static_cast<float>(width);
+  nav.NavMarginY = 0.05F * static_cast<float>(height);
+  nav.NavCentreX = nav.NavRadius + nav.NavMarginX;
+  nav.NavCentreY = nav.NavRadius + nav.NavMarginY;
+  return nav;
+}
+
+bool DrawNav(ViewState& view, const NavGeometry& nav, int button, float x, float y) {
+  if (button != kLeftButton && button != kRightButton) return false;
+  const double dx = static_cast<double>(nav.NavCentreX) - static_cast<double>(x);
+  const double dy = static_cast<double>(nav.NavCentreY) - static_cast<double>(y);
+  const auto radius = static_cast<double>(nav.NavRadius);
+  const bool outside = radius * radius < dx * dx + dy * dy;
+  if (button == kRightButton && outside) rollTowards(view, dx, dy);
+  if (button == kLeftButton && !outside) turnTowards(view, dx, dy, radius);
+  if (std::fabs(view.ViewPsi) <= kOneDegree) {
+    CheckAngles(view);
+  } else {
+    checkAnglesRolled(view);
+  }
+  return true;
+}
+
+bool dragView(ViewState& view, DragState& drag, int button, float x, float y) {
+  if (button != kLeftButton) return false;
+  x /= kDragUnit;
+  y /= kDragUnit;
+  if (drag.LastDragX > kNoDrag) {
+    view.ViewTheta += x - (static_cast<float>(drag.LastDragX) + drag.restX);
+    view.ViewPhi -= y - (static_cast<float>(drag.LastDragY) + drag.restY);
+  }
+  drag.LastDragX = toInt32(static_cast<double>(x));
+  drag.LastDragY = toInt32(static_cast<double>(y));
+  drag.restX = x - static_cast<float>(drag.LastDragX);
+  drag.restY = y - static_cast<float>(drag.LastDragY);
+  CheckAngles(view);
+  return true;
+}
+
+bool turnByKey(ViewState& view, int keyCode) {
+  switch (keyCode) {
+    case 37:
+      view.ViewTheta += kKeyStep;
+      break;
+    case 38:
+      view.ViewPhi += kKeyStep;
+      break;
+    case 39:
+      view.ViewTheta -= kKeyStep;
+      break;
+    case 40:
+      view.ViewPhi -= kKeyStep;
+      break;
+    default:
+      return false;
+  }
+  CheckAngles(view);
+  return true;
+}
+
+void setTheta(ViewState& view, float degrees) {
+  view.ViewTheta = static_cast<float>(kPi / 2 - static_cast<double>(degrees) * kPi / 180);
+  CheckAngles(view);
+}
+
+void setPhi(ViewState& view, float degrees) {
+  view.ViewPhi = static_cast<float>(static_cast<double>(degrees) * kPi / 180);
+  CheckAngles(view);
+}
+
+void setPsi(ViewState& view, float degrees) {
+  view.ViewPsi = static_cast<float>(-(static_cast<double>(degrees) * kPi / 180));
+  CheckAngles(view);
+}
+
+AngleFields anglesInDegrees(const ViewState& view) {
+  const float theta = view.ViewTheta * 180 / kPiF;
+  return {turned(view.ViewTheta > kHalfPiF ? 450 - theta : 90 - theta), turned(view.ViewPhi * 180 / kPiF),
+          turned(-(view.ViewPsi * 180 / kPiF))};
+}
+
+NavMarkers navMarkers(const ViewState& view, const NavGeometry& nav) {
+  const double t = static_cast<double>(view.ViewTheta) - kPi / 2, p = static_cast<double>(view.ViewPhi);
+  const auto r = static_cast<double>(nav.NavRadius), psi = static_cast<double>(view.ViewPsi);
+  const double s1 = signOf(std::cos(t) * std::sin(p)), s2 = signOf(std::sin(t) * std::cos(p));
+  const double hy = std::sqrt(std::fabs(std::sin(p / 2) * std::cos(t / 2)));
+  const double hx = std::sqrt(std::fabs(std::cos(p / 2) * std::sin(t / 2)));
+  const bool facing = view.ViewPhi < kHalfPiF || view.ViewPhi > kThreeQuarterTurn;
+  const double across = facing ? -s2 * hx : s2 * hx;
+  const double down = facing && view.ViewTheta >= kPiF ? s1 * hy : -s1 * hy;
+  NavMarkers markers;
+  markers.thetaPhi = {static_cast<float>((1 + across) * r) + nav.NavMarginX,
+                      static_cast<float>((1 + down) * r) + nav.NavMarginY};
+  markers.psi = {nav.NavCentreX + static_cast<float>(1.1 * r * std::cos(psi)),
+                 nav.NavCentreY + static_cast<float>(1.1 * r * std::sin(psi))};
+  return markers;
+}
+
+void drawRotator(Surface& surface, const ViewState& view, Colour background) {
+  const NavGeometry nav = navGeometry(surface.width(), surface.height());
+  const NavMarkers markers = navMarkers(view, nav);
+  const auto at = [](float x, float y) {
+    return PointI{toInt32(static_cast<double>(x)), toInt32(static_cast<double>(y))};
+  };
+  // Widths 1 and 3 belong to a picture of up to 150 pixels.
+  const int thin = std::max(1, surface.width() / 100);
+  const Pen pen = {thin, QBColor(0), false};
+  surface.clear(background);
+  surface.circle(at(nav.NavCentreX, nav.NavCentreY), toInt32(static_cast<double>(nav.NavRadius)), pen);
+  surface.segment(at(0, nav.NavCentreY), at(2 * nav.NavCentreX, nav.NavCentreY), pen);
+  surface.segment(at(nav.NavCentreX, 0), at(nav.NavCentreX, 2 * nav.NavCentreY), pen);
+  surface.dot(at(markers.thetaPhi.x, markers.thetaPhi.y), 3 * thin, makeColour(0, 0, 255));
+  surface.dot(at(markers.psi.x, markers.psi.y), 3 * thin, makeColour(255, 0, 0));
+}
+
+}  // namespace lorivan

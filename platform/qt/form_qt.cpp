@@ -1,0 +1,286 @@
+#include "platform/qt/form_qt.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <cmath>
+
+#include "platform/common/text_helpers.h"
+#include "platform/qt/convert.h"
+
+namespace lorivan {
+namespace {
+
+bool takesFocus(ControlKind kind) {
+  return kind != ControlKind::group && kind != ControlKind::label && kind != ControlKind::text &&
+         kind != ControlKind::picture;
+}
+
+Key toKey(int key) {
+  switch (key) {
+    case Qt::Key_Left:
+      return Key::left;
+    case Qt::Key_Right:
+      return Key::right;
+    case Qt::Key_Up:
+      return Key::up;
+    case Qt::Key_Down:
+      return Key::down;
+    case Qt::Key_Escape:
+      return Key::escape;
+    default:
+      return Key::other;
+  }
+}
+
+}  // namespace
+
+FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget* parent)
+    : QWidget(parent), controls_(controls), events_(std::move(events)) {
+  QWidget* previous = nullptr;
+  for (ControlId id = 0; id < static_cast<ControlId>(controls_.size()); ++id) {
+    const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+    QWidget* const made = make(id);
+    widgets_.push_back(made);
+    made->setObjectName(toQString(spec.name));
+    made->setToolTip(toQString(spec.tooltip));
+    made->installEventFilter(this);
+    if (spec.kind == ControlKind::group) made->lower();
+    if (!takesFocus(spec.kind)) continue;
+    if (previous) setTabOrder(previous, made);
+    previous = made;
+  }
+  connectLabels();
+}
+
+QWidget* FormQt::make(ControlId id) {
+  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  switch (spec.kind) {
+    case ControlKind::group:
+      return new GroupFrame(toQString(withoutMnemonic(spec.caption)), this);
+    case ControlKind::label:
+      return makeLabel(id);
+    case ControlKind::number:
+    case ControlKind::text:
+    case ControlKind::list:
+      return makeField(id);
+    case ControlKind::check:
+    case ControlKind::radio:
+      return makeToggle(id);
+    case ControlKind::button:
+    case ControlKind::colourBox:
+      return makeButton(id);
+    case ControlKind::picture:
+      break;
+  }
+  auto* const view = new PictureView(this);
+  view->setAccessibleName(toQString(spec.tooltip));
+  view->mouse = [this, id](const MouseEvent& event) { events_.mouse(id, event); };
+  return view;
+}
+
+QWidget* FormQt::makeButton(ControlId id) {
+  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  QAbstractButton* button = nullptr;
+  if (spec.kind == ControlKind::colourBox) {
+    button = new ColourBox(this);
+    button->setAccessibleName(toQString(spec.tooltip));
+  } else {
+    auto* const push = new QPushButton(toQString(spec.caption), this);
+    push->setAutoDefault(false);
+    button = push;
+  }
+  connect(button, &QAbstractButton::clicked, this, [this, id] { events_.clicked(id); });
+  return button;
+}
+
+QWidget* FormQt::makeToggle(ControlId id) {
+  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  QAbstractButton* toggle = nullptr;
+  if (spec.kind == ControlKind::radio) {
+    toggle = new QRadioButton(toQString(spec.caption), this);
+    QButtonGroup*& others = radios_[spec.group];
+    if (!others) others = new QButtonGroup(this);
+    others->addButton(toggle);
+  } else {
+    toggle = new QCheckBox(toQString(spec.caption), this);
+  }
+  connect(toggle, &QAbstractButton::clicked, this, [this, id] { events_.changed(id); });
+  return toggle;
+}
+
+QWidget* FormQt::makeField(ControlId id) {
+  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  if (spec.kind == ControlKind::list) {
+    auto* const box = new QComboBox(this);
+    connect(box, &QComboBox::activated, this, [this, id] { events_.changed(id); });
+    return box;
+  }
+  auto* const edit = new NumberEdit(this);
+  edit->setText(toQString(spec.caption));
+  if (spec.kind == ControlKind::text) {
+    edit->setReadOnly(true);
+    edit->setFocusPolicy(Qt::NoFocus);
+  } else {
+    edit->confirmed = [this, id] { events_.confirmed(id); };
+    edit->left = [this, id] { events_.left(id); };
+  }
+  return edit;
+}
+
+QWidget* FormQt::makeLabel(ControlId id) {
+  auto* const label = new QLabel(toQString(controls_[static_cast<std::size_t>(id)].caption), this);
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label->setTextFormat(Qt::PlainText);
+  label->setContentsMargins(0, 0, 2, 0);
+  return label;
+}
+
+/// A label belongs to the control in the next row: mnemonic, spoken name, tooltip.
+void FormQt::connectLabels() {
+  for (std::size_t i = 0; i + 1 < controls_.size(); ++i) {
+    auto* const label = qobject_cast<QLabel*>(widgets_[i]);
+    if (!label || controls_[i].kind != ControlKind::label) continue;
+    QWidget* const next = widgets_[i + 1];
+    if (takesFocus(controls_[i + 1].kind)) label->setBuddy(next);
+    next->setAccessibleName(toQString(withoutMnemonic(controls_[i].caption)));
+    if (label->toolTip().isEmpty()) label->setToolTip(next->toolTip());
+  }
+}
+
+QWidget* FormQt::widget(ControlId control) const { return widgets_.at(static_cast<std::size_t>(control)); }
+QComboBox* FormQt::list(ControlId control) const { return qobject_cast<QComboBox*>(widget(control)); }
+PictureView* FormQt::picture(ControlId control) const { return dynamic_cast<PictureView*>(widget(control)); }
+
+std::string FormQt::text(ControlId control) const {
+  QWidget* const w = widget(control);
+  if (const auto* edit = qobject_cast<QLineEdit*>(w)) return toUtf8(edit->text());
+  if (const auto* label = qobject_cast<QLabel*>(w)) return toUtf8(label->text());
+  if (const auto* button = qobject_cast<QAbstractButton*>(w)) return toUtf8(button->text());
+  if (const auto* box = qobject_cast<QComboBox*>(w)) return toUtf8(box->currentText());
+  if (const auto* frame = dynamic_cast<GroupFrame*>(w)) return toUtf8(frame->title());
+  return {};
+}
+
+void FormQt::setText(ControlId control, const std::string& text) {
+  QWidget* const w = widget(control);
+  const QString shown = toQString(text);
+  if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+    edit->setText(shown);
+    if (edit->hasFocus()) edit->selectAll();
+  } else if (auto* label = qobject_cast<QLabel*>(w)) {
+    label->setText(shown);
+  } else if (auto* button = qobject_cast<QAbstractButton*>(w)) {
+    button->setText(shown);
+  } else if (auto* frame = dynamic_cast<GroupFrame*>(w)) {
+    frame->setTitle(shown);
+  }
+}
+
+bool FormQt::checked(ControlId control) const {
+  const auto* const button = qobject_cast<QAbstractButton*>(widget(control));
+  return button && button->isChecked();
+}
+
+void FormQt::setChecked(ControlId control, bool on) {
+  auto* const button = qobject_cast<QAbstractButton*>(widget(control));
+  if (!button) return;
+  QButtonGroup* const others = button->group();
+  if (others) others->setExclusive(on);  // only so can the last one of a group be switched off
+  button->setChecked(on);
+  if (others) others->setExclusive(true);
+}
+
+void FormQt::setColours(ControlId control, Colour background, Colour text) {
+  QWidget* const w = widget(control);
+  if (auto* box = dynamic_cast<ColourBox*>(w)) return box->setColour(toQColor(background));
+  QPalette palette = w->palette();
+  palette.setColor(QPalette::Base, toQColor(background));
+  palette.setColor(QPalette::Text, toQColor(text));
+  w->setPalette(palette);
+}
+
+void FormQt::confirmPending() {
+  if (auto* edit = dynamic_cast<NumberEdit*>(focusWidget()); edit && edit->hasFocus()) edit->confirmPending();
+}
+
+void FormQt::showDrawn() {
+  for (QWidget* const w : widgets_)
+    if (auto* view = dynamic_cast<PictureView*>(w)) view->showDrawn();
+}
+
+double FormQt::scaling() const { return devicePixelRatioF() * logicalDpiX() / 96.0; }
+
+LayoutMetrics FormQt::metrics() const {
+  const QFontMetricsF font(this->font());
+  const double ratio = devicePixelRatioF();
+  return {.lineHeight = static_cast<int>(std::ceil(font.height() * ratio)),
+          .scale = scaling(),
+          .digitWidth = static_cast<int>(std::ceil(font.horizontalAdvance(QLatin1Char('0')) * ratio))};
+}
+
+QSize FormQt::toLogical(LayoutSize size) const {
+  const double ratio = devicePixelRatioF();
+  return {static_cast<int>(std::ceil(size.width / ratio)), static_cast<int>(std::ceil(size.height / ratio))};
+}
+
+QSize FormQt::minimumClientSize() const { return toLogical(minimumClient(controls_, metrics())); }
+QSize FormQt::referenceClientSize() const { return toLogical(referenceClient(controls_, metrics())); }
+
+void FormQt::place() {
+  const double ratio = devicePixelRatioF();
+  const auto logical = [ratio](const LayoutRect& r) {
+    const int left = qRound(r.left / ratio), top = qRound(r.top / ratio);
+    return QRect(left, top, qRound((r.left + r.width) / ratio) - left,
+                 qRound((r.top + r.height) / ratio) - top);
+  };
+  const FormLayout layout = computeLayout(controls_, static_cast<int>(width() * ratio),
+                                          static_cast<int>(height() * ratio), metrics());
+  pictureFrame_ = logical(layout.picture);
+  for (std::size_t i = 0; i < widgets_.size(); ++i) {
+    const LayoutRect& rect = layout.controls[i];
+    widgets_[i]->setGeometry(logical(rect));
+    if (auto* frame = dynamic_cast<GroupFrame*>(widgets_[i]))
+      frame->setTitleHeight(qRound(layout.titleHeight / ratio));
+    auto* const view = dynamic_cast<PictureView*>(widgets_[i]);
+    if (view && !rect.isEmpty() && view->resizeSurface(rect.width, rect.height))
+      events_.resized(static_cast<ControlId>(i));
+  }
+  update();
+}
+
+void FormQt::resizeEvent(QResizeEvent*) { place(); }
+
+void FormQt::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Mid));
+  painter.drawRect(pictureFrame_.adjusted(-1, -1, 0, 0));
+}
+
+/// Left and right move the cursor of an entry, and the keys of an open list are its own.
+bool FormQt::isForEntry(const QObject* watched, int key) const {
+  const auto* const edit = qobject_cast<const QLineEdit*>(watched);
+  return edit && (key == Qt::Key_Left || key == Qt::Key_Right);
+}
+
+bool FormQt::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched)) {
+    // Scrolling past a list must not change it.
+    if (!static_cast<QWidget*>(watched)->hasFocus()) return true;
+  }
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  const auto& press = *static_cast<QKeyEvent*>(event);
+  const Key key = toKey(press.key());
+  if (key == Key::other || isForEntry(watched, press.key())) return false;
+  return events_.key({.key = key,
+                      .shift = press.modifiers().testFlag(Qt::ShiftModifier),
+                      .ctrl = press.modifiers().testFlag(Qt::ControlModifier),
+                      .alt = press.modifiers().testFlag(Qt::AltModifier)});
+}
+
+}  // namespace lorivan

@@ -1,0 +1,74 @@
+// The widgets of the form table, placed by the common layout.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <map>
+#include <span>
+#include <vector>
+
+#include "platform/common/layout.h"
+#include "platform/qt/widgets.h"
+#include "platform/window.h"
+
+class QButtonGroup;
+class QComboBox;
+class QLabel;
+
+namespace lorivan {
+
+/// What a form tells its window: the control, and what happened to it.
+struct FormEvents {
+  std::function<void(ControlId)> confirmed, left, clicked, changed, resized;
+  std::function<void(ControlId, const MouseEvent&)> mouse;
+  std::function<bool(const KeyEvent&)> key;
+};
+
+class FormQt final : public QWidget {
+ public:
+  FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget* parent);
+
+  std::string text(ControlId control) const;
+  void setText(ControlId control, const std::string& text);
+  bool checked(ControlId control) const;
+  void setChecked(ControlId control, bool on);
+  void setColours(ControlId control, Colour background, Colour text);
+  QWidget* widget(ControlId control) const;
+  /// Null when the control is of another kind.
+  QComboBox* list(ControlId control) const;
+  PictureView* picture(ControlId control) const;
+
+  /// Tells that the entry with the focus is confirmed when something waits in it.
+  void confirmPending();
+  /// Has pictures painted that were drawn on.
+  void showDrawn();
+  /// Places everything anew, in device pixels of the screen that the form is on.
+  void place();
+  QSize minimumClientSize() const;
+  QSize referenceClientSize() const;
+  double scaling() const;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QWidget* make(ControlId id);
+  QWidget* makeButton(ControlId id);
+  QWidget* makeToggle(ControlId id);
+  QWidget* makeField(ControlId id);
+  QWidget* makeLabel(ControlId id);
+  void connectLabels();
+  LayoutMetrics metrics() const;
+  QSize toLogical(LayoutSize size) const;
+  bool isForEntry(const QObject* watched, int key) const;
+
+  std::span<const ControlSpec> controls_;
+  FormEvents events_;
+  std::vector<QWidget*> widgets_;
+  std::map<std::string_view, QButtonGroup*> radios_;
+  QRect pictureFrame_;
+};
+
+}  // namespace lorivan

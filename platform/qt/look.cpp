@@ -1,0 +1,94 @@
+#include "platform/qt/look.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QFont>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+#include <QStyleFactory>
+#include <algorithm>
+
+namespace lorivan {
+namespace {
+
+/// The colours of one look, 0xRRGGBB.
+struct Tints {
+  QRgb window, base, alternate, button, text, faint, border, accent, onAccent, tip, tipText;
+};
+
+constexpr Tints kLight = {0xF2F3F5, 0xFFFFFF, 0xFAFAFB, 0xFCFCFD, 0x1F2328, 0x9299A1,
+                          0xC9CED5, 0x1F7A63, 0xFFFFFF, 0xFFFFFF, 0x1F2328};
+constexpr Tints kDark = {0x30343B, 0x1D2025, 0x363B43, 0x434952, 0xE6E9EC, 0x858D97,
+                         0x4D545E, 0x48B394, 0x0F1512, 0x434952, 0xE6E9EC};
+
+QPalette paletteOf(const Tints& t) {
+  QPalette palette(QColor(t.button), QColor(t.window));
+  using Role = QPalette::ColorRole;
+  const std::pair<Role, QRgb> roles[] = {{QPalette::Window, t.window},
+                                         {QPalette::WindowText, t.text},
+                                         {QPalette::Base, t.base},
+                                         {QPalette::AlternateBase, t.alternate},
+                                         {QPalette::Text, t.text},
+                                         {QPalette::Button, t.button},
+                                         {QPalette::ButtonText, t.text},
+                                         {QPalette::BrightText, t.text},
+                                         {QPalette::Highlight, t.accent},
+                                         {QPalette::HighlightedText, t.onAccent},
+                                         {QPalette::Link, t.accent},
+                                         {QPalette::LinkVisited, t.accent},
+                                         {QPalette::ToolTipBase, t.tip},
+                                         {QPalette::ToolTipText, t.tipText},
+                                         {QPalette::PlaceholderText, t.faint},
+                                         {QPalette::Mid, t.border}};
+  for (const auto& [role, colour] : roles) palette.setColor(role, QColor(colour));
+  for (const Role role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(t.faint));
+  palette.setColor(QPalette::Disabled, QPalette::Base, QColor(t.window));
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(t.border));
+  return palette;
+}
+
+/// What the desktop's settings service says; false where there is none.
+bool serviceSaysDark() {
+  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return false;
+  QDBusMessage ask = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+  ask << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(ask, QDBus::Block, 300);
+  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return false;
+  QVariant value = answer.arguments().constFirst();
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value.toUInt() == 1;
+}
+
+bool isDesktopDark() {
+  if (QApplication::palette().color(QPalette::Window).lightness() < 128) return true;
+  return qEnvironmentVariable("GTK_THEME").endsWith(QStringLiteral("dark"), Qt::CaseInsensitive) ||
+         serviceSaysDark();
+}
+
+/// The system's font, in a size at which the whole form fits the screen.
+QFont fittingFont(QFont font) {
+  const QScreen* const screen = QApplication::primaryScreen();
+  const bool small =
+      screen && (screen->availableSize().width() < 1000 || screen->availableSize().height() < 680);
+  const int system = font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96 / 72);
+  font.setPixelSize(small ? 11 : std::clamp(system, 12, 13));
+  return font;
+}
+
+}  // namespace
+
+void applyLook(QApplication& application, bool dark) {
+  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setPalette(paletteOf(dark ? kDark : kLight));
+  application.setFont(fittingFont(application.font()));
+}
+
+void applyLook(QApplication& application) { applyLook(application, isDesktopDark()); }
+
+}  // namespace lorivan

@@ -1,0 +1,35 @@
+// Smooth bands, one strand or over-crossing at a time: what pictures and animations are put together from.
+#pragma once
+
+#include <vector>
+
+#include "strands/knot_drawing.h"
+
+namespace lorivan {
+
+/// Draws the bands of one picture; buffers are kept from band to band. All references must outlive it.
+class BandPainter {
+ public:
+  BandPainter(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view)
+      : surface_(surface), curve_(curve), style_(style), view_(view) {}
+
+  /// Both bands of a strand.
+  void strand(int slot);
+  /// The beginning of a strand: the same curve as far as its point number `count`.
+  void strandStart(int slot, int count);
+  /// Both bands of a stretch that lies over others.
+  void overRun(int slot, const OverRun& run);
+
+ private:
+  float outer() const { return static_cast<float>(style_.outerWidth() * view_.pixelFactor()); }
+  float inner() const { return static_cast<float>(style_.innerWidth() * view_.pixelFactor()); }
+  void curveThrough(std::size_t count, float width, Colour colour, CapStyle caps);
+
+  Surface& surface_;
+  const KnotCurve& curve_;
+  const KnotStyle& style_;
+  const GridView& view_;
+  std::vector<PointF> points_, bezier_;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,217 @@
+// AutoGrid: outlines of every sort give plane graphs of convex cells that close to a knot.
+#include "custom/autogrid.h"
+
+#include <filesystem>
+#include <string>
+
+#include "base/random.h"
+#include "custom/outline.h"
+#include "custom/shape_file.h"
+#include "graph/standard_grids.h"
+#include "shapes.h"
+
+namespace lorivan {
+namespace {
+
+/// A loop round a middle whose radius wavers: star-shaped, mostly concave.
+std::vector<Spot> waveringLoop(const Rnd& random, Spot middle, double radius, double waver, int count) {
+  std::array<double, 6> height{}, phase{};
+  for (std::size_t k = 0; k < height.size(); ++k) {
+    height[k] = waver * random() / static_cast<double>(k + 1);
+    phase[k] = 6.283 * random();
+  }
+  std::vector<Spot> loop;
+  for (int i = 0; i < count; ++i) {
+    const double turn = 6.283185 * i / count;
+    double r = 1;
+    for (std::size_t k = 0; k < height.size(); ++k)
+      r += height[k] * std::sin(static_cast<double>(k + 2) * turn + phase[k]);
+    r = std::max(r, 0.15) * radius;
+    loop.push_back({middle.x + r * std::cos(turn), middle.y + r * std::sin(turn)});
+  }
+  return loop;
+}
+
+/// A comb: deep teeth of uneven widths, not star-shaped.
+std::vector<Spot> comb(const Rnd& random) {
+  std::vector<Spot> loop{{60, 320}, {60, 60 + 40 * random()}};
+  double x = 60;
+  while (x < 380) {
+    const double tooth = 15 + 60 * random(), gap = 5 + 40 * random(), root = 150 + 140 * random();
+    const double tip = 50 + 60 * random();
+    loop.push_back({x + tooth, tip});
+    loop.push_back({x + tooth, root});
+    loop.push_back({x + tooth + gap, root});
+    loop.push_back({x + tooth + gap, tip + 20 * random()});
+    x += tooth + gap;
+  }
+  loop.push_back({x + 30, 320});
+  return loop;
+}
+
+struct RandomCase {
+  CustomShape shape;
+  float skew = 1;
+  AutoGridOptions options;
+};
+
+RandomCase randomCase(std::uint64_t seed) {
+  const Rnd random = seededRandom(seed);
+  RandomCase c;
+  const Spot middle{200 + 100 * random(), 170 + 60 * random()};
+  if (seed % 5 == 4) {
+    addLoop(c.shape, comb(random));
+  } else {
+    addLoop(c.shape, waveringLoop(random, middle, 60 + 100 * random(), seed % 5 == 3 ? 0 : 0.6,
+                                  5 + static_cast<int>(80 * random())));
+    if (seed % 2 == 0)
+      addLoop(c.shape,
+              waveringLoop(random, middle, 10 + 50 * random(), 0.4, 3 + static_cast<int>(30 * random())));
+  }
+  c.skew = seed % 7 == 0 ? 0.5F : seed % 7 == 1 ? 2 : 1;
+  c.options = {3 + static_cast<int>(18 * random()), random() < 0.5};
+  return c;
+}
+
+bool insideOf(const Outline& outline, Spot p) {
+  const std::vector<double> places = outline.crossingsAt(p.y);
+  return std::count_if(places.begin(), places.end(), [&](double x) { return x < p.x; }) % 2 != 0;
+}
+
+/// Every face of up to four sides is strictly convex, unless it is a hole. What runs clockwise is the outside
+/// of a cell that stands alone.
+void expectConvexCells(const KnotGraph& graph, const RandomCase& c) {
+  const GridView view(stretchFactor(c.skew));
+  const ShapeMapping mapping(c.shape, view);
+  const auto outline = Outline::of(c.shape, mapping);
+  ASSERT_TRUE(outline);
+  for (const auto& face : facesOf(graph)) {
+    if (face.size() > 4) continue;
+    Spot middle;
+    bool convex = true;
+    double area = 0;
+    for (std::size_t k = 0; k < face.size(); ++k) {
+      const Spot a = face[k], b = face[(k + 1) % face.size()], d = face[(k + 2) % face.size()];
+      convex &= cross(b - a, d - b) > 0;
+      area += cross(a, b);
+      middle = middle + (1.0 / static_cast<double>(face.size())) * a;
+    }
+    EXPECT_TRUE(convex || area < 0 || !insideOf(*outline, middle)) << "at " << middle.x << ',' << middle.y;
+  }
+}
+
+TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
+  KnotGraph graph;
+  int filled = 0;
+  for (std::uint64_t seed = 1; seed <= 500; ++seed) {
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    const RandomCase c = randomCase(seed);
+    const GridView view(stretchFactor(c.skew));
+    const Status made = AutoGrid(graph, c.shape, view, c.options);
+    if (!made) {
+      EXPECT_NE(made.error().message.find("too narrow"), std::string::npos) << made.error().message;
+      continue;
+    }
+    ++filled;
+    EXPECT_LE(graph.LastLine + 1, kMostAutoGridLines);
+    expectPlane(graph);
+    expectConvexCells(graph, c);
+    expectKnot(graph);
+    if (HasFatalFailure()) return;
+  }
+  EXPECT_GT(filled, 470);
+}
+
+TEST(AutoGrid, BoxIsFilledExactlyAndAHoleStaysFree) {
+  // 200 by 120 units are 80.8 by 48.48 grid units: with ten cells, cells of 8 that are drawn out to the box.
+  CustomShape shape = shapeOf({box(150, 140, 350, 260)});
+  KnotGraph graph;
+  ASSERT_TRUE(AutoGrid(graph, shape, GridView(), {10, false}));
+  EXPECT_EQ(graph.LastLine + 1, 10 * 7 + 11 * 6);
+  GridBox lines = lineBox(graph);
+  EXPECT_EQ(lines.left, -40);
+  EXPECT_EQ(lines.right, 40);
+  EXPECT_EQ(lines.bottom, -24);
+  EXPECT_EQ(lines.top, 24);
+
+  addLoop(shape, box(230, 180, 270, 220));  // two cells by two
+  ASSERT_TRUE(AutoGrid(graph, shape, GridView(), {10, false}));
+  EXPECT_EQ(graph.LastLine + 1, 10 * 7 + 11 * 6 - 4);
+  expectKnot(graph);
+}
+
+TEST(AutoGrid, OnlyClosedLoopsCount) {
+  const auto linesOf = [](const CustomShape& shape) {
+    KnotGraph graph;
+    EXPECT_TRUE(AutoGrid(graph, shape, GridView(), {10, false}));
+    return graph.LastLine + 1;
+  };
+  CustomShape shape = shapeOf({box(150, 140, 350, 260)});
+  const int plain = linesOf(shape);
+  shape.addPoint(450, 60);  // a tail outwards, and a chord from corner to corner
+  shape.addLine(2, 5);
+  EXPECT_EQ(linesOf(shape), plain);
+  shape.addLine(1, 3);
+  EXPECT_EQ(linesOf(shape), plain);
+  addLoop(shape, box(230, 180, 270, 220));
+  shape.addLine(6, 4);  // a hole that a line ties to the outline stays a hole
+  CustomShape tied = shapeOf({box(150, 140, 350, 260), box(230, 180, 270, 220)});
+  tied.addLine(1, 5);
+  EXPECT_EQ(linesOf(tied), plain - 4);
+}
+
+TEST(AutoGrid, RefusalsSayWhy) {
+  struct Case {
+    CustomShape shape;
+    int gridSize;
+    const char* says;
+  };
+  CustomShape open = shapeOf({box(100, 100, 300, 300)});
+  open.deleteLine(3);
+  const CustomShape thinL = shapeOf({{{50, 50}, {57, 50}, {57, 343}, {450, 343}, {450, 350}, {50, 350}}});
+  const Case cases[] = {{CustomShape(), 20, "no closed outline"},
+                        {open, 20, "no closed outline"},
+                        {thinL, 3, "too narrow"},
+                        {shapeOf({box(45, 45, 440, 340)}), 60, kTooComplicated.data()}};
+  for (const Case& c : cases) {
+    KnotGraph graph;
+    const Status made = AutoGrid(graph, c.shape, GridView(), {c.gridSize, false});
+    ASSERT_FALSE(made) << c.says;
+    EXPECT_NE(made.error().message.find(c.says), std::string::npos) << made.error().message;
+    const bool tooMany = made.error().message == kTooComplicated;
+    EXPECT_EQ(graph.LastLine + 1 > kMostAutoGridLines, tooMany)
+        << "the lines of a refused grid stay in the table";
+    EXPECT_EQ(graph.LastPoint, -1);
+  }
+}
+
+TEST(AutoGrid, ExamplesHugTheirOutlines) {
+  int examples = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(LORIVAN_EXAMPLES)) {
+    if (entry.path().extension() != ".qzc") continue;
+    SCOPED_TRACE(entry.path().filename().string());
+    ++examples;
+    const auto shape = loadShapeFile(entry.path().string());
+    ASSERT_TRUE(shape);
+    const ShapeMapping mapping(*shape, GridView());
+    const auto outline = Outline::of(*shape, mapping);
+    ASSERT_TRUE(outline);
+    for (const bool triangles : {false, true}) {
+      KnotGraph graph;
+      ASSERT_TRUE(AutoGrid(graph, *shape, GridView(), {20, triangles}));
+      // The outline's corners and curves are reached: the box of the lines is that of the outline.
+      const GridBox lines = lineBox(graph), &drawn = outline->box();
+      for (const auto& [a, b] : {std::pair{lines.left, drawn.left},
+                                 {lines.right, drawn.right},
+                                 {lines.bottom, drawn.bottom},
+                                 {lines.top, drawn.top}})
+        EXPECT_NEAR(a, b, 2.5);
+      expectPlane(graph);
+      expectKnot(graph);
+    }
+  }
+  EXPECT_GE(examples, 6);
+}
+
+}  // namespace
+}  // namespace lorivan

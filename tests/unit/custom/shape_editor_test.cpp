@@ -1,0 +1,155 @@
+// Drawing with the mouse: what each gesture does, and that no gesture breaks the tables.
+#include "custom/shape_editor.h"
+
+#include "base/random.h"
+#include "shapes.h"
+
+namespace lorivan {
+namespace {
+
+using Editor = ShapeEditor;
+
+ShapeEdit gesture(Editor& editor, int button, int shift, Spot from, Spot to) {
+  const auto x = static_cast<float>(to.x), y = static_cast<float>(to.y);
+  editor.picShape_MouseDown(button, shift, static_cast<float>(from.x), static_cast<float>(from.y));
+  editor.picShape_MouseMove(button, shift, x, y);
+  return editor.picShape_MouseUp(button, shift, x, y);
+}
+
+ShapeEdit drag(Editor& editor, Spot from, Spot to) {
+  return gesture(editor, Editor::kLeftButton, 0, from, to);
+}
+ShapeEdit click(Editor& editor, Spot at) { return drag(editor, at, at); }
+
+int liveLines(const CustomShape& shape) {
+  int count = 0;
+  for (int line = 1; line <= shape.ShapeLineCount; ++line) count += shape.lineIsLive(line) ? 1 : 0;
+  return count;
+}
+
+bool equal(const CustomShape& a, const CustomShape& b) {
+  return a.ShapePointCount == b.ShapePointCount && a.ShapeLineCount == b.ShapeLineCount &&
+         a.ShapeX == b.ShapeX && a.ShapeY == b.ShapeY && a.ShapeLineEnds == b.ShapeLineEnds;
+}
+
+TEST(ShapeEditor, GesturesMakeMoveJoinAndDelete) {
+  Editor editor;
+  const CustomShape& shape = editor.shape();
+  EXPECT_FALSE(click(editor, {200, 200}).outlineChanged) << "a click on nothing";
+  EXPECT_EQ(shape.ShapePointCount, 0);
+
+  EXPECT_TRUE(drag(editor, {60, 60}, {100, 100}).outlineChanged);  // point 1, alone
+  drag(editor, {103, 97}, {200, 100});                             // point 2 and line 1
+  EXPECT_EQ(shape.ShapePointCount, 2);
+  EXPECT_EQ(liveLines(shape), 1);
+  drag(editor, {200, 100}, {200, 200});  // point 3 and line 2
+  drag(editor, {200, 200}, {100, 100});  // line 3 closes the triangle
+  EXPECT_EQ(shape.lineBetween(1, 3), 3);
+  drag(editor, {100, 100}, {200, 200});  // away again, drawn the other way round
+  EXPECT_EQ(liveLines(shape), 2);
+  drag(editor, {100, 100}, {200, 200});
+  EXPECT_EQ(shape.lineBetween(1, 3), 4) << "it comes back in a new slot";
+
+  gesture(editor, Editor::kRightButton, 0, {203, 203}, {250, 220});
+  EXPECT_EQ(shape.ShapeX[3], 250);
+  EXPECT_EQ(shape.ShapeY[3], 220);
+  click(editor, {100, 100});
+  EXPECT_EQ(shape.ShapeX[1], -1);
+  EXPECT_EQ(shape.ShapeLineEnds[0][1], -1);
+  EXPECT_EQ(liveLines(shape), 1) << "the lines of a deleted point go with it";
+  drag(editor, {400, 60}, {100, 100});
+  EXPECT_EQ(shape.ShapePointCount, 4) << "a freed slot is not used again";
+  EXPECT_FALSE(drag(editor, {94, 100}, {106, 100}).outlineChanged) << "from a point to itself";
+}
+
+TEST(ShapeEditor, SnapClampAndConstraint) {
+  struct Case {
+    int divisions;  // 0: no snapping
+    int shift;
+    Spot from, to, lands;
+  };
+  const Case cases[] = {
+      {0, 0, {300, 300}, {10, 399}, {45, 340}},
+      {0, 0, {300, 300}, {490, 3}, {440, 45}},
+      {0, 0, {60, 60}, {-20, -7}, {45, 45}},
+      {10, 0, {300, 300}, {57, 57}, {50, 45}},  // steps of 50 and 40
+      {10, 0, {300, 300}, {176, 139}, {200, 120}},
+      {0, Editor::kShiftKey, {100, 100}, {200, 150}, {200, 100}},
+      {0, Editor::kShiftKey, {100, 100}, {150, 150}, {150, 100}},
+      {0, Editor::kShiftKey | Editor::kAltKey, {100, 100}, {120, 200}, {100, 200}},
+      {0, Editor::kShiftKey | Editor::kCtrlKey, {100, 100}, {120, 200}, {120, 200}},
+  };
+  for (const Case& c : cases) {
+    Editor editor;
+    editor.setSnap(c.divisions > 0);
+    editor.setDivisions(c.divisions);
+    gesture(editor, Editor::kLeftButton, c.shift, c.from, c.to);
+    ASSERT_EQ(editor.shape().ShapePointCount, 1);
+    EXPECT_FLOAT_EQ(editor.shape().ShapeX[1], static_cast<float>(c.lands.x)) << c.to.x << ',' << c.to.y;
+    EXPECT_FLOAT_EQ(editor.shape().ShapeY[1], static_cast<float>(c.lands.y)) << c.to.x << ',' << c.to.y;
+  }
+}
+
+TEST(ShapeEditor, UndoGoesOneEditBack) {
+  Editor editor;
+  drag(editor, {60, 60}, {100, 100});
+  drag(editor, {100, 100}, {200, 100});
+  const CustomShape before = editor.shape();
+  click(editor, {100, 100});
+  EXPECT_FALSE(equal(editor.shape(), before));
+  editor.undo();
+  EXPECT_TRUE(equal(editor.shape(), before));
+  editor.undo();
+  EXPECT_TRUE(equal(editor.shape(), before));
+  click(editor, {300, 300});  // nothing there, but the undo copy is taken
+  editor.undo();
+  EXPECT_TRUE(equal(editor.shape(), before));
+}
+
+TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {
+  CustomShape full;
+  const int a = full.addPoint(100, 100), b = full.addPoint(200, 100);
+  for (int k = 0; k < kMostShapeLines; ++k) full.deleteLine(full.addLine(a, b));
+  Editor editor;
+  editor.replaceShape(full);
+  for (const Spot to : {Spot{200, 100}, Spot{300, 300}}) {
+    const ShapeEdit edit = drag(editor, {100, 100}, to);
+    EXPECT_FALSE(edit.refusal.empty());
+    EXPECT_FALSE(edit.outlineChanged);
+  }
+  EXPECT_EQ(editor.shape().ShapePointCount, 2);
+  EXPECT_EQ(editor.shape().ShapeLineCount, kMostShapeLines);
+}
+
+TEST(ShapeEditor, TenThousandRandomEventsLeaveTheTablesSound) {
+  const Rnd random = seededRandom(4711);
+  Editor editor;
+  for (int event = 0; event < 10000; ++event) {
+    const int button = 1 + static_cast<int>(2 * random()), shift = static_cast<int>(8 * random());
+    const auto x = static_cast<float>(600 * random() - 50), y = static_cast<float>(500 * random() - 50);
+    editor.setSnap(random() < 0.3);
+    const double what = random();
+    if (what < 0.35)
+      editor.picShape_MouseDown(button, shift, x, y);
+    else if (what < 0.6)
+      editor.picShape_MouseMove(button, shift, x, y);
+    else if (what < 0.97)
+      editor.picShape_MouseUp(button, shift, x, y);
+    else
+      editor.undo();
+    const CustomShape& s = editor.shape();
+    ASSERT_LE(s.ShapePointCount, kMostShapePoints);
+    ASSERT_LE(s.ShapeLineCount, kMostShapeLines);
+    for (int line = 1; line <= s.ShapeLineCount; ++line) {
+      const bool gone = s.lineEnd(0, line) == -1 && s.lineEnd(1, line) == -1;
+      ASSERT_TRUE(gone || s.lineIsLive(line)) << "line " << line << " after event " << event;
+    }
+    for (std::size_t p = 1; p <= static_cast<std::size_t>(s.ShapePointCount); ++p)
+      ASSERT_TRUE(s.ShapeX[p] == -1 ||
+                  (s.ShapeX[p] >= 45 && s.ShapeX[p] <= 440 && s.ShapeY[p] >= 45 && s.ShapeY[p] <= 340));
+  }
+  EXPECT_GT(editor.shape().ShapePointCount, 100);
+}
+
+}  // namespace
+}  // namespace lorivan

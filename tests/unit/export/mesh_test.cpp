@@ -1,0 +1,89 @@
+// Meshes stay closed: whatever the shape, the bending and the size.
+#include <gtest/gtest.h>
+
+#include "export/writers.h"
+#include "unit/export/sample_knots.h"
+#include "unit/export/stl_reader.h"
+
+namespace lorivan {
+namespace {
+
+MeshFacts stlFacts(const SampleKnot& knot, std::optional<double> millimetres = {}) {
+  ExportScene scene = knot.scene();
+  scene.millimetres = millimetres;
+  MemorySink sink;
+  const Status written = writeStl(scene, sink);
+  EXPECT_TRUE(written) << written.error().message;
+  return factsOf(readStl(sink.bytes));
+}
+
+TEST(Mesh, EveryShapeFlatBentAndClosedIsWatertight) {
+  for (int shape = 0; shape + 1 < kShapeCount; ++shape)
+    for (const float ring : {0.F, 75.F, 100.F})
+      for (const int sides : {3, 8}) {
+        SCOPED_TRACE(testing::Message() << "shape " << shape << " ring " << ring << " sides " << sides);
+        const SampleKnot knot = standardKnot(static_cast<Shape>(shape), 4, 3,
+                                             {.polySides = sides, .polySmooth = 3, .ringPercent = ring});
+        const MeshFacts facts = stlFacts(knot);
+        EXPECT_EQ(facts.unmatched, 0);
+        EXPECT_EQ(facts.ambiguous, 0);
+        EXPECT_EQ(facts.degenerate, 0);
+        EXPECT_GT(facts.volume, 1);
+      }
+}
+
+TEST(Mesh, CoarseDecimalsCloseUpWithoutHoles) {
+  const SampleKnot knot = standardKnot(Shape::Star, 5, 3, {.polySides = 9, .polyPoints = 8});
+  for (const double width : {50.0, 1.0, 0.3, 0.1, 0.05}) {
+    SCOPED_TRACE(width);
+    const MeshFacts facts = stlFacts(knot, width);
+    EXPECT_EQ(facts.unmatched, 0);
+    EXPECT_EQ(facts.degenerate, 0);
+    EXPECT_GT(facts.volume, 0);
+  }
+  ExportScene scene = knot.scene();
+  scene.millimetres = 0.001;
+  MemorySink sink;
+  EXPECT_EQ(writeStl(scene, sink).error().message, "the model is too small for the file's three decimals");
+}
+
+/// Thickness: how much volume the tube has of what its straight length should give.
+double fullness(const SampleKnot& knot, double length) {
+  return stlFacts(knot).volume / (kPi * knot.model.radius * knot.model.radius * length);
+}
+
+TEST(Mesh, ATubeKeepsItsThicknessWhereItRunsAlongZ) {
+  // A tall loop in the plane y = 0: up and down along z, with rings of no radius or turned half round there.
+  std::vector<Vec3> loop;
+  for (int i = 0; i < 40; ++i) loop.push_back({0, 0, static_cast<float>(i) * 0.5F});
+  for (int i = 0; i < 20; ++i) loop.push_back({static_cast<float>(i) * 0.5F, 0, 20});
+  for (int i = 0; i < 40; ++i) loop.push_back({10, 0, 20 - static_cast<float>(i) * 0.5F});
+  for (int i = 0; i < 20; ++i) loop.push_back({10 - static_cast<float>(i) * 0.5F, 0, 0});
+  SampleKnot knot;
+  knot.model = sweptTube({loop}, 12, 0.5F);
+  EXPECT_EQ(stlFacts(knot).unmatched, 0);
+  EXPECT_NEAR(fullness(knot, 60), 0.95, 0.06);
+
+  for (Vec3& p : loop) p.y = 0.01F * std::sin(p.z * 2);  // not quite along z: the rings turn to and fro
+  knot.model = sweptTube({loop}, 12, 0.5F);
+  EXPECT_EQ(stlFacts(knot).unmatched, 0);
+  EXPECT_NEAR(fullness(knot, 60), 0.95, 0.06);
+}
+
+TEST(Mesh, TubesThatTouchKeepTheirOwnEdges) {
+  SampleKnot knot;
+  const TubeModel one = torus(5, 1, 24, 8);
+  std::vector<Vec3> twice(one.centres);
+  knot.model = sweptTube({twice, twice}, 8, 1);  // the worst case: every edge is shared
+  const MeshFacts facts = stlFacts(knot);
+  EXPECT_EQ(facts.unmatched, 0);
+  EXPECT_EQ(facts.ambiguous, 0);
+
+  // A strand that turns back on itself in one ring: the two tubes share single corners only.
+  const TubeSettings pinched{
+      .polySides = 12, .polyPoints = 2, .polySmooth = 5, .polyZF = 9.5F, .ringPercent = 100};
+  EXPECT_EQ(stlFacts(standardKnot(Shape::Hexagonal, 3, 5, pinched), 1).ambiguous, 0);
+}
+
+}  // namespace
+}  // namespace lorivan

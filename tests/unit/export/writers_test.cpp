@@ -1,0 +1,227 @@
+// The text of every format, its limits and its steadiness.
+#include "export/writers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <locale>
+#include <set>
+
+#include "export/formats.h"
+#include "unit/export/sample_knots.h"
+#include "unit/export/stl_reader.h"
+
+namespace lorivan {
+namespace {
+
+std::string written(const ExportFormat& format, const ExportScene& scene) {
+  MemorySink sink;
+  const Status status = format.write(scene, sink);
+  EXPECT_TRUE(status) << format.identifier << ": " << status.error().message;
+  return sink.bytes;
+}
+
+/// Three rings of three sides with easy numbers; not a shape anyone would print.
+SampleKnot smallTube() {
+  SampleKnot knot;
+  knot.model = sweptTube({{{4, 0, 0}, {0, 4, 0}, {-4, -4, 1}}}, 3, 1);
+  knot.model.strands[0].slot = 7;
+  knot.model.vertices = {{5, 0, 0},   {4, 0, -0.5F}, {4, 0, 0.5F},  {0, 5, 0},     {0, 4, -0.5F},
+                         {0, 4, .5F}, {-5, -5, 1},   {-4, -4, .5F}, {-4, -4, 1.5F}};
+  const std::pair<float, float> square[] = {{-10, -10}, {10, -10}, {10, 10}, {-10, 10}};
+  for (const auto& [x, y] : square)
+    knot.curve.X.push_back(x), knot.curve.Y.push_back(y), knot.curve.Z.push_back(1);
+  knot.curve.last.fill(-1);
+  knot.curve.first[7] = 0;
+  knot.curve.last[7] = 3;
+  return knot;
+}
+
+TEST(Writers, TextsAreExact) {
+  const SampleKnot knot = smallTube();
+  ExportScene scene = knot.scene();
+  scene.background = makeColour(255, 0, 51);
+  scene.povTemplate = "// head\n  location <1,2,3> up\nlast";
+  struct Row {
+    const char* identifier;
+    std::vector<std::string> parts;  // in this order
+  };
+  const Row rows[] = {
+      {"pov",
+       {"// head\r\n   location <0,0,20.000>\r\nlast\r\nblob {threshold .01\r\n",
+        "cylinder { <4.000,0.000,0.000><0.000,4.000,0.000>,1.000,1}\r\n",
+        "cylinder { <-4.000,-4.000,1.000><4.000,0.000,0.000>,1.000,1}\r\ntexture {colour7}\r\n}\r\n"}},
+      {"vrml",
+       {"#VRML V2.0 utf8\r\nWorldInfo {\r\ntitle \"Lorivan\"\r\n", "Background {skyColor  1 , 0 , 0.2 }\r\n",
+        "diffuseColor 0.5  0  1  }}\r\ngeometry IndexedFaceSet { creaseAngle 99\r\ncoord Coordinate {point "
+        "[\r\n"
+        "5.000 0.000 0.000,\r\n",
+        "] }\r\ncoordIndex [\r\n 0 , 1 , 2 , 3 ,-1\r\n 4 , 5 , 6 , 7 ,-1\r\n",
+        "] } } \r\n] }\r\nDEF s Script {", "key [ 0,      .33,       .66,        1.0 ]\r\n"}},
+      {"obj",
+       {"#Object format knot produced by Lorivan\r\nv 5.000 0.000 0.000\r\nv 4.000 0.000 -0.500\r\n",
+        "g qzd7\r\nf  1   2   3   4 \r\nf  5   6   7   8 \r\n"}},
+      {"stl",
+       {"solid\r\nfacet normal ",
+        "\r\n  outer loop\r\n    vertex 5.000 0.000 0.000\r\n    vertex 4.000 0.000 -0.500\r\n"
+        "    vertex 0.000 4.000 -0.500\r\n  endloop\r\nendfacet\r\nfacet normal ",
+        "endfacet\r\nendsolid\r\n"}},
+      {"xyz", {"5.000, 0.000, 0.000\r\n4.000, 0.000, -0.500\r\n4.000, 0.000, 0.500\r\n"}},
+      {"gemvision",
+       {"Points for 007\r\n5.000,0.000,0.000 : 4.000,0.000,-0.500 : 4.000,0.000,0.500\r\n0.000,5.000,0.000",
+        "1.500\r\nend\r\n"}},
+      {"dxf3d",
+       {"0\r\nSECTION\r\n2\r\nHEADER\r\n0\r\nENDSEC\r\n0\r\nSECTION\r\n2\r\nENTITIES\r\n0\r\n3DFACE\r\n8\r\n"
+        "Layer1\r\n62\r\n13\r\n10\r\n5.000\r\n20\r\n0.000\r\n30\r\n0.000\r\n11\r\n4.000\r\n",
+        "33\r\n", "\r\n0\r\n3DFACE\r\n", "\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
+      {"dxf2d",
+       {"2\r\nHEADER\r\n9\r\n$EXTMIN\r\n10\r\n-1",
+        "ENTITIES\r\n0\r\nPOLYLINE\r\n8\r\n7Layer\r\n62\r\n13\r\n66\r\n1",
+        "70\r\n1\r\n40\r\n0.003\r\n41\r\n0.003\r\n0\r\nVERTEX\r\n8\r\n7Layer\r\n10\r\n-10.000\r\n20\r\n-8."
+        "000\r\n",
+        "0\r\nSEQEND\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
+  };
+  for (const Row& row : rows) {
+    const auto format = std::find_if(exportFormats().begin(), exportFormats().end(),
+                                     [&](const ExportFormat& f) { return f.identifier == row.identifier; });
+    const std::string text = written(*format, scene);
+    std::size_t at = 0;
+    for (const std::string& part : row.parts) {
+      const std::size_t found = text.find(part, at);
+      ASSERT_NE(found, std::string::npos) << row.identifier << " lacks\n" << part << "\nin\n" << text;
+      at = found + part.size();
+    }
+  }
+}
+
+template <class Use>
+void forEachWriter(Use&& use) {
+  for (const ExportFormat& format : exportFormats())
+    if (format.write != nullptr) use(format);
+}
+
+struct CommaDecimals : std::numpunct<char> {
+  char do_decimal_point() const override { return ','; }
+  char do_thousands_sep() const override { return '.'; }
+  std::string do_grouping() const override { return "\3"; }
+};
+
+TEST(Writers, TheLocaleChangesNoByteAndAllLinesEndAlike) {
+  const SampleKnot knot = standardKnot(Shape::Hexagonal, 3, 2);
+  ExportScene scene = knot.scene();
+  scene.povTemplate = "location\n";
+  forEachWriter([&](const ExportFormat& format) {
+    const std::string plain = written(format, scene);
+    const std::locale old = std::locale::global(std::locale(std::locale::classic(), new CommaDecimals));
+    const std::string comma = written(format, scene);
+    std::locale::global(old);
+    EXPECT_EQ(plain, comma) << format.identifier;
+    for (std::size_t i = 0; i < plain.size(); ++i)
+      if ((plain[i] == '\n') != (i > 0 && plain[i - 1] == '\r')) FAIL() << format.identifier << " at " << i;
+  });
+}
+
+class FillingSink final : public Sink {
+ public:
+  explicit FillingSink(std::size_t room) : room_(room) {}
+  bool write(std::string_view more) override {
+    EXPECT_FALSE(isFull_) << "a writer went on after the sink was full";
+    isFull_ = more.size() > room_;
+    room_ -= std::min(room_, more.size());
+    return !isFull_;
+  }
+
+ private:
+  std::size_t room_;
+  bool isFull_ = false;
+};
+
+TEST(Writers, AFullSinkEndsTheWriting) {
+  SampleKnot knot;
+  knot.model = torus(6, 1, 2000, 20);
+  knot.curve = standardKnot(Shape::SquareSquare, 9, 9).curve;
+  ExportScene scene = knot.scene();
+  scene.povTemplate = "location\n";
+  forEachWriter([&](const ExportFormat& format) {
+    for (const std::size_t room : {std::size_t{0}, written(format, scene).size() / 2}) {
+      FillingSink sink(room);
+      EXPECT_FALSE(format.write(scene, sink)) << format.identifier;
+    }
+  });
+}
+
+TEST(Writers, LimitsHaveTheirMessages) {
+  SampleKnot knot = smallTube();
+  knot.model.QuadCount = kMostQuads + 1;
+  ExportScene scene = knot.scene();
+  MemorySink sink;
+  EXPECT_EQ(writePov(scene, sink).error().message, kMissingPovTemplate);
+  scene.povTemplate = "";
+  forEachWriter([&](const ExportFormat& format) {
+    EXPECT_EQ(format.write(scene, sink).error().message, kTooManyPolygonsExport) << format.identifier;
+  });
+  knot.model = torus(8, 1, 9999, 100);
+  EXPECT_EQ(writeVrml(scene, sink).error().message, kTooManyPolygonsVrml);
+  EXPECT_EQ(writeObj(scene, sink).error().message, kTooManyPolygonsObj);
+  EXPECT_TRUE(sink.bytes.empty()) << "a refused model leaves nothing behind";
+}
+
+TEST(Writers, FormatsAgreeOnTheMesh) {
+  const SampleKnot knot = standardKnot(Shape::Triangle, 3, 3, {.polySides = 6, .ringPercent = 100});
+  const ExportScene scene = knot.scene();
+  MemorySink obj, stl, vrml;
+  ASSERT_TRUE(writeObj(scene, obj) && writeStl(scene, stl) && writeVrml(scene, vrml));
+  std::set<std::string> objPoints, stlPoints, vrmlPoints;
+  std::size_t triangles = 0;
+  for (const std::string_view line : linesOf(obj.bytes)) {
+    if (line.starts_with("v ")) objPoints.emplace(line.substr(2));
+    if (line.starts_with("f ")) triangles += numbersOf(line).size() - 2;
+  }
+  for (const std::string_view line : linesOf(stl.bytes))
+    if (line.starts_with("    vertex ")) stlPoints.emplace(line.substr(11));
+  for (const std::string_view line : linesOf(vrml.bytes))
+    if (line.ends_with(",") && !line.starts_with("#")) vrmlPoints.emplace(line.substr(0, line.size() - 1));
+  EXPECT_EQ(objPoints, stlPoints);
+  EXPECT_EQ(vrmlPoints, stlPoints);
+  EXPECT_EQ(triangles, readStl(stl.bytes).size());
+}
+
+TEST(Writers, TheWidthIsTheMillimetresAskedFor) {
+  const SampleKnot knot = standardKnot(Shape::Diamond1, 3, 2);
+  ExportScene scene = knot.scene();
+  scene.millimetres = 80;
+  MemorySink stl, dxf;
+  ASSERT_TRUE(writeStl(scene, stl) && writeDxf2D(scene, dxf));
+  double low = 1e9, high = -1e9;
+  for (const ReadTriangle& triangle : readStl(stl.bytes))
+    for (const auto& corner : triangle) low = std::min(low, corner[0]), high = std::max(high, corner[0]);
+  EXPECT_NEAR(high - low, 80, 0.003);
+  const auto lines = linesOf(dxf.bytes);
+  EXPECT_NEAR(numbersOf(std::string("x ").append(lines[13])).at(0) -
+                  numbersOf(std::string("x ").append(lines[7])).at(0),
+              80, 0.003);
+  for (const double bad : {0.0, -5.0, 1e9, std::nan("")}) {
+    scene.millimetres = bad;
+    EXPECT_FALSE(writeStl(scene, stl)) << bad;
+    EXPECT_FALSE(writeDxf2D(scene, dxf)) << bad;
+  }
+}
+
+TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {
+  SampleKnot knot;
+  knot.model = sweptTube({{{9, 0, 9}, {9, 0, 9.0001F}, {-9, 8, 0}}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}}, 3, 1);
+  ExportScene scene = knot.scene();
+  scene.startColour = -4;
+  scene.povTemplate = "location\r\n";
+  MemorySink sink;
+  ASSERT_TRUE(writePov(scene, sink));
+  EXPECT_EQ(sink.bytes,
+            "   location <0,0,30.000>\r\n"
+            "blob {threshold .01\r\n"
+            "cylinder { <9.000,0.000,9.000><-9.000,8.000,0.000>,1.000,1}\r\n"
+            "cylinder { <-9.000,8.000,0.000><9.000,0.000,9.000>,1.000,1}\r\n"
+            "texture {colour4}\r\n}\r\n");
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,112 @@
+// Turning the view: four ways that agree, and the limits of each.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "model3d/rotator.h"
+
+namespace lorivan {
+namespace {
+
+constexpr NavGeometry kNav = {40, 5, 5, 45, 45};
+
+void expectSameView(const ViewState& a, const ViewState& b) {
+  for (std::size_t i = 0; i < 16; ++i) EXPECT_NEAR(a.ViewMatrix.cells[i], b.ViewMatrix.cells[i], 2e-5);
+  const AngleFields x = anglesInDegrees(a), y = anglesInDegrees(b);
+  EXPECT_NEAR(std::remainder(x.theta - y.theta, 360.0F), 0, 1e-3);
+  EXPECT_NEAR(std::remainder(x.phi - y.phi, 360.0F), 0, 1e-3);
+}
+
+TEST(Rotator, FieldKeyDragAndRotatorAgree) {
+  for (int steps = -9; steps <= 9; ++steps) {
+    const auto turn = static_cast<float>(steps * kPi / 20);
+    const auto reach = static_cast<float>(40 * std::sqrt(std::fabs(std::sin(static_cast<double>(turn) / 2))));
+    const float way = std::copysign(reach, turn);
+    for (const bool upwards : {false, true}) {
+      ViewState field, key, drag, nav;
+      upwards ? setPhi(field, static_cast<float>(9 * steps))
+              : setTheta(field, static_cast<float>(-9 * steps));
+      for (int i = 0; i < std::abs(steps); ++i) {
+        const int away = upwards ? (steps > 0 ? 38 : 40) : (steps > 0 ? 37 : 39);
+        EXPECT_TRUE(turnByKey(key, away));
+      }
+      DragState state;
+      for (int move = 0; move <= 40; ++move) {  // slowly, past several multiples of fifty pixels
+        const float place = 50 * turn * static_cast<float>(move) / 40;
+        EXPECT_TRUE(
+            dragView(drag, state, kLeftButton, upwards ? 3 : 230 + place, upwards ? 130 - place : 77));
+      }
+      EXPECT_TRUE(DrawNav(nav, kNav, kLeftButton, 45 - (upwards ? 0 : way), 45 - (upwards ? way : 0)));
+      expectSameView(key, field);
+      expectSameView(drag, field);
+      expectSameView(nav, field);
+      const PointF marker = navMarkers(field, kNav).thetaPhi;
+      EXPECT_NEAR(marker.x, 45 - (upwards ? 0 : way), 0.02);
+      EXPECT_NEAR(marker.y, 45 - (upwards ? way : 0), 0.02);
+    }
+  }
+}
+
+TEST(Rotator, FieldsReadBackWhatTheyWereGiven) {
+  for (int degrees = 0; degrees < 360; degrees += 15) {
+    const auto given = static_cast<float>(degrees);
+    ViewState view;
+    setTheta(view, given);
+    setPsi(view, given);
+    setPhi(view, given);
+    const AngleFields fields = anglesInDegrees(view);
+    EXPECT_NEAR(fields.theta, given, 1e-3);
+    EXPECT_NEAR(fields.psi, given, 1e-3);
+    EXPECT_NEAR(fields.phi, degrees == 180 ? 180 + 0.02 * 180 / kPi : given, 1e-3);
+  }
+}
+
+TEST(Rotator, OnlyTheRightButtonInTheRightPlaceActs) {
+  ViewState view;
+  setTheta(view, 30);
+  const ViewState before = view;
+  EXPECT_TRUE(DrawNav(view, kNav, kRightButton, 50, 50));
+  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 1, 1));
+  EXPECT_FALSE(DrawNav(view, kNav, 4, 45, 45));
+  DragState drag;
+  EXPECT_FALSE(dragView(view, drag, kRightButton, 400, 400));
+  EXPECT_TRUE(dragView(view, drag, kLeftButton, 400, 100));  // only records
+  EXPECT_FALSE(turnByKey(view, 13));
+  expectSameView(view, before);
+
+  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 45, 5));  // at the rim
+  EXPECT_EQ(view.ViewPhi, 2.0F);
+  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 85, 45));
+  EXPECT_NEAR(view.ViewTheta, 1.5 * kPi, 1e-5);
+}
+
+TEST(Rotator, RollFollowsThePointerAndIsFoldedIntoTheMatrixOnly) {
+  for (int degrees = 5; degrees < 360; degrees += 10) {
+    ViewState view;
+    const double angle = degrees * kPi / 180;
+    const auto x = static_cast<float>(45 + 44 * std::cos(angle)),
+               y = static_cast<float>(45 + 44 * std::sin(angle));
+    ASSERT_TRUE(DrawNav(view, kNav, kRightButton, x, y));
+    const PointF marker = navMarkers(view, kNav).psi;
+    EXPECT_NEAR(marker.x, x, 1e-3) << degrees;
+    EXPECT_NEAR(marker.y, y, 1e-3) << degrees;
+    EXPECT_EQ(view.ViewTheta, ViewState().ViewTheta);
+    EXPECT_EQ(view.ViewPhi, 0);
+    EXPECT_EQ(view.ViewDistance, 20);
+  }
+  // Quarter turns of the roll leave the front view in front.
+  for (const float psi : {90.0F, 180.0F, 270.0F, 360.0F}) {
+    ViewState view;
+    setPsi(view, psi);
+    EXPECT_TRUE(DrawNav(view, kNav, kRightButton, 45, 46));  // inside: only the matrix is made again
+    expectSameView(view, ViewState());
+    EXPECT_NEAR(anglesInDegrees(view).psi, psi, 1e-3);
+  }
+  ViewState view;
+  EXPECT_TRUE(DrawNav(view, kNav, kRightButton, 45, 89));
+  EXPECT_EQ(view.ViewPsi, kHalfPiF);
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,17 @@
+// Runs the tests on Qt's display-less platform, whatever the machine has, and away from the user's settings.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLoggingCategory>
+
+#include "platform/qt/look.h"
+
+int main(int count, char** values) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
+  const QApplication application(count, values);
+  QApplication::setQuitOnLastWindowClosed(false);
+  lorivan::applyLook(*qApp, false);
+  testing::InitGoogleTest(&count, values);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,95 @@
+#include "platform/qt/services_qt.h"
+
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include "base/sink.h"
+#include "platform/qt/platform_qt.h"
+#include "platform/qt/raster_surface.h"
+
+namespace lorivan {
+namespace {
+
+TEST(ClipboardQt, HoldsACopyOfThePicture) {
+  ClipboardQt clipboard;
+  const auto surface = std::move(*RasterSurface::create(20, 10));
+  surface->clear(0x0000FF);
+  ASSERT_TRUE(clipboard.putPicture(*surface));
+  surface->clear(0xFF0000);
+  const QImage image = QGuiApplication::clipboard()->image();
+  EXPECT_EQ(image.size(), QSize(20, 10));
+  EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::red));
+  clipboard.clear();
+  EXPECT_TRUE(QGuiApplication::clipboard()->image().isNull());
+}
+
+/// Stands in for the browser.
+class Browser : public QObject {
+  Q_OBJECT
+ public:
+  QList<QUrl> opened;
+ public slots:
+  void open(const QUrl& url) { opened.append(url); }
+};
+
+TEST(HelpQt, OpensPagesThatExist) {
+  const QTemporaryDir folder;
+  HelpQt help(folder.path().toStdString());
+  EXPECT_FALSE(help.open("index.html#about"));
+
+  ASSERT_TRUE(writeFile(folder.filePath(QStringLiteral("index.html")).toStdString(), "<p>"));
+  Browser browser;
+  QDesktopServices::setUrlHandler(QStringLiteral("file"), &browser, "open");
+  EXPECT_TRUE(help.open("index.html#about"));
+  QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+  ASSERT_EQ(browser.opened.size(), 1);
+  EXPECT_EQ(browser.opened[0].toLocalFile(), folder.filePath(QStringLiteral("index.html")));
+  EXPECT_EQ(browser.opened[0].fragment(), QStringLiteral("about"));
+}
+
+/// Sets an environment variable for a while; an empty value removes it.
+class Variable {
+ public:
+  Variable(const char* name, const char* value) : name_(name), before_(qgetenv(name)) { set(value); }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+  ~Variable() { set(before_); }
+
+ private:
+  void set(const QByteArray& value) { value.isEmpty() ? qunsetenv(name_) : qputenv(name_, value); }
+  const char* name_;
+  QByteArray before_;
+};
+
+TEST(PlatformQt, SaysWhatAWindowNeeds) {
+  const QTemporaryDir folder;
+  PlatformQt platform(folder.filePath(QStringLiteral("s.ini")).toStdString());
+  EXPECT_TRUE(platform.canOpenWindow());
+  const Variable none("QT_QPA_PLATFORM", ""), wayland("WAYLAND_DISPLAY", "");
+  {
+    const Variable display("DISPLAY", "");
+    ASSERT_FALSE(platform.canOpenWindow());
+    EXPECT_NE(platform.canOpenWindow().error().message.find("DISPLAY"), std::string::npos);
+  }
+  const Variable dead("DISPLAY", ":9876");
+  ASSERT_FALSE(platform.canOpenWindow());
+  EXPECT_NE(platform.canOpenWindow().error().message.find(":9876"), std::string::npos);
+  EXPECT_FALSE(platform.createWindow({}, {}));
+}
+
+TEST(PlatformQt, KnowsItsFolder) {
+  const PlatformQt platform("unused");
+  EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(platform.programFolder() + "/qt_test")));
+}
+
+}  // namespace
+}  // namespace lorivan
+
+#include "services_test.moc"
