@@ -97,6 +97,7 @@ void WindowWin32::confirmEntry(ControlId entry) {
 }
 
 void WindowWin32::entryFocused(ControlId entry) {
+  SendMessageW(form_.handle(entry), EM_SETMODIFY, FALSE, 0);
   // A click that brings the focus sets the cursor afterwards; a posted selection comes behind that.
   if (isHeld(VK_LBUTTON))
     PostMessageW(form_.handle(entry), EM_SETSEL, 0, -1);
