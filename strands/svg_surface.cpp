@@ -6,6 +6,10 @@
 namespace lorivan {
 namespace {
 
+/// The length that every growing curve says it has, and how far its dash reaches past both ends: no round cap
+/// peeks out before the curve begins to grow, and nothing is missing when it is complete.
+constexpr int kCurveLength = 1000, kCurveRest = 10;
+
 /// Without trailing zeros and without "-0".
 void appendDecimal(std::string& out, double value, int decimals) {
   std::array<char, 64> text{};
@@ -181,7 +185,45 @@ void SvgSurface::wideCurve(const WideCurve& curve) {
     body_ += ',';
     number(curve.bezier[i].y);
   }
-  body_ += "\"/>\n";
+  body_ += '"';
+  animation();
+}
+
+void SvgSurface::setRound(double seconds, bool repeat) {
+  seconds_ = seconds;
+  repeat_ = repeat;
+}
+
+void SvgSurface::animationTimes(double first, double second) {
+  body_ += " keyTimes=\"0;";
+  appendDecimal(body_, first / seconds_, 6);
+  if (motion_.kind == SvgMotion::Kind::grow) {
+    body_ += ';';
+    appendDecimal(body_, second / seconds_, 6);
+    body_ += ";1";
+  }
+  body_ += "\" dur=\"";
+  appendDecimal(body_, seconds_, 3);
+  body_ += repeat_ ? "s\" repeatCount=\"indefinite\"/>" : "s\"/>";
+}
+
+/// Ends the element that was begun, with its motion inside.
+void SvgSurface::animation() {
+  if (motion_.kind == SvgMotion::Kind::none) {
+    body_ += "/>\n";
+  } else if (motion_.kind == SvgMotion::Kind::appear) {
+    body_ += "><animate attributeName=\"visibility\" calcMode=\"discrete\" values=\"hidden;visible\"";
+    animationTimes(motion_.begin, motion_.begin);
+    body_ += "</path>\n";
+  } else {
+    const std::string dash = std::to_string(kCurveLength + kCurveRest),
+                      hidden = std::to_string(kCurveLength + 2 * kCurveRest);
+    body_ += " pathLength=\"" + std::to_string(kCurveLength) +
+             "\"><set attributeName=\"stroke-dasharray\" to=\"" + dash + ' ' + hidden +
+             "\"/><animate attributeName=\"stroke-dashoffset\" values=\"" + hidden + ';' + hidden + ";0;0\"";
+    animationTimes(motion_.begin, motion_.end);
+    body_ += "</path>\n";
+  }
 }
 
 void SvgSurface::beginGroup(std::string_view name) {
