@@ -41,11 +41,11 @@ constexpr CommandHandler kCommands[] = {
     {commandId("mnuFileSave"), [](MainWindow& w) { w.mnuFileSave_Click(); }},
     {commandId("mnuFileExit"), [](MainWindow& w) { w.mnuFileExit_Click(); }},
     {commandId("mnuEditUndo"), [](MainWindow& w) { w.mnuEditUndo_Click(); }},
-    {commandId("mnuHelpHelp"), [](MainWindow& w) { w.showHelp("help/index.html#use"); }},
-    {commandId("mnuHelpCustom"), [](MainWindow& w) { w.showHelp("help/index.html#custom"); }},
-    {commandId("mnuHelp3D"), [](MainWindow& w) { w.showHelp("help/index.html#3d"); }},
-    {commandId("mnuHelpFAQ"), [](MainWindow& w) { w.showHelp("help/index.html#faq"); }},
-    {commandId("mnuHelpAbout"), [](MainWindow& w) { w.showHelp("help/index.html#about"); }},
+    {commandId("mnuHelpHelp"), [](MainWindow& w) { w.showHelp("help/index.html"); }},
+    {commandId("mnuHelpCustom"), [](MainWindow& w) { w.showHelp("help/custom.html"); }},
+    {commandId("mnuHelp3D"), [](MainWindow& w) { w.showHelp("help/3d.html"); }},
+    {commandId("mnuHelpFAQ"), [](MainWindow& w) { w.showHelp("help/faq.html"); }},
+    {commandId("mnuHelpAbout"), [](MainWindow& w) { w.showHelp("help/about.html"); }},
 };
 
 }  // namespace
