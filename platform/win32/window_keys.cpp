@@ -87,6 +87,13 @@ bool WindowWin32::tellKey(WPARAM key) {
   return taken;
 }
 
+/// How a label's mnemonic passes the focus on: to the label, then one further.
+void WindowWin32::moveFocus(WPARAM target, bool isWindow) {
+  const HWND next =
+      isWindow ? reinterpret_cast<HWND>(target) : GetNextDlgTabItem(window_, GetFocus(), target != 0);
+  if (next != nullptr) SetFocus(next);
+}
+
 void WindowWin32::confirmEntry(ControlId entry) {
   leftEntry_ = -1;
   const HWND window = form_.handle(entry);

@@ -175,6 +175,9 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
     case WM_SETFOCUS:
       giveFocusBack();
       return 0;
+    case WM_NEXTDLGCTL:
+      moveFocus(wide, LOWORD(argument) != 0);
+      return 0;
     case WM_COMMAND:
       if (argument == 0)
         chosen(LOWORD(wide));

@@ -95,6 +95,7 @@ class WindowWin32 final : public Window {
   void takeMessage(MSG& message);
   bool takeKey(const MSG& message);
   bool tellKey(WPARAM key);
+  void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);
   void entryFocused(ControlId entry);
   void entryLeft(ControlId entry);

@@ -165,6 +165,22 @@ TEST_F(WindowTest, CommandsComeFromTheMenuAndFromTheirShortcuts) {
   EXPECT_EQ(demo.told(), Told{});
 }
 
+TEST_F(WindowTest, MnemonicsReachWhatTheyStandFor) {
+  DemoWindow demo(platform_);
+  demo.show();
+  const auto press = [&](char letter) {
+    PostMessageW(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29);
+    demo.settle();
+  };
+  press('c');  // a label's
+  EXPECT_TRUE(demo.hasFocus(kScale));
+  press('g');
+  press('v');
+  press('2');
+  EXPECT_EQ(demo.told(), (Told{"left vtScale", "confirmed vtScale", "changed chkGrid", "changed optVrml",
+                               "clicked cmd2D"}));
+}
+
 TEST_F(WindowTest, TextShortcutsBelongToAnEntryWhileItIsTypedInto) {
   DemoWindow demo(platform_);
   demo.show();
