@@ -118,6 +118,8 @@ Status Parser::takeRandom() {
   if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
     line_.seed = static_cast<std::uint64_t>(*seed);
     ++at_;
+  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
+    return Error{"--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\""};
   }
   return {};
 }

@@ -30,6 +30,7 @@ class FileMaker {
   int readFile();
   int takeFileFields(const KnotFile& file);
   void drawRandom();
+  void takeChecks();
   void takeValues();
   bool mustBuild() const;
   int build();
@@ -83,10 +84,10 @@ int FileMaker::takeFileFields(const KnotFile& file) {
     const std::string& text = *file.fields[i];
     const std::string name(parameterSpec(p).field);
     if (!parseNumber(text))
-      return fail(kBadInput, line_.knotFile + ", line 2: \"" + text + "\" is not a number for " + name);
+      return fail(kBadInput, line_.knotFile + ", line 2: " + quoted(text) + " is not a number for " + name);
     fields_.text(p) = correctedText(p, text);
     if (parseNumber(fields_.text(p)) != parseNumber(text))
-      note(line_.knotFile + ", line 2: " + name + " " + text + " corrected to " + fields_.text(p));
+      note(line_.knotFile + ", line 2: " + name + " " + quoted(text) + " corrected to " + fields_.text(p));
   }
   return kDone;
 }
@@ -95,12 +96,16 @@ void FileMaker::drawRandom() {
   const std::uint64_t seed = line_.seed.value_or(platform_.clock().seed() % 1'000'000'000);
   random_ = seededRandom(seed);
   if (!line_.seed) note("--random " + std::to_string(seed));
-  const bool constantShape = line_.shape.has_value() || !line_.knotFile.empty();
+  const bool constantShape =
+      line_.shape.has_value() || !line_.knotFile.empty() || fields_.check(Check::ConstantShape);
   drawRandomFields(fields_, constantShape, random_);
 }
 
-void FileMaker::takeValues() {
+void FileMaker::takeChecks() {
   for (const auto& [box, on] : line_.checks) fields_.checks[static_cast<std::size_t>(box)] = on;
+}
+
+void FileMaker::takeValues() {
   for (const auto& [parameter, text] : line_.values) {
     fields_.text(parameter) = correctedText(parameter, text);
     if (parseNumber(fields_.text(parameter)) != parseNumber(text))
@@ -196,6 +201,7 @@ int FileMaker::run() {
   if (line_.shape) fields_.shape = *line_.shape;
   if (!line_.knotFile.empty())
     if (const int status = readFile(); status != kDone) return status;
+  takeChecks();
   if (line_.random) drawRandom();
   if (line_.preset) applyPreset(fields_, *line_.preset);
   takeValues();

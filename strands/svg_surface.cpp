@@ -10,8 +10,8 @@ namespace {
 /// peeks out before the curve begins to grow, and nothing is missing when it is complete.
 constexpr int kCurveLength = 1000, kCurveRest = 10;
 
-/// At most so many decimals, without trailing zeros and without "-0".
-void appendDecimal(std::string& out, double value, int decimals = 3) {
+/// Without trailing zeros and without "-0".
+void appendDecimal(std::string& out, double value, int decimals) {
   std::array<char, 64> text{};
   char* end =
       std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
@@ -55,23 +55,23 @@ std::string escaped(std::string_view text) {
 }  // namespace
 
 SvgSurface::SvgSurface(int width, int height, double millimetres, std::string title)
-    : width_(width), height_(height), scale_(millimetres / width) {
+    : width_(width), height_(height), scale_(millimetres / width), decimals_(millimetres < 20 ? 6 : 3) {
   head_ =
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\"";
   const double high = height * scale_;
   for (const auto& [name, value] : {std::pair{" width=\"", millimetres}, {" height=\"", high}}) {
     head_ += name;
-    appendDecimal(head_, value);
+    appendDecimal(head_, value, decimals_);
     head_ += "mm\"";
   }
   head_ += " viewBox=\"0 0 ";
-  appendDecimal(head_, millimetres);
+  appendDecimal(head_, millimetres, decimals_);
   head_ += ' ';
-  appendDecimal(head_, high);
+  appendDecimal(head_, high, decimals_);
   head_ += "\">\n  <title>" + escaped(title) + "</title>\n";
 }
 
-void SvgSurface::number(double units) { appendDecimal(body_, units * scale_); }
+void SvgSurface::number(double units) { appendDecimal(body_, units * scale_, decimals_); }
 
 void SvgSurface::attribute(std::string_view name, double units) {
   body_ += ' ';
@@ -203,7 +203,7 @@ void SvgSurface::animationTimes(double first, double second) {
     body_ += ";1";
   }
   body_ += "\" dur=\"";
-  appendDecimal(body_, seconds_);
+  appendDecimal(body_, seconds_, 3);
   body_ += repeat_ ? "s\" repeatCount=\"indefinite\"/>" : "s\"/>";
 }
 

@@ -59,6 +59,7 @@ class SvgSurface final : public Surface {
 
   int width_, height_;
   double scale_;  // millimetres for a unit
+  int decimals_;  // enough that a step is small beside the picture
   std::string head_, body_;
   int depth_ = 1;
   SvgMotion motion_;

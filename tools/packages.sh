@@ -4,8 +4,8 @@
 runPackages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev fonts-dejavu-core)
 testPackages=(libgtest-dev googletest)
 # Builds the Windows program and runs its tests.
-windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64 xvfb xauth xdotool openbox imagemagick)
-# Foreign readers of the exported files.
+windowsPackages=(g++-mingw-w64-x86-64-posix wine wine64)
+# Foreign readers of the exported files, for the tests that ask them.
 readerPackages=(povray povray-includes admesh assimp-utils python3-ezdxf librsvg2-bin libxml2-utils emf2svg
   view3dscene)
 

@@ -128,6 +128,7 @@ QWidget* FormQt::makeField(ControlId id) {
     edit->setFocusPolicy(Qt::NoFocus);
   } else {
     edit->confirmed = [this, id] { events_.confirmed(id); };
+    edit->left = [this, id] { events_.left(id); };
   }
   return edit;
 }

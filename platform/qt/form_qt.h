@@ -19,7 +19,7 @@ namespace lorivan {
 
 /// What a form tells its window: the control, and what happened to it.
 struct FormEvents {
-  std::function<void(ControlId)> confirmed, clicked, changed, resized;
+  std::function<void(ControlId)> confirmed, left, clicked, changed, resized;
   std::function<void(ControlId, const MouseEvent&)> mouse;
   std::function<bool(const KeyEvent&)> key;
 };

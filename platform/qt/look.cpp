@@ -5,11 +5,16 @@
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QFont>
+#include <QIcon>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QScreen>
-#include <QStyle>
 #include <QStyleFactory>
 #include <algorithm>
+
+/// Outside of any namespace, as the resource compiler wants it: a static library's resources are not found
+/// by themselves.
+static void initResources() { Q_INIT_RESOURCE(lorivan); }
 
 namespace lorivan {
 namespace {
@@ -81,12 +86,25 @@ QFont fittingFont(QFont font) {
   return font;
 }
 
+/// Plain buttons in dialogs, and lists that drop down.
+class Style final : public QProxyStyle {
+ public:
+  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_ComboBox_Popup) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, more);
+  }
+};
+
 }  // namespace
 
 void applyLook(QApplication& application, bool dark) {
-  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new Style);
   application.setPalette(paletteOf(dark ? kDark : kLight));
   application.setFont(fittingFont(application.font()));
+  initResources();
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/lorivan.ico")));
 }
 
 void applyLook(QApplication& application) { applyLook(application, isDesktopDark()); }

@@ -69,7 +69,9 @@ void NumberEdit::focusOutEvent(QFocusEvent* event) {
   const Qt::FocusReason why = event->reason();
   const bool comesBack =
       why == Qt::PopupFocusReason || why == Qt::ActiveWindowFocusReason || why == Qt::MenuBarFocusReason;
-  if (!comesBack) confirm();
+  if (comesBack) return;
+  if (left) left();
+  confirm();
 }
 
 void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {

@@ -19,6 +19,7 @@ class NumberEdit final : public QLineEdit {
  public:
   explicit NumberEdit(QWidget* parent);
   std::function<void()> confirmed;
+  std::function<void()> left;  // the focus went elsewhere; `confirmed` follows
   /// Tells it now when something was typed since the last time.
   void confirmPending();
 

@@ -180,6 +180,7 @@ WindowQt::WindowQt(const WindowSpec& spec, const WindowEvents& events) : events_
 FormEvents WindowQt::formEvents() {
   FormEvents made;
   made.confirmed = [this](ControlId id) { report(events_.confirmed, id); };
+  made.left = [this](ControlId id) { report(events_.left, id); };
   made.clicked = [this](ControlId id) {
     form_->confirmPending();
     report(events_.clicked, id);
@@ -223,13 +224,13 @@ void WindowQt::makeCommand(QMenu& menu, const CommandSpec& spec) {
   });
 }
 
-/// The reference size on a small screen, about two thirds of a larger one's height.
+/// The reference size on a small screen, about four fifths of a larger one's height.
 void WindowQt::setFirstSize() {
   frame_.ensurePolished();
   const QSize reference = form_->referenceClientSize();
   const QSize around(0, frame_.menuBar()->sizeHint().height() + frame_.statusBar()->sizeHint().height());
   const QSize available = frame_.screen()->availableSize();
-  const int spare = std::min(available.height() * 7 / 10 - reference.height() - around.height(),
+  const int spare = std::min(available.height() * 8 / 10 - reference.height() - around.height(),
                              (available.width() * 8 / 10 - reference.width()) * 4 / 5);
   const QSize more(std::max(0, spare) * 5 / 4, std::max(0, spare));
   frame_.setMinimumSize((form_->minimumClientSize() + around).boundedTo(available));

@@ -49,23 +49,24 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"animation", "vtAnimate", "Speed of the drawing, from 1 to 9. 9 is the fastest."},
 
     {"3d", "vtPolySides", "How many sides the tube has when it is cut across. 3 and 4 look carved, 12 and more "
-     "look round. For printing, 16 is plenty."},
+     "look round. For printing, 16 is plenty.", "3 5 12"},
     {"3d", "vtPolyPoints", "How many slices the tube has between two points of the strand. More slices make "
-     "smoother curves and larger files."},
+     "smoother curves and larger files.", "1 4 8"},
     {"3d", "vtPolyRadius", "Thickness of the tube. Thick tubes touch or run into each other where they cross: "
-     "good for casting in one piece, wrong for links that must move."},
-    {"3d", "vtPolySmooth", "How softly the tube rises and falls at the crossings and turns its corners."},
+     "good for casting in one piece, wrong for links that must move.", "2 5 9"},
+    {"3d", "vtPolySmooth", "How softly the tube rises and falls at the crossings and turns its corners.", "3 4 8"},
     {"3d", "vtPolyZF", "How high a strand rises at a crossing where it lies over, and how deep it sinks where "
-     "it lies under. Low values give a flat relief."},
+     "it lies under. Low values give a flat relief.", "0.5 2 4"},
     {"3d", "vtRingPerc", "Bends the knot round: 0 leaves it flat, 75 makes an open bracelet, 100 closes it to a "
-     "ring."},
+     "ring.", "0 75 100"},
     {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest, and saves the "
-     "picture at twice the size: a height map for engravers, embossers and relief carving."},
+     "picture at twice the size: a height map for engravers, embossers and relief carving.", "0 1"},
 
-    {"view", "vtTheta", "Turns the model round its upright axis, in degrees."},
-    {"view", "vtPhi", "Tilts it towards you or away, in degrees."},
-    {"view", "vtPsi", "Rolls it in the plane of the picture, in degrees."},
-    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter."},
+    {"view", "vtTheta", "Turns the model round its upright axis, in degrees.", "0 30 60"},
+    {"view", "vtPhi", "Tilts it towards you or away, in degrees.", "0 30 60"},
+    {"view", "vtPsi", "Rolls it in the plane of the picture, in degrees.", "0 30 60"},
+    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter. Small faces look darker than large ones, so a model with "
+     "many sides and points wants more of it.", "0.3 0.6 1"},
     {"view", "vtKd", "Light that falls on the surface from the lamp: it shapes the tubes."},
     {"view", "vtKs", "Strength of the highlights. 0 looks like clay, 1 like polished metal."},
     {"view", "vtNFact", "Size of the highlights: the higher the number, the smaller and sharper they are."},

@@ -162,7 +162,7 @@ TEST_F(StartTest, HelpOpensItsPages) {
   for (const char* item : {"mnuHelp3D", "mnuHelpAbout", "mnuHelpCustom", "mnuHelpFAQ", "mnuHelpHelp"})
     pick(item);
   EXPECT_EQ(platform.help().pages.size(), 5U);
-  EXPECT_EQ(platform.help().pages.front(), "help/index.html#3d");
+  EXPECT_EQ(platform.help().pages.front(), "help/3d.html");
 }
 
 }  // namespace

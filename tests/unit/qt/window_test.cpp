@@ -39,6 +39,7 @@ class WindowQtTest : public testing::Test {
  protected:
   WindowQtTest() {
     events_.confirmed = [this](ControlId id) { note("confirmed", id); };
+    events_.left = [this](ControlId id) { note("left", id); };
     events_.clicked = [this](ControlId id) { note("clicked", id); };
     events_.changed = [this](ControlId id) { note("changed", id); };
     events_.resized = [this](ControlId id) { resized_.push_back(id); };
@@ -94,7 +95,7 @@ TEST_F(WindowQtTest, EntriesAreConfirmedByEnterAndByLeaving) {
   QTest::keyClick(find("vtXNo"), Qt::Key_Return);
   EXPECT_EQ(take(), Log{"confirmed vtXNo"});
   QTest::keyClick(find("vtXNo"), Qt::Key_Tab);
-  EXPECT_EQ(take(), Log{"confirmed vtXNo"});
+  EXPECT_EQ(take(), (Log{"left vtXNo", "confirmed vtXNo"}));
   EXPECT_TRUE(find("vtYNo")->hasFocus());
   EXPECT_EQ(find<QLineEdit>("vtYNo")->selectedText(), find<QLineEdit>("vtYNo")->text());
 }
@@ -107,8 +108,9 @@ TEST_F(WindowQtTest, WhatWaitsInAnEntryIsConfirmedBeforeAnythingElseHappens) {
     deed();
     return take();
   };
-  EXPECT_EQ(typeThen([&] { click("cmd2D"); }), (Log{"confirmed vtXNo", "clicked cmd2D"}));
-  EXPECT_EQ(typeThen([&] { click("chkMirror"); }), (Log{"confirmed vtXNo", "changed chkMirror"}));
+  EXPECT_EQ(typeThen([&] { click("cmd2D"); }), (Log{"left vtXNo", "confirmed vtXNo", "clicked cmd2D"}));
+  EXPECT_EQ(typeThen([&] { click("chkMirror"); }),
+            (Log{"left vtXNo", "confirmed vtXNo", "changed chkMirror"}));
   EXPECT_EQ(typeThen([&] { QTest::keyClick(frame_, Qt::Key_N, Qt::ControlModifier); }),
             (Log{"confirmed vtXNo", "command mnuNew"}));
   EXPECT_EQ(typeThen([&] { QTest::keyClick(find("vtXNo"), Qt::Key_Return); }), Log{"confirmed vtXNo"});
