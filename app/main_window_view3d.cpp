@@ -1,6 +1,6 @@
 // The ways of turning and lighting the 3-D view: drag, rotator, arrow keys and fields. They turn what was
 // built; none builds.
-#include <cmath>
+#include <algorithm>
 
 #include "app/main_window.h"
 #include "base/numbers.h"
