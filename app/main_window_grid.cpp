@@ -146,6 +146,7 @@ void MainWindow::stepLineKind(int line, int step) {
   if (knotDrawn_) {
     knotDrawn_ = false;
     if (CalcThread()) {
+      modelFollowsKnot();
       status(words + "; " + knotSummary());
       return;
     }
