@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -17,6 +19,10 @@
 #include "platform/platform.h"
 
 namespace lorivan {
+
+class AnimatedDrawing;
+struct ExportFormat;
+struct TubeModel;
 
 /// Caption of the Create 2D button while an animation runs.
 inline constexpr std::string_view kStopCaption = "Stop";
@@ -53,7 +59,6 @@ class MainWindow {
   void vtScale_Changed(const std::string& oldText);
   void vtStartColour_Changed();
   void vtPicKnotBackColour_Changed();
-  void vtAnimate_Changed();
   /// Records the texts of the fields that a procedure has just rewritten as acted on.
   void AllOlds();
   void UnDoIt() { UndoLatest(); }
@@ -80,19 +85,30 @@ class MainWindow {
   void ClearThread();
   void cmd2DView_Click();
   void cmd3DView_Click();
-  void chkAnimate_Click() { SortOutAnimation(); }
+  void chkAnimate_Click();
   void chkMirror_Click() { styleChanged(); }
   void chkHeightMap_Click() { enable(controlId("cmd3D"), true); }
+
+  // --- the animated drawing (main_window_animation.cpp) ---
+  bool CalcAniThread();
+  void vtAnimate_Changed();
   /// Speed and loop can be used only while animation is chosen.
   void SortOutAnimation();
+
+  // --- what leaves the program (main_window_pictures.cpp, main_window_export.cpp) ---
+  void mnuFileSaveBMP_Click();
+  void mnuFileSaveEMF_Click();
+  void mnuFileSave3D_Click();
+  void mnuEditCopy_Click();
 
   // --- files (main_window_files.cpp) ---
   void mnuFileLoad_Click();
   void mnuFileSave_Click();
   void fileDropped(const std::string& path);
   /// The dialog for a file to save, "Saving:  Enter your <description> file name"; the full path, or empty
-  /// when the user cancelled.
-  std::string NewFname(const std::string& description, const std::string& extension);
+  /// when the user cancelled. Files with one of `moreExtensions` ("png svg") are shown as well.
+  std::string NewFname(const std::string& description, const std::string& extension,
+                       const std::string& moreExtensions = {});
 
   const Knot& knot() const { return knot_; }
   bool knotDrawn() const { return knotDrawn_; }
@@ -105,8 +121,8 @@ class MainWindow {
   };
   enum class Shown { grid, knot, shape };
 
-  /// While it lives the user can do nothing but press Stop or close the window: events come in during long
-  /// work as well.
+  /// While it lives, what the user does waits until it is gone (see act); only Stop, closing the window and
+  /// the commands that leave the knot alone get through.
   class Working {
    public:
     explicit Working(MainWindow& owner) : owner_(owner) { ++owner_.working_; }
@@ -121,6 +137,7 @@ class MainWindow {
   // Events (main_window.cpp).
   WindowEvents makeEvents();
   void onClicked(ControlId control);
+  void press(ControlId control);
   void onChanged(ControlId control);
   void onCommand(CommandId command);
   void onMouse(ControlId picture, const MouseEvent& event);
@@ -177,15 +194,38 @@ class MainWindow {
   void paintPicture();
   void stepLineKind(int line, int step);
   std::string gridSummary() const;
+  /// The line whose midpoint is near a pixel of the grid picture, or -1.
+  int lineAt(int x, int y) const;
 
   // The knot.
-  /// Traces and draws; false when there is no knot, which the user has been told.
+  /// Traces and draws, animated where that is chosen; false when there is no knot, which the user has been
+  /// told.
   bool CalcThread();
+  bool drawKnotAtOnce();
+  bool traced();
   TraceWatcher stepWatcher();
   bool showStep(const TraceStep& step);
   std::string knotSummary() const;
 
+  // The animated drawing.
+  bool play(AnimatedDrawing& animation);
+  bool attend(int milliseconds);
+  void repaintAnimation();
+  /// Does what the user asks for. What comes while work goes on is done after it, in its order, and ends an
+  /// animation.
+  void act(std::function<void()> deed);
+  void userConfirmed(Param p);
+  void userMoved(ControlId picture, const MouseEvent& event);
+  bool userPressed(const KeyEvent& key);
+
   // Files.
+  std::string chooseSaveFile(FileDialogSpec dialog);
+  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> knotFile(std::string_view extension);
+  Result<std::unique_ptr<Surface>> heightMapPicture();
+  ControlId shownPicture() const;
+  const ExportFormat* chosenFormat() const;
+  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
   void rememberFolder(const std::string& path);
@@ -206,7 +246,9 @@ class MainWindow {
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds
   bool knotDrawn_ = false;
-  bool stop_ = false;  // asked to end an animation
+  bool stop_ = false;                        // asked to end an animation
+  AnimatedDrawing* animation_ = nullptr;     // the one that runs
+  std::deque<std::function<void()>> deeds_;  // asked for by the user, not done yet
   bool commandLineLoading_ = false;
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;
