@@ -1,5 +1,6 @@
 #include "app/command_line.h"
 
+#include "app/frame_files.h"
 #include "app/presets.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -37,6 +38,7 @@ class Parser {
   Status takeWidth();
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
+  Status takeAnimate() { return flag(line_.animate); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
@@ -44,6 +46,7 @@ class Parser {
   Status takeHelp() { return kind(CommandKind::help); }
   Status takeVersion() { return kind(CommandKind::version); }
   Status takeFile(const std::string& name);
+  Status checkOutputs() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -64,10 +67,10 @@ const std::vector<Parser::Option> Parser::kOptions = {
     {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
     {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
     {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
-    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
-    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
-    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
-    {"--version", &Parser::takeVersion},
+    {"--animate", &Parser::takeAnimate}, {"--quiet", &Parser::takeQuiet},
+    {"--step", &Parser::takeStep},       {"-o", &Parser::takeOutput},
+    {"--list", &Parser::takeList},       {"--help", &Parser::takeHelp},
+    {"-h", &Parser::takeHelp},           {"--version", &Parser::takeVersion},
 };
 
 Status Parser::takeShape() {
@@ -115,6 +118,8 @@ Status Parser::takeRandom() {
   if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
     line_.seed = static_cast<std::uint64_t>(*seed);
     ++at_;
+  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
+    return Error{"--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\""};
   }
   return {};
 }
@@ -171,6 +176,22 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
+/// What options mean for outputs that may stand before or after them.
+Status Parser::checkOutputs() const {
+  if (line_.shape && !line_.knotFile.empty())
+    return Error{"a knot file brings its own shape; --shape does not go with it"};
+  if (!line_.animate) return {};
+  if (line_.solidView) return Error{"--animate draws the 2-D knot and does not go with --view 3d"};
+  for (const std::string& name : line_.outputs) {
+    const std::string extension = extensionOf(name);
+    if (extension == "svg") continue;
+    if (extension != "png" && extension != "bmp")
+      return Error{"--animate makes svg, png and bmp files, not \"" + name + "\""};
+    if (const auto names = parseFrameNames(name); !names) return names.error();
+  }
+  return {};
+}
+
 Result<CommandLine> Parser::run() {
   for (; at_ < arguments_.size(); ++at_) {
     const std::string& word = arguments_[at_];
@@ -183,13 +204,12 @@ Result<CommandLine> Parser::run() {
   if (line_.kind != CommandKind::window) return line_;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
-    if (line_.shape && !line_.knotFile.empty())
-      return Error{"a knot file brings its own shape; --shape does not go with it"};
+    if (const Status checked = checkOutputs(); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
                            !line_.checks.empty() || line_.width || line_.millimetres || line_.transparent ||
-                           line_.solidView;
+                           line_.solidView || line_.animate;
   if (optionsOnly) return Error{"these options need an output file: -o FILE"};
   return line_;
 }
@@ -264,8 +284,12 @@ std::string usageText() {
          "  --random [SEED]  a random knot; the same seed gives the same knot\n"
          "  --view 2d|3d     which picture png and bmp hold (2d)\n"
          "  --width PIXELS   width of png and bmp pictures (1000)\n"
-         "  --mm WIDTH       finished width in millimetres, for svg, emf, dxf and models\n"
+         "  --mm WIDTH       finished width of the knot in millimetres, in svg, emf and the model formats\n"
          "  --transparent    leave the background out of svg and png\n"
+         "  --animate        the knot draws itself: -o knot.svg plays in a browser, at the speed of "
+         "vtAnimate and\n"
+         "                   again and again with --set chkLoop=1; -o 'frame-%03d.png' writes numbered "
+         "frames\n"
          "  --quiet          no notes on the error output\n"
          "  --list parameters|shapes|presets|formats\n"
          "  --version, --help\n"

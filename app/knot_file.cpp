@@ -11,6 +11,7 @@ class LineReader {
   explicit LineReader(std::string_view text) : rest_(text) {}
 
   bool atEnd() const { return rest_.empty(); }
+  bool onlyBlankLinesLeft() const { return rest_.find_first_not_of(" \t\r\n") == std::string_view::npos; }
   int number() const { return number_; }
   std::string_view next() {
     ++number_;
@@ -28,13 +29,6 @@ class LineReader {
 
 Error faultAt(int line, const std::string& reason) {
   return Error{"line " + std::to_string(line) + ": " + reason};
-}
-
-/// Printable and short, for a message.
-std::string quoted(std::string_view text) {
-  std::string shown = "\"";
-  for (const char c : text.substr(0, 20)) shown += c >= ' ' && c <= '~' ? c : '?';
-  return shown + (text.size() > 20 ? "...\"" : "\"");
 }
 
 /// Splits at commas into exactly `Count` 16-bit whole numbers; otherwise says why not.
@@ -71,7 +65,7 @@ Status readHead(KnotFile& file, LineReader& reader) {
 /// The fields from the left, each up to the next comma. From the third on, a field without a comma behind it
 /// takes the rest and those after it stay unset, as older files have fewer.
 Status readFields(KnotFile& file, LineReader& reader) {
-  if (reader.atEnd()) return faultAt(2, "is missing");
+  if (reader.atEnd()) return Error{"line 2 is missing"};
   std::string_view line = reader.next();
   for (std::size_t i = 0; i < file.fields.size(); ++i) {
     const auto comma = line.find(',');
@@ -100,7 +94,8 @@ GridLine lineFrom(const std::array<std::int16_t, 8>& v) {
 Status readLines(KnotFile& file, LineReader& reader) {
   while (!reader.atEnd()) {
     const std::string_view text = reader.next();
-    if (trimmed(text).empty() && reader.atEnd()) break;
+    if (trimmed(text).empty() && reader.onlyBlankLinesLeft()) break;
+    if (trimmed(text).empty()) return faultAt(reader.number(), "is empty");
     if (file.lines.size() >= kMostLines)
       return faultAt(reader.number(), "a knot has at most " + std::to_string(kMostLines) + " lines");
     const auto values = readNumbers<8>(text, reader.number());

@@ -62,15 +62,18 @@ Status buildModel(const Knot& knot, const KnotFields& fields, const StrandColour
   return buildTube(knot.strands, settings, tubeColours(fields, colours), model);
 }
 
+Status KnotModel::build(const Knot& knot, const KnotFields& fields, const StrandColours& colours, int sides) {
+  built_ = false;
+  if (Status status = buildModel(knot, fields, colours, sides, model_); !status) return status;
+  built_ = true;
+  sides_ = sides;
+  return {};
+}
+
 Result<const TubeModel*> KnotModel::get(const Knot& knot, const KnotFields& fields,
                                         const StrandColours& colours, int sides) {
-  if (!built_ || sides_ != sides) {
-    built_ = false;
-    if (const Status status = buildModel(knot, fields, colours, sides, model_); !status)
-      return status.error();
-    built_ = true;
-    sides_ = sides;
-  }
+  if (!built_ || sides_ != sides)
+    if (const Status status = build(knot, fields, colours, sides); !status) return status.error();
   return &model_;
 }
 

@@ -27,6 +27,11 @@ Status buildModel(const Knot& knot, const KnotFields& fields, const StrandColour
 /// A model that is built when it is first asked for, and again when another number of sides is.
 class KnotModel {
  public:
+  /// Builds it now, whatever it held. The error is the program's message for too many polygons; the model is
+  /// then as before.
+  Status build(const Knot& knot, const KnotFields& fields, const StrandColours& colours, int sides = 0);
+  /// What was built last; empty before that.
+  const TubeModel& built() const { return model_; }
   /// The error is the program's message for too many polygons.
   Result<const TubeModel*> get(const Knot& knot, const KnotFields& fields, const StrandColours& colours,
                                int sides);

@@ -15,6 +15,7 @@ constexpr ControlHandler kButtons[] = {
     {controlId("cmdOldGrid"), [](MainWindow& w) { w.cmdOldGrid_Click(); }},
     {controlId("cmdRandknot"), [](MainWindow& w) { w.cmdRandknot_Click(); }},
     {controlId("cmd2D"), [](MainWindow& w) { w.cmd2D_Click(); }},
+    {controlId("cmd3D"), [](MainWindow& w) { w.cmd3D_Click(); }},
     {controlId("cmd2DView"), [](MainWindow& w) { w.cmd2DView_Click(); }},
     {controlId("cmd3DView"), [](MainWindow& w) { w.cmd3DView_Click(); }},
 };
@@ -122,12 +123,16 @@ void MainWindow::onCommand(CommandId command) {
 
 void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
   if (picture == controlId("picGrid")) picGrid_Mouse(event);
+  if (picture == controlId("picKnot")) picKnot_Mouse(event);
+  if (picture == controlId("picNav")) picNav_Mouse(event);
 }
 
-bool MainWindow::onKey(const KeyEvent&) { return false; }
+bool MainWindow::onKey(const KeyEvent& key) { return frmLorivan_KeyDown(key); }
 
 void MainWindow::onResized(ControlId picture) {
   if (picture == controlId("picGrid") && !starting_) paintPicture();
+  const bool solid = picture == controlId("picKnot") || picture == controlId("picNav");
+  if (solid && !starting_) solidChanged();
 }
 
 void MainWindow::confirmPending() {

@@ -14,6 +14,7 @@
 #include "app/form_table.h"
 #include "app/knot.h"
 #include "app/settings_table.h"
+#include "app/solid_view.h"
 #include "base/random.h"
 #include "controls/valid_text.h"
 #include "platform/platform.h"
@@ -100,6 +101,21 @@ class MainWindow {
   void mnuFileSaveEMF_Click();
   void mnuFileSave3D_Click();
   void mnuEditCopy_Click();
+
+  // --- the 3-D model (main_window_model.cpp) ---
+  void cmd3D_Click();
+  /// The depth of the 3-D view as greys, at twice the size of picKnot, made for saving it. Null while there
+  /// is no model or no memory for the picture.
+  Surface* picBig();
+
+  // --- turning and lighting the 3-D view (main_window_view3d.cpp) ---
+  void picKnot_Mouse(const MouseEvent& event);
+  void picNav_Mouse(const MouseEvent& event);
+  bool frmLorivan_KeyDown(const KeyEvent& key);
+  void vtAngle_Changed(Param angle);
+  void vtLight_Changed();
+  /// Shows the angles of the view in their fields and on the rotator.
+  void UpdateRotator();
 
   // --- files (main_window_files.cpp) ---
   void mnuFileLoad_Click();
@@ -218,13 +234,24 @@ class MainWindow {
   void userMoved(ControlId picture, const MouseEvent& event);
   bool userPressed(const KeyEvent& key);
 
+  // The 3-D model and its view.
+  /// After a trace: builds the model of the new knot; the 2-D picture stays.
+  void modelFollowsKnot();
+  /// False when there is no new model; the user has been told if it has too many polygons.
+  bool buildTubes();
+  std::string modelSummary() const;
+  bool solidShown() const;
+  void paintSolid();
+  /// After a change of angles, light or size.
+  void solidChanged();
+
   // Files.
   std::string chooseSaveFile(FileDialogSpec dialog);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
   Result<std::string> knotFile(std::string_view extension);
-  Result<std::unique_ptr<Surface>> heightMapPicture();
   ControlId shownPicture() const;
   const ExportFormat* chosenFormat() const;
+  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
   Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
@@ -239,6 +266,7 @@ class MainWindow {
 
   Knot knot_;
   GridView view_;  // of the grid picture as painted last
+  SolidView solid_;
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 

@@ -24,6 +24,19 @@ const ExportFormat* MainWindow::chosenFormat() const {
   return nullptr;
 }
 
+/// The model that the format wants, from the fields as they are now; null when there is none, which the user
+/// has been told. Where the format has its own number of sides the model shown is left alone.
+const TubeModel* MainWindow::modelFor(const ExportFormat& format, KnotModel& own) {
+  if (format.sides == 0) {
+    if (!buildTubes()) return nullptr;
+    solidChanged();
+    return &solid_.model.built();
+  }
+  const Status built = own.build(knot_, knotFields(), colours_, format.sides);
+  if (!built) complain(built.error().message);
+  return built ? &own.built() : nullptr;
+}
+
 void MainWindow::mnuFileSave3D_Click() {
   const ExportFormat* format = chosenFormat();
   if (format == nullptr) {
@@ -31,27 +44,25 @@ void MainWindow::mnuFileSave3D_Click() {
     return;
   }
   const Working working(*this);
-  // A model of its own, from the fields as they are now: some formats want other sides than the shown one
-  // has.
-  KnotModel source;
-  window_->setBusy(true);
-  const auto model = source.get(knot_, knotFields(), colours_, format->sides);
-  window_->setBusy(false);
-  if (!model) {
-    complain(model.error().message);
-    return;
-  }
+  KnotModel own;
+  const TubeModel* model = modelFor(*format, own);
+  // Building a large model lets events in; the window may be closed by now.
+  if (model == nullptr || !window_->processEvents()) return;
   const std::string path = NewFname(std::string(format->label), std::string(format->extension));
   if (path.empty()) return;
   window_->setBusy(true);
-  const Status written = writeModel(*format, **model, path);
+  const Status written = writeModel(*format, *model, path);
   window_->setBusy(false);
   if (written) {
-    status("Saved as " + path + ": " + std::to_string((*model)->QuadCount) + " polygons");
+    status("Saved as " + path + ": " + std::to_string(model->QuadCount) + " polygons");
     return;
   }
-  if (isMessage(written.error())) complain(written.error().message);
-  status("Could not save " + path + ": " + written.error().message);
+  if (isMessage(written.error())) {
+    complain(written.error().message);
+    status("Nothing was saved");
+  } else {
+    status("Could not save " + path + ": " + written.error().message);
+  }
 }
 
 /// A file that was there before stays as it is unless the new one is complete.

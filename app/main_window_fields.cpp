@@ -67,10 +67,14 @@ void MainWindow::followUp(Param p, const std::string& oldText) {
     case FollowUp::model:
       enable(controlId("cmd3D"), true);
       break;
-    case FollowUp::alignmentGrid:
     case FollowUp::light:
+      vtLight_Changed();
+      break;
     case FollowUp::angle:
     case FollowUp::roll:
+      vtAngle_Changed(p);
+      break;
+    case FollowUp::alignmentGrid:
       break;
   }
 }

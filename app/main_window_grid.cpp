@@ -151,6 +151,7 @@ void MainWindow::stepLineKind(int line, int step) {
   if (knotDrawn_) {
     knotDrawn_ = false;
     if (drawKnotAtOnce()) {
+      modelFollowsKnot();
       status(words + "; " + knotSummary());
       return;
     }

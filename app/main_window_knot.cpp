@@ -1,4 +1,4 @@
-// The 2-D knot: tracing, drawing, following the tracer step by step, and switching views.
+// The 2-D knot: tracing, drawing, following the tracer step by step.
 #include "app/main_window.h"
 #include "base/numbers.h"
 
@@ -18,9 +18,8 @@ void MainWindow::cmd2D_Click() {
   enableCommand(commandId("mnuFileSaveEMF"), true);
   const bool made = CalcThread();
   window_->setText(button, caption);
-  if (!made) return;
-  enableCommand(commandId("mnuFileSave3D"), true);
-  status(knotSummary());
+  if (made) modelFollowsKnot();
+  if (made) status(knotSummary());
 }
 
 void MainWindow::ClearThread() {
@@ -85,18 +84,6 @@ bool MainWindow::showStep(const TraceStep& step) {
   for (const auto& [point, colour] : dots) surface.dot(at(point), view_.penWidth(3), QBColor(colour));
   surface.refresh();
   return !window_->inputBox("Hi", "OK", "OK").empty();
-}
-
-void MainWindow::cmd2DView_Click() {
-  showPicture(Shown::grid);
-  enable(controlId("cmd2DView"), false);
-  enable(controlId("cmd3DView"), true);
-}
-
-void MainWindow::cmd3DView_Click() {
-  showPicture(Shown::knot);
-  enable(controlId("cmd3DView"), false);
-  enable(controlId("cmd2DView"), true);
 }
 
 }  // namespace lorivan

@@ -36,9 +36,9 @@ Result<std::string> MainWindow::pictureFile(const std::string& extension, bool s
                  extension};
   const PictureFormat format = png ? PictureFormat::png : PictureFormat::bmp;
   if (solid && checked(Check::HeightMap)) {
-    auto heights = heightMapPicture();
-    if (!heights) return heights.error();
-    return platform_.encodePicture(**heights, format);
+    Surface* const heights = picBig();
+    if (heights == nullptr) return Error{"the height map could not be made"};
+    return platform_.encodePicture(*heights, format);
   }
   return platform_.encodePicture(window_->surface(shownPicture()), format);
 }
@@ -46,25 +46,11 @@ Result<std::string> MainWindow::pictureFile(const std::string& extension, bool s
 /// The drawn knot in a format of the format table.
 Result<std::string> MainWindow::knotFile(std::string_view extension) {
   const KnotFields fields = knotFields();
-  const OutputJob job{platform_, knot_, fields, colours_, 1000, {}, false, false, {}};
+  const OutputJob job{platform_, knot_, fields, colours_};
   MemorySink sink;
   if (const Status made = makeOutput(*findFormat(extension, DxfKind::faces), job, sink); !made)
     return made.error();
   return std::move(sink.bytes);
-}
-
-/// The model by depth, as it is seen now, twice as wide as the 3-D picture.
-Result<std::unique_ptr<Surface>> MainWindow::heightMapPicture() {
-  const KnotFields fields = knotFields();
-  KnotModel source;
-  const auto model = source.get(knot_, fields, colours_, 0);
-  if (!model) return model.error();
-  const int width = 2 * window_->surface(controlId("picKnot")).width();
-  auto surface = platform_.createSurface(width, GridView::heightFor(width));
-  if (!surface) return surface.error();
-  Renderer().render(**model, lightSettings(fields), viewState(fields), BColor(), true,
-                    (*surface)->lendPixels());
-  return surface;
 }
 
 ControlId MainWindow::shownPicture() const {

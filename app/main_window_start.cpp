@@ -47,6 +47,9 @@ Status MainWindow::open() {
   showOffsetField();
   for (Field& f : fields_) f.lastApplied = f.text.Value();
   disableForStart();
+  for (const ControlId turned : {controlId("picKnot"), controlId("picNav")})
+    window_->setPointer(turned, PointerShape::hand);
+  UpdateRotator();
   cmdNewGrid_Click();
   starting_ = false;
   colourBackField();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "app/frame_files.h"
 #include "app/knot.h"
 #include "app/knot_file.h"
 #include "app/outputs.h"
@@ -29,10 +30,14 @@ class FileMaker {
   int readFile();
   int takeFileFields(const KnotFile& file);
   void drawRandom();
+  void takeChecks();
   void takeValues();
   bool mustBuild() const;
   int build();
   int trace();
+  int writeOne(const OutputJob& job, const std::string& name);
+  int writeFrames(const OutputJob& job, const std::string& pattern);
+  int keep(std::unique_ptr<FileSink> sink);
   int write();
 
   Platform& platform_;
@@ -41,6 +46,7 @@ class FileMaker {
   KnotFields fields_ = firstRunFields();
   Rnd random_;
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+  std::vector<std::unique_ptr<FileSink>> sinks_;
 };
 
 /// Whether a writer gave up because the knot is too large for it.
@@ -78,10 +84,10 @@ int FileMaker::takeFileFields(const KnotFile& file) {
     const std::string& text = *file.fields[i];
     const std::string name(parameterSpec(p).field);
     if (!parseNumber(text))
-      return fail(kBadInput, line_.knotFile + ", line 2: \"" + text + "\" is not a number for " + name);
+      return fail(kBadInput, line_.knotFile + ", line 2: " + quoted(text) + " is not a number for " + name);
     fields_.text(p) = correctedText(p, text);
     if (parseNumber(fields_.text(p)) != parseNumber(text))
-      note(line_.knotFile + ", line 2: " + name + " " + text + " corrected to " + fields_.text(p));
+      note(line_.knotFile + ", line 2: " + name + " " + quoted(text) + " corrected to " + fields_.text(p));
   }
   return kDone;
 }
@@ -90,12 +96,16 @@ void FileMaker::drawRandom() {
   const std::uint64_t seed = line_.seed.value_or(platform_.clock().seed() % 1'000'000'000);
   random_ = seededRandom(seed);
   if (!line_.seed) note("--random " + std::to_string(seed));
-  const bool constantShape = line_.shape.has_value() || !line_.knotFile.empty();
+  const bool constantShape =
+      line_.shape.has_value() || !line_.knotFile.empty() || fields_.check(Check::ConstantShape);
   drawRandomFields(fields_, constantShape, random_);
 }
 
-void FileMaker::takeValues() {
+void FileMaker::takeChecks() {
   for (const auto& [box, on] : line_.checks) fields_.checks[static_cast<std::size_t>(box)] = on;
+}
+
+void FileMaker::takeValues() {
   for (const auto& [parameter, text] : line_.values) {
     fields_.text(parameter) = correctedText(parameter, text);
     if (parseNumber(fields_.text(parameter)) != parseNumber(text))
@@ -133,23 +143,56 @@ int FileMaker::trace() {
   return traced ? kDone : fail(kNoKnot, traced.error().message);
 }
 
-/// All outputs are made and written under temporary names before the first one gets its own.
-int FileMaker::write() {
-  const StrandColours colours = strandColours(fields_.boxes);
-  OutputJob job{
-      platform_,         *knot_,          fields_, colours, line_.width.value_or(1000), line_.millimetres,
-      line_.transparent, line_.solidView, {}};
-  std::vector<std::unique_ptr<FileSink>> sinks;
-  for (const std::string& name : line_.outputs) {
+int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  auto sink = FileSink::create(name);
+  if (!sink) return fail(kBadOutput, sink.error().message);
+  const ExportFormat& format = *outputFormat(name, fields_);
+  if (const Status made = makeOutput(format, job, **sink); !made)
+    return fail(isKnotLimit(made.error()) ? kNoKnot : kBadOutput, name + ": " + made.error().message);
+  return keep(std::move(*sink));
+}
+
+int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
+  const auto names = parseFrameNames(pattern);
+  if (!names) return fail(kWrongUsage, names.error().message);
+  const FrameMaker frames(job, names->most());
+  if (frames.stride() > 1)
+    note(pattern + ": " + std::to_string(frames.count()) + " frames, one for every " +
+         std::to_string(frames.stride()) + " steps");
+  const PictureFormat format = extensionOf(pattern) == "bmp" ? PictureFormat::bmp : PictureFormat::png;
+  for (int number = 1; number <= frames.count(); ++number) {
+    const std::string name = names->name(number);
     auto sink = FileSink::create(name);
     if (!sink) return fail(kBadOutput, sink.error().message);
-    const ExportFormat& format = *outputFormat(name, fields_);
-    if (const Status made = makeOutput(format, job, **sink); !made)
-      return fail(isKnotLimit(made.error()) ? kNoKnot : kBadOutput, name + ": " + made.error().message);
-    if (const Status closed = (*sink)->close(); !closed) return fail(kBadOutput, closed.error().message);
-    sinks.push_back(std::move(*sink));
+    const auto bytes = frames.make(number, format);
+    if (!bytes) return fail(kBadOutput, name + ": " + bytes.error().message);
+    (*sink)->write(*bytes);
+    if (const int status = keep(std::move(*sink)); status != kDone) return status;
   }
-  for (const auto& sink : sinks)
+  return kDone;
+}
+
+/// The file is complete under its temporary name; it gets its own when all are.
+int FileMaker::keep(std::unique_ptr<FileSink> sink) {
+  if (const Status closed = sink->close(); !closed) return fail(kBadOutput, closed.error().message);
+  sinks_.push_back(std::move(sink));
+  return kDone;
+}
+
+int FileMaker::write() {
+  const StrandColours colours = strandColours(fields_.boxes);
+  OutputJob job{platform_, *knot_, fields_, colours};
+  job.width = line_.width.value_or(1000);
+  job.millimetres = line_.millimetres;
+  job.transparent = line_.transparent;
+  job.solidView = line_.solidView;
+  job.animate = line_.animate;
+  for (const std::string& name : line_.outputs) {
+    const bool frames = line_.animate && extensionOf(name) != "svg";
+    if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
+      return status;
+  }
+  for (const auto& sink : sinks_)
     if (const Status done = sink->commit(); !done) return fail(kBadOutput, done.error().message);
   return kDone;
 }
@@ -158,6 +201,7 @@ int FileMaker::run() {
   if (line_.shape) fields_.shape = *line_.shape;
   if (!line_.knotFile.empty())
     if (const int status = readFile(); status != kDone) return status;
+  takeChecks();
   if (line_.random) drawRandom();
   if (line_.preset) applyPreset(fields_, *line_.preset);
   takeValues();

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "app/knot_file.h"
+#include "strands/animated_svg.h"
 #include "strands/emf_writer.h"
 #include "strands/svg_surface.h"
 
@@ -36,9 +37,23 @@ Result<std::string> makeSvg(const OutputJob& job) {
   const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.fields.shape)];
-  SvgSurface surface(view.width, view.height(), *pictureWidth, "Knot, " + std::string(shape.name));
+  const std::string title = "Knot, " + std::string(shape.name);
+  if (job.animate)
+    return animatedSvg(job.knot.graph, job.knot.curve, style, view,
+                       {optionsOf(job), *pictureWidth, title, frameDelay(job.fields.number(Param::Animate)),
+                        job.fields.check(Check::Loop)});
+  SvgSurface surface(view.width, view.height(), *pictureWidth, title);
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
   return surface.finish();
+}
+
+/// Twice the reference picture's size where no size is asked for.
+Result<std::string> makeEmf(const OutputJob& job) {
+  const KnotStyle style = knotStyle(job.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.fields, style, kMetafileWidth, true);
+  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  if (!pictureWidth) return pictureWidth.error();
+  return knotMetafile(job.knot.curve, style, view, *pictureWidth);
 }
 
 Status drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
@@ -61,15 +76,6 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
   Renderer().render(**model, lightSettings(job.fields), viewState(job.fields), background,
                     job.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
   return {};
-}
-
-/// Twice the reference picture's size where no size is asked for.
-Result<std::string> makeEmf(const OutputJob& job) {
-  const KnotStyle style = knotStyle(job.fields, job.colours);
-  const GridView view = viewOf(job.knot, job.fields, style, kMetafileWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
-  if (!pictureWidth) return pictureWidth.error();
-  return knotMetafile(job.knot.curve, style, view, *pictureWidth);
 }
 
 /// The formats that are made here and not by a model writer.

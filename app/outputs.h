@@ -18,11 +18,12 @@ struct OutputJob {
   const Knot& knot;
   const KnotFields& fields;
   const StrandColours& colours;
-  int width = 1000;                   // pixels of pictures
-  std::optional<double> millimetres;  // width of the finished knot
+  int width = 1000;                        // pixels of pictures
+  std::optional<double> millimetres = {};  // width of the finished knot
   bool transparent = false;
   bool solidView = false;  // pictures hold the 3-D view
-  std::function<void(double)> progress;
+  bool animate = false;    // svg holds the animation
+  std::function<void(double)> progress = {};
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };

@@ -1,14 +1,34 @@
 // The program from its arguments to its exit status.
+#include <csignal>
 #include <iostream>
 
 #include "app/command_line.h"
 #include "app/main_window.h"
 #include "app/make_files.h"
+#include "base/sink.h"
 #include "platform/entry.h"
 
 namespace lorivan {
 
 namespace {
+
+/// The first interruption ends the run in order, without scraps; the next one ends it at once.
+void onInterrupt(int signal) {
+  FileSink::interruptAll();
+  std::signal(signal, SIG_DFL);
+}
+
+int makeFilesInOrder(Platform& platform, const CommandLine& line) {
+  std::signal(SIGINT, onInterrupt);
+  std::signal(SIGTERM, onInterrupt);
+  return makeFiles(platform, line, std::cerr);
+}
+
+/// What was asked for on the standard output; a status when it could not be written there.
+int print(const std::string& text) {
+  std::cout << text << std::flush;
+  return std::cout ? kDone : kBadOutput;
+}
 
 int openWindow(Platform& platform, const CommandLine& line) {
   MainWindow window(platform, {line.knotFile, line.stepDisplay, {}});
@@ -33,16 +53,13 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
   }
   switch (line->kind) {
     case CommandKind::help:
-      std::cout << usageText();
-      return kDone;
+      return print(usageText());
     case CommandKind::version:
-      std::cout << "Lorivan " << kVersion << '\n';
-      return kDone;
+      return print("Lorivan " + std::string(kVersion) + "\n");
     case CommandKind::list:
-      std::cout << listText(line->listed);
-      return kDone;
+      return print(listText(line->listed));
     case CommandKind::makeFiles:
-      return makeFiles(platform, *line, std::cerr);
+      return makeFilesInOrder(platform, *line);
     case CommandKind::window:
       break;
   }

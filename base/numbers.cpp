@@ -64,6 +64,12 @@ void appendPrinted(std::string& out, std::int64_t x) {
   out += ' ';
 }
 
+std::string quoted(std::string_view text) {
+  std::string shown = "\"";
+  for (const char c : text.substr(0, 20)) shown += c >= ' ' && c <= '~' ? c : '?';
+  return shown + (text.size() > 20 ? "...\"" : "\"");
+}
+
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
   while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
@@ -72,7 +78,7 @@ std::string_view trimmed(std::string_view text) {
 
 std::optional<long long> parseInteger(std::string_view text, long long low, long long high) {
   text = trimmed(text);
-  if (text.size() > 1 && text.front() == '+') text.remove_prefix(1);
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
   long long value = 0;
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (fault != std::errc{} || end != text.data() + text.size()) return std::nullopt;
@@ -82,7 +88,7 @@ std::optional<long long> parseInteger(std::string_view text, long long low, long
 
 std::optional<double> parseNumber(std::string_view text) {
   text = trimmed(text);
-  if (text.size() > 1 && text.front() == '+') text.remove_prefix(1);
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
   double value = 0;
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (fault != std::errc{} || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;

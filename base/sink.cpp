@@ -1,7 +1,11 @@
 #include "base/sink.h"
 
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <charconv>
 #include <filesystem>
+#include <random>
 #include <system_error>
 
 #include "base/numbers.h"
@@ -27,22 +31,31 @@ Error cannotWrite(const std::string& path, const std::string& reason) {
   return Error{"cannot write " + path + ": " + reason};
 }
 
-/// The file that a chain of links ends at; the path itself when it is no link or leads nowhere.
-std::string linkTarget(const std::string& path) {
+/// The file that a chain of links ends at, also when it is not there yet; the path itself when it is no link.
+Result<std::string> linkTarget(const std::string& path) {
+  constexpr int longestChain = 40;
+  fs::path target = toPath(path);
   std::error_code fault;
-  if (!fs::is_symlink(toPath(path), fault)) return path;
-  const fs::path target = fs::weakly_canonical(toPath(path), fault);
-  return fault ? path : fromPath(target);
+  for (int links = 0; fs::is_symlink(fs::symlink_status(target, fault)); ++links) {
+    if (links == longestChain) return Error{"its links lead in a circle"};
+    const fs::path next = fs::read_symlink(target, fault);
+    if (fault) return Error{fault.message()};
+    target = next.is_absolute() ? next : target.parent_path() / next;
+  }
+  return fromPath(target);
 }
 
-/// A name beside `path` that no file has yet.
-std::string freeNameBeside(const std::string& path) {
-  std::error_code fault;
-  for (int n = 0;; ++n) {
-    std::string candidate = path + ".part" + std::to_string(n);
-    if (!fs::exists(fs::symlink_status(toPath(candidate), fault))) return candidate;
-  }
+/// A short name in the folder of `path` that nothing else uses: programs that write the same file at the same
+/// time must not share it.
+std::string temporaryBeside(const std::string& path) {
+  static std::mt19937_64 engine{std::random_device{}()};
+  std::array<char, 16> digits{};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), engine(), 16).ptr;
+  return path.substr(0, path.size() - fileNameOf(path).size()) + ".lorivan-" +
+         std::string(digits.data(), end) + ".part";
 }
+
+std::atomic<bool> interrupted{false};
 
 /// A new file made by renaming should keep the rights that its predecessor had.
 void copyRights(const std::string& from, const std::string& to) {
@@ -69,14 +82,16 @@ FileSink::FileSink(std::string target, std::string temporary)
 
 Result<std::unique_ptr<FileSink>> FileSink::create(const std::string& path) {
   if (path.empty()) return Error{"cannot write a file without a name"};
-  const std::string target = linkTarget(path);
+  const auto followed = linkTarget(path);
+  if (!followed) return cannotWrite(path, followed.error().message);
+  const std::string& target = *followed;
   std::error_code fault;
   const fs::file_status status = fs::status(toPath(target), fault);
   if (fs::is_directory(status)) return cannotWrite(path, "it is a folder");
   const bool exists = fs::exists(status);
   const bool inPlace = exists && !fs::is_regular_file(status);
   if (exists && !inPlace && isWriteProtected(target)) return cannotWrite(path, lastReason());
-  std::unique_ptr<FileSink> sink(new FileSink(target, inPlace ? target : freeNameBeside(target)));
+  std::unique_ptr<FileSink> sink(new FileSink(target, inPlace ? target : temporaryBeside(target)));
   if (!sink->failure_.empty()) return cannotWrite(path, sink->failure_);
   return sink;
 }
@@ -93,6 +108,7 @@ void FileSink::fail() {
 }
 
 bool FileSink::write(std::string_view bytes) {
+  if (interrupted && failure_.empty()) failure_ = "it was interrupted";
   if (!failure_.empty() || closed_) return false;
   errno = 0;
   stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
@@ -110,7 +126,10 @@ Status FileSink::close() {
   return failure_.empty() ? Status() : cannotWrite(target_, failure_);
 }
 
+void FileSink::interruptAll() { interrupted = true; }
+
 Status FileSink::commit() {
+  if (interrupted && failure_.empty()) failure_ = "it was interrupted";
   if (const Status closed = close(); !closed) return closed;
   if (!inPlace()) {
     copyRights(target_, temporary_);

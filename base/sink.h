@@ -43,6 +43,10 @@ class FileSink final : public Sink {
   /// Closes where close() was not called, and renames.
   Status commit();
 
+  /// Every write and commit from now on fails, so that a run that is to end early leaves nothing behind. May
+  /// be called from a signal handler.
+  static void interruptAll();
+
  private:
   FileSink(std::string target, std::string temporary);
   void fail();

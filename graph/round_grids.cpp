@@ -80,6 +80,19 @@ class SpiralPath {
   std::vector<Spot> spots_;
 };
 
+/// Whether the last line made runs between the same ends as an earlier one. No strand could tell the two
+/// apart.
+bool repeatsALine(const KnotGraph& graph) {
+  const GridLine& last = graph.Lines[static_cast<std::size_t>(graph.NextLine - 1)];
+  for (int j = 0; j + 1 < graph.NextLine; ++j) {
+    const GridLine& l = graph.Lines[static_cast<std::size_t>(j)];
+    const bool same = l.X1 == last.X1 && l.Y1 == last.Y1 && l.X2 == last.X2 && l.Y2 == last.Y2;
+    const bool turned = l.X1 == last.X2 && l.Y1 == last.Y2 && l.X2 == last.X1 && l.Y2 == last.Y1;
+    if (same || turned) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 void buildCircular(GridBuild& build) {
@@ -131,10 +144,12 @@ void buildSpiral(GridBuild& build) {
     // The first radial line starts at point 1, although it ends over point 0.
     const Spot from = path.at(i == 0 ? 1 : i);
     if (i < (f.YNo - 1) * turn + offset) join(build, kOrdinary, from, path.at(i + turn));
-    if (i == last)
+    if (i == last) {
       join(build, kOrdinary, from, path.oneTurnInside(i + 1));
-    else if (i > 0)
+      if (repeatsALine(build.graph)) --build.graph.NextLine;
+    } else if (i > 0) {
       join(build, kOrdinary, from, path.at(i + 1));
+    }
   }
 }
 

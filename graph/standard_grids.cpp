@@ -101,16 +101,32 @@ void placeOrigin(GridBuild& build) {
     case Shape::Cross:
       y = -width / 2.0;
       break;
-    case Shape::Circular:
+    case Shape::Circular:  // these three lay their lines round the middle, whatever the origin
+      x = -width / 5.0;
+      y = -height / 1.9;
+      break;
     case Shape::Star:
+      x = -width / 12.0;
+      y = -height / 1.85;
+      break;
     case Shape::Spiral:
-      x = y = 0;  // these are laid round the middle
+      x = -width / 5.0;
+      y = -height / 1.7;
       break;
     default:
       break;
   }
   build.grid.GridOriginX = toInt32(x);
   build.grid.GridOriginY = toInt32(y);
+}
+
+/// At the smallest scales the ends of a line can round to one point. Such a line is taken out, and the lines
+/// at both its ends meet there.
+void dropPointLikeLines(KnotGraph& graph) {
+  for (int j = 0; j < graph.NextLine; ++j) {
+    GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    if (line.X1 == line.X2 && line.Y1 == line.Y2) line.Kind = kNoLine;
+  }
 }
 
 void buildOnce(GridBuild& build) {
@@ -121,6 +137,7 @@ void buildOnce(GridBuild& build) {
   placeOrigin(build);
   startLines(build.graph);
   kBuilders[static_cast<std::size_t>(fields.shape)](build);
+  dropPointLikeLines(build.graph);
 }
 
 }  // namespace

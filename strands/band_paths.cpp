@@ -24,7 +24,7 @@ void forEachBandPath(const KnotCurve& curve, const KnotStyle& style, const GridV
     bandPoints(curve, slot, view, false, exact);
     roundPoints(exact, points);
     take({points, true, outer, 0, CapStyle::round});
-    take({points, true, inner, style.bandColour(slot), CapStyle::round});
+    take({points, true, inner, style.pathColour(slot), CapStyle::round});
   }
   std::vector<OverRun> runs;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
@@ -35,7 +35,7 @@ void forEachBandPath(const KnotCurve& curve, const KnotStyle& style, const GridV
       roundPoints(exact, points);
       // A round end of the black would show as an arc across the strand's own band.
       take({points, false, outer, 0, CapStyle::flat});
-      take({points, false, inner, style.bandColour(slot), CapStyle::round});
+      take({points, false, inner, style.pathColour(slot), CapStyle::round});
     }
   }
 }

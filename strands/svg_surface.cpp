@@ -6,10 +6,15 @@
 namespace lorivan {
 namespace {
 
-/// At most three decimals, without trailing zeros and without "-0".
-void appendDecimal(std::string& out, double value) {
+/// The length that every growing curve says it has, and how far its dash reaches past both ends: no round cap
+/// peeks out before the curve begins to grow, and nothing is missing when it is complete.
+constexpr int kCurveLength = 1000, kCurveRest = 10;
+
+/// Without trailing zeros and without "-0".
+void appendDecimal(std::string& out, double value, int decimals) {
   std::array<char, 64> text{};
-  char* end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, 3).ptr;
+  char* end =
+      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
   while (end[-1] == '0') --end;
   if (end[-1] == '.') --end;
   const std::string_view digits(text.data(), static_cast<std::size_t>(end - text.data()));
@@ -50,23 +55,23 @@ std::string escaped(std::string_view text) {
 }  // namespace
 
 SvgSurface::SvgSurface(int width, int height, double millimetres, std::string title)
-    : width_(width), height_(height), scale_(millimetres / width) {
+    : width_(width), height_(height), scale_(millimetres / width), decimals_(millimetres < 20 ? 6 : 3) {
   head_ =
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\"";
   const double high = height * scale_;
   for (const auto& [name, value] : {std::pair{" width=\"", millimetres}, {" height=\"", high}}) {
     head_ += name;
-    appendDecimal(head_, value);
+    appendDecimal(head_, value, decimals_);
     head_ += "mm\"";
   }
   head_ += " viewBox=\"0 0 ";
-  appendDecimal(head_, millimetres);
+  appendDecimal(head_, millimetres, decimals_);
   head_ += ' ';
-  appendDecimal(head_, high);
+  appendDecimal(head_, high, decimals_);
   head_ += "\">\n  <title>" + escaped(title) + "</title>\n";
 }
 
-void SvgSurface::number(double units) { appendDecimal(body_, units * scale_); }
+void SvgSurface::number(double units) { appendDecimal(body_, units * scale_, decimals_); }
 
 void SvgSurface::attribute(std::string_view name, double units) {
   body_ += ' ';
@@ -180,7 +185,45 @@ void SvgSurface::wideCurve(const WideCurve& curve) {
     body_ += ',';
     number(curve.bezier[i].y);
   }
-  body_ += "\"/>\n";
+  body_ += '"';
+  animation();
+}
+
+void SvgSurface::setRound(double seconds, bool repeat) {
+  seconds_ = seconds;
+  repeat_ = repeat;
+}
+
+void SvgSurface::animationTimes(double first, double second) {
+  body_ += " keyTimes=\"0;";
+  appendDecimal(body_, first / seconds_, 6);
+  if (motion_.kind == SvgMotion::Kind::grow) {
+    body_ += ';';
+    appendDecimal(body_, second / seconds_, 6);
+    body_ += ";1";
+  }
+  body_ += "\" dur=\"";
+  appendDecimal(body_, seconds_, 3);
+  body_ += repeat_ ? "s\" repeatCount=\"indefinite\"/>" : "s\"/>";
+}
+
+/// Ends the element that was begun, with its motion inside.
+void SvgSurface::animation() {
+  if (motion_.kind == SvgMotion::Kind::none) {
+    body_ += "/>\n";
+  } else if (motion_.kind == SvgMotion::Kind::appear) {
+    body_ += "><animate attributeName=\"visibility\" calcMode=\"discrete\" values=\"hidden;visible\"";
+    animationTimes(motion_.begin, motion_.begin);
+    body_ += "</path>\n";
+  } else {
+    const std::string dash = std::to_string(kCurveLength + kCurveRest),
+                      hidden = std::to_string(kCurveLength + 2 * kCurveRest);
+    body_ += " pathLength=\"" + std::to_string(kCurveLength) +
+             "\"><set attributeName=\"stroke-dasharray\" to=\"" + dash + ' ' + hidden +
+             "\"/><animate attributeName=\"stroke-dashoffset\" values=\"" + hidden + ';' + hidden + ";0;0\"";
+    animationTimes(motion_.begin, motion_.end);
+    body_ += "</path>\n";
+  }
 }
 
 void SvgSurface::beginGroup(std::string_view name) {

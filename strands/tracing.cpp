@@ -32,7 +32,7 @@ bool pointsAlong(float a, float b) {
          std::fabs(a - (b - kTwoPi)) < reach;
 }
 
-/// How unequal the distances of two spots from the middle of the view are, from 0 to 1.
+/// Whether two spots lie at clearly different distances from the middle of the view.
 bool lieOnDifferentRings(PointF a, PointF b) {
   const double aa = static_cast<double>(a.x) * a.x + static_cast<double>(a.y) * a.y;
   const double bb = static_cast<double>(b.x) * b.x + static_cast<double>(b.y) * b.y;

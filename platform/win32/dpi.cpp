@@ -35,12 +35,14 @@ OwnedFont messageFont(int dpi) {
   return OwnedFont(CreateFontIndirectW(&font));
 }
 
-int lineHeightOf(HWND window, HFONT font) {
+FontSize sizeOf(HWND window, HFONT font) {
   const WindowContext context(window);
   const Selection selected(context.get(), font);
   TEXTMETRICW metrics{};
   GetTextMetricsW(context.get(), &metrics);
-  return metrics.tmHeight > 0 ? metrics.tmHeight : 15;
+  SIZE digit{};
+  GetTextExtentPoint32W(context.get(), L"0", 1, &digit);
+  return {std::max(1, static_cast<int>(metrics.tmHeight)), std::max(1, static_cast<int>(digit.cx))};
 }
 
 }  // namespace lorivan::win32

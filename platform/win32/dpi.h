@@ -11,7 +11,10 @@ int dpiOf(HWND window);
 /// The font of the system's own messages.
 OwnedFont messageFont(int dpi);
 
-/// From the top of the highest letter to the bottom of the lowest, pixels.
-int lineHeightOf(HWND window, HFONT font);
+/// Pixels: of a line, descenders included, and of a digit.
+struct FontSize {
+  int lineHeight = 0, digitWidth = 0;
+};
+FontSize sizeOf(HWND window, HFONT font);
 
 }  // namespace lorivan::win32

@@ -1,12 +1,15 @@
 #include "platform/win32/form.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/win32/checked.h"
 #include "platform/win32/text.h"
 
 namespace lorivan::win32 {
 namespace {
+
+constexpr WPARAM kLongestEntry = 64;
 
 /// What the system needs to know to make one kind of control.
 struct NativeKind {
@@ -19,11 +22,11 @@ NativeKind nativeKind(ControlKind kind) {
     case ControlKind::group:
       return {WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT};
     case ControlKind::label:
-      return {WC_STATICW, SS_LEFT | SS_CENTERIMAGE, 0};
+      return {WC_STATICW, SS_RIGHT | SS_CENTERIMAGE, 0};
     case ControlKind::number:
-      return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
+      return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL | ES_RIGHT, WS_EX_CLIENTEDGE};
     case ControlKind::text:
-      return {WC_EDITW, ES_AUTOHSCROLL | ES_READONLY, WS_EX_CLIENTEDGE};
+      return {WC_EDITW, ES_AUTOHSCROLL | ES_RIGHT | ES_READONLY, WS_EX_CLIENTEDGE};
     case ControlKind::check:
       return {WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX, 0};
     case ControlKind::radio:
@@ -42,6 +45,18 @@ NativeKind nativeKind(ControlKind kind) {
 
 int scaled(double pixels, const LayoutMetrics& metrics) {
   return static_cast<int>(std::lround(pixels * metrics.scale));
+}
+
+Colour mixed(Colour from, Colour to, double share) {
+  const auto mix = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+  return makeColour(mix(redOf(from), redOf(to)), mix(greenOf(from), greenOf(to)),
+                    mix(blueOf(from), blueOf(to)));
+}
+
+/// With the context's own brush selected.
+void fillBox(HDC context, const RECT& box, Colour colour) {
+  SetDCBrushColor(context, colour);
+  PatBlt(context, box.left, box.top, box.right - box.left, box.bottom - box.top, PATCOPY);
 }
 
 /// A height that a control should not pass, in the middle of its line.
@@ -93,6 +108,7 @@ Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onM
   state.handle = CreateWindowExW(kind.extendedStyle, kind.className, widen(spec.caption).c_str(), style, 0, 0,
                                  0, 0, parent, identifier, GetModuleHandleW(nullptr), nullptr);
   if (state.handle == nullptr) return Error{systemFault("CreateWindowEx")};
+  if (spec.kind == ControlKind::number) SendMessageW(state.handle, EM_LIMITTEXT, kLongestEntry, 0);
   return {};
 }
 
@@ -108,11 +124,6 @@ ControlId Form::find(HWND window) const {
   return found == states_.end() ? -1 : static_cast<ControlId>(found - states_.begin());
 }
 
-bool Form::isEntry(HWND window) const {
-  const ControlId control = find(window);
-  return control >= 0 && kind(control) == ControlKind::number;
-}
-
 // ---- Places ----
 
 bool Form::isPlaced(ControlId control) const {
@@ -123,6 +134,7 @@ bool Form::isPlaced(ControlId control) const {
 std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font,
                                    const LayoutMetrics& metrics) {
   const FormLayout layout = computeLayout(specs_, clientWidth, clientHeight, metrics);
+  largePicture_ = layout.picture;
   std::vector<ControlId> resized;
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
     const LayoutRect& rect = layout.controls[static_cast<std::size_t>(control)];
@@ -131,7 +143,8 @@ std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font
     placeTip(control, rect);
     showState(control);
     PictureView* view = picture(control);
-    if (view != nullptr && view->fitSurface(rect.width, rect.height)) resized.push_back(control);
+    if (view != nullptr && !rect.isEmpty() && view->fitSurface(rect.width, rect.height))
+      resized.push_back(control);
   }
   RedrawWindow(parent_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
   return resized;
@@ -173,7 +186,7 @@ void Form::makeTips(HWND parent) {
                           GetModuleHandleW(nullptr), nullptr);
   SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, 400);
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
-    std::wstring text = widen(specs_[static_cast<std::size_t>(control)].tooltip);
+    std::wstring text = widen(tipOf(control));
     if (text.empty()) continue;
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
@@ -187,6 +200,14 @@ void Form::makeTips(HWND parent) {
     tool.uId = static_cast<UINT_PTR>(control);
     SendMessageW(tips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   }
+}
+
+/// A label without a tip has that of the control it stands before.
+std::string_view Form::tipOf(ControlId control) const {
+  const auto index = static_cast<std::size_t>(control);
+  const bool borrows =
+      kind(control) == ControlKind::label && specs_[index].tooltip.empty() && index + 1 < specs_.size();
+  return specs_[borrows ? index + 1 : index].tooltip;
 }
 
 void Form::placeTip(ControlId control, const LayoutRect& rect) {
@@ -217,7 +238,9 @@ void Form::showState(ControlId control) {
   if (GetFocus() == window && !(on && seen)) {
     // The focus must not stay on a control that takes no keys.
     const HWND next = GetNextDlgTabItem(parent_, window, FALSE);
+    movingFocus_ = true;
     SetFocus(next != nullptr && next != window ? next : parent_);
+    movingFocus_ = false;
   }
   if ((IsWindowEnabled(window) != 0) != on) EnableWindow(window, on);
   const bool isSeen = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
@@ -251,6 +274,8 @@ std::string Form::text(ControlId control) const {
 void Form::setText(ControlId control, const std::string& text) {
   if (this->text(control) == text) return;  // spares a flicker, and keeps the selection
   SetWindowTextW(handle(control), widen(text).c_str());
+  if (kind(control) == ControlKind::number && GetFocus() == handle(control))
+    SendMessageW(handle(control), EM_SETSEL, 0, -1);
 }
 
 bool Form::checked(ControlId control) const {
@@ -312,18 +337,21 @@ HBRUSH Form::brushFor(HWND window, HDC context) const {
 void Form::drawColourBox(const DRAWITEMSTRUCT& item) const {
   const ControlId control = find(item.hwndItem);
   if (control < 0) return;
-  RECT box = item.rcItem;
-  const bool down = (item.itemState & ODS_SELECTED) != 0;
-  DrawEdge(item.hDC, &box, down ? EDGE_SUNKEN : EDGE_ETCHED, BF_RECT | BF_ADJUST);
+  const Colour face = GetSysColor(COLOR_BTNFACE);
+  Colour fill = at(control).colours ? at(control).colours->background : face;
+  if ((item.itemState & ODS_DISABLED) != 0) fill = mixed(fill, face, 0.6);
+  const bool marked = (item.itemState & (ODS_FOCUS | ODS_SELECTED)) != 0;
   const Selection brush(item.hDC, GetStockObject(DC_BRUSH));
-  SetDCBrushColor(item.hDC,
-                  at(control).colours ? at(control).colours->background : GetSysColor(COLOR_BTNFACE));
-  PatBlt(item.hDC, box.left, box.top, box.right - box.left, box.bottom - box.top, PATCOPY);
-  if ((item.itemState & ODS_FOCUS) == 0) return;
-  SetTextColor(item.hDC, 0);
-  SetBkColor(item.hDC, 0xFFFFFF);
-  InflateRect(&box, -1, -1);
-  DrawFocusRect(item.hDC, &box);
+  RECT box = item.rcItem;
+  fillBox(item.hDC, box,
+          marked ? GetSysColor(COLOR_HIGHLIGHT) : mixed(fill, GetSysColor(COLOR_BTNTEXT), 0.35));
+  const int edge = marked ? 2 : 1;
+  InflateRect(&box, -edge, -edge);
+  if (marked) {
+    fillBox(item.hDC, box, face);
+    InflateRect(&box, -1, -1);
+  }
+  fillBox(item.hDC, box, fill);
 }
 
 void Form::showDrawnPictures() {

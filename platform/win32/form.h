@@ -36,7 +36,6 @@ class Form {
   ControlKind kind(ControlId control) const { return specs_[static_cast<std::size_t>(control)].kind; }
   /// The control with this window, or -1.
   ControlId find(HWND window) const;
-  bool isEntry(HWND window) const;
 
   std::string text(ControlId control) const;
   void setText(ControlId control, const std::string& text);
@@ -52,6 +51,10 @@ class Form {
   void setVisible(ControlId control, bool on);
   bool visible(ControlId control) const { return at(control).visible; }
   void setColours(ControlId control, Colour background, Colour text);
+
+  /// While the program's own calls move the focus, of which it is not told.
+  bool isMovingFocus() const { return movingFocus_; }
+  const LayoutRect& largePicture() const { return largePicture_; }
 
   /// WM_CTLCOLOR...: the brush for a control with colours of its own, null for others.
   HBRUSH brushFor(HWND control, HDC context) const;
@@ -83,12 +86,15 @@ class Form {
   void forMembers(ControlId group, void (Form::*act)(ControlId));
   void placeControl(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics);
   void makeTips(HWND parent);
+  std::string_view tipOf(ControlId control) const;
   void placeTip(ControlId control, const LayoutRect& rect);
 
   std::span<const ControlSpec> specs_;
   std::vector<State> states_;
   HWND parent_ = nullptr;
   HWND tips_ = nullptr;  // owned by the parent
+  LayoutRect largePicture_;
+  bool movingFocus_ = false;
 };
 
 }  // namespace lorivan::win32

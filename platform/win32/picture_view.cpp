@@ -8,6 +8,8 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr const wchar_t* kClass = L"LorivanPicture";
+constexpr UINT kReleaseLost = WM_APP + 3;  // the mouse was taken away while a button was down
+constexpr DWORD kFrameMilliseconds = 16;
 
 }  // namespace
 
@@ -20,10 +22,18 @@ HCURSOR systemPointer(PointerShape shape) {
 
 PictureView::PictureView(std::unique_ptr<DibSurface> surface, MouseHandler onMouse)
     : surface_(std::move(surface)), onMouse_(std::move(onMouse)) {
-  surface_->onRefresh = [this] {
-    surface_->takeDrawn();
-    if (handle_ != nullptr) RedrawWindow(handle_, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-  };
+  surface_->onRefresh = [this] { refresh(); };
+}
+
+void PictureView::refresh() {
+  surface_->takeDrawn();
+  if (handle_ == nullptr) return;
+  InvalidateRect(handle_, nullptr, FALSE);
+  // Building up a knot refreshes far more often than a screen can show.
+  const DWORD now = timeGetTime();
+  if (now - shownAt_ < kFrameMilliseconds) return;
+  shownAt_ = now;
+  UpdateWindow(handle_);
 }
 
 Result<std::unique_ptr<PictureView>> PictureView::create(HWND parent, int id, MouseHandler onMouse) {
@@ -112,6 +122,9 @@ LRESULT PictureView::handle(UINT message, WPARAM wide, LPARAM argument) {
     case WM_CAPTURECHANGED:
       captureLost();
       return 0;
+    case kReleaseLost:
+      releaseLost();
+      return 0;
     case WM_SETCURSOR:
       // The window's hourglass goes before.
       if (SendMessageW(GetParent(handle_), message, wide, argument) == 0) SetCursor(systemPointer(pointer_));
@@ -166,14 +179,19 @@ void PictureView::release(int button, LPARAM where) {
   tell(MouseAction::release, button);
 }
 
+/// Hiding the picture loses the mouse, too: the release comes with the next events, not out of that call.
 void PictureView::captureLost() {
+  if (pressed_ != 0) PostMessageW(handle_, kReleaseLost, 0, 0);
+}
+
+void PictureView::releaseLost() {
   const int button = std::exchange(pressed_, 0);
   if (button != 0) tell(MouseAction::release, button);
 }
 
 void PictureView::leave() {
   inside_ = false;
-  tell(MouseAction::leave, 0);
+  if (pressed_ == 0) tell(MouseAction::leave, 0);
 }
 
 }  // namespace lorivan::win32

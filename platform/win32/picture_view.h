@@ -31,11 +31,13 @@ class PictureView {
   PictureView(std::unique_ptr<DibSurface> surface, MouseHandler onMouse);
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM argument);
   LRESULT handle(UINT message, WPARAM wide, LPARAM argument);
+  void refresh();
   void paint();
   void press(int button, LPARAM where);
   void move(LPARAM where);
   void release(int button, LPARAM where);
   void captureLost();
+  void releaseLost();
   void leave();
   void tell(MouseAction action, int button);
   void rememberPlace(LPARAM where);
@@ -47,6 +49,7 @@ class PictureView {
   int pressed_ = 0;  // the button whose release is awaited
   int x_ = 0, y_ = 0;
   bool inside_ = false;  // the pointer's leaving is being watched
+  DWORD shownAt_ = 0;    // when refresh() last painted, milliseconds
 };
 
 HCURSOR systemPointer(PointerShape shape);

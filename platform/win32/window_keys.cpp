@@ -50,8 +50,6 @@ bool isTextShortcut(HWND entry, WPARAM key) {
   }
 }
 
-bool entryNeedsKey(WPARAM key) { return key != VK_UP && key != VK_DOWN && key != VK_ESCAPE; }
-
 bool isOpenList(HWND window) { return SendMessageW(window, CB_GETDROPPEDSTATE, 0, 0) != 0; }
 
 }  // namespace
@@ -75,17 +73,25 @@ bool WindowWin32::takeKey(const MSG& message) {
     if (kind == ControlKind::button || kind == ControlKind::colourBox) pressButton(control);
     if (isEntry || kind == ControlKind::button || kind == ControlKind::colourBox) return true;
   }
-  if (!(isEntry && entryNeedsKey(message.wParam)) && tellKey(message.wParam)) return true;
+  const bool entryNeedsIt = isEntry && (message.wParam == VK_LEFT || message.wParam == VK_RIGHT);
+  if (!entryNeedsIt && tellKey(message.wParam)) return true;
   if (isEntry && isTextShortcut(message.hwnd, message.wParam)) return false;
   MSG copy = message;
   return menu_.accelerators() != nullptr && TranslateAcceleratorW(window_, menu_.accelerators(), &copy) != 0;
 }
 
 bool WindowWin32::tellKey(WPARAM key) {
-  if (!events_.key) return false;
+  if (!events_.key || toKey(key) == Key::other) return false;
   const bool taken = events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU)});
   form_.showDrawnPictures();
   return taken;
+}
+
+/// How a label's mnemonic passes the focus on: to the label, then one further.
+void WindowWin32::moveFocus(WPARAM target, bool isWindow) {
+  const HWND next =
+      isWindow ? reinterpret_cast<HWND>(target) : GetNextDlgTabItem(window_, GetFocus(), target != 0);
+  if (next != nullptr) SetFocus(next);
 }
 
 void WindowWin32::confirmEntry(ControlId entry) {
@@ -108,6 +114,7 @@ void WindowWin32::entryFocused(ControlId entry) {
 /// The program must not be told while the focus is on its way (it may open a dialog). It is told before the
 /// next event, or when the posted message arrives.
 void WindowWin32::entryLeft(ControlId entry) {
+  if (form_.isMovingFocus()) return;
   if (leftEntry_ >= 0 && leftEntry_ != entry) confirmLeftEntry();
   leftEntry_ = entry;
   PostMessageW(window_, kEntryLeft, 0, 0);
@@ -121,7 +128,17 @@ void WindowWin32::confirmLeftEntry() {
   if (focus == nullptr || focus == form_.handle(entry)) return;
   if (focus != window_ && !IsChild(window_, focus)) return;
   SendMessageW(form_.handle(entry), EM_SETMODIFY, FALSE, 0);
+  tell(events_.left, entry);
   tell(events_.confirmed, entry);
+}
+
+/// Before anything else is told: an entry that was left, or one that is being typed into (a menu leaves the
+/// focus where it is).
+void WindowWin32::confirmPending() {
+  confirmLeftEntry();
+  const ControlId control = form_.find(GetFocus());
+  if (control < 0 || form_.kind(control) != ControlKind::number) return;
+  if (SendMessageW(form_.handle(control), EM_GETMODIFY, 0, 0) != 0) confirmEntry(control);
 }
 
 }  // namespace lorivan::win32

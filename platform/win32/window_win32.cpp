@@ -91,14 +91,21 @@ Status WindowWin32::make(const std::string& title) {
   return {};
 }
 
-/// Gives the window the size that shows a picture of the reference size, as far as the screen has room.
-void WindowWin32::fitToScreen() {
-  const LayoutSize client = referenceClient(form_.specs(), metrics_);
+/// The outer size of the window around a client area of the form.
+LayoutSize WindowWin32::frameAround(LayoutSize client) const {
   RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
   AdjustWindowRectEx(&frame, kStyle, TRUE, 0);
+  return {toPlace(frame).width, toPlace(frame).height};
+}
+
+/// The reference size on a small screen, about two thirds of a larger one's height.
+void WindowWin32::fitToScreen() {
+  const LayoutSize reference = frameAround(referenceClient(form_.specs(), metrics_));
   const WindowPlace room = toPlace(monitorOf(window_).rcWork);
-  const int width = std::min(toPlace(frame).width, room.width);
-  const int height = std::min(toPlace(frame).height, room.height);
+  const int spare = std::max(
+      0, std::min(room.height * 7 / 10 - reference.height, (room.width * 8 / 10 - reference.width) * 4 / 5));
+  const int width = std::min(reference.width + spare * 5 / 4, room.width);
+  const int height = std::min(reference.height + spare, room.height);
   WindowPlace now = place();
   now.left = std::clamp(now.left, room.left, room.left + room.width - width);
   now.top = std::clamp(now.top, room.top, room.top + room.height - height);
@@ -108,7 +115,7 @@ void WindowWin32::fitToScreen() {
 
 void WindowWin32::closeAsked() {
   if (askingToClose_) return;
-  confirmLeftEntry();
+  confirmPending();
   askingToClose_ = true;
   const bool mayClose = !events_.closeQuery || events_.closeQuery();
   askingToClose_ = false;
@@ -159,11 +166,17 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       takeFont();
       sized(SIZE_RESTORED);
       return 0;
+    case WM_PAINT:
+      paintFrame();
+      return 0;
     case WM_ACTIVATE:
       activated(LOWORD(wide) != WA_INACTIVE);
       return 0;
     case WM_SETFOCUS:
       giveFocusBack();
+      return 0;
+    case WM_NEXTDLGCTL:
+      moveFocus(wide, LOWORD(argument) != 0);
       return 0;
     case WM_COMMAND:
       if (argument == 0)
@@ -210,17 +223,18 @@ void WindowWin32::sized(WPARAM how) {
 
 void WindowWin32::limitSize(MINMAXINFO& limits) const {
   if (status_ == nullptr) return;
-  const LayoutSize client = minimumClient(form_.specs(), metrics_);
-  RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
-  AdjustWindowRectEx(&frame, kStyle, TRUE, 0);
-  limits.ptMinTrackSize = {frame.right - frame.left, frame.bottom - frame.top};
+  const LayoutSize least = frameAround(minimumClient(form_.specs(), metrics_));
+  const WindowPlace room = toPlace(monitorOf(window_).rcWork);
+  limits.ptMinTrackSize = {std::min(least.width, room.width), std::min(least.height, room.height)};
 }
 
 void WindowWin32::takeFont() {
   const int dpi = dpiOf(window_);
   OwnedFont font = messageFont(dpi);
   metrics_.scale = static_cast<double>(dpi) / USER_DEFAULT_SCREEN_DPI;
-  metrics_.lineHeight = lineHeightOf(window_, font.get());
+  const FontSize size = sizeOf(window_, font.get());
+  metrics_.lineHeight = size.lineHeight;
+  metrics_.digitWidth = size.digitWidth;
   SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
   // The controls still hold the former font, which must outlive that.
   std::swap(font_, font);
@@ -231,6 +245,17 @@ void WindowWin32::densityChanged(const RECT& proposal) {
   takeFont();
   SetWindowPos(window_, nullptr, proposal.left, proposal.top, proposal.right - proposal.left,
                proposal.bottom - proposal.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+/// A thin line around the large picture.
+void WindowWin32::paintFrame() {
+  PAINTSTRUCT paint{};
+  const HDC context = BeginPaint(window_, &paint);
+  const LayoutRect& picture = form_.largePicture();
+  const RECT frame = {picture.left - 1, picture.top - 1, picture.left + picture.width + 1,
+                      picture.top + picture.height + 1};
+  if (!picture.isEmpty()) FrameRect(context, &frame, GetSysColorBrush(COLOR_BTNSHADOW));
+  EndPaint(window_, &paint);
 }
 
 void WindowWin32::activated(bool on) {
@@ -251,7 +276,7 @@ void WindowWin32::giveFocusBack() {
 void WindowWin32::chosen(int identifier) {
   const CommandId command = identifier - kFirstCommand;
   if (command < 0 || command >= menu_.count() || !menu_.enabled(command)) return;
-  confirmLeftEntry();
+  confirmPending();
   if (menu_.enabled(command)) tell(events_.command, command);
 }
 
@@ -263,7 +288,7 @@ void WindowWin32::notified(int notification, ControlId control) {
     if (notification == EN_KILLFOCUS) entryLeft(control);
   } else if (kind == ControlKind::list) {
     if (notification != CBN_SELCHANGE) return;
-    confirmLeftEntry();
+    confirmPending();
     tell(events_.changed, control);
   } else if (notification == BN_CLICKED) {
     pressButton(control);
@@ -272,7 +297,7 @@ void WindowWin32::notified(int notification, ControlId control) {
 
 void WindowWin32::pressButton(ControlId control) {
   const ControlKind kind = form_.kind(control);
-  confirmLeftEntry();
+  confirmPending();
   if (!form_.enabled(control)) return;  // what the entry set off took it away
   if (kind == ControlKind::button || kind == ControlKind::colourBox) {
     tell(events_.clicked, control);
@@ -285,7 +310,7 @@ void WindowWin32::filesDropped(HDROP files) {
   std::wstring path(static_cast<std::size_t>(DragQueryFileW(files, 0, nullptr, 0)) + 1, L'\0');
   path.resize(DragQueryFileW(files, 0, path.data(), static_cast<UINT>(path.size())));
   DragFinish(files);
-  confirmLeftEntry();
+  confirmPending();
   if (!path.empty()) tell(events_.fileDropped, narrow(path));
 }
 

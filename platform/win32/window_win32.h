@@ -72,6 +72,7 @@ class WindowWin32 final : public Window {
  private:
   WindowWin32(const WindowSpec& spec, const WindowEvents& events);
   Status make(const std::string& title);
+  LayoutSize frameAround(LayoutSize client) const;
   void fitToScreen();
 
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM argument);
@@ -80,6 +81,7 @@ class WindowWin32 final : public Window {
   void limitSize(MINMAXINFO& limits) const;
   void densityChanged(const RECT& proposal);
   void takeFont();
+  void paintFrame();
   void activated(bool on);
   void giveFocusBack();
   void notified(int notification, ControlId control);
@@ -93,10 +95,12 @@ class WindowWin32 final : public Window {
   void takeMessage(MSG& message);
   bool takeKey(const MSG& message);
   bool tellKey(WPARAM key);
+  void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);
   void entryFocused(ControlId entry);
   void entryLeft(ControlId entry);
   void confirmLeftEntry();
+  void confirmPending();
   void pressButton(ControlId control);
 
   /// Calls what the program installed, if it did, and shows what that drew.

@@ -47,6 +47,38 @@ expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 
 expect 0 "" --list parameters
 grep -q vtXNo out.txt || fault "the list names no parameter"
 
+# The knot that draws itself: the last frame and an unplayed SVG are the still picture.
+shape=(--shape Circular --set vtAnimate=8)
+expect 0 "" "${shape[@]}" -o still.svg -o still.png --width 300
+expect 0 "" "${shape[@]}" --animate -o moving.svg -o 'frame-%03d.png' -o 'b%d.bmp' --width 300
+frames=(frame-*.png) bitmaps=(b*.bmp)
+((${#frames[@]} > 50 && ${#frames[@]} == ${#bitmaps[@]})) || fault "${#frames[@]} frames"
+[[ ${frames[0]} == frame-001.png ]] || fault "the first frame is ${frames[0]}"
+same "${frames[-1]}" still.png
+cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
+sed -E 's/ pathLength="1000"//; s/><(set|animate) .*/\/>/' moving.svg | cmp -s - still.svg ||
+  fault "an SVG that does not play is not the still picture"
+grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
+same few9.png still.png
+while read -r name; do
+  expect 2 "" --animate -o "$name"
+done <<'NAMES'
+plain.png
+%s.png
+%3d.png
+%00d.png
+%d-%d.bmp
+%dir/x.png
+%d.emf
+NAMES
+expect 2 "does not go with --view 3d" --animate --view 3d -o x.svg
+expect 5 "cannot write no/such" "${shape[@]}" --animate --width 100 -o 'lost%02d.png' -o no/such/x.svg
+compgen -G '*lost*' >/dev/null && fault "frames were left although another output failed"
+
+expect 0 "" "${shape[@]}" --mm 80 -o knot.emf
+[[ $(od -An -tx1 -j40 -N4 knot.emf) == " 20 45 4d 46" ]] || fault "no metafile"
+
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
@@ -86,7 +118,7 @@ expect 5 "cannot write no/such/x.svg" -o no/such/x.svg
 mkdir folder.svg
 expect 5 "it is a folder" -o folder.svg
 expect 5 "too large" --width 2000000000 -o huge.png
-[[ -z $(find . -name '*.part*') ]] || fault "scraps were left: $(find . -name '*.part*')"
+[[ -z $(find . -name '*.part') ]] || fault "scraps were left: $(find . -name '*.part')"
 
 # Rights do not bind root: these are tried as somebody else.
 chmod 755 "$folder" && touch secret.qzd && chmod 0 secret.qzd

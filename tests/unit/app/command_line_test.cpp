@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/frame_files.h"
+
 namespace lorivan {
 namespace {
 
@@ -59,6 +61,19 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
     const auto line = parseCommandLine(words);
     EXPECT_FALSE(line) << (words.empty() ? "" : words[0]);
   }
+}
+
+TEST(FrameNames, CountWithinTheirDigits) {
+  const auto names = parseFrameNames("50%/a-%03d.PNG");
+  ASSERT_TRUE(names);
+  EXPECT_EQ(names->name(7), "50%/a-007.PNG");
+  EXPECT_EQ(names->most(), 999);
+  const auto plain = parseFrameNames("%d.bmp");
+  EXPECT_EQ(plain->name(1234), "1234.bmp");
+  for (const auto& [pattern, most] : {std::pair{"%d.bmp", 9999}, {"%01d.bmp", 9}, {"%09d.bmp", 9999}})
+    EXPECT_EQ(parseFrameNames(pattern)->most(), most);
+  for (const char* wrong : {"a.png", "%", "%.png", "%0d.png", "%012d.png", "%-3d.png", "%%d.png", "%d/a.png"})
+    EXPECT_FALSE(parseFrameNames(wrong)) << wrong;
 }
 
 TEST(CommandLine, ListsComeFromTheTables) {

@@ -131,12 +131,22 @@ TEST_F(ExportTest, EachOptionSavesItsFormat) {
   EXPECT_EQ(text(Param::PolySides), std::string(parameterSpec(Param::PolySides).firstRun));
 }
 
-TEST_F(ExportTest, TheFileFollowsTheFieldsAndNotTheModelShown) {
+TEST_F(ExportTest, FileAndModelFollowTheFields) {
   click("optSTL");
   const std::size_t first = save("a").size();
+  click("cmd3DView");
   enter(Param::PolySides, "20");
-  EXPECT_GT(save("a").size(), first);
-  EXPECT_GT(w->busyTimes(), 2);
+  const std::size_t polygons = std::stoul(w->text(controlId("txtNPoly")));
+  EXPECT_GT(save("a").size(), 3 * first);
+  EXPECT_EQ(std::stoul(w->text(controlId("txtNPoly"))), 4 * polygons);
+  EXPECT_FALSE(enabled("cmd3D"));
+  // Four sides for one format are no new model on the screen.
+  click("optGemVision");
+  enter(Param::PolySides, "6");
+  save("b");
+  EXPECT_EQ(std::stoul(w->text(controlId("txtNPoly"))), 4 * polygons);
+  EXPECT_EQ(text(Param::PolySides), "6");
+  EXPECT_GE(w->busyTimes(), 3);
 }
 
 TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
@@ -148,6 +158,7 @@ TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
   platform.dialogs.answerMessage();
   pick("mnuFileSave3D");
   EXPECT_EQ(lastAsked().text.rfind("Sorry, you are missing the povinit.txt file.", 0), 0U);
+  EXPECT_EQ(w->status(), "Nothing was saved");
   EXPECT_EQ(contents(folder.file("old.pov")), "old");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 1);
   click("optSTL");

@@ -146,6 +146,20 @@ TEST_F(Files, LinksKeepPointingAndNamesMayUseAnyLetters) {
   EXPECT_EQ(*readFile(path("link"), 10), "2");
 }
 
+#if defined(__linux__)
+TEST_F(Files, ALinkToNowhereMakesItsTargetAndACircleIsRefused) {
+  fs::create_symlink("new.txt", folder_ / "link");
+  ASSERT_TRUE(writeFile(path("link"), "1"));
+  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
+  EXPECT_EQ(*readFile(path("new.txt"), 10), "1");
+  fs::create_symlink("b", folder_ / "a");
+  fs::create_symlink("a", folder_ / "b");
+  EXPECT_FALSE(writeFile(path("a"), "1"));
+  const std::string longest(255, 'n');
+  EXPECT_TRUE(writeFile(path(longest), "1")) << "the temporary name is a short one";
+}
+#endif
+
 TEST(Paths, ExtensionAndName) {
   EXPECT_EQ(extensionOf("a.b/c.SVG"), "svg");
   EXPECT_EQ(extensionOf("a.b/c"), "");

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
+#include "strands/animated_svg.h"
 
 namespace lorivan {
 namespace {
@@ -126,6 +129,50 @@ TEST(Animation, FramesByThemselvesEndAsTheWholePicture) {
   drawAnimationFrame(frame, *knot.graph, knot.curve, style, view, {}, steps, steps.size());
   drawKnotPicture(picture, *knot.graph, knot.curve, style, view, {});
   EXPECT_TRUE(std::equal(frame.pixels().begin(), frame.pixels().end(), picture.pixels().begin()));
+}
+
+/// The numbers of every occurrence of name="a;b;c".
+std::vector<std::vector<double>> lists(const std::string& text, const std::string& name) {
+  std::vector<std::vector<double>> found;
+  for (std::size_t at = 0; (at = text.find(name + "=\"", at)) != std::string::npos;) {
+    at += name.size() + 2;
+    std::istringstream list(text.substr(at, text.find('"', at) - at));
+    found.emplace_back();
+    for (std::string part; std::getline(list, part, ';');) found.back().push_back(std::stod(part));
+  }
+  return found;
+}
+
+TEST(AnimatedSvg, StrandsGrowOneAfterTheOtherThenOversAppear) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Circular, 8, 2));
+  KnotStyle style;
+  style.colours = strandColours(firstColourBoxes());
+  AnimatedSvgOptions options{{}, 100, "t", 36, true};
+  const std::string loop = animatedSvg(*knot.graph, knot.curve, style, GridView(0.8F, 5000), options);
+  options.loop = false;
+  const std::string once = animatedSvg(*knot.graph, knot.curve, style, GridView(0.8F, 5000), options);
+  EXPECT_EQ(once.find("repeatCount"), std::string::npos);
+  EXPECT_NE(loop.find("repeatCount=\"indefinite\""), std::string::npos);
+
+  const auto steps = animationSteps(knot.curve);
+  double grown = 0, appeared = 0;
+  for (const auto& times : lists(once, "keyTimes")) {
+    EXPECT_EQ(times.front(), 0);
+    if (times.size() == 4) {
+      EXPECT_TRUE(times[1] == grown || times[1] == appeared) << "both bands together, strand after strand";
+      appeared = times[1];
+      grown = times[2];
+      EXPECT_GT(grown, appeared);
+    } else {
+      EXPECT_GE(times.at(1), std::max(grown, appeared));
+      appeared = times[1];
+    }
+  }
+  const auto runs = std::count_if(steps.begin(), steps.end(), [](const auto& step) { return !step.grows(); });
+  EXPECT_NEAR(grown, 1 - static_cast<double>(runs) / static_cast<double>(steps.size()), 1e-5);
+  EXPECT_NEAR(appeared, 1 - 1.0 / static_cast<double>(steps.size()), 1e-5) << "the last over-crossing";
+  const double seconds = static_cast<double>(steps.size() + 5) * 0.036;
+  EXPECT_NE(loop.find("dur=\"" + shortestText(static_cast<float>(seconds)) + "s\""), std::string::npos);
 }
 
 }  // namespace

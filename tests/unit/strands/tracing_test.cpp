@@ -57,6 +57,21 @@ TEST(Tracing, EveryShapeIsAnAlternatingKnot) {
     }
 }
 
+TEST(Tracing, EverySizeIsAKnotAtTheScaleItIsBuiltWith) {
+  for (int s = 0; s < kShapeCount - 1; ++s)
+    for (int x = 1; x <= 20; ++x)
+      for (const int y : {1, 2, 5, 12, 20})
+        for (const float scale : {6.F, 30.F}) {
+          const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), x, y, scale));
+          EXPECT_EQ(knot.error, "") << s << ' ' << x << ' ' << y << ' ' << scale;
+          EXPECT_EQ(wronglyPassed(*knot.graph), 0) << s << ' ' << x << ' ' << y << ' ' << scale;
+        }
+  for (int offset = -7; offset <= 7; ++offset)
+    for (int n = 4; n <= 9; ++n)
+      for (const Shape shape : {Shape::Cross, Shape::Spiral})
+        EXPECT_EQ(makeKnot(fieldsOf(shape, n / 2, n - n / 2, 30, offset)).error, "") << n << ' ' << offset;
+}
+
 TEST(Tracing, OneStrandIsOverWhereTheOtherIsUnder) {
   for (int s = 0; s < kShapeCount - 1; ++s) {
     const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), 5, 4));

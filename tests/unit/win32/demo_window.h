@@ -83,6 +83,7 @@ class DemoWindow {
       return [this, what](ControlId control) { log.push_back(std::string(what) + " " + name(control)); };
     };
     events.confirmed = note("confirmed");
+    events.left = note("left");
     events.clicked = note("clicked");
     events.changed = note("changed");
     events.resized = note("resized");
@@ -90,6 +91,7 @@ class DemoWindow {
       log.push_back(std::string(kDemoMenu[static_cast<std::size_t>(command)].name));
     };
     events.mouse = [this](ControlId control, const MouseEvent& e) {
+      if (e.button == 0) return;  // on a real screen a pointer may stand anywhere
       constexpr const char* actions[] = {"press", "move", "release", "leave"};
       log.push_back(name(control) + " " + actions[static_cast<int>(e.action)] + " " +
                     std::to_string(e.button) + " " + std::to_string(e.x) + "," + std::to_string(e.y));

@@ -64,15 +64,32 @@ TEST_F(WindowTest, AnEntryTellsWhenEnterIsPressedAndWhenItIsLeft) {
   EXPECT_EQ(demo.told(), Told{"confirmed vtWidth"});
   EXPECT_EQ(demo.window->text(kWidth), "12");
   demo.key(VK_TAB);
-  EXPECT_EQ(demo.told(), Told{"confirmed vtWidth"});
+  EXPECT_EQ(demo.told(), (Told{"left vtWidth", "confirmed vtWidth"}));
   EXPECT_TRUE(demo.hasFocus(kScale));
   DWORD from = 9, to = 9;
   SendMessageW(demo.child(kScale), EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
   EXPECT_EQ(std::pair(from, to), std::pair(DWORD{0}, DWORD{2})) << "all of it is selected";
   demo.click(kCreate);
-  EXPECT_EQ(demo.told(), (Told{"confirmed vtScale", "clicked cmd2D"}));
+  EXPECT_EQ(demo.told(), (Told{"left vtScale", "confirmed vtScale", "clicked cmd2D"}));
   demo.focus(kScale);
   SetFocus(nullptr);  // the window is no longer the active one
+  EXPECT_EQ(demo.told(), Told{});
+}
+
+TEST_F(WindowTest, WhatIsTypedCountsBeforeACommandAndBeforeClosing) {
+  DemoWindow demo(platform_);
+  demo.show();
+  demo.mayClose = false;
+  demo.focus(kWidth);
+  demo.type("5");
+  PostMessageW(demo.main, WM_COMMAND, kFirstCommand + kSave, 0);
+  PostMessageW(demo.main, WM_COMMAND, kFirstCommand + kSave, 0);
+  EXPECT_EQ(demo.told(), (Told{"confirmed vtWidth", "mnuFileSave", "mnuFileSave"}));
+  demo.type("6");
+  PostMessageW(demo.main, WM_CLOSE, 0, 0);
+  EXPECT_EQ(demo.told(), (Told{"confirmed vtWidth", "closing?"}));
+  demo.type("7");
+  demo.window->setEnabled(kWidth, false);  // the program itself takes the focus away
   EXPECT_EQ(demo.told(), Told{});
 }
 
@@ -82,7 +99,7 @@ TEST_F(WindowTest, AButtonThatTheLeftEntryDisablesIsNotPressed) {
   demo.events.confirmed = [&](ControlId) { demo.window->setEnabled(kCreate, false); };
   demo.focus(kWidth);
   demo.click(kCreate);
-  EXPECT_EQ(demo.told(), Told{});
+  EXPECT_EQ(demo.told(), Told{"left vtWidth"});
   EXPECT_FALSE(demo.window->enabled(kCreate));
   EXPECT_FALSE(demo.hasFocus(kCreate)) << "the focus must not stay on what takes no keys";
   EXPECT_NE(GetFocus(), nullptr);
@@ -146,6 +163,22 @@ TEST_F(WindowTest, CommandsComeFromTheMenuAndFromTheirShortcuts) {
   demo.keyWith(VK_CONTROL, 'S');
   PostMessageW(demo.main, WM_COMMAND, kFirstCommand + kSave, 0);
   EXPECT_EQ(demo.told(), Told{});
+}
+
+TEST_F(WindowTest, MnemonicsReachWhatTheyStandFor) {
+  DemoWindow demo(platform_);
+  demo.show();
+  const auto press = [&](char letter) {
+    PostMessageW(GetFocus(), WM_SYSCHAR, static_cast<WPARAM>(letter), 1 << 29);
+    demo.settle();
+  };
+  press('c');  // a label's
+  EXPECT_TRUE(demo.hasFocus(kScale));
+  press('g');
+  press('v');
+  press('2');
+  EXPECT_EQ(demo.told(), (Told{"left vtScale", "confirmed vtScale", "changed chkGrid", "changed optVrml",
+                               "clicked cmd2D"}));
 }
 
 TEST_F(WindowTest, TextShortcutsBelongToAnEntryWhileItIsTypedInto) {

@@ -1,0 +1,23 @@
+// The growing drawing as one file that every browser plays.
+#pragma once
+
+#include <string>
+
+#include "strands/animation.h"
+
+namespace lorivan {
+
+struct AnimatedSvgOptions {
+  PictureOptions picture;
+  double millimetres = 0;  // width of the view's whole picture
+  std::string title;
+  int delay = 180;    // milliseconds for each step, see frameDelay()
+  bool loop = false;  // else it plays once and stays
+};
+
+/// Ground and bands as in drawKnotPicture(), with each strand growing evenly over the time of its steps and
+/// each over-crossing appearing at its own. A loop rests for five steps at its end.
+std::string animatedSvg(const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
+                        const GridView& view, const AnimatedSvgOptions& options);
+
+}  // namespace lorivan
