@@ -32,8 +32,8 @@ Result<std::string> MainWindow::pictureFile(const std::string& extension, bool s
   if (extension == kVector && curves) return knotFile(kVector);
   const bool png = extension == "png";
   if (!png && !extension.empty() && extension != "bmp")
-    return Error{"a picture is saved as bmp, png" + std::string(curves ? " or svg" : "") + ", not as " +
-                 extension};
+    return Error{"a picture is saved as " + std::string(curves ? "bmp, png or svg" : "bmp or png") +
+                 ", not as " + extension};
   const PictureFormat format = png ? PictureFormat::png : PictureFormat::bmp;
   if (solid && checked(Check::HeightMap)) {
     Surface* const heights = picBig();
