@@ -30,6 +30,7 @@ const TubeModel* MainWindow::modelFor(const ExportFormat& format, KnotModel& own
   if (format.sides == 0) {
     if (!buildTubes()) return nullptr;
     solidChanged();
+    status(modelSummary());
     return &solid_.model.built();
   }
   const Status built = own.build(knot_, knotFields(), colours_, format.sides);
@@ -49,7 +50,8 @@ void MainWindow::mnuFileSave3D_Click() {
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window_->processEvents()) return;
   const std::string path = NewFname(std::string(format->label), std::string(format->extension));
-  if (path.empty()) return;
+  // The dialog is to go from the screen before the work begins.
+  if (path.empty() || !window_->processEvents()) return;
   window_->setBusy(true);
   const Status written = writeModel(*format, *model, path);
   window_->setBusy(false);
@@ -61,7 +63,7 @@ void MainWindow::mnuFileSave3D_Click() {
     complain(written.error().message);
     status("Nothing was saved");
   } else {
-    status("Could not save " + path + ": " + written.error().message);
+    status(written.error().message);
   }
 }
 
