@@ -153,6 +153,7 @@ bool MainWindow::closeQuery() {
   if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
   saveSettings();
   stop_ = true;
+  deeds_.clear();
   return true;
 }
 
