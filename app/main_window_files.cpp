@@ -2,6 +2,7 @@
 #include "app/knot_file.h"
 #include "app/main_window.h"
 #include "base/sink.h"
+#include "custom/shape_file.h"
 
 namespace lorivan {
 namespace {
@@ -64,7 +65,7 @@ void MainWindow::mnuFileSave_Click() {
 
 void MainWindow::mnuFileLoad_Click() {
   if (commandLineLoading_) {
-    loadKnotFile(options_.knotFile);
+    openFile(options_.knotFile);
     return;
   }
   FileDialogSpec dialog;
@@ -80,12 +81,20 @@ void MainWindow::mnuFileLoad_Click() {
 }
 
 void MainWindow::fileDropped(const std::string& path) {
-  if (extensionOf(path) != kExtension) {
-    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd)");
+  const std::string extension = extensionOf(path);
+  if (extension != kExtension && extension != kShapeFileExtension) {
+    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd) and no shape file (*.qzc)");
     return;
   }
   rememberFolder(path);
-  loadKnotFile(path);
+  openFile(path);
+}
+
+void MainWindow::openFile(const std::string& path) {
+  if (extensionOf(path) == kShapeFileExtension)
+    loadShape(path);
+  else
+    loadKnotFile(path);
 }
 
 /// What was read before a fault stays in the fields; then the picture is left as it is.
