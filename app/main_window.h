@@ -258,6 +258,8 @@ class MainWindow {
   void showNewShape(CustomShape shape);
   FileDialogSpec shapeDialog(bool save) const;
   void loadShape(const std::string& path);
+  static bool isPicture(const std::string& path);
+  void loadTracePicture(const std::string& path);
   void showCustomGrid(const Status& made, const std::string& name);
 
   Platform& platform_;

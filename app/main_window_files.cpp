@@ -82,12 +82,14 @@ void MainWindow::mnuFileLoad_Click() {
 
 void MainWindow::fileDropped(const std::string& path) {
   const std::string extension = extensionOf(path);
-  if (extension != kExtension && extension != kShapeFileExtension) {
-    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd) and no shape file (*.qzc)");
-    return;
+  if (extension == kExtension || extension == kShapeFileExtension) {
+    rememberFolder(path);
+    openFile(path);
+  } else if (isPicture(path)) {
+    loadTracePicture(path);
+  } else {
+    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
   }
-  rememberFolder(path);
-  openFile(path);
 }
 
 void MainWindow::openFile(const std::string& path) {

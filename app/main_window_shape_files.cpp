@@ -8,6 +8,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kPattern = "*.qzc";
+constexpr std::string_view kPictureExtensions = "bmp png jpg jpeg";
 
 bool names(const std::string& path) { return !path.empty() && lowerCase(fileNameOf(path)) != kPattern; }
 
@@ -64,10 +65,19 @@ void MainWindow::mnuShapeLoadPicture_Click() {
   FileDialogSpec dialog;
   dialog.title = "Select a picture to trace";
   dialog.filterLabel = "Pictures";
-  dialog.extensions = "bmp png jpg jpeg";
+  dialog.extensions = kPictureExtensions;
   dialog.initialName = folderFor("");
   const std::string path = window_->chooseFile(dialog);
-  if (path.empty()) return;
+  if (!path.empty()) loadTracePicture(path);
+}
+
+bool MainWindow::isPicture(const std::string& path) {
+  const std::string extension = extensionOf(path);
+  return !extension.empty() &&
+         (' ' + std::string(kPictureExtensions) + ' ').find(' ' + extension + ' ') != std::string::npos;
+}
+
+void MainWindow::loadTracePicture(const std::string& path) {
   rememberFolder(path);
   if (const Status loaded = desk_.picture.load(platform_, path); !loaded) {
     status("Could not load " + path + ": " + loaded.error().message);
