@@ -47,6 +47,18 @@ constexpr CommandHandler kCommands[] = {
     {commandId("mnuFileExit"), [](MainWindow& w) { w.mnuFileExit_Click(); }, true},
     {commandId("mnuEditCopy"), [](MainWindow& w) { w.mnuEditCopy_Click(); }, true},
     {commandId("mnuEditUndo"), [](MainWindow& w) { w.mnuEditUndo_Click(); }},
+    {commandId("mnuShapeBlank"), [](MainWindow& w) { w.mnuShapeBlank_Click(); }},
+    {commandId("mnuShapeView"), [](MainWindow& w) { w.mnuShapeView_Click(); }},
+    {commandId("mnuShapeMakeStandard"), [](MainWindow& w) { w.mnuShapeMakeStandard_Click(); }},
+    {commandId("mnuShapeLoadPicture"), [](MainWindow& w) { w.mnuShapeLoadPicture_Click(); }},
+    {commandId("mnuShapeClear"), [](MainWindow& w) { w.mnuShapeClear_Click(); }},
+    {commandId("mnuShapeMakeGrid"), [](MainWindow& w) { w.mnuShapeMakeGrid_Click(); }},
+    {commandId("mnuShapeAutoGrid"), [](MainWindow& w) { w.mnuShapeAutoGrid_Click(); }},
+    {commandId("mnuShapeGridOnOff"), [](MainWindow& w) { w.mnuShapeGridOnOff_Click(); }},
+    {commandId("mnuShapeSnap"), [](MainWindow& w) { w.mnuShapeSnap_Click(); }},
+    {commandId("mnuShapeUndo"), [](MainWindow& w) { w.mnuShapeUndo_Click(); }},
+    {commandId("mnuShapeLoadFile"), [](MainWindow& w) { w.mnuShapeLoadFile_Click(); }},
+    {commandId("mnuShapeSaveFile"), [](MainWindow& w) { w.mnuShapeSaveFile_Click(); }},
     {commandId("mnuHelpHelp"), [](MainWindow& w) { w.showHelp("help/index.html"); }, true},
     {commandId("mnuHelpCustom"), [](MainWindow& w) { w.showHelp("help/custom.html"); }, true},
     {commandId("mnuHelp3D"), [](MainWindow& w) { w.showHelp("help/3d.html"); }, true},
@@ -131,6 +143,7 @@ void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
   if (picture == controlId("picGrid")) picGrid_Mouse(event);
   if (picture == controlId("picKnot")) picKnot_Mouse(event);
   if (picture == controlId("picNav")) picNav_Mouse(event);
+  if (picture == controlId("picShape")) picShape_Mouse(event);
 }
 
 bool MainWindow::onKey(const KeyEvent& key) { return frmLorivan_KeyDown(key); }
@@ -139,6 +152,7 @@ void MainWindow::onResized(ControlId picture) {
   if (picture == controlId("picGrid") && !starting_) paintPicture();
   const bool solid = picture == controlId("picKnot") || picture == controlId("picNav");
   if (solid && !starting_) solidChanged();
+  if (picture == controlId("picShape") && shapeShown()) RedrawCustom();
 }
 
 void MainWindow::confirmPending() {

@@ -14,6 +14,7 @@
 #include "app/form_table.h"
 #include "app/knot.h"
 #include "app/settings_table.h"
+#include "app/shape_desk.h"
 #include "app/solid_view.h"
 #include "base/random.h"
 #include "controls/valid_text.h"
@@ -131,6 +132,29 @@ class MainWindow {
   std::string NewFname(const std::string& description, const std::string& extension,
                        const std::string& moreExtensions = {});
 
+  // --- shapes of one's own (main_window_shape.cpp, main_window_shape_files.cpp) ---
+  void mnuShapeBlank_Click();
+  void mnuShapeView_Click();
+  void mnuShapeMakeStandard_Click();
+  void mnuShapeLoadPicture_Click();
+  void mnuShapeClear_Click();
+  void mnuShapeMakeGrid_Click();
+  void mnuShapeAutoGrid_Click();
+  void mnuShapeGridOnOff_Click();
+  void mnuShapeSnap_Click();
+  void mnuShapeUndo_Click();
+  void mnuShapeLoadFile_Click();
+  void mnuShapeSaveFile_Click();
+  void picShape_Mouse(const MouseEvent& event);
+  /// Shows the shape's sheet, or the grid picture again.
+  void ShapeVisible(bool on);
+  /// Paints the sheet: picture to trace, alignment grid, lines and points.
+  void RedrawCustom();
+  /// Shows the alignment grid anew if it is to be seen.
+  void ToggleGrid();
+  void vtGridSize_Changed();
+
+  const CustomShape& customShape() const { return desk_.editor.shape(); }
   const Knot& knot() const { return knot_; }
   bool knotDrawn() const { return knotDrawn_; }
   Window& window() { return *window_; }
@@ -259,9 +283,29 @@ class MainWindow {
   const ExportFormat* chosenFormat() const;
   const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
   Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  /// A knot or a shape file, by its extension.
+  void openFile(const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
   void rememberFolder(const std::string& path);
+
+  // Shapes of one's own.
+  bool shapeShown() const;
+  void behindShape(const std::function<void()>& change);
+  void customGridAsked();
+  /// Selects "(Custom)" without any follow-up.
+  void chooseCustom();
+  void sortOutShapeMenu();
+  void keepForUndo();
+  std::string shapeSummary() const;
+  void pointAt(PointF at);
+  void shapeEdited(const ShapeEdit& edit);
+  void showNewShape(CustomShape shape);
+  FileDialogSpec shapeDialog(bool save) const;
+  void loadShape(const std::string& path);
+  static bool isPicture(const std::string& path);
+  void loadTracePicture(const std::string& path);
+  void showCustomGrid(const Status& made, const std::string& name);
 
   Platform& platform_;
   MainWindowOptions options_;
@@ -273,6 +317,7 @@ class MainWindow {
   Knot knot_;
   GridView view_;  // of the grid picture as painted last
   SolidView solid_;
+  ShapeDesk desk_;
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 
@@ -288,8 +333,6 @@ class MainWindow {
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;
 
-  bool gridOn_ = false;  // alignment grid of the shape editor
-  bool snapOn_ = false;
   std::string lastFolder_;  // with its separator at the end
 };
 

@@ -37,7 +37,10 @@ void MainWindow::fieldChanged(Param p) {
   Field& f = field(p);
   if (f.text.Value() == f.lastApplied) return;
   const std::string oldText = std::exchange(f.lastApplied, f.text.Value());
-  followUp(p, oldText);
+  if (shape() == Shape::Custom)
+    behindShape([&] { followUp(p, oldText); });
+  else
+    followUp(p, oldText);
 }
 
 void MainWindow::followUp(Param p, const std::string& oldText) {
@@ -75,6 +78,7 @@ void MainWindow::followUp(Param p, const std::string& oldText) {
       vtAngle_Changed(p);
       break;
     case FollowUp::alignmentGrid:
+      vtGridSize_Changed();
       break;
   }
 }

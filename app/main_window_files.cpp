@@ -2,6 +2,7 @@
 #include "app/knot_file.h"
 #include "app/main_window.h"
 #include "base/sink.h"
+#include "custom/shape_file.h"
 
 namespace lorivan {
 namespace {
@@ -69,7 +70,7 @@ void MainWindow::mnuFileSave_Click() {
 
 void MainWindow::mnuFileLoad_Click() {
   if (commandLineLoading_) {
-    loadKnotFile(options_.knotFile);
+    openFile(options_.knotFile);
     return;
   }
   FileDialogSpec dialog;
@@ -85,12 +86,22 @@ void MainWindow::mnuFileLoad_Click() {
 }
 
 void MainWindow::fileDropped(const std::string& path) {
-  if (extensionOf(path) != kExtension) {
-    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd)");
-    return;
+  const std::string extension = extensionOf(path);
+  if (extension == kExtension || extension == kShapeFileExtension) {
+    rememberFolder(path);
+    openFile(path);
+  } else if (isPicture(path)) {
+    loadTracePicture(path);
+  } else {
+    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
   }
-  rememberFolder(path);
-  loadKnotFile(path);
+}
+
+void MainWindow::openFile(const std::string& path) {
+  if (extensionOf(path) == kShapeFileExtension)
+    loadShape(path);
+  else
+    loadKnotFile(path);
 }
 
 /// What was read before a fault stays in the fields; then the picture is left as it is.

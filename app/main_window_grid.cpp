@@ -20,7 +20,7 @@ constexpr Param kRandomFields[] = {Param::XNo,   Param::YNo,         Param::Scal
 void MainWindow::cmdNewGrid_Click() {
   const KnotFields asked = knotFields();
   if (asked.shape == Shape::Custom) {
-    status("A shape of your own gets its grid from the Shape menu");
+    customGridAsked();
     return;
   }
   const auto built = buildStandardGrid(knot_.graph, gridFields(asked), randomKnot_ ? &random_ : nullptr);
@@ -111,7 +111,12 @@ void MainWindow::cmdRandknot_Click() {
 }
 
 void MainWindow::lstType_Click() {
-  if (!starting_) cmdNewGrid_Click();
+  if (shape() == Shape::Custom) {
+    ShapeVisible(true);
+    status(shapeSummary());
+  } else if (!starting_) {
+    cmdNewGrid_Click();
+  }
   showOffsetField();
 }
 
@@ -126,6 +131,7 @@ void MainWindow::showPicture(Shown shown) {
   window_->setVisible(controlId("picGrid"), shown == Shown::grid);
   window_->setVisible(controlId("picKnot"), shown == Shown::knot);
   window_->setVisible(controlId("picShape"), shown == Shown::shape);
+  window_->setCommandChecked(commandId("mnuShapeView"), shown == Shown::shape);
 }
 
 int MainWindow::lineAt(int x, int y) const {

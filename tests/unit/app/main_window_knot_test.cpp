@@ -194,7 +194,7 @@ TEST_F(KnotTest, AKnotComesBackFromItsFile) {
   EXPECT_EQ(text(Param::Width), "11");
   EXPECT_TRUE(main->knotDrawn());
   w->userDrops(folder.file("other.txt"));
-  EXPECT_EQ(w->status(), "other.txt is no knot file (*.qzd)");
+  EXPECT_EQ(w->status(), "other.txt is no knot file (*.qzd), shape file (*.qzc) or picture");
   w->userDrops(folder.file("knot.qzd"));
   EXPECT_TRUE(main->knotDrawn());
 }
