@@ -78,6 +78,7 @@ WindowEvents MainWindow::makeEvents() {
   events.command = [this](CommandId command) {
     if (working_ == 0 || command == commandId("mnuFileExit")) onCommand(command);
   };
+  events.highlighted = [this](CommandId command) { highlightedCommand(command); };
   events.mouse = [this](ControlId picture, const MouseEvent& event) {
     if (working_ == 0) onMouse(picture, event);
   };
@@ -110,6 +111,7 @@ void MainWindow::onChanged(ControlId control) {
 
 void MainWindow::onCommand(CommandId command) {
   if (working_ == 0) confirmPending();
+  if (command >= kFirstStyle && command <= kLastStyle) return mnuStyle_Click(command - kFirstStyle);
   for (const CommandHandler& row : kCommands)
     if (row.command == command && window_->commandEnabled(command)) row.run(*this);
 }

@@ -26,6 +26,7 @@ struct MainWindowOptions {
   std::string knotFile;      // loaded after the first grid; empty: none
   bool stepDisplay = false;  // shows Check1, which follows the tracer step by step
   Rnd random;                // empty: seeded from the clock
+  bool drawAtStart = false;  // shows the first grid's knot at once
 };
 
 class MainWindow {
@@ -75,6 +76,10 @@ class MainWindow {
   void picGrid_Mouse(const MouseEvent& event);
   void chkShowCrossings_Click() { paintPicture(); }
   void chkShowGrid_Click() { paintPicture(); }
+
+  // --- styles (main_window_styles.cpp) ---
+  void highlightedCommand(CommandId command);
+  void mnuStyle_Click(int style);
 
   // --- the 2-D knot and the views (main_window_knot.cpp) ---
   void cmd2D_Click();
@@ -193,6 +198,7 @@ class MainWindow {
   void paintPicture();
   void stepLineKind(int line, int step);
   std::string gridSummary() const;
+  void previewStyle(int style);
 
   // The knot.
   /// Traces and draws; false when there is no knot, which the user has been told.
@@ -234,7 +240,8 @@ class MainWindow {
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds
   bool knotDrawn_ = false;
-  bool stop_ = false;  // asked to end an animation
+  bool previewing_ = false;  // the grid picture shows a style that is not chosen
+  bool stop_ = false;        // asked to end an animation
   bool commandLineLoading_ = false;
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;

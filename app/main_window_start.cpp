@@ -72,7 +72,10 @@ void MainWindow::run() {
 }
 
 void MainWindow::onStarted() {
-  if (options_.knotFile.empty()) return;
+  if (options_.knotFile.empty()) {
+    if (options_.drawAtStart) cmd2D_Click();
+    return;
+  }
   commandLineLoading_ = true;
   mnuFileLoad_Click();
   commandLineLoading_ = false;

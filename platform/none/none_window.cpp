@@ -246,6 +246,8 @@ void NoneWindow::userPicks(CommandId command) {
   call(events_.command, command);
 }
 
+void NoneWindow::userHighlights(CommandId command) { call(events_.highlighted, command); }
+
 bool NoneWindow::userPresses(const KeyEvent& key) { return events_.key && events_.key(key); }
 
 void NoneWindow::userMouse(ControlId picture, const MouseEvent& event) {

@@ -130,6 +130,8 @@ class NoneWindow final : public Window {
   void userClicks(ControlId control);
   void userChooses(ControlId list, int index);
   void userPicks(CommandId command);
+  /// The pointer came over a menu item, or, with kNoCommand, left the menu.
+  void userHighlights(CommandId command);
   bool userPresses(const KeyEvent& key);
   void userMouse(ControlId picture, const MouseEvent& event);
   /// Press and release of a button at one place.
