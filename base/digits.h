@@ -54,7 +54,7 @@ inline char* putThousandths(char* at, std::int32_t thousandths) {
   if (whole < 10) {
     *at++ = static_cast<char>('0' + whole);
   } else {
-    at = std::to_chars(at, at + kMostDigits, whole).ptr;
+    at = std::to_chars(at, at + 7, whole).ptr;
   }
   *at++ = '.';
   std::memcpy(at, &detail::kTriples[static_cast<std::size_t>(magnitude % 1000) * 4], 3);

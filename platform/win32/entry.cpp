@@ -1,6 +1,7 @@
 #include "platform/win32/entry.h"
 
 #include "platform/entry.h"
+#include "platform/win32/dialogs.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/text.h"
@@ -22,8 +23,10 @@ std::vector<std::string> ownArguments() {
 
 }  // namespace
 
-int runWithOwnArguments() {
+int runWithOwnArguments(bool hasConsole) {
   PlatformWin32 platform;
+  if (const Status ready = platform.canOpenWindow(); !ready && !hasConsole)
+    showMessage(nullptr, ready.error().message, "", MessageIcon::critical);
   return runProgram(platform, ownArguments());
 }
 

@@ -3,7 +3,8 @@
 
 namespace lorivan::win32 {
 
-/// Runs the program with the process's own command line; returns its exit status.
-int runWithOwnArguments();
+/// Runs the program with the process's own command line; returns its exit status. Without a console, a fault
+/// that no window can tell of gets a message box.
+int runWithOwnArguments(bool hasConsole);
 
 }  // namespace lorivan::win32

@@ -6,7 +6,7 @@
 int wmain() {
   const UINT former = GetConsoleOutputCP();
   SetConsoleOutputCP(CP_UTF8);
-  const int status = lorivan::win32::runWithOwnArguments();
+  const int status = lorivan::win32::runWithOwnArguments(true);
   if (former != 0) SetConsoleOutputCP(former);
   return status;
 }

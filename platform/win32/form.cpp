@@ -135,6 +135,7 @@ std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font
                                    const LayoutMetrics& metrics) {
   const FormLayout layout = computeLayout(specs_, clientWidth, clientHeight, metrics);
   largePicture_ = layout.picture;
+  SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, scaled(400, metrics));
   std::vector<ControlId> resized;
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
     const LayoutRect& rect = layout.controls[static_cast<std::size_t>(control)];
@@ -184,7 +185,6 @@ void Form::makeTips(HWND parent) {
   tips_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                           CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, parent, nullptr,
                           GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, 400);
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
     std::wstring text = widen(tipOf(control));
     if (text.empty()) continue;
