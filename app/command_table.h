@@ -24,7 +24,8 @@ struct CommandRow {
 
 namespace menus {
 
-inline constexpr std::string_view file = "&File", edit = "&Edit", shape = "&Shape", help = "&Help";
+inline constexpr std::string_view file = "&File", edit = "&Edit", shape = "&Shape", style = "Sty&le",
+                                  help = "&Help";
 inline constexpr bool checkable = true, separator = true;
 inline constexpr AtStart enabled = AtStart::enabled, disabled = AtStart::disabled;
 
@@ -32,11 +33,11 @@ inline constexpr AtStart enabled = AtStart::enabled, disabled = AtStart::disable
 inline constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileNewGrid", file, "&New grid", "Ctrl+N"},
     {"mnuFileRandom", file, "&Random knot", "Ctrl+R"},
-    {"mnuFileLoad", file, "&Load knot file...", "Ctrl+O", false, separator},
-    {"mnuFileSave", file, "&Save knot file...", "Ctrl+S"},
+    {"mnuFileLoad", file, "&Load knot file", "Ctrl+O", false, separator},
+    {"mnuFileSave", file, "&Save knot file", "Ctrl+S"},
     {"mnuFileSaveBMP", file, "Save &picture...", "", false, separator},
     {"mnuFileSaveEMF", file, "Save knot as &EMF...", "", false, false, disabled},
-    {"mnuFileSave3D", file, "Save knot as &3D file...", "", false, false, disabled},
+    {"mnuFileSave3D", file, "Save knot as &3D file", "", false, false, disabled},
     {"mnuFileExit", file, "E&xit", "", false, separator},
 
     {"mnuEditUndo", edit, "&Undo", "Ctrl+Z"},
@@ -55,6 +56,18 @@ inline constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuShapeLoadFile", shape, "&Load file...", "", false, separator},
     {"mnuShapeSaveFile", shape, "&Save file...", ""},
 
+    // Their texts are the names of the styles.
+    {"mnuStyle0", style, "", ""},
+    {"mnuStyle1", style, "", ""},
+    {"mnuStyle2", style, "", ""},
+    {"mnuStyle3", style, "", ""},
+    {"mnuStyle4", style, "", ""},
+    {"mnuStyle5", style, "", ""},
+    {"mnuStyle6", style, "", ""},
+    {"mnuStyle7", style, "", ""},
+    {"mnuStyle8", style, "", ""},
+    {"mnuStyle9", style, "", ""},
+
     {"mnuHelpHelp", help, "How to &use Lorivan", "F1"},
     {"mnuHelpCustom", help, "&Custom knots", ""},
     {"mnuHelp3D", help, "How to work in &3D", ""},
@@ -71,6 +84,9 @@ consteval CommandId commandId(std::string_view name) {
     if (menus::kRows[i].name == name) return static_cast<CommandId>(i);
   throw "no menu has such a command";
 }
+
+/// The menu's styles, in the order of the preset table.
+inline constexpr CommandId kFirstStyle = commandId("mnuStyle0"), kLastStyle = commandId("mnuStyle9");
 
 /// What the window is made from.
 std::span<const CommandSpec> commandTable();

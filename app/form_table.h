@@ -153,7 +153,7 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"chkShowCrossings", check, "fraPicture", {0, 1, 13, 1}},
     {"fraAnimate", group, "", {29, kStrip + 1, 11, 2}, "Animation", ""},
     {"chkAnimate", check, "fraAnimate", {0, 0, 6, 1}},
-    {"chkLoop", check, "fraAnimate", {6, 0, 5, 1}, "", "", 'L'},
+    {"chkLoop", check, "fraAnimate", {6, 0, 5, 1}},
     {"lblAnimate", label, "fraAnimate", {0, 1, 4, 1}},
     {"vtAnimate", number, "fraAnimate", {4, 1, 3, 1}},
     {"Check1", check, "fraAnimate", {7, 1, 4, 1}, "Step", "Show how the strands are traced, step by step"},

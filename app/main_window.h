@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -21,6 +22,10 @@
 
 namespace lorivan {
 
+class AnimatedDrawing;
+struct ExportFormat;
+struct TubeModel;
+
 /// Caption of the Create 2D button while an animation runs.
 inline constexpr std::string_view kStopCaption = "Stop";
 
@@ -28,6 +33,7 @@ struct MainWindowOptions {
   std::string knotFile;      // loaded after the first grid; empty: none
   bool stepDisplay = false;  // shows Check1, which follows the tracer step by step
   Rnd random;                // empty: seeded from the clock
+  bool drawAtStart = false;  // shows the first grid's knot at once
 };
 
 class MainWindow {
@@ -56,7 +62,6 @@ class MainWindow {
   void vtScale_Changed(const std::string& oldText);
   void vtStartColour_Changed();
   void vtPicKnotBackColour_Changed();
-  void vtAnimate_Changed();
   /// Records the texts of the fields that a procedure has just rewritten as acted on.
   void AllOlds();
   void UnDoIt() { UndoLatest(); }
@@ -78,16 +83,30 @@ class MainWindow {
   void chkShowCrossings_Click() { paintPicture(); }
   void chkShowGrid_Click() { paintPicture(); }
 
+  // --- styles (main_window_styles.cpp) ---
+  void highlightedCommand(CommandId command);
+  void mnuStyle_Click(int style);
+
   // --- the 2-D knot and the views (main_window_knot.cpp) ---
   void cmd2D_Click();
   void ClearThread();
   void cmd2DView_Click();
   void cmd3DView_Click();
-  void chkAnimate_Click() { SortOutAnimation(); }
+  void chkAnimate_Click();
   void chkMirror_Click() { styleChanged(); }
   void chkHeightMap_Click() { enable(controlId("cmd3D"), true); }
+
+  // --- the animated drawing (main_window_animation.cpp) ---
+  bool CalcAniThread();
+  void vtAnimate_Changed();
   /// Speed and loop can be used only while animation is chosen.
   void SortOutAnimation();
+
+  // --- what leaves the program (main_window_pictures.cpp, main_window_export.cpp) ---
+  void mnuFileSaveBMP_Click();
+  void mnuFileSaveEMF_Click();
+  void mnuFileSave3D_Click();
+  void mnuEditCopy_Click();
 
   // --- the 3-D model (main_window_model.cpp) ---
   void cmd3D_Click();
@@ -109,8 +128,9 @@ class MainWindow {
   void mnuFileSave_Click();
   void fileDropped(const std::string& path);
   /// The dialog for a file to save, "Saving:  Enter your <description> file name"; the full path, or empty
-  /// when the user cancelled.
-  std::string NewFname(const std::string& description, const std::string& extension);
+  /// when the user cancelled. Files with one of `moreExtensions` ("png svg") are shown as well.
+  std::string NewFname(const std::string& description, const std::string& extension,
+                       const std::string& moreExtensions = {});
 
   // --- shapes of one's own (main_window_shape.cpp, main_window_shape_files.cpp) ---
   void mnuShapeBlank_Click();
@@ -146,8 +166,8 @@ class MainWindow {
   };
   enum class Shown { grid, knot, shape };
 
-  /// While it lives the user can do nothing but press Stop or close the window: events come in during long
-  /// work as well.
+  /// While it lives, what the user does waits until it is gone (see act); only Stop, closing the window and
+  /// the commands that leave the knot alone get through.
   class Working {
    public:
     explicit Working(MainWindow& owner) : owner_(owner) { ++owner_.working_; }
@@ -162,6 +182,7 @@ class MainWindow {
   // Events (main_window.cpp).
   WindowEvents makeEvents();
   void onClicked(ControlId control);
+  void press(ControlId control);
   void onChanged(ControlId control);
   void onCommand(CommandId command);
   void onMouse(ControlId picture, const MouseEvent& event);
@@ -218,13 +239,30 @@ class MainWindow {
   void paintPicture();
   void stepLineKind(int line, int step);
   std::string gridSummary() const;
+  void previewStyle(int style);
+  /// The line whose midpoint is near a pixel of the grid picture, or -1.
+  int lineAt(int x, int y) const;
 
   // The knot.
-  /// Traces and draws; false when there is no knot, which the user has been told.
+  /// Traces and draws, animated where that is chosen; false when there is no knot, which the user has been
+  /// told.
   bool CalcThread();
+  bool drawKnotAtOnce();
+  bool traced();
   TraceWatcher stepWatcher();
   bool showStep(const TraceStep& step);
   std::string knotSummary() const;
+
+  // The animated drawing.
+  bool play(AnimatedDrawing& animation);
+  bool attend(int milliseconds);
+  void repaintAnimation();
+  /// Does what the user asks for. What comes while work goes on is done after it, in its order, and ends an
+  /// animation.
+  void act(std::function<void()> deed);
+  void userConfirmed(Param p);
+  void userMoved(ControlId picture, const MouseEvent& event);
+  bool userPressed(const KeyEvent& key);
 
   // The 3-D model and its view.
   /// After a trace: builds the model of the new knot; the 2-D picture stays.
@@ -240,6 +278,13 @@ class MainWindow {
   // Files.
   /// A knot or a shape file, by its extension.
   void openFile(const std::string& path);
+  std::string chooseSaveFile(FileDialogSpec dialog);
+  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> knotFile(std::string_view extension);
+  ControlId shownPicture() const;
+  const ExportFormat* chosenFormat() const;
+  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
+  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
   void rememberFolder(const std::string& path);
@@ -280,7 +325,10 @@ class MainWindow {
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds
   bool knotDrawn_ = false;
-  bool stop_ = false;  // asked to end an animation
+  bool previewing_ = false;                  // the grid picture shows a style that is not chosen
+  bool stop_ = false;                        // asked to end an animation
+  AnimatedDrawing* animation_ = nullptr;     // the one that runs
+  std::deque<std::function<void()>> deeds_;  // asked for by the user, not done yet
   bool commandLineLoading_ = false;
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;

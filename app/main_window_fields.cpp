@@ -103,11 +103,6 @@ void MainWindow::vtPicKnotBackColour_Changed() {
   if (window_->visible(controlId("picGrid"))) styleChanged();
 }
 
-void MainWindow::vtAnimate_Changed() {
-  SortOutAnimation();
-  ClearThread();
-}
-
 void MainWindow::styleChanged() {
   const bool again = knotDrawn_ && !checked(Check::Animate);
   ClearThread();
@@ -163,13 +158,6 @@ void MainWindow::txtCol_Click(int box) {
   colourStartField();
   colourBackField();
   styleChanged();
-}
-
-void MainWindow::SortOutAnimation() {
-  const bool on = checked(Check::Animate);
-  enable(controlId("chkLoop"), on);
-  enable(controlId("lblAnimate"), on);
-  enable(fieldControl(Param::Animate), on);
 }
 
 }  // namespace lorivan

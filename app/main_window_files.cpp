@@ -26,19 +26,26 @@ void MainWindow::rememberFolder(const std::string& path) {
   if (name.size() < path.size()) lastFolder_ = path.substr(0, path.size() - name.size());
 }
 
-std::string MainWindow::NewFname(const std::string& description, const std::string& extension) {
+/// Full path of the file to save; empty when the user cancelled or took the pattern itself.
+std::string MainWindow::chooseSaveFile(FileDialogSpec dialog) {
+  const std::string pattern = "*." + lowerCase(dialog.defaultExtension);
+  dialog.initialName = folderFor(pattern);
+  const std::string path = window_->chooseFile(dialog);
+  if (lowerCase(fileNameOf(path)) == pattern) return {};
+  if (!path.empty()) rememberFolder(path);
+  return path;
+}
+
+std::string MainWindow::NewFname(const std::string& description, const std::string& extension,
+                                 const std::string& moreExtensions) {
   FileDialogSpec dialog;
   dialog.save = true;
   dialog.title = "Saving:  Enter your " + description + " file name";
   dialog.filterLabel = description + " files";
-  dialog.extensions = extension;
-  dialog.initialName = folderFor("*." + extension);
+  dialog.extensions = moreExtensions.empty() ? extension : extension + ' ' + moreExtensions;
   dialog.defaultExtension = extension;
   dialog.overwritePrompt = true;
-  const std::string path = window_->chooseFile(dialog);
-  if (lowerCase(fileNameOf(path)) == "*." + lowerCase(extension)) return {};
-  if (!path.empty()) rememberFolder(path);
-  return path;
+  return chooseSaveFile(std::move(dialog));
 }
 
 void MainWindow::mnuFileSave_Click() {
@@ -47,12 +54,10 @@ void MainWindow::mnuFileSave_Click() {
   dialog.title = "Saving knot configuration - Enter your Lorivan file name";
   dialog.filterLabel = "Lorivan files";
   dialog.extensions = kExtension;
-  dialog.initialName = folderFor(kPattern);
   dialog.defaultExtension = kExtension;
   dialog.overwritePrompt = true;
-  const std::string path = window_->chooseFile(dialog);
-  if (path.empty() || lowerCase(fileNameOf(path)) == kPattern) return;
-  rememberFolder(path);
+  const std::string path = chooseSaveFile(std::move(dialog));
+  if (path.empty()) return;
   setCaption(path);
   const Status written = writeFile(path, writeKnotFile(knotFields(), knot_.graph));
   if (written) {

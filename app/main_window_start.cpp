@@ -73,7 +73,10 @@ void MainWindow::run() {
 }
 
 void MainWindow::onStarted() {
-  if (options_.knotFile.empty()) return;
+  if (options_.knotFile.empty()) {
+    if (options_.drawAtStart) cmd2D_Click();
+    return;
+  }
   commandLineLoading_ = true;
   mnuFileLoad_Click();
   commandLineLoading_ = false;
@@ -151,6 +154,7 @@ bool MainWindow::closeQuery() {
   if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
   saveSettings();
   stop_ = true;
+  deeds_.clear();
   return true;
 }
 

@@ -1,6 +1,6 @@
 // The ways of turning and lighting the 3-D view: drag, rotator, arrow keys and fields. They turn what was
 // built; none builds.
-#include <cmath>
+#include <algorithm>
 
 #include "app/main_window.h"
 #include "base/numbers.h"
@@ -25,9 +25,9 @@ int keyCode(Key key) {
   }
 }
 
-/// Degrees as a field shows them, without the noise of single precision: three decimals, below a full turn.
+/// Degrees as a field shows them, without the noise of single precision: two decimals, below a full turn.
 std::string shownDegrees(float degrees) {
-  const double rounded = roundHalfEven(static_cast<double>(degrees) * 1000) / 1000;
+  const double rounded = roundHalfEven(static_cast<double>(degrees) * 100) / 100;
   return shortestText(static_cast<float>(rounded >= 360 ? rounded - 360 : rounded));
 }
 

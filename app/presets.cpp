@@ -63,15 +63,4 @@ void applyPreset(KnotFields& fields, int index) {
   fields.boxes.back() = fromRgb(preset.background);
 }
 
-KnotFields welcomeKnot() {
-  KnotFields fields = firstRunFields();
-  applyPreset(fields, 0);
-  fields.shape = Shape::Circular;
-  set(fields, Param::XNo, 8);
-  set(fields, Param::YNo, 2);
-  set(fields, Param::Scale, 40);
-  fields.checks[static_cast<std::size_t>(Check::ShowGrid)] = false;
-  return fields;
-}
-
 }  // namespace lorivan

@@ -31,8 +31,4 @@ std::optional<int> findPreset(std::string_view nameOrNumber);
 /// in the table. Strand colour tables made from the boxes are out of date afterwards.
 void applyPreset(KnotFields& fields, int index);
 
-/// The knot that a first start shows, when no settings are there yet: a first run's fields with a shape and a
-/// style worth looking at.
-KnotFields welcomeKnot();
-
 }  // namespace lorivan

@@ -31,7 +31,10 @@ int print(const std::string& text) {
 }
 
 int openWindow(Platform& platform, const CommandLine& line) {
-  MainWindow window(platform, {line.knotFile, line.stepDisplay, {}});
+  // Who starts the program for the first time is to see a knot, not an empty grid.
+  const bool firstStart =
+      platform.settings().read(kSettingsSection, parameterSpec(Param::XNo).key, "").empty();
+  MainWindow window(platform, {line.knotFile, line.stepDisplay, {}, firstStart});
   Status opened = platform.canOpenWindow();
   if (opened) opened = window.open();
   if (!opened) {

@@ -3,7 +3,9 @@
 #include "model3d/rotator.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/numbers.h"
 
@@ -59,6 +61,40 @@ void checkAnglesRolled(ViewState& view) {
   const Matrix4 folded = view.ViewMatrix;
   view = before;
   view.ViewMatrix = folded;
+}
+
+// The rotator is drawn in pixels of a picture this wide.
+constexpr float kRotatorWidth = 90;
+constexpr Colour kCircleColour = makeColour(64, 64, 64), kCrossColour = makeColour(176, 176, 176);
+
+void line(Surface& surface, PointF from, PointF to, float width) {
+  const std::array<PointF, 4> bezier = {from, from, to, to};
+  surface.wideCurve({bezier, width, kCrossColour, CapStyle::flat});
+}
+
+/// A circle of four Bezier segments.
+void ring(Surface& surface, PointF centre, float radius, float width, Colour colour) {
+  constexpr float kHandle = 0.5522848F;
+  std::array<PointF, 13> bezier;
+  float x = radius, y = 0;
+  for (std::size_t i = 0; i < 12; i += 3) {
+    bezier[i] = {centre.x + x, centre.y + y};
+    bezier[i + 1] = {centre.x + x - kHandle * y, centre.y + y + kHandle * x};
+    bezier[i + 2] = {centre.x - y + kHandle * x, centre.y + x + kHandle * y};
+    x = -std::exchange(y, x);
+  }
+  bezier[12] = bezier[0];
+  surface.wideCurve({bezier, width, colour, CapStyle::round});
+}
+
+/// Held inside the picture, where its middle may lie close to the edge.
+void disc(Surface& surface, PointF centre, float diameter, Colour colour) {
+  const auto inside = [diameter](float x, int size) {
+    const float least = (diameter - 1) / 2;
+    return std::clamp(x, least, std::max(least, static_cast<float>(size - 1) - least));
+  };
+  const PointF at = {inside(centre.x, surface.width()), inside(centre.y, surface.height())};
+  ring(surface, at, diameter / 4, diameter / 2, colour);
 }
 
 /// Not negative: a full turn is added where needed.
@@ -168,20 +204,18 @@ NavMarkers navMarkers(const ViewState& view, const NavGeometry& nav) {
 }
 
 void drawRotator(Surface& surface, const ViewState& view, Colour background) {
+  const auto width = static_cast<float>(surface.width());
   const NavGeometry nav = navGeometry(surface.width(), surface.height());
   const NavMarkers markers = navMarkers(view, nav);
-  const auto at = [](float x, float y) {
-    return PointI{toInt32(static_cast<double>(x)), toInt32(static_cast<double>(y))};
-  };
-  // Widths 1 and 3 belong to a picture of up to 150 pixels.
-  const int thin = std::max(1, surface.width() / 100);
-  const Pen pen = {thin, QBColor(0), false};
+  const float acrossX = 2 * nav.NavCentreX, acrossY = 2 * nav.NavCentreY;
+  const PointF middle = {nav.NavCentreX, nav.NavCentreY};
+  const float thin = std::max(1.0F, width / kRotatorWidth), point = std::max(5.0F, 5 * thin);
   surface.clear(background);
-  surface.circle(at(nav.NavCentreX, nav.NavCentreY), toInt32(static_cast<double>(nav.NavRadius)), pen);
-  surface.segment(at(0, nav.NavCentreY), at(2 * nav.NavCentreX, nav.NavCentreY), pen);
-  surface.segment(at(nav.NavCentreX, 0), at(nav.NavCentreX, 2 * nav.NavCentreY), pen);
-  surface.dot(at(markers.thetaPhi.x, markers.thetaPhi.y), 3 * thin, makeColour(0, 0, 255));
-  surface.dot(at(markers.psi.x, markers.psi.y), 3 * thin, makeColour(255, 0, 0));
+  line(surface, {0, middle.y}, {acrossX, middle.y}, thin);
+  line(surface, {middle.x, 0}, {middle.x, acrossY}, thin);
+  ring(surface, middle, nav.NavRadius, thin, kCircleColour);
+  disc(surface, markers.thetaPhi, point, makeColour(0, 0, 255));
+  disc(surface, markers.psi, point, makeColour(255, 0, 0));
 }
 
 }  // namespace lorivan

@@ -59,6 +59,7 @@ struct CommandSpec {
 /// Rows are named by their place in the table that the window was made with.
 using ControlId = int;
 using CommandId = int;
+inline constexpr CommandId kNoCommand = -1;
 
 enum class MouseAction { press, move, release, leave };
 
@@ -95,10 +96,12 @@ enum class MessageIcon { none, critical };
 /// What the user did. Empty members are not called. Every call arrives on the user-interface thread, from
 /// Window::run or Window::processEvents.
 struct WindowEvents {
-  std::function<void(ControlId)> confirmed;                 // number: Enter was pressed or the field was left
-  std::function<void(ControlId)> clicked;                   // button, colourBox
-  std::function<void(ControlId)> changed;                   // check, radio (the one now chosen), list
-  std::function<void(CommandId)> command;                   // menu item or its shortcut
+  std::function<void(ControlId)> confirmed;  // number: Enter was pressed or the field was left
+  std::function<void(ControlId)> clicked;    // button, colourBox
+  std::function<void(ControlId)> changed;    // check, radio (the one now chosen), list
+  std::function<void(CommandId)> command;    // menu item or its shortcut
+  // A menu item came under the pointer or the keys, or, with kNoCommand, none is any more.
+  std::function<void(CommandId)> highlighted;
   std::function<void(ControlId, const MouseEvent&)> mouse;  // picture
   std::function<bool(const KeyEvent&)> key;  // true: taken; asked before the focused control sees it,
                                              // except when an entry field needs the key itself

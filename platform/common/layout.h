@@ -27,8 +27,8 @@
 // - A control with no columns or no rows gets an empty rectangle: it is never shown.
 //
 // At the smallest size a column is 11 pixels wide (at 100 %), and 24 columns hold three pairs of a label (5
-// columns) and an entry (3 columns, or 4 and 4). For an 800 x 600 screen keep to 5 groups with 15 lines in all on the
-// side panel, and to a row of buttons and a row of groups with 2 lines on the strip.
+// columns) and an entry (3 columns, or 4 and 4). For an 800 x 600 screen keep to 5 groups with 15 lines in
+// all on the side panel, and to a row of buttons and a row of groups with 2 lines on the strip.
 #pragma once
 
 #include <span>

@@ -90,6 +90,7 @@ void NoneWindow::show() {
 }
 
 bool NoneWindow::processEvents() {
+  if (!closed_) call(looked);
   while (!waiting_.empty() && !closed_) {
     const std::function<void()> deed = std::move(waiting_.front());
     waiting_.pop_front();
@@ -245,6 +246,8 @@ void NoneWindow::userPicks(CommandId command) {
     refuse(std::string(commandSpecs_[static_cast<std::size_t>(command)].name) + " cannot be chosen");
   call(events_.command, command);
 }
+
+void NoneWindow::userHighlights(CommandId command) { call(events_.highlighted, command); }
 
 bool NoneWindow::userPresses(const KeyEvent& key) { return events_.key && events_.key(key); }
 

@@ -130,6 +130,8 @@ class NoneWindow final : public Window {
   void userClicks(ControlId control);
   void userChooses(ControlId list, int index);
   void userPicks(CommandId command);
+  /// The pointer came over a menu item, or, with kNoCommand, left the menu.
+  void userHighlights(CommandId command);
   bool userPresses(const KeyEvent& key);
   void userMouse(ControlId picture, const MouseEvent& event);
   /// Press and release of a button at one place.
@@ -141,6 +143,8 @@ class NoneWindow final : public Window {
   /// Something to happen at the next processEvents() or run().
   void later(std::function<void()> deed) { waiting_.push_back(std::move(deed)); }
 
+  /// Called at the beginning of every processEvents() and run(), for deeds at a certain time.
+  std::function<void()> looked;
   /// Called when the window is destroyed.
   std::function<void()> gone;
 

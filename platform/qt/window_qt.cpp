@@ -139,6 +139,7 @@ class WindowQt final : public Window {
   void pictureResized(ControlId picture);
   void flushResized();
   void start();
+  void highlight(CommandId command);
   QAction* action(CommandId command) const { return actions_.at(static_cast<std::size_t>(command)); }
 
   /// Calls the program back, unless the program itself caused the event, and shows what it drew.
@@ -203,7 +204,10 @@ void WindowQt::makeMenus(const WindowSpec& spec) {
   std::map<std::string_view, QMenu*> menus;
   for (const CommandSpec& command : spec.commands) {
     QMenu*& menu = menus[command.menu];
-    if (!menu) menu = frame_.menuBar()->addMenu(toQString(command.menu));
+    if (!menu) {
+      menu = frame_.menuBar()->addMenu(toQString(command.menu));
+      QObject::connect(menu, &QMenu::aboutToHide, &frame_, [this] { highlight(kNoCommand); });
+    }
     makeCommand(*menu, command);
   }
 }
@@ -217,11 +221,17 @@ void WindowQt::makeCommand(QMenu& menu, const CommandSpec& spec) {
     made->setShortcut(QKeySequence(toQString(shortcutText(*shortcut))));
   const auto id = static_cast<CommandId>(actions_.size());
   actions_.push_back(made);
+  QObject::connect(made, &QAction::hovered, &frame_, [this, id] { highlight(id); });
   QObject::connect(made, &QAction::triggered, &frame_, [this, id, made] {
     if (made->isCheckable()) made->setChecked(!made->isChecked());  // the mark is the program's to set
     form_->confirmPending();
     report(events_.command, id);
   });
+}
+
+void WindowQt::highlight(CommandId command) {
+  report(events_.highlighted, command);
+  form_->showDrawn();
 }
 
 /// The reference size on a small screen, about four fifths of a larger one's height.

@@ -9,7 +9,7 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr float kFlatness = 0.05F;         // pixels that a flattened curve may stray
-constexpr float kArcFlatness = 0.1F;       // the same for round joins and caps
+constexpr float kArcFlatness = 0.03F;      // the same for round joins and caps
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
 constexpr float kSmoothTurn = 0.35F;       // radians; up to here a join needs no arc
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
@@ -72,8 +72,10 @@ class SideWalker {
   }
 
   void fullCircle(PointF centre) {
-    arc(centre, {1, 0}, kHalfTurn);
-    arc(centre, {-1, 0}, kHalfTurn);
+    for (const Vector start : {Vector{1, 0}, Vector{-1, 0}}) {
+      append(centre, start);
+      arc(centre, start, kHalfTurn);
+    }
   }
 
  private:

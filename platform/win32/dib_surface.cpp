@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/platform.h"
+#include "platform/win32/averaged_fill.h"
 #include "platform/win32/band_outline.h"
 #include "platform/win32/checked.h"
 
@@ -226,7 +227,8 @@ void DibSurface::wideCurve(const WideCurve& curve) {
   bandOutline(curve.bezier, curve.width, curve.caps, outline_);
   if (outline_.size() < 3) return;
   GdiFlush();
-  note(plusFill(target(), outline_, curve.colour, true));
+  note(plusSmooths() ? plusFill(target(), outline_, curve.colour, true)
+                     : averagedFill(pixels(), outline_, curve.colour));
 }
 
 Colour DibSurface::pixel(PointI at) const {

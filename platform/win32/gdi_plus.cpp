@@ -79,6 +79,18 @@ Result<PlusBitmap> bitmapOver(const PixelBlock& block, Gdiplus::PixelFormat form
   return bitmap;
 }
 
+bool plusSmooths() {
+  static const bool smooths = [] {
+    std::array<std::uint32_t, 64> pixels{};
+    Result<PlusBitmap> bitmap = bitmapOver({pixels.data(), 8, 8, 8}, PixelFormat32bppPARGB);
+    const std::array<PointF, 3> corners = {{{0, 0}, {7, 3}, {3, 7}}};
+    if (!bitmap || !plusFill({nullptr, bitmap->get()}, corners, 0, true)) return true;
+    return std::any_of(pixels.begin(), pixels.end(),
+                       [](std::uint32_t p) { return p >> 24 != 0 && p >> 24 != 255; });
+  }();
+  return smooths;
+}
+
 Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour, bool smooth) {
   std::vector<Gdiplus::PointF> points;
   points.reserve(outline.size());

@@ -53,6 +53,9 @@ struct PlusTarget {
   Gdiplus::GpBitmap* bitmap = nullptr;  // taken when it is not null
 };
 
+/// Whether this system's GDI+ anti-aliases when it is told to.
+bool plusSmooths();
+
 // Each call draws one shape in an opaque colour. Bands are anti-aliased, all else is aliased.
 Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour, bool smooth);
 Status plusLines(PlusTarget target, std::span<const PointI> points, bool closed, const Pen& pen);

@@ -184,6 +184,9 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       else
         notified(HIWORD(wide), form_.find(reinterpret_cast<HWND>(argument)));
       return 0;
+    case WM_MENUSELECT:
+      menuHighlighted(LOWORD(wide), HIWORD(wide));
+      return 0;
     case WM_DRAWITEM:
       form_.drawColourBox(*reinterpret_cast<const DRAWITEMSTRUCT*>(argument));
       return TRUE;
@@ -278,6 +281,13 @@ void WindowWin32::chosen(int identifier) {
   if (command < 0 || command >= menu_.count() || !menu_.enabled(command)) return;
   confirmPending();
   if (menu_.enabled(command)) tell(events_.command, command);
+}
+
+/// Also told with all flags set when a menu closes.
+void WindowWin32::menuHighlighted(int identifier, UINT flags) {
+  const bool isItem = flags != 0xFFFF && (flags & (MF_POPUP | MF_SEPARATOR | MF_SYSMENU)) == 0;
+  const CommandId command = isItem ? identifier - kFirstCommand : kNoCommand;
+  tell(events_.highlighted, command >= 0 && command < menu_.count() ? command : kNoCommand);
 }
 
 void WindowWin32::notified(int notification, ControlId control) {

@@ -86,6 +86,7 @@ class WindowWin32 final : public Window {
   void giveFocusBack();
   void notified(int notification, ControlId control);
   void chosen(int identifier);
+  void menuHighlighted(int identifier, UINT flags);
   void filesDropped(HDROP files);
   LRESULT colourControl(UINT message, WPARAM wide, LPARAM argument);
   bool showBusyPointer() const;

@@ -63,21 +63,6 @@ TEST(Presets, OnTheCommandLine) {
   EXPECT_FALSE(parseCommandLine({"--preset", "Gold"})) << "needs an output";
 }
 
-TEST(WelcomeKnot, FitsAsItStandsAndShowsSeveralStrands) {
-  const KnotFields fields = welcomeKnot();
-  const auto made = std::make_unique<Knot>();
-  Knot& knot = *made;
-  const auto grid = buildStandardGrid(knot.graph, gridFields(fields));
-  ASSERT_TRUE(grid);
-  KnotFields corrected = fields;
-  takeCorrections(corrected, grid->fields);
-  EXPECT_EQ(corrected.texts, fields.texts);
-  ASSERT_TRUE(traceKnot(knot, fields));
-  int strands = 0;
-  for (const int count : knot.strands.ThreadCount) strands += count > 0;
-  EXPECT_EQ(strands, 4);
-}
-
 /// Loads, traces and saves every example: the same bytes must come out.
 TEST(Examples, AreWhatTheProgramWrites) {
   std::set<Shape> shapes;

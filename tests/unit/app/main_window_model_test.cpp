@@ -1,0 +1,217 @@
+// The 3-D model and its view, as a user meets them.
+#include <cmath>
+
+#include "base/numbers.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+constexpr ControlId kSolid = controlId("picKnot"), kNav = controlId("picNav");
+
+class ModelTest : public MainWindowTest {
+ protected:
+  std::vector<std::uint32_t> pixels(ControlId picture = kSolid) {
+    const auto shown = w->surface(picture).pixels();
+    return {shown.begin(), shown.end()};
+  }
+  int paints() { return w->surface(kSolid).clears(); }
+  /// With the 3-D view shown.
+  void startSolid() {
+    start();
+    click("cmd2D");
+    click("cmd3DView");
+  }
+  void expectShown(bool solid, const std::string& after) {
+    SCOPED_TRACE(after);
+    EXPECT_EQ(visible("picKnot"), solid);
+    EXPECT_EQ(visible("picGrid"), !solid);
+    EXPECT_EQ(enabled("cmd3DView"), !solid);
+    EXPECT_EQ(enabled("cmd2DView"), solid);
+    EXPECT_TRUE(commandEnabled("mnuFileSave3D"));
+  }
+  void drag(PointI from, PointI to) {
+    w->userMouse(kSolid, {MouseAction::press, 1, from.x, from.y});
+    w->userMouse(kSolid, {MouseAction::move, 1, (from.x + to.x) / 2, (from.y + to.y) / 2});
+    w->userMouse(kSolid, {MouseAction::move, 1, to.x, to.y});
+    w->userMouse(kSolid, {MouseAction::release, 1, to.x, to.y});
+  }
+  double number(Param p) const { return parseNumber(text(p)).value_or(-1); }
+};
+
+TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
+  start();
+  EXPECT_FALSE(enabled("cmd3DView") || enabled("cmd3D") || commandEnabled("mnuFileSave3D"));
+  click("cmd2D");
+  expectShown(false, "Create 2D");
+  EXPECT_FALSE(enabled("cmd3D"));
+  EXPECT_EQ(w->text(controlId("txtNPoly")), "960");
+  EXPECT_EQ(paints(), 0);
+  const int before = clears();
+  click("cmd3DView");
+  expectShown(true, "3D View");
+  EXPECT_GT(w->surface(kSolid).inked(), 10000);
+  EXPECT_EQ(w->status(), "3 strands, 12 crossings, 960 polygons");
+  click("cmd2DView");
+  expectShown(false, "2D View");
+  EXPECT_EQ(clears(), before);
+
+  enter(Param::PolySides, "9");
+  click("cmd3DView");
+  EXPECT_EQ(w->text(controlId("txtNPoly")), "960");
+  EXPECT_TRUE(enabled("cmd3D"));
+  const auto old = pixels();
+  click("cmd3D");
+  expectShown(true, "Create 3D");
+  EXPECT_EQ(w->text(controlId("txtNPoly")), "1728");
+  EXPECT_NE(pixels(), old);
+  EXPECT_FALSE(enabled("cmd3D"));
+}
+
+TEST_F(ModelTest, Create3DOfANewGridTracesItsKnot) {
+  startSolid();
+  enter(Param::XNo, "3");
+  enter(Param::PolyPoints, "5");
+  click("cmd3D");
+  expectShown(true, "Create 3D");
+  EXPECT_TRUE(main->knotDrawn());
+  EXPECT_EQ(w->text(controlId("txtNPoly")), std::to_string(17 * 4 * 5 * 5));
+  const auto old = pixels();
+  click("cmd2DView");
+  clickLine(2);
+  expectShown(false, "a click on a line");
+  click("cmd3DView");
+  EXPECT_NE(pixels(), old);
+}
+
+TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
+  start();
+  enter(Param::XNo, "10");
+  enter(Param::YNo, "10");
+  click("cmd2D");
+  click("cmd3DView");
+  const auto old = pixels();
+  enter(Param::PolySides, "200");
+  enter(Param::PolyPoints, "50");
+  platform.dialogs.answerMessage();
+  click("cmd3D");
+  EXPECT_EQ(lastAsked().text,
+            "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points");
+  expectShown(true, "refused");
+  EXPECT_EQ(pixels(), old);
+  EXPECT_TRUE(enabled("cmd3D"));
+  EXPECT_EQ(w->text(controlId("cmd3D")), "Create &3D");
+  EXPECT_TRUE(w->userPresses({Key::up}));
+  EXPECT_NE(pixels(), old);
+
+  platform.dialogs.answerMessage();
+  click("cmd2D");
+  EXPECT_TRUE(main->knotDrawn() && visible("picGrid") && enabled("cmd3D"));
+  EXPECT_FALSE(enabled("cmd3DView") || commandEnabled("mnuFileSave3D"));
+  enter(Param::PolySides, "20");
+  click("cmd3D");
+  expectShown(true, "a large model");
+  EXPECT_GE(w->busyTimes(), 2);
+  EXPECT_FALSE(w->busy());
+}
+
+TEST_F(ModelTest, AllWaysOfTurningAgree) {
+  startSolid();
+  enter(Param::Theta, "270");
+  const auto byField = pixels();
+  startSolid();
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(w->userPresses({Key::left}));
+  EXPECT_EQ(text(Param::Theta), "270");
+  const auto byKeys = pixels();
+  std::size_t different = 0;
+  for (std::size_t i = 0; i < byKeys.size(); ++i) different += byKeys[i] != byField[i] ? 1 : 0;
+  EXPECT_LT(different, byKeys.size() / 100);
+  startSolid();
+  drag({200, 100}, {279, 100});
+  EXPECT_NEAR(number(Param::Theta), 270, 1);
+  w->userResizes(1000);
+  drag({300, 300}, {300, 340});  // starts where it is pressed, and counts reference pixels
+  EXPECT_NEAR(number(Param::Theta), 270, 1);
+  EXPECT_NEAR(number(Param::Phi), 360 - 0.4 * 180 / kPi, 0.1);
+  startSolid();
+  const double radius = w->surface(kNav).width() / 2.25, centre = radius * (1 + 0.05 * 2.25);
+  w->userClicksAt(kNav, 1, toInt32(centre - radius * std::sqrt(std::sin(kPi / 4))), toInt32(centre));
+  EXPECT_NEAR(number(Param::Theta), 270, 4);  // to a pixel
+}
+
+TEST_F(ModelTest, ATurnLeavesNothingToApplyOrToUndo) {
+  startSolid();
+  EXPECT_EQ(w->text(controlId("txtRDistance")), "20");
+  enter(Param::PolyZF, "3");
+  drag({100, 100}, {160, 140});
+  const std::string turned = text(Param::Theta);
+  EXPECT_NE(turned, "0");
+  EXPECT_LE(turned.size(), 6U);
+  const int before = paints();
+  for (const Param p : {Param::Theta, Param::Phi, Param::Psi, Param::Ka}) w->userFocuses(fieldControl(p));
+  EXPECT_EQ(paints(), before);
+  pick("mnuEditUndo");
+  EXPECT_EQ(text(Param::PolyZF), "2");
+  EXPECT_EQ(text(Param::Theta), turned);
+}
+
+TEST_F(ModelTest, TurningInThe2DViewMovesTheRotatorAlone) {
+  start();
+  EXPECT_GT(w->surface(kNav).inked(), 100);
+  const auto atRest = pixels(kNav);
+  EXPECT_FALSE(w->userPresses({Key::left}));
+  EXPECT_EQ(pixels(kNav), atRest);
+  enter(Param::Psi, "90");
+  EXPECT_NE(pixels(kNav), atRest);
+  w->userMouse(kNav, {MouseAction::move, 0, 40, 40});
+  w->userClicksAt(kNav, 1, 40, 59);
+  EXPECT_NE(text(Param::Theta), "0");
+  EXPECT_EQ(paints(), 0);
+  click("cmd2D");
+  click("cmd3DView");
+  EXPECT_FALSE(w->userPresses({Key::left, false, true}));
+  EXPECT_EQ(paints(), 1);
+}
+
+TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
+  startSolid();
+  for (const auto& [p, value] : {std::pair{Param::Ka, "0.9"}, {Param::KDist, "-5000"}, {Param::NFact, "1"}}) {
+    const auto old = pixels();
+    enter(p, value);
+    EXPECT_NE(pixels(), old) << parameterSpec(p).field;
+  }
+  enter(Param::PicKnotBackColour, "20");
+  EXPECT_EQ(text(Param::PicKnotBackColour), "15");
+  EXPECT_FALSE(enabled("cmd3D"));
+  enter(Param::PicKnotBackColour, "1");
+  EXPECT_TRUE(enabled("cmd3D"));
+  EXPECT_EQ(w->surface(kSolid).pixel({1, 1}), QBColor(15));
+  w->userPresses({Key::down});
+  EXPECT_EQ(w->surface(kSolid).pixel({1, 1}), QBColor(1));
+  click("cmd2DView");
+  EXPECT_EQ(w->surface(kGrid).pixel({1, 1}), QBColor(1));
+  const int before = paints();
+  enter(Param::Ka, "0.1");
+  EXPECT_EQ(paints(), before);
+  w->userResizes(800);
+  click("cmd3DView");
+  EXPECT_GT(w->surface(kSolid).inked(), 30000);
+}
+
+TEST_F(ModelTest, HeightsAreGreyAndSavedAtTwiceTheSize) {
+  startSolid();
+  click("chkHeightMap");
+  w->userPresses({Key::up});
+  const auto isGrey = [](std::uint32_t argb) { return argb % 0x1000000 % 0x010101 == 0; };
+  EXPECT_FALSE(std::ranges::all_of(pixels(), isGrey));
+  click("cmd3D");
+  EXPECT_TRUE(std::ranges::all_of(pixels(), isGrey));
+  auto& big = dynamic_cast<RecordingSurface&>(*main->picBig());
+  EXPECT_EQ(big.width(), 1000);
+  EXPECT_EQ(big.height(), 800);
+  EXPECT_TRUE(std::ranges::all_of(big.pixels(), isGrey));
+  EXPECT_NEAR(big.inked(), 4 * w->surface(kSolid).inked(), w->surface(kSolid).inked() / 5);
+}
+
+}  // namespace
+}  // namespace lorivan

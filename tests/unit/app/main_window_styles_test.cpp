@@ -1,0 +1,47 @@
+// The Style menu: previews that change nothing, and styles that stay; the knot of a first start.
+#include "app/presets.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+std::vector<std::uint32_t> pixelsOf(Surface& surface) {
+  const PixelBlock block = surface.lendPixels();
+  return {block.pixels, block.pixels + static_cast<std::ptrdiff_t>(block.stride) * block.height};
+}
+
+TEST_F(MainWindowTest, AStylePreviewLeavesTheKnotAsItWas) {
+  start();
+  click("cmd2D");
+  const auto before = pixelsOf(w->surface(kGrid));
+  const std::string width = text(Param::Width);
+  w->userHighlights(kFirstStyle + 4);
+  EXPECT_NE(pixelsOf(w->surface(kGrid)), before) << "the style is shown";
+  EXPECT_EQ(text(Param::Width), width);
+  w->userHighlights(kNoCommand);
+  EXPECT_EQ(pixelsOf(w->surface(kGrid)), before);
+}
+
+TEST_F(MainWindowTest, AChosenStyleFillsTheFieldsAndDrawsTheKnot) {
+  start();
+  w->userPicks(kFirstStyle + 1);
+  KnotFields expected = firstRunFields();
+  applyPreset(expected, 1);
+  for (const Param p : {Param::Width, Param::Edge, Param::Swish, Param::Smooth, Param::StartColour})
+    EXPECT_EQ(text(p), expected.text(p));
+  EXPECT_TRUE(main->knotDrawn());
+  for (CommandId i = kFirstStyle; i <= kLastStyle; ++i) {
+    const auto name = presetTable()[static_cast<std::size_t>(i - kFirstStyle)].name;
+    EXPECT_NE(commandTable()[static_cast<std::size_t>(i)].text.find(name), std::string_view::npos);
+  }
+}
+
+TEST_F(MainWindowTest, AFirstStartShowsAKnot) {
+  MainWindowOptions options;
+  options.drawAtStart = true;
+  start(options);
+  EXPECT_TRUE(main->knotDrawn());
+}
+
+}  // namespace
+}  // namespace lorivan
