@@ -276,6 +276,8 @@ class MainWindow {
   void solidChanged();
 
   // Files.
+  /// A knot or a shape file, by its extension.
+  void openFile(const std::string& path);
   std::string chooseSaveFile(FileDialogSpec dialog);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
   Result<std::string> knotFile(std::string_view extension);
@@ -283,8 +285,6 @@ class MainWindow {
   const ExportFormat* chosenFormat() const;
   const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
   Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
-  /// A knot or a shape file, by its extension.
-  void openFile(const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
   void rememberFolder(const std::string& path);

@@ -51,7 +51,7 @@ void MainWindow::mnuStyle_Click(int style) {
     window_->setColours(kFirstColourBox + box, boxes_[static_cast<std::size_t>(box)], 0);
   colourBackField();
   colourStartField();
-  cmd2D_Click();
+  behindShape([this] { cmd2D_Click(); });
 }
 
 }  // namespace lorivan

@@ -79,6 +79,22 @@ compgen -G '*lost*' >/dev/null && fault "frames were left although another outpu
 expect 0 "" "${shape[@]}" --mm 80 -o knot.emf
 [[ $(od -An -tx1 -j40 -N4 knot.emf) == " 20 45 4d 46" ]] || fault "no metafile"
 
+# Shapes of one's own get an AutoGrid.
+square='7500,6000 4 100,100 300,100 300,300 100,300 4'
+echo "$square 1,2 2,3 3,4 4,1" >square.qzc
+expect 0 "" square.qzc --set vtGridSize=4 --set chkShapeT=0 -o square.svg -o square.qzd
+(($(wc -l <square.qzd) == 2 + 40)) || fault "4 x 4 cells have 40 lines"
+expect 0 "" square.qzd -o again.svg
+same square.svg again.svg
+expect 0 "" square.qzc --set vtGridSize=4 -o triangles.svg
+cmp -s square.svg triangles.svg && fault "squares and triangles are equal"
+echo '7500,6000 4 50,50 440,50 440,340 50,340 4 1,2 2,3 3,4 4,1' >large.qzc
+expect 4 "This knot would be too complicated. Reduce the AG factor and try again" large.qzc \
+  --set vtGridSize=50 -o never.svg
+echo "$square 1,2 2,3 3,4 -1,-1" >open.qzc
+expect 4 "There is no closed outline" open.qzc -o never.svg
+expect 2 "a shape file brings its own shape" square.qzc --random -o never.svg
+
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
@@ -86,6 +102,10 @@ printf '%s' "$head" >nolines.qzd
 printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
 printf '%s0,0,99999,0,4,0,1,0\r\n' "$head" >wide.qzd
 printf '%s0,0,9,0,4\r\n' "$head" >cut.qzd
+printf '7500 6000\r\n1\r\n10 nan\r\n0\r\n' >nan.qzc
+printf '7500 6000\r\n1\r\n10 10\r\n1\r\n1 2\r\n' >range.qzc
+echo "$square 1,2 2,3" >cut.qzc
+printf '7500 6000\n0\n1001\n' >many.qzc
 head -c 3000 "$program" >binary.qzd
 : >empty.qzd
 mkdir folder.qzd
@@ -102,6 +122,11 @@ binary.qzd|line 1:
 empty.qzd|line 1: the file is empty
 folder.qzd|it is a folder
 missing.qzd|No such file
+nan.qzc|line 3: nan is not a number
+range.qzc|line 5: the point number 2 is out of range
+cut.qzc|the file ends where the point number should be
+many.qzc|line 3: the number of lines 1001 is out of range
+missing.qzc|No such file
 CASES
 [[ ! -e never.svg ]] || fault "an output was written for a bad input"
 
