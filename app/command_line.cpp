@@ -4,6 +4,7 @@
 #include "app/presets.h"
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "custom/shape_file.h"
 #include "export/formats.h"
 
 namespace lorivan {
@@ -180,6 +181,8 @@ Status Parser::takeFile(const std::string& name) {
 Status Parser::checkOutputs() const {
   if (line_.shape && !line_.knotFile.empty())
     return Error{"a knot file brings its own shape; --shape does not go with it"};
+  if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
+    return Error{"a shape file brings its own shape; --random does not go with it"};
   if (!line_.animate) return {};
   if (line_.solidView) return Error{"--animate draws the 2-D knot and does not go with --view 3d"};
   for (const std::string& name : line_.outputs) {
@@ -274,6 +277,8 @@ std::string usageText() {
   return "lorivan [KNOT.qzd]                 open the window, with this knot if one is named\n"
          "lorivan [KNOT.qzd] [OPTIONS] -o FILE [-o FILE]...\n"
          "                                   write files, without a window or a display\n"
+         "KNOT may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
+         "chkShapeT.\n"
          "\n"
          "  -o FILE          the format is the extension: " +
          formatExtensions() +

@@ -33,6 +33,7 @@ constexpr ControlHandler kChoices[] = {
 struct CommandHandler {
   CommandId command;
   void (*run)(MainWindow&);
+  bool duringWork = false;  // leaves knot and fields alone: an animation goes on
 };
 
 constexpr CommandHandler kCommands[] = {
@@ -40,13 +41,29 @@ constexpr CommandHandler kCommands[] = {
     {commandId("mnuFileRandom"), [](MainWindow& w) { w.cmdRandknot_Click(); }},
     {commandId("mnuFileLoad"), [](MainWindow& w) { w.mnuFileLoad_Click(); }},
     {commandId("mnuFileSave"), [](MainWindow& w) { w.mnuFileSave_Click(); }},
-    {commandId("mnuFileExit"), [](MainWindow& w) { w.mnuFileExit_Click(); }},
+    {commandId("mnuFileSaveBMP"), [](MainWindow& w) { w.mnuFileSaveBMP_Click(); }, true},
+    {commandId("mnuFileSaveEMF"), [](MainWindow& w) { w.mnuFileSaveEMF_Click(); }},
+    {commandId("mnuFileSave3D"), [](MainWindow& w) { w.mnuFileSave3D_Click(); }},
+    {commandId("mnuFileExit"), [](MainWindow& w) { w.mnuFileExit_Click(); }, true},
+    {commandId("mnuEditCopy"), [](MainWindow& w) { w.mnuEditCopy_Click(); }, true},
     {commandId("mnuEditUndo"), [](MainWindow& w) { w.mnuEditUndo_Click(); }},
-    {commandId("mnuHelpHelp"), [](MainWindow& w) { w.showHelp("help/index.html"); }},
-    {commandId("mnuHelpCustom"), [](MainWindow& w) { w.showHelp("help/custom.html"); }},
-    {commandId("mnuHelp3D"), [](MainWindow& w) { w.showHelp("help/3d.html"); }},
-    {commandId("mnuHelpFAQ"), [](MainWindow& w) { w.showHelp("help/faq.html"); }},
-    {commandId("mnuHelpAbout"), [](MainWindow& w) { w.showHelp("help/about.html"); }},
+    {commandId("mnuShapeBlank"), [](MainWindow& w) { w.mnuShapeBlank_Click(); }},
+    {commandId("mnuShapeView"), [](MainWindow& w) { w.mnuShapeView_Click(); }},
+    {commandId("mnuShapeMakeStandard"), [](MainWindow& w) { w.mnuShapeMakeStandard_Click(); }},
+    {commandId("mnuShapeLoadPicture"), [](MainWindow& w) { w.mnuShapeLoadPicture_Click(); }},
+    {commandId("mnuShapeClear"), [](MainWindow& w) { w.mnuShapeClear_Click(); }},
+    {commandId("mnuShapeMakeGrid"), [](MainWindow& w) { w.mnuShapeMakeGrid_Click(); }},
+    {commandId("mnuShapeAutoGrid"), [](MainWindow& w) { w.mnuShapeAutoGrid_Click(); }},
+    {commandId("mnuShapeGridOnOff"), [](MainWindow& w) { w.mnuShapeGridOnOff_Click(); }},
+    {commandId("mnuShapeSnap"), [](MainWindow& w) { w.mnuShapeSnap_Click(); }},
+    {commandId("mnuShapeUndo"), [](MainWindow& w) { w.mnuShapeUndo_Click(); }},
+    {commandId("mnuShapeLoadFile"), [](MainWindow& w) { w.mnuShapeLoadFile_Click(); }},
+    {commandId("mnuShapeSaveFile"), [](MainWindow& w) { w.mnuShapeSaveFile_Click(); }},
+    {commandId("mnuHelpHelp"), [](MainWindow& w) { w.showHelp("help/index.html"); }, true},
+    {commandId("mnuHelpCustom"), [](MainWindow& w) { w.showHelp("help/custom.html"); }, true},
+    {commandId("mnuHelp3D"), [](MainWindow& w) { w.showHelp("help/3d.html"); }, true},
+    {commandId("mnuHelpFAQ"), [](MainWindow& w) { w.showHelp("help/faq.html"); }, true},
+    {commandId("mnuHelpAbout"), [](MainWindow& w) { w.showHelp("help/about.html"); }, true},
 };
 
 }  // namespace
@@ -64,39 +81,33 @@ MainWindow::MainWindow(Platform& platform, MainWindowOptions options)
 
 WindowEvents MainWindow::makeEvents() {
   WindowEvents events;
-  // While work is going on only Stop and closing get through.
   events.confirmed = [this](ControlId control) {
-    if (const auto p = parameterOf(control); p && working_ == 0) fieldConfirmed(*p);
+    if (const auto p = parameterOf(control)) userConfirmed(*p);
   };
   events.left = [this](ControlId control) {
-    if (const auto p = parameterOf(control); p && working_ == 0) setField(*p, window_->text(control));
+    if (const auto p = parameterOf(control)) setField(*p, window_->text(control));
   };
   events.clicked = [this](ControlId control) { onClicked(control); };
-  events.changed = [this](ControlId control) {
-    if (working_ == 0) onChanged(control);
-  };
-  events.command = [this](CommandId command) {
-    if (working_ == 0 || command == commandId("mnuFileExit")) onCommand(command);
-  };
+  events.changed = [this](ControlId control) { onChanged(control); };
+  events.command = [this](CommandId command) { onCommand(command); };
   events.highlighted = [this](CommandId command) { highlightedCommand(command); };
-  events.mouse = [this](ControlId picture, const MouseEvent& event) {
-    if (working_ == 0) onMouse(picture, event);
-  };
-  events.key = [this](const KeyEvent& key) { return working_ == 0 && onKey(key); };
+  events.mouse = [this](ControlId picture, const MouseEvent& event) { userMoved(picture, event); };
+  events.key = [this](const KeyEvent& key) { return userPressed(key); };
   events.resized = [this](ControlId picture) { onResized(picture); };
-  events.fileDropped = [this](const std::string& path) {
-    if (working_ == 0) fileDropped(path);
-  };
+  events.fileDropped = [this](const std::string& path) { act([this, path] { fileDropped(path); }); };
   events.closeQuery = [this] { return closeQuery(); };
-  events.started = [this] { onStarted(); };
+  events.started = [this] { act([this] { onStarted(); }); };
   return events;
 }
 
 void MainWindow::onClicked(ControlId control) {
-  if (working_ > 0) {
-    if (control == controlId("cmd2D") && window_->text(control) == kStopCaption) stop_ = true;
-    return;
-  }
+  if (control == controlId("cmd2D") && window_->text(control) == kStopCaption)
+    stop_ = true;
+  else
+    act([this, control] { press(control); });
+}
+
+void MainWindow::press(ControlId control) {
   confirmPending();
   if (control >= kFirstColourBox && control < kFirstColourBox + kColourBoxes)
     txtCol_Click(control - kFirstColourBox);
@@ -106,20 +117,33 @@ void MainWindow::onClicked(ControlId control) {
 
 void MainWindow::onChanged(ControlId control) {
   for (const ControlHandler& row : kChoices)
-    if (row.control == control) row.run(*this);
+    if (row.control == control) act([this, &row] { row.run(*this); });
 }
 
 void MainWindow::onCommand(CommandId command) {
-  if (working_ == 0) confirmPending();
-  if (command >= kFirstStyle && command <= kLastStyle) return mnuStyle_Click(command - kFirstStyle);
-  for (const CommandHandler& row : kCommands)
-    if (row.command == command && window_->commandEnabled(command)) row.run(*this);
+  if (command >= kFirstStyle && command <= kLastStyle)
+    return act([this, command] {
+      confirmPending();
+      mnuStyle_Click(command - kFirstStyle);
+    });
+  for (const CommandHandler& row : kCommands) {
+    if (row.command != command) continue;
+    const auto choose = [this, &row] {
+      if (working_ == 0) confirmPending();
+      if (window_->commandEnabled(row.command)) row.run(*this);
+    };
+    if (row.duringWork && working_ > 0)
+      choose();
+    else
+      act(choose);
+  }
 }
 
 void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
   if (picture == controlId("picGrid")) picGrid_Mouse(event);
   if (picture == controlId("picKnot")) picKnot_Mouse(event);
   if (picture == controlId("picNav")) picNav_Mouse(event);
+  if (picture == controlId("picShape")) picShape_Mouse(event);
 }
 
 bool MainWindow::onKey(const KeyEvent& key) { return frmLorivan_KeyDown(key); }
@@ -128,6 +152,7 @@ void MainWindow::onResized(ControlId picture) {
   if (picture == controlId("picGrid") && !starting_) paintPicture();
   const bool solid = picture == controlId("picKnot") || picture == controlId("picNav");
   if (solid && !starting_) solidChanged();
+  if (picture == controlId("picShape") && shapeShown()) RedrawCustom();
 }
 
 void MainWindow::confirmPending() {

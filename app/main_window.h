@@ -3,6 +3,8 @@
 #pragma once
 
 #include <array>
+#include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,12 +14,17 @@
 #include "app/form_table.h"
 #include "app/knot.h"
 #include "app/settings_table.h"
+#include "app/shape_desk.h"
 #include "app/solid_view.h"
 #include "base/random.h"
 #include "controls/valid_text.h"
 #include "platform/platform.h"
 
 namespace lorivan {
+
+class AnimatedDrawing;
+struct ExportFormat;
+struct TubeModel;
 
 /// Caption of the Create 2D button while an animation runs.
 inline constexpr std::string_view kStopCaption = "Stop";
@@ -55,7 +62,6 @@ class MainWindow {
   void vtScale_Changed(const std::string& oldText);
   void vtStartColour_Changed();
   void vtPicKnotBackColour_Changed();
-  void vtAnimate_Changed();
   /// Records the texts of the fields that a procedure has just rewritten as acted on.
   void AllOlds();
   void UnDoIt() { UndoLatest(); }
@@ -86,11 +92,21 @@ class MainWindow {
   void ClearThread();
   void cmd2DView_Click();
   void cmd3DView_Click();
-  void chkAnimate_Click() { SortOutAnimation(); }
+  void chkAnimate_Click();
   void chkMirror_Click() { styleChanged(); }
   void chkHeightMap_Click() { enable(controlId("cmd3D"), true); }
+
+  // --- the animated drawing (main_window_animation.cpp) ---
+  bool CalcAniThread();
+  void vtAnimate_Changed();
   /// Speed and loop can be used only while animation is chosen.
   void SortOutAnimation();
+
+  // --- what leaves the program (main_window_pictures.cpp, main_window_export.cpp) ---
+  void mnuFileSaveBMP_Click();
+  void mnuFileSaveEMF_Click();
+  void mnuFileSave3D_Click();
+  void mnuEditCopy_Click();
 
   // --- the 3-D model (main_window_model.cpp) ---
   void cmd3D_Click();
@@ -112,9 +128,33 @@ class MainWindow {
   void mnuFileSave_Click();
   void fileDropped(const std::string& path);
   /// The dialog for a file to save, "Saving:  Enter your <description> file name"; the full path, or empty
-  /// when the user cancelled.
-  std::string NewFname(const std::string& description, const std::string& extension);
+  /// when the user cancelled. Files with one of `moreExtensions` ("png svg") are shown as well.
+  std::string NewFname(const std::string& description, const std::string& extension,
+                       const std::string& moreExtensions = {});
 
+  // --- shapes of one's own (main_window_shape.cpp, main_window_shape_files.cpp) ---
+  void mnuShapeBlank_Click();
+  void mnuShapeView_Click();
+  void mnuShapeMakeStandard_Click();
+  void mnuShapeLoadPicture_Click();
+  void mnuShapeClear_Click();
+  void mnuShapeMakeGrid_Click();
+  void mnuShapeAutoGrid_Click();
+  void mnuShapeGridOnOff_Click();
+  void mnuShapeSnap_Click();
+  void mnuShapeUndo_Click();
+  void mnuShapeLoadFile_Click();
+  void mnuShapeSaveFile_Click();
+  void picShape_Mouse(const MouseEvent& event);
+  /// Shows the shape's sheet, or the grid picture again.
+  void ShapeVisible(bool on);
+  /// Paints the sheet: picture to trace, alignment grid, lines and points.
+  void RedrawCustom();
+  /// Shows the alignment grid anew if it is to be seen.
+  void ToggleGrid();
+  void vtGridSize_Changed();
+
+  const CustomShape& customShape() const { return desk_.editor.shape(); }
   const Knot& knot() const { return knot_; }
   bool knotDrawn() const { return knotDrawn_; }
   Window& window() { return *window_; }
@@ -126,8 +166,8 @@ class MainWindow {
   };
   enum class Shown { grid, knot, shape };
 
-  /// While it lives the user can do nothing but press Stop or close the window: events come in during long
-  /// work as well.
+  /// While it lives, what the user does waits until it is gone (see act); only Stop, closing the window and
+  /// the commands that leave the knot alone get through.
   class Working {
    public:
     explicit Working(MainWindow& owner) : owner_(owner) { ++owner_.working_; }
@@ -142,6 +182,7 @@ class MainWindow {
   // Events (main_window.cpp).
   WindowEvents makeEvents();
   void onClicked(ControlId control);
+  void press(ControlId control);
   void onChanged(ControlId control);
   void onCommand(CommandId command);
   void onMouse(ControlId picture, const MouseEvent& event);
@@ -199,13 +240,29 @@ class MainWindow {
   void stepLineKind(int line, int step);
   std::string gridSummary() const;
   void previewStyle(int style);
+  /// The line whose midpoint is near a pixel of the grid picture, or -1.
+  int lineAt(int x, int y) const;
 
   // The knot.
-  /// Traces and draws; false when there is no knot, which the user has been told.
+  /// Traces and draws, animated where that is chosen; false when there is no knot, which the user has been
+  /// told.
   bool CalcThread();
+  bool drawKnotAtOnce();
+  bool traced();
   TraceWatcher stepWatcher();
   bool showStep(const TraceStep& step);
   std::string knotSummary() const;
+
+  // The animated drawing.
+  bool play(AnimatedDrawing& animation);
+  bool attend(int milliseconds);
+  void repaintAnimation();
+  /// Does what the user asks for. What comes while work goes on is done after it, in its order, and ends an
+  /// animation.
+  void act(std::function<void()> deed);
+  void userConfirmed(Param p);
+  void userMoved(ControlId picture, const MouseEvent& event);
+  bool userPressed(const KeyEvent& key);
 
   // The 3-D model and its view.
   /// After a trace: builds the model of the new knot; the 2-D picture stays.
@@ -219,9 +276,36 @@ class MainWindow {
   void solidChanged();
 
   // Files.
+  std::string chooseSaveFile(FileDialogSpec dialog);
+  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> knotFile(std::string_view extension);
+  ControlId shownPicture() const;
+  const ExportFormat* chosenFormat() const;
+  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
+  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  /// A knot or a shape file, by its extension.
+  void openFile(const std::string& path);
   void loadKnotFile(const std::string& path);
   std::string folderFor(std::string_view pattern) const;
   void rememberFolder(const std::string& path);
+
+  // Shapes of one's own.
+  bool shapeShown() const;
+  void behindShape(const std::function<void()>& change);
+  void customGridAsked();
+  /// Selects "(Custom)" without any follow-up.
+  void chooseCustom();
+  void sortOutShapeMenu();
+  void keepForUndo();
+  std::string shapeSummary() const;
+  void pointAt(PointF at);
+  void shapeEdited(const ShapeEdit& edit);
+  void showNewShape(CustomShape shape);
+  FileDialogSpec shapeDialog(bool save) const;
+  void loadShape(const std::string& path);
+  static bool isPicture(const std::string& path);
+  void loadTracePicture(const std::string& path);
+  void showCustomGrid(const Status& made, const std::string& name);
 
   Platform& platform_;
   MainWindowOptions options_;
@@ -233,6 +317,7 @@ class MainWindow {
   Knot knot_;
   GridView view_;  // of the grid picture as painted last
   SolidView solid_;
+  ShapeDesk desk_;
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 
@@ -240,14 +325,14 @@ class MainWindow {
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds
   bool knotDrawn_ = false;
-  bool previewing_ = false;  // the grid picture shows a style that is not chosen
-  bool stop_ = false;        // asked to end an animation
+  bool previewing_ = false;                  // the grid picture shows a style that is not chosen
+  bool stop_ = false;                        // asked to end an animation
+  AnimatedDrawing* animation_ = nullptr;     // the one that runs
+  std::deque<std::function<void()>> deeds_;  // asked for by the user, not done yet
   bool commandLineLoading_ = false;
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;
 
-  bool gridOn_ = false;  // alignment grid of the shape editor
-  bool snapOn_ = false;
   std::string lastFolder_;  // with its separator at the end
 };
 

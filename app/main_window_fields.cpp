@@ -37,7 +37,10 @@ void MainWindow::fieldChanged(Param p) {
   Field& f = field(p);
   if (f.text.Value() == f.lastApplied) return;
   const std::string oldText = std::exchange(f.lastApplied, f.text.Value());
-  followUp(p, oldText);
+  if (shape() == Shape::Custom)
+    behindShape([&] { followUp(p, oldText); });
+  else
+    followUp(p, oldText);
 }
 
 void MainWindow::followUp(Param p, const std::string& oldText) {
@@ -75,6 +78,7 @@ void MainWindow::followUp(Param p, const std::string& oldText) {
       vtAngle_Changed(p);
       break;
     case FollowUp::alignmentGrid:
+      vtGridSize_Changed();
       break;
   }
 }
@@ -97,11 +101,6 @@ void MainWindow::vtPicKnotBackColour_Changed() {
   colourBackField();
   if (window_->visible(controlId("picKnot"))) enable(controlId("cmd3D"), true);
   if (window_->visible(controlId("picGrid"))) styleChanged();
-}
-
-void MainWindow::vtAnimate_Changed() {
-  SortOutAnimation();
-  ClearThread();
 }
 
 void MainWindow::styleChanged() {
@@ -159,13 +158,6 @@ void MainWindow::txtCol_Click(int box) {
   colourStartField();
   colourBackField();
   styleChanged();
-}
-
-void MainWindow::SortOutAnimation() {
-  const bool on = checked(Check::Animate);
-  enable(controlId("chkLoop"), on);
-  enable(controlId("lblAnimate"), on);
-  enable(fieldControl(Param::Animate), on);
 }
 
 }  // namespace lorivan

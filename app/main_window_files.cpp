@@ -2,6 +2,7 @@
 #include "app/knot_file.h"
 #include "app/main_window.h"
 #include "base/sink.h"
+#include "custom/shape_file.h"
 
 namespace lorivan {
 namespace {
@@ -25,19 +26,26 @@ void MainWindow::rememberFolder(const std::string& path) {
   if (name.size() < path.size()) lastFolder_ = path.substr(0, path.size() - name.size());
 }
 
-std::string MainWindow::NewFname(const std::string& description, const std::string& extension) {
+/// Full path of the file to save; empty when the user cancelled or took the pattern itself.
+std::string MainWindow::chooseSaveFile(FileDialogSpec dialog) {
+  const std::string pattern = "*." + lowerCase(dialog.defaultExtension);
+  dialog.initialName = folderFor(pattern);
+  const std::string path = window_->chooseFile(dialog);
+  if (lowerCase(fileNameOf(path)) == pattern) return {};
+  if (!path.empty()) rememberFolder(path);
+  return path;
+}
+
+std::string MainWindow::NewFname(const std::string& description, const std::string& extension,
+                                 const std::string& moreExtensions) {
   FileDialogSpec dialog;
   dialog.save = true;
   dialog.title = "Saving:  Enter your " + description + " file name";
   dialog.filterLabel = description + " files";
-  dialog.extensions = extension;
-  dialog.initialName = folderFor("*." + extension);
+  dialog.extensions = moreExtensions.empty() ? extension : extension + ' ' + moreExtensions;
   dialog.defaultExtension = extension;
   dialog.overwritePrompt = true;
-  const std::string path = window_->chooseFile(dialog);
-  if (lowerCase(fileNameOf(path)) == "*." + lowerCase(extension)) return {};
-  if (!path.empty()) rememberFolder(path);
-  return path;
+  return chooseSaveFile(std::move(dialog));
 }
 
 void MainWindow::mnuFileSave_Click() {
@@ -46,12 +54,10 @@ void MainWindow::mnuFileSave_Click() {
   dialog.title = "Saving knot configuration - Enter your Lorivan file name";
   dialog.filterLabel = "Lorivan files";
   dialog.extensions = kExtension;
-  dialog.initialName = folderFor(kPattern);
   dialog.defaultExtension = kExtension;
   dialog.overwritePrompt = true;
-  const std::string path = window_->chooseFile(dialog);
-  if (path.empty() || lowerCase(fileNameOf(path)) == kPattern) return;
-  rememberFolder(path);
+  const std::string path = chooseSaveFile(std::move(dialog));
+  if (path.empty()) return;
   setCaption(path);
   const Status written = writeFile(path, writeKnotFile(knotFields(), knot_.graph));
   if (written) {
@@ -64,7 +70,7 @@ void MainWindow::mnuFileSave_Click() {
 
 void MainWindow::mnuFileLoad_Click() {
   if (commandLineLoading_) {
-    loadKnotFile(options_.knotFile);
+    openFile(options_.knotFile);
     return;
   }
   FileDialogSpec dialog;
@@ -80,12 +86,22 @@ void MainWindow::mnuFileLoad_Click() {
 }
 
 void MainWindow::fileDropped(const std::string& path) {
-  if (extensionOf(path) != kExtension) {
-    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd)");
-    return;
+  const std::string extension = extensionOf(path);
+  if (extension == kExtension || extension == kShapeFileExtension) {
+    rememberFolder(path);
+    openFile(path);
+  } else if (isPicture(path)) {
+    loadTracePicture(path);
+  } else {
+    status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
   }
-  rememberFolder(path);
-  loadKnotFile(path);
+}
+
+void MainWindow::openFile(const std::string& path) {
+  if (extensionOf(path) == kShapeFileExtension)
+    loadShape(path);
+  else
+    loadKnotFile(path);
 }
 
 /// What was read before a fault stays in the fields; then the picture is left as it is.

@@ -20,7 +20,7 @@ constexpr Param kRandomFields[] = {Param::XNo,   Param::YNo,         Param::Scal
 void MainWindow::cmdNewGrid_Click() {
   const KnotFields asked = knotFields();
   if (asked.shape == Shape::Custom) {
-    status("A shape of your own gets its grid from the Shape menu");
+    customGridAsked();
     return;
   }
   const auto built = buildStandardGrid(knot_.graph, gridFields(asked), randomKnot_ ? &random_ : nullptr);
@@ -70,7 +70,9 @@ void MainWindow::paintGrid() {
 }
 
 void MainWindow::paintPicture() {
-  if (knotDrawn_)
+  if (animation_ != nullptr)
+    repaintAnimation();
+  else if (knotDrawn_)
     paintKnot();
   else
     paintGrid();
@@ -99,7 +101,9 @@ void MainWindow::cmdRandknot_Click() {
   cmdNewGrid_Click();
   randomKnot_ = false;
   if (window_->processEvents()) {
-    window_->setBusy(true);
+    // An animation is no time of waiting.
+    window_->setBusy(!checked(Check::Animate));
+    if (checked(Check::Animate)) window_->setText(controlId("cmdRandknot"), caption);
     cmd2D_Click();
     window_->setBusy(false);
   }
@@ -107,7 +111,12 @@ void MainWindow::cmdRandknot_Click() {
 }
 
 void MainWindow::lstType_Click() {
-  if (!starting_) cmdNewGrid_Click();
+  if (shape() == Shape::Custom) {
+    ShapeVisible(true);
+    status(shapeSummary());
+  } else if (!starting_) {
+    cmdNewGrid_Click();
+  }
   showOffsetField();
 }
 
@@ -122,13 +131,15 @@ void MainWindow::showPicture(Shown shown) {
   window_->setVisible(controlId("picGrid"), shown == Shown::grid);
   window_->setVisible(controlId("picKnot"), shown == Shown::knot);
   window_->setVisible(controlId("picShape"), shown == Shown::shape);
+  window_->setCommandChecked(commandId("mnuShapeView"), shown == Shown::shape);
+}
+
+int MainWindow::lineAt(int x, int y) const {
+  return FindLine(knot_.graph, static_cast<float>(view_.gridX(x)), static_cast<float>(view_.gridY(y)));
 }
 
 void MainWindow::picGrid_Mouse(const MouseEvent& event) {
-  const bool inside = event.action != MouseAction::leave;
-  const int line = !inside ? -1
-                           : FindLine(knot_.graph, static_cast<float>(view_.gridX(event.x)),
-                                      static_cast<float>(view_.gridY(event.y)));
+  const int line = event.action == MouseAction::leave ? -1 : lineAt(event.x, event.y);
   const PointerShape pointer = line >= 0 ? PointerShape::hand : PointerShape::arrow;
   if (pointer != pointer_) window_->setPointer(controlId("picGrid"), pointer);
   pointer_ = pointer;
@@ -145,7 +156,7 @@ void MainWindow::stepLineKind(int line, int step) {
   const std::string words = "Line " + std::to_string(line + 1) + ' ' + std::string(kKindWords[kind]);
   if (knotDrawn_) {
     knotDrawn_ = false;
-    if (CalcThread()) {
+    if (drawKnotAtOnce()) {
       modelFollowsKnot();
       status(words + "; " + knotSummary());
       return;

@@ -14,7 +14,7 @@ void MainWindow::cmd2D_Click() {
   if (knot_.graph.NoGrid) return;
   const Working working(*this);
   const std::string caption = window_->text(button);
-  window_->setText(button, "wait...");
+  window_->setText(button, checked(Check::Animate) ? std::string(kStopCaption) : "wait...");
   enableCommand(commandId("mnuFileSaveEMF"), true);
   const bool made = CalcThread();
   window_->setText(button, caption);
@@ -28,21 +28,27 @@ void MainWindow::ClearThread() {
   cmdOldGrid_Click();
 }
 
-bool MainWindow::CalcThread() {
-  const TraceWatcher watcher = stepWatcher();
-  if (watcher) paintGrid();
-  const auto traced = traceKnot(knot_, knotFields(), watcher);
-  if (!traced) {
-    const std::string& text = traced.error().message;
-    window_->message(text, std::string(text == kKnotErrorText ? kKnotErrorTitle : "Lorivan"),
-                     MessageIcon::none);
-    return false;
-  }
-  if (*traced == TraceEnd::abandoned) return false;
+bool MainWindow::CalcThread() { return checked(Check::Animate) ? CalcAniThread() : drawKnotAtOnce(); }
+
+bool MainWindow::drawKnotAtOnce() {
+  if (!traced()) return false;
   knotDrawn_ = true;
   showPicture(Shown::grid);
   paintKnot();
   return true;
+}
+
+bool MainWindow::traced() {
+  const TraceWatcher watcher = stepWatcher();
+  if (watcher) paintGrid();
+  const auto end = traceKnot(knot_, knotFields(), watcher);
+  if (!end) {
+    const std::string& text = end.error().message;
+    window_->message(text, std::string(text == kKnotErrorText ? kKnotErrorTitle : "Lorivan"),
+                     MessageIcon::none);
+    return false;
+  }
+  return *end != TraceEnd::abandoned;
 }
 
 void MainWindow::paintKnot() {

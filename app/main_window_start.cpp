@@ -50,6 +50,7 @@ Status MainWindow::open() {
   for (const ControlId turned : {controlId("picKnot"), controlId("picNav")})
     window_->setPointer(turned, PointerShape::hand);
   UpdateRotator();
+  vtGridSize_Changed();
   cmdNewGrid_Click();
   starting_ = false;
   colourBackField();
@@ -131,12 +132,12 @@ void MainWindow::restore(WindowState state, const std::string& text) {
       break;
     }
     case WindowState::gridOn:
-      gridOn_ = truthOf(text);
-      window_->setCommandChecked(commandId("mnuShapeGridOnOff"), gridOn_);
+      desk_.editor.setAlignmentGrid(truthOf(text));
+      window_->setCommandChecked(commandId("mnuShapeGridOnOff"), truthOf(text));
       break;
     case WindowState::snapOn:
-      snapOn_ = truthOf(text);
-      window_->setCommandChecked(commandId("mnuShapeSnap"), snapOn_);
+      desk_.editor.setSnap(truthOf(text));
+      window_->setCommandChecked(commandId("mnuShapeSnap"), truthOf(text));
       break;
     case WindowState::lastFolder:
       lastFolder_ = text;
@@ -153,6 +154,7 @@ bool MainWindow::closeQuery() {
   if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
   saveSettings();
   stop_ = true;
+  deeds_.clear();
   return true;
 }
 
@@ -187,9 +189,9 @@ std::string MainWindow::kept(WindowState state) const {
     case WindowState::shape:
       return std::to_string(static_cast<int>(shape()));
     case WindowState::gridOn:
-      return gridOn_ ? "True" : "False";
+      return desk_.editor.alignmentGrid() ? "True" : "False";
     case WindowState::snapOn:
-      return snapOn_ ? "True" : "False";
+      return desk_.editor.snap() ? "True" : "False";
     case WindowState::lastFolder:
       return lastFolder_;
     case WindowState::saveFormat:

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <optional>
 
+#include "app/custom_grid.h"
 #include "app/frame_files.h"
 #include "app/knot.h"
 #include "app/knot_file.h"
@@ -12,6 +14,7 @@
 #include "app/random_knot.h"
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "custom/shape_file.h"
 
 namespace lorivan {
 namespace {
@@ -28,6 +31,7 @@ class FileMaker {
   int fail(ExitStatus status, const std::string& message);
   void note(const std::string& message);
   int readFile();
+  int readShape(const std::string& text);
   int takeFileFields(const KnotFile& file);
   void drawRandom();
   void takeChecks();
@@ -46,6 +50,7 @@ class FileMaker {
   KnotFields fields_ = firstRunFields();
   Rnd random_;
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+  std::optional<CustomShape> shape_;  // to lay an AutoGrid in
   std::vector<std::unique_ptr<FileSink>> sinks_;
 };
 
@@ -67,6 +72,7 @@ void FileMaker::note(const std::string& message) {
 int FileMaker::readFile() {
   const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
   if (!bytes) return fail(kBadInput, line_.knotFile + ": " + bytes.error().message);
+  if (extensionOf(line_.knotFile) == kShapeFileExtension) return readShape(*bytes);
   KnotFile file = parseKnotFile(*bytes);
   if (!file.fault && file.lines.empty()) file.fault = Error{"line 3: the knot has no lines"};
   if (file.fault) return fail(kBadInput, line_.knotFile + ", " + file.fault->message);
@@ -74,6 +80,14 @@ int FileMaker::readFile() {
   fields_.shape = *file.shape;
   knot_->graph.CellSize = *file.CellSize;
   if (const Status taken = takeLines(knot_->graph, file); !taken) return fail(kNoKnot, taken.error().message);
+  return kDone;
+}
+
+int FileMaker::readShape(const std::string& text) {
+  auto shape = readShapeText(text);
+  if (!shape) return fail(kBadInput, line_.knotFile + ", " + shape.error().message);
+  shape_ = std::move(*shape);
+  fields_.shape = Shape::Custom;
   return kDone;
 }
 
@@ -124,6 +138,10 @@ bool FileMaker::mustBuild() const {
 }
 
 int FileMaker::build() {
+  if (shape_) {
+    const Status made = autoGridOf(knot_->graph, *shape_, fields_);
+    return made ? kDone : fail(kNoKnot, made.error().message);
+  }
   if (!mustBuild()) return kDone;
   if (fields_.shape == Shape::Custom)
     return fail(kWrongUsage, line_.knotFile + " holds a custom grid, which no field can build again");

@@ -12,7 +12,7 @@
 namespace lorivan {
 
 /// The most characters that putThousandths and putInteger write.
-inline constexpr std::size_t kMostDigits = 16;
+inline constexpr std::size_t kMostDigits = 24;
 
 /// The whole number of thousandths that MyFormat(x) shows: cut off towards zero, 0 for not-a-number and
 /// infinities. What does not fit stops at the type's ends.

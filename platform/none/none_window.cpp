@@ -90,6 +90,7 @@ void NoneWindow::show() {
 }
 
 bool NoneWindow::processEvents() {
+  if (!closed_) call(looked);
   while (!waiting_.empty() && !closed_) {
     const std::function<void()> deed = std::move(waiting_.front());
     waiting_.pop_front();

@@ -143,6 +143,8 @@ class NoneWindow final : public Window {
   /// Something to happen at the next processEvents() or run().
   void later(std::function<void()> deed) { waiting_.push_back(std::move(deed)); }
 
+  /// Called at the beginning of every processEvents() and run(), for deeds at a certain time.
+  std::function<void()> looked;
   /// Called when the window is destroyed.
   std::function<void()> gone;
 

@@ -55,19 +55,19 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   auto surface = RasterSurface::create(width, height);
   if (!surface) return surface;
   const auto file = readFile(path, kMostBytes);
-  if (!file) return Error{path + ": " + file.error().message};
+  if (!file) return file.error();
   QByteArray bytes = QByteArray::fromRawData(file->data(), static_cast<qsizetype>(file->size()));
   QBuffer buffer(&bytes);
   QImageReader reader(&buffer);
   const QByteArray format = buffer.open(QIODevice::ReadOnly) ? reader.format() : QByteArray();
   if (format != "bmp" && format != "png" && format != "jpeg")
-    return Error{path + ": it is no BMP, PNG or JPEG picture"};
+    return Error{"it is no BMP, PNG or JPEG picture"};
   reader.setAutoTransform(true);
   const QImage picture = reader.read();
-  if (picture.isNull()) return Error{path + ": " + toUtf8(reader.errorString())};
+  if (picture.isNull()) return Error{toUtf8(reader.errorString())};
   const QImage page =
       onWhite(picture.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation), width, height);
-  if (page.isNull()) return Error{path + ": there is not enough memory to show it"};
+  if (page.isNull()) return Error{"there is not enough memory to show it"};
   const PixelBlock block = (*surface)->lendPixels();
   for (int y = 0; y < height; ++y)
     std::copy_n(reinterpret_cast<const std::uint32_t*>(page.constScanLine(y)), width,

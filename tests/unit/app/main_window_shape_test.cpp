@@ -1,0 +1,321 @@
+// Drawing a shape of one's own in the window, its files, and the knots made from it.
+#include <fstream>
+
+#include "app/trace_picture.h"
+#include "base/random.h"
+#include "base/sink.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+constexpr ControlId kSheet = controlId("picShape");
+
+class ShapeTest : public MainWindowTest {
+ protected:
+  void mouse(MouseAction action, int button, int x, int y) { w->userMouse(kSheet, {action, button, x, y}); }
+  void drag(PointI from, PointI to, int button = 1) {
+    mouse(MouseAction::press, button, from.x, from.y);
+    mouse(MouseAction::move, button, to.x, to.y);
+    mouse(MouseAction::release, button, to.x, to.y);
+  }
+  /// A closed square with its corners at 100 and 300.
+  void drawSquare() {
+    pick("mnuShapeBlank");
+    drag({200, 200}, {100, 100});
+    drag({100, 100}, {300, 100});
+    drag({300, 100}, {300, 300});
+    drag({300, 300}, {100, 300});
+    drag({100, 300}, {100, 100});
+  }
+  const CustomShape& shape() const { return main->customShape(); }
+  bool viewChecked() const { return w->commandChecked(commandId("mnuShapeView")); }
+  int chosen() const { return w->selected(controlId("lstType")); }
+  void expectOnGrid() const { EXPECT_TRUE(visible("picGrid") && !visible("picShape") && !viewChecked()); }
+  void expectOnSheet() const { EXPECT_TRUE(!visible("picGrid") && visible("picShape") && viewChecked()); }
+  bool twoPassesEach() const {
+    for (int j = 0; j < lines(); ++j)
+      if (line(j).Passes != 2) return false;
+    return true;
+  }
+  std::string write(const std::string& name, const std::string& bytes) const {
+    const std::string path = folder.file(name);
+    std::ofstream(path, std::ios::binary) << bytes;
+    return path;
+  }
+  Folder folder;
+};
+
+TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
+  start();
+  for (const char* off : {"mnuShapeMakeGrid", "mnuShapeAutoGrid", "mnuShapeClear", "mnuShapeUndo"})
+    EXPECT_FALSE(commandEnabled(off)) << off;
+  drawSquare();
+  expectOnSheet();
+  EXPECT_EQ(chosen(), 12);
+  EXPECT_EQ(w->status(), "Shape: 4 points, 4 lines, closed: AutoGrid in the Shape menu fills it");
+  EXPECT_FALSE(enabled("cmd2D"));
+
+  click("chkShapeT");  // squares
+  enter(Param::GridSize, "4");
+  expectOnSheet();
+  pick("mnuShapeAutoGrid");
+  expectOnGrid();
+  EXPECT_EQ(lines(), 2 * 4 * 5);
+  click("cmd2D");
+  EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
+  EXPECT_TRUE(enabled("cmd3DView") && commandEnabled("mnuFileSaveEMF"));
+
+  pick("mnuShapeView");
+  EXPECT_TRUE(enabled("cmd2D"));
+  enter(Param::Width, "9");  // drawn anew, behind the sheet
+  expectOnSheet();
+  drag({100, 100}, {300, 300});
+  EXPECT_FALSE(enabled("cmd2D"));
+  enter(Param::Skew, "1.5");
+  EXPECT_FALSE(enabled("cmd2D"));
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(lines(), 5);
+  EXPECT_EQ(main->knot().graph.CellSize, 20);
+  click("cmd2D");
+  EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
+  click("cmd3DView");
+  pick("mnuShapeView");
+  expectOnSheet();
+  EXPECT_TRUE(enabled("cmd3DView") && !enabled("cmd2DView") && !visible("picKnot"));
+  w->userChooses(controlId("lstType"), 3);
+  expectOnGrid();
+  w->userChooses(controlId("lstType"), 12);
+  expectOnSheet();
+}
+
+TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
+  start();
+  drawSquare();
+  w->userResizes(1000);  // two pixels a unit
+  const auto segments = [&] { return w->surface(kSheet).count(DrawKind::segment); };
+  ASSERT_EQ(segments(), 4);
+  mouse(MouseAction::press, 1, 200, 200);
+  mouse(MouseAction::move, 1, 500, 420);
+  EXPECT_EQ(segments(), 5);
+  w->userMouse(kSheet, {MouseAction::move, 1, 700, 420, true});  // Shift: level
+  const std::vector<PointF> band = w->surface(kSheet).calls()[w->surface(kSheet).calls().size() - 2].points;
+  ASSERT_EQ(band.size(), 2U);
+  EXPECT_EQ(band[1].x, 700);
+  EXPECT_EQ(band[1].y, 200);
+  mouse(MouseAction::release, 1, 500, 420);
+  EXPECT_EQ(segments(), 5);  // the new line
+  EXPECT_EQ(shape().ShapeX[5], 250);
+  EXPECT_EQ(shape().ShapeY[5], 210);
+  EXPECT_EQ(w->status(), "Shape: 5 points, 5 lines, 1 loose end");
+  mouse(MouseAction::move, 0, 502, 418);
+  EXPECT_EQ(w->pointer(kSheet), PointerShape::hand);
+  drag({500, 420}, {2000, -50}, 2);  // kept off the borders
+  EXPECT_EQ(shape().ShapeX[5], 440);
+  EXPECT_EQ(shape().ShapeY[5], 45);
+}
+
+TEST_F(ShapeTest, UndoGoesBackOneStep) {
+  start();
+  drawSquare();
+  drag({100, 100}, {100, 100});  // a click: the corner goes with its lines
+  EXPECT_EQ(w->status(), "Shape: 3 points, 2 lines, 2 loose ends");
+  for (int i = 0; i < 2; ++i) {
+    pick("mnuShapeUndo");
+    EXPECT_TRUE(shape().lineIsLive(1) && shape().lineIsLive(4));
+  }
+  pick("mnuShapeBlank");
+  EXPECT_FALSE(commandEnabled("mnuShapeAutoGrid"));
+  pick("mnuShapeView");
+  pick("mnuShapeUndo");
+  expectOnSheet();
+  EXPECT_TRUE(shape().lineIsLive(4));
+  EXPECT_TRUE(commandEnabled("mnuShapeAutoGrid"));
+}
+
+TEST_F(ShapeTest, AStandardGridBecomesAShapeAndAGridAgain) {
+  start();
+  enter(Param::XNo, "3");
+  const int before = lines();
+  pick("mnuShapeMakeStandard");
+  expectOnSheet();
+  EXPECT_EQ(chosen(), 12);
+  EXPECT_EQ(shape().ShapeLineCount, before);
+  EXPECT_EQ(shape().ShapePointCount, 12);
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(lines(), before);
+}
+
+TEST_F(ShapeTest, GridsThatCannotBeMadeLeaveTheOldOne) {
+  start();
+  pick("mnuShapeBlank");
+  drag({60, 60}, {50, 50});
+  drag({50, 50}, {430, 50});
+  pick("mnuShapeAutoGrid");
+  EXPECT_EQ(w->status(), "There is no closed outline for an AutoGrid: join the shape's lines to a loop");
+  drag({430, 50}, {430, 330});
+  drag({430, 330}, {50, 50});
+  enter(Param::GridSize, "100");
+  platform.dialogs.answerMessage();
+  pick("mnuShapeAutoGrid");
+  EXPECT_EQ(lastAsked().text, "This knot would be too complicated. Reduce the AG factor and try again");
+  expectOnSheet();
+  EXPECT_EQ(lines(), 12);
+}
+
+TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
+  start();
+  drawSquare();
+  const std::string path = folder.file("square.qzc");
+  platform.dialogs.answerFile(path);
+  pick("mnuShapeSaveFile");
+  const FileDialogSpec dialog = lastAsked().file;
+  EXPECT_TRUE(dialog.save && dialog.overwritePrompt);
+  EXPECT_EQ(dialog.title, "Select an shape file");
+  EXPECT_EQ(dialog.filterLabel, "Lorivan custom files");
+  EXPECT_EQ(dialog.extensions, "qzc");
+  EXPECT_EQ(dialog.initialName, "/program/*.qzc");
+  EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + path);
+
+  pick("mnuShapeBlank");
+  w->userChooses(controlId("lstType"), 0);
+  click("cmd2D");
+  platform.dialogs.answerFile(path);
+  pick("mnuShapeLoadFile");
+  EXPECT_EQ(lastAsked().file.initialName, folder.file("*.qzc"));
+  EXPECT_FALSE(lastAsked().file.save);
+  expectOnSheet();
+  EXPECT_EQ(chosen(), 12);
+  EXPECT_EQ(shape().ShapeX[3], 300);
+  EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuFileSaveEMF") || commandEnabled("mnuShapeClear"));
+  pick("mnuShapeUndo");  // back to what was loaded
+  EXPECT_EQ(shape().ShapeLineCount, 4);
+
+  const std::string bad = write("bad.qzc", "7500 6000\r\n1\r\n10 nan\r\n0\r\n");
+  const std::string title = w->title();
+  for (const std::string& file : {bad, folder.file("none.qzc"), write("many.qzc", "7500 6000 0 1001")}) {
+    platform.dialogs.answerFile(file);
+    pick("mnuShapeLoadFile");
+    EXPECT_EQ(w->status().rfind("Could not load", 0), 0U) << w->status();
+    EXPECT_EQ(shape().ShapeLineCount, 4);
+    EXPECT_EQ(w->title(), title);
+  }
+  w->userDrops(bad);
+  EXPECT_NE(w->status().find("bad.qzc: line 3: nan"), std::string::npos) << w->status();
+  for (const std::string& name : {std::string(), folder.file("*.qzc")}) {
+    platform.dialogs.answerFile(name);
+    pick("mnuShapeSaveFile");
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder.file("*.qzc")));
+
+  platform.settings().values[{"Settings", "lsttype"}] = "12";
+  start({path, false, {}});
+  expectOnSheet();
+  EXPECT_EQ(w->status().rfind("Loaded " + path, 0), 0U) << w->status();
+  write("empty.qzc", "9000 7500\r\n0\r\n0\r\n");
+  w->userDrops(folder.file("empty.qzc"));
+  EXPECT_TRUE(commandEnabled("mnuShapeMakeGrid"));
+  EXPECT_EQ(shape().surfaceWidth, 600);
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(w->status(), "The shape has no lines to make a grid from");
+}
+
+TEST_F(ShapeTest, GridAndSnapAreKept) {
+  start();
+  pick("mnuShapeGridOnOff");
+  pick("mnuShapeSnap");
+  enter(Param::GridSize, "9");  // 10 divisions
+  platform.dialogs.answerConfirm(true);
+  w->userCloses();
+  start();
+  pick("mnuShapeBlank");
+  EXPECT_TRUE(w->commandChecked(commandId("mnuShapeGridOnOff")) &&
+              w->commandChecked(commandId("mnuShapeSnap")));
+  EXPECT_EQ(w->surface(kSheet).count(DrawKind::segment), 2 * 9);
+  enter(Param::GridSize, "19");
+  EXPECT_EQ(w->surface(kSheet).count(DrawKind::segment), 2 * 19);
+  drag({10, 10}, {209, 171});
+  EXPECT_EQ(shape().ShapeX[1], 200);
+  EXPECT_EQ(shape().ShapeY[1], 180);
+  pick("mnuShapeGridOnOff");
+  EXPECT_EQ(w->surface(kSheet).count(DrawKind::segment), 0);
+}
+
+TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {
+  start();
+  RecordingSurface picture(40, 40);
+  picture.clear(makeColour(0, 0, 200));
+  const auto bytes = platform.encodePicture(picture, PictureFormat::bmp);
+  ASSERT_TRUE(bytes);
+  const std::string path = write("blue.bmp", *bytes);
+  const auto middle = [&] { return w->surface(kSheet).pixel({250, 200}); };
+  const Colour paleBlue = makeColour(165, 165, 235);
+  platform.dialogs.answerFile(path);
+  pick("mnuShapeLoadPicture");
+  expectOnSheet();
+  EXPECT_EQ(middle(), paleBlue);
+  EXPECT_EQ(w->surface(kSheet).pixel({20, 200}), 0xFFFFFFU);  // the sheet is wider
+  w->userDrops(write("broken.png", "no picture"));
+  EXPECT_NE(w->status().find("broken.png: "), std::string::npos) << w->status();
+  drag({200, 150}, {300, 250});
+  EXPECT_EQ(middle(), paleBlue);
+  pick("mnuShapeClear");
+  EXPECT_EQ(middle(), 0xFFFFFFU);
+  EXPECT_FALSE(commandEnabled("mnuShapeClear"));
+}
+
+// Ten thousand deeds of somebody who does not look: tables, menus and buttons stay as they have to be.
+TEST_F(ShapeTest, NothingBreaksUnderARandomUser) {
+  start();
+  const Rnd random = seededRandom(5);
+  const auto draw = [&](int n) { return static_cast<int>(random() * static_cast<float>(n)) % n; };
+  const char* commands[] = {"mnuShapeView",     "mnuShapeMakeStandard", "mnuShapeMakeGrid",
+                            "mnuShapeAutoGrid", "mnuShapeGridOnOff",    "mnuShapeSnap",
+                            "mnuShapeUndo",     "mnuShapeBlank"};
+  int knots = 0;
+  platform.dialogs.answerMessage();
+  for (int step = 0; step < 10000; ++step) {
+    const std::size_t before = asked();
+    const int deed = draw(200);
+    if (deed < 7) {
+      const char* command = commands[draw(8)];
+      if (commandEnabled(command) && (command != commands[7] || draw(4) == 0)) pick(command);
+    } else if (deed == 8) {
+      enter(Param::GridSize, std::to_string(1 + draw(12)));
+    } else if ((deed == 9 || !visible("picShape")) && enabled("cmd2D") && draw(3) == 0) {
+      click("cmd2D");
+      knots += main->knotDrawn() ? 1 : 0;
+    } else if (deed == 10) {
+      w->userResizes(300 + draw(100));
+    } else if (deed == 11 && draw(4) == 0) {
+      w->userChooses(controlId("lstType"), draw(13));
+    } else if (visible("picShape")) {
+      // Often near points, so that drags join them.
+      const auto place = [&]() -> PointI {
+        const int point = 1 + draw(shape().ShapePointCount + 1);
+        if (draw(3) == 0 || !shape().pointIsLive(point)) return {draw(420) - 10, draw(340) - 10};
+        const double factor = w->surface(kSheet).width() / 500.0;
+        return {toInt32(shape().ShapeX[static_cast<std::size_t>(point)] * factor),
+                toInt32(shape().ShapeY[static_cast<std::size_t>(point)] * factor)};
+      };
+      const PointI at = place();
+      w->userMouse(kSheet, {static_cast<MouseAction>(draw(4)), draw(3), at.x, at.y, draw(2) == 0, false,
+                            draw(2) == 0});
+    } else if (draw(3) == 0) {
+      pick("mnuShapeView");
+    }
+    if (asked() > before) platform.dialogs.answerMessage();
+    ASSERT_LE(shape().ShapePointCount, kMostShapePoints);
+    ASSERT_LE(shape().ShapeLineCount, kMostShapeLines);
+    ASSERT_EQ(viewChecked(), visible("picShape"));
+    ASSERT_FALSE(enabled("cmd2D") && main->knot().graph.NoGrid);
+    ASSERT_LE(lines(), kMostLines);
+    for (int k = 1; k <= shape().ShapeLineCount; ++k)
+      ASSERT_EQ(shape().lineIsLive(k), shape().lineEnd(0, k) > 0) << "step " << step << ", line " << k;
+  }
+  EXPECT_GT(knots, 10);
+  w->message("", "", MessageIcon::none);  // takes the answer that is left
+}
+
+}  // namespace
+}  // namespace lorivan
