@@ -9,12 +9,11 @@
 
 #include "platform/common/layout.h"
 #include "platform/win32/handles.h"
+#include "platform/win32/identifiers.h"
 #include "platform/win32/picture_view.h"
 #include "platform/window.h"
 
 namespace lorivan::win32 {
-
-inline constexpr int kFirstControl = 0x1000;  // control identifiers at the system's calls
 
 class Form {
  public:

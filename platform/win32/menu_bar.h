@@ -5,11 +5,10 @@
 #include <vector>
 
 #include "platform/win32/handles.h"
+#include "platform/win32/identifiers.h"
 #include "platform/window.h"
 
 namespace lorivan::win32 {
-
-inline constexpr int kFirstCommand = 0x4000;  // command identifiers at the system's calls
 
 class MenuBar {
  public:

@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "demo_form.h"
-#include "platform/win32/form.h"
-#include "platform/win32/menu_bar.h"
+#include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 
 namespace lorivan::win32 {

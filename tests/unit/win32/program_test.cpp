@@ -1,0 +1,212 @@
+// The whole program in its Windows window: fields in, file and settings out, and ten thousand random events.
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include "app/main_window.h"
+#include "gui_objects.h"
+#include "platform/win32/handles.h"
+#include "platform/win32/identifiers.h"
+#include "platform/win32/platform_win32.h"
+#include "platform/win32/text.h"
+
+#include <dlgs.h>  // behind the system's other headers
+
+namespace lorivan::win32 {
+namespace {
+
+constexpr const char* kApplication = "Lorivan program test";
+constexpr const wchar_t* kKey = L"Software\\VB and VBA Program Settings\\Lorivan program test";
+
+/// Answers every dialog of this process: types `fileName` into a file dialog, refuses all others until the
+/// end.
+class DialogAnswerer {
+ public:
+  std::atomic<bool> agrees{false};
+  std::wstring fileName;
+
+ private:
+  void answer(HWND dialog) const {
+    DWORD process = 0;
+    GetWindowThreadProcessId(dialog, &process);
+    if (process != GetCurrentProcessId() || !IsWindowVisible(dialog)) return;
+    const int entry = GetDlgItem(dialog, cmb13) != nullptr ? cmb13 : edt1;
+    const bool isFileDialog = GetDlgItem(dialog, entry) != nullptr;
+    if (isFileDialog && agrees) SetDlgItemTextW(dialog, entry, fileName.c_str());
+    PostMessageW(dialog, WM_COMMAND, agrees ? IDOK : IDCANCEL, 0);
+  }
+
+  // The last member, so that all others are there before it runs.
+  std::jthread thread_{[this](const std::stop_token& stop) {
+    for (; !stop.stop_requested(); Sleep(20))
+      if (const HWND dialog = FindWindowW(L"#32770", nullptr); dialog != nullptr) answer(dialog);
+  }};
+};
+
+/// The user, in a thread of his own: SendMessage waits until the program has done its part.
+class User {
+ public:
+  static void waitForWindow() {
+    for (int i = 0; i < 500 && FindWindowW(L"LorivanWindow", nullptr) == nullptr; ++i) Sleep(20);
+    SendMessageW(window(), WM_NULL, 0, 0);
+  }
+  static HWND window() { return FindWindowW(L"LorivanWindow", nullptr); }
+  static HWND child(ControlId control) { return GetDlgItem(window(), kFirstControl + control); }
+  static void enter(ControlId field, const wchar_t* text) {
+    SendMessageW(child(field), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
+    PostMessageW(child(field), WM_KEYDOWN, VK_RETURN, 1);
+    settle();
+  }
+  static void click(ControlId button) {
+    SendMessageW(child(button), BM_CLICK, 0, 0);
+    settle();
+  }
+  static void pick(CommandId command) {
+    PostMessageW(window(), WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
+    settle();
+  }
+  static void close() { PostMessageW(window(), WM_CLOSE, 0, 0); }
+  /// A message that is posted comes behind those posted before; one that is sent waits for its answer.
+  static void settle() { SendMessageTimeoutW(window(), WM_NULL, 0, 0, SMTO_NORMAL, 10000, nullptr); }
+};
+
+class ProgramTest : public testing::Test {
+ protected:
+  ~ProgramTest() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
+
+  /// Opens the window, lets the user act in it and close it.
+  template <class Actions>
+  void use(const Actions& actions) {
+    PlatformWin32 platform(kApplication);
+    MainWindow main(platform, {{}, false, seededRandom(5)});
+    ASSERT_TRUE(main.open());
+    const std::jthread user([&] {
+      User::waitForWindow();
+      actions();
+      answerer_.agrees = true;
+      User::close();
+    });
+    main.run();
+    answerer_.agrees = false;
+  }
+
+  DialogAnswerer answerer_;
+};
+
+TEST_F(ProgramTest, FieldsInFileAndSettingsOut) {
+  const std::string path = testing::TempDir() + "Kn\xC3\xB6tchen.qzd";
+  std::filesystem::remove(widen(path));
+  answerer_.fileName = widen(path);
+  std::replace(answerer_.fileName.begin(), answerer_.fileName.end(), L'/', L'\\');
+  std::wstring title;
+  use([&] {
+    User::enter(controlId("vtXNo"), L"4");
+    User::enter(controlId("vtYNo"), L"99");
+    User::click(controlId("cmd2D"));
+    answerer_.agrees = true;
+    User::pick(commandId("mnuFileSave"));
+    for (int i = 0; i < 250 && !std::filesystem::exists(widen(path)); ++i) Sleep(20);
+    User::settle();
+    std::array<wchar_t, 200> text{};
+    GetWindowTextW(User::window(), text.data(), static_cast<int>(text.size()));
+    title = text.data();
+  });
+  ASSERT_TRUE(std::filesystem::exists(widen(path)));
+  EXPECT_NE(narrow(title).find("Kn\xC3\xB6tchen.qzd"), std::string::npos) << narrow(title);
+  const RegistrySettings settings(kApplication);
+  EXPECT_EQ(settings.read("Settings", "txtXNo", ""), "4");
+  EXPECT_EQ(settings.read("Settings", "txtyNo", ""), "20") << "corrected";
+
+  // The file gives the knot back.
+  std::string columns;
+  use([&] {
+    User::enter(controlId("vtXNo"), L"7");
+    answerer_.agrees = true;
+    User::pick(commandId("mnuFileLoad"));
+    for (int i = 0; i < 250 && columns != "4"; ++i, Sleep(20)) {
+      std::array<wchar_t, 20> text{};
+      SendMessageW(User::child(controlId("vtXNo")), WM_GETTEXT, text.size(),
+                   reinterpret_cast<LPARAM>(text.data()));
+      columns = narrow(text.data());
+    }
+  });
+  EXPECT_EQ(columns, "4");
+}
+
+TEST_F(ProgramTest, NoTextIsCutOff) {
+  use([] {
+    for (std::size_t i = 0; i < form::kRows.size(); ++i) {
+      const HWND control = User::child(static_cast<ControlId>(i));
+      const ControlKind kind = form::kRows[i].kind;
+      const bool hasMark = kind == ControlKind::check || kind == ControlKind::radio;
+      if (!hasMark && kind != ControlKind::label && kind != ControlKind::button) continue;
+      if (!IsWindowVisible(control)) continue;
+      std::array<wchar_t, 100> text{};
+      GetWindowTextW(control, text.data(), static_cast<int>(text.size()));
+      RECT box{}, needed{};
+      GetClientRect(control, &box);
+      const WindowContext context(control);
+      const Selection font(context.get(), reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+      DrawTextW(context.get(), text.data(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+      EXPECT_LE(needed.right + (hasMark ? 17 : 0), box.right) << form::kRows[i].name;
+      EXPECT_LE(needed.bottom, box.bottom + 1) << form::kRows[i].name;
+    }
+  });
+}
+
+/// Posts one random thing that a user may do. Colours, files and help, which open other windows, are rare.
+void actRandomly(std::mt19937& random) {
+  const auto pick = [&](std::size_t count) { return static_cast<int>(random() % count); };
+  const ControlId control = pick(form::kRows.size());
+  const HWND target = User::child(control);
+  const ControlKind kind = form::kRows[static_cast<std::size_t>(control)].kind;
+  const LPARAM place = MAKELPARAM(pick(400), pick(300));
+  if (kind == ControlKind::picture) {
+    constexpr std::array<UINT, 5> messages = {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP,
+                                              WM_MOUSEMOVE};
+    PostMessageW(target, messages[static_cast<std::size_t>(pick(5))], 0, place);
+  } else if (kind == ControlKind::number) {
+    const std::wstring text = std::to_wstring(pick(40) - 5);
+    SendMessageTimeoutW(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL, 1000,
+                        nullptr);
+    PostMessageW(target, WM_KEYDOWN, pick(4) == 0 ? VK_TAB : VK_RETURN, 1);
+  } else if (kind == ControlKind::list) {
+    PostMessageW(target, WM_KEYDOWN, pick(2) == 0 ? VK_DOWN : VK_UP, 1);
+  } else if (kind != ControlKind::colourBox || pick(50) == 0) {
+    PostMessageW(target, BM_CLICK, 0, 0);
+  }
+  constexpr CommandId lastCommand = commandId("mnuStyle9");
+  const CommandId command = pick(static_cast<std::size_t>(lastCommand) + 1);
+  const bool opensDialog = command == commandId("mnuFileLoad") || command == commandId("mnuFileSave") ||
+                           command == commandId("mnuFileSaveBMP") || command == commandId("mnuFileSaveEMF") ||
+                           command == commandId("mnuFileSave3D") || command == commandId("mnuFileExit") ||
+                           command == commandId("mnuShapeLoadPicture") ||
+                           command == commandId("mnuShapeLoadFile") ||
+                           command == commandId("mnuShapeSaveFile");
+  if (pick(20) == 0 && (!opensDialog || pick(20) == 0))
+    PostMessageW(User::window(), WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
+}
+
+TEST_F(ProgramTest, SurvivesTenThousandRandomEvents) {
+  std::mt19937 random(3440);
+  const auto useRandomly = [&](int events) {
+    use([&] {
+      for (int i = 0; i < events && User::window() != nullptr; ++i) {
+        actRandomly(random);
+        if (i % 4 == 0) User::settle();
+      }
+      EXPECT_NE(User::window(), nullptr) << "the exit question was refused";
+    });
+  };
+  useRandomly(2000);  // the system's dialogs keep a few objects from their first use on
+  const ObjectCounts before = countGuiObjects();
+  useRandomly(10000);
+  EXPECT_EQ(countGuiObjects().graphics, before.graphics);
+  EXPECT_EQ(countGuiObjects().windows, before.windows);
+}
+
+}  // namespace
+}  // namespace lorivan::win32
