@@ -146,8 +146,8 @@ Status Parser::takeMillimetres() {
   std::string text;
   if (const Status got = value(text); !got) return got;
   const auto width = parseNumber(text);
-  if (!width || *width < 0.01 || *width > 1e6)
-    return Error{"--mm takes a width from 0.01 to 1000000 millimetres, not \"" + text + "\""};
+  if (!width || *width < 0.01 || *width > kMostMillimetres)
+    return Error{"--mm takes a width from 0.01 to 100000 millimetres, not \"" + text + "\""};
   line_.millimetres = *width;
   return {};
 }

@@ -52,7 +52,7 @@ int FrameMaker::count() const {
 
 Result<std::string> FrameMaker::make(int number, PictureFormat format) const {
   const KnotStyle style = knotStyle(job_.fields, job_.colours);
-  const GridView view = viewOf(job_.knot, job_.fields, style, job_.width, true);
+  const GridView view = viewOf(job_.knot, job_.fields, style, job_.width.value_or(kPictureWidth), true);
   auto surface = job_.platform.createSurface(view.width, view.height());
   if (!surface) return surface.error();
   PictureOptions options = pictureOptions(job_.fields);

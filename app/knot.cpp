@@ -7,7 +7,9 @@ Result<TraceEnd> traceKnot(Knot& knot, const KnotFields& fields, const TraceWatc
   graph.KnotError = false;
   for (int j = 0; j <= graph.LastLine; ++j) graph.Lines[static_cast<std::size_t>(j)].Passes = 0;
   if (const Status ordered = CalcGrid(graph); !ordered) return ordered.error();
-  auto traced = traceStrands(graph, traceSettings(fields), knot.strands, watcher);
+  const TraceSettings settings = traceSettings(fields);
+  auto traced = traceStrands(graph, settings, knot.strands, watcher);
+  knot.stretch = settings.stretch;
   if (traced)
     sampleStrands(knot.strands, fields.whole(Param::Smooth), samplesPerPoint(fields.number(Param::Scale)),
                   knot.curve);
@@ -16,7 +18,8 @@ Result<TraceEnd> traceKnot(Knot& knot, const KnotFields& fields, const TraceWatc
 
 GridView viewOf(const Knot& knot, const KnotFields& fields, const KnotStyle& style, int pictureWidth,
                 bool knotDrawn) {
-  GridView view(stretchFactor(fields.number(Param::Skew)), pictureWidth);
+  // A drawn knot stands at the stretch that it was made with, whatever the field shows meanwhile.
+  GridView view(knotDrawn ? knot.stretch : stretchFactor(fields.number(Param::Skew)), pictureWidth);
   if (knotDrawn)
     fitView(view, knot.graph, knot.curve, style);
   else

@@ -9,6 +9,7 @@ struct Knot {
   KnotGraph graph;
   StrandStore strands;
   KnotCurve curve;
+  float stretch = 0.8F;  // that the strands were traced with
 };
 
 /// Orders the neighbours, walks the strands and samples their curves. The lines' pass counters are set back

@@ -85,7 +85,10 @@ WindowEvents MainWindow::makeEvents() {
     if (const auto p = parameterOf(control)) userConfirmed(*p);
   };
   events.left = [this](ControlId control) {
-    if (const auto p = parameterOf(control)) setField(*p, window_->text(control));
+    if (const auto p = parameterOf(control)) {
+      field(*p).typed = window_->text(control);
+      setField(*p, window_->text(control));
+    }
   };
   events.clicked = [this](ControlId control) { onClicked(control); };
   events.changed = [this](ControlId control) { onChanged(control); };

@@ -163,6 +163,7 @@ class MainWindow {
   struct Field {
     ValidText text;
     std::string lastApplied;  // what the change handler acted on last
+    std::string typed = {};   // what the user left in it, until it is confirmed; empty: nothing
   };
   enum class Shown { grid, knot, shape };
 
@@ -205,7 +206,9 @@ class MainWindow {
   Shape shape() const;
   /// Everything that the fields say now.
   KnotFields knotFields() const;
-  void status(const std::string& text) { window_->setStatus(text); }
+  void status(const std::string& text) { window_->setStatus(statusText_ = text); }
+  /// Adds to what the status line says already.
+  void statusToo(const std::string& text) { status(statusText_.empty() ? text : statusText_ + "; " + text); }
   /// A message box with the program's own title.
   void complain(const std::string& text);
   void setCaption(const std::string& file);
@@ -321,6 +324,7 @@ class MainWindow {
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 
+  std::string statusText_;
   bool starting_ = true;
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds

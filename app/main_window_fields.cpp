@@ -22,15 +22,19 @@ constexpr Param kAllOlds[] = {Param::XNo,        Param::YNo,        Param::Width
 
 void MainWindow::fieldConfirmed(Param p) {
   Field& f = field(p);
-  const std::string typed = window_->text(fieldControl(p));
-  f.text.type(typed);
+  const std::string shown = window_->text(fieldControl(p));
+  const std::string typed = f.typed.empty() ? shown : std::exchange(f.typed, {});
+  f.text.type(shown);
   f.text.pressEnter();
   window_->setText(fieldControl(p), f.text.Value());
   const ParamSpec& spec = parameterSpec(p);
-  if (typed != f.text.Value() && ChkNum(typed) != ChkNum(f.text.Value()))
-    status(std::string(trimmed(spec.caption)) + ": \"" + typed + "\" became " + f.text.Value() + " (" +
-           std::string(spec.min) + " to " + std::string(spec.max) + ")");
+  const bool corrected = typed != f.text.Value() && ChkNum(typed) != ChkNum(f.text.Value());
+  const std::string note = std::string(trimmed(spec.caption)) + ": \"" + typed + "\" became " +
+                           f.text.Value() + " (" + std::string(spec.min) + " to " + std::string(spec.max) +
+                           ")";
+  if (corrected) statusText_.clear();
   fieldChanged(p);
+  if (corrected) statusToo(note);
 }
 
 void MainWindow::fieldChanged(Param p) {

@@ -18,8 +18,9 @@ void MainWindow::cmd2D_Click() {
   enableCommand(commandId("mnuFileSaveEMF"), true);
   const bool made = CalcThread();
   window_->setText(button, caption);
-  if (made) modelFollowsKnot();
-  if (made) status(knotSummary());
+  if (!made) return;
+  status(knotSummary());
+  modelFollowsKnot();
 }
 
 void MainWindow::ClearThread() {
@@ -48,7 +49,11 @@ bool MainWindow::traced() {
                      MessageIcon::none);
     return false;
   }
-  return *end != TraceEnd::abandoned;
+  if (*end == TraceEnd::complete) return true;
+  knotDrawn_ = false;  // what the steps drew stays to be looked at
+  gridShown();
+  status("The trace was abandoned");
+  return false;
 }
 
 void MainWindow::paintKnot() {

@@ -59,7 +59,7 @@ Status MainWindow::open() {
 }
 
 bool MainWindow::screenTooSmall() {
-  if (window_->screen().height >= kLeastScreenHeight) return false;
+  if (window_->screen().height / window_->scaling() >= kLeastScreenHeight) return false;
   window_->message(
       "Sorry, this program only works at resolutions of SuperVGA (800*600, small fonts) or better", "",
       MessageIcon::none);
@@ -69,6 +69,11 @@ bool MainWindow::screenTooSmall() {
 void MainWindow::run() {
   if (tooSmall_) return;
   window_->show();
+  // Only now is the frame's own size known.
+  const WindowPlace place = window_->place(), screen = window_->screen();
+  const int left = std::max(0, std::min(place.left, screen.width - place.width));
+  const int top = std::max(0, std::min(place.top, screen.height - place.height));
+  if (left != place.left || top != place.top) window_->moveTo(left, top);
   window_->run();
 }
 

@@ -54,9 +54,6 @@ class FileMaker {
   std::vector<std::unique_ptr<FileSink>> sinks_;
 };
 
-/// Whether a writer gave up because the knot is too large for it.
-bool isKnotLimit(const Error& error) { return error.message.find("too many polygons") != std::string::npos; }
-
 int FileMaker::fail(ExitStatus status, const std::string& message) {
   std::string oneLine = message;
   std::erase(oneLine, '\r');
@@ -166,7 +163,7 @@ int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
   if (!sink) return fail(kBadOutput, sink.error().message);
   const ExportFormat& format = *outputFormat(name, fields_);
   if (const Status made = makeOutput(format, job, **sink); !made)
-    return fail(isKnotLimit(made.error()) ? kNoKnot : kBadOutput, name + ": " + made.error().message);
+    return fail(made.error().ofKnot ? kNoKnot : kBadOutput, name + ": " + made.error().message);
   return keep(std::move(*sink));
 }
 
@@ -200,7 +197,7 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
 int FileMaker::write() {
   const StrandColours colours = strandColours(fields_.boxes);
   OutputJob job{platform_, *knot_, fields_, colours};
-  job.width = line_.width.value_or(1000);
+  job.width = line_.width;
   job.millimetres = line_.millimetres;
   job.transparent = line_.transparent;
   job.solidView = line_.solidView;

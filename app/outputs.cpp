@@ -27,7 +27,7 @@ Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, 
                                   double standard) {
   if (!job.millimetres) return standard;
   const double knot = knotWidth(job.knot.curve, style, view);
-  if (knot <= 0) return Error{"a knot without strands has no width to scale"};
+  if (knot <= 0) return Error{"a knot without strands has no width to scale", true};
   return *job.millimetres * view.width / knot;
 }
 
@@ -97,7 +97,7 @@ constexpr std::array<Maker, 5> kMakers = {{
 Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   const bool transparent = job.transparent && format == PictureFormat::png;
   const bool heights = job.solidView && job.fields.check(Check::HeightMap);
-  const int width = heights && job.width <= kLongestSide / 2 ? 2 * job.width : job.width;
+  const int width = job.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
   auto surface = job.platform.createSurface(width, GridView::heightFor(width));
   if (!surface) return surface.error();
   const Status drawn =
@@ -114,7 +114,8 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   if (format.kind == FormatKind::model) {
     const auto model = job.model->get(job.knot, job.fields, job.colours, format.sides);
-    if (!model) return model.error();
+    if (!model) return Error{model.error().message, true};
+    if ((*model)->QuadCount == 0) return Error{"the knot has no strands that a model could be made of", true};
     return writeModelFile(format, job.platform, job.knot, job.fields, **model,
                           {job.millimetres, job.progress}, sink);
   }

@@ -12,13 +12,16 @@
 
 namespace lorivan {
 
+/// Width of pictures when none is asked for; height maps are twice as wide.
+inline constexpr int kPictureWidth = 1000;
+
 /// What the outputs of one knot are made from; they share the model.
 struct OutputJob {
   Platform& platform;
   const Knot& knot;
   const KnotFields& fields;
   const StrandColours& colours;
-  int width = 1000;                        // pixels of pictures
+  std::optional<int> width = {};           // pixels of pictures; 1000 when not given
   std::optional<double> millimetres = {};  // width of the finished knot
   bool transparent = false;
   bool solidView = false;  // pictures hold the 3-D view

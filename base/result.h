@@ -11,6 +11,7 @@ namespace lorivan {
 /// What went wrong, in one sentence without a final stop, fit for a status line or the error output.
 struct Error {
   std::string message;
+  bool ofKnot = false;  // the knot itself is the reason, not a file or the system
 };
 
 /// Either a value or an Error.

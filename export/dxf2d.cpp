@@ -83,7 +83,7 @@ void writePolyline(TextOut& out, int slot, int colour, bool closed, const std::v
 }  // namespace
 
 Status writeDxf2D(const ExportScene& scene, Sink& sink) {
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
   const std::vector<FlatLine> lines =
       scene.fullyCrossed ? wholeCurves(scene.curve) : visibleCurves(scene.curve, scene.bandWidth);
   const Extents box = extentsOf(lines);

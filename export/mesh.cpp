@@ -294,7 +294,7 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
 }
 
 Result<TubeMesh> sceneMesh(const ExportScene& scene) {
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
   const Result<double> scale = modelScale(scene.model, scene.millimetres);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);

@@ -67,7 +67,7 @@ Status writeObj(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices))
-    return Error{std::string(kTooManyPolygonsObj)};
+    return Error{std::string(kTooManyPolygonsObj), true};
   TextOut out(sink);
   out.line("#Object format knot produced by Lorivan");
   writeVertices(scene, *mesh, out);

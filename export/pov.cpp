@@ -75,7 +75,7 @@ void writeStrand(const ExportScene& scene, const TubeStrand& strand, double scal
 
 Status writePov(const ExportScene& scene, Sink& sink) {
   if (!scene.povTemplate) return Error{std::string(kMissingPovTemplate)};
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport)};
+  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
   const Result<double> scale = modelScale(scene.model, std::nullopt);
   if (!scale) return scale.error();
   TextOut out(sink);

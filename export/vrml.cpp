@@ -115,7 +115,7 @@ Status writeVrml(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   if (mesh->cornerCount() > static_cast<std::size_t>(kMostVrmlVertices))
-    return Error{std::string(kTooManyPolygonsVrml)};
+    return Error{std::string(kTooManyPolygonsVrml), true};
   TextOut out(sink);
   out.text(kHead);
   out.line(backgroundLine(scene.background));

@@ -50,7 +50,13 @@ void NormalVector(float& nx, float& ny, float& nz, const TubeModel& model, const
   const Vec3& p1 = cornerOf(model, corners, 0);
   const Vec3& p2 = cornerOf(model, corners, 1);
   const Vec3& p3 = cornerOf(model, corners, 2);
-  CrossProduct(nx, ny, nz, p2.x - p1.x, p2.y - p1.y, p2.z - p1.z, p3.x - p2.x, p3.y - p2.y, p3.z - p2.z);
+  const auto less = [](float a, float b) { return static_cast<double>(a) - static_cast<double>(b); };
+  double x, y, z;
+  CrossProduct(x, y, z, less(p2.x, p1.x), less(p2.y, p1.y), less(p2.z, p1.z), less(p3.x, p2.x),
+               less(p3.y, p2.y), less(p3.z, p2.z));
+  nx = static_cast<float>(x);
+  ny = static_cast<float>(y);
+  nz = static_cast<float>(z);
 }
 
 Shader::Shader(const TubeModel& model, const LightSettings& light)

@@ -30,6 +30,7 @@ int buttonNumber(Qt::MouseButton button) {
 NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
   setMaxLength(kLongestEntry);
   setAlignment(Qt::AlignRight);
+  setAcceptDrops(false);  // a file dropped here is for the window
 }
 
 void NumberEdit::confirm() {
