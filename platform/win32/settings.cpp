@@ -9,7 +9,7 @@
 namespace lorivan::win32 {
 namespace {
 
-constexpr std::wstring_view kArea = L"Software\\VB and VBA Program Settings\\";
+constexpr std::wstring_view kArea = L"Software\\";
 
 }  // namespace
 

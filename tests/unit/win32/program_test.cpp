@@ -19,7 +19,7 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr const char* kApplication = "Lorivan program test";
-constexpr const wchar_t* kKey = L"Software\\VB and VBA Program Settings\\Lorivan program test";
+constexpr const wchar_t* kKey = L"Software\\Lorivan program test";
 
 /// Answers every dialog of this process: types `fileName` into a file dialog, refuses all others until the
 /// end.

@@ -11,7 +11,7 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr const char* kApplication = "Lorivan test";
-constexpr const wchar_t* kKey = L"Software\\VB and VBA Program Settings\\Lorivan test";
+constexpr const wchar_t* kKey = L"Software\\Lorivan test";
 
 class ServicesTest : public testing::Test {
  protected:
