@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "demo_form.h"
+#include "own_windows.h"
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 
@@ -20,7 +21,7 @@ class DemoWindow {
     auto made = platform.createWindow({kDemoForm, kDemoMenu, "Lorivan test window"}, events);
     EXPECT_TRUE(made) << (made ? "" : made.error().message);
     window = std::move(*made);
-    main = FindWindowW(L"LorivanWindow", L"Lorivan test window");
+    main = findOwnWindow(L"LorivanWindow", L"Lorivan test window");
     window->setItems(kShape, {"Triangle", "Star", "Spiral"});
     window->select(kShape, 0);
   }

@@ -18,7 +18,7 @@ class Answer {
   Answer(std::wstring title, std::function<void(HWND)> act)
       : thread_([title = std::move(title), act = std::move(act)] {
           for (int i = 0; i < 500; ++i, Sleep(20)) {
-            const HWND dialog = FindWindowW(L"#32770", title.c_str());
+            const HWND dialog = findOwnWindow(L"#32770", title.c_str());
             if (dialog == nullptr || !IsWindowVisible(dialog)) continue;
             Sleep(100);  // until it has filled itself
             act(dialog);

@@ -8,6 +8,7 @@
 
 #include "app/main_window.h"
 #include "gui_objects.h"
+#include "own_windows.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
@@ -30,9 +31,7 @@ class DialogAnswerer {
 
  private:
   void answer(HWND dialog) const {
-    DWORD process = 0;
-    GetWindowThreadProcessId(dialog, &process);
-    if (process != GetCurrentProcessId() || !IsWindowVisible(dialog)) return;
+    if (!IsWindowVisible(dialog)) return;
     const int entry = GetDlgItem(dialog, cmb13) != nullptr ? cmb13 : edt1;
     const bool isFileDialog = GetDlgItem(dialog, entry) != nullptr;
     if (isFileDialog && agrees) SetDlgItemTextW(dialog, entry, fileName.c_str());
@@ -42,7 +41,7 @@ class DialogAnswerer {
   // The last member, so that all others are there before it runs.
   std::jthread thread_{[this](const std::stop_token& stop) {
     for (; !stop.stop_requested(); Sleep(20))
-      if (const HWND dialog = FindWindowW(L"#32770", nullptr); dialog != nullptr) answer(dialog);
+      if (const HWND dialog = findOwnWindow(L"#32770"); dialog != nullptr) answer(dialog);
   }};
 };
 
@@ -50,10 +49,10 @@ class DialogAnswerer {
 class User {
  public:
   static void waitForWindow() {
-    for (int i = 0; i < 500 && FindWindowW(L"LorivanWindow", nullptr) == nullptr; ++i) Sleep(20);
+    for (int i = 0; i < 500 && findOwnWindow(L"LorivanWindow") == nullptr; ++i) Sleep(20);
     SendMessageW(window(), WM_NULL, 0, 0);
   }
-  static HWND window() { return FindWindowW(L"LorivanWindow", nullptr); }
+  static HWND window() { return findOwnWindow(L"LorivanWindow"); }
   static HWND child(ControlId control) { return GetDlgItem(window(), kFirstControl + control); }
   static void enter(ControlId field, const wchar_t* text) {
     SendMessageW(child(field), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text));
