@@ -88,10 +88,12 @@ void MainWindow::behindShape(const std::function<void()>& change) {
 
 /// What a new grid means while "(Custom)" is chosen: its lines stay, the stretch may be another one.
 void MainWindow::customGridAsked() {
-  if (knot_.graph.NoGrid)
+  if (knot_.graph.NoGrid) {
+    paintGrid();  // nothing but the background, for whoever hides the sheet
     ShapeVisible(true);
-  else
+  } else {
     behindShape([this] { styleChanged(); });
+  }
   status(hasLines(desk_.editor.shape())
              ? "A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid"
              : shapeSummary());

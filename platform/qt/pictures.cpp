@@ -67,8 +67,8 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   QImageReader::setAllocationLimit(kMostDecodedMegabytes);
   const QSize size = reader.size();
   if (std::int64_t{size.width()} * size.height() > kMostDecodedMegabytes * (std::int64_t{1} << 18))
-    return Error{"it has too many pixels: " + std::to_string(size.width()) + " x " +
-                 std::to_string(size.height())};
+    return Error{"a picture of " + std::to_string(size.width()) + " x " + std::to_string(size.height()) +
+                 " pixels is too large"};
   const QImage picture = reader.read();
   if (picture.isNull()) return Error{toUtf8(reader.errorString())};
   const QImage page =
