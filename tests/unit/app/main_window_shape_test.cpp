@@ -61,11 +61,13 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_FALSE(enabled("cmd2D"));
 
   click("chkShapeT");  // squares
+  pick("mnuShapeAutoGrid");
+  EXPECT_NE(w->status().find("will run together"), std::string::npos) << "20 cells are too many";
   enter(Param::GridSize, "4");
-  expectOnSheet();
   pick("mnuShapeAutoGrid");
   expectOnGrid();
   EXPECT_EQ(lines(), 2 * 4 * 5);
+  EXPECT_EQ(w->status(), "AutoGrid: 40 lines. Create 2D draws the knot");
   click("cmd2D");
   EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
   EXPECT_TRUE(enabled("cmd3DView") && commandEnabled("mnuFileSaveEMF"));
