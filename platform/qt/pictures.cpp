@@ -6,13 +6,14 @@
 #include <algorithm>
 
 #include "base/sink.h"
+#include "platform/platform.h"
 #include "platform/qt/convert.h"
 
 namespace lorivan {
 namespace {
 
 constexpr std::size_t kMostBytes = 256'000'000;
-constexpr int kMostDecodedMegabytes = 512;  // a photo of 100 million pixels
+constexpr int kMostDecodedMegabytes = static_cast<int>(kMostPixels * 4 >> 20) + 1;
 
 /// The surface's pixels without their alpha, or with it when the picture is transparent.
 QImage pixelsOf(Surface& picture) {
@@ -66,9 +67,8 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   reader.setAutoTransform(true);
   QImageReader::setAllocationLimit(kMostDecodedMegabytes);
   const QSize size = reader.size();
-  if (std::int64_t{size.width()} * size.height() > kMostDecodedMegabytes * (std::int64_t{1} << 18))
-    return Error{"a picture of " + std::to_string(size.width()) + " x " + std::to_string(size.height()) +
-                 " pixels is too large"};
+  if (const Status fits = checkPictureSize(std::max(1, size.width()), std::max(1, size.height())); !fits)
+    return fits.error();
   const QImage picture = reader.read();
   if (picture.isNull()) return Error{toUtf8(reader.errorString())};
   const QImage page =
