@@ -15,12 +15,9 @@ constexpr Colour kBandColour = makeColour(210, 60, 30);
 constexpr Colour kAlignmentColour = makeColour(200, 210, 225);
 
 constexpr const char* kLinesUsedUp =
-    "A shape holds at most 1000 lines, deleted ones included: New Grid, then Make from Standard clears those "
-    "out";
+    "A shape holds at most 1000 lines, deleted ones included: New Grid, then Make from Standard drops those";
 constexpr const char* kPointsUsedUp =
-    "A shape holds at most 2000 points, deleted ones included: New Grid, then Make from Standard clears "
-    "those "
-    "out";
+    "A shape holds at most 2000 points, deleted ones included: New Grid, then Make from Standard drops those";
 
 float snapped(float value, float extent, int divisions) {
   const float step = extent / static_cast<float>(divisions);
