@@ -42,7 +42,7 @@ bool strandsRunTogether(const KnotGraph& graph, const KnotFields& fields, const 
     sum +=
         std::hypot(view.pixelX(line.X1) - view.pixelX(line.X2), view.pixelY(line.Y1) - view.pixelY(line.Y2));
   }
-  return sum / 2 < style.outerWidth() * (graph.LastLine + 1);
+  return 0.6 * sum < style.outerWidth() * (graph.LastLine + 1);
 }
 
 bool isGridMessage(const Error& error) {
