@@ -42,6 +42,7 @@ class FileMaker {
   int writeOne(const OutputJob& job, const std::string& name);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
+  void noteIgnoredWidth();
   int write();
 
   Platform& platform_;
@@ -194,7 +195,18 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
+void FileMaker::noteIgnoredWidth() {
+  std::string ignoring;
+  for (const ExportFormat& format : exportFormats()) {
+    const auto isOutput = [&](const std::string& name) { return outputFormat(name, fields_) == &format; };
+    if (!format.takesMillimetres && std::ranges::any_of(line_.outputs, isOutput))
+      ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
+  }
+  if (line_.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+}
+
 int FileMaker::write() {
+  noteIgnoredWidth();
   const StrandColours colours = strandColours(fields_.boxes);
   OutputJob job{platform_, *knot_, fields_, colours};
   job.width = line_.width;
