@@ -11,6 +11,7 @@
 #include "app/knot_file.h"
 #include "app/outputs.h"
 #include "app/presets.h"
+#include "app/progress_line.h"
 #include "app/random_knot.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -23,7 +24,10 @@ namespace {
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform), line_(line), errors_(errors) {}
+      : platform_(platform),
+        line_(line),
+        errors_(errors),
+        progress_(platform.clock(), errors, platform.errorsGoToTerminal() && !line.quiet) {}
 
   int run();
 
@@ -48,6 +52,7 @@ class FileMaker {
   Platform& platform_;
   const CommandLine& line_;
   std::ostream& errors_;
+  ProgressLine progress_;
   KnotFields fields_ = firstRunFields();
   Rnd random_;
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
@@ -59,12 +64,15 @@ int FileMaker::fail(ExitStatus status, const std::string& message) {
   std::string oneLine = message;
   std::erase(oneLine, '\r');
   std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  progress_.clear();
   errors_ << "lorivan: " << oneLine << '\n';
   return status;
 }
 
 void FileMaker::note(const std::string& message) {
-  if (!line_.quiet) errors_ << "lorivan: " << message << '\n';
+  if (line_.quiet) return;
+  progress_.clear();
+  errors_ << "lorivan: " << message << '\n';
 }
 
 int FileMaker::readFile() {
@@ -178,6 +186,7 @@ int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
   const PictureFormat format = extensionOf(pattern) == "bmp" ? PictureFormat::bmp : PictureFormat::png;
   for (int number = 1; number <= frames.count(); ++number) {
     const std::string name = names->name(number);
+    job.progress(static_cast<double>(number - 1) / frames.count());
     auto sink = FileSink::create(name);
     if (!sink) return fail(kBadOutput, sink.error().message);
     const auto bytes = frames.make(number, format);
@@ -214,7 +223,12 @@ int FileMaker::write() {
   job.transparent = line_.transparent;
   job.solidView = line_.solidView;
   job.animate = line_.animate;
-  for (const std::string& name : line_.outputs) {
+  for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
+    const std::string& name = line_.outputs[i];
+    job.progress = [&, i](double part) {
+      progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
+    };
+    job.progress(0);
     const bool frames = line_.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;
