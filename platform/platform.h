@@ -40,6 +40,8 @@ class Platform {
   virtual Help& help() = 0;
   /// The folder that the program and its data files lie in, without a separator at its end.
   virtual std::string programFolder() const = 0;
+  /// Whether somebody reads the error output on a terminal, and it is not piped into a file or a program.
+  virtual bool errorsGoToTerminal() const = 0;
 
   /// Whether a window can be opened; otherwise what it would need, as the error.
   virtual Status canOpenWindow() const = 0;

@@ -67,6 +67,7 @@ class NonePlatform final : public Platform {
   ManualClock& clock() override { return clock_; }
   RecordingHelp& help() override { return help_; }
   std::string programFolder() const override { return folder; }
+  bool errorsGoToTerminal() const override { return false; }
   Status canOpenWindow() const override { return windowStatus; }
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 

@@ -1,5 +1,6 @@
 #include "platform/qt/platform_qt.h"
 
+#include <unistd.h>
 #include <QApplication>
 #include <QFileInfo>
 #include <QLibrary>
@@ -72,6 +73,8 @@ Result<std::unique_ptr<Surface>> PlatformQt::loadPicture(const std::string& path
 }
 
 std::string PlatformQt::programFolder() const { return folderOfProgram(); }
+
+bool PlatformQt::errorsGoToTerminal() const { return isatty(STDERR_FILENO) == 1; }
 
 Status PlatformQt::canOpenWindow() const {
 #ifdef Q_OS_MACOS

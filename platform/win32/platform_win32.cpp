@@ -35,6 +35,11 @@ Result<std::unique_ptr<Surface>> PlatformWin32::loadPicture(const std::string& p
   return std::unique_ptr<Surface>(std::move(*surface));
 }
 
+bool PlatformWin32::errorsGoToTerminal() const {
+  DWORD mode = 0;  // only a console has one
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
 Status PlatformWin32::canOpenWindow() const { return graphics(); }
 
 Result<std::unique_ptr<Window>> PlatformWin32::createWindow(const WindowSpec& spec,

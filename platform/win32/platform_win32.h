@@ -21,6 +21,7 @@ class PlatformWin32 final : public Platform {
   Clock& clock() override { return clock_; }
   Help& help() override { return help_; }
   std::string programFolder() const override { return folder_; }
+  bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 
