@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/metafile.h"
 #include "platform/services.h"
 #include "platform/window.h"
 
@@ -33,6 +34,9 @@ class Platform {
   virtual Result<std::string> encodePicture(Surface& picture, PictureFormat format) = 0;
   /// A picture file (BMP, PNG, JPEG) scaled to fit into width x height, on white; for tracing over.
   virtual Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) = 0;
+
+  /// A metafile in memory, empty.
+  virtual Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) = 0;
 
   virtual Settings& settings() = 0;
   virtual Clipboard& clipboard() = 0;

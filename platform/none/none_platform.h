@@ -61,6 +61,7 @@ class NonePlatform final : public Platform {
   Result<std::string> encodePicture(Surface& picture, PictureFormat format) override;
   /// Reads BMP files alone.
   Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) override;
+  Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) override;
 
   MemorySettings& settings() override { return settings_; }
   MemoryClipboard& clipboard() override { return clipboard_; }

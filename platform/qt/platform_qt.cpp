@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QLibrary>
 
+#include "platform/common/metafile_records.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/file_settings.h"
 #include "platform/qt/look.h"
@@ -70,6 +71,10 @@ Result<std::string> PlatformQt::encodePicture(Surface& picture, PictureFormat fo
 
 Result<std::unique_ptr<Surface>> PlatformQt::loadPicture(const std::string& path, int width, int height) {
   return asSurface(loadRaster(path, width, height));
+}
+
+Result<std::unique_ptr<Metafile>> PlatformQt::createMetafile(const MetafileSize& size) {
+  return std::unique_ptr<Metafile>(std::make_unique<MetafileRecords>(size));
 }
 
 std::string PlatformQt::programFolder() const { return folderOfProgram(); }

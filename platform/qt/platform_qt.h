@@ -20,6 +20,7 @@ class PlatformQt final : public Platform {
   Result<std::unique_ptr<Surface>> createSurface(int width, int height) override;
   Result<std::string> encodePicture(Surface& picture, PictureFormat format) override;
   Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) override;
+  Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) override;
   Settings& settings() override { return *settings_; }
   Clipboard& clipboard() override { return *clipboard_; }
   Clock& clock() override { return *clock_; }
