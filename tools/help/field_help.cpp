@@ -59,8 +59,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "it lies under. Low values give a flat relief.", "0.5 2 4"},
     {"3d", "vtRingPerc", "Bends the knot round: 0 leaves it flat, 75 makes an open bracelet, 100 closes it to a "
      "ring.", "0 75 100"},
-    {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest, and saves the "
-     "picture at twice the size: a height map for engravers, embossers and relief carving.", "0 1"},
+    {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest: a height map for "
+     "engravers, embossers and relief carving. The window saves it at twice the size that is shown.", "0 1"},
 
     {"view", "vtTheta", "Turns the model round its upright axis, in degrees.", "0 30 60"},
     {"view", "vtPhi", "Tilts it towards you or away, in degrees.", "0 30 60"},
