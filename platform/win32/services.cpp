@@ -144,7 +144,7 @@ Status BrowserHelp::open(const std::string& page) {
   std::wstring path = widen(folder_ + "/" + page.substr(0, cut));
   std::replace(path.begin(), path.end(), L'/', L'\\');
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-    return Error{"the help page " + narrow(path) + " is missing"};
+    return Error{"Help is missing: there is no " + narrow(path)};
   const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
   if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
   // The shell drops a topic behind a file's name, the browser itself takes it.
