@@ -13,9 +13,9 @@ constexpr std::string_view kDxf = "dxf";
 // clang-format off
 constexpr std::array<ExportFormat, 13> kFormats = {{
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
-    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres", FormatKind::vector, true},
-    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view", FormatKind::picture},
-    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view", FormatKind::picture},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, true},
+    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
+    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, true},
     {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, false, "optPOV", 1, 0, writePov},
     {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, true, "optVRML", 2, 0, writeVrml},
