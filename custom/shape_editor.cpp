@@ -20,9 +20,9 @@ float snapped(float value, float extent, int divisions) {
   return static_cast<float>(toInt16(std::floor(value / step + 0.5F))) * step;
 }
 
-/// The far margin wins on surfaces too small for both.
+/// The far margin wins on surfaces too small for both; nothing lands below 0, where deleted points are.
 float clamped(float value, float extent) {
-  return std::min(std::max(value, kShapeNearMargin), extent - kShapeFarMargin);
+  return std::max(0.0F, std::min(std::max(value, kShapeNearMargin), extent - kShapeFarMargin));
 }
 
 }  // namespace

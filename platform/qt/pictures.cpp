@@ -12,6 +12,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::size_t kMostBytes = 256'000'000;
+constexpr int kMostDecodedMegabytes = 512;  // a photo of 100 million pixels
 
 /// The surface's pixels without their alpha, or with it when the picture is transparent.
 QImage pixelsOf(Surface& picture) {
@@ -63,6 +64,11 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   if (format != "bmp" && format != "png" && format != "jpeg")
     return Error{"it is no BMP, PNG or JPEG picture"};
   reader.setAutoTransform(true);
+  QImageReader::setAllocationLimit(kMostDecodedMegabytes);
+  const QSize size = reader.size();
+  if (std::int64_t{size.width()} * size.height() > kMostDecodedMegabytes * (std::int64_t{1} << 18))
+    return Error{"a picture of " + std::to_string(size.width()) + " x " + std::to_string(size.height()) +
+                 " pixels is too large"};
   const QImage picture = reader.read();
   if (picture.isNull()) return Error{toUtf8(reader.errorString())};
   const QImage page =

@@ -70,6 +70,8 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
   EXPECT_TRUE(enabled("cmd3DView") && commandEnabled("mnuFileSaveEMF"));
 
+  enter(Param::Scale, "20");  // erases nothing here: no question
+  EXPECT_TRUE(main->knotDrawn() && lines() == 40);
   pick("mnuShapeView");
   EXPECT_TRUE(enabled("cmd2D"));
   enter(Param::Width, "9");  // drawn anew, behind the sheet
