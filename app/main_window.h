@@ -324,7 +324,7 @@ class MainWindow {
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 
-  std::string statusText_;
+  std::string statusText_, statusBeforePreview_;
   bool starting_ = true;
   bool tooSmall_ = false;
   bool randomKnot_ = false;  // the grid generator varies line kinds

@@ -14,12 +14,13 @@ TEST_F(MainWindowTest, AStylePreviewLeavesTheKnotAsItWas) {
   start();
   click("cmd2D");
   const auto before = pixelsOf(w->surface(kGrid));
-  const std::string width = text(Param::Width);
+  const std::string width = text(Param::Width), told = w->status();
   w->userHighlights(kFirstStyle + 4);
   EXPECT_NE(pixelsOf(w->surface(kGrid)), before) << "the style is shown";
   EXPECT_EQ(text(Param::Width), width);
   w->userHighlights(kNoCommand);
   EXPECT_EQ(pixelsOf(w->surface(kGrid)), before);
+  EXPECT_EQ(w->status(), told);
 }
 
 TEST_F(MainWindowTest, AChosenStyleFillsTheFieldsAndDrawsTheKnot) {
