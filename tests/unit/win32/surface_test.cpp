@@ -231,6 +231,10 @@ TEST_F(SurfaceTest, GivesBackEveryObject) {
     s->fillPolygon(std::array<PointI, 3>{{{5, 5}, {9, 1}, {40, 40}}}, kRed);
     s->wideCurve({line, 7, kRed, CapStyle::round});
     ASSERT_TRUE(platform_.encodePicture(*s, PictureFormat::png));
+    const auto metafile = platform_.createMetafile({64, 48, 10});
+    ASSERT_TRUE(metafile);
+    (*metafile)->strokePath(std::array<PointI, 2>{{{5, 5}, {9, 1}}}, true, 4, kBlue);
+    if (!transparent) ASSERT_TRUE((*metafile)->finish());
   };
   once(false);
   once(true);
