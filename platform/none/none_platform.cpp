@@ -42,7 +42,7 @@ void MemorySettings::write(std::string_view section, std::string_view key, std::
 
 Status MemorySettings::flush() {
   ++flushes;
-  return {};
+  return flushed;
 }
 
 Status MemoryClipboard::putPicture(Surface& surface) {

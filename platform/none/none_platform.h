@@ -24,6 +24,7 @@ class MemorySettings final : public Settings {
   /// By section and key.
   std::map<std::pair<std::string, std::string>, std::string> values;
   int flushes = 0;
+  Status flushed;  // what flush() answers
 };
 
 class MemoryClipboard final : public Clipboard {

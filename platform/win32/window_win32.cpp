@@ -194,7 +194,7 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       tell(events_.started);
       return 0;
     case kEntryLeft:
-      confirmLeftEntry();
+      if (!isButtonHeld()) confirmLeftEntry();
       return 0;
     default:
       return DefWindowProcW(window_, message, wide, argument);

@@ -111,11 +111,25 @@ TEST_F(WindowQtTest, WhatWaitsInAnEntryIsConfirmedBeforeAnythingElseHappens) {
   EXPECT_EQ(typeThen([&] { click("cmd2D"); }), (Log{"left vtXNo", "confirmed vtXNo", "clicked cmd2D"}));
   EXPECT_EQ(typeThen([&] { click("chkMirror"); }),
             (Log{"left vtXNo", "confirmed vtXNo", "changed chkMirror"}));
+  EXPECT_EQ(typeThen([&] {
+              QTest::mousePress(find("cmd2D"), Qt::LeftButton, {}, {9, 9});
+              window_->processEvents();
+              log_.push_back("pressed");
+              QTest::mouseRelease(find("cmd2D"), Qt::LeftButton, {}, {-9, 9});
+              window_->processEvents();
+            }),
+            (Log{"left vtXNo", "pressed", "confirmed vtXNo"}));
   EXPECT_EQ(typeThen([&] { QTest::keyClick(frame_, Qt::Key_N, Qt::ControlModifier); }),
             (Log{"confirmed vtXNo", "command mnuNew"}));
   EXPECT_EQ(typeThen([&] { QTest::keyClick(find("vtXNo"), Qt::Key_Return); }), Log{"confirmed vtXNo"});
   QTest::keyClick(frame_, Qt::Key_N, Qt::ControlModifier);
   EXPECT_EQ(take(), Log{"command mnuNew"}) << "nothing waits any more";
+  events_.confirmed = [this](ControlId id) {  // with a dialog, as when the scale is changed
+    note("confirmed", id);
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+    window_->confirm("Go on?", "Question");
+  };
+  EXPECT_EQ(typeThen([&] { click("cmd2D"); }), (Log{"left vtXNo", "confirmed vtXNo", "clicked cmd2D"}));
 }
 
 TEST_F(WindowQtTest, UndoAndCopyAreTheWindowsUnlessSomethingIsTyped) {

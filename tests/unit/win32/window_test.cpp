@@ -71,6 +71,15 @@ TEST_F(WindowTest, AnEntryTellsWhenEnterIsPressedAndWhenItIsLeft) {
   EXPECT_EQ(std::pair(from, to), std::pair(DWORD{0}, DWORD{2})) << "all of it is selected";
   demo.click(kCreate);
   EXPECT_EQ(demo.told(), (Told{"left vtScale", "confirmed vtScale", "clicked cmd2D"}));
+  for (const int x : {3, -3}) {
+    demo.focus(kScale);
+    PostMessageW(demo.child(kCreate), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    EXPECT_EQ(demo.told(), Told{}) << "a dialog now would swallow the click";
+    PostMessageW(demo.child(kCreate), WM_LBUTTONUP, 0, MAKELPARAM(x, 3));
+    Told all = {"left vtScale", "confirmed vtScale"};
+    if (x > 0) all.push_back("clicked cmd2D");
+    EXPECT_EQ(demo.told(), all);
+  }
   demo.focus(kScale);
   SetFocus(nullptr);  // the window is no longer the active one
   EXPECT_EQ(demo.told(), Told{});
