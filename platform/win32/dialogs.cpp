@@ -36,9 +36,8 @@ bool isFolder(const std::wstring& path) {
 }
 
 DWORD flagsFor(const FileDialogSpec& dialog) {
-  DWORD flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
-  if (!dialog.save) flags |= OFN_FILEMUSTEXIST;
-  if (dialog.save) flags |= OFN_NOREADONLYRETURN;
+  DWORD flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  if (!dialog.save) flags |= OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
   if (dialog.overwritePrompt) flags |= OFN_OVERWRITEPROMPT;
   return flags;
 }
