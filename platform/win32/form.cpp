@@ -26,7 +26,7 @@ NativeKind nativeKind(ControlKind kind) {
     case ControlKind::number:
       return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL | ES_RIGHT, WS_EX_CLIENTEDGE};
     case ControlKind::text:
-      return {WC_EDITW, ES_AUTOHSCROLL | ES_RIGHT | ES_READONLY, WS_EX_CLIENTEDGE};
+      return {WC_EDITW, ES_AUTOHSCROLL | ES_RIGHT | ES_READONLY, WS_EX_STATICEDGE};
     case ControlKind::check:
       return {WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX, 0};
     case ControlKind::radio:
@@ -237,7 +237,9 @@ void Form::showState(ControlId control) {
   const bool on = enabled(control), seen = shown(control);
   if (GetFocus() == window && !(on && seen)) {
     // The focus must not stay on a control that takes no keys.
-    const HWND next = GetNextDlgTabItem(parent_, window, FALSE);
+    const auto usable = [this](ControlId id) { return enabled(id) && shown(id); };
+    const ControlId beside = buttonBeside(specs_, control, usable);
+    const HWND next = beside >= 0 ? handle(beside) : GetNextDlgTabItem(parent_, window, FALSE);
     movingFocus_ = true;
     SetFocus(next != nullptr && next != window ? next : parent_);
     movingFocus_ = false;
