@@ -44,9 +44,6 @@ inline constexpr int kSideColumns = 24;
 inline constexpr int kStripColumns = 40;
 inline constexpr int kStripRow = 100;
 
-/// The width of the picture that its drawing widths refer to, and its height.
-inline constexpr int kReferenceWidth = 500, kReferenceHeight = 400;
-
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
   int lineHeight = 15;  // of the window's font, descenders included

@@ -26,7 +26,7 @@ NativeKind nativeKind(ControlKind kind) {
     case ControlKind::number:
       return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL | ES_RIGHT, WS_EX_CLIENTEDGE};
     case ControlKind::text:
-      return {WC_EDITW, ES_AUTOHSCROLL | ES_RIGHT | ES_READONLY, WS_EX_STATICEDGE};
+      return {WC_EDITW, ES_AUTOHSCROLL | ES_RIGHT | ES_READONLY, WS_EX_CLIENTEDGE};
     case ControlKind::check:
       return {WC_BUTTONW, WS_TABSTOP | BS_AUTOCHECKBOX, 0};
     case ControlKind::radio:
