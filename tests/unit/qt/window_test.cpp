@@ -199,7 +199,7 @@ TEST_F(WindowQtTest, MnemonicsReachButtonsAndFields) {
   EXPECT_TRUE(find("vtYNo")->hasFocus());
   QTest::keyClick(frame_, Qt::Key_R, Qt::AltModifier);
   EXPECT_TRUE(QTest::qWaitFor([this] { return !log_.empty(); }));
-  EXPECT_EQ(take(), Log{"clicked cmdRandknot"});
+  EXPECT_EQ(take(), (Log{"left vtYNo", "confirmed vtYNo", "clicked cmdRandknot"}));
 }
 
 TEST_F(WindowQtTest, ArrowKeysGoToTheProgramFirst) {
@@ -214,6 +214,17 @@ TEST_F(WindowQtTest, ArrowKeysGoToTheProgramFirst) {
   EXPECT_EQ(keys_[0].key, Key::up);
   EXPECT_TRUE(keys_[0].shift);
   EXPECT_TRUE(find("optOBJ")->hasFocus()) << "taken: the radios do not see it";
+}
+
+TEST_F(WindowQtTest, AnEntryDoesNotGetTheArrowsAfterAButtonsMnemonic) {
+  events_.clicked = [this](ControlId id) { window_->setEnabled(id, false); };
+  takesKeys_ = true;
+  find("vtXNo")->setFocus();
+  QTest::keyClick(find("vtXNo"), Qt::Key_V, Qt::AltModifier);
+  QTRY_VERIFY(!find("cmd3DView")->isEnabled());
+  EXPECT_TRUE(find("cmd2DView")->hasFocus());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Left);
+  EXPECT_EQ(keys_.size(), 1U);
 }
 
 TEST_F(WindowQtTest, ThePictureReportsOneButtonAtATime) {
