@@ -31,14 +31,6 @@ TEST(KnotFile, WritingAndReadingIsIdentity) {
   EXPECT_EQ(writeKnotFile(fields, graph), kSmall);
 }
 
-TEST(KnotFile, OlderFilesHaveFewerFields) {
-  const KnotFile file = parseKnotFile("20,0\n30,2,4\n");
-  ASSERT_FALSE(file.fault);
-  EXPECT_EQ(*file.fields[2], "4");
-  EXPECT_FALSE(file.fields[3]);
-  EXPECT_TRUE(file.lines.empty());
-}
-
 TEST(KnotFile, FaultsNameTheirLineAndKeepWholeLines) {
   const std::string head = "20,0\r\n30,2,2,12,7,10,3,5\r\n", good = "0,0,9,0,4,0,1,0\r\n";
   std::string tooMany = head;

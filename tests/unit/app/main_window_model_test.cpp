@@ -11,10 +11,6 @@ constexpr ControlId kSolid = controlId("picKnot"), kNav = controlId("picNav");
 
 class ModelTest : public MainWindowTest {
  protected:
-  std::vector<std::uint32_t> pixels(ControlId picture = kSolid) {
-    const auto shown = w->surface(picture).pixels();
-    return {shown.begin(), shown.end()};
-  }
   int paints() { return w->surface(kSolid).clears(); }
   /// With the 3-D view shown.
   void startSolid() {
@@ -60,11 +56,11 @@ TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   click("cmd3DView");
   EXPECT_EQ(w->text(controlId("txtNPoly")), "960");
   EXPECT_TRUE(enabled("cmd3D"));
-  const auto old = pixels();
+  const auto old = pixels(kSolid);
   click("cmd3D");
   expectShown(true, "Create 3D");
   EXPECT_EQ(w->text(controlId("txtNPoly")), "1728");
-  EXPECT_NE(pixels(), old);
+  EXPECT_NE(pixels(kSolid), old);
   EXPECT_FALSE(enabled("cmd3D"));
 }
 
@@ -76,12 +72,12 @@ TEST_F(ModelTest, Create3DOfANewGridTracesItsKnot) {
   expectShown(true, "Create 3D");
   EXPECT_TRUE(main->knotDrawn());
   EXPECT_EQ(w->text(controlId("txtNPoly")), std::to_string(17 * 4 * 5 * 5));
-  const auto old = pixels();
+  const auto old = pixels(kSolid);
   click("cmd2DView");
   clickLine(2);
   expectShown(false, "a click on a line");
   click("cmd3DView");
-  EXPECT_NE(pixels(), old);
+  EXPECT_NE(pixels(kSolid), old);
 }
 
 TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
@@ -90,7 +86,7 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   enter(Param::YNo, "10");
   click("cmd2D");
   click("cmd3DView");
-  const auto old = pixels();
+  const auto old = pixels(kSolid);
   enter(Param::PolySides, "200");
   enter(Param::PolyPoints, "50");
   platform.dialogs.answerMessage();
@@ -98,11 +94,11 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   EXPECT_EQ(lastAsked().text,
             "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points");
   expectShown(true, "refused");
-  EXPECT_EQ(pixels(), old);
+  EXPECT_EQ(pixels(kSolid), old);
   EXPECT_TRUE(enabled("cmd3D"));
   EXPECT_EQ(w->text(controlId("cmd3D")), "Create &3D");
   EXPECT_TRUE(w->userPresses({Key::up}));
-  EXPECT_NE(pixels(), old);
+  EXPECT_NE(pixels(kSolid), old);
 
   platform.dialogs.answerMessage();
   click("cmd2D");
@@ -118,11 +114,11 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
 TEST_F(ModelTest, AllWaysOfTurningAgree) {
   startSolid();
   enter(Param::Theta, "270");
-  const auto byField = pixels();
+  const auto byField = pixels(kSolid);
   startSolid();
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(w->userPresses({Key::left}));
   EXPECT_EQ(text(Param::Theta), "270");
-  const auto byKeys = pixels();
+  const auto byKeys = pixels(kSolid);
   std::size_t different = 0;
   for (std::size_t i = 0; i < byKeys.size(); ++i) different += byKeys[i] != byField[i] ? 1 : 0;
   EXPECT_LT(different, byKeys.size() / 100);
@@ -176,9 +172,9 @@ TEST_F(ModelTest, TurningInThe2DViewMovesTheRotatorAlone) {
 TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   startSolid();
   for (const auto& [p, value] : {std::pair{Param::Ka, "0.9"}, {Param::KDist, "-5000"}, {Param::NFact, "1"}}) {
-    const auto old = pixels();
+    const auto old = pixels(kSolid);
     enter(p, value);
-    EXPECT_NE(pixels(), old) << parameterSpec(p).field;
+    EXPECT_NE(pixels(kSolid), old) << parameterSpec(p).field;
   }
   enter(Param::PicKnotBackColour, "20");
   EXPECT_EQ(text(Param::PicKnotBackColour), "15");
@@ -203,9 +199,9 @@ TEST_F(ModelTest, HeightsAreGreyAndSavedAtTwiceTheSize) {
   click("chkHeightMap");
   w->userPresses({Key::up});
   const auto isGrey = [](std::uint32_t argb) { return argb % 0x1000000 % 0x010101 == 0; };
-  EXPECT_FALSE(std::ranges::all_of(pixels(), isGrey));
+  EXPECT_FALSE(std::ranges::all_of(pixels(kSolid), isGrey));
   click("cmd3D");
-  EXPECT_TRUE(std::ranges::all_of(pixels(), isGrey));
+  EXPECT_TRUE(std::ranges::all_of(pixels(kSolid), isGrey));
   auto& big = dynamic_cast<RecordingSurface&>(*main->picBig());
   EXPECT_EQ(big.width(), 1000);
   EXPECT_EQ(big.height(), 800);
