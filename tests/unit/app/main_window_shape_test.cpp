@@ -114,23 +114,6 @@ TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   EXPECT_TRUE(at(5, 440, 45));
 }
 
-TEST_F(ShapeTest, GridsThatCannotBeMadeLeaveTheOldOne) {
-  start();
-  pick("mnuShapeBlank");
-  drag({60, 60}, {50, 50});
-  drag({50, 50}, {430, 50});
-  pick("mnuShapeAutoGrid");
-  EXPECT_EQ(w->status(), "There is no closed outline for an AutoGrid: join the shape's lines to a loop");
-  drag({430, 50}, {430, 330});
-  drag({430, 330}, {50, 50});
-  enter(Param::GridSize, "100");
-  platform.dialogs.answerMessage();
-  pick("mnuShapeAutoGrid");
-  EXPECT_EQ(lastAsked().text, "This knot would be too complicated. Reduce the AG factor and try again");
-  expectOnSheet();
-  EXPECT_EQ(lines(), 12);
-}
-
 TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   start();
   drawSquare();

@@ -162,20 +162,5 @@ TEST(Tube, NoFieldValueMakesAVertexThatIsNotANumber) {
   }
 }
 
-TEST(Tube, RunsAlongZCollapseOntoTheirCentre) {
-  TubeModel model;
-  model.sides = 4;
-  model.radius = 0.5F;
-  model.centres = {{0, 0, 0}, {0, 0, 1}, {1, 0, 1}};
-  model.strands = {{1, {1, 1, 1}, 0, 3}};
-  ASSERT_TRUE(static_cast<bool>(sweepTube(model)));
-  for (int m = 0; m < 4; ++m) {
-    EXPECT_EQ(distance(model.vertex(0, m), model.centres[0]), 0);
-    EXPECT_NEAR(distance(model.vertex(1, m), model.centres[1]), 0.5F, 1e-6);
-  }
-  EXPECT_NEAR(model.vertex(1, 0).z, 1.5F, 1e-6);  // along x, the first corner lies on the +z side
-  EXPECT_NEAR(model.vertex(1, 1).y, -0.5F, 1e-6);
-}
-
 }  // namespace
 }  // namespace lorivan

@@ -80,12 +80,5 @@ TEST(Layout, SurvivesWindowsThatAreTooSmall) {
   }
 }
 
-TEST(Layout, AFormWithoutPanelsIsAllPicture) {
-  const std::array form = {ControlSpec{"pic", ControlKind::picture, "", "", "", {0, 0, 1, 1}}};
-  const LayoutRect picture = computeLayout(form, 512, 412, {15, 1}).picture;
-  EXPECT_EQ(picture.width, 500);
-  EXPECT_EQ(picture.left, 6);
-}
-
 }  // namespace
 }  // namespace lorivan
