@@ -54,7 +54,7 @@ TEST(CheckRange, GivesTheNumberALimitOrTheDefault) {
                         {"0,25", "1", "0.25", "10", "0.25", true}, {"2.50", "1", "0.25", "10", "2.5", true},
                         {"abc", " 15 ", "1", "9", "15", false},    {"-7", "1", "-7", "7", "-7", true},
                         {"-0", "1", "-7", "7", "0", true},         {"0.1", "1", "0.1", "10", "0.1", true},
-                        {"2", "1", " 3", "9", "3", false}};
+                        {"2", "1", " 3", "9", "3", false},         {"9", "1", "1", "9", "9", true}};
   for (const Case& c : cases) {
     const RangeCheck got = checkRange(c.text, c.fallback, c.min, c.max);
     EXPECT_EQ(got.text, c.expected) << c.text;

@@ -31,6 +31,13 @@ TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
   EXPECT_EQ(model.curveMaximum.z, 1.5F);
   EXPECT_EQ(model.minimumCoordinate, -576);
   EXPECT_EQ(model.QuadCount, 9 * 5 * 4);
+  for (int quarter = 0; quarter < 4; ++quarter) {  // the largest coordinate points to each side in turn
+    for (StrandPoint& p : points) p = {-p.y * 0.8F, p.x / 0.8F, p.z};
+    const TubeModel turned = built(storeOf(points), settings);
+    const double wide = turned.curveMaximum.x - turned.curveMinimum.x;
+    const double high = turned.curveMaximum.y - turned.curveMinimum.y;
+    EXPECT_NEAR(std::max(wide, high), (70.3 + 30.4) * scale, 1e-4) << quarter;
+  }
 }
 
 TEST(Tube, StrandsCloseAndFacesLookOutward) {

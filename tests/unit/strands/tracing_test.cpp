@@ -135,6 +135,19 @@ TEST(Tracing, ATrefoilByHand) {
   EXPECT_EQ(std::fabs(crossing.z), 1);
 }
 
+TEST(Tracing, ControlPointsStayWhereTheyAre) {
+  // A weighted sum of all control points of knots whose strands start over and under; any moved point shows.
+  const std::pair<Shape, double> cases[] = {
+      {Shape::SquareSquare, -39.885}, {Shape::Hexagonal, -1981.317}, {Shape::Spiral, -1403.412}};
+  for (const auto& [shape, expected] : cases) {
+    const MadeKnot knot = makeKnot(fieldsOf(shape, 5, 4));
+    double sum = 0;
+    for (int slot = 1; slot < kStrandSlots; ++slot)
+      for (const StrandPoint& p : knot.store->closed(slot)) sum = 0.999 * sum + p.x + 1.7 * p.y;
+    EXPECT_NEAR(sum, expected, 0.05) << static_cast<int>(shape);
+  }
+}
+
 /// A 2 x 2 square whose two middle lines left and right are walls or reversed.
 MadeKnot squareWithKind(std::int16_t kind) {
   MadeKnot knot;
