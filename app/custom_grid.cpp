@@ -1,5 +1,6 @@
 #include "app/custom_grid.h"
 
+#include <cmath>
 #include <utility>
 
 #include "base/numbers.h"
@@ -31,6 +32,17 @@ Status lineGridOf(KnotGraph& graph, const CustomShape& shape, const KnotFields& 
   KnotGraph made;
   const Status status = makeGridFromShape(made, shape, shapeView(fields));
   return takeOver(graph, std::move(made), status);
+}
+
+bool strandsRunTogether(const KnotGraph& graph, const KnotFields& fields, const KnotStyle& style) {
+  const GridView view = shapeView(fields);
+  double sum = 0;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    sum +=
+        std::hypot(view.pixelX(line.X1) - view.pixelX(line.X2), view.pixelY(line.Y1) - view.pixelY(line.Y2));
+  }
+  return 0.6 * sum < style.outerWidth() * (graph.LastLine + 1);
 }
 
 bool isGridMessage(const Error& error) {

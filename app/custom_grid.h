@@ -14,6 +14,10 @@ Status autoGridOf(KnotGraph& graph, const CustomShape& shape, const KnotFields& 
 /// Makes the shape's own lines the grid. On any error the graph stays as it was. Points are collected.
 Status lineGridOf(KnotGraph& graph, const CustomShape& shape, const KnotFields& fields);
 
+/// Whether the strands of a grid made from a shape will run together: strands side by side, seldom
+/// further apart than 0.6 of a line's length, are wider than that.
+bool strandsRunTogether(const KnotGraph& graph, const KnotFields& fields, const KnotStyle& style);
+
 /// The errors of the two above that are shown in a message box; the others go to the status line.
 bool isGridMessage(const Error& error);
 

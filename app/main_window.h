@@ -44,8 +44,9 @@ class MainWindow {
 
   /// Makes the window and brings everything to where it was left. The error says why no window can be had.
   Status open();
-  /// Shows the window and handles events until it closes. Returns at once on a screen that is too small.
-  void run();
+  /// Shows the window and handles events until it closes. Returns at once on a screen that is too small. The
+  /// error says why the settings could not be kept.
+  Status run();
 
   // --- start-up and exit (main_window_start.cpp) ---
   void restoreSettings();
@@ -324,9 +325,10 @@ class MainWindow {
   ColourBoxes boxes_ = firstColourBoxes();
   StrandColours colours_;
 
-  std::string statusText_;
+  std::string statusText_, statusBeforePreview_;
   bool starting_ = true;
   bool tooSmall_ = false;
+  Status settingsKept_;
   bool randomKnot_ = false;  // the grid generator varies line kinds
   bool knotDrawn_ = false;
   bool previewing_ = false;                  // the grid picture shows a style that is not chosen

@@ -88,8 +88,10 @@ void MainWindow::followUp(Param p, const std::string& oldText) {
 }
 
 void MainWindow::vtScale_Changed(const std::string& oldText) {
-  if (knotDrawn_ && !window_->confirm("Changing scale will erase your current grid. OK to continue?",
-                                      "Scale change warning")) {
+  // The lines of a shape of one's own stay whatever the scale is: nothing to ask for.
+  if (knotDrawn_ && shape() != Shape::Custom &&
+      !window_->confirm("Changing scale will erase your current grid. OK to continue?",
+                        "Scale change warning")) {
     setApplied(Param::Scale, shortestText(static_cast<float>(parseNumber(oldText).value_or(0))));
     return;
   }

@@ -133,9 +133,11 @@ void MainWindow::loadKnotFile(const std::string& path) {
   AllOlds();
   field(Param::StartColour).lastApplied = field(Param::StartColour).text.Value();
   setCaption(path);
+  statusText_.clear();
   cmdOldGrid_Click();
   cmd2D_Click();
-  if (knotDrawn_) status("Loaded " + path + ": " + knotSummary());
+  const std::string fault = statusText_;
+  status("Loaded " + path + ": " + (knotDrawn_ ? knotSummary() : fault.empty() ? "no knot is drawn" : fault));
 }
 
 }  // namespace lorivan

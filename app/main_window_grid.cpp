@@ -32,7 +32,7 @@ void MainWindow::cmdNewGrid_Click() {
   enable(controlId("cmdOldGrid"), true);
   enable(controlId("cmd3DView"), false);
   paintGrid();
-  if (built) status(gridSummary());
+  status(built ? gridSummary() : "The grid could not be made");
 }
 
 /// Shows the counts, scale and offset that the grid was really built with. They count as acted on.

@@ -47,6 +47,7 @@ bool MainWindow::traced() {
     const std::string& text = end.error().message;
     window_->message(text, std::string(text == kKnotErrorText ? kKnotErrorTitle : "Lorivan"),
                      MessageIcon::none);
+    status("No knot can be drawn on this grid");
     return false;
   }
   if (*end == TraceEnd::complete) return true;

@@ -88,11 +88,15 @@ void MainWindow::behindShape(const std::function<void()>& change) {
 
 /// What a new grid means while "(Custom)" is chosen: its lines stay, the stretch may be another one.
 void MainWindow::customGridAsked() {
-  if (knot_.graph.NoGrid)
+  if (knot_.graph.NoGrid) {
+    paintGrid();  // nothing but the background, for whoever hides the sheet
     ShapeVisible(true);
-  else
+  } else {
     behindShape([this] { styleChanged(); });
-  status("A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid");
+  }
+  status(hasLines(desk_.editor.shape())
+             ? "A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid"
+             : shapeSummary());
 }
 
 void MainWindow::chooseCustom() {
@@ -126,6 +130,7 @@ std::string MainWindow::shapeSummary() const {
     points += shape.pointIsLive(point) ? 1 : 0;
     looseEnds += linesAt[static_cast<std::size_t>(point)] == 1 ? 1 : 0;
   }
+  if (points == 0) return std::string(kHint);
   const std::string counts = "Shape: " + counted(points, "point") + ", " + counted(lines, "line");
   if (looseEnds > 0) return counts + ", " + counted(looseEnds, "loose end");
   return lines > 2 ? counts + ", closed: AutoGrid in the Shape menu fills it" : counts;

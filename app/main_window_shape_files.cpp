@@ -110,7 +110,10 @@ void MainWindow::showCustomGrid(const Status& made, const std::string& name) {
   enable(controlId("cmdOldGrid"), true);
   enable(controlId("cmd3DView"), false);
   paintGrid();
-  status(name + ": " + std::to_string(knot_.graph.LastLine + 1) + " lines. Create 2D draws the knot");
+  const KnotFields fields = knotFields();
+  const bool tight = strandsRunTogether(knot_.graph, fields, knotStyle(fields, colours_));
+  status(name + ": " + std::to_string(knot_.graph.LastLine + 1) + " lines. Create 2D draws the knot" +
+         (tight ? "; its strands will run together: lower Width, Edge or AGS" : ""));
 }
 
 }  // namespace lorivan

@@ -66,8 +66,8 @@ bool MainWindow::screenTooSmall() {
   return true;
 }
 
-void MainWindow::run() {
-  if (tooSmall_) return;
+Status MainWindow::run() {
+  if (tooSmall_) return {};
   window_->show();
   // Only now is the frame's own size known.
   const WindowPlace place = window_->place(), screen = window_->screen();
@@ -75,6 +75,7 @@ void MainWindow::run() {
   const int top = std::max(0, std::min(place.top, screen.height - place.height));
   if (left != place.left || top != place.top) window_->moveTo(left, top);
   window_->run();
+  return settingsKept_;
 }
 
 void MainWindow::onStarted() {
@@ -173,8 +174,9 @@ void MainWindow::saveSettings() {
   for (const SettingRow& row : settingTable())
     settings.write(kSettingsSection, row.key,
                    std::visit([&](const auto& owner) { return kept(owner); }, row.owner));
-  // The window closes all the same; there is no place left to complain in.
-  static_cast<void>(settings.flush());
+  // The window closes all the same.
+  settingsKept_ = settings.flush();
+  if (!settingsKept_) status("The settings could not be kept: " + settingsKept_.error().message);
 }
 
 std::string MainWindow::kept(ColourBoxNumber box) const {

@@ -22,6 +22,7 @@ void MainWindow::highlightedCommand(CommandId command) {
   } else if (previewing_) {
     previewing_ = false;
     paintPicture();
+    status(statusBeforePreview_);
   }
 }
 
@@ -31,6 +32,7 @@ void MainWindow::previewStyle(int style) {
   applyPreset(fields, style);
   const auto copy = std::make_unique<Knot>(knot_);
   if (!traceKnot(*copy, fields)) return;
+  if (!previewing_) statusBeforePreview_ = statusText_;
   previewing_ = true;
   Surface& surface = window_->surface(controlId("picGrid"));
   const KnotStyle bands = knotStyle(fields, strandColours(fields.boxes));

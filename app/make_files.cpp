@@ -11,6 +11,7 @@
 #include "app/knot_file.h"
 #include "app/outputs.h"
 #include "app/presets.h"
+#include "app/progress_line.h"
 #include "app/random_knot.h"
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -23,7 +24,10 @@ namespace {
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform), line_(line), errors_(errors) {}
+      : platform_(platform),
+        line_(line),
+        errors_(errors),
+        progress_(platform.clock(), errors, platform.errorsGoToTerminal() && !line.quiet) {}
 
   int run();
 
@@ -42,11 +46,13 @@ class FileMaker {
   int writeOne(const OutputJob& job, const std::string& name);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
+  void noteIgnoredWidth();
   int write();
 
   Platform& platform_;
   const CommandLine& line_;
   std::ostream& errors_;
+  ProgressLine progress_;
   KnotFields fields_ = firstRunFields();
   Rnd random_;
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
@@ -58,12 +64,15 @@ int FileMaker::fail(ExitStatus status, const std::string& message) {
   std::string oneLine = message;
   std::erase(oneLine, '\r');
   std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  progress_.clear();
   errors_ << "lorivan: " << oneLine << '\n';
   return status;
 }
 
 void FileMaker::note(const std::string& message) {
-  if (!line_.quiet) errors_ << "lorivan: " << message << '\n';
+  if (line_.quiet) return;
+  progress_.clear();
+  errors_ << "lorivan: " << message << '\n';
 }
 
 int FileMaker::readFile() {
@@ -177,6 +186,7 @@ int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
   const PictureFormat format = extensionOf(pattern) == "bmp" ? PictureFormat::bmp : PictureFormat::png;
   for (int number = 1; number <= frames.count(); ++number) {
     const std::string name = names->name(number);
+    job.progress(static_cast<double>(number - 1) / frames.count());
     auto sink = FileSink::create(name);
     if (!sink) return fail(kBadOutput, sink.error().message);
     const auto bytes = frames.make(number, format);
@@ -194,7 +204,18 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
+void FileMaker::noteIgnoredWidth() {
+  std::string ignoring;
+  for (const ExportFormat& format : exportFormats()) {
+    const auto isOutput = [&](const std::string& name) { return outputFormat(name, fields_) == &format; };
+    if (!format.takesMillimetres && std::ranges::any_of(line_.outputs, isOutput))
+      ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
+  }
+  if (line_.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+}
+
 int FileMaker::write() {
+  noteIgnoredWidth();
   const StrandColours colours = strandColours(fields_.boxes);
   OutputJob job{platform_, *knot_, fields_, colours};
   job.width = line_.width;
@@ -202,7 +223,12 @@ int FileMaker::write() {
   job.transparent = line_.transparent;
   job.solidView = line_.solidView;
   job.animate = line_.animate;
-  for (const std::string& name : line_.outputs) {
+  for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
+    const std::string& name = line_.outputs[i];
+    job.progress = [&, i](double part) {
+      progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
+    };
+    job.progress(0);
     const bool frames = line_.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;

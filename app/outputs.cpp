@@ -4,7 +4,7 @@
 
 #include "app/knot_file.h"
 #include "strands/animated_svg.h"
-#include "strands/emf_writer.h"
+#include "strands/band_paths.h"
 #include "strands/svg_surface.h"
 
 namespace lorivan {
@@ -53,7 +53,10 @@ Result<std::string> makeEmf(const OutputJob& job) {
   const GridView view = viewOf(job.knot, job.fields, style, kMetafileWidth, true);
   const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
-  return knotMetafile(job.knot.curve, style, view, *pictureWidth);
+  auto metafile = job.platform.createMetafile({view.width, view.height(), *pictureWidth});
+  if (!metafile) return metafile.error();
+  strokeBands(**metafile, job.knot.curve, style, view);
+  return (*metafile)->finish();
 }
 
 Status drawFlat(const OutputJob& job, Surface& surface, bool transparent) {

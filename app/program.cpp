@@ -42,7 +42,8 @@ int openWindow(Platform& platform, const CommandLine& line) {
               << "\nWithout one, make a knot with: lorivan --shape Hexagonal -o knot.svg\n";
     return kNoDisplay;
   }
-  window.run();
+  if (const Status kept = window.run(); !kept)
+    std::cerr << "lorivan: the settings could not be kept: " << kept.error().message << '\n';
   return kDone;
 }
 

@@ -78,6 +78,7 @@ Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch) {
       best = std::move(*mesh);
     }
   if (!best) return Error{"The outline is too narrow for cells of this size: raise the AutoGrid value"};
+  dropSpecks(*best, outline);
   return std::move(*best);
 }
 

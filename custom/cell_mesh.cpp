@@ -4,10 +4,15 @@
 #include <cstdint>
 #include <map>
 #include <numeric>
+#include <set>
 #include <utility>
+
+#include "custom/groups.h"
 
 namespace lorivan {
 namespace {
+
+constexpr int kSpeckCorners = 6;  // one square or two triangles
 
 /// Numbers of a lattice's rows and columns that cover a box, one more on each side.
 struct LatticeFrame {
@@ -261,6 +266,35 @@ Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int
   dropCornerHangers(mesh, outline);
   dropUnusedNodes(mesh);
   return mesh;
+}
+
+void dropSpecks(CellMesh& mesh, const Outline& outline) {
+  Groups islands(mesh.cells.size());
+  std::map<NodePair, int> firstOn;
+  for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+    visitSides(mesh.cells[static_cast<std::size_t>(cell)], [&](int a, int b) {
+      islands.join(cell, firstOn.try_emplace(ordered(a, b), cell).first->second);
+    });
+  std::map<int, int> corners;  // of an island's cells, by its leading cell
+  for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+    corners[islands.of(cell)] += mesh.cells[static_cast<std::size_t>(cell)].corners;
+  const auto isSpeck = [&](int cell) { return corners[islands.of(cell)] <= kSpeckCorners; };
+  const auto isLarge = [&](int cell) { return corners[islands.of(cell)] > 4 * kSpeckCorners; };
+  if (std::none_of(corners.begin(), corners.end(), [](auto& c) { return c.second <= kSpeckCorners; })) return;
+  const std::vector<int> parts = outline.parts();
+  const auto partAt = [&](int cell) {
+    const Spot centre = centreOf(mesh, mesh.cells[static_cast<std::size_t>(cell)]);
+    return parts[static_cast<std::size_t>(outline.nearestSide(centre))];
+  };
+  std::set<int> held;  // parts with a large island
+  for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+    if (isLarge(cell)) held.insert(partAt(cell));
+  std::vector<MeshCell> kept;
+  for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+    if (!isSpeck(cell) || held.count(partAt(cell)) == 0)
+      kept.push_back(mesh.cells[static_cast<std::size_t>(cell)]);
+  mesh.cells = std::move(kept);
+  dropUnusedNodes(mesh);
 }
 
 MeshBorder::MeshBorder(const CellMesh& mesh) : before(mesh.nodes.size(), -1), after(mesh.nodes.size(), -1) {

@@ -39,6 +39,10 @@ struct CellMesh {
 /// Fails when a lattice would have more than `mostCells` cells in the outline's box.
 Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells);
 
+/// Drops the islands of a square or two triangles, as thin tips of an outline leave them, where a much
+/// larger island lies in the same part of the outline.
+void dropSpecks(CellMesh& mesh, const Outline& outline);
+
 /// A mesh's border: for each node the border nodes before and after it, -1 for nodes within.
 struct MeshBorder {
   explicit MeshBorder(const CellMesh& mesh);

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <utility>
 
+#include "custom/groups.h"
 #include "custom/planar_grid.h"
 
 namespace lorivan {
@@ -203,6 +205,30 @@ std::optional<Spot> Outline::nearest(Spot p, std::span<const int> among) const {
     if (!best || distance(p, spot) < distance(p, *best)) best = spot;
   }
   return best;
+}
+
+int Outline::nearestSide(Spot p) const {
+  int best = 0;
+  double least = std::numeric_limits<double>::max();
+  for (std::size_t i = 0; i < sides_.size(); ++i) {
+    const Spot away = nearestOn(p, sides_[i].a, sides_[i].b) - p;
+    if (dot(away, away) >= least) continue;
+    least = dot(away, away);
+    best = static_cast<int>(i);
+  }
+  return best;
+}
+
+std::vector<int> Outline::parts() const {
+  Groups groups(sides_.size());
+  std::map<std::pair<double, double>, int> firstAt;
+  for (std::size_t i = 0; i < sides_.size(); ++i)
+    for (const Spot end : {sides_[i].a, sides_[i].b})
+      groups.join(static_cast<int>(i),
+                  firstAt.try_emplace({end.x, end.y}, static_cast<int>(i)).first->second);
+  std::vector<int> parts;
+  for (std::size_t i = 0; i < sides_.size(); ++i) parts.push_back(groups.of(static_cast<int>(i)));
+  return parts;
 }
 
 std::vector<OutlineCorner> Outline::corners(double span, double leastTurn) const {

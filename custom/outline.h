@@ -44,6 +44,11 @@ class Outline {
   std::vector<int> sidesNear(Spot p, double reach) const;
   /// The nearest spot of the outline on some of its sides; nothing when there are none.
   std::optional<Spot> nearest(Spot p, std::span<const int> among) const;
+  /// The number of the side nearest to a spot.
+  int nearestSide(Spot p) const;
+
+  /// For each side the number of one side of its part; loops that touch or cross are one part.
+  std::vector<int> parts() const;
 
   /// Corners that turn by `leastTurn` degrees or more, as seen over `span` to both sides, at least `span`
   /// apart, the sharpest first.

@@ -14,15 +14,20 @@ constexpr Colour kPointColour = makeColour(0, 0, 0);
 constexpr Colour kBandColour = makeColour(210, 60, 30);
 constexpr Colour kAlignmentColour = makeColour(200, 210, 225);
 
+constexpr const char* kLinesUsedUp =
+    "A shape holds at most 1000 lines, deleted ones included: New Grid, then Make from Standard drops those";
+constexpr const char* kPointsUsedUp =
+    "A shape holds at most 2000 points, deleted ones included: New Grid, then Make from Standard drops those";
+
 float snapped(float value, float extent, int divisions) {
   const float step = extent / static_cast<float>(divisions);
   if (!(step > 0)) return value;
   return static_cast<float>(toInt16(std::floor(value / step + 0.5F))) * step;
 }
 
-/// The far margin wins on surfaces too small for both.
+/// The far margin wins on surfaces too small for both; nothing lands below 0, where deleted points are.
 float clamped(float value, float extent) {
-  return std::min(std::max(value, kShapeNearMargin), extent - kShapeFarMargin);
+  return std::max(0.0F, std::min(std::max(value, kShapeNearMargin), extent - kShapeFarMargin));
 }
 
 }  // namespace
@@ -106,7 +111,7 @@ void ShapeEditor::toggleLine(int from, int to, ShapeEdit& edit) {
   if (const int line = shape_.lineBetween(from, to); line != 0) {
     shape_.deleteLine(line);
   } else if (shape_.addLine(from, to) == 0) {
-    edit.refusal = "A shape holds at most 1000 lines, deleted ones included";
+    edit.refusal = kLinesUsedUp;
     return;
   }
   edit.outlineChanged = true;
@@ -114,12 +119,12 @@ void ShapeEditor::toggleLine(int from, int to, ShapeEdit& edit) {
 
 void ShapeEditor::appendPoint(int from, Position at, ShapeEdit& edit) {
   if (from != 0 && shape_.ShapeLineCount >= kMostShapeLines) {
-    edit.refusal = "A shape holds at most 1000 lines, deleted ones included";
+    edit.refusal = kLinesUsedUp;
     return;
   }
   const int point = shape_.addPoint(at.x, at.y);
   if (point == 0) {
-    edit.refusal = "A shape holds at most 2000 points, deleted ones included";
+    edit.refusal = kPointsUsedUp;
     return;
   }
   if (from != 0) shape_.addLine(from, point);

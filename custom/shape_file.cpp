@@ -57,7 +57,7 @@ class ShapeReader {
 
   std::string_view nextWord() {
     for (; at_ < text_.size() && separates(text_[at_]); ++at_)
-      if (text_[at_] == '\n') ++line_;
+      if (text_[at_] == '\n' || (text_[at_] == '\r' && text_.substr(at_ + 1, 1) != "\n")) ++line_;
     const std::size_t begin = at_;
     while (at_ < text_.size() && !separates(text_[at_])) ++at_;
     return text_.substr(begin, at_ - begin);

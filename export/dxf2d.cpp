@@ -31,13 +31,16 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
   return box;
 }
 
-Result<double> scaleOf(const Extents& box, std::optional<double> millimetres) {
+/// Millimetres are the width of the drawn knot with its bands, as in the vector pictures: the lines in the
+/// middle of the bands end half a band before it.
+Result<double> scaleOf(const ExportScene& scene, const Extents& box) {
   double scale = 1;
-  if (millimetres) {
-    if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
+  if (scene.millimetres) {
+    if (!(*scene.millimetres > 0 && *scene.millimetres <= kMostMillimetres))
       return Error{"a width must be more than 0 and at most 100000 millimetres"};
-    if (!(box.right > box.left)) return Error{"a knot without strands has no width to scale"};
-    scale = *millimetres / (box.right - box.left);
+    const GridBox curves = curveBox(scene.curve, 1);
+    if (!(curves.right > curves.left)) return Error{"a knot without strands has no width to scale"};
+    scale = *scene.millimetres / (curves.right - curves.left + scene.bandWidth);
   }
   if (!(box.furthest() * scale <= kMostCoordinate)) return Error{"the knot is too large for the file"};
   return scale;
@@ -87,7 +90,7 @@ Status writeDxf2D(const ExportScene& scene, Sink& sink) {
   const std::vector<FlatLine> lines =
       scene.fullyCrossed ? wholeCurves(scene.curve) : visibleCurves(scene.curve, scene.bandWidth);
   const Extents box = extentsOf(lines);
-  const Result<double> scale = scaleOf(box, scene.millimetres);
+  const Result<double> scale = scaleOf(scene, box);
   if (!scale) return scale.error();
   TextOut out(sink);
   writeHeader(out, textPoint({box.left, box.bottom}, *scale), textPoint({box.right, box.top}, *scale));

@@ -11,11 +11,11 @@ namespace {
 constexpr std::string_view kDxf = "dxf";
 
 // clang-format off
-constexpr std::array<ExportFormat, 13> kFormats = {{
+constexpr auto kFormats = std::to_array<ExportFormat>({
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
-    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres", FormatKind::vector, true},
-    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view", FormatKind::picture},
-    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view", FormatKind::picture},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, true},
+    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
+    {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, true},
     {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, false, "optPOV", 1, 0, writePov},
     {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, true, "optVRML", 2, 0, writeVrml},
@@ -28,7 +28,7 @@ constexpr std::array<ExportFormat, 13> kFormats = {{
     {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces, or 2-D polylines with chkDXF2D=1", FormatKind::model, true,
      "optDXF", 4, 0, writeDxf3D},
     {"dxf2d", kDxf, "(Autocad) DXF", "", FormatKind::model, true, "optDXF", 4, 0, writeDxf2D},
-}};
+});
 // clang-format on
 
 bool isChosen(const ExportFormat& format, DxfKind dxf) {

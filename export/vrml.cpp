@@ -23,10 +23,15 @@ constexpr std::string_view kHead =
     "#You can change the lighting manually by removing the comment before the appropriate line\r\n"
     "NavigationInfo {headlight FALSE type \"ALL\"}\r\n"
     "#DirectionalLight {}\r\n"
-    "#SpotLight {location 0 0 25}\r\n"
+    "#SpotLight {location 0 0 25}\r\n";
+
+/// For a model in its own units.
+constexpr std::string_view kLightsAndViewpoint =
     "PointLight {location 0 10 10}\r\n"
     "PointLight {location 10 -10 0}\r\n"
-    "Viewpoint {position 0 0 20}\r\n"
+    "Viewpoint {position 0 0 20}\r\n";
+
+constexpr std::string_view kBeforeBackground =
     "#You can remove the Background by adding a # in front of the next line\r\n";
 
 constexpr std::string_view kTail =
@@ -54,6 +59,16 @@ std::string printed(float red, std::string_view between, float green, float blue
   text += between;
   appendPrinted(text, blue);
   return text;
+}
+
+/// A model in millimetres keeps its lights and its viewer at the same places around it. Lights reach 100
+/// units where nothing else is said.
+std::string lightsAndViewpoint(double scale) {
+  const auto number = [scale](double x) { return MyFormat(static_cast<float>(x * scale)); };
+  const std::string radius = " radius " + number(100) + "}\r\n";
+  return "PointLight {location 0 " + number(10) + ' ' + number(10) + radius +  //
+         "PointLight {location " + number(10) + ' ' + number(-10) + " 0" + radius +
+         "Viewpoint {position 0 0 " + number(20) + "}\r\n";
 }
 
 std::string backgroundLine(Colour c) {
@@ -118,6 +133,11 @@ Status writeVrml(const ExportScene& scene, Sink& sink) {
     return Error{std::string(kTooManyPolygonsVrml), true};
   TextOut out(sink);
   out.text(kHead);
+  if (const auto scale = modelScale(scene.model, scene.millimetres); scale && scene.millimetres)
+    out.text(lightsAndViewpoint(*scale));
+  else
+    out.text(kLightsAndViewpoint);
+  out.text(kBeforeBackground);
   out.line(backgroundLine(scene.background));
   out.line("DEF Knot Transform {children [ DEF Click TouchSensor { } DEF MyRotate SphereSensor { }");
   for (const TubeMesh::Strand& strand : mesh->strands()) writeShape(scene, *mesh, strand, out);

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/metafile.h"
 #include "platform/services.h"
 #include "platform/window.h"
 
@@ -34,12 +35,17 @@ class Platform {
   /// A picture file (BMP, PNG, JPEG) scaled to fit into width x height, on white; for tracing over.
   virtual Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) = 0;
 
+  /// A metafile in memory, empty.
+  virtual Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) = 0;
+
   virtual Settings& settings() = 0;
   virtual Clipboard& clipboard() = 0;
   virtual Clock& clock() = 0;
   virtual Help& help() = 0;
   /// The folder that the program and its data files lie in, without a separator at its end.
   virtual std::string programFolder() const = 0;
+  /// Whether somebody reads the error output on a terminal, and it is not piped into a file or a program.
+  virtual bool errorsGoToTerminal() const = 0;
 
   /// Whether a window can be opened; otherwise what it would need, as the error.
   virtual Status canOpenWindow() const = 0;

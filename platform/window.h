@@ -109,7 +109,7 @@ struct WindowEvents {
   std::function<void(const std::string&)> fileDropped;
   std::function<bool()> closeQuery;     // true: the window may close
   std::function<void()> started;        // once, right after the window was first shown
-  std::function<void(ControlId)> left;  // number: it loses the focus; `confirmed` follows at once
+  std::function<void(ControlId)> left;  // number: it loses the focus; `confirmed` follows, before all else
 };
 
 struct WindowSpec {

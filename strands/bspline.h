@@ -17,7 +17,9 @@ class BsplineTable {
 
   /// The weights of one phase: entry j is the basis function's value at phase / samples + j, the weight of
   /// the control point j places before the sample's interval. `order` entries; they sum to 1.
-  const double* weights(int phase) const { return &weights_[static_cast<std::size_t>(phase * order_)]; }
+  const double* weights(int phase) const {
+    return &weights_[static_cast<std::size_t>(phase) * static_cast<std::size_t>(order_)];
+  }
 
  private:
   int order_, samples_;

@@ -19,8 +19,8 @@ struct KnotStyle {
   double innerWidth() const;
   /// Band colour of a strand slot.
   Colour bandColour(int slot) const;
-  /// Colour of a strand slot where bands are paths or plain lines: metafiles and animation frames. A negative
-  /// start colour is a palette entry here, whatever its colour box holds.
+  /// Colour of a strand slot where bands are paths, in metafiles. A negative start colour is a palette entry
+  /// here, whatever its colour box holds.
   Colour pathColour(int slot) const;
 };
 

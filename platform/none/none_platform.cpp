@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/sink.h"
+#include "platform/common/metafile_records.h"
 #include "platform/none/picture_files.h"
 
 namespace lorivan {
@@ -41,7 +42,7 @@ void MemorySettings::write(std::string_view section, std::string_view key, std::
 
 Status MemorySettings::flush() {
   ++flushes;
-  return {};
+  return flushed;
 }
 
 Status MemoryClipboard::putPicture(Surface& surface) {
@@ -79,6 +80,10 @@ Result<std::unique_ptr<Surface>> NonePlatform::loadPicture(const std::string& pa
   const Result<std::unique_ptr<RecordingSurface>> picture = decodeBmp(*bytes);
   if (!picture) return picture.error();
   return std::unique_ptr<Surface>(fitted(**picture, width, height));
+}
+
+Result<std::unique_ptr<Metafile>> NonePlatform::createMetafile(const MetafileSize& size) {
+  return std::unique_ptr<Metafile>(std::make_unique<MetafileRecords>(size));
 }
 
 Result<std::unique_ptr<Window>> NonePlatform::createWindow(const WindowSpec& spec,

@@ -24,6 +24,7 @@ class MemorySettings final : public Settings {
   /// By section and key.
   std::map<std::pair<std::string, std::string>, std::string> values;
   int flushes = 0;
+  Status flushed;  // what flush() answers
 };
 
 class MemoryClipboard final : public Clipboard {
@@ -61,12 +62,14 @@ class NonePlatform final : public Platform {
   Result<std::string> encodePicture(Surface& picture, PictureFormat format) override;
   /// Reads BMP files alone.
   Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) override;
+  Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) override;
 
   MemorySettings& settings() override { return settings_; }
   MemoryClipboard& clipboard() override { return clipboard_; }
   ManualClock& clock() override { return clock_; }
   RecordingHelp& help() override { return help_; }
   std::string programFolder() const override { return folder; }
+  bool errorsGoToTerminal() const override { return false; }
   Status canOpenWindow() const override { return windowStatus; }
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 

@@ -1,5 +1,6 @@
 #include "platform/qt/form_qt.h"
 
+#include <QApplication>
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <cmath>
+#include <utility>
 
 #include "platform/common/text_helpers.h"
 #include "platform/qt/convert.h"
@@ -56,6 +58,8 @@ FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget
     previous = made;
   }
   connectLabels();
+  afterRelease_.setSingleShot(true);
+  connect(&afterRelease_, &QTimer::timeout, this, &FormQt::confirmPending);
 }
 
 QWidget* FormQt::make(ControlId id) {
@@ -129,6 +133,7 @@ QWidget* FormQt::makeField(ControlId id) {
   } else {
     edit->confirmed = [this, id] { events_.confirmed(id); };
     edit->left = [this, id] { events_.left(id); };
+    edit->postponed = [this, edit] { return postpone(*edit); };
   }
   return edit;
 }
@@ -205,7 +210,17 @@ void FormQt::setColours(ControlId control, Colour background, Colour text) {
   w->setPalette(palette);
 }
 
+/// The program may answer with a dialog, which would swallow the rest of a click on a button: it is told when
+/// the button is let go.
+bool FormQt::postpone(NumberEdit& left) {
+  if (!qobject_cast<QAbstractButton*>(QApplication::focusWidget())) return false;
+  left_ = &left;
+  afterRelease_.stop();
+  return true;
+}
+
 void FormQt::confirmPending() {
+  if (NumberEdit* const left = std::exchange(left_, nullptr)) left->confirm();
   if (auto* edit = dynamic_cast<NumberEdit*>(focusWidget()); edit && edit->hasFocus()) edit->confirmPending();
 }
 
@@ -273,6 +288,7 @@ bool FormQt::eventFilter(QObject* watched, QEvent* event) {
     // Scrolling past a list must not change it.
     if (!static_cast<QWidget*>(watched)->hasFocus()) return true;
   }
+  if (event->type() == QEvent::MouseButtonRelease && left_) afterRelease_.start();
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& press = *static_cast<QKeyEvent*>(event);
   const Key key = toKey(press.key());

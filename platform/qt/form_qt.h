@@ -1,6 +1,7 @@
 // The widgets of the form table, placed by the common layout.
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -38,7 +39,8 @@ class FormQt final : public QWidget {
   QComboBox* list(ControlId control) const;
   PictureView* picture(ControlId control) const;
 
-  /// Tells that the entry with the focus is confirmed when something waits in it.
+  /// Tells that an entry is confirmed: one that was left, or the one with the focus when something waits in
+  /// it.
   void confirmPending();
   /// Has pictures painted that were drawn on.
   void showDrawn();
@@ -62,6 +64,7 @@ class FormQt final : public QWidget {
   void connectLabels();
   LayoutMetrics metrics() const;
   QSize toLogical(LayoutSize size) const;
+  bool postpone(NumberEdit& left);
   bool isForEntry(const QObject* watched, int key) const;
 
   std::span<const ControlSpec> controls_;
@@ -69,6 +72,8 @@ class FormQt final : public QWidget {
   std::vector<QWidget*> widgets_;
   std::map<std::string_view, QButtonGroup*> radios_;
   QRect pictureFrame_;
+  QTimer afterRelease_;
+  NumberEdit* left_ = nullptr;  // left for a button that is still held down; not confirmed yet
 };
 
 }  // namespace lorivan

@@ -6,12 +6,14 @@
 #include <algorithm>
 
 #include "base/sink.h"
+#include "platform/platform.h"
 #include "platform/qt/convert.h"
 
 namespace lorivan {
 namespace {
 
 constexpr std::size_t kMostBytes = 256'000'000;
+constexpr int kMostDecodedMegabytes = static_cast<int>(kMostPixels * 4 >> 20) + 1;
 
 /// The surface's pixels without their alpha, or with it when the picture is transparent.
 QImage pixelsOf(Surface& picture) {
@@ -63,6 +65,10 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   if (format != "bmp" && format != "png" && format != "jpeg")
     return Error{"it is no BMP, PNG or JPEG picture"};
   reader.setAutoTransform(true);
+  QImageReader::setAllocationLimit(kMostDecodedMegabytes);
+  const QSize size = reader.size();
+  if (const Status fits = checkPictureSize(std::max(1, size.width()), std::max(1, size.height())); !fits)
+    return fits.error();
   const QImage picture = reader.read();
   if (picture.isNull()) return Error{toUtf8(reader.errorString())};
   const QImage page =

@@ -1,9 +1,11 @@
 #include "platform/qt/platform_qt.h"
 
+#include <unistd.h>
 #include <QApplication>
 #include <QFileInfo>
 #include <QLibrary>
 
+#include "platform/common/metafile_records.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/file_settings.h"
 #include "platform/qt/look.h"
@@ -71,7 +73,13 @@ Result<std::unique_ptr<Surface>> PlatformQt::loadPicture(const std::string& path
   return asSurface(loadRaster(path, width, height));
 }
 
+Result<std::unique_ptr<Metafile>> PlatformQt::createMetafile(const MetafileSize& size) {
+  return std::unique_ptr<Metafile>(std::make_unique<MetafileRecords>(size));
+}
+
 std::string PlatformQt::programFolder() const { return folderOfProgram(); }
+
+bool PlatformQt::errorsGoToTerminal() const { return isatty(STDERR_FILENO) == 1; }
 
 Status PlatformQt::canOpenWindow() const {
 #ifdef Q_OS_MACOS

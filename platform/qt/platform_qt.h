@@ -20,11 +20,13 @@ class PlatformQt final : public Platform {
   Result<std::unique_ptr<Surface>> createSurface(int width, int height) override;
   Result<std::string> encodePicture(Surface& picture, PictureFormat format) override;
   Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) override;
+  Result<std::unique_ptr<Metafile>> createMetafile(const MetafileSize& size) override;
   Settings& settings() override { return *settings_; }
   Clipboard& clipboard() override { return *clipboard_; }
   Clock& clock() override { return *clock_; }
   Help& help() override { return *help_; }
   std::string programFolder() const override;
+  bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 

@@ -48,10 +48,10 @@ std::uint64_t ClockQt::seed() const { return QRandomGenerator::system()->generat
 Status HelpQt::open(const std::string& page) {
   const auto mark = page.find('#');
   const std::string file = folder_ + "/" + page.substr(0, mark);
-  if (!QFileInfo(toQString(file)).isFile()) return Error{"the help page " + file + " is missing"};
+  if (!QFileInfo(toQString(file)).isFile()) return Error{"Help is missing: there is no " + file};
   QUrl url = QUrl::fromLocalFile(toQString(file));
   if (mark != std::string::npos) url.setFragment(toQString(page.substr(mark + 1)));
-  if (!QDesktopServices::openUrl(url)) return Error{"no browser could be started to show " + file};
+  if (!QDesktopServices::openUrl(url)) return Error{"No browser could be started to show " + file};
   return {};
 }
 

@@ -72,7 +72,7 @@ void NumberEdit::focusOutEvent(QFocusEvent* event) {
       why == Qt::PopupFocusReason || why == Qt::ActiveWindowFocusReason || why == Qt::MenuBarFocusReason;
   if (comesBack) return;
   if (left) left();
-  confirm();
+  if (why != Qt::MouseFocusReason || !postponed || !postponed()) confirm();
 }
 
 void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {

@@ -20,8 +20,11 @@ class NumberEdit final : public QLineEdit {
   explicit NumberEdit(QWidget* parent);
   std::function<void()> confirmed;
   std::function<void()> left;  // the focus went elsewhere; `confirmed` follows
+  /// Asked after `left` by a mouse press elsewhere: true when somebody else will call confirm() later.
+  std::function<bool()> postponed;
   /// Tells it now when something was typed since the last time.
   void confirmPending();
+  void confirm();
 
  protected:
   bool event(QEvent* event) override;
@@ -32,7 +35,6 @@ class NumberEdit final : public QLineEdit {
 
  private:
   bool wantsKey(const QKeyEvent& key) const;
-  void confirm();
   bool clickedIn_ = false;  // the focus came with the mouse button that is still down
   bool selectedByUs_ = false;
 };

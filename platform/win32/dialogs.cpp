@@ -16,7 +16,7 @@ std::wstring titleText(const std::string& title) { return title.empty() ? L"Lori
 
 /// Label and patterns, each with a zero behind it, and a zero at the end.
 std::wstring filterFor(const FileDialogSpec& dialog) {
-  std::wstring filter = widen(filterText(dialog.filterLabel, dialog.extensions));
+  std::wstring filter = widen(dialog.filterLabel);
   filter += L'\0';
   filter += widen(filePatterns(dialog.extensions, ";"));
   filter += L'\0';
@@ -29,10 +29,15 @@ std::wstring systemPath(std::string_view path) {
   return text;
 }
 
+/// A folder that is gone, or that no system would take for one, is not worth a failed dialog.
+bool isFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 DWORD flagsFor(const FileDialogSpec& dialog) {
-  DWORD flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | OFN_PATHMUSTEXIST;
-  if (!dialog.save) flags |= OFN_FILEMUSTEXIST;
-  if (dialog.save) flags |= OFN_NOREADONLYRETURN;
+  DWORD flags = OFN_EXPLORER | OFN_ENABLESIZING | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+  if (!dialog.save) flags |= OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;
   if (dialog.overwritePrompt) flags |= OFN_OVERWRITEPROMPT;
   return flags;
 }
@@ -143,7 +148,7 @@ std::string askFile(HWND owner, const FileDialogSpec& dialog) {
   question.lpstrFilter = filter.c_str();
   question.lpstrFile = path.data();
   question.nMaxFile = static_cast<DWORD>(path.size());
-  question.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
+  question.lpstrInitialDir = isFolder(folder) ? folder.c_str() : nullptr;
   question.lpstrTitle = title.empty() ? nullptr : title.c_str();
   question.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
   question.Flags = flagsFor(dialog);

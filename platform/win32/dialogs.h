@@ -19,10 +19,11 @@ std::string askText(HWND owner, const std::string& prompt, const std::string& ti
 /// The colour dialog; it keeps the user's own colours from one call to the next.
 class ColourDialog {
  public:
+  ColourDialog() { own_.fill(0xFFFFFF); }
   std::optional<Colour> ask(HWND owner, Colour initial);
 
  private:
-  std::array<COLORREF, 16> own_ = {};
+  std::array<COLORREF, 16> own_;
 };
 
 }  // namespace lorivan::win32

@@ -183,7 +183,8 @@ void DibSurface::circle(PointI centre, int radius, const Pen& pen) {
 
 void DibSurface::dot(PointI centre, int diameter, Colour colour) {
   if (diameter < 1) return;
-  const int half = std::min(diameter, kLongestSide) / 2;
+  diameter = std::min(diameter, kLongestSide);
+  const int half = diameter / 2;
   const int left = std::clamp(centre.x, -kFarthest, kFarthest) - half;
   const int top = std::clamp(centre.y, -kFarthest, kFarthest) - half;
   // Row by row: small ellipses come out lopsided. The quarter keeps dots of 3 and 4 pixels round.

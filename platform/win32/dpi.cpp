@@ -25,6 +25,13 @@ int dpiOf(HWND window) {
   return dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI;
 }
 
+void growByFrame(RECT& client, DWORD style, int dpi) {
+  using AdjustForDpiFunction = BOOL(WINAPI*)(RECT*, DWORD, BOOL, DWORD, UINT);
+  static const auto adjust = newerFunction<AdjustForDpiFunction>("AdjustWindowRectExForDpi");
+  if (adjust == nullptr || !adjust(&client, style, TRUE, 0, static_cast<UINT>(dpi)))
+    AdjustWindowRectEx(&client, style, TRUE, 0);
+}
+
 OwnedFont messageFont(int dpi) {
   NONCLIENTMETRICSW metrics{};
   metrics.cbSize = sizeof metrics;

@@ -139,9 +139,10 @@ std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font
   std::vector<ControlId> resized;
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
     const LayoutRect& rect = layout.controls[static_cast<std::size_t>(control)];
-    SendMessageW(handle(control), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+    takeFont(control, font, metrics);
+    at(control).place = rect;
     placeControl(control, rect, metrics);
-    placeTip(control, rect);
+    placeTip(control);
     showState(control);
     PictureView* view = picture(control);
     if (view != nullptr && !rect.isEmpty() && view->fitSurface(rect.width, rect.height))
@@ -149,6 +150,14 @@ std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font
   }
   RedrawWindow(parent_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
   return resized;
+}
+
+void Form::takeFont(ControlId control, HFONT font, const LayoutMetrics& metrics) {
+  SendMessageW(handle(control), WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  if (kind(control) != ControlKind::number && kind(control) != ControlKind::text) return;
+  // A font brings margins that would take the place of a digit.
+  const int margin = scaled(2, metrics);
+  SendMessageW(handle(control), EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(margin, margin));
 }
 
 void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics) {
@@ -210,7 +219,8 @@ std::string_view Form::tipOf(ControlId control) const {
   return specs_[borrows ? index + 1 : index].tooltip;
 }
 
-void Form::placeTip(ControlId control, const LayoutRect& rect) {
+void Form::placeTip(ControlId control) {
+  const LayoutRect& rect = at(control).place;
   TTTOOLINFOW tool{};
   tool.cbSize = TTTOOLINFOW_V1_SIZE;
   tool.hwnd = parent_;
@@ -244,7 +254,9 @@ void Form::showState(ControlId control) {
   }
   if ((IsWindowEnabled(window) != 0) != on) EnableWindow(window, on);
   const bool isSeen = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
-  if (isSeen != seen) ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
+  if (isSeen == seen) return;
+  ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
+  placeTip(control);
 }
 
 void Form::forMembers(ControlId group, void (Form::*act)(ControlId)) {
@@ -322,7 +334,8 @@ void Form::select(ControlId list, int index) {
 
 void Form::setColours(ControlId control, Colour background, Colour text) {
   at(control).colours = Colours{background, text, OwnedBrush(CreateSolidBrush(background))};
-  InvalidateRect(handle(control), nullptr, TRUE);
+  // Without a window that call would mean all windows of the desktop.
+  if (handle(control) != nullptr) InvalidateRect(handle(control), nullptr, TRUE);
 }
 
 HBRUSH Form::brushFor(HWND window, HDC context) const {

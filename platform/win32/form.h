@@ -72,6 +72,7 @@ class Form {
     ControlId group = -1;
     bool enabled = true, visible = true;  // as told; a group's own state counts for its members, too
     bool wasChecked = false;
+    LayoutRect place;
     std::optional<Colours> colours;
   };
 
@@ -83,10 +84,11 @@ class Form {
   bool shown(ControlId control) const;
   void showState(ControlId control);
   void forMembers(ControlId group, void (Form::*act)(ControlId));
+  void takeFont(ControlId control, HFONT font, const LayoutMetrics& metrics);
   void placeControl(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics);
   void makeTips(HWND parent);
   std::string_view tipOf(ControlId control) const;
-  void placeTip(ControlId control, const LayoutRect& rect);
+  void placeTip(ControlId control);
 
   std::span<const ControlSpec> specs_;
   std::vector<State> states_;

@@ -45,6 +45,12 @@ struct DeleteGdiObject {
 struct DeleteMemoryContext {
   void operator()(HDC context) const { DeleteDC(context); }
 };
+struct DiscardMetafile {
+  void operator()(HDC context) const { DeleteEnhMetaFile(CloseEnhMetaFile(context)); }
+};
+struct DeleteMetafile {
+  void operator()(HENHMETAFILE metafile) const { DeleteEnhMetaFile(metafile); }
+};
 struct DestroyAnyWindow {
   void operator()(HWND window) const { DestroyWindow(window); }
 };
@@ -69,6 +75,8 @@ using OwnedBrush = Owned<HBRUSH, DeleteGdiObject>;
 using OwnedBitmap = Owned<HBITMAP, DeleteGdiObject>;
 using OwnedFont = Owned<HFONT, DeleteGdiObject>;
 using OwnedMemoryContext = Owned<HDC, DeleteMemoryContext>;
+using OwnedMetafileContext = Owned<HDC, DiscardMetafile>;
+using OwnedMetafile = Owned<HENHMETAFILE, DeleteMetafile>;
 using OwnedWindow = Owned<HWND, DestroyAnyWindow>;
 using OwnedMenu = Owned<HMENU, DestroyAnyMenu>;
 using OwnedAccelerators = Owned<HACCEL, DestroyAccelerators>;

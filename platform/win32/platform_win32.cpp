@@ -2,6 +2,7 @@
 
 #include "platform/win32/checked.h"
 #include "platform/win32/dib_surface.h"
+#include "platform/win32/enhanced_metafile.h"
 #include "platform/win32/pictures.h"
 #include "platform/win32/window_win32.h"
 
@@ -33,6 +34,15 @@ Result<std::unique_ptr<Surface>> PlatformWin32::loadPicture(const std::string& p
   auto surface = loadSurface(path, width, height);
   if (!surface) return surface.error();
   return std::unique_ptr<Surface>(std::move(*surface));
+}
+
+bool PlatformWin32::errorsGoToTerminal() const {
+  DWORD mode = 0;  // only a console has one
+  return GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode) != 0;
+}
+
+Result<std::unique_ptr<Metafile>> PlatformWin32::createMetafile(const MetafileSize& size) {
+  return EnhancedMetafile::create(size);
 }
 
 Status PlatformWin32::canOpenWindow() const { return graphics(); }

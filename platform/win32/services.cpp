@@ -67,8 +67,23 @@ std::wstring fileUrl(const std::wstring& path) {
   return url.data();
 }
 
+/// The shell may hand a file over to an extension that lives in COM.
+class ComScope {
+ public:
+  ComScope() : code_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
+  ComScope(const ComScope&) = delete;
+  ComScope& operator=(const ComScope&) = delete;
+  ~ComScope() {
+    if (SUCCEEDED(code_)) CoUninitialize();
+  }
+
+ private:
+  HRESULT code_;
+};
+
 /// A return value above 32 is this call's way to say that it worked.
 Status shellOpen(const std::wstring& file, const std::wstring& arguments) {
+  const ComScope com;
   const HINSTANCE code =
       ShellExecuteW(nullptr, L"open", file.c_str(), arguments.empty() ? nullptr : arguments.c_str(), nullptr,
                     SW_SHOWNORMAL);
@@ -129,7 +144,7 @@ Status BrowserHelp::open(const std::string& page) {
   std::wstring path = widen(folder_ + "/" + page.substr(0, cut));
   std::replace(path.begin(), path.end(), L'/', L'\\');
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-    return Error{"the help page " + narrow(path) + " is missing"};
+    return Error{"Help is missing: there is no " + narrow(path)};
   const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
   if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
   // The shell drops a topic behind a file's name, the browser itself takes it.

@@ -15,7 +15,7 @@ void WindowWin32::setStatus(const std::string& text) {
 }
 
 WindowPlace WindowWin32::place() const {
-  if (IsIconic(window_)) {
+  if (IsIconic(window_) || IsZoomed(window_)) {
     WINDOWPLACEMENT placement{};
     placement.length = sizeof placement;
     GetWindowPlacement(window_, &placement);

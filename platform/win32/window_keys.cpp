@@ -58,9 +58,11 @@ void WindowWin32::takeMessage(MSG& message) {
   const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   const bool isOurs = message.hwnd == window_ || IsChild(window_, message.hwnd);
   if (isKey && isOurs && takeKey(message)) return;
-  if (isOurs && IsDialogMessageW(window_, &message)) return;
-  TranslateMessage(&message);
-  DispatchMessageW(&message);
+  if (!isOurs || !IsDialogMessageW(window_, &message)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  if (message.message == WM_LBUTTONUP) confirmLeftEntry();  // let go beside the button it was held on
 }
 
 bool WindowWin32::takeKey(const MSG& message) {
@@ -112,12 +114,21 @@ void WindowWin32::entryFocused(ControlId entry) {
 }
 
 /// The program must not be told while the focus is on its way (it may open a dialog). It is told before the
-/// next event, or when the posted message arrives.
+/// next event, or when the posted message arrives; but not while a button is held down, whose click a dialog
+/// would swallow.
 void WindowWin32::entryLeft(ControlId entry) {
   if (form_.isMovingFocus()) return;
   if (leftEntry_ >= 0 && leftEntry_ != entry) confirmLeftEntry();
   leftEntry_ = entry;
   PostMessageW(window_, kEntryLeft, 0, 0);
+}
+
+bool WindowWin32::isButtonHeld() const {
+  const ControlId held = form_.find(GetCapture());
+  if (held < 0) return false;
+  const ControlKind kind = form_.kind(held);
+  return kind == ControlKind::button || kind == ControlKind::colourBox || kind == ControlKind::check ||
+         kind == ControlKind::radio;
 }
 
 void WindowWin32::confirmLeftEntry() {

@@ -83,7 +83,7 @@ Status WindowWin32::make(const std::string& title) {
 /// The outer size of the window around a client area of the form.
 LayoutSize WindowWin32::frameAround(LayoutSize client) const {
   RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
-  AdjustWindowRectEx(&frame, kStyle, TRUE, 0);
+  growByFrame(frame, kStyle, dpiOf(window_));
   return {toPlace(frame).width, toPlace(frame).height};
 }
 
@@ -153,7 +153,6 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       return 0;
     case WM_SETTINGCHANGE:
       takeFont();
-      sized(SIZE_RESTORED);
       return 0;
     case WM_PAINT:
       paintFrame();
@@ -195,7 +194,7 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       tell(events_.started);
       return 0;
     case kEntryLeft:
-      confirmLeftEntry();
+      if (!isButtonHeld()) confirmLeftEntry();
       return 0;
     default:
       return DefWindowProcW(window_, message, wide, argument);

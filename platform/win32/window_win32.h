@@ -101,6 +101,7 @@ class WindowWin32 final : public Window {
   void entryFocused(ControlId entry);
   void entryLeft(ControlId entry);
   void confirmLeftEntry();
+  bool isButtonHeld() const;
   void confirmPending();
   void pressButton(ControlId control);
 

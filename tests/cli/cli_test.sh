@@ -67,7 +67,9 @@ expect 2 "does not go with --view 3d" --animate --view 3d -o x.svg
 expect 5 "cannot write no/such" "${shape[@]}" --animate --width 100 -o 'lost%02d.png' -o no/such/x.svg
 compgen -G '*lost*' >/dev/null && fault "frames were left although another output failed"
 
-expect 0 "" "${shape[@]}" --mm 80 -o knot.emf
+expect 0 "" "${shape[@]}" --mm 80 -o knot.emf -o world.wrl
+grep -q 'Viewpoint {position 0 0 20}' world.wrl && fault "the viewer stays in the middle of a large knot"
+expect 0 "--mm changes nothing in: png, pov" "${shape[@]}" --mm 80 --width 50 -o mm.png -o mm.pov -o two.png -o mm.stl
 [[ $(od -An -tx1 -j40 -N4 knot.emf) == " 20 45 4d 46" ]] || fault "no metafile"
 
 # Shapes of one's own get an AutoGrid.

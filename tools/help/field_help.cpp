@@ -16,8 +16,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "SO).", "-2 0 2"},
     {"shape", "chkMirror", "Swaps over and under at every crossing, in 2D, in 3D and in every file.", "0 1"},
     {"shape", "vtGridSize", "For custom shapes: how many cells the AutoGrid lays across the outline, and how "
-     "many lines the alignment grid has. Larger numbers make a finer knot."},
-    {"shape", "chkShapeT", "Lays an AutoGrid of triangles. Without it the AutoGrid has square cells."},
+     "many lines the alignment grid has. Larger numbers make a finer knot.", "6 10 16"},
+    {"shape", "chkShapeT", "Lays an AutoGrid of triangles. Without it the AutoGrid has square cells.", "0 1"},
 
     {"2d", "vtWidth", "Half the width of the bands, in pixels of a picture 500 pixels wide. It grows with "
      "the picture: a picture twice as large shows the same knot, sharper.", "4 9 14"},
@@ -37,8 +37,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "vtPicKnotBackColour", "Which colour box the background takes. Click a colour box to choose its "
      "colour.", "15 3 14"},
     {"2d", "chkShowGrid", "Shows the grid behind the knot, on the screen and in pictures that you save.", "0 1"},
-    {"2d", "chkShowCrossings", "Marks the places where strands will cross, as long as the grid is shown "
-     "without a knot on it."},
+    {"2d", "chkShowCrossings", "Marks on every line of the grid the place where strands cross, wherever "
+     "the grid is shown."},
 
     {"random", "chkConstantShape", "With this box checked the Random button keeps your shape and draws only the "
      "other values."},
@@ -59,8 +59,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "it lies under. Low values give a flat relief.", "0.5 2 4"},
     {"3d", "vtRingPerc", "Bends the knot round: 0 leaves it flat, 75 makes an open bracelet, 100 closes it to a "
      "ring.", "0 75 100"},
-    {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest, and saves the "
-     "picture at twice the size: a height map for engravers, embossers and relief carving.", "0 1"},
+    {"3d", "chkHeightMap", "Paints the model in grey levels, the highest places lightest: a height map for "
+     "engravers, embossers and relief carving. The window saves it at twice the size that is shown.", "0 1"},
 
     {"view", "vtTheta", "Turns the model round its upright axis, in degrees.", "0 30 60"},
     {"view", "vtPhi", "Tilts it towards you or away, in degrees.", "0 30 60"},

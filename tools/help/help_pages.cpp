@@ -17,7 +17,16 @@
 namespace lorivan {
 namespace {
 
-constexpr std::string_view kPages[] = {"index.html", "custom.html", "3d.html", "faq.html", "about.html"};
+struct HelpPage {
+  CommandId command;  // the Help menu's, whose text is the page's title
+  std::string_view file;
+};
+
+constexpr HelpPage kPages[] = {{commandId("mnuHelpHelp"), "index.html"},
+                               {commandId("mnuHelpCustom"), "custom.html"},
+                               {commandId("mnuHelp3D"), "3d.html"},
+                               {commandId("mnuHelpFAQ"), "faq.html"},
+                               {commandId("mnuHelpAbout"), "about.html"}};
 constexpr std::string_view kOpen = "<!-- made: ", kClose = "<!-- end -->";
 
 std::string escaped(std::string_view text) {
@@ -111,21 +120,46 @@ std::string formats() {
   return html + "</table>\n";
 }
 
+/// The text of a menu or command as the window shows it, without the mark before its letter.
+std::string shownText(std::string_view text) {
+  std::string shown(text);
+  std::erase(shown, '&');
+  return shown;
+}
+
 std::string shortcuts() {
   std::string html = "<table>\n<tr><th>Keys</th><th>Command</th></tr>\n";
   for (const CommandSpec& command : commandTable()) {
     if (command.shortcut.empty()) continue;
-    std::string text(command.text), menu(command.menu);
-    std::erase(text, '&');
-    std::erase(menu, '&');
-    html += "<tr><td><kbd>" + std::string(command.shortcut) + "</kbd></td><td>" + menu + " › " +
-            escaped(text) + "</td></tr>\n";
+    html += "<tr><td><kbd>" + std::string(command.shortcut) + "</kbd></td><td>" + shownText(command.menu) +
+            " › " + escaped(shownText(command.text)) + "</td></tr>\n";
   }
   return html + "</table>\n";
 }
 
-/// What stands in the part of this name; nothing for a name that is not known.
-std::string part(const std::string& name) {
+std::string titleOf(const HelpPage& page) {
+  return shownText(commandTable()[static_cast<std::size_t>(page.command)].text);
+}
+
+/// What all pages begin with, up to the title that the reader sees.
+std::string head(const HelpPage& page) {
+  const std::string title = titleOf(page);
+  std::string html =
+      "<head>\n<meta charset=\"utf-8\">\n"
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+      "<title>" +
+      title + (title.find("Lorivan") == std::string::npos ? " - Lorivan" : "") +
+      "</title>\n<link rel=\"stylesheet\" href=\"help.css\">\n</head>\n<body>\n<header>\n  <div>\n"
+      "    <img src=\"pictures/preset-0.png\" alt=\"\" width=\"64\" height=\"51\">\n    <nav>\n";
+  for (const HelpPage& other : kPages)
+    html += "      <a href=\"" + std::string(other.file) + '"' +
+            (other.file == page.file ? " aria-current=\"page\"" : "") + '>' + titleOf(other) + "</a>\n";
+  return html + "    </nav>\n  </div>\n</header>\n<main>\n<h1>" + title + "</h1>\n";
+}
+
+/// What stands in the part of this name on a page; nothing for a name that is not known.
+std::string part(const std::string& name, const HelpPage& page) {
+  if (name == "head") return head(page);
   if (name.starts_with("fields ")) return fields(name.substr(7));
   if (name == "shapes") return shapes();
   if (name == "presets") return presets();
@@ -136,8 +170,8 @@ std::string part(const std::string& name) {
   return {};
 }
 
-/// The page with all its parts made anew.
-Result<std::string> filled(const std::string& page, std::set<std::string>& used) {
+/// The page's text with all its parts made anew.
+Result<std::string> filled(const HelpPage& which, const std::string& page, std::set<std::string>& used) {
   std::string out;
   std::size_t at = 0;
   while (true) {
@@ -146,7 +180,7 @@ Result<std::string> filled(const std::string& page, std::set<std::string>& used)
     const auto nameEnd = page.find(" -->", open), close = page.find(kClose, open);
     if (nameEnd == std::string::npos || close == std::string::npos) return Error{"a part has no end"};
     const auto nameStart = open + kOpen.size();
-    const std::string name = page.substr(nameStart, nameEnd - nameStart), made = part(name);
+    const std::string name = page.substr(nameStart, nameEnd - nameStart), made = part(name, which);
     if (made.empty()) return Error{"there is no part \"" + name + '"'};
     used.insert(name);
     out += page.substr(at, nameEnd + 4 - at) + '\n' + made;
@@ -178,16 +212,19 @@ std::vector<std::string> gaps(const std::filesystem::path& folder, const std::se
   return all;
 }
 
-/// Local files that a page links to and that are not there.
+/// Local files, and places in them, that a page links to and that are not there.
 std::vector<std::string> deadLinks(const std::filesystem::path& folder, const std::string& page) {
   std::vector<std::string> dead;
   for (const std::string_view mark : {"src=\"", "href=\""})
     for (auto at = page.find(mark); at != std::string::npos; at = page.find(mark, at)) {
       at += mark.size();
-      std::string target = page.substr(at, page.find('"', at) - at);
-      target.erase(std::min(target.find('#'), target.size()));
-      if (!target.empty() && !std::filesystem::exists(folder / target))
-        dead.push_back(target + " is missing");
+      const std::string target = page.substr(at, page.find('"', at) - at);
+      const auto cut = std::min(target.find('#'), target.size());
+      const std::string file = target.substr(0, cut);
+      const auto there = file.empty() ? page : readFile((folder / file).string(), 4'000'000);
+      const bool found = there && (cut == target.size() ||
+                                   there->find("id=\"" + target.substr(cut + 1) + '"') != std::string::npos);
+      if (!found) dead.push_back(target + " is missing");
     }
   return dead;
 }
@@ -195,10 +232,10 @@ std::vector<std::string> deadLinks(const std::filesystem::path& folder, const st
 int run(const std::filesystem::path& folder, bool checkOnly) {
   std::set<std::string> used;
   std::vector<std::string> faults;
-  for (const std::string_view name : kPages) {
-    const std::string file = (folder / name).string();
+  for (const HelpPage& which : kPages) {
+    const std::string file = (folder / which.file).string();
     const auto old = readFile(file, 4'000'000);
-    const auto page = old ? filled(*old, used) : old;
+    const auto page = old ? filled(which, *old, used) : old;
     if (!page) {
       faults.push_back(file + ": " + page.error().message);
       continue;

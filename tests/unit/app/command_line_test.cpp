@@ -8,6 +8,8 @@
 
 #include "app/frame_files.h"
 #include "app/presets.h"
+#include "app/progress_line.h"
+#include "platform/none/none_platform.h"
 
 namespace lorivan {
 namespace {
@@ -65,6 +67,22 @@ TEST(FrameNames, CountWithinTheirDigits) {
     EXPECT_EQ(parseFrameNames(pattern)->most(), most);
   for (const char* wrong : {"a.png", "%", "%.png", "%0d.png", "%012d.png", "%-3d.png", "%%d.png", "%d/a.png"})
     EXPECT_FALSE(parseFrameNames(wrong)) << wrong;
+}
+
+TEST(ProgressLine, ShowsLongWorkOnOneLineAndLeavesNothing) {
+  ManualClock clock;
+  std::ostringstream terminal, pipe;
+  {
+    ProgressLine line(clock, terminal, true), quiet(clock, pipe, false);
+    for (const double part : {0.1, 0.5, 0.501, 0.6}) {
+      line.reached("a.stl", part);
+      quiet.reached("a.stl", part);
+      clock.advance(600);
+    }
+  }
+  const std::string gone = '\r' + std::string(20, ' ') + '\r';
+  EXPECT_EQ(terminal.str(), "lorivan: 50 %, a.stl" + gone + "lorivan: 60 %, a.stl" + gone);
+  EXPECT_EQ(pipe.str(), "");
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ class MainWindowTest : public ::testing::Test {
     const Status opened = main->open();
     ASSERT_TRUE(opened);
     w = platform.window();
-    main->run();
+    EXPECT_TRUE(main->run());
   }
   void TearDown() override { EXPECT_TRUE(platform.dialogs.allAnswersUsed()); }
 

@@ -56,13 +56,18 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_FALSE(enabled("cmd2D"));
 
   click("chkShapeT");  // squares
+  pick("mnuShapeAutoGrid");
+  EXPECT_NE(w->status().find("will run together"), std::string::npos) << "20 cells are too many";
   enter(Param::GridSize, "4");
   pick("mnuShapeAutoGrid");
   expectOnGrid();
   EXPECT_EQ(lines(), 2 * 4 * 5);
+  EXPECT_EQ(w->status(), "AutoGrid: 40 lines. Create 2D draws the knot");
   click("cmd2D");
   EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
 
+  enter(Param::Scale, "20");  // erases nothing here: no question
+  EXPECT_TRUE(main->knotDrawn() && lines() == 40);
   pick("mnuShapeView");
   EXPECT_TRUE(enabled("cmd2D"));
   enter(Param::Width, "9");  // drawn anew, behind the sheet

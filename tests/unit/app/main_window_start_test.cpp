@@ -51,8 +51,10 @@ TEST_F(StartTest, EverythingComesBackAfterAnExit) {
   std::map<std::string_view, std::string> before;
   for (const ParamSpec& spec : parameterTable()) before[spec.field] = w->text(w->control(spec.field));
 
+  platform.settings().flushed = Error{"no room"};
   platform.dialogs.answerConfirm(true);
   w->userCloses();
+  EXPECT_EQ(w->status(), "The settings could not be kept: no room");
   EXPECT_EQ(lastAsked().text, "Are you sure you want to exit?");
   EXPECT_TRUE(w->closed());
   EXPECT_EQ(platform.settings().flushes, 1);

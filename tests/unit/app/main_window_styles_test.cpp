@@ -9,12 +9,13 @@ TEST_F(MainWindowTest, AStylePreviewLeavesTheKnotAsItWas) {
   start();
   click("cmd2D");
   const auto before = pixels();
-  const std::string width = text(Param::Width);
+  const std::string width = text(Param::Width), told = w->status();
   w->userHighlights(kFirstStyle + 4);
   EXPECT_NE(pixels(), before) << "the style is shown";
   EXPECT_EQ(text(Param::Width), width);
   w->userHighlights(kNoCommand);
   EXPECT_EQ(pixels(), before);
+  EXPECT_EQ(w->status(), told);
 }
 
 TEST_F(MainWindowTest, AChosenStyleFillsTheFieldsAndDrawsTheKnot) {

@@ -51,6 +51,7 @@ std::vector<Spot> comb(const Rnd& random) {
 
 struct RandomCase {
   CustomShape shape;
+  bool hole = false;
   float skew = 1;
   AutoGridOptions options;
 };
@@ -64,7 +65,8 @@ RandomCase randomCase(std::uint64_t seed) {
   } else {
     addLoop(c.shape, waveringLoop(random, middle, 60 + 100 * random(), seed % 5 == 3 ? 0 : 0.6,
                                   5 + static_cast<int>(80 * random())));
-    if (seed % 2 == 0)
+    c.hole = seed % 2 == 0;
+    if (c.hole)
       addLoop(c.shape,
               waveringLoop(random, middle, 10 + 50 * random(), 0.4, 3 + static_cast<int>(30 * random())));
   }
@@ -78,15 +80,26 @@ bool insideOf(const Outline& outline, Spot p) {
   return std::count_if(places.begin(), places.end(), [&](double x) { return x < p.x; }) % 2 != 0;
 }
 
-/// Every face of up to four sides is strictly convex, unless it is a hole. What runs clockwise is the outside
-/// of a cell that stands alone.
-void expectConvexCells(const KnotGraph& graph, const RandomCase& c) {
+double areaOf(const Outline& outline) {
+  constexpr double kStep = 0.25;
+  double area = 0;
+  for (double y = outline.box().bottom; y < outline.box().top; y += kStep) {
+    const std::vector<double> places = outline.crossingsAt(y);
+    for (std::size_t i = 0; i + 1 < places.size(); i += 2) area += kStep * (places[i + 1] - places[i]);
+  }
+  return area;
+}
+
+/// Every face is a strictly convex cell, or the hole, or outside: that one runs clockwise. The cells together
+/// are about as large as the outline.
+void expectConvexCells(const KnotGraph& graph, const RandomCase& c, double& filled) {
   const GridView view(stretchFactor(c.skew));
   const ShapeMapping mapping(c.shape, view);
   const auto outline = Outline::of(c.shape, mapping);
   ASSERT_TRUE(outline);
+  double cells = 0;
+  int large = 0;
   for (const auto& face : facesOf(graph)) {
-    if (face.size() > 4) continue;
     Spot middle;
     bool convex = true;
     double area = 0;
@@ -96,13 +109,18 @@ void expectConvexCells(const KnotGraph& graph, const RandomCase& c) {
       area += cross(a, b);
       middle = middle + (1.0 / static_cast<double>(face.size())) * a;
     }
-    EXPECT_TRUE(convex || area < 0 || !insideOf(*outline, middle)) << "at " << middle.x << ',' << middle.y;
+    if (area < 0) continue;
+    large += face.size() > 4 ? 1 : 0;
+    EXPECT_TRUE(convex || face.size() > 4 || !insideOf(*outline, middle)) << middle.x << ',' << middle.y;
+    if (face.size() <= 4) cells += area / 2;
   }
+  EXPECT_LE(large, c.hole ? 1 : 0) << "a cell is missing";
+  filled = cells / areaOf(*outline);
 }
 
 TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
   KnotGraph graph;
-  int filled = 0;
+  std::vector<double> filled;  // share of the outline, where cells are not too coarse for it
   for (std::uint64_t seed = 1; seed <= 500; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     const RandomCase c = randomCase(seed);
@@ -112,14 +130,19 @@ TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
       EXPECT_NE(made.error().message.find("too narrow"), std::string::npos) << made.error().message;
       continue;
     }
-    ++filled;
     EXPECT_LE(graph.LastLine + 1, kMostAutoGridLines);
     expectPlane(graph);
-    expectConvexCells(graph, c);
+    double share = 0;
+    expectConvexCells(graph, c, share);
+    if (c.options.gridSize >= 10) filled.push_back(share);
     expectKnot(graph);
     if (HasFatalFailure()) return;
   }
-  EXPECT_GT(filled, 470);
+  ASSERT_GT(filled.size(), 300U);
+  std::sort(filled.begin(), filled.end());
+  EXPECT_GT(filled[filled.size() / 20], 0.88);
+  EXPECT_NEAR(filled[filled.size() / 2], 1, 0.03);
+  EXPECT_LT(filled[filled.size() * 19 / 20], 1.05);
 }
 
 TEST(AutoGrid, BoxIsFilledExactlyAndAHoleStaysFree) {

@@ -90,6 +90,15 @@ TEST(ShapeEditor, SnapClampAndConstraint) {
   }
 }
 
+TEST(ShapeEditor, PointsOfATinySurfaceAreNotLost) {
+  CustomShape tiny;
+  tiny.surfaceWidth = tiny.surfaceHeight = 50;
+  Editor editor;
+  editor.replaceShape(tiny);
+  drag(editor, {10, 10}, {40, 40});
+  EXPECT_TRUE(editor.shape().pointIsLive(1));
+}
+
 TEST(ShapeEditor, UndoGoesOneEditBack) {
   Editor editor;
   drag(editor, {60, 60}, {100, 100});

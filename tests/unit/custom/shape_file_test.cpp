@@ -61,7 +61,7 @@ TEST(ShapeFile, FaultsAreRefusedWithTheirLine) {
       {"7500 6000\n1\n5 inf\n0\n", "line 3: inf is not a number"},
       {"7500 6000\n1\n5 1e300\n0\n", "line 3: the coordinate"},
       {"7500 6000\n2\n1 2\n3 4\n1\n1 3\n", "line 6: the point number 3"},
-      {"7500 6000\n2\n1 2\n3 4\n1\n0 2\n", "line 6: a line needs two points"},
+      {"7500 6000\r2\r1 2\r\n3 4\r1\r0 2\r", "line 6: a line needs two points"},
       {"7500 6000\n2\n1 2\n3 4\n1\n-1 2\n", "line 6: a line needs two points"},
       {"7500 6000\n2\n1 2\n3 4\n1\n1 2\n7\n", "line 7: there is more"},
       {linesFile(2, 1001), "line 5: the number of lines 1001"},

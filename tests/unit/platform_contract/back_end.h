@@ -21,6 +21,9 @@ class User {
   /// "Return", "Ctrl+Z", "Alt+B", to what has the focus.
   virtual void press(const std::string& keys) = 0;
   virtual void click(ControlId control) = 0;
+  /// Holds the mouse button over a control; lets it go there, or beside it.
+  virtual void hold(ControlId control) = 0;
+  virtual void letGo(ControlId control, bool inside) = 0;
   virtual void pick(CommandId command) = 0;
   /// `leave` takes the mouse away from the picture while a button is held.
   virtual void mouse(ControlId picture, MouseAction action, int button, int x, int y) = 0;

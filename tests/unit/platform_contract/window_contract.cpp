@@ -1,4 +1,5 @@
 // The window as a person uses it, with the program's own form: what the program is told of each deed.
+#include <algorithm>
 #include <vector>
 
 #include "app/command_table.h"
@@ -88,6 +89,26 @@ TEST_F(WindowContract, AnEntryTellsWhenEnterIsPressedAndWhenItIsLeft) {
   EXPECT_EQ(window_->text(kY), "7");
   user_->click(kBox);
   EXPECT_EQ(told(), (Told{"left vtYNo", "confirmed vtYNo", "changed chkMirror"}));
+}
+
+TEST_F(WindowContract, APressedButtonWaitsForTheLeftEntryAndItsQuestion) {
+  for (const bool inside : {true, false}) {
+    user_->focus(kX);
+    user_->type("5");
+    user_->hold(kButton);
+    const Told held = told();
+    EXPECT_EQ(std::ranges::count(held, "confirmed vtXNo"), 0) << "a dialog now would swallow the click";
+    user_->letGo(kButton, inside);
+    EXPECT_EQ(told().back(), inside ? "clicked cmd2D" : "confirmed vtXNo");
+  }
+  events_.confirmed = [this](ControlId) {
+    user_->answerNext(true);
+    window_->confirm("Go on?", "Question");
+  };
+  user_->focus(kX);
+  user_->type("6");
+  user_->click(kButton);
+  EXPECT_EQ(told(), (Told{"left vtXNo", "clicked cmd2D"}));
 }
 
 TEST_F(WindowContract, WhatIsTypedCountsBeforeACommandAndBeforeClosing) {

@@ -45,6 +45,10 @@ class QtUser final : public User {
     QTest::mouseClick(find(control), Qt::LeftButton, {}, {9, 9});
     window_.processEvents();
   }
+  void hold(ControlId control) override { QTest::mousePress(find(control), Qt::LeftButton, {}, {9, 9}); }
+  void letGo(ControlId control, bool inside) override {
+    QTest::mouseRelease(find(control), Qt::LeftButton, {}, {inside ? 9 : -9, 9});
+  }
   void pick(CommandId command) override {
     const auto& name = commandTable()[static_cast<std::size_t>(command)].name;
     frame_->findChild<QAction*>(QString::fromUtf8(name.data(), std::ssize(name)))->trigger();

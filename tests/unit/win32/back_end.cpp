@@ -73,6 +73,12 @@ class Win32User final : public User {
     PostMessageW(child(control), WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
     settle();
   }
+  void hold(ControlId control) override {
+    PostMessageW(child(control), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+  }
+  void letGo(ControlId control, bool inside) override {
+    PostMessageW(child(control), WM_LBUTTONUP, 0, MAKELPARAM(inside ? 3 : -3, 3));
+  }
   void pick(CommandId command) override {
     PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
     settle();

@@ -88,7 +88,7 @@ class ProgramTest : public testing::Test {
       answerer_.agrees = true;
       User::close();
     });
-    main.run();
+    EXPECT_TRUE(main.run());
     answerer_.agrees = false;
   }
 
