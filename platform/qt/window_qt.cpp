@@ -184,7 +184,7 @@ FormEvents WindowQt::formEvents() {
   made.left = [this](ControlId id) { report(events_.left, id); };
   made.clicked = [this](ControlId id) {
     form_->confirmPending();
-    report(events_.clicked, id);
+    if (enabled(id)) report(events_.clicked, id);  // the entry that was left may have switched it off
   };
   made.changed = [this](ControlId id) {
     form_->confirmPending();

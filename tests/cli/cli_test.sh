@@ -61,17 +61,8 @@ sed -E 's/ pathLength="1000"//; s/><(set|animate) .*/\/>/' moving.svg | cmp -s -
 grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
-while read -r name; do
-  expect 2 "" --animate -o "$name"
-done <<'NAMES'
-plain.png
-%s.png
-%3d.png
-%00d.png
-%d-%d.bmp
-%dir/x.png
-%d.emf
-NAMES
+expect 2 "" --animate -o plain.png
+expect 2 "" --animate -o %d.emf
 expect 2 "does not go with --view 3d" --animate --view 3d -o x.svg
 expect 5 "cannot write no/such" "${shape[@]}" --animate --width 100 -o 'lost%02d.png' -o no/such/x.svg
 compgen -G '*lost*' >/dev/null && fault "frames were left although another output failed"
@@ -100,14 +91,8 @@ expect 2 "a shape file brings its own shape" square.qzc --random -o never.svg
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
-{ printf '%s' "$head"; for ((i = 0; i < 5001; ++i)); do printf '0,0,9,0,4,0,1,0\r\n'; done; } >many.qzd
 printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
-printf '%s0,0,99999,0,4,0,1,0\r\n' "$head" >wide.qzd
-printf '%s0,0,9,0,4\r\n' "$head" >cut.qzd
 printf '7500 6000\r\n1\r\n10 nan\r\n0\r\n' >nan.qzc
-printf '7500 6000\r\n1\r\n10 10\r\n1\r\n1 2\r\n' >range.qzc
-echo "$square 1,2 2,3" >cut.qzc
-printf '7500 6000\n0\n1001\n' >many.qzc
 head -c 3000 "$program" >binary.qzd
 : >empty.qzd
 mkdir folder.qzd
@@ -116,18 +101,12 @@ while IFS='|' read -r file text; do
   grep -qF "$file" err.txt || fault "the message does not name $file"
 done <<'CASES'
 nolines.qzd|line 3: the knot has no lines
-many.qzd|line 5003: a knot has at most 5000 lines
 words.qzd|line 2: "abc" is not a number for vtScale
-wide.qzd|line 3: "99999" is not a whole number
-cut.qzd|line 3: ends after 5 of 8 values
 binary.qzd|line 1:
 empty.qzd|line 1: the file is empty
 folder.qzd|it is a folder
 missing.qzd|No such file
 nan.qzc|line 3: nan is not a number
-range.qzc|line 5: the point number 2 is out of range
-cut.qzc|the file ends where the point number should be
-many.qzc|line 3: the number of lines 1001 is out of range
 missing.qzc|No such file
 CASES
 [[ ! -e never.svg ]] || fault "an output was written for a bad input"
@@ -166,7 +145,6 @@ expect 0 "" -o "Knöten und 結.svg"
 [[ -s "Knöten und 結.svg" ]] || fault "a name with other letters"
 
 expect 2 "there is no shape" --shape Pentagon -o a.svg
-expect 2 "no known format" -o a.xyzzy
 
 ((faults == 0)) && echo "all as expected"
 exit $((faults > 0))

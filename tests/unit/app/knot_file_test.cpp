@@ -31,14 +31,6 @@ TEST(KnotFile, WritingAndReadingIsIdentity) {
   EXPECT_EQ(writeKnotFile(fields, graph), kSmall);
 }
 
-TEST(KnotFile, OlderFilesHaveFewerFields) {
-  const KnotFile file = parseKnotFile("20,0\n30,2,4\n");
-  ASSERT_FALSE(file.fault);
-  EXPECT_EQ(*file.fields[2], "4");
-  EXPECT_FALSE(file.fields[3]);
-  EXPECT_TRUE(file.lines.empty());
-}
-
 TEST(KnotFile, FaultsNameTheirLineAndKeepWholeLines) {
   const std::string head = "20,0\r\n30,2,2,12,7,10,3,5\r\n", good = "0,0,9,0,4,0,1,0\r\n";
   std::string tooMany = head;
@@ -67,19 +59,6 @@ TEST(KnotFile, FaultsNameTheirLineAndKeepWholeLines) {
     ASSERT_TRUE(file.fault) << c.reason;
     EXPECT_EQ(file.fault->message, c.reason);
     EXPECT_EQ(file.lines.size(), c.lines);
-  }
-}
-
-TEST(KnotFile, StrangeKindsTraceOrSayWhyNot) {
-  for (const char* lines :
-       {"0,0,9,0,4,0,-5,0\r\n9,0,0,9,4,4,99,0\r\n0,9,0,0,0,4,2,7\r\n", "5,5,5,5,5,5,1,0\r\n",
-        "0,0,9,0,4,0,2,0\r\n", "-32768,-32768,32767,32767,0,0,1,0\r\n"}) {
-    Knot knot;
-    const KnotFile file = parseKnotFile(std::string("20,0\r\n30,2,2\r\n") + lines);
-    ASSERT_FALSE(file.fault);
-    ASSERT_TRUE(takeLines(knot.graph, file));
-    const auto traced = traceKnot(knot, firstRunFields());
-    EXPECT_TRUE(traced || traced.error().message == kKnotErrorText) << lines;
   }
 }
 

@@ -76,12 +76,6 @@ TEST_F(AnimationTest, ALoopBeginsAgainUntilItIsStopped) {
   EXPECT_TRUE(whole());
 }
 
-TEST_F(AnimationTest, ANewSpeedCountsFromTheNextFrame) {
-  EXPECT_EQ(draw(5, [this] { w->userEnters(fieldControl(Param::Animate), "1"); }),
-            5 * 10 + (growing - 5) * 180);
-  EXPECT_TRUE(whole());
-}
-
 TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
   const auto deeds = [this] {
     pick("mnuHelpFAQ");

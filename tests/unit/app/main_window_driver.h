@@ -31,6 +31,31 @@ class MainWindowTest : public ::testing::Test {
     platform.clock().advance(5000);
     w->userEnters(fieldControl(p), value);
   }
+  using Values = std::initializer_list<std::pair<Param, const char*>>;
+  void enterAll(Values values) {
+    for (const auto& [p, value] : values) enter(p, value);
+  }
+  void expectTexts(Values values) const {
+    for (const auto& [p, value] : values) EXPECT_EQ(text(p), value) << parameterSpec(p).field;
+  }
+  void choose(Shape shape) { w->userChooses(controlId("lstType"), static_cast<int>(shape)); }
+  /// Whether going through fields leaves the picture as it is: nothing waits to be applied.
+  bool nothingWaits(std::initializer_list<Param> fields, ControlId picture = kGrid) {
+    const int before = w->surface(picture).clears();
+    for (const Param p : fields) w->userFocuses(fieldControl(p));
+    return w->surface(picture).clears() == before;
+  }
+  std::vector<std::uint32_t> pixels(ControlId picture = kGrid) {
+    const auto shown = w->surface(picture).pixels();
+    return {shown.begin(), shown.end()};
+  }
+  Colour background(Param p) const { return w->background(fieldControl(p)); }
+  bool statusStarts(const std::string& text) const { return w->status().starts_with(text); }
+  /// Picks a command whose file dialog is answered so.
+  void pickFile(std::string_view command, const std::string& path) {
+    platform.dialogs.answerFile(path);
+    pick(command);
+  }
   void click(std::string_view button) { w->userClicks(w->control(button)); }
   void pick(std::string_view command) { w->userPicks(w->command(command)); }
   bool enabled(std::string_view name) const { return w->enabled(w->control(name)); }

@@ -11,10 +11,6 @@ constexpr ControlId kSolid = controlId("picKnot"), kNav = controlId("picNav");
 
 class ModelTest : public MainWindowTest {
  protected:
-  std::vector<std::uint32_t> pixels(ControlId picture = kSolid) {
-    const auto shown = w->surface(picture).pixels();
-    return {shown.begin(), shown.end()};
-  }
   int paints() { return w->surface(kSolid).clears(); }
   /// With the 3-D view shown.
   void startSolid() {
@@ -60,28 +56,12 @@ TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   click("cmd3DView");
   EXPECT_EQ(w->text(controlId("txtNPoly")), "960");
   EXPECT_TRUE(enabled("cmd3D"));
-  const auto old = pixels();
+  const auto old = pixels(kSolid);
   click("cmd3D");
   expectShown(true, "Create 3D");
   EXPECT_EQ(w->text(controlId("txtNPoly")), "1728");
-  EXPECT_NE(pixels(), old);
+  EXPECT_NE(pixels(kSolid), old);
   EXPECT_FALSE(enabled("cmd3D"));
-}
-
-TEST_F(ModelTest, Create3DOfANewGridTracesItsKnot) {
-  startSolid();
-  enter(Param::XNo, "3");
-  enter(Param::PolyPoints, "5");
-  click("cmd3D");
-  expectShown(true, "Create 3D");
-  EXPECT_TRUE(main->knotDrawn());
-  EXPECT_EQ(w->text(controlId("txtNPoly")), std::to_string(17 * 4 * 5 * 5));
-  const auto old = pixels();
-  click("cmd2DView");
-  clickLine(2);
-  expectShown(false, "a click on a line");
-  click("cmd3DView");
-  EXPECT_NE(pixels(), old);
 }
 
 TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
@@ -90,7 +70,7 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   enter(Param::YNo, "10");
   click("cmd2D");
   click("cmd3DView");
-  const auto old = pixels();
+  const auto old = pixels(kSolid);
   enter(Param::PolySides, "200");
   enter(Param::PolyPoints, "50");
   platform.dialogs.answerMessage();
@@ -98,11 +78,11 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   EXPECT_EQ(lastAsked().text,
             "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points");
   expectShown(true, "refused");
-  EXPECT_EQ(pixels(), old);
+  EXPECT_EQ(pixels(kSolid), old);
   EXPECT_TRUE(enabled("cmd3D"));
   EXPECT_EQ(w->text(controlId("cmd3D")), "Create &3D");
   EXPECT_TRUE(w->userPresses({Key::up}));
-  EXPECT_NE(pixels(), old);
+  EXPECT_NE(pixels(kSolid), old);
 
   platform.dialogs.answerMessage();
   click("cmd2D");
@@ -118,11 +98,11 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
 TEST_F(ModelTest, AllWaysOfTurningAgree) {
   startSolid();
   enter(Param::Theta, "270");
-  const auto byField = pixels();
+  const auto byField = pixels(kSolid);
   startSolid();
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(w->userPresses({Key::left}));
   EXPECT_EQ(text(Param::Theta), "270");
-  const auto byKeys = pixels();
+  const auto byKeys = pixels(kSolid);
   std::size_t different = 0;
   for (std::size_t i = 0; i < byKeys.size(); ++i) different += byKeys[i] != byField[i] ? 1 : 0;
   EXPECT_LT(different, byKeys.size() / 100);
@@ -155,30 +135,12 @@ TEST_F(ModelTest, ATurnLeavesNothingToApplyOrToUndo) {
   EXPECT_EQ(text(Param::Theta), turned);
 }
 
-TEST_F(ModelTest, TurningInThe2DViewMovesTheRotatorAlone) {
-  start();
-  EXPECT_GT(w->surface(kNav).inked(), 100);
-  const auto atRest = pixels(kNav);
-  EXPECT_FALSE(w->userPresses({Key::left}));
-  EXPECT_EQ(pixels(kNav), atRest);
-  enter(Param::Psi, "90");
-  EXPECT_NE(pixels(kNav), atRest);
-  w->userMouse(kNav, {MouseAction::move, 0, 40, 40});
-  w->userClicksAt(kNav, 1, 40, 59);
-  EXPECT_NE(text(Param::Theta), "0");
-  EXPECT_EQ(paints(), 0);
-  click("cmd2D");
-  click("cmd3DView");
-  EXPECT_FALSE(w->userPresses({Key::left, false, true}));
-  EXPECT_EQ(paints(), 1);
-}
-
 TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   startSolid();
   for (const auto& [p, value] : {std::pair{Param::Ka, "0.9"}, {Param::KDist, "-5000"}, {Param::NFact, "1"}}) {
-    const auto old = pixels();
+    const auto old = pixels(kSolid);
     enter(p, value);
-    EXPECT_NE(pixels(), old) << parameterSpec(p).field;
+    EXPECT_NE(pixels(kSolid), old) << parameterSpec(p).field;
   }
   enter(Param::PicKnotBackColour, "20");
   EXPECT_EQ(text(Param::PicKnotBackColour), "15");
@@ -196,21 +158,6 @@ TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   w->userResizes(800);
   click("cmd3DView");
   EXPECT_GT(w->surface(kSolid).inked(), 30000);
-}
-
-TEST_F(ModelTest, HeightsAreGreyAndSavedAtTwiceTheSize) {
-  startSolid();
-  click("chkHeightMap");
-  w->userPresses({Key::up});
-  const auto isGrey = [](std::uint32_t argb) { return argb % 0x1000000 % 0x010101 == 0; };
-  EXPECT_FALSE(std::ranges::all_of(pixels(), isGrey));
-  click("cmd3D");
-  EXPECT_TRUE(std::ranges::all_of(pixels(), isGrey));
-  auto& big = dynamic_cast<RecordingSurface&>(*main->picBig());
-  EXPECT_EQ(big.width(), 1000);
-  EXPECT_EQ(big.height(), 800);
-  EXPECT_TRUE(std::ranges::all_of(big.pixels(), isGrey));
-  EXPECT_NEAR(big.inked(), 4 * w->surface(kSolid).inked(), w->surface(kSolid).inked() / 5);
 }
 
 }  // namespace

@@ -13,10 +13,6 @@ constexpr ControlId kSheet = controlId("picShape");
 
 class ShapeTest : public MainWindowTest {
  protected:
-  void pickFile(std::string_view command, const std::string& path) {
-    platform.dialogs.answerFile(path);
-    pick(command);
-  }
   bool at(std::size_t point, float x, float y) const {
     return shape().ShapeX[point] == x && shape().ShapeY[point] == y;
   }
@@ -35,7 +31,6 @@ class ShapeTest : public MainWindowTest {
   }
   const CustomShape& shape() const { return main->customShape(); }
   bool viewChecked() const { return w->commandChecked(commandId("mnuShapeView")); }
-  int chosen() const { return w->selected(controlId("lstType")); }
   void expectOnGrid() const { EXPECT_TRUE(visible("picGrid") && !visible("picShape") && !viewChecked()); }
   void expectOnSheet() const { EXPECT_TRUE(!visible("picGrid") && visible("picShape") && viewChecked()); }
   bool twoPassesEach() const {
@@ -70,7 +65,6 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_EQ(w->status(), "AutoGrid: 40 lines. Create 2D draws the knot");
   click("cmd2D");
   EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
-  EXPECT_TRUE(enabled("cmd3DView") && commandEnabled("mnuFileSaveEMF"));
 
   enter(Param::Scale, "20");  // erases nothing here: no question
   EXPECT_TRUE(main->knotDrawn() && lines() == 40);
@@ -79,22 +73,27 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   enter(Param::Width, "9");  // drawn anew, behind the sheet
   expectOnSheet();
   drag({100, 100}, {300, 300});
-  EXPECT_FALSE(enabled("cmd2D"));
   enter(Param::Skew, "1.5");
   EXPECT_FALSE(enabled("cmd2D"));
   pick("mnuShapeMakeGrid");
   EXPECT_EQ(lines(), 5);
-  EXPECT_EQ(main->knot().graph.CellSize, 20);
   click("cmd2D");
   EXPECT_TRUE(main->knotDrawn() && twoPassesEach());
   click("cmd3DView");
   pick("mnuShapeView");
   expectOnSheet();
   EXPECT_TRUE(enabled("cmd3DView") && !enabled("cmd2DView") && !visible("picKnot"));
-  w->userChooses(controlId("lstType"), 3);
+  choose(Shape::Triangle);
   expectOnGrid();
-  w->userChooses(controlId("lstType"), 12);
+  choose(Shape::Custom);
   expectOnSheet();
+  pick("mnuShapeMakeStandard");
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(lines(), 9);
+  pick("mnuShapeBlank");
+  EXPECT_FALSE(commandEnabled("mnuShapeAutoGrid"));
+  pick("mnuShapeUndo");
+  EXPECT_GT(shape().ShapeLineCount, 3);
 }
 
 TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
@@ -120,44 +119,6 @@ TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   EXPECT_TRUE(at(5, 440, 45));
 }
 
-TEST_F(ShapeTest, UndoGoesBackOneStep) {
-  start();
-  drawSquare();
-  drag({100, 100}, {100, 100});  // a click: the corner goes with its lines
-  EXPECT_EQ(w->status(), "Shape: 3 points, 2 lines, 2 loose ends");
-  for (int i = 0; i < 2; ++i) {
-    pick("mnuShapeUndo");
-    EXPECT_TRUE(shape().lineIsLive(1) && shape().lineIsLive(4));
-  }
-  pick("mnuShapeBlank");
-  EXPECT_FALSE(commandEnabled("mnuShapeAutoGrid"));
-  pick("mnuShapeView");
-  pick("mnuShapeUndo");
-  expectOnSheet();
-  EXPECT_TRUE(shape().lineIsLive(4) && commandEnabled("mnuShapeAutoGrid"));
-  pick("mnuShapeMakeStandard");
-  EXPECT_EQ(shape().ShapePointCount, 9);
-  pick("mnuShapeMakeGrid");
-  EXPECT_EQ(lines(), 12);
-}
-
-TEST_F(ShapeTest, GridsThatCannotBeMadeLeaveTheOldOne) {
-  start();
-  pick("mnuShapeBlank");
-  drag({60, 60}, {50, 50});
-  drag({50, 50}, {430, 50});
-  pick("mnuShapeAutoGrid");
-  EXPECT_EQ(w->status(), "There is no closed outline for an AutoGrid: join the shape's lines to a loop");
-  drag({430, 50}, {430, 330});
-  drag({430, 330}, {50, 50});
-  enter(Param::GridSize, "100");
-  platform.dialogs.answerMessage();
-  pick("mnuShapeAutoGrid");
-  EXPECT_EQ(lastAsked().text, "This knot would be too complicated. Reduce the AG factor and try again");
-  expectOnSheet();
-  EXPECT_EQ(lines(), 12);
-}
-
 TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   start();
   drawSquare();
@@ -165,26 +126,24 @@ TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   pickFile("mnuShapeSaveFile", path);
   const FileDialogSpec dialog = lastAsked().file;
   EXPECT_TRUE(dialog.save && dialog.overwritePrompt);
-  EXPECT_EQ(dialog.title + '|' + dialog.filterLabel + '|' + dialog.extensions + '|' + dialog.initialName,
-            "Select an shape file|Lorivan custom files|qzc|/program/*.qzc");
-  EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + path);
+  EXPECT_EQ(dialog.extensions + '|' + dialog.initialName, "qzc|/program/*.qzc");
+  const std::string title = w->title();
 
   pick("mnuShapeBlank");
-  w->userChooses(controlId("lstType"), 0);
+  choose(Shape::SquareSquare);
   click("cmd2D");
   pickFile("mnuShapeLoadFile", path);
   EXPECT_EQ(lastAsked().file.initialName, folder.file("*.qzc"));
   expectOnSheet();
-  EXPECT_TRUE(chosen() == 12 && at(3, 300, 300));
+  EXPECT_TRUE(w->selected(controlId("lstType")) == 12 && at(3, 300, 300));
   EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuFileSaveEMF") || commandEnabled("mnuShapeClear"));
   pick("mnuShapeUndo");  // back to what was loaded
   EXPECT_EQ(shape().ShapeLineCount, 4);
 
   const std::string bad = write("bad.qzc", "7500 6000\r\n1\r\n10 nan\r\n0\r\n");
-  const std::string title = w->title();
-  for (const std::string& file : {bad, folder.file("none.qzc"), write("many.qzc", "7500 6000 0 1001")}) {
+  for (const std::string& file : {bad, folder.file("none.qzc")}) {
     pickFile("mnuShapeLoadFile", file);
-    EXPECT_EQ(w->status().rfind("Could not load", 0), 0U) << w->status();
+    EXPECT_TRUE(statusStarts("Could not load")) << w->status();
     EXPECT_EQ(shape().ShapeLineCount, 4);
     EXPECT_EQ(w->title(), title);
   }
@@ -196,10 +155,8 @@ TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   platform.settings().values[{"Settings", "lsttype"}] = "12";
   start({path, false, {}});
   expectOnSheet();
-  EXPECT_EQ(w->status().rfind("Loaded " + path, 0), 0U) << w->status();
-  write("empty.qzc", "9000 7500\r\n0\r\n0\r\n");
-  w->userDrops(folder.file("empty.qzc"));
-  EXPECT_TRUE(commandEnabled("mnuShapeMakeGrid"));
+  EXPECT_TRUE(statusStarts("Loaded " + path)) << w->status();
+  w->userDrops(write("empty.qzc", "9000 7500\r\n0\r\n0\r\n"));
   EXPECT_EQ(shape().surfaceWidth, 600);
   pick("mnuShapeMakeGrid");
   EXPECT_EQ(w->status(), "The shape has no lines to make a grid from");

@@ -5,21 +5,16 @@
 namespace lorivan {
 namespace {
 
-std::vector<std::uint32_t> pixelsOf(Surface& surface) {
-  const PixelBlock block = surface.lendPixels();
-  return {block.pixels, block.pixels + static_cast<std::ptrdiff_t>(block.stride) * block.height};
-}
-
 TEST_F(MainWindowTest, AStylePreviewLeavesTheKnotAsItWas) {
   start();
   click("cmd2D");
-  const auto before = pixelsOf(w->surface(kGrid));
+  const auto before = pixels();
   const std::string width = text(Param::Width), told = w->status();
   w->userHighlights(kFirstStyle + 4);
-  EXPECT_NE(pixelsOf(w->surface(kGrid)), before) << "the style is shown";
+  EXPECT_NE(pixels(), before) << "the style is shown";
   EXPECT_EQ(text(Param::Width), width);
   w->userHighlights(kNoCommand);
-  EXPECT_EQ(pixelsOf(w->surface(kGrid)), before);
+  EXPECT_EQ(pixels(), before);
   EXPECT_EQ(w->status(), told);
 }
 
@@ -31,10 +26,6 @@ TEST_F(MainWindowTest, AChosenStyleFillsTheFieldsAndDrawsTheKnot) {
   for (const Param p : {Param::Width, Param::Edge, Param::Swish, Param::Smooth, Param::StartColour})
     EXPECT_EQ(text(p), expected.text(p));
   EXPECT_TRUE(main->knotDrawn());
-  for (CommandId i = kFirstStyle; i <= kLastStyle; ++i) {
-    const auto name = presetTable()[static_cast<std::size_t>(i - kFirstStyle)].name;
-    EXPECT_NE(commandTable()[static_cast<std::size_t>(i)].text.find(name), std::string_view::npos);
-  }
 }
 
 TEST_F(MainWindowTest, AFirstStartShowsAKnot) {

@@ -130,35 +130,5 @@ TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {
   EXPECT_EQ(editor.shape().ShapeLineCount, kMostShapeLines);
 }
 
-TEST(ShapeEditor, TenThousandRandomEventsLeaveTheTablesSound) {
-  const Rnd random = seededRandom(4711);
-  Editor editor;
-  for (int event = 0; event < 10000; ++event) {
-    const int button = 1 + static_cast<int>(2 * random()), shift = static_cast<int>(8 * random());
-    const auto x = static_cast<float>(600 * random() - 50), y = static_cast<float>(500 * random() - 50);
-    editor.setSnap(random() < 0.3);
-    const double what = random();
-    if (what < 0.35)
-      editor.picShape_MouseDown(button, shift, x, y);
-    else if (what < 0.6)
-      editor.picShape_MouseMove(button, shift, x, y);
-    else if (what < 0.97)
-      editor.picShape_MouseUp(button, shift, x, y);
-    else
-      editor.undo();
-    const CustomShape& s = editor.shape();
-    ASSERT_LE(s.ShapePointCount, kMostShapePoints);
-    ASSERT_LE(s.ShapeLineCount, kMostShapeLines);
-    for (int line = 1; line <= s.ShapeLineCount; ++line) {
-      const bool gone = s.lineEnd(0, line) == -1 && s.lineEnd(1, line) == -1;
-      ASSERT_TRUE(gone || s.lineIsLive(line)) << "line " << line << " after event " << event;
-    }
-    for (std::size_t p = 1; p <= static_cast<std::size_t>(s.ShapePointCount); ++p)
-      ASSERT_TRUE(s.ShapeX[p] == -1 ||
-                  (s.ShapeX[p] >= 45 && s.ShapeX[p] <= 440 && s.ShapeY[p] >= 45 && s.ShapeY[p] <= 340));
-  }
-  EXPECT_GT(editor.shape().ShapePointCount, 100);
-}
-
 }  // namespace
 }  // namespace lorivan

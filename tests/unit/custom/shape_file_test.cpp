@@ -39,16 +39,6 @@ TEST(ShapeFile, SeparatorsMayBeMixed) {
   }
 }
 
-TEST(ShapeFile, SmallAndLargeSurfacesArePlaced) {
-  const auto small = readShapeText("6000 3000\n0\n0\n"), large = readShapeText("9000 9000 0 0");
-  ASSERT_TRUE(small && large);
-  EXPECT_EQ(small->surfaceWidth, 400);
-  EXPECT_EQ(small->surfaceLeft(), 50);
-  EXPECT_EQ(small->surfaceTop(), 100);
-  EXPECT_EQ(large->surfaceLeft(), 0);
-  EXPECT_EQ(large->surfaceTop(), 0);
-}
-
 std::string linesFile(int points, int lines) {
   std::string text = "7500 6000\n" + std::to_string(points) + "\n";
   for (int k = 0; k < points; ++k) text += "50 60\n";

@@ -3,8 +3,32 @@
 #include <cmath>
 
 #include "knot_maker.h"
+#include "model3d/tube_builder.h"
 
 namespace lorivan {
+
+TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, float radius) {
+  TubeModel model;
+  model.sides = sides;
+  model.radius = radius;
+  int slot = 0;
+  for (const auto& line : lines) {
+    const auto first = static_cast<int>(model.centres.size());
+    model.strands.push_back({++slot, {0.5F, 0, 1}, first, static_cast<int>(line.size())});
+    model.centres.insert(model.centres.end(), line.begin(), line.end());
+  }
+  if (!sweepTube(model)) model.clear();
+  return model;
+}
+
+TubeModel builtTube(const StrandStore& store, const TubeSettings& settings) {
+  SlotColours colours{};
+  for (int slot = 1; slot < kStrandSlots; ++slot)
+    colours[static_cast<std::size_t>(slot)] = QBColor((slot - 1) % 14 + 1);
+  TubeModel model;
+  if (!buildTube(store, settings, colours, model)) model.clear();
+  return model;
+}
 
 TubeModel torus(float ringRadius, float tubeRadius, int count, int sides) {
   std::vector<Vec3> line;

@@ -59,16 +59,6 @@ TEST(VisibleCurves, GapsAreAsWideAsTheBandOnTop) {
   EXPECT_NEAR(lost, 4 * 3, 1.5);
 }
 
-TEST(VisibleCurves, WithoutABandOrACrossingStrandsStayWhole) {
-  EXPECT_TRUE(visibleCurves(crossedEllipses(), 0)[0].closed);
-  KnotCurve one = crossedEllipses();
-  one.last[2] = one.first[2] - 1;
-  const auto lines = visibleCurves(one, 3);
-  ASSERT_EQ(lines.size(), 1U);
-  EXPECT_TRUE(lines[0].closed);
-  EXPECT_TRUE(visibleCurves(KnotCurve{}, 3).empty());
-}
-
 /// Whether two pieces truly cross; lines that only touch or run along each other do not.
 bool cross(const FlatPoint& a, const FlatPoint& b, const FlatPoint& c, const FlatPoint& d) {
   const auto side = [](const FlatPoint& p, const FlatPoint& q, const FlatPoint& r) {

@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "base/numbers.h"
-#include "base/random.h"
 
 namespace lorivan {
 namespace {
@@ -60,65 +59,6 @@ TEST(MakeKE, RefusesALinePastTheTable) {
   EXPECT_EQ(made.error().message, kTooManyLines);
 }
 
-/// Links and sorts as a plain search would, for comparison.
-struct PlainNeighbours {
-  std::vector<int> nb, line;
-};
-
-PlainNeighbours plainNeighbours(const KnotGraph& graph, int i) {
-  PlainNeighbours out;
-  const auto find = [&](int x, int y) {
-    int k = 0;
-    while (k <= graph.LastPoint && (graph.Points[k].X != x || graph.Points[k].Y != y)) ++k;
-    return k;
-  };
-  const GridPoint& p = graph.Points[i];
-  for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& l = graph.Lines[j];
-    if (l.Kind == 0) continue;
-    if (l.X1 == p.X && l.Y1 == p.Y) out.nb.push_back(find(l.X2, l.Y2)), out.line.push_back(j);
-    if (l.X2 == p.X && l.Y2 == p.Y) out.nb.push_back(find(l.X1, l.Y1)), out.line.push_back(j);
-  }
-  std::vector<float> angle;
-  for (const int k : out.nb) {
-    float a = 0;
-    FindAngle(static_cast<float>(graph.Points[k].X - p.X), static_cast<float>(graph.Points[k].Y - p.Y), a);
-    angle.push_back(a);
-  }
-  for (std::size_t pass = 0; pass < angle.size(); ++pass)
-    for (std::size_t m = 0; m + 1 < angle.size(); ++m)
-      if (angle[m] > angle[m + 1]) {
-        const auto through = static_cast<float>(std::nearbyint(angle[m]));
-        angle[m] = angle[m + 1];
-        angle[m + 1] = through;
-        std::swap(out.nb[m], out.nb[m + 1]);
-        std::swap(out.line[m], out.line[m + 1]);
-      }
-  return out;
-}
-
-TEST(CalcGrid, OrdersAsThePlainSearchDoes) {
-  const Rnd random = seededRandom(11);
-  for (int round = 0; round < 60; ++round) {
-    KnotGraph graph;
-    for (int n = 0; n < 40; ++n) {
-      const auto at = [&] { return static_cast<float>(std::floor(random() * 6) * 10); };
-      addLine(graph, static_cast<int>(random() * 4), at(), at(), at(), at());
-    }
-    finish(graph);
-    if (!CalcGrid(graph)) continue;  // too many at a point: another test
-    for (int i = 0; i <= graph.LastPoint; ++i) {
-      const PlainNeighbours plain = plainNeighbours(graph, i);
-      const GridPoint& p = graph.Points[i];
-      ASSERT_EQ(p.NbCount, static_cast<int>(plain.nb.size()));
-      for (int k = 0; k < p.NbCount; ++k) {
-        EXPECT_EQ(p.Nb[k], plain.nb[k]);
-        EXPECT_EQ(p.NbLine[k], plain.line[k]);
-      }
-    }
-  }
-}
-
 TEST(CalcGrid, AnglesThatMoveUpLoseTheirFraction) {
   KnotGraph graph;  // neighbours of (0, 0) at about 3.4 and 3.1 radians, in this order
   addLine(graph, kOrdinary, 0, 0, -97, -26);
@@ -144,15 +84,6 @@ TEST(CalcGrid, LinesThatAreNotThereAndLinesWithoutLength) {
   EXPECT_TRUE(CalcGrid(graph));
   KnotGraph empty;
   EXPECT_TRUE(CalcGrid(empty));
-}
-
-TEST(CalcGrid, AnEndThatMeetsNothing) {
-  KnotGraph graph;
-  addLine(graph, kOrdinary, 0, 0, 10, 0);
-  finish(graph);
-  graph.LastPoint = 0;
-  ASSERT_TRUE(CalcGrid(graph));
-  EXPECT_EQ(graph.Points[0].Nb[0], 1);
 }
 
 TEST(CalcGrid, AFourteenthNeighbourIsRefused) {

@@ -106,16 +106,6 @@ TEST(StandardGrids, TheScaleGoesDownOneByOneAndNotFurtherThanNeeded) {
   EXPECT_LT(buildStandardGrid(graph, tall)->fields.scale, 41);
 }
 
-TEST(StandardGrids, OctagonsStandInTheMiddle) {
-  for (const int n : {1, 2, 5}) {
-    KnotGraph graph;
-    ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::Octagonal, n, n, 14)));
-    const GridBox box = lineBox(graph);
-    EXPECT_NEAR(box.left, -box.right, 1);
-    EXPECT_NEAR(box.bottom, -box.top, 1);
-  }
-}
-
 /// Draws from a list, then 0.9 for ever; counts how many were taken.
 struct Script {
   std::vector<double> draws;

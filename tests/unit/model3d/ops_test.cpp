@@ -51,20 +51,6 @@ TEST(M3Ops, PointsGoThroughMatricesAsRowVectors) {
   EXPECT_EQ(std::vector({x, y, z}), std::vector({-1.0, 5.0, -3.0}));
 }
 
-TEST(M3Ops, ViewsThatHaveNoDirectionStayFinite) {
-  Matrix4 view;
-  Point4 out;
-  MatViewFromTo(view, kPerspective, {1, 2, 3}, {1, 2, 3}, {0, 1, 0});
-  ApplyProjected({{5, 5, 5, 1}}, view, out);
-  expectPoint(out, 4, 3, 2);
-  MatViewFromTo(view, 0, {0, 10, 0}, {0, 0, 0}, {0, 0, -1});  // from straight above, without perspective
-  ApplyProjected({{3, 2, -4, 1}}, view, out);
-  expectPoint(out, 3, 4, 2);
-  MatViewFromTo(view, 0, {10, 0, 0}, {0, 0, 0}, {0, 1, 0});
-  ApplyProjected({{1, 2, 3, 1}}, view, out);
-  expectPoint(out, -3, 2, 1);
-}
-
 TEST(CheckAngles, EyeAndUpVectorFollowTheAnglesAllRound) {
   for (int theta = 0; theta < 360; theta += 30) {
     for (int phi = 0; phi < 360; phi += 10) {

@@ -30,18 +30,6 @@ TEST(RecordingSurface, DrawsRealPixelsAndClips) {
   EXPECT_EQ(s.inked(), 0);
 }
 
-TEST(RecordingSurface, FlatBandsEndAtTheirEnds) {
-  const std::array<PointF, 4> line = {{{10, 10}, {15, 10}, {25, 10}, {30, 10}}};
-  for (const CapStyle caps : {CapStyle::flat, CapStyle::round}) {
-    RecordingSurface s(40, 20);
-    s.clear(0xFFFFFF);
-    s.wideCurve({line, 8, 0, caps});
-    EXPECT_EQ(s.pixel({20, 7}), 0U);
-    EXPECT_EQ(s.pixel({20, 15}), 0xFFFFFFU);
-    EXPECT_EQ(s.pixel({8, 10}) == 0, caps == CapStyle::round);
-  }
-}
-
 TEST(Pictures, AreWrittenAndReadBack) {
   NonePlatform platform;
   RecordingSurface s(3, 2);
@@ -97,19 +85,6 @@ struct WindowTest : ::testing::Test {
   }
 };
 
-TEST_F(WindowTest, PlaysAUser) {
-  w->show();
-  w->run();
-  w->userTypes(w->control("vtA"), "5");
-  EXPECT_EQ(w->text(1), "5");
-  w->userClicks(w->control("cmdA"));
-  w->userClicks(w->control("optA"));
-  w->userClicks(w->control("optB"));
-  w->userClicks(w->control("optB"));
-  EXPECT_FALSE(w->checked(2));
-  EXPECT_EQ(log, (std::vector<std::string>{"started", "confirmed 1", "clicked 5", "changed 2", "changed 3"}));
-}
-
 TEST_F(WindowTest, RefusesWhatNobodyCanDo) {
   w->setEnabled(5, false);
   EXPECT_THROW(w->userClicks(5), std::logic_error);
@@ -120,17 +95,6 @@ TEST_F(WindowTest, RefusesWhatNobodyCanDo) {
   EXPECT_THROW(w->userCloses(), std::logic_error);
   platform.dialogs.answerMessage();
   EXPECT_THROW(w->userCloses(), std::logic_error);
-}
-
-TEST_F(WindowTest, ClosesWhenTheQuestionIsAnsweredSo) {
-  platform.dialogs.answerConfirm(false);
-  platform.dialogs.answerConfirm(true);
-  w->userCloses();
-  EXPECT_FALSE(w->closed());
-  w->userCloses();
-  EXPECT_TRUE(w->closed());
-  EXPECT_EQ(platform.dialogs.asked().back().text, "Close?");
-  EXPECT_FALSE(w->processEvents());
 }
 
 }  // namespace

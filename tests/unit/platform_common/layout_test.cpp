@@ -1,18 +1,20 @@
-// The layout at the sizes that matter, with a form as full as the program's own.
+// The layout at the sizes that matter, with the program's own form.
 #include "platform/common/layout.h"
 
 #include <gtest/gtest.h>
 
-#include "unit/platform_common/sample_form.h"
+#include <algorithm>
+
+#include "app/form_table.h"
 
 namespace lorivan {
 namespace {
 
-using sample::idOf;
-using sample::kForm;
+const std::span<const ControlSpec> kForm = formTable();
 
 LayoutRect rectOf(const FormLayout& layout, std::string_view name) {
-  return layout.controls.at(static_cast<std::size_t>(idOf(name)));
+  const auto row = std::ranges::find(kForm, name, &ControlSpec::name);
+  return layout.controls.at(static_cast<std::size_t>(row - kForm.begin()));
 }
 
 bool overlap(const LayoutRect& a, const LayoutRect& b) {
@@ -38,10 +40,6 @@ void expectTidy(int width, int height, const LayoutMetrics& metrics) {
   const FormLayout layout = computeLayout(kForm, width, height, metrics);
   ASSERT_EQ(layout.controls.size(), kForm.size());
   for (std::size_t i = 0; i < kForm.size(); ++i) {
-    if (kForm[i].place.columns == 0) {
-      EXPECT_TRUE(layout.controls[i].isEmpty());
-      continue;
-    }
     EXPECT_FALSE(layout.controls[i].isEmpty()) << kForm[i].name;
     EXPECT_TRUE(contains({0, 0, width, height}, layout.controls[i])) << kForm[i].name;
     const bool inGroup = !kForm[i].group.empty();
@@ -74,25 +72,12 @@ TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {
   EXPECT_EQ(computeLayout(kForm, size.width, size.height, metrics).picture.width, kReferenceWidth);
 }
 
-TEST(Layout, GivesThePictureWhatALargerWindowHas) {
-  const int small = computeLayout(kForm, 800, 520, {15, 1}).picture.height;
-  const int large = computeLayout(kForm, 1920, 1000, {15, 1}).picture.height;
-  EXPECT_GT(large, small + 400);
-}
-
 TEST(Layout, SurvivesWindowsThatAreTooSmall) {
   for (const int side : {0, 1, 50, 300}) {
     const FormLayout layout = computeLayout(kForm, side, side, {15, 1});
     EXPECT_FALSE(layout.picture.isEmpty());
     EXPECT_FALSE(rectOf(layout, "vtXNo").isEmpty());
   }
-}
-
-TEST(Layout, AFormWithoutPanelsIsAllPicture) {
-  const std::array form = {ControlSpec{"pic", ControlKind::picture, "", "", "", {0, 0, 1, 1}}};
-  const LayoutRect picture = computeLayout(form, 512, 412, {15, 1}).picture;
-  EXPECT_EQ(picture.width, 500);
-  EXPECT_EQ(picture.left, 6);
 }
 
 }  // namespace

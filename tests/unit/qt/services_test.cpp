@@ -17,19 +17,6 @@
 namespace lorivan {
 namespace {
 
-TEST(ClipboardQt, HoldsACopyOfThePicture) {
-  ClipboardQt clipboard;
-  const auto surface = std::move(*RasterSurface::create(20, 10));
-  surface->clear(0x0000FF);
-  ASSERT_TRUE(clipboard.putPicture(*surface));
-  surface->clear(0xFF0000);
-  const QImage image = QGuiApplication::clipboard()->image();
-  EXPECT_EQ(image.size(), QSize(20, 10));
-  EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::red));
-  clipboard.clear();
-  EXPECT_TRUE(QGuiApplication::clipboard()->image().isNull());
-}
-
 /// Stands in for the browser.
 class Browser : public QObject {
   Q_OBJECT
@@ -82,11 +69,6 @@ TEST(PlatformQt, SaysWhatAWindowNeeds) {
   ASSERT_FALSE(platform.canOpenWindow());
   EXPECT_NE(platform.canOpenWindow().error().message.find(":9876"), std::string::npos);
   EXPECT_FALSE(platform.createWindow({}, {}));
-}
-
-TEST(PlatformQt, KnowsItsFolder) {
-  const PlatformQt platform("unused");
-  EXPECT_TRUE(QFileInfo::exists(QString::fromStdString(platform.programFolder() + "/qt_test")));
 }
 
 }  // namespace

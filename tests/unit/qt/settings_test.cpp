@@ -18,22 +18,6 @@ class FileSettingsTest : public testing::Test {
   std::string path_ = folder_.filePath(QStringLiteral("new/Lorivan/settings.ini")).toStdString();
 };
 
-TEST_F(FileSettingsTest, AnyTextComesBack) {
-  const std::string values[] = {
-      "",   "7", "-0.25", "  blanks  ", "a=b;[c]#d", "Grüße / κόμβος", "C:\\knots\\new", "two\nlines\r\n",
-      "\\n"};
-  {
-    FileSettings settings(path_);
-    for (const std::string& value : values) settings.write("Settings", "key " + value, value);
-    settings.write("Global", "[x]=", "other section");
-    ASSERT_TRUE(settings.flush());
-  }
-  const FileSettings settings(path_);
-  for (const std::string& value : values) EXPECT_EQ(settings.read("Settings", "key " + value, "?"), value);
-  EXPECT_EQ(settings.read("Global", "[x]=", ""), "other section");
-  EXPECT_EQ(settings.read("Global", "key 7", "fallback"), "fallback");
-}
-
 TEST_F(FileSettingsTest, NothingIsWrittenBeforeFlush) {
   FileSettings settings(path_);
   settings.write("Settings", "a", "1");

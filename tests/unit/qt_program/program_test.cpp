@@ -1,22 +1,17 @@
-// The real window, driven as a person drives it: every field does what it is for, and ten thousand random
-// keys and clicks end in a window that still works.
+// The real window, driven as a person drives it: ten thousand random keys and clicks end in a window that
+// still works.
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "app/main_window.h"
 #include "base/random.h"
@@ -42,17 +37,13 @@ class QtProgramTest : public testing::Test {
   Widget* find(const char* name) const {
     return frame_->findChild<Widget*>(name);
   }
-  void type(const char* field, const char* text, Qt::Key confirm = Qt::Key_Return) {
+  void type(const char* field, const char* text) {
     auto* const entry = find<QLineEdit>(field);
     ASSERT_NE(entry, nullptr) << field;
     entry->setFocus();
     entry->selectAll();
     QTest::keyClicks(entry, text);
-    QTest::keyClick(entry, confirm);
-    QApplication::processEvents();
-  }
-  void click(const char* button) {
-    QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+    QTest::keyClick(entry, Qt::Key_Return);
     QApplication::processEvents();
   }
   void choose(int shape) {
@@ -62,123 +53,11 @@ class QtProgramTest : public testing::Test {
     for (int i = 0; i < shape; ++i) QTest::keyClick(list, Qt::Key_Down);
     QApplication::processEvents();
   }
-  /// Answers the next message box, and keeps its text.
-  void answerNext(QMessageBox::StandardButton button) {
-    QTimer::singleShot(50, qApp, [this, button] {
-      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      asked_ = box != nullptr ? box->text().toStdString() : "nothing";
-      if (box != nullptr) QTest::mouseClick(box->button(button), Qt::LeftButton);
-    });
-  }
-  std::string text(const char* field) const { return find<QLineEdit>(field)->text().toStdString(); }
-  bool enabled(const char* button) const { return find<QPushButton>(button)->isEnabled(); }
-  int lines() const { return main_->knot().graph.LastLine + 1; }
-  long heightSum() const {
-    long sum = 0;
-    for (int j = 0; j < lines(); ++j) sum += main_->knot().graph.Lines[static_cast<std::size_t>(j)].MidY;
-    return sum;
-  }
-  std::vector<std::uint32_t> picture(ControlId control) {
-    const PixelBlock block = main_->window().surface(control).lendPixels();
-    return {block.pixels, block.pixels + static_cast<std::ptrdiff_t>(block.stride) * block.height};
-  }
-
   QTemporaryDir folder_;
   std::unique_ptr<PlatformQt> platform_;
   std::unique_ptr<MainWindow> main_;
   QMainWindow* frame_ = nullptr;
-  std::string asked_;
 };
-
-TEST_F(QtProgramTest, GridFieldsBuildTheGridAnew) {
-  EXPECT_EQ(text("vtXNo"), "2");
-  type("vtXNo", "3");
-  EXPECT_EQ(lines(), 17);
-  type("vtYNo", "3", Qt::Key_Tab);
-  EXPECT_EQ(lines(), 24);
-  type("vtXNo", "99");
-  EXPECT_EQ(text("vtXNo"), "20") << "corrected to the limit";
-  type("vtXNo", "5");
-  choose(8);
-  const long heights = heightSum();
-  type("vtCrossOffset", "-1");
-  EXPECT_NE(heightSum(), heights) << "the arm has moved";
-  const float before = main_->knot().graph.CellSize;
-  type("vtSkew", "4");
-  EXPECT_LT(main_->knot().graph.CellSize, before) << "stretched, the grid needs a smaller scale";
-}
-
-TEST_F(QtProgramTest, TheScaleAsksOnlyWhileAKnotIsDrawn) {
-  type("vtScale", "24");
-  EXPECT_EQ(main_->knot().graph.CellSize, 24);
-  click("cmd2D");
-  answerNext(QMessageBox::Cancel);
-  type("vtScale", "20");
-  EXPECT_EQ(asked_, "Changing scale will erase your current grid. OK to continue?");
-  EXPECT_EQ(text("vtScale"), "24");
-  EXPECT_EQ(main_->knot().graph.CellSize, 24);
-  answerNext(QMessageBox::Ok);
-  type("vtScale", "20");
-  EXPECT_EQ(main_->knot().graph.CellSize, 20);
-  EXPECT_FALSE(main_->knotDrawn());
-}
-
-TEST_F(QtProgramTest, StyleFieldsDrawTheKnotAnew) {
-  click("cmd2D");
-  ASSERT_TRUE(main_->knotDrawn());
-  EXPECT_TRUE(enabled("cmd3DView"));
-  EXPECT_FALSE(enabled("cmd3D"));
-  const std::pair<const char*, const char*> fields[] = {
-      {"vtWidth", "9"},  {"vtEdge", "2"},        {"vtSwish", "3"},
-      {"vtSmooth", "4"}, {"vtStartColour", "3"}, {"vtPicKnotBackColour", "14"}};
-  for (const auto& [field, value] : fields) {
-    const auto before = picture(controlId("picGrid"));
-    type(field, value);
-    EXPECT_NE(picture(controlId("picGrid")), before) << field;
-    EXPECT_TRUE(main_->knotDrawn()) << field;
-    const auto after = picture(controlId("picGrid"));
-    type(field, value);
-    EXPECT_EQ(picture(controlId("picGrid")), after) << field << ": no real change";
-  }
-}
-
-TEST_F(QtProgramTest, SolidFieldsAskForANewModelAndTurnAndLightTheView) {
-  click("cmd2D");
-  const std::pair<const char*, const char*> shapes[] = {{"vtPolySides", "7"},  {"vtPolyPoints", "5"},
-                                                        {"vtPolyRadius", "3"}, {"vtPolySmooth", "5"},
-                                                        {"vtPolyZF", "1"},     {"vtRingPerc", "75"}};
-  for (const auto& [field, value] : shapes) {
-    type(field, value);
-    EXPECT_TRUE(enabled("cmd3D")) << field;
-    click("cmd3D");
-    EXPECT_FALSE(enabled("cmd3D")) << field;
-    EXPECT_TRUE(enabled("cmd2DView")) << field;
-  }
-  const std::pair<const char*, const char*> views[] = {{"vtTheta", "40"}, {"vtPhi", "20"},    {"vtPsi", "30"},
-                                                       {"vtKa", "0.8"},   {"vtKd", "0.1"},    {"vtKs", "0.9"},
-                                                       {"vtNFact", "3"},  {"vtKDist", "-900"}};
-  for (const auto& [field, value] : views) {
-    const auto before = picture(controlId("picKnot"));
-    type(field, value);
-    EXPECT_NE(picture(controlId("picKnot")), before) << field;
-  }
-  click("cmd2DView");
-  EXPECT_TRUE(enabled("cmd3DView"));
-}
-
-TEST_F(QtProgramTest, SpeedAndAlignmentGridActWhereTheyAreSeen) {
-  EXPECT_FALSE(find<QLineEdit>("vtAnimate")->isEnabled());
-  QTest::mouseClick(find<QCheckBox>("chkAnimate"), Qt::LeftButton, {}, QPoint(8, 8));
-  EXPECT_TRUE(find<QLineEdit>("vtAnimate")->isEnabled());
-  type("vtAnimate", "5");
-  EXPECT_FALSE(main_->knotDrawn());
-  choose(12);
-  find<QAction>("mnuShapeGridOnOff")->trigger();
-  QApplication::processEvents();
-  const auto before = picture(controlId("picShape"));
-  type("vtGridSize", "7");
-  EXPECT_NE(picture(controlId("picShape")), before) << "fewer alignment lines";
-}
 
 TEST_F(QtProgramTest, TenThousandRandomKeysAndClicks) {
   const Rnd random = seededRandom(5);
@@ -210,7 +89,7 @@ TEST_F(QtProgramTest, TenThousandRandomKeysAndClicks) {
   choose(0);
   type("vtXNo", "3");
   type("vtYNo", "2");
-  EXPECT_EQ(lines(), 17) << "the window still works";
+  EXPECT_EQ(main_->knot().graph.LastLine, 16) << "the window still works";
 }
 
 }  // namespace

@@ -83,54 +83,6 @@ TEST(Animation, PlaysLinesThenAClosedPolygonThenTheOverRun) {
   EXPECT_EQ(player.surface.count(DrawKind::wideCurve), 4) << "it ends on the smooth picture";
 }
 
-TEST(Animation, LoopsUntilToldOtherwiseAndObeysTheSpeedMeanwhile) {
-  const KnotCurve curve = ring(8);
-  Player player(curve);
-  player.animation.setLoop(true);
-  int frames = 0, clears = 0;
-  for (std::optional<int> wait; frames < 8; ++frames) {
-    if (frames == 5) player.animation.setSpeed(9);
-    wait = player.animation.nextFrame(player.surface);
-    const bool atEnd = frames % 4 == 3;
-    const int delay = frames < 5 ? 180 : 10;
-    EXPECT_EQ(wait, atEnd ? 5 * delay : delay) << frames;
-    clears = player.surface.clears();
-  }
-  EXPECT_EQ(clears, 2) << "each round starts on a fresh picture";
-  player.animation.setLoop(false);
-  EXPECT_EQ(player.animation.nextFrame(player.surface), std::nullopt);
-}
-
-TEST(Animation, StoppedInAStrandItIsPartlyDrawnAndSurvivesAResize) {
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2));
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
-  RecordingSurface surface(500, 400), larger(800, 640);
-  AnimatedDrawing animation(*knot.graph, knot.curve, style, GridView(0.8F, 500), {});
-  for (int i = 0; i < 6; ++i) ASSERT_TRUE(animation.nextFrame(surface));
-  EXPECT_GT(surface.count(DrawKind::segment), 0) << "the grid lies under it";
-  EXPECT_EQ(surface.calls().back().points.size(), 17U);
-  animation.repaint(larger, GridView(0.8F, 800));
-  EXPECT_EQ(larger.count(DrawKind::polyline), 2) << "earlier frames of the strand are covered";
-  EXPECT_EQ(larger.calls().back().points.size(), 17U);
-  EXPECT_EQ(animation.frame(), 6U);
-}
-
-TEST(Animation, FramesByThemselvesEndAsTheWholePicture) {
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
-  const GridView view(0.8F, 500);
-  const auto steps = animationSteps(knot.curve);
-  RecordingSurface frame(500, 400), picture(500, 400);
-  drawAnimationFrame(frame, *knot.graph, knot.curve, style, view, {}, steps, 2);
-  EXPECT_EQ(frame.count(DrawKind::wideCurve), 2);
-  EXPECT_EQ(frame.calls().back().points.size(), 3U * 4 + 1) << "five points";
-  drawAnimationFrame(frame, *knot.graph, knot.curve, style, view, {}, steps, steps.size());
-  drawKnotPicture(picture, *knot.graph, knot.curve, style, view, {});
-  EXPECT_TRUE(std::equal(frame.pixels().begin(), frame.pixels().end(), picture.pixels().begin()));
-}
-
 /// The numbers of every occurrence of name="a;b;c".
 std::vector<std::vector<double>> lists(const std::string& text, const std::string& name) {
   std::vector<std::vector<double>> found;

@@ -1,0 +1,45 @@
+// What the tests that every back end has to pass need of it. Each back end's test program defines these
+// functions and links the tests beside them.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "platform/platform.h"
+
+namespace lorivan::contract {
+
+/// What a person does in the window that was opened last. A deed is done and told when it returns.
+class User {
+ public:
+  virtual ~User() = default;
+  virtual void focus(ControlId control) = 0;
+  virtual bool hasFocus(ControlId control) const = 0;
+  virtual void type(const char* text) = 0;
+  /// "Return", "Ctrl+Z", "Alt+B", to what has the focus.
+  virtual void press(const std::string& keys) = 0;
+  virtual void click(ControlId control) = 0;
+  /// Holds the mouse button over a control; lets it go there, or beside it.
+  virtual void hold(ControlId control) = 0;
+  virtual void letGo(ControlId control, bool inside) = 0;
+  virtual void pick(CommandId command) = 0;
+  /// `leave` takes the mouse away from the picture while a button is held.
+  virtual void mouse(ControlId picture, MouseAction action, int button, int x, int y) = 0;
+  virtual void enlarge(int width, int height) = 0;
+  virtual void drop(const std::string& path) = 0;
+  virtual void close() = 0;
+  /// Agrees to the next dialog or cancels it; writes into its entry before, where a text is given.
+  virtual void answerNext(bool agree, const std::string& text = "") = 0;
+};
+
+/// A platform object whose settings are empty, or those that the one before has left.
+std::unique_ptr<Platform> makePlatform(bool fresh = true);
+std::unique_ptr<User> makeUser(Window& window);
+/// A name in a folder for scraps.
+std::string scrapFile(const std::string& name);
+/// The width of the picture on the system's clipboard; 0 if there is none.
+int clipboardWidth();
+
+}  // namespace lorivan::contract

@@ -1,0 +1,126 @@
+// Qt's platform object and user for the tests that all back ends share.
+#include "unit/platform_contract/back_end.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QImage>
+#include <QKeySequence>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include "app/command_table.h"
+#include "app/form_table.h"
+#include "platform/qt/platform_qt.h"
+
+namespace lorivan::contract {
+namespace {
+
+class QtUser final : public User {
+ public:
+  explicit QtUser(Window& window) : window_(window) {
+    for (QWidget* const w : QApplication::topLevelWidgets())
+      if (auto* const main = qobject_cast<QMainWindow*>(w)) frame_ = main;
+    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_));
+  }
+  void focus(ControlId control) override { find(control)->setFocus(); }
+  bool hasFocus(ControlId control) const override { return find(control)->hasFocus(); }
+  void type(const char* text) override { QTest::keyClicks(focused(), text); }
+  void press(const std::string& keys) override {
+    const QKeyCombination combination = QKeySequence(QString::fromStdString(keys))[0];
+    QTest::keyClick(focused(), combination.key(), combination.keyboardModifiers());
+    QTest::qWait(keys.starts_with("Alt") ? 150 : 0);  // a button that its letter presses shows it for a while
+  }
+  void click(ControlId control) override {
+    QTest::mouseClick(find(control), Qt::LeftButton, {}, {9, 9});
+    window_.processEvents();
+  }
+  void hold(ControlId control) override { QTest::mousePress(find(control), Qt::LeftButton, {}, {9, 9}); }
+  void letGo(ControlId control, bool inside) override {
+    QTest::mouseRelease(find(control), Qt::LeftButton, {}, {inside ? 9 : -9, 9});
+  }
+  void pick(CommandId command) override {
+    const auto& name = commandTable()[static_cast<std::size_t>(command)].name;
+    frame_->findChild<QAction*>(QString::fromUtf8(name.data(), std::ssize(name)))->trigger();
+  }
+  void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
+    QWidget* const widget = find(picture);
+    const auto which = button == 1 ? Qt::LeftButton : Qt::RightButton;
+    if (action == MouseAction::press) QTest::mousePress(widget, which, {}, {x, y});
+    if (action == MouseAction::release) QTest::mouseRelease(widget, which, {}, {x, y});
+    if (action == MouseAction::leave) widget->hide();
+    if (action == MouseAction::move) {
+      QMouseEvent event(QEvent::MouseMove, QPointF(x, y), widget->mapToGlobal(QPointF(x, y)), Qt::NoButton,
+                        which, {});
+      QApplication::sendEvent(widget, &event);
+    }
+  }
+  void enlarge(int width, int height) override {
+    frame_->resize(frame_->size() + QSize(width, height));
+    QTest::qWait(50);
+  }
+  void drop(const std::string& path) override {
+    QMimeData data;
+    data.setUrls(
+        {QUrl(QStringLiteral("http://example.org/x")), QUrl::fromLocalFile(QString::fromStdString(path))});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(frame_, &enter);
+    QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    if (enter.isAccepted()) QApplication::sendEvent(frame_, &drop);
+  }
+  void close() override { frame_->close(); }
+  void answerNext(bool agree, const std::string& text) override {
+    QTimer::singleShot(0, qApp, [agree, text = QString::fromStdString(text)] {
+      auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_TRUE(dialog);
+      auto* const named = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+      auto* const entry = named != nullptr ? named : dialog->findChild<QLineEdit*>();
+      if (!text.isEmpty()) entry->setText(text);
+      const bool isBox = qobject_cast<QMessageBox*>(dialog) != nullptr;
+      if (agree && (isBox || named != nullptr))
+        QTest::keyClick(isBox ? static_cast<QWidget*>(dialog) : named, Qt::Key_Return);
+      else
+        agree ? dialog->accept() : dialog->reject();
+    });
+  }
+
+ private:
+  QWidget* find(ControlId control) const {
+    const auto& name = formTable()[static_cast<std::size_t>(control)].name;
+    return frame_->findChild<QWidget*>(QString::fromUtf8(name.data(), std::ssize(name)));
+  }
+  QWidget* focused() const { return frame_->focusWidget() != nullptr ? frame_->focusWidget() : frame_; }
+
+  Window& window_;
+  QMainWindow* frame_ = nullptr;
+};
+
+const QTemporaryDir& scraps() {
+  static const QTemporaryDir folder;
+  return folder;
+}
+
+}  // namespace
+
+std::unique_ptr<Platform> makePlatform(bool fresh) {
+  const std::string path = scrapFile("settings.ini");
+  if (fresh) QFile::remove(QString::fromStdString(path));
+  return std::make_unique<PlatformQt>(path);
+}
+std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<QtUser>(window); }
+std::string scrapFile(const std::string& name) {
+  return scraps().filePath(QString::fromStdString(name)).toStdString();
+}
+int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
+
+}  // namespace lorivan::contract
