@@ -6,7 +6,7 @@
 #include <cmath>
 #include <new>
 
-#include "platform/platform.h"
+#include "platform/common/pixels.h"
 #include "platform/qt/convert.h"
 
 namespace lorivan {
@@ -57,14 +57,6 @@ QPainterPath toPath(std::span<const PointF> points) {
   QPainterPath path(at(0));
   for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
   return path;
-}
-
-/// `argb`, premultiplied with its alpha, over the opaque colour below it.
-Colour blend(QRgb argb, Colour below) {
-  const int rest = 255 - qAlpha(argb);
-  const auto mix = [rest](int above, int under) { return std::min(255, above + (under * rest + 127) / 255); };
-  return makeColour(mix(qRed(argb), redOf(below)), mix(qGreen(argb), greenOf(below)),
-                    mix(qBlue(argb), blueOf(below)));
 }
 
 }  // namespace
@@ -149,16 +141,8 @@ void RasterSurface::dot(PointI centre, int diameter, Colour colour) {
   if (diameter < 1) return;
   QPainter* const p = painter();
   if (!p) return;
-  const int left = toPoint(centre).x() - diameter / 2;
-  const int top = toPoint(centre).y() - diameter / 2;
-  // Row by row: the painter's own small circles come out lopsided. The quarter keeps dots of 3 and 4 round.
-  const double limit = diameter * diameter / 4.0 + 0.25;
-  for (int row = 0; row < diameter; ++row) {
-    const double dy = row + 0.5 - diameter / 2.0;
-    int inset = 0;
-    while (inset < diameter / 2 && std::pow(inset + 0.5 - diameter / 2.0, 2) + dy * dy > limit) ++inset;
-    p->fillRect(left + inset, top + row, diameter - 2 * inset, 1, toQColor(colour));
-  }
+  fillDotRows(centre, diameter,
+              [&](int left, int y, int width) { p->fillRect(left, y, width, 1, toQColor(colour)); });
 }
 
 void RasterSurface::polygonOutline(std::span<const PointI> points, const Pen& pen) {
@@ -205,7 +189,7 @@ void RasterSurface::wideCurve(const WideCurve& curve) {
 
 Colour RasterSurface::pixel(PointI at) const {
   if (at.x < 0 || at.y < 0 || at.x >= image_.width() || at.y >= image_.height()) return background_;
-  return blend(reinterpret_cast<const QRgb*>(image_.constScanLine(at.y))[at.x], background_);
+  return overBackground(reinterpret_cast<const QRgb*>(image_.constScanLine(at.y))[at.x], background_);
 }
 
 PixelBlock RasterSurface::lendPixels() {

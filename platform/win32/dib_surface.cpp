@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "platform/platform.h"
+#include "platform/common/pixels.h"
 #include "platform/win32/averaged_fill.h"
 #include "platform/win32/band_outline.h"
 #include "platform/win32/checked.h"
@@ -56,15 +56,6 @@ class SelectedPen {
 };
 
 }  // namespace
-
-Colour overBackground(std::uint32_t argb, Colour background) {
-  const std::uint32_t rest = 255 - (argb >> 24);
-  const auto mix = [&](int shift, int under) {
-    return std::min(255, static_cast<int>((argb >> shift & 0xFF) +
-                                          (rest * static_cast<std::uint32_t>(under) + 127) / 255));
-  };
-  return makeColour(mix(16, redOf(background)), mix(8, greenOf(background)), mix(0, blueOf(background)));
-}
 
 Result<std::unique_ptr<DibSurface>> DibSurface::create(int width, int height) {
   std::unique_ptr<DibSurface> surface(new DibSurface);
@@ -183,19 +174,9 @@ void DibSurface::circle(PointI centre, int radius, const Pen& pen) {
 
 void DibSurface::dot(PointI centre, int diameter, Colour colour) {
   if (diameter < 1) return;
-  diameter = std::min(diameter, kLongestSide);
-  const int half = diameter / 2;
-  const int left = std::clamp(centre.x, -kFarthest, kFarthest) - half;
-  const int top = std::clamp(centre.y, -kFarthest, kFarthest) - half;
-  // Row by row: small ellipses come out lopsided. The quarter keeps dots of 3 and 4 pixels round.
-  const double limit = diameter * diameter / 4.0 + 0.25;
   GdiFlush();
-  for (int row = 0; row < diameter; ++row) {
-    const double dy = row + 0.5 - diameter / 2.0;
-    int inset = 0;
-    while (inset < half && std::pow(inset + 0.5 - diameter / 2.0, 2) + dy * dy > limit) ++inset;
-    fillRow(top + row, left + inset, left + diameter - inset, toArgb(colour));
-  }
+  fillDotRows(centre, diameter,
+              [&](int left, int y, int width) { fillRow(y, left, left + width, toArgb(colour)); });
   drawn_ = true;
 }
 

@@ -12,9 +12,6 @@
 
 namespace lorivan::win32 {
 
-/// What a premultiplied pixel looks like over an opaque background.
-Colour overBackground(std::uint32_t argb, Colour background);
-
 /// Opaque at first: GDI draws lines and fills, GDI+ the bands, and the alpha bytes mean nothing. After
 /// clearTransparent() everything goes through GDI+ into premultiplied pixels, because GDI would erase their
 /// alpha.

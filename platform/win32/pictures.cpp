@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/sink.h"
+#include "platform/common/pixels.h"
 #include "platform/win32/checked.h"
 #include "platform/win32/gdi_plus.h"
 
