@@ -16,13 +16,11 @@
 // - A control without a group stands on the panels' grid: rows 0 ... 99 on the side panel, rows kStripRow ...
 //   on the strip (row kStripRow is its first). `column` and `columns` count cells of the panel. What shares a
 //   row stands side by side, and the row is as tall as its tallest member; empty rows take no place.
-// - A group is as tall as its contents: title, then as many lines as its controls reach down to. The `rows`
-// of
-//   a group is not looked at.
+// - A group is as tall as its contents: title, then as many lines as its controls reach down to. Its own
+//   `rows` is not looked at.
 // - A control in a group stands on the group's own grid, which has as many columns as its controls reach; its
 //   (0, 0) is the first cell below the title. One row is one line of controls.
-// - A picture without a group fills the picture's place, so several of them lie over each other. A picture in
-// a
+// - A picture without a group fills the picture's place, so several of them lie over each other. One in a
 //   group is the largest square in its cells, centred.
 // - A control with no columns or no rows gets an empty rectangle: it is never shown.
 //

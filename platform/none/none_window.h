@@ -55,7 +55,7 @@ class DialogQueue {
   std::vector<AskedDialog> asked_;
 };
 
-/// Pictures outside of groups are the large ones; `resize` sets their width. The user's deeds throw
+/// Pictures outside of groups are the large ones; userResizes() sets their width. The user's deeds throw
 /// std::logic_error when no person could do them: a click on a disabled button, a choice outside the list.
 class NoneWindow final : public Window {
  public:

@@ -13,7 +13,7 @@ namespace lorivan {
 Result<std::string> encodeRaster(Surface& picture, PictureFormat format);
 
 /// A BMP, PNG or JPEG file fitted into width x height, in its middle, on white. Files of more than 256 MB and
-/// pictures that need more than 128 MB of memory are refused.
+/// pictures that checkPictureSize() refuses are not read.
 Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int width, int height);
 
 }  // namespace lorivan
