@@ -59,13 +59,12 @@ Result<std::string> makeEmf(const OutputJob& job) {
   return (*metafile)->finish();
 }
 
-Status drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
+void drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
   const KnotStyle style = knotStyle(job.fields, job.colours);
   const GridView view = viewOf(job.knot, job.fields, style, surface.width(), true);
   PictureOptions options = optionsOf(job);
   options.transparent = transparent;
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
-  return {};
 }
 
 Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
@@ -79,6 +78,21 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
   Renderer().render(**model, lightSettings(job.fields), viewState(job.fields), background,
                     job.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
   return {};
+}
+
+/// Height maps are twice as wide as other pictures where no width is asked for.
+Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+  const bool transparent = job.transparent && format == PictureFormat::png;
+  const bool heights = job.solidView && job.fields.check(Check::HeightMap);
+  const int width = job.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
+  auto surface = job.platform.createSurface(width, GridView::heightFor(width));
+  if (!surface) return surface.error();
+  if (!job.solidView)
+    drawFlat(job, **surface, transparent);
+  else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
+    return drawn.error();
+  if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
+  return job.platform.encodePicture(**surface, format);
 }
 
 /// The formats that are made here and not by a model writer.
@@ -96,19 +110,6 @@ constexpr std::array<Maker, 5> kMakers = {{
 }};
 
 }  // namespace
-
-Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
-  const bool transparent = job.transparent && format == PictureFormat::png;
-  const bool heights = job.solidView && job.fields.check(Check::HeightMap);
-  const int width = job.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
-  auto surface = job.platform.createSurface(width, GridView::heightFor(width));
-  if (!surface) return surface.error();
-  const Status drawn =
-      job.solidView ? drawSolid(job, **surface, transparent) : drawFlat(job, **surface, transparent);
-  if (!drawn) return drawn.error();
-  if (const std::string fault = (*surface)->fault(); !fault.empty()) return Error{fault};
-  return job.platform.encodePicture(**surface, format);
-}
 
 const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
   return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);

@@ -38,7 +38,4 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 
-/// The 2-D or 3-D picture as the bytes of a picture file. The height map is twice as wide as asked.
-Result<std::string> makePicture(const OutputJob& job, PictureFormat format);
-
 }  // namespace lorivan

@@ -23,8 +23,7 @@ std::uint32_t meanOf(const PixelBlock& block, int left, int top, int right, int 
   return mean;
 }
 
-}  // namespace
-
+/// A pixel 0xFFRRGGBB mixed with white, so that lines drawn over it stand out.
 std::uint32_t pale(std::uint32_t pixel) {
   std::uint32_t result = 0xFF000000;
   for (unsigned shift = 0; shift < 24; shift += 8) {
@@ -33,6 +32,8 @@ std::uint32_t pale(std::uint32_t pixel) {
   }
   return result;
 }
+
+}  // namespace
 
 Status TracePicture::load(Platform& platform, const std::string& path) {
   auto loaded = platform.loadPicture(path, kStoredWidth, kStoredHeight);

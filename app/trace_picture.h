@@ -28,7 +28,4 @@ class TracePicture {
   int width_ = 0, height_ = 0;
 };
 
-/// A pixel 0xFFRRGGBB mixed with white, so that lines drawn over it stand out.
-std::uint32_t pale(std::uint32_t pixel);
-
 }  // namespace lorivan

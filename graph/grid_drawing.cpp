@@ -16,17 +16,18 @@ void drawCrossingMark(const GridLine& line, double cell, Surface& surface, const
   surface.segment(view.pixel(x - c, y - s), view.pixel(x + c, y + s), {width, makeColour(0, 0, 255), false});
 }
 
-}  // namespace
-
 Colour kindColour(const GridDrawOptions& options, int kind) {
   if (kind == kOrdinary) return 0x000000;
   return options.KindColour[static_cast<std::size_t>(std::clamp(kind, 0, 3))];
 }
 
+/// Without its mark.
 void drawGridLine(const GridLine& line, Surface& surface, const GridView& view, Colour colour) {
   surface.segment(view.pixel(line.X1, line.Y1), view.pixel(line.X2, line.Y2),
                   {view.penWidth(1), colour, false});
 }
+
+}  // namespace
 
 void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& view,
                    const GridDrawOptions& options) {

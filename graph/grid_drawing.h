@@ -20,14 +20,9 @@ struct GridDrawOptions {
 /// table.
 Status DrawGrid(KnotGraph& graph, Surface& surface, const GridView& view, const GridDrawOptions& options);
 
-/// Draws the lines, and their crossing marks when wanted, over what the surface holds.
+/// Draws the lines, and their crossing marks when wanted, over what the surface holds. Kinds past the table
+/// of colours take its last entry.
 void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& view,
                    const GridDrawOptions& options);
-
-/// Draws one line in a colour of its own, without its mark.
-void drawGridLine(const GridLine& line, Surface& surface, const GridView& view, Colour colour);
-
-/// The colour that a line of `kind` is drawn in; kinds past the table take its last entry.
-Colour kindColour(const GridDrawOptions& options, int kind);
 
 }  // namespace lorivan

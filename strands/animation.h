@@ -60,10 +60,6 @@ class AnimatedDrawing {
   /// Draws the present state again, after the picture got another size.
   void repaint(Surface& surface, const GridView& view);
 
-  /// Frames drawn since the beginning of this round, and in a whole round.
-  std::size_t frame() const { return next_; }
-  std::size_t frames() const { return steps_.size(); }
-
  private:
   void draw(Surface& surface, const AnimationStep& step);
   void drawLines(Surface& surface, std::size_t count, bool closed, double referenceWidth, Colour colour);

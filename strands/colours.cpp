@@ -1,5 +1,7 @@
 #include "strands/colours.h"
 
+#include <algorithm>
+
 namespace lorivan {
 
 StrandColours strandColours(const ColourBoxes& boxes) {

@@ -4,8 +4,6 @@
 #include <array>
 #include <cstdint>
 
-#include <algorithm>
-
 #include "base/colour.h"
 #include "strands/strand_store.h"
 

@@ -77,14 +77,12 @@ void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& 
   curve.X.clear();
   curve.Y.clear();
   curve.Z.clear();
-  curve.longest = 0;
   for (int slot = 0; slot < kStrandSlots; ++slot) {
     const auto at = static_cast<std::size_t>(slot);
     curve.first[at] = static_cast<int>(curve.X.size());
     const int count = store.ThreadCount[at];
     if (count > 0) sampleClosed(&store.point(slot, 0), count, table, curve);
     curve.last[at] = static_cast<int>(curve.X.size()) - 1;
-    curve.longest = std::max(curve.longest, count * samples);
   }
 }
 

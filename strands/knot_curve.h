@@ -17,7 +17,6 @@ struct KnotCurve {
   std::vector<float> X, Y, Z;
   std::array<int, kStrandSlots> first{};  // of each slot
   std::array<int, kStrandSlots> last{};   // inclusive; below first for an unused slot
-  int longest = 0;                        // samples of the longest strand
 
   bool used(int slot) const {
     return last[static_cast<std::size_t>(slot)] > first[static_cast<std::size_t>(slot)];

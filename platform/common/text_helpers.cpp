@@ -108,11 +108,4 @@ InitialName splitInitialName(std::string_view path) {
   return {std::string(folder), isPattern ? std::string() : std::string(name)};
 }
 
-std::string withDefaultExtension(const std::string& path, std::string_view extension) {
-  const std::string_view name = fileNameOf(path);
-  const bool hasOne = name.find('.') != std::string_view::npos && !name.ends_with('.');
-  if (hasOne || extension.empty() || name.empty()) return path;
-  return std::string(path).append(name.ends_with('.') ? "" : ".").append(extension);
-}
-
 }  // namespace lorivan

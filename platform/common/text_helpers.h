@@ -4,7 +4,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lorivan {
 
@@ -39,8 +38,5 @@ struct InitialName {
   std::string folder, name;
 };
 InitialName splitInitialName(std::string_view path);
-
-/// The path, with the extension added when its file name has none.
-std::string withDefaultExtension(const std::string& path, std::string_view extension);
 
 }  // namespace lorivan

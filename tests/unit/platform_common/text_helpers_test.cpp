@@ -45,9 +45,6 @@ TEST(FileNames, FiltersAndInitialNames) {
     EXPECT_EQ(split.folder, c.folder) << c.path;
     EXPECT_EQ(split.name, c.name) << c.path;
   }
-  EXPECT_EQ(withDefaultExtension("/a.b/knot", "qzd"), "/a.b/knot.qzd");
-  EXPECT_EQ(withDefaultExtension("/a/knot.", "qzd"), "/a/knot.qzd");
-  EXPECT_EQ(withDefaultExtension("/a/knot.svg", "qzd"), "/a/knot.svg");
 }
 
 }  // namespace

@@ -24,7 +24,6 @@ KnotCurve ring(int samples) {
   curve.first.fill(0);
   curve.last.fill(-1);
   curve.last[3] = samples - 1;
-  curve.longest = samples;
   return curve;
 }
 
