@@ -25,6 +25,7 @@ std::span<const CommandSpec> commandTable() {
   static const std::vector<std::string> styles = styleTexts();
   static const std::vector<CommandSpec> table = [] {
     std::vector<CommandSpec> specs;
+    specs.reserve(menus::kRows.size());
     for (const CommandRow& row : menus::kRows)
       specs.push_back({row.name, row.menu, row.text, row.shortcut, row.checkable, row.separatorBefore});
     for (CommandId i = kFirstStyle; i <= kLastStyle; ++i)

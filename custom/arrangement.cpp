@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <numeric>
-#include <optional>
 #include <string>
 #include <unordered_map>
 

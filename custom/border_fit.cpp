@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
-#include <numeric>
 #include <utility>
 
 #include "base/numbers.h"
@@ -270,6 +268,7 @@ std::vector<PointI> BorderFit::settle() {
   share_.assign(mesh_.nodes.size(), 1);
   for (bool wholeCells = false;;) {
     std::vector<PointI> at;
+    at.reserve(mesh_.nodes.size());
     for (int node = 0; node < static_cast<int>(mesh_.nodes.size()); ++node) at.push_back(whole(node));
     std::vector<bool> bad = nodesAtFault(at, wholeCells);
     markBorderCrossings(at, bad);

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
-#include <numeric>
 #include <set>
 #include <utility>
 
@@ -175,12 +174,11 @@ class CornerSearch {
  private:
   Hold holdOf(const std::vector<int>& fan) const {
     Hold hold{fan.size(), 0, 0};
-    std::vector<int> all(outline_.sides().size());
-    std::iota(all.begin(), all.end(), 0);
     for (const int cell : fan) {
       hold.sides += shared_[static_cast<std::size_t>(cell)];
       const Spot centre = centreOf(mesh_, mesh_.cells[static_cast<std::size_t>(cell)]);
-      hold.depth += distance(centre, *outline_.nearest(centre, all));
+      const OutlineSide& side = outline_.sides()[static_cast<std::size_t>(outline_.nearestSide(centre))];
+      hold.depth += distance(centre, nearestOn(centre, side.a, side.b));
     }
     return hold;
   }
@@ -188,6 +186,7 @@ class CornerSearch {
   void markWeaker(const std::vector<std::vector<int>>& fans, std::vector<bool>& hanging) const {
     if (fans.size() < 2) return;
     std::vector<Hold> holds;
+    holds.reserve(fans.size());
     for (const auto& fan : fans) holds.push_back(holdOf(fan));
     const Hold firmest = *std::max_element(holds.begin(), holds.end(),
                                            [](const Hold& a, const Hold& b) { return a.weakerThan(b); });
