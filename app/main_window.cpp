@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/numbers.h"
+
 namespace lorivan {
 namespace {
 
@@ -175,6 +177,12 @@ void MainWindow::setApplied(Param p, std::string_view text) {
   setField(p, text);
   field(p).lastApplied = field(p).text.Value();
 }
+
+float MainWindow::number(Param p) const {
+  return static_cast<float>(parseNumber(field(p).text.Value()).value_or(0));
+}
+
+int MainWindow::whole(Param p) const { return toInt32(number(p)); }
 
 Shape MainWindow::shape() const {
   return static_cast<Shape>(std::clamp(window_->selected(controlId("lstType")), 0, kShapeCount - 1));

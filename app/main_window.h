@@ -197,6 +197,9 @@ class MainWindow {
   // Short words for the window (main_window.cpp).
   Field& field(Param p) { return fields_[static_cast<std::size_t>(p)]; }
   const Field& field(Param p) const { return fields_[static_cast<std::size_t>(p)]; }
+  /// As KnotFields::number() and whole().
+  float number(Param p) const;
+  int whole(Param p) const;
   /// Sets a field from code: corrected and shown, no follow-up.
   void setField(Param p, std::string_view text);
   /// The same, and the value counts as acted on.
@@ -335,7 +338,6 @@ class MainWindow {
   bool stop_ = false;                        // asked to end an animation
   AnimatedDrawing* animation_ = nullptr;     // the one that runs
   std::deque<std::function<void()>> deeds_;  // asked for by the user, not done yet
-  bool commandLineLoading_ = false;
   int working_ = 0;
   PointerShape pointer_ = PointerShape::arrow;
 

@@ -78,7 +78,6 @@ void MainWindow::followUp(Param p, const std::string& oldText) {
       vtLight_Changed();
       break;
     case FollowUp::angle:
-    case FollowUp::roll:
       vtAngle_Changed(p);
       break;
     case FollowUp::alignmentGrid:
@@ -139,18 +138,15 @@ void MainWindow::UndoLatest() {
          " again; press Enter in it to apply");
 }
 
-Colour MainWindow::BColor() const {
-  return lorivan::BColor(boxes_,
-                         toInt32(parseNumber(field(Param::PicKnotBackColour).text.Value()).value_or(0)));
-}
+Colour MainWindow::BColor() const { return lorivan::BColor(boxes_, whole(Param::PicKnotBackColour)); }
 
 void MainWindow::colourBackField() {
-  const int index = toInt32(parseNumber(field(Param::PicKnotBackColour).text.Value()).value_or(0));
+  const int index = whole(Param::PicKnotBackColour);
   window_->setColours(fieldControl(Param::PicKnotBackColour), BColor(), textOn(index));
 }
 
 void MainWindow::colourStartField() {
-  const int index = std::abs(toInt32(parseNumber(field(Param::StartColour).text.Value()).value_or(0)));
+  const int index = std::abs(whole(Param::StartColour));
   window_->setColours(fieldControl(Param::StartColour), colours_.display[static_cast<std::size_t>(index)],
                       textOn(index));
 }

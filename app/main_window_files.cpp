@@ -69,10 +69,6 @@ void MainWindow::mnuFileSave_Click() {
 }
 
 void MainWindow::mnuFileLoad_Click() {
-  if (commandLineLoading_) {
-    openFile(options_.knotFile);
-    return;
-  }
   FileDialogSpec dialog;
   dialog.title = "Enter your Lorivan file name";
   dialog.filterLabel = "Lorivan files";

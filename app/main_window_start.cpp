@@ -79,13 +79,10 @@ Status MainWindow::run() {
 }
 
 void MainWindow::onStarted() {
-  if (options_.knotFile.empty()) {
-    if (options_.drawAtStart) cmd2D_Click();
-    return;
-  }
-  commandLineLoading_ = true;
-  mnuFileLoad_Click();
-  commandLineLoading_ = false;
+  if (!options_.knotFile.empty())
+    openFile(options_.knotFile);
+  else if (options_.drawAtStart)
+    cmd2D_Click();
 }
 
 void MainWindow::setCaption(const std::string& file) {

@@ -63,7 +63,7 @@ bool MainWindow::frmLorivan_KeyDown(const KeyEvent& key) {
 }
 
 void MainWindow::vtAngle_Changed(Param angle) {
-  const auto degrees = static_cast<float>(parseNumber(field(angle).text.Value()).value_or(0));
+  const float degrees = number(angle);
   if (angle == Param::Theta) setTheta(solid_.angles, degrees);
   if (angle == Param::Phi) setPhi(solid_.angles, degrees);
   if (angle == Param::Psi) setPsi(solid_.angles, degrees);

@@ -40,7 +40,7 @@ constexpr std::array<ParamSpec, kParamCount> kParameters = {{
      "15", FollowUp::background},
     {"vtTheta", "Theta", "Rotation around Y axis", "0", "360", "0", "0", "", "0", FollowUp::angle},
     {"vtPhi", "Phi", "Rotation around X axis", "0", "360", "0", "0", "", "0", FollowUp::angle},
-    {"vtPsi", "Psi", "Rotation around Z axis", "0", "360", "0", "0", "", "0", FollowUp::roll},
+    {"vtPsi", "Psi", "Rotation around Z axis", "0", "360", "0", "0", "", "0", FollowUp::angle},
     {"vtKa", "Ka", "Ambient light intensity", "0", "1", "0.3", "0.3", "", "0.3", FollowUp::light},
     {"vtKd", "Kd", "Diffuse reflection intensity", "0", "1", "0.9", "0.9", "", "0.9", FollowUp::light},
     {"vtKs", "Ks", "Specular reflectance", "0", "1", "0.5", "0.5", "", "0.5", FollowUp::light},

@@ -32,7 +32,6 @@ enum class FollowUp {
   model,          // the 3-D model is out of date
   light,          // render again
   angle,          // turn the view, render again
-  roll,           // turn the view, render again while the model may be rebuilt
 };
 
 struct ParamSpec {
