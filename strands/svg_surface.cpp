@@ -54,7 +54,7 @@ std::string escaped(std::string_view text) {
 
 }  // namespace
 
-SvgSurface::SvgSurface(int width, int height, double millimetres, std::string title)
+SvgSurface::SvgSurface(int width, int height, double millimetres, const std::string& title)
     : width_(width), height_(height), scale_(millimetres / width), decimals_(millimetres < 20 ? 6 : 3) {
   head_ =
       "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\"";
@@ -81,7 +81,7 @@ void SvgSurface::attribute(std::string_view name, double units) {
   body_ += '"';
 }
 
-void SvgSurface::indent() { body_.append(static_cast<std::size_t>(2 * depth_), ' '); }
+void SvgSurface::indent() { body_.append(2 * static_cast<std::size_t>(depth_), ' '); }
 
 void SvgSurface::clear(Colour background) {
   clearTransparent(background);

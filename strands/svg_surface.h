@@ -19,7 +19,7 @@ struct SvgMotion {
 class SvgSurface final : public Surface {
  public:
   /// A picture `width` units wide and `height` high, `millimetres` wide as printed or cut.
-  SvgSurface(int width, int height, double millimetres, std::string title);
+  SvgSurface(int width, int height, double millimetres, const std::string& title);
 
   int width() const override { return width_; }
   int height() const override { return height_; }
