@@ -30,7 +30,7 @@ void MainWindow::rememberFolder(const std::string& path) {
 std::string MainWindow::chooseSaveFile(FileDialogSpec dialog) {
   const std::string pattern = "*." + lowerCase(dialog.defaultExtension);
   dialog.initialName = folderFor(pattern);
-  const std::string path = window_->chooseFile(dialog);
+  std::string path = window_->chooseFile(dialog);
   if (lowerCase(fileNameOf(path)) == pattern) return {};
   if (!path.empty()) rememberFolder(path);
   return path;

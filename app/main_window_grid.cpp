@@ -50,6 +50,7 @@ void MainWindow::cmdOldGrid_Click() {
 
 void MainWindow::gridShown() {
   knotDrawn_ = false;
+  window_->setText(controlId("txtNPoly"), "");
   enable(controlId("cmd2D"), !knot_.graph.NoGrid);
   enable(controlId("cmd3D"), false);
   enable(controlId("cmd2DView"), false);

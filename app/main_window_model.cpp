@@ -84,8 +84,8 @@ void MainWindow::cmd2DView_Click() {
   // The background may have changed while the other picture was shown.
   if (window_->surface(controlId("picGrid")).background() != BColor()) paintPicture();
   showPicture(Shown::grid);
-  enable(controlId("cmd2DView"), false);
   enable(controlId("cmd3DView"), true);
+  enable(controlId("cmd2DView"), false);
 }
 
 void MainWindow::cmd3DView_Click() {
@@ -93,8 +93,9 @@ void MainWindow::cmd3DView_Click() {
   paintSolid();
   UpdateRotator();
   showPicture(Shown::knot);
+  window_->setText(controlId("txtNPoly"), std::to_string(solid_.model.built().QuadCount));
+  enable(controlId("cmd2DView"), true);  // takes over the focus of the other one
   enable(controlId("cmd3DView"), false);
-  enable(controlId("cmd2DView"), true);
   status(modelSummary());
 }
 

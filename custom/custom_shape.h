@@ -13,7 +13,7 @@ inline constexpr int kMostShapePoints = 2000;
 inline constexpr int kMostShapeLines = 1000;
 inline constexpr float kDeletedSlot = -1.0F;
 
-inline constexpr float kShapeWidth = kReferenceWidth, kShapeHeight = 400;  // of a new surface, units
+inline constexpr float kShapeWidth = kReferenceWidth, kShapeHeight = kReferenceHeight;  // of a new surface, units
 
 /// Slots are numbered from 1; entry 0 of every array is unused. A deleted point has both coordinates -1, a
 /// deleted line both ends -1. Coordinates are units of the shape surface, y downwards; a unit is a pixel of

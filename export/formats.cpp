@@ -70,8 +70,4 @@ std::string formatExtensions() {
   return all;
 }
 
-std::string unknownFormat(std::string_view extension) {
-  return "unknown format '" + std::string(extension) + "': use " + formatExtensions();
-}
-
 }  // namespace lorivan

@@ -1,5 +1,4 @@
-// The one table of file formats. Save dialogs, the list of formats and messages about unknown ones are all
-// computed from it.
+// The one table of file formats. Save dialogs, the list of formats and the usage text are computed from it.
 #pragma once
 
 #include <span>
@@ -46,8 +45,5 @@ std::string formatList();
 
 /// "qzd, svg, ...", each extension once.
 std::string formatExtensions();
-
-/// "unknown format 'abc': use qzd, svg, ...".
-std::string unknownFormat(std::string_view extension);
 
 }  // namespace lorivan

@@ -14,7 +14,6 @@
 namespace lorivan {
 
 inline constexpr double kHalfView = 101;
-inline constexpr int kReferenceWidth = 500;
 
 /// A box in grid units; empty while left > right.
 struct GridBox {

@@ -13,7 +13,6 @@ namespace {
 
 constexpr float kLeastRoll = 0.017453292F;  // one degree; a smaller roll is not applied
 constexpr float kNearest = 0.98F;           // of the eye's distance: what comes nearer is not shown
-constexpr double kReferenceWidth = 500;     // pixels; the margin is one pixel up to this width
 constexpr std::uint8_t kFacing = 1, kReached = 2, kWaiting = 4;  // marks of a quad
 constexpr std::int32_t kUnseen = std::numeric_limits<std::int32_t>::min();
 
@@ -73,7 +72,7 @@ double Renderer::pixelsPerUnit(float minimumCoordinate, PixelBlock target) const
     farX = std::max(farX, std::fabs(p.x));
     farY = std::max(farY, std::fabs(p.y));
   }
-  const double margin = std::max(1.0, target.width / kReferenceWidth);
+  const double margin = std::max(1.0, static_cast<double>(target.width) / kReferenceWidth);
   const auto room = [margin](int size) { return std::max(size / 2.0 - margin, 0.0); };
   double scale = minimumCoordinate < 0 ? target.width / (-static_cast<double>(minimumCoordinate) / 40)
                                        : std::numeric_limits<double>::max();

@@ -17,6 +17,9 @@
 
 namespace lorivan {
 
+/// The size of picture that widths given in pixels refer to: at twice the size everything is twice as wide.
+inline constexpr int kReferenceWidth = 500, kReferenceHeight = 400;
+
 struct PointF {
   float x = 0, y = 0;
 };

@@ -243,4 +243,17 @@ LayoutSize referenceClient(std::span<const ControlSpec> controls, const LayoutMe
   return {std::max(least.width, reference.width), std::max(least.height, reference.height)};
 }
 
+ControlId buttonBeside(std::span<const ControlSpec> controls, ControlId lost,
+                       const std::function<bool(ControlId)>& usable) {
+  const auto count = static_cast<ControlId>(controls.size());
+  const auto isButton = [&](ControlId id) {
+    return id >= 0 && id < count && controls[static_cast<std::size_t>(id)].kind == ControlKind::button;
+  };
+  if (!isButton(lost)) return -1;
+  for (ControlId distance = 1; distance < count; ++distance)
+    for (const ControlId id : {lost - distance, lost + distance})
+      if (isButton(id) && usable(id)) return id;
+  return -1;
+}
+
 }  // namespace lorivan

@@ -31,6 +31,7 @@
 // all on the side panel, and to a row of buttons and a row of groups with 2 lines on the strip.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -42,9 +43,6 @@ namespace lorivan {
 inline constexpr int kSideColumns = 24;
 inline constexpr int kStripColumns = 40;
 inline constexpr int kStripRow = 100;
-
-/// The width of the picture that its drawing widths refer to, and its height.
-inline constexpr int kReferenceWidth = 500, kReferenceHeight = 400;
 
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
@@ -69,6 +67,11 @@ struct FormLayout {
 /// can and what is left over hangs out at the right and at the bottom.
 FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
                          const LayoutMetrics& metrics);
+
+/// The button that the focus goes to when `lost` is disabled: the nearest one in the table that `usable` says
+/// yes to, -1 when there is none or `lost` is no button. An entry would take the arrow keys for itself.
+ControlId buttonBeside(std::span<const ControlSpec> controls, ControlId lost,
+                       const std::function<bool(ControlId)>& usable);
 
 struct LayoutSize {
   int width = 0, height = 0;

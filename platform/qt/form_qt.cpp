@@ -99,7 +99,11 @@ QWidget* FormQt::makeButton(ControlId id) {
     push->setAutoDefault(false);
     button = push;
   }
-  connect(button, &QAbstractButton::clicked, this, [this, id] { events_.clicked(id); });
+  connect(button, &QAbstractButton::clicked, this, [this, id, button] {
+    // A mnemonic leaves the focus in an entry, which would take the arrow keys.
+    if (qobject_cast<QLineEdit*>(focusWidget())) button->setFocus(Qt::ShortcutFocusReason);
+    events_.clicked(id);
+  });
   return button;
 }
 
@@ -129,6 +133,9 @@ QWidget* FormQt::makeField(ControlId id) {
   edit->setText(toQString(spec.caption));
   if (spec.kind == ControlKind::text) {
     edit->setReadOnly(true);
+    QPalette flat = palette();
+    flat.setColor(QPalette::Base, flat.color(QPalette::Window));
+    edit->setPalette(flat);
     edit->setFocusPolicy(Qt::NoFocus);
   } else {
     edit->confirmed = [this, id] { events_.confirmed(id); };
@@ -222,6 +229,12 @@ bool FormQt::postpone(NumberEdit& left) {
 void FormQt::confirmPending() {
   if (NumberEdit* const left = std::exchange(left_, nullptr)) left->confirm();
   if (auto* edit = dynamic_cast<NumberEdit*>(focusWidget()); edit && edit->hasFocus()) edit->confirmPending();
+}
+
+void FormQt::passFocusOn(ControlId control) {
+  if (!widget(control)->hasFocus()) return;
+  const auto usable = [this](ControlId id) { return widget(id)->isEnabled() && widget(id)->isVisible(); };
+  if (const ControlId next = buttonBeside(controls_, control, usable); next >= 0) widget(next)->setFocus();
 }
 
 void FormQt::showDrawn() {

@@ -42,6 +42,8 @@ class FormQt final : public QWidget {
   /// Tells that an entry is confirmed: one that was left, or the one with the focus when something waits in
   /// it.
   void confirmPending();
+  /// Before a control is disabled: a button hands its focus to the next one.
+  void passFocusOn(ControlId control);
   /// Has pictures painted that were drawn on.
   void showDrawn();
   /// Places everything anew, in device pixels of the screen that the form is on.

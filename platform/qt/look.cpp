@@ -10,6 +10,7 @@
 #include <QProxyStyle>
 #include <QScreen>
 #include <QStyleFactory>
+#include <QStyleOptionButton>
 #include <algorithm>
 
 /// Outside of any namespace, as the resource compiler wants it: a static library's resources are not found
@@ -94,6 +95,18 @@ class Style final : public QProxyStyle {
                 QStyleHintReturn* more) const override {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_ComboBox_Popup) return 0;
     return QProxyStyle::styleHint(hint, option, widget, more);
+  }
+  /// Boxes and radios take their border from the window's colour, a little darker: on a dark one it is not
+  /// seen.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const bool indicator = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+    const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
+    if (!indicator || !button || button->palette.color(QPalette::Window).lightness() >= 128)
+      return QProxyStyle::drawPrimitive(element, option, painter, widget);
+    QStyleOptionButton bright = *button;
+    bright.palette.setColor(QPalette::Window, button->palette.color(QPalette::PlaceholderText).lighter(130));
+    QProxyStyle::drawPrimitive(element, &bright, painter, widget);
   }
 };
 

@@ -324,6 +324,7 @@ void WindowQt::select(ControlId list, int index) {
 
 void WindowQt::setEnabled(ControlId control, bool on) {
   ++quiet_;
+  if (!on) form_->passFocusOn(control);
   form_->widget(control)->setEnabled(on);
   --quiet_;
 }

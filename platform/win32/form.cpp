@@ -247,7 +247,9 @@ void Form::showState(ControlId control) {
   const bool on = enabled(control), seen = shown(control);
   if (GetFocus() == window && !(on && seen)) {
     // The focus must not stay on a control that takes no keys.
-    const HWND next = GetNextDlgTabItem(parent_, window, FALSE);
+    const auto usable = [this](ControlId id) { return enabled(id) && shown(id); };
+    const ControlId beside = buttonBeside(specs_, control, usable);
+    const HWND next = beside >= 0 ? handle(beside) : GetNextDlgTabItem(parent_, window, FALSE);
     movingFocus_ = true;
     SetFocus(next != nullptr && next != window ? next : parent_);
     movingFocus_ = false;

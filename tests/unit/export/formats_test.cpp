@@ -16,6 +16,8 @@ TEST(Formats, EveryRowIsReachableAndListedOnce) {
     const DxfKind dxf = format.identifier == "dxf2d" ? DxfKind::flat : DxfKind::faces;
     EXPECT_EQ(findFormat(format.extension, dxf), &format);
   }
+  const std::string list = formatList();
+  EXPECT_EQ(list.find("dxf  "), list.rfind("dxf  "));
   EXPECT_EQ(findFormat("", DxfKind::faces), nullptr);
   EXPECT_NE(findFormat("dxf", DxfKind::faces)->write, findFormat("DXF", DxfKind::flat)->write);
   const char* saved[] = {"", "pov", "wrl", "obj", "dxf", "stl", "gmv", "xyz", ""};
