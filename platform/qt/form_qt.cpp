@@ -244,12 +244,20 @@ void FormQt::showDrawn() {
 
 double FormQt::scaling() const { return devicePixelRatioF() * logicalDpiX() / 96.0; }
 
-LayoutMetrics FormQt::metrics() const {
-  const QFontMetricsF font(this->font());
+LayoutMetrics FormQt::metrics(const QFont& font) const {
+  const QFontMetricsF size(font);
   const double ratio = devicePixelRatioF();
-  return {.lineHeight = static_cast<int>(std::ceil(font.height() * ratio)),
-          .scale = scaling(),
-          .digitWidth = static_cast<int>(std::ceil(font.horizontalAdvance(QLatin1Char('0')) * ratio))};
+  return {.lineHeight = static_cast<int>(std::ceil(size.height() * ratio)),
+          .scale = scaling() * font.pixelSize() / QApplication::font().pixelSize(),
+          .digitWidth = static_cast<int>(std::ceil(size.horizontalAdvance(QLatin1Char('0')) * ratio))};
+}
+
+/// In whole pixels, so that it changes in few steps while the window is resized.
+void FormQt::fitFont(int clientWidth, int clientHeight) {
+  QFont font = QApplication::font();
+  const double factor = panelFactor(controls_, clientWidth, clientHeight, metrics(font));
+  font.setPixelSize(qRound(font.pixelSize() * factor));
+  if (font != this->font()) setFont(font);
 }
 
 QSize FormQt::toLogical(LayoutSize size) const {
@@ -257,8 +265,12 @@ QSize FormQt::toLogical(LayoutSize size) const {
   return {static_cast<int>(std::ceil(size.width / ratio)), static_cast<int>(std::ceil(size.height / ratio))};
 }
 
-QSize FormQt::minimumClientSize() const { return toLogical(minimumClient(controls_, metrics())); }
-QSize FormQt::referenceClientSize() const { return toLogical(referenceClient(controls_, metrics())); }
+QSize FormQt::minimumClientSize() const {
+  return toLogical(minimumClient(controls_, metrics(QApplication::font())));
+}
+QSize FormQt::referenceClientSize() const {
+  return toLogical(referenceClient(controls_, metrics(QApplication::font())));
+}
 
 void FormQt::place() {
   const double ratio = devicePixelRatioF();
@@ -267,8 +279,10 @@ void FormQt::place() {
     return QRect(left, top, qRound((r.left + r.width) / ratio) - left,
                  qRound((r.top + r.height) / ratio) - top);
   };
-  const FormLayout layout = computeLayout(controls_, static_cast<int>(width() * ratio),
-                                          static_cast<int>(height() * ratio), metrics());
+  const int clientWidth = static_cast<int>(width() * ratio);
+  const int clientHeight = static_cast<int>(height() * ratio);
+  fitFont(clientWidth, clientHeight);
+  const FormLayout layout = computeLayout(controls_, clientWidth, clientHeight, metrics(font()));
   pictureFrame_ = logical(layout.picture);
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     const LayoutRect& rect = layout.controls[i];
