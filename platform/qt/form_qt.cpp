@@ -242,7 +242,7 @@ void FormQt::showDrawn() {
     if (auto* view = dynamic_cast<PictureView*>(w)) view->showDrawn();
 }
 
-double FormQt::scaling() const { return devicePixelRatioF() * logicalDpiX() / 96.0; }
+double FormQt::scaling() const { return devicePixelRatioF(); }
 
 LayoutMetrics FormQt::metrics(const QFont& font) const {
   const QFontMetricsF size(font);
@@ -283,13 +283,18 @@ void FormQt::place() {
   const int clientHeight = static_cast<int>(height() * ratio);
   fitFont(clientWidth, clientHeight);
   const FormLayout layout = computeLayout(controls_, clientWidth, clientHeight, metrics(font()));
-  pictureFrame_ = logical(layout.picture);
+  // No larger than the surface: with a ratio of 1.5 a rounded width can take in one more pixel.
+  const auto covered = [&](const LayoutRect& r) {
+    return QRect(logical(r).topLeft(),
+                 QSize(static_cast<int>(r.width / ratio), static_cast<int>(r.height / ratio)));
+  };
+  pictureFrame_ = covered(layout.picture);
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     const LayoutRect& rect = layout.controls[i];
-    widgets_[i]->setGeometry(logical(rect));
     if (auto* frame = dynamic_cast<GroupFrame*>(widgets_[i]))
       frame->setTitleHeight(qRound(layout.titleHeight / ratio));
     auto* const view = dynamic_cast<PictureView*>(widgets_[i]);
+    widgets_[i]->setGeometry(view ? covered(rect) : logical(rect));
     if (view && !rect.isEmpty() && view->resizeSurface(rect.width, rect.height))
       events_.resized(static_cast<ControlId>(i));
   }
