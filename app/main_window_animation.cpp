@@ -94,12 +94,14 @@ void MainWindow::act(std::function<void()> deed) {
 }
 
 void MainWindow::userConfirmed(Param p) {
-  const Field& f = field(p);
+  Field& f = field(p);
   const bool isNew = window_->text(fieldControl(p)) != f.text.Value() || f.text.Value() != f.lastApplied;
   if (p == Param::Animate && animation_ != nullptr)
     fieldConfirmed(p);
   else if (isNew || working_ == 0)
     act([this, p] { fieldConfirmed(p); });
+  else
+    f.typed.clear();
 }
 
 void MainWindow::userMoved(ControlId picture, const MouseEvent& event) {

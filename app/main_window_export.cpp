@@ -78,6 +78,8 @@ Status MainWindow::writeModel(const ExportFormat& format, const TubeModel& model
       status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(percent) + " %");
   };
   const Status made = writeModelFile(format, platform_, knot_, knotFields(), model, {{}, progress}, **sink);
+  // It knows why bytes were refused, the writer does not.
+  if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;
 }
 

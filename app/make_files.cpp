@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <new>
 #include <optional>
 
 #include "app/custom_grid.h"
@@ -20,7 +21,8 @@
 namespace lorivan {
 namespace {
 
-/// One run. Every step returns an exit status; the first that is not kDone ends the run.
+/// One run. Every step returns an exit status; the first that is not kDone ends the run. Files that were not
+/// committed vanish with it.
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
@@ -170,10 +172,10 @@ int FileMaker::trace() {
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(kBadOutput, sink.error().message);
-  const ExportFormat& format = *outputFormat(name, fields_);
-  if (const Status made = makeOutput(format, job, **sink); !made)
-    return fail(made.error().ofKnot ? kNoKnot : kBadOutput, name + ": " + made.error().message);
-  return keep(std::move(*sink));
+  const Status made = makeOutput(*outputFormat(name, fields_), job, **sink);
+  if (const int status = keep(std::move(*sink)); status != kDone) return status;
+  if (made) return kDone;
+  return fail(made.error().ofKnot ? kNoKnot : kBadOutput, name + ": " + made.error().message);
 }
 
 int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
@@ -197,7 +199,8 @@ int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
   return kDone;
 }
 
-/// The file is complete under its temporary name; it gets its own when all are.
+/// The file is complete under its temporary name; it gets its own when all are. The error tells why bytes
+/// were refused, which their writer does not know.
 int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   if (const Status closed = sink->close(); !closed) return fail(kBadOutput, closed.error().message);
   sinks_.push_back(std::move(sink));
@@ -254,7 +257,12 @@ int FileMaker::run() {
 }  // namespace
 
 int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
-  return FileMaker(platform, line, errors).run();
+  try {
+    return FileMaker(platform, line, errors).run();
+  } catch (const std::bad_alloc&) {
+    errors << "lorivan: there is not enough memory for these outputs\n";
+    return kBadOutput;
+  }
 }
 
 }  // namespace lorivan

@@ -117,7 +117,7 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   if (format.kind == FormatKind::model) {
     const auto model = job.model->get(job.knot, job.fields, job.colours, format.sides);
-    if (!model) return Error{model.error().message, true};
+    if (!model) return model.error();
     if ((*model)->QuadCount == 0) return Error{"the knot has no strands that a model could be made of", true};
     return writeModelFile(format, job.platform, job.knot, job.fields, **model,
                           {job.millimetres, job.progress}, sink);

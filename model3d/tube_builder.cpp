@@ -233,7 +233,7 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
     out.clear();
     return {};
   }
-  if (polygonBudget(strands, corrected) > kMostQuads) return Error{std::string(kTooManyPolygonsBudget)};
+  if (polygonBudget(strands, corrected) > kMostQuads) return Error{std::string(kTooManyPolygonsBudget), true};
 
   out.clear();
   out.sides = corrected.polySides;
@@ -249,7 +249,7 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
 
 Status sweepTube(TubeModel& model) {
   const auto quads = static_cast<std::int64_t>(model.centres.size()) * model.sides;
-  if (quads > kMostQuads) return Error{std::string(kTooManyPolygonsBuild)};
+  if (quads > kMostQuads) return Error{std::string(kTooManyPolygonsBuild), true};
   const std::vector<Turn> turns = turnsOf(model.sides);
   model.vertices.resize(static_cast<std::size_t>(quads));
   model.QuadCount = static_cast<int>(quads);

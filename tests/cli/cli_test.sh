@@ -114,16 +114,19 @@ CASES
 printf '20,0\r\n30,2,2\r\n' >star.qzd
 for ((i = 0; i < 14; ++i)); do printf '0,0,%d,50,0,25,1,0\r\n' "$((i * 5))" >>star.qzd; done
 expect 4 "Sorry, this knot has too many lines connected to a single point" star.qzd -o never.svg
+expect 4 "too many polygons" --set vtXNo=20 --set vtPolySides=200 --set vtPolyPoints=50 --view 3d -o never.png
 
 # What cannot be written: status 5, the old file as it was, and no scraps.
 echo old >old.svg
-ln -s /dev/full full.png
-expect 5 "cannot write /dev/full" --shape Star -o old.svg -o full.png
+ln -s /dev/full full.stl
+expect 5 "cannot write /dev/full" --shape Star -o old.svg -o full.stl
 [[ $(cat old.svg) == old ]] || fault "an output was replaced although another failed"
 expect 5 "cannot write no/such/x.svg" -o no/such/x.svg
 mkdir folder.svg
 expect 5 "it is a folder" -o folder.svg
 expect 5 "too large" --width 2000000000 -o huge.png
+(ulimit -v 1500000 && faults=0 && expect 5 "not enough memory" -o old.svg --width 15000 -o huge.bmp; exit "$faults") ||
+  faults=$((faults + 1))
 [[ -z $(find . -name '*.part') ]] || fault "scraps were left: $(find . -name '*.part')"
 
 # Rights do not bind root: these are tried as somebody else.

@@ -93,6 +93,9 @@ TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
   EXPECT_EQ(platform.help().pages.size(), 1U);
   ASSERT_NE(platform.clipboard().picture, nullptr);
   EXPECT_EQ(platform.clipboard().picture->width(), 500);
+  enter(Param::Width, "9");
+  EXPECT_EQ(w->status().find("became"), std::string::npos)
+      << "a field only gone through keeps no text for later";
 }
 
 TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
