@@ -12,7 +12,7 @@ constexpr ControlId kSheet = controlId("picShape");
 constexpr Colour kPaper = 0xFFFFFF;
 constexpr Colour kFrameColour = makeColour(225, 225, 225);
 constexpr std::string_view kHint =
-    "Drag to draw points and lines, drag with the right button to move a point, click a point to delete it";
+    "Drag to set a point, drag from a point to draw a line; the right button moves, a click deletes a point";
 
 std::string counted(int n, const std::string& what) {
   return std::to_string(n) + ' ' + what + (n == 1 ? "" : "s");
@@ -132,6 +132,7 @@ std::string MainWindow::shapeSummary() const {
   }
   if (points == 0) return std::string(kHint);
   const std::string counts = "Shape: " + counted(points, "point") + ", " + counted(lines, "line");
+  if (lines == 0) return counts + ": drag from a point to draw a line";
   if (looseEnds > 0) return counts + ", " + counted(looseEnds, "loose end");
   return lines > 2 ? counts + ", closed: AutoGrid in the Shape menu fills it" : counts;
 }

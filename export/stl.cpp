@@ -10,7 +10,8 @@ namespace {
 
 constexpr std::size_t kTriangleRoom = 96 + 12 * kMostDigits;
 
-/// Unit normal of a triangle in thousandths; zero for a triangle without area.
+/// Unit normal of a triangle in thousandths; zero for a triangle without area. Divided before it is made
+/// thousandths: a normal along an axis is then 1.000 and not 0.999.
 MeshPoint normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
     return static_cast<double>(to) - static_cast<double>(from);
@@ -20,9 +21,8 @@ MeshPoint normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const double nx = uy * vz - uz * vy, ny = uz * vx - ux * vz, nz = ux * vy - uy * vx;
   const double length = std::sqrt(nx * nx + ny * ny + nz * nz);
   if (length == 0) return {};
-  const double thousand = 1000 / length;
-  return {static_cast<std::int32_t>(nx * thousand), static_cast<std::int32_t>(ny * thousand),
-          static_cast<std::int32_t>(nz * thousand)};
+  const auto part = [length](double n) { return static_cast<std::int32_t>(n / length * 1000); };
+  return {part(nx), part(ny), part(nz)};
 }
 
 char* putTriple(char* at, const MeshPoint& p) {

@@ -12,6 +12,7 @@ namespace {
 struct Measures {
   int margin;    // around the parts of the window
   int between;   // between groups
+  int sideGap;   // between the groups of the side panel, wider where there is room
   int padding;   // inside a group's frame
   int gap;       // between neighbouring controls
   int title;     // of a group
@@ -24,6 +25,7 @@ Measures measuresOf(const LayoutMetrics& metrics) {
   const auto scaled = [&](double pixels) { return static_cast<int>(std::lround(pixels * metrics.scale)); };
   return {.margin = scaled(6),
           .between = scaled(4),
+          .sideGap = scaled(4),
           .padding = scaled(6),
           .gap = std::max(2, scaled(2)),
           .title = metrics.lineHeight + scaled(3),
@@ -59,17 +61,18 @@ int itemHeight(std::span<const ControlSpec> controls, const ControlSpec& item, c
 
 /// One of the two panels: the heights of its rows that hold something.
 struct Panel {
+  int gap = 0;  // between them
   std::map<int, int> heights;
 
-  int height(const Measures& m) const {
+  int height() const {
     int sum = 0;
-    for (const auto& [row, tall] : heights) sum += tall + (sum > 0 ? m.between : 0);
+    for (const auto& [row, tall] : heights) sum += tall + (sum > 0 ? gap : 0);
     return sum;
   }
-  int topOf(int row, const Measures& m) const {
+  int topOf(int row) const {
     int top = 0;
     for (const auto& [other, tall] : heights)
-      if (other < row) top += tall + m.between;
+      if (other < row) top += tall + gap;
     return top;
   }
 };
@@ -79,7 +82,7 @@ struct Panels {
 };
 
 Panels panelsOf(std::span<const ControlSpec> controls, const Measures& m) {
-  Panels panels;
+  Panels panels{{m.sideGap, {}}, {m.between, {}}};
   for (const ControlSpec& control : controls) {
     if (!isPanelItem(control)) continue;
     Panel& panel = control.place.row < kStripRow ? panels.side : panels.strip;
@@ -91,8 +94,14 @@ Panels panelsOf(std::span<const ControlSpec> controls, const Measures& m) {
 
 /// Height of the strip with the distance to the picture above it.
 int stripHeight(const Panels& panels, const Measures& m) {
-  const int height = panels.strip.height(m);
+  const int height = panels.strip.height();
   return height > 0 ? height + m.margin : 0;
+}
+
+/// Moves the groups of a side panel with room to spare apart, up to four times the usual distance.
+void spreadGroups(const Panels& panels, int room, Measures& m) {
+  const int gaps = std::max(1, static_cast<int>(panels.side.heights.size()) - 1);
+  m.sideGap += std::clamp((room - panels.side.height()) / gaps, 0, 3 * m.between);
 }
 
 /// Lines as tall as the height allows without taking from a picture of the reference size.
@@ -103,7 +112,8 @@ void stretchLines(std::span<const ControlSpec> controls, int clientHeight, doubl
                                room - stripHeight(panelsOf(controls, m), m));
   for (m.line = m.lineMost; m.line > least; --m.line) {
     const Panels panels = panelsOf(controls, m);
-    if (panels.side.height(m) <= room && stripHeight(panels, m) + picture <= room) return;
+    if (panels.side.height() <= room && stripHeight(panels, m) + picture <= room)
+      return spreadGroups(panels, room, m);
   }
 }
 
@@ -138,7 +148,7 @@ class Placer {
       const ControlSpec& control = controls_[i];
       const CellPlace& place = control.place;
       if (!isPanelItem(control) || (place.row >= kStripRow) != isStrip) continue;
-      const LayoutRect row{area.left, area.top + panel.topOf(place.row, m_), area.width,
+      const LayoutRect row{area.left, area.top + panel.topOf(place.row), area.width,
                            panel.heights.at(place.row)};
       layout_.controls[i] = cells(row, place.column, place.columns, columns, m_.between);
       if (control.kind == ControlKind::group) placeGroup(control, layout_.controls[i]);
@@ -196,7 +206,7 @@ LayoutSize clientFor(std::span<const ControlSpec> controls, const LayoutMetrics&
   };
   const int side = leastSideWidth(panels, m);
   return {picture(kReferenceWidth) + 2 * m.margin + (side > 0 ? side + m.margin : 0),
-          std::max(picture(kReferenceHeight) + stripHeight(panels, m), panels.side.height(m)) + 2 * m.margin};
+          std::max(picture(kReferenceHeight) + stripHeight(panels, m), panels.side.height()) + 2 * m.margin};
 }
 
 }  // namespace
@@ -215,14 +225,14 @@ FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth,
   Placer placer(controls, m);
   const LayoutRect picture = fitPicture({m.margin, m.margin, leftWidth, tall});
   placer.placePictures(picture);
-  placer.placePanel(panels.side, {m.margin + leftWidth + m.margin, m.margin, side, panels.side.height(m)},
+  placer.placePanel(panels.side, {m.margin + leftWidth + m.margin, m.margin, side, panels.side.height()},
                     kSideColumns, false);
   const int stripLeast = leastStripWidth(panels, m);
   const int stripWidth = std::clamp(picture.width, stripLeast, std::max(stripLeast, leftWidth));
   const int stripLeft = m.margin + std::max(0, (leftWidth - stripWidth) / 2);
   placer.placePanel(
       panels.strip,
-      {stripLeft, clientHeight - m.margin - panels.strip.height(m), stripWidth, panels.strip.height(m)},
+      {stripLeft, clientHeight - m.margin - panels.strip.height(), stripWidth, panels.strip.height()},
       kStripColumns, true);
   return placer.take();
 }
@@ -241,6 +251,14 @@ LayoutSize referenceClient(std::span<const ControlSpec> controls, const LayoutMe
   const LayoutSize least = minimumClient(controls, metrics);
   const LayoutSize reference = clientFor(controls, metrics, 1);
   return {std::max(least.width, reference.width), std::max(least.height, reference.height)};
+}
+
+double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
+                   const LayoutMetrics& metrics) {
+  constexpr double kRoomy = 1.7, kMost = 1.4;  // up to that many reference sizes nothing is enlarged
+  const LayoutSize reference = referenceClient(controls, metrics);
+  const double times = std::min(1.0 * clientWidth / reference.width, 1.0 * clientHeight / reference.height);
+  return std::clamp(times / kRoomy, 1.0, kMost);
 }
 
 ControlId buttonBeside(std::span<const ControlSpec> controls, ControlId lost,

@@ -81,4 +81,9 @@ LayoutSize minimumClient(std::span<const ControlSpec> controls, const LayoutMetr
 /// The client area for a picture of the reference size, times the scale, with the panels at their smallest.
 LayoutSize referenceClient(std::span<const ControlSpec> controls, const LayoutMetrics& metrics);
 
+/// What a window much larger than the reference size multiplies its font and its scale with, so that the
+/// panels grow with the picture: 1 to 1.4. `metrics` are those of the unmultiplied font.
+double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
+                   const LayoutMetrics& metrics);
+
 }  // namespace lorivan

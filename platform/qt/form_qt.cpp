@@ -242,14 +242,22 @@ void FormQt::showDrawn() {
     if (auto* view = dynamic_cast<PictureView*>(w)) view->showDrawn();
 }
 
-double FormQt::scaling() const { return devicePixelRatioF() * logicalDpiX() / 96.0; }
+double FormQt::scaling() const { return devicePixelRatioF(); }
 
-LayoutMetrics FormQt::metrics() const {
-  const QFontMetricsF font(this->font());
+LayoutMetrics FormQt::metrics(const QFont& font) const {
+  const QFontMetricsF size(font);
   const double ratio = devicePixelRatioF();
-  return {.lineHeight = static_cast<int>(std::ceil(font.height() * ratio)),
-          .scale = scaling(),
-          .digitWidth = static_cast<int>(std::ceil(font.horizontalAdvance(QLatin1Char('0')) * ratio))};
+  return {.lineHeight = static_cast<int>(std::ceil(size.height() * ratio)),
+          .scale = scaling() * font.pixelSize() / QApplication::font().pixelSize(),
+          .digitWidth = static_cast<int>(std::ceil(size.horizontalAdvance(QLatin1Char('0')) * ratio))};
+}
+
+/// In whole pixels, so that it changes in few steps while the window is resized.
+void FormQt::fitFont(int clientWidth, int clientHeight) {
+  QFont font = QApplication::font();
+  const double factor = panelFactor(controls_, clientWidth, clientHeight, metrics(font));
+  font.setPixelSize(qRound(font.pixelSize() * factor));
+  if (font != this->font()) setFont(font);
 }
 
 QSize FormQt::toLogical(LayoutSize size) const {
@@ -257,8 +265,12 @@ QSize FormQt::toLogical(LayoutSize size) const {
   return {static_cast<int>(std::ceil(size.width / ratio)), static_cast<int>(std::ceil(size.height / ratio))};
 }
 
-QSize FormQt::minimumClientSize() const { return toLogical(minimumClient(controls_, metrics())); }
-QSize FormQt::referenceClientSize() const { return toLogical(referenceClient(controls_, metrics())); }
+QSize FormQt::minimumClientSize() const {
+  return toLogical(minimumClient(controls_, metrics(QApplication::font())));
+}
+QSize FormQt::referenceClientSize() const {
+  return toLogical(referenceClient(controls_, metrics(QApplication::font())));
+}
 
 void FormQt::place() {
   const double ratio = devicePixelRatioF();
@@ -267,15 +279,22 @@ void FormQt::place() {
     return QRect(left, top, qRound((r.left + r.width) / ratio) - left,
                  qRound((r.top + r.height) / ratio) - top);
   };
-  const FormLayout layout = computeLayout(controls_, static_cast<int>(width() * ratio),
-                                          static_cast<int>(height() * ratio), metrics());
-  pictureFrame_ = logical(layout.picture);
+  const int clientWidth = static_cast<int>(width() * ratio);
+  const int clientHeight = static_cast<int>(height() * ratio);
+  fitFont(clientWidth, clientHeight);
+  const FormLayout layout = computeLayout(controls_, clientWidth, clientHeight, metrics(font()));
+  // No larger than the surface: with a ratio of 1.5 a rounded width can take in one more pixel.
+  const auto covered = [&](const LayoutRect& r) {
+    return QRect(logical(r).topLeft(),
+                 QSize(static_cast<int>(r.width / ratio), static_cast<int>(r.height / ratio)));
+  };
+  pictureFrame_ = covered(layout.picture);
   for (std::size_t i = 0; i < widgets_.size(); ++i) {
     const LayoutRect& rect = layout.controls[i];
-    widgets_[i]->setGeometry(logical(rect));
     if (auto* frame = dynamic_cast<GroupFrame*>(widgets_[i]))
       frame->setTitleHeight(qRound(layout.titleHeight / ratio));
     auto* const view = dynamic_cast<PictureView*>(widgets_[i]);
+    widgets_[i]->setGeometry(view ? covered(rect) : logical(rect));
     if (view && !rect.isEmpty() && view->resizeSurface(rect.width, rect.height))
       events_.resized(static_cast<ControlId>(i));
   }

@@ -64,7 +64,8 @@ class FormQt final : public QWidget {
   QWidget* makeField(ControlId id);
   QWidget* makeLabel(ControlId id);
   void connectLabels();
-  LayoutMetrics metrics() const;
+  LayoutMetrics metrics(const QFont& font) const;
+  void fitFont(int clientWidth, int clientHeight);
   QSize toLogical(LayoutSize size) const;
   bool postpone(NumberEdit& left);
   bool isForEntry(const QObject* watched, int key) const;

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QStyleFactory>
 #include <QStyleOptionButton>
+#include <QWidget>
 #include <algorithm>
 
 /// Outside of any namespace, as the resource compiler wants it: a static library's resources are not found
@@ -79,11 +80,13 @@ bool isDesktopDark() {
 
 /// The system's font, in a size at which the whole form fits the screen.
 QFont fittingFont(QFont font) {
+  constexpr int kLeast = 11;
   const QScreen* const screen = QApplication::primaryScreen();
-  const bool small =
-      screen && (screen->availableSize().width() < 1000 || screen->availableSize().height() < 680);
-  const int system = font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96 / 72);
-  font.setPixelSize(small ? 11 : std::clamp(system, 12, 13));
+  const QSize room = screen ? screen->availableSize() : QSize(1280, 800);
+  const double dpi = screen ? screen->logicalDotsPerInchY() : 96;
+  const int system = font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * dpi / 72);
+  const int most = std::max(kLeast, std::min(room.width() / 72, room.height() / 50));
+  font.setPixelSize(std::min(std::max(system, 12), most));
   return font;
 }
 
@@ -95,6 +98,13 @@ class Style final : public QProxyStyle {
                 QStyleHintReturn* more) const override {
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons || hint == SH_ComboBox_Popup) return 0;
     return QProxyStyle::styleHint(hint, option, widget, more);
+  }
+  /// Boxes and radios are as large as their texts.
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    const bool indicator = metric == PM_IndicatorWidth || metric == PM_IndicatorHeight ||
+                           metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight;
+    return indicator && widget ? std::max(usual, widget->fontMetrics().ascent() + 1) : usual;
   }
   /// Boxes and radios take their border from the window's colour, a little darker: on a dark one it is not
   /// seen.

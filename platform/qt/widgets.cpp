@@ -91,6 +91,8 @@ void NumberEdit::keyPressEvent(QKeyEvent* event) {
   }
   const bool isModifier =
       event->key() == Qt::Key_Shift || event->key() == Qt::Key_Control || event->key() == Qt::Key_Alt;
+  // The mnemonic of a button that is disabled just now must not type its letter.
+  if (event->modifiers() == Qt::AltModifier && !event->text().isEmpty()) return event->ignore();
   if (!isModifier) selectedByUs_ = false;
   QLineEdit::keyPressEvent(event);
 }

@@ -165,7 +165,8 @@ void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutM
   switch (kind(control)) {
     case ControlKind::number:
     case ControlKind::text:
-      place = centred(rect, metrics.lineHeight + scaled(7, metrics));
+      // An entry keeps its line at its top: any taller, and the text stands above that of its label.
+      place = centred(rect, metrics.lineHeight + 2 * GetSystemMetrics(SM_CYEDGE) + 2);
       break;
     case ControlKind::list: {
       // The height given to a drop-down list is that of its open list; its own follows from its lines.

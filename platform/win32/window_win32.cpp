@@ -1,6 +1,7 @@
 #include "platform/win32/window_win32.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/win32/checked.h"
 #include "platform/win32/dpi.h"
@@ -206,10 +207,29 @@ void WindowWin32::sized(WPARAM how) {
   SendMessageW(status_, WM_SIZE, 0, 0);
   RECT client{};
   GetClientRect(window_, &client);
-  const int height = static_cast<int>(client.bottom) - heightOf(status_);
-  for (const ControlId picture :
-       form_.place(static_cast<int>(client.right), std::max(1, height), font_.get(), metrics_))
+  const int width = static_cast<int>(client.right);
+  const int height = std::max(1, static_cast<int>(client.bottom) - heightOf(status_));
+  const OwnedFont former = fitFormFont(width, height);  // the controls hold it until they are placed
+  for (const ControlId picture : form_.place(width, height, formFont_.get(), formMetrics_))
     if (shown_) tell(events_.resized, picture);
+}
+
+/// Returns the font that is no longer needed. Changes in whole pixels, so in few steps while the window is
+/// resized.
+OwnedFont WindowWin32::fitFormFont(int clientWidth, int clientHeight) {
+  LOGFONTW font{};
+  GetObjectW(font_.get(), sizeof font, &font);
+  const LONG usual = font.lfHeight;
+  const double factor = panelFactor(form_.specs(), clientWidth, clientHeight, metrics_);
+  font.lfHeight = static_cast<LONG>(std::lround(usual * factor));
+  if (formFont_ && font.lfHeight == formFontHeight_) return {};
+  OwnedFont made(CreateFontIndirectW(&font));
+  if (!made) return {};
+  formFontHeight_ = font.lfHeight;
+  const FontSize size = sizeOf(window_, made.get());
+  formMetrics_ = {size.lineHeight, metrics_.scale * font.lfHeight / usual, size.digitWidth};
+  std::swap(formFont_, made);
+  return made;
 }
 
 void WindowWin32::limitSize(MINMAXINFO& limits) const {
@@ -227,8 +247,8 @@ void WindowWin32::takeFont() {
   metrics_.lineHeight = size.lineHeight;
   metrics_.digitWidth = size.digitWidth;
   SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
-  // The controls still hold the former font, which must outlive that.
-  std::swap(font_, font);
+  font_ = std::move(font);
+  formFontHeight_ = 0;  // another face or density
   sized(SIZE_RESTORED);
 }
 

@@ -78,6 +78,7 @@ class WindowWin32 final : public Window {
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM argument);
   LRESULT handle(UINT message, WPARAM wide, LPARAM argument);
   void sized(WPARAM how);
+  OwnedFont fitFormFont(int clientWidth, int clientHeight);
   void limitSize(MINMAXINFO& limits) const;
   void densityChanged(const RECT& proposal);
   void takeFont();
@@ -121,6 +122,9 @@ class WindowWin32 final : public Window {
   HWND lastFocus_ = nullptr;  // gets the focus back when the window becomes active
   OwnedFont font_;
   LayoutMetrics metrics_;
+  OwnedFont formFont_;  // the same, larger in a large window
+  LONG formFontHeight_ = 0;
+  LayoutMetrics formMetrics_;
   ControlId leftEntry_ = -1;  // left, but not confirmed yet
   bool shown_ = false, closed_ = false, busy_ = false, askingToClose_ = false;
 };

@@ -94,6 +94,16 @@ TEST(Writers, TextsAreExact) {
   }
 }
 
+TEST(Writers, StlNormalsAlongAnAxisAreWhole) {
+  SampleKnot knot = smallTube();
+  for (const std::size_t corner : {3U, 4U, 5U}) {
+    knot.model.vertices[corner] = knot.model.vertices[corner - 3];
+    knot.model.vertices[corner].y = 2.9F;
+  }
+  EXPECT_NE(written(*findFormat("stl", DxfKind::faces), knot.scene()).find("facet normal -1.000 0.000 0.000"),
+            std::string::npos);
+}
+
 template <class Use>
 void forEachWriter(Use&& use) {
   for (const ExportFormat& format : exportFormats())

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "app/form_table.h"
 
@@ -61,6 +62,22 @@ TEST(Layout, IsTidyFromTheSmallestSizeToLargeScreens) {
     expectTidy(least.width + 301, least.height + 7, metrics);
     expectTidy(least.width + 13, least.height + 500, metrics);
     expectTidy(2560, 1370, metrics);
+  }
+}
+
+TEST(Layout, StaysTidyWithThePanelsGrownInALargeWindow) {
+  const LayoutMetrics base{15, 1, 8};
+  const LayoutSize reference = referenceClient(kForm, base);
+  double before = 1;
+  for (const double times : {1.0, 1.7, 2.0, 3.0, 5.0}) {
+    const int width = static_cast<int>(reference.width * times);
+    const int height = static_cast<int>(reference.height * times);
+    const double factor = panelFactor(kForm, width, height, base);
+    EXPECT_EQ(factor > before, times == 2 || times == 3) << times;  // none near the reference size, then held
+    EXPECT_EQ(panelFactor(kForm, 4 * width, reference.height, base), 1) << times;
+    expectTidy(width, height,
+               {static_cast<int>(15 * factor), factor, static_cast<int>(std::ceil(8 * factor))});
+    before = factor;
   }
 }
 

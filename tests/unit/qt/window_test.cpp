@@ -50,20 +50,33 @@ TEST_F(WindowQtTest, TooltipsShowOverDisabledControlsToo) {
   }
 }
 
-TEST_F(WindowQtTest, NoTextIsCutAtTheReferenceSize) {
-  for (const ControlSpec& row : formTable()) {
-    const QWidget* const w = find(row.name);
-    int extra = 0;
-    if (row.kind == ControlKind::button)
-      extra = 8;
-    else if (row.kind == ControlKind::check || row.kind == ControlKind::radio)
-      extra = w->style()->pixelMetric(QStyle::PM_IndicatorWidth) +
-              w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
-    else if (row.kind != ControlKind::label)
-      continue;
-    const QString caption = QString::fromStdString(withoutMnemonic(row.caption));
-    EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + extra) << row.name;
+TEST_F(WindowQtTest, AltWithTheLetterOfADisabledButtonTypesNothing) {
+  window_->setEnabled(controlId("cmd3D"), false);
+  window_->setText(controlId("vtXNo"), "7");
+  find("vtXNo")->setFocus();
+  QTest::keyClick(find("vtXNo"), Qt::Key_3, Qt::AltModifier);
+  EXPECT_EQ(window_->text(controlId("vtXNo")), "7");
+}
+
+TEST_F(WindowQtTest, NoTextIsCutAtAnySize) {
+  const int usual = find("vtXNo")->font().pixelSize();
+  for (const QSize size : {frame_->size(), QSize(1600, 1000), QSize(2500, 1400)}) {
+    frame_->resize(size);
+    for (const ControlSpec& row : formTable()) {
+      const QWidget* const w = find(row.name);
+      int extra = 0;
+      if (row.kind == ControlKind::button)
+        extra = 8;
+      else if (row.kind == ControlKind::check || row.kind == ControlKind::radio)
+        extra = w->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, w) +
+                w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
+      else if (row.kind != ControlKind::label)
+        continue;
+      const QString caption = QString::fromStdString(withoutMnemonic(row.caption));
+      EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + extra) << row.name;
+    }
   }
+  EXPECT_GT(find("vtXNo")->font().pixelSize(), usual);
 }
 
 }  // namespace

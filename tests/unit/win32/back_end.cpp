@@ -144,8 +144,12 @@ std::unique_ptr<Platform> makePlatform(bool fresh) {
 }
 std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<Win32User>(window); }
 std::string scrapFile(const std::string& name) {
-  const std::filesystem::path folder = std::filesystem::temp_directory_path() / "Lorivan test";
-  std::filesystem::create_directories(folder);
+  static const std::filesystem::path folder = [] {
+    const auto path = std::filesystem::temp_directory_path() / "Lorivan test";
+    std::filesystem::remove_all(path);  // an old file would be asked for before it is overwritten
+    std::filesystem::create_directories(path);
+    return path;
+  }();
   return narrow((folder / widen(name)).wstring());
 }
 int clipboardWidth() {

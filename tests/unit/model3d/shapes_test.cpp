@@ -1,0 +1,96 @@
+// Real knots: the shaded picture against the curve that the 2-D picture draws.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "knot_maker.h"
+#include "model3d/renderer.h"
+#include "unit/model3d/knots.h"
+
+namespace lorivan {
+namespace {
+
+TEST(Shapes, EveryStrandOfEveryShapeCloses) {
+  for (int shape = 0; shape < kShapeCount - 1; ++shape) {
+    const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(shape), 20, 20));
+    ASSERT_EQ(knot.error, "");
+    TubeSettings settings;
+    settings.polySides = 3;
+    const TubeModel model = built(*knot.store, settings);
+    ASSERT_FALSE(model.strands.empty());
+    for (const TubeStrand& strand : model.strands) {
+      const Vec3* centre = model.centres.data() + strand.firstRing;
+      float longest = 0;
+      for (int r = 1; r < strand.ringCount; ++r)
+        longest = std::max(longest, distance(centre[r], centre[r - 1]));
+      EXPECT_LE(distance(centre[0], centre[strand.ringCount - 1]), longest * 1.01F) << "shape " << shape;
+    }
+  }
+}
+
+/// At angles 0, 0, 0 the strand that the 2-D curve has on top at a crossing is the one that is seen there.
+void expectSameStrandsOnTop(const MadeKnot& knot) {
+  constexpr int kWidth = 1000, kHeight = 800;
+  constexpr std::uint32_t kBackground = 0xFFFFFFFF;
+  TubeSettings settings;
+  settings.polySmooth = 3;  // as the curve was sampled
+  settings.polyPoints = samplesPerPoint(knot.fields.scale);
+  settings.polyZF = 0.25F;  // flat, so that perspective moves nothing
+  settings.polyRadius = 1;
+  TubeModel model = built(*knot.store, settings);
+  ASSERT_GT(model.strands.size(), 1U);
+  for (TubeStrand& strand : model.strands) strand.factors = {0, 0, static_cast<float>(strand.slot * 3) / 128};
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kWidth * kHeight));
+  Renderer renderer;
+  renderer.render(model, {1, 0, 0, 1, -1100}, {}, 0xFFFFFF, false, {pixels.data(), kWidth, kHeight, kWidth});
+
+  int left = kWidth, right = 0, top = kHeight, bottom = 0;
+  for (int i = 0; i < kWidth * kHeight; ++i) {
+    if (pixels[static_cast<std::size_t>(i)] == kBackground) continue;
+    left = std::min(left, i % kWidth);
+    right = std::max(right, i % kWidth);
+    top = std::min(top, i / kWidth);
+    bottom = std::max(bottom, i / kWidth);
+  }
+  const KnotCurve& curve = knot.curve;
+  const auto [leastX, mostX] = std::minmax_element(curve.X.begin() + 1, curve.X.end());
+  const auto [leastY, mostY] = std::minmax_element(curve.Y.begin() + 1, curve.Y.end());
+  const auto between = [](float v, float from, float to, int first, int last) {
+    return first + static_cast<int>(std::lround((v - from) / (to - from) * static_cast<float>(last - first)));
+  };
+  int crossings = 0, wrong = 0;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!curve.used(slot)) continue;
+    const auto s = static_cast<std::size_t>(slot);
+    for (auto i = static_cast<std::size_t>(curve.first[s] + 1); i < static_cast<std::size_t>(curve.last[s]);
+         ++i) {
+      if (curve.Z[i] < 0.6F || curve.Z[i] < curve.Z[i - 1] || curve.Z[i] < curve.Z[i + 1]) continue;
+      const int x = between(curve.X[i], *leastX, *mostX, left, right);
+      const int y = between(curve.Y[i], *mostY, *leastY, top, bottom);
+      ++crossings;
+      if (static_cast<int>(pixels[static_cast<std::size_t>(y * kWidth + x)] & 255) != slot * 3) ++wrong;
+    }
+  }
+  EXPECT_GT(crossings, 20);
+  EXPECT_LE(wrong, crossings / 50) << "of " << crossings;
+}
+
+TEST(Shapes, TheShadedKnotHasTheStrandsOnTopThatTheFlatOneHas) {
+  for (const Shape shape :
+       {Shape::Hexagonal, Shape::SquareTriangle, Shape::Diamond1, Shape::Cross, Shape::Star}) {
+    for (const bool mirror : {false, true}) {
+      for (const std::uint64_t seed : {3, 8}) {
+        TraceSettings settings;
+        settings.mirror = mirror;
+        const Rnd random = seededRandom(seed);
+        const MadeKnot knot = makeKnot(fieldsOf(shape, 7, 5), settings, &random);
+        ASSERT_EQ(knot.error, "");
+        SCOPED_TRACE(testing::Message() << "shape " << static_cast<int>(shape) << " seed " << seed);
+        expectSameStrandsOnTop(knot);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lorivan
