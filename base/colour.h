@@ -22,6 +22,11 @@ constexpr std::uint32_t toArgb(Colour c, std::uint32_t alpha = 0xFF) {
   return alpha << 24 | (c & 0xFF) << 16 | (c & 0xFF00) | (c >> 16 & 0xFF);
 }
 
+/// The colour of 0xAARRGGBB, whatever its alpha.
+constexpr Colour fromArgb(std::uint32_t argb) {
+  return (argb >> 16 & 0xFF) | (argb & 0xFF00) | (argb & 0xFF) << 16;
+}
+
 /// Entry `index` (0 to 15, held in that range) of the standard 16-colour palette.
 constexpr Colour QBColor(int index) {
   constexpr std::array<Colour, 16> palette = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,

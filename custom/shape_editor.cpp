@@ -14,10 +14,10 @@ constexpr Colour kPointColour = makeColour(0, 0, 0);
 constexpr Colour kBandColour = makeColour(210, 60, 30);
 constexpr Colour kAlignmentColour = makeColour(200, 210, 225);
 
-constexpr const char* kLinesUsedUp =
-    "A shape holds at most 1000 lines, deleted ones included: New Grid, then Make from Standard drops those";
-constexpr const char* kPointsUsedUp =
-    "A shape holds at most 2000 points, deleted ones included: New Grid, then Make from Standard drops those";
+std::string usedUp(int most, const char* what) {
+  return "A shape holds at most " + std::to_string(most) + ' ' + what +
+         ", deleted ones included: New Grid, then Make from Standard drops those";
+}
 
 float snapped(float value, float extent, int divisions) {
   const float step = extent / static_cast<float>(divisions);
@@ -111,7 +111,7 @@ void ShapeEditor::toggleLine(int from, int to, ShapeEdit& edit) {
   if (const int line = shape_.lineBetween(from, to); line != 0) {
     shape_.deleteLine(line);
   } else if (shape_.addLine(from, to) == 0) {
-    edit.refusal = kLinesUsedUp;
+    edit.refusal = usedUp(kMostShapeLines, "lines");
     return;
   }
   edit.outlineChanged = true;
@@ -119,12 +119,12 @@ void ShapeEditor::toggleLine(int from, int to, ShapeEdit& edit) {
 
 void ShapeEditor::appendPoint(int from, Position at, ShapeEdit& edit) {
   if (from != 0 && shape_.ShapeLineCount >= kMostShapeLines) {
-    edit.refusal = kLinesUsedUp;
+    edit.refusal = usedUp(kMostShapeLines, "lines");
     return;
   }
   const int point = shape_.addPoint(at.x, at.y);
   if (point == 0) {
-    edit.refusal = kPointsUsedUp;
+    edit.refusal = usedUp(kMostShapePoints, "points");
     return;
   }
   if (from != 0) shape_.addLine(from, point);

@@ -36,8 +36,7 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
 Result<double> scaleOf(const ExportScene& scene, const Extents& box) {
   double scale = 1;
   if (scene.millimetres) {
-    if (!(*scene.millimetres > 0 && *scene.millimetres <= kMostMillimetres))
-      return Error{"a width must be more than 0 and at most 100000 millimetres"};
+    if (!isWidth(*scene.millimetres)) return Error{kWidthOutOfRange};
     const GridBox curves = curveBox(scene.curve, 1);
     if (!(curves.right > curves.left)) return Error{"a knot without strands has no width to scale"};
     scale = *scene.millimetres / (curves.right - curves.left + scene.bandWidth);

@@ -144,8 +144,7 @@ Result<double> modelScale(const TubeModel& model, std::optional<double> millimet
   }
   double scale = 1;
   if (millimetres) {
-    if (!(*millimetres > 0 && *millimetres <= kMostMillimetres))
-      return Error{"a width must be more than 0 and at most 100000 millimetres"};
+    if (!isWidth(*millimetres)) return Error{kWidthOutOfRange};
     if (!(x.high > x.low)) return Error{"a model without strands has no width to scale"};
     scale = *millimetres / (x.high - x.low);
   }

@@ -31,6 +31,8 @@ inline constexpr int kMostObjVertices = 3'999'000;
 
 /// The largest width that a thing can be asked to have.
 inline constexpr double kMostMillimetres = 100'000;
+inline constexpr const char* kWidthOutOfRange = "a width must be more than 0 and at most 100000 millimetres";
+constexpr bool isWidth(double millimetres) { return millimetres > 0 && millimetres <= kMostMillimetres; }
 
 /// The tube model and the flat curves of one knot, with what the formats want to know beside them. The
 /// references must outlive the writing. The curves' own unit is the grid's; the model's is the model's.

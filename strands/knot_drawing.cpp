@@ -12,8 +12,6 @@ namespace {
 
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 
-Colour fromArgb(std::uint32_t argb) { return (argb >> 16 & 0xFF) | (argb & 0xFF00) | (argb & 0xFF) << 16; }
-
 }  // namespace
 
 double KnotStyle::outerWidth() const { return roundHalfEven(2.0 * width); }

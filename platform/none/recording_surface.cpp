@@ -11,8 +11,6 @@ namespace {
 
 PointF toFloat(PointI p) { return {static_cast<float>(p.x), static_cast<float>(p.y)}; }
 
-Colour fromArgb(std::uint32_t argb) { return (argb >> 16 & 0xFF) | (argb & 0xFF00) | (argb & 0xFF) << 16; }
-
 /// Cuts the line to the box by Liang and Barsky's rule; false when nothing of it is left.
 bool clipLine(PointF& from, PointF& to, float left, float top, float right, float bottom) {
   const float dx = to.x - from.x, dy = to.y - from.y;

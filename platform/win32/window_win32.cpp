@@ -224,7 +224,10 @@ OwnedFont WindowWin32::fitFormFont(int clientWidth, int clientHeight) {
   font.lfHeight = static_cast<LONG>(std::lround(usual * factor));
   if (formFont_ && font.lfHeight == formFontHeight_) return {};
   OwnedFont made(CreateFontIndirectW(&font));
-  if (!made) return {};
+  if (!made) {
+    if (!formFont_) formMetrics_ = metrics_;
+    return {};
+  }
   formFontHeight_ = font.lfHeight;
   const FontSize size = sizeOf(window_, made.get());
   formMetrics_ = {size.lineHeight, metrics_.scale * font.lfHeight / usual, size.digitWidth};
