@@ -50,7 +50,10 @@ class RecordingSurface final : public Surface {
   void refresh() override { record(DrawKind::refresh, {}, 0, 0); }
 
   Colour pixel(PointI at) const override;
-  PixelBlock lendPixels() override { return {pixels_.data(), width_, height_, width_}; }
+  PixelBlock lendPixels() override {
+    paintCalls();
+    return {pixels_.data(), width_, height_, width_};
+  }
 
   /// Everything drawn since the last clear(), the clear() itself included.
   const std::vector<DrawCall>& calls() const { return calls_; }
@@ -60,20 +63,29 @@ class RecordingSurface final : public Surface {
   /// Pixels that differ from the background.
   int inked() const;
   /// 0xAARRGGBB, rows from the top.
-  std::span<const std::uint32_t> pixels() const { return pixels_; }
+  std::span<const std::uint32_t> pixels() const {
+    paintCalls();
+    return pixels_;
+  }
 
  private:
   void record(DrawKind kind, std::vector<PointF> points, float size, Colour colour);
   void record(DrawKind kind, std::span<const PointI> points, const Pen& pen);
-  void put(int x, int y, Colour colour);
-  void thinLine(PointF from, PointF to, Colour colour, bool dotted);
-  void line(PointI from, PointI to, const Pen& pen);
-  void disc(PointF centre, float radius, Colour colour);
-  void fill(std::span<const PointF> points, Colour colour);
-  void band(PointF from, PointF to, float width, Colour colour);
+  // Most pictures are cleared before anybody looks at a pixel: calls are painted when one does.
+  void paintCalls() const;
+  void paint(const DrawCall& call) const;
+  void circle(PointF centre, float radius, Colour colour) const;
+  void wideCurve(const DrawCall& curve) const;
+  void put(int x, int y, Colour colour) const;
+  void thinLine(PointF from, PointF to, Colour colour, bool dotted) const;
+  void line(PointF from, PointF to, const DrawCall& pen) const;
+  void disc(PointF centre, float radius, Colour colour) const;
+  void fill(std::span<const PointF> points, Colour colour) const;
+  void band(PointF from, PointF to, float width, Colour colour) const;
 
   int width_, height_;
-  std::vector<std::uint32_t> pixels_;
+  mutable std::vector<std::uint32_t> pixels_;
+  mutable std::size_t painted_ = 0;  // calls that the pixels show
   std::vector<DrawCall> calls_;
   int clears_ = 0;
 };
