@@ -40,6 +40,7 @@ class Parser {
   Status takeWidth();
   Status takeMillimetres();
   Status takeTransparent() { return flag(line_.transparent); }
+  Status takeFit() { return flag(line_.fit); }
   Status takeAnimate() { return flag(line_.animate); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
@@ -69,10 +70,11 @@ const std::vector<Parser::Option> Parser::kOptions = {
     {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
     {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
     {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
-    {"--animate", &Parser::takeAnimate}, {"--quiet", &Parser::takeQuiet},
-    {"--step", &Parser::takeStep},       {"-o", &Parser::takeOutput},
-    {"--list", &Parser::takeList},       {"--help", &Parser::takeHelp},
-    {"-h", &Parser::takeHelp},           {"--version", &Parser::takeVersion},
+    {"--fit", &Parser::takeFit},         {"--animate", &Parser::takeAnimate},
+    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
+    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
+    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
+    {"--version", &Parser::takeVersion},
 };
 
 Status Parser::takeShape() {
@@ -213,7 +215,7 @@ Result<CommandLine> Parser::run() {
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
                            !line_.checks.empty() || line_.width || line_.millimetres || line_.transparent ||
-                           line_.solidView || line_.animate;
+                           line_.fit || line_.solidView || line_.animate;
   if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
   return line_;
 }
@@ -312,6 +314,7 @@ std::string usageText() {
          "                   " +
          formatsWithWidth(WidthOf::model) +
          "\n"
+         "  --fit            bands as wide as the grid has room for, and the knot as large as the picture\n"
          "  --transparent    leave the background out of svg and png\n"
          "  --animate        the knot draws itself: -o knot.svg plays in a browser, at the speed of "
          "vtAnimate and\n"

@@ -42,6 +42,7 @@ struct CommandLine {
   std::optional<int> width;  // pixels
   std::optional<double> millimetres;
   bool transparent = false;
+  bool fit = false;      // bands and picture
   bool animate = false;  // every output is then svg, or a numbered png or bmp
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text

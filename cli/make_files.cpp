@@ -11,6 +11,7 @@
 #include "custom/shape_file.h"
 #include "design/document_text.h"
 #include "design/edits.h"
+#include "design/fit.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/outputs.h"
@@ -46,6 +47,7 @@ class FileMaker {
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
+  void fit();
   int write();
 
   Platform& platform_;
@@ -135,6 +137,15 @@ int FileMaker::build() {
   return kDone;
 }
 
+/// Widths that were asked for stay.
+void FileMaker::fit() {
+  document_ = withFitPicture(document_, true);
+  const bool typed = std::ranges::any_of(line_.values, [](const auto& value) {
+    return value.first == Param::Width || value.first == Param::Edge;
+  });
+  if (!typed) document_ = fitBands(document_, line_.preset ? sharesOfStyle(*line_.preset) : BandShares{});
+}
+
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
@@ -215,8 +226,11 @@ int FileMaker::run() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   if (line_.random) drawRandom();
   if (line_.preset) document_ = withStyle(document_, *line_.preset);
+  // A style brings widths of its own; a box that was asked for stays checked.
+  for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   return write();
 }

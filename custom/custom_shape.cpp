@@ -75,6 +75,8 @@ float CustomShape::surfaceTop() const { return std::max(0.0F, (kShapeHeight - su
 ShapeMapping::ShapeMapping(const CustomShape& shape, const GridView& view)
     : view_(view.stretch, kReferenceWidth), left_(shape.surfaceLeft()), top_(shape.surfaceTop()) {
   view_.zoom = view.zoom;
+  view_.centreX = view.centreX;
+  view_.centreY = view.centreY;
 }
 
 }  // namespace lorivan

@@ -25,10 +25,18 @@ struct KnotLine {
 };
 using KnotLines = std::vector<KnotLine>;
 
+/// How wide bands are that fit their grid: the whole band of the distance between crossings, and its edge on
+/// each side of the band.
+struct BandShares {
+  float band = 0.58F, edge = 0.1F;
+  bool operator==(const BandShares&) const = default;
+};
+
 struct Document {
   KnotFields fields = firstRunFields();
   /// The scale that the user asked for where the grid had to be built smaller; empty: what vtScale shows.
   std::string askedScale;
+  BandShares bands;  // of bands that fit, see chkFitBands
   std::int16_t CellSize = 20;
   Shared<KnotLines> lines;      // none: no grid has been made yet
   Shared<CustomShape> outline;  // none: an empty shape

@@ -10,7 +10,8 @@
 namespace lorivan {
 namespace {
 
-constexpr std::string_view kOutlineName = "picShape", kAheadName = "outlineAhead", kColourName = "txtCol";
+constexpr std::string_view kOutlineName = "picShape", kAheadName = "outlineAhead", kFillName = "fitPicture",
+                           kBandName = "bandShare", kEdgeName = "edgeShare", kColourName = "txtCol";
 
 /// Takes a text apart line by line and counts the lines.
 class LineReader {
@@ -147,10 +148,14 @@ Status DocumentReader::readNamed(std::string_view pair) {
     const auto on = parseInteger(text, 0, 1);
     if (!on) return badValue(name, text, "0 or 1");
     document.fields.check(*c) = *on == 1;
-  } else if (name == kAheadName) {
+  } else if (name == kAheadName || name == kFillName) {
     const auto on = parseInteger(text, 0, 1);
     if (!on) return badValue(name, text, "0 or 1");
-    document.outlineAhead = *on == 1;
+    (name == kAheadName ? document.outlineAhead : document.fields.fitPicture) = *on == 1;
+  } else if (name == kBandName || name == kEdgeName) {
+    const auto share = parseNumber(text);
+    if (!share || *share < 0 || *share > 1) return badValue(name, text, "a share from 0 to 1");
+    (name == kBandName ? document.bands.band : document.bands.edge) = static_cast<float>(*share);
   } else if (name.starts_with(kColourName)) {
     return readColour(name.substr(kColourName.size()), text);
   } else if (name == kOutlineName) {
@@ -225,6 +230,9 @@ std::string namedFields(const Document& document) {
   for (std::size_t k = 0; k < document.fields.boxes.size(); ++k)
     if (document.fields.boxes[k] != first.fields.boxes[k])
       add(std::string(kColourName) + std::to_string(k), std::to_string(document.fields.boxes[k]));
+  if (document.fields.fitPicture) add(kFillName, "1");
+  if (document.bands.band != first.bands.band) add(kBandName, shortestText(document.bands.band));
+  if (document.bands.edge != first.bands.edge) add(kEdgeName, shortestText(document.bands.edge));
   if (document.outlineAhead) add(kAheadName, "1");
   if (document.outline) add(kOutlineName, outlineText(*document.outline));
   return text;

@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "custom/autogrid.h"
 #include "custom/planar_grid.h"
+#include "design/fit.h"
 #include "design/presets.h"
 #include "design/random_knot.h"
 
@@ -29,7 +30,7 @@ Result<Document> withShapeGrid(const Document& document, const KnotGraph& graph,
   Document next = withGraph(document, graph);
   next.fields.shape = Shape::Custom;
   next.outlineAhead = false;
-  return next;
+  return fitAgain(next);
 }
 
 }  // namespace
@@ -43,6 +44,7 @@ Document withField(const Document& document, Param p, const std::string& text) {
   Document next = document;
   next.fields.text(p) = correctedText(p, text);
   if (p == Param::Scale) next.askedScale.clear();
+  if (p == Param::Width || p == Param::Edge) next.fields.check(Check::FitBands) = false;
   return next;
 }
 
@@ -58,10 +60,22 @@ std::string fieldStep(const Document& document, Param p) {
 Document withCheck(const Document& document, Check c, bool on) {
   Document next = document;
   next.fields.check(c) = on;
-  return next;
+  return c == Check::FitBands ? fitAgain(next) : next;
 }
 
 std::string checkStep(Check c, bool on) { return std::string(checkSpec(c).caption) + (on ? " on" : " off"); }
+
+Document withFitPicture(const Document& document, bool on) {
+  Document next = document;
+  next.fields.fitPicture = on;
+  return next;
+}
+
+Document withFittedStyle(const Document& document, int style) {
+  const Document next = withStyle(document, style);
+  const bool classic = presetTable()[static_cast<std::size_t>(style)].firstColours;
+  return classic ? next : fitBands(next, sharesOfStyle(style));
+}
 
 Document withColour(const Document& document, int box, Colour colour) {
   Document next = document;
@@ -72,6 +86,7 @@ Document withColour(const Document& document, int box, Colour colour) {
 Document withStyle(const Document& document, int style) {
   Document next = document;
   applyPreset(next.fields, style);
+  next.fields.check(Check::FitBands) = false;
   return next;
 }
 
@@ -91,7 +106,7 @@ Result<Document> newGrid(const Document& document, const Rnd* random) {
   if (!built) return built.error();
   takeCorrections(next.fields, built->fields);
   next.askedScale = next.fields.text(Param::Scale) == asked ? std::string() : asked;
-  return withGraph(std::move(next), graph);
+  return fitAgain(withGraph(std::move(next), graph));
 }
 
 Result<Document> randomKnot(const Document& document, const Rnd& random) {

@@ -12,7 +12,8 @@ namespace lorivan {
 /// Whether the field is one that grids are made from.
 bool makesGrid(Param p);
 
-/// A field gets a text, corrected as the field corrects it; nothing else follows.
+/// A field gets a text, corrected as the field corrects it; nothing else follows, but that bands whose width
+/// or edge is given no longer fit by themselves.
 Document withField(const Document& document, Param p, const std::string& text);
 
 /// The same, and the grid is built anew where the field makes grids. A shape of one's own keeps its lines.
@@ -21,6 +22,7 @@ Result<Document> changeField(const Document& document, Param p, const std::strin
 /// "Width 9": the name of such a step, for the document that it led to.
 std::string fieldStep(const Document& document, Param p);
 
+/// chkFitBands has the bands fitted when it is checked.
 Document withCheck(const Document& document, Check c, bool on);
 /// "HeightMap on"
 std::string checkStep(Check c, bool on);
@@ -30,6 +32,12 @@ Document withColour(const Document& document, int box, Colour colour);
 
 /// Bands and colours of a style; `style` is a place in presetTable().
 Document withStyle(const Document& document, int style);
+
+/// The same, and the bands fit the grid as wide as the style wants them. "Classic" brings its own widths.
+Document withFittedStyle(const Document& document, int style);
+
+/// Whether the knot fills the picture, whatever its scale.
+Document withFitPicture(const Document& document, bool on);
 
 /// Selects a shape and builds its grid; "(Custom)" keeps the lines that are there.
 Result<Document> chooseShape(const Document& document, Shape shape);

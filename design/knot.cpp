@@ -54,7 +54,11 @@ GridView viewOf(const Knot& knot, const KnotFields& fields, const KnotStyle& sty
                 bool knotDrawn) {
   // A drawn knot stands at the stretch that it was made with, whatever the field shows meanwhile.
   GridView view(knotDrawn ? knot.stretch : stretchFactor(fields.number(Param::Skew)), pictureWidth);
-  if (knotDrawn)
+  if (fields.fitPicture && knotDrawn)
+    fillView(view, knot.curve, style);
+  else if (fields.fitPicture)
+    fillView(view, knot.graph);
+  else if (knotDrawn)
     fitView(view, knot.graph, knot.curve, style);
   else
     fitView(view, knot.graph);

@@ -18,6 +18,7 @@ struct KnotFields {
   std::array<bool, kCheckCount> checks{};
   Shape shape = Shape::SquareSquare;
   ColourBoxes boxes = firstColourBoxes();
+  bool fitPicture = false;  // the knot fills the picture, whatever its scale
 
   const std::string& text(Param p) const { return texts[static_cast<std::size_t>(p)]; }
   std::string& text(Param p) { return texts[static_cast<std::size_t>(p)]; }

@@ -122,8 +122,9 @@ enum class Check {
   Loop,
   ConstantShape,
   Mirror,
+  FitBands,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::Mirror) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::FitBands) + 1;
 
 struct CheckSpec {
   std::string_view field;  // "chkShowGrid"
@@ -131,26 +132,31 @@ struct CheckSpec {
   std::string_view tooltip;
   std::string_view key;  // settings key; empty: not saved
   bool firstRun;
+  bool inPicture = false;  // the 2-D picture changes with it
 };
 
 namespace tables {
 
+inline constexpr bool kInPicture = true;
 inline constexpr std::string_view kAnimateTip = "Animate the drawing of the knot";
 inline constexpr std::string_view kFlatDxfTip = "Save DXF file in 2D format (e.g. for CNC machines)";
 
 inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
-    {"chkShowGrid", "Show grid with knot", "Show the grid behind the knot", "chkShowGrid", true},
-    {"chkShowCrossings", "Show crossings", "Mark every crossing on the grid", "chkShowCrossings", true},
+    {"chkShowGrid", "Show grid with knot", "Show the grid behind the knot", "chkShowGrid", true, kInPicture},
+    {"chkShowCrossings", "Show crossings", "Mark every crossing on the grid", "chkShowCrossings", true,
+     kInPicture},
     {"chkDXF2D", "2D DXF", kFlatDxfTip, "chkDXF2D", false},
     {"chkFullyCrossed", "Output fully crossed 2D DXF", kFlatDxfTip, "chkFullyCrossed", false},
     {"chkShapeT", "TGrid", "Use a Triangular AutoGrid", "chkShapeT", true},
     {"chkHeightMap", "HeightMap", "Grey levels by depth, and a picture of twice the size for saving",
      "chkHeightMap", false},
-    {"chkAnimate", "Animate", kAnimateTip, "chkAnimate", false},
+    {"chkAnimate", "Animate", kAnimateTip, "chkAnimate", false, kInPicture},
     {"chkLoop", "Loop", kAnimateTip, "chkLoop", false},
     {"chkConstantShape", "Constant Shape",
      "Constant Shape (i.e. only generate random knots of the selected shape)", "chkConstantShape", false},
-    {"chkMirror", "Z-Mirror", "Swap over and under everywhere", "", false},
+    {"chkMirror", "Z-Mirror", "Swap over and under everywhere", "", false, kInPicture},
+    {"chkFitBands", "Fit bands", "Make the bands as wide as the grid has room for", "chkFitBands", false,
+     kInPicture},
 }};
 
 template <class Enum, class Table>

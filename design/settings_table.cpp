@@ -45,6 +45,8 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    WindowState::snapOn,
                                    WindowState::lastFolder,
                                    WindowState::saveFormat,
+                                   Check::FitBands,
+                                   WindowState::fitPicture,
                                    WindowState::drawAtOnce,
                                    WindowState::width,
                                    WindowState::height,
@@ -55,10 +57,10 @@ struct KeySpec {
 };
 
 // In the order of WindowState.
-constexpr KeySpec kStateKeys[] = {{"LastX", "0"},      {"LastY", "0"},         {"lsttype", "0"},
-                                  {"GridOn", "False"}, {"SnapOn", "False"},    {"LastFolder", ""},
-                                  {"3DSave", "1"},     {"DrawAtOnce", "True"}, {"LastWidth", "0"},
-                                  {"LastHeight", "0"}, {"Maximised", "False"}};
+constexpr KeySpec kStateKeys[] = {{"LastX", "0"},      {"LastY", "0"},          {"lsttype", "0"},
+                                  {"GridOn", "False"}, {"SnapOn", "False"},     {"LastFolder", ""},
+                                  {"3DSave", "1"},     {"FitPicture", "False"}, {"DrawAtOnce", "True"},
+                                  {"LastWidth", "0"},  {"LastHeight", "0"},     {"Maximised", "False"}};
 
 KeySpec keyOf(const SettingOwner& owner) {
   if (const Param* p = std::get_if<Param>(&owner)) return {parameterSpec(*p).key, parameterSpec(*p).firstRun};

@@ -22,6 +22,7 @@ enum class WindowState {
   snapOn,
   lastFolder,
   saveFormat,
+  fitPicture,
   drawAtOnce,
   width,
   height,

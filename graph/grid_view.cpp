@@ -1,6 +1,11 @@
 #include "graph/grid_view.h"
 
 namespace lorivan {
+namespace {
+
+constexpr double kLeastZoom = 0.02;  // of a single point
+
+}  // namespace
 
 GridBox lineBox(const KnotGraph& graph) {
   GridBox box;
@@ -26,6 +31,17 @@ void GridView::zoomToShow(const GridBox& box, double marginPixels) {
   const double y = std::max(-box.bottom, box.top);
   zoom = std::max({zoom, x * (kReferenceWidth / 2.0) / (kHalfView * acrossReference),
                    y * (kReferenceWidth * 0.4) / (kHalfView * stretch * upReference)});
+}
+
+void GridView::fill(const GridBox& box, double marginPixels, double edge) {
+  if (box.empty()) return;
+  centreX = (box.left + box.right) / 2;
+  centreY = (box.bottom + box.top) / 2;
+  const double across = kReferenceWidth * (0.5 - edge) - marginPixels;
+  const double up = kReferenceHeight * (0.5 - edge) - marginPixels;
+  const double x = (box.right - box.left) / 2, y = (box.top - box.bottom) / 2;
+  zoom = std::max({x * (kReferenceWidth / 2.0) / (kHalfView * std::max(across, 1.0)),
+                   y * (kReferenceHeight / 2.0) / (kHalfView * stretch * std::max(up, 1.0)), kLeastZoom});
 }
 
 }  // namespace lorivan

@@ -11,6 +11,8 @@ namespace lorivan {
 namespace {
 
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
+constexpr double kFilledEdge =
+    0.05;  // part of the picture that a knot that fills it leaves free on each side
 
 }  // namespace
 
@@ -33,6 +35,12 @@ void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, con
   fitView(view, graph);
   view.zoomToShow(curveBox(curve, view.stretch), style.outerWidth() / 2 + kEdgeMargin);
 }
+
+void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style) {
+  view.fill(curveBox(curve, view.stretch), style.outerWidth() / 2, kFilledEdge);
+}
+
+void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph), 0, kFilledEdge); }
 
 double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   const GridBox box = curveBox(curve, view.stretch);

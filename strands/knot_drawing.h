@@ -28,6 +28,10 @@ struct KnotStyle {
 void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style);
 void fitView(GridView& view, const KnotGraph& graph);
 
+/// Zooms in or out, and moves, until the knot fills the picture but for a margin of one part in twenty.
+void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
+void fillView(GridView& view, const KnotGraph& graph);
+
 /// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
 double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 

@@ -94,8 +94,10 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
     {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
+    {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+0", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
+     [](const Workbench& b) { return b.document().fields.fitPicture; }, nullptr, kSeparator},
     {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
-     [](const Workbench& b) { return b.drawAtOnce; }, nullptr, kSeparator},
+     [](const Workbench& b) { return b.drawAtOnce; }},
 
     {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
     {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,

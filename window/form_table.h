@@ -69,10 +69,11 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"vtSmooth", number, "fra2D", {25, 1, 7, 1}},
     {"lblSkew", label, "fra2D", {32, 1, 9, 1}, "", "", 'T'},
     {"vtSkew", number, "fra2D", {41, 1, 7, 1}},
-    {"lblEdge", label, "fra2D", {0, 2, 9, 1}, "", "", 'D'},
+    {"lblEdge", label, "fra2D", {0, 2, 9, 1}},
     {"vtEdge", number, "fra2D", {9, 2, 7, 1}},
     {"lblPicKnotBackColour", label, "fra2D", {16, 2, 9, 1}, "", "", 'K'},
     {"vtPicKnotBackColour", number, "fra2D", {25, 2, 7, 1}},
+    {"chkFitBands", check, "fra2D", {33, 2, 15, 1}, "", "", 'D'},
 
     {"fra3D", group, "", {0, 2, 24, 2}, "3D Values", ""},
     {"lblPolySides", label, "fra3D", {0, 0, 9, 1}},

@@ -33,13 +33,6 @@ After follows(const Workbench& bench, Param p) {
   return After::same;
 }
 
-/// Most check boxes are looked at when something is made the next time.
-After follows(Check c) {
-  const bool seen =
-      c == Check::ShowGrid || c == Check::ShowCrossings || c == Check::Mirror || c == Check::Animate;
-  return seen ? After::same : After::nothing;
-}
-
 }  // namespace
 
 Handlers::Handlers(Workbench& bench) : bench_(bench) {
@@ -85,7 +78,8 @@ bool Handlers::scaleRefused(Param p) {
 
 void Handlers::chk_Click(Check c) {
   const bool on = bench_.form.checked(c);
-  bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on), follows(c));
+  bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on),
+              checkSpec(c).inPicture ? After::same : After::nothing);
   if (c == Check::HeightMap) bench_.modelFieldChanged();
 }
 
@@ -113,7 +107,7 @@ void Handlers::opt_Click() {
 
 void Handlers::mnuStyle_Click(int style) {
   bench_.step("Style " + std::string(presetTable()[static_cast<std::size_t>(style)].name),
-              withStyle(bench_.document(), style),
+              withFittedStyle(bench_.document(), style),
               bench_.picture() == Picture::flat ? After::draw : After::all);
 }
 

@@ -1,10 +1,17 @@
 // Handlers of the grid and the 2-D knot.
 #include "design/edits.h"
+#include "design/fit.h"
 #include "window/captions.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
 namespace lorivan {
+namespace {
+
+/// A new knot with bands that have room.
+Result<Document> fitted(const Result<Document>& made) { return made ? fitBands(*made) : made; }
+
+}  // namespace
 
 void Handlers::cmdNewGrid_Click() { makeGridAnew(); }
 
@@ -40,7 +47,7 @@ void Handlers::cmdRandknot_Click() {
   if (waits) window.setText(button, std::string(kWaitCaption));
   if (window.processEvents()) {
     window.setBusy(waits);
-    bench_.begin("Random knot", randomKnot(bench_.document(), bench_.random), After::draw);
+    bench_.begin("Random knot", fitted(randomKnot(bench_.document(), bench_.random)), After::draw);
     window.setBusy(false);
   }
   window.setText(button, caption);
@@ -67,6 +74,11 @@ void Handlers::stepLineKind(int line, int steps) {
   const int kind = (*next.lines)[static_cast<std::size_t>(line)].Kind;
   bench_.step(kindStep(kind), next, bench_.knotDrawn() || bench_.drawAtOnce ? After::same : After::grid);
   bench_.status(lineSummary(next, line) + (bench_.knotDrawn() ? "; " + bench_.summary() : std::string()));
+}
+
+void Handlers::mnuViewFitPicture_Click() {
+  const bool on = !bench_.document().fields.fitPicture;
+  bench_.step(on ? "Fit picture" : "Fit picture off", withFitPicture(bench_.document(), on), After::same);
 }
 
 void Handlers::mnuViewDrawAtOnce_Click() {

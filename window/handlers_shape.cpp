@@ -2,6 +2,7 @@
 #include "base/sink.h"
 #include "custom/shape_file.h"
 #include "design/edits.h"
+#include "design/fit.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
@@ -143,7 +144,10 @@ void Handlers::loadTracePicture(const std::string& path) {
 
 void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.document())); }
 
-void Handlers::mnuShapeAutoGrid_Click() { shapeGrid("AutoGrid", autoGrid(bench_.document())); }
+void Handlers::mnuShapeAutoGrid_Click() {
+  const auto made = autoGrid(bench_.document());
+  shapeGrid("AutoGrid", made ? fitBands(*made) : made);
+}
 
 /// A grid that could not be made leaves everything as it was.
 void Handlers::shapeGrid(const std::string& name, const Result<Document>& made) {

@@ -38,6 +38,7 @@ class DocumentRestorer {
   void take(Check c, const std::string& text) const { fields_.check(c) = numberOf(text) == 1; }
   void take(RecentFile, const std::string&) const {}
   void take(WindowState state, const std::string& text) const {
+    if (state == WindowState::fitPicture) fields_.fitPicture = truthOf(text);
     if (state != WindowState::shape) return;
     const double index = numberOf(text);
     fields_.shape = static_cast<Shape>(index >= 0 && index < kShapeCount ? static_cast<int>(index) : 0);
@@ -80,6 +81,7 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
         if (!format.option.empty())
           window.setChecked(controlNamed(format.option), numberOf(text) == format.saveNumber);
       return;
+    case WindowState::fitPicture:
     case WindowState::shape:
       return;
   }
@@ -134,6 +136,8 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.sheet.snap());
     case WindowState::lastFolder:
       return bench_.files.lastFolder();
+    case WindowState::fitPicture:
+      return truth(bench_.document().fields.fitPicture);
     case WindowState::drawAtOnce:
       return truth(bench_.drawAtOnce);
     case WindowState::saveFormat:

@@ -1,7 +1,11 @@
 #include "window/summaries.h"
 
 #include <array>
+#include <cmath>
 #include <vector>
+
+#include "base/numbers.h"
+#include "design/fit.h"
 
 namespace lorivan {
 namespace {
@@ -34,6 +38,13 @@ std::string gridSummary(const Document& document) {
 std::string knotSummary(const Knot& knot) {
   const KnotCounts counts = countKnot(knot.graph, knot.strands);
   return counted(counts.strands, "strand") + ", " + counted(counts.crossings, "crossing");
+}
+
+std::string overlapNote(const Document& document, const Knot& knot) {
+  const double overlap = bandOverlap(document, knot);
+  if (overlap <= 0) return {};
+  return "; the bands run together by " + shortestText(static_cast<float>(std::ceil(overlap * 10) / 10)) +
+         " pixels: Fit bands makes room";
 }
 
 std::string shapeSummary(const CustomShape& shape) {

@@ -15,6 +15,8 @@ std::string counted(long long n, const std::string& what);
 std::string gridSummary(const Document& document);
 /// "3 strands, 12 crossings"
 std::string knotSummary(const Knot& knot);
+/// "; the bands run together by 3 pixels: ..." or nothing.
+std::string overlapNote(const Document& document, const Knot& knot);
 /// Points, lines and loose ends of a shape of one's own, and what to do next.
 std::string shapeSummary(const CustomShape& shape);
 /// How a shape is drawn.

@@ -144,7 +144,7 @@ std::string Workbench::summary() const {
   if (picture_ == Picture::sheet) return shapeSummary(sheet.shape());
   if (!document().lines) return shapeSummary(sheet.shape());
   if (!drawn_) return gridSummary(document());
-  const std::string knot = knotSummary(stages_.knot());
+  const std::string knot = knotSummary(stages_.knot()) + overlapNote(document(), stages_.knot());
   if (picture_ == Picture::flat) return knot;
   return knot + ", " + counted(solid.model().QuadCount, "polygon") +
          (modelCurrent() ? "" : "; press Create 3D to show the changed 3D values");

@@ -152,7 +152,7 @@ void Workbench::preview(int style) {
     status(statusBeforePreview_);
     return;
   }
-  const Document styled = withStyle(document(), style);
+  const Document styled = withFittedStyle(document(), style);
   if (!previewStages_.trace(styled)) return;
   if (solidShown() ? !solid.paintPreview(styled, previewStages_)
                    : !flat.paintKnot(styled, previewStages_.knot()))

@@ -33,8 +33,8 @@ constexpr const char* kRows =
     "chkShowCrossings=1:chkShowCrossings chkDXF2D=0:chkDXF2D chkFullyCrossed=0:chkFullyCrossed "
     "txtGridSize=20:vtGridSize chkShapeT=1:chkShapeT chkHeightMap=0:chkHeightMap chkAnimate=0:chkAnimate "
     "chkLoop=0:chkLoop chkConstantShape=0:chkConstantShape GridOn=False:window3 SnapOn=False:window4 "
-    "LastFolder=:window5 3DSave=1:window6 DrawAtOnce=True:window7 LastWidth=0:window8 "
-    "LastHeight=0:window9 Maximised=False:window10 ";
+    "LastFolder=:window5 3DSave=1:window6 chkFitBands=0:chkFitBands FitPicture=False:window7 "
+    "DrawAtOnce=True:window8 LastWidth=0:window9 LastHeight=0:window10 Maximised=False:window11 ";
 
 TEST(SettingTable, KeysFirstValuesAndOwnersStayWhatTheyAre) {
   std::istringstream rows(kRows);

@@ -85,6 +85,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
+    {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+0", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},
     {"mnuShapeBlank", "&Shape|&Blank|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 0 && shows(Picture::sheet) && document().fields.shape == Shape::Custom; }},
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
@@ -101,7 +102,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     all.push_back(row);
   for (int i = 0; i < static_cast<int>(presetTable().size()); ++i)
     all.push_back({nullptr, nullptr, [this] { enter(Param::Width, "9"), was = document(); }, [this, i] {
-      return document() == withStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[static_cast<std::size_t>(i)].name);
+      return document() == withFittedStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[static_cast<std::size_t>(i)].name);
     }});
   for (Row row : std::vector<Row>{
     {"mnuHelpHelp", "&Help|How to &use Lorivan|F1", none, [this] { return helped("index"); }},

@@ -43,11 +43,13 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
   const std::pair<const char*, const char*> checks[] = {
       {"chkShowGrid", "0"},     {"chkShowCrossings", "0"}, {"chkDXF2D", "1"},
       {"chkFullyCrossed", "1"}, {"chkShapeT", "0"},        {"chkHeightMap", "1"},
-      {"chkAnimate", "1"},      {"chkLoop", "1"},          {"chkConstantShape", "1"}};
+      {"chkAnimate", "1"},      {"chkLoop", "1"},          {"chkConstantShape", "1"},
+      {"chkFitBands", "1"}};
   const std::pair<const char*, const char*> states[] = {
       {"LastX", "600"},         {"LastY", "450"},  {"LastWidth", "15000"}, {"LastHeight", "12000"},
       {"Maximised", "True"},    {"lsttype", "10"}, {"GridOn", "True"},     {"SnapOn", "True"},
-      {"LastFolder", "/some/"}, {"3DSave", "5"},   {"DrawAtOnce", "False"}};
+      {"LastFolder", "/some/"}, {"3DSave", "5"},   {"DrawAtOnce", "False"},
+      {"FitPicture", "True"}};
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;

@@ -1,0 +1,32 @@
+// Bands that fit their grid: a share of the smallest distance between neighbouring crossings, so that the
+// gaps between them stay open.
+#pragma once
+
+#include <optional>
+
+#include "design/document.h"
+
+namespace lorivan {
+
+struct Knot;
+
+/// The document with bands of these shares and chkFitBands on: grids that are built from it fit their bands
+/// again, until a width or an edge is typed. A grid without crossings leaves the bands as they are.
+Document fitBands(const Document& document, BandShares shares);
+Document fitBands(const Document& document);
+
+/// The same with the document's own shares where chkFitBands is on; else the document itself.
+Document fitAgain(const Document& document);
+
+/// What a style's width and edge are on the grids that it was made for.
+BandShares sharesOfStyle(int style);
+
+/// Smallest distance between crossings that follow each other along a strand, in pixels of the 500-pixel
+/// picture at zoom 1; nothing when no strand has two.
+std::optional<double> leastCrossingDistance(const Knot& knot);
+
+/// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings; 0 while
+/// there are gaps.
+double bandOverlap(const Document& document, const Knot& knot);
+
+}  // namespace lorivan

@@ -1,0 +1,79 @@
+// Bands that fit their grid, and knots that fill the picture.
+#include "design/fit.h"
+
+#include <gtest/gtest.h>
+
+#include "design/edits.h"
+#include "design/knot.h"
+#include "design/presets.h"
+
+namespace lorivan {
+namespace {
+
+Document gridOf(Shape shape, const char* x, const char* y, const char* scale) {
+  Document document;
+  document.fields.shape = shape;
+  document = withField(withField(withField(document, Param::XNo, x), Param::YNo, y), Param::Scale, scale);
+  return *newGrid(document);
+}
+
+TEST(Fit, BandsLeaveGapsOnEveryGridAndTheKnotFillsThePicture) {
+  for (int i = 0; i < kShapeCount - 1; ++i)
+    for (const auto& [x, y, scale] : {std::array{"2", "2", "30"}, {"5", "3", "20"}, {"8", "8", "15"}}) {
+      SCOPED_TRACE(shapeTable()[static_cast<std::size_t>(i)].name);
+      const Document plain = gridOf(static_cast<Shape>(i), x, y, scale);
+      const Document fitted = fitBands(withFitPicture(plain, true));
+      Knot knot;
+      ASSERT_TRUE(makeKnot(fitted, knot));
+      const KnotStyle style = knotStyle(fitted.fields, {});
+      const GridView view = viewOf(knot, fitted.fields, style, kReferenceWidth, true);
+      const double room = *leastCrossingDistance(knot) / view.zoom, share = style.outerWidth() / room;
+      // The narrowest band that a field can ask for may be wider.
+      EXPECT_TRUE(fitted.fields.text(Param::Width) == "2" || share < 0.64) << share;
+      EXPECT_TRUE(fitted.fields.text(Param::Width) == "30" || share > 0.52) << share;
+      const GridBox box = curveBox(knot.curve, view.stretch);
+      const double half = style.outerWidth() / 2;
+      const double left = view.pixelX(box.left) - half, right = view.pixelX(box.right) + half;
+      const double top = view.pixelY(box.top) - half, bottom = view.pixelY(box.bottom) + half;
+      EXPECT_NEAR(left, kReferenceWidth - right, 0.01);
+      EXPECT_NEAR(top, kReferenceHeight - bottom, 0.01);
+      EXPECT_NEAR(std::min(left - 25, top - 20), 0, 0.01);
+    }
+}
+
+TEST(Fit, FollowsGridsUntilAWidthIsTyped) {
+  const Document fitted = fitBands(gridOf(Shape::SquareSquare, "3", "3", "30"));
+  EXPECT_TRUE(fitted.fields.check(Check::FitBands));
+  const Document finer = *changeField(fitted, Param::Scale, "15");
+  EXPECT_NEAR(finer.fields.number(Param::Width), fitted.fields.number(Param::Width) / 2, 0.3);
+  const Document typed = *changeField(finer, Param::Width, "3");
+  EXPECT_FALSE(typed.fields.check(Check::FitBands));
+  EXPECT_EQ(changeField(typed, Param::Scale, "30")->fields.text(Param::Width), "3");
+  EXPECT_EQ(withCheck(typed, Check::FitBands, true).fields.text(Param::Width),
+            finer.fields.text(Param::Width));
+}
+
+TEST(Fit, StylesKeepTheirCharacter) {
+  const Document grid = gridOf(Shape::Hexagonal, "4", "4", "25");
+  const auto width = [&](const char* style) {
+    return withFittedStyle(grid, *findPreset(style)).fields.number(Param::Width);
+  };
+  EXPECT_LT(2 * width("Thread"), width("Illuminated"));
+  EXPECT_LT(width("Illuminated"), width("Stained Glass"));
+  const Document classic = withFittedStyle(grid, *findPreset("Classic"));
+  EXPECT_EQ(classic.fields.text(Param::Width), "7");
+  EXPECT_FALSE(classic.fields.check(Check::FitBands));
+}
+
+TEST(Fit, OverlapIsToldInPixels) {
+  const Document grid = gridOf(Shape::SquareSquare, "3", "3", "30");
+  Knot knot;
+  ASSERT_TRUE(makeKnot(grid, knot));
+  // Half a diagonal of a cell of 30 grid units.
+  EXPECT_NEAR(*leastCrossingDistance(knot), 30 / std::sqrt(2.0) * kReferenceWidth / 202, 0.01);
+  EXPECT_EQ(bandOverlap(fitBands(grid), knot), 0);
+  EXPECT_NEAR(bandOverlap(withField(grid, Param::Width, "30"), knot), 60 - *leastCrossingDistance(knot), 1);
+}
+
+}  // namespace
+}  // namespace lorivan
