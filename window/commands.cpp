@@ -15,6 +15,7 @@ constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kS
                            kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent";
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
+bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
 bool solidInFront(const Workbench& b) { return b.solidShown(); }
@@ -79,7 +80,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSave", kFile, "&Save knot file", "Ctrl+S", [](Handlers& h) { h.mnuFileSave_Click(); }},
     {"mnuFileSaveAs", kFile, "Save knot file &as...", "Ctrl+Shift+S", [](Handlers& h) { h.mnuFileSaveAs_Click(); }},
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
-    {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, hasKnot},
+    {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 

@@ -13,9 +13,7 @@ struct ControlRow {
 };
 
 bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
-bool gridIsCurrent(const Workbench& b) {
-  return hasGrid(b) && !(b.document().outlineAhead && b.document().fields.shape == Shape::Custom);
-}
+bool gridIsCurrent(const Workbench& b) { return b.gridIsCurrent(); }
 
 template <int Box>
 constexpr ControlRow colourRow() {

@@ -97,6 +97,8 @@ bool Form::isNew(Param p) const {
 
 void Form::forgetLatest(Param p) {
   ValidText& value = field(p).text;
+  // A text that was never confirmed, as while stepping, is in no history; the latest entry is the document's.
+  if (text(p) == shown_.text(p)) return;
   if (value.UndoLevel() > 0 && value.UndoText() == value.Value()) value.setUndoLevel(value.UndoLevel() - 1);
 }
 

@@ -120,17 +120,22 @@ void Handlers::mnuEditUndo_Click() {
 
 void Handlers::mnuEditUndoStep_Click() {
   const std::string name = bench_.session.history().undoName();
+  const Shape before = bench_.document().fields.shape;
   bench_.session.undo();
-  showHistory("Undone: " + name);
+  showHistory("Undone: " + name, before);
 }
 
 void Handlers::mnuEditRedoStep_Click() {
   const std::string name = bench_.session.history().redoName();
+  const Shape before = bench_.document().fields.shape;
   bench_.session.redo();
-  showHistory("Done again: " + name);
+  showHistory("Done again: " + name, before);
 }
 
-void Handlers::showHistory(const std::string& what) {
+/// The sheet that came with "(Custom)" goes with it.
+void Handlers::showHistory(const std::string& what, Shape before) {
+  const bool leaves = before == Shape::Custom && bench_.document().fields.shape != Shape::Custom;
+  if (leaves && bench_.picture() == Picture::sheet) bench_.bringToFront(Picture::flat);
   bench_.status({});
   bench_.show(After::all, false);
   bench_.status(what + "; " + bench_.summary());

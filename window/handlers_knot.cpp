@@ -55,7 +55,7 @@ void Handlers::cmdRandknot_Click() {
 
 void Handlers::cmd2D_Click() {
   bench_.bringToFront(Picture::flat);
-  if (bench_.drawKnot(true)) bench_.status(bench_.summary());
+  if (bench_.drawKnot(true, true)) bench_.status(bench_.summary());
   bench_.sortOut();
 }
 

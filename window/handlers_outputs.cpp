@@ -118,12 +118,12 @@ void Handlers::mnuFileSave3D_Click() {
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window.processEvents()) return;
   const std::string path = bench_.files.NewFname(std::string(format->label), std::string(format->extension));
+  bench_.sortOut();
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   window.setBusy(true);
   const Status written = writeModel(*format, *model, path);
   window.setBusy(false);
-  bench_.sortOut();
   if (written) {
     bench_.status("Saved as " + path + ": " + std::to_string(model->QuadCount) + " polygons");
     return;

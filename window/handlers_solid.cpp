@@ -6,7 +6,7 @@ namespace lorivan {
 
 void Handlers::cmd3D_Click() {
   // Without a drawn knot its strands may be those of another grid; drawing it builds the model as well.
-  const bool drawn = bench_.knotDrawn() || bench_.drawKnot(true);
+  const bool drawn = bench_.knotDrawn() || bench_.drawKnot(true, true);
   if (drawn && (bench_.modelCurrent() || bench_.buildModel(true))) showModel();
   bench_.sortOut();
 }
@@ -28,7 +28,6 @@ void Handlers::cmd3DView_Click() {
 bool Handlers::showModel() {
   bench_.paintSolid();
   bench_.bringToFront(Picture::solid);
-  bench_.window.setText(controlId("txtNPoly"), std::to_string(bench_.solid.model().QuadCount));
   bench_.status(bench_.summary());
   return true;
 }

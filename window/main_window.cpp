@@ -86,6 +86,8 @@ void MainWindow::offerRecovered() {
       bench_->show(After::draw);
       bench_->status("Recovered: " + bench_->summary() + "; it is not saved yet");
       return;
+    } else {
+      bench_->status("The knot that was left behind could not be read");
     }
   }
 }
@@ -201,10 +203,10 @@ bool MainWindow::onKey(const KeyEvent& key) {
 bool MainWindow::closeQuery() {
   if (tooSmall_) return true;
   if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
-  // Text typed but not confirmed is taken; nothing is drawn any more.
+  // What the fields show is taken, for the settings keep it; the last knot has to agree with them.
   bench_->deeds.stop();
   bench_->deeds.forget();
-  if (!bench_->deeds.working()) bench_->confirmPending(false);
+  if (!bench_->deeds.working()) bench_->confirmPending(true);
   if (!handlers_->mayLeave("The knot has changes that are not saved. Save them before the program ends?"))
     return false;
   settingsKept_ = keepPreferences(*bench_);

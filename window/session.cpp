@@ -1,11 +1,14 @@
 #include "window/session.h"
 
+#include "base/sink.h"
 #include "design/document_text.h"
 
 namespace lorivan {
 
 Session::Session(Platform& platform, Document floor)
-    : history_({floor, 0}), origins_{{{}, std::move(floor)}}, recovery_(platform) {}
+    : history_({floor, std::make_shared<Origin>(Origin{{}, floor})}),
+      origins_{history_.now().origin},
+      recovery_(platform) {}
 
 void Session::step(const std::string& name, Document next, std::string_view run) {
   history_.add(name, {std::move(next), history_.now().origin}, run);
@@ -14,16 +17,18 @@ void Session::step(const std::string& name, Document next, std::string_view run)
 
 void Session::begin(const std::string& name, Document next, const std::string& path) {
   if (next == document() && path == this->path()) return;
-  origins_.push_back({path, next});
-  history_.add(name, {std::move(next), static_cast<int>(origins_.size()) - 1});
+  const auto origin = std::make_shared<Origin>(Origin{path, next, extensionOf(path) == kKnotFileExtension});
+  std::erase_if(origins_, [](const auto& other) { return other.expired(); });
+  origins_.push_back(origin);
+  history_.add(name, {std::move(next), origin});
   keepAside();
 }
 
 void Session::saved(const std::string& path) {
   // Whatever was open from this file before is compared with what is in it now.
-  for (Origin& other : origins_)
-    if (other.path == path) other.basis = document();
-  origins_[origin()] = {path, document()};
+  for (const auto& known : origins_)
+    if (const auto other = known.lock(); other && other->path == path) other->basis = document();
+  *history_.now().origin = {path, document()};
   history_.endRun();
   keepAside();
 }
@@ -43,13 +48,14 @@ bool Session::recover(const std::string& text) {
   if (!read) return false;
   const Document before = document();
   begin("Recovered knot", std::move(read->document));
-  origins_.back().basis = before;
+  history_.now().origin->basis = before;
   keepAside();
   return true;
 }
 
 void Session::keepAside() {
-  if (modified())
+  // A knot that was only made is not modified, but nowhere else either.
+  if (modified() || !history_.now().origin->isStored)
     recovery_.keep(documentText(document()));
   else
     recovery_.clear();

@@ -1,6 +1,7 @@
 // The document that is open: its history, the files it came from, and the copy that a crash leaves behind.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,10 +12,17 @@
 
 namespace lorivan {
 
+/// Where documents came from. The steps that go on from one share it, and it goes with the last of them.
+struct Origin {
+  std::string path;
+  Document basis;        // as saved, loaded or made
+  bool isStored = true;  // the basis can be had again without a copy kept aside
+};
+
 /// A document together with where it came from.
 struct Opened {
   Document document;
-  int origin = 0;
+  std::shared_ptr<Origin> origin;
   bool operator==(const Opened&) const = default;
 };
 inline std::size_t sizeBeside(const Opened& step, const Opened& neighbour) {
@@ -27,9 +35,9 @@ class Session {
 
   const Document& document() const { return history_.now().document; }
   /// The open file's full path; empty when there is none.
-  const std::string& path() const { return origins_[origin()].path; }
+  const std::string& path() const { return history_.now().origin->path; }
   /// Whether there are changes since the document was saved, loaded or made.
-  bool modified() const { return document() != origins_[origin()].basis; }
+  bool modified() const { return document() != history_.now().origin->basis; }
 
   /// One step of the user's. `run`: see History::add.
   void step(const std::string& name, Document next, std::string_view run = {});
@@ -40,7 +48,7 @@ class Session {
   void saved(const std::string& path);
 
   /// The document is known by this name from now on, whether or not the file holds all of it.
-  void named(const std::string& path) { origins_[origin()].path = path; }
+  void named(const std::string& path) { history_.now().origin->path = path; }
 
   const History<Opened>& history() const { return history_; }
   void undo();
@@ -51,15 +59,10 @@ class Session {
   Recovery& recovery() { return recovery_; }
 
  private:
-  struct Origin {
-    std::string path;
-    Document basis;  // as saved, loaded or made
-  };
-  std::size_t origin() const { return static_cast<std::size_t>(history_.now().origin); }
   void keepAside();
 
   History<Opened> history_;
-  std::vector<Origin> origins_;
+  std::vector<std::weak_ptr<Origin>> origins_;
   Recovery recovery_;
 };
 

@@ -56,6 +56,13 @@ void Workbench::show(After after, bool record) {
   sheet.setLines(document().fields.whole(Param::GridSize));
   solid.takeAngles(document());
   if (const Status taken = stages_.followGrid(document()); !taken) tell(taken.error());
+  follow(after);
+  solid.paintRotator();
+  showCaption();
+  sortOut();
+}
+
+void Workbench::follow(After after) {
   switch (after) {
     case After::same:
     case After::all:
@@ -75,13 +82,12 @@ void Workbench::show(After after, bool record) {
       break;
     case After::sheet:
       bringToFront(Picture::sheet);
+      // The shape's name alone may lead the strands otherwise.
+      if (drawn_ && !drawKnot(false)) showGrid();
       break;
     case After::nothing:
       break;
   }
-  solid.paintRotator();
-  showCaption();
-  sortOut();
 }
 
 /// The picture in front stays; one that cannot be made any more gives way to the flat one.
@@ -121,6 +127,7 @@ void Workbench::confirmPending(bool undone) {
 }
 
 void Workbench::sortOut() {
+  window.setText(controlId("txtNPoly"), modelOfStrands() ? std::to_string(solid.model().QuadCount) : "");
   sortOutCommands(*this);
   sortOutControls(*this);
 }

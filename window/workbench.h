@@ -60,8 +60,9 @@ class Workbench {
 
   // --- the 2-D knot ---
   /// Traces and draws, animated where that is chosen. `asked`: the user wants just this, so that what goes
-  /// wrong is told in a box. False when there is no knot.
-  bool drawKnot(bool asked);
+  /// wrong is told in a box; `modelAsked`: the same for the model that is built with the knot. False when
+  /// there is no knot.
+  bool drawKnot(bool asked, bool modelAsked = false);
   /// The grid without its knot.
   void showGrid();
   /// Whatever the flat picture holds now, once more.
@@ -73,6 +74,10 @@ class Workbench {
   bool modelCurrent() const { return drawn_ && solid.current(document(), stages_); }
   /// Whether there is a model of the strands that are drawn, perhaps with other 3-D values.
   bool modelOfStrands() const { return drawn_ && solid.ofStrands(stages_) && solid.model().QuadCount > 0; }
+  /// Whether the grid is made from the shape that is drawn now.
+  bool gridIsCurrent() const {
+    return document().lines && !(document().outlineAhead && document().fields.shape == Shape::Custom);
+  }
   bool canCreate3D() const { return document().lines && (drawn_ ? !modelCurrent() : modelFieldsTouched_); }
   /// A field that models are made from was changed.
   void modelFieldChanged();
@@ -124,6 +129,7 @@ class Workbench {
   TraceWatcher stepWatcher();
   bool play();
   void showSame(bool model);
+  void follow(After after);
 
   KnotStages stages_;
   KnotStages previewStages_;

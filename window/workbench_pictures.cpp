@@ -46,7 +46,7 @@ class Caption {
 
 }  // namespace
 
-bool Workbench::drawKnot(bool asked) {
+bool Workbench::drawKnot(bool asked, bool modelAsked) {
   if (!document().lines) return false;
   const Deeds::Working working(deeds);
   const bool animated = asked && document().fields.check(Check::Animate);
@@ -60,7 +60,7 @@ bool Workbench::drawKnot(bool asked) {
   }
   if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document())) {
     status(summary());
-    static_cast<void>(buildModel(asked));
+    static_cast<void>(buildModel(modelAsked));
   }
   return true;
 }
@@ -106,7 +106,6 @@ bool Workbench::play() {
 
 void Workbench::showGrid() {
   drawn_ = modelFieldsTouched_ = false;
-  window.setText(controlId("txtNPoly"), "");
   paintFlat();
 }
 
@@ -133,9 +132,11 @@ bool Workbench::buildModel(bool asked) {
     status("No model: it would have " + std::to_string(polygons) + " polygons");
     return false;
   }
-  if (solid.model().QuadCount == 0) return false;
+  if (solid.model().QuadCount == 0) {
+    if (asked) status("The knot has no strands that a model could be made of");
+    return false;
+  }
   modelFieldsTouched_ = false;
-  window.setText(controlId("txtNPoly"), std::to_string(polygons));
   return true;
 }
 

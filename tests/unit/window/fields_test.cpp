@@ -178,6 +178,10 @@ TEST_F(FieldsTest, ScaleAsksOnlyWhenAKnotIsDrawn) {
   EXPECT_TRUE(!gridIsNew() && drawn() && commandText("mnuEditUndoStep") == undo);
   w->userPressesEnter();
   EXPECT_EQ(asked(), 1U);
+  platform.dialogs.answerConfirm(false);
+  w->userSteps(fieldControl(Param::Scale), 1);
+  EXPECT_EQ(asked(), 2U);
+  EXPECT_EQ(text(Param::Scale), "20");
   pick("mnuEditUndo");
   EXPECT_EQ(text(Param::Scale), "30") << "the refused one is in no history";
   enter(Param::Scale, "20");
@@ -193,7 +197,7 @@ TEST_F(FieldsTest, ScaleAsksOnlyWhenAKnotIsDrawn) {
   const int fitted = std::stoi(text(Param::Scale));
   EXPECT_TRUE(fitted > 15 && fitted < 21) << fitted;
   w->userPressesEnter();
-  EXPECT_EQ(asked(), 3U);
+  EXPECT_EQ(asked(), 4U);
   enter(Param::XNo, "2");
   EXPECT_EQ(text(Param::Scale), "60") << "asked for, and fits now";
 }

@@ -103,6 +103,12 @@ TEST_F(ExportTest, FileAndModelFollowTheFields) {
   EXPECT_GT(save("a").size(), 3 * first);
   EXPECT_EQ(polygons(), 4 * before);
   EXPECT_FALSE(enabled("cmd3D"));
+  enter(Param::PolySides, "21");
+  EXPECT_TRUE(enabled("cmd3D"));
+  pickFile("mnuFileSave3D", "");
+  EXPECT_FALSE(enabled("cmd3D")) << "built before the question for the name";
+  enter(Param::PolySides, "20");
+  click("cmd3D");
   // Four sides for one format are no new model on the screen.
   click("optGemVision");
   enter(Param::PolySides, "6");

@@ -61,6 +61,21 @@ TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   EXPECT_FALSE(enabled("cmd3D"));
 }
 
+TEST_F(ModelTest, ThePolygonsShownAreThoseOfTheDrawnKnot) {
+  stored("DrawAtOnce") = "True";
+  start();
+  const auto polygons = [&] { return w->text(controlId("txtNPoly")); };
+  EXPECT_EQ(polygons(), "960");
+  click("cmdOldGrid");
+  EXPECT_EQ(polygons(), "");
+  enter(Param::Width, "9");
+  EXPECT_EQ(polygons(), "960");
+  enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}});
+  pick("mnuStyle0");
+  click("cmdRandknot");
+  EXPECT_EQ(asked(), 0U) << "nobody asked for a model";
+}
+
 TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   start();
   enter(Param::XNo, "10");

@@ -35,6 +35,23 @@ TEST(Session, KnowsWhatIsSavedWhateverIsUndone) {
   EXPECT_TRUE(session.path() == "/a.qzd" && session.modified()) << "that file holds 13 now";
 }
 
+TEST(Recovery, AKnotThatIsInNoFileIsKept) {
+  const Folder folder;
+  NonePlatform platform;
+  platform.userFolder_ = folder.path.string();
+  Session session(platform, wide(7));
+  const auto kept = [&] { return std::filesystem::exists(folder.file("unsaved-1.qzd")); };
+  const Document made = wide(8);
+  session.begin("Random knot", made);
+  EXPECT_TRUE(kept() && !session.modified()) << "nothing to ask for, but only in memory";
+  session.saved("/a.qzd");
+  EXPECT_FALSE(kept());
+  session.begin("Load shape", wide(9), "/shape.qzc");
+  EXPECT_TRUE(kept()) << "that file holds the outline alone";
+  session.begin("Load b.qzd", wide(10), "/b.qzd");
+  EXPECT_FALSE(kept());
+}
+
 TEST(Recovery, TwoProgramsKeepTheirOwnCopies) {
   const Folder folder;
   NonePlatform platform;

@@ -98,11 +98,12 @@ TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   pick("mnuShapeBlank");
   choose(Shape::SquareSquare);
   click("cmd2D");
+  EXPECT_TRUE(commandEnabled("mnuFileSaveEMF"));
   pickFile("mnuShapeLoadFile", path);
   EXPECT_EQ(lastAsked().file.initialName, folder.file("*.qzc"));
   expectOnSheet();
   EXPECT_TRUE(w->selected(controlId("lstType")) == 12 && at(3, 300, 300));
-  EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuShapeClear"));
+  EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuFileSaveEMF") || commandEnabled("mnuShapeClear"));
   pick("mnuShapeUndo");  // back to what was loaded
   EXPECT_EQ(shape().ShapeLineCount, 4);
 
@@ -127,6 +128,22 @@ TEST_F(ShapeTest, PointsSnapToTheAlignmentGrid) {
   EXPECT_EQ(segments(), 2 * 19);
   drag({10, 10}, {209, 171});
   EXPECT_TRUE(at(1, 200, 180));
+}
+
+TEST_F(ShapeTest, TheSheetComesAndGoesWithItsShape) {
+  start();
+  choose(Shape::Circular);
+  enterAll({{Param::XNo, "8"}, {Param::Scale, "40"}});
+  click("cmd2D");
+  choose(Shape::Custom);
+  expectOnSheet();
+  pick("mnuEditUndoStep");
+  expectOnGrid();
+  choose(Shape::Custom);
+  pick("mnuShapeView");
+  const auto shown = pixels();
+  click("cmd2D");
+  EXPECT_EQ(shown, pixels()) << "strands follow circles no more";
 }
 
 TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {

@@ -153,6 +153,14 @@ TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   EXPECT_EQ(line(3).Kind, kWall);
   EXPECT_TRUE(drawn() && !bench().session.modified());
   EXPECT_TRUE(document().outline == last.outline) << "a shape of one's own as well";
+  // A field that was stepped back goes into the settings and the knot alike.
+  enter(Param::Width, "12");
+  w->userFocuses(fieldControl(Param::Edge));
+  pick("mnuEditUndo");
+  EXPECT_EQ(document().fields.text(Param::Width), "12") << "shown, not applied";
+  exit();
+  start();
+  EXPECT_TRUE(text(Param::Width) == last.fields.text(Param::Width) && line(3).Kind == kWall);
   // Settings of another program version, or by hand: they win over the last knot.
   exit();
   stored("txtXNo") = "5";
