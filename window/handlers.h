@@ -93,6 +93,7 @@ class Handlers {
   void stepLineKind(int line, int steps);
   void makeGridAnew();
   bool showModel();
+  void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
   void loadTracePicture(const std::string& path);

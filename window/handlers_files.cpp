@@ -67,14 +67,14 @@ void Handlers::mnuFileLoad_Click() {
 void Handlers::mnuFileRecent_Click(std::size_t place) {
   if (place >= bench_.recentFiles.size()) return;
   const std::string path = bench_.recentFiles[place];
-  extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+  loadFile(path);
 }
 
 void Handlers::fileDropped(const std::string& path) {
   const std::string extension = extensionOf(path);
   if (extension == kKnotFileExtension || extension == kShapeFileExtension) {
     bench_.files.rememberFolder(path);
-    extension == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+    loadFile(path);
   } else if (TracePicture::canLoad(path)) {
     loadTracePicture(path);
   } else {
@@ -82,7 +82,10 @@ void Handlers::fileDropped(const std::string& path) {
   }
 }
 
-void Handlers::openFile(const std::string& path) {
+void Handlers::openFile(const std::string& path) { loadFile(path); }
+
+/// A knot or a shape file, by its extension.
+void Handlers::loadFile(const std::string& path) {
   extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
 }
 

@@ -87,6 +87,8 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
   }
 }
 
+bool isSize(WindowState state) { return state == WindowState::width || state == WindowState::height; }
+
 std::string chosenFormat(const Window& window) {
   for (const ExportFormat& format : exportFormats())
     if (!format.option.empty() && window.checked(controlNamed(format.option)))
@@ -157,8 +159,12 @@ Document restoredDocument(const Settings& settings) {
   const DocumentRestorer restorer(document);
   for (const SettingRow& row : settingTable())
     std::visit([&](const auto& owner) { restorer.take(owner, settingOf(settings, row)); }, row.owner);
-  auto made = newGrid(document);
-  return made ? *made : document;
+  // Widths are as they were left, also where walls were drawn after the bands were fitted.
+  const bool fit = std::exchange(document.fields.check(Check::FitBands), false);
+  const auto made = newGrid(document);
+  if (made) document = *made;
+  document.fields.check(Check::FitBands) = fit;
+  return document;
 }
 
 bool isFirstStart(const Settings& settings) {
@@ -166,9 +172,14 @@ bool isFirstStart(const Settings& settings) {
 }
 
 void restorePreferences(Workbench& bench) {
+  // What place the window can have depends on its size.
+  for (const bool sizes : {true, false})
+    for (const SettingRow& row : settingTable())
+      if (const auto* state = std::get_if<WindowState>(&row.owner);
+          state != nullptr && isSize(*state) == sizes)
+        restoreWindow(bench, *state, settingOf(bench.platform.settings(), row));
   for (const SettingRow& row : settingTable()) {
     const std::string text = settingOf(bench.platform.settings(), row);
-    if (const auto* state = std::get_if<WindowState>(&row.owner)) restoreWindow(bench, *state, text);
     if (std::get_if<RecentFile>(&row.owner) != nullptr && !text.empty()) bench.recentFiles.push_back(text);
   }
 }

@@ -11,7 +11,22 @@ Session::Session(Platform& platform, Document floor)
       recovery_(platform) {}
 
 void Session::step(const std::string& name, Document next, std::string_view run) {
+  const bool joins = !run.empty() && history_.undoName() == name && run == run_;
   history_.add(name, {std::move(next), history_.now().origin}, run);
+  run_ = run;
+  // The moves of one drag are one step: the first of them is kept, and the last at its end.
+  if (!joins) keepAside();
+}
+
+const std::string& Session::caption() const {
+  const Origin& origin = *history_.now().origin;
+  return origin.caption.empty() ? origin.path : origin.caption;
+}
+
+void Session::endRun() {
+  history_.endRun();
+  if (run_.empty()) return;
+  run_.clear();
   keepAside();
 }
 

@@ -15,8 +15,9 @@ namespace lorivan {
 /// Where documents came from. The steps that go on from one share it, and it goes with the last of them.
 struct Origin {
   std::string path;
-  Document basis;        // as saved, loaded or made
-  bool isStored = true;  // the basis can be had again without a copy kept aside
+  Document basis;            // as saved, loaded or made
+  bool isStored = true;      // the basis can be had again without a copy kept aside
+  std::string caption = {};  // the file named last that holds a part of it; empty: the path
 };
 
 /// A document together with where it came from.
@@ -36,6 +37,8 @@ class Session {
   const Document& document() const { return history_.now().document; }
   /// The open file's full path; empty when there is none.
   const std::string& path() const { return history_.now().origin->path; }
+  /// What the caption shows: usually the path.
+  const std::string& caption() const;
   /// Whether there are changes since the document was saved, loaded or made.
   bool modified() const { return document() != history_.now().origin->basis; }
 
@@ -43,12 +46,13 @@ class Session {
   void step(const std::string& name, Document next, std::string_view run = {});
   /// The step leads to another knot that came from a file, or, without a path, from nowhere.
   void begin(const std::string& name, Document next, const std::string& path = {});
-  void endRun() { history_.endRun(); }
+  /// The next step joins none before it, and what the run led to is kept aside.
+  void endRun();
   /// The document was written to this file, which is the open one from now on.
   void saved(const std::string& path);
 
-  /// The document is known by this name from now on, whether or not the file holds all of it.
-  void named(const std::string& path) { history_.now().origin->path = path; }
+  /// A part of the document was written to this file, whose name the caption shows from now on.
+  void named(const std::string& path) { history_.now().origin->caption = path; }
 
   const History<Opened>& history() const { return history_; }
   void undo();
@@ -63,6 +67,7 @@ class Session {
 
   History<Opened> history_;
   std::vector<std::weak_ptr<Origin>> origins_;
+  std::string run_;  // of the step made last
   Recovery recovery_;
 };
 

@@ -135,7 +135,7 @@ void Workbench::sortOut() {
 /// "Lorivan - V3.44k  /home/ann/knot.qzd *": the star marks changes that are not in the file.
 void Workbench::showCaption() {
   std::string caption = "Lorivan - V" + std::string(kVersion) + ' ';
-  if (!session.path().empty()) caption += ' ' + session.path();
+  if (!session.caption().empty()) caption += ' ' + session.caption();
   if (session.modified()) caption += " *";
   window.setTitle(caption);
 }
