@@ -49,7 +49,8 @@ bool Session::recover(const std::string& text) {
 }
 
 void Session::keepAside() {
-  if (modified())
+  // A knot made from nothing lies nowhere either; the first one is what the next start shows anyway.
+  if (modified() || (path().empty() && origin() != 0))
     recovery_.keep(documentText(document()));
   else
     recovery_.clear();

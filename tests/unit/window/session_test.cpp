@@ -35,6 +35,25 @@ TEST(Session, KnowsWhatIsSavedWhateverIsUndone) {
   EXPECT_TRUE(session.path() == "/a.qzd" && session.modified()) << "that file holds 13 now";
 }
 
+TEST(Session, KeepsAsideWhatLiesInNoFile) {
+  const Folder folder;
+  NonePlatform platform;
+  platform.userFolder_ = folder.path.string();
+  Session session(platform, wide(7));
+  const auto kept = [&] { return Folder::contents(folder.file("unsaved-1.qzd")); };
+  session.step("Width 8", wide(8));
+  session.begin("Random knot", wide(9));
+  EXPECT_TRUE(!session.modified() && kept() == documentText(wide(9)));
+  session.undo();
+  EXPECT_EQ(kept(), documentText(wide(8)));
+  session.undo();
+  EXPECT_EQ(kept(), "") << "the next start shows it anyway";
+  session.redo();
+  session.redo();
+  session.saved(folder.file("a.qzd"));
+  EXPECT_EQ(kept(), "");
+}
+
 TEST(Recovery, TwoProgramsKeepTheirOwnCopies) {
   const Folder folder;
   NonePlatform platform;
