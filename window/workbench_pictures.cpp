@@ -58,10 +58,8 @@ bool Workbench::drawKnot(bool asked) {
     drawn_ = true;
     paintFlat();
   }
-  if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document())) {
-    status(summary());
+  if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document()))
     static_cast<void>(buildModel(asked));
-  }
   return true;
 }
 
@@ -136,6 +134,7 @@ bool Workbench::buildModel(bool asked) {
   if (solid.model().QuadCount == 0) return false;
   modelFieldsTouched_ = false;
   window.setText(controlId("txtNPoly"), std::to_string(polygons));
+  status(summary());  // no longer that it is being built
   return true;
 }
 
