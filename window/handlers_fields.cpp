@@ -126,17 +126,26 @@ void Handlers::mnuEditUndo_Click() {
 
 void Handlers::mnuEditUndoStep_Click() {
   const std::string name = bench_.session.history().undoName();
+  const Document before = bench_.document();
   bench_.session.undo();
-  showHistory("Undone: " + name);
+  showHistory(before, "Undone: " + name);
 }
 
 void Handlers::mnuEditRedoStep_Click() {
   const std::string name = bench_.session.history().redoName();
+  const Document before = bench_.document();
   bench_.session.redo();
-  showHistory("Done again: " + name);
+  showHistory(before, "Done again: " + name);
 }
 
-void Handlers::showHistory(const std::string& what) {
+/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot.
+void Handlers::showHistory(const Document& before, const std::string& what) {
+  const Document& now = bench_.document();
+  const bool linesNew = now.lines != before.lines;
+  const bool shapeNew = outlineOf(now) != outlineOf(before) || now.fields.shape != before.fields.shape;
+  const bool onSheet = linesNew ? !now.lines : now.fields.shape == Shape::Custom;
+  if ((linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
+    bench_.bringToFront(onSheet ? Picture::sheet : Picture::flat);
   bench_.status({});
   bench_.show(After::all, false);
   bench_.status(what + "; " + bench_.summary());
