@@ -66,7 +66,12 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
   const auto next = changeField(bench_.document(), p, text);
   const bool taken = bench_.step(next ? fieldStep(*next, p) : std::string(), next, follows(bench_, p), run);
   if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
-  if (!note.empty()) bench_.statusToo(note);
+  const std::string& given = bench_.document().fields.text(p);
+  if (taken && given != text)
+    bench_.statusToo(std::string(trimmed(parameterSpec(p).caption)) + ": " + text + " became " + given +
+                     (p == Param::Scale ? " to fit" : " for this shape"));
+  else if (!note.empty())
+    bench_.statusToo(note);
 }
 
 /// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
