@@ -89,7 +89,7 @@ class Handlers {
   // Handlers do not call each other; what several of them do stands here.
   void applyField(Param p, const std::string& text, const std::string& run, const std::string& note);
   bool scaleRefused(Param p);
-  void showHistory(const std::string& what, Shape before);
+  void showHistory(const Document& before, const std::string& what);
   void stepLineKind(int line, int steps);
   void makeGridAnew();
   bool showModel();

@@ -59,7 +59,12 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
   const auto next = changeField(bench_.document(), p, text);
   const bool taken = bench_.step(next ? fieldStep(*next, p) : std::string(), next, follows(bench_, p), run);
   if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
-  if (!note.empty()) bench_.statusToo(note);
+  const std::string& given = bench_.document().fields.text(p);
+  if (taken && given != text)
+    bench_.statusToo(std::string(trimmed(parameterSpec(p).caption)) + ": " + text + " became " + given +
+                     (p == Param::Scale ? " to fit" : " for this shape"));
+  else if (!note.empty())
+    bench_.statusToo(note);
 }
 
 /// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
@@ -120,22 +125,26 @@ void Handlers::mnuEditUndo_Click() {
 
 void Handlers::mnuEditUndoStep_Click() {
   const std::string name = bench_.session.history().undoName();
-  const Shape before = bench_.document().fields.shape;
+  const Document before = bench_.document();
   bench_.session.undo();
-  showHistory("Undone: " + name, before);
+  showHistory(before, "Undone: " + name);
 }
 
 void Handlers::mnuEditRedoStep_Click() {
   const std::string name = bench_.session.history().redoName();
-  const Shape before = bench_.document().fields.shape;
+  const Document before = bench_.document();
   bench_.session.redo();
-  showHistory("Done again: " + name, before);
+  showHistory(before, "Done again: " + name);
 }
 
-/// The sheet that came with "(Custom)" goes with it.
-void Handlers::showHistory(const std::string& what, Shape before) {
-  const bool leaves = before == Shape::Custom && bench_.document().fields.shape != Shape::Custom;
-  if (leaves && bench_.picture() == Picture::sheet) bench_.bringToFront(Picture::flat);
+/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot.
+void Handlers::showHistory(const Document& before, const std::string& what) {
+  const Document& now = bench_.document();
+  const bool linesNew = now.lines != before.lines;
+  const bool shapeNew = outlineOf(now) != outlineOf(before) || now.fields.shape != before.fields.shape;
+  const bool onSheet = linesNew ? !now.lines : now.fields.shape == Shape::Custom;
+  if ((linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
+    bench_.bringToFront(onSheet ? Picture::sheet : Picture::flat);
   bench_.status({});
   bench_.show(After::all, false);
   bench_.status(what + "; " + bench_.summary());

@@ -58,10 +58,8 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
     drawn_ = true;
     paintFlat();
   }
-  if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document())) {
-    status(summary());
+  if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document()))
     static_cast<void>(buildModel(modelAsked));
-  }
   return true;
 }
 
@@ -137,6 +135,7 @@ bool Workbench::buildModel(bool asked) {
     return false;
   }
   modelFieldsTouched_ = false;
+  status(summary());  // no longer that it is being built
   return true;
 }
 

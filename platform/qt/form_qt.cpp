@@ -128,6 +128,7 @@ QWidget* FormQt::makeField(ControlId id) {
   const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
   if (spec.kind == ControlKind::list) {
     auto* const box = new QComboBox(this);
+    box->setFocusPolicy(Qt::StrongFocus);  // the wheel, which does nothing here, leaves the focus alone
     connect(box, &QComboBox::activated, this, [this, id] { events_.changed(id); });
     return box;
   }

@@ -137,6 +137,10 @@ TEST_F(FieldsTest, TypedTextIsCorrectedAndTheCorrectionTold) {
   w->userEscapes();
   EXPECT_EQ(text(Param::Width), "7");
   EXPECT_TRUE(nothingWaits({Param::Edge, Param::Width}));
+  choose(Shape::Circular);
+  enter(Param::XNo, "none");
+  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("; X: 2 became 4 for this shape"))
+      << w->status();
 }
 
 TEST_F(FieldsTest, StepsOfOneFieldAreOneStepBackUntilItIsLeft) {

@@ -85,11 +85,13 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
     EXPECT_TRUE(document() == documents[i]) << names[i];
     EXPECT_EQ(pixels(), pictures[i]) << names[i];
     EXPECT_EQ(commandText("mnuEditRedoStep"), "&Redo " + names[i]);
+    EXPECT_EQ(visible("picShape"), names[i] == "Blank shape" || names[i].starts_with("Shape: ")) << names[i];
   }
   EXPECT_FALSE(commandEnabled("mnuEditUndoStep"));
   for (std::size_t i = 0; i < names.size(); ++i) {
     redo();
     EXPECT_TRUE(document() == documents[i + 1]) << names[i];
+    EXPECT_EQ(visible("picShape"), i > 9 && names[i] != "New Grid") << names[i];
   }
   EXPECT_FALSE(commandEnabled("mnuEditRedoStep"));
 }

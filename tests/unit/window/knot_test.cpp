@@ -126,6 +126,7 @@ TEST_F(KnotTest, AStylePreviewLeavesTheKnotAsItWasInBothViews) {
   pick("mnuStyle4");
   EXPECT_TRUE(visible("picKnot") && bench().modelCurrent()) << "a style chosen in the 3-D view shows there";
   EXPECT_EQ(w->surface(kSolid).pixel({1, 1}), w->surface(kGrid).background());
+  EXPECT_TRUE(w->status().ends_with(" polygons")) << "nothing waits for Create 3D: " << w->status();
 }
 
 }  // namespace
