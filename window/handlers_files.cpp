@@ -82,7 +82,10 @@ void Handlers::fileDropped(const std::string& path) {
   }
 }
 
-void Handlers::openFile(const std::string& path) {
+/// The working folder may be another one when the file is saved, or opened again.
+void Handlers::openFile(const std::string& name) {
+  const std::string path = absolutePath(name);
+  bench_.files.rememberFolder(path);
   extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
 }
 
