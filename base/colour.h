@@ -35,4 +35,8 @@ constexpr Colour QBColor(int index) {
   return palette[static_cast<std::size_t>(std::clamp(index, 0, 15))];
 }
 
+/// Relative luminance, 0 black to 1 white (the definition of sRGB). White letters on a colour below 0.18, and
+/// black ones on the others, have a contrast of at least 4.5 to 1.
+double relativeLuminance(Colour colour);
+
 }  // namespace lorivan

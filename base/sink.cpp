@@ -182,6 +182,12 @@ bool moveFile(const std::string& from, const std::string& to) {
   return !fault;
 }
 
+std::string absolutePath(const std::string& path) {
+  std::error_code fault;
+  const fs::path whole = fs::absolute(toPath(path), fault);
+  return fault ? path : fromPath(whole.lexically_normal());
+}
+
 std::string_view fileNameOf(std::string_view path) {
   const auto cut = path.find_last_of("/\\");
   return cut == std::string_view::npos ? path : path.substr(cut + 1);

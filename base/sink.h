@@ -73,6 +73,9 @@ bool removeFile(const std::string& path);
 /// Gives a file another name; a file of that name is replaced. False when nothing was changed.
 bool moveFile(const std::string& from, const std::string& to);
 
+/// The full path of a file that was named from the working folder.
+std::string absolutePath(const std::string& path);
+
 /// The part of a path after its last separator ("/" or "\\").
 std::string_view fileNameOf(std::string_view path);
 

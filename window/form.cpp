@@ -10,8 +10,8 @@ namespace {
 
 constexpr Colour kWhite = QBColor(15), kBlack = QBColor(0);
 
-/// Text colour on a field that shows colour number `index`.
-Colour textOn(int index) { return index < 9 ? kWhite : kBlack; }
+/// White or black, whichever stands out more from a background.
+Colour textOn(Colour background) { return relativeLuminance(background) > 0.18 ? kBlack : kWhite; }
 
 }  // namespace
 
@@ -153,11 +153,11 @@ void Form::showColours() {
     window_.setColours(kFirstColourBox + box, shown_.boxes[static_cast<std::size_t>(box)], kBlack);
   const KnotFields now = read();  // a field may show another number than the document has
   const int back = now.whole(Param::PicKnotBackColour);
-  window_.setColours(fieldControl(Param::PicKnotBackColour), BColor(shown_.boxes, back), textOn(back));
+  const Colour background = BColor(shown_.boxes, back);
+  window_.setColours(fieldControl(Param::PicKnotBackColour), background, textOn(background));
   const int start = std::abs(now.whole(Param::StartColour));
-  const StrandColours colours = strandColours(shown_.boxes);
-  window_.setColours(fieldControl(Param::StartColour), colours.display[static_cast<std::size_t>(start)],
-                     textOn(start));
+  const Colour first = strandColours(shown_.boxes).display[static_cast<std::size_t>(start)];
+  window_.setColours(fieldControl(Param::StartColour), first, textOn(first));
 }
 
 /// The offset field is there for the shapes that have one.

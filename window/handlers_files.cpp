@@ -82,7 +82,12 @@ void Handlers::fileDropped(const std::string& path) {
   }
 }
 
-void Handlers::openFile(const std::string& path) { loadFile(path); }
+/// The working folder may be another one when the file is saved, or opened again.
+void Handlers::openFile(const std::string& name) {
+  const std::string path = absolutePath(name);
+  bench_.files.rememberFolder(path);
+  loadFile(path);
+}
 
 /// A knot or a shape file, by its extension.
 void Handlers::loadFile(const std::string& path) {

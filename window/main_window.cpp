@@ -79,7 +79,8 @@ void MainWindow::onStarted() {
 /// Each knot that a crash left behind is offered once.
 void MainWindow::offerRecovered() {
   while (const auto text = bench_->session.recovery().takeLeft()) {
-    if (!window_->confirm("Lorivan did not end in order last time. Open the knot that was being worked on?",
+    if (!window_->confirm("Lorivan did not end in order last time. Open the knot that was being worked on? "
+                          "Cancel throws it away.",
                           "Lorivan")) {
       bench_->session.recovery().clear();
     } else if (bench_->session.recover(*text)) {

@@ -141,7 +141,8 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
   pickFile("mnuFileSaveAs", folder.file("again.qzd"));
   EXPECT_EQ(lastAsked().initial, folder.file("*.qzd"));
 
-  start({folder.file("kept.qzd"), false, {}});
+  start({std::filesystem::relative(folder.file("kept.qzd")).string(), false, {}});
+  EXPECT_EQ(bench().recentFiles.front(), folder.file("kept.qzd")) << "also found from elsewhere";
   EXPECT_TRUE(drawn() && text(Param::Width) == "5" && statusStarts("Loaded "));
   w->userDrops(folder.file("other.txt"));
   EXPECT_EQ(w->status(), "other.txt is no knot file (*.qzd), shape file (*.qzc) or picture");
