@@ -15,8 +15,14 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   start();
   EXPECT_EQ(w->title(), "Lorivan - V3.44k ");
   EXPECT_TRUE(w->shown());
-  expectTexts({{Param::XNo, "2"}, {Param::Scale, "30"}, {Param::Edge, "4"}, {Param::KDist, "-1100"}});
-  EXPECT_EQ(text(Param::Smooth), "2") << "0 is stored and corrected";
+  std::string fields, checks, states;
+  for (int i = 0; i < kParamCount; ++i) fields += text(static_cast<Param>(i)) + ' ';
+  EXPECT_EQ(fields, "2 2 0 20 12 7 30 10 2 1 4 9 5 4 5 4 2 0 15 0 0 0 0.3 0.9 0.5 10 -1100 ");
+  for (const CheckSpec& row : checkTable()) checks += checked(row.field) ? '1' : '0';
+  EXPECT_EQ(checks, "1100100000");
+  for (const SettingRow& row : settingTable())
+    if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
+  EXPECT_EQ(states, "0 0 0 False False  1 True 0 0 False ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop"})
     EXPECT_FALSE(enabled(off)) << off;
