@@ -21,10 +21,7 @@ class CommandsTest : public MainWindowTest {
   };
 
   /// A knot is drawn, nothing is open, nothing else was done.
-  void drawnKnot() {
-    start({{}, false, seededRandom(7)});
-    click("cmd2D");
-  }
+  void drawnKnot() { startDrawn({{}, false, seededRandom(7)}); }
   void square() { drawSquare(), enter(Param::GridSize, "4"); }
   Deed file(const std::string& name) {
     return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
@@ -137,8 +134,8 @@ TEST_F(CommandsTest, EveryControlDoesItsOwn) {
   std::set<std::string_view> left;
   for (const ControlSpec& row : formTable())
     if (row.kind == ControlKind::button || row.kind == ControlKind::picture) left.insert(row.name);
-  const auto presses = [this](
-                           const char* button, const Deed& before = [] {}) {
+  const Deed none = [] {};
+  const auto presses = [this](const char* button, const Deed& before) -> Deed {
     return [this, button, before] { before(), click(button); };
   };
   const auto changed = [this] { enter(Param::PolySides, "9"); };
@@ -149,7 +146,7 @@ TEST_F(CommandsTest, EveryControlDoesItsOwn) {
     Deed deed;
     Sight done;
   } rows[] = {
-      {"cmdRandknot", presses("cmdRandknot"), [this] { return drawn() && lines() != 12; }},
+      {"cmdRandknot", presses("cmdRandknot", none), [this] { return drawn() && lines() != 12; }},
       {"cmdNewGrid", presses("cmdNewGrid", [this] { markGrid(); }),
        [this] { return gridIsNew() && !drawn(); }},
       {"cmdOldGrid", presses("cmdOldGrid", [this] { markGrid(); }),
@@ -158,11 +155,11 @@ TEST_F(CommandsTest, EveryControlDoesItsOwn) {
       {"cmd3D", presses("cmd3D", changed),
        [this] { return shows(Picture::solid) && w->text(controlId("txtNPoly")) == "1728"; }},
       {"cmd2DView", presses("cmd2DView", solid), [this] { return shows(Picture::flat); }},
-      {"cmd3DView", presses("cmd3DView"), [this] { return shows(Picture::solid); }},
+      {"cmd3DView", presses("cmd3DView", none), [this] { return shows(Picture::solid); }},
       {"picGrid", [this] { clickLine(3); }, [this] { return line(3).Kind == kWall; }},
       {"picKnot",
        [&] {
-         solid(), drag(kSolid, {100, 100}, {160, 100});
+         return solid(), drag(kSolid, {100, 100}, {160, 100});
        },
        turned},
       {"picNav", [&] { solid(), w->userClicksAt(kNav, 1, 30, 60); }, turned},
