@@ -26,6 +26,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop"})
     EXPECT_FALSE(enabled(off)) << off;
+  EXPECT_THROW(click("cmd3D"), std::logic_error) << "nobody can press it";
   for (const char* off : {"mnuFileSave3D", "mnuFileSaveEMF", "mnuShapeMakeGrid", "mnuShapeAutoGrid",
                           "mnuShapeClear", "mnuShapeUndo", "mnuEditUndoStep", "mnuEditRedoStep", "mnuView3D"})
     EXPECT_FALSE(commandEnabled(off)) << off;
