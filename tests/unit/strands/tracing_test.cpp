@@ -50,17 +50,6 @@ TEST(Tracing, EveryShapeOfEverySizeIsAnAlternatingKnot) {
         }
 }
 
-TEST(Tracing, OneStrandIsOverWhereTheOtherIsUnder) {
-  for (int s = 0; s < kShapeCount - 1; ++s) {
-    const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), 5, 4));
-    if (countKnot(*knot.graph, *knot.store).strands >= kMostStrands) continue;
-    std::map<std::pair<float, float>, float> heights;  // summed up at every crossing
-    for (int slot = 1; slot < kStrandSlots; ++slot)
-      for (const StrandPoint& p : knot.store->closed(slot)) heights[{p.x, p.y}] += p.z;
-    for (const auto& [place, height] : heights) EXPECT_EQ(height, 0) << s;
-  }
-}
-
 TEST(Tracing, SlotsFollowTheStartColour) {
   for (const auto& [start, first] : {std::pair{12, 12}, {-3, 3}, {0, 1}, {15, 15}}) {
     const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 1, 1), {.startColour = start});
@@ -124,27 +113,6 @@ TEST(Tracing, ControlPointsStayWhereTheyAre) {
       for (const StrandPoint& p : knot.store->closed(slot)) sum = 0.999 * sum + p.x + 1.7 * p.y;
     EXPECT_NEAR(sum, expected, 0.05) << static_cast<int>(shape);
   }
-}
-
-/// A 2 x 2 square with a middle line of this kind.
-MadeKnot squareWithKind(std::int16_t kind) {
-  MadeKnot knot;
-  knot.fields = fieldsOf(Shape::SquareSquare, 2, 2);
-  EXPECT_TRUE(buildStandardGrid(*knot.graph, knot.fields));
-  knot.graph->Lines[1].Kind = kind;
-  knot.trace();
-  return knot;
-}
-
-TEST(Tracing, StrandsTurnBackAtAWall) {
-  const MadeKnot plain = squareWithKind(kOrdinary), wall = squareWithKind(kWall),
-                 reversed = squareWithKind(kReversed);
-  ASSERT_EQ(plain.error + wall.error + reversed.error, "");
-  EXPECT_EQ(wronglyPassed(*wall.graph), 0);
-  EXPECT_EQ(countKnot(*plain.graph, *plain.store).crossings, 12);
-  EXPECT_EQ(countKnot(*wall.graph, *wall.store).crossings, 11) << "nothing crosses at the wall";
-  EXPECT_EQ(wall.graph->Lines[1].Passes, 2) << "one strand turns on each side";
-  EXPECT_EQ(countKnot(*reversed.graph, *reversed.store).crossings, 12);
 }
 
 TEST(Tracing, NeighboursThatAreNoPointsEndInTheMessage) {

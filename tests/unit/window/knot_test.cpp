@@ -23,6 +23,11 @@ TEST_F(KnotTest, Create2DDrawsTheKnotAndOldGridTakesItAway) {
   EXPECT_EQ(w->text(controlId("txtNPoly")), "");
   click("chkShowCrossings");
   EXPECT_TRUE(count(DrawKind::wideCurve) == 0 && count(DrawKind::segment) == 12);
+  markGrid();
+  click("cmdOldGrid");
+  EXPECT_FALSE(gridIsNew());
+  click("cmdNewGrid");
+  EXPECT_TRUE(gridIsNew());
 }
 
 TEST_F(KnotTest, ClicksStepALineThroughItsKindsAndRedrawTheKnot) {
