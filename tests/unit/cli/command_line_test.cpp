@@ -31,6 +31,7 @@ TEST(CommandLine, KeepsItsOptionsInOrder) {
   EXPECT_TRUE(line->seed == 42U && line->width == 800 && line->millimetres == 12.5);
   EXPECT_EQ(line->preset, findPreset("Gold"));
   EXPECT_EQ(line->outputs.size(), 2U);
+  EXPECT_TRUE(parseCommandLine({"--mm", "0.01", "-o", "a.svg"}));
   const auto seedless = parseCommandLine({"--random", "-o", "a.svg", "--shape", "4"});
   EXPECT_TRUE(seedless->random && !seedless->seed && seedless->shape == Shape::Circular);
 }

@@ -54,6 +54,8 @@ TEST(History, ARunIsOneStep) {
   EXPECT_EQ(history.redo().value, 7);
   EXPECT_EQ(add(9, "edge"), 6U) << "what was taken again is joined by nothing";
   EXPECT_EQ(history.bytes(), 60U);
+  while (history.steps() > 1) history.undo();
+  EXPECT_EQ(add(4, "width"), 2U) << "nor is what was gone back to";
 }
 
 TEST(History, TheOldestStepsGoFirst) {

@@ -31,7 +31,7 @@ TEST(StandardGrids, LinesStandWhereTheirFormulasPutThem) {
       {Shape::SquareTriangle, 2, 2, 30, 15, 14, {0, 0, 30, -30, 1}}, {Shape::Diamond2, 1, 1, 30, 4, 2, {15, 0, 0, -26, 1}},
       {Shape::Triangle, 1, 1, 50, 2, 1, {30, -26, 0, 26, 1}},  // cell 60, rows 51.96 high
       // Cell 60, tips 30 and sides 51.96 high, from (-60 / 1.85, -60 * 0.65); then 18 and 34.99, from -60 * 0.45.
-      {Shape::Hexagonal, 1, 1, 80, 5, 1, {-32, 13, -2, 43, 1}}, {Shape::Hexagonal, 1, 1, 80, 5, 4, {28, -39, -2, -69, 1}},
+      {Shape::Hexagonal, 1, 1, 80, 5, 1, {-32, 13, -2, 43, 1}}, {Shape::Hexagonal, 1, 3, 21, 15, 12, {-9, 27, -1, 35, 1}},
       {Shape::RegularHexagonal, 1, 1, 60, 5, 1, {-32, 8, -2, 26, 1}}, {Shape::Circular, 4, 2, 20, 23, 1, {20, 0, 40, 0, 1}},
       {Shape::Octagonal, 1, 1, 20, 7, 1, {-24, 10, -10, 24, 1}},  // slopes of 14.14, about the middle
       {Shape::Cross, 5, 2, 10, 41, 0, {-25, -15, -15, -15, 1}}, {Shape::Spiral, 2, 2, 20, 10, 0, {0, 25, 40, 0, 1}},

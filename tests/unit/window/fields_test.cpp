@@ -183,11 +183,11 @@ TEST_F(FieldsTest, ScaleAsksOnlyWhenAKnotIsDrawn) {
 
 TEST_F(FieldsTest, ColoursAndLabelsFollowTheirFields) {
   start();
-  enterAll({{Param::StartColour, "-9"}, {Param::PicKnotBackColour, "1"}});
+  enterAll({{Param::StartColour, "-9"}, {Param::PicKnotBackColour, "8"}});
   for (const auto& [p, under, letters] :
-       {std::tuple{Param::StartColour, QBColor(9), 0U}, {Param::PicKnotBackColour, QBColor(1), 0xFFFFFFU}})
+       {std::tuple{Param::StartColour, QBColor(9), 0U}, {Param::PicKnotBackColour, QBColor(8), 0xFFFFFFU}})
     EXPECT_TRUE(background(p) == under && w->textColour(fieldControl(p)) == letters);
-  EXPECT_EQ(w->surface(kGrid).pixel({1, 1}), QBColor(1));
+  EXPECT_EQ(w->surface(kGrid).pixel({1, 1}), QBColor(8));
   click("cmd2D");
   platform.dialogs.answerColour(0x445566);
   click("txtCol8");

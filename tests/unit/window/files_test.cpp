@@ -34,6 +34,7 @@ TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
   EXPECT_EQ(bitmapWidth(save("solid.bmp")), 500);
   EXPECT_EQ(save("solid.svg"), "");
   click("chkHeightMap");
+  EXPECT_EQ(w->status(), "Press Create 3D to show the changed 3D values");
   EXPECT_EQ(bitmapWidth(save("heights.bmp")), 1000);
   EXPECT_EQ(save("missing/heights.bmp"), "");
   EXPECT_TRUE(statusStarts("cannot write"));

@@ -135,10 +135,17 @@ TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {
   EXPECT_EQ(w->surface(kSheet).pixel({20, 200}), 0xFFFFFFU);  // the sheet is wider
   w->userDrops(folder.write("broken.png", "no picture"));
   EXPECT_NE(w->status().find("broken.png: "), std::string::npos) << w->status();
-  drag({200, 150}, {300, 250});
-  EXPECT_EQ(middle(), paleBlue);
-  pick("mnuShapeClear");
-  EXPECT_EQ(middle(), 0xFFFFFFU);
+  drag({200, 150}, {310, 260});
+  const std::string shape = folder.write("s.qzc", "7500 6000\r\n1\r\n100 100\r\n0\r\n");
+  platform.dialogs.answerSave(SaveAnswer::discard);
+  const std::function<void()> ways[] = {[&] { w->userDrops(shape); }, [&] { pick("mnuShapeClear"); },
+                                        [&] { pick("mnuShapeBlank"); }};
+  for (const auto& clear : ways) {
+    w->userDrops(path);
+    EXPECT_EQ(middle(), paleBlue);
+    clear();
+    EXPECT_EQ(middle(), 0xFFFFFFU);
+  }
 }
 
 }  // namespace

@@ -110,7 +110,7 @@ TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
     w->userTypes(fieldControl(Param::Width), "99");
     platform.dialogs.answerConfirm(agreed > 0);
     if (agreed > 0) platform.dialogs.answerSave(agreed == 1 ? SaveAnswer::cancel : SaveAnswer::discard);
-    pick("mnuFileExit");
+    agreed == 2 ? w->userCloses() : pick("mnuFileExit");
     EXPECT_EQ(w->closed(), agreed == 2);
     EXPECT_EQ(platform.settings().values.empty(), agreed < 2);
   }
@@ -133,6 +133,9 @@ TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
   EXPECT_TRUE(!bench().sheet.alignmentGrid() && bench().sheet.snap());
   MainWindow unshown(platform, {});
   ASSERT_TRUE(unshown.open());
+  EXPECT_EQ(platform.window()->place().top, 1080 - platform.window()->place().height);
+  platform.window()->moveTo(0, 900);  // as when a frame grows around the window that is shown
+  EXPECT_TRUE(unshown.run());
   EXPECT_EQ(platform.window()->place().top, 1080 - platform.window()->place().height);
   stored("LastX") = stored("LastY") = "-300";
   start();
