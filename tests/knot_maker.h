@@ -37,21 +37,12 @@ inline MadeKnot makeKnot(const GridFields& fields, const TraceSettings& settings
   knot.settings = settings;
   const auto grid = buildStandardGrid(*knot.graph, fields, random);
   knot.fields = grid ? grid->fields : fields;
-  if (grid)
-    knot.trace();
-  else
-    knot.error = grid.error().message;
+  grid ? knot.trace() : void(knot.error = grid.error().message);
   return knot;
 }
 
 inline GridFields fieldsOf(Shape shape, int x, int y, float scale = 30, int offset = 0) {
-  GridFields fields;
-  fields.shape = shape;
-  fields.XNo = x;
-  fields.YNo = y;
-  fields.scale = scale;
-  fields.crossOffset = offset;
-  return fields;
+  return {.shape = shape, .XNo = x, .YNo = y, .scale = scale, .crossOffset = offset};
 }
 
 }  // namespace lorivan

@@ -20,16 +20,6 @@ std::vector<std::string> wordsOf(const std::string& line) {
   return {std::istream_iterator<std::string>(stream), {}};
 }
 
-TEST(CommandLine, TellsJobsApart) {
-  const auto kindOf = [](std::vector<std::string> words) { return parseCommandLine(words)->kind; };
-  EXPECT_EQ(kindOf({}), CommandKind::window);
-  EXPECT_EQ(kindOf({"a.qzd"}), CommandKind::window);
-  EXPECT_EQ(kindOf({"--help"}), CommandKind::help);
-  EXPECT_EQ(kindOf({"--version"}), CommandKind::version);
-  EXPECT_EQ(kindOf({"--list", "shapes"}), CommandKind::list);
-  EXPECT_EQ(kindOf({"a.qzd", "-o", "b.svg"}), CommandKind::makeFiles);
-}
-
 TEST(CommandLine, KeepsItsOptionsInOrder) {
   const auto line = parseCommandLine(
       wordsOf("--shape Star --set vtXNo=6 --set chkMirror=1 --set vtXNo=7 --random 42 --width 800 "
@@ -41,6 +31,7 @@ TEST(CommandLine, KeepsItsOptionsInOrder) {
   EXPECT_TRUE(line->seed == 42U && line->width == 800 && line->millimetres == 12.5);
   EXPECT_EQ(line->preset, findPreset("Gold"));
   EXPECT_EQ(line->outputs.size(), 2U);
+  EXPECT_TRUE(parseCommandLine({"--mm", "0.01", "-o", "a.svg"}));
   const auto seedless = parseCommandLine({"--random", "-o", "a.svg", "--shape", "4"});
   EXPECT_TRUE(seedless->random && !seedless->seed && seedless->shape == Shape::Circular);
 }

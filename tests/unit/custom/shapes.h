@@ -70,9 +70,7 @@ inline void expectPlane(const KnotGraph& graph) {
     EXPECT_FALSE(same(sides[i].a, sides[i].b)) << "a line without length";
     for (std::size_t j = i + 1; j < sides.size(); ++j) {
       if (std::min(sides[j].a.x, sides[j].b.x) > std::max(sides[i].a.x, sides[i].b.x)) break;
-      ASSERT_FALSE(meetBadly(sides[i], sides[j]))
-          << sides[i].a.x << ',' << sides[i].a.y << " - " << sides[i].b.x << ',' << sides[i].b.y << " and "
-          << sides[j].a.x << ',' << sides[j].a.y << " - " << sides[j].b.x << ',' << sides[j].b.y;
+      ASSERT_FALSE(meetBadly(sides[i], sides[j])) << "near " << sides[i].a.x << ',' << sides[i].a.y;
     }
   }
 }
@@ -112,10 +110,7 @@ inline std::vector<std::vector<Spot>> facesOf(const KnotGraph& graph) {
           const Spot back = from - to, out = candidate - to;
           double turn = std::atan2(cross(out, back), dot(out, back));  // clockwise from the way back
           if (turn <= 0) turn += 6.283185307179586;
-          if (turn < least) {
-            least = turn;
-            next = candidate;
-          }
+          if (turn < least) least = turn, next = candidate;
         }
         from = std::exchange(to, next);
       }

@@ -53,10 +53,9 @@ TEST(History, ARunIsOneStep) {
   EXPECT_EQ(history.undo().value, 6);
   EXPECT_EQ(history.redo().value, 7);
   EXPECT_EQ(add(9, "edge"), 6U) << "what was taken again is joined by nothing";
-  history.undo();
-  EXPECT_EQ(history.undo().value, 6);
-  EXPECT_EQ(add(8, ""), 5U);
-  EXPECT_EQ(history.bytes(), 50U);
+  EXPECT_EQ(history.bytes(), 60U);
+  while (history.steps() > 1) history.undo();
+  EXPECT_EQ(add(4, "width"), 2U) << "nor is what was gone back to";
 }
 
 TEST(History, TheOldestStepsGoFirst) {
@@ -79,16 +78,12 @@ TEST(History, FiveHundredWallsOfTheLargestKnotFit) {
   for (int i = 0; i < 600; ++i) history.add("Wall", stepLine(history.now(), i, 1));
   EXPECT_EQ(history.steps(), HistoryLimits().steps);
   EXPECT_LT(history.bytes(), HistoryLimits().bytes);
-  EXPECT_GT(history.bytes(), 500 * kMostLines * sizeof(KnotLine)) << "every wall has lines of its own";
   const std::size_t before = history.bytes();
   history.add("Width 9", withField(history.now(), Param::Width, "9"));
   EXPECT_LT(history.bytes(), before) << "a width shares the lines, and the oldest wall went";
   const Document outlined = withOutline(d, CustomShape());
   EXPECT_GT(sizeBeside(outlined, d), sizeBeside(d, d) + sizeof(CustomShape));
   EXPECT_EQ(sizeBeside(outlined, outlined), sizeBeside(d, d)) << "what is shared costs nothing";
-  while (history.canUndo()) history.undo();
-  EXPECT_EQ(history.now().lines->at(100).Kind, kWall);
-  EXPECT_EQ(history.now().lines->at(101).Kind, kOrdinary);
 }
 
 }  // namespace

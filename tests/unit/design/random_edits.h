@@ -43,20 +43,18 @@ inline Document randomEdit(const Document& d, const Rnd& random) {
     default:
       break;
   }
+  const auto p = static_cast<Param>(drawBelow(random, kParamCount));
+  const auto c = static_cast<Check>(drawBelow(random, kCheckCount));
+  const int line = d.lines ? drawBelow(random, static_cast<int>(d.lines->size())) : 0;
   switch (drawBelow(random, 4)) {
-    case 0: {
-      const auto p = static_cast<Param>(drawBelow(random, kParamCount));
+    case 0:
       return made(changeField(d, p, randomText(p, random)));
-    }
-    case 1: {
-      const auto c = static_cast<Check>(drawBelow(random, kCheckCount));
+    case 1:
       return withCheck(d, c, !d.fields.check(c));
-    }
     case 2:
       return withColour(d, drawBelow(random, kColourBoxes), static_cast<Colour>(drawBelow(random, 1 << 24)));
     default:
-      return stepLine(d, d.lines ? drawBelow(random, static_cast<int>(d.lines->size())) : 0,
-                      1 + 2 * drawBelow(random, 2));
+      return stepLine(d, line, 1 + 2 * drawBelow(random, 2));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <locale>
 #include <set>
 
@@ -29,9 +30,9 @@ SampleKnot smallTube() {
   knot.model.strands[0].slot = 7;
   knot.model.vertices = {{5, 0, 0},   {4, 0, -0.5F}, {4, 0, 0.5F},  {0, 5, 0},     {0, 4, -0.5F},
                          {0, 4, .5F}, {-5, -5, 1},   {-4, -4, .5F}, {-4, -4, 1.5F}};
-  const std::pair<float, float> square[] = {{-10, -10}, {10, -10}, {10, 10}, {-10, 10}};
-  for (const auto& [x, y] : square)
-    knot.curve.X.push_back(x), knot.curve.Y.push_back(y), knot.curve.Z.push_back(1);
+  knot.curve.X = {-10, 10, 10, -10};
+  knot.curve.Y = {-10, -10, 10, 10};
+  knot.curve.Z.assign(4, 1);
   knot.curve.last.fill(-1);
   knot.curve.first[7] = 0;
   knot.curve.last[7] = 3;
@@ -43,11 +44,8 @@ TEST(Writers, TextsAreExact) {
   ExportScene scene = knot.scene();
   scene.background = makeColour(255, 0, 51);
   scene.povTemplate = "// head\n  location <1,2,3> up\nlast";
-  struct Row {
-    const char* identifier;
-    std::vector<std::string> parts;  // in this order
-  };
-  const Row rows[] = {
+  const std::pair<std::string_view, std::vector<std::string>> rows[] = {
+      // parts in their order
       // clang-format off
       {"pov", {"// head\r\n   location <0,0,20.000>\r\nlast\r\nblob {threshold .01\r\n",
                "cylinder { <4.000,0.000,0.000><0.000,4.000,0.000>,1.000,1}\r\n",
@@ -75,14 +73,13 @@ TEST(Writers, TextsAreExact) {
                  "0\r\nSEQEND\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
       // clang-format on
   };
-  for (const Row& row : rows) {
-    const auto format = std::find_if(exportFormats().begin(), exportFormats().end(),
-                                     [&](const ExportFormat& f) { return f.identifier == row.identifier; });
+  for (const auto& [identifier, parts] : rows) {
+    const auto format = std::ranges::find(exportFormats(), identifier, &ExportFormat::identifier);
     const std::string text = written(*format, scene);
     std::size_t at = 0;
-    for (const std::string& part : row.parts) {
+    for (const std::string& part : parts) {
       const std::size_t found = text.find(part, at);
-      ASSERT_NE(found, std::string::npos) << row.identifier << " lacks\n" << part << "\nin\n" << text;
+      ASSERT_NE(found, std::string::npos) << identifier << " lacks\n" << part << "\nin\n" << text;
       at = found + part.size();
     }
   }
@@ -104,8 +101,7 @@ TEST(Writers, StlNormalsAlongAnAxisAreWhole) {
             std::string::npos);
 }
 
-template <class Use>
-void forEachWriter(Use&& use) {
+void forEachWriter(const std::function<void(const ExportFormat&)>& use) {
   for (const ExportFormat& format : exportFormats())
     if (format.write != nullptr) use(format);
 }
@@ -200,34 +196,30 @@ TEST(Writers, TheWidthIsTheMillimetresAskedFor) {
   const SampleKnot knot = standardKnot(Shape::Diamond1, 3, 2);
   ExportScene scene = knot.scene();
   scene.millimetres = 80;
-  MemorySink stl, dxf;
+  MemorySink stl, dxf, vrml;
   ASSERT_TRUE(writeStl(scene, stl) && writeDxf2D(scene, dxf));
   double low = 1e9, high = -1e9;
   for (const ReadTriangle& triangle : readStl(stl.bytes))
     for (const auto& corner : triangle) low = std::min(low, corner[0]), high = std::max(high, corner[0]);
   EXPECT_NEAR(high - low, 80, 0.003);
   const auto lines = linesOf(dxf.bytes);
-  const auto number = [&](std::size_t line) {
-    return numbersOf(std::string("x ").append(lines[line])).at(0);
-  };
+  const auto number = [&](std::size_t line) { return std::stod(std::string(lines[line])); };
   const GridBox box = curveBox(knot.curve, 1);
   const double scale = 80 / (box.right - box.left + scene.bandWidth);
   EXPECT_NEAR(number(13) - number(7), 80 - scene.bandWidth * scale, 0.01) << "half a band stands out";
   EXPECT_EQ(dxf.bytes.find("70\r\n1\r\n40"), std::string::npos) << "lines with gaps are open";
+  for (const double bad : {0.0, -5.0, 100001.0, std::nan("")}) {
+    scene.millimetres = bad;
+    EXPECT_FALSE(writeStl(scene, stl) || writeDxf2D(scene, dxf)) << bad;
+  }
   const SampleKnot small = smallTube();  // 10 units wide
   ExportScene doubled = small.scene();
   doubled.millimetres = 20;
-  MemorySink vrml;
   ASSERT_TRUE(writeVrml(doubled, vrml));
   EXPECT_NE(vrml.bytes.find("PointLight {location 0 20.000 20.000 radius 200.000}\r\n"
                             "PointLight {location 20.000 -20.000 0 radius 200.000}\r\n"
                             "Viewpoint {position 0 0 40.000}\r\n"),
             std::string::npos);
-  for (const double bad : {0.0, -5.0, 100001.0, std::nan("")}) {
-    scene.millimetres = bad;
-    EXPECT_FALSE(writeStl(scene, stl)) << bad;
-    EXPECT_FALSE(writeDxf2D(scene, dxf)) << bad;
-  }
 }
 
 TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {

@@ -22,29 +22,13 @@ void finish(KnotGraph& graph) {
   ASSERT_TRUE(collectPoints(graph));
 }
 
-TEST(FindAngle, GrowsFromXTowardsY) {
-  const std::array<double, 3> cases[] = {
-      // across, up, the angle
-      {1, 0, 0},    {1, 1, kPi / 4},       {0, 1, kPi / 2},      {0, 0, kPi / 2},     {-1, 1, 3 * kPi / 4},
-      {-1, 0, kPi}, {-1, -1, 5 * kPi / 4}, {0, -5, 3 * kPi / 2}, {1, -1, 7 * kPi / 4}};
-  for (const auto& [dx, dy, expected] : cases) {
-    float angle = -1;
-    FindAngle(static_cast<float>(dx), static_cast<float>(dy), angle);
-    EXPECT_NEAR(angle, expected, 1e-6) << dx << ' ' << dy;
-  }
-}
-
 TEST(MakeKE, RoundsHalvesToEvenAndKeepsItsDirection) {
   KnotGraph graph;
   addLine(graph, kOrdinary, 2.5F, 3.5F, -1.5F, -2.5F);
   addLine(graph, kWall, 0, 0, 10, 0);
   addLine(graph, kOrdinary, 10, 0, 0, 1);
-  const GridLine& line = graph.Lines[0];
-  EXPECT_EQ(line.X1, 2);
-  EXPECT_EQ(line.Y1, 4);
-  EXPECT_EQ(line.X2, -2);
-  EXPECT_EQ(line.Y2, -2);
-  EXPECT_EQ(line.MidX, 0) << "0.5 rounds to 0";
+  const GridLine& l = graph.Lines[0];
+  EXPECT_EQ((std::array<int, 5>{l.X1, l.Y1, l.X2, l.Y2, l.MidX}), (std::array{2, 4, -2, -2, 0}));
   EXPECT_NEAR(graph.Lines[1].Angle, kPi - kPi / 4, 1e-6);
   EXPECT_EQ(graph.Lines[1].Kind, kWall);
   EXPECT_EQ(graph.Lines[2].MidY, 0) << "the midpoint is taken before rounding";
@@ -66,8 +50,7 @@ TEST(CalcGrid, AnglesThatMoveUpLoseTheirFraction) {
   addLine(graph, kOrdinary, 0, 0, -100, 4);
   finish(graph);
   ASSERT_TRUE(CalcGrid(graph));
-  EXPECT_EQ(graph.Points[0].NbLine[0], 0);
-  EXPECT_EQ(graph.Points[0].NbLine[1], 1);
+  EXPECT_TRUE(graph.Points[0].NbLine[0] == 0 && graph.Points[0].NbLine[1] == 1);
 }
 
 TEST(CalcGrid, LinesThatAreNotThereAndLinesWithoutLength) {
@@ -92,9 +75,6 @@ TEST(CalcGrid, AFourteenthNeighbourIsRefused) {
     EXPECT_EQ(static_cast<bool>(ordered), lines == 13);
     EXPECT_EQ(graph.KnotError, lines != 13);
     EXPECT_EQ(graph.Points[0].NbCount, 13);
-    if (!ordered) {
-      EXPECT_EQ(ordered.error().kind, ErrorKind::limit);
-    }
   }
 }
 

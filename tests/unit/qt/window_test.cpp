@@ -83,16 +83,16 @@ TEST_F(WindowQtTest, NoTextIsCutAtAnySize) {
     frame_->resize(size);
     for (const ControlSpec& row : formTable()) {
       const QWidget* const w = find(row.name);
-      int extra = 0;
-      if (row.kind == ControlKind::button)
-        extra = 8;
-      else if (row.kind == ControlKind::check || row.kind == ControlKind::radio)
-        extra = w->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, w) +
-                w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
-      else if (row.kind != ControlKind::label)
-        continue;
+      const bool marked = row.kind == ControlKind::check || row.kind == ControlKind::radio;
+      const bool button = row.kind == ControlKind::button;
+      if (!marked && !button && row.kind != ControlKind::label) continue;
+      const int mark = w->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, w) +
+                       w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
       const QString caption = QString::fromStdString(withoutMnemonic(row.caption));
-      EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + extra) << row.name;
+      EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + (marked   ? mark
+                                                                           : button ? 8
+                                                                                    : 0))
+          << row.name;
     }
   }
   EXPECT_GT(find("vtXNo")->font().pixelSize(), usual);

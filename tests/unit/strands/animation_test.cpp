@@ -39,12 +39,8 @@ TEST(Animation, GrowsByThreesAndAlwaysCloses) {
     std::vector<int> grown;
     int runs = 0;
     for (const AnimationStep& step : animationSteps(ring(samples))) {
-      EXPECT_EQ(step.closed, step.points == samples);
-      EXPECT_EQ(step.slot, 3);
-      if (step.grows())
-        grown.push_back(step.points);
-      else
-        ++runs;
+      EXPECT_TRUE(step.closed == (step.points == samples) && step.slot == 3);
+      step.grows() ? grown.push_back(step.points) : void(++runs);
     }
     EXPECT_EQ(grown, points) << samples;
     EXPECT_EQ(runs, 1);
@@ -71,12 +67,9 @@ TEST(Animation, PlaysLinesThenAClosedPolygonThenTheOverRun) {
   EXPECT_EQ(waits, (std::vector<int>{36, 36, 36, 36, 0}));
   const auto& calls = player.surface.calls();
   ASSERT_EQ(calls.size(), 1U + 2 * 5);
-  EXPECT_EQ(calls[3].kind, DrawKind::polyline);
-  EXPECT_EQ(calls[3].points.size(), 5U);
-  EXPECT_EQ(calls[3].size, 28) << "14 pixels at twice the reference size";
-  EXPECT_EQ(calls[4].size, 8);
-  EXPECT_EQ(calls[7].kind, DrawKind::polygonOutline);
-  EXPECT_EQ(calls[7].points.size(), 9U);
+  EXPECT_TRUE(calls[3].kind == DrawKind::polyline && calls[3].points.size() == 5);
+  EXPECT_TRUE(calls[3].size == 28 && calls[4].size == 8) << "14 pixels at twice the reference size";
+  EXPECT_TRUE(calls[7].kind == DrawKind::polygonOutline && calls[7].points.size() == 9);
   EXPECT_EQ(calls[9].points.size() + 3, calls[10].points.size()) << "black stops three points short";
   EXPECT_EQ(player.animation.nextFrame(player.surface), std::nullopt);
   EXPECT_EQ(player.surface.count(DrawKind::wideCurve), 4) << "it ends on the smooth picture";

@@ -24,39 +24,36 @@ using namespace win32;
 constexpr const char* kApplication = "Lorivan test";
 constexpr const wchar_t* kKey = L"Software\\Lorivan test";
 
-/// Waits in a thread of its own for a dialog and answers it.
-void answerDialog(bool agree, const std::wstring& text) {
+/// Waits, in a thread of its own, until a dialog is open and has filled itself; nullptr if none opens.
+HWND openDialog() {
   for (int i = 0; i < 500; ++i, Sleep(20)) {
     const HWND dialog = findOwnWindow(L"#32770");
     if (dialog == nullptr || !IsWindowVisible(dialog)) continue;
-    Sleep(100);  // until it has filled itself
-    constexpr int kInput = 100;
-    for (const int entry : {static_cast<int>(cmb13), static_cast<int>(edt1), kInput})
-      if (!text.empty() && GetDlgItem(dialog, entry) != nullptr) {
-        SetDlgItemTextW(dialog, entry, text.c_str());
-        break;
-      }
-    PostMessageW(dialog, WM_COMMAND, agree ? IDOK : IDCANCEL, 0);
-    return;
+    Sleep(100);
+    return dialog;
   }
   ADD_FAILURE() << "no dialog";
+  return nullptr;
 }
 
-/// Waits in a thread of its own for a message box and presses one of its buttons.
+void answerDialog(bool agree, const std::wstring& text) {
+  const HWND dialog = openDialog();
+  constexpr int kInput = 100;
+  for (const int entry : {static_cast<int>(cmb13), static_cast<int>(edt1), kInput})
+    if (!text.empty() && GetDlgItem(dialog, entry) != nullptr) {
+      SetDlgItemTextW(dialog, entry, text.c_str());
+      break;
+    }
+  PostMessageW(dialog, WM_COMMAND, agree ? IDOK : IDCANCEL, 0);
+}
+
+/// Presses one of a message box's buttons; an empty label closes the box.
 void pressInBox(const std::wstring& label) {
-  for (int i = 0; i < 500; ++i, Sleep(20)) {
-    const HWND box = findOwnWindow(L"#32770");
-    if (box == nullptr || !IsWindowVisible(box)) continue;
-    Sleep(100);
-    const HWND button = FindWindowExW(box, nullptr, L"Button", label.c_str());
-    if (label.empty())
-      PostMessageW(box, WM_CLOSE, 0, 0);
-    else if (button != nullptr)
-      PostMessageW(button, BM_CLICK, 0, 0);
-    if (button != nullptr || label.empty()) return;
-    PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
-    break;
-  }
+  const HWND box = openDialog();
+  const HWND button = FindWindowExW(box, nullptr, L"Button", label.c_str());
+  if (label.empty()) return void(PostMessageW(box, WM_CLOSE, 0, 0));
+  if (button != nullptr) return void(PostMessageW(button, BM_CLICK, 0, 0));
+  PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
   ADD_FAILURE() << "no such button";
 }
 

@@ -9,8 +9,7 @@ class AnimationTest : public MainWindowTest {
  protected:
   /// A window with animation chosen; its knot has been drawn once, so that its frames can be counted.
   void SetUp() override {
-    start();
-    click("cmd2D");
+    startDrawn();
     for (const AnimationStep& step : animationSteps(bench().knot().curve)) ++(step.grows() ? growing : laid);
     click("chkAnimate");
     enter(Param::Animate, "9");
@@ -27,7 +26,7 @@ class AnimationTest : public MainWindowTest {
     w->looked = {};
     return platform.clock().now - begin;
   }
-  bool whole() const { return w->surface(kGrid).count(DrawKind::wideCurve) > 0; }
+  bool whole() const { return count(DrawKind::wideCurve) > 0; }
   bool running() const { return w->text(controlId("cmd2D")) == kStopCaption; }
 
   int growing = 0, laid = 0;
@@ -46,14 +45,8 @@ TEST_F(AnimationTest, EveryFrameGetsTheTimeOfItsSpeed) {
 
 TEST_F(AnimationTest, StopLeavesTheStrandHalfDrawn) {
   for (const bool escape : {false, true}) {
-    const auto stop = [&] {
-      if (escape)
-        EXPECT_TRUE(w->userPresses({Key::escape}));
-      else
-        click("cmd2D");
-    };
-    EXPECT_EQ(draw(7, stop), 70);
-    EXPECT_EQ(w->surface(kGrid).count(DrawKind::polyline), 14);
+    EXPECT_EQ(draw(7, [&] { escape ? void(w->userPresses({Key::escape})) : click("cmd2D"); }), 70);
+    EXPECT_EQ(count(DrawKind::polyline), 14);
     EXPECT_TRUE(drawn() && !whole() && !running());
   }
   click("chkAnimate");
@@ -84,26 +77,22 @@ TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
     w->userFocuses(fieldControl(Param::Edge));
     w->userClicksAt(kGrid, 1, 3, 3);
     w->userResizes(1000);
-    EXPECT_EQ(w->surface(kGrid).count(DrawKind::polyline), 2);
+    EXPECT_EQ(count(DrawKind::polyline), 2);
     EXPECT_FALSE(w->userPresses({Key::left}));
   };
   EXPECT_EQ(draw(9, deeds), growing * 10);
   EXPECT_TRUE(whole());
   EXPECT_EQ(platform.help().pages.size(), 1U);
-  ASSERT_NE(platform.clipboard().picture, nullptr);
-  EXPECT_EQ(platform.clipboard().picture->width(), 500);
+  EXPECT_TRUE(platform.clipboard().picture && platform.clipboard().picture->width() == 500);
 }
 
 TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
-  EXPECT_EQ(draw(5, [this] { w->userChooses(controlId("lstType"), 4); }), 50);
-  EXPECT_EQ(w->status().rfind("Circular", 0), 0U);
-  EXPECT_FALSE(drawn() || running());
-  click("cmdNewGrid");
+  EXPECT_EQ(draw(5, [this] { choose(Shape::Circular); }), 50);
+  EXPECT_TRUE(statusStarts("Circular") && !drawn() && !running());
   draw(5, [this] { w->userEnters(fieldControl(Param::XNo), "6"); });
-  EXPECT_EQ(w->status().rfind("Circular, 6 x", 0), 0U);
+  EXPECT_TRUE(statusStarts("Circular, 6 x"));
   draw(5, [this] { clickLine(2); });
-  EXPECT_EQ(line(2).Kind, kWall);
-  EXPECT_TRUE(whole());
+  EXPECT_TRUE(line(2).Kind == kWall && whole());
   // In their order, and another drawing may be among them.
   int caption = 0;
   draw(5, [&] {
@@ -112,9 +101,8 @@ TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
     w->later([&] { caption = w->text(controlId("cmdRandknot")) == "&Random" ? 1 : 2; });
   });
   EXPECT_EQ(caption, 1);
-  EXPECT_FALSE(running() || w->busy());
-  EXPECT_FALSE(w->checked(controlId("chkShowGrid")));
-  EXPECT_EQ(w->surface(kGrid).count(DrawKind::segment), 0);
+  EXPECT_FALSE(running() || w->busy() || checked("chkShowGrid"));
+  EXPECT_EQ(count(DrawKind::segment), 0);
 }
 
 TEST_F(AnimationTest, AStatusIsTrueWhateverEndsIt) {

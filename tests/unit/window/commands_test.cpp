@@ -1,6 +1,4 @@
-// Every command and every control once, and what it must change.
-#include <set>
-
+// Every command once, and what it must change.
 #include "design/edits.h"
 #include "design/presets.h"
 #include "main_window_driver.h"
@@ -21,10 +19,7 @@ class CommandsTest : public MainWindowTest {
   };
 
   /// A knot is drawn, nothing is open, nothing else was done.
-  void drawnKnot() {
-    start({{}, false, seededRandom(7)});
-    click("cmd2D");
-  }
+  void drawnKnot() { startDrawn({{}, false, seededRandom(7)}); }
   void square() { drawSquare(), enter(Param::GridSize, "4"); }
   Deed file(const std::string& name) {
     return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
@@ -133,51 +128,6 @@ TEST_F(CommandsTest, EveryCommandDoesItsOwn) {
   }
 }
 // clang-format on
-
-TEST_F(CommandsTest, EveryControlDoesItsOwn) {
-  std::set<std::string_view> left;
-  for (const ControlSpec& row : formTable())
-    if (row.kind == ControlKind::button || row.kind == ControlKind::picture) left.insert(row.name);
-  const auto presses = [this](
-                           const char* button, const Deed& before = [] {}) {
-    return [this, button, before] { before(), click(button); };
-  };
-  const auto changed = [this] { enter(Param::PolySides, "9"); };
-  const auto solid = [this] { click("cmd3DView"); };
-  const auto turned = [this] { return text(Param::Theta) != "0" && shows(Picture::solid); };
-  const struct {
-    const char* control;
-    Deed deed;
-    Sight done;
-  } rows[] = {
-      {"cmdRandknot", presses("cmdRandknot"), [this] { return drawn() && lines() != 12; }},
-      {"cmdNewGrid", presses("cmdNewGrid", [this] { markGrid(); }),
-       [this] { return gridIsNew() && !drawn(); }},
-      {"cmdOldGrid", presses("cmdOldGrid", [this] { markGrid(); }),
-       [this] { return !gridIsNew() && !drawn(); }},
-      {"cmd2D", presses("cmd2D", solid), [this] { return drawn() && shows(Picture::flat); }},
-      {"cmd3D", presses("cmd3D", changed),
-       [this] { return shows(Picture::solid) && w->text(controlId("txtNPoly")) == "1728"; }},
-      {"cmd2DView", presses("cmd2DView", solid), [this] { return shows(Picture::flat); }},
-      {"cmd3DView", presses("cmd3DView"), [this] { return shows(Picture::solid); }},
-      {"picGrid", [this] { clickLine(3); }, [this] { return line(3).Kind == kWall; }},
-      {"picKnot",
-       [&] {
-         solid(), drag(kSolid, {100, 100}, {160, 100});
-       },
-       turned},
-      {"picNav", [&] { solid(), w->userClicksAt(kNav, 1, 30, 60); }, turned},
-      {"picShape", [this] { drawSquare(); }, [this] { return bench().sheet.shape().ShapeLineCount == 4; }},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.control);
-    EXPECT_EQ(left.erase(row.control), 1U);
-    drawnKnot();
-    row.deed();
-    EXPECT_TRUE(row.done());
-  }
-  EXPECT_TRUE(left.empty()) << *left.begin();
-}
 
 }  // namespace
 }  // namespace lorivan

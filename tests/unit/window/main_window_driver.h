@@ -26,7 +26,7 @@ struct Folder {
       : path(std::filesystem::temp_directory_path() /
              ("lorivan_window_" +
               std::to_string(std::filesystem::hash_value(std::filesystem::current_path())) + '_' +
-              std::to_string(counter()++))) {
+              std::to_string(counter++))) {
     std::filesystem::remove_all(path);
     std::filesystem::create_directories(path);
   }
@@ -42,10 +42,7 @@ struct Folder {
     const auto bytes = readFile(file, 100'000'000);
     return bytes ? *bytes : std::string();
   }
-  static int& counter() {
-    static int count = 0;
-    return count;
-  }
+  static inline int counter = 0;
   std::filesystem::path path;
 };
 
@@ -61,6 +58,7 @@ class MainWindowTest : public ::testing::Test {
     w = platform.window();
     EXPECT_TRUE(main->run());
   }
+  void startDrawn(MainWindowOptions options = {}) { start(std::move(options)), click("cmd2D"); }
   void TearDown() override { EXPECT_TRUE(platform.dialogs.allAnswersUsed()); }
   /// Agrees to the exit question, and answers whether changes are to be saved.
   void exit(std::optional<SaveAnswer> changes = {}) {

@@ -1,9 +1,22 @@
 // The main window's start-up, its settings and its exit.
+#include <sstream>
+
 #include "design/edits.h"
 #include "main_window_driver.h"
 
 namespace lorivan {
 namespace {
+
+using Pairs = std::vector<std::pair<std::string, std::string>>;
+
+/// "key=value key=value"
+Pairs pairs(const std::string& text) {
+  std::istringstream words(text);
+  Pairs all;
+  for (std::string word; words >> word;)
+    all.emplace_back(word.substr(0, word.find('=')), word.substr(word.find('=') + 1));
+  return all;
+}
 
 class StartTest : public MainWindowTest {
  protected:
@@ -15,11 +28,18 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   start();
   EXPECT_EQ(w->title(), "Lorivan - V3.44k ");
   EXPECT_TRUE(w->shown());
-  expectTexts({{Param::XNo, "2"}, {Param::Scale, "30"}, {Param::Edge, "4"}, {Param::KDist, "-1100"}});
-  EXPECT_EQ(text(Param::Smooth), "2") << "0 is stored and corrected";
+  std::string fields, checks, states;
+  for (int i = 0; i < kParamCount; ++i) fields += text(static_cast<Param>(i)) + ' ';
+  EXPECT_EQ(fields, "2 2 0 20 12 7 30 10 2 1 4 9 5 4 5 4 2 0 15 0 0 0 0.3 0.9 0.5 10 -1100 ");
+  for (const CheckSpec& row : checkTable()) checks += checked(row.field) ? '1' : '0';
+  EXPECT_EQ(checks, "11001000000");
+  for (const SettingRow& row : settingTable())
+    if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
+  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop"})
     EXPECT_FALSE(enabled(off)) << off;
+  EXPECT_THROW(click("cmd3D"), std::logic_error) << "nobody can press it";
   for (const char* off : {"mnuFileSave3D", "mnuFileSaveEMF", "mnuShapeMakeGrid", "mnuShapeAutoGrid",
                           "mnuShapeClear", "mnuShapeUndo", "mnuEditUndoStep", "mnuEditRedoStep", "mnuView3D"})
     EXPECT_FALSE(commandEnabled(off)) << off;
@@ -32,24 +52,17 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
 
 // Every key with a value of its own, which is not what it falls back to.
 TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
-  const std::pair<const char*, const char*> fields[] = {
-      {"txtXNo", "3"},        {"txtyNo", "5"},          {"txtStartColour", "-7"},
-      {"txtWidth", "11"},     {"txtEdge", "6"},         {"txtScale", "12"},
-      {"txtSwish", "13"},     {"txtAnimate", "8"},      {"txtSmooth", "4"},
-      {"txtSkew", "1.25"},    {"txtCrossOffset", "-2"}, {"txtPolySides", "9"},
-      {"txtPolyPoints", "7"}, {"txtPolyRadius", "3.5"}, {"txtPolySmooth", "12"},
-      {"txtPolyZF", "0.75"},  {"txtRingPerc", "60"},    {"txtpicKnotBackColour", "14"},
-      {"txtGridSize", "33"}};
-  const std::pair<const char*, const char*> checks[] = {
-      {"chkShowGrid", "0"},     {"chkShowCrossings", "0"}, {"chkDXF2D", "1"},
-      {"chkFullyCrossed", "1"}, {"chkShapeT", "0"},        {"chkHeightMap", "1"},
-      {"chkAnimate", "1"},      {"chkLoop", "1"},          {"chkConstantShape", "1"},
-      {"chkFitBands", "1"}};
-  const std::pair<const char*, const char*> states[] = {
-      {"LastX", "600"},         {"LastY", "450"},  {"LastWidth", "15000"}, {"LastHeight", "12000"},
-      {"Maximised", "True"},    {"lsttype", "10"}, {"GridOn", "True"},     {"SnapOn", "True"},
-      {"LastFolder", "/some/"}, {"3DSave", "5"},   {"DrawAtOnce", "False"},
-      {"FitPicture", "True"}};
+  const Pairs fields = pairs(
+      "txtXNo=3 txtyNo=5 txtStartColour=-7 txtWidth=11 txtEdge=6 txtScale=12 txtSwish=13 "
+      "txtAnimate=8 txtSmooth=4 txtSkew=1.25 txtCrossOffset=-2 txtPolySides=9 txtPolyPoints=7 "
+      "txtPolyRadius=3.5 txtPolySmooth=12 txtPolyZF=0.75 txtRingPerc=60 txtpicKnotBackColour=14 "
+      "txtGridSize=33");
+  const Pairs checks = pairs(
+      "chkShowGrid=0 chkShowCrossings=0 chkDXF2D=1 chkFullyCrossed=1 chkShapeT=0 chkHeightMap=1 "
+      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1");
+  const Pairs states = pairs(
+      "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
+      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;
@@ -62,12 +75,12 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
   start();
   // By their names, since two owners may have exchanged their rows.
   for (const auto& [key, value] : fields) {
-    std::string name = "vt" + std::string(key + 3);
+    std::string name = "vt" + key.substr(3);
     name[2] = static_cast<char>(std::toupper(name[2]));
     EXPECT_EQ(w->text(w->control(name)), value) << key;
     EXPECT_EQ(document().fields.text(*findParameter(name)), value) << key;
   }
-  for (const auto& [key, value] : checks) EXPECT_EQ(checked(key), *value == '1') << key;
+  for (const auto& [key, value] : checks) EXPECT_EQ(checked(key), value == "1") << key;
   for (int box = 0; box < kColourBoxes; ++box)
     EXPECT_EQ(w->background(kFirstColourBox + box), static_cast<Colour>(1000 + box));
   const WindowPlace place = w->place();
@@ -97,7 +110,7 @@ TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
     w->userTypes(fieldControl(Param::Width), "99");
     platform.dialogs.answerConfirm(agreed > 0);
     if (agreed > 0) platform.dialogs.answerSave(agreed == 1 ? SaveAnswer::cancel : SaveAnswer::discard);
-    pick("mnuFileExit");
+    agreed == 2 ? w->userCloses() : pick("mnuFileExit");
     EXPECT_EQ(w->closed(), agreed == 2);
     EXPECT_EQ(platform.settings().values.empty(), agreed < 2);
   }
@@ -105,10 +118,9 @@ TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
 }
 
 TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
-  const std::pair<const char*, const char*> nonsense[] = {
-      {"txtXNo", "many"},       {"txtScale", "1e99"},  {"txtSkew", ""},       {"lsttype", "77"},
-      {"chkShowGrid", "maybe"}, {"3DSave", "12"},      {"4txtCol", "red"},    {"5txtCol", "-1"},
-      {"LastX", "99999999"},    {"LastY", "99999999"}, {"GridOn", "perhaps"}, {"SnapOn", "True"}};
+  const Pairs nonsense = pairs(
+      "txtXNo=many txtScale=1e99 txtSkew= lsttype=77 chkShowGrid=maybe 3DSave=12 4txtCol=red 5txtCol=-1 "
+      "LastX=99999999 LastY=99999999 GridOn=perhaps SnapOn=True");
   for (const auto& [key, value] : nonsense) stored(key) = value;
   start();
   expectTexts({{Param::XNo, "2"}, {Param::Scale, "6"}, {Param::Skew, "1"}});  // e reads as a decimal point
@@ -121,6 +133,9 @@ TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
   EXPECT_TRUE(!bench().sheet.alignmentGrid() && bench().sheet.snap());
   MainWindow unshown(platform, {});
   ASSERT_TRUE(unshown.open());
+  EXPECT_EQ(platform.window()->place().top, 1080 - platform.window()->place().height);
+  platform.window()->moveTo(0, 900);  // as when a frame grows around the window that is shown
+  EXPECT_TRUE(unshown.run());
   EXPECT_EQ(platform.window()->place().top, 1080 - platform.window()->place().height);
   stored("LastX") = stored("LastY") = "-300";
   start();
