@@ -91,9 +91,9 @@ void AnimatedDrawing::repaint(Surface& surface, const GridView& view) {
 
 void AnimatedDrawing::draw(Surface& surface, const AnimationStep& step) {
   if (step.grows())
-    bandPoints(curve_, step.slot, view_, true, points_);
+    loopPoints(curve_, step.slot, view_, true, points_);
   else
-    runPoints(curve_, step.run, view_, true, points_);
+    runPoints(curve_, step.slot, step.run, view_, true, points_);
   pixels_.clear();
   for (const PointF p : points_) pixels_.push_back({toInt32(p.x), toInt32(p.y)});
   const std::size_t all = pixels_.size();

@@ -24,7 +24,7 @@ struct AnimationStep {
   bool grows() const { return points > 0; }
 };
 
-/// All steps of a knot, in order. A strand of m + 1 points, the last repeating the first, is drawn to its
+/// All steps of a knot, in order. A strand of m + 1 samples is drawn to its
 /// 2nd, 5th, 8th ... point; the last step draws it closed, whether or not the threes end there.
 std::vector<AnimationStep> animationSteps(const KnotCurve& curve);
 

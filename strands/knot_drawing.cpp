@@ -23,10 +23,6 @@ Colour KnotStyle::bandColour(int slot) const {
   return fromArgb(colours.argb[static_cast<std::size_t>(number)]);
 }
 
-Colour KnotStyle::pathColour(int slot) const {
-  return startColour < 0 ? QBColor(-startColour) : colours.display[static_cast<std::size_t>(slot)];
-}
-
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
 
 void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style) {

@@ -19,9 +19,6 @@ struct KnotStyle {
   double innerWidth() const;
   /// Band colour of a strand slot.
   Colour bandColour(int slot) const;
-  /// Colour of a strand slot where bands are paths, in metafiles. A negative start colour is a palette entry
-  /// here, whatever its colour box holds.
-  Colour pathColour(int slot) const;
 };
 
 /// Zooms the view out just enough that the grid's lines and the knot with its bands lie in the picture.

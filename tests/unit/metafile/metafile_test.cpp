@@ -144,14 +144,14 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
   std::vector<PointF> points;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     if (!knot.curve.used(slot)) continue;
-    bandPoints(knot.curve, slot, screen, false, points);
+    loopPoints(knot.curve, slot, screen, false, points);
     check.strand(slot, points);
   }
   std::vector<OverRun> runs;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     overRuns(knot.curve, slot, runs);
     for (const OverRun& run : runs) {
-      runPoints(knot.curve, run, screen, false, points);
+      runPoints(knot.curve, slot, run, screen, false, points);
       check.overRun(slot, points);
     }
   }

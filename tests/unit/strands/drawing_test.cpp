@@ -77,38 +77,47 @@ TEST(KnotCurve, OrderTwoRunsStraightThroughTheControlPoints) {
   EXPECT_EQ(samplesPerPoint(9), 3);
 }
 
-TEST(KnotCurve, CardinalCurvePassesThroughItsPoints) {
+TEST(KnotCurve, ClosedCardinalCurveHasNoBeginning) {
   const std::vector<PointF> points = {{0, 0}, {30, 0}, {30, 60}};
-  std::vector<PointF> bezier;
-  cardinalToBezier(points, bezier);
-  ASSERT_EQ(bezier.size(), 7U);
-  EXPECT_EQ(bezier[3].x, 30);
-  EXPECT_NEAR(bezier[1].x, 5, 1e-5) << "one-sided at the end";
-  EXPECT_NEAR(bezier[2].x, 25, 1e-5);
-  EXPECT_NEAR(bezier[2].y, -10, 1e-5);
-  bezier.clear();
-  cardinalToBezier({points.data(), 1}, bezier);
-  EXPECT_TRUE(bezier.empty());
+  std::vector<PointF> ring, again;
+  closedCardinalToBezier(points, 0, 3, ring);
+  ASSERT_EQ(ring.size(), 10U);
+  EXPECT_NEAR(ring[1].x, 0, 1e-5) << "the tangent looks back across the closing point";
+  EXPECT_NEAR(ring[1].y, -10, 1e-5);
+  EXPECT_EQ(ring[3].x, 30);
+  EXPECT_EQ(ring.back().x, ring.front().x);
+  EXPECT_NEAR(ring[8].y + ring[1].y, 0, 1e-5) << "and goes on as it came";
+  closedCardinalToBezier(points, 2, 4, again);
+  ASSERT_EQ(again.size(), 13U);
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(again[i].y, ring[6 + i].y);
+  for (std::size_t i = 0; i < 10; ++i) EXPECT_EQ(again[3 + i].x, ring[i].x) << "stretches are parts of it";
 }
 
-TEST(KnotCurve, OverRunsStopShortAndCloseRound) {
+TEST(KnotCurve, OverRunsThatTouchTheClosingPointAreOne) {
   KnotCurve curve;
-  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
   curve.X.assign(10, 0.F);
   curve.Y.assign(10, 0.F);
   curve.first[1] = 0;
   curve.last[1] = 9;
-  std::vector<OverRun> runs;
-  overRuns(curve, 1, runs);
-  ASSERT_EQ(runs.size(), 3U);
-  EXPECT_EQ(runs[1].begin, 4);
-  EXPECT_EQ(runs[1].end, 7);
-  EXPECT_EQ(runs[1].next, 7);
-  EXPECT_EQ(runs[2].next, 0) << "past the last sample it goes on at the first";
-  curve.Z.assign(10, 1.F);
-  overRuns(curve, 1, runs);
-  ASSERT_EQ(runs.size(), 1U);
-  EXPECT_EQ(runs[0].end, 10);
+  const auto found = [&](std::vector<float> heights) {
+    curve.Z = std::move(heights);
+    std::vector<OverRun> runs;
+    overRuns(curve, 1, runs);
+    std::vector<std::pair<int, int>> pairs;
+    for (const OverRun& run : runs) pairs.emplace_back(run.begin, run.count);
+    return pairs;
+  };
+  using Pairs = std::vector<std::pair<int, int>>;
+  EXPECT_EQ(found({1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{4, 3}, {8, 4}}));
+  EXPECT_EQ(found({-1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{1, 1}, {4, 3}, {8, 2}}));
+  EXPECT_EQ(found(std::vector<float>(10, 1.F)), (Pairs{{0, 10}}));
+  EXPECT_EQ(found(std::vector<float>(10, -1.F)), Pairs{});
+  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
+  for (int i = 0; i < 10; ++i) curve.X[static_cast<std::size_t>(i)] = static_cast<float>(i);
+  std::vector<PointF> points;
+  runPoints(curve, 1, {8, 4}, GridView(), false, points);
+  ASSERT_EQ(points.size(), 5U) << "and the sample after it";
+  EXPECT_LT(points[2].x, points[0].x) << "the run goes on at the first sample";
 }
 
 TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
