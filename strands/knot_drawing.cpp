@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "strands/band_outline.h"
 #include "strands/band_painter.h"
 
 namespace lorivan {
@@ -37,6 +38,29 @@ double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView&
 }
 
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  OutlineOptions options;
+  options.band = style.innerWidth() * view.pixelFactor();
+  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  const std::vector<StrandOutline> outlines = bandOutlines(curve, view, options);
+  // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
+  surface.beginGroup("edges");
+  for (const StrandOutline& strand : outlines)
+    surface.wideCurve({strand.centre, static_cast<float>(options.outer), 0, CapStyle::round});
+  surface.endGroup();
+  surface.beginGroup("strands");
+  std::vector<BandContour> contours;
+  for (const StrandOutline& strand : outlines) {
+    surface.beginGroup("strand-" + std::to_string(strand.slot));
+    contours.clear();
+    for (const BandStretch& stretch : strand.stretches)
+      contours.insert(contours.end(), stretch.contours.begin(), stretch.contours.end());
+    surface.fillPath(contours, style.bandColour(strand.slot));
+    surface.endGroup();
+  }
+  surface.endGroup();
+}
+
+void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   BandPainter painter(surface, curve, style, view);
   surface.beginGroup("strands");
   for (int slot = 1; slot < kStrandSlots; ++slot) {
@@ -76,7 +100,10 @@ void drawPictureGround(Surface& surface, const KnotGraph& graph, const GridView&
 void drawKnotPicture(Surface& surface, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
                      const GridView& view, const PictureOptions& options) {
   drawPictureGround(surface, graph, view, options);
-  drawKnot(surface, curve, style, view);
+  if (options.classic)
+    drawClassicKnot(surface, curve, style, view);
+  else
+    drawKnot(surface, curve, style, view);
 }
 
 }  // namespace lorivan

@@ -114,24 +114,33 @@ void RecordingSurface::disc(PointF centre, float radius, Colour colour) {
         put(x, y, colour);
 }
 
-void RecordingSurface::fill(std::span<const PointF> points, Colour colour) {
-  if (points.size() < 3) return;
-  const auto [least, most] = std::ranges::minmax(points, {}, &PointF::y);
-  const int top = std::max(0, toInt32(std::floor(least.y)));
-  const int bottom = std::min(height_ - 1, toInt32(std::ceil(most.y)));
-  std::vector<float> crossings;
+void RecordingSurface::fill(std::span<const std::vector<PointF>> contours, bool winding, Colour colour) {
+  float least = 1e9F, most = -1e9F;
+  for (const auto& points : contours)
+    for (const PointF& p : points) {
+      least = std::min(least, p.y);
+      most = std::max(most, p.y);
+    }
+  const int top = toInt32(std::clamp(std::floor(least), 0.F, static_cast<float>(height_)));
+  const int bottom = toInt32(std::clamp(std::ceil(most), -1.F, static_cast<float>(height_ - 1)));
+  std::vector<std::pair<float, int>> crossings;  // x, and up or down
   for (int row = top; row <= bottom; ++row) {
     const auto y = static_cast<float>(row);
     crossings.clear();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      const PointF& a = points[i];
-      const PointF& b = points[(i + 1) % points.size()];
-      if ((a.y <= y) != (b.y <= y)) crossings.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
-    }
+    for (const auto& points : contours)
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        const PointF& a = points[i];
+        const PointF& b = points[i + 1 == points.size() ? 0 : i + 1];
+        if ((a.y <= y) != (b.y <= y))
+          crossings.emplace_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x), a.y <= y ? 1 : -1);
+      }
     std::ranges::sort(crossings);
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
-      const int end = std::min(width_, toInt32(std::ceil(crossings[i + 1])));
-      for (int x = std::max(0, toInt32(std::ceil(crossings[i]))); x < end; ++x) put(x, row, colour);
+    int inside = 0;
+    for (std::size_t i = 0; i + 1 < crossings.size(); ++i) {
+      inside += winding ? crossings[i].second : 1;
+      if (winding ? inside == 0 : inside % 2 == 0) continue;
+      const int end = std::min(width_, toInt32(std::ceil(crossings[i + 1].first)));
+      for (int x = std::max(0, toInt32(std::ceil(crossings[i].first))); x < end; ++x) put(x, row, colour);
     }
   }
 }
@@ -140,11 +149,11 @@ void RecordingSurface::band(PointF from, PointF to, float width, Colour colour) 
   const float dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
   if (length == 0) return;
   const float nx = -dy / length * width / 2, ny = dx / length * width / 2;
-  const std::array<PointF, 4> corners = {{{from.x + nx, from.y + ny},
-                                          {to.x + nx, to.y + ny},
-                                          {to.x - nx, to.y - ny},
-                                          {from.x - nx, from.y - ny}}};
-  fill(corners, colour);
+  const std::vector<PointF> corners = {{from.x + nx, from.y + ny},
+                                       {to.x + nx, to.y + ny},
+                                       {to.x - nx, to.y - ny},
+                                       {from.x - nx, from.y - ny}};
+  fill({&corners, 1}, false, colour);
 }
 
 void RecordingSurface::segment(PointI from, PointI to, const Pen& pen) {
@@ -179,7 +188,7 @@ void RecordingSurface::polyline(std::span<const PointI> points, const Pen& pen) 
 
 void RecordingSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
   record(DrawKind::fillPolygon, points, {1, colour, false});
-  fill(calls_.back().points, colour);
+  if (points.size() > 2) fill({&calls_.back().points, 1}, false, colour);
 }
 
 void RecordingSurface::wideCurve(const WideCurve& curve) {
@@ -197,6 +206,21 @@ void RecordingSurface::wideCurve(const WideCurve& curve) {
       if (rounded || i + static_cast<std::size_t>(piece) > 0) disc(from, curve.width / 2, curve.colour);
     }
   if (rounded && curve.bezier.size() >= 4) disc(curve.bezier.back(), curve.width / 2, curve.colour);
+}
+
+void RecordingSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  constexpr int kPieces = 8;
+  std::vector<std::vector<PointF>> flat;
+  std::vector<PointF> all;
+  for (const std::vector<PointF>& bezier : contours) {
+    all.insert(all.end(), bezier.begin(), bezier.end());
+    flat.emplace_back();
+    for (std::size_t i = 0; i + 3 < bezier.size(); i += 3)
+      for (int piece = 0; piece < kPieces; ++piece)
+        flat.back().push_back(bezierAt(&bezier[i], static_cast<float>(piece) / kPieces));
+  }
+  record(DrawKind::fillPath, std::move(all), 0, colour);
+  fill(flat, true, colour);
 }
 
 Colour RecordingSurface::pixel(PointI at) const {

@@ -18,13 +18,14 @@ enum class DrawKind {
   polyline,
   fillPolygon,
   wideCurve,
+  fillPath,
   refresh
 };
 
 /// One drawing call as it came in.
 struct DrawCall {
   DrawKind kind = DrawKind::clear;
-  std::vector<PointF> points;
+  std::vector<PointF> points;  // of a filled path: its contours, one after the other
   float size = 0;  // pen or band width, radius, diameter
   Colour colour = 0;
   bool dotted = false;
@@ -47,6 +48,7 @@ class RecordingSurface final : public Surface {
   void polyline(std::span<const PointI> points, const Pen& pen) override;
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
+  void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
   void refresh() override { record(DrawKind::refresh, {}, 0, 0); }
 
   Colour pixel(PointI at) const override;
@@ -69,7 +71,7 @@ class RecordingSurface final : public Surface {
   void thinLine(PointF from, PointF to, Colour colour, bool dotted);
   void line(PointI from, PointI to, const Pen& pen);
   void disc(PointF centre, float radius, Colour colour);
-  void fill(std::span<const PointF> points, Colour colour);
+  void fill(std::span<const std::vector<PointF>> contours, bool winding, Colour colour);
   void band(PointF from, PointF to, float width, Colour colour);
 
   int width_, height_;

@@ -52,10 +52,15 @@ bool isOnePoint(std::span<const PointF> points) {
   return std::ranges::all_of(points, [&](PointF p) { return p.x == points[0].x && p.y == points[0].y; });
 }
 
-QPainterPath toPath(std::span<const PointF> points) {
+void appendChain(std::span<const PointF> points, QPainterPath& path) {
   const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
-  QPainterPath path(at(0));
+  path.moveTo(at(0));
   for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
+}
+
+QPainterPath toPath(std::span<const PointF> points) {
+  QPainterPath path;
+  appendChain(points, path);
   return path;
 }
 
@@ -184,6 +189,24 @@ void RasterSurface::wideCurve(const WideCurve& curve) {
     p->strokePath(toPath(curve.bezier),
                   QPen(toQColor(curve.colour), double(curve.width), Qt::SolidLine, caps, Qt::RoundJoin));
   }
+  p->resetTransform();
+}
+
+void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  QPainterPath path;
+  path.setFillRule(Qt::WindingFill);
+  for (const std::vector<PointF>& contour : contours) {
+    if (contour.empty()) continue;
+    if (contour.size() % 3 != 1 || !std::ranges::all_of(contour, isDrawable))
+      return fail("a shape has points that cannot be drawn");
+    appendChain(contour, path);
+    path.closeSubpath();
+  }
+  QPainter* const p = painter();
+  if (!p) return;
+  p->setRenderHint(QPainter::Antialiasing);
+  p->translate(0.5, 0.5);  // to the middle of the pixels
+  p->fillPath(path, toQColor(colour));
   p->resetTransform();
 }
 

@@ -33,6 +33,7 @@ class CurveRecorder final : public Surface {
   void wideCurve(const WideCurve& c) override {
     strokes.push_back({{c.bezier.begin(), c.bezier.end()}, c.width, c.colour, c.caps});
   }
+  void fillPath(std::span<const std::vector<PointF>>, Colour) override {}
   Colour pixel(PointI) const override { return background_; }
 
   std::vector<Stroke> strokes;

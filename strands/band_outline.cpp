@@ -1,0 +1,266 @@
+#include "strands/band_outline.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "strands/band_crossings.h"
+#include "strands/offset_side.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
+constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
+constexpr int kMostSteps = 24;
+constexpr int kCapParts = 3;  // halvings of a band's end
+
+/// Where one side of a band comes out from under another.
+struct Exit {
+  double place = 0;  // on the band's loop
+  double foot = 0;   // the nearest place on the covering loop
+  bool free = true;  // false: it did not come out before the strand's next crossing
+};
+
+/// Both sides of a band, at one end of a stretch; index 0 is the side below 0.
+struct End {
+  Exit side[2];
+  int cover = 0;
+};
+
+class Outliner {
+ public:
+  Outliner(const std::vector<BandLoop>& loops, const OutlineOptions& options)
+      : loops_(loops),
+        options_(options),
+        half_(std::max(options.band / 2 + options.grow, 0.0)),
+        clear_(options.outer / 2 + options.gap - options.grow),
+        tolerance_(options.band * kFitShare),
+        crossings_(findBandCrossings(loops)),
+        ways_(loops.size()) {
+    for (const BandCrossing& c : crossings_) {
+      ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
+      ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
+    }
+    for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
+  }
+
+  std::vector<StrandOutline> run() {
+    std::vector<StrandOutline> outlines;
+    outlines.reserve(loops_.size());
+    auto at = crossings_.begin();
+    for (std::size_t l = 0; l < loops_.size(); ++l) {
+      const auto begin = at;
+      while (at != crossings_.end() && at->under == static_cast<int>(l)) ++at;
+      outlines.push_back(outline(static_cast<int>(l), {begin, at}));
+    }
+    return outlines;
+  }
+
+ private:
+  const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+
+  StrandOutline outline(int number, std::span<const BandCrossing> unders) {
+    const BandLoop& band = loop(number);
+    StrandOutline made;
+    made.slot = band.slot();
+    made.centre = centreLine(band, calmPlace(band), calmPlace(band) + band.size());
+    made.centre.back() = made.centre.front();
+    if (unders.empty()) {
+      ring(band, made);
+      return made;
+    }
+    std::vector<End> back, on;
+    for (const BandCrossing& c : unders) {
+      back.push_back(leave(c, -1));
+      on.push_back(leave(c, 1));
+    }
+    for (std::size_t i = 0; i < unders.size(); ++i) {
+      const bool isLast = i + 1 == unders.size();
+      stretch(band, on[i], back[isLast ? 0 : i + 1], isLast ? band.size() : 0, made);
+    }
+    return made;
+  }
+
+  /// The sample at which the loop bends least: a good place to begin.
+  static int calmPlace(const BandLoop& band) {
+    int calm = 0;
+    double least = 1e300;
+    for (int i = 0; i < band.size(); ++i) {
+      const Vec a = band.tangent(i - 1), b = band.tangent(i + 1);
+      const double bend = 1 - dot(unit(a), unit(b));
+      if (bend < least - 1e-9) {
+        least = bend;
+        calm = i;
+      }
+    }
+    return calm;
+  }
+
+  std::vector<PointF> centreLine(const BandLoop& band, double from, double to) {
+    std::vector<PointF> chain;
+    followSide(band, from, to, 0, line_);
+    chain.push_back(toPointF(line_.points.front().at));
+    appendSide(line_, tolerance_, chain);
+    return chain;
+  }
+
+  void ring(const BandLoop& band, StrandOutline& made) {
+    BandStretch stretch;
+    const int calm = calmPlace(band);
+    for (const int sense : {-1, 1}) {
+      followSide(band, calm, calm + band.size(), sense * half_, line_);
+      if (line_.points.size() < 4) continue;  // nothing left: a disc has no hole
+      if (sense > 0) reverseSide(line_);
+      BandContour contour{toPointF(line_.points.front().at)};
+      appendSide(line_, tolerance_, contour);
+      contour.back() = contour.front();
+      stretch.contours.push_back(std::move(contour));
+    }
+    if (options_.centres) stretch.centre = made.centre;
+    made.stretches.push_back(std::move(stretch));
+  }
+
+  /// How far it is from a place on a loop to its next crossing, on or back.
+  double room(int number, double place, int direction) const {
+    const auto& ways = ways_[static_cast<std::size_t>(number)];
+    const double lap = loop(number).size();
+    if (direction > 0) {
+      const auto next = std::upper_bound(ways.begin(), ways.end(), place + 1e-9);
+      return next == ways.end() ? ways.front() + lap - place : *next - place;
+    }
+    const auto next = std::lower_bound(ways.begin(), ways.end(), place - 1e-9);
+    return next == ways.begin() ? place - (ways.back() - lap) : place - *(next - 1);
+  }
+
+  End leave(const BandCrossing& c, int direction) const {
+    const double most = kMostOfWay * room(c.under, c.underAt, direction);
+    End end;
+    end.cover = c.over;
+    for (const int side : {0, 1}) end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most);
+    return end;
+  }
+
+  /// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
+  /// where the side leads away from that band, else by as much as is missing at least.
+  Exit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
+    const BandLoop &under = loop(c.under), &over = loop(c.over);
+    Exit exit{c.underAt, c.overAt, true};
+    for (int step = 0; step < kMostSteps; ++step) {
+      const BandLoop::Spot s = under.spot(exit.place);
+      const Vec at = offsetPoint(s, distance);
+      exit.foot = over.nearest(at, exit.foot);
+      const Vec away = at - over.spot(exit.foot).at;
+      const double far = lengthOf(away), missing = clear_ - far;
+      if (std::fabs(missing) < tolerance_ / 20) return exit;
+      const double speed = lengthOf(s.along);
+      const double shrink = std::max(0.2, 1 - distance * cross(s.along, s.bend) / (speed * speed * speed));
+      const double climb = far > 0 ? direction * dot(s.along, away) / far * shrink : 0;
+      const double move = climb > 0.3 * speed * shrink ? missing / climb : missing / (speed * shrink);
+      const double travelled = (exit.place - c.underAt) * direction + std::min(move, most / 3);
+      if (travelled >= most) return {c.underAt + direction * most, exit.foot, false};
+      exit.place = c.underAt + direction * std::max(travelled, 0.0);
+    }
+    return exit;
+  }
+
+  LinePoint capPoint(const BandLoop& band, double place, double foot, int side, const BandLoop& over) const {
+    return {offsetPoint(band.spot(place), side == 0 ? -half_ : half_), unit(over.spot(foot).along)};
+  }
+
+  /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
+  void cap(const BandLoop& band, const End& end, int fromSide, double lap, BandContour& contour) const {
+    const BandLoop& over = loop(end.cover);
+    const Exit &a = end.side[fromSide], &b = end.side[1 - fromSide];
+    LinePoint from = capPoint(band, a.place + lap, a.foot, fromSide, over);
+    LinePoint to = capPoint(band, b.place + lap, b.foot, 1 - fromSide, over);
+    const Vec way = to.at - from.at;
+    const double sense = b.foot >= a.foot ? 1 : -1;
+    from.along = from.along * sense;
+    to.along = to.along * sense;
+    if (!a.free || !b.free || dot(from.along, way) <= 0 || dot(to.along, way) <= 0) {
+      from.along = to.along = unit(way);
+      appendArc(from, to, contour);
+      return;
+    }
+    const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
+    followEdge(over, a.foot, b.foot, side, from, to, kCapParts, contour);
+  }
+
+  void followEdge(const BandLoop& over, double a, double b, double distance, const LinePoint& from,
+                  const LinePoint& to, int parts, BandContour& contour) const {
+    const std::size_t size = contour.size();
+    appendArc(from, to, contour);
+    const BandLoop::Spot s = over.spot((a + b) / 2);
+    const LinePoint middle{offsetPoint(s, distance), unit(s.along) * (b >= a ? 1.0 : -1.0)};
+    const auto at = [&](std::size_t i) { return Vec{contour[size + i].x, contour[size + i].y}; };
+    const Vec half = (from.at + (at(0) + at(1)) * 3 + to.at) * 0.125;
+    if (parts == 0 || std::fabs(cross(half - middle.at, middle.along)) < tolerance_ ||
+        dot(middle.along, to.at - from.at) <= 0)
+      return;
+    contour.resize(size);
+    followEdge(over, a, (a + b) / 2, distance, from, middle, parts - 1, contour);
+    followEdge(over, (a + b) / 2, b, distance, middle, to, parts - 1, contour);
+  }
+
+  void stretch(const BandLoop& band, End begin, End end, double lap, StrandOutline& made) {
+    for (Exit& exit : end.side) exit.place += lap;
+    int gone = 0;
+    for (const int side : {0, 1}) {
+      double &a = begin.side[side].place, &b = end.side[side].place;
+      if (b - a > 1e-3) continue;
+      a = b = (a + b) / 2;
+      ++gone;
+    }
+    if (gone == 2) return;
+    BandStretch stretch;
+    BandContour contour;
+    appendSideOf(band, begin, end, 0, contour);
+    cap(band, end, 0, 0, contour);
+    appendSideOf(band, begin, end, 1, contour);
+    cap(band, begin, 1, 0, contour);
+    contour.back() = contour.front();
+    stretch.contours.push_back(std::move(contour));
+    if (options_.centres)
+      stretch.centre = centreLine(band, (begin.side[0].place + begin.side[1].place) / 2,
+                                  (end.side[0].place + end.side[1].place) / 2);
+    made.stretches.push_back(std::move(stretch));
+  }
+
+  void appendSideOf(const BandLoop& band, const End& begin, const End& end, int side, BandContour& contour) {
+    const double from = begin.side[side].place, to = end.side[side].place;
+    if (contour.empty()) contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
+    if (from >= to) return;
+    followSide(band, from, to, side == 0 ? -half_ : half_, line_);
+    if (side == 1) reverseSide(line_);
+    appendSide(line_, tolerance_, contour);
+  }
+
+  const std::vector<BandLoop>& loops_;
+  const OutlineOptions& options_;
+  double half_, clear_, tolerance_;
+  std::vector<BandCrossing> crossings_;
+  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  OffsetSide line_;
+};
+
+}  // namespace
+
+std::vector<StrandOutline> bandOutlines(const KnotCurve& curve, const GridView& view,
+                                        const OutlineOptions& options) {
+  const std::vector<BandLoop> loops = bandLoops(curve, view);
+  return Outliner(loops, options).run();
+}
+
+double contourArea(const BandContour& contour) {
+  // Green's theorem on one cubic, exactly.
+  double area = 0;
+  for (std::size_t i = 0; i + 3 < contour.size(); i += 3) {
+    const auto p = [&](std::size_t k) { return Vec{contour[i + k].x, contour[i + k].y} - Vec{contour[0].x, contour[0].y}; };
+    area += (6 * cross(p(0), p(1)) + 3 * cross(p(0), p(2)) + cross(p(0), p(3)) + 3 * cross(p(1), p(2)) +
+             3 * cross(p(1), p(3)) + 6 * cross(p(2), p(3))) /
+            20;
+  }
+  return area;
+}
+
+}  // namespace lorivan

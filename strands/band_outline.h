@@ -1,0 +1,47 @@
+// The bands of a knot as shapes: what can be seen of every strand, as closed outlines.
+//
+// Units are the view's pixels, x to the right and y downwards, true to proportion and unrounded. A contour is
+// a closed chain of cubic Bezier segments, 3 n + 1 points of which the last repeats the first. The area that
+// it surrounds, by the shoelace formula with these x and y, is positive (on the screen it runs clockwise); a
+// hole's is negative.
+#pragma once
+
+#include <vector>
+
+#include "strands/knot_curve.h"
+
+namespace lorivan {
+
+using BandContour = std::vector<PointF>;
+
+/// All in pixels of the view.
+struct OutlineOptions {
+  double band = 10;   // width of the shapes
+  double outer = 10;  // width of a band with its edges: a band that passes under one ends there
+  double gap = 0;     // further distance between that edge and the end of the band beneath
+  double grow = 0;    // moves every outline outwards, or inwards below 0: half the width of a cut
+  bool centres = false;  // whether stretches get their centre lines
+};
+
+/// What can be seen between two crossings under other bands.
+struct BandStretch {
+  std::vector<BandContour> contours;  // one; of a whole ring the outer one and its hole, in any order
+  std::vector<PointF> centre;         // chain along the middle: open, or closed for a ring
+};
+
+struct StrandOutline {
+  int slot = 0;
+  std::vector<PointF> centre;  // chain along the whole strand, closed
+  std::vector<BandStretch> stretches;
+};
+
+/// The outlines of all strands, by slot; no error passes 0.02 of the band's width. Where bends are tighter
+/// than half the width the outline has a corner instead of a fold. Where crossings are so close together that
+/// nothing of a stretch is left between the bands that cover its ends, it is left out.
+std::vector<StrandOutline> bandOutlines(const KnotCurve& curve, const GridView& view,
+                                        const OutlineOptions& options);
+
+/// The area inside a closed contour, see above for its sign.
+double contourArea(const BandContour& contour);
+
+}  // namespace lorivan
