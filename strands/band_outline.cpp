@@ -25,6 +25,7 @@ struct Exit {
 struct End {
   Exit side[2];
   int cover = 0;
+  bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
 
 class Outliner {
@@ -44,15 +45,16 @@ class Outliner {
     for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
   }
 
-  std::vector<StrandOutline> run() {
-    std::vector<StrandOutline> outlines;
-    outlines.reserve(loops_.size());
+  BandOutlines run() {
+    BandOutlines outlines;
+    outlines.strands.reserve(loops_.size());
     auto at = crossings_.begin();
     for (std::size_t l = 0; l < loops_.size(); ++l) {
       const auto begin = at;
       while (at != crossings_.end() && at->under == static_cast<int>(l)) ++at;
-      outlines.push_back(outline(static_cast<int>(l), {begin, at}));
+      outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
+    outlines.crowded = std::move(crowded_);
     return outlines;
   }
 
@@ -73,6 +75,7 @@ class Outliner {
     for (const BandCrossing& c : unders) {
       back.push_back(leave(c, -1));
       on.push_back(leave(c, 1));
+      if (back.back().isCrowded() || on.back().isCrowded()) layOnTop(c);
     }
     for (std::size_t i = 0; i < unders.size(); ++i) {
       const bool isLast = i + 1 == unders.size();
@@ -132,12 +135,46 @@ class Outliner {
     return next == ways.begin() ? place - (ways.back() - lap) : place - *(next - 1);
   }
 
+  /// A crossing of a strand with itself, left towards itself: there it may come half the way.
+  double mostOfRoom(const BandCrossing& c, int direction) const {
+    const double way = room(c.under, c.underAt, direction);
+    const double next = loop(c.under).wrapped(c.underAt + direction * way) - c.overAt;
+    return (c.under == c.over && std::fabs(next) < 1e-6 ? 0.5 : kMostOfWay) * way;
+  }
+
   End leave(const BandCrossing& c, int direction) const {
-    const double most = kMostOfWay * room(c.under, c.underAt, direction);
+    const double most = mostOfRoom(c, direction);
     End end;
     end.cover = c.over;
     for (const int side : {0, 1}) end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most);
+    if (end.isCrowded())
+      for (Exit& exit : end.side) exit.place = c.underAt;
     return end;
+  }
+
+  /// The piece of the band above that hides the one beneath.
+  void layOnTop(const BandCrossing& c) {
+    const BandCrossing turned{c.over, c.under, c.overAt, c.underAt};
+    double ends[2];
+    for (const int direction : {-1, 1}) {
+      const double most = 0.5 * room(c.over, c.overAt, direction);
+      double reach = 0;
+      for (const double distance : {-clear_, clear_})
+        reach = std::max(reach, std::fabs(leaveAlong(turned, distance, direction, most).place - c.overAt));
+      ends[direction > 0] = c.overAt + direction * unfoldedReach(loop(c.over), c.overAt, direction, reach);
+    }
+    crowded_.push_back({loop(c.over).slot(), centreLine(loop(c.over), ends[0], ends[1])});
+  }
+
+  /// How much of a reach lies before the first bend that is tighter than half the band.
+  double unfoldedReach(const BandLoop& band, double place, int direction, double reach) const {
+    constexpr double step = 0.25;
+    for (double way = step; way < reach; way += step) {
+      const BandLoop::Spot s = band.spot(place + direction * way);
+      const double speed = lengthOf(s.along);
+      if (std::fabs(cross(s.along, s.bend)) * half_ > speed * speed * speed) return way;
+    }
+    return reach;
   }
 
   /// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
@@ -240,13 +277,13 @@ class Outliner {
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
   std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<CrowdedCrossing> crowded_;
   OffsetSide line_;
 };
 
 }  // namespace
 
-std::vector<StrandOutline> bandOutlines(const KnotCurve& curve, const GridView& view,
-                                        const OutlineOptions& options) {
+BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options) {
   const std::vector<BandLoop> loops = bandLoops(curve, view);
   return Outliner(loops, options).run();
 }

@@ -35,11 +35,23 @@ struct StrandOutline {
   std::vector<BandStretch> stretches;
 };
 
-/// The outlines of all strands, by slot; no error passes 0.02 of the band's width. Where bends are tighter
-/// than half the width the outline has a corner instead of a fold. Where crossings are so close together that
-/// nothing of a stretch is left between the bands that cover its ends, it is left out.
-std::vector<StrandOutline> bandOutlines(const KnotCurve& curve, const GridView& view,
-                                        const OutlineOptions& options);
+/// A crossing without room: the band beneath does not come out from under the other before it crosses again.
+/// Its outline ends in the middle of the crossing, and a picture lays this piece of the band above on top.
+struct CrowdedCrossing {
+  int slot = 0;                // of the band above
+  std::vector<PointF> centre;  // open chain along its middle
+};
+
+struct BandOutlines {
+  std::vector<StrandOutline> strands;  // by slot
+  std::vector<CrowdedCrossing> crowded;
+};
+
+/// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
+/// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
+/// that cover its ends, it is left out. Outlines overlap only at crowded crossings, and where bands that do
+/// not cross lie nearer to each other than their width.
+BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);
 
 /// The area inside a closed contour, see above for its sign.
 double contourArea(const BandContour& contour);
