@@ -102,8 +102,13 @@ class CrossingSearch {
         static_cast<std::size_t>(std::max(a.row0, b.row0)) * static_cast<std::size_t>(columns_) +
         static_cast<std::size_t>(std::max(a.column0, b.column0));
     if (cell != firstShared) return;
-    for (int i = a.begin; i < a.end; ++i)
+    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    for (int i = a.begin; i < a.end; ++i) {
+      const Vec p = loop.point(i), q = loop.point(i + 1);
+      const Box chord{std::min(p.x, q.x), std::min(p.y, q.y), std::max(p.x, q.x), std::max(p.y, q.y)};
+      if (!chord.meets(b.box)) continue;
       for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j) compare(a.loop, i, b.loop, j);
+    }
   }
 
   bool touchAnyway(int loopA, int i, int loopB, int j) const {

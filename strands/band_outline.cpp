@@ -12,6 +12,7 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
+constexpr double kOverlap = 0.3;  // samples that a piece laid on top reaches further than its edge
 constexpr int kCapParts = 3;  // halvings of a band's end
 
 /// Where one side of a band comes out from under another.
@@ -65,10 +66,14 @@ class Outliner {
     const BandLoop& band = loop(number);
     StrandOutline made;
     made.slot = band.slot();
-    made.centre = centreLine(band, calmPlace(band), calmPlace(band) + band.size());
-    made.centre.back() = made.centre.front();
+    const int calm = calmPlace(band);
+    if (options_.centres) {
+      made.centre = centreLine(band, calm, calm + band.size());
+      made.centre.back() = made.centre.front();
+    }
+    if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow);
     if (unders.empty()) {
-      ring(band, made);
+      made.stretches.push_back({ring(band, calm, half_), made.centre});
       return made;
     }
     std::vector<End> back, on;
@@ -88,13 +93,17 @@ class Outliner {
   static int calmPlace(const BandLoop& band) {
     int calm = 0;
     double least = 1e300;
+    Vec before = band.tangent(-2), at = band.tangent(-1);
     for (int i = 0; i < band.size(); ++i) {
-      const Vec a = band.tangent(i - 1), b = band.tangent(i + 1);
-      const double bend = 1 - dot(unit(a), unit(b));
+      const Vec after = band.tangent(i);
+      const double straight = dot(before, after);
+      const double bend = straight > 0 ? std::fabs(cross(before, after)) / straight : 1e6;
       if (bend < least - 1e-9) {
         least = bend;
-        calm = i;
+        calm = (i + band.size() - 1) % band.size();
       }
+      before = at;
+      at = after;
     }
     return calm;
   }
@@ -107,20 +116,18 @@ class Outliner {
     return chain;
   }
 
-  void ring(const BandLoop& band, StrandOutline& made) {
-    BandStretch stretch;
-    const int calm = calmPlace(band);
+  std::vector<BandContour> ring(const BandLoop& band, int calm, double half) {
+    std::vector<BandContour> contours;
     for (const int sense : {-1, 1}) {
-      followSide(band, calm, calm + band.size(), sense * half_, line_);
+      followSide(band, calm, calm + band.size(), sense * half, line_);
       if (line_.points.size() < 4) continue;  // nothing left: a disc has no hole
       if (sense > 0) reverseSide(line_);
       BandContour contour{toPointF(line_.points.front().at)};
       appendSide(line_, tolerance_, contour);
       contour.back() = contour.front();
-      stretch.contours.push_back(std::move(contour));
+      contours.push_back(std::move(contour));
     }
-    if (options_.centres) stretch.centre = made.centre;
-    made.stretches.push_back(std::move(stretch));
+    return contours;
   }
 
   /// How far it is from a place on a loop to its next crossing, on or back.
@@ -161,9 +168,12 @@ class Outliner {
       double reach = 0;
       for (const double distance : {-clear_, clear_})
         reach = std::max(reach, std::fabs(leaveAlong(turned, distance, direction, most).place - c.overAt));
-      ends[direction > 0] = c.overAt + direction * unfoldedReach(loop(c.over), c.overAt, direction, reach);
+      if (c.under == c.over) reach = unfoldedReach(loop(c.over), c.overAt, direction, reach);
+      ends[direction > 0] = c.overAt + direction * reach;
     }
-    crowded_.push_back({loop(c.over).slot(), centreLine(loop(c.over), ends[0], ends[1])});
+    const BandLoop& over = loop(c.over);
+    crowded_.push_back({over.slot(), centreLine(over, ends[0], ends[1]),
+                        centreLine(over, ends[0] - kOverlap, ends[1] + kOverlap)});
   }
 
   /// How much of a reach lies before the first bend that is tighter than half the band.
@@ -177,9 +187,42 @@ class Outliner {
     return reach;
   }
 
+  /// How fast the line beside a spot goes, for each sample.
+  static Vec speedBeside(const BandLoop::Spot& s, double distance) {
+    const double square = dot(s.along, s.along);
+    return s.along * (1 - distance * cross(s.along, s.bend) / (square * std::sqrt(square)));
+  }
+
+  Exit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
+    Exit exit{c.underAt, c.overAt, true};
+    return leaveAtOnce(c, distance, direction, most, exit) ? exit : leaveStepwise(c, distance, direction, most);
+  }
+
+  /// Meets the side with the covering band's edge by Newton's steps in both places. At plain crossings that
+  /// takes two or three; false where they lead elsewhere.
+  bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, Exit& exit) const {
+    const BandLoop &under = loop(c.under), &over = loop(c.over);
+    double edge = 0;
+    for (int step = 0; step < 6; ++step) {
+      const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
+      if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
+      const Vec gap = offsetPoint(o, edge) - offsetPoint(s, distance);
+      const Vec a = speedBeside(s, distance), b = speedBeside(o, edge);
+      const double area = cross(a, b);
+      if (dot(a, s.along) <= 0 || dot(b, o.along) <= 0 || !(std::fabs(area) > 1e-9)) return false;
+      const double travelled = (exit.place - c.underAt) * direction;
+      if (dot(gap, gap) < tolerance_ * tolerance_ / 64)
+        return travelled > 0 && travelled < most && std::fabs(exit.foot - c.overAt) < most;
+      exit.place += cross(gap, b) / area;
+      exit.foot += cross(gap, a) / area;
+      if (std::fabs(exit.place - c.underAt) > most || std::fabs(exit.foot - c.overAt) > most) return false;
+    }
+    return false;
+  }
+
   /// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
   /// where the side leads away from that band, else by as much as is missing at least.
-  Exit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
+  Exit leaveStepwise(const BandCrossing& c, double distance, int direction, double most) const {
     const BandLoop &under = loop(c.under), &over = loop(c.over);
     Exit exit{c.underAt, c.overAt, true};
     for (int step = 0; step < kMostSteps; ++step) {

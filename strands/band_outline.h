@@ -20,7 +20,8 @@ struct OutlineOptions {
   double outer = 10;  // width of a band with its edges: a band that passes under one ends there
   double gap = 0;     // further distance between that edge and the end of the band beneath
   double grow = 0;    // moves every outline outwards, or inwards below 0: half the width of a cut
-  bool centres = false;  // whether stretches get their centre lines
+  bool centres = false;  // whether strands and stretches get their centre lines
+  bool rings = false;    // whether strands get their whole bands with edges
 };
 
 /// What can be seen between two crossings under other bands.
@@ -31,15 +32,17 @@ struct BandStretch {
 
 struct StrandOutline {
   int slot = 0;
-  std::vector<PointF> centre;  // chain along the whole strand, closed
+  std::vector<PointF> centre;     // chain along the whole strand, closed
+  std::vector<BandContour> ring;  // the whole band, `outer` wide, covered or not; it may cross itself
   std::vector<BandStretch> stretches;
 };
 
 /// A crossing without room: the band beneath does not come out from under the other before it crosses again.
 /// Its outline ends in the middle of the crossing, and a picture lays this piece of the band above on top.
 struct CrowdedCrossing {
-  int slot = 0;                // of the band above
-  std::vector<PointF> centre;  // open chain along its middle
+  int slot = 0;               // of the band above
+  std::vector<PointF> edge;   // open chain along its middle
+  std::vector<PointF> band;   // a little longer at both ends, to cover the ends of the edge
 };
 
 struct BandOutlines {

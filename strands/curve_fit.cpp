@@ -34,7 +34,9 @@ Cubic arc(const LinePoint& from, const LinePoint& to) {
 
 class Fitter {
  public:
-  explicit Fitter(std::span<const LinePoint> points) : points_(points), way_(points.size()) {
+  explicit Fitter(std::span<const LinePoint> points) : points_(points), way_(memory()) {
+    way_.resize(points.size());
+    way_[0] = 0;
     for (std::size_t i = 1; i < points.size(); ++i)
       way_[i] = way_[i - 1] + lengthOf(points[i].at - points[i - 1].at);
   }
@@ -78,8 +80,13 @@ class Fitter {
     return (way_[k] - way_[i]) / (way_[j] - way_[i]);
   }
 
+  static std::vector<double>& memory() {
+    thread_local std::vector<double> ways;
+    return ways;
+  }
+
   std::span<const LinePoint> points_;
-  std::vector<double> way_;
+  std::vector<double>& way_;  // along the points' chords
 };
 
 }  // namespace

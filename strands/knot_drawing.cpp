@@ -41,26 +41,26 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   OutlineOptions options;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  options.rings = true;
   const BandOutlines outlines = bandOutlines(curve, view, options);
   // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
-  surface.beginGroup("edges");
+  std::vector<BandContour> edges;
   for (const StrandOutline& strand : outlines.strands)
-    surface.wideCurve({strand.centre, static_cast<float>(options.outer), 0, CapStyle::round});
+    edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
+  surface.beginGroup("edges");
+  surface.fillPath(edges, 0);
   surface.endGroup();
   surface.beginGroup("strands");
-  std::vector<BandContour> contours;
   for (const StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
-    contours.clear();
     for (const BandStretch& stretch : strand.stretches)
-      contours.insert(contours.end(), stretch.contours.begin(), stretch.contours.end());
-    surface.fillPath(contours, style.bandColour(strand.slot));
+      surface.fillPath(stretch.contours, style.bandColour(strand.slot));
     surface.endGroup();
   }
   for (const CrowdedCrossing& crossing : outlines.crowded) {
-    surface.wideCurve({crossing.centre, static_cast<float>(options.outer), 0, CapStyle::flat});
-    surface.wideCurve({crossing.centre, static_cast<float>(options.band), style.bandColour(crossing.slot),
-                       CapStyle::round});
+    surface.wideCurve({crossing.edge, static_cast<float>(options.outer), 0, CapStyle::flat});
+    surface.wideCurve({crossing.band, static_cast<float>(options.band), style.bandColour(crossing.slot),
+                       CapStyle::flat});
   }
   surface.endGroup();
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <new>
 
+#include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
 #include "platform/qt/convert.h"
 
@@ -52,15 +53,10 @@ bool isOnePoint(std::span<const PointF> points) {
   return std::ranges::all_of(points, [&](PointF p) { return p.x == points[0].x && p.y == points[0].y; });
 }
 
-void appendChain(std::span<const PointF> points, QPainterPath& path) {
-  const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
-  path.moveTo(at(0));
-  for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
-}
-
 QPainterPath toPath(std::span<const PointF> points) {
-  QPainterPath path;
-  appendChain(points, path);
+  const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
+  QPainterPath path(at(0));
+  for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
   return path;
 }
 
@@ -193,21 +189,7 @@ void RasterSurface::wideCurve(const WideCurve& curve) {
 }
 
 void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
-  QPainterPath path;
-  path.setFillRule(Qt::WindingFill);
-  for (const std::vector<PointF>& contour : contours) {
-    if (contour.empty()) continue;
-    if (contour.size() % 3 != 1 || !std::ranges::all_of(contour, isDrawable))
-      return fail("a shape has points that cannot be drawn");
-    appendChain(contour, path);
-    path.closeSubpath();
-  }
-  QPainter* const p = painter();
-  if (!p) return;
-  p->setRenderHint(QPainter::Antialiasing);
-  p->translate(0.5, 0.5);  // to the middle of the pixels
-  p->fillPath(path, toQColor(colour));
-  p->resetTransform();
+  if (!fillPathPixels(lendPixels(), contours, colour)) fail("a shape has points that cannot be drawn");
 }
 
 Colour RasterSurface::pixel(PointI at) const {
