@@ -172,8 +172,31 @@ class Outliner {
       ends[direction > 0] = c.overAt + direction * reach;
     }
     const BandLoop& over = loop(c.over);
-    crowded_.push_back({over.slot(), centreLine(over, ends[0], ends[1]),
-                        centreLine(over, ends[0] - kOverlap, ends[1] + kOverlap)});
+    crowded_.push_back({over.slot(), piece(over, ends[0], ends[1], options_.outer / 2 + options_.grow),
+                        piece(over, ends[0] - kOverlap, ends[1] + kOverlap, half_)});
+  }
+
+  /// A piece of a band with straight ends.
+  BandContour piece(const BandLoop& band, double from, double to, double half) {
+    BandContour contour;
+    for (const int sense : {-1, 1}) {
+      followSide(band, from, to, sense * half, line_);
+      if (sense > 0) reverseSide(line_);
+      const Vec begin = line_.points.front().at;
+      if (contour.empty())
+        contour.push_back(toPointF(begin));
+      else
+        appendLine(begin, contour);
+      appendSide(line_, tolerance_, contour);
+    }
+    appendLine({contour.front().x, contour.front().y}, contour);
+    contour.back() = contour.front();
+    return contour;
+  }
+
+  static void appendLine(Vec to, BandContour& contour) {
+    const Vec from{contour.back().x, contour.back().y}, way = unit(to - from);
+    appendArc({from, way}, {to, way}, contour);
   }
 
   /// How much of a reach lies before the first bend that is tighter than half the band.

@@ -40,9 +40,9 @@ struct StrandOutline {
 /// A crossing without room: the band beneath does not come out from under the other before it crosses again.
 /// Its outline ends in the middle of the crossing, and a picture lays this piece of the band above on top.
 struct CrowdedCrossing {
-  int slot = 0;               // of the band above
-  std::vector<PointF> edge;   // open chain along its middle
-  std::vector<PointF> band;   // a little longer at both ends, to cover the ends of the edge
+  int slot = 0;      // of the band above
+  BandContour edge;  // `outer` wide
+  BandContour band;  // a little longer at both ends, to cover the ends of the edge
 };
 
 struct BandOutlines {

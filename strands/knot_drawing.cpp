@@ -58,9 +58,8 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
     surface.endGroup();
   }
   for (const CrowdedCrossing& crossing : outlines.crowded) {
-    surface.wideCurve({crossing.edge, static_cast<float>(options.outer), 0, CapStyle::flat});
-    surface.wideCurve({crossing.band, static_cast<float>(options.band), style.bandColour(crossing.slot),
-                       CapStyle::flat});
+    surface.fillPath({&crossing.edge, 1}, 0);
+    surface.fillPath({&crossing.band, 1}, style.bandColour(crossing.slot));
   }
   surface.endGroup();
 }

@@ -74,31 +74,55 @@ std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t share) 
   return even | odd;
 }
 
+/// What is kept from call to call. `sums` holds zeros between calls.
+struct Memory {
+  std::vector<Edge> edges;
+  std::vector<float> sums;
+  std::vector<std::uint32_t> starts, order;
+};
+
+Memory& memory() {
+  thread_local Memory kept;
+  return kept;
+}
+
 /// Sums up, pixel by pixel, how an edge changes the covered share of all that lies to its right (the way of
 /// font renderers), strip by strip.
 class StripFiller {
  public:
   StripFiller(const PixelBlock& target, Range range, std::uint32_t argb)
       : target_(target), range_(range), argb_(argb), width_(range.right - range.left + 2) {
-    sums().assign(static_cast<std::size_t>(width_) * kStripRows, 0.F);
+    const std::size_t size = static_cast<std::size_t>(width_) * kStripRows;
+    if (sums_.size() < size) sums_.resize(size, 0.F);
   }
 
   void run(const std::vector<Edge>& edges) {
+    if (range_.bottom - range_.top <= kStripRows) {
+      beginStrip(range_.top);
+      for (const Edge& e : edges) accumulate(e);
+      endStrip();
+      return;
+    }
     sortIntoStrips(edges);
     for (int top = range_.top, strip = 0; top < range_.bottom; top += kStripRows, ++strip) {
-      top_ = top;
-      rows_ = std::min(kStripRows, range_.bottom - top);
-      for (int row = 0; row < rows_; ++row) first_[row] = width_, last_[row] = -1;
+      beginStrip(top);
       const auto at = static_cast<std::size_t>(strip);
       for (std::size_t i = starts_[at]; i < starts_[at + 1]; ++i) accumulate(edges[order_[i]]);
-      for (int row = 0; row < rows_; ++row) paint(row);
+      endStrip();
     }
   }
 
  private:
-  static std::vector<float>& sums() {
-    thread_local std::vector<float> memory;
-    return memory;
+  void beginStrip(int top) {
+    top_ = top;
+    rows_ = std::min(kStripRows, range_.bottom - top);
+    for (int row = 0; row < rows_; ++row) {
+      first_[row] = width_;
+      last_[row] = -1;
+    }
+  }
+  void endStrip() {
+    for (int row = 0; row < rows_; ++row) paint(row);
   }
 
   template <class Use>
@@ -115,9 +139,11 @@ class StripFiller {
     for (const Edge& e : edges) eachStrip(e, [&](std::size_t strip) { ++starts_[strip + 1]; });
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     order_.resize(starts_.back());
-    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
-    for (std::size_t i = 0; i < edges.size(); ++i)
-      eachStrip(edges[i], [&](std::size_t strip) { order_[next[strip]++] = static_cast<std::uint32_t>(i); });
+    // Filled from the ends, the starts move back to where they belong.
+    for (std::size_t i = edges.size(); i-- > 0;)
+      eachStrip(edges[i], [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
+    starts_.erase(starts_.begin());
+    starts_.push_back(static_cast<std::uint32_t>(order_.size()));
   }
 
   /// The part of an edge within the strip, row by row.
@@ -142,7 +168,7 @@ class StripFiller {
     const float most = static_cast<float>(width_ - 2);
     const float left = std::clamp(std::min(x, next), 0.F, most);
     const float right = std::clamp(std::max(x, next), 0.F, most);
-    float* sums = &memory_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
+    float* sums = &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
     const int begin = static_cast<int>(left), end = static_cast<int>(right);
     first_[row] = std::min(first_[row], begin);
     last_[row] = std::max(last_[row], end + 1);
@@ -169,7 +195,7 @@ class StripFiller {
 
   void paint(int row) {
     if (last_[row] < first_[row]) return;
-    float* sums = &memory_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
+    float* sums = &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
     std::uint32_t* pixels =
         target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride + range_.left;
     const int end = std::min(last_[row], range_.right - range_.left - 1);
@@ -189,10 +215,10 @@ class StripFiller {
   Range range_;
   std::uint32_t argb_;
   int width_, top_ = 0, rows_ = 0;
-  std::vector<float>& memory_ = sums();
+  std::vector<float>& sums_ = memory().sums;
   int first_[kStripRows] = {}, last_[kStripRows] = {};
-  std::vector<std::size_t> starts_;
-  std::vector<std::uint32_t> order_;
+  std::vector<std::uint32_t>& starts_ = memory().starts;
+  std::vector<std::uint32_t>& order_ = memory().order;
 };
 
 Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
@@ -213,7 +239,7 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
 }  // namespace
 
 bool fillPathPixels(const PixelBlock& target, std::span<const std::vector<PointF>> contours, Colour colour) {
-  thread_local std::vector<Edge> edges;
+  std::vector<Edge>& edges = memory().edges;
   edges.clear();
   Flattener flattener(edges);
   for (const std::vector<PointF>& contour : contours) {
