@@ -8,6 +8,7 @@ namespace {
 constexpr double kTurn = 0.3;        // radians that the line may turn between two points of a side
 constexpr double kHalfCosine = 0.955;  // cosine of kTurn
 constexpr int kMostParts = 8;        // of a piece between two samples
+constexpr double kFoldReach = 6;     // times the distance: the folds of bends down to 20 degrees
 constexpr std::size_t kCalm = 3;     // points between two folds that make them one
 
 /// Samples a side, more densely where it turns.
@@ -71,7 +72,8 @@ bool meet(Vec a, Vec b, Vec c, Vec d, Vec& at) {
 /// Takes the folds out of a sampled side.
 class Unfolder {
  public:
-  explicit Unfolder(const std::vector<LinePoint>& raw, OffsetSide& side) : raw_(raw), side_(side) {}
+  Unfolder(const std::vector<LinePoint>& raw, double distance, OffsetSide& side)
+      : raw_(raw), most_(kFoldReach * std::fabs(distance)), side_(side) {}
 
   void run() {
     std::vector<LinePoint>& out = side_.points;
@@ -95,17 +97,21 @@ class Unfolder {
   }
 
   /// Finds where the line before the fold meets the line after it, searching outwards from the fold on both
-  /// sides alike; returns the next raw point that stays.
+  /// sides alike; returns the next raw point that stays. Further away the line may well cross itself, but not
+  /// because of this fold.
   std::size_t cut(std::size_t end) {
     std::vector<LinePoint>& out = side_.points;
-    const std::size_t before = out.size() - 1, after = raw_.size() - 1 - end;
+    const std::size_t last = out.size() - 1;
+    std::size_t before = 0, after = 0;
+    while (before < last && lengthOf(out[last - before].at - out[last].at) < most_) ++before;
+    while (end + after + 1 < raw_.size() && lengthOf(raw_[end + after].at - raw_[end].at) < most_) ++after;
     Vec at;
     for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
       for (std::size_t k = 0; k <= reach; ++k) {
-        if (reach < after && k < before && tryCut(before - k, end + reach, at))
-          return join(before - k, end + reach, at);
-        if (reach < before && k < after && tryCut(before - reach, end + k, at))
-          return join(before - reach, end + k, at);
+        if (reach < after && k < before && tryCut(last - k, end + reach, at))
+          return join(last - k, end + reach, at);
+        if (reach < before && k < after && tryCut(last - reach, end + k, at))
+          return join(last - reach, end + k, at);
       }
     side_.corners.push_back(out.size());
     return end;
@@ -128,6 +134,7 @@ class Unfolder {
   }
 
   const std::vector<LinePoint>& raw_;
+  double most_;  // how far from a fold its ends are looked for
   OffsetSide& side_;
 };
 
@@ -143,7 +150,7 @@ void followSide(const BandLoop& loop, double from, double to, double distance, O
   thread_local std::vector<LinePoint> raw;
   raw.clear();
   SideSampler(loop, distance, raw).follow(from, to);
-  Unfolder(raw, side).run();
+  Unfolder(raw, distance, side).run();
 }
 
 void appendSide(const OffsetSide& side, double tolerance, std::vector<PointF>& chain) {
