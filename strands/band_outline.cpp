@@ -225,19 +225,21 @@ class Outliner {
   /// takes two or three; false where they lead elsewhere.
   bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, Exit& exit) const {
     const BandLoop &under = loop(c.under), &over = loop(c.over);
-    double edge = 0;
+    double edge = 0, expected = 0;
     for (int step = 0; step < 6; ++step) {
       const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
       if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
       const Vec gap = offsetPoint(o, edge) - offsetPoint(s, distance);
-      const Vec a = speedBeside(s, distance), b = speedBeside(o, edge);
+      // The first step knows only straight lines: a bend in the crossing itself would mislead it.
+      const Vec a = step == 0 ? s.along : speedBeside(s, distance), b = step == 0 ? o.along : speedBeside(o, edge);
       const double area = cross(a, b);
       if (dot(a, s.along) <= 0 || dot(b, o.along) <= 0 || !(std::fabs(area) > 1e-9)) return false;
       const double travelled = (exit.place - c.underAt) * direction;
       if (dot(gap, gap) < tolerance_ * tolerance_ / 64)
-        return travelled > 0 && travelled < most && std::fabs(exit.foot - c.overAt) < most;
+        return travelled > 0.4 * expected && travelled < std::min(most, 2.5 * expected);
       exit.place += cross(gap, b) / area;
       exit.foot += cross(gap, a) / area;
+      if (step == 0) expected = (exit.place - c.underAt) * direction;
       if (std::fabs(exit.place - c.underAt) > most || std::fabs(exit.foot - c.overAt) > most) return false;
     }
     return false;

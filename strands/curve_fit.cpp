@@ -59,7 +59,7 @@ class Fitter {
     }
     const double all = way_[j] - way_[i], area = aa * bb - ab * ab;
     const double reachA = (ra * bb - rb * ab) / area, reachB = (rb * aa - ra * ab) / area;
-    const auto sound = [all](double reach) { return reach > 0.05 * all && reach < all; };
+    const auto sound = [all](double reach) { return reach > 0.2 * all && reach < 0.55 * all; };
     if (!(area > 1e-6 * aa * bb) || !sound(reachA) || !sound(reachB)) return arc(from, to);
     return {from.at, from.at + from.along * reachA, to.at - to.along * reachB, to.at};
   }

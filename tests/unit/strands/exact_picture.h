@@ -12,7 +12,7 @@ namespace lorivan {
 
 class ExactPicture {
  public:
-  enum class Shows { background, edge, band, unclear };
+  enum class Shows { background, edge, band, unclear, together };
 
   ExactPicture(const std::vector<BandLoop>& loops, const GridView& view, double band, double outer)
       : loops_(loops),
@@ -25,8 +25,8 @@ class ExactPicture {
     for (std::size_t l = 0; l < loops.size(); ++l) walk(static_cast<int>(l));
   }
 
-  /// What lies at a pixel's middle. Within `margin` pixels of any border, and where the edges of bands that do
-  /// not cross run over one another, it is unclear.
+  /// What lies at a pixel's middle. Within `margin` pixels of any border it is unclear; where bands with their
+  /// edges run over one another without crossing there, they are together.
   Shows at(int x, int y, double margin, int& slot) const {
     const Pass* top = nullptr;
     const std::vector<Pass>& here = passes_[index(x, y)];
@@ -34,7 +34,11 @@ class ExactPicture {
       if (std::fabs(pass.distance - band_) < margin || std::fabs(pass.distance - outer_) < margin)
         return Shows::unclear;
       if (pass.distance > outer_) continue;
-      if (top != nullptr && !doCross(*top, pass)) return Shows::unclear;
+      if (top != nullptr && !doCross(*top, pass)) {
+        if (!isOneBend(*top, pass)) return Shows::together;
+        if (pass.distance < top->distance) top = &pass;
+        continue;
+      }
       if (top == nullptr || heightOf(pass) > heightOf(*top)) top = &pass;
     }
     if (top == nullptr) return Shows::background;
@@ -86,6 +90,17 @@ class ExactPicture {
       return;
     }
     passes.push_back({number, place, place, distance});
+  }
+
+  /// Whether two passes are the legs of one tight bend.
+  bool isOneBend(const Pass& a, const Pass& b) const {
+    if (a.loop != b.loop) return false;
+    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    double from = std::min(a.place, b.place), to = std::max(a.place, b.place);
+    if (to - from > loop.size() / 2.0) std::swap(from, to), to += loop.size();
+    double way = 0;
+    for (int i = static_cast<int>(from); i < to; ++i) way += lengthOf(loop.point(i + 1) - loop.point(i));
+    return way < 12 * outer_;
   }
 
   bool doCross(const Pass& a, const Pass& b) const {
