@@ -13,7 +13,7 @@ constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr double kOverlap = 0.3;  // samples that a piece laid on top reaches further than its edge
-constexpr int kCapParts = 3;  // halvings of a band's end
+constexpr double kStraight = 0.98;  // cosine of the turn up to which a band's end is one arc
 
 /// Where one side of a band comes out from under another.
 struct Exit {
@@ -273,11 +273,11 @@ class Outliner {
   }
 
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
-  void cap(const BandLoop& band, const End& end, int fromSide, double lap, BandContour& contour) const {
+  void cap(const BandLoop& band, const End& end, int fromSide, BandContour& contour) {
     const BandLoop& over = loop(end.cover);
     const Exit &a = end.side[fromSide], &b = end.side[1 - fromSide];
-    LinePoint from = capPoint(band, a.place + lap, a.foot, fromSide, over);
-    LinePoint to = capPoint(band, b.place + lap, b.foot, 1 - fromSide, over);
+    LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
+    LinePoint to = capPoint(band, b.place, b.foot, 1 - fromSide, over);
     const Vec way = to.at - from.at;
     const double sense = b.foot >= a.foot ? 1 : -1;
     from.along = from.along * sense;
@@ -287,24 +287,14 @@ class Outliner {
       appendArc(from, to, contour);
       return;
     }
-    const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
-    followEdge(over, a.foot, b.foot, side, from, to, kCapParts, contour);
-  }
-
-  void followEdge(const BandLoop& over, double a, double b, double distance, const LinePoint& from,
-                  const LinePoint& to, int parts, BandContour& contour) const {
-    const std::size_t size = contour.size();
-    appendArc(from, to, contour);
-    const BandLoop::Spot s = over.spot((a + b) / 2);
-    const LinePoint middle{offsetPoint(s, distance), unit(s.along) * (b >= a ? 1.0 : -1.0)};
-    const auto at = [&](std::size_t i) { return Vec{contour[size + i].x, contour[size + i].y}; };
-    const Vec half = (from.at + (at(0) + at(1)) * 3 + to.at) * 0.125;
-    if (parts == 0 || std::fabs(cross(half - middle.at, middle.along)) < tolerance_ ||
-        dot(middle.along, to.at - from.at) <= 0)
+    if (dot(from.along, to.along) > kStraight) {
+      appendArc(from, to, contour);
       return;
-    contour.resize(size);
-    followEdge(over, a, (a + b) / 2, distance, from, middle, parts - 1, contour);
-    followEdge(over, (a + b) / 2, b, distance, middle, to, parts - 1, contour);
+    }
+    const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
+    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    if (sense < 0) reverseSide(edge_);
+    appendSide(edge_, tolerance_, contour);
   }
 
   void stretch(const BandLoop& band, End begin, End end, double lap, StrandOutline& made) {
@@ -320,9 +310,9 @@ class Outliner {
     BandStretch stretch;
     BandContour contour;
     appendSideOf(band, begin, end, 0, contour);
-    cap(band, end, 0, 0, contour);
+    cap(band, end, 0, contour);
     appendSideOf(band, begin, end, 1, contour);
-    cap(band, begin, 1, 0, contour);
+    cap(band, begin, 1, contour);
     contour.back() = contour.front();
     stretch.contours.push_back(std::move(contour));
     if (options_.centres)
@@ -346,7 +336,7 @@ class Outliner {
   std::vector<BandCrossing> crossings_;
   std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
   std::vector<CrowdedCrossing> crowded_;
-  OffsetSide line_;
+  OffsetSide line_, edge_;
 };
 
 }  // namespace
