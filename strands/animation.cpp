@@ -69,7 +69,7 @@ AnimatedDrawing::AnimatedDrawing(const KnotGraph& graph, const KnotCurve& curve,
 
 std::optional<int> AnimatedDrawing::nextFrame(Surface& surface) {
   if (next_ == steps_.size() && (!loop_ || steps_.empty())) {
-    drawAnimationFrame(surface, graph_, curve_, style_, view_, options_, steps_, steps_.size());
+    drawKnotPicture(surface, graph_, curve_, style_, view_, options_);
     return std::nullopt;
   }
   if (next_ == steps_.size()) next_ = 0;

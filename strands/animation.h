@@ -29,7 +29,7 @@ struct AnimationStep {
 std::vector<AnimationStep> animationSteps(const KnotCurve& curve);
 
 /// Draws the picture as it stands after the first `count` steps: smooth bands on a fresh ground. After all
-/// steps it is the picture of drawKnotPicture().
+/// steps it is the classic picture.
 void drawAnimationFrame(Surface& surface, const KnotGraph& graph, const KnotCurve& curve,
                         const KnotStyle& style, const GridView& view, const PictureOptions& options,
                         std::span<const AnimationStep> steps, std::size_t count);
@@ -54,7 +54,7 @@ class AnimatedDrawing {
   /// Draws one frame and returns the milliseconds to wait before the next call: the frame delay after a
   /// growing frame, 0 between over-crossings, five frame delays before a loop begins again. The first frame
   /// also clears the picture and draws the grid where that is wanted. Without a loop, the last call draws the
-  /// finished knot with smooth bands and returns nothing.
+  /// finished knot as drawKnotPicture() does and returns nothing.
   std::optional<int> nextFrame(Surface& surface);
 
   /// Draws the present state again, after the picture got another size.

@@ -6,8 +6,8 @@
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 5;        // chords that are compared with others as one box
-constexpr double kNear = 0.25;   // samples; crossings of the same two stretches that are nearer are one
+constexpr int kChunk = 5;       // chords that are compared with others as one box
+constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
 
 struct Box {
   double left, top, right, bottom;
@@ -118,7 +118,8 @@ class CrossingSearch {
   }
 
   void compare(int loopA, int i, int loopB, int j) {
-    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)], &two = loops_[static_cast<std::size_t>(loopB)];
+    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
+                   &two = loops_[static_cast<std::size_t>(loopB)];
     const Vec a = one.point(i), c = two.point(j);
     const Vec r = one.point(i + 1) - a, s = two.point(j + 1) - c;
     const double area = cross(r, s);
@@ -147,13 +148,13 @@ class CrossingSearch {
   }
 
   void add(int loopA, double a, int loopB, double b) {
-    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)], &two = loops_[static_cast<std::size_t>(loopB)];
+    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
+                   &two = loops_[static_cast<std::size_t>(loopB)];
     refine(one, a, two, b);
     const double highA = one.height(a), highB = two.height(b);
     a = one.wrapped(a);
     b = two.wrapped(b);
-    const bool aIsUnder =
-        highA < highB || (highA == highB && (loopA < loopB || (loopA == loopB && a < b)));
+    const bool aIsUnder = highA < highB || (highA == highB && (loopA < loopB || (loopA == loopB && a < b)));
     found_.push_back(aIsUnder ? BandCrossing{loopA, loopB, a, b} : BandCrossing{loopB, loopA, b, a});
   }
 
@@ -175,7 +176,8 @@ class CrossingSearch {
     std::size_t firstOfLoop = 0;
     for (const BandCrossing& c : found_) {
       if (kept.empty() || kept[firstOfLoop].under != c.under) firstOfLoop = kept.size();
-      const bool known = kept.size() > firstOfLoop && (isSame(kept.back(), c) || isSame(kept[firstOfLoop], c));
+      const bool known =
+          kept.size() > firstOfLoop && (isSame(kept.back(), c) || isSame(kept[firstOfLoop], c));
       if (!known) kept.push_back(c);
     }
     found_ = std::move(kept);

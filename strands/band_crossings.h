@@ -9,8 +9,8 @@
 namespace lorivan {
 
 struct BandCrossing {
-  int under = 0, over = 0;          // numbers of the loops
-  double underAt = 0, overAt = 0;   // places on them, within the first lap
+  int under = 0, over = 0;         // numbers of the loops
+  double underAt = 0, overAt = 0;  // places on them, within the first lap
 };
 
 /// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the

@@ -16,8 +16,7 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slo
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
     const Vec p{view.width / 2.0 + k * curve.X[sample], view.width * 0.4 - k * curve.Y[sample] / 1.25};
-    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame)
-      nodes_.push_back({p, {}, curve.Z[sample]});
+    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame) nodes_.push_back({p, {}, curve.Z[sample]});
   }
   while (nodes_.size() > 1 && lengthOf(nodes_.back().at - nodes_.front().at) <= kSame) nodes_.pop_back();
   if (nodes_.size() < 3) nodes_.clear();

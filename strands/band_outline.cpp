@@ -12,7 +12,7 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr double kOverlap = 0.3;  // samples that a piece laid on top reaches further than its edge
+constexpr double kOverlap = 0.3;    // samples that a piece laid on top reaches further than its edge
 constexpr double kStraight = 0.98;  // cosine of the turn up to which a band's end is one arc
 
 /// Where one side of a band comes out from under another.
@@ -218,7 +218,8 @@ class Outliner {
 
   Exit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
     Exit exit{c.underAt, c.overAt, true};
-    return leaveAtOnce(c, distance, direction, most, exit) ? exit : leaveStepwise(c, distance, direction, most);
+    return leaveAtOnce(c, distance, direction, most, exit) ? exit
+                                                           : leaveStepwise(c, distance, direction, most);
   }
 
   /// Meets the side with the covering band's edge by Newton's steps in both places. At plain crossings that
@@ -231,7 +232,8 @@ class Outliner {
       if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
       const Vec gap = offsetPoint(o, edge) - offsetPoint(s, distance);
       // The first step knows only straight lines: a bend in the crossing itself would mislead it.
-      const Vec a = step == 0 ? s.along : speedBeside(s, distance), b = step == 0 ? o.along : speedBeside(o, edge);
+      const Vec a = step == 0 ? s.along : speedBeside(s, distance),
+                b = step == 0 ? o.along : speedBeside(o, edge);
       const double area = cross(a, b);
       if (dot(a, s.along) <= 0 || dot(b, o.along) <= 0 || !(std::fabs(area) > 1e-9)) return false;
       const double travelled = (exit.place - c.underAt) * direction;
@@ -323,7 +325,8 @@ class Outliner {
 
   void appendSideOf(const BandLoop& band, const End& begin, const End& end, int side, BandContour& contour) {
     const double from = begin.side[side].place, to = end.side[side].place;
-    if (contour.empty()) contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
+    if (contour.empty())
+      contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
     if (from >= to) return;
     followSide(band, from, to, side == 0 ? -half_ : half_, line_);
     if (side == 1) reverseSide(line_);
@@ -350,7 +353,9 @@ double contourArea(const BandContour& contour) {
   // Green's theorem on one cubic, exactly.
   double area = 0;
   for (std::size_t i = 0; i + 3 < contour.size(); i += 3) {
-    const auto p = [&](std::size_t k) { return Vec{contour[i + k].x, contour[i + k].y} - Vec{contour[0].x, contour[0].y}; };
+    const auto p = [&](std::size_t k) {
+      return Vec{contour[i + k].x, contour[i + k].y} - Vec{contour[0].x, contour[0].y};
+    };
     area += (6 * cross(p(0), p(1)) + 3 * cross(p(0), p(2)) + cross(p(0), p(3)) + 3 * cross(p(1), p(2)) +
              3 * cross(p(1), p(3)) + 6 * cross(p(2), p(3))) /
             20;

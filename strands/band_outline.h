@@ -16,10 +16,10 @@ using BandContour = std::vector<PointF>;
 
 /// All in pixels of the view.
 struct OutlineOptions {
-  double band = 10;   // width of the shapes
-  double outer = 10;  // width of a band with its edges: a band that passes under one ends there
-  double gap = 0;     // further distance between that edge and the end of the band beneath
-  double grow = 0;    // moves every outline outwards, or inwards below 0: half the width of a cut
+  double band = 10;      // width of the shapes
+  double outer = 10;     // width of a band with its edges: a band that passes under one ends there
+  double gap = 0;        // further distance between that edge and the end of the band beneath
+  double grow = 0;       // moves every outline outwards, or inwards below 0: half the width of a cut
   bool centres = false;  // whether strands and stretches get their centre lines
   bool rings = false;    // whether strands get their whole bands with edges
 };

@@ -5,11 +5,12 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.3;        // radians that the line may turn between two points of a side
-constexpr double kHalfCosine = 0.955;  // cosine of kTurn
-constexpr int kMostParts = 8;        // of a piece between two samples
-constexpr double kFoldReach = 6;     // times the distance: the folds of bends down to 20 degrees
-constexpr std::size_t kCalm = 3;     // points between two folds that make them one
+constexpr double kTurn = 0.25;         // radians that the line may turn between two points of a side
+constexpr double kTurnCosine = 0.969;  // cosine of kTurn
+constexpr double kTight = 0.3;         // of the way to a fold; from there on it turns by a quarter as much
+constexpr int kMostParts = 24;         // of a piece between two samples
+constexpr double kFoldReach = 6;       // times the distance: the folds of bends down to 20 degrees
+constexpr std::size_t kCalm = 3;       // points between two folds that make them one
 
 /// Samples a side, more densely where it turns.
 class SideSampler {
@@ -45,9 +46,11 @@ class SideSampler {
   }
   void addBetween(double from, double to, const LinePoint& next) {
     const double cosine = dot(points_.back().along, next.along);
-    if (cosine > kHalfCosine) return;
+    if (cosine > kTurnCosine) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
-    const int parts = std::min(kMostParts, 1 + static_cast<int>(turn / kTurn));
+    const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
+    const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
+    const int parts = std::min(kMostParts, 1 + static_cast<int>(turn / (mayFold ? kTurn / 4 : kTurn)));
     for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);
   }
 

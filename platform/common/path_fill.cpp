@@ -141,7 +141,8 @@ class StripFiller {
     order_.resize(starts_.back());
     // Filled from the ends, the starts move back to where they belong.
     for (std::size_t i = edges.size(); i-- > 0;)
-      eachStrip(edges[i], [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
+      eachStrip(edges[i],
+                [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
     starts_.erase(starts_.begin());
     starts_.push_back(static_cast<std::uint32_t>(order_.size()));
   }

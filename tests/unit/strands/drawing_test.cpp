@@ -130,6 +130,7 @@ TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   GridView view(0.8F, 1000);
   fitView(view, *knot.graph, knot.curve, style);
   PictureOptions options;
+  options.classic = true;
   drawKnotPicture(surface, *knot.graph, knot.curve, style, view, options);
   EXPECT_GT(surface.segments, 0);
   ASSERT_EQ(surface.strokes.size(), 2U + 2 * 3) << "a trefoil is over three times";
@@ -147,7 +148,7 @@ TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
   for (const auto& [width, parts] : {std::pair{500, 1}, {1000, 8}}) {
     CurveRecorder surface(width);
-    drawKnot(surface, knot.curve, {}, GridView(0.8F, width));
+    drawClassicKnot(surface, knot.curve, {}, GridView(0.8F, width));
     for (std::size_t i = 0; i < surface.strokes[0].bezier.size(); i += 3) {
       const float x = surface.strokes[0].bezier[i].x * static_cast<float>(parts);
       EXPECT_EQ(x, std::round(x));
@@ -184,7 +185,7 @@ TEST(KnotDrawing, NothingIsCutOff) {
         CurveRecorder surface(800);
         GridView view(stretchFactor(skew), 800);
         fitView(view, *knot.graph, knot.curve, style);
-        drawKnot(surface, knot.curve, style, view);
+        drawClassicKnot(surface, knot.curve, style, view);
         const double half = style.outerWidth() / 2 * view.pixelFactor();
         for (const auto& stroke : surface.strokes)
           for (std::size_t i = 0; i < stroke.bezier.size(); i += 3) {

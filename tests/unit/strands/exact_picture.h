@@ -25,8 +25,8 @@ class ExactPicture {
     for (std::size_t l = 0; l < loops.size(); ++l) walk(static_cast<int>(l));
   }
 
-  /// What lies at a pixel's middle. Within `margin` pixels of any border it is unclear; where bands with their
-  /// edges run over one another without crossing there, they are together.
+  /// What lies at a pixel's middle. Within `margin` pixels of any border it is unclear; where bands with
+  /// their edges run over one another without crossing there, they are together.
   Shows at(int x, int y, double margin, int& slot) const {
     const Pass* top = nullptr;
     const std::vector<Pass>& here = passes_[index(x, y)];
@@ -69,7 +69,9 @@ class ExactPicture {
   void stamp(int number, double place) {
     const double reach = outer_ + 2;
     const Vec p = loops_[static_cast<std::size_t>(number)].spot(place).at;
-    const auto limit = [](double v, int most) { return std::clamp(static_cast<int>(std::floor(v)), 0, most); };
+    const auto limit = [](double v, int most) {
+      return std::clamp(static_cast<int>(std::floor(v)), 0, most);
+    };
     for (int y = limit(p.y - reach, height_ - 1); y <= limit(p.y + reach, height_ - 1); ++y)
       for (int x = limit(p.x - reach, width_ - 1); x <= limit(p.x + reach, width_ - 1); ++x) {
         const double distance = lengthOf({x - p.x, y - p.y});
