@@ -13,7 +13,7 @@ constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr double kOverlap = 0.3;    // samples that a piece laid on top reaches further than its edge
-constexpr double kStraight = 0.98;  // cosine of the turn up to which a band's end is one arc
+constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
 
 /// Where one side of a band comes out from under another.
 struct Exit {
@@ -274,6 +274,14 @@ class Outliner {
     return {offsetPoint(band.spot(place), side == 0 ? -half_ : half_), unit(over.spot(foot).along)};
   }
 
+  static bool isNearlyStraight(const BandLoop& loop, double from, double to, Vec along) {
+    for (int i = static_cast<int>(std::floor(from)); i <= to + 1; ++i) {
+      const Vec here = loop.tangent(i);
+      if (std::fabs(cross(here, along)) > kStraight * std::fabs(dot(here, along))) return false;
+    }
+    return true;
+  }
+
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
   void cap(const BandLoop& band, const End& end, int fromSide, BandContour& contour) {
     const BandLoop& over = loop(end.cover);
@@ -289,7 +297,7 @@ class Outliner {
       appendArc(from, to, contour);
       return;
     }
-    if (dot(from.along, to.along) > kStraight) {
+    if (isNearlyStraight(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), from.along)) {
       appendArc(from, to, contour);
       return;
     }

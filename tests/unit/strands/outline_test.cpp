@@ -109,7 +109,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
           for (const BandContour& contour : stretch.contours) {
             EXPECT_EQ(contour.back().y, contour.front().y);
             const std::vector<Vec> points = flatten(contour);
-            EXPECT_TRUE(isSimple(points));
+            EXPECT_TRUE(isSimple(points)) << static_cast<int>(shape) << " q" << order << " at " << points[0].x << "," << points[0].y;
             EXPECT_TRUE(stretch.contours.size() == 2 || contourArea(contour) > 0);
             for (const Vec p : points) {
               double off = 1e9;
@@ -120,7 +120,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
                   off =
                       std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
                 }
-              EXPECT_LT(off, 0.02 * options.band);
+              EXPECT_LT(off, 0.02 * options.band) << static_cast<int>(shape) << " q" << order << " " << p.x << "," << p.y << " band " << options.band << " outer " << options.outer;
             }
           }
         }
