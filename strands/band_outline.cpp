@@ -12,7 +12,8 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr double kOverlap = 0.3;    // samples that a piece laid on top reaches further than its edge
+constexpr double kSharp = 0.2;     // radians from one sample to the next but one
+constexpr double kOverlap = 0.3;   // samples that a piece laid on top reaches further than its edge
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
 
 /// Where one side of a band comes out from under another.
@@ -89,22 +90,23 @@ class Outliner {
     return made;
   }
 
-  /// The sample at which the loop bends least: a good place to begin.
+  /// A good sample to begin a ring at: the one that is furthest, in samples, from any sharp bend.
   static int calmPlace(const BandLoop& band) {
-    int calm = 0;
-    double least = 1e300;
-    Vec before = band.tangent(-2), at = band.tangent(-1);
-    for (int i = 0; i < band.size(); ++i) {
-      const Vec after = band.tangent(i);
-      const double straight = dot(before, after);
-      const double bend = straight > 0 ? std::fabs(cross(before, after)) / straight : 1e6;
-      if (bend < least - 1e-9) {
-        least = bend;
-        calm = (i + band.size() - 1) % band.size();
-      }
-      before = at;
-      at = after;
+    const int size = band.size();
+    int last = -1, first = -1, calm = 0, longest = 0;
+    const auto endRun = [&](int end) {
+      if (end - last <= longest) return;
+      longest = end - last;
+      calm = (last + longest / 2) % size;
+    };
+    for (int i = 0; i < size; ++i) {
+      const Vec before = band.tangent(i - 1), after = band.tangent(i + 1);
+      if (std::fabs(cross(before, after)) < kSharp * dot(before, after)) continue;
+      if (last >= 0) endRun(i);
+      if (first < 0) first = i;
+      last = i;
     }
+    if (first >= 0) endRun(first + size);
     return calm;
   }
 

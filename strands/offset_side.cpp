@@ -10,7 +10,7 @@ constexpr double kTurnCosine = 0.969;  // cosine of kTurn
 constexpr double kTight = 0.3;         // of the way to a fold; from there on it turns by a quarter as much
 constexpr int kMostParts = 24;         // of a piece between two samples
 constexpr double kFoldReach = 6;       // times the distance: the folds of bends down to 20 degrees
-constexpr std::size_t kCalm = 3;       // points between two folds that make them one
+constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
 /// Samples a side, more densely where it turns.
 class SideSampler {
@@ -94,7 +94,8 @@ class Unfolder {
   /// The point at which the fold that begins with the segment after `i` has ended.
   std::size_t foldEnd(std::size_t i) const {
     std::size_t end = i + 1;
-    for (std::size_t k = i + 1; k + 1 < raw_.size() && k <= end + kCalm; ++k)
+    const auto isNear = [&](std::size_t k) { return lengthOf(raw_[k].at - raw_[end].at) < most_ * kCalm; };
+    for (std::size_t k = i + 1; k + 1 < raw_.size() && isNear(k); ++k)
       if (runsBack(raw_[k], raw_[k + 1])) end = k + 1;
     return end;
   }
@@ -106,8 +107,10 @@ class Unfolder {
     std::vector<LinePoint>& out = side_.points;
     const std::size_t last = out.size() - 1;
     std::size_t before = 0, after = 0;
-    while (before < last && lengthOf(out[last - before].at - out[last].at) < most_) ++before;
-    while (end + after + 1 < raw_.size() && lengthOf(raw_[end + after].at - raw_[end].at) < most_) ++after;
+    for (double way = 0; before < last && way < most_; ++before)
+      way += lengthOf(out[last - before].at - out[last - before - 1].at);
+    for (double way = 0; end + after + 1 < raw_.size() && way < most_; ++after)
+      way += lengthOf(raw_[end + after + 1].at - raw_[end + after].at);
     Vec at;
     for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
       for (std::size_t k = 0; k <= reach; ++k) {
