@@ -12,6 +12,7 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
+constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
 constexpr double kSharp = 0.2;     // radians from one sample to the next but one
 constexpr double kOverlap = 0.3;   // samples that a piece laid on top reaches further than its edge
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
@@ -218,10 +219,39 @@ class Outliner {
     return s.along * (1 - distance * cross(s.along, s.bend) / (square * std::sqrt(square)));
   }
 
+  /// Where a side comes out from under the covering band, whose other leg may lie near as well.
   Exit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
     Exit exit{c.underAt, c.overAt, true};
-    return leaveAtOnce(c, distance, direction, most, exit) ? exit
-                                                           : leaveStepwise(c, distance, direction, most);
+    if (!leaveAtOnce(c, distance, direction, most, exit))
+      exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+    for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg)
+      exit = leaveStepwise(c, distance, direction, most, exit);
+    return exit;
+  }
+
+  /// Looks along the covering band for a bend that brings it nearer to an exit than it may be.
+  bool findNearerLeg(const BandCrossing& c, double distance, Exit& exit) const {
+    const BandLoop& over = loop(c.over);
+    const Vec at = offsetPoint(loop(c.under).spot(exit.place), distance);
+    const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
+    double nearest = least;
+    const int start = static_cast<int>(std::lround(exit.foot));
+    for (const int sense : {-1, 1})
+      for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
+        const Vec away = over.point(i) - at;
+        if (dot(away, away) > 16 * clear_ * clear_) break;
+        if (dot(away, away) >= nearest || (c.under == c.over && isOwn(c, exit.place, i))) continue;
+        nearest = dot(away, away);
+        exit.foot = i;
+      }
+    return nearest < least;
+  }
+
+  /// Whether a place on a strand's upper pass is already the part that comes out.
+  bool isOwn(const BandCrossing& c, double place, int sample) const {
+    const double lap = loop(c.under).size(),
+                 apart = std::fabs(loop(c.under).wrapped(place) - loop(c.under).wrapped(sample));
+    return std::min(apart, lap - apart) < 2 * kLegSamples;
   }
 
   /// Meets the side with the covering band's edge by Newton's steps in both places. At plain crossings that
@@ -251,9 +281,8 @@ class Outliner {
 
   /// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
   /// where the side leads away from that band, else by as much as is missing at least.
-  Exit leaveStepwise(const BandCrossing& c, double distance, int direction, double most) const {
+  Exit leaveStepwise(const BandCrossing& c, double distance, int direction, double most, Exit exit) const {
     const BandLoop &under = loop(c.under), &over = loop(c.over);
-    Exit exit{c.underAt, c.overAt, true};
     for (int step = 0; step < kMostSteps; ++step) {
       const BandLoop::Spot s = under.spot(exit.place);
       const Vec at = offsetPoint(s, distance);
