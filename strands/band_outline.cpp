@@ -335,7 +335,22 @@ class Outliner {
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
     followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
     if (sense < 0) reverseSide(edge_);
+    dropBehind(from, edge_);
+    reverseSide(edge_);
+    dropBehind({to.at, to.along * -1}, edge_);
+    reverseSide(edge_);
     appendSide(edge_, tolerance_, contour);
+  }
+
+  /// Lets a side begin at a point: what it has behind that, at the rest of a fold, is left out.
+  static void dropBehind(const LinePoint& begin, OffsetSide& side) {
+    std::size_t behind = 0;
+    while (behind + 2 < side.points.size() && dot(side.points[behind + 1].at - begin.at, begin.along) <= 0)
+      ++behind;
+    side.points.erase(side.points.begin(), side.points.begin() + static_cast<std::ptrdiff_t>(behind));
+    side.points.front() = begin;
+    std::erase_if(side.corners, [&](std::size_t corner) { return corner <= behind; });
+    for (std::size_t& corner : side.corners) corner -= behind;
   }
 
   void stretch(const BandLoop& band, End begin, End end, double lap, StrandOutline& made) {
