@@ -7,6 +7,7 @@ namespace {
 
 constexpr double kTurn = 0.25;         // radians that the line may turn between two points of a side
 constexpr double kTurnCosine = 0.969;  // cosine of kTurn
+constexpr double kBulge = 0.4;         // times the distance
 constexpr double kTight = 0.3;         // of the way to a fold; from there on it turns by a quarter as much
 constexpr int kMostParts = 24;         // of a piece between two samples
 constexpr double kFoldReach = 6;       // times the distance: the folds of bends down to 20 degrees
@@ -45,12 +46,18 @@ class SideSampler {
     return {loop_.point(sample) + quarter(along) * distance_, along};
   }
   void addBetween(double from, double to, const LinePoint& next) {
-    const double cosine = dot(points_.back().along, next.along);
-    if (cosine > kTurnCosine) return;
+    const Vec along = points_.back().along, way = next.at - points_.back().at;
+    const double cosine = dot(along, next.along), sine = std::fabs(cross(along, next.along));
+    // How far a long piece bends away from its chord, for its length; small beside the band it needs no
+    // point.
+    const double bulge = sine * (std::fabs(way.x) + std::fabs(way.y));
+    const bool isLong = bulge > kBulge * std::max(std::fabs(distance_), 2.0);
+    if (cosine > kTurnCosine && !isLong) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
     const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
     const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
-    const int parts = std::min(kMostParts, 1 + static_cast<int>(turn / (mayFold ? kTurn / 4 : kTurn)));
+    const int parts =
+        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? kTurn / 4 : kTurn)));
     for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);
   }
 

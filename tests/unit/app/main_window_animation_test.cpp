@@ -27,7 +27,7 @@ class AnimationTest : public MainWindowTest {
     w->looked = {};
     return platform.clock().now - begin;
   }
-  bool whole() const { return w->surface(kGrid).count(DrawKind::wideCurve) > 0; }
+  bool whole() const { return w->surface(kGrid).count(DrawKind::fillPath) > 0; }
   bool running() const { return w->text(controlId("cmd2D")) == kStopCaption; }
 
   int growing = 0, laid = 0;

@@ -18,7 +18,7 @@ TEST_F(FieldsTest, GridFieldsBuildANewGridWithoutAsking) {
     enter(p, value);
     EXPECT_TRUE(gridIsNew() && enabled("cmd2D"));
     EXPECT_FALSE(main->knotDrawn() || commandEnabled("mnuFileSaveEMF"));
-    EXPECT_EQ(w->surface(kGrid).count(DrawKind::wideCurve), 0);
+    EXPECT_EQ(w->surface(kGrid).count(DrawKind::fillPath), 0);
     EXPECT_EQ(asked(), 0U);
   }
 }

@@ -14,7 +14,7 @@ TEST_F(KnotTest, Create2DDrawsTheKnotAndOldGridTakesItAway) {
   click("cmd2D");
   EXPECT_TRUE(main->knotDrawn() && commandEnabled("mnuFileSaveEMF"));
   EXPECT_EQ(w->status(), "3 strands, 12 crossings");
-  EXPECT_GT(count(DrawKind::wideCurve), 6);
+  EXPECT_GT(count(DrawKind::fillPath), 6);
   EXPECT_EQ(count(DrawKind::segment), 36);
   const auto drawn = pixels();
   click("cmd2D");
@@ -22,10 +22,10 @@ TEST_F(KnotTest, Create2DDrawsTheKnotAndOldGridTakesItAway) {
   click("chkShowGrid");
   EXPECT_EQ(count(DrawKind::segment), 0);
   w->userResizes(800);
-  EXPECT_GT(count(DrawKind::wideCurve), 6);
+  EXPECT_GT(count(DrawKind::fillPath), 6);
   click("cmdOldGrid");
   EXPECT_FALSE(main->knotDrawn() || commandEnabled("mnuFileSaveEMF"));
-  EXPECT_EQ(count(DrawKind::wideCurve), 0);
+  EXPECT_EQ(count(DrawKind::fillPath), 0);
   click("chkShowCrossings");
   EXPECT_EQ(count(DrawKind::segment), 12);
 }
