@@ -50,7 +50,8 @@ struct BandOutlines {
   std::vector<CrowdedCrossing> crowded;
 };
 
-/// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
+/// The outlines of all strands; no error passes 0.02 of the band's width, but at a corner of the centre line
+/// (order 2) that lies within a crossing. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
 /// that cover its ends, it is left out. Outlines overlap only at crowded crossings, and where bands that do
 /// not cross lie nearer to each other than their width.

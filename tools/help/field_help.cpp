@@ -83,8 +83,8 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "walls. Keep this file if you want to change the knot later. Colours, stretch and 3D values are not in "
      "it: they stay as they are set in the window."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
-     "<code>strands</code> holds a group for each strand; the layer <code>over-crossings</code> holds what is "
-     "drawn again on top of it."},
+     "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
+     "seen; the layer <code>edges</code> beneath holds the black edges."},
     {"png", "Anything that shows pictures", "The picture on the screen at any size. On the command line "
      "<code>--transparent</code> leaves the background out."},
     {"bmp", "Older picture programs, engravers that want a height map", "The same picture, without "

@@ -50,7 +50,7 @@ class ExactPicture {
   /// One band that comes near a pixel.
   struct Pass {
     int loop;
-    double place, last, distance;
+    double place, first, last, distance;
   };
 
   std::size_t index(int x, int y) const {
@@ -82,16 +82,16 @@ class ExactPicture {
   void note(std::vector<Pass>& passes, int number, double place, double distance) const {
     const double lap = loops_[static_cast<std::size_t>(number)].size();
     for (Pass& pass : passes) {
-      const double apart = place - pass.last;
-      if (pass.loop != number || std::min(apart, lap - apart) > 1.01) continue;
-      if (lap - apart > 1.01) pass.last = place;  // not the joint of the last place to the first one
+      const bool goesOn = place - pass.last < 1.01, closes = lap - (place - pass.first) < 1.01;
+      if (pass.loop != number || !(goesOn || closes)) continue;
+      if (goesOn) pass.last = place;
       if (distance < pass.distance) {
         pass.distance = distance;
         pass.place = place;
       }
       return;
     }
-    passes.push_back({number, place, place, distance});
+    passes.push_back({number, place, place, place, distance});
   }
 
   /// Whether two passes are the legs of one tight bend.
