@@ -107,9 +107,9 @@ class ExactPicture {
 
   bool doCross(const Pass& a, const Pass& b) const {
     const auto near = [&](int loop, double one, double two) {
-      const double lap = loops_[static_cast<std::size_t>(loop)].size(), apart = std::fabs(one - two);
       const BandLoop& line = loops_[static_cast<std::size_t>(loop)];
-      return std::min(apart, lap - apart) < lap / 4 &&
+      const double apart = std::fabs(one - two), chord = lengthOf(line.spot(two).along);
+      return std::min(apart, line.size() - apart) * chord < 6 * outer_ &&
              lengthOf(line.spot(one).at - line.spot(two).at) < 3 * outer_;
     };
     return std::ranges::any_of(crossings_, [&](const BandCrossing& c) {
