@@ -21,6 +21,13 @@ double arcReach(Vec from, Vec to) {
   return 2 / (3 * (1 + half));
 }
 
+/// Whether a line turns so far between its ends, or on the way there, that one segment can hardly follow it.
+bool turnsFar(std::span<const LinePoint> line) {
+  constexpr double most = 0.5;  // cosine
+  const Vec middle = line[line.size() / 2].along;
+  return dot(line.front().along, middle) < most || dot(middle, line.back().along) < most;
+}
+
 void append(const Cubic& cubic, std::vector<PointF>& chain) {
   chain.push_back(toPointF(cubic.b));
   chain.push_back(toPointF(cubic.c));
@@ -98,6 +105,7 @@ void fitCurve(std::span<const LinePoint> points, double tolerance, std::vector<P
   std::size_t tried = kLongestSpan;
   for (std::size_t i = 0; i < last;) {
     std::size_t reach = std::min(tried, last - i);
+    while (reach > 3 && turnsFar(points.subspan(i, reach + 1))) reach = reach * 5 / 8;
     Cubic cubic = fitter.fit(i, i + reach);
     while (reach > 1 && !fitter.follows(cubic, i, i + reach, tolerance)) {
       reach = reach > 3 ? reach * 5 / 8 : reach - 1;

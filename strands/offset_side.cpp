@@ -5,12 +5,13 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.25;         // radians that the line may turn between two points of a side
-constexpr double kTurnCosine = 0.969;  // cosine of kTurn
-constexpr double kBulge = 0.4;         // times the distance
-constexpr double kTight = 0.3;         // of the way to a fold; from there on it turns by a quarter as much
-constexpr int kMostParts = 24;         // of a piece between two samples
-constexpr double kFoldReach = 6;       // times the distance: the folds of bends down to 20 degrees
+constexpr double kTurn = 0.25;           // radians that the line may turn between two points of a side
+constexpr double kTurnCosine = 0.969;    // cosine of kTurn
+constexpr double kBulge = 0.4;           // times the distance
+constexpr double kTight = 0.3;           // of the way to a fold; from there on it turns by a quarter as much
+constexpr int kMostParts = 24;           // of a piece between two samples
+constexpr double kFoldReach = 6;         // times the distance: the folds of bends down to 20 degrees
+constexpr std::size_t kFoldPoints = 48;  // on either side, at most
 constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
 /// Samples a side, more densely where it turns.
@@ -114,9 +115,9 @@ class Unfolder {
     std::vector<LinePoint>& out = side_.points;
     const std::size_t last = out.size() - 1;
     std::size_t before = 0, after = 0;
-    for (double way = 0; before < last && way < most_; ++before)
+    for (double way = 0; before < last && way < most_ && before < kFoldPoints; ++before)
       way += lengthOf(out[last - before].at - out[last - before - 1].at);
-    for (double way = 0; end + after + 1 < raw_.size() && way < most_; ++after)
+    for (double way = 0; end + after + 1 < raw_.size() && way < most_ && after < kFoldPoints; ++after)
       way += lengthOf(raw_[end + after + 1].at - raw_[end + after].at);
     Vec at;
     for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
