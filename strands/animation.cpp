@@ -47,9 +47,10 @@ std::vector<AnimationStep> animationSteps(const KnotCurve& curve) {
 void drawAnimationFrame(Surface& surface, const KnotGraph& graph, const KnotCurve& curve,
                         const KnotStyle& style, const GridView& view, const PictureOptions& options,
                         std::span<const AnimationStep> steps, std::size_t count) {
+  if (count >= steps.size()) return drawKnotPicture(surface, graph, curve, style, view, options);
   drawPictureGround(surface, graph, view, options);
   BandPainter painter(surface, curve, style, view);
-  const auto drawn = steps.first(std::min(count, steps.size()));
+  const auto drawn = steps.first(count);
   for (std::size_t i = 0; i < drawn.size(); ++i) {
     if (!drawn[i].grows())
       painter.overRun(drawn[i].slot, drawn[i].run);

@@ -29,7 +29,7 @@ struct AnimationStep {
 std::vector<AnimationStep> animationSteps(const KnotCurve& curve);
 
 /// Draws the picture as it stands after the first `count` steps: smooth bands on a fresh ground. After all
-/// steps it is the classic picture.
+/// steps it is the picture of drawKnotPicture().
 void drawAnimationFrame(Surface& surface, const KnotGraph& graph, const KnotCurve& curve,
                         const KnotStyle& style, const GridView& view, const PictureOptions& options,
                         std::span<const AnimationStep> steps, std::size_t count);
