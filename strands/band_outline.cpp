@@ -13,6 +13,7 @@ constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kSharp = 0.2;     // radians from one sample to the next but one
 constexpr double kOverlap = 0.3;   // samples that a piece laid on top reaches further than its edge
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
@@ -224,9 +225,12 @@ class Outliner {
     Exit exit{c.underAt, c.overAt, true};
     if (!leaveAtOnce(c, distance, direction, most, exit))
       exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+    const Exit first = exit;
     for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg)
       exit = leaveStepwise(c, distance, direction, most, exit);
-    return exit;
+    // A leg that runs on beside the side does not hide it all the way.
+    const bool isFar = std::fabs(exit.place - c.underAt) > kMostDelay * std::fabs(first.place - c.underAt);
+    return exit.free && isFar ? first : exit;
   }
 
   /// Looks along the covering band for a bend that brings it nearer to an exit than it may be.
