@@ -2,11 +2,13 @@
 #include <csignal>
 #include <iostream>
 
-#include "app/command_line.h"
-#include "app/main_window.h"
-#include "app/make_files.h"
 #include "base/sink.h"
+#include "cli/command_line.h"
+#include "cli/make_files.h"
+#include "design/version.h"
 #include "platform/entry.h"
+#include "window/main_window.h"
+#include "window/preferences.h"
 
 namespace lorivan {
 
@@ -31,10 +33,7 @@ int print(const std::string& text) {
 }
 
 int openWindow(Platform& platform, const CommandLine& line) {
-  // Who starts the program for the first time is to see a knot, not an empty grid.
-  const bool firstStart =
-      platform.settings().read(kSettingsSection, parameterSpec(Param::XNo).key, "").empty();
-  MainWindow window(platform, {line.knotFile, line.stepDisplay, {}, firstStart});
+  MainWindow window(platform, {line.knotFile, line.stepDisplay, {}, isFirstStart(platform.settings())});
   Status opened = platform.canOpenWindow();
   if (opened) opened = window.open();
   if (!opened) {
@@ -53,7 +52,7 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
   const auto line = parseCommandLine(arguments);
   if (!line) {
     std::cerr << "lorivan: " << line.error().message << "\nlorivan --help tells more.\n";
-    return kWrongUsage;
+    return exitStatusOf(line.error().kind);
   }
   switch (line->kind) {
     case CommandKind::help:

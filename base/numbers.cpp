@@ -102,4 +102,9 @@ std::string lowerCase(std::string_view text) {
   return lower;
 }
 
+std::string_view withoutMark(std::string_view text) {
+  constexpr std::string_view mark = "\xEF\xBB\xBF";
+  return text.starts_with(mark) ? text.substr(mark.size()) : text;
+}
+
 }  // namespace lorivan

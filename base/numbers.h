@@ -66,6 +66,9 @@ std::string quoted(std::string_view text);
 /// `text` without blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);
 
+/// `text` without the byte order mark that some editors put before a UTF-8 text.
+std::string_view withoutMark(std::string_view text);
+
 /// ASCII-only lower case.
 std::string lowerCase(std::string_view text);
 

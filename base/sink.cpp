@@ -28,7 +28,7 @@ std::string lastReason() {
 }
 
 Error cannotWrite(const std::string& path, const std::string& reason) {
-  return Error{"cannot write " + path + ": " + reason};
+  return unwritable("cannot write " + path + ": " + reason);
 }
 
 /// The file that a chain of links ends at, also when it is not there yet; the path itself when it is no link.
@@ -37,9 +37,9 @@ Result<std::string> linkTarget(const std::string& path) {
   fs::path target = toPath(path);
   std::error_code fault;
   for (int links = 0; fs::is_symlink(fs::symlink_status(target, fault)); ++links) {
-    if (links == longestChain) return Error{"its links lead in a circle"};
+    if (links == longestChain) return unwritable("its links lead in a circle");
     const fs::path next = fs::read_symlink(target, fault);
-    if (fault) return Error{fault.message()};
+    if (fault) return unwritable(fault.message());
     target = next.is_absolute() ? next : target.parent_path() / next;
   }
   return fromPath(target);
@@ -81,7 +81,7 @@ FileSink::FileSink(std::string target, std::string temporary)
 }
 
 Result<std::unique_ptr<FileSink>> FileSink::create(const std::string& path) {
-  if (path.empty()) return Error{"cannot write a file without a name"};
+  if (path.empty()) return unwritable("cannot write a file without a name");
   const auto followed = linkTarget(path);
   if (!followed) return cannotWrite(path, followed.error().message);
   const std::string& target = *followed;
@@ -150,19 +150,36 @@ Status writeFile(const std::string& path, std::string_view bytes) {
 
 Result<std::string> readFile(const std::string& path, std::size_t limit) {
   std::error_code fault;
-  if (fs::is_directory(toPath(path), fault)) return Error{"it is a folder"};
+  if (fs::is_directory(toPath(path), fault)) return unreadable("it is a folder");
   errno = 0;
   std::ifstream stream(toPath(path), std::ios::binary);
-  if (!stream) return Error{lastReason()};
+  if (!stream) return unreadable(lastReason());
   std::string bytes;
   std::string block(1 << 16, '\0');
   while (stream) {
     stream.read(block.data(), static_cast<std::streamsize>(block.size()));
     bytes.append(block, 0, static_cast<std::size_t>(stream.gcount()));
-    if (bytes.size() > limit) return Error{"it is larger than " + std::to_string(limit) + " bytes"};
+    if (bytes.size() > limit) return unreadable("it is larger than " + std::to_string(limit) + " bytes");
   }
-  if (stream.bad()) return Error{lastReason()};
+  if (stream.bad()) return unreadable(lastReason());
   return bytes;
+}
+
+bool fileExists(const std::string& path) {
+  std::error_code fault;
+  return fs::exists(toPath(path), fault);
+}
+
+bool removeFile(const std::string& path) {
+  std::error_code fault;
+  fs::remove(toPath(path), fault);
+  return !fileExists(path);
+}
+
+bool moveFile(const std::string& from, const std::string& to) {
+  std::error_code fault;
+  fs::rename(toPath(from), toPath(to), fault);
+  return !fault;
 }
 
 std::string_view fileNameOf(std::string_view path) {

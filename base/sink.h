@@ -67,6 +67,12 @@ Status writeFile(const std::string& path, std::string_view bytes);
 /// denied", "it is larger than ... bytes"), without the file's name.
 Result<std::string> readFile(const std::string& path, std::size_t limit);
 
+bool fileExists(const std::string& path);
+/// False when it is still there.
+bool removeFile(const std::string& path);
+/// Gives a file another name; a file of that name is replaced. False when nothing was changed.
+bool moveFile(const std::string& from, const std::string& to);
+
 /// The part of a path after its last separator ("/" or "\\").
 std::string_view fileNameOf(std::string_view path);
 

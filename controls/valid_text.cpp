@@ -137,6 +137,10 @@ void ValidText::setUndoLevel(int level) { undoLevel_ = std::clamp(level, 0, kLas
 void ValidText::LoadVal(const Settings& settings, std::string_view Key) {
   std::string text = settings.read(kSection, settingKey(Key), ValDefault);
   if (text.empty()) text = ValDefault;
+  start(text);
+}
+
+void ValidText::start(std::string_view text) {
   setValue(text);
   undoTexts_.fill({});
   undoTimes_.fill(0);

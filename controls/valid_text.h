@@ -69,6 +69,9 @@ class ValidText {
   void LoadVal(const Settings& settings, std::string_view Key);
   void SaveVal(Settings& settings, std::string_view Key) const;
 
+  /// Corrects the text and starts the history anew with it.
+  void start(std::string_view text);
+
   int UndoLevel() const { return undoLevel_; }
   /// Levels outside 0 to 20 are held in that range.
   void setUndoLevel(int level);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kMostRounds = 100;
 
-Error tooManyEdges() { return {std::string(kTooManyLines)}; }
+Error tooManyEdges() { return refused(kTooManyLines); }
 
 /// A node on an edge, 0 at its first end and 1 at its second.
 struct Stop {

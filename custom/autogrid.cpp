@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -17,6 +17,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kTooComplicated =
+    "This knot would be too complicated. Reduce the AG factor and try again";
 constexpr int kLeastPitch = 3;  // grid units: with less, rounding to whole units shows
 constexpr int kMostCells = 100000;
 constexpr double kTriangleHeight = 0.8660254037844386;
@@ -77,7 +79,8 @@ Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch) {
       bestMisfit = off;
       best = std::move(*mesh);
     }
-  if (!best) return Error{"The outline is too narrow for cells of this size: raise the AutoGrid value"};
+  if (!best)
+    return impossibleKnot("The outline is too narrow for cells of this size: raise the AutoGrid value");
   dropSpecks(*best, outline);
   return std::move(*best);
 }
@@ -115,7 +118,7 @@ Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view
   if (mesh->sides().size() > kMostAutoGridLines) {
     makeLines(graph, *mesh, latticePlaces(*mesh));
     if (const Status made = finishLines(graph); !made) graph.TooManyLines = false;
-    return Error{std::string(kTooComplicated)};
+    return refused(kTooComplicated);
   }
   const std::vector<PointI> at = fitBorder(*mesh, *outline, pitch.across);
   makeLines(graph, *mesh, at);

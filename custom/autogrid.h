@@ -1,8 +1,6 @@
 // AutoGrid: lays a grid inside the outline of a custom shape.
 #pragma once
 
-#include <string_view>
-
 #include "base/result.h"
 #include "custom/custom_shape.h"
 #include "graph/graph.h"
@@ -10,8 +8,6 @@
 namespace lorivan {
 
 inline constexpr int kMostAutoGridLines = 1800;
-inline constexpr std::string_view kTooComplicated =
-    "This knot would be too complicated. Reduce the AG factor and try again";
 
 struct AutoGridOptions {
   int gridSize = 20;       // cells along the longer side of the outline's box, 1 to 100
@@ -24,10 +20,9 @@ struct AutoGridOptions {
 ///
 /// The cell is a whole number of grid units, at least 3, so that the inner cells are all alike.
 ///
-/// Fails with kTooComplicated, to be shown as a message, when there would be more than kMostAutoGridLines:
-/// the lines, as many as the table holds, are then in the graph, but it must not be drawn. Other failures (no
-/// closed outline, one too narrow for a cell) leave the graph as it was; their sentences are for the status
-/// line.
+/// More than kMostAutoGridLines are refused by ErrorKind::limit: the lines, as many as the table holds, are
+/// then in the graph, but it must not be drawn. A fault of the outline (none is closed, too narrow for a
+/// cell) is ErrorKind::knot and leaves the graph as it was.
 Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
                 const AutoGridOptions& options);
 

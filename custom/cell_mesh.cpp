@@ -251,7 +251,7 @@ std::vector<NodePair> CellMesh::sides() const {
 Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells) {
   const LatticeFrame frame(outline.box(), lattice);
   if (static_cast<double>(frame.columns) * frame.rows > mostCells)
-    return Error{"The outline is too large for cells of this size"};
+    return impossibleKnot("The outline is too large for cells of this size");
   CellMesh mesh;
   for (int row = 0; row <= frame.rows; ++row)
     for (int column = 0; column <= frame.columns; ++column) {

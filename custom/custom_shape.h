@@ -49,6 +49,8 @@ struct CustomShape {
   /// Where the shape surface stands in the picture: centred, or at the left and top edge when it is larger.
   float surfaceLeft() const;
   float surfaceTop() const;
+
+  bool operator==(const CustomShape&) const = default;
 };
 
 /// From shape units to grid units and back, so that a shape drawn over the grid view lands where it was

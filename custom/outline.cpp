@@ -168,7 +168,7 @@ Result<Outline> Outline::of(const CustomShape& shape, const ShapeMapping& mappin
   loops.keepBoundaryOfOddParts();
   std::vector<OutlineSide> sides = loops.sides();
   if (sides.empty())
-    return Error{"There is no closed outline for an AutoGrid: join the shape's lines to a loop"};
+    return impossibleKnot("There is no closed outline for an AutoGrid: join the shape's lines to a loop");
   return Outline(std::move(sides));
 }
 

@@ -26,10 +26,10 @@ Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridV
   const Result<Arrangement> plane = arrange(drawn.spots, drawn.lines, kJoinReach * mapping.gridUnits(),
                                             {1, mapping.heightFactor()}, kMostLines);
   if (!plane) return plane.error();
-  if (plane->edges.empty()) return Error{"The shape has no lines to make a grid from"};
+  if (plane->edges.empty()) return impossibleKnot("The shape has no lines to make a grid from");
   for (const PointI& node : plane->nodes)
     if (toInt16(node.x) != node.x || toInt16(node.y) != node.y)
-      return Error{"The shape reaches too far outside the picture"};
+      return impossibleKnot("The shape reaches too far outside the picture");
   startLines(graph);
   for (const NodePair& edge : plane->edges) {
     const PointI a = plane->nodes[static_cast<std::size_t>(edge[0])];
@@ -62,7 +62,7 @@ Result<CustomShape> makeShapeFromGrid(const KnotGraph& graph, const GridView& vi
     const int a = pointAt(line.X1, line.Y1), b = pointAt(line.X2, line.Y2);
     if (a != b && made.insert(std::minmax(a, b)).second) fits &= shape.addLine(a, b) != 0;
   }
-  if (!fits) return Error{"This grid has more lines than the 1000 that a shape holds"};
+  if (!fits) return refused("This grid has more lines than the 1000 that a shape holds");
   return shape;
 }
 

@@ -17,7 +17,7 @@ class ShapeReader {
   explicit ShapeReader(std::string_view text) : text_(text) {}
 
   bool failed() const { return !fault_.empty(); }
-  Error error() const { return {fault_}; }
+  Error error() const { return unreadable(fault_); }
 
   double number(const char* what, double low, double high) {
     const std::string_view word = nextWord();
@@ -113,7 +113,7 @@ std::string writeShapeText(const CustomShape& shape) {
 }
 
 Result<CustomShape> readShapeText(std::string_view text) {
-  ShapeReader reader(text);
+  ShapeReader reader(withoutMark(text));
   CustomShape shape;
   shape.surfaceWidth =
       static_cast<float>(reader.number("the width", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
@@ -128,7 +128,7 @@ Result<CustomShape> readShapeText(std::string_view text) {
 
 Result<CustomShape> loadShapeFile(const std::string& path) {
   const auto named = [&](const std::string& reason) {
-    return Error{std::string(fileNameOf(path)) + ": " + reason};
+    return unreadable(std::string(fileNameOf(path)) + ": " + reason);
   };
   const Result<std::string> text = readFile(path, kMostShapeFileBytes);
   if (!text) return named(text.error().message);

@@ -19,8 +19,9 @@ inline constexpr float kTwipsPerUnit = 15;
 /// numbers of each line's two points. Deleted slots are written as they are.
 std::string writeShapeText(const CustomShape& shape);
 
-/// Values may be separated by any mix of blanks, tabs, commas and line ends. The error says what is wrong and
-/// in which line of the text: a count that does not fit, a number that is none, a point number out of range.
+/// Values may be separated by any mix of blanks, tabs, commas and line ends; a byte order mark is passed
+/// over. The error says what is wrong and in which line of the text: a count that does not fit, a number that
+/// is none, a point number out of range.
 Result<CustomShape> readShapeText(std::string_view text);
 
 /// As above, from and to a file. The reading error starts with the file's name.

@@ -36,12 +36,12 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
 Result<double> scaleOf(const ExportScene& scene, const Extents& box) {
   double scale = 1;
   if (scene.millimetres) {
-    if (!isWidth(*scene.millimetres)) return Error{kWidthOutOfRange};
+    if (!isWidth(*scene.millimetres)) return wrongUsage(kWidthOutOfRange);
     const GridBox curves = curveBox(scene.curve, 1);
-    if (!(curves.right > curves.left)) return Error{"a knot without strands has no width to scale"};
+    if (!(curves.right > curves.left)) return impossibleKnot("a knot without strands has no width to scale");
     scale = *scene.millimetres / (curves.right - curves.left + scene.bandWidth);
   }
-  if (!(box.furthest() * scale <= kMostCoordinate)) return Error{"the knot is too large for the file"};
+  if (!(box.furthest() * scale <= kMostCoordinate)) return unwritable("the knot is too large for the file");
   return scale;
 }
 
@@ -85,7 +85,7 @@ void writePolyline(TextOut& out, int slot, int colour, bool closed, const std::v
 }  // namespace
 
 Status writeDxf2D(const ExportScene& scene, Sink& sink) {
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
+  if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const std::vector<FlatLine> lines =
       scene.fullyCrossed ? wholeCurves(scene.curve) : visibleCurves(scene.curve, scene.bandWidth);
   const Extents box = extentsOf(lines);

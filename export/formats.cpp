@@ -1,6 +1,7 @@
 #include "export/formats.h"
 
 #include <array>
+#include <vector>
 
 #include "base/numbers.h"
 #include "export/writers.h"
@@ -13,21 +14,21 @@ constexpr std::string_view kDxf = "dxf";
 // clang-format off
 constexpr auto kFormats = std::to_array<ExportFormat>({
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
-    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, true},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, WidthOf::drawing},
     {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
-    {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, true},
-    {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, false, "optPOV", 1, 0, writePov},
-    {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, true, "optVRML", 2, 0, writeVrml},
-    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, true, "optOBJ", 3, 0, writeObj},
-    {"stl", "stl", "(StereoLithography) STL", "StereoLithography model", FormatKind::model, true, "optSTL", 5, 0,
+    {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, WidthOf::drawing},
+    {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, WidthOf::nothing, "optPOV", 1, 0, writePov},
+    {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, WidthOf::model, "optVRML", 2, 0, writeVrml},
+    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, WidthOf::model, "optOBJ", 3, 0, writeObj},
+    {"stl", "stl", "(StereoLithography) STL", "StereoLithography model", FormatKind::model, WidthOf::model, "optSTL", 5, 0,
      writeStl},
-    {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, true, "optXYZ", 7, 0, writeXyz},
-    {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, false, "optGemVision", 6, 4,
+    {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, WidthOf::model, "optXYZ", 7, 0, writeXyz},
+    {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, WidthOf::nothing, "optGemVision", 6, 4,
      writeGemVision},
-    {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces, or 2-D polylines with chkDXF2D=1", FormatKind::model, true,
+    {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces, or 2-D polylines with chkDXF2D=1", FormatKind::model, WidthOf::model,
      "optDXF", 4, 0, writeDxf3D},
-    {"dxf2d", kDxf, "(Autocad) DXF", "", FormatKind::model, true, "optDXF", 4, 0, writeDxf2D},
+    {"dxf2d", kDxf, "(Autocad) DXF", "", FormatKind::model, WidthOf::drawing, "optDXF", 4, 0, writeDxf2D},
 });
 // clang-format on
 
@@ -68,6 +69,17 @@ std::string formatExtensions() {
     all += format.extension;
   }
   return all;
+}
+
+std::string formatsWithWidth(WidthOf width) {
+  std::vector<std::string> names;
+  for (const ExportFormat& format : kFormats)
+    if (format.width == width)
+      names.push_back((format.write == writeDxf2D ? "flat " : "") + std::string(format.extension));
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  return text;
 }
 
 }  // namespace lorivan

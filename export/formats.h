@@ -17,13 +17,16 @@ enum class FormatKind {
   model,     // written by a function of this table from an ExportScene
 };
 
+/// What a width in millimetres is the width of.
+enum class WidthOf { nothing, drawing, model };
+
 struct ExportFormat {
   std::string_view identifier;  // unique
   std::string_view extension;   // without the dot; both DXF kinds share one
   std::string_view label;       // "<label> files" in a save dialog
   std::string_view summary;     // one line of the list of formats
   FormatKind kind;
-  bool takesMillimetres = false;
+  WidthOf width = WidthOf::nothing;
   std::string_view option = {};  // the option button that chooses it; empty: none
   int saveNumber = 0;            // the option's number in the settings; 0: none
   int sides = 0;                 // the model must be built with so many sides; 0: with the field's
@@ -45,5 +48,8 @@ std::string formatList();
 
 /// "qzd, svg, ...", each extension once.
 std::string formatExtensions();
+
+/// "svg, emf and flat dxf": the formats whose width in millimetres is that of this.
+std::string formatsWithWidth(WidthOf width);
 
 }  // namespace lorivan

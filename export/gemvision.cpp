@@ -25,7 +25,7 @@ std::string threeDigits(int number) {
 
 Status writeGemVision(const ExportScene& scene, Sink& sink) {
   const TubeModel& model = scene.model;
-  if (model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
+  if (model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const Result<double> scale = modelScale(model, std::nullopt);
   if (!scale) return scale.error();
   TextOut out(sink);

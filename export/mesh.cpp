@@ -144,12 +144,12 @@ Result<double> modelScale(const TubeModel& model, std::optional<double> millimet
   }
   double scale = 1;
   if (millimetres) {
-    if (!isWidth(*millimetres)) return Error{kWidthOutOfRange};
-    if (!(x.high > x.low)) return Error{"a model without strands has no width to scale"};
+    if (!isWidth(*millimetres)) return wrongUsage(kWidthOutOfRange);
+    if (!(x.high > x.low)) return impossibleKnot("a model without strands has no width to scale");
     scale = *millimetres / (x.high - x.low);
   }
   const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
-  if (!(furthest <= kMostCoordinate)) return Error{"the model is too large for the file"};
+  if (!(furthest <= kMostCoordinate)) return unwritable("the model is too large for the file");
   return scale;
 }
 
@@ -293,12 +293,12 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
 }
 
 Result<TubeMesh> sceneMesh(const ExportScene& scene) {
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
+  if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const Result<double> scale = modelScale(scene.model, scene.millimetres);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
   if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
-    return Error{"the model is too small for the file's three decimals"};
+    return unwritable("the model is too small for the file's three decimals");
   return mesh;
 }
 

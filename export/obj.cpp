@@ -1,5 +1,5 @@
 // Wavefront OBJ: the corners of all polygons, then one group of faces for each strand.
-#include <string>
+#include <string_view>
 
 #include "export/mesh.h"
 #include "export/text_out.h"
@@ -8,6 +8,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kTooManyPolygonsObj =
+    "Use less Sides or less points\r\nSorry, too many polygons for the OBJ save";
 constexpr std::size_t kPolygonRoom = 4 * (8 + 3 * kMostDigits);
 
 char* putVertex(char* at, const MeshPoint& p) {
@@ -66,8 +68,7 @@ void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
 Status writeObj(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
-  if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices))
-    return Error{std::string(kTooManyPolygonsObj), true};
+  if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices)) return refused(kTooManyPolygonsObj);
   TextOut out(sink);
   out.line("#Object format knot produced by Lorivan");
   writeVertices(scene, *mesh, out);

@@ -11,6 +11,10 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kMissingPovTemplate =
+    "Sorry, you are missing the povinit.txt file.\r\nE-mail Corin Vale for a copy if you've not got it on "
+    "your PC";
+
 /// The template's camera sees a plane at distance 1 from -1/2 to 1/2 across and from -0.4 to 0.4 upwards.
 constexpr double kDistancePerHalfWidth = 2;
 constexpr double kDistancePerHalfHeight = 2.5;
@@ -74,8 +78,8 @@ void writeStrand(const ExportScene& scene, const TubeStrand& strand, double scal
 }  // namespace
 
 Status writePov(const ExportScene& scene, Sink& sink) {
-  if (!scene.povTemplate) return Error{std::string(kMissingPovTemplate)};
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
+  if (!scene.povTemplate) return unreadable(kMissingPovTemplate);
+  if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const Result<double> scale = modelScale(scene.model, std::nullopt);
   if (!scale) return scale.error();
   TextOut out(sink);

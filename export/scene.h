@@ -13,13 +13,6 @@ namespace lorivan {
 
 inline constexpr std::string_view kTooManyPolygonsExport =
     "Use less Sides or less points\r\nSorry, too many polygons";
-inline constexpr std::string_view kTooManyPolygonsVrml =
-    "Use less Sides or less points\r\nSorry, too many polygons for the VRML save";
-inline constexpr std::string_view kTooManyPolygonsObj =
-    "Use less Sides or less points\r\nSorry, too many polygons for the OBJ save";
-inline constexpr std::string_view kMissingPovTemplate =
-    "Sorry, you are missing the povinit.txt file.\r\nE-mail Corin Vale for a copy if you've not got it on "
-    "your PC";
 
 /// Name of the POV-Ray template, beside the program.
 inline constexpr std::string_view kPovTemplateName = "povinit.txt";

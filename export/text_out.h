@@ -49,7 +49,7 @@ class TextOut {
   Status finish() {
     flush();
     if (ok_) return {};
-    return Error{"the file could not be written completely"};
+    return unwritable("the file could not be written completely");
   }
 
   static constexpr std::size_t kMostRoom = 4096;

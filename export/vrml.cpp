@@ -9,6 +9,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kTooManyPolygonsVrml =
+    "Use less Sides or less points\r\nSorry, too many polygons for the VRML save";
 constexpr std::size_t kPolygonRoom = 4 * (8 + 3 * kMostDigits);
 
 constexpr std::string_view kHead =
@@ -129,8 +131,7 @@ void writeShape(const ExportScene& scene, const TubeMesh& mesh, const TubeMesh::
 Status writeVrml(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
-  if (mesh->cornerCount() > static_cast<std::size_t>(kMostVrmlVertices))
-    return Error{std::string(kTooManyPolygonsVrml), true};
+  if (mesh->cornerCount() > static_cast<std::size_t>(kMostVrmlVertices)) return refused(kTooManyPolygonsVrml);
   TextOut out(sink);
   out.text(kHead);
   if (const auto scale = modelScale(scene.model, scene.millimetres); scale && scene.millimetres)

@@ -6,7 +6,7 @@
 namespace lorivan {
 
 Status writeXyz(const ExportScene& scene, Sink& sink) {
-  if (scene.model.QuadCount > kMostQuads) return Error{std::string(kTooManyPolygonsExport), true};
+  if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const Result<double> scale = modelScale(scene.model, scene.millimetres);
   if (!scale) return scale.error();
   TextOut out(sink);

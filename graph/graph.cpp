@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <string>
+#include <string_view>
 
 #include "base/numbers.h"
 
 namespace lorivan {
 namespace {
+
+constexpr std::string_view kTooManyAtPoint =
+    "Sorry, this knot has too many lines connected to a single point";
 
 /// Finds the first point with given coordinates, as a search from index 0 upwards would.
 class PointIndex {
@@ -141,13 +144,13 @@ void MakeKE(KnotGraph& graph, std::int16_t Kind, float X1, float Y1, float X2, f
 
 Status finishLines(KnotGraph& graph) {
   graph.LastLine = graph.NextLine - 1;
-  if (graph.TooManyLines) return Error{std::string(kTooManyLines)};
+  if (graph.TooManyLines) return refused(kTooManyLines);
   return {};
 }
 
 Status collectPoints(KnotGraph& graph) {
   graph.LastPoint = -1;
-  if (2 * (graph.LastLine + 1) > kMostPoints) return Error{std::string(kTooManyLines)};
+  if (2 * (graph.LastLine + 1) > kMostPoints) return refused(kTooManyLines);
   int count = 0;
   for (int j = 0; j <= graph.LastLine; ++j) {
     GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
@@ -177,7 +180,7 @@ Status CalcGrid(KnotGraph& graph) {
   }
   if (roomForAll) return {};
   graph.KnotError = true;
-  return Error{std::string(kTooManyAtPoint)};
+  return refused(kTooManyAtPoint);
 }
 
 int FindLine(const KnotGraph& graph, float X, float Y) {

@@ -55,8 +55,6 @@ struct KnotGraph {
   std::int16_t halfCell() const;
 };
 
-inline constexpr std::string_view kTooManyAtPoint =
-    "Sorry, this knot has too many lines connected to a single point";
 inline constexpr std::string_view kTooManyLines =
     "Sorry, there are too many knot lines - you'll have to make the knot simpler\r\n"
     "If you were making a custom knot, click Custom ViewCustom to refresh the screen";
@@ -83,7 +81,7 @@ Status collectPoints(KnotGraph& graph);
 
 /// Rebuilds every point's neighbours from the lines of Kind other than 0 and orders them by angle. A line end
 /// that no point matches gives the neighbour LastPoint + 1. A fourteenth neighbour is refused before anything
-/// is overwritten: KnotError is set and the error is kTooManyAtPoint; the lists built so far stay.
+/// is overwritten: KnotError is set and the error is a limit; the lists built so far stay.
 Status CalcGrid(KnotGraph& graph);
 
 /// Index of the first line, of any kind, whose midpoint lies less than CellSize / 6 from (X, Y); -1 when none

@@ -65,11 +65,16 @@ void checkAnglesRolled(ViewState& view) {
 
 // The rotator is drawn in pixels of a picture this wide.
 constexpr float kRotatorWidth = 90;
-constexpr Colour kCircleColour = makeColour(64, 64, 64), kCrossColour = makeColour(176, 176, 176);
+/// `part` of `over`, 0 to 1, and for the rest `under`.
+Colour mixed(Colour over, Colour under, double part) {
+  const auto mix = [part](int a, int b) { return toInt32(part * a + (1 - part) * b); };
+  return makeColour(mix(redOf(over), redOf(under)), mix(greenOf(over), greenOf(under)),
+                    mix(blueOf(over), blueOf(under)));
+}
 
-void line(Surface& surface, PointF from, PointF to, float width) {
+void line(Surface& surface, PointF from, PointF to, float width, Colour colour) {
   const std::array<PointF, 4> bezier = {from, from, to, to};
-  surface.wideCurve({bezier, width, kCrossColour, CapStyle::flat});
+  surface.wideCurve({bezier, width, colour, CapStyle::flat});
 }
 
 /// A circle of four Bezier segments.
@@ -203,17 +208,18 @@ NavMarkers navMarkers(const ViewState& view, const NavGeometry& nav) {
   return markers;
 }
 
-void drawRotator(Surface& surface, const ViewState& view, Colour background) {
+void drawRotator(Surface& surface, const ViewState& view, Colour background, Colour lines) {
   const auto width = static_cast<float>(surface.width());
   const NavGeometry nav = navGeometry(surface.width(), surface.height());
   const NavMarkers markers = navMarkers(view, nav);
   const float acrossX = 2 * nav.NavCentreX, acrossY = 2 * nav.NavCentreY;
   const PointF middle = {nav.NavCentreX, nav.NavCentreY};
   const float thin = std::max(1.0F, width / kRotatorWidth), point = std::max(5.0F, 5 * thin);
+  const Colour cross = mixed(lines, background, 0.3);
   surface.clear(background);
-  line(surface, {0, middle.y}, {acrossX, middle.y}, thin);
-  line(surface, {middle.x, 0}, {middle.x, acrossY}, thin);
-  ring(surface, middle, nav.NavRadius, thin, kCircleColour);
+  line(surface, {0, middle.y}, {acrossX, middle.y}, thin, cross);
+  line(surface, {middle.x, 0}, {middle.x, acrossY}, thin, cross);
+  ring(surface, middle, nav.NavRadius, thin, mixed(lines, background, 0.75));
   disc(surface, markers.thetaPhi, point, makeColour(0, 0, 255));
   disc(surface, markers.psi, point, makeColour(255, 0, 0));
 }

@@ -62,6 +62,8 @@ struct NavMarkers {
 NavMarkers navMarkers(const ViewState& view, const NavGeometry& nav);
 
 /// Draws the rotator: circle, cross, a blue marker for azimuth and elevation, a red one for the roll.
-void drawRotator(Surface& surface, const ViewState& view, Colour background);
+/// `lines` is the colour of the circle, which the cross has fainter: the window's text colour on its
+/// background.
+void drawRotator(Surface& surface, const ViewState& view, Colour background, Colour lines);
 
 }  // namespace lorivan

@@ -12,6 +12,11 @@ namespace lorivan {
 
 namespace {
 
+constexpr std::string_view kTooManyPolygonsBudget =
+    "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points";
+constexpr std::string_view kTooManyPolygonsBuild =
+    "Sorry, too many polygons\r\nUse less Sides or less points";
+
 // The strand store's y is stretched by the proportion of the picture (5 to 4); this takes it back.
 constexpr double kProportion = 0.8;
 constexpr double kHalfSpan = 800;  // the largest coordinate after scaling
@@ -233,7 +238,7 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
     out.clear();
     return {};
   }
-  if (polygonBudget(strands, corrected) > kMostQuads) return Error{std::string(kTooManyPolygonsBudget), true};
+  if (polygonBudget(strands, corrected) > kMostQuads) return refused(kTooManyPolygonsBudget);
 
   out.clear();
   out.sides = corrected.polySides;
@@ -249,7 +254,7 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
 
 Status sweepTube(TubeModel& model) {
   const auto quads = static_cast<std::int64_t>(model.centres.size()) * model.sides;
-  if (quads > kMostQuads) return Error{std::string(kTooManyPolygonsBuild), true};
+  if (quads > kMostQuads) return refused(kTooManyPolygonsBuild);
   const std::vector<Turn> turns = turnsOf(model.sides);
   model.vertices.resize(static_cast<std::size_t>(quads));
   model.QuadCount = static_cast<int>(quads);

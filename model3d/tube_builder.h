@@ -19,14 +19,14 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
 
 /// Builds the model of all strands into `out` and reuses its memory. Lengths are model units: the knot is
 /// centred and fits about 16 of them. A store without strands, or a knot without width, gives an empty model.
-/// The error is kTooManyPolygonsBudget; `out` is then untouched. Settings outside their ranges are held in
-/// them.
+/// The error is a limit, when the polygons are too many; `out` is then untouched. Settings outside their
+/// ranges are held in them.
 Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out);
 
 /// Sweeps the cross-section of model.sides corners and model.radius along model.centres: fills the vertices
 /// and QuadCount. Where a centre line runs along z, or stands still, the ring collapses onto its centre. The
-/// error is kTooManyPolygonsBuild; vertices and QuadCount are then as before.
+/// error is a limit, as above; vertices and QuadCount are then as before.
 Status sweepTube(TubeModel& model);
 
 }  // namespace lorivan

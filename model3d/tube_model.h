@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 #include "base/colour.h"
@@ -13,10 +12,6 @@
 namespace lorivan {
 
 inline constexpr int kMostQuads = 999999;
-inline constexpr std::string_view kTooManyPolygonsBudget =
-    "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points";
-inline constexpr std::string_view kTooManyPolygonsBuild =
-    "Sorry, too many polygons\r\nUse less Sides or less points";
 
 struct Vec3 {
   float x = 0, y = 0, z = 0;
@@ -30,6 +25,7 @@ struct TubeSettings {
   int polySmooth = 4;     // B-spline order, 3 to 20
   float polyZF = 2;       // height of an over point
   float ringPercent = 0;  // 0 flat, 75 bracelet, 100 ring
+  bool operator==(const TubeSettings&) const = default;
 };
 
 /// The tube of one strand: rings of `sides` vertices swept along its centre line. Ring r of the strand is

@@ -6,8 +6,8 @@ source "$root/tools/packages.sh"
 dist=$root/dist
 
 # The version as the program itself tells it.
-version=$(sed -n 's/.*kVersion = "\(.*\)";/\1/p' "$root/app/command_line.h")
-[[ -n $version ]] || { say "app/command_line.h names no version"; exit 1; }
+version=$(sed -n 's/.*kVersion = "\(.*\)";/\1/p' "$root/design/version.h")
+[[ -n $version ]] || { say "design/version.h names no version"; exit 1; }
 
 # buildPrograms PRESET TARGET...: as a user gets them.
 buildPrograms() {

@@ -17,10 +17,10 @@ inline constexpr long long kMostPixels = 200'000'000;
 
 /// An error when no picture of this size can be made; every createSurface calls it first.
 inline Status checkPictureSize(int width, int height) {
-  if (width < 1 || height < 1) return Error{"a picture needs at least one pixel"};
+  if (width < 1 || height < 1) return unwritable("a picture needs at least one pixel");
   if (width > kLongestSide || height > kLongestSide || 1LL * width * height > kMostPixels)
-    return Error{"a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                 " pixels is too large"};
+    return unwritable("a picture of " + std::to_string(width) + " x " + std::to_string(height) +
+                      " pixels is too large");
   return {};
 }
 
@@ -44,6 +44,11 @@ class Platform {
   virtual Help& help() = 0;
   /// The folder that the program and its data files lie in, without a separator at its end.
   virtual std::string programFolder() const = 0;
+  /// The folder for the program's own files of this user, made when it is missing, without a separator at its
+  /// end. Empty when there is none.
+  virtual std::string userFolder() = 0;
+  /// Null while another process or another object holds it, or where no file can be made.
+  virtual std::unique_ptr<FileClaim> claim(const std::string& path) = 0;
   /// Whether somebody reads the error output on a terminal, and it is not piped into a file or a program.
   virtual bool errorsGoToTerminal() const = 0;
 

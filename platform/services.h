@@ -51,6 +51,12 @@ class Help {
   virtual Status open(const std::string& page) = 0;
 };
 
+/// An exclusive claim on a lock file. It ends with the object, or with the process, however that ends.
+class FileClaim {
+ public:
+  virtual ~FileClaim() = default;
+};
+
 enum class PictureFormat { png, bmp };
 
 }  // namespace lorivan

@@ -30,6 +30,10 @@ enum class ControlKind {
   picture,    // a surface of its own, see Window::surface
 };
 
+/// First row of the strip under the pictures; controls without a group in smaller rows stand on the panel
+/// beside them.
+inline constexpr int kStripRow = 100;
+
 /// A place on the grid of the enclosing group, or of the window's panels for what has no group. Units are the
 /// layout's cells: platform/common/layout.h tells where they lie and how they become pixels.
 struct CellPlace {
@@ -41,8 +45,8 @@ struct ControlSpec {
   std::string_view name;  // unique, as in the code: "vtXNo"
   ControlKind kind = ControlKind::label;
   std::string_view caption;  // "&" before the mnemonic letter
-  std::string_view tooltip;
-  std::string_view group;  // name of the enclosing group; empty: the window itself
+  std::string_view tooltip;  // of a picture without a group: its spoken name alone
+  std::string_view group;    // name of the enclosing group; empty: the window itself
   CellPlace place;
 };
 
@@ -54,6 +58,10 @@ struct CommandSpec {
   std::string_view shortcut;  // "Ctrl+S", empty for none
   bool checkable = false;
   bool separatorBefore = false;
+  // Title of a submenu of `menu` that the row stands in. Consecutive rows with the same title share it; it is
+  // disabled while none of its rows is visible.
+  std::string_view submenu = {};
+  std::string_view alternative = {};  // a second shortcut, not shown: "Ctrl+Shift+Z" beside "Ctrl+Y"
 };
 
 /// Rows are named by their place in the table that the window was made with.
@@ -93,6 +101,8 @@ struct FileDialogSpec {
 
 enum class MessageIcon { none, critical };
 
+enum class SaveAnswer { save, discard, cancel };
+
 /// What the user did. Empty members are not called. Every call arrives on the user-interface thread, from
 /// Window::run or Window::processEvents.
 struct WindowEvents {
@@ -110,6 +120,12 @@ struct WindowEvents {
   std::function<bool()> closeQuery;     // true: the window may close
   std::function<void()> started;        // once, right after the window was first shown
   std::function<void(ControlId)> left;  // number: it loses the focus; `confirmed` follows, before all else
+  // A number with the focus is to change: 1 and -1 for Up and Down, 10 and -10 for Page Up and Page Down
+  // (each without Shift, Ctrl and Alt), and as many as the notches that the wheel was turned over it. The
+  // field itself does nothing with them, and `key` is not asked for them.
+  std::function<void(ControlId, int)> stepped;
+  std::function<void(ControlId)> escaped;  // number: Escape was pressed in it, and `key` did not take it
+  std::function<void()> coloursChanged;    // faceColour() and textColour() are others
 };
 
 struct WindowSpec {
@@ -122,19 +138,28 @@ struct WindowPlace {
   int left = 0, top = 0, width = 0, height = 0;  // outer frame, device pixels
 };
 
-/// A program's only window. Setting a value from code raises no event.
+/// A program's only window. Setting a value, and moving the focus, from code raises no event.
 class Window {
  public:
   virtual ~Window() = default;
 
   virtual void setTitle(const std::string& title) = 0;
   virtual void setStatus(const std::string& text) = 0;
+  /// The normal frame, also while the window is maximised or minimised.
   virtual WindowPlace place() const = 0;
   virtual void moveTo(int left, int top) = 0;
+  /// Gives the frame another size, as far as the screen has room for it, and moves it back onto the screen;
+  /// never below the window's smallest size. Nothing happens while the window is maximised.
+  virtual void resizeTo(int width, int height) = 0;
+  virtual bool maximised() const = 0;
+  virtual void setMaximised(bool on) = 0;
   /// Size of the screen that the window is on, device pixels.
   virtual WindowPlace screen() const = 0;
   /// Device pixels per 96-dpi pixel: 1, 1.25, 2 ...
   virtual double scaling() const = 0;
+  /// The window's own background and the colour of the texts on it; see WindowEvents::coloursChanged.
+  virtual Colour faceColour() const = 0;
+  virtual Colour textColour() const = 0;
   virtual void show() = 0;
   /// Handles events until the window closes.
   virtual void run() = 0;
@@ -151,6 +176,10 @@ class Window {
   virtual void setItems(ControlId list, const std::vector<std::string>& items) = 0;
   virtual int selected(ControlId list) const = 0;  // -1: none
   virtual void select(ControlId list, int index) = 0;
+  /// Gives a control the focus, and its entry is selected as a whole. Nothing happens when it cannot be used.
+  virtual void focus(ControlId control) = 0;
+  /// What loses the focus by being disabled or hidden leaves it to the large picture, where Space and Enter
+  /// press nothing.
   virtual void setEnabled(ControlId control, bool on) = 0;
   virtual bool enabled(ControlId control) const = 0;
   virtual void setVisible(ControlId control, bool on) = 0;
@@ -162,6 +191,11 @@ class Window {
   virtual bool commandEnabled(CommandId command) const = 0;
   virtual void setCommandChecked(CommandId command, bool on) = 0;
   virtual bool commandChecked(CommandId command) const = 0;
+  /// "&" before the mnemonic letter; the shortcut stays beside it.
+  virtual void setCommandText(CommandId command, const std::string& text) = 0;
+  /// What is not visible cannot be chosen by its shortcut either. Separators with nothing between them are
+  /// shown as one, and none at a menu's ends.
+  virtual void setCommandVisible(CommandId command, bool on) = 0;
 
   /// The picture's memory surface, in device pixels, always 5 wide to 4 high for the large pictures. What is
   /// drawn on it stays and is shown at the next refresh of the surface or return to the event loop.
@@ -173,6 +207,8 @@ class Window {
   // Modal dialogs.
   virtual void message(const std::string& text, const std::string& title, MessageIcon icon) = 0;
   virtual bool confirm(const std::string& text, const std::string& title) = 0;  // OK: true, Cancel: false
+  /// "&Save", "&Don't save", "Cancel".
+  virtual SaveAnswer askToSave(const std::string& text, const std::string& title) = 0;
   /// Full path of the chosen file, or an empty text when the user cancelled.
   virtual std::string chooseFile(const FileDialogSpec& dialog) = 0;
   virtual std::optional<Colour> chooseColour(Colour initial) = 0;

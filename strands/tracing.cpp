@@ -2,12 +2,14 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <string>
+#include <string_view>
 
 #include "base/numbers.h"
 
 namespace lorivan {
 namespace {
+
+constexpr std::string_view kKnotErrorText = "Sorry, there's an error in calculating that knot";
 
 float angleOf(PointF from, PointF to) {
   float angle = 0;
@@ -84,7 +86,9 @@ class Walk {
 void Walk::enterStartLine(int index) {
   GridLine& start = line(index);
   sign_ = start.Passes == 1 ? -start.Over : -1;
-  if (start.Kind >= kWall) sign_ = -sign_;
+  // Only before its first pass: a reversed line that has been passed already would have its strand walked
+  // twice and another one lost.
+  if (start.Kind == kReversed && start.Passes == 0) sign_ = -sign_;
   start.Over = static_cast<std::int16_t>(sign_);
 
   const double d = graph_.halfCell(), theta = start.Angle;
@@ -231,7 +235,7 @@ bool usesCircularRule(Shape shape, int xNo) {
 
 Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, StrandStore& store,
                               const TraceWatcher& watcher) {
-  if (graph.KnotError) return Error{std::string(kKnotErrorText)};
+  if (graph.KnotError) return impossibleKnot(kKnotErrorText);
   store.ThreadCount.fill(0);
   SlotCounter slots(settings.startColour);
   Walk walk(graph, settings, store, watcher);
@@ -245,7 +249,7 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
         if (outcome == Walk::Outcome::abandoned) return TraceEnd::abandoned;
         if (outcome == Walk::Outcome::closed) continue;
         graph.KnotError = true;
-        return Error{std::string(kKnotErrorText)};
+        return impossibleKnot(kKnotErrorText);
       }
     }
   }

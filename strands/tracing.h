@@ -12,7 +12,6 @@
 
 namespace lorivan {
 
-inline constexpr std::string_view kKnotErrorText = "Sorry, there's an error in calculating that knot";
 inline constexpr std::string_view kKnotErrorTitle = "Knot error";
 
 /// At most this many strands get a slot of their own; later ones take the last slot again.
@@ -24,6 +23,7 @@ struct TraceSettings {
   float stretch = 0.8F;   // vertical stretch factor
   bool circular = false;  // corners between rings keep to the middle, see usesCircularRule
   bool mirror = false;    // over and under exchanged everywhere
+  bool operator==(const TraceSettings&) const = default;
 };
 
 /// Whether corners that lead from one ring to another are to stay flat: rings and stars always, spirals with
@@ -42,7 +42,7 @@ enum class TraceEnd { complete, abandoned };
 
 /// Walks all strands of a graph whose neighbours are ordered (CalcGrid) and whose Passes are 0, and stores
 /// them. Every ordinary line ends with two passes. A strand of more than 5999 points, or a neighbour that no
-/// point matches, sets KnotError and gives the error kKnotErrorText; what was stored before stays.
+/// point matches, sets KnotError and gives an error of kind knot; what was stored before stays.
 Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, StrandStore& store,
                               const TraceWatcher& watcher = {});
 

@@ -261,16 +261,11 @@ double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int c
   return std::clamp(times / kRoomy, 1.0, kMost);
 }
 
-ControlId buttonBeside(std::span<const ControlSpec> controls, ControlId lost,
-                       const std::function<bool(ControlId)>& usable) {
-  const auto count = static_cast<ControlId>(controls.size());
-  const auto isButton = [&](ControlId id) {
-    return id >= 0 && id < count && controls[static_cast<std::size_t>(id)].kind == ControlKind::button;
-  };
-  if (!isButton(lost)) return -1;
-  for (ControlId distance = 1; distance < count; ++distance)
-    for (const ControlId id : {lost - distance, lost + distance})
-      if (isButton(id) && usable(id)) return id;
+ControlId pictureInUse(std::span<const ControlSpec> controls, const std::function<bool(ControlId)>& usable) {
+  for (ControlId id = 0; id < static_cast<ControlId>(controls.size()); ++id) {
+    const ControlSpec& control = controls[static_cast<std::size_t>(id)];
+    if (control.kind == ControlKind::picture && control.group.empty() && usable(id)) return id;
+  }
   return -1;
 }
 

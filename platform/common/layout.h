@@ -40,7 +40,6 @@ namespace lorivan {
 
 inline constexpr int kSideColumns = 24;
 inline constexpr int kStripColumns = 40;
-inline constexpr int kStripRow = 100;
 
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
@@ -66,10 +65,9 @@ struct FormLayout {
 FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
                          const LayoutMetrics& metrics);
 
-/// The button that the focus goes to when `lost` is disabled: the nearest one in the table that `usable` says
-/// yes to, -1 when there is none or `lost` is no button. An entry would take the arrow keys for itself.
-ControlId buttonBeside(std::span<const ControlSpec> controls, ControlId lost,
-                       const std::function<bool(ControlId)>& usable);
+/// The picture without a group that `usable` says yes to, -1 when there is none: where the focus goes when
+/// its control is disabled. A button would be pressed by the next Space, an entry would take the arrow keys.
+ControlId pictureInUse(std::span<const ControlSpec> controls, const std::function<bool(ControlId)>& usable);
 
 struct LayoutSize {
   int width = 0, height = 0;

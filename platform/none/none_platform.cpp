@@ -28,6 +28,20 @@ std::unique_ptr<RecordingSurface> fitted(const RecordingSurface& from, int width
   return to;
 }
 
+/// A path in the set of those that are claimed, which may outlive the platform.
+class MemoryClaim final : public FileClaim {
+ public:
+  MemoryClaim(std::shared_ptr<std::set<std::string>> claimed, std::string path)
+      : claimed_(std::move(claimed)), path_(std::move(path)) {}
+  MemoryClaim(const MemoryClaim&) = delete;
+  MemoryClaim& operator=(const MemoryClaim&) = delete;
+  ~MemoryClaim() override { claimed_->erase(path_); }
+
+ private:
+  std::shared_ptr<std::set<std::string>> claimed_;
+  std::string path_;
+};
+
 }  // namespace
 
 std::string MemorySettings::read(std::string_view section, std::string_view key,
@@ -47,7 +61,7 @@ Status MemorySettings::flush() {
 
 Status MemoryClipboard::putPicture(Surface& surface) {
   const PixelBlock from = surface.lendPixels();
-  if (from.pixels == nullptr) return Error{"this picture has no pixels to copy"};
+  if (from.pixels == nullptr) return unwritable("this picture has no pixels to copy");
   picture = std::make_unique<RecordingSurface>(from.width, from.height);
   const PixelBlock to = picture->lendPixels();
   for (int y = 0; y < from.height; ++y)
@@ -68,7 +82,7 @@ Result<std::unique_ptr<Surface>> NonePlatform::createSurface(int width, int heig
 
 Result<std::string> NonePlatform::encodePicture(Surface& picture, PictureFormat format) {
   const PixelBlock block = picture.lendPixels();
-  if (block.pixels == nullptr) return Error{"this picture has no pixels to save"};
+  if (block.pixels == nullptr) return unwritable("this picture has no pixels to save");
   const auto encode = format == PictureFormat::png ? encodePng : encodeBmp;
   return encode(block.pixels, block.width, block.height, block.stride);
 }
@@ -84,6 +98,11 @@ Result<std::unique_ptr<Surface>> NonePlatform::loadPicture(const std::string& pa
 
 Result<std::unique_ptr<Metafile>> NonePlatform::createMetafile(const MetafileSize& size) {
   return std::unique_ptr<Metafile>(std::make_unique<MetafileRecords>(size));
+}
+
+std::unique_ptr<FileClaim> NonePlatform::claim(const std::string& path) {
+  if (path.empty() || !claimed_->insert(path).second) return nullptr;
+  return std::make_unique<MemoryClaim>(claimed_, path);
 }
 
 Result<std::unique_ptr<Window>> NonePlatform::createWindow(const WindowSpec& spec,

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,9 @@ class NonePlatform final : public Platform {
   ManualClock& clock() override { return clock_; }
   RecordingHelp& help() override { return help_; }
   std::string programFolder() const override { return folder; }
+  std::string userFolder() override { return userFolder_; }
+  /// Makes no file; this object alone knows of it.
+  std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override { return false; }
   Status canOpenWindow() const override { return windowStatus; }
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
@@ -77,7 +81,7 @@ class NonePlatform final : public Platform {
   NoneWindow* window() { return window_; }
 
   DialogQueue dialogs;
-  std::string folder = "/program";
+  std::string folder = "/program", userFolder_;
   Status windowStatus;
   WindowPlace screen{0, 0, 1920, 1080};
 
@@ -87,6 +91,7 @@ class NonePlatform final : public Platform {
   ManualClock clock_;
   RecordingHelp help_;
   NoneWindow* window_ = nullptr;
+  std::shared_ptr<std::set<std::string>> claimed_ = std::make_shared<std::set<std::string>>();
 };
 
 }  // namespace lorivan

@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "platform/common/layout.h"
+
 namespace lorivan {
 namespace {
 
 constexpr int kLargeWidth = 500, kSmallSize = 120;
+constexpr int kLeastWidth = 640, kLeastHeight = 480;
 
 [[noreturn]] void refuse(const std::string& what) { throw std::logic_error(what); }
 
@@ -38,6 +41,7 @@ NoneWindow::NoneWindow(const WindowSpec& spec, const WindowEvents& events, Dialo
       title_(spec.title),
       place_{0, 0, 780, 560},
       screen_(screen) {
+  for (std::size_t i = 0; i < commands_.size(); ++i) commands_[i].text = commandSpecs_[i].text;
   for (std::size_t i = 0; i < controls_.size(); ++i) {
     const ControlSpec& row = controlSpecs_[i];
     if (row.kind != ControlKind::number && row.kind != ControlKind::text) controls_[i].text = row.caption;
@@ -81,6 +85,14 @@ CommandId NoneWindow::command(std::string_view name) const {
 void NoneWindow::moveTo(int left, int top) {
   place_.left = left;
   place_.top = top;
+}
+
+void NoneWindow::resizeTo(int width, int height) {
+  if (maximised_) return;
+  place_.width = std::min(std::max(width, kLeastWidth), screen_.width);
+  place_.height = std::min(std::max(height, kLeastHeight), screen_.height);
+  place_.left = std::clamp(place_.left, screen_.left, screen_.left + screen_.width - place_.width);
+  place_.top = std::clamp(place_.top, screen_.top, screen_.top + screen_.height - place_.height);
 }
 
 void NoneWindow::show() {
@@ -134,6 +146,32 @@ void NoneWindow::select(ControlId list, int index) {
   at(list).selected = std::max(index, -1);
 }
 
+bool NoneWindow::usable(ControlId control) const {
+  const Control& c = at(control);
+  if (!c.visible || !c.enabled || spec(control).group.empty()) return c.visible && c.enabled;
+  const Control& group = at(this->control(spec(control).group));
+  return group.visible && group.enabled;
+}
+
+void NoneWindow::focus(ControlId control) {
+  if (usable(control)) focus_ = control;
+}
+
+void NoneWindow::passFocusOn() {
+  if (focus_ < 0 || usable(focus_)) return;
+  focus_ = pictureInUse(controlSpecs_, [this](ControlId picture) { return usable(picture); });
+}
+
+void NoneWindow::setEnabled(ControlId control, bool on) {
+  at(control).enabled = on;
+  passFocusOn();
+}
+
+void NoneWindow::setVisible(ControlId control, bool on) {
+  at(control).visible = on;
+  passFocusOn();
+}
+
 void NoneWindow::setColours(ControlId control, Colour background, Colour text) {
   at(control).background = background;
   at(control).textColour = text;
@@ -160,6 +198,11 @@ bool NoneWindow::confirm(const std::string& text, const std::string& title) {
   return dialogs_.take(std::move(asked)).ok;
 }
 
+SaveAnswer NoneWindow::askToSave(const std::string& text, const std::string& title) {
+  AskedDialog asked{DialogKind::save, text, title, {}, MessageIcon::none, {}, 0};
+  return dialogs_.take(std::move(asked)).save;
+}
+
 std::string NoneWindow::chooseFile(const FileDialogSpec& dialog) {
   AskedDialog asked{DialogKind::file, {}, dialog.title, dialog.initialName, MessageIcon::none, dialog, 0};
   return dialogs_.take(std::move(asked)).text;
@@ -178,13 +221,7 @@ std::string NoneWindow::inputBox(const std::string& prompt, const std::string& t
 
 void NoneWindow::reach(ControlId control) const {
   if (closed_) refuse("the window is closed");
-  const Control& c = at(control);
-  const std::string name(spec(control).name);
-  if (!c.visible) refuse(name + " is hidden");
-  if (!c.enabled) refuse(name + " is disabled");
-  if (spec(control).group.empty()) return;
-  const Control& group = at(this->control(spec(control).group));
-  if (!group.visible || !group.enabled) refuse(name + " stands in a group that is out of use");
+  if (!usable(control)) refuse(std::string(spec(control).name) + " or its group is hidden or disabled");
 }
 
 void NoneWindow::userFocuses(ControlId control) {
@@ -205,6 +242,18 @@ void NoneWindow::userTypes(ControlId control, const std::string& text) {
 
 void NoneWindow::userPressesEnter() {
   if (focus_ >= 0 && spec(focus_).kind == ControlKind::number) call(events_.confirmed, focus_);
+}
+
+void NoneWindow::userSteps(ControlId control, int by) {
+  if (spec(control).kind != ControlKind::number) refuse("nothing can be stepped there");
+  userFocuses(control);
+  reach(control);  // leaving another field may have changed it
+  call(events_.stepped, control, by);
+}
+
+void NoneWindow::userEscapes() {
+  if (userPresses({Key::escape})) return;
+  if (focus_ >= 0 && spec(focus_).kind == ControlKind::number) call(events_.escaped, focus_);
 }
 
 void NoneWindow::userEnters(ControlId control, const std::string& text) {
@@ -242,7 +291,7 @@ void NoneWindow::userChooses(ControlId list, int index) {
 }
 
 void NoneWindow::userPicks(CommandId command) {
-  if (closed_ || !commandEnabled(command))
+  if (closed_ || !commandEnabled(command) || !commandVisible(command))
     refuse(std::string(commandSpecs_[static_cast<std::size_t>(command)].name) + " cannot be chosen");
   call(events_.command, command);
 }
@@ -270,6 +319,12 @@ void NoneWindow::userResizes(int width) {
     at(id).surface = std::make_unique<RecordingSurface>(width, width * 4 / 5);
     call(events_.resized, id);
   }
+}
+
+void NoneWindow::userColours(Colour face, Colour text) {
+  face_ = face;
+  ink_ = text;
+  call(events_.coloursChanged);
 }
 
 }  // namespace lorivan

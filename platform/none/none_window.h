@@ -14,7 +14,7 @@
 
 namespace lorivan {
 
-enum class DialogKind { message, confirm, file, colour, input };
+enum class DialogKind { message, confirm, save, file, colour, input };
 
 /// A dialog that was shown.
 struct AskedDialog {
@@ -31,6 +31,7 @@ class DialogQueue {
  public:
   void answerMessage() { answers_.push_back({DialogKind::message, {}, {}, false}); }
   void answerConfirm(bool ok) { answers_.push_back({DialogKind::confirm, {}, {}, ok}); }
+  void answerSave(SaveAnswer answer) { answers_.push_back({DialogKind::save, {}, {}, false, answer}); }
   /// A full path; empty: cancelled.
   void answerFile(std::string path) { answers_.push_back({DialogKind::file, std::move(path), {}, false}); }
   void answerColour(std::optional<Colour> c) { answers_.push_back({DialogKind::colour, {}, c, false}); }
@@ -48,6 +49,7 @@ class DialogQueue {
     std::string text;
     std::optional<Colour> colour;
     bool ok = false;
+    SaveAnswer save = SaveAnswer::cancel;
   };
   Answer take(AskedDialog asked);
 
@@ -66,8 +68,13 @@ class NoneWindow final : public Window {
   void setStatus(const std::string& text) override { status_ = text; }
   WindowPlace place() const override { return place_; }
   void moveTo(int left, int top) override;
+  void resizeTo(int width, int height) override;
+  bool maximised() const override { return maximised_; }
+  void setMaximised(bool on) override { maximised_ = on; }
   WindowPlace screen() const override { return screen_; }
   double scaling() const override { return 1; }
+  Colour faceColour() const override { return face_; }
+  Colour textColour() const override { return ink_; }
   void show() override;
   /// Handles what waits; returns when nothing more does, since no more user comes.
   void run() override { processEvents(); }
@@ -81,15 +88,18 @@ class NoneWindow final : public Window {
   void setItems(ControlId list, const std::vector<std::string>& items) override;
   int selected(ControlId list) const override { return at(list).selected; }
   void select(ControlId list, int index) override;
-  void setEnabled(ControlId control, bool on) override { at(control).enabled = on; }
+  void focus(ControlId control) override;
+  void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return at(control).enabled; }
-  void setVisible(ControlId control, bool on) override { at(control).visible = on; }
+  void setVisible(ControlId control, bool on) override;
   bool visible(ControlId control) const override { return at(control).visible; }
   void setColours(ControlId control, Colour background, Colour text) override;
   void setCommandEnabled(CommandId command, bool on) override { command_(command).enabled = on; }
   bool commandEnabled(CommandId command) const override { return command_(command).enabled; }
   void setCommandChecked(CommandId command, bool on) override { command_(command).on = on; }
   bool commandChecked(CommandId command) const override { return command_(command).on; }
+  void setCommandText(CommandId command, const std::string& text) override { command_(command).text = text; }
+  void setCommandVisible(CommandId command, bool on) override { command_(command).visible = on; }
 
   RecordingSurface& surface(ControlId picture) override;
   void setPointer(ControlId picture, PointerShape shape) override { at(picture).pointer = shape; }
@@ -97,6 +107,7 @@ class NoneWindow final : public Window {
 
   void message(const std::string& text, const std::string& title, MessageIcon icon) override;
   bool confirm(const std::string& text, const std::string& title) override;
+  SaveAnswer askToSave(const std::string& text, const std::string& title) override;
   std::string chooseFile(const FileDialogSpec& dialog) override;
   std::optional<Colour> chooseColour(Colour initial) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
@@ -113,6 +124,10 @@ class NoneWindow final : public Window {
   Colour background(ControlId control) const { return at(control).background; }
   Colour textColour(ControlId control) const { return at(control).textColour; }
   PointerShape pointer(ControlId picture) const { return at(picture).pointer; }
+  /// The control with the focus; -1 when the window itself has it.
+  ControlId focused() const { return focus_; }
+  const std::string& commandText(CommandId command) const { return command_(command).text; }
+  bool commandVisible(CommandId command) const { return command_(command).visible; }
   const std::vector<std::string>& items(ControlId list) const { return at(list).items; }
   /// Row of a name in the tables; throws when there is none.
   ControlId control(std::string_view name) const;
@@ -124,6 +139,10 @@ class NoneWindow final : public Window {
   /// Replaces the text of a number field, which gets the focus. Not confirmed yet.
   void userTypes(ControlId control, const std::string& text);
   void userPressesEnter();
+  /// Up, Down, Page Up, Page Down or the wheel, in a number field, which gets the focus.
+  void userSteps(ControlId control, int by);
+  /// Escape, to what has the focus.
+  void userEscapes();
   /// Types and presses Enter.
   void userEnters(ControlId control, const std::string& text);
   /// A button, colour box, check box or radio.
@@ -140,6 +159,8 @@ class NoneWindow final : public Window {
   void userCloses() { close(); }
   /// The large pictures become `width` pixels wide.
   void userResizes(int width);
+  /// The desktop becomes dark, or light again.
+  void userColours(Colour face, Colour text);
   /// Something to happen at the next processEvents() or run().
   void later(std::function<void()> deed) { waiting_.push_back(std::move(deed)); }
 
@@ -159,7 +180,8 @@ class NoneWindow final : public Window {
     std::unique_ptr<RecordingSurface> surface;
   };
   struct Command {
-    bool enabled = true, on = false;
+    std::string text;
+    bool enabled = true, on = false, visible = true;
   };
 
   Control& at(ControlId control);
@@ -167,6 +189,8 @@ class NoneWindow final : public Window {
   Command& command_(CommandId command);
   const Command& command_(CommandId command) const;
   const ControlSpec& spec(ControlId control) const;
+  bool usable(ControlId control) const;
+  void passFocusOn();
   /// Throws unless a person could use the control now.
   void reach(ControlId control) const;
   void chooseRadio(ControlId control);
@@ -181,7 +205,8 @@ class NoneWindow final : public Window {
   WindowPlace place_, screen_;
   std::deque<std::function<void()>> waiting_;
   ControlId focus_ = -1;
-  bool shown_ = false, closed_ = false, busy_ = false;
+  Colour face_ = 0xF5F3F2, ink_ = 0x28231F;
+  bool shown_ = false, closed_ = false, busy_ = false, maximised_ = false;
   int busyTimes_ = 0;
 };
 

@@ -106,12 +106,12 @@ std::string encodeBmp(const std::uint32_t* pixels, int width, int height, int st
 }
 
 Result<std::unique_ptr<RecordingSurface>> decodeBmp(std::string_view bytes) {
-  const Error broken{"it is not a bitmap that can be read"};
+  const Error broken = unreadable("it is not a bitmap that can be read");
   if (bytes.size() < 54 || bytes.substr(0, 2) != "BM") return broken;
   const auto width = static_cast<std::int32_t>(littleAt(bytes, 18, 4));
   const auto height = static_cast<std::int32_t>(littleAt(bytes, 22, 4));
   const std::uint32_t start = littleAt(bytes, 10, 4), bits = littleAt(bytes, 28, 2);
-  if (const Status size = checkPictureSize(width, height); !size) return size.error();
+  if (const Status size = checkPictureSize(width, height); !size) return unreadable(size.error().message);
   if ((bits != 24 && bits != 32) || littleAt(bytes, 30, 4) != 0) return broken;
   const std::size_t step = bits / 8, row = (static_cast<std::size_t>(width) * step + 3) / 4 * 4;
   if (start > bytes.size() || bytes.size() - start < row * static_cast<std::size_t>(height)) return broken;

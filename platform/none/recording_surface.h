@@ -25,11 +25,12 @@ enum class DrawKind {
 /// One drawing call as it came in.
 struct DrawCall {
   DrawKind kind = DrawKind::clear;
-  std::vector<PointF> points;  // of a filled path: its contours, one after the other
-  float size = 0;  // pen or band width, radius, diameter
+  std::vector<PointF> points;  // of a filled path: its contours' Bezier chains, one after the other
+  float size = 0;              // pen or band width, radius, diameter
   Colour colour = 0;
   bool dotted = false;
   CapStyle caps = CapStyle::round;
+  std::vector<std::size_t> ends;  // of a filled path: where its contours end among the points
 };
 
 class RecordingSurface final : public Surface {
@@ -52,7 +53,10 @@ class RecordingSurface final : public Surface {
   void refresh() override { record(DrawKind::refresh, {}, 0, 0); }
 
   Colour pixel(PointI at) const override;
-  PixelBlock lendPixels() override { return {pixels_.data(), width_, height_, width_}; }
+  PixelBlock lendPixels() override {
+    paintCalls();
+    return {pixels_.data(), width_, height_, width_};
+  }
 
   /// Everything drawn since the last clear(), the clear() itself included.
   const std::vector<DrawCall>& calls() const { return calls_; }
@@ -62,20 +66,30 @@ class RecordingSurface final : public Surface {
   /// Pixels that differ from the background.
   int inked() const;
   /// 0xAARRGGBB, rows from the top.
-  std::span<const std::uint32_t> pixels() const { return pixels_; }
+  std::span<const std::uint32_t> pixels() const {
+    paintCalls();
+    return pixels_;
+  }
 
  private:
   void record(DrawKind kind, std::vector<PointF> points, float size, Colour colour);
   void record(DrawKind kind, std::span<const PointI> points, const Pen& pen);
-  void put(int x, int y, Colour colour);
-  void thinLine(PointF from, PointF to, Colour colour, bool dotted);
-  void line(PointI from, PointI to, const Pen& pen);
-  void disc(PointF centre, float radius, Colour colour);
-  void fill(std::span<const std::vector<PointF>> contours, bool winding, Colour colour);
-  void band(PointF from, PointF to, float width, Colour colour);
+  // Most pictures are cleared before anybody looks at a pixel: calls are painted when one does.
+  void paintCalls() const;
+  void paint(const DrawCall& call) const;
+  void circle(PointF centre, float radius, Colour colour) const;
+  void wideCurve(const DrawCall& curve) const;
+  void path(const DrawCall& call) const;
+  void put(int x, int y, Colour colour) const;
+  void thinLine(PointF from, PointF to, Colour colour, bool dotted) const;
+  void line(PointF from, PointF to, const DrawCall& pen) const;
+  void disc(PointF centre, float radius, Colour colour) const;
+  void fill(std::span<const std::vector<PointF>> contours, bool winding, Colour colour) const;
+  void band(PointF from, PointF to, float width, Colour colour) const;
 
   int width_, height_;
-  std::vector<std::uint32_t> pixels_;
+  mutable std::vector<std::uint32_t> pixels_;
+  mutable std::size_t painted_ = 0;  // calls that the pixels show
   std::vector<DrawCall> calls_;
   int clears_ = 0;
 };

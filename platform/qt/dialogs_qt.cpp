@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLayout>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include "platform/common/text_helpers.h"
 #include "platform/qt/convert.h"
@@ -39,6 +41,14 @@ void setUpMessage(QMessageBox& box, const std::string& text, const std::string& 
   box.setText(toQString(text));
 }
 
+/// Shows the box with even margins: where it has no icon, Qt leaves more room before its text.
+void show(QMessageBox& box) {
+  constexpr int kMargin = 20, kIndent = 20, kBelow = 14;
+  const int left = box.icon() == QMessageBox::NoIcon ? kMargin - kIndent : kMargin;
+  box.layout()->setContentsMargins(left, kMargin, kMargin, kBelow);
+  box.exec();
+}
+
 }  // namespace
 
 void message(QWidget* parent, const std::string& text, const std::string& title, MessageIcon icon) {
@@ -46,7 +56,7 @@ void message(QWidget* parent, const std::string& text, const std::string& title,
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   box.setIcon(icon == MessageIcon::critical ? QMessageBox::Critical : QMessageBox::NoIcon);
-  box.exec();
+  show(box);
 }
 
 bool confirm(QWidget* parent, const std::string& text, const std::string& title) {
@@ -55,7 +65,23 @@ bool confirm(QWidget* parent, const std::string& text, const std::string& title)
   setUpMessage(box, text, title);
   box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
   box.setDefaultButton(QMessageBox::Ok);
-  return box.exec() == QMessageBox::Ok;
+  show(box);
+  return box.result() == QMessageBox::Ok;
+}
+
+SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string& title) {
+  const NormalPointer pointer;
+  QMessageBox box(parent);
+  setUpMessage(box, text, title);
+  QPushButton* const save = box.addButton(QStringLiteral("&Save"), QMessageBox::AcceptRole);
+  const QPushButton* const discard =
+      box.addButton(QStringLiteral("&Don't save"), QMessageBox::DestructiveRole);
+  QPushButton* const cancel = box.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+  box.setDefaultButton(save);
+  box.setEscapeButton(cancel);
+  show(box);
+  if (box.clickedButton() == save) return SaveAnswer::save;
+  return box.clickedButton() == discard ? SaveAnswer::discard : SaveAnswer::cancel;
 }
 
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {

@@ -12,6 +12,7 @@ namespace lorivan::dialogs {
 
 void message(QWidget* parent, const std::string& text, const std::string& title, MessageIcon icon);
 bool confirm(QWidget* parent, const std::string& text, const std::string& title);
+SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string& title);
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec);
 std::optional<Colour> chooseColour(QWidget* parent, Colour initial);
 std::string inputBox(QWidget* parent, const std::string& prompt, const std::string& title,

@@ -50,7 +50,8 @@ FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget
     QWidget* const made = make(id);
     widgets_.push_back(made);
     made->setObjectName(toQString(spec.name));
-    made->setToolTip(toQString(spec.tooltip));
+    // A tip would cover what the large picture shows under the pointer.
+    if (spec.kind != ControlKind::picture || !spec.group.empty()) made->setToolTip(toQString(spec.tooltip));
     made->installEventFilter(this);
     if (spec.kind == ControlKind::group) made->lower();
     if (!takesFocus(spec.kind)) continue;
@@ -58,6 +59,7 @@ FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget
     previous = made;
   }
   connectLabels();
+  installEventFilter(this);
   afterRelease_.setSingleShot(true);
   connect(&afterRelease_, &QTimer::timeout, this, &FormQt::confirmPending);
 }
@@ -133,16 +135,23 @@ QWidget* FormQt::makeField(ControlId id) {
   edit->setText(toQString(spec.caption));
   if (spec.kind == ControlKind::text) {
     edit->setReadOnly(true);
-    QPalette flat = palette();
-    flat.setColor(QPalette::Base, flat.color(QPalette::Window));
-    edit->setPalette(flat);
+    flatten(*edit);
     edit->setFocusPolicy(Qt::NoFocus);
   } else {
     edit->confirmed = [this, id] { events_.confirmed(id); };
     edit->left = [this, id] { events_.left(id); };
     edit->postponed = [this, edit] { return postpone(*edit); };
+    edit->stepped = [this, id](int by) { events_.stepped(id, by); };
+    edit->escaped = [this, id] { events_.escaped(id); };
   }
   return edit;
+}
+
+/// What cannot be edited has the window's own background.
+void FormQt::flatten(QWidget& text) const {
+  QPalette flat;
+  flat.setColor(QPalette::Base, palette().color(QPalette::Window));
+  text.setPalette(flat);
 }
 
 QWidget* FormQt::makeLabel(ControlId id) {
@@ -182,9 +191,9 @@ std::string FormQt::text(ControlId control) const {
 void FormQt::setText(ControlId control, const std::string& text) {
   QWidget* const w = widget(control);
   const QString shown = toQString(text);
-  if (auto* edit = qobject_cast<QLineEdit*>(w)) {
+  if (auto* edit = dynamic_cast<NumberEdit*>(w)) {
     edit->setText(shown);
-    if (edit->hasFocus()) edit->selectAll();
+    if (edit->hasFocus()) edit->selectWhole();
   } else if (auto* label = qobject_cast<QLabel*>(w)) {
     label->setText(shown);
   } else if (auto* button = qobject_cast<QAbstractButton*>(w)) {
@@ -211,6 +220,7 @@ void FormQt::setChecked(ControlId control, bool on) {
 void FormQt::setColours(ControlId control, Colour background, Colour text) {
   QWidget* const w = widget(control);
   if (auto* box = dynamic_cast<ColourBox*>(w)) return box->setColour(toQColor(background));
+  coloured_.insert(w);
   QPalette palette = w->palette();
   palette.setColor(QPalette::Base, toQColor(background));
   palette.setColor(QPalette::Text, toQColor(text));
@@ -231,10 +241,18 @@ void FormQt::confirmPending() {
   if (auto* edit = dynamic_cast<NumberEdit*>(focusWidget()); edit && edit->hasFocus()) edit->confirmPending();
 }
 
+void FormQt::setFocusTo(ControlId control) {
+  QWidget* const w = widget(control);
+  if (w->isEnabled() && w->isVisibleTo(this)) w->setFocus(Qt::OtherFocusReason);
+}
+
 void FormQt::passFocusOn(ControlId control) {
-  if (!widget(control)->hasFocus()) return;
-  const auto usable = [this](ControlId id) { return widget(id)->isEnabled() && widget(id)->isVisible(); };
-  if (const ControlId next = buttonBeside(controls_, control, usable); next >= 0) widget(next)->setFocus();
+  if (focusWidget() != widget(control)) return;
+  const auto usable = [this, control](ControlId id) {
+    return id != control && widget(id)->isEnabled() && widget(id)->isVisibleTo(this);
+  };
+  const ControlId picture = pictureInUse(controls_, usable);
+  (picture >= 0 ? widget(picture) : this)->setFocus(Qt::OtherFocusReason);
 }
 
 void FormQt::showDrawn() {
@@ -309,22 +327,31 @@ void FormQt::paintEvent(QPaintEvent*) {
   painter.drawRect(pictureFrame_.adjusted(-1, -1, 0, 0));
 }
 
-/// Left and right move the cursor of an entry, and the keys of an open list are its own.
-bool FormQt::isForEntry(const QObject* watched, int key) const {
-  const auto* const edit = qobject_cast<const QLineEdit*>(watched);
-  return edit && (key == Qt::Key_Left || key == Qt::Key_Right);
+void FormQt::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange) return;
+  for (std::size_t i = 0; i < widgets_.size(); ++i)
+    if (controls_[i].kind == ControlKind::text && !coloured_.contains(widgets_[i])) flatten(*widgets_[i]);
+}
+
+/// Left and right move the cursor of an entry, up and down step it.
+bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
+  const auto* const edit = dynamic_cast<NumberEdit*>(watched);
+  return edit && (key.key() == Qt::Key_Left || key.key() == Qt::Key_Right || edit->stepOf(key) != 0);
 }
 
 bool FormQt::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched)) {
-    // Scrolling past a list must not change it.
-    if (!static_cast<QWidget*>(watched)->hasFocus()) return true;
+    event->ignore();  // goes on to what is behind the list
+    return true;
   }
   if (event->type() == QEvent::MouseButtonRelease && left_) afterRelease_.start();
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& press = *static_cast<QKeyEvent*>(event);
   const Key key = toKey(press.key());
-  if (key == Key::other || isForEntry(watched, press.key())) return false;
+  // What a control has no use for comes to the form a second time.
+  const bool wasOffered = watched == this && !hasFocus();
+  if (key == Key::other || wasOffered || isForEntry(watched, press)) return false;
   return events_.key({.key = key,
                       .shift = press.modifiers().testFlag(Qt::ShiftModifier),
                       .ctrl = press.modifiers().testFlag(Qt::ControlModifier),

@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <functional>
 #include <map>
+#include <set>
 #include <span>
 #include <vector>
 
@@ -20,7 +21,8 @@ namespace lorivan {
 
 /// What a form tells its window: the control, and what happened to it.
 struct FormEvents {
-  std::function<void(ControlId)> confirmed, left, clicked, changed, resized;
+  std::function<void(ControlId)> confirmed, left, escaped, clicked, changed, resized;
+  std::function<void(ControlId, int)> stepped;
   std::function<void(ControlId, const MouseEvent&)> mouse;
   std::function<bool(const KeyEvent&)> key;
 };
@@ -42,7 +44,8 @@ class FormQt final : public QWidget {
   /// Tells that an entry is confirmed: one that was left, or the one with the focus when something waits in
   /// it.
   void confirmPending();
-  /// Before a control is disabled: a button hands its focus to the next one.
+  void setFocusTo(ControlId control);
+  /// Before a control is disabled or hidden: leaves its focus to the picture, or to the form itself.
   void passFocusOn(ControlId control);
   /// Has pictures painted that were drawn on.
   void showDrawn();
@@ -55,6 +58,7 @@ class FormQt final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -63,17 +67,19 @@ class FormQt final : public QWidget {
   QWidget* makeToggle(ControlId id);
   QWidget* makeField(ControlId id);
   QWidget* makeLabel(ControlId id);
+  void flatten(QWidget& text) const;
   void connectLabels();
   LayoutMetrics metrics(const QFont& font) const;
   void fitFont(int clientWidth, int clientHeight);
   QSize toLogical(LayoutSize size) const;
   bool postpone(NumberEdit& left);
-  bool isForEntry(const QObject* watched, int key) const;
+  static bool isForEntry(QObject* watched, const QKeyEvent& key);
 
   std::span<const ControlSpec> controls_;
   FormEvents events_;
   std::vector<QWidget*> widgets_;
   std::map<std::string_view, QButtonGroup*> radios_;
+  std::set<const QWidget*> coloured_;  // by the program
   QRect pictureFrame_;
   QTimer afterRelease_;
   NumberEdit* left_ = nullptr;  // left for a button that is still held down; not confirmed yet

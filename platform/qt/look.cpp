@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QStyleFactory>
 #include <QStyleOptionButton>
+#include <QTimer>
 #include <QWidget>
 #include <algorithm>
 
@@ -58,18 +59,39 @@ QPalette paletteOf(const Tints& t) {
   return palette;
 }
 
-/// What the desktop's settings service says; false where there is none.
+/// The desktop's settings service, and the setting of it that is asked for.
+struct ColourService {
+  QString name = QStringLiteral("org.freedesktop.portal.Desktop");
+  QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+  QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+  QString section = QStringLiteral("org.freedesktop.appearance");
+  QString key = QStringLiteral("color-scheme");
+  bool exists = !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS");
+};
+
+/// What the service says; false where there is none.
 bool serviceSaysDark() {
-  if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS")) return false;
-  QDBusMessage ask = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-  ask << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  const ColourService service;
+  if (!service.exists) return false;
+  QDBusMessage ask =
+      QDBusMessage::createMethodCall(service.name, service.path, service.interface, QStringLiteral("Read"));
+  ask << service.section << service.key;
   const QDBusMessage answer = QDBusConnection::sessionBus().call(ask, QDBus::Block, 300);
   if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return false;
   QVariant value = answer.arguments().constFirst();
   while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
   return value.toUInt() == 1;
+}
+
+void followService(QApplication& application) {
+  const ColourService service;
+  if (!service.exists) return;
+  auto* const soon = new QTimer(&application);
+  soon->setSingleShot(true);
+  QObject::connect(soon, &QTimer::timeout, [] { applyColours(serviceSaysDark()); });
+  QDBusConnection::sessionBus().connect(service.name, service.path, service.interface,
+                                        QStringLiteral("SettingChanged"), {service.section, service.key},
+                                        QString(), soon, SLOT(start()));
 }
 
 bool isDesktopDark() {
@@ -122,14 +144,19 @@ class Style final : public QProxyStyle {
 
 }  // namespace
 
+void applyColours(bool dark) { QApplication::setPalette(paletteOf(dark ? kDark : kLight)); }
+
 void applyLook(QApplication& application, bool dark) {
   QApplication::setStyle(new Style);
-  application.setPalette(paletteOf(dark ? kDark : kLight));
+  applyColours(dark);
   application.setFont(fittingFont(application.font()));
   initResources();
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/lorivan.ico")));
 }
 
-void applyLook(QApplication& application) { applyLook(application, isDesktopDark()); }
+void applyLook(QApplication& application) {
+  applyLook(application, isDesktopDark());
+  followService(application);
+}
 
 }  // namespace lorivan

@@ -42,14 +42,14 @@ QImage onWhite(const QImage& picture, int width, int height) {
 
 Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
   QImage image = pixelsOf(picture);
-  if (image.isNull()) return Error{"this picture has no pixels to save"};
+  if (image.isNull()) return unwritable("this picture has no pixels to save");
   if (format == PictureFormat::bmp && image.hasAlphaChannel())
     image = onWhite(image, image.width(), image.height());
   QByteArray bytes;
   QBuffer buffer(&bytes);
   QImageWriter writer(&buffer, format == PictureFormat::png ? "png" : "bmp");
   if (!buffer.open(QIODevice::WriteOnly) || !writer.write(image))
-    return Error{"the picture cannot be encoded: " + toUtf8(writer.errorString())};
+    return unwritable("the picture cannot be encoded: " + toUtf8(writer.errorString()));
   return bytes.toStdString();
 }
 
@@ -63,17 +63,17 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
   QImageReader reader(&buffer);
   const QByteArray format = buffer.open(QIODevice::ReadOnly) ? reader.format() : QByteArray();
   if (format != "bmp" && format != "png" && format != "jpeg")
-    return Error{"it is no BMP, PNG or JPEG picture"};
+    return unreadable("it is no BMP, PNG or JPEG picture");
   reader.setAutoTransform(true);
   QImageReader::setAllocationLimit(kMostDecodedMegabytes);
   const QSize size = reader.size();
   if (const Status fits = checkPictureSize(std::max(1, size.width()), std::max(1, size.height())); !fits)
-    return fits.error();
+    return unreadable(fits.error().message);
   const QImage picture = reader.read();
-  if (picture.isNull()) return Error{toUtf8(reader.errorString())};
+  if (picture.isNull()) return unreadable(toUtf8(reader.errorString()));
   const QImage page =
       onWhite(picture.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation), width, height);
-  if (page.isNull()) return Error{"there is not enough memory to show it"};
+  if (page.isNull()) return unwritable("there is not enough memory to show it");
   const PixelBlock block = (*surface)->lendPixels();
   for (int y = 0; y < height; ++y)
     std::copy_n(reinterpret_cast<const std::uint32_t*>(page.constScanLine(y)), width,

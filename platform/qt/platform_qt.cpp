@@ -79,6 +79,10 @@ Result<std::unique_ptr<Metafile>> PlatformQt::createMetafile(const MetafileSize&
 
 std::string PlatformQt::programFolder() const { return folderOfProgram(); }
 
+std::string PlatformQt::userFolder() { return makeUserFolder(); }
+
+std::unique_ptr<FileClaim> PlatformQt::claim(const std::string& path) { return claimFile(path); }
+
 bool PlatformQt::errorsGoToTerminal() const { return isatty(STDERR_FILENO) == 1; }
 
 Status PlatformQt::canOpenWindow() const {
@@ -88,10 +92,10 @@ Status PlatformQt::canOpenWindow() const {
   if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
     return {};
   if (qEnvironmentVariableIsEmpty("DISPLAY"))
-    return Error{"a window needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set"};
+    return unwritable("a window needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set");
   if (!displayAnswers())
-    return Error{"a window needs a desktop: no display answers at DISPLAY=" +
-                 toUtf8(qEnvironmentVariable("DISPLAY"))};
+    return unwritable("a window needs a desktop: no display answers at DISPLAY=" +
+                      toUtf8(qEnvironmentVariable("DISPLAY")));
   return {};
 #endif
 }

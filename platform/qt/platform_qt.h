@@ -26,6 +26,8 @@ class PlatformQt final : public Platform {
   Clock& clock() override { return *clock_; }
   Help& help() override { return *help_; }
   std::string programFolder() const override;
+  std::string userFolder() override;
+  std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;

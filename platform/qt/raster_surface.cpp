@@ -17,8 +17,8 @@ Result<QImage> makeImage(int width, int height) {
   if (const Status size = checkPictureSize(width, height); !size) return size.error();
   QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull())
-    return Error{"there is not enough memory for a picture of " + std::to_string(width) + " x " +
-                 std::to_string(height) + " pixels"};
+    return unwritable("there is not enough memory for a picture of " + std::to_string(width) + " x " +
+                      std::to_string(height) + " pixels");
   image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
   image.setDotsPerMeterY(3780);
   return image;

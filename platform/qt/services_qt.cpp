@@ -2,10 +2,13 @@
 
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QImage>
+#include <QLockFile>
 #include <QRandomGenerator>
+#include <QStandardPaths>
 #include <QTime>
 #include <QUrl>
 #include <algorithm>
@@ -15,15 +18,29 @@
 #include "platform/qt/convert.h"
 
 namespace lorivan {
+namespace {
+
+class LockFileClaim final : public FileClaim {
+ public:
+  explicit LockFileClaim(const std::string& path) : file_(toQString(path)) {
+    file_.setStaleLockTime(0);  // only the end of its process makes it stale
+  }
+  bool take() { return file_.tryLock(0); }
+
+ private:
+  QLockFile file_;
+};
+
+}  // namespace
 
 void ClipboardQt::clear() {
   if (qGuiApp) QGuiApplication::clipboard()->clear();
 }
 
 Status ClipboardQt::putPicture(Surface& picture) {
-  if (!qGuiApp) return Error{"there is no clipboard without a window"};
+  if (!qGuiApp) return unwritable("there is no clipboard without a window");
   const PixelBlock block = picture.lendPixels();
-  if (!block.pixels) return Error{"this picture has no pixels to copy"};
+  if (!block.pixels) return unwritable("this picture has no pixels to copy");
   const QImage view(reinterpret_cast<const uchar*>(block.pixels), block.width, block.height,
                     static_cast<qsizetype>(block.stride) * 4, QImage::Format_RGB32);
   QGuiApplication::clipboard()->setImage(view.copy());
@@ -48,11 +65,24 @@ std::uint64_t ClockQt::seed() const { return QRandomGenerator::system()->generat
 Status HelpQt::open(const std::string& page) {
   const auto mark = page.find('#');
   const std::string file = folder_ + "/" + page.substr(0, mark);
-  if (!QFileInfo(toQString(file)).isFile()) return Error{"Help is missing: there is no " + file};
+  if (!QFileInfo(toQString(file)).isFile()) return unreadable("Help is missing: there is no " + file);
   QUrl url = QUrl::fromLocalFile(toQString(file));
   if (mark != std::string::npos) url.setFragment(toQString(page.substr(mark + 1)));
-  if (!QDesktopServices::openUrl(url)) return Error{"No browser could be started to show " + file};
+  if (!QDesktopServices::openUrl(url)) return unwritable("No browser could be started to show " + file);
   return {};
+}
+
+std::string makeUserFolder() {
+  const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  if (data.isEmpty()) return {};
+  const QString folder = data + QStringLiteral("/Lorivan");
+  return QDir().mkpath(folder) ? toUtf8(folder) : std::string();
+}
+
+std::unique_ptr<FileClaim> claimFile(const std::string& path) {
+  auto claim = std::make_unique<LockFileClaim>(path);
+  if (!claim->take()) return nullptr;
+  return claim;
 }
 
 }  // namespace lorivan

@@ -1,6 +1,7 @@
 // Clipboard, clock and help of the Qt back end.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "platform/services.h"
@@ -29,5 +30,10 @@ class HelpQt final : public Help {
  private:
   std::string folder_;
 };
+
+/// $XDG_DATA_HOME/Lorivan, by default below ~/.local/share; empty when it cannot be made.
+std::string makeUserFolder();
+/// Null while somebody holds it.
+std::unique_ptr<FileClaim> claimFile(const std::string& path);
 
 }  // namespace lorivan

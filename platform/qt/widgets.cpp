@@ -7,6 +7,7 @@
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 #include <QTimer>
+#include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
@@ -14,6 +15,7 @@ namespace lorivan {
 namespace {
 
 constexpr int kLongestEntry = 64;
+constexpr int kNotch = QWheelEvent::DefaultDeltasPerStep;
 constexpr int kFrameMilliseconds = 16;
 
 QColor mixed(const QColor& a, const QColor& b, double share) {
@@ -36,6 +38,37 @@ NumberEdit::NumberEdit(QWidget* parent) : QLineEdit(parent) {
 void NumberEdit::confirm() {
   setModified(false);
   if (confirmed) confirmed();
+}
+
+void NumberEdit::selectWhole() {
+  selectAll();
+  selectedByUs_ = true;
+}
+
+int NumberEdit::stepOf(const QKeyEvent& key) const {
+  if (!stepped || (key.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier) return 0;
+  switch (key.key()) {
+    case Qt::Key_Up:
+      return 1;
+    case Qt::Key_Down:
+      return -1;
+    case Qt::Key_PageUp:
+      return 10;
+    case Qt::Key_PageDown:
+      return -10;
+    default:
+      return 0;
+  }
+}
+
+/// Only with the focus: scrolling past an entry must not change it.
+void NumberEdit::wheelEvent(QWheelEvent* event) {
+  if (!hasFocus() || !stepped) return event->ignore();
+  turned_ += event->angleDelta().y();
+  const int notches = turned_ / kNotch;
+  turned_ -= notches * kNotch;
+  event->accept();
+  if (notches != 0) stepped(notches);
 }
 
 void NumberEdit::confirmPending() {
@@ -61,8 +94,8 @@ void NumberEdit::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
   clickedIn_ = event->reason() == Qt::MouseFocusReason;
   if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
-  selectAll();
-  selectedByUs_ = true;
+  turned_ = 0;
+  selectWhole();
 }
 
 void NumberEdit::focusOutEvent(QFocusEvent* event) {
@@ -77,18 +110,18 @@ void NumberEdit::focusOutEvent(QFocusEvent* event) {
 
 void NumberEdit::mouseReleaseEvent(QMouseEvent* event) {
   QLineEdit::mouseReleaseEvent(event);
-  selectedByUs_ = clickedIn_ && !hasSelectedText();
-  if (selectedByUs_) selectAll();
+  selectedByUs_ = false;
+  if (clickedIn_ && !hasSelectedText()) selectWhole();
   clickedIn_ = false;
 }
 
 void NumberEdit::keyPressEvent(QKeyEvent* event) {
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     confirm();
-    selectAll();
-    selectedByUs_ = true;
-    return;
+    return selectWhole();
   }
+  if (const int by = stepOf(*event); by != 0) return stepped(by);
+  if (event->key() == Qt::Key_Escape && escaped) return escaped();
   const bool isModifier =
       event->key() == Qt::Key_Shift || event->key() == Qt::Key_Control || event->key() == Qt::Key_Alt;
   // The mnemonic of a button that is disabled just now must not type its letter.

@@ -13,8 +13,8 @@
 
 namespace lorivan {
 
-/// A one-line entry. Selects all its text when it gets the focus; tells when Enter was pressed or it was
-/// left.
+/// A one-line entry. Selects all its text when it gets the focus; tells when Enter was pressed, when it was
+/// left, and what should change it by steps.
 class NumberEdit final : public QLineEdit {
  public:
   explicit NumberEdit(QWidget* parent);
@@ -22,9 +22,15 @@ class NumberEdit final : public QLineEdit {
   std::function<void()> left;  // the focus went elsewhere; `confirmed` follows
   /// Asked after `left` by a mouse press elsewhere: true when somebody else will call confirm() later.
   std::function<bool()> postponed;
+  std::function<void(int)> stepped;  // see WindowEvents
+  std::function<void()> escaped;
   /// Tells it now when something was typed since the last time.
   void confirmPending();
   void confirm();
+  /// Selects everything; that is not the user's selection.
+  void selectWhole();
+  /// How far a key with these modifiers steps; 0 for all others.
+  int stepOf(const QKeyEvent& key) const;
 
  protected:
   bool event(QEvent* event) override;
@@ -32,9 +38,11 @@ class NumberEdit final : public QLineEdit {
   void focusOutEvent(QFocusEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   bool wantsKey(const QKeyEvent& key) const;
+  int turned_ = 0;          // of the wheel, less than a notch, in eighths of a degree
   bool clickedIn_ = false;  // the focus came with the mouse button that is still down
   bool selectedByUs_ = false;
 };

@@ -1,6 +1,5 @@
 #include "platform/qt/window_qt.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -17,13 +16,13 @@
 #include <QUrl>
 #include <QWindow>
 #include <algorithm>
-#include <map>
+#include <optional>
 #include <vector>
 
-#include "platform/common/text_helpers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/dialogs_qt.h"
 #include "platform/qt/form_qt.h"
+#include "platform/qt/menus_qt.h"
 
 namespace lorivan {
 namespace {
@@ -34,6 +33,7 @@ class MainFrame final : public QMainWindow {
   std::function<bool()> mayClose;
   std::function<void()> closed;
   std::function<void(const std::string&)> fileDropped;
+  std::function<void()> coloursChanged;
 
   MainFrame() {
     setAcceptDrops(true);
@@ -47,12 +47,33 @@ class MainFrame final : public QMainWindow {
     status_.setToolTip(text);
     status_.repaint();  // long work shows its progress without handling events
   }
+  /// Logical pixels of the whole frame. Before the window is shown nobody knows how much of that the border
+  /// takes: then the size is set right when it is known.
+  void resizeOuter(QSize outer) {
+    const QSize border = frameGeometry().size() - size();
+    resize(outer - border);
+    wanted_ = border.isEmpty() ? outer : std::optional<QSize>();
+  }
+  /// The whole frame when it is not maximised.
+  QRect normalOuter() const {
+    if (!isMaximized()) return frameGeometry();
+    if (wanted_) return {normalGeometry().topLeft(), *wanted_};
+    return windowHandle() ? normalGeometry().marginsAdded(windowHandle()->frameMargins()) : normalGeometry();
+  }
 
  protected:
   void closeEvent(QCloseEvent* event) override {
     if (!mayClose()) return event->ignore();
     event->accept();
     closed();
+  }
+  void moveEvent(QMoveEvent* event) override {
+    QMainWindow::moveEvent(event);
+    if (wanted_ && isVisible() && !isMaximized() && frameGeometry().size() != size()) resizeOuter(*wanted_);
+  }
+  void changeEvent(QEvent* event) override {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && coloursChanged) coloursChanged();
   }
   void dragEnterEvent(QDragEnterEvent* event) override {
     if (!localFile(*event).isEmpty()) event->acceptProposedAction();
@@ -72,6 +93,7 @@ class MainFrame final : public QMainWindow {
   }
 
   QLabel status_;
+  std::optional<QSize> wanted_;
 };
 
 class WindowQt final : public Window {
@@ -83,8 +105,15 @@ class WindowQt final : public Window {
   void setStatus(const std::string& text) override { frame_.setStatus(toQString(text)); }
   WindowPlace place() const override;
   void moveTo(int left, int top) override;
+  void resizeTo(int width, int height) override;
+  bool maximised() const override { return frame_.isMaximized(); }
+  void setMaximised(bool on) override {
+    frame_.setWindowState(frame_.windowState().setFlag(Qt::WindowMaximized, on));
+  }
   WindowPlace screen() const override;
   double scaling() const override { return form_->scaling(); }
+  Colour faceColour() const override { return toColour(frame_.palette().color(QPalette::Window)); }
+  Colour textColour() const override { return toColour(frame_.palette().color(QPalette::WindowText)); }
   void show() override;
   void run() override;
   bool processEvents() override;
@@ -97,6 +126,7 @@ class WindowQt final : public Window {
   void setItems(ControlId list, const std::vector<std::string>& items) override;
   int selected(ControlId list) const override;
   void select(ControlId list, int index) override;
+  void focus(ControlId control) override;
   void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return form_->widget(control)->isEnabledTo(form_); }
   void setVisible(ControlId control, bool on) override;
@@ -105,10 +135,12 @@ class WindowQt final : public Window {
     form_->setColours(control, background, text);
   }
 
-  void setCommandEnabled(CommandId command, bool on) override { action(command)->setEnabled(on); }
-  bool commandEnabled(CommandId command) const override { return action(command)->isEnabled(); }
-  void setCommandChecked(CommandId command, bool on) override { action(command)->setChecked(on); }
-  bool commandChecked(CommandId command) const override { return action(command)->isChecked(); }
+  void setCommandEnabled(CommandId command, bool on) override { menus_.enable(command, on); }
+  bool commandEnabled(CommandId command) const override { return menus_.enabled(command); }
+  void setCommandChecked(CommandId command, bool on) override { menus_.check(command, on); }
+  bool commandChecked(CommandId command) const override { return menus_.checked(command); }
+  void setCommandText(CommandId command, const std::string& text) override { menus_.setText(command, text); }
+  void setCommandVisible(CommandId command, bool on) override { menus_.setVisible(command, on); }
 
   Surface& surface(ControlId picture) override;
   void setPointer(ControlId picture, PointerShape shape) override;
@@ -119,6 +151,9 @@ class WindowQt final : public Window {
   }
   bool confirm(const std::string& text, const std::string& title) override {
     return dialogs::confirm(&frame_, text, title);
+  }
+  SaveAnswer askToSave(const std::string& text, const std::string& title) override {
+    return dialogs::askToSave(&frame_, text, title);
   }
   std::string chooseFile(const FileDialogSpec& dialog) override {
     return dialogs::chooseFile(&frame_, dialog);
@@ -134,13 +169,11 @@ class WindowQt final : public Window {
  private:
   FormEvents formEvents();
   void makeMenus(const WindowSpec& spec);
-  void makeCommand(QMenu& menu, const CommandSpec& spec);
+  void coloursMayHaveChanged();
   void setFirstSize();
   void pictureResized(ControlId picture);
   void flushResized();
   void start();
-  void highlight(CommandId command);
-  QAction* action(CommandId command) const { return actions_.at(static_cast<std::size_t>(command)); }
 
   /// Calls the program back, unless the program itself caused the event, and shows what it drew.
   template <class Event, class... Arguments>
@@ -154,9 +187,10 @@ class WindowQt final : public Window {
   MainFrame frame_;
   FormQt* form_ = nullptr;  // owned by the frame
   QEventLoop loop_;
-  std::vector<QAction*> actions_;
-  std::vector<ControlId> resized_;  // pictures with a new surface that the program does not know of
-  int quiet_ = 0;                   // above 0 while the program's own calls move the focus
+  MenusQt menus_;
+  std::pair<Colour, Colour> colours_;  // that the program knows of
+  std::vector<ControlId> resized_;     // pictures with a new surface that the program does not know of
+  int quiet_ = 0;                      // above 0 while the program's own calls move the focus
   bool busy_ = false, closed_ = false, shown_ = false, ready_ = false;
 };
 
@@ -175,6 +209,8 @@ WindowQt::WindowQt(const WindowSpec& spec, const WindowEvents& events) : events_
   frame_.fileDropped = [this](const std::string& path) { report(events_.fileDropped, path); };
   makeMenus(spec);
   setFirstSize();
+  colours_ = {faceColour(), textColour()};
+  frame_.coloursChanged = [this] { coloursMayHaveChanged(); };
   ready_ = true;
 }
 
@@ -182,6 +218,8 @@ FormEvents WindowQt::formEvents() {
   FormEvents made;
   made.confirmed = [this](ControlId id) { report(events_.confirmed, id); };
   made.left = [this](ControlId id) { report(events_.left, id); };
+  made.stepped = [this](ControlId id, int by) { report(events_.stepped, id, by); };
+  made.escaped = [this](ControlId id) { report(events_.escaped, id); };
   made.clicked = [this](ControlId id) {
     form_->confirmPending();
     if (enabled(id)) report(events_.clicked, id);  // the entry that was left may have switched it off
@@ -201,37 +239,21 @@ FormEvents WindowQt::formEvents() {
 }
 
 void WindowQt::makeMenus(const WindowSpec& spec) {
-  std::map<std::string_view, QMenu*> menus;
-  for (const CommandSpec& command : spec.commands) {
-    QMenu*& menu = menus[command.menu];
-    if (!menu) {
-      menu = frame_.menuBar()->addMenu(toQString(command.menu));
-      QObject::connect(menu, &QMenu::aboutToHide, &frame_, [this] { highlight(kNoCommand); });
-    }
-    makeCommand(*menu, command);
-  }
-}
-
-void WindowQt::makeCommand(QMenu& menu, const CommandSpec& spec) {
-  if (spec.separatorBefore) menu.addSeparator();
-  QAction* const made = menu.addAction(toQString(spec.text));
-  made->setObjectName(toQString(spec.name));
-  made->setCheckable(spec.checkable);
-  if (const auto shortcut = parseShortcut(spec.shortcut))
-    made->setShortcut(QKeySequence(toQString(shortcutText(*shortcut))));
-  const auto id = static_cast<CommandId>(actions_.size());
-  actions_.push_back(made);
-  QObject::connect(made, &QAction::hovered, &frame_, [this, id] { highlight(id); });
-  QObject::connect(made, &QAction::triggered, &frame_, [this, id, made] {
-    if (made->isCheckable()) made->setChecked(!made->isChecked());  // the mark is the program's to set
+  menus_.chosen = [this](CommandId command) {
     form_->confirmPending();
-    report(events_.command, id);
-  });
+    report(events_.command, command);
+  };
+  menus_.highlighted = [this](CommandId command) { report(events_.highlighted, command); };
+  menus_.make(*frame_.menuBar(), spec.commands);
 }
 
-void WindowQt::highlight(CommandId command) {
-  report(events_.highlighted, command);
-  form_->showDrawn();
+/// Told with the next events: by then every widget has the new colours.
+void WindowQt::coloursMayHaveChanged() {
+  const std::pair now(faceColour(), textColour());
+  if (now == colours_) return;
+  colours_ = now;
+  QMetaObject::invokeMethod(
+      &frame_, [this] { report(events_.coloursChanged); }, Qt::QueuedConnection);
 }
 
 /// The reference size on a small screen, about four fifths of a larger one's height.
@@ -262,7 +284,7 @@ void WindowQt::flushResized() {
 
 WindowPlace WindowQt::place() const {
   const double ratio = frame_.devicePixelRatioF();
-  const QRect outer = frame_.frameGeometry();
+  const QRect outer = frame_.normalOuter();
   return {qRound(outer.left() * ratio), qRound(outer.top() * ratio), qRound(outer.width() * ratio),
           qRound(outer.height() * ratio)};
 }
@@ -270,6 +292,22 @@ WindowPlace WindowQt::place() const {
 void WindowQt::moveTo(int left, int top) {
   const double ratio = frame_.devicePixelRatioF();
   frame_.move(qRound(left / ratio), qRound(top / ratio));
+}
+
+void WindowQt::resizeTo(int width, int height) {
+  if (maximised()) return;
+  const double ratio = frame_.devicePixelRatioF();
+  const QRect room = frame_.screen()->availableGeometry();
+  const QSize border = frame_.frameGeometry().size() - frame_.size();
+  const QSize size = QSize(qRound(width / ratio), qRound(height / ratio))
+                         .expandedTo(frame_.minimumSize() + border)
+                         .boundedTo(room.size());
+  const QPoint at = frame_.pos();
+  const QPoint least = room.topLeft(),
+               most = room.bottomRight() - QPoint(size.width() - 1, size.height() - 1);
+  frame_.resizeOuter(size);
+  const QPoint inside(std::clamp(at.x(), least.x(), most.x()), std::clamp(at.y(), least.y(), most.y()));
+  if (inside != at) frame_.move(inside);
 }
 
 WindowPlace WindowQt::screen() const {
@@ -322,6 +360,12 @@ void WindowQt::select(ControlId list, int index) {
   if (QComboBox* const box = form_->list(list)) box->setCurrentIndex(index < box->count() ? index : -1);
 }
 
+void WindowQt::focus(ControlId control) {
+  ++quiet_;
+  form_->setFocusTo(control);
+  --quiet_;
+}
+
 void WindowQt::setEnabled(ControlId control, bool on) {
   ++quiet_;
   if (!on) form_->passFocusOn(control);
@@ -331,6 +375,7 @@ void WindowQt::setEnabled(ControlId control, bool on) {
 
 void WindowQt::setVisible(ControlId control, bool on) {
   ++quiet_;
+  if (!on) form_->passFocusOn(control);
   form_->widget(control)->setVisible(on);
   --quiet_;
 }

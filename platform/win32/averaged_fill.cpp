@@ -108,7 +108,7 @@ Status averagedFill(const PixelBlock& target, std::span<const PointF> outline, C
   };
   for (const PointF& p : outline) points.push_back({sample(p.x, box.left), sample(p.y, box.top)});
   SampleStrip strip(box.right - box.left, std::min(kStripRows, box.bottom - box.top));
-  if (!strip) return Error{systemFault("CreateDIBSection")};
+  if (!strip) return unwritable(systemFault("CreateDIBSection"));
   for (int y = box.top; y < box.bottom; ++y) {
     const int row = (y - box.top) % kStripRows;
     if (row == 0) strip.fill(points, (y - box.top) * kFold);

@@ -28,14 +28,14 @@ std::string systemFault(std::string_view call, DWORD code) {
 
 Status checkedCode(LONG code, std::string_view call) {
   if (code == ERROR_SUCCESS) return {};
-  return Error{systemFault(call, static_cast<DWORD>(code))};
+  return unwritable(systemFault(call, static_cast<DWORD>(code)));
 }
 
 Status checkedPlus(Gdiplus::GpStatus status, std::string_view call) {
   if (status == Gdiplus::Ok) return {};
-  if (status == Gdiplus::Win32Error) return Error{systemFault(call)};
-  if (status == Gdiplus::OutOfMemory) return Error{systemFault(call, ERROR_OUTOFMEMORY)};
-  return Error{std::string(call) + ": GDI+ status " + std::to_string(static_cast<int>(status))};
+  if (status == Gdiplus::Win32Error) return unwritable(systemFault(call));
+  if (status == Gdiplus::OutOfMemory) return unwritable(systemFault(call, ERROR_OUTOFMEMORY));
+  return unwritable(std::string(call) + ": GDI+ status " + std::to_string(static_cast<int>(status)));
 }
 
 }  // namespace lorivan::win32

@@ -16,7 +16,7 @@ std::string systemFault(std::string_view call, DWORD code = GetLastError());
 template <class Done>
 Status checked(const Done& done, std::string_view call) {
   if (done) return {};
-  return Error{systemFault(call)};
+  return unwritable(systemFault(call));
 }
 
 /// As checked(), for the calls that return an error code (registry) and for those that return a HRESULT.

@@ -125,6 +125,28 @@ INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, L
   return TRUE;
 }
 
+/// While it lives, a message box of this thread that asks yes or no asks whether to save instead.
+class SaveLabels {
+ public:
+  SaveLabels() : hook_(SetWindowsHookExW(WH_CBT, relabel, nullptr, GetCurrentThreadId())) {}
+  SaveLabels(const SaveLabels&) = delete;
+  SaveLabels& operator=(const SaveLabels&) = delete;
+  ~SaveLabels() { UnhookWindowsHookEx(hook_); }
+
+ private:
+  static LRESULT CALLBACK relabel(int code, WPARAM wide, LPARAM argument) {
+    const auto box = reinterpret_cast<HWND>(wide);
+    if (code == HCBT_ACTIVATE && GetDlgItem(box, IDYES) != nullptr && GetDlgItem(box, IDNO) != nullptr) {
+      SetDlgItemTextW(box, IDYES, L"&Save");
+      SetDlgItemTextW(box, IDNO, L"&Don't save");
+      SetDlgItemTextW(box, IDCANCEL, L"Cancel");
+    }
+    return CallNextHookEx(nullptr, code, wide, argument);
+  }
+
+  HHOOK hook_;
+};
+
 }  // namespace
 
 void showMessage(HWND owner, const std::string& text, const std::string& title, MessageIcon icon) {
@@ -134,6 +156,13 @@ void showMessage(HWND owner, const std::string& text, const std::string& title, 
 
 bool askConfirmation(HWND owner, const std::string& text, const std::string& title) {
   return MessageBoxW(owner, widen(text).c_str(), titleText(title).c_str(), MB_OKCANCEL) == IDOK;
+}
+
+SaveAnswer askWhetherToSave(HWND owner, const std::string& text, const std::string& title) {
+  const SaveLabels labels;
+  const int button = MessageBoxW(owner, widen(text).c_str(), titleText(title).c_str(), MB_YESNOCANCEL);
+  if (button == IDYES) return SaveAnswer::save;
+  return button == IDNO ? SaveAnswer::discard : SaveAnswer::cancel;
 }
 
 std::string askFile(HWND owner, const FileDialogSpec& dialog) {

@@ -12,6 +12,7 @@ namespace lorivan::win32 {
 
 void showMessage(HWND owner, const std::string& text, const std::string& title, MessageIcon icon);
 bool askConfirmation(HWND owner, const std::string& text, const std::string& title);
+SaveAnswer askWhetherToSave(HWND owner, const std::string& text, const std::string& title);
 std::string askFile(HWND owner, const FileDialogSpec& dialog);
 std::string askText(HWND owner, const std::string& prompt, const std::string& title,
                     const std::string& initial);

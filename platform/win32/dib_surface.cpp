@@ -61,7 +61,7 @@ class SelectedPen {
 Result<std::unique_ptr<DibSurface>> DibSurface::create(int width, int height) {
   std::unique_ptr<DibSurface> surface(new DibSurface);
   surface->context_.reset(CreateCompatibleDC(nullptr));
-  if (!surface->context_) return Error{systemFault("CreateCompatibleDC")};
+  if (!surface->context_) return unwritable(systemFault("CreateCompatibleDC"));
   SetBkMode(surface->context(), TRANSPARENT);
   SetPolyFillMode(surface->context(), ALTERNATE);
   if (const Status made = surface->makeBitmap(width, height); !made) return made.error();
@@ -80,9 +80,9 @@ Status DibSurface::makeBitmap(int width, int height) {
   info.bmiHeader.biCompression = BI_RGB;
   void* bits = nullptr;
   OwnedBitmap bitmap(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-  if (!bitmap) return Error{systemFault("CreateDIBSection")};
+  if (!bitmap) return unwritable(systemFault("CreateDIBSection"));
   const HGDIOBJ former = SelectObject(context_.get(), bitmap.get());
-  if (former == nullptr) return Error{systemFault("SelectObject")};
+  if (former == nullptr) return unwritable(systemFault("SelectObject"));
   if (formerBitmap_ == nullptr) formerBitmap_ = former;
   alphaBitmap_.reset();
   bitmap_ = std::move(bitmap);
@@ -152,7 +152,7 @@ void DibSurface::lines(std::span<const PointI> points, bool closed, const Pen& p
 
 void DibSurface::linesByGdi(std::span<const PointI> points, bool closed, const Pen& pen) {
   const SelectedPen selected(context_.get(), pen);
-  if (!selected) return note(Error{systemFault("ExtCreatePen")});
+  if (!selected) return note(unwritable(systemFault("ExtCreatePen")));
   const Selection hollow(context_.get(), GetStockObject(NULL_BRUSH));
   const std::vector<POINT> corners = systemPoints(points);
   const int count = static_cast<int>(corners.size());
@@ -166,7 +166,7 @@ void DibSurface::circle(PointI centre, int radius, const Pen& pen) {
   if (radius <= 0) return dot(centre, std::max(1, pen.width), pen.colour);
   if (isTransparent()) return note(plusCircle(target(), centre, radius, pen));
   const SelectedPen selected(context_.get(), pen);
-  if (!selected) return note(Error{systemFault("ExtCreatePen")});
+  if (!selected) return note(unwritable(systemFault("ExtCreatePen")));
   const Selection hollow(context_.get(), GetStockObject(NULL_BRUSH));
   note(checked(Ellipse(context_.get(), centre.x - radius, centre.y - radius, centre.x + radius + 1,
                        centre.y + radius + 1),

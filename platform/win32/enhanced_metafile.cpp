@@ -28,7 +28,7 @@ Result<std::unique_ptr<Metafile>> EnhancedMetafile::create(const MetafileSize& s
   const PointI frame = scaleOn(screen.get(), size).frame;
   const RECT edges = {0, 0, frame.x, frame.y};
   const HDC context = CreateEnhMetaFileW(screen.get(), nullptr, &edges, nullptr);
-  if (context == nullptr) return Error{systemFault("CreateEnhMetaFile")};
+  if (context == nullptr) return unwritable(systemFault("CreateEnhMetaFile"));
   std::unique_ptr<EnhancedMetafile> made(new EnhancedMetafile(context));
   if (const Status scaled = made->setScale(size); !scaled) return scaled.error();
   return std::unique_ptr<Metafile>(std::move(made));
@@ -54,7 +54,7 @@ void EnhancedMetafile::strokePath(std::span<const PointI> points, bool closed, i
 Status EnhancedMetafile::stroke(bool closed, int width, Colour colour) {
   const HDC context = context_.get();
   const OwnedPen pen(CreatePen(PS_SOLID, width, colour));
-  if (!pen) return Error{systemFault("CreatePen")};
+  if (!pen) return unwritable(systemFault("CreatePen"));
   const Selection selected(context, pen.get());
   const int count = static_cast<int>(points_.size());
   return checked(
@@ -74,12 +74,12 @@ void EnhancedMetafile::widenBounds(std::string& bytes) const {
 Result<std::string> EnhancedMetafile::finish() {
   const OwnedMetafile metafile(CloseEnhMetaFile(context_.release()));
   if (!status_) return status_.error();
-  if (!metafile) return Error{systemFault("CloseEnhMetaFile")};
+  if (!metafile) return unwritable(systemFault("CloseEnhMetaFile"));
   std::string bytes(GetEnhMetaFileBits(metafile.get(), 0, nullptr), '\0');
   const UINT size = static_cast<UINT>(bytes.size());
   if (size < sizeof(ENHMETAHEADER) ||
       GetEnhMetaFileBits(metafile.get(), size, reinterpret_cast<BYTE*>(bytes.data())) != size)
-    return Error{systemFault("GetEnhMetaFileBits")};
+    return unwritable(systemFault("GetEnhMetaFileBits"));
   widenBounds(bytes);
   return bytes;
 }

@@ -95,6 +95,7 @@ Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onM
     if (!view) return view.error();
     state.picture = std::move(*view);
     state.handle = state.picture->handle();
+    SetWindowTextW(state.handle, widen(spec.tooltip).c_str());  // not shown, but read out
     return {};
   }
   const NativeKind kind = nativeKind(spec.kind);
@@ -107,7 +108,7 @@ Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onM
   const auto identifier = reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstControl + control));
   state.handle = CreateWindowExW(kind.extendedStyle, kind.className, widen(spec.caption).c_str(), style, 0, 0,
                                  0, 0, parent, identifier, GetModuleHandleW(nullptr), nullptr);
-  if (state.handle == nullptr) return Error{systemFault("CreateWindowEx")};
+  if (state.handle == nullptr) return unwritable(systemFault("CreateWindowEx"));
   if (spec.kind == ControlKind::number) SendMessageW(state.handle, EM_LIMITTEXT, kLongestEntry, 0);
   return {};
 }
@@ -212,9 +213,11 @@ void Form::makeTips(HWND parent) {
   }
 }
 
-/// A label without a tip has that of the control it stands before.
+/// A label without a tip has that of the control it stands before. A large picture has none: it would cover
+/// what is pointed at.
 std::string_view Form::tipOf(ControlId control) const {
   const auto index = static_cast<std::size_t>(control);
+  if (kind(control) == ControlKind::picture && specs_[index].group.empty()) return {};
   const bool borrows =
       kind(control) == ControlKind::label && specs_[index].tooltip.empty() && index + 1 < specs_.size();
   return specs_[borrows ? index + 1 : index].tooltip;
@@ -246,20 +249,26 @@ void Form::showState(ControlId control) {
   const HWND window = handle(control);
   if (window == nullptr) return;
   const bool on = enabled(control), seen = shown(control);
-  if (GetFocus() == window && !(on && seen)) {
-    // The focus must not stay on a control that takes no keys.
-    const auto usable = [this](ControlId id) { return enabled(id) && shown(id); };
-    const ControlId beside = buttonBeside(specs_, control, usable);
-    const HWND next = beside >= 0 ? handle(beside) : GetNextDlgTabItem(parent_, window, FALSE);
-    movingFocus_ = true;
-    SetFocus(next != nullptr && next != window ? next : parent_);
-    movingFocus_ = false;
-  }
+  if (GetFocus() == window && !(on && seen)) focusPicture();
   if ((IsWindowEnabled(window) != 0) != on) EnableWindow(window, on);
   const bool isSeen = (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0;
   if (isSeen == seen) return;
   ShowWindow(window, seen ? SW_SHOWNA : SW_HIDE);
   placeTip(control);
+}
+
+void Form::focus(ControlId control) {
+  if (handle(control) == nullptr || !enabled(control) || !shown(control)) return;
+  movingFocus_ = true;
+  SetFocus(handle(control));
+  movingFocus_ = false;
+}
+
+void Form::focusPicture() {
+  const ControlId picture = pictureInUse(specs_, [this](ControlId id) { return enabled(id) && shown(id); });
+  movingFocus_ = true;
+  SetFocus(picture >= 0 ? handle(picture) : parent_);
+  movingFocus_ = false;
 }
 
 void Form::forMembers(ControlId group, void (Form::*act)(ControlId)) {

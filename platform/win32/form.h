@@ -45,6 +45,9 @@ class Form {
   void setItems(ControlId list, const std::vector<std::string>& items);
   int selected(ControlId list) const;
   void select(ControlId list, int index);
+  void focus(ControlId control);
+  /// Gives the focus to the picture, or to the window itself; the program is not told.
+  void focusPicture();
   void setEnabled(ControlId control, bool on);
   bool enabled(ControlId control) const;
   void setVisible(ControlId control, bool on);

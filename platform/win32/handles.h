@@ -84,6 +84,19 @@ using OwnedRegistryKey = Owned<HKEY, CloseRegistryKey>;
 using OwnedGlobalMemory = Owned<HGLOBAL, FreeGlobalMemory>;
 using OwnedStream = Owned<IStream*, ReleaseComObject>;
 
+/// Owns an open file; "no file" is not null in the system's eyes, but is here.
+class OwnedFile {
+ public:
+  explicit OwnedFile(HANDLE file) : file_(file == INVALID_HANDLE_VALUE ? nullptr : file) {}
+  explicit operator bool() const { return static_cast<bool>(file_); }
+
+ private:
+  struct CloseFile {
+    void operator()(HANDLE file) const { CloseHandle(file); }
+  };
+  Owned<HANDLE, CloseFile> file_;
+};
+
 /// Selects an object into a context and puts the former one back.
 class Selection {
  public:

@@ -1,7 +1,10 @@
 // The menu and the shortcuts, made from the command table.
 #pragma once
 
+#include <map>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/win32/handles.h"
@@ -12,7 +15,8 @@ namespace lorivan::win32 {
 
 class MenuBar {
  public:
-  /// Items come in the table's order; a top-level menu stands where it is first named.
+  /// Items come in the table's order, which must outlive this; a top-level menu stands where it is first
+  /// named.
   explicit MenuBar(std::span<const CommandSpec> commands);
 
   /// Belongs to the window from attach() on, which destroys it.
@@ -26,15 +30,25 @@ class MenuBar {
   bool enabled(CommandId command) const { return states_[static_cast<std::size_t>(command)].enabled; }
   void check(CommandId command, bool on);
   bool checked(CommandId command) const { return states_[static_cast<std::size_t>(command)].checked; }
+  void setText(CommandId command, const std::string& text);
+  void setVisible(CommandId command, bool on);
+  bool visible(CommandId command) const { return states_[static_cast<std::size_t>(command)].visible; }
 
  private:
   struct State {
-    bool enabled = true, checked = false;
+    std::string text;
+    bool enabled = true, checked = false, visible = true;
   };
 
+  void fill(std::string_view title, HMENU handle) const;
+  void refill(CommandId command) const;
+  void append(HMENU menu, std::size_t row) const;
+
+  std::span<const CommandSpec> specs_;
   OwnedMenu unattached_;
   HMENU bar_ = nullptr;
   OwnedAccelerators accelerators_;
+  std::map<std::string_view, HMENU> menus_;  // by title
   std::vector<State> states_;
 };
 

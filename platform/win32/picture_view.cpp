@@ -49,7 +49,7 @@ Result<std::unique_ptr<PictureView>> PictureView::create(HWND parent, int id, Mo
   const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
   if (CreateWindowExW(0, kClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 1, 1, parent, menu, kind.hInstance,
                       view.get()) == nullptr)
-    return Error{systemFault("CreateWindowEx")};
+    return unwritable(systemFault("CreateWindowEx"));
   return view;
 }
 

@@ -64,12 +64,12 @@ Result<std::string> bytesOf(IStream* stream) {
   STATSTG facts{};
   HRESULT code = stream->Stat(&facts, STATFLAG_NONAME);
   if (SUCCEEDED(code)) code = stream->Seek({}, STREAM_SEEK_SET, nullptr);
-  if (FAILED(code)) return Error{systemFault("IStream::Stat", static_cast<DWORD>(code))};
+  if (FAILED(code)) return unwritable(systemFault("IStream::Stat", static_cast<DWORD>(code)));
   std::string bytes(static_cast<std::size_t>(facts.cbSize.QuadPart), '\0');
   ULONG got = 0;
   code = stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), &got);
   if (FAILED(code) || got != bytes.size())
-    return Error{systemFault("IStream::Read", static_cast<DWORD>(code))};
+    return unwritable(systemFault("IStream::Read", static_cast<DWORD>(code)));
   return bytes;
 }
 
@@ -77,7 +77,7 @@ Result<std::string> saveAsPng(const PixelBlock& block, Gdiplus::PixelFormat form
   Result<PlusBitmap> bitmap = bitmapOver(block, format);
   if (!bitmap) return bitmap.error();
   const OwnedStream stream(SHCreateMemStream(nullptr, 0));
-  if (!stream) return Error{systemFault("SHCreateMemStream", ERROR_OUTOFMEMORY)};
+  if (!stream) return unwritable(systemFault("SHCreateMemStream", ERROR_OUTOFMEMORY));
   const Status saved =
       checkedPlus(flat::GdipSaveImageToStream(bitmap->get(), stream.get(), &kPngEncoder, nullptr),
                   "GdipSaveImageToStream");
@@ -118,10 +118,10 @@ Status drawFitted(Gdiplus::GpImage* image, DibSurface& surface) {
   flat::GdipGetImageWidth(image, &imageWidth);
   flat::GdipGetImageHeight(image, &imageHeight);
   const auto tooLarge = [](UINT side) { return side > static_cast<UINT>(kLongestSide); };
-  if (tooLarge(imageWidth) || tooLarge(imageHeight)) return Error{"the picture is too large"};
+  if (tooLarge(imageWidth) || tooLarge(imageHeight)) return unreadable("the picture is too large");
   if (const Status size = checkPictureSize(static_cast<int>(imageWidth), static_cast<int>(imageHeight));
       !size)
-    return size;
+    return unreadable(size.error().message);
   const double factor = std::min(1.0 * surface.width() / imageWidth, 1.0 * surface.height() / imageHeight);
   const int width = std::max(1, static_cast<int>(imageWidth * factor));
   const int height = std::max(1, static_cast<int>(imageHeight * factor));
@@ -157,13 +157,13 @@ Result<std::string> encodeSurface(const DibSurface& picture, PictureFormat forma
 Result<std::unique_ptr<DibSurface>> loadSurface(const std::string& path, int width, int height) {
   const Result<std::string> bytes = readFile(path, kMostFileBytes);
   if (!bytes) return bytes.error();
-  if (!isKnownPicture(*bytes)) return Error{"it is no BMP, PNG or JPEG picture"};
+  if (!isKnownPicture(*bytes)) return unreadable("it is no BMP, PNG or JPEG picture");
   const OwnedStream stream(
       SHCreateMemStream(reinterpret_cast<const BYTE*>(bytes->data()), static_cast<UINT>(bytes->size())));
-  if (!stream) return Error{systemFault("SHCreateMemStream", ERROR_OUTOFMEMORY)};
+  if (!stream) return unwritable(systemFault("SHCreateMemStream", ERROR_OUTOFMEMORY));
   PlusImage image;
   if (flat::GdipLoadImageFromStream(stream.get(), image.receive()) != Gdiplus::Ok)
-    return Error{"the picture in it is damaged"};
+    return unreadable("the picture in it is damaged");
   Result<std::unique_ptr<DibSurface>> surface = DibSurface::create(width, height);
   if (!surface) return surface.error();
   if (const Status drawn = drawFitted(image.get(), **surface); !drawn) return drawn.error();

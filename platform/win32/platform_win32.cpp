@@ -9,11 +9,11 @@
 namespace lorivan::win32 {
 
 PlatformWin32::PlatformWin32(std::string_view application)
-    : folder_(folderOfProgram()), settings_(application), help_(folder_) {}
+    : application_(application), folder_(folderOfProgram()), settings_(application), help_(folder_) {}
 
 Status PlatformWin32::graphics() const {
   if (plus_.status()) return {};
-  return Error{"Error loading GDI+!"};
+  return unwritable("Error loading GDI+!");
 }
 
 Result<std::unique_ptr<Surface>> PlatformWin32::createSurface(int width, int height) {
@@ -25,7 +25,7 @@ Result<std::unique_ptr<Surface>> PlatformWin32::createSurface(int width, int hei
 
 Result<std::string> PlatformWin32::encodePicture(Surface& picture, PictureFormat format) {
   const auto* surface = dynamic_cast<const DibSurface*>(&picture);
-  if (surface == nullptr) return Error{"this picture has no pixels to save"};
+  if (surface == nullptr) return unwritable("this picture has no pixels to save");
   return encodeSurface(*surface, format);
 }
 

@@ -10,7 +10,7 @@ namespace lorivan::win32 {
 
 class PlatformWin32 final : public Platform {
  public:
-  /// `application` names the settings' place.
+  /// `application` names the place of the settings and of the user's files.
   explicit PlatformWin32(std::string_view application = "Lorivan");
 
   Result<std::unique_ptr<Surface>> createSurface(int width, int height) override;
@@ -22,6 +22,8 @@ class PlatformWin32 final : public Platform {
   Clock& clock() override { return clock_; }
   Help& help() override { return help_; }
   std::string programFolder() const override { return folder_; }
+  std::string userFolder() override { return makeUserFolder(application_); }
+  std::unique_ptr<FileClaim> claim(const std::string& path) override { return claimFile(path); }
   bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
@@ -30,7 +32,7 @@ class PlatformWin32 final : public Platform {
   Status graphics() const;
 
   PlusSession plus_;
-  std::string folder_;
+  std::string application_, folder_;
   RegistrySettings settings_;
   SystemClipboard clipboard_;
   SystemClock clock_;

@@ -9,6 +9,8 @@
 #include "platform/win32/pictures.h"
 #include "platform/win32/text.h"
 
+#include <shlobj.h>  // behind the system's other headers
+
 namespace lorivan::win32 {
 namespace {
 
@@ -25,7 +27,7 @@ class OpenClipboardScope {
       open_ = OpenClipboard(owner_.get()) != 0;
     }
     if (!open_)
-      status_ = Error{systemFault("OpenClipboard")};
+      status_ = unwritable(systemFault("OpenClipboard"));
     else
       status_ = checked(EmptyClipboard(), "EmptyClipboard");
   }
@@ -89,8 +91,25 @@ Status shellOpen(const std::wstring& file, const std::wstring& arguments) {
                     SW_SHOWNORMAL);
   const auto number = reinterpret_cast<INT_PTR>(code);
   if (number > 32) return {};
-  return Error{systemFault("ShellExecute", static_cast<DWORD>(number))};
+  return unwritable(systemFault("ShellExecute", static_cast<DWORD>(number)));
 }
+
+std::wstring localDataFolder() {
+  std::array<wchar_t, MAX_PATH> path{};
+  const DWORD length = GetEnvironmentVariableW(L"LOCALAPPDATA", path.data(), static_cast<DWORD>(path.size()));
+  if (length > 0 && length < path.size()) return path.data();
+  if (FAILED(SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, path.data())))
+    return {};
+  return path.data();
+}
+
+class OpenFileClaim final : public FileClaim {
+ public:
+  explicit OpenFileClaim(OwnedFile file) : file_(std::move(file)) {}
+
+ private:
+  OwnedFile file_;
+};
 
 }  // namespace
 
@@ -98,12 +117,12 @@ void SystemClipboard::clear() { const OpenClipboardScope emptied; }
 
 Status SystemClipboard::putPicture(Surface& picture) {
   const auto* surface = dynamic_cast<const DibSurface*>(&picture);
-  if (surface == nullptr) return Error{"this picture cannot be copied"};
+  if (surface == nullptr) return unwritable("this picture cannot be copied");
   OwnedGlobalMemory memory = globalCopy(deviceIndependentBitmap(*surface));
-  if (!memory) return Error{systemFault("GlobalAlloc")};
+  if (!memory) return unwritable(systemFault("GlobalAlloc"));
   const OpenClipboardScope clipboard;
   if (!clipboard.status()) return clipboard.status();
-  if (SetClipboardData(CF_DIB, memory.get()) == nullptr) return Error{systemFault("SetClipboardData")};
+  if (SetClipboardData(CF_DIB, memory.get()) == nullptr) return unwritable(systemFault("SetClipboardData"));
   static_cast<void>(memory.release());  // the clipboard owns it now
   return {};
 }
@@ -144,11 +163,29 @@ Status BrowserHelp::open(const std::string& page) {
   std::wstring path = widen(folder_ + "/" + page.substr(0, cut));
   std::replace(path.begin(), path.end(), L'/', L'\\');
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-    return Error{"Help is missing: there is no " + narrow(path)};
+    return unreadable("Help is missing: there is no " + narrow(path));
   const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
   if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
   // The shell drops a topic behind a file's name, the browser itself takes it.
   return shellOpen(browser, L"\"" + url + widen(page.substr(cut)) + L"\"");
+}
+
+std::string makeUserFolder(std::string_view application) {
+  const std::wstring data = localDataFolder();
+  if (data.empty()) return {};
+  const std::wstring folder = data + L'\\' + widen(application);
+  CreateDirectoryW(folder.c_str(), nullptr);  // fails harmlessly when it is there
+  const DWORD attributes = GetFileAttributesW(folder.c_str());
+  const bool isThere = attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  return isThere ? narrow(folder) : std::string();
+}
+
+std::unique_ptr<FileClaim> claimFile(const std::string& path) {
+  // The system closes and deletes it when the process ends.
+  OwnedFile file(CreateFileW(widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                             FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+  if (!file) return nullptr;
+  return std::make_unique<OpenFileClaim>(std::move(file));
 }
 
 std::string folderOfProgram() {

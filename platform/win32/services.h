@@ -1,6 +1,10 @@
 // Clipboard, clock and help.
 #pragma once
 
+#include <memory>
+#include <string>
+#include <string_view>
+
 #include "platform/services.h"
 
 namespace lorivan::win32 {
@@ -32,6 +36,11 @@ class BrowserHelp final : public Help {
  private:
   std::string folder_;
 };
+
+/// The application's folder among this user's own files, made when it is missing; empty when there is none.
+std::string makeUserFolder(std::string_view application);
+/// Null while somebody holds it.
+std::unique_ptr<FileClaim> claimFile(const std::string& path);
 
 /// The folder of the running program, without a separator at its end.
 std::string folderOfProgram();

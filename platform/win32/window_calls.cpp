@@ -1,4 +1,5 @@
 // What the program says to its window, apart from the controls.
+#include <algorithm>
 #include <utility>
 
 #include "platform/win32/monitor.h"
@@ -30,10 +31,39 @@ void WindowWin32::moveTo(int left, int top) {
   SetWindowPos(window_, nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void WindowWin32::resizeTo(int width, int height) {
+  if (maximised()) return;
+  const LayoutSize least = frameAround(minimumClient(form_.specs(), metrics_));
+  const WindowPlace room = toPlace(monitorOf(window_).rcWork);
+  width = std::min(std::max(width, least.width), room.width);
+  height = std::min(std::max(height, least.height), room.height);
+  const WindowPlace now = place();
+  const int left = std::clamp(now.left, room.left, room.left + room.width - width);
+  const int top = std::clamp(now.top, room.top, room.top + room.height - height);
+  SetWindowPos(window_, nullptr, left, top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool WindowWin32::maximised() const {
+  if (!shown_) return startsMaximised_;
+  if (!IsIconic(window_)) return IsZoomed(window_) != 0;
+  WINDOWPLACEMENT placement{};
+  placement.length = sizeof placement;
+  GetWindowPlacement(window_, &placement);
+  return (placement.flags & WPF_RESTORETOMAXIMIZED) != 0;
+}
+
+void WindowWin32::setMaximised(bool on) {
+  if (!shown_)
+    startsMaximised_ = on;
+  else if (on != maximised())
+    ShowWindow(window_, on ? SW_MAXIMIZE : SW_RESTORE);
+}
+
 WindowPlace WindowWin32::screen() const { return toPlace(monitorOf(window_).rcMonitor); }
 
 void WindowWin32::show() {
-  ShowWindow(window_, shown_ ? SW_SHOW : SW_SHOWNORMAL);
+  const int first = startsMaximised_ ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+  ShowWindow(window_, shown_ ? SW_SHOW : first);
   UpdateWindow(window_);
   if (!std::exchange(shown_, true)) PostMessageW(window_, kStarted, 0, 0);
 }
@@ -71,6 +101,10 @@ void WindowWin32::message(const std::string& text, const std::string& title, Mes
 
 bool WindowWin32::confirm(const std::string& text, const std::string& title) {
   return askConfirmation(window_, text, title);
+}
+
+SaveAnswer WindowWin32::askToSave(const std::string& text, const std::string& title) {
+  return askWhetherToSave(window_, text, title);
 }
 
 std::string WindowWin32::chooseFile(const FileDialogSpec& dialog) { return askFile(window_, dialog); }

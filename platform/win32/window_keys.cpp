@@ -41,12 +41,30 @@ bool isTextShortcut(HWND entry, WPARAM key) {
     case 'C':
     case 'X':
       return hasUserSelection(entry);
+    case 'Y':
     case 'Z':
       return SendMessageW(entry, EM_GETMODIFY, 0, 0) != 0;
     case 'V':
       return true;
     default:
       return false;
+  }
+}
+
+/// How far a key changes the number in an entry; 0 for all others.
+int stepOf(WPARAM key) {
+  if (isHeld(VK_SHIFT) || isHeld(VK_CONTROL) || isHeld(VK_MENU)) return 0;
+  switch (key) {
+    case VK_UP:
+      return 1;
+    case VK_DOWN:
+      return -1;
+    case VK_PRIOR:
+      return 10;
+    case VK_NEXT:
+      return -10;
+    default:
+      return 0;
   }
 }
 
@@ -58,6 +76,7 @@ void WindowWin32::takeMessage(MSG& message) {
   const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   const bool isOurs = message.hwnd == window_ || IsChild(window_, message.hwnd);
   if (isKey && isOurs && takeKey(message)) return;
+  if (message.message == WM_MOUSEWHEEL && isOurs && takeWheel(message)) return;
   if (!isOurs || !IsDialogMessageW(window_, &message)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
@@ -75,11 +94,37 @@ bool WindowWin32::takeKey(const MSG& message) {
     if (kind == ControlKind::button || kind == ControlKind::colourBox) pressButton(control);
     if (isEntry || kind == ControlKind::button || kind == ControlKind::colourBox) return true;
   }
+  if (const int by = stepOf(message.wParam); by != 0 && kind == ControlKind::number) {
+    tell(events_.stepped, control, by);
+    return true;
+  }
   const bool entryNeedsIt = isEntry && (message.wParam == VK_LEFT || message.wParam == VK_RIGHT);
   if (!entryNeedsIt && tellKey(message.wParam)) return true;
+  if (kind == ControlKind::number && message.wParam == VK_ESCAPE) {
+    tell(events_.escaped, control);
+    return true;
+  }
   if (isEntry && isTextShortcut(message.hwnd, message.wParam)) return false;
   MSG copy = message;
   return menu_.accelerators() != nullptr && TranslateAcceleratorW(window_, menu_.accelerators(), &copy) != 0;
+}
+
+/// The system sends the wheel to the control with the focus or to the one under the pointer, as the user has
+/// set it. It steps an entry that is both, and never changes a closed list.
+bool WindowWin32::takeWheel(const MSG& message) {
+  const HWND focus = GetFocus();
+  const ControlId control = form_.find(focus), receiver = form_.find(message.hwnd);
+  RECT box{};
+  const POINT at = {static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
+  const bool isOver = GetWindowRect(focus, &box) && PtInRect(&box, at);
+  if (control >= 0 && form_.kind(control) == ControlKind::number && isOver) {
+    turned_ += static_cast<short>(HIWORD(message.wParam));
+    const int notches = turned_ / WHEEL_DELTA;
+    turned_ -= notches * WHEEL_DELTA;
+    if (notches != 0) tell(events_.stepped, control, notches);
+    return true;
+  }
+  return receiver >= 0 && form_.kind(receiver) == ControlKind::list && !isOpenList(message.hwnd);
 }
 
 bool WindowWin32::tellKey(WPARAM key) {
@@ -105,6 +150,7 @@ void WindowWin32::confirmEntry(ControlId entry) {
 }
 
 void WindowWin32::entryFocused(ControlId entry) {
+  turned_ = 0;
   SendMessageW(form_.handle(entry), EM_SETMODIFY, FALSE, 0);
   // A click that brings the focus sets the cursor afterwards; a posted selection comes behind that.
   if (isHeld(VK_LBUTTON))

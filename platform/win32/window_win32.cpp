@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/win32/checked.h"
 #include "platform/win32/dpi.h"
@@ -65,11 +66,11 @@ Status WindowWin32::make(const std::string& title) {
   RegisterClassExW(&kind);  // fails harmlessly for a second window
   if (CreateWindowExW(0, kClass, widen(title).c_str(), kStyle, CW_USEDEFAULT, CW_USEDEFAULT, 0, 0, nullptr,
                       nullptr, kind.hInstance, this) == nullptr)
-    return Error{systemFault("CreateWindowEx")};
+    return unwritable(systemFault("CreateWindowEx"));
   menu_.attach(window_);
   status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
                             window_, nullptr, kind.hInstance, nullptr);
-  if (status_ == nullptr) return Error{systemFault("CreateWindowEx")};
+  if (status_ == nullptr) return unwritable(systemFault("CreateWindowEx"));
   const auto onMouse = [this](ControlId picture, const MouseEvent& event) {
     confirmLeftEntry();
     tell(events_.mouse, picture, event);
@@ -78,6 +79,7 @@ Status WindowWin32::make(const std::string& title) {
   DragAcceptFiles(window_, TRUE);
   takeFont();
   fitToScreen();
+  resized_.clear();  // nobody has drawn on them yet
   return {};
 }
 
@@ -94,12 +96,7 @@ void WindowWin32::fitToScreen() {
   const WindowPlace room = toPlace(monitorOf(window_).rcWork);
   const int spare = std::max(
       0, std::min(room.height * 7 / 10 - reference.height, (room.width * 8 / 10 - reference.width) * 4 / 5));
-  const int width = std::min(reference.width + spare * 5 / 4, room.width);
-  const int height = std::min(reference.height + spare, room.height);
-  WindowPlace now = place();
-  now.left = std::clamp(now.left, room.left, room.left + room.width - width);
-  now.top = std::clamp(now.top, room.top, room.top + room.height - height);
-  SetWindowPos(window_, nullptr, now.left, now.top, width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  resizeTo(reference.width + spare * 5 / 4, reference.height + spare);
   sized(SIZE_RESTORED);
 }
 
@@ -191,7 +188,17 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
     case WM_CLOSE:
       closeAsked();
       return 0;
+    case WM_SYSCOLORCHANGE:
+      coloursChanged();
+      return 0;
+    case kColours:
+      tell(events_.coloursChanged);
+      return 0;
+    case kResized:
+      tellResized();
+      return 0;
     case kStarted:
+      tellResized();
       tell(events_.started);
       return 0;
     case kEntryLeft:
@@ -211,7 +218,20 @@ void WindowWin32::sized(WPARAM how) {
   const int height = std::max(1, static_cast<int>(client.bottom) - heightOf(status_));
   const OwnedFont former = fitFormFont(width, height);  // the controls hold it until they are placed
   for (const ControlId picture : form_.place(width, height, formFont_.get(), formMetrics_))
-    if (shown_) tell(events_.resized, picture);
+    if (std::ranges::find(resized_, picture) == resized_.end()) resized_.push_back(picture);
+  if (shown_ && !resized_.empty()) PostMessageW(window_, kResized, 0, 0);
+}
+
+/// Not out of a call of the program's own that resized the window.
+void WindowWin32::tellResized() {
+  for (const ControlId picture : std::exchange(resized_, {})) tell(events_.resized, picture);
+}
+
+/// The controls of the common library want to be told by their parent.
+void WindowWin32::coloursChanged() {
+  SendMessageW(status_, WM_SYSCOLORCHANGE, 0, 0);
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+  PostMessageW(window_, kColours, 0, 0);
 }
 
 /// Returns the font that is no longer needed. Changes in whole pixels, so in few steps while the window is
@@ -278,18 +298,23 @@ void WindowWin32::activated(bool on) {
     return;
   }
   const HWND focus = GetFocus();
-  if (focus != nullptr && IsChild(window_, focus)) lastFocus_ = focus;
+  if (focus == window_ || IsChild(window_, focus)) lastFocus_ = focus;
 }
 
+/// The first control has it at the start. What was disabled or hidden meanwhile has left it to the picture.
 void WindowWin32::giveFocusBack() {
-  const bool fits = lastFocus_ != nullptr && IsWindowVisible(lastFocus_) && IsWindowEnabled(lastFocus_);
-  const HWND target = fits ? lastFocus_ : GetNextDlgTabItem(window_, nullptr, FALSE);
-  if (target != nullptr) SetFocus(target);
+  if (form_.isMovingFocus() || lastFocus_ == window_) return;
+  const HWND target = lastFocus_ == nullptr ? GetNextDlgTabItem(window_, nullptr, FALSE) : lastFocus_;
+  if (target == nullptr) return;
+  if (IsWindowVisible(target) && IsWindowEnabled(target))
+    SetFocus(target);
+  else
+    form_.focusPicture();
 }
 
 void WindowWin32::chosen(int identifier) {
   const CommandId command = identifier - kFirstCommand;
-  if (command < 0 || command >= menu_.count() || !menu_.enabled(command)) return;
+  if (command < 0 || command >= menu_.count() || !menu_.enabled(command) || !menu_.visible(command)) return;
   confirmPending();
   if (menu_.enabled(command)) tell(events_.command, command);
 }

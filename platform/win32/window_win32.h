@@ -15,6 +15,8 @@ namespace lorivan::win32 {
 
 inline constexpr UINT kStarted = WM_APP + 1;    // the window was shown for the first time
 inline constexpr UINT kEntryLeft = WM_APP + 2;  // an entry lost the focus
+inline constexpr UINT kResized = WM_APP + 3;    // pictures have new surfaces
+inline constexpr UINT kColours = WM_APP + 4;    // the system's colours are others
 
 class WindowWin32 final : public Window {
  public:
@@ -27,8 +29,13 @@ class WindowWin32 final : public Window {
   void setStatus(const std::string& text) override;
   WindowPlace place() const override;
   void moveTo(int left, int top) override;
+  void resizeTo(int width, int height) override;
+  bool maximised() const override;
+  void setMaximised(bool on) override;
   WindowPlace screen() const override;
   double scaling() const override { return metrics_.scale; }
+  Colour faceColour() const override { return GetSysColor(COLOR_BTNFACE); }
+  Colour textColour() const override { return GetSysColor(COLOR_BTNTEXT); }
   void show() override;
   void run() override;
   bool processEvents() override;
@@ -43,6 +50,7 @@ class WindowWin32 final : public Window {
   }
   int selected(ControlId list) const override { return form_.selected(list); }
   void select(ControlId list, int index) override { form_.select(list, index); }
+  void focus(ControlId control) override { form_.focus(control); }
   void setEnabled(ControlId control, bool on) override { form_.setEnabled(control, on); }
   bool enabled(ControlId control) const override { return form_.enabled(control); }
   void setVisible(ControlId control, bool on) override { form_.setVisible(control, on); }
@@ -55,6 +63,8 @@ class WindowWin32 final : public Window {
   bool commandEnabled(CommandId command) const override { return menu_.enabled(command); }
   void setCommandChecked(CommandId command, bool on) override { menu_.check(command, on); }
   bool commandChecked(CommandId command) const override { return menu_.checked(command); }
+  void setCommandText(CommandId command, const std::string& text) override { menu_.setText(command, text); }
+  void setCommandVisible(CommandId command, bool on) override { menu_.setVisible(command, on); }
 
   Surface& surface(ControlId picture) override { return form_.picture(picture)->surface(); }
   void setPointer(ControlId picture, PointerShape shape) override {
@@ -64,6 +74,7 @@ class WindowWin32 final : public Window {
 
   void message(const std::string& text, const std::string& title, MessageIcon icon) override;
   bool confirm(const std::string& text, const std::string& title) override;
+  SaveAnswer askToSave(const std::string& text, const std::string& title) override;
   std::string chooseFile(const FileDialogSpec& dialog) override;
   std::optional<Colour> chooseColour(Colour initial) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
@@ -78,6 +89,8 @@ class WindowWin32 final : public Window {
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wide, LPARAM argument);
   LRESULT handle(UINT message, WPARAM wide, LPARAM argument);
   void sized(WPARAM how);
+  void tellResized();
+  void coloursChanged();
   OwnedFont fitFormFont(int clientWidth, int clientHeight);
   void limitSize(MINMAXINFO& limits) const;
   void densityChanged(const RECT& proposal);
@@ -97,6 +110,7 @@ class WindowWin32 final : public Window {
   void takeMessage(MSG& message);
   bool takeKey(const MSG& message);
   bool tellKey(WPARAM key);
+  bool takeWheel(const MSG& message);
   void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);
   void entryFocused(ControlId entry);
@@ -125,7 +139,10 @@ class WindowWin32 final : public Window {
   OwnedFont formFont_;  // the same, larger in a large window
   LONG formFontHeight_ = 0;
   LayoutMetrics formMetrics_;
-  ControlId leftEntry_ = -1;  // left, but not confirmed yet
+  ControlId leftEntry_ = -1;        // left, but not confirmed yet
+  std::vector<ControlId> resized_;  // pictures with a new surface that the program does not know of
+  int turned_ = 0;                  // of the wheel over the entry with the focus, less than a notch
+  bool startsMaximised_ = false;
   bool shown_ = false, closed_ = false, busy_ = false, askingToClose_ = false;
 };
 

@@ -44,8 +44,22 @@ expect 0 "lorivan: --random" --random -o c.svg
 expect 0 "vtXNo=25 corrected to 20" --set vtXNo=25 -o d.svg
 expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 -o d.svg
 [[ $("$program" --version) == "Lorivan 3.44k" ]] || fault "version"
+expect 6 "a window needs a desktop"
 expect 0 "" --list parameters
 grep -q vtXNo out.txt || fault "the list names no parameter"
+
+# A knot file holds the whole knot: what it makes is what its maker would have made.
+full=(--shape Square-Square --preset Gold --set vtSkew=1.5 --set chkMirror=1 --set vtRingPerc=75 --set vtPolySides=9)
+expect 0 "" "${full[@]}" -o full.qzd -o full.svg -o full.wrl
+grep -q '^[^=]*,vtSkew=1.5,.*chkMirror=1,txtCol0=' full.qzd || fault "names after the eight values: $(sed -n 2p full.qzd)"
+expect 0 "" full.qzd -o same.qzd -o same.svg -o same.wrl
+for file in qzd svg wrl; do same full.$file same.$file; done
+grep -q = knot.qzd && fault "a knot of the first start's values has further fields"
+# An outline that is ahead of the grid leaves the grid that the file holds alone.
+sed '1s/,0/,12/; 2s/\r/,outlineAhead=1,picShape=7500 6000 4 100 100 300 100 300 300 100 300 4 1 2 2 3 3 4 4 1\r/' \
+  knot.qzd >ahead.qzd
+expect 0 "" ahead.qzd -o kept.qzd
+cmp -s <(tail -n +3 knot.qzd) <(tail -n +3 kept.qzd) || fault "an outline took the place of the file's grid"
 
 # The knot that draws itself: the last frame is the still picture, and the SVG has the same strands.
 shape=(--shape Circular --set vtAnimate=8)

@@ -24,8 +24,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "vtEdge", "Width of the black edge on each side of a band. However wide the edge, a thin line of "
      "colour always stays.", "1 3 6"},
     {"2d", "vtScale", "Size of one cell. A shape that would not fit is built smaller, and the field shows the "
-     "scale that was used. Changing the scale builds a new grid, so breaks and walls that you set by hand are "
-     "lost; when a knot is drawn, you are asked first.", "20 30 38"},
+     "scale that was used; the next grid that has room gets the scale you asked for. Changing the scale builds "
+     "a new grid without the breaks and walls that you set by hand.", "20 30 38"},
     {"2d", "vtSwish", "How far the strands swing out when they go round a corner: low values stay flat and "
      "boxy, high ones make loops and points.", "3 12 24"},
     {"2d", "vtSmooth", "The order of the curve. 2 goes straight from corner to corner, 3 and 4 are round, 5 and "
@@ -79,9 +79,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
 });
 
 constexpr auto kFormats = std::to_array<FormatHelp>({
-    {"qzd", "Lorivan", "The knot itself: shape, size, bands and every line of its grid with its breaks and "
-     "walls. Keep this file if you want to change the knot later. Colours, stretch and 3D values are not in "
-     "it: they stay as they are set in the window."},
+    {"qzd", "Lorivan", "The knot itself: shape, bands, colours, 3D values, your own outline, and every line of "
+     "its grid with its breaks and walls. Keep this file if you want to change the knot later."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
      "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
      "seen; the layer <code>edges</code> beneath holds the black edges."},

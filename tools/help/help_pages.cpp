@@ -7,26 +7,27 @@
 #include <iostream>
 #include <set>
 
-#include "app/command_line.h"
-#include "app/command_table.h"
-#include "app/presets.h"
 #include "base/sink.h"
+#include "cli/command_line.h"
+#include "design/presets.h"
+#include "design/version.h"
 #include "export/formats.h"
 #include "tools/help/field_help.h"
+#include "window/commands.h"
 
 namespace lorivan {
 namespace {
 
 struct HelpPage {
-  CommandId command;  // the Help menu's, whose text is the page's title
+  std::string_view command;  // the Help menu's, whose text is the page's title
   std::string_view file;
 };
 
-constexpr HelpPage kPages[] = {{commandId("mnuHelpHelp"), "index.html"},
-                               {commandId("mnuHelpCustom"), "custom.html"},
-                               {commandId("mnuHelp3D"), "3d.html"},
-                               {commandId("mnuHelpFAQ"), "faq.html"},
-                               {commandId("mnuHelpAbout"), "about.html"}};
+constexpr HelpPage kPages[] = {{"mnuHelpHelp", "index.html"},
+                               {"mnuHelpCustom", "custom.html"},
+                               {"mnuHelp3D", "3d.html"},
+                               {"mnuHelpFAQ", "faq.html"},
+                               {"mnuHelpAbout", "about.html"}};
 constexpr std::string_view kOpen = "<!-- made: ", kClose = "<!-- end -->";
 
 std::string escaped(std::string_view text) {
@@ -67,7 +68,7 @@ std::string fieldSection(const FieldHelp& help) {
     limits = std::string(spec.min) + " to " + std::string(spec.max) + ", at first " +
              correctedText(*parameter, std::string(spec.firstRun));
   } else if (const auto box = findCheck(help.field)) {
-    const CheckSpec& spec = checkTable()[static_cast<std::size_t>(*box)];
+    const CheckSpec& spec = checkSpec(*box);
     caption = spec.caption;
     limits = std::string("check box, at first ") + (spec.firstRun ? "on" : "off");
   }
@@ -138,7 +139,7 @@ std::string shortcuts() {
 }
 
 std::string titleOf(const HelpPage& page) {
-  return shownText(commandTable()[static_cast<std::size_t>(page.command)].text);
+  return shownText(commandTable()[static_cast<std::size_t>(commandId(page.command))].text);
 }
 
 /// What all pages begin with, up to the title that the reader sees.
@@ -178,10 +179,10 @@ Result<std::string> filled(const HelpPage& which, const std::string& page, std::
     const auto open = page.find(kOpen, at);
     if (open == std::string::npos) return out + page.substr(at);
     const auto nameEnd = page.find(" -->", open), close = page.find(kClose, open);
-    if (nameEnd == std::string::npos || close == std::string::npos) return Error{"a part has no end"};
+    if (nameEnd == std::string::npos || close == std::string::npos) return unreadable("a part has no end");
     const auto nameStart = open + kOpen.size();
     const std::string name = page.substr(nameStart, nameEnd - nameStart), made = part(name, which);
-    if (made.empty()) return Error{"there is no part \"" + name + '"'};
+    if (made.empty()) return unreadable("there is no part \"" + name + '"');
     used.insert(name);
     out += page.substr(at, nameEnd + 4 - at) + '\n' + made;
     at = close;

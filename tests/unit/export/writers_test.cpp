@@ -7,6 +7,7 @@
 #include <locale>
 #include <set>
 
+#include "export/dxf.h"
 #include "export/formats.h"
 #include "unit/export/sample_knots.h"
 #include "unit/export/stl_reader.h"
@@ -47,39 +48,32 @@ TEST(Writers, TextsAreExact) {
     std::vector<std::string> parts;  // in this order
   };
   const Row rows[] = {
-      {"pov",
-       {"// head\r\n   location <0,0,20.000>\r\nlast\r\nblob {threshold .01\r\n",
-        "cylinder { <4.000,0.000,0.000><0.000,4.000,0.000>,1.000,1}\r\n",
-        "cylinder { <-4.000,-4.000,1.000><4.000,0.000,0.000>,1.000,1}\r\ntexture {colour7}\r\n}\r\n"}},
-      {"vrml",
-       {"#VRML V2.0 utf8\r\nWorldInfo {\r\ntitle \"Lorivan\"\r\n", "Background {skyColor  1 , 0 , 0.2 }\r\n",
-        "diffuseColor 0.5  0  1  }}\r\ngeometry IndexedFaceSet { creaseAngle 99\r\ncoord Coordinate {point "
-        "[\r\n"
-        "5.000 0.000 0.000,\r\n",
-        "] }\r\ncoordIndex [\r\n 0 , 1 , 2 , 3 ,-1\r\n 4 , 5 , 6 , 7 ,-1\r\n",
-        "] } } \r\n] }\r\nDEF s Script {", "key [ 0,      .33,       .66,        1.0 ]\r\n"}},
-      {"obj",
-       {"#Object format knot produced by Lorivan\r\nv 5.000 0.000 0.000\r\nv 4.000 0.000 -0.500\r\n",
-        "g qzd7\r\nf  1   2   3   4 \r\nf  5   6   7   8 \r\n"}},
-      {"stl",
-       {"solid\r\nfacet normal ",
-        "\r\n  outer loop\r\n    vertex 5.000 0.000 0.000\r\n    vertex 4.000 0.000 -0.500\r\n"
-        "    vertex 0.000 4.000 -0.500\r\n  endloop\r\nendfacet\r\nfacet normal ",
-        "endfacet\r\nendsolid\r\n"}},
+      // clang-format off
+      {"pov", {"// head\r\n   location <0,0,20.000>\r\nlast\r\nblob {threshold .01\r\n",
+               "cylinder { <4.000,0.000,0.000><0.000,4.000,0.000>,1.000,1}\r\n",
+               "cylinder { <-4.000,-4.000,1.000><4.000,0.000,0.000>,1.000,1}\r\ntexture {colour7}\r\n}\r\n"}},
+      {"vrml", {"#VRML V2.0 utf8\r\nWorldInfo {\r\ntitle \"Lorivan\"\r\n",
+                "NavigationInfo {headlight FALSE type \"ALL\"}\r\n#DirectionalLight {}\r\n#SpotLight {location 0 0 25}\r\n"
+                "PointLight {location 0 10 10}\r\nPointLight {location 10 -10 0}\r\nViewpoint {position 0 0 20}\r\n#You",
+                "Background {skyColor  1 , 0 , 0.2 }\r\n", "diffuseColor 0.5  0  1  }}\r\ngeometry IndexedFaceSet { "
+                "creaseAngle 99\r\ncoord Coordinate {point [\r\n5.000 0.000 0.000,\r\n",
+                "] }\r\ncoordIndex [\r\n 0 , 1 , 2 , 3 ,-1\r\n 4 , 5 , 6 , 7 ,-1\r\n", "] } } \r\n] }\r\nDEF s Script {",
+                "loop TRUE }\r\n", "key [ 0,      .33,       .66,        1.0 ]\r\nkeyValue [ 0 1 0 0, 0 1 0 2.1, 0 1 0 4.2, "
+                "0 1 0 0 ]}\r\n"}},
+      {"obj", {"#Object format knot produced by Lorivan\r\nv 5.000 0.000 0.000\r\nv 4.000 0.000 -0.500\r\n",
+               "g qzd7\r\nf  1   2   3   4 \r\nf  5   6   7   8 \r\n"}},
+      {"stl", {"solid\r\nfacet normal ", "\r\n  outer loop\r\n    vertex 5.000 0.000 0.000\r\n    vertex 4.000 0.000 -0.500\r\n"
+               "    vertex 0.000 4.000 -0.500\r\n  endloop\r\nendfacet\r\nfacet normal ", "endfacet\r\nendsolid\r\n"}},
       {"xyz", {"5.000, 0.000, 0.000\r\n4.000, 0.000, -0.500\r\n4.000, 0.000, 0.500\r\n"}},
-      {"gemvision",
-       {"Points for 007\r\n5.000,0.000,0.000 : 4.000,0.000,-0.500 : 4.000,0.000,0.500\r\n0.000,5.000,0.000",
-        "1.500\r\nend\r\n"}},
-      {"dxf3d",
-       {"0\r\nSECTION\r\n2\r\nHEADER\r\n0\r\nENDSEC\r\n0\r\nSECTION\r\n2\r\nENTITIES\r\n0\r\n3DFACE\r\n8\r\n"
-        "Layer1\r\n62\r\n13\r\n10\r\n5.000\r\n20\r\n0.000\r\n30\r\n0.000\r\n11\r\n4.000\r\n",
-        "33\r\n", "\r\n0\r\n3DFACE\r\n", "\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
-      {"dxf2d",
-       {"2\r\nHEADER\r\n9\r\n$EXTMIN\r\n10\r\n-1",
-        "ENTITIES\r\n0\r\nPOLYLINE\r\n8\r\n7Layer\r\n62\r\n13\r\n66\r\n1",
-        "70\r\n1\r\n40\r\n0.003\r\n41\r\n0.003\r\n0\r\nVERTEX\r\n8\r\n7Layer\r\n10\r\n-10.000\r\n20\r\n-8."
-        "000\r\n",
-        "0\r\nSEQEND\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
+      {"gemvision", {"Points for 007\r\n5.000,0.000,0.000 : 4.000,0.000,-0.500 : 4.000,0.000,0.500\r\n0.000,5.000,0.000",
+                     "1.500\r\nend\r\n"}},
+      {"dxf3d", {"0\r\nSECTION\r\n2\r\nHEADER\r\n0\r\nENDSEC\r\n0\r\nSECTION\r\n2\r\nENTITIES\r\n0\r\n3DFACE\r\n8\r\n"
+                 "Layer1\r\n62\r\n13\r\n10\r\n5.000\r\n20\r\n0.000\r\n30\r\n0.000\r\n11\r\n4.000\r\n",
+                 "33\r\n", "\r\n0\r\n3DFACE\r\n", "\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
+      {"dxf2d", {"2\r\nHEADER\r\n9\r\n$EXTMIN\r\n10\r\n-1", "ENTITIES\r\n0\r\nPOLYLINE\r\n8\r\n7Layer\r\n62\r\n13\r\n66\r\n1",
+                 "70\r\n1\r\n40\r\n0.003\r\n41\r\n0.003\r\n0\r\nVERTEX\r\n8\r\n7Layer\r\n10\r\n-10.000\r\n20\r\n-8.000\r\n",
+                 "0\r\nSEQEND\r\n0\r\nENDSEC\r\n0\r\nEOF\r\n"}},
+      // clang-format on
   };
   for (const Row& row : rows) {
     const auto format = std::find_if(exportFormats().begin(), exportFormats().end(),
@@ -92,6 +86,12 @@ TEST(Writers, TextsAreExact) {
       at = found + part.size();
     }
   }
+}
+
+TEST(Writers, DxfColoursAreTheListInTurn) {
+  std::string list;
+  for (int number = 1; number <= 17; ++number) list += std::to_string(dxfColour(number)) + ',';
+  EXPECT_EQ(list, "3,7,8,10,11,12,13,50,52,56,59,62,63,68,78,81,3,");
 }
 
 TEST(Writers, StlNormalsAlongAnAxisAreWhole) {
@@ -160,19 +160,19 @@ TEST(Writers, AFullSinkEndsTheWriting) {
   });
 }
 
-TEST(Writers, LimitsHaveTheirMessages) {
+TEST(Writers, LimitsAndTheMissingTemplateAreTold) {
   SampleKnot knot = smallTube();
   knot.model.QuadCount = kMostQuads + 1;
   ExportScene scene = knot.scene();
   MemorySink sink;
-  EXPECT_EQ(writePov(scene, sink).error().message, kMissingPovTemplate);
+  EXPECT_EQ(writePov(scene, sink).error().kind, ErrorKind::input);
   scene.povTemplate = "";
   forEachWriter([&](const ExportFormat& format) {
-    EXPECT_EQ(format.write(scene, sink).error().message, kTooManyPolygonsExport) << format.identifier;
+    EXPECT_EQ(format.write(scene, sink).error().kind, ErrorKind::limit) << format.identifier;
   });
   knot.model = torus(8, 1, 9999, 100);
-  EXPECT_EQ(writeVrml(scene, sink).error().message, kTooManyPolygonsVrml);
-  EXPECT_EQ(writeObj(scene, sink).error().message, kTooManyPolygonsObj);
+  EXPECT_EQ(writeVrml(scene, sink).error().kind, ErrorKind::limit);
+  EXPECT_EQ(writeObj(scene, sink).error().kind, ErrorKind::limit);
   EXPECT_TRUE(sink.bytes.empty()) << "a refused model leaves nothing behind";
 }
 
@@ -213,7 +213,17 @@ TEST(Writers, TheWidthIsTheMillimetresAskedFor) {
   const GridBox box = curveBox(knot.curve, 1);
   const double scale = 80 / (box.right - box.left + scene.bandWidth);
   EXPECT_NEAR(number(13) - number(7), 80 - scene.bandWidth * scale, 0.01) << "half a band stands out";
-  for (const double bad : {0.0, -5.0, 1e9, std::nan("")}) {
+  EXPECT_EQ(dxf.bytes.find("70\r\n1\r\n40"), std::string::npos) << "lines with gaps are open";
+  const SampleKnot small = smallTube();  // 10 units wide
+  ExportScene doubled = small.scene();
+  doubled.millimetres = 20;
+  MemorySink vrml;
+  ASSERT_TRUE(writeVrml(doubled, vrml));
+  EXPECT_NE(vrml.bytes.find("PointLight {location 0 20.000 20.000 radius 200.000}\r\n"
+                            "PointLight {location 20.000 -20.000 0 radius 200.000}\r\n"
+                            "Viewpoint {position 0 0 40.000}\r\n"),
+            std::string::npos);
+  for (const double bad : {0.0, -5.0, 100001.0, std::nan("")}) {
     scene.millimetres = bad;
     EXPECT_FALSE(writeStl(scene, stl)) << bad;
     EXPECT_FALSE(writeDxf2D(scene, dxf)) << bad;
@@ -234,6 +244,10 @@ TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {
             "cylinder { <9.000,0.000,9.000><-9.000,8.000,0.000>,1.000,1}\r\n"
             "cylinder { <-9.000,8.000,0.000><9.000,0.000,9.000>,1.000,1}\r\n"
             "texture {colour4}\r\n}\r\n");
+  knot.model.centres[2].y = 12;  // two and a half times 13, and a radius
+  sink.bytes.clear();
+  ASSERT_TRUE(writePov(scene, sink));
+  EXPECT_EQ(sink.bytes.substr(0, 27), "   location <0,0,33.500>\r\nb");
 }
 
 }  // namespace

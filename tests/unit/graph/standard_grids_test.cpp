@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
-#include <memory>
-#include <tuple>
 
 #include "graph/grid_view.h"
 
@@ -23,26 +23,36 @@ GridFields fieldsOf(Shape shape, int x, int y, float scale = 30, int offset = 0)
   return f;
 }
 
-std::tuple<int, int, int, int, int> asTuple(const GridLine& l) { return {l.X1, l.Y1, l.X2, l.Y2, l.Kind}; }
-
-TEST(StandardGrids, SquaresStandInTheirOrder) {
-  KnotGraph graph;
-  ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::SquareSquare, 3, 2)));
-  ASSERT_EQ(graph.LastLine, 16);
-  EXPECT_EQ(asTuple(graph.Lines[0]), std::make_tuple(-45, -30, -15, -30, 1));
-  EXPECT_EQ(asTuple(graph.Lines[1]), std::make_tuple(-45, 0, -15, 0, 1));
-  EXPECT_EQ(asTuple(graph.Lines[9]), std::make_tuple(-45, -30, -45, 0, 1));
-  EXPECT_EQ(graph.LastPoint, 33);
-  EXPECT_FALSE(graph.NoGrid);
-}
-
-TEST(StandardGrids, DiagonalsAlternateAndInnerLinesAreGone) {
-  KnotGraph graph;
-  ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::SquareTriangle, 2, 2)));
-  ASSERT_EQ(graph.LastLine, 15);
-  EXPECT_EQ(asTuple(graph.Lines[1]), std::make_tuple(-30, 0, 0, 0, 0));
-  EXPECT_EQ(asTuple(graph.Lines[12]), std::make_tuple(-30, -30, 0, 0, 1));
-  EXPECT_EQ(asTuple(graph.Lines[14]), std::make_tuple(0, 0, 30, -30, 1));
+TEST(StandardGrids, LinesStandWhereTheirFormulasPutThem) {
+  const struct {
+    Shape shape;
+    int x, y;
+    float scale;
+    int last, index;                 // numbers of the last line and of the one that is looked at
+    std::array<int, 5> endsAndKind;  // X1, Y1, X2, Y2, kind
+  } cases[] = {
+      // clang-format off
+      {Shape::SquareSquare, 3, 2, 30, 16, 1, {-45, 0, -15, 0, 1}}, {Shape::SquareSquare, 3, 2, 30, 16, 9, {-45, -30, -45, 0, 1}},
+      {Shape::SquareTriangle, 2, 2, 30, 15, 1, {-30, 0, 0, 0, 0}}, {Shape::SquareTriangle, 2, 2, 30, 15, 12, {-30, -30, 0, 0, 1}},
+      {Shape::SquareTriangle, 2, 2, 30, 15, 14, {0, 0, 30, -30, 1}}, {Shape::Diamond2, 1, 1, 30, 4, 2, {15, 0, 0, -26, 1}},
+      {Shape::Triangle, 1, 1, 50, 2, 1, {30, -26, 0, 26, 1}},  // cell 60, rows 51.96 high
+      // Cell 60, tips 30 and sides 51.96 high, from (-60 / 1.85, -60 * 0.65); then 18 and 34.99, from -60 * 0.45.
+      {Shape::Hexagonal, 1, 1, 80, 5, 1, {-32, 13, -2, 43, 1}}, {Shape::Hexagonal, 1, 1, 80, 5, 4, {28, -39, -2, -69, 1}},
+      {Shape::RegularHexagonal, 1, 1, 60, 5, 1, {-32, 8, -2, 26, 1}}, {Shape::Circular, 4, 2, 20, 23, 1, {20, 0, 40, 0, 1}},
+      {Shape::Octagonal, 1, 1, 20, 7, 1, {-24, 10, -10, 24, 1}},  // slopes of 14.14, about the middle
+      {Shape::Cross, 5, 2, 10, 41, 0, {-25, -15, -15, -15, 1}}, {Shape::Spiral, 2, 2, 20, 10, 0, {0, 25, 40, 0, 1}},
+      {Shape::Star, 3, 2, 12, 8, 1, {12, 0, 9, 16, 1}},  // its tip at (3, 5.2) + 1.25 (5.2, 9)
+      // clang-format on
+  };
+  for (const auto& c : cases) {
+    KnotGraph graph;
+    ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(c.shape, c.x, c.y, c.scale)));
+    EXPECT_EQ(graph.LastLine, c.last) << static_cast<int>(c.shape);
+    EXPECT_FALSE(graph.NoGrid);
+    const GridLine& l = graph.Lines[static_cast<std::size_t>(c.index)];
+    EXPECT_EQ((std::array<int, 5>{l.X1, l.Y1, l.X2, l.Y2, l.Kind}), c.endsAndKind)
+        << static_cast<int>(c.shape);
+  }
 }
 
 TEST(StandardGrids, CountsBelowAShapesMinimumAreCorrected) {
@@ -106,48 +116,63 @@ TEST(StandardGrids, TheScaleGoesDownOneByOneAndNotFurtherThanNeeded) {
   EXPECT_LT(buildStandardGrid(graph, tall)->fields.scale, 41);
 }
 
-/// Draws from a list, then 0.9 for ever; counts how many were taken.
-struct Script {
-  std::vector<double> draws;
-  std::shared_ptr<int> taken = std::make_shared<int>(0);
-  Rnd rnd() const {
-    return [draws = draws, taken = taken] {
-      const auto i = static_cast<std::size_t>((*taken)++);
-      return i < draws.size() ? draws[i] : 0.9;
-    };
-  }
-};
-
-TEST(RandomKinds, InnerCellsBecomeWallsOrEmpty) {
-  // Element (2, 2) is the only inner cell of 3 x 3; elements are drawn x outer, y inner, 22 to a column.
-  for (const auto& [second, kind] : {std::pair{0.6, 2}, {0.4, 0}}) {
-    Script script;
-    script.draws.assign(2 * 22 + 2, 0.9);
-    script.draws.push_back(0.1);
-    script.draws.push_back(second);
-    const Rnd random = script.rnd();
+TEST(RandomKinds, MakeOneCellAWallOrEmpty) {
+  const struct {
+    Shape shape;
+    int low, draws;  // place of the one low draw, and how many there are
+    double second;   // drawn next
+    int kind, lines;
+  } cases[] = {
+      // Cell (2, 2) is the only inner one of 3 x 3; the draws go through columns of 22.
+      {Shape::SquareSquare, 46, 485, 0.5, 2, 4},
+      {Shape::SquareSquare, 46, 485, 0.49, 0, 4},
+      {Shape::Octagonal, 46, 485, 0.5, 2, 8},
+      {Shape::Octagonal, 46, 485, 0.49, 0, 4},  // its diagonals stay
+      {Shape::Circular, 0, 8, 0.9, 2, 8},       // a pair of opposite cells
+  };
+  for (const auto& c : cases) {
+    int taken = 0;
+    const Rnd random = [&] { return ++taken - 1 == c.low ? 0.03 : taken - 1 == c.low + 1 ? c.second : 0.9; };
     KnotGraph graph;
-    ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::SquareSquare, 3, 3, 20), &random));
-    EXPECT_EQ(*script.taken, 22 * 22 + 1);
-    std::map<int, int> kinds;
-    for (int j = 0; j <= graph.LastLine; ++j) ++kinds[graph.Lines[j].Kind];
-    EXPECT_EQ(kinds[kind], 4) << "the four lines round the cell";
-    EXPECT_EQ(kinds[1], 20);
+    const int size = c.shape == Shape::Circular ? 4 : 3;
+    ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(c.shape, size, size, 20), &random));
+    EXPECT_EQ(taken, c.draws);
+    int lines = 0, sumX = 0, sumY = 0;
+    for (int j = 0; j <= graph.LastLine; ++j) {
+      const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+      if (line.Kind == kOrdinary) continue;
+      EXPECT_EQ(line.Kind, c.kind);
+      ++lines, sumX += line.MidX, sumY += line.MidY;
+    }
+    EXPECT_EQ(lines, c.lines) << static_cast<int>(c.shape);
+    EXPECT_NEAR(std::hypot(sumX, sumY), 0, 6) << "they lie round the middle";
   }
 }
 
-TEST(RandomKinds, RingsGetOppositeWallsAndHexagonsNoHoles) {
-  Script low;
-  low.draws.assign(5000, 0.01);
-  const Rnd random = low.rnd();
-  KnotGraph graph;
-  ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::Circular, 4, 4, 10), &random));
-  EXPECT_EQ(graph.Lines[graph.LastLine].Kind, kOrdinary) << "the outermost ring keeps its lines";
-  int walls = 0;
-  for (int j = 0; j <= graph.LastLine; ++j) walls += graph.Lines[j].Kind == kWall ? 1 : 0;
-  EXPECT_EQ(walls, 8 * 3);
-  ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(Shape::Hexagonal, 6, 5, 10), &random));
-  for (int j = 0; j <= graph.LastLine; ++j) EXPECT_NE(graph.Lines[j].Kind, kNoLine);
+TEST(RandomKinds, TakeInnerCellsBelowTheShapesLimit) {
+  const struct {
+    Shape shape;
+    int x, y;
+    double limit;
+    int lines;  // not ordinary when every draw is just below the limit
+  } cases[] = {
+      {Shape::SquareSquare, 6, 6, 0.15, 16},  // none between two empty cells
+      {Shape::Cross, 6, 6, 0.15, 16},
+      {Shape::Octagonal, 6, 6, 0.15, 40},
+      {Shape::Triangle, 6, 6, 0.35, 18},
+      {Shape::Diamond1, 6, 6, 0.7, 12},  // three triangles apart from each other, and their mirror images
+      {Shape::Hexagonal, 7, 5, 0.25, 35},
+      {Shape::Circular, 6, 6, 0.04, 84},
+  };
+  for (const auto& c : cases)
+    for (const double off : {-1e-9, 1e-9}) {
+      const Rnd random = [&] { return c.limit + off; };
+      KnotGraph graph;
+      ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(c.shape, c.x, c.y, 10), &random));
+      const auto special = std::count_if(graph.Lines.begin(), graph.Lines.begin() + graph.NextLine,
+                                         [](const GridLine& line) { return line.Kind != kOrdinary; });
+      EXPECT_EQ(special, off < 0 ? c.lines : 0) << static_cast<int>(c.shape);
+    }
 }
 
 TEST(GridView, MapsBothWaysAndShowsEverything) {

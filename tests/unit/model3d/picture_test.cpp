@@ -187,6 +187,7 @@ TEST(Picture, AFaceIsAsFarAsItsFarthestCorner) {
   };
   sheet({-3, -3, -5}, {3, -3, 5}, {3, 3, 5}, {-3, 3, -5}, {2, 0, 0});
   sheet({-3, -3, 0}, {3, -3, 0}, {3, 3, 0}, {-3, 3, 0}, {0, 2, 0});
+  sheet({-3, -3, 25}, {3, -3, 25}, {3, 3, 25}, {-3, 3, 25}, {0, 0, 2});  // behind the eye
   EXPECT_EQ(shown(model, viewAt(0, 0, 0)).at(250, 200), toArgb(kGreen));
 }
 
@@ -196,7 +197,8 @@ TEST(Shader, IntensitiesMatchHandComputedFaces) {
   model.QuadCount = 1;
   model.strands = {{1, {1, 1, 1}, 0, 1}};
   // One square to the eye, a small one turned away.
-  model.vertices = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0.1F, 0}, {1, 0.1F, 0}};
+  model.vertices = {{0, 0, 0},    {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0.1F, 0},
+                    {1, 0.1F, 0}, {0, 1, 1}, {0, 0, 1}, {1, 0, 1}};
   const QuadCorners front = {0, 1, 2, 3}, back = {0, 4, 5, 1};
   const LightSettings dim = {0, 0.9F, 0.5F, 2, -1100};
   const Shader shader(model, dim);
@@ -212,6 +214,10 @@ TEST(Shader, IntensitiesMatchHandComputedFaces) {
   EXPECT_NEAR(waiting.intensity, 0.1 * c1 * 0.9 * perLight, 1e-3);
   const double e2 = c1 - 2 * 0.1 * c1 * 0.1;
   EXPECT_NEAR(shader.lightAfter(back, front), (0.1 * c1 * 0.9 + 0.5 * e2 * e2) * perLight, 1e-3);
+  // To the right and upwards both lights shine alike, one of them mirrored into the eye.
+  const double mirrored = 0.5 * c1 * c1;
+  EXPECT_NEAR(shader.light({0, 3, 6, 7}).intensity, (2 * 500 / L * 0.9 + mirrored) * perLight, 1e-3);
+  EXPECT_NEAR(shader.light({0, 7, 8, 1}).intensity, (2 * 100 / L * 0.9 + mirrored) * perLight, 1e-3);
 
   // KDist may undo the distance to a face or to the last corner exactly; then there is all the light or none.
   model.vertices[0] = model.vertices[3] = {500, 100, -200};

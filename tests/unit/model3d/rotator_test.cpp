@@ -1,10 +1,12 @@
 // Turning the view: four ways that agree, and the limits of each.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <vector>
 
 #include "model3d/rotator.h"
+#include "platform/none/recording_surface.h"
 
 namespace lorivan {
 namespace {
@@ -92,6 +94,17 @@ TEST(Rotator, RollFollowsThePointerAndIsFoldedIntoTheMatrixOnly) {
   ViewState view;
   EXPECT_TRUE(DrawNav(view, kNav, kRightButton, 45, 89));
   EXPECT_EQ(view.ViewPsi, kHalfPiF);
+}
+
+TEST(Rotator, ShowsNoAngleAsZeroABlueMarkerAndARedOne) {
+  const AngleFields none = anglesInDegrees(ViewState());
+  EXPECT_EQ((std::array{none.theta, none.phi, none.psi}), (std::array{0.F, 0.F, 0.F}));
+  RecordingSurface surface(180,
+                           180);  // the circle about (89, 89) reaches to 80, the marker of the roll to 88
+  drawRotator(surface, ViewState(), 0x123456, 0);
+  const std::pair<PointI, Colour> expected[] = {
+      {{89, 89}, 0xFF0000}, {{86, 86}, 0xFF0000}, {{82, 86}, 0x123456}, {{175, 89}, 0x0000FF}};
+  for (const auto& [at, colour] : expected) EXPECT_EQ(surface.pixel(at), colour) << at.x << ',' << at.y;
 }
 
 }  // namespace

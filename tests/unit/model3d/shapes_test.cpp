@@ -10,24 +10,6 @@
 namespace lorivan {
 namespace {
 
-TEST(Shapes, EveryStrandOfEveryShapeCloses) {
-  for (int shape = 0; shape < kShapeCount - 1; ++shape) {
-    const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(shape), 20, 20));
-    ASSERT_EQ(knot.error, "");
-    TubeSettings settings;
-    settings.polySides = 3;
-    const TubeModel model = built(*knot.store, settings);
-    ASSERT_FALSE(model.strands.empty());
-    for (const TubeStrand& strand : model.strands) {
-      const Vec3* centre = model.centres.data() + strand.firstRing;
-      float longest = 0;
-      for (int r = 1; r < strand.ringCount; ++r)
-        longest = std::max(longest, distance(centre[r], centre[r - 1]));
-      EXPECT_LE(distance(centre[0], centre[strand.ringCount - 1]), longest * 1.01F) << "shape " << shape;
-    }
-  }
-}
-
 /// At angles 0, 0, 0 the strand that the 2-D curve has on top at a crossing is the one that is seen there.
 void expectSameStrandsOnTop(const MadeKnot& knot) {
   constexpr int kWidth = 1000, kHeight = 800;

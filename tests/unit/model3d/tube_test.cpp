@@ -128,14 +128,14 @@ TEST(Tube, LimitsAndDegenerateKnots) {
   settings.polySides = settings.polyPoints = 10;
   const Status refused = buildTube(storeWith(10000), settings, allOf(0), model);
   ASSERT_FALSE(static_cast<bool>(refused));
-  EXPECT_EQ(refused.error().message, kTooManyPolygonsBudget);
+  EXPECT_EQ(refused.error().kind, ErrorKind::limit);
   EXPECT_EQ(model.QuadCount, 999999);
   EXPECT_TRUE(std::equal(before.begin(), before.end(), model.vertices.begin(),
                          [](const Vec3& a, const Vec3& b) { return distance(a, b) == 0; }));
   model.sides = 10;
   const Status unswept = sweepTube(model);
   ASSERT_FALSE(static_cast<bool>(unswept));
-  EXPECT_EQ(unswept.error().message, kTooManyPolygonsBuild);
+  EXPECT_EQ(unswept.error().kind, ErrorKind::limit);
 
   const std::vector<StrandPoint> noWidth = {{5.2F, -40, 1}, {4.8F, 0, 0}, {5.1F, 60, -1}, {5, 10, 0}};
   for (const StrandStore& store : {StrandStore(), storeOf(noWidth)}) {

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/form_table.h"
+#include "window/form_table.h"
 
 namespace lorivan {
 namespace {

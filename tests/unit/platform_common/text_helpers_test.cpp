@@ -7,8 +7,7 @@ namespace {
 
 TEST(Captions, MnemonicsAreTakenOut) {
   struct Case {
-    const char* caption;
-    const char* plain;
+    const char *caption, *plain;
     char letter;
   };
   for (const Case c :
@@ -34,9 +33,7 @@ TEST(FileNames, FiltersAndInitialNames) {
   EXPECT_EQ(filePatterns("bmp png  jpg", ";"), "*.bmp;*.png;*.jpg");
   EXPECT_EQ(filterText("Pictures", "bmp png"), "Pictures (*.bmp *.png)");
   struct Case {
-    const char* path;
-    const char* folder;
-    const char* name;
+    const char *path, *folder, *name;
   };
   for (const Case c : {Case{"/home/a b/*.qzd", "/home/a b", ""}, Case{"/x/k.qzd", "/x", "k.qzd"},
                        Case{"/k.qzd", "/", "k.qzd"}, Case{"C:\\k.qzd", "C:\\", "k.qzd"},

@@ -5,11 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <span>
 #include <string>
 
 #include "platform/platform.h"
 
 namespace lorivan::contract {
+
+/// The program's commands, and behind them a menu of commands that have whatever a command can have.
+std::span<const CommandSpec> contractCommands();
+/// The row of a name among them.
+CommandId contractCommand(std::string_view name);
 
 /// What a person does in the window that was opened last. A deed is done and told when it returns.
 class User {
@@ -25,11 +31,20 @@ class User {
   virtual void hold(ControlId control) = 0;
   virtual void letGo(ControlId control, bool inside) = 0;
   virtual void pick(CommandId command) = 0;
+  /// What a command's menu shows of it, without its shortcut; empty when it does not show it at all, or when
+  /// its submenu cannot be opened.
+  virtual std::string menuText(CommandId command) const = 0;
+  /// Turns the wheel over a control, by 120 for a notch away from the user.
+  virtual void wheel(ControlId control, int by) = 0;
   /// `leave` takes the mouse away from the picture while a button is held.
   virtual void mouse(ControlId picture, MouseAction action, int button, int x, int y) = 0;
   virtual void enlarge(int width, int height) = 0;
   virtual void drop(const std::string& path) = 0;
   virtual void close() = 0;
+  /// Lets the desktop have other colours, or its usual ones.
+  virtual void recolour(bool other) = 0;
+  /// Presses the button with this label in the next dialog; an empty one: closes it.
+  virtual void pressNext(const std::string& label) = 0;
   /// Agrees to the next dialog or cancels it; writes into its entry before, where a text is given.
   virtual void answerNext(bool agree, const std::string& text = "") = 0;
 };

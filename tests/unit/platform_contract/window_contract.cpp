@@ -1,77 +1,15 @@
-// The window as a person uses it, with the program's own form: what the program is told of each deed.
+// The window as a person at a screen uses it, key by key and click by click: what the program is told of each
+// deed.
 #include <algorithm>
 #include <vector>
 
-#include "app/command_table.h"
-#include "app/form_table.h"
 #include "base/sink.h"
-#include "unit/platform_contract/back_end.h"
+#include "unit/platform_contract/window_fixture.h"
 
 namespace lorivan::contract {
 namespace {
 
-using Told = std::vector<std::string>;
-
-constexpr ControlId kX = controlId("vtXNo"), kY = controlId("vtYNo"), kList = controlId("lstType"),
-                    kGrid = controlId("picGrid"), kButton = controlId("cmd2D"), kBox = controlId("chkMirror"),
-                    kPov = controlId("optPOV"), kStl = controlId("optSTL"), kBasic = controlId("fraBasic");
-
-class WindowContract : public testing::Test {
- protected:
-  WindowContract() {
-    const auto note = [this](const char* what) {
-      return [this, what](ControlId control) {
-        told_.push_back(std::string(what) + std::string(formTable()[static_cast<std::size_t>(control)].name));
-      };
-    };
-    events_.confirmed = note("confirmed ");
-    events_.left = note("left ");
-    events_.clicked = note("clicked ");
-    events_.changed = note("changed ");
-    events_.resized = note("resized ");
-    events_.command = [this](CommandId command) {
-      told_.emplace_back(commandTable()[static_cast<std::size_t>(command)].name);
-    };
-    events_.mouse = [this](ControlId, const MouseEvent& e) {
-      constexpr const char* actions[] = {"press ", "move ", "release ", "leave "};
-      if (e.button != 0)  // on a real screen a pointer may stand anywhere
-        told_.push_back(actions[static_cast<int>(e.action)] + std::to_string(e.button) + " " +
-                        std::to_string(e.x) + "," + std::to_string(e.y));
-    };
-    events_.key = [this](const KeyEvent& e) {
-      if (takesKeys_) told_.push_back("key " + std::to_string(static_cast<int>(e.key)));
-      return takesKeys_;
-    };
-    events_.fileDropped = [this](const std::string& path) { told_.push_back("dropped " + path); };
-    events_.started = [this] { told_.emplace_back("started"); };
-    events_.closeQuery = [this] { return told_.emplace_back("closing?"), mayClose_; };
-    auto made = platform_->createWindow({formTable(), commandTable(), "Lorivan contract"}, events_);
-    EXPECT_TRUE(made) << (made ? "" : made.error().message);
-    window_ = std::move(*made);
-    for (const ControlId large : {controlId("picKnot"), controlId("picShape")})
-      window_->setVisible(large, false);
-    window_->setVisible(controlId("cmd3DView"), false);
-    window_->setItems(kList, {"one", "two", "three"});
-    window_->select(kList, 0);
-    window_->show();
-    user_ = makeUser(*window_);
-    EXPECT_EQ(told().front(), "started");
-    user_->focus(kButton);
-    told();
-  }
-
-  Told told() {
-    window_->processEvents();
-    return std::exchange(told_, {});
-  }
-
-  std::unique_ptr<Platform> platform_ = makePlatform();
-  WindowEvents events_;
-  std::unique_ptr<Window> window_;
-  std::unique_ptr<User> user_;
-  Told told_;
-  bool takesKeys_ = false, mayClose_ = true;
-};
+using WindowContract = WindowFixture;
 
 TEST_F(WindowContract, AnEntryTellsWhenEnterIsPressedAndWhenItIsLeft) {
   window_->setText(kX, "3");
@@ -138,7 +76,7 @@ TEST_F(WindowContract, TextShortcutsBelongToAnEntryWhileItIsTypedInto) {
   user_->focus(kX);
   user_->press("Ctrl+C");
   user_->press("Ctrl+Z");
-  EXPECT_EQ(told(), (Told{"mnuEditCopy", "mnuEditUndo"}));
+  EXPECT_EQ(told(), (Told{"mnuEditCopy", "mnuEditUndoStep"}));
   user_->type("4");
   user_->press("Ctrl+Z");
   EXPECT_EQ(told(), Told{});
@@ -146,7 +84,7 @@ TEST_F(WindowContract, TextShortcutsBelongToAnEntryWhileItIsTypedInto) {
   user_->press("Return");
   told();
   user_->press("Ctrl+Z");
-  EXPECT_EQ(told(), Told{"mnuEditUndo"});
+  EXPECT_EQ(told(), Told{"mnuEditUndoStep"});
 }
 
 TEST_F(WindowContract, OnlyTheUsersChangesAreTold) {
@@ -203,9 +141,23 @@ TEST_F(WindowContract, KeysAreOfferedToTheProgramFirstExceptThoseAnEntryNeeds) {
   EXPECT_EQ(told(), Told{"key 4"});
   EXPECT_EQ(window_->selected(kList), 0) << "taken, so the list did not move";
   user_->focus(kX);
-  user_->press("Left");
-  user_->press("Up");
-  EXPECT_EQ(told(), Told{"key 2"});
+  for (const char* const keys : {"Left", "Up", "Ctrl+Up", "Escape"}) user_->press(keys);
+  EXPECT_EQ(told(), (Told{"stepped vtXNo 1", "key 2", "key 5"}));
+}
+
+TEST_F(WindowContract, TheWheelStepsTheEntryInFocusAndNothingElse) {
+  window_->select(kList, 1);
+  user_->focus(kX);
+  user_->wheel(kX, 120);
+  for (int i = 0; i < 5; ++i) user_->wheel(kX, -50);
+  EXPECT_EQ(told(), (Told{"stepped vtXNo 1", "stepped vtXNo -1", "stepped vtXNo -1"}));
+  user_->wheel(kY, 120);
+  user_->wheel(kList, 120);
+  user_->focus(kList);
+  told();
+  user_->wheel(kList, -120);
+  EXPECT_EQ(told(), Told{});
+  EXPECT_EQ(window_->selected(kList), 1);
 }
 
 TEST_F(WindowContract, APictureReportsOneButtonAtATime) {

@@ -1,6 +1,7 @@
 // Qt's platform object and user for the tests that all back ends share.
 #include "unit/platform_contract/back_end.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -12,16 +13,18 @@
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMainWindow>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
+#include <QWheelEvent>
 
-#include "app/command_table.h"
-#include "app/form_table.h"
+#include "platform/qt/look.h"
 #include "platform/qt/platform_qt.h"
+#include "window/form_table.h"
 
 namespace lorivan::contract {
 namespace {
@@ -37,8 +40,13 @@ class QtUser final : public User {
   bool hasFocus(ControlId control) const override { return find(control)->hasFocus(); }
   void type(const char* text) override { QTest::keyClicks(focused(), text); }
   void press(const std::string& keys) override {
-    const QKeyCombination combination = QKeySequence(QString::fromStdString(keys))[0];
-    QTest::keyClick(focused(), combination.key(), combination.keyboardModifiers());
+    const QString name =
+        QString::fromStdString(keys).replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"));
+    const QKeyCombination pressed = QKeySequence(name)[0];
+    if (name.contains(QStringLiteral("Pg")))  // has no character code, which keyClick() looks for
+      QTest::sendKeyEvent(QTest::Click, focused(), pressed.key(), QString(), pressed.keyboardModifiers());
+    else
+      QTest::keyClick(focused(), pressed.key(), pressed.keyboardModifiers());
     QTest::qWait(keys.starts_with("Alt") ? 150 : 0);  // a button that its letter presses shows it for a while
   }
   void click(ControlId control) override {
@@ -49,9 +57,17 @@ class QtUser final : public User {
   void letGo(ControlId control, bool inside) override {
     QTest::mouseRelease(find(control), Qt::LeftButton, {}, {inside ? 9 : -9, 9});
   }
-  void pick(CommandId command) override {
-    const auto& name = commandTable()[static_cast<std::size_t>(command)].name;
-    frame_->findChild<QAction*>(QString::fromUtf8(name.data(), std::ssize(name)))->trigger();
+  void pick(CommandId command) override { action(command)->trigger(); }
+  std::string menuText(CommandId command) const override {
+    const QAction& item = *action(command);
+    const auto* const menu = qobject_cast<QMenu*>(item.associatedObjects().constFirst());
+    return item.isVisible() && menu->isEnabled() ? item.text().toStdString() : std::string();
+  }
+  void wheel(ControlId control, int by) override {
+    const QPointF at(9, 9);
+    QWheelEvent event(at, find(control)->mapToGlobal(at), {}, {0, by}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(find(control), &event);
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     QWidget* const widget = find(picture);
@@ -79,6 +95,21 @@ class QtUser final : public User {
     if (enter.isAccepted()) QApplication::sendEvent(frame_, &drop);
   }
   void close() override { frame_->close(); }
+  void recolour(bool other) override {
+    applyColours(other);
+    QApplication::processEvents();  // to every widget first
+  }
+  void pressNext(const std::string& label) override {
+    QTimer::singleShot(0, qApp, [label = QString::fromStdString(label)] {
+      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_TRUE(box);
+      if (label.isEmpty()) return QTest::keyClick(box, Qt::Key_Escape);
+      for (QAbstractButton* const button : box->buttons())
+        if (button->text() == label) return button->click();
+      box->reject();
+      ADD_FAILURE() << "no button " << label.toStdString();
+    });
+  }
   void answerNext(bool agree, const std::string& text) override {
     QTimer::singleShot(0, qApp, [agree, text = QString::fromStdString(text)] {
       auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -98,6 +129,10 @@ class QtUser final : public User {
   QWidget* find(ControlId control) const {
     const auto& name = formTable()[static_cast<std::size_t>(control)].name;
     return frame_->findChild<QWidget*>(QString::fromUtf8(name.data(), std::ssize(name)));
+  }
+  QAction* action(CommandId command) const {
+    const auto& name = contractCommands()[static_cast<std::size_t>(command)].name;
+    return frame_->findChild<QAction*>(QString::fromUtf8(name.data(), std::ssize(name)));
   }
   QWidget* focused() const { return frame_->focusWidget() != nullptr ? frame_->focusWidget() : frame_; }
 

@@ -1,13 +1,17 @@
-// Runs the tests on Qt's display-less platform, whatever the machine has, and away from the user's settings.
+// Runs the tests on Qt's display-less platform, whatever the machine has, and away from the user's settings
+// and files.
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QLoggingCategory>
+#include <QTemporaryDir>
 
 #include "platform/qt/look.h"
 
 int main(int count, char** values) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QTemporaryDir files;
+  qputenv("XDG_DATA_HOME", files.path().toUtf8());
   QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
   const QApplication application(count, values);
   QApplication::setQuitOnLastWindowClosed(false);

@@ -1,6 +1,8 @@
 #include "platform/qt/services_qt.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -9,6 +11,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <csignal>
 
 #include "base/sink.h"
 #include "platform/qt/platform_qt.h"
@@ -69,6 +72,38 @@ TEST(PlatformQt, SaysWhatAWindowNeeds) {
   ASSERT_FALSE(platform.canOpenWindow());
   EXPECT_NE(platform.canOpenWindow().error().message.find(":9876"), std::string::npos);
   EXPECT_FALSE(platform.createWindow({}, {}));
+}
+
+TEST(PlatformQt, MakesTheUsersFolderWhereTheDesktopKeepsData) {
+  const QTemporaryDir folder;
+  const QString data = folder.filePath(QStringLiteral("deep/data"));
+  const Variable home("XDG_DATA_HOME", data.toUtf8().constData());
+  PlatformQt platform(folder.filePath(QStringLiteral("s.ini")).toStdString());
+  EXPECT_EQ(platform.userFolder(), data.toStdString() + "/Lorivan");
+  EXPECT_TRUE(QFileInfo(data + QStringLiteral("/Lorivan")).isDir());
+  const Variable nowhere("XDG_DATA_HOME", "/dev/null/data");
+  EXPECT_EQ(platform.userFolder(), "");
+}
+
+TEST(PlatformQt, AClaimEndsWithAProcessThatIsKilled) {
+  const QTemporaryDir folder;
+  const std::string path = folder.filePath(QStringLiteral("claim.lock")).toStdString();
+  int ready[2] = {};
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t other = fork();
+  if (other == 0) {
+    const auto claim = claimFile(path);
+    static_cast<void>(write(ready[1], claim ? "y" : "n", 1));
+    while (true) pause();
+  }
+  char claimed = 0;
+  ASSERT_EQ(read(ready[0], &claimed, 1), 1);
+  EXPECT_EQ(claimed, 'y');
+  EXPECT_FALSE(claimFile(path));
+  kill(other, SIGKILL);
+  waitpid(other, nullptr, 0);
+  EXPECT_TRUE(claimFile(path));
+  for (const int end : ready) close(end);
 }
 
 }  // namespace

@@ -7,9 +7,10 @@
 #include <QTest>
 #include <QToolTip>
 
-#include "app/form_table.h"
 #include "platform/common/text_helpers.h"
+#include "platform/qt/look.h"
 #include "platform/qt/window_qt.h"
+#include "window/form_table.h"
 
 namespace lorivan {
 namespace {
@@ -47,6 +48,24 @@ TEST_F(WindowQtTest, TooltipsShowOverDisabledControlsToo) {
     QTest::mouseMove(frame_->windowHandle(), at + QPoint(1, 1));
     const QString tip = find(name)->toolTip();
     EXPECT_TRUE(QTest::qWaitFor([&] { return QToolTip::isVisible() && QToolTip::text() == tip; })) << name;
+  }
+}
+
+TEST_F(WindowQtTest, LargePicturesAreNamedButNotCoveredByATip) {
+  for (const ControlSpec& row : formTable()) {
+    if (row.kind != ControlKind::picture) continue;
+    EXPECT_EQ(find(row.name)->accessibleName().toStdString(), row.tooltip);
+    EXPECT_EQ(find(row.name)->toolTip().isEmpty(), row.group.empty()) << row.name;
+  }
+}
+
+TEST_F(WindowQtTest, TextsThatCannotBeEditedKeepTheWindowsColour) {
+  for (const bool dark : {true, false}) {
+    applyColours(dark);
+    window_->processEvents();
+    const QPalette palette = find("txtNPoly")->palette();
+    EXPECT_EQ(palette.color(QPalette::Base), frame_->palette().color(QPalette::Window));
+    EXPECT_EQ(palette.color(QPalette::Text), frame_->palette().color(QPalette::WindowText));
   }
 }
 

@@ -13,9 +13,9 @@
 #include <memory>
 #include <string>
 
-#include "app/main_window.h"
 #include "base/random.h"
 #include "platform/qt/platform_qt.h"
+#include "window/main_window.h"
 
 namespace lorivan {
 namespace {
@@ -26,7 +26,7 @@ class QtProgramTest : public testing::Test {
     platform_ = std::make_unique<PlatformQt>(folder_.filePath("settings.ini").toStdString());
     main_ = std::make_unique<MainWindow>(*platform_, MainWindowOptions{});
     ASSERT_TRUE(main_->open());
-    main_->window().show();
+    main_->bench().window.show();
     for (QWidget* const w : QApplication::topLevelWidgets())
       if (auto* const frame = qobject_cast<QMainWindow*>(w)) frame_ = frame;
     ASSERT_NE(frame_, nullptr);
@@ -89,7 +89,7 @@ TEST_F(QtProgramTest, TenThousandRandomKeysAndClicks) {
   choose(0);
   type("vtXNo", "3");
   type("vtYNo", "2");
-  EXPECT_EQ(main_->knot().graph.LastLine, 16) << "the window still works";
+  EXPECT_EQ(main_->bench().knot().graph.LastLine, 16) << "the window still works";
 }
 
 }  // namespace

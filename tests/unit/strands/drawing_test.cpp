@@ -5,43 +5,12 @@
 #include <cmath>
 
 #include "knot_maker.h"
+#include "platform/none/recording_surface.h"
 #include "strands/bspline.h"
 #include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
-
-/// Keeps the wide curves that were drawn.
-class CurveRecorder final : public Surface {
- public:
-  struct Stroke {
-    std::vector<PointF> bezier;
-    float width;
-    Colour colour;
-    CapStyle caps;
-  };
-  explicit CurveRecorder(int width) : width_(width) {}
-  int width() const override { return width_; }
-  int height() const override { return GridView::heightFor(width_); }
-  void clear(Colour background) override { background_ = background; }
-  void segment(PointI, PointI, const Pen&) override { ++segments; }
-  void circle(PointI, int, const Pen&) override {}
-  void dot(PointI, int, Colour) override {}
-  void polygonOutline(std::span<const PointI>, const Pen&) override {}
-  void polyline(std::span<const PointI>, const Pen&) override {}
-  void fillPolygon(std::span<const PointI>, Colour) override {}
-  void wideCurve(const WideCurve& c) override {
-    strokes.push_back({{c.bezier.begin(), c.bezier.end()}, c.width, c.colour, c.caps});
-  }
-  void fillPath(std::span<const std::vector<PointF>>, Colour) override {}
-  Colour pixel(PointI) const override { return background_; }
-
-  std::vector<Stroke> strokes;
-  int segments = 0;
-
- private:
-  int width_;
-};
 
 TEST(Bspline, WeightsMatchTheClosedForms) {
   const BsplineTable quadratic(3, 4), cubic(4, 2);
@@ -126,33 +95,35 @@ TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   KnotStyle style;
   style.colours = strandColours(firstColourBoxes());
   style.edge = 20;
-  CurveRecorder surface(1000);
+  RecordingSurface surface(1000, 800);
   GridView view(0.8F, 1000);
   fitView(view, *knot.graph, knot.curve, style);
   PictureOptions options;
   options.classic = true;
   drawKnotPicture(surface, *knot.graph, knot.curve, style, view, options);
-  EXPECT_GT(surface.segments, 0);
-  ASSERT_EQ(surface.strokes.size(), 2U + 2 * 3) << "a trefoil is over three times";
-  EXPECT_EQ(surface.strokes[0].width, 28) << "14 pixels at twice the reference size";
-  EXPECT_EQ(surface.strokes[0].colour, 0U);
-  EXPECT_EQ(surface.strokes[1].width, 4) << "never thinner than 2 pixels";
-  EXPECT_EQ(surface.strokes[1].colour, QBColor(12));
-  EXPECT_EQ(surface.strokes[2].caps, CapStyle::flat);
-  EXPECT_EQ(surface.strokes[3].caps, CapStyle::round);
-  EXPECT_EQ(surface.strokes[3].bezier.size(), surface.strokes[2].bezier.size() + 2 * 3)
+  EXPECT_GT(surface.count(DrawKind::segment), 0);
+  std::vector<DrawCall> strokes = surface.calls();
+  std::erase_if(strokes, [](const DrawCall& call) { return call.kind != DrawKind::wideCurve; });
+  ASSERT_EQ(strokes.size(), 2U + 2 * 3) << "a trefoil is over three times";
+  EXPECT_EQ(strokes[0].size, 28) << "14 pixels at twice the reference size";
+  EXPECT_EQ(strokes[0].colour, 0U);
+  EXPECT_EQ(strokes[1].size, 4) << "never thinner than 2 pixels";
+  EXPECT_EQ(strokes[1].colour, QBColor(12));
+  EXPECT_EQ(strokes[1].caps, CapStyle::round);
+  EXPECT_EQ(strokes[2].caps, CapStyle::flat);
+  EXPECT_EQ(strokes[3].caps, CapStyle::round);
+  EXPECT_EQ(strokes[3].points.size(), strokes[2].points.size() + 2 * 3)
       << "black stops two points before colour";
 }
 
 TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
   for (const auto& [width, parts] : {std::pair{500, 1}, {1000, 8}}) {
-    CurveRecorder surface(width);
-    drawClassicKnot(surface, knot.curve, {}, GridView(0.8F, width));
-    for (std::size_t i = 0; i < surface.strokes[0].bezier.size(); i += 3) {
-      const float x = surface.strokes[0].bezier[i].x * static_cast<float>(parts);
-      EXPECT_EQ(x, std::round(x));
-    }
+    std::vector<PointF> points;
+    loopPoints(knot.curve, 12, GridView(0.8F, width), true, points);
+    ASSERT_FALSE(points.empty());
+    for (const PointF p : points)
+      EXPECT_EQ(p.x * static_cast<float>(parts), std::round(p.x * static_cast<float>(parts)));
   }
 }
 
@@ -182,18 +153,17 @@ TEST(KnotDrawing, NothingIsCutOff) {
         ASSERT_EQ(knot.error, "");
         KnotStyle style;
         style.width = 30;
-        CurveRecorder surface(800);
         GridView view(stretchFactor(skew), 800);
         fitView(view, *knot.graph, knot.curve, style);
-        drawClassicKnot(surface, knot.curve, style, view);
-        const double half = style.outerWidth() / 2 * view.pixelFactor();
-        for (const auto& stroke : surface.strokes)
-          for (std::size_t i = 0; i < stroke.bezier.size(); i += 3) {
-            EXPECT_GE(stroke.bezier[i].x - half, 0) << s << ' ' << n << ' ' << skew;
-            EXPECT_LE(stroke.bezier[i].x + half, 800);
-            EXPECT_GE(stroke.bezier[i].y - half, 0);
-            EXPECT_LE(stroke.bezier[i].y + half, 640);
-          }
+        const double clear =
+            (style.outerWidth() / 2 + 2) * view.pixelFactor() - 1;  // with a margin, but for a pixel
+        std::vector<PointF> points;
+        for (int slot = 1; slot < kStrandSlots; ++slot) {
+          loopPoints(knot.curve, slot, view, true, points);
+          for (const PointF p : points)
+            EXPECT_TRUE(p.x >= clear && p.x <= 800 - clear && p.y >= clear && p.y <= 640 - clear)
+                << s << ' ' << n << ' ' << skew << ": " << p.x << ',' << p.y;
+        }
       }
 }
 
@@ -204,15 +174,20 @@ TEST(SvgSurface, WritesMillimetresWhateverTheLocale) {
   surface.beginGroup("grid");
   surface.segment({0, 25}, {50, 4000}, {10, 0x00FF00, true});
   surface.endGroup();
+  surface.dot({50, 50}, 30, 0);
   const std::vector<PointF> bezier = {{0, 0}, {25, 0}, {50.F, 10.F}, {-0.001F, 100}};
   surface.wideCurve({bezier, 70, 0x0000FF, CapStyle::flat});
   const std::string text = surface.finish();
   if (old != nullptr) std::setlocale(LC_ALL, "C");
-  for (const char* part : {"width=\"100mm\" height=\"80mm\" viewBox=\"0 0 100 80\"",
-                           "a &lt; b &amp; &quot;c&quot;", "fill=\"#ff0010\"", "<g id=\"grid\">",
-                           "y1=\"0.5\" x2=\"1\" y2=\"80\"", "stroke-dasharray=\"0.2 0.4\"",
-                           "stroke-linecap=\"butt\"", "stroke-width=\"1.4\"", "d=\"M0,0C0.5,0 1,0.2 0,2\""})
+  for (const char* part :
+       {"width=\"100mm\" height=\"80mm\" viewBox=\"0 0 100 80\"", "a &lt; b &amp; &quot;c&quot;",
+        "fill=\"#ff0010\"", "<g id=\"grid\">", "y1=\"0.5\" x2=\"1\" y2=\"80\"",
+        "stroke-dasharray=\"0.2 0.4\"", "cy=\"1\" r=\"0.3\"", "stroke-linecap=\"butt\"",
+        "stroke-width=\"1.4\"", "d=\"M0,0C0.5,0 1,0.2 0,2\""})
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
+  SvgSurface small(4000, 3200, 15, "");
+  small.segment({1, 0}, {0, 0}, {1, 0, false});
+  EXPECT_NE(small.finish().find("x1=\"0.00375\""), std::string::npos);
 }
 
 }  // namespace

@@ -7,12 +7,11 @@
 #include <thread>
 #include <vector>
 
-#include "app/command_table.h"
-#include "app/form_table.h"
 #include "own_windows.h"
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/text.h"
+#include "window/form_table.h"
 
 #include <dlgs.h>  // behind the system's other headers
 #include <shlobj.h>
@@ -43,6 +42,31 @@ void answerDialog(bool agree, const std::wstring& text) {
   ADD_FAILURE() << "no dialog";
 }
 
+/// Waits in a thread of its own for a message box and presses one of its buttons.
+void pressInBox(const std::wstring& label) {
+  for (int i = 0; i < 500; ++i, Sleep(20)) {
+    const HWND box = findOwnWindow(L"#32770");
+    if (box == nullptr || !IsWindowVisible(box)) continue;
+    Sleep(100);
+    const HWND button = FindWindowExW(box, nullptr, L"Button", label.c_str());
+    if (label.empty())
+      PostMessageW(box, WM_CLOSE, 0, 0);
+    else if (button != nullptr)
+      PostMessageW(button, BM_CLICK, 0, 0);
+    if (button != nullptr || label.empty()) return;
+    PostMessageW(box, WM_COMMAND, IDCANCEL, 0);
+    break;
+  }
+  ADD_FAILURE() << "no such button";
+}
+
+/// The window's and the texts' colours of the whole desktop, with which others must be able to live on.
+void setDesktopColours(COLORREF face, COLORREF text) {
+  const int elements[] = {COLOR_BTNFACE, COLOR_BTNTEXT};
+  const COLORREF colours[] = {face, text};
+  SetSysColors(2, elements, colours);
+}
+
 class Win32User final : public User {
  public:
   explicit Win32User(Window& window) : window_(window), main_(findOwnWindow(L"LorivanWindow")) {}
@@ -57,15 +81,26 @@ class Win32User final : public User {
     settle();
   }
   void press(const std::string& keys) override {
-    constexpr std::pair<const char*, WPARAM> names[] = {{"Return", VK_RETURN}, {"Tab", VK_TAB},
-                                                        {"Up", VK_UP},         {"Down", VK_DOWN},
-                                                        {"Left", VK_LEFT},     {"F1", VK_F1}};
-    const auto named = std::ranges::find(names, keys, [](const auto& n) { return std::string(n.first); });
-    const auto letter = static_cast<WPARAM>(keys.back());
-    if (keys.starts_with("Alt+")) PostMessageW(GetFocus(), WM_SYSCHAR, letter | 0x20, 1 << 29);
-    if (keys.starts_with("Ctrl+")) return pressWithControl(letter);
-    if (named != std::end(names)) PostMessageW(GetFocus(), WM_KEYDOWN, named->second, 1);
+    constexpr std::pair<const char*, WPARAM> names[] = {
+        {"Return", VK_RETURN}, {"Tab", VK_TAB},       {"Up", VK_UP},     {"Down", VK_DOWN},
+        {"Left", VK_LEFT},     {"Escape", VK_ESCAPE}, {"F1", VK_F1},     {"F11", VK_F11},
+        {"F12", VK_F12},       {"PgUp", VK_PRIOR},    {"PgDn", VK_NEXT}, {"Space", VK_SPACE}};
+    const std::string key = keys.substr(keys.rfind('+') + 1);
+    const auto named = std::ranges::find(names, key, [](const auto& n) { return std::string(n.first); });
+    const auto code = named != std::end(names) ? named->second : static_cast<WPARAM>(keys.back());
+    if (keys.starts_with("Alt+")) {
+      PostMessageW(GetFocus(), WM_SYSCHAR, code | 0x20, 1 << 29);
+      return settle();
+    }
+    BYTE state[256] = {};
+    state[VK_CONTROL] = keys.find("Ctrl+") != std::string::npos ? 0x80 : 0;
+    state[VK_SHIFT] = keys.find("Shift+") != std::string::npos ? 0x80 : 0;
+    SetKeyboardState(state);
+    PostMessageW(GetFocus(), WM_KEYDOWN, code, 1);
+    PostMessageW(GetFocus(), WM_KEYUP, code, 1);  // a button is pressed by Space's release
     settle();
+    state[VK_CONTROL] = state[VK_SHIFT] = 0;
+    SetKeyboardState(state);
   }
   void click(ControlId control) override {
     if (!IsWindowEnabled(child(control))) return;  // posted messages would come through
@@ -82,6 +117,38 @@ class Win32User final : public User {
   void pick(CommandId command) override {
     PostMessageW(main_, WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
     settle();
+  }
+  std::string menuText(CommandId command) const override {
+    const HMENU bar = GetMenu(main_);
+    for (int i = 0; i < GetMenuItemCount(bar); ++i) {
+      const HMENU menu = GetSubMenu(bar, i);
+      for (int j = 0; j < GetMenuItemCount(menu); ++j) {
+        const bool opens = (GetMenuState(menu, static_cast<UINT>(j), MF_BYPOSITION) & MF_GRAYED) == 0;
+        const HMENU submenu = GetSubMenu(menu, j);
+        if (opens && submenu != nullptr && !itemText(submenu, command).empty())
+          return itemText(submenu, command);
+      }
+      for (int j = 0; j < GetMenuItemCount(menu); ++j)
+        if (GetMenuItemID(menu, j) == static_cast<UINT>(kFirstCommand + command))
+          return itemText(menu, command);
+    }
+    return {};
+  }
+  void wheel(ControlId control, int by) override {
+    RECT box{};
+    GetWindowRect(child(control), &box);
+    PostMessageW(child(control), WM_MOUSEWHEEL, static_cast<WPARAM>(MAKELONG(0, by)),
+                 MAKELPARAM(box.left + 3, box.top + 3));
+    settle();
+  }
+  void recolour(bool other) override {
+    if (!other) return setDesktopColours(usualFace_, usualText_);
+    usualFace_ = GetSysColor(COLOR_BTNFACE);
+    usualText_ = GetSysColor(COLOR_BTNTEXT);
+    setDesktopColours(0x303030, 0xEEEEEE);
+  }
+  void pressNext(const std::string& label) override {
+    answer_ = std::jthread([label = widen(label)] { pressInBox(label); });
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     if (action == MouseAction::leave) ReleaseCapture();  // as when another window takes it
@@ -120,20 +187,18 @@ class Win32User final : public User {
 
  private:
   HWND child(ControlId control) const { return GetDlgItem(main_, kFirstControl + control); }
-  void settle() { window_.processEvents(); }
-  void pressWithControl(WPARAM letter) {
-    BYTE state[256] = {};
-    state[VK_CONTROL] = 0x80;
-    SetKeyboardState(state);
-    PostMessageW(GetFocus(), WM_KEYDOWN, letter, 1);
-    settle();
-    state[VK_CONTROL] = 0;
-    SetKeyboardState(state);
+  static std::string itemText(HMENU menu, CommandId command) {
+    wchar_t text[200] = {};
+    GetMenuStringW(menu, static_cast<UINT>(kFirstCommand + command), text, 200, MF_BYCOMMAND);
+    const std::string whole = narrow(text);
+    return whole.substr(0, whole.find('\t'));
   }
+  void settle() { window_.processEvents(); }
 
   Window& window_;
   HWND main_;
   std::jthread answer_;
+  COLORREF usualFace_ = 0, usualText_ = 0;
 };
 
 }  // namespace

@@ -6,13 +6,14 @@
 #include <random>
 #include <thread>
 
-#include "app/main_window.h"
 #include "gui_objects.h"
 #include "own_windows.h"
 #include "platform/win32/handles.h"
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/text.h"
+#include "window/commands.h"
+#include "window/main_window.h"
 
 #include <dlgs.h>  // behind the system's other headers
 
@@ -22,8 +23,8 @@ namespace {
 constexpr const char* kApplication = "Lorivan program test";
 constexpr const wchar_t* kKey = L"Software\\Lorivan program test";
 
-/// Answers every dialog of this process: types `fileName` into a file dialog, refuses all others until the
-/// end.
+/// Answers every dialog of this process: types `fileName` into a file dialog, saves no changes, and refuses
+/// all others until the end.
 class DialogAnswerer {
  public:
   std::atomic<bool> agrees{false};
@@ -35,7 +36,8 @@ class DialogAnswerer {
     const int entry = GetDlgItem(dialog, cmb13) != nullptr ? cmb13 : edt1;
     const bool isFileDialog = GetDlgItem(dialog, entry) != nullptr;
     if (isFileDialog && agrees) SetDlgItemTextW(dialog, entry, fileName.c_str());
-    PostMessageW(dialog, WM_COMMAND, agrees ? IDOK : IDCANCEL, 0);
+    const WPARAM yes = !isFileDialog && GetDlgItem(dialog, IDNO) != nullptr ? IDNO : IDOK;
+    PostMessageW(dialog, WM_COMMAND, agrees ? yes : IDCANCEL, 0);
   }
 
   // The last member, so that all others are there before it runs.
@@ -74,7 +76,15 @@ class User {
 
 class ProgramTest : public testing::Test {
  protected:
-  ~ProgramTest() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
+  ProgramTest() { forget(); }
+  ~ProgramTest() override { forget(); }
+
+  /// Settings and the user's files of a run before.
+  static void forget() {
+    RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
+    std::error_code fault;
+    std::filesystem::remove_all(widen(PlatformWin32(kApplication).userFolder()), fault);
+  }
 
   /// Opens the window, lets the user act in it and close it.
   template <class Actions>
@@ -177,14 +187,10 @@ void actRandomly(std::mt19937& random) {
   } else if (kind != ControlKind::colourBox || pick(50) == 0) {
     PostMessageW(target, BM_CLICK, 0, 0);
   }
-  constexpr CommandId lastCommand = commandId("mnuStyle9");
-  const CommandId command = pick(static_cast<std::size_t>(lastCommand) + 1);
-  const bool opensDialog = command == commandId("mnuFileLoad") || command == commandId("mnuFileSave") ||
-                           command == commandId("mnuFileSaveBMP") || command == commandId("mnuFileSaveEMF") ||
-                           command == commandId("mnuFileSave3D") || command == commandId("mnuFileExit") ||
-                           command == commandId("mnuShapeLoadPicture") ||
-                           command == commandId("mnuShapeLoadFile") ||
-                           command == commandId("mnuShapeSaveFile");
+  const CommandId command = pick(commandRows().size());
+  const std::string_view name = commandRows()[static_cast<std::size_t>(command)].name;
+  const bool opensDialog = name.starts_with("mnuFile") || name.starts_with("mnuHelp") ||
+                           name.starts_with("mnuShapeLoad") || name == "mnuShapeSaveFile";
   if (pick(20) == 0 && (!opensDialog || pick(20) == 0))
     PostMessageW(User::window(), WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
 }

@@ -1,6 +1,7 @@
 // What is special in the Windows services: where settings stand, and texts that are no proper Unicode.
 #include <gtest/gtest.h>
 
+#include "platform/win32/services.h"
 #include "platform/win32/settings.h"
 #include "platform/win32/text.h"
 #include "platform/win32/windows_api.h"
@@ -20,6 +21,20 @@ TEST(RegistrySettingsTest, SettingsStandWherePerUserTextsStand) {
   const DWORD number = 5;
   RegSetKeyValueW(HKEY_CURRENT_USER, section, L"lsttype", REG_DWORD, &number, sizeof number);
   EXPECT_EQ(settings.read("Settings", "lsttype", "0"), "0") << "a number is no text";
+}
+
+TEST(UserFolderTest, StandsInTheUsersLocalData) {
+  wchar_t before[MAX_PATH] = {}, scraps[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"LOCALAPPDATA", before, MAX_PATH);
+  GetTempPathW(MAX_PATH, scraps);
+  const std::wstring data = std::wstring(scraps) + L"Lorivan d\xE4ta";
+  CreateDirectoryW(data.c_str(), nullptr);
+  SetEnvironmentVariableW(L"LOCALAPPDATA", data.c_str());
+  EXPECT_EQ(makeUserFolder("Lorivan test"), narrow(data + L"\\Lorivan test"));
+  EXPECT_EQ(GetFileAttributesW((data + L"\\Lorivan test").c_str()), DWORD{FILE_ATTRIBUTE_DIRECTORY});
+  SetEnvironmentVariableW(L"LOCALAPPDATA", L"Q:\\nowhere");
+  EXPECT_EQ(makeUserFolder("Lorivan test"), "");
+  SetEnvironmentVariableW(L"LOCALAPPDATA", before);
 }
 
 TEST(TextTest, UnpairedAndBrokenPiecesBecomeTheReplacementCharacter) {

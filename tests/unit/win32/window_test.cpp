@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "app/command_table.h"
 #include "gui_objects.h"
 #include "platform/win32/platform_win32.h"
+#include "window/commands.h"
 
 namespace lorivan::win32 {
 namespace {

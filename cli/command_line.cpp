@@ -1,0 +1,328 @@
+#include "cli/command_line.h"
+
+#include "base/numbers.h"
+#include "base/sink.h"
+#include "custom/shape_file.h"
+#include "design/frame_files.h"
+#include "design/presets.h"
+#include "design/version.h"
+#include "export/formats.h"
+
+namespace lorivan {
+namespace {
+
+/// Walks over the arguments; options may take the next one as their value.
+class Parser {
+ public:
+  explicit Parser(const std::vector<std::string>& arguments) : arguments_(arguments) {}
+
+  Result<CommandLine> run();
+
+ private:
+  struct Option {
+    std::string_view name;
+    Status (Parser::*take)();
+  };
+  static const std::vector<Option> kOptions;
+
+  Status value(std::string& out) {
+    const std::string& option = arguments_[at_];
+    if (at_ + 1 >= arguments_.size()) return wrongUsage(option + " needs a value");
+    out = arguments_[++at_];
+    return {};
+  }
+
+  Status takeShape();
+  Status takePreset();
+  Status takeSet();
+  Status takeRandom();
+  Status takeView();
+  Status takeWidth();
+  Status takeMillimetres();
+  Status takeTransparent() { return flag(line_.transparent); }
+  Status takeAnimate() { return flag(line_.animate); }
+  Status takeQuiet() { return flag(line_.quiet); }
+  Status takeStep() { return flag(line_.stepDisplay); }
+  Status takeOutput();
+  Status takeList();
+  Status takeHelp() { return kind(CommandKind::help); }
+  Status takeVersion() { return kind(CommandKind::version); }
+  Status takeFile(const std::string& name);
+  Status checkOutputs() const;
+
+  static Status flag(bool& on) {
+    on = true;
+    return {};
+  }
+  Status kind(CommandKind wanted) {
+    line_.kind = wanted;
+    return {};
+  }
+
+  const std::vector<std::string>& arguments_;
+  std::size_t at_ = 0;
+  CommandLine line_;
+};
+
+const std::vector<Parser::Option> Parser::kOptions = {
+    {"--shape", &Parser::takeShape},     {"--preset", &Parser::takePreset},
+    {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
+    {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
+    {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
+    {"--animate", &Parser::takeAnimate}, {"--quiet", &Parser::takeQuiet},
+    {"--step", &Parser::takeStep},       {"-o", &Parser::takeOutput},
+    {"--list", &Parser::takeList},       {"--help", &Parser::takeHelp},
+    {"-h", &Parser::takeHelp},           {"--version", &Parser::takeVersion},
+};
+
+Status Parser::takeShape() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  const auto index = parseInteger(name, 0, kShapeCount - 2);
+  for (int i = 0; i < kShapeCount - 1; ++i)
+    if (index == i || lowerCase(shapeTable()[static_cast<std::size_t>(i)].name) == lowerCase(name)) {
+      line_.shape = static_cast<Shape>(i);
+      return {};
+    }
+  return wrongUsage("there is no shape \"" + name + "\"; --list shapes names them all");
+}
+
+Status Parser::takePreset() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  line_.preset = findPreset(name);
+  if (line_.preset) return {};
+  return wrongUsage("there is no style \"" + name + "\"; --list presets names them all");
+}
+
+Status Parser::takeSet() {
+  std::string pair;
+  if (const Status got = value(pair); !got) return got;
+  const auto equals = pair.find('=');
+  if (equals == std::string::npos) return wrongUsage("--set takes FIELD=VALUE, not \"" + pair + "\"");
+  const std::string field = pair.substr(0, equals), text = pair.substr(equals + 1);
+  if (const auto parameter = findParameter(field)) {
+    line_.values.emplace_back(*parameter, text);
+    return {};
+  }
+  const auto box = findCheck(field);
+  if (!box) return wrongUsage("there is no field \"" + field + "\"; --list parameters names them all");
+  if (text != "0" && text != "1")
+    return wrongUsage(field + " is a check box and takes 0 or 1, not \"" + text + "\"");
+  line_.checks.emplace_back(*box, text == "1");
+  return {};
+}
+
+/// The seed may be left out: only a whole number after the option is taken as one.
+Status Parser::takeRandom() {
+  line_.random = true;
+  if (at_ + 1 >= arguments_.size()) return {};
+  if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
+    line_.seed = static_cast<std::uint64_t>(*seed);
+    ++at_;
+  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
+    return wrongUsage("--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\"");
+  }
+  return {};
+}
+
+Status Parser::takeView() {
+  std::string view;
+  if (const Status got = value(view); !got) return got;
+  if (view != "2d" && view != "3d") return wrongUsage("--view takes 2d or 3d, not \"" + view + "\"");
+  line_.solidView = view == "3d";
+  return {};
+}
+
+Status Parser::takeWidth() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto width = parseInteger(text, 1, INT32_MAX);
+  if (!width) return wrongUsage("--width takes a number of pixels, not \"" + text + "\"");
+  line_.width = static_cast<int>(*width);
+  return {};
+}
+
+Status Parser::takeMillimetres() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto width = parseNumber(text);
+  if (!width || *width < 0.01 || *width > kMostMillimetres)
+    return wrongUsage("--mm takes a width from 0.01 to 100000 millimetres, not \"" + text + "\"");
+  line_.millimetres = *width;
+  return {};
+}
+
+Status Parser::takeOutput() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  if (findFormat(extensionOf(name), DxfKind::faces) == nullptr)
+    return wrongUsage("\"" + name + "\" has no known format; --list formats names them all");
+  line_.outputs.push_back(name);
+  return {};
+}
+
+Status Parser::takeList() {
+  if (const Status got = value(line_.listed); !got) return got;
+  if (line_.listed != "parameters" && line_.listed != "shapes" && line_.listed != "presets" &&
+      line_.listed != "formats")
+    return wrongUsage("--list takes parameters, shapes, presets or formats, not \"" + line_.listed + "\"");
+  return kind(CommandKind::list);
+}
+
+Status Parser::takeFile(const std::string& name) {
+  if (name.size() > 1 && name.front() == '-') return wrongUsage("there is no option " + name);
+  if (!line_.knotFile.empty()) return wrongUsage("one knot file at a time, not also \"" + name + "\"");
+  if (name.empty()) return wrongUsage("the knot file's name is empty");
+  line_.knotFile = name;
+  return {};
+}
+
+/// What options mean for outputs that may stand before or after them.
+Status Parser::checkOutputs() const {
+  if (line_.shape && !line_.knotFile.empty())
+    return wrongUsage("a knot file brings its own shape; --shape does not go with it");
+  if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
+    return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  if (!line_.animate) return {};
+  if (line_.solidView) return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
+  for (const std::string& name : line_.outputs) {
+    const std::string extension = extensionOf(name);
+    if (extension == "svg") continue;
+    if (extension != "png" && extension != "bmp")
+      return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
+    if (const auto names = parseFrameNames(name); !names) return names.error();
+  }
+  return {};
+}
+
+Result<CommandLine> Parser::run() {
+  for (; at_ < arguments_.size(); ++at_) {
+    const std::string& word = arguments_[at_];
+    const Option* found = nullptr;
+    for (const Option& option : kOptions)
+      if (option.name == word) found = &option;
+    const Status taken = found != nullptr ? (this->*found->take)() : takeFile(word);
+    if (!taken) return taken.error();
+  }
+  if (line_.kind != CommandKind::window) return line_;
+  if (!line_.outputs.empty()) {
+    line_.kind = CommandKind::makeFiles;
+    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    return line_;
+  }
+  const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
+                           !line_.checks.empty() || line_.width || line_.millimetres || line_.transparent ||
+                           line_.solidView || line_.animate;
+  if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
+  return line_;
+}
+
+void appendColumn(std::string& out, std::string_view text, std::size_t width) {
+  out += text;
+  out.append(text.size() < width ? width - text.size() : 1, ' ');
+}
+
+std::string parameterList() {
+  std::string out;
+  for (const ParamSpec& spec : parameterTable()) {
+    appendColumn(out, spec.field, 20);
+    appendColumn(out, std::string(spec.min) + " to " + std::string(spec.max), 16);
+    appendColumn(out, correctedText(*findParameter(spec.field), std::string(spec.firstRun)), 8);
+    out += std::string(spec.tooltip) + '\n';
+  }
+  for (const CheckSpec& spec : checkTable()) {
+    appendColumn(out, spec.field, 20);
+    appendColumn(out, "0 or 1", 16);
+    appendColumn(out, spec.firstRun ? "1" : "0", 8);
+    out += std::string(spec.caption) + '\n';
+  }
+  return out;
+}
+
+std::string shapeList() {
+  std::string out;
+  for (int i = 0; i < kShapeCount - 1; ++i) {
+    const ShapeSpec& spec = shapeTable()[static_cast<std::size_t>(i)];
+    appendColumn(out, std::to_string(i), 4);
+    appendColumn(out, spec.name, 20);
+    out += std::string(spec.about) + '\n';
+  }
+  return out;
+}
+
+std::string presetList() {
+  std::string out;
+  int number = 0;
+  for (const Preset& preset : presetTable()) {
+    appendColumn(out, std::to_string(number++), 4);
+    appendColumn(out, preset.name, 20);
+    out += std::string(preset.about) + '\n';
+  }
+  return out;
+}
+
+}  // namespace
+
+ExitStatus exitStatusOf(ErrorKind kind) {
+  switch (kind) {
+    case ErrorKind::usage:
+      return kWrongUsage;
+    case ErrorKind::input:
+      return kBadInput;
+    case ErrorKind::knot:
+    case ErrorKind::limit:
+      return kNoKnot;
+    case ErrorKind::output:
+      break;
+  }
+  return kBadOutput;
+}
+
+Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments) {
+  return Parser(arguments).run();
+}
+
+std::string listText(const std::string& what) {
+  if (what == "parameters") return parameterList();
+  if (what == "presets") return presetList();
+  return what == "shapes" ? shapeList() : formatList();
+}
+
+std::string usageText() {
+  return "lorivan [KNOT.qzd]                 open the window, with this knot if one is named\n"
+         "lorivan [KNOT.qzd] [OPTIONS] -o FILE [-o FILE]...\n"
+         "                                   write files, without a window or a display\n"
+         "KNOT may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
+         "chkShapeT.\n"
+         "\n"
+         "  -o FILE          the format is the extension: " +
+         formatExtensions() +
+         "\n"
+         "  --shape NAME     a standard shape, by its name or its number\n"
+         "  --preset NAME    a style, by its name or its number: bands and colours that go together\n"
+         "  --set FIELD=VALUE  a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated\n"
+         "  --random [SEED]  a random knot; the same seed gives the same knot\n"
+         "  --view 2d|3d     which picture png and bmp hold (2d)\n"
+         "  --width PIXELS   width of png and bmp pictures (1000)\n"
+         "  --mm WIDTH       finished width in millimetres: of the drawn knot, bands included, in\n"
+         "                   " +
+         formatsWithWidth(WidthOf::drawing) +
+         " (the same size in all of them), of the model in\n"
+         "                   " +
+         formatsWithWidth(WidthOf::model) +
+         "\n"
+         "  --transparent    leave the background out of svg and png\n"
+         "  --animate        the knot draws itself: -o knot.svg plays in a browser, at the speed of "
+         "vtAnimate and\n"
+         "                   again and again with --set chkLoop=1; -o 'frame-%03d.png' writes numbered "
+         "frames\n"
+         "  --quiet          no notes on the error output\n"
+         "  --list parameters|shapes|presets|formats\n"
+         "  --version, --help\n"
+         "\n"
+         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"
+         "5 an output that cannot be written, 6 no display for the window.\n";
+}
+
+}  // namespace lorivan

@@ -1,0 +1,235 @@
+#include "cli/make_files.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <optional>
+
+#include "base/numbers.h"
+#include "base/sink.h"
+#include "cli/progress_line.h"
+#include "custom/shape_file.h"
+#include "design/document_text.h"
+#include "design/edits.h"
+#include "design/frame_files.h"
+#include "design/knot.h"
+#include "design/outputs.h"
+#include "design/random_knot.h"
+
+namespace lorivan {
+namespace {
+
+/// One run. Every step returns an exit status; the first that is not kDone ends the run. Files that were not
+/// committed vanish with it.
+class FileMaker {
+ public:
+  FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
+      : platform_(platform),
+        line_(line),
+        errors_(errors),
+        progress_(platform.clock(), errors, platform.errorsGoToTerminal() && !line.quiet) {}
+
+  int run();
+
+ private:
+  int fail(const Error& error, const std::string& where = "");
+  void note(const std::string& message);
+  int readFile();
+  int readShape(const std::string& text);
+  void drawRandom();
+  void takeValues();
+  /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
+  bool ownShape() const { return extensionOf(line_.knotFile) == kShapeFileExtension; }
+  bool mustBuild() const;
+  int build();
+  int writeOne(const OutputJob& job, const std::string& name);
+  int writeFrames(const OutputJob& job, const std::string& pattern);
+  int keep(std::unique_ptr<FileSink> sink);
+  void noteIgnoredWidth();
+  int write();
+
+  Platform& platform_;
+  const CommandLine& line_;
+  std::ostream& errors_;
+  ProgressLine progress_;
+  Document document_;
+  Rnd random_;
+  std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+  std::vector<std::unique_ptr<FileSink>> sinks_;
+};
+
+int FileMaker::fail(const Error& error, const std::string& where) {
+  std::string oneLine = where + error.message;
+  std::erase(oneLine, '\r');
+  std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  progress_.clear();
+  errors_ << "lorivan: " << oneLine << '\n';
+  return exitStatusOf(error.kind);
+}
+
+void FileMaker::note(const std::string& message) {
+  if (line_.quiet) return;
+  progress_.clear();
+  errors_ << "lorivan: " << message << '\n';
+}
+
+int FileMaker::readFile() {
+  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
+  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
+  if (ownShape()) return readShape(*bytes);
+  auto read = readDocument(*bytes);
+  if (!read) return fail(read.error(), line_.knotFile + ", ");
+  for (const std::string& correction : read->corrections) note(line_.knotFile + ", line 2: " + correction);
+  if (read->document.lines->empty())
+    return fail(unreadable("line 3: the knot has no lines"), line_.knotFile + ", ");
+  document_ = std::move(read->document);
+  return kDone;
+}
+
+int FileMaker::readShape(const std::string& text) {
+  auto shape = readShapeText(text);
+  if (!shape) return fail(shape.error(), line_.knotFile + ", ");
+  document_ = withOutline(document_, std::move(*shape));
+  document_.fields.shape = Shape::Custom;
+  return kDone;
+}
+
+/// Draws the fields of a random knot; its grid is built when all fields are known.
+void FileMaker::drawRandom() {
+  const std::uint64_t seed = line_.seed.value_or(platform_.clock().seed() % 1'000'000'000);
+  random_ = seededRandom(seed);
+  if (!line_.seed) note("--random " + std::to_string(seed));
+  const bool constantShape =
+      line_.shape.has_value() || !line_.knotFile.empty() || document_.fields.check(Check::ConstantShape);
+  drawRandomFields(document_.fields, constantShape, random_);
+}
+
+void FileMaker::takeValues() {
+  for (const auto& [parameter, text] : line_.values) {
+    document_ = withField(document_, parameter, text);
+    const std::string& shown = document_.fields.text(parameter);
+    if (parseNumber(shown) != parseNumber(text))
+      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " + shown);
+  }
+}
+
+/// A knot file keeps its own lines unless a field is set that lines are made from. The stretch only draws
+/// them taller or flatter.
+bool FileMaker::mustBuild() const {
+  if (line_.knotFile.empty() || line_.random) return true;
+  return std::any_of(line_.values.begin(), line_.values.end(),
+                     [](const auto& value) { return makesGrid(value.first) && value.first != Param::Skew; });
+}
+
+int FileMaker::build() {
+  if (!ownShape() && !mustBuild()) return kDone;
+  if (!ownShape() && document_.fields.shape == Shape::Custom)
+    return fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
+  auto made = ownShape() ? autoGrid(document_) : newGrid(document_, random_ ? &random_ : nullptr);
+  if (!made) return fail(made.error());
+  for (const auto& [parameter, text] : line_.values)
+    if (made->fields.text(parameter) != document_.fields.text(parameter))
+      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
+           made->fields.text(parameter) + " for this shape");
+  document_ = std::move(*made);
+  return kDone;
+}
+
+int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  auto sink = FileSink::create(name);
+  if (!sink) return fail(sink.error());
+  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
+  if (const int status = keep(std::move(*sink)); status != kDone) return status;
+  return made ? kDone : fail(made.error(), name + ": ");
+}
+
+int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
+  const auto names = parseFrameNames(pattern);
+  if (!names) return fail(names.error());
+  const FrameMaker frames(job, names->most());
+  if (frames.stride() > 1)
+    note(pattern + ": " + std::to_string(frames.count()) + " frames, one for every " +
+         std::to_string(frames.stride()) + " steps");
+  const PictureFormat format = extensionOf(pattern) == "bmp" ? PictureFormat::bmp : PictureFormat::png;
+  for (int number = 1; number <= frames.count(); ++number) {
+    const std::string name = names->name(number);
+    job.progress(static_cast<double>(number - 1) / frames.count());
+    auto sink = FileSink::create(name);
+    if (!sink) return fail(sink.error());
+    const auto bytes = frames.make(number, format);
+    if (!bytes) return fail(bytes.error(), name + ": ");
+    (*sink)->write(*bytes);
+    if (const int status = keep(std::move(*sink)); status != kDone) return status;
+  }
+  return kDone;
+}
+
+/// The file is complete under its temporary name; it gets its own when all are. The error tells why bytes
+/// were refused, which their writer does not know.
+int FileMaker::keep(std::unique_ptr<FileSink> sink) {
+  if (const Status closed = sink->close(); !closed) return fail(closed.error());
+  sinks_.push_back(std::move(sink));
+  return kDone;
+}
+
+void FileMaker::noteIgnoredWidth() {
+  std::string ignoring;
+  for (const ExportFormat& format : exportFormats()) {
+    const auto isOutput = [&](const std::string& name) {
+      return outputFormat(name, document_.fields) == &format;
+    };
+    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+      ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
+  }
+  if (line_.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+}
+
+int FileMaker::write() {
+  noteIgnoredWidth();
+  const StrandColours colours = strandColours(document_.fields.boxes);
+  OutputJob job{platform_, document_, *knot_, colours};
+  job.width = line_.width;
+  job.millimetres = line_.millimetres;
+  job.transparent = line_.transparent;
+  job.solidView = line_.solidView;
+  job.animate = line_.animate;
+  for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
+    const std::string& name = line_.outputs[i];
+    job.progress = [&, i](double part) {
+      progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
+    };
+    job.progress(0);
+    const bool frames = line_.animate && extensionOf(name) != "svg";
+    if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
+      return status;
+  }
+  for (const auto& sink : sinks_)
+    if (const Status done = sink->commit(); !done) return fail(done.error());
+  return kDone;
+}
+
+int FileMaker::run() {
+  if (line_.shape) document_.fields.shape = *line_.shape;
+  if (!line_.knotFile.empty())
+    if (const int status = readFile(); status != kDone) return status;
+  for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
+  if (line_.random) drawRandom();
+  if (line_.preset) document_ = withStyle(document_, *line_.preset);
+  takeValues();
+  if (const int status = build(); status != kDone) return status;
+  if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
+  return write();
+}
+
+}  // namespace
+
+int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
+  try {
+    return FileMaker(platform, line, errors).run();
+  } catch (const std::bad_alloc&) {
+    errors << "lorivan: there is not enough memory for these outputs\n";
+    return kBadOutput;
+  }
+}
+
+}  // namespace lorivan

@@ -1,0 +1,154 @@
+#include "design/edits.h"
+
+#include <memory>
+#include <utility>
+
+#include "base/numbers.h"
+#include "custom/autogrid.h"
+#include "custom/planar_grid.h"
+#include "design/presets.h"
+#include "design/random_knot.h"
+
+namespace lorivan {
+namespace {
+
+/// The document with the lines of a graph that was just built.
+Document withGraph(Document document, const KnotGraph& graph) {
+  document.CellSize = graph.CellSize;
+  document.lines = Shared(linesOf(graph));
+  return document;
+}
+
+GridView shapeView(const Document& document) {
+  return GridView(stretchFactor(document.fields.number(Param::Skew)));
+}
+
+/// A grid of the shape of one's own, which it then is no longer ahead of.
+Result<Document> withShapeGrid(const Document& document, const KnotGraph& graph, const Status& made) {
+  if (!made) return made.error();
+  Document next = withGraph(document, graph);
+  next.fields.shape = Shape::Custom;
+  next.outlineAhead = false;
+  return next;
+}
+
+}  // namespace
+
+bool makesGrid(Param p) {
+  const FollowUp followUp = parameterSpec(p).followUp;
+  return followUp == FollowUp::newGrid || followUp == FollowUp::newGridOnly || followUp == FollowUp::scale;
+}
+
+Document withField(const Document& document, Param p, const std::string& text) {
+  Document next = document;
+  next.fields.text(p) = correctedText(p, text);
+  if (p == Param::Scale) next.askedScale.clear();
+  return next;
+}
+
+Result<Document> changeField(const Document& document, Param p, const std::string& text) {
+  const Document next = withField(document, p, text);
+  return makesGrid(p) ? newGrid(next) : Result<Document>(next);
+}
+
+std::string fieldStep(const Document& document, Param p) {
+  return std::string(trimmed(parameterSpec(p).caption)) + ' ' + document.fields.text(p);
+}
+
+Document withCheck(const Document& document, Check c, bool on) {
+  Document next = document;
+  next.fields.check(c) = on;
+  return next;
+}
+
+std::string checkStep(Check c, bool on) { return std::string(checkSpec(c).caption) + (on ? " on" : " off"); }
+
+Document withColour(const Document& document, int box, Colour colour) {
+  Document next = document;
+  next.fields.boxes[static_cast<std::size_t>(box)] = colour;
+  return next;
+}
+
+Document withStyle(const Document& document, int style) {
+  Document next = document;
+  applyPreset(next.fields, style);
+  return next;
+}
+
+Result<Document> chooseShape(const Document& document, Shape shape) {
+  Document next = document;
+  next.fields.shape = shape;
+  return newGrid(next);
+}
+
+Result<Document> newGrid(const Document& document, const Rnd* random) {
+  if (document.fields.shape == Shape::Custom) return document;
+  Document next = document;
+  if (!next.askedScale.empty()) next.fields.text(Param::Scale) = next.askedScale;
+  const std::string asked = next.fields.text(Param::Scale);
+  KnotGraph graph;
+  const auto built = buildStandardGrid(graph, gridFields(next.fields), random);
+  if (!built) return built.error();
+  takeCorrections(next.fields, built->fields);
+  next.askedScale = next.fields.text(Param::Scale) == asked ? std::string() : asked;
+  return withGraph(std::move(next), graph);
+}
+
+Result<Document> randomKnot(const Document& document, const Rnd& random) {
+  Document next = document;
+  drawRandomFields(next.fields, next.fields.check(Check::ConstantShape), random);
+  next.askedScale.clear();
+  return newGrid(next, &random);
+}
+
+Document stepLine(const Document& document, int line, int step) {
+  if (!document.lines || line < 0 || line >= static_cast<int>(document.lines->size())) return document;
+  KnotLines lines = *document.lines;
+  std::int16_t& kind = lines[static_cast<std::size_t>(line)].Kind;
+  kind = static_cast<std::int16_t>((kind + step) & 3);
+  Document next = document;
+  next.lines = Shared(std::move(lines));
+  return next;
+}
+
+Document withOutline(const Document& document, CustomShape shape) {
+  Document next = document;
+  next.outline = Shared(std::move(shape));
+  next.outlineAhead = true;
+  return next;
+}
+
+Document blankShape(const Document& document) {
+  Document next = withOutline(document, {});
+  next.fields.shape = Shape::Custom;
+  return next;
+}
+
+Result<Document> outlineFromGrid(const Document& document) {
+  if (!document.lines) return impossibleKnot("There is no grid yet to make a shape from");
+  const auto graph = std::make_unique<KnotGraph>();
+  if (const Status taken = takeLines(*graph, document); !taken) return taken.error();
+  GridView view = shapeView(document);
+  fitView(view, *graph);
+  auto shape = makeShapeFromGrid(*graph, view);
+  if (!shape) return shape.error();
+  Document next = withOutline(document, std::move(*shape));
+  next.fields.shape = Shape::Custom;
+  next.outlineAhead = false;  // the grid that it was made from is its own
+  return next;
+}
+
+Result<Document> lineGrid(const Document& document) {
+  KnotGraph graph;
+  const Status made = makeGridFromShape(graph, outlineOf(document), shapeView(document));
+  return withShapeGrid(document, graph, made);
+}
+
+Result<Document> autoGrid(const Document& document) {
+  KnotGraph graph;
+  const AutoGridOptions options{document.fields.whole(Param::GridSize), document.fields.check(Check::ShapeT)};
+  const Status made = AutoGrid(graph, outlineOf(document), shapeView(document), options);
+  return withShapeGrid(document, graph, made);
+}
+
+}  // namespace lorivan

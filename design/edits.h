@@ -1,0 +1,64 @@
+// Everything that can be done to a knot: functions from one document to another. None of them draws, asks or
+// writes; an error leaves the caller with the document it had.
+#pragma once
+
+#include <string>
+
+#include "base/random.h"
+#include "design/document.h"
+
+namespace lorivan {
+
+/// Whether the field is one that grids are made from.
+bool makesGrid(Param p);
+
+/// A field gets a text, corrected as the field corrects it; nothing else follows.
+Document withField(const Document& document, Param p, const std::string& text);
+
+/// The same, and the grid is built anew where the field makes grids. A shape of one's own keeps its lines.
+Result<Document> changeField(const Document& document, Param p, const std::string& text);
+
+/// "Width 9": the name of such a step, for the document that it led to.
+std::string fieldStep(const Document& document, Param p);
+
+Document withCheck(const Document& document, Check c, bool on);
+/// "HeightMap on"
+std::string checkStep(Check c, bool on);
+
+/// Strand colour box 0 to 14.
+Document withColour(const Document& document, int box, Colour colour);
+
+/// Bands and colours of a style; `style` is a place in presetTable().
+Document withStyle(const Document& document, int style);
+
+/// Selects a shape and builds its grid; "(Custom)" keeps the lines that are there.
+Result<Document> chooseShape(const Document& document, Shape shape);
+
+/// Builds the grid of the fields, which then show what it was really built with. The scale starts from what
+/// the user asked for. With `random`, line kinds are varied by draws from it. A shape of one's own keeps its
+/// lines.
+Result<Document> newGrid(const Document& document, const Rnd* random = nullptr);
+
+/// Draws shape and style fields at random and builds their grid. chkConstantShape keeps the shape.
+Result<Document> randomKnot(const Document& document, const Rnd& random);
+
+/// Steps the kind of a line 1, 2, 3, 0 and round again; three steps on are one back. A line that is not there
+/// stays so.
+Document stepLine(const Document& document, int line, int step);
+
+/// The document with another shape of one's own, which is ahead of the grid from now on.
+Document withOutline(const Document& document, CustomShape shape);
+
+/// An empty shape of one's own is chosen.
+Document blankShape(const Document& document);
+
+/// The points and lines of the grid become the shape of one's own, which is chosen.
+Result<Document> outlineFromGrid(const Document& document);
+
+/// The shape's lines become the grid.
+Result<Document> lineGrid(const Document& document);
+
+/// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say.
+Result<Document> autoGrid(const Document& document);
+
+}  // namespace lorivan

@@ -1,0 +1,41 @@
+// Makes output files of a knot in any format of the format table.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "base/sink.h"
+#include "design/knot.h"
+#include "design/knot_model.h"
+#include "export/formats.h"
+#include "platform/platform.h"
+
+namespace lorivan {
+
+/// Width of pictures when none is asked for; height maps are twice as wide.
+inline constexpr int kPictureWidth = 1000;
+
+/// What the outputs of one knot are made from; they share the model.
+struct OutputJob {
+  Platform& platform;
+  const Document& document;
+  const Knot& knot;  // of the document, traced
+  const StrandColours& colours;
+  std::optional<int> width = {};           // pixels of pictures; 1000 when not given
+  std::optional<double> millimetres = {};  // width of the finished knot
+  bool transparent = false;
+  bool solidView = false;  // pictures hold the 3-D view
+  bool animate = false;    // svg holds the animation
+  std::function<void(double)> progress = {};
+
+  std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
+};
+
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
+/// unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+
+/// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
+Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
+
+}  // namespace lorivan

@@ -1,0 +1,89 @@
+// The words of the command line.
+#include "cli/command_line.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+#include <sstream>
+
+#include "cli/progress_line.h"
+#include "design/frame_files.h"
+#include "design/presets.h"
+#include "platform/none/none_platform.h"
+
+namespace lorivan {
+namespace {
+
+/// The words between single blanks.
+std::vector<std::string> wordsOf(const std::string& line) {
+  std::istringstream stream(line);
+  return {std::istream_iterator<std::string>(stream), {}};
+}
+
+TEST(CommandLine, TellsJobsApart) {
+  const auto kindOf = [](std::vector<std::string> words) { return parseCommandLine(words)->kind; };
+  EXPECT_EQ(kindOf({}), CommandKind::window);
+  EXPECT_EQ(kindOf({"a.qzd"}), CommandKind::window);
+  EXPECT_EQ(kindOf({"--help"}), CommandKind::help);
+  EXPECT_EQ(kindOf({"--version"}), CommandKind::version);
+  EXPECT_EQ(kindOf({"--list", "shapes"}), CommandKind::list);
+  EXPECT_EQ(kindOf({"a.qzd", "-o", "b.svg"}), CommandKind::makeFiles);
+}
+
+TEST(CommandLine, KeepsItsOptionsInOrder) {
+  const auto line = parseCommandLine(
+      wordsOf("--shape Star --set vtXNo=6 --set chkMirror=1 --set vtXNo=7 --random 42 --width 800 "
+              "--mm 12.5 --preset gold --transparent --quiet -o a.SVG -o dir.x/b.png"));
+  ASSERT_TRUE(line);
+  EXPECT_EQ(line->shape, Shape::Star);
+  EXPECT_EQ(line->values.at(1).second, "7");
+  EXPECT_EQ(line->checks.at(0), std::make_pair(Check::Mirror, true));
+  EXPECT_TRUE(line->seed == 42U && line->width == 800 && line->millimetres == 12.5);
+  EXPECT_EQ(line->preset, findPreset("Gold"));
+  EXPECT_EQ(line->outputs.size(), 2U);
+  const auto seedless = parseCommandLine({"--random", "-o", "a.svg", "--shape", "4"});
+  EXPECT_TRUE(seedless->random && !seedless->seed && seedless->shape == Shape::Circular);
+}
+
+TEST(CommandLine, RefusesWhatItDoesNotKnow) {
+  std::istringstream lines(
+      "--shape Pentagon -o a.svg\n--shape\n--set vtXNo -o a.svg\n--set vtNope=1 -o a.svg\n"
+      "--set chkMirror=yes -o a.svg\n-o a.xyzzy\n-o\n--width 0 -o a.png\n--mm nan -o a.svg\n--view 4d -o "
+      "a.png\n"
+      "--list fish\n--frobnicate\na.qzd b.qzd\n--shape Star\na.qzd --shape Star -o a.svg\n"
+      "--shape (Custom) -o a.svg\n--preset Gold");
+  for (std::string line; std::getline(lines, line);) EXPECT_FALSE(parseCommandLine(wordsOf(line))) << line;
+  EXPECT_FALSE(parseCommandLine({""}));
+}
+
+TEST(FrameNames, CountWithinTheirDigits) {
+  const auto names = parseFrameNames("50%/a-%03d.PNG");
+  ASSERT_TRUE(names);
+  EXPECT_EQ(names->name(7), "50%/a-007.PNG");
+  EXPECT_EQ(names->most(), 999);
+  const auto plain = parseFrameNames("%d.bmp");
+  EXPECT_EQ(plain->name(1234), "1234.bmp");
+  for (const auto& [pattern, most] : {std::pair{"%d.bmp", 9999}, {"%01d.bmp", 9}, {"%09d.bmp", 9999}})
+    EXPECT_EQ(parseFrameNames(pattern)->most(), most);
+  for (const char* wrong : {"a.png", "%", "%.png", "%0d.png", "%012d.png", "%-3d.png", "%%d.png", "%d/a.png"})
+    EXPECT_FALSE(parseFrameNames(wrong)) << wrong;
+}
+
+TEST(ProgressLine, ShowsLongWorkOnOneLineAndLeavesNothing) {
+  ManualClock clock;
+  std::ostringstream terminal, pipe;
+  {
+    ProgressLine line(clock, terminal, true), quiet(clock, pipe, false);
+    for (const double part : {0.1, 0.5, 0.501, 0.6}) {
+      line.reached("a.stl", part);
+      quiet.reached("a.stl", part);
+      clock.advance(600);
+    }
+  }
+  const std::string gone = '\r' + std::string(20, ' ') + '\r';
+  EXPECT_EQ(terminal.str(), "lorivan: 50 %, a.stl" + gone + "lorivan: 60 %, a.stl" + gone);
+  EXPECT_EQ(pipe.str(), "");
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,95 @@
+// Named styles, the knot of a first start, and the knots that lie beside the program.
+#include "design/presets.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <set>
+
+#include "base/sink.h"
+#include "design/document_text.h"
+#include "design/knot.h"
+
+namespace lorivan {
+namespace {
+
+TEST(Presets, KeepToTheFieldsLimitsAndLeaveTheShapeAlone) {
+  KnotFields start = firstRunFields();
+  start.shape = Shape::Star;
+  start.text(Param::XNo) = correctedText(Param::XNo, "9");
+  for (int i = 0; i < static_cast<int>(presetTable().size()); ++i) {
+    const Preset& preset = presetTable()[static_cast<std::size_t>(i)];
+    SCOPED_TRACE(preset.name);
+    EXPECT_EQ(findPreset(preset.name), i);
+    EXPECT_EQ(findPreset(std::to_string(i)), i);
+    KnotFields fields = start;
+    applyPreset(fields, i);
+    EXPECT_EQ(fields.whole(Param::Width), preset.width) << "within the field's limits";
+    EXPECT_LT(preset.edge, preset.width) << "the colour must show";
+    EXPECT_EQ(toArgb(BColor(fields.boxes, fields.whole(Param::PicKnotBackColour)), 0), preset.background);
+    EXPECT_TRUE(fields.shape == start.shape && fields.checks == start.checks);
+    for (const Param p : {Param::XNo, Param::YNo, Param::Scale, Param::Skew, Param::PolyRadius})
+      EXPECT_EQ(fields.text(p), start.text(p));
+  }
+  EXPECT_EQ(findPreset("stained glass"), findPreset("Stained Glass"));
+  for (const char* wrong : {"", "11", "-1", "Stained"}) EXPECT_FALSE(findPreset(wrong)) << wrong;
+}
+
+/// Bands and the fifteen boxes of a style, as one number.
+std::uint32_t fingerprint(int style) {
+  KnotFields fields = firstRunFields();
+  applyPreset(fields, style);
+  std::uint32_t sum = 2166136261;
+  const auto add = [&](std::uint32_t value) { sum = (sum ^ value) * 16777619; };
+  for (const Param p :
+       {Param::Width, Param::Edge, Param::Swish, Param::Smooth, Param::StartColour, Param::PicKnotBackColour})
+    add(static_cast<std::uint32_t>(fields.whole(p)));
+  for (const Colour box : fields.boxes) add(box);
+  return sum;
+}
+
+TEST(Presets, KeepTheirBandsAndColours) {
+  const std::pair<const char*, std::uint32_t> styles[] = {
+      {"Illuminated", 166040804},    {"Ink", 4236817215},    {"Stone", 849085174},
+      {"Gold", 503064997},           {"Ribbon", 969334646},  {"Thread", 835492104},
+      {"Stained Glass", 1503563503}, {"Forest", 1232336630}, {"Sea", 4017869497},
+      {"Woodcut", 1850845035},       {"Classic", 2954717201}};
+  ASSERT_EQ(presetTable().size(), std::size(styles));
+  for (int i = 0; i < static_cast<int>(std::size(styles)); ++i) {
+    EXPECT_EQ(presetTable()[static_cast<std::size_t>(i)].name, styles[i].first);
+    EXPECT_EQ(fingerprint(i), styles[i].second) << styles[i].first;
+  }
+  KnotFields classic = firstRunFields();
+  applyPreset(classic, 3);
+  applyPreset(classic, *findPreset("classic"));
+  EXPECT_EQ(classic, firstRunFields());
+}
+
+/// Loads, traces and saves every example: the same bytes must come out.
+TEST(Examples, AreWhatTheProgramWrites) {
+  std::set<Shape> shapes;
+  std::ptrdiff_t walls = 0;
+  const auto knot = std::make_unique<Knot>();
+  for (const auto& entry : std::filesystem::directory_iterator(LORIVAN_EXAMPLES)) {
+    const std::string name = entry.path().string();
+    if (extensionOf(name) != kKnotFileExtension) continue;
+    const auto text = readFile(name, kLargestKnotFile);
+    ASSERT_TRUE(text) << name;
+    auto read = readDocument(*text);
+    ASSERT_TRUE(read && read->corrections.empty()) << name;
+    ASSERT_TRUE(makeKnot(read->document, *knot)) << name;
+    KnotLines lines = *read->document.lines;
+    for (KnotLine& line : lines) line.Passes = 0;
+    read->document.lines = Shared(std::move(lines));
+    EXPECT_EQ(documentText(withPasses(read->document, knot->graph)), *text) << name;
+    shapes.insert(read->document.fields.shape);
+    walls += std::ranges::count(*read->document.lines, kWall, &KnotLine::Kind);
+  }
+  EXPECT_EQ(shapes.size(), static_cast<std::size_t>(kShapeCount - 1)) << "one of each shape";
+  EXPECT_GT(walls, 0);
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,140 @@
+// The knot that draws itself: its frames and delays, and a user who does not wait for its end.
+#include "strands/animation.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+class AnimationTest : public MainWindowTest {
+ protected:
+  /// A window with animation chosen; its knot has been drawn once, so that its frames can be counted.
+  void SetUp() override {
+    start();
+    click("cmd2D");
+    for (const AnimationStep& step : animationSteps(bench().knot().curve)) ++(step.grows() ? growing : laid);
+    click("chkAnimate");
+    enter(Param::Animate, "9");
+  }
+  /// Presses Create 2D and returns the milliseconds that the drawing took. `deed` is done after `frame`
+  /// frames; at speed 9 the window is looked after once for each.
+  std::int64_t draw(int frame = 0, const std::function<void()>& deed = {}) {
+    int looks = 0;
+    w->looked = [&] {
+      if (++looks == frame) deed();
+    };
+    const std::int64_t begin = platform.clock().now;
+    click("cmd2D");
+    w->looked = {};
+    return platform.clock().now - begin;
+  }
+  bool whole() const { return w->surface(kGrid).count(DrawKind::fillPath) > 0; }
+  bool running() const { return w->text(controlId("cmd2D")) == kStopCaption; }
+
+  int growing = 0, laid = 0;
+};
+
+TEST_F(AnimationTest, EveryFrameGetsTheTimeOfItsSpeed) {
+  ASSERT_GT(growing, 50);
+  ASSERT_GE(laid, 12);
+  for (const auto& [speed, delay] : {std::pair{"1", 180}, {"5", 36}, {"8", 22}, {"9", 10}}) {
+    enter(Param::Animate, speed);
+    EXPECT_EQ(draw(1, [this] { EXPECT_TRUE(running()); }), growing * delay) << speed;
+    EXPECT_TRUE(drawn() && whole() && !running());
+  }
+  EXPECT_EQ(w->status(), "3 strands, 12 crossings");
+}
+
+TEST_F(AnimationTest, StopLeavesTheStrandHalfDrawn) {
+  for (const bool escape : {false, true}) {
+    const auto stop = [&] {
+      if (escape)
+        EXPECT_TRUE(w->userPresses({Key::escape}));
+      else
+        click("cmd2D");
+    };
+    EXPECT_EQ(draw(7, stop), 70);
+    EXPECT_EQ(w->surface(kGrid).count(DrawKind::polyline), 14);
+    EXPECT_TRUE(drawn() && !whole() && !running());
+  }
+  click("chkAnimate");
+  EXPECT_TRUE(whole());
+}
+
+TEST_F(AnimationTest, ALoopBeginsAgainUntilItIsStopped) {
+  click("chkLoop");
+  int rounds = 0;
+  w->looked = [&, before = clears()] {
+    if (clears() == before + 3) rounds = 2, click("cmd2D");
+  };
+  const std::int64_t begin = platform.clock().now;
+  click("cmd2D");
+  EXPECT_EQ(rounds, 2);
+  EXPECT_EQ(platform.clock().now - begin, 2 * (growing * 10 + 50) + 10);
+  // Unchecked while it runs, the loop ends with its round.
+  EXPECT_EQ(draw(5, [this] { click("chkLoop"); }), growing * 10);
+  EXPECT_TRUE(whole());
+}
+
+TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
+  const auto deeds = [this] {
+    pick("mnuHelpFAQ");
+    pick("mnuEditCopy");
+    click("optSTL");
+    w->userFocuses(fieldControl(Param::Width));
+    w->userFocuses(fieldControl(Param::Edge));
+    w->userClicksAt(kGrid, 1, 3, 3);
+    w->userResizes(1000);
+    EXPECT_EQ(w->surface(kGrid).count(DrawKind::polyline), 2);
+    EXPECT_FALSE(w->userPresses({Key::left}));
+  };
+  EXPECT_EQ(draw(9, deeds), growing * 10);
+  EXPECT_TRUE(whole());
+  EXPECT_EQ(platform.help().pages.size(), 1U);
+  ASSERT_NE(platform.clipboard().picture, nullptr);
+  EXPECT_EQ(platform.clipboard().picture->width(), 500);
+}
+
+TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
+  EXPECT_EQ(draw(5, [this] { w->userChooses(controlId("lstType"), 4); }), 50);
+  EXPECT_EQ(w->status().rfind("Circular", 0), 0U);
+  EXPECT_FALSE(drawn() || running());
+  click("cmdNewGrid");
+  draw(5, [this] { w->userEnters(fieldControl(Param::XNo), "6"); });
+  EXPECT_EQ(w->status().rfind("Circular, 6 x", 0), 0U);
+  draw(5, [this] { clickLine(2); });
+  EXPECT_EQ(line(2).Kind, kWall);
+  EXPECT_TRUE(whole());
+  // In their order, and another drawing may be among them.
+  int caption = 0;
+  draw(5, [&] {
+    click("cmdRandknot");
+    click("chkShowGrid");
+    w->later([&] { caption = w->text(controlId("cmdRandknot")) == "&Random" ? 1 : 2; });
+  });
+  EXPECT_EQ(caption, 1);
+  EXPECT_FALSE(running() || w->busy());
+  EXPECT_FALSE(w->checked(controlId("chkShowGrid")));
+  EXPECT_EQ(w->surface(kGrid).count(DrawKind::segment), 0);
+}
+
+TEST_F(AnimationTest, AStatusIsTrueWhateverEndsIt) {
+  draw(5, [this] { pick("mnuStyle4"); });
+  EXPECT_EQ(w->status(), "3 strands, 12 crossings");
+  EXPECT_EQ(commandText("mnuEditUndoStep").substr(0, 12), "&Undo Style ");
+  draw(5, [this] { click("cmdOldGrid"); });
+  EXPECT_TRUE(!drawn() && statusStarts("Square-Square, 2 x 2"));
+}
+
+TEST_F(AnimationTest, ClosingTheWindowEndsIt) {
+  platform.dialogs.answerConfirm(false);
+  EXPECT_EQ(draw(5, [this] { w->userCloses(); }), growing * 10);
+  platform.dialogs.answerConfirm(true);
+  platform.dialogs.answerSave(SaveAnswer::discard);
+  click("chkLoop");
+  EXPECT_EQ(draw(5, [this] { w->userCloses(); }), 50);
+  EXPECT_TRUE(w->closed());
+  EXPECT_EQ(stored("txtAnimate"), "9");
+}
+
+}  // namespace
+}  // namespace lorivan

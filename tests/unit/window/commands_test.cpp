@@ -1,0 +1,182 @@
+// Every command and every control once, and what it must change.
+#include <set>
+
+#include "design/edits.h"
+#include "design/presets.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+using namespace std::string_literals;
+
+class CommandsTest : public MainWindowTest {
+ protected:
+  using Deed = std::function<void()>;
+  using Sight = std::function<bool()>;
+  struct Row {
+    const char *name, *words;  // "menu|text|shortcut", as the program starts
+    Deed before;               // makes it possible, or answers its dialogs
+    Sight done;
+  };
+
+  /// A knot is drawn, nothing is open, nothing else was done.
+  void drawnKnot() {
+    start({{}, false, seededRandom(7)});
+    click("cmd2D");
+  }
+  void square() { drawSquare(), enter(Param::GridSize, "4"); }
+  Deed file(const std::string& name) {
+    return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
+  }
+  bool wrote(const std::string& name) const { return !Folder::contents(folder.file(name)).empty(); }
+  bool helped(const std::string& page) {
+    const auto& pages = platform.help().pages;
+    return !pages.empty() && pages.back() == "help/" + page + ".html";
+  }
+  bool shows(Picture picture) {
+    return bench().picture() == picture && visible("picGrid") == (picture == Picture::flat) &&
+           visible("picKnot") == (picture == Picture::solid) &&
+           visible("picShape") == (picture == Picture::sheet);
+  }
+  bool copied(ControlId picture) {
+    if (!platform.clipboard().picture) return false;
+    const auto on = platform.clipboard().picture->pixels();
+    return std::ranges::equal(on, pixels(picture));
+  }
+  std::vector<Row> rows();
+  std::string words(const CommandRow& row) const {
+    std::string all = std::string(row.menu) + (row.submenu.empty() ? "" : ">") + std::string(row.submenu) +
+                      '|' + commandText(row.name) + '|' + std::string(row.shortcut);
+    return row.alternative.empty() ? all : all + '|' + std::string(row.alternative);
+  }
+
+  Folder folder;
+  Document was;
+};
+
+// clang-format off
+std::vector<CommandsTest::Row> CommandsTest::rows() {
+  const std::string knot = folder.write("k.qzd", "20,4\r\n25,3,4\r\n");
+  const std::string shape = folder.write("s.qzc", "7500 6000\r\n1\r\n1500 1500\r\n0\r\n");
+  RecordingSurface blue(8, 8);
+  const std::string picture = folder.write("p.bmp", *platform.encodePicture(blue, PictureFormat::bmp));
+  const Deed none = [] {};
+  const auto answer = [this](std::string path) { return [this, path] { platform.dialogs.answerFile(path); }; };
+  std::vector<Row> all = {
+    {"mnuFileNewGrid", "&File|&New grid|Ctrl+N", [this] { markGrid(); }, [this] { return gridIsNew() && !drawn(); }},
+    {"mnuFileRandom", "&File|&Random knot|Ctrl+R", none, [this] { return drawn() && lines() != 12 && bench().session.history().undoName() == "Random knot"; }},
+    {"mnuFileLoad", "&File|&Load knot file|Ctrl+O", answer(knot), [this] { return text(Param::YNo) == "4" && document().fields.shape == Shape::Circular; }}};
+  for (int i = 0; i < kRecentFiles; ++i)
+    all.push_back({nullptr, nullptr, [this, i] {
+      for (int k = 0; k <= i; ++k) w->userDrops(folder.write(std::to_string(k) + ".qzd", "20,0\r\n25,3,4\r\n"));
+      click("cmdNewGrid");  // no file is open any more
+    }, [this, i] { return bench().session.path() == folder.file("0.qzd") && commandText("mnuFileRecent" + std::to_string(i)).starts_with("&" + std::to_string((i + 1) % 10) + " "); }});
+  for (Row row : std::vector<Row>{
+    {"mnuFileSave", "&File|&Save knot file|Ctrl+S", answer(folder.file("saved.qzd")), [this] { return wrote("saved.qzd"); }},
+    {"mnuFileSaveAs", "&File|Save knot file &as...|Ctrl+Shift+S", [this, knot] { w->userDrops(knot), file("other.qzd")(); }, [this] { return wrote("other.qzd"); }},
+    {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
+    {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
+    {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl"); }},
+    {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
+    {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
+    {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
+    {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
+    {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
+    {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
+    {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
+    {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},
+    {"mnuShapeBlank", "&Shape|&Blank|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 0 && shows(Picture::sheet) && document().fields.shape == Shape::Custom; }},
+    {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
+    {"mnuShapeMakeStandard", "&Shape|&Make from Standard|", none, [this] { return bench().sheet.shape().ShapeLineCount == 12 && shows(Picture::sheet); }},
+    {"mnuShapeLoadPicture", "&Shape|Load &Picture...|", answer(picture), [this] { return bench().sheet.picture().shown() && shows(Picture::sheet); }},
+    {"mnuShapeClear", "&Shape|&Clear|", [this, picture] { w->userDrops(picture); }, [this] { return !bench().sheet.picture().shown(); }},
+    {"mnuShapeMakeGrid", "&Shape|New G&rid|", [this] { square(); }, [this] { return lines() == 4 && shows(Picture::flat); }},
+    {"mnuShapeAutoGrid", "&Shape|&AutoGrid|", [this] { square(), click("chkShapeT"); }, [this] { return lines() == 40 && shows(Picture::flat); }},
+    {"mnuShapeGridOnOff", "&Shape|Alignment &Grid|", [this] { pick("mnuShapeView"); }, [this] { return w->surface(kSheet).count(DrawKind::segment) == 40; }},
+    {"mnuShapeSnap", "&Shape|Snap &to Grid|", none, [this] { return bench().sheet.snap() && w->commandChecked(w->command("mnuShapeSnap")); }},
+    {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},
+    {"mnuShapeLoadFile", "&Shape|&Load file...|", answer(shape), [this] { return bench().sheet.shape().ShapePointCount == 1 && shows(Picture::sheet); }},
+    {"mnuShapeSaveFile", "&Shape|&Save file...|", answer(folder.file("saved.qzc")), [this] { return wrote("saved.qzc"); }}})
+    all.push_back(row);
+  for (int i = 0; i < static_cast<int>(presetTable().size()); ++i)
+    all.push_back({nullptr, nullptr, [this] { enter(Param::Width, "9"), was = document(); }, [this, i] {
+      return document() == withStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[static_cast<std::size_t>(i)].name);
+    }});
+  for (Row row : std::vector<Row>{
+    {"mnuHelpHelp", "&Help|How to &use Lorivan|F1", none, [this] { return helped("index"); }},
+    {"mnuHelpCustom", "&Help|&Custom knots|", none, [this] { return helped("custom"); }},
+    {"mnuHelp3D", "&Help|How to work in &3D|", none, [this] { return helped("3d"); }},
+    {"mnuHelpFAQ", "&Help|&Frequently Asked Questions|", none, [this] { return helped("faq"); }},
+    {"mnuHelpAbout", "&Help|&About|", none, [this] { return helped("about"); }}})
+    all.push_back(row);
+  return all;
+}
+
+TEST_F(CommandsTest, EveryCommandDoesItsOwn) {
+  const std::vector<Row> expected = rows();
+  ASSERT_EQ(expected.size(), commandRows().size());
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    const Row& row = expected[i];
+    const CommandRow& command = commandRows()[i];
+    SCOPED_TRACE(command.name);
+    drawnKnot();
+    if (row.name != nullptr) {
+      EXPECT_EQ(row.name, command.name);
+      EXPECT_EQ(words(command), row.words);
+    }
+    row.before();
+    EXPECT_FALSE(row.done()) << "before it was picked";
+    pick(command.name);
+    EXPECT_TRUE(row.done());
+  }
+}
+// clang-format on
+
+TEST_F(CommandsTest, EveryControlDoesItsOwn) {
+  std::set<std::string_view> left;
+  for (const ControlSpec& row : formTable())
+    if (row.kind == ControlKind::button || row.kind == ControlKind::picture) left.insert(row.name);
+  const auto presses = [this](
+                           const char* button, const Deed& before = [] {}) {
+    return [this, button, before] { before(), click(button); };
+  };
+  const auto changed = [this] { enter(Param::PolySides, "9"); };
+  const auto solid = [this] { click("cmd3DView"); };
+  const auto turned = [this] { return text(Param::Theta) != "0" && shows(Picture::solid); };
+  const struct {
+    const char* control;
+    Deed deed;
+    Sight done;
+  } rows[] = {
+      {"cmdRandknot", presses("cmdRandknot"), [this] { return drawn() && lines() != 12; }},
+      {"cmdNewGrid", presses("cmdNewGrid", [this] { markGrid(); }),
+       [this] { return gridIsNew() && !drawn(); }},
+      {"cmdOldGrid", presses("cmdOldGrid", [this] { markGrid(); }),
+       [this] { return !gridIsNew() && !drawn(); }},
+      {"cmd2D", presses("cmd2D", solid), [this] { return drawn() && shows(Picture::flat); }},
+      {"cmd3D", presses("cmd3D", changed),
+       [this] { return shows(Picture::solid) && w->text(controlId("txtNPoly")) == "1728"; }},
+      {"cmd2DView", presses("cmd2DView", solid), [this] { return shows(Picture::flat); }},
+      {"cmd3DView", presses("cmd3DView"), [this] { return shows(Picture::solid); }},
+      {"picGrid", [this] { clickLine(3); }, [this] { return line(3).Kind == kWall; }},
+      {"picKnot",
+       [&] {
+         solid(), drag(kSolid, {100, 100}, {160, 100});
+       },
+       turned},
+      {"picNav", [&] { solid(), w->userClicksAt(kNav, 1, 30, 60); }, turned},
+      {"picShape", [this] { drawSquare(); }, [this] { return bench().sheet.shape().ShapeLineCount == 4; }},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.control);
+    EXPECT_EQ(left.erase(row.control), 1U);
+    drawnKnot();
+    row.deed();
+    EXPECT_TRUE(row.done());
+  }
+  EXPECT_TRUE(left.empty()) << *left.begin();
+}
+
+}  // namespace
+}  // namespace lorivan

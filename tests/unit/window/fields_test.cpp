@@ -1,0 +1,257 @@
+// What the user puts into the form becomes the document's, and what follows from a change of each field.
+#include "design/edits.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+using FieldsTest = MainWindowTest;
+
+TEST_F(FieldsTest, WhateverIsMovedIsTheDocumentsAndComesBackWithUndoAndRedo) {
+  start();
+  choose(Shape::Cross);  // with an offset
+  click("chkAnimate");   // with a speed
+  std::vector<std::function<std::string(const KnotFields&)>> holds;
+  std::vector<std::string> names;
+  const auto moved = [&](std::string_view name, auto hold, auto show, const std::function<void()>& move) {
+    SCOPED_TRACE(name);
+    const Document before = document();
+    const std::string old = show();
+    EXPECT_EQ(hold(before.fields), old);
+    move();
+    EXPECT_EQ(hold(document().fields), show());
+    EXPECT_NE(show(), old);
+    const KnotFields& others = document().fields;
+    for (std::size_t i = 0; i < holds.size(); ++i)
+      EXPECT_EQ(holds[i](others), holds[i](before.fields)) << names[i];
+    const Document after = document();
+    pick("mnuEditUndoStep");
+    EXPECT_EQ(show(), old);
+    EXPECT_TRUE(document() == before);
+    pick("mnuEditRedoStep");
+    EXPECT_TRUE(document() == after && show() == hold(after.fields));
+    holds.emplace_back(hold);
+    names.emplace_back(name);
+  };
+  for (int i = 0; i < kParamCount; ++i) {
+    const auto p = static_cast<Param>(i);
+    const bool down = text(p) == parameterSpec(p).max;
+    moved(
+        parameterSpec(p).field, [p](const KnotFields& f) { return f.text(p); }, [this, p] { return text(p); },
+        [&] { w->userSteps(fieldControl(p), down ? -1 : 1), w->userFocuses(kShapes); });
+  }
+  for (int i = 0; i < kCheckCount; ++i) {
+    const auto c = static_cast<Check>(i);
+    if (c == Check::Loop || c == Check::Animate) continue;
+    moved(
+        checkSpec(c).field, [c](const KnotFields& f) { return std::string(f.check(c) ? "on" : "off"); },
+        [this, c] { return std::string(w->checked(checkControl(c)) ? "on" : "off"); },
+        [&] { click(checkSpec(c).field); });
+  }
+  for (int box = 0; box < kColourBoxes; ++box)
+    moved(
+        "box", [box](const KnotFields& f) { return std::to_string(f.boxes[static_cast<std::size_t>(box)]); },
+        [this, box] { return std::to_string(w->background(kFirstColourBox + box)); },
+        [&] {
+          platform.dialogs.answerColour(static_cast<Colour>(0x102030 + box));
+          w->userClicks(kFirstColourBox + box);
+        });
+  moved(
+      "lstType", [](const KnotFields& f) { return std::to_string(static_cast<int>(f.shape)); },
+      [this] { return std::to_string(w->selected(kShapes)); }, [&] { choose(Shape::SquareSquare); });
+}
+
+TEST_F(FieldsTest, EachFieldHasItsFollowUp) {
+  const auto expectFollows = [&](Param p, bool newGrid, bool knotStays, bool offers3D) {
+    SCOPED_TRACE(parameterSpec(p).field);
+    start();
+    choose(Shape::Cross);
+    markGrid();
+    click("cmd2D");
+    const auto old = pixels();
+    w->userSteps(fieldControl(p), parameterSpec(p).max == text(p) ? -1 : 1);
+    EXPECT_EQ(gridIsNew(), newGrid);
+    EXPECT_EQ(drawn(), knotStays);
+    EXPECT_EQ(commandEnabled("mnuFileSaveEMF") && commandEnabled("mnuFileSave3D"), knotStays);
+    EXPECT_EQ(pixels() == old, offers3D);
+    EXPECT_EQ(enabled("cmd3D"), offers3D || p == Param::PicKnotBackColour);
+    EXPECT_EQ(w->status() == "Press Create 3D to show the changed 3D values", offers3D);
+    EXPECT_EQ(asked(), 0U);
+    if (newGrid) {
+      enter(p, text(p));
+      EXPECT_TRUE(nothingWaits({Param::XNo, p, Param::Width}));
+    }
+  };
+  for (const Param p : {Param::XNo, Param::YNo, Param::CrossOffset, Param::Skew})
+    expectFollows(p, true, false, false);
+  for (const Param p :
+       {Param::Width, Param::Edge, Param::Swish, Param::Smooth, Param::StartColour, Param::PicKnotBackColour})
+    expectFollows(p, false, true, false);
+  for (const Param p : {Param::PolySides, Param::PolyPoints, Param::PolyRadius, Param::PolySmooth,
+                        Param::PolyZF, Param::RingPerc})
+    expectFollows(p, false, true, true);
+}
+
+TEST_F(FieldsTest, WithDrawAtOnceEveryChangeShowsTheKnot) {
+  platform.settings().values.clear();
+  start();
+  EXPECT_TRUE(drawn());
+  EXPECT_EQ(w->status(), "3 strands, 12 crossings");
+  for (const Param p : {Param::XNo, Param::Scale, Param::Skew, Param::Width}) {
+    const auto old = pixels();
+    w->userSteps(fieldControl(p), 2);
+    EXPECT_TRUE(drawn() && pixels() != old) << parameterSpec(p).field;
+  }
+  click("cmdOldGrid");
+  EXPECT_TRUE(!drawn() && statusStarts("Square-Square, 4 x 2, scale 32: "));
+  clickLine(3);
+  EXPECT_TRUE(drawn());
+  EXPECT_TRUE(statusStarts("Line 4 is a wall: strands turn back at it; ")) << w->status();
+  // Too many polygons for a model that nobody asked for: no box.
+  enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}, {Param::XNo, "20"}, {Param::YNo, "12"}});
+  EXPECT_TRUE(drawn());
+  EXPECT_TRUE(asked() == 0 && w->busyTimes() == 0);
+}
+
+TEST_F(FieldsTest, TypedTextIsCorrectedAndTheCorrectionTold) {
+  start();
+  markGrid();
+  const int before = clears();
+  for (const char* same : {"2", "2", " 2 ", "2,0"}) enter(Param::XNo, same);
+  EXPECT_TRUE(nothingWaits({Param::Width, Param::Edge}));
+  EXPECT_EQ(clears(), before);
+  EXPECT_FALSE(gridIsNew());
+  w->userTypes(fieldControl(Param::XNo), "30");
+  EXPECT_EQ(lines(), 12);
+  w->userFocuses(fieldControl(Param::YNo));
+  EXPECT_EQ(text(Param::XNo), "20");
+  EXPECT_EQ(lines(), 20 * 3 + 21 * 2);
+  w->userTypes(fieldControl(Param::XNo), "4");
+  pick("mnuFileNewGrid");
+  EXPECT_EQ(lines(), 4 * 3 + 5 * 2);
+  enter(Param::PolySides, "many");
+  EXPECT_EQ(w->status(), "Sides: \"many\" became 5 (3 to 200)");
+  enter(Param::XNo, "3.6");
+  EXPECT_EQ(text(Param::XNo) + document().fields.text(Param::XNo), "44") << "whole numbers are written back";
+  w->userTypes(fieldControl(Param::Width), "12");
+  w->userEscapes();
+  EXPECT_EQ(text(Param::Width), "7");
+  EXPECT_TRUE(nothingWaits({Param::Edge, Param::Width}));
+}
+
+TEST_F(FieldsTest, StepsOfOneFieldAreOneStepBackUntilItIsLeft) {
+  start();
+  const ControlId width = fieldControl(Param::Width), ka = fieldControl(Param::Ka);
+  for (int i = 0; i < 5; ++i) w->userSteps(width, 1);
+  w->userSteps(width, -2);
+  EXPECT_EQ(text(Param::Width), "10");
+  EXPECT_EQ(commandText("mnuEditUndoStep"), "&Undo Width 10");
+  w->userFocuses(fieldControl(Param::Edge));
+  w->userSteps(width, 30);
+  EXPECT_EQ(text(Param::Width), "30");
+  for (const char* back : {"10", "7"}) {
+    pick("mnuEditUndoStep");
+    EXPECT_EQ(text(Param::Width), back);
+  }
+  for (int i = 0; i < 10; ++i) w->userSteps(ka, 1);
+  EXPECT_EQ(text(Param::Ka), "0.8") << "on the step's own grid";
+  w->userTypes(width, "20");
+  w->userSteps(width, 1);
+  EXPECT_EQ(document().fields.text(Param::Width), "21") << "from what stands in the field";
+}
+
+TEST_F(FieldsTest, ScaleAsksOnlyWhenAKnotIsDrawn) {
+  start();
+  markGrid();
+  enter(Param::Scale, "20");
+  EXPECT_TRUE(gridIsNew());
+  EXPECT_EQ(asked(), 0U);
+  EXPECT_EQ(bench().knot().graph.CellSize, 20);
+
+  click("cmd2D");
+  markGrid();
+  const std::string undo = commandText("mnuEditUndoStep");
+  platform.dialogs.answerConfirm(false);
+  enter(Param::Scale, "25");
+  EXPECT_EQ(lastAsked().text, "Changing scale will erase your current grid. OK to continue?");
+  EXPECT_EQ(text(Param::Scale), "20");
+  EXPECT_TRUE(!gridIsNew() && drawn() && commandText("mnuEditUndoStep") == undo);
+  w->userPressesEnter();
+  EXPECT_EQ(asked(), 1U);
+  pick("mnuEditUndo");
+  EXPECT_EQ(text(Param::Scale), "30") << "the refused one is in no history";
+  enter(Param::Scale, "20");
+  click("cmd2D");
+
+  platform.dialogs.answerConfirm(true);
+  enter(Param::Scale, "25");
+  EXPECT_TRUE(gridIsNew() && !drawn());
+  enter(Param::XNo, "10");
+  click("cmd2D");
+  platform.dialogs.answerConfirm(true);
+  enter(Param::Scale, "60");  // does not fit, and is lowered silently
+  const int fitted = std::stoi(text(Param::Scale));
+  EXPECT_TRUE(fitted > 15 && fitted < 21) << fitted;
+  w->userPressesEnter();
+  EXPECT_EQ(asked(), 3U);
+  enter(Param::XNo, "2");
+  EXPECT_EQ(text(Param::Scale), "60") << "asked for, and fits now";
+}
+
+TEST_F(FieldsTest, ColoursAndLabelsFollowTheirFields) {
+  start();
+  enterAll({{Param::StartColour, "-9"}, {Param::PicKnotBackColour, "1"}});
+  EXPECT_EQ(background(Param::StartColour), QBColor(9));
+  EXPECT_EQ(w->textColour(fieldControl(Param::StartColour)), 0U);
+  EXPECT_EQ(background(Param::PicKnotBackColour), QBColor(1));
+  EXPECT_EQ(w->textColour(fieldControl(Param::PicKnotBackColour)), 0xFFFFFFU);
+  EXPECT_EQ(w->surface(kGrid).pixel({1, 1}), QBColor(1));
+  click("cmd2D");
+  platform.dialogs.answerColour(0x445566);
+  click("txtCol8");
+  EXPECT_EQ(lastAsked().colour, QBColor(9));
+  EXPECT_EQ(background(Param::StartColour), 0x445566U);
+  const auto calls = w->surface(kGrid).calls();
+  EXPECT_TRUE(std::ranges::any_of(calls, [](const DrawCall& c) { return c.colour == 0x445566; }));
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(background(Param::StartColour), QBColor(9));
+  platform.dialogs.answerColour(std::nullopt);
+  const int before = clears();
+  click("txtCol3");
+  EXPECT_EQ(clears(), before);
+  for (const auto& [shape, label] :
+       {std::pair{Shape::Circular, ""}, {Shape::Cross, "CO"}, {Shape::Spiral, "SO"}}) {
+    choose(shape);
+    EXPECT_EQ(visible("vtCrossOffset") && visible("lblXF"), *label != 0);
+    EXPECT_TRUE(*label == 0 || w->text(controlId("lblXF")) == label);
+  }
+  for (const char* usable : {"vtAnimate", "chkLoop"}) EXPECT_FALSE(enabled(usable));
+  click("chkAnimate");
+  EXPECT_TRUE(enabled("vtAnimate") && enabled("chkLoop"));
+}
+
+TEST_F(FieldsTest, UndoFieldStepsBackTheLatestChangeWithoutDrawing) {
+  start();
+  enterAll({{Param::Width, "9"}, {Param::Edge, "3"}, {Param::Width, "10"}});
+  const int before = clears();
+  for (const auto& [p, value] : {std::pair{Param::Width, "9"}, {Param::Edge, "4"}, {Param::Width, "7"}}) {
+    pick("mnuEditUndo");
+    EXPECT_EQ(text(p), value);
+  }
+  EXPECT_EQ(clears(), before);
+  w->userEnters(fieldControl(Param::Width), "7");  // the value put back is applied by the next Enter
+  EXPECT_GT(clears(), before);
+  for (int i = 0; i < 40; ++i) pick("mnuEditUndo");  // nothing is left to step back to in the end
+  enterAll({{Param::XNo, "5"}, {Param::XNo, "6"}});
+  pick("mnuEditUndo");
+  EXPECT_EQ(text(Param::XNo), "5");
+  enter(Param::XNo, "4");
+  for (const char* value : {"5", "2"}) {
+    pick("mnuEditUndo");
+    EXPECT_EQ(text(Param::XNo), value);
+  }
+  EXPECT_EQ(lines(), 4 * 3 + 5 * 2);
+}
+
+}  // namespace
+}  // namespace lorivan

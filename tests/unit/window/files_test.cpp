@@ -1,0 +1,137 @@
+// Pictures and 3-D files as a user saves them.
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+using FilesTest = MainWindowTest;
+
+/// Width in the header of a bitmap file.
+int bitmapWidth(const std::string& bytes) {
+  if (bytes.size() < 26 || bytes.rfind("BM", 0) != 0) return 0;
+  return static_cast<unsigned char>(bytes[18]) + 256 * static_cast<unsigned char>(bytes[19]);
+}
+
+TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
+  const Folder folder;
+  start();
+  const auto save = [&](const std::string& name) {
+    pickFile("mnuFileSaveBMP", folder.file(name));
+    return Folder::contents(folder.file(name));
+  };
+  EXPECT_EQ(bitmapWidth(save("grid.bmp")), 500);
+  EXPECT_EQ(save("grid.svg"), "");
+  click("cmd2D");
+  EXPECT_NE(save("knot.bmp"), Folder::contents(folder.file("grid.bmp")));
+  const FileDialogSpec asked = lastAsked().file;
+  EXPECT_EQ(asked.title + '|' + asked.filterLabel + '|' + asked.defaultExtension,
+            "Saving:  Enter your 2D-Knot BMP file name|2D-Knot BMP files|bmp");
+  EXPECT_EQ(asked.initialName, folder.file("*.bmp"));
+  EXPECT_EQ(save("knot.PNG").substr(1, 3), "PNG");
+  EXPECT_NE(save("knot.svg").find("<path"), std::string::npos);
+  EXPECT_EQ(save("knot.jpg"), "");
+  EXPECT_TRUE(statusStarts("Could not save " + folder.file("knot.jpg"))) << w->status();
+  click("cmd3DView");
+  EXPECT_EQ(bitmapWidth(save("solid.bmp")), 500);
+  EXPECT_EQ(save("solid.svg"), "");
+  click("chkHeightMap");
+  EXPECT_EQ(bitmapWidth(save("heights.bmp")), 1000);
+  EXPECT_EQ(save("missing/heights.bmp"), "");
+  EXPECT_TRUE(statusStarts("cannot write"));
+}
+
+TEST_F(FilesTest, TheMetafileHoldsTheKnotAndTellsWhenItCannotBeMade) {
+  const Folder folder;
+  start();
+  click("cmd2D");
+  pickFile("mnuFileSaveEMF", folder.file("knot.emf"));
+  EXPECT_EQ(lastAsked().file.filterLabel + '|' + lastAsked().file.extensions, "EMF files|emf");
+  const std::string bytes = Folder::contents(folder.file("knot.emf"));
+  EXPECT_EQ(bytes.substr(40, 4), " EMF");
+  platform.dialogs.answerFile(folder.file("missing/knot.emf"));
+  platform.dialogs.answerMessage();
+  pick("mnuFileSaveEMF");
+  EXPECT_TRUE(lastAsked().text.starts_with("Sorry, there was a problem creating the .emf"));
+}
+
+class ExportTest : public MainWindowTest {
+ protected:
+  void SetUp() override {
+    start();
+    platform.folder = folder.path.string();
+    click("cmd2D");
+  }
+  /// Saves by the option button that is chosen and returns the file.
+  std::string save(const std::string& name) {
+    pickFile("mnuFileSave3D", folder.file(name));
+    return Folder::contents(folder.file(name));
+  }
+  std::size_t polygons() const { return std::stoul(w->text(controlId("txtNPoly"))); }
+  Folder folder;
+};
+
+TEST_F(ExportTest, EachOptionSavesItsFormat) {
+  ASSERT_TRUE(writeFile(folder.file("povinit.txt"), "camera {\r\nlocation <1,2,3>\r\n}\r\n"));
+  const struct {
+    const char *option, *name, *label, *extension, *holds;
+  } rows[] = {
+      {"optVRML", "a", "(VRML) WRL", "wrl", "#VRML V2.0 utf8\r\n"},
+      {"optOBJ", "b", "(Wavefront) OBJ", "obj", "\r\ng qzd"},
+      {"optSTL", "c", "(StereoLithography) STL", "stl", "facet normal "},
+      {"optXYZ", "d", "(XYZ) XYZ", "xyz", ", "},
+      {"optDXF", "e", "(Autocad) DXF", "dxf", "3DFACE"},
+      {"chkDXF2D", "f", "(Autocad) DXF", "dxf", "POLYLINE"},
+      {"optGemVision", "g", "(GemVision) gmv", "gmv", "Points for 0"},
+      {"optPOV", "h", "POV-Ray", "pov", "   location <0,0,"},
+  };
+  for (const auto& row : rows) {
+    click(row.option);
+    EXPECT_NE(save(row.name).find(row.holds), std::string::npos) << row.label;
+    EXPECT_EQ(lastAsked().title, "Saving:  Enter your " + std::string(row.label) + " file name");
+    EXPECT_EQ(lastAsked().file.defaultExtension, row.extension);
+    EXPECT_EQ(w->status().rfind("Saved as " + folder.file(row.name) + ": ", 0), 0U);
+    EXPECT_FALSE(w->busy());
+  }
+}
+
+TEST_F(ExportTest, FileAndModelFollowTheFields) {
+  click("optSTL");
+  const std::size_t first = save("a").size();
+  click("cmd3DView");
+  enter(Param::PolySides, "20");
+  const std::size_t before = polygons();
+  EXPECT_GT(save("a").size(), 3 * first);
+  EXPECT_EQ(polygons(), 4 * before);
+  EXPECT_FALSE(enabled("cmd3D"));
+  // Four sides for one format are no new model on the screen.
+  click("optGemVision");
+  enter(Param::PolySides, "6");
+  save("b");
+  EXPECT_EQ(polygons(), 4 * before);
+  EXPECT_EQ(text(Param::PolySides), "6");
+}
+
+TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
+  ASSERT_TRUE(writeFile(folder.file("old.pov"), "old"));
+  click("optPOV");
+  pickFile("mnuFileSave3D", "");
+  platform.dialogs.answerFile(folder.file("old.pov"));
+  platform.dialogs.answerMessage();
+  pick("mnuFileSave3D");
+  EXPECT_EQ(Folder::contents(folder.file("old.pov")), "old");
+  EXPECT_TRUE(lastAsked().text.starts_with("Sorry, you are missing the povinit.txt file."));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 1);
+  click("optSTL");
+  EXPECT_EQ(save("missing/knot.stl"), "");
+  EXPECT_NE(w->status().find("cannot write"), std::string::npos);
+  EXPECT_FALSE(w->busy());
+  enter(Param::XNo, "12");
+  click("cmd2D");
+  enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}});
+  platform.dialogs.answerMessage();
+  pick("mnuFileSave3D");
+  EXPECT_NE(lastAsked().text.find("too many polygons"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace lorivan

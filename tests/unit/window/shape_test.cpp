@@ -1,0 +1,154 @@
+// Drawing a shape of one's own in the window, its files, and the knots made from it.
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+class ShapeTest : public MainWindowTest {
+ protected:
+  bool at(std::size_t point, float x, float y) {
+    return shape().ShapeX[point] == x && shape().ShapeY[point] == y;
+  }
+  int segments() const { return w->surface(kSheet).count(DrawKind::segment); }
+  void mouse(MouseAction action, int button, int x, int y) { w->userMouse(kSheet, {action, button, x, y}); }
+  void drag(PointI from, PointI to, int button = 1) { MainWindowTest::drag(kSheet, from, to, button); }
+  const CustomShape& shape() { return bench().sheet.shape(); }
+  bool viewChecked() const { return w->commandChecked(commandId("mnuShapeView")); }
+  void expectOnGrid() const { EXPECT_TRUE(visible("picGrid") && !visible("picShape") && !viewChecked()); }
+  void expectOnSheet() const { EXPECT_TRUE(!visible("picGrid") && visible("picShape") && viewChecked()); }
+  bool twoPassesEach() {
+    for (int j = 0; j < lines(); ++j)
+      if (line(j).Passes != 2) return false;
+    return true;
+  }
+  Folder folder;
+};
+
+TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
+  start();
+  drawSquare();
+  expectOnSheet();
+  EXPECT_EQ(w->status(), "Shape: 4 points, 4 lines, closed: AutoGrid in the Shape menu fills it");
+  EXPECT_FALSE(enabled("cmd2D"));
+
+  click("chkShapeT");  // squares
+  pick("mnuShapeAutoGrid");
+  EXPECT_NE(w->status().find("will run together"), std::string::npos) << "20 cells are too many";
+  enter(Param::GridSize, "4");
+  pick("mnuShapeAutoGrid");
+  expectOnGrid();
+  EXPECT_EQ(lines(), 2 * 4 * 5);
+  EXPECT_EQ(w->status(), "AutoGrid: 40 lines. Create 2D draws the knot");
+  click("cmd2D");
+  EXPECT_TRUE(drawn() && twoPassesEach());
+
+  enter(Param::Scale, "20");  // erases nothing here: no question
+  EXPECT_TRUE(drawn() && lines() == 40);
+  pick("mnuShapeView");
+  EXPECT_TRUE(enabled("cmd2D"));
+  enter(Param::Width, "9");  // drawn anew, behind the sheet
+  expectOnSheet();
+  drag({100, 100}, {300, 300});
+  enter(Param::Skew, "1.5");
+  EXPECT_FALSE(enabled("cmd2D"));
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(lines(), 5);
+  click("cmd2D");
+  EXPECT_TRUE(drawn() && twoPassesEach());
+  choose(Shape::Triangle);
+  expectOnGrid();
+  choose(Shape::Custom);
+  expectOnSheet();
+  pick("mnuShapeMakeStandard");
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(lines(), 9);
+}
+
+TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
+  start();
+  drawSquare();
+  w->userResizes(1000);  // two pixels a unit
+  ASSERT_EQ(segments(), 4);
+  mouse(MouseAction::press, 1, 200, 200);
+  mouse(MouseAction::move, 1, 500, 420);
+  EXPECT_EQ(segments(), 5);
+  w->userMouse(kSheet, {MouseAction::move, 1, 700, 420, true});  // Shift: level
+  const std::vector<PointF> band = w->surface(kSheet).calls()[w->surface(kSheet).calls().size() - 2].points;
+  ASSERT_EQ(band.size(), 2U);
+  EXPECT_EQ(band[1].x, 700);
+  EXPECT_EQ(band[1].y, 200);
+  mouse(MouseAction::release, 1, 500, 420);
+  EXPECT_EQ(segments(), 5);  // the new line
+  EXPECT_TRUE(at(5, 250, 210));
+  EXPECT_EQ(w->status(), "Shape: 5 points, 5 lines, 1 loose end");
+  mouse(MouseAction::move, 0, 502, 418);
+  EXPECT_EQ(w->pointer(kSheet), PointerShape::hand);
+  drag({500, 420}, {2000, -50}, 2);  // kept off the borders
+  EXPECT_TRUE(at(5, 440, 45));
+}
+
+TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
+  start();
+  drawSquare();
+  const std::string path = folder.file("square.qzc");
+  pickFile("mnuShapeSaveFile", path);
+  const FileDialogSpec dialog = lastAsked().file;
+  EXPECT_TRUE(dialog.save && dialog.overwritePrompt);
+  EXPECT_EQ(dialog.extensions + '|' + dialog.initialName, "qzc|/program/*.qzc");
+  pick("mnuShapeBlank");
+  choose(Shape::SquareSquare);
+  click("cmd2D");
+  pickFile("mnuShapeLoadFile", path);
+  EXPECT_EQ(lastAsked().file.initialName, folder.file("*.qzc"));
+  expectOnSheet();
+  EXPECT_TRUE(w->selected(controlId("lstType")) == 12 && at(3, 300, 300));
+  EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuShapeClear"));
+  pick("mnuShapeUndo");  // back to what was loaded
+  EXPECT_EQ(shape().ShapeLineCount, 4);
+
+  stored("lsttype") = "12";
+  start({path, false, {}});
+  expectOnSheet();
+  EXPECT_TRUE(statusStarts("Loaded " + path)) << w->status();
+  w->userDrops(folder.write("empty.qzc", "9000 7500\r\n0\r\n0\r\n"));
+  EXPECT_EQ(shape().surfaceWidth, 600);
+  pick("mnuShapeMakeGrid");
+  EXPECT_EQ(w->status(), "The shape has no lines to make a grid from");
+}
+
+TEST_F(ShapeTest, PointsSnapToTheAlignmentGrid) {
+  start();
+  pick("mnuShapeBlank");
+  pick("mnuShapeGridOnOff");
+  pick("mnuShapeSnap");
+  enter(Param::GridSize, "9");  // 10 divisions
+  EXPECT_EQ(segments(), 2 * 9);
+  enter(Param::GridSize, "19");
+  EXPECT_EQ(segments(), 2 * 19);
+  drag({10, 10}, {209, 171});
+  EXPECT_TRUE(at(1, 200, 180));
+}
+
+TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {
+  start();
+  RecordingSurface picture(40, 40);
+  picture.clear(makeColour(0, 0, 200));
+  const auto bytes = platform.encodePicture(picture, PictureFormat::bmp);
+  ASSERT_TRUE(bytes);
+  const std::string path = folder.write("blue.bmp", *bytes);
+  const auto middle = [&] { return w->surface(kSheet).pixel({250, 200}); };
+  const Colour paleBlue = makeColour(165, 165, 235);
+  pickFile("mnuShapeLoadPicture", path);
+  expectOnSheet();
+  EXPECT_EQ(middle(), paleBlue);
+  EXPECT_EQ(w->surface(kSheet).pixel({20, 200}), 0xFFFFFFU);  // the sheet is wider
+  w->userDrops(folder.write("broken.png", "no picture"));
+  EXPECT_NE(w->status().find("broken.png: "), std::string::npos) << w->status();
+  drag({200, 150}, {300, 250});
+  EXPECT_EQ(middle(), paleBlue);
+  pick("mnuShapeClear");
+  EXPECT_EQ(middle(), 0xFFFFFFU);
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,192 @@
+// The main window's start-up, its settings and its exit.
+#include "design/edits.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+class StartTest : public MainWindowTest {
+ protected:
+  void rememberUser() { platform.userFolder_ = folder.path.string(); }
+  Folder folder;
+};
+
+TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
+  start();
+  EXPECT_EQ(w->title(), "Lorivan - V3.44k ");
+  EXPECT_TRUE(w->shown());
+  expectTexts({{Param::XNo, "2"}, {Param::Scale, "30"}, {Param::Edge, "4"}, {Param::KDist, "-1100"}});
+  EXPECT_EQ(text(Param::Smooth), "2") << "0 is stored and corrected";
+  EXPECT_EQ(count(DrawKind::segment), 12 * 3);
+  for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop"})
+    EXPECT_FALSE(enabled(off)) << off;
+  for (const char* off : {"mnuFileSave3D", "mnuFileSaveEMF", "mnuShapeMakeGrid", "mnuShapeAutoGrid",
+                          "mnuShapeClear", "mnuShapeUndo", "mnuEditUndoStep", "mnuEditRedoStep", "mnuView3D"})
+    EXPECT_FALSE(commandEnabled(off)) << off;
+  for (const char* hidden : {"picKnot", "picShape", "vtCrossOffset", "lblXF", "Check1"})
+    EXPECT_FALSE(visible(hidden)) << hidden;
+  EXPECT_EQ(w->background(kFirstColourBox + 8), QBColor(9));
+  EXPECT_EQ(background(Param::PicKnotBackColour), 0xFFFFFFU);
+  EXPECT_EQ(background(Param::StartColour), QBColor(12));
+}
+
+// Every key with a value of its own, which is not what it falls back to.
+TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
+  const std::pair<const char*, const char*> fields[] = {
+      {"txtXNo", "3"},        {"txtyNo", "5"},          {"txtStartColour", "-7"},
+      {"txtWidth", "11"},     {"txtEdge", "6"},         {"txtScale", "12"},
+      {"txtSwish", "13"},     {"txtAnimate", "8"},      {"txtSmooth", "4"},
+      {"txtSkew", "1.25"},    {"txtCrossOffset", "-2"}, {"txtPolySides", "9"},
+      {"txtPolyPoints", "7"}, {"txtPolyRadius", "3.5"}, {"txtPolySmooth", "12"},
+      {"txtPolyZF", "0.75"},  {"txtRingPerc", "60"},    {"txtpicKnotBackColour", "14"},
+      {"txtGridSize", "33"}};
+  const std::pair<const char*, const char*> checks[] = {
+      {"chkShowGrid", "0"},     {"chkShowCrossings", "0"}, {"chkDXF2D", "1"},
+      {"chkFullyCrossed", "1"}, {"chkShapeT", "0"},        {"chkHeightMap", "1"},
+      {"chkAnimate", "1"},      {"chkLoop", "1"},          {"chkConstantShape", "1"}};
+  const std::pair<const char*, const char*> states[] = {
+      {"LastX", "600"},         {"LastY", "450"},  {"LastWidth", "15000"}, {"LastHeight", "12000"},
+      {"Maximised", "True"},    {"lsttype", "10"}, {"GridOn", "True"},     {"SnapOn", "True"},
+      {"LastFolder", "/some/"}, {"3DSave", "5"},   {"DrawAtOnce", "False"}};
+  platform.settings().values.clear();
+  for (const auto& [key, value] : fields) stored(key) = value;
+  for (const auto& [key, value] : checks) stored(key) = value;
+  for (const auto& [key, value] : states) stored(key) = value;
+  for (int box = 0; box < kColourBoxes; ++box)
+    stored(std::to_string(box) + "txtCol") = std::to_string(1000 + box);
+  for (int i = 0; i < kRecentFiles; ++i) stored("Recent" + std::to_string(i)) = "/r" + std::to_string(i);
+  const auto before = platform.settings().values;
+  EXPECT_EQ(before.size(), settingTable().size());
+  start();
+  // By their names, since two owners may have exchanged their rows.
+  for (const auto& [key, value] : fields) {
+    std::string name = "vt" + std::string(key + 3);
+    name[2] = static_cast<char>(std::toupper(name[2]));
+    EXPECT_EQ(w->text(w->control(name)), value) << key;
+    EXPECT_EQ(document().fields.text(*findParameter(name)), value) << key;
+  }
+  for (const auto& [key, value] : checks) EXPECT_EQ(checked(key), *value == '1') << key;
+  for (int box = 0; box < kColourBoxes; ++box)
+    EXPECT_EQ(w->background(kFirstColourBox + box), static_cast<Colour>(1000 + box));
+  const WindowPlace place = w->place();
+  EXPECT_TRUE(place.left == 40 && place.top == 30 && place.width == 1000 && place.height == 800 &&
+              w->maximised());
+  EXPECT_TRUE(document().fields.shape == Shape::Spiral && w->text(controlId("lblXF")) == "SO");
+  EXPECT_TRUE(bench().sheet.alignmentGrid() && bench().sheet.snap() && checked("optSTL") &&
+              !bench().drawAtOnce);
+  EXPECT_TRUE(w->commandChecked(w->command("mnuShapeGridOnOff")) &&
+              w->commandChecked(w->command("mnuShapeSnap")));
+  EXPECT_FALSE(w->commandChecked(w->command("mnuViewDrawAtOnce")));
+  pickFile("mnuFileLoad", "");
+  EXPECT_EQ(lastAsked().initial, "/some/*.qzd");
+  EXPECT_EQ(commandText("mnuFileRecent9"), "&0 /r9");
+
+  platform.settings().flushed = unwritable("no room");
+  exit();
+  EXPECT_EQ(lastAsked().text, "Are you sure you want to exit?");
+  EXPECT_EQ(w->status(), "The settings could not be kept: no room");
+  EXPECT_EQ(platform.settings().values, before);
+}
+
+TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
+  platform.settings().values.clear();
+  start();
+  for (const int agreed : {0, 1, 2}) {
+    w->userTypes(fieldControl(Param::Width), "99");
+    platform.dialogs.answerConfirm(agreed > 0);
+    if (agreed > 0) platform.dialogs.answerSave(agreed == 1 ? SaveAnswer::cancel : SaveAnswer::discard);
+    pick("mnuFileExit");
+    EXPECT_EQ(w->closed(), agreed == 2);
+    EXPECT_EQ(platform.settings().values.empty(), agreed < 2);
+  }
+  EXPECT_EQ(stored("txtWidth"), "30");
+}
+
+TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
+  const std::pair<const char*, const char*> nonsense[] = {
+      {"txtXNo", "many"},       {"txtScale", "1e99"},  {"txtSkew", ""},       {"lsttype", "77"},
+      {"chkShowGrid", "maybe"}, {"3DSave", "12"},      {"4txtCol", "red"},    {"5txtCol", "-1"},
+      {"LastX", "99999999"},    {"LastY", "99999999"}, {"GridOn", "perhaps"}, {"SnapOn", "True"}};
+  for (const auto& [key, value] : nonsense) stored(key) = value;
+  start();
+  expectTexts({{Param::XNo, "2"}, {Param::Scale, "6"}, {Param::Skew, "1"}});  // e reads as a decimal point
+  EXPECT_EQ(w->selected(kShapes), 0);
+  EXPECT_FALSE(checked("chkShowGrid"));
+  for (const char* option : {"optPOV", "optVRML", "optXYZ"}) EXPECT_FALSE(checked(option));
+  EXPECT_EQ(w->background(kFirstColourBox + 4), 0U);
+  EXPECT_EQ(w->background(kFirstColourBox + 5), 0xFFFFFFU);
+  EXPECT_TRUE(w->place().left == 1920 - w->place().width && w->place().top == 1080 - w->place().height);
+  EXPECT_TRUE(!bench().sheet.alignmentGrid() && bench().sheet.snap());
+  MainWindow unshown(platform, {});
+  ASSERT_TRUE(unshown.open());
+  EXPECT_EQ(platform.window()->place().top, 1080 - platform.window()->place().height);
+  stored("LastX") = stored("LastY") = "-300";
+  start();
+  EXPECT_TRUE(w->place().left == 0 && w->place().top == 0);
+}
+
+TEST_F(StartTest, AScreenThatIsTooLowEndsTheProgram) {
+  platform.screen = {0, 0, 800, 599};
+  platform.dialogs.answerMessage();
+  start();
+  EXPECT_FALSE(w->shown());
+}
+
+TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
+  platform.settings().values.clear();
+  rememberUser();
+  MainWindowOptions first;
+  first.welcome = true;
+  start(first);
+  EXPECT_TRUE(drawn() && statusStarts("Welcome!") && document().fields.shape == Shape::Circular);
+  EXPECT_FALSE(commandEnabled("mnuEditUndoStep"));
+  enter(Param::Theta, "30");
+  bench().step("Wall", stepLine(document(), 3, 1));
+  drawSquare();
+  const Document last = document();
+  exit(SaveAnswer::discard);
+  start();
+  EXPECT_TRUE(document().fields == last.fields);
+  for (int j = 0; j < lines(); ++j) EXPECT_EQ(line(j).Kind, (*last.lines)[static_cast<std::size_t>(j)].Kind);
+  EXPECT_EQ(line(3).Kind, kWall);
+  EXPECT_TRUE(drawn() && !bench().session.modified());
+  EXPECT_TRUE(document().outline == last.outline) << "a shape of one's own as well";
+  // Settings of another program version, or by hand: they win over the last knot.
+  exit();
+  stored("txtXNo") = "5";
+  start();
+  EXPECT_EQ(text(Param::XNo), "5");
+  EXPECT_FALSE(document().lines || document().outline);
+}
+
+TEST_F(StartTest, AKnotOfACrashIsOfferedOnce) {
+  rememberUser();
+  const std::string copy = folder.file("unsaved-1.qzd");
+  for (const bool taken : {true, false}) {
+    start();
+    EXPECT_EQ(asked(), 0U);
+    clickLine(3);
+    EXPECT_TRUE(std::filesystem::exists(copy)) << "kept with the step";
+    const Document lost = document();
+    main.reset();  // the end of a process that saves nothing
+    platform.dialogs.answerConfirm(taken);
+    start();
+    EXPECT_EQ(line(3).Kind == kWall, taken);
+    EXPECT_EQ(document().lines == lost.lines && bench().session.modified() && drawn(), taken);
+    if (taken) {
+      EXPECT_EQ(w->status().substr(0, 11), "Recovered: ");
+      pick("mnuEditUndoStep");
+      EXPECT_FALSE(bench().session.modified()) << "undo goes back behind it";
+      pick("mnuEditRedoStep");
+      exit(SaveAnswer::discard);
+    }
+    platform.dialogs.forget();
+    std::filesystem::remove(folder.file("last.qzd"));
+  }
+  start();
+  EXPECT_EQ(asked(), 0U) << "declined is gone";
+  EXPECT_FALSE(std::filesystem::exists(copy));
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,50 @@
+// The form and command tables hang together.
+#include <map>
+#include <set>
+
+#include "main_window_driver.h"
+#include "platform/common/text_helpers.h"
+#include "window/form_table.h"
+
+namespace lorivan {
+namespace {
+
+TEST_F(MainWindowTest, NamesAreUniqueAndNumbersHaveTheirLabels) {
+  std::set<std::string_view> names;
+  ControlKind before = ControlKind::group;
+  for (const ControlSpec& row : formTable()) {
+    EXPECT_TRUE(names.insert(row.name).second) << row.name;
+    EXPECT_TRUE(row.kind != ControlKind::number || before == ControlKind::label) << row.name;
+    before = row.kind;
+  }
+  for (const ParamSpec& p : parameterTable()) EXPECT_TRUE(names.contains(p.field)) << p.field;
+  for (const CheckSpec& c : checkTable()) EXPECT_TRUE(names.contains(c.field)) << c.field;
+}
+
+TEST_F(MainWindowTest, MnemonicsAndShortcutsDoNotClash) {
+  for (int i = 0; i < kRecentFiles; ++i) stored("Recent" + std::to_string(i)) = "/a & b.qzd";
+  start();
+  std::map<char, std::string_view> taken;
+  for (const CommandRow& row : commandRows()) taken[mnemonicOf(row.menu)] = row.menu;
+  EXPECT_EQ(taken.size(), 6U) << "two menus have one letter";
+  for (const ControlSpec& row : formTable()) {
+    const char letter = mnemonicOf(row.caption);
+    // Of the two view buttons only one can be pressed at a time.
+    if (letter == 0 || row.name == "cmd3DView") continue;
+    EXPECT_TRUE(taken.emplace(letter, row.name).second) << row.name << " and " << taken[letter];
+  }
+  std::set<std::pair<std::string, char>> inMenus;
+  std::set<std::string_view> shortcuts;
+  for (const CommandRow& row : commandRows()) {
+    const std::string shown = commandText(row.name);
+    EXPECT_TRUE(inMenus.emplace(std::string(row.menu) + std::string(row.submenu), mnemonicOf(shown)).second)
+        << row.name << ": " << shown;
+    for (const std::string_view keys : {row.shortcut, row.alternative}) {
+      if (keys.empty()) continue;
+      EXPECT_TRUE(parseShortcut(keys) && shortcuts.insert(keys).second) << row.name << ": " << keys;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,171 @@
+#include "window/commands.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "base/numbers.h"
+#include "design/presets.h"
+#include "window/handlers.h"
+#include "window/summaries.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
+                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent";
+
+bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
+bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
+bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
+bool solidInFront(const Workbench& b) { return b.solidShown(); }
+bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
+
+/// "&Undo Random knot"
+std::string withStep(const char* word, const std::string& step) {
+  return step.empty() ? std::string(word) : word + (' ' + marksDoubled(step));
+}
+
+/// "&1 knot.qzd": the file's name behind its digit.
+std::string recentText(const Workbench& b, std::size_t place) {
+  if (place >= b.recentFiles.size()) return {};
+  return '&' + std::to_string((place + 1) % 10) + ' ' + marksDoubled(b.recentFiles[place]);
+}
+
+template <std::size_t Place>
+constexpr CommandRow recentRow(std::string_view name) {
+  return {name,
+          kFile,
+          "",
+          "",
+          [](Handlers& h) { h.mnuFileRecent_Click(Place); },
+          nullptr,
+          nullptr,
+          [](const Workbench& b) { return recentText(b, Place); },
+          false,
+          false,
+          false,
+          kRecent};
+}
+
+/// Ten styles have a digit for their mnemonic, 0 for the tenth.
+std::string styleText(std::size_t place) {
+  const std::string name(presetTable()[place].name);
+  return place < 10 ? '&' + std::to_string((place + 1) % 10) + ' ' + name : '&' + name;
+}
+
+template <int Place>
+constexpr CommandRow styleRow(std::string_view name) {
+  return {name,
+          kStyle,
+          "",
+          "",
+          [](Handlers& h) { h.mnuStyle_Click(Place); },
+          nullptr,
+          nullptr,
+          [](const Workbench&) { return styleText(Place); }};
+}
+
+constexpr bool kSeparator = true, kDuringWork = true, kKeepsUndone = true;
+
+// clang-format off
+constexpr auto kRows = std::to_array<CommandRow>({
+    {"mnuFileNewGrid", kFile, "&New grid", "Ctrl+N", [](Handlers& h) { h.mnuFileNewGrid_Click(); }},
+    {"mnuFileRandom", kFile, "&Random knot", "Ctrl+R", [](Handlers& h) { h.cmdRandknot_Click(); }},
+    {"mnuFileLoad", kFile, "&Load knot file", "Ctrl+O", [](Handlers& h) { h.mnuFileLoad_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    recentRow<0>("mnuFileRecent0"), recentRow<1>("mnuFileRecent1"), recentRow<2>("mnuFileRecent2"),
+    recentRow<3>("mnuFileRecent3"), recentRow<4>("mnuFileRecent4"), recentRow<5>("mnuFileRecent5"),
+    recentRow<6>("mnuFileRecent6"), recentRow<7>("mnuFileRecent7"), recentRow<8>("mnuFileRecent8"),
+    recentRow<9>("mnuFileRecent9"),
+    {"mnuFileSave", kFile, "&Save knot file", "Ctrl+S", [](Handlers& h) { h.mnuFileSave_Click(); }},
+    {"mnuFileSaveAs", kFile, "Save knot file &as...", "Ctrl+Shift+S", [](Handlers& h) { h.mnuFileSaveAs_Click(); }},
+    {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, hasKnot},
+    {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+
+    {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
+     [](const Workbench& b) { return b.session.history().canUndo(); }, nullptr,
+     [](const Workbench& b) { return withStep("&Undo", b.session.history().undoName()); }},
+    {"mnuEditRedoStep", kEdit, "&Redo", "Ctrl+Y", [](Handlers& h) { h.mnuEditRedoStep_Click(); },
+     [](const Workbench& b) { return b.session.history().canRedo(); }, nullptr,
+     [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
+    {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
+    {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+
+    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
+    {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
+    {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
+     [](const Workbench& b) { return b.drawAtOnce; }, nullptr, kSeparator},
+
+    {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
+    {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,
+     [](const Workbench& b) { return b.picture() == Picture::sheet; }},
+    {"mnuShapeMakeStandard", kShape, "&Make from Standard", "", [](Handlers& h) { h.mnuShapeMakeStandard_Click(); }},
+    {"mnuShapeLoadPicture", kShape, "Load &Picture...", "", [](Handlers& h) { h.mnuShapeLoadPicture_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeClear", kShape, "&Clear", "", [](Handlers& h) { h.mnuShapeClear_Click(); },
+     [](const Workbench& b) { return b.sheet.picture().shown(); }},
+    {"mnuShapeMakeGrid", kShape, "New G&rid", "", [](Handlers& h) { h.mnuShapeMakeGrid_Click(); }, hasOutline, nullptr, nullptr, kSeparator},
+    {"mnuShapeAutoGrid", kShape, "&AutoGrid", "", [](Handlers& h) { h.mnuShapeAutoGrid_Click(); }, outlineHasLines},
+    {"mnuShapeGridOnOff", kShape, "Alignment &Grid", "", [](Handlers& h) { h.mnuShapeGridOnOff_Click(); }, nullptr,
+     [](const Workbench& b) { return b.sheet.alignmentGrid(); }, nullptr, kSeparator},
+    {"mnuShapeSnap", kShape, "Snap &to Grid", "", [](Handlers& h) { h.mnuShapeSnap_Click(); }, nullptr,
+     [](const Workbench& b) { return b.sheet.snap(); }},
+    {"mnuShapeUndo", kShape, "&Undo", "", [](Handlers& h) { h.mnuShapeUndo_Click(); },
+     [](const Workbench& b) { return b.sheet.undoKept(); }, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeSaveFile", kShape, "&Save file...", "", [](Handlers& h) { h.mnuShapeSaveFile_Click(); }},
+
+    styleRow<0>("mnuStyle0"), styleRow<1>("mnuStyle1"), styleRow<2>("mnuStyle2"), styleRow<3>("mnuStyle3"),
+    styleRow<4>("mnuStyle4"), styleRow<5>("mnuStyle5"), styleRow<6>("mnuStyle6"), styleRow<7>("mnuStyle7"),
+    styleRow<8>("mnuStyle8"), styleRow<9>("mnuStyle9"), styleRow<10>("mnuStyle10"),
+
+    {"mnuHelpHelp", kHelp, "How to &use Lorivan", "F1", [](Handlers& h) { h.showHelp("help/index.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpCustom", kHelp, "&Custom knots", "", [](Handlers& h) { h.showHelp("help/custom.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelp3D", kHelp, "How to work in &3D", "", [](Handlers& h) { h.showHelp("help/3d.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpFAQ", kHelp, "&Frequently Asked Questions", "", [](Handlers& h) { h.showHelp("help/faq.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpAbout", kHelp, "&About", "", [](Handlers& h) { h.showHelp("help/about.html"); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+});
+// clang-format on
+
+}  // namespace
+
+std::span<const CommandRow> commandRows() { return kRows; }
+
+CommandId commandId(std::string_view name) {
+  return static_cast<CommandId>(std::ranges::find(kRows, name, &CommandRow::name) - kRows.begin());
+}
+
+std::span<const CommandSpec> commandTable() {
+  static const std::vector<CommandSpec> table = [] {
+    std::vector<CommandSpec> specs;
+    for (const CommandRow& row : kRows)
+      specs.push_back({row.name, row.menu, row.text, row.shortcut, row.checked != nullptr,
+                       row.separatorBefore, row.submenu, row.alternative});
+    return specs;
+  }();
+  return table;
+}
+
+void sortOutCommands(Workbench& bench) {
+  for (std::size_t i = 0; i < kRows.size(); ++i) {
+    const CommandRow& row = kRows[i];
+    const auto command = static_cast<CommandId>(i);
+    const bool on = row.enabled == nullptr || row.enabled(bench);
+    if (on != bench.window.commandEnabled(command)) bench.window.setCommandEnabled(command, on);
+    if (row.checked != nullptr) bench.window.setCommandChecked(command, row.checked(bench));
+    if (row.words == nullptr) continue;
+    const std::string text = row.words(bench);
+    bench.window.setCommandVisible(command, !text.empty());
+    if (!text.empty()) bench.window.setCommandText(command, text);
+  }
+}
+
+int styleOf(CommandId command) {
+  constexpr std::string_view prefix = "mnuStyle";
+  if (command < 0 || static_cast<std::size_t>(command) >= kRows.size()) return -1;
+  const std::string_view name = kRows[static_cast<std::size_t>(command)].name;
+  if (!name.starts_with(prefix)) return -1;
+  return static_cast<int>(parseInteger(name.substr(prefix.size()), 0, 99).value_or(-1));
+}
+
+}  // namespace lorivan

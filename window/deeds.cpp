@@ -1,0 +1,48 @@
+#include "window/deeds.h"
+
+#include <algorithm>
+
+namespace lorivan {
+namespace {
+
+/// The longest time in milliseconds that the window is left alone between two looks at its events.
+constexpr std::int64_t kLongestNap = 20;
+
+}  // namespace
+
+void Deeds::act(Deed deed) {
+  waiting_.push_back(std::move(deed));
+  if (working_ > 0) return;
+  while (!waiting_.empty()) {
+    const Deed next = std::move(waiting_.front());
+    waiting_.pop_front();
+    next();
+  }
+}
+
+bool Deeds::play(Clock& clock, const Frame& frame, const Events& events) {
+  stop_ = false;
+  animating_ = true;
+  bool alive = true;
+  while (alive) {
+    const std::optional<int> wait = frame();
+    if (!wait) break;
+    alive = attend(clock, *wait, events);
+    if (toEnd()) break;
+  }
+  animating_ = false;
+  return alive;
+}
+
+/// Lets events in for so many milliseconds, at least once; returns early when the animation is to end.
+bool Deeds::attend(Clock& clock, int milliseconds, const Events& events) const {
+  const std::int64_t end = clock.milliseconds() + milliseconds;
+  while (true) {
+    const std::int64_t left = end - clock.milliseconds();
+    if (left > 0) clock.sleep(static_cast<int>(std::min(left, kLongestNap)));
+    if (!events()) return false;
+    if (toEnd() || clock.milliseconds() >= end) return true;
+  }
+}
+
+}  // namespace lorivan

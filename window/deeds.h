@@ -1,0 +1,58 @@
+// What the user asks for, one after the other; and how an animation takes turns with it.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <optional>
+
+#include "platform/services.h"
+
+namespace lorivan {
+
+class Deeds {
+ public:
+  using Deed = std::function<void()>;
+
+  /// Does it now. What comes while another deed works (see Working) is done after that one, in its order, and
+  /// ends an animation.
+  void act(Deed deed);
+
+  /// While it lives, deeds wait.
+  class Working {
+   public:
+    explicit Working(Deeds& deeds) : deeds_(deeds) { ++deeds_.working_; }
+    Working(const Working&) = delete;
+    Working& operator=(const Working&) = delete;
+    ~Working() { --deeds_.working_; }
+
+   private:
+    Deeds& deeds_;
+  };
+
+  bool working() const { return working_ > 0; }
+  bool animating() const { return animating_; }
+
+  /// Ends the animation that runs.
+  void stop() { stop_ = true; }
+  /// Forgets what waits; for a window that closes.
+  void forget() { waiting_.clear(); }
+
+  /// Draws the next frame and tells how many milliseconds it stays; nothing when it was the last.
+  using Frame = std::function<std::optional<int>()>;
+  /// Lets the user's events in; false when the window was closed.
+  using Events = std::function<bool()>;
+
+  /// Plays frame after frame until the last, until stop(), or until a deed waits. False when the window was
+  /// closed.
+  bool play(Clock& clock, const Frame& frame, const Events& events);
+
+ private:
+  bool attend(Clock& clock, int milliseconds, const Events& events) const;
+  bool toEnd() const { return stop_ || !waiting_.empty(); }
+
+  std::deque<Deed> waiting_;
+  int working_ = 0;
+  bool stop_ = false, animating_ = false;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,43 @@
+#include "window/file_chooser.h"
+
+#include "base/numbers.h"
+#include "base/sink.h"
+
+namespace lorivan {
+
+/// The full path that a dialog starts with: the folder used last, or the program's own.
+std::string FileChooser::startName(const std::string& pattern) const {
+  if (!lastFolder_.empty()) return lastFolder_ + pattern;
+  std::string folder = platform_.programFolder();
+  const char separator = folder.find('\\') == std::string::npos ? '/' : '\\';
+  if (folder.empty() || folder.back() != separator) folder += separator;
+  return folder + pattern;
+}
+
+void FileChooser::rememberFolder(const std::string& path) {
+  const std::string_view name = fileNameOf(path);
+  if (name.size() < path.size()) lastFolder_ = path.substr(0, path.size() - name.size());
+}
+
+std::string FileChooser::ask(const FileQuestion& question, bool save, bool bare) {
+  const std::string pattern = bare ? std::string() : "*." + question.extension;
+  FileDialogSpec dialog;
+  dialog.save = dialog.overwritePrompt = save;
+  dialog.title = question.title;
+  dialog.filterLabel = question.filterLabel;
+  dialog.extensions = question.more.empty() ? question.extension : question.extension + ' ' + question.more;
+  dialog.defaultExtension = bare ? std::string() : question.extension;
+  dialog.initialName = startName(pattern);
+  std::string path = window_.chooseFile(dialog);
+  if (lowerCase(fileNameOf(path)) == pattern) return {};
+  rememberFolder(path);
+  return path;
+}
+
+std::string FileChooser::NewFname(const std::string& description, const std::string& extension,
+                                  const std::string& moreExtensions) {
+  return toSave({"Saving:  Enter your " + description + " file name", description + " files", extension,
+                 moreExtensions});
+}
+
+}  // namespace lorivan

@@ -1,0 +1,177 @@
+#include "window/form.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr Colour kWhite = QBColor(15), kBlack = QBColor(0);
+
+/// Text colour on a field that shows colour number `index`.
+Colour textOn(int index) { return index < 9 ? kWhite : kBlack; }
+
+}  // namespace
+
+Form::Form(Window& window, const Clock& clock) : window_(window) {
+  fields_.reserve(kParamCount);
+  for (const ParamSpec& spec : parameterTable()) {
+    ValidTextLimits limits{std::string(spec.min), std::string(spec.max), std::string(spec.fallback), "0.0"};
+    fields_.push_back(
+        {ValidText(std::move(limits), std::string(spec.value), [&clock] { return clock.secondsOfDay(); })});
+  }
+  std::vector<std::string> shapes;
+  for (const ShapeSpec& row : shapeTable()) shapes.emplace_back(row.name);
+  window_.setItems(controlId("lstType"), shapes);
+}
+
+void Form::show(const Document& document, bool record) {
+  shown_ = document.fields;
+  for (int i = 0; i < kParamCount; ++i) {
+    const auto p = static_cast<Param>(i);
+    field(p).typed.clear();
+    field(p).text.setUnDoing(!record);
+    if (text(p) != shown_.text(p) || window_.text(fieldControl(p)) != shown_.text(p))
+      setText(p, shown_.text(p));
+    field(p).text.setUnDoing(false);
+  }
+  for (int i = 0; i < kCheckCount; ++i) {
+    const auto c = static_cast<Check>(i);
+    if (checked(c) != shown_.check(c)) window_.setChecked(checkControl(c), shown_.check(c));
+  }
+  if (shape() != shown_.shape || window_.selected(controlId("lstType")) < 0)
+    window_.select(controlId("lstType"), static_cast<int>(shown_.shape));
+  showColours();
+  showOffset();
+  showAnimation();
+}
+
+KnotFields Form::read() const {
+  KnotFields fields = shown_;
+  for (int i = 0; i < kParamCount; ++i) fields.text(static_cast<Param>(i)) = text(static_cast<Param>(i));
+  for (int i = 0; i < kCheckCount; ++i) fields.check(static_cast<Check>(i)) = checked(static_cast<Check>(i));
+  fields.shape = shape();
+  return fields;
+}
+
+void Form::startHistories() {
+  for (Field& f : fields_) f.text.start(f.text.Value());
+}
+
+Form::Confirmed Form::confirm(Param p) {
+  Field& f = field(p);
+  const std::string shown = window_.text(fieldControl(p));
+  const std::string typed = f.typed.empty() ? shown : std::exchange(f.typed, {});
+  // The history gets the whole number, not what it was made from.
+  f.text.type(ChkNum(shown) == kNotANumber ? shown : correctedText(p, shown));
+  f.text.pressEnter();
+  window_.setText(fieldControl(p), text(p));
+  Confirmed confirmed{text(p), {}, text(p) != shown_.text(p)};
+  const ParamSpec& spec = parameterSpec(p);
+  if (typed != text(p) && ChkNum(typed) != ChkNum(text(p)))
+    confirmed.correction = std::string(trimmed(spec.caption)) + ": \"" + typed + "\" became " + text(p) +
+                           " (" + std::string(spec.min) + " to " + std::string(spec.max) + ")";
+  return confirmed;
+}
+
+void Form::left(Param p) {
+  field(p).typed = window_.text(fieldControl(p));
+  setText(p, correctedText(p, field(p).typed));
+}
+
+std::vector<Param> Form::pending(bool undone) const {
+  std::vector<Param> waiting;
+  for (int i = 0; i < kParamCount; ++i) {
+    const auto p = static_cast<Param>(i);
+    if (window_.text(fieldControl(p)) != text(p) || (undone && text(p) != shown_.text(p)))
+      waiting.push_back(p);
+  }
+  return waiting;
+}
+
+bool Form::isNew(Param p) const {
+  return window_.text(fieldControl(p)) != text(p) || text(p) != shown_.text(p);
+}
+
+void Form::forgetLatest(Param p) {
+  ValidText& value = field(p).text;
+  if (value.UndoLevel() > 0 && value.UndoText() == value.Value()) value.setUndoLevel(value.UndoLevel() - 1);
+}
+
+void Form::restore(Param p) {
+  field(p).typed.clear();
+  field(p).text.setUnDoing(true);
+  setText(p, shown_.text(p));
+  field(p).text.setUnDoing(false);
+  showColours();
+}
+
+std::string Form::stepped(Param p, int steps) const {
+  const ParamSpec& spec = parameterSpec(p);
+  const double step = parseNumber(spec.step).value_or(1);
+  const double now = parseNumber(correctedText(p, window_.text(fieldControl(p)))).value_or(0);
+  // On the step's own grid, so that 0.1 added ten times is 1.
+  const double next = roundHalfEven((now + steps * step) / step * 1000) / 1000 * step;
+  return correctedText(p, shortestText(static_cast<float>(next)));
+}
+
+std::optional<Param> Form::undoLatest() {
+  std::optional<Param> latest;
+  float best = 0;
+  for (ControlId control = 0; control < static_cast<ControlId>(formTable().size()); ++control) {
+    const auto p = parameterOf(control);
+    if (!p || field(*p).text.UndoLevel() <= 0 || !(field(*p).text.UndoTime() > best)) continue;
+    latest = p;
+    best = field(*p).text.UndoTime();
+  }
+  if (!latest) return latest;
+  ValidText& value = field(*latest).text;
+  value.setUnDoing(true);
+  value.setUndoTime(-value.UndoTime());
+  value.setUndoLevel(value.UndoLevel() - 1);
+  setText(*latest, std::string(value.UndoText()));
+  value.setUnDoing(false);
+  showColours();
+  return latest;
+}
+
+Shape Form::shape() const {
+  return static_cast<Shape>(std::clamp(window_.selected(controlId("lstType")), 0, kShapeCount - 1));
+}
+
+void Form::setText(Param p, const std::string& text) {
+  field(p).text.setValue(text);
+  window_.setText(fieldControl(p), field(p).text.Value());
+}
+
+void Form::showColours() {
+  for (int box = 0; box < kColourBoxes; ++box)
+    window_.setColours(kFirstColourBox + box, shown_.boxes[static_cast<std::size_t>(box)], kBlack);
+  const KnotFields now = read();  // a field may show another number than the document has
+  const int back = now.whole(Param::PicKnotBackColour);
+  window_.setColours(fieldControl(Param::PicKnotBackColour), BColor(shown_.boxes, back), textOn(back));
+  const int start = std::abs(now.whole(Param::StartColour));
+  const StrandColours colours = strandColours(shown_.boxes);
+  window_.setColours(fieldControl(Param::StartColour), colours.display[static_cast<std::size_t>(start)],
+                     textOn(start));
+}
+
+/// The offset field is there for the shapes that have one.
+void Form::showOffset() {
+  const std::string_view label = shapeTable()[static_cast<std::size_t>(shown_.shape)].offsetLabel;
+  window_.setVisible(controlId("lblXF"), !label.empty());
+  window_.setVisible(fieldControl(Param::CrossOffset), !label.empty());
+  if (!label.empty()) window_.setText(controlId("lblXF"), std::string(label));
+}
+
+/// Speed and loop can be used only while animation is chosen.
+void Form::showAnimation() {
+  const bool on = shown_.check(Check::Animate);
+  window_.setEnabled(controlId("chkLoop"), on);
+  window_.setEnabled(controlId("lblAnimate"), on);
+  window_.setEnabled(fieldControl(Param::Animate), on);
+}
+
+}  // namespace lorivan

@@ -1,0 +1,112 @@
+// A handler for everything the user can do, named after its control and event. Each takes the document,
+// applies a function to it and shows what came of it; none calls another.
+#pragma once
+
+#include <string>
+
+#include "window/workbench.h"
+
+namespace lorivan {
+
+struct ExportFormat;
+
+class Handlers {
+ public:
+  explicit Handlers(Workbench& bench);
+
+  // --- fields (handlers_fields.cpp) ---
+  /// Enter was pressed in the field or it was left: its corrected text becomes the document's.
+  void vt_Changed(Param p);
+  /// The arrow keys or the wheel over a field that has the focus.
+  void vt_Stepped(Param p, int steps);
+  void vt_Escaped(Param p);
+  void chk_Click(Check c);
+  /// Opens the colour dialog for strand colour box 0 to 14.
+  void txtCol_Click(int box);
+  void lstType_Click();
+  void opt_Click();
+  void mnuStyle_Click(int style);
+  void mnuEditUndo_Click();
+  void mnuEditUndoStep_Click();
+  void mnuEditRedoStep_Click();
+
+  // --- the grid and the 2-D knot (handlers_knot.cpp) ---
+  void cmdNewGrid_Click();
+  void mnuFileNewGrid_Click();
+  void cmdOldGrid_Click();
+  void cmdRandknot_Click();
+  void cmd2D_Click();
+  void picGrid_Mouse(const MouseEvent& event);
+  void mnuViewDrawAtOnce_Click();
+
+  // --- the 3-D view (handlers_solid.cpp) ---
+  void cmd3D_Click();
+  void cmd2DView_Click();
+  void cmd3DView_Click();
+  void picKnot_Mouse(const MouseEvent& event);
+  void picNav_Mouse(const MouseEvent& event);
+  bool frmLorivan_KeyDown(const KeyEvent& key);
+
+  // --- files (handlers_files.cpp) ---
+  void mnuFileLoad_Click();
+  void mnuFileRecent_Click(std::size_t place);
+  /// Both tell whether the document is in its file now.
+  bool mnuFileSave_Click();
+  bool mnuFileSaveAs_Click();
+  void fileDropped(const std::string& path);
+  /// A knot or a shape file, by its extension.
+  void openFile(const std::string& path);
+  void mnuFileExit_Click() { bench_.window.close(); }
+  void showHelp(std::string_view page);
+
+  // --- what leaves the program (handlers_outputs.cpp) ---
+  void mnuFileSaveBMP_Click();
+  void mnuFileSaveEMF_Click();
+  void mnuFileSave3D_Click();
+  void mnuEditCopy_Click();
+
+  // --- shapes of one's own (handlers_shape.cpp) ---
+  void mnuShapeBlank_Click();
+  void mnuShapeView_Click();
+  void mnuShapeMakeStandard_Click();
+  void mnuShapeLoadPicture_Click();
+  void mnuShapeClear_Click();
+  void mnuShapeMakeGrid_Click();
+  void mnuShapeAutoGrid_Click();
+  void mnuShapeGridOnOff_Click();
+  void mnuShapeSnap_Click();
+  void mnuShapeUndo_Click();
+  void mnuShapeLoadFile_Click();
+  void mnuShapeSaveFile_Click();
+  void picShape_Mouse(const MouseEvent& event);
+
+  /// Asks whether unsaved changes are to be saved, and saves them; false when the user wants to go on
+  /// working.
+  bool mayLeave(const std::string& question);
+
+ private:
+  // Handlers do not call each other; what several of them do stands here.
+  void applyField(Param p, const std::string& text, const std::string& run, const std::string& note);
+  bool scaleRefused(Param p);
+  void showHistory(const std::string& what);
+  void stepLineKind(int line, int steps);
+  void makeGridAnew();
+  bool showModel();
+  void loadKnot(const std::string& path);
+  void loadShape(const std::string& path);
+  void loadTracePicture(const std::string& path);
+  bool saveKnot(const std::string& path);
+  bool saveAs();
+  void remember(const std::string& path);
+  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> knotOutput(std::string_view extension);
+  ControlId pictureInFront() const;
+  const ExportFormat* chosenFormat() const;
+  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
+  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  void shapeGrid(const std::string& name, const Result<Document>& made);
+
+  Workbench& bench_;
+};
+
+}  // namespace lorivan

@@ -1,0 +1,145 @@
+// Handlers of the fields, check boxes and colours, and of undo.
+#include "base/numbers.h"
+#include "design/edits.h"
+#include "design/presets.h"
+#include "export/formats.h"
+#include "window/handlers.h"
+#include "window/summaries.h"
+
+namespace lorivan {
+namespace {
+
+/// How the pictures follow a change of a field.
+After follows(const Workbench& bench, Param p) {
+  switch (parameterSpec(p).followUp) {
+    case FollowUp::newGrid:
+    case FollowUp::newGridOnly:
+    case FollowUp::scale:
+      // Where knots are drawn at once, what is in front follows; else the grid is shown, and a knot when
+      // asked for.
+      return bench.drawAtOnce || bench.document().fields.shape == Shape::Custom ? After::same : After::grid;
+    case FollowUp::style:
+    case FollowUp::startColour:
+    case FollowUp::background:
+      return After::same;
+    case FollowUp::alignmentGrid:
+    case FollowUp::light:
+    case FollowUp::angle:
+      return After::view;
+    case FollowUp::model:
+    case FollowUp::animation:
+      return After::nothing;
+  }
+  return After::same;
+}
+
+/// Most check boxes are looked at when something is made the next time.
+After follows(Check c) {
+  const bool seen =
+      c == Check::ShowGrid || c == Check::ShowCrossings || c == Check::Mirror || c == Check::Animate;
+  return seen ? After::same : After::nothing;
+}
+
+}  // namespace
+
+Handlers::Handlers(Workbench& bench) : bench_(bench) {
+  bench_.fieldConfirmed = [this](Param p) { vt_Changed(p); };
+}
+
+void Handlers::vt_Changed(Param p) {
+  const Form::Confirmed confirmed = bench_.form.confirm(p);
+  if (confirmed.changed)
+    applyField(p, confirmed.text, {}, confirmed.correction);
+  else if (!confirmed.correction.empty())
+    bench_.status(confirmed.correction);
+}
+
+void Handlers::vt_Stepped(Param p, int steps) {
+  const std::string text = bench_.form.stepped(p, steps);
+  if (text != bench_.document().fields.text(p)) applyField(p, text, std::string(parameterSpec(p).field), {});
+}
+
+void Handlers::vt_Escaped(Param p) { bench_.form.restore(p); }
+
+void Handlers::applyField(Param p, const std::string& text, const std::string& run, const std::string& note) {
+  if (scaleRefused(p)) return;
+  const auto next = changeField(bench_.document(), p, text);
+  const bool taken = bench_.step(next ? fieldStep(*next, p) : std::string(), next, follows(bench_, p), run);
+  if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
+  if (!note.empty()) bench_.statusToo(note);
+}
+
+/// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
+/// the field.
+bool Handlers::scaleRefused(Param p) {
+  // The lines of a shape of one's own stay whatever the scale is: nothing to ask for.
+  if (p != Param::Scale || bench_.drawAtOnce || !bench_.knotDrawn() ||
+      bench_.document().fields.shape == Shape::Custom ||
+      bench_.window.confirm("Changing scale will erase your current grid. OK to continue?",
+                            "Scale change warning"))
+    return false;
+  bench_.form.forgetLatest(p);
+  bench_.form.restore(p);
+  return true;
+}
+
+void Handlers::chk_Click(Check c) {
+  const bool on = bench_.form.checked(c);
+  bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on), follows(c));
+  if (c == Check::HeightMap) bench_.modelFieldChanged();
+}
+
+void Handlers::txtCol_Click(int box) {
+  const auto chosen =
+      bench_.window.chooseColour(bench_.document().fields.boxes[static_cast<std::size_t>(box)]);
+  if (chosen)
+    bench_.step("Colour " + std::to_string(box + 1), withColour(bench_.document(), box, *chosen), After::all);
+}
+
+void Handlers::lstType_Click() {
+  const Shape shape = bench_.form.shape();
+  const std::string name(shapeTable()[static_cast<std::size_t>(shape)].name);
+  const auto next = chooseShape(bench_.document(), shape);
+  if (shape == Shape::Custom)
+    bench_.step(name, next, After::sheet);
+  else
+    bench_.begin(name, next, After::grid);
+}
+
+/// The chosen format is no part of the knot; it is read when a file is saved.
+void Handlers::opt_Click() {
+  if (const ExportFormat* format = chosenFormat()) bench_.status("3D files: " + std::string(format->summary));
+}
+
+void Handlers::mnuStyle_Click(int style) {
+  bench_.step("Style " + std::string(presetTable()[static_cast<std::size_t>(style)].name),
+              withStyle(bench_.document(), style),
+              bench_.picture() == Picture::flat ? After::draw : After::all);
+}
+
+void Handlers::mnuEditUndo_Click() {
+  const auto p = bench_.form.undoLatest();
+  if (p)
+    bench_.status(std::string(trimmed(parameterSpec(*p).caption)) + " shows " + bench_.form.text(*p) +
+                  " again; press Enter in it to apply");
+}
+
+void Handlers::mnuEditUndoStep_Click() {
+  const std::string name = bench_.session.history().undoName();
+  bench_.session.undo();
+  showHistory("Undone: " + name);
+}
+
+void Handlers::mnuEditRedoStep_Click() {
+  const std::string name = bench_.session.history().redoName();
+  bench_.session.redo();
+  showHistory("Done again: " + name);
+}
+
+void Handlers::showHistory(const std::string& what) {
+  bench_.status({});
+  bench_.show(After::all, false);
+  bench_.status(what + "; " + bench_.summary());
+}
+
+}  // namespace lorivan

@@ -1,0 +1,120 @@
+// Handlers of knot files: load, save, drop, recent ones, and the help.
+#include <algorithm>
+
+#include "base/sink.h"
+#include "custom/shape_file.h"
+#include "design/document_text.h"
+#include "design/settings_table.h"
+#include "window/handlers.h"
+#include "window/trace_picture.h"
+
+namespace lorivan {
+namespace {
+
+FileQuestion knotQuestion(const char* title) {
+  return {title, "Lorivan files", std::string(kKnotFileExtension)};
+}
+
+}  // namespace
+
+bool Handlers::mayLeave(const std::string& question) {
+  if (!bench_.session.modified()) return true;
+  switch (bench_.window.askToSave(question, "Lorivan")) {
+    case SaveAnswer::save:
+      return extensionOf(bench_.session.path()) == kKnotFileExtension ? saveKnot(bench_.session.path())
+                                                                      : saveAs();
+    case SaveAnswer::discard:
+      return true;
+    case SaveAnswer::cancel:
+      break;
+  }
+  return false;
+}
+
+bool Handlers::mnuFileSave_Click() {
+  const std::string& path = bench_.session.path();
+  return extensionOf(path) == kKnotFileExtension ? saveKnot(path) : saveAs();
+}
+
+bool Handlers::mnuFileSaveAs_Click() { return saveAs(); }
+
+bool Handlers::saveAs() {
+  const std::string path =
+      bench_.files.toSave(knotQuestion("Saving knot configuration - Enter your Lorivan file name"));
+  return !path.empty() && saveKnot(path);
+}
+
+bool Handlers::saveKnot(const std::string& path) {
+  const Document& document = bench_.document();
+  const Status written = writeFile(path, documentText(withPasses(document, bench_.knot().graph)));
+  if (!written) {
+    bench_.window.message(std::string(kKnotFileProblem), "", MessageIcon::none);
+    bench_.status(written.error().message);
+    return false;
+  }
+  bench_.session.saved(path);
+  remember(path);
+  bench_.showCaption();
+  bench_.status("Saved as " + path);
+  return true;
+}
+
+void Handlers::mnuFileLoad_Click() {
+  const std::string path = bench_.files.toLoad(knotQuestion("Enter your Lorivan file name"));
+  if (!path.empty()) loadKnot(path);
+}
+
+void Handlers::mnuFileRecent_Click(std::size_t place) {
+  if (place >= bench_.recentFiles.size()) return;
+  const std::string path = bench_.recentFiles[place];
+  extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+}
+
+void Handlers::fileDropped(const std::string& path) {
+  const std::string extension = extensionOf(path);
+  if (extension == kKnotFileExtension || extension == kShapeFileExtension) {
+    bench_.files.rememberFolder(path);
+    extension == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+  } else if (TracePicture::canLoad(path)) {
+    loadTracePicture(path);
+  } else {
+    bench_.status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
+  }
+}
+
+void Handlers::openFile(const std::string& path) {
+  extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+}
+
+/// A file that cannot be read changes nothing.
+void Handlers::loadKnot(const std::string& path) {
+  const auto bytes = readFile(path, kLargestKnotFile);
+  auto read = bytes ? readDocument(*bytes, bench_.document()) : Result<ReadDocument>(bytes.error());
+  if (!read) {
+    std::erase(bench_.recentFiles, path);
+    bench_.sortOut();
+    bench_.status("Could not load " + path + ": " + read.error().message);
+    return;
+  }
+  if (!mayLeave("The knot has changes that are not saved. Save them before another one is opened?")) return;
+  remember(path);
+  bench_.begin("Load " + std::string(fileNameOf(path)), std::move(read->document), After::draw, path);
+  std::string told = bench_.knotDrawn() ? bench_.summary() : bench_.statusText();
+  for (const std::string& correction : read->corrections) told += "; " + correction;
+  bench_.status("Loaded " + path + ": " + told);
+}
+
+void Handlers::remember(const std::string& path) {
+  std::vector<std::string>& recent = bench_.recentFiles;
+  std::erase(recent, path);
+  recent.insert(recent.begin(), path);
+  if (recent.size() > kRecentFiles) recent.resize(kRecentFiles);
+  bench_.sortOut();
+}
+
+void Handlers::showHelp(std::string_view page) {
+  if (const Status opened = bench_.platform.help().open(std::string(page)); !opened)
+    bench_.status(opened.error().message);
+}
+
+}  // namespace lorivan

@@ -1,0 +1,80 @@
+// Handlers of the grid and the 2-D knot.
+#include "design/edits.h"
+#include "window/captions.h"
+#include "window/handlers.h"
+#include "window/summaries.h"
+
+namespace lorivan {
+
+void Handlers::cmdNewGrid_Click() { makeGridAnew(); }
+
+void Handlers::mnuFileNewGrid_Click() { makeGridAnew(); }
+
+void Handlers::makeGridAnew() {
+  const Document& document = bench_.document();
+  if (document.fields.shape != Shape::Custom) {
+    bench_.begin("New grid", newGrid(document), After::grid);
+    return;
+  }
+  // Its lines stay; a grid comes from the Shape menu.
+  bench_.show(document.lines ? After::same : After::sheet);
+  bench_.status(hasLines(bench_.sheet.shape())
+                    ? "A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid"
+                    : shapeSummary(bench_.sheet.shape()));
+}
+
+void Handlers::cmdOldGrid_Click() {
+  bench_.bringToFront(Picture::flat);
+  bench_.showGrid();
+  bench_.sortOut();
+  bench_.status(bench_.summary());
+}
+
+void Handlers::cmdRandknot_Click() {
+  const Deeds::Working working(bench_.deeds);
+  Window& window = bench_.window;
+  const ControlId button = controlId("cmdRandknot");
+  const std::string caption = window.text(button);
+  // An animation is no time of waiting.
+  const bool waits = !bench_.document().fields.check(Check::Animate);
+  if (waits) window.setText(button, std::string(kWaitCaption));
+  if (window.processEvents()) {
+    window.setBusy(waits);
+    bench_.begin("Random knot", randomKnot(bench_.document(), bench_.random), After::draw);
+    window.setBusy(false);
+  }
+  window.setText(button, caption);
+}
+
+void Handlers::cmd2D_Click() {
+  bench_.bringToFront(Picture::flat);
+  if (bench_.drawKnot(true)) bench_.status(bench_.summary());
+  bench_.sortOut();
+}
+
+void Handlers::picGrid_Mouse(const MouseEvent& event) {
+  bench_.flat.pointAt(bench_.knot(), event);
+  if (event.action != MouseAction::press) return;
+  const int line = bench_.flat.lineAt(bench_.knot(), event.x, event.y);
+  if (line < 0) return;
+  if (event.button == 1) stepLineKind(line, 1);
+  if (event.button == 2) stepLineKind(line, 3);
+}
+
+/// Kinds follow each other 1, 2, 3, 0 and round again; three steps on are one back.
+void Handlers::stepLineKind(int line, int steps) {
+  const Document next = stepLine(bench_.document(), line, steps);
+  const int kind = (*next.lines)[static_cast<std::size_t>(line)].Kind;
+  bench_.step(kindStep(kind), next, bench_.knotDrawn() || bench_.drawAtOnce ? After::same : After::grid);
+  bench_.status(lineSummary(next, line) + (bench_.knotDrawn() ? "; " + bench_.summary() : std::string()));
+}
+
+void Handlers::mnuViewDrawAtOnce_Click() {
+  bench_.drawAtOnce = !bench_.drawAtOnce;
+  if (bench_.drawAtOnce) bench_.show(After::same);
+  bench_.sortOut();
+  bench_.status(bench_.drawAtOnce ? "Every grid is drawn as a knot at once"
+                                  : "A new grid is shown by itself; Create 2D draws its knot");
+}
+
+}  // namespace lorivan

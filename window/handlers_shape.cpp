@@ -1,0 +1,159 @@
+// Handlers of shapes of one's own: the sheet, its files, and the grids made from it.
+#include "base/sink.h"
+#include "custom/shape_file.h"
+#include "design/edits.h"
+#include "window/handlers.h"
+#include "window/summaries.h"
+
+namespace lorivan {
+namespace {
+
+FileQuestion shapeQuestion() {
+  return {"Select an shape file", "Lorivan custom files", std::string(kShapeFileExtension)};
+}
+
+}  // namespace
+
+void Handlers::picShape_Mouse(const MouseEvent& event) {
+  const auto edit = bench_.sheet.mouse(event);
+  if (!edit) return;
+  const std::string name = "Shape: " + counted(bench_.sheet.shape().ShapePointCount, "point");
+  Document next = bench_.document();
+  if (edit->outlineChanged)
+    next = withOutline(next, bench_.sheet.shape());
+  else if (!(outlineOf(next) == bench_.sheet.shape()))
+    next.outline = Shared(bench_.sheet.shape());
+  bench_.step(name, next, After::sheet);
+  if (!edit->refusal.empty())
+    bench_.status(edit->refusal);
+  else
+    bench_.status(edit->outlineChanged ? shapeSummary(bench_.sheet.shape()) : std::string(kShapeHint));
+}
+
+void Handlers::mnuShapeBlank_Click() {
+  bench_.sheet.SaveUndo();
+  bench_.sheet.picture().clear();
+  bench_.step("Blank shape", blankShape(bench_.document()), After::sheet);
+  bench_.bringToFront(Picture::sheet);
+  bench_.status(std::string(kShapeHint));
+}
+
+void Handlers::mnuShapeView_Click() {
+  const bool on = bench_.picture() != Picture::sheet;
+  bench_.bringToFront(on ? Picture::sheet : Picture::flat);
+  if (!on) bench_.paintFlat();
+  bench_.sortOut();
+  bench_.status(on ? shapeSummary(bench_.sheet.shape())
+                   : "The shape is hidden, not lost: View in the Shape menu shows it again");
+}
+
+void Handlers::mnuShapeMakeStandard_Click() {
+  const auto made = outlineFromGrid(bench_.document());
+  if (made) bench_.sheet.SaveUndo();
+  if (bench_.step("Make from Standard", made, After::sheet)) bench_.bringToFront(Picture::sheet);
+}
+
+void Handlers::mnuShapeClear_Click() {
+  bench_.sheet.picture().clear();
+  bench_.bringToFront(bench_.picture());
+  bench_.sortOut();
+  bench_.status("The picture behind the shape was taken away");
+}
+
+void Handlers::mnuShapeGridOnOff_Click() {
+  const bool on = !bench_.sheet.alignmentGrid();
+  bench_.sheet.setAlignmentGrid(on);
+  bench_.bringToFront(bench_.picture());
+  bench_.sortOut();
+  bench_.status(on ? "Alignment grid of " + bench_.document().fields.text(Param::GridSize) + " lines each way"
+                   : "Alignment grid off");
+}
+
+void Handlers::mnuShapeSnap_Click() {
+  const bool on = !bench_.sheet.snap();
+  bench_.sheet.setSnap(on);
+  bench_.sortOut();
+  bench_.status(on ? "Points snap to the alignment grid" : "Points stay where they are put");
+}
+
+void Handlers::mnuShapeUndo_Click() {
+  bench_.sheet.undo();
+  bench_.step("Undo shape", withOutline(bench_.document(), bench_.sheet.shape()), After::sheet);
+  bench_.bringToFront(Picture::sheet);
+  bench_.status(shapeSummary(bench_.sheet.shape()));
+}
+
+void Handlers::mnuShapeSaveFile_Click() {
+  const std::string path = bench_.files.toSave(shapeQuestion());
+  if (path.empty()) return;
+  if (const Status saved = saveShapeFile(path, bench_.sheet.shape()); !saved) {
+    bench_.status(saved.error().message);
+    return;
+  }
+  bench_.session.named(path);
+  remember(path);
+  bench_.showCaption();
+  bench_.status("Saved as " + path);
+}
+
+void Handlers::mnuShapeLoadFile_Click() {
+  const std::string path = bench_.files.toLoad(shapeQuestion());
+  if (!path.empty()) loadShape(path);
+}
+
+void Handlers::loadShape(const std::string& path) {
+  auto shape = loadShapeFile(path);
+  if (!shape) {
+    std::erase(bench_.recentFiles, path);
+    bench_.sortOut();
+    bench_.status("Could not load " + shape.error().message);
+    return;
+  }
+  if (!mayLeave("The knot has changes that are not saved. Save them before a shape is opened?")) return;
+  remember(path);
+  bench_.sheet.picture().clear();
+  Document next = withOutline(bench_.document(), std::move(*shape));
+  next.fields.shape = Shape::Custom;
+  bench_.begin("Load " + std::string(fileNameOf(path)), next, After::sheet, path);
+  bench_.sheet.SaveUndo();
+  bench_.bringToFront(Picture::sheet);
+  bench_.sortOut();
+  bench_.status("Loaded " + path + ". " + shapeSummary(bench_.sheet.shape()));
+}
+
+void Handlers::mnuShapeLoadPicture_Click() {
+  const std::string path =
+      bench_.files.toLoadAny({"Select a picture to trace", "Pictures", TracePicture::kExtensions});
+  if (!path.empty()) loadTracePicture(path);
+}
+
+void Handlers::loadTracePicture(const std::string& path) {
+  bench_.files.rememberFolder(path);
+  if (const Status loaded = bench_.sheet.picture().load(bench_.platform, path); !loaded) {
+    bench_.status("Could not load " + path + ": " + loaded.error().message);
+    return;
+  }
+  Document next = bench_.document();
+  next.fields.shape = Shape::Custom;
+  bench_.step("(Custom)", next, After::sheet);
+  bench_.bringToFront(Picture::sheet);
+  bench_.sortOut();
+  bench_.status("Draw the outline over the picture; Clear in the Shape menu takes the picture away");
+}
+
+void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.document())); }
+
+void Handlers::mnuShapeAutoGrid_Click() { shapeGrid("AutoGrid", autoGrid(bench_.document())); }
+
+/// A grid that could not be made leaves everything as it was.
+void Handlers::shapeGrid(const std::string& name, const Result<Document>& made) {
+  if (!bench_.step(name, made, After::grid)) return;
+  bench_.bringToFront(Picture::flat);
+  bench_.sortOut();
+  const bool tight = strandsRunTogether(bench_.document());
+  bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
+                ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
+                (tight ? "; its strands will run together: lower Width, Edge or AGS" : ""));
+}
+
+}  // namespace lorivan

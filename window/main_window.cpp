@@ -1,0 +1,224 @@
+#include "window/main_window.h"
+
+#include <algorithm>
+
+#include "base/sink.h"
+#include "design/document_text.h"
+#include "design/welcome.h"
+#include "window/captions.h"
+#include "window/control_handlers.h"
+#include "window/preferences.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kLeastScreenHeight = 600;
+constexpr ControlId kShapes = controlId("lstType");
+
+}  // namespace
+
+MainWindow::MainWindow(Platform& platform, MainWindowOptions options)
+    : platform_(platform), options_(std::move(options)) {}
+
+Status MainWindow::open() {
+  events_ = makeEvents();
+  auto made = platform_.createWindow({formTable(), commandTable(), "Lorivan"}, events_);
+  if (!made) return made.error();
+  window_ = std::move(*made);
+  tooSmall_ = screenTooSmall();
+  if (tooSmall_) return {};
+  bench_ = std::make_unique<Workbench>(platform_, *window_, floor(), options_);
+  handlers_ = std::make_unique<Handlers>(*bench_);
+  window_->setVisible(controlId("Check1"), options_.stepDisplay);
+  window_->setChecked(controlId("Check1"), options_.stepDisplay);
+  restorePreferences(*bench_);
+  for (const ControlId turned : {controlId("picKnot"), controlId("picNav")})
+    window_->setPointer(turned, PointerShape::hand);
+  bench_->show(bench_->document().lines ? After::grid : After::sheet);
+  bench_->form.startHistories();
+  bench_->status(bench_->summary());
+  return {};
+}
+
+Document MainWindow::floor() const {
+  if (options_.welcome) return welcomeDocument();
+  const Document restored = restoredDocument(platform_.settings());
+  const std::string folder = platform_.userFolder();
+  return lastKnot(folder.empty() ? folder : folder + '/' + std::string(kLastKnotName), restored)
+      .value_or(restored);
+}
+
+bool MainWindow::screenTooSmall() {
+  if (window_->screen().height / window_->scaling() >= kLeastScreenHeight) return false;
+  window_->message(
+      "Sorry, this program only works at resolutions of SuperVGA (800*600, small fonts) or better", "",
+      MessageIcon::none);
+  return true;
+}
+
+Status MainWindow::run() {
+  if (tooSmall_) return {};
+  window_->show();
+  // Only now is the frame's own size known.
+  const WindowPlace place = window_->place(), screen = window_->screen();
+  const int left = std::max(0, std::min(place.left, screen.width - place.width));
+  const int top = std::max(0, std::min(place.top, screen.height - place.height));
+  if (left != place.left || top != place.top) window_->moveTo(left, top);
+  window_->run();
+  return settingsKept_;
+}
+
+void MainWindow::onStarted() {
+  if (options_.welcome)
+    bench_->status(
+        "Welcome! Press Random for another knot, or turn the wheel over a field that has the focus");
+  offerRecovered();
+  if (!options_.knotFile.empty()) handlers_->openFile(options_.knotFile);
+}
+
+/// Each knot that a crash left behind is offered once.
+void MainWindow::offerRecovered() {
+  while (const auto text = bench_->session.recovery().takeLeft()) {
+    if (!window_->confirm("Lorivan did not end in order last time. Open the knot that was being worked on?",
+                          "Lorivan")) {
+      bench_->session.recovery().clear();
+    } else if (bench_->session.recover(*text)) {
+      bench_->show(After::draw);
+      bench_->status("Recovered: " + bench_->summary() + "; it is not saved yet");
+      return;
+    }
+  }
+}
+
+WindowEvents MainWindow::makeEvents() {
+  WindowEvents events;
+  fieldEvents(events);
+  events.clicked = [this](ControlId control) { onClicked(control); };
+  events.changed = [this](ControlId control) { onChanged(control); };
+  events.command = [this](CommandId command) { onCommand(command); };
+  events.highlighted = [this](CommandId command) { bench_->preview(styleOf(command)); };
+  events.mouse = [this](ControlId picture, const MouseEvent& event) { onMouse(picture, event); };
+  events.key = [this](const KeyEvent& key) { return onKey(key); };
+  events.resized = [this](ControlId picture) {
+    if (bench_) bench_->resized(picture);
+  };
+  events.coloursChanged = [this] { bench_->solid.paintRotator(); };
+  events.fileDropped = [this](const std::string& path) {
+    bench_->deeds.act([this, path] { handlers_->fileDropped(path); });
+  };
+  events.closeQuery = [this] { return closeQuery(); };
+  events.started = [this] { bench_->deeds.act([this] { onStarted(); }); };
+  return events;
+}
+
+void MainWindow::fieldEvents(WindowEvents& events) {
+  events.confirmed = [this](ControlId control) {
+    if (const auto p = parameterOf(control)) onConfirmed(*p);
+  };
+  events.left = [this](ControlId control) {
+    bench_->session.endRun();
+    if (const auto p = parameterOf(control)) bench_->form.left(*p);
+  };
+  events.stepped = [this](ControlId control, int steps) {
+    const auto p = parameterOf(control);
+    if (p) bench_->deeds.act([this, p, steps] { handlers_->vt_Stepped(*p, steps); });
+  };
+  events.escaped = [this](ControlId control) {
+    if (const auto p = parameterOf(control)) handlers_->vt_Escaped(*p);
+  };
+}
+
+void MainWindow::onConfirmed(Param p) {
+  // The speed of an animation can be changed while it runs.
+  if (p == Param::Animate && bench_->deeds.animating())
+    handlers_->vt_Changed(p);
+  else if (bench_->form.isNew(p) || !bench_->deeds.working())
+    bench_->deeds.act([this, p, text = window_->text(fieldControl(p))] {
+      // A deed before this one may have shown another document.
+      window_->setText(fieldControl(p), text);
+      handlers_->vt_Changed(p);
+    });
+  else
+    bench_->form.forgetTyped(p);
+}
+
+void MainWindow::onClicked(ControlId control) {
+  if (control == controlId("cmd2D") && window_->text(control) == kStopCaption) return bench_->deeds.stop();
+  bench_->deeds.act([this, control] {
+    bench_->confirmPending(true);
+    if (window_->enabled(control)) runControl(control, *handlers_);
+  });
+}
+
+void MainWindow::onChanged(ControlId control) {
+  const auto c = checkOf(control);
+  // A loop can be ended, or begun, while it runs.
+  if (c == Check::Loop && bench_->deeds.animating()) return handlers_->chk_Click(*c);
+  // Radios leave the knot alone.
+  if (!c && control != kShapes) return runControl(control, *handlers_);
+  const bool on = c && window_->checked(control);
+  const int choice = c ? -1 : window_->selected(control);
+  bench_->deeds.act([this, control, c, on, choice] {
+    // A deed before this one may have shown another document.
+    c ? window_->setChecked(control, on) : window_->select(control, choice);
+    c ? handlers_->chk_Click(*c) : runControl(control, *handlers_);
+  });
+}
+
+void MainWindow::onCommand(CommandId command) {
+  const CommandRow& row = commandRows()[static_cast<std::size_t>(command)];
+  const auto choose = [this, &row, command] {
+    if (!bench_->deeds.working()) bench_->confirmPending(!row.keepsUndone);
+    if (window_->commandEnabled(command)) row.run(*handlers_);
+  };
+  if (row.duringWork && bench_->deeds.working())
+    choose();
+  else
+    bench_->deeds.act(choose);
+}
+
+void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
+  if (!bench_->deeds.working())
+    return bench_->deeds.act([this, picture, event] { runMouse(picture, *handlers_, event); });
+  // A press counts as a click where it was; one that hits no line does nothing anyway.
+  if (event.action != MouseAction::press) return;
+  if (picture == controlId("picGrid") && bench_->flat.lineAt(bench_->knot(), event.x, event.y) < 0) return;
+  bench_->deeds.act([this, picture, event] {
+    runMouse(picture, *handlers_, event);
+    MouseEvent release = event;
+    release.action = MouseAction::release;
+    runMouse(picture, *handlers_, release);
+  });
+}
+
+bool MainWindow::onKey(const KeyEvent& key) {
+  if (!bench_->deeds.working()) return handlers_->frmLorivan_KeyDown(key);
+  if (!bench_->deeds.animating() || key.key != Key::escape) return false;
+  bench_->deeds.stop();
+  return true;
+}
+
+bool MainWindow::closeQuery() {
+  if (tooSmall_) return true;
+  if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
+  // Text typed but not confirmed is taken; nothing is drawn any more.
+  bench_->deeds.stop();
+  bench_->deeds.forget();
+  if (!bench_->deeds.working()) bench_->confirmPending(false);
+  if (!handlers_->mayLeave("The knot has changes that are not saved. Save them before the program ends?"))
+    return false;
+  settingsKept_ = keepPreferences(*bench_);
+  // The window closes all the same.
+  if (!settingsKept_) bench_->status("The settings could not be kept: " + settingsKept_.error().message);
+  keepLastKnot();
+  return true;
+}
+
+/// For the next start, which shows it again.
+void MainWindow::keepLastKnot() {
+  bench_->session.recovery().clear();
+  const std::string file = bench_->session.recovery().lastKnotFile();
+  if (!file.empty()) static_cast<void>(writeFile(file, documentText(bench_->document())));
+}
+
+}  // namespace lorivan

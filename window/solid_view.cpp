@@ -1,0 +1,169 @@
+#include "window/solid_view.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/numbers.h"
+#include "graph/grid_view.h"
+#include "window/form_table.h"
+
+namespace lorivan {
+namespace {
+
+constexpr ControlId kPicture = controlId("picKnot"), kRotator = controlId("picNav");
+
+/// The keys' codes as turnByKey takes them.
+int keyCode(Key key) {
+  switch (key) {
+    case Key::left:
+      return 37;
+    case Key::up:
+      return 38;
+    case Key::right:
+      return 39;
+    case Key::down:
+      return 40;
+    default:
+      return 0;
+  }
+}
+
+/// Degrees as a field shows them, without the noise of single precision: two decimals, below a full turn.
+std::string shownDegrees(float degrees) {
+  const double rounded = roundHalfEven(static_cast<double>(degrees) * 100) / 100;
+  return shortestText(static_cast<float>(rounded >= 360 ? rounded - 360 : rounded));
+}
+
+struct AngleText {
+  Param field;
+  std::string text;
+};
+
+std::array<AngleText, 3> shownAngles(const ViewState& view) {
+  const AngleFields degrees = anglesInDegrees(view);
+  return {{{Param::Theta, shownDegrees(degrees.theta)},
+           {Param::Phi, shownDegrees(degrees.phi)},
+           {Param::Psi, shownDegrees(degrees.psi)}}};
+}
+
+Colour backgroundOf(const Document& document) { return pictureOptions(document.fields).background; }
+
+}  // namespace
+
+SolidView::Inputs SolidView::inputsOf(const Document& document, const KnotStages& stages) {
+  return {stages.strands(), tubeSettings(document.fields),
+          tubeColours(document.fields, strandColours(document.fields.boxes)), backgroundOf(document),
+          document.fields.check(Check::HeightMap)};
+}
+
+Status SolidView::build(const Document& document, const KnotStages& stages) {
+  const Inputs wanted = inputsOf(document, stages);
+  Inputs model = wanted;  // apart from what the model itself is not made from
+  if (inputs_) {
+    model.background = inputs_->background;
+    model.heightMap = inputs_->heightMap;
+  }
+  if (inputs_ != model)
+    if (const Status built =
+            model_.build(stages.knot(), document.fields, strandColours(document.fields.boxes));
+        !built)
+      return built;
+  inputs_ = wanted;
+  background_ = wanted.background;
+  heightMap_ = wanted.heightMap;
+  drag_ = {};
+  return {};
+}
+
+bool SolidView::current(const Document& document, const KnotStages& stages) const {
+  return inputs_ && stages.strands() != 0 && *inputs_ == inputsOf(document, stages);
+}
+
+bool SolidView::ofStrands(const KnotStages& stages) const {
+  return inputs_ && stages.strands() != 0 && inputs_->strands == stages.strands();
+}
+
+bool SolidView::sameColours(const Document& document) const {
+  return inputs_ && inputs_->colours == tubeColours(document.fields, strandColours(document.fields.boxes));
+}
+
+void SolidView::takeAngles(const Document& document) {
+  void (*const take[])(ViewState&, float) = {setTheta, setPhi, setPsi};
+  const auto shown = shownAngles(angles_);
+  for (std::size_t i = 0; i < shown.size(); ++i)
+    if (shown[i].text != document.fields.text(shown[i].field))
+      take[i](angles_, document.fields.number(shown[i].field));
+}
+
+Document SolidView::withAngles(const Document& document) const {
+  Document turned = document;
+  for (const AngleText& angle : shownAngles(angles_)) turned.fields.text(angle.field) = angle.text;
+  return turned;
+}
+
+void SolidView::paint(const Document& document) {
+  Surface& picture = window_.surface(kPicture);
+  picture.clear(background_);
+  renderer_.render(model_.built(), lightSettings(document.fields), angles_, background_, heightMap_,
+                   picture.lendPixels());
+  picture.refresh();
+}
+
+void SolidView::paintRotator() {
+  window_.setText(controlId("txtRDistance"), shortestText(angles_.ViewDistance));
+  Surface& rotator = window_.surface(kRotator);
+  drawRotator(rotator, angles_, window_.faceColour(), window_.textColour());
+  rotator.refresh();
+}
+
+bool SolidView::paintPreview(const Document& document, const KnotStages& stages) {
+  if (polygonBudget(stages.knot().strands, tubeSettings(document.fields)) > kLargeModel) return false;
+  KnotModel model;
+  if (!model.build(stages.knot(), document.fields, strandColours(document.fields.boxes))) return false;
+  Surface& picture = window_.surface(kPicture);
+  picture.clear(backgroundOf(document));
+  renderer_.render(model.built(), lightSettings(document.fields), angles_, backgroundOf(document), heightMap_,
+                   picture.lendPixels());
+  picture.refresh();
+  return true;
+}
+
+void SolidView::takeBackground(const Document& document) {
+  background_ = backgroundOf(document);
+  if (inputs_) inputs_->background = background_;
+}
+
+bool SolidView::dragged(const MouseEvent& event) {
+  // A new drag starts where it is, not where the last one ended.
+  if (event.action == MouseAction::press) drag_ = {};
+  if (event.action != MouseAction::press && event.action != MouseAction::move) return false;
+  const float perPixel = kReferenceWidth / static_cast<float>(std::max(1, window_.surface(kPicture).width()));
+  const DragState before = drag_;
+  const bool turned = dragView(angles_, drag_, event.button, static_cast<float>(event.x) * perPixel,
+                               static_cast<float>(event.y) * perPixel);
+  return turned && before.LastDragX != DragState{}.LastDragX;
+}
+
+bool SolidView::rotatorMoved(const MouseEvent& event) {
+  if (event.action != MouseAction::press && event.action != MouseAction::move) return false;
+  const Surface& rotator = window_.surface(kRotator);
+  return DrawNav(angles_, navGeometry(rotator.width(), rotator.height()), event.button,
+                 static_cast<float>(event.x), static_cast<float>(event.y));
+}
+
+bool SolidView::keyPressed(Key key) { return turnByKey(angles_, keyCode(key)); }
+
+Surface* SolidView::picBig(const Document& document) {
+  const Surface& shown = window_.surface(kPicture);
+  const TubeModel& model = model_.built();
+  if (model.QuadCount == 0) return nullptr;
+  auto made = platform_.createSurface(2 * shown.width(), 2 * shown.height());
+  if (!made) return nullptr;
+  picBig_ = std::move(*made);
+  picBig_->clear(background_);
+  renderer_.render(model, lightSettings(document.fields), angles_, background_, true, picBig_->lendPixels());
+  return picBig_.get();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,72 @@
+#include "window/summaries.h"
+
+#include <array>
+#include <vector>
+
+namespace lorivan {
+namespace {
+
+struct KindWords {
+  std::string_view step, meaning;
+};
+constexpr std::array<KindWords, 4> kKinds = {
+    {{"No line", "is taken out: strands pass as if it were not there"},
+     {"Ordinary line", "is an ordinary line: strands cross on it"},
+     {"Wall", "is a wall: strands turn back at it"},
+     {"Reversed line", "is reversed: over and under start the other way round"}}};
+
+}  // namespace
+
+std::string counted(long long n, const std::string& what) {
+  return std::to_string(n) + ' ' + what + (n == 1 ? "" : "s");
+}
+
+std::string gridSummary(const Document& document) {
+  const KnotFields& fields = document.fields;
+  const std::string name(shapeTable()[static_cast<std::size_t>(fields.shape)].name);
+  const std::string lines =
+      counted(document.lines ? static_cast<long long>(document.lines->size()) : 0, "line");
+  if (fields.shape == Shape::Custom) return name + ": " + lines;
+  return name + ", " + fields.text(Param::XNo) + " x " + fields.text(Param::YNo) + ", scale " +
+         fields.text(Param::Scale) + ": " + lines;
+}
+
+std::string knotSummary(const Knot& knot) {
+  const KnotCounts counts = countKnot(knot.graph, knot.strands);
+  return counted(counts.strands, "strand") + ", " + counted(counts.crossings, "crossing");
+}
+
+std::string shapeSummary(const CustomShape& shape) {
+  std::vector<int> linesAt(static_cast<std::size_t>(shape.ShapePointCount) + 1, 0);
+  int points = 0, lines = 0, looseEnds = 0;
+  for (int line = 1; line <= shape.ShapeLineCount; ++line) {
+    if (!shape.lineIsLive(line)) continue;
+    ++lines;
+    for (const int end : {0, 1}) ++linesAt[static_cast<std::size_t>(shape.lineEnd(end, line))];
+  }
+  for (int point = 1; point <= shape.ShapePointCount; ++point) {
+    points += shape.pointIsLive(point) ? 1 : 0;
+    looseEnds += linesAt[static_cast<std::size_t>(point)] == 1 ? 1 : 0;
+  }
+  if (points == 0) return std::string(kShapeHint);
+  const std::string counts = "Shape: " + counted(points, "point") + ", " + counted(lines, "line");
+  if (lines == 0) return counts + ": drag from a point to draw a line";
+  if (looseEnds > 0) return counts + ", " + counted(looseEnds, "loose end");
+  return lines > 2 ? counts + ", closed: AutoGrid in the Shape menu fills it" : counts;
+}
+
+std::string marksDoubled(std::string_view text) {
+  std::string doubled;
+  for (const char c : text) doubled.append(c == '&' ? 2U : 1U, c);
+  return doubled;
+}
+
+std::string lineSummary(const Document& document, int line) {
+  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
+  return "Line " + std::to_string(line + 1) + ' ' +
+         std::string(kKinds[static_cast<std::size_t>(kind)].meaning);
+}
+
+std::string kindStep(int kind) { return std::string(kKinds[static_cast<std::size_t>(kind & 3)].step); }
+
+}  // namespace lorivan

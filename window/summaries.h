@@ -1,0 +1,32 @@
+// Sentences for the status line.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "design/knot.h"
+
+namespace lorivan {
+
+/// "1 strand", "3 strands".
+std::string counted(long long n, const std::string& what);
+
+/// "Hexagonal, 2 x 2, scale 30: 24 lines"
+std::string gridSummary(const Document& document);
+/// "3 strands, 12 crossings"
+std::string knotSummary(const Knot& knot);
+/// Points, lines and loose ends of a shape of one's own, and what to do next.
+std::string shapeSummary(const CustomShape& shape);
+/// How a shape is drawn.
+inline constexpr std::string_view kShapeHint =
+    "Drag to set a point, drag from a point to draw a line; the right button moves, a click deletes a point";
+
+/// A text for a menu, where a single "&" would mark a letter.
+std::string marksDoubled(std::string_view text);
+
+/// "Line 3 is a wall: strands turn back at it"
+std::string lineSummary(const Document& document, int line);
+/// What a line of a kind is called in the names of steps.
+std::string kindStep(int kind);
+
+}  // namespace lorivan

@@ -1,0 +1,158 @@
+// Steps, and how what is shown follows them.
+#include "window/workbench.h"
+
+#include "design/edits.h"
+#include "design/version.h"
+#include "window/commands.h"
+#include "window/control_handlers.h"
+#include "window/summaries.h"
+
+namespace lorivan {
+
+Workbench::Workbench(Platform& itsPlatform, Window& itsWindow, Document floor, MainWindowOptions itsOptions)
+    : platform(itsPlatform),
+      window(itsWindow),
+      options(std::move(itsOptions)),
+      session(platform, std::move(floor)),
+      form(window, platform.clock()),
+      files(window, platform),
+      flat(window),
+      solid(platform, window),
+      sheet(window),
+      random(options.random ? options.random : seededRandom(platform.clock().seed())) {}
+
+bool Workbench::step(const std::string& name, const Result<Document>& next, After after,
+                     std::string_view run) {
+  if (!next) {
+    form.show(document());  // what was chosen and refused
+    tell(next.error());
+    return false;
+  }
+  session.step(name, *next, run);
+  status({});
+  show(after);
+  if (status_.empty()) status(summary());
+  return true;
+}
+
+bool Workbench::begin(const std::string& name, const Result<Document>& next, After after,
+                      const std::string& path) {
+  if (!next) {
+    form.show(document());
+    tell(next.error());
+    return false;
+  }
+  session.begin(name, *next, path);
+  status({});
+  show(after);
+  if (status_.empty()) status(summary());
+  return true;
+}
+
+void Workbench::show(After after, bool record) {
+  previewing_ = false;
+  form.show(document(), record);
+  sheet.take(outlineOf(document()));
+  sheet.setLines(document().fields.whole(Param::GridSize));
+  solid.takeAngles(document());
+  if (const Status taken = stages_.followGrid(document()); !taken) tell(taken.error());
+  switch (after) {
+    case After::same:
+    case After::all:
+      showSame(after == After::all);
+      break;
+    case After::grid:
+      bringToFront(Picture::flat);
+      if (!drawAtOnce || !drawKnot(false)) showGrid();
+      break;
+    case After::draw:
+      bringToFront(Picture::flat);
+      if (!drawKnot(true)) showGrid();
+      break;
+    case After::view:
+      if (solidShown()) paintSolid();
+      if (picture_ == Picture::sheet) sheet.RedrawCustom();
+      break;
+    case After::sheet:
+      bringToFront(Picture::sheet);
+      break;
+    case After::nothing:
+      break;
+  }
+  solid.paintRotator();
+  showCaption();
+  sortOut();
+}
+
+/// The picture in front stays; one that cannot be made any more gives way to the flat one.
+void Workbench::showSame(bool model) {
+  if (!(drawn_ || drawAtOnce) || !drawKnot(false)) showGrid();
+  if (model && drawn_ && !modelCurrent()) static_cast<void>(buildModel(false));
+  if (picture_ == Picture::solid && !modelOfStrands()) bringToFront(Picture::flat);
+  if (picture_ == Picture::solid) paintSolid();
+  if (picture_ == Picture::sheet) sheet.RedrawCustom();
+}
+
+void Workbench::bringToFront(Picture picture) {
+  picture_ = picture;
+  window.setVisible(controlId("picGrid"), picture == Picture::flat);
+  window.setVisible(controlId("picKnot"), picture == Picture::solid);
+  window.setVisible(controlId("picShape"), picture == Picture::sheet);
+  if (picture == Picture::sheet) sheet.RedrawCustom();
+}
+
+void Workbench::modelFieldChanged() {
+  modelFieldsTouched_ = true;
+  sortOut();
+  if (drawn_ && !modelCurrent()) status("Press Create 3D to show the changed 3D values");
+}
+
+void Workbench::viewTurned() {
+  session.step("Turn", solid.withAngles(document()), "turn");
+  form.show(document(), false);
+  if (solidShown()) paintSolid();
+  solid.paintRotator();
+  showCaption();
+  sortOut();
+}
+
+void Workbench::confirmPending(bool undone) {
+  for (const Param p : form.pending(undone)) fieldConfirmed(p);
+}
+
+void Workbench::sortOut() {
+  sortOutCommands(*this);
+  sortOutControls(*this);
+}
+
+/// "Lorivan - V3.44k  /home/ann/knot.qzd *": the star marks changes that are not in the file.
+void Workbench::showCaption() {
+  std::string caption = "Lorivan - V" + std::string(kVersion) + ' ';
+  if (!session.path().empty()) caption += ' ' + session.path();
+  if (session.modified()) caption += " *";
+  window.setTitle(caption);
+}
+
+void Workbench::resized(ControlId picture) {
+  if (picture == controlId("picGrid")) paintFlat();
+  if (picture == controlId("picKnot") && solidShown()) paintSolid();
+  if (picture == controlId("picNav")) solid.paintRotator();
+  if (picture == controlId("picShape") && picture_ == Picture::sheet) sheet.RedrawCustom();
+}
+
+std::string Workbench::summary() const {
+  if (picture_ == Picture::sheet) return shapeSummary(sheet.shape());
+  if (!document().lines) return shapeSummary(sheet.shape());
+  if (!drawn_) return gridSummary(document());
+  const std::string knot = knotSummary(stages_.knot());
+  if (picture_ == Picture::flat) return knot;
+  return knot + ", " + counted(solid.model().QuadCount, "polygon") +
+         (modelCurrent() ? "" : "; press Create 3D to show the changed 3D values");
+}
+
+void Workbench::tell(const Error& error) {
+  if (error.kind == ErrorKind::limit) complain(error.message);
+  status(error.kind == ErrorKind::limit ? "Nothing was changed: a limit was reached" : error.message);
+}
+
+}  // namespace lorivan

@@ -1,0 +1,164 @@
+// Drawing the 2-D knot, building and painting the model, and previews.
+#include "design/edits.h"
+#include "design/presets.h"
+#include "window/captions.h"
+#include "window/summaries.h"
+#include "window/workbench.h"
+
+namespace lorivan {
+namespace {
+
+/// Shows the hourglass while it lives, if the work is worth it.
+class Hourglass {
+ public:
+  Hourglass(Window& window, std::int64_t polygons)
+      : window_(window), shown_(polygons >= SolidView::kLargeModel) {
+    if (shown_) window_.setBusy(true);
+  }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+  ~Hourglass() {
+    if (shown_) window_.setBusy(false);
+  }
+  bool shown() const { return shown_; }
+
+ private:
+  Window& window_;
+  bool shown_;
+};
+
+/// Gives a button another caption while it lives.
+class Caption {
+ public:
+  Caption(Window& window, ControlId button, std::string_view meanwhile)
+      : window_(window), button_(button), before_(window.text(button)) {
+    window_.setText(button_, std::string(meanwhile));
+  }
+  Caption(const Caption&) = delete;
+  Caption& operator=(const Caption&) = delete;
+  ~Caption() { window_.setText(button_, before_); }
+
+ private:
+  Window& window_;
+  ControlId button_;
+  std::string before_;
+};
+
+}  // namespace
+
+bool Workbench::drawKnot(bool asked) {
+  if (!document().lines) return false;
+  const Deeds::Working working(deeds);
+  const bool animated = asked && document().fields.check(Check::Animate);
+  const Caption caption(window, controlId("cmd2D"), animated ? kStopCaption : kWaitCaption);
+  if (!trace(asked)) return false;
+  if (animated) {
+    if (!play()) return false;
+  } else {
+    drawn_ = true;
+    paintFlat();
+  }
+  if (asked || !solid.ofStrands(stages_) || !solid.sameColours(document())) {
+    status(summary());
+    static_cast<void>(buildModel(asked));
+  }
+  return true;
+}
+
+/// Brings the strands up to date. False when there are none, which the user has been told.
+bool Workbench::trace(bool asked) {
+  const TraceWatcher watcher = asked ? stepWatcher() : TraceWatcher();
+  if (watcher) static_cast<void>(flat.paintGrid(document(), knot()));
+  const auto end = stages_.trace(document(), watcher);
+  if (end && *end == TraceEnd::complete) return true;
+  drawn_ = false;
+  if (end) {
+    status("The trace was abandoned");
+    return false;
+  }
+  if (asked)
+    window.message(end.error().message,
+                   std::string(end.error().kind == ErrorKind::knot ? kKnotErrorTitle : "Lorivan"),
+                   MessageIcon::none);
+  status("No knot can be drawn on this grid");
+  return false;
+}
+
+TraceWatcher Workbench::stepWatcher() {
+  if (!options.stepDisplay || !window.checked(controlId("Check1"))) return {};
+  return [this](const TraceStep& step) {
+    flat.showStep(step, strandColours(document().fields.boxes));
+    return !window.inputBox("Hi", "OK", "OK").empty();
+  };
+}
+
+/// Draws the knot as an animation. False when the window was closed meanwhile.
+bool Workbench::play() {
+  flat.startAnimation(document(), knot());
+  status(knotSummary(knot()) + "; Stop or Esc ends the drawing");
+  drawn_ = true;
+  sortOut();
+  const bool alive = deeds.play(
+      platform.clock(), [this] { return flat.frame(document()); }, [this] { return window.processEvents(); });
+  flat.endAnimation();
+  return alive;
+}
+
+void Workbench::showGrid() {
+  drawn_ = modelFieldsTouched_ = false;
+  window.setText(controlId("txtNPoly"), "");
+  paintFlat();
+}
+
+void Workbench::paintFlat() {
+  if (deeds.animating()) return flat.repaintAnimation(document(), knot());
+  const Status painted = drawn_ ? flat.paintKnot(document(), knot()) : flat.paintGrid(document(), knot());
+  if (!painted) tell(painted.error());
+}
+
+bool Workbench::buildModel(bool asked) {
+  const Deeds::Working working(deeds);
+  const std::int64_t polygons = polygonBudget(knot().strands, tubeSettings(document().fields));
+  // Nobody waits for a large model that nobody looks at: it is built when it is to be shown.
+  if (!asked && !solidShown() && polygons >= SolidView::kLargeModel) return false;
+  const Caption caption(window, controlId("cmd3D"), "wait..");
+  Status built;
+  {
+    const Hourglass hourglass(window, polygons);
+    if (hourglass.shown()) status("Building " + std::to_string(polygons) + " polygons ...");
+    if (!hourglass.shown() || window.processEvents()) built = solid.build(document(), stages_);
+  }
+  if (!built) {
+    if (asked) complain(built.error().message);
+    status("No model: it would have " + std::to_string(polygons) + " polygons");
+    return false;
+  }
+  if (solid.model().QuadCount == 0) return false;
+  modelFieldsTouched_ = false;
+  window.setText(controlId("txtNPoly"), std::to_string(polygons));
+  return true;
+}
+
+void Workbench::paintSolid() {
+  const Hourglass hourglass(window, solid.model().QuadCount);
+  solid.paint(document());
+}
+
+void Workbench::preview(int style) {
+  if (deeds.working() || picture_ == Picture::sheet || !document().lines) return;
+  if (style < 0) {
+    if (!std::exchange(previewing_, false)) return;
+    solidShown() ? paintSolid() : paintFlat();
+    status(statusBeforePreview_);
+    return;
+  }
+  const Document styled = withStyle(document(), style);
+  if (!previewStages_.trace(styled)) return;
+  if (solidShown() ? !solid.paintPreview(styled, previewStages_)
+                   : !flat.paintKnot(styled, previewStages_.knot()))
+    return;
+  if (!std::exchange(previewing_, true)) statusBeforePreview_ = status_;
+  status(std::string(presetTable()[static_cast<std::size_t>(style)].about));
+}
+
+}  // namespace lorivan
