@@ -122,8 +122,9 @@ enum class Check {
   Loop,
   ConstantShape,
   Mirror,
+  Classic,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::Mirror) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::Classic) + 1;
 
 struct CheckSpec {
   std::string_view field;  // "chkShowGrid"
@@ -151,6 +152,8 @@ inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
     {"chkConstantShape", "Constant Shape",
      "Constant Shape (i.e. only generate random knots of the selected shape)", "chkConstantShape", false},
     {"chkMirror", "Z-Mirror", "Swap over and under everywhere", "", false},
+    {"chkClassic", "Classic joints", "Paint crossings by laying stretches on top, as before", "chkClassic",
+     false},
 }};
 
 template <class Enum, class Table>

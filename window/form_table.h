@@ -72,7 +72,8 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"lblEdge", label, "fra2D", {0, 2, 9, 1}, "", "", 'D'},
     {"vtEdge", number, "fra2D", {9, 2, 7, 1}},
     {"lblPicKnotBackColour", label, "fra2D", {16, 2, 9, 1}, "", "", 'K'},
-    {"vtPicKnotBackColour", number, "fra2D", {25, 2, 7, 1}},
+    {"vtPicKnotBackColour", number, "fra2D", {25, 2, 6, 1}},
+    {"chkClassic", check, "fra2D", {31, 2, 17, 1}},
 
     {"fra3D", group, "", {0, 2, 24, 2}, "3D Values", ""},
     {"lblPolySides", label, "fra3D", {0, 0, 9, 1}},

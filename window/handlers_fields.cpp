@@ -35,8 +35,8 @@ After follows(const Workbench& bench, Param p) {
 
 /// Most check boxes are looked at when something is made the next time.
 After follows(Check c) {
-  const bool seen =
-      c == Check::ShowGrid || c == Check::ShowCrossings || c == Check::Mirror || c == Check::Animate;
+  const bool seen = c == Check::ShowGrid || c == Check::ShowCrossings || c == Check::Mirror ||
+                    c == Check::Classic || c == Check::Animate;
   return seen ? After::same : After::nothing;
 }
 

@@ -74,6 +74,8 @@ void Workbench::show(After after, bool record) {
       if (picture_ == Picture::sheet) sheet.RedrawCustom();
       break;
     case After::sheet:
+      // The rule for corners between rings depends on the shape, which is one's own from now on.
+      if (drawn_ && !drawKnot(false)) showGrid();
       bringToFront(Picture::sheet);
       break;
     case After::nothing:

@@ -61,6 +61,13 @@ sed '1s/,0/,12/; 2s/\r/,outlineAhead=1,picShape=7500 6000 4 100 100 300 100 300 
 expect 0 "" ahead.qzd -o kept.qzd
 cmp -s <(tail -n +3 knot.qzd) <(tail -n +3 kept.qzd) || fault "an outline took the place of the file's grid"
 
+# Crossings laid on top, or bands painted where they can be seen, in every picture.
+expect 0 "" --set chkClassic=1 -o classic.svg -o classic.png
+expect 0 "" -o shapes.svg -o shapes.png
+grep -q over-crossings classic.svg || fault "classic joints are not laid on top"
+grep -q over-crossings shapes.svg && fault "a first start lays stretches on top"
+cmp -s classic.png shapes.png && fault "the joints are the same in both pictures"
+
 # The knot that draws itself: the last frame is the still picture, and the SVG has the same strands.
 shape=(--shape Circular --set vtAnimate=8)
 expect 0 "" "${shape[@]}" -o still.svg -o still.png --width 300

@@ -36,6 +36,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "colours after it. A negative number gives all strands the same colour.", "1 4 -2"},
     {"2d", "vtPicKnotBackColour", "Which colour box the background takes. Click a colour box to choose its "
      "colour.", "15 3 14"},
+    {"2d", "chkClassic", "Paints crossings as earlier versions did: the upper band is laid once more on the lower one. "
+     "Without it every band is painted only where it can be seen, which is cleaner and gives closed outlines."},
     {"2d", "chkShowGrid", "Shows the grid behind the knot, on the screen and in pictures that you save.", "0 1"},
     {"2d", "chkShowCrossings", "Marks on every line of the grid the place where strands cross, wherever "
      "the grid is shown."},

@@ -23,8 +23,10 @@ TEST(KnotModel, EveryFieldGoesToItsOwnPlace) {
   fields.check(Check::ShowGrid) = false;
   const KnotStyle style = knotStyle(fields, {});
   EXPECT_EQ((std::array{style.width, style.edge}), (std::array{7.F, 6.F}));
+  EXPECT_FALSE(pictureOptions(fields).classic);
+  fields.check(Check::Classic) = true;
   const PictureOptions flat = pictureOptions(fields);
-  EXPECT_TRUE(!flat.showGrid && flat.grid.showCrossings && flat.background == QBColor(3) &&
+  EXPECT_TRUE(flat.classic && !flat.showGrid && flat.grid.showCrossings && flat.background == QBColor(3) &&
               flat.grid.KindColour[0] == flat.background);
   EXPECT_EQ(tubeColours(fields, {})[20], QBColor(4)) << "one colour for all strands";
   const ViewState view = viewState(fields);

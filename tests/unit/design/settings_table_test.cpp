@@ -34,7 +34,7 @@ constexpr const char* kRows =
     "txtGridSize=20:vtGridSize chkShapeT=1:chkShapeT chkHeightMap=0:chkHeightMap chkAnimate=0:chkAnimate "
     "chkLoop=0:chkLoop chkConstantShape=0:chkConstantShape GridOn=False:window3 SnapOn=False:window4 "
     "LastFolder=:window5 3DSave=1:window6 DrawAtOnce=True:window7 LastWidth=0:window8 "
-    "LastHeight=0:window9 Maximised=False:window10 ";
+    "LastHeight=0:window9 Maximised=False:window10 chkClassic=0:chkClassic ";
 
 TEST(SettingTable, KeysFirstValuesAndOwnersStayWhatTheyAre) {
   std::istringstream rows(kRows);

@@ -41,9 +41,9 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       {"txtPolyZF", "0.75"},  {"txtRingPerc", "60"},    {"txtpicKnotBackColour", "14"},
       {"txtGridSize", "33"}};
   const std::pair<const char*, const char*> checks[] = {
-      {"chkShowGrid", "0"},     {"chkShowCrossings", "0"}, {"chkDXF2D", "1"},
-      {"chkFullyCrossed", "1"}, {"chkShapeT", "0"},        {"chkHeightMap", "1"},
-      {"chkAnimate", "1"},      {"chkLoop", "1"},          {"chkConstantShape", "1"}};
+      {"chkShowGrid", "0"},      {"chkShowCrossings", "0"}, {"chkDXF2D", "1"},   {"chkFullyCrossed", "1"},
+      {"chkShapeT", "0"},        {"chkHeightMap", "1"},     {"chkAnimate", "1"}, {"chkLoop", "1"},
+      {"chkConstantShape", "1"}, {"chkClassic", "1"}};
   const std::pair<const char*, const char*> states[] = {
       {"LastX", "600"},         {"LastY", "450"},  {"LastWidth", "15000"}, {"LastHeight", "12000"},
       {"Maximised", "True"},    {"lsttype", "10"}, {"GridOn", "True"},     {"SnapOn", "True"},
