@@ -58,12 +58,23 @@ class Outliner {
       while (at != crossings_.end() && at->under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
+    for (std::size_t i = 0; i < crowded_.size(); ++i)
+      crowded_[i].stretch = freeStretch(loop(crowdedOver_[i].first), crowdedOver_[i]);
     outlines.crowded = std::move(crowded_);
     return outlines;
   }
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+
+  /// The number of the stretch that a place on a loop belongs to, if both its ends have room.
+  int freeStretch(const BandLoop& band, std::pair<int, double> over) const {
+    for (const Span& span : spans_)
+      if (span.loop == over.first &&
+          ((over.second >= span.from && over.second <= span.to) || (over.second + band.size() <= span.to)))
+        return span.isCrowded ? -1 : span.stretch;
+    return -1;
+  }
 
   StrandOutline outline(int number, std::span<const BandCrossing> unders) {
     const BandLoop& band = loop(number);
@@ -74,7 +85,7 @@ class Outliner {
       made.centre = centreLine(band, calm, calm + band.size());
       made.centre.back() = made.centre.front();
     }
-    if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow);
+    if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
     if (unders.empty()) {
       made.stretches.push_back({ring(band, calm, half_), made.centre});
       return made;
@@ -87,7 +98,13 @@ class Outliner {
     }
     for (std::size_t i = 0; i < unders.size(); ++i) {
       const bool isLast = i + 1 == unders.size();
-      stretch(band, on[i], back[isLast ? 0 : i + 1], isLast ? band.size() : 0, made);
+      const End &begin = on[i], &end = back[isLast ? 0 : i + 1];
+      const std::size_t before = made.stretches.size();
+      stretch(band, begin, end, isLast ? band.size() : 0, made);
+      const BandCrossing& next = unders[isLast ? 0 : i + 1];
+      if (made.stretches.size() > before)
+        spans_.push_back({number, static_cast<int>(before), unders[i].underAt,
+                          next.underAt + (isLast ? band.size() : 0), begin.isCrowded() || end.isCrowded()});
     }
     return made;
   }
@@ -120,10 +137,11 @@ class Outliner {
     return chain;
   }
 
-  std::vector<BandContour> ring(const BandLoop& band, int calm, double half) {
+  std::vector<BandContour> ring(const BandLoop& band, int calm, double half, bool* folded = nullptr) {
     std::vector<BandContour> contours;
     for (const int sense : {-1, 1}) {
       followSide(band, calm, calm + band.size(), sense * half, line_);
+      if (folded != nullptr) *folded |= !line_.corners.empty();
       if (line_.points.size() < 4) continue;  // nothing left: a disc has no hole
       if (sense > 0) reverseSide(line_);
       BandContour contour{toPointF(line_.points.front().at)};
@@ -176,8 +194,9 @@ class Outliner {
       ends[direction > 0] = c.overAt + direction * reach;
     }
     const BandLoop& over = loop(c.over);
+    crowdedOver_.emplace_back(c.over, c.overAt);
     crowded_.push_back({over.slot(), piece(over, ends[0], ends[1], options_.outer / 2 + options_.grow),
-                        piece(over, ends[0] - kOverlap, ends[1] + kOverlap, half_)});
+                        piece(over, ends[0] - kOverlap, ends[1] + kOverlap, half_), -1});
   }
 
   /// A piece of a band with straight ends.
@@ -397,6 +416,14 @@ class Outliner {
   std::vector<BandCrossing> crossings_;
   std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
   std::vector<CrowdedCrossing> crowded_;
+  std::vector<std::pair<int, double>> crowdedOver_;  // loop and place of each one's upper band
+  /// From one crossing under another band to the next.
+  struct Span {
+    int loop, stretch;
+    double from, to;
+    bool isCrowded;
+  };
+  std::vector<Span> spans_;
   OffsetSide line_, edge_;
 };
 

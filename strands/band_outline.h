@@ -34,6 +34,7 @@ struct StrandOutline {
   int slot = 0;
   std::vector<PointF> centre;     // chain along the whole strand, closed
   std::vector<BandContour> ring;  // the whole band, `outer` wide, covered or not; it may cross itself
+  bool folded = false;            // the ring had folds: where bends follow closely it may miss a corner
   std::vector<BandStretch> stretches;
 };
 
@@ -43,6 +44,8 @@ struct CrowdedCrossing {
   int slot = 0;      // of the band above
   BandContour edge;  // `outer` wide
   BandContour band;  // a little longer at both ends, to cover the ends of the edge
+  int stretch =
+      -1;  // of the band above, which can be laid on top as a whole; -1: it ends without room itself
 };
 
 struct BandOutlines {

@@ -46,9 +46,17 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
   std::vector<BandContour> edges;
   for (const StrandOutline& strand : outlines.strands)
-    edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
+    if (!strand.folded) edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
   surface.beginGroup("edges");
-  surface.fillPath(edges, 0);
+  if (!edges.empty()) surface.fillPath(edges, 0);
+  std::vector<PointF> points, bezier;
+  for (const StrandOutline& strand : outlines.strands) {
+    if (!strand.folded) continue;
+    loopPoints(curve, strand.slot, view, false, points);
+    bezier.clear();
+    closedCardinalToBezier(points, 0, points.size(), bezier);
+    surface.wideCurve({bezier, static_cast<float>(options.outer), 0, CapStyle::round});
+  }
   surface.endGroup();
   surface.beginGroup("strands");
   for (const StrandOutline& strand : outlines.strands) {
@@ -59,7 +67,11 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   }
   for (const CrowdedCrossing& crossing : outlines.crowded) {
     surface.fillPath({&crossing.edge, 1}, 0);
+    const auto owner = std::ranges::find(outlines.strands, crossing.slot, &StrandOutline::slot);
     surface.fillPath({&crossing.band, 1}, style.bandColour(crossing.slot));
+    if (crossing.stretch >= 0)
+      surface.fillPath(owner->stretches[static_cast<std::size_t>(crossing.stretch)].contours,
+                       style.bandColour(crossing.slot));
   }
   surface.endGroup();
 }
