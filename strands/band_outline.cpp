@@ -16,6 +16,7 @@ constexpr int kLegSamples = 12;    // along a covering band, on which it may com
 constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kSharp = 0.2;     // radians from one sample to the next but one
 constexpr double kOverlap = 0.3;   // samples that a piece laid on top reaches further than its edge
+constexpr double kCalmBend = 2.5;  // of the bend that folds a side
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
 
 /// Where one side of a band comes out from under another.
@@ -184,19 +185,25 @@ class Outliner {
   /// The piece of the band above that hides the one beneath.
   void layOnTop(const BandCrossing& c) {
     const BandCrossing turned{c.over, c.under, c.overAt, c.underAt};
-    double ends[2];
+    double ends[2], covers[2];
     for (const int direction : {-1, 1}) {
       const double most = 0.5 * room(c.over, c.overAt, direction);
       double reach = 0;
       for (const double distance : {-clear_, clear_})
         reach = std::max(reach, std::fabs(leaveAlong(turned, distance, direction, most).place - c.overAt));
       if (c.under == c.over) reach = unfoldedReach(loop(c.over), c.overAt, direction, reach);
+      reach = calmReach(loop(c.over), c.overAt, direction, reach, options_.outer / 2);
       ends[direction > 0] = c.overAt + direction * reach;
+      // An edge that ends in a bend reaches across the band: the colour goes on for as long as it is wide.
+      const double speed = lengthOf(loop(c.over).spot(ends[direction > 0]).along);
+      const double further = std::min(reach + options_.outer / (2 * speed), most);
+      covers[direction > 0] = c.overAt + direction * calmReach(loop(c.over), c.overAt, direction,
+                                                               std::max(reach + kOverlap, further), half_);
     }
     const BandLoop& over = loop(c.over);
     crowdedOver_.emplace_back(c.over, c.overAt);
     crowded_.push_back({over.slot(), piece(over, ends[0], ends[1], options_.outer / 2 + options_.grow),
-                        piece(over, ends[0] - kOverlap, ends[1] + kOverlap, half_), -1});
+                        piece(over, covers[0], covers[1], half_), -1});
   }
 
   /// A piece of a band with straight ends.
@@ -229,6 +236,19 @@ class Outliner {
       const BandLoop::Spot s = band.spot(place + direction * way);
       const double speed = lengthOf(s.along);
       if (std::fabs(cross(s.along, s.bend)) * half_ > speed * speed * speed) return way;
+    }
+    return reach;
+  }
+
+  /// A reach that does not end within a bend that is tighter than `half`: a piece that ends there is folded.
+  static double calmReach(const BandLoop& band, double place, int direction, double reach, double half) {
+    constexpr double step = 0.25;
+    double calm = reach;
+    while (calm > step) {
+      const BandLoop::Spot s = band.spot(place + direction * calm);
+      const double speed = lengthOf(s.along);
+      if (std::fabs(cross(s.along, s.bend)) * half < kCalmBend * speed * speed * speed) return calm;
+      calm -= step;
     }
     return reach;
   }
