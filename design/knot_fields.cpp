@@ -63,6 +63,7 @@ PictureOptions pictureOptions(const KnotFields& fields) {
   options.background = BColor(fields.boxes, fields.whole(Param::PicKnotBackColour));
   options.showGrid = fields.check(Check::ShowGrid);
   options.grid.KindColour[0] = options.background;
+  options.classic = fields.check(Check::Classic);
   options.grid.showCrossings = fields.check(Check::ShowCrossings);
   return options;
 }

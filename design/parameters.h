@@ -123,8 +123,9 @@ enum class Check {
   ConstantShape,
   Mirror,
   FitBands,
+  Classic,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::FitBands) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::Classic) + 1;
 
 struct CheckSpec {
   std::string_view field;  // "chkShowGrid"
@@ -157,6 +158,8 @@ inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
     {"chkMirror", "Z-Mirror", "Swap over and under everywhere", "", false, kInPicture},
     {"chkFitBands", "Fit bands", "Make the bands as wide as the grid has room for", "chkFitBands", false,
      kInPicture},
+    {"chkClassic", "Classic joints", "Paint crossings by laying stretches on top, as before", "chkClassic",
+     false, kInPicture},
 }};
 
 template <class Enum, class Table>

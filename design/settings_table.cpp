@@ -50,7 +50,8 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    WindowState::drawAtOnce,
                                    WindowState::width,
                                    WindowState::height,
-                                   WindowState::maximised};
+                                   WindowState::maximised,
+                                   Check::Classic};
 
 struct KeySpec {
   std::string_view key, fallback;

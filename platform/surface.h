@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/colour.h"
 #include "base/result.h"
@@ -78,6 +79,9 @@ class Surface {
   /// A filled polygon without an outline.
   virtual void fillPolygon(std::span<const PointI> points, Colour colour) = 0;
   virtual void wideCurve(const WideCurve& curve) = 0;
+  /// Fills what the contours surround by the non-zero winding rule. Each is a closed chain of cubic Bezier
+  /// segments, 3 n + 1 points of which the last repeats the first. Anti-aliased where the system can.
+  virtual void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) = 0;
 
   /// The colour of one pixel; the background outside the surface and on surfaces without pixels.
   virtual Colour pixel(PointI at) const = 0;

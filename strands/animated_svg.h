@@ -15,7 +15,7 @@ struct AnimatedSvgOptions {
   bool loop = false;  // else it plays once and stays
 };
 
-/// Ground and bands as in drawKnotPicture(), with each strand growing evenly over the time of its steps and
+/// Ground and bands as in the classic picture, with each strand growing evenly over the time of its steps and
 /// each over-crossing appearing at its own. A loop rests for five steps at its end.
 std::string animatedSvg(const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
                         const GridView& view, const AnimatedSvgOptions& options);

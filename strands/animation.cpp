@@ -47,9 +47,10 @@ std::vector<AnimationStep> animationSteps(const KnotCurve& curve) {
 void drawAnimationFrame(Surface& surface, const KnotGraph& graph, const KnotCurve& curve,
                         const KnotStyle& style, const GridView& view, const PictureOptions& options,
                         std::span<const AnimationStep> steps, std::size_t count) {
+  if (count >= steps.size()) return drawKnotPicture(surface, graph, curve, style, view, options);
   drawPictureGround(surface, graph, view, options);
   BandPainter painter(surface, curve, style, view);
-  const auto drawn = steps.first(std::min(count, steps.size()));
+  const auto drawn = steps.first(count);
   for (std::size_t i = 0; i < drawn.size(); ++i) {
     if (!drawn[i].grows())
       painter.overRun(drawn[i].slot, drawn[i].run);
@@ -69,7 +70,7 @@ AnimatedDrawing::AnimatedDrawing(const KnotGraph& graph, const KnotCurve& curve,
 
 std::optional<int> AnimatedDrawing::nextFrame(Surface& surface) {
   if (next_ == steps_.size() && (!loop_ || steps_.empty())) {
-    drawAnimationFrame(surface, graph_, curve_, style_, view_, options_, steps_, steps_.size());
+    drawKnotPicture(surface, graph_, curve_, style_, view_, options_);
     return std::nullopt;
   }
   if (next_ == steps_.size()) next_ = 0;
@@ -91,9 +92,9 @@ void AnimatedDrawing::repaint(Surface& surface, const GridView& view) {
 
 void AnimatedDrawing::draw(Surface& surface, const AnimationStep& step) {
   if (step.grows())
-    bandPoints(curve_, step.slot, view_, true, points_);
+    loopPoints(curve_, step.slot, view_, true, points_);
   else
-    runPoints(curve_, step.run, view_, true, points_);
+    runPoints(curve_, step.slot, step.run, view_, true, points_);
   pixels_.clear();
   for (const PointF p : points_) pixels_.push_back({toInt32(p.x), toInt32(p.y)});
   const std::size_t all = pixels_.size();

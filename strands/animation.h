@@ -24,7 +24,7 @@ struct AnimationStep {
   bool grows() const { return points > 0; }
 };
 
-/// All steps of a knot, in order. A strand of m + 1 points, the last repeating the first, is drawn to its
+/// All steps of a knot, in order. A strand of m + 1 samples is drawn to its
 /// 2nd, 5th, 8th ... point; the last step draws it closed, whether or not the threes end there.
 std::vector<AnimationStep> animationSteps(const KnotCurve& curve);
 
@@ -54,7 +54,7 @@ class AnimatedDrawing {
   /// Draws one frame and returns the milliseconds to wait before the next call: the frame delay after a
   /// growing frame, 0 between over-crossings, five frame delays before a loop begins again. The first frame
   /// also clears the picture and draws the grid where that is wanted. Without a loop, the last call draws the
-  /// finished knot with smooth bands and returns nothing.
+  /// finished knot as drawKnotPicture() does and returns nothing.
   std::optional<int> nextFrame(Surface& surface);
 
   /// Draws the present state again, after the picture got another size.

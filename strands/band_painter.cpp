@@ -9,27 +9,30 @@ void BandPainter::strand(int slot) { strandStart(slot, std::numeric_limits<int>:
 
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.
 void BandPainter::strandStart(int slot, int count) {
-  bandPoints(curve_, slot, view_, surface_.isRaster(), points_);
-  const std::size_t drawn = std::min(points_.size(), static_cast<std::size_t>(std::max(count, 0)));
-  if (drawn < 2) return;
-  bezier_.clear();
-  cardinalToBezier(points_, bezier_);
-  const std::span<const PointF> start(bezier_.data(), 3 * (drawn - 1) + 1);
-  surface_.wideCurve({start, outer(), 0, CapStyle::round});
-  surface_.wideCurve({start, inner(), style_.bandColour(slot), CapStyle::round});
+  loopPoints(curve_, slot, view_, surface_.isRaster(), points_);
+  const int samples = static_cast<int>(points_.size());
+  if (count < 2 || samples < 2) return;
+  const auto pieces = static_cast<std::size_t>(count < samples ? count - 1 : samples);
+  stretch(0, pieces, outer(), 0, CapStyle::round);
+  stretch(0, pieces, inner(), style_.bandColour(slot), CapStyle::round);
 }
 
 void BandPainter::overRun(int slot, const OverRun& run) {
-  runPoints(curve_, run, view_, surface_.isRaster(), points_);
+  loopPoints(curve_, slot, view_, surface_.isRaster(), points_);
+  const std::size_t begin = loopIndex(curve_, slot, run.begin);
+  const auto count = static_cast<std::size_t>(run.count);
+  const bool wholeStrand = count == points_.size();
   // The black stops three points short, so that it does not cut into the band where the strand dives.
-  curveThrough(points_.size() < 3 ? 0 : points_.size() - 3, outer(), 0, CapStyle::flat);
-  curveThrough(points_.size() - 1, inner(), style_.bandColour(slot), CapStyle::round);
+  const std::size_t black = wholeStrand ? count : count - std::min<std::size_t>(count, 3);
+  stretch(begin, black, outer(), 0, CapStyle::flat);
+  stretch(begin, wholeStrand ? count : count - 1, inner(), style_.bandColour(slot), CapStyle::round);
 }
 
-void BandPainter::curveThrough(std::size_t count, float width, Colour colour, CapStyle caps) {
+void BandPainter::stretch(std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps) {
+  if (pieces == 0) return;
   bezier_.clear();
-  cardinalToBezier({points_.data(), count}, bezier_);
-  if (!bezier_.empty()) surface_.wideCurve({bezier_, width, colour, caps});
+  closedCardinalToBezier(points_, begin, pieces, bezier_);
+  surface_.wideCurve({bezier_, width, colour, caps});
 }
 
 }  // namespace lorivan

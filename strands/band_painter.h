@@ -23,7 +23,7 @@ class BandPainter {
  private:
   float outer() const { return static_cast<float>(style_.outerWidth() * view_.pixelFactor()); }
   float inner() const { return static_cast<float>(style_.innerWidth() * view_.pixelFactor()); }
-  void curveThrough(std::size_t count, float width, Colour colour, CapStyle caps);
+  void stretch(std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps);
 
   Surface& surface_;
   const KnotCurve& curve_;

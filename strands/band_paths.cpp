@@ -64,9 +64,9 @@ void strokeBands(Metafile& metafile, const KnotCurve& curve, const KnotStyle& st
   std::vector<PointF> points;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     if (!curve.used(slot)) continue;
-    bandPoints(curve, slot, view, false, points);
+    loopPoints(curve, slot, view, false, points);
     stroke(points, true, outer, 0);
-    stroke(points, true, inner, style.pathColour(slot));
+    stroke(points, true, inner, style.bandColour(slot));
   }
   std::vector<OverRun> runs;
   std::vector<PointF> black;
@@ -74,12 +74,12 @@ void strokeBands(Metafile& metafile, const KnotCurve& curve, const KnotStyle& st
     if (!curve.used(slot)) continue;
     overRuns(curve, slot, runs);
     for (const OverRun& run : runs) {
-      runPoints(curve, run, view, false, points);
+      runPoints(curve, slot, run, view, false, points);
       // The pen's ends are round: at full length, black would lie across the strand's own colour there.
       black = points;
       shortenLine(black, outer / 2.0);
       stroke(black, false, outer, 0);
-      stroke(points, false, inner, style.pathColour(slot));
+      stroke(points, false, inner, style.bandColour(slot));
     }
   }
 }

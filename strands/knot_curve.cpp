@@ -86,17 +86,22 @@ void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& 
   }
 }
 
-void cardinalToBezier(std::span<const PointF> points, std::vector<PointF>& bezier) {
-  if (points.size() < 2) return;
+void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std::size_t pieces,
+                            std::vector<PointF>& bezier) {
   constexpr float pull = 0.5F / 3;  // tension over three
-  const std::size_t last = points.size() - 1;
-  bezier.push_back(points[0]);
-  for (std::size_t i = 0; i < last; ++i) {
-    const PointF before = points[i == 0 ? 0 : i - 1], from = points[i], to = points[i + 1],
-                 after = points[i + 1 == last ? last : i + 2];
-    bezier.push_back({from.x + (to.x - before.x) * pull, from.y + (to.y - before.y) * pull});
-    bezier.push_back({to.x - (after.x - from.x) * pull, to.y - (after.y - from.y) * pull});
-    bezier.push_back(to);
+  const std::size_t count = loop.size();
+  if (count < 2) return;
+  const auto after = [count](std::size_t i) { return i + 1 == count ? 0 : i + 1; };
+  std::size_t from = begin % count, before = from == 0 ? count - 1 : from - 1;
+  bezier.push_back(loop[from]);
+  for (std::size_t i = 0; i < pieces; ++i) {
+    const std::size_t to = after(from), next = after(to);
+    const PointF a = loop[from], b = loop[to];
+    bezier.push_back({a.x + (b.x - loop[before].x) * pull, a.y + (b.y - loop[before].y) * pull});
+    bezier.push_back({b.x - (loop[next].x - a.x) * pull, b.y - (loop[next].y - a.y) * pull});
+    bezier.push_back(b);
+    before = from;
+    from = to;
   }
 }
 
@@ -108,11 +113,10 @@ GridBox curveBox(const KnotCurve& curve, float stretch) {
     if (!curve.used(slot)) continue;
     points.clear();
     bezier.clear();
-    const int from = curve.first[static_cast<std::size_t>(slot)] + 1;
-    for (int i = from; i <= curve.last[static_cast<std::size_t>(slot)]; ++i)
+    for (int i = curve.first[static_cast<std::size_t>(slot)]; i <= curve.last[static_cast<std::size_t>(slot)];
+         ++i)
       points.push_back({curve.X[static_cast<std::size_t>(i)], curve.Y[static_cast<std::size_t>(i)]});
-    points.push_back(points.front());
-    cardinalToBezier(points, bezier);
+    closedCardinalToBezier(points, 0, points.size(), bezier);
     for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) {
       addExtremes(bezier[i].x, bezier[i + 1].x, bezier[i + 2].x, bezier[i + 3].x, left, right);
       addExtremes(bezier[i].y, bezier[i + 1].y, bezier[i + 2].y, bezier[i + 3].y, bottom, top);
@@ -124,12 +128,12 @@ GridBox curveBox(const KnotCurve& curve, float stretch) {
   return box;
 }
 
-void bandPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
+void loopPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
                 std::vector<PointF>& points) {
   points.clear();
   const auto at = static_cast<std::size_t>(slot);
   for (int i = curve.first[at] + 1; i <= curve.last[at]; ++i) points.push_back(place(curve, i, view, raster));
-  if (!points.empty()) points.push_back(points.front());
+  if (curve.used(slot)) points.push_back(place(curve, curve.first[at], view, raster));
 }
 
 void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
@@ -137,20 +141,24 @@ void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
   const int first = curve.first[static_cast<std::size_t>(slot)],
             last = curve.last[static_cast<std::size_t>(slot)];
   const auto isUnder = [&](int i) { return curve.Z[static_cast<std::size_t>(i)] < 0; };
-  for (int i = first; i < last;) {
+  for (int i = first; i <= last;) {
     while (i <= last && isUnder(i)) ++i;
-    if (i > last) return;
     const int begin = i;
     while (i <= last && !isUnder(i)) ++i;
-    runs.push_back({begin, i, i > last ? first : i});
+    if (i > begin) runs.push_back({begin, i - begin});
   }
+  if (runs.size() < 2 || runs.front().begin != first || isUnder(last)) return;
+  runs.back().count += runs.front().count;
+  runs.erase(runs.begin());
 }
 
-void runPoints(const KnotCurve& curve, const OverRun& run, const GridView& view, bool raster,
+void runPoints(const KnotCurve& curve, int slot, const OverRun& run, const GridView& view, bool raster,
                std::vector<PointF>& points) {
   points.clear();
-  for (int i = run.begin; i < run.end; ++i) points.push_back(place(curve, i, view, raster));
-  points.push_back(place(curve, run.next, view, raster));
+  const int first = curve.first[static_cast<std::size_t>(slot)],
+            count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  for (int i = 0; i <= run.count; ++i)
+    points.push_back(place(curve, first + (run.begin - first + i) % count, view, raster));
 }
 
 }  // namespace lorivan

@@ -31,28 +31,38 @@ int samplesPerPoint(float scale);
 /// sum, so that its weights always sum to 1. `curve` is overwritten; its memory is reused.
 void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& curve);
 
-/// Appends the open cardinal curve (tension 0.5, Catmull-Rom) through the points as cubic Bezier segments:
-/// the first point, then two controls and an end for each further one. Fewer than two points give nothing.
-void cardinalToBezier(std::span<const PointF> points, std::vector<PointF>& bezier);
+/// Appends a stretch of the closed cardinal curve through `loop`, a ring of points without a repeat: from
+/// point `begin` on over `pieces` pieces, round the ring as often as needed. Its tangents look across the
+/// closing point, so the whole ring has no kink, and every stretch lies on the ring's own curve.
+void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std::size_t pieces,
+                            std::vector<PointF>& bezier);
 
 /// The box that the centre lines of all strands lie in, grid units; exact for the curve as it is drawn.
 GridBox curveBox(const KnotCurve& curve, float stretch);
 
-/// Picture positions of one strand's first band: its samples from the second on, closed with a repeat of the
-/// first of them. Rounded where `raster`: to whole pixels up to the reference size, to eighths above it.
-void bandPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
+/// Picture positions of a strand's samples from the second on, the first one at the end: all of them, once.
+/// Rounded where `raster`: to whole pixels up to the reference size, to eighths above it.
+void loopPoints(const KnotCurve& curve, int slot, const GridView& view, bool raster,
                 std::vector<PointF>& points);
 
-/// One stretch of a strand that lies over others: samples begin to end - 1, then the sample `next` after it.
+/// One stretch of a strand that lies over others: `count` samples from `begin` on. One that reaches the
+/// strand's last sample goes on at its first.
 struct OverRun {
-  int begin = 0, end = 0, next = 0;
+  int begin = 0, count = 0;
 };
 
-/// The stretches with a height of 0 or more, in order.
+/// The stretches with a height of 0 or more, in order. A stretch across the closing point is one, the last.
 void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs);
 
-/// Picture positions of a run, the sample after it included.
-void runPoints(const KnotCurve& curve, const OverRun& run, const GridView& view, bool raster,
+/// Number of a sample within the ring that loopPoints() gives.
+inline std::size_t loopIndex(const KnotCurve& curve, int slot, int sample) {
+  const int first = curve.first[static_cast<std::size_t>(slot)];
+  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  return static_cast<std::size_t>((sample - first + count - 1) % count);
+}
+
+/// Picture positions of a run and of the sample after it.
+void runPoints(const KnotCurve& curve, int slot, const OverRun& run, const GridView& view, bool raster,
                std::vector<PointF>& points);
 
 }  // namespace lorivan

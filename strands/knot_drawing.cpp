@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/numbers.h"
+#include "strands/band_outline.h"
 #include "strands/band_painter.h"
 
 namespace lorivan {
@@ -23,10 +24,6 @@ double KnotStyle::innerWidth() const { return std::max(2.0, outerWidth() - 2.0 *
 Colour KnotStyle::bandColour(int slot) const {
   const int number = startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
   return fromArgb(colours.argb[static_cast<std::size_t>(number)]);
-}
-
-Colour KnotStyle::pathColour(int slot) const {
-  return startColour < 0 ? QBColor(-startColour) : colours.display[static_cast<std::size_t>(slot)];
 }
 
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
@@ -49,6 +46,45 @@ double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView&
 }
 
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  OutlineOptions options;
+  options.band = style.innerWidth() * view.pixelFactor();
+  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  options.rings = true;
+  const BandOutlines outlines = bandOutlines(curve, view, options);
+  // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
+  std::vector<BandContour> edges;
+  for (const StrandOutline& strand : outlines.strands)
+    if (!strand.folded) edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
+  surface.beginGroup("edges");
+  if (!edges.empty()) surface.fillPath(edges, 0);
+  std::vector<PointF> points, bezier;
+  for (const StrandOutline& strand : outlines.strands) {
+    if (!strand.folded) continue;
+    loopPoints(curve, strand.slot, view, false, points);
+    bezier.clear();
+    closedCardinalToBezier(points, 0, points.size(), bezier);
+    surface.wideCurve({bezier, static_cast<float>(options.outer), 0, CapStyle::round});
+  }
+  surface.endGroup();
+  surface.beginGroup("strands");
+  for (const StrandOutline& strand : outlines.strands) {
+    surface.beginGroup("strand-" + std::to_string(strand.slot));
+    for (const BandStretch& stretch : strand.stretches)
+      surface.fillPath(stretch.contours, style.bandColour(strand.slot));
+    surface.endGroup();
+  }
+  for (const CrowdedCrossing& crossing : outlines.crowded) {
+    surface.fillPath({&crossing.edge, 1}, 0);
+    const auto owner = std::ranges::find(outlines.strands, crossing.slot, &StrandOutline::slot);
+    surface.fillPath({&crossing.band, 1}, style.bandColour(crossing.slot));
+    if (crossing.stretch >= 0)
+      surface.fillPath(owner->stretches[static_cast<std::size_t>(crossing.stretch)].contours,
+                       style.bandColour(crossing.slot));
+  }
+  surface.endGroup();
+}
+
+void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   BandPainter painter(surface, curve, style, view);
   surface.beginGroup("strands");
   for (int slot = 1; slot < kStrandSlots; ++slot) {
@@ -88,7 +124,10 @@ void drawPictureGround(Surface& surface, const KnotGraph& graph, const GridView&
 void drawKnotPicture(Surface& surface, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
                      const GridView& view, const PictureOptions& options) {
   drawPictureGround(surface, graph, view, options);
-  drawKnot(surface, curve, style, view);
+  if (options.classic)
+    drawClassicKnot(surface, curve, style, view);
+  else
+    drawKnot(surface, curve, style, view);
 }
 
 }  // namespace lorivan

@@ -1,5 +1,5 @@
-// The 2-D picture of a knot: a black band with a coloured band inside it along every strand, then every
-// stretch that lies over another once more on top.
+// The 2-D picture of a knot: black bands with the coloured shapes inside them that can be seen. The classic
+// way lays a coloured band along every black one, then every stretch that lies over another once more on top.
 #pragma once
 
 #include "graph/grid_drawing.h"
@@ -19,9 +19,6 @@ struct KnotStyle {
   double innerWidth() const;
   /// Band colour of a strand slot.
   Colour bandColour(int slot) const;
-  /// Colour of a strand slot where bands are paths, in metafiles. A negative start colour is a palette entry
-  /// here, whatever its colour box holds.
-  Colour pathColour(int slot) const;
 };
 
 /// Zooms the view out just enough that the grid's lines and the knot with its bands lie in the picture.
@@ -35,13 +32,16 @@ void fillView(GridView& view, const KnotGraph& graph);
 /// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
 double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
-/// Draws all strands over what the surface holds. Surfaces with pixels get rounded points (bandPoints).
+/// Draws all strands over what the surface holds, from their outlines.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
+/// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).
+void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
 struct PictureOptions {
   Colour background = 0xFFFFFF;
   bool transparent = false;
   bool showGrid = true;  // the grid stays visible under the knot
+  bool classic = false;  // over-stretches are laid on top, see drawClassicKnot()
   GridDrawOptions grid;
 };
 

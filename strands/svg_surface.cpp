@@ -177,16 +177,32 @@ void SvgSurface::wideCurve(const WideCurve& curve) {
   body_ += "<path fill=\"none\" stroke=\"" + hexColour(curve.colour) + "\" stroke-linejoin=\"round\"";
   body_ += curve.caps == CapStyle::round ? " stroke-linecap=\"round\"" : " stroke-linecap=\"butt\"";
   attribute("stroke-width", curve.width);
-  body_ += " d=\"M";
-  for (std::size_t i = 0; i < curve.bezier.size(); ++i) {
-    if (i == 1) body_ += 'C';
-    if (i > 1) body_ += ' ';
-    number(curve.bezier[i].x);
-    body_ += ',';
-    number(curve.bezier[i].y);
-  }
+  body_ += " d=\"";
+  pathData(curve.bezier);
   body_ += '"';
   animation();
+}
+
+void SvgSurface::pathData(std::span<const PointF> bezier) {
+  body_ += 'M';
+  for (std::size_t i = 0; i < bezier.size(); ++i) {
+    if (i == 1) body_ += 'C';
+    if (i > 1) body_ += ' ';
+    number(bezier[i].x);
+    body_ += ',';
+    number(bezier[i].y);
+  }
+}
+
+void SvgSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  indent();
+  body_ += "<path fill=\"" + hexColour(colour) + "\" d=\"";
+  for (const std::vector<PointF>& contour : contours) {
+    if (contour.size() < 4) continue;
+    pathData(contour);
+    body_ += 'Z';
+  }
+  body_ += "\"/>\n";
 }
 
 void SvgSurface::setRound(double seconds, bool repeat) {

@@ -35,6 +35,7 @@ class SvgSurface final : public Surface {
   void polyline(std::span<const PointI> points, const Pen& pen) override;
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
+  void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
   void beginGroup(std::string_view name) override;
   void endGroup() override;
 
@@ -51,6 +52,7 @@ class SvgSurface final : public Surface {
  private:
   void number(double units);
   void attribute(std::string_view name, double units);
+  void pathData(std::span<const PointF> bezier);
   void pointList(std::span<const PointI> points);
   void penAttributes(const Pen& pen);
   void indent();

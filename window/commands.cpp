@@ -97,6 +97,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
     {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+0", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
      [](const Workbench& b) { return b.document().fields.fitPicture; }, nullptr, kSeparator},
+    {"mnuViewClassic", kView, "&Classic joints", "", [](Handlers& h) { h.mnuViewClassic_Click(); }, nullptr,
+     [](const Workbench& b) { return b.document().fields.check(Check::Classic); }},
     {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
      [](const Workbench& b) { return b.drawAtOnce; }},
 

@@ -51,7 +51,9 @@ class Form {
   std::optional<Param> undoLatest();
 
   const std::string& text(Param p) const { return field(p).text.Value(); }
-  bool checked(Check c) const { return window_.checked(checkControl(c)); }
+  bool checked(Check c) const {
+    return checkControl(c) < 0 ? shown_.check(c) : window_.checked(checkControl(c));
+  }
   Shape shape() const;
 
  private:

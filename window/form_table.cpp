@@ -37,11 +37,12 @@ struct Form {
   std::deque<std::string> captions;  // the table's texts point into it
   std::vector<ControlSpec> controls;
   std::array<ControlId, kParamCount> fields{};
-  std::array<ControlId, kCheckCount> checks{};
+  std::array<ControlId, kCheckCount> checks{};  // -1: it has none
 };
 
 Form makeForm() {
   Form form;
+  form.checks.fill(-1);
   const auto& rows = form::kRows;
   for (std::size_t i = 0; i < rows.size(); ++i) {
     const FormRow& row = rows[i];

@@ -177,7 +177,7 @@ std::span<const ControlSpec> formTable();
 
 /// The control of this name; it has to be there.
 ControlId controlNamed(std::string_view name);
-/// The control of a parameter, and of a check box.
+/// The control of a parameter, and of a check box: -1 for one that a command of a menu stands for.
 ControlId fieldControl(Param parameter);
 ControlId checkControl(Check check);
 /// The parameter or the check box that a control is, or none.

@@ -38,6 +38,7 @@ class Handlers {
   void cmd2D_Click();
   void picGrid_Mouse(const MouseEvent& event);
   void mnuViewFitPicture_Click();
+  void mnuViewClassic_Click();
   void mnuViewDrawAtOnce_Click();
 
   // --- the 3-D view (handlers_solid.cpp) ---

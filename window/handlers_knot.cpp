@@ -81,6 +81,11 @@ void Handlers::mnuViewFitPicture_Click() {
   bench_.step(on ? "Fit picture" : "Fit picture off", withFitPicture(bench_.document(), on), After::same);
 }
 
+void Handlers::mnuViewClassic_Click() {
+  const bool on = !bench_.document().fields.check(Check::Classic);
+  bench_.step(checkStep(Check::Classic, on), withCheck(bench_.document(), Check::Classic, on), After::same);
+}
+
 void Handlers::mnuViewDrawAtOnce_Click() {
   bench_.drawAtOnce = !bench_.drawAtOnce;
   if (bench_.drawAtOnce) bench_.show(After::same);

@@ -81,6 +81,8 @@ void Workbench::follow(After after) {
       if (picture_ == Picture::sheet) sheet.RedrawCustom();
       break;
     case After::sheet:
+      // The rule for corners between rings depends on the shape, which is one's own from now on.
+      if (drawn_ && !drawKnot(false)) showGrid();
       bringToFront(Picture::sheet);
       // The shape's name alone may lead the strands otherwise.
       if (drawn_ && !drawKnot(false)) showGrid();

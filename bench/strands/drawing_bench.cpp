@@ -6,22 +6,24 @@
 namespace lorivan {
 namespace {
 
+/// Arguments: the shape, the width in pixels, and whether joints are classic.
 void drawPicture(benchmark::State& state) {
   PlatformQt platform("");
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 20, 20));
+  const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(state.range(0)), 20, 20));
   KnotStyle style;
   style.width = 2;
   style.edge = 1;
   style.colours = strandColours(firstColourBoxes());
-  GridView view(0.8F, static_cast<int>(state.range(0)));
+  GridView view(0.8F, static_cast<int>(state.range(1)));
   fitView(view, *knot.graph, knot.curve, style);
   auto surface = platform.createSurface(view.width, view.height());
   PictureOptions options;
   options.showGrid = false;
+  options.classic = state.range(2) != 0;
   const CopyRatio ratio(state);
   for (auto _ : state) drawKnotPicture(**surface, *knot.graph, knot.curve, style, view, options);
 }
-BENCHMARK(drawPicture)->Arg(500)->Arg(4000)->Unit(benchmark::kMillisecond);
+BENCHMARK(drawPicture)->ArgsProduct({{0, 3, 4, 9}, {500, 4000}, {0, 1}})->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lorivan

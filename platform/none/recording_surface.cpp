@@ -47,7 +47,7 @@ RecordingSurface::RecordingSurface(int width, int height)
       pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0xFFFFFFFF) {}
 
 void RecordingSurface::record(DrawKind kind, std::vector<PointF> points, float size, Colour colour) {
-  calls_.push_back({kind, std::move(points), size, colour, false, CapStyle::round});
+  calls_.push_back({kind, std::move(points), size, colour, false, CapStyle::round, {}});
 }
 
 void RecordingSurface::record(DrawKind kind, std::span<const PointI> points, const Pen& pen) {
@@ -115,24 +115,34 @@ void RecordingSurface::disc(PointF centre, float radius, Colour colour) const {
         put(x, y, colour);
 }
 
-void RecordingSurface::fill(std::span<const PointF> points, Colour colour) const {
-  if (points.size() < 3) return;
-  const auto [least, most] = std::ranges::minmax(points, {}, &PointF::y);
-  const int top = std::max(0, toInt32(std::floor(least.y)));
-  const int bottom = std::min(height_ - 1, toInt32(std::ceil(most.y)));
-  std::vector<float> crossings;
+void RecordingSurface::fill(std::span<const std::vector<PointF>> contours, bool winding,
+                            Colour colour) const {
+  float least = 1e9F, most = -1e9F;
+  for (const auto& points : contours)
+    for (const PointF& p : points) {
+      least = std::min(least, p.y);
+      most = std::max(most, p.y);
+    }
+  const int top = toInt32(std::clamp(std::floor(least), 0.F, static_cast<float>(height_)));
+  const int bottom = toInt32(std::clamp(std::ceil(most), -1.F, static_cast<float>(height_ - 1)));
+  std::vector<std::pair<float, int>> crossings;  // x, and up or down
   for (int row = top; row <= bottom; ++row) {
     const auto y = static_cast<float>(row);
     crossings.clear();
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      const PointF& a = points[i];
-      const PointF& b = points[(i + 1) % points.size()];
-      if ((a.y <= y) != (b.y <= y)) crossings.push_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x));
-    }
+    for (const auto& points : contours)
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        const PointF& a = points[i];
+        const PointF& b = points[i + 1 == points.size() ? 0 : i + 1];
+        if ((a.y <= y) != (b.y <= y))
+          crossings.emplace_back(a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x), a.y <= y ? 1 : -1);
+      }
     std::ranges::sort(crossings);
-    for (std::size_t i = 0; i + 1 < crossings.size(); i += 2) {
-      const int end = std::min(width_, toInt32(std::ceil(crossings[i + 1])));
-      for (int x = std::max(0, toInt32(std::ceil(crossings[i]))); x < end; ++x) put(x, row, colour);
+    int inside = 0;
+    for (std::size_t i = 0; i + 1 < crossings.size(); ++i) {
+      inside += winding ? crossings[i].second : 1;
+      if (winding ? inside == 0 : inside % 2 == 0) continue;
+      const int end = std::min(width_, toInt32(std::ceil(crossings[i + 1].first)));
+      for (int x = std::max(0, toInt32(std::ceil(crossings[i].first))); x < end; ++x) put(x, row, colour);
     }
   }
 }
@@ -141,11 +151,9 @@ void RecordingSurface::band(PointF from, PointF to, float width, Colour colour) 
   const float dx = to.x - from.x, dy = to.y - from.y, length = std::hypot(dx, dy);
   if (length == 0) return;
   const float nx = -dy / length * width / 2, ny = dx / length * width / 2;
-  const std::array<PointF, 4> corners = {{{from.x + nx, from.y + ny},
-                                          {to.x + nx, to.y + ny},
-                                          {to.x - nx, to.y - ny},
-                                          {from.x - nx, from.y - ny}}};
-  fill(corners, colour);
+  const std::vector<PointF> corners = {
+      {from.x + nx, from.y + ny}, {to.x + nx, to.y + ny}, {to.x - nx, to.y - ny}, {from.x - nx, from.y - ny}};
+  fill({&corners, 1}, false, colour);
 }
 
 void RecordingSurface::circle(PointF centre, float radius, Colour colour) const {
@@ -171,6 +179,20 @@ void RecordingSurface::wideCurve(const DrawCall& curve) const {
   if (rounded && curve.points.size() >= 4) disc(curve.points.back(), curve.size / 2, curve.colour);
 }
 
+void RecordingSurface::path(const DrawCall& call) const {
+  constexpr int kPieces = 8;
+  std::vector<std::vector<PointF>> flat;
+  std::size_t begin = 0;
+  for (const std::size_t end : call.ends) {
+    flat.emplace_back();
+    for (std::size_t i = begin; i + 3 < end; i += 3)
+      for (int piece = 0; piece < kPieces; ++piece)
+        flat.back().push_back(bezierAt(&call.points[i], static_cast<float>(piece) / kPieces));
+    begin = end;
+  }
+  fill(flat, true, call.colour);
+}
+
 void RecordingSurface::paintCalls() const {
   while (painted_ < calls_.size()) paint(calls_[painted_++]);
 }
@@ -191,10 +213,13 @@ void RecordingSurface::paint(const DrawCall& call) const {
       disc(points.front(), call.size / 2, call.colour);
       break;
     case DrawKind::fillPolygon:
-      fill(points, call.colour);
+      if (points.size() > 2) fill({&points, 1}, false, call.colour);
       break;
     case DrawKind::wideCurve:
       wideCurve(call);
+      break;
+    case DrawKind::fillPath:
+      path(call);
       break;
     case DrawKind::clear:
     case DrawKind::refresh:
@@ -229,6 +254,15 @@ void RecordingSurface::fillPolygon(std::span<const PointI> points, Colour colour
 void RecordingSurface::wideCurve(const WideCurve& curve) {
   record(DrawKind::wideCurve, {curve.bezier.begin(), curve.bezier.end()}, curve.width, curve.colour);
   calls_.back().caps = curve.caps;
+}
+
+void RecordingSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  record(DrawKind::fillPath, std::vector<PointF>(), 0, colour);
+  DrawCall& call = calls_.back();
+  for (const std::vector<PointF>& contour : contours) {
+    call.points.insert(call.points.end(), contour.begin(), contour.end());
+    call.ends.push_back(call.points.size());
+  }
 }
 
 Colour RecordingSurface::pixel(PointI at) const {

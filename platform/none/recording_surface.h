@@ -18,17 +18,19 @@ enum class DrawKind {
   polyline,
   fillPolygon,
   wideCurve,
+  fillPath,
   refresh
 };
 
 /// One drawing call as it came in.
 struct DrawCall {
   DrawKind kind = DrawKind::clear;
-  std::vector<PointF> points;
-  float size = 0;  // pen or band width, radius, diameter
+  std::vector<PointF> points;  // of a filled path: its contours' Bezier chains, one after the other
+  float size = 0;              // pen or band width, radius, diameter
   Colour colour = 0;
   bool dotted = false;
   CapStyle caps = CapStyle::round;
+  std::vector<std::size_t> ends;  // of a filled path: where its contours end among the points
 };
 
 class RecordingSurface final : public Surface {
@@ -47,6 +49,7 @@ class RecordingSurface final : public Surface {
   void polyline(std::span<const PointI> points, const Pen& pen) override;
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
+  void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
   void refresh() override { record(DrawKind::refresh, {}, 0, 0); }
 
   Colour pixel(PointI at) const override;
@@ -76,11 +79,12 @@ class RecordingSurface final : public Surface {
   void paint(const DrawCall& call) const;
   void circle(PointF centre, float radius, Colour colour) const;
   void wideCurve(const DrawCall& curve) const;
+  void path(const DrawCall& call) const;
   void put(int x, int y, Colour colour) const;
   void thinLine(PointF from, PointF to, Colour colour, bool dotted) const;
   void line(PointF from, PointF to, const DrawCall& pen) const;
   void disc(PointF centre, float radius, Colour colour) const;
-  void fill(std::span<const PointF> points, Colour colour) const;
+  void fill(std::span<const std::vector<PointF>> contours, bool winding, Colour colour) const;
   void band(PointF from, PointF to, float width, Colour colour) const;
 
   int width_, height_;

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <new>
 
+#include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
 #include "platform/qt/convert.h"
 
@@ -185,6 +186,10 @@ void RasterSurface::wideCurve(const WideCurve& curve) {
                   QPen(toQColor(curve.colour), double(curve.width), Qt::SolidLine, caps, Qt::RoundJoin));
   }
   p->resetTransform();
+}
+
+void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  if (!fillPathPixels(lendPixels(), contours, colour)) fail("a shape has points that cannot be drawn");
 }
 
 Colour RasterSurface::pixel(PointI at) const {

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
 #include "platform/win32/averaged_fill.h"
 #include "platform/win32/band_outline.h"
@@ -211,6 +212,12 @@ void DibSurface::wideCurve(const WideCurve& curve) {
   GdiFlush();
   note(plusSmooths() ? plusFill(target(), outline_, curve.colour, true)
                      : averagedFill(pixels(), outline_, curve.colour));
+}
+
+void DibSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  GdiFlush();
+  const bool drawn = fillPathPixels(pixels(), contours, colour);
+  note(drawn ? Status() : Error{"a shape has points that cannot be drawn"});
 }
 
 Colour DibSurface::pixel(PointI at) const {

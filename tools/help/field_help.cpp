@@ -36,6 +36,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "colours after it. A negative number gives all strands the same colour.", "1 4 -2"},
     {"2d", "vtPicKnotBackColour", "Which colour box the background takes. Click a colour box to choose its "
      "colour.", "15 3 14"},
+    {"2d", "chkClassic", "Paints crossings as earlier versions did: the upper band is laid once more on the lower one. "
+     "Without it every band is painted only where it can be seen, which is cleaner and gives closed outlines."},
     {"2d", "chkShowGrid", "Shows the grid behind the knot, on the screen and in pictures that you save.", "0 1"},
     {"2d", "chkShowCrossings", "Marks on every line of the grid the place where strands cross, wherever "
      "the grid is shown."},
@@ -85,8 +87,8 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
     {"qzd", "Lorivan", "The knot itself: shape, bands, colours, 3D values, your own outline, and every line of "
      "its grid with its breaks and walls. Keep this file if you want to change the knot later."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
-     "<code>strands</code> holds a group for each strand; the layer <code>over-crossings</code> holds what is "
-     "drawn again on top of it."},
+     "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
+     "seen; the layer <code>edges</code> beneath holds the black edges."},
     {"png", "Anything that shows pictures", "The picture on the screen at any size. On the command line "
      "<code>--transparent</code> leaves the background out."},
     {"bmp", "Older picture programs, engravers that want a height map", "The same picture, without "

@@ -138,12 +138,12 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
   BandCheck check(file, style);
   constexpr int slot = 12;  // a trefoil is one strand
   std::vector<PointF> points;
-  bandPoints(knot.curve, slot, screen, false, points);
+  loopPoints(knot.curve, slot, screen, false, points);
   check.strand(slot, points);
   std::vector<OverRun> runs;
   overRuns(knot.curve, slot, runs);
   for (const OverRun& run : runs) {
-    runPoints(knot.curve, run, screen, false, points);
+    runPoints(knot.curve, slot, run, screen, false, points);
     check.overRun(slot, points);
   }
   EXPECT_EQ(check.seen(), file.paths.size());

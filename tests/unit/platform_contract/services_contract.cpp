@@ -96,6 +96,35 @@ TEST_F(ServicesContract, ShapesHaveTheirWidthAndOneColourInBothModes) {
   }
 }
 
+/// A box with straight sides as a path; a right side left of the left one turns it round.
+std::vector<PointF> boxPath(float left, float top, float right, float bottom) {
+  const PointF corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
+  std::vector<PointF> path = {corners[0]};
+  for (int i = 1; i < 5; ++i) path.insert(path.end(), {corners[i - 1], corners[i], corners[i]});
+  return path;
+}
+
+TEST_F(ServicesContract, PathsAreFilledByTheirWinding) {
+  const auto s = make(100, 100);
+  const auto fill = [&](std::vector<std::vector<PointF>> contours) {
+    s->clear(kWhite);
+    s->fillPath(contours, kRed);
+  };
+  fill({boxPath(9.5F, 9.5F, 49.5F, 49.5F), boxPath(39.5F, 19.5F, 19.5F, 39.5F)});
+  EXPECT_TRUE(s->pixel({10, 10}) == kRed && s->pixel({49, 49}) == kRed && s->pixel({50, 30}) == kWhite);
+  EXPECT_EQ(s->pixel({30, 30}), kWhite) << "a hole";
+  EXPECT_NEAR(inkOf(*s), 40 * 40 - 20 * 20, 0.5);
+  fill({boxPath(9.5F, 9.5F, 49.5F, 49.5F), boxPath(19.5F, 19.5F, 39.5F, 39.5F)});
+  EXPECT_EQ(s->pixel({30, 30}), kRed) << "twice round is inside";
+  fill({boxPath(9.75F, 9.5F, 12.5F, 99.5F), boxPath(-500, 59.5F, 4000, 69.5F)});
+  EXPECT_NEAR(greenOf(s->pixel({10, 30})), 64, 2) << "three quarters of a pixel";
+  EXPECT_TRUE(s->pixel({0, 65}) == kRed && s->pixel({99, 60}) == kRed);
+  EXPECT_EQ(s->fault(), "");
+  fill({{{std::nanf(""), 0}, {1, 1}, {2, 2}, {3, 3}}});
+  EXPECT_EQ(countOf(*s, kWhite), 10000);
+  EXPECT_NE(s->fault(), "");
+}
+
 TEST_F(ServicesContract, BandsAreSmoothAndEndAsTold) {
   const std::array<PointF, 4> line = {{{30, 20}, {40, 20}, {50, 20}, {60, 20}}};
   const std::array<PointF, 4> slope = {{{20, 80}, {20, 10}, {80, 10}, {80, 80}}};

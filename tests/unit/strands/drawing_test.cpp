@@ -41,36 +41,47 @@ TEST(KnotCurve, OrderTwoRunsStraightThroughTheControlPoints) {
   EXPECT_EQ(samplesPerPoint(20) * 100 + samplesPerPoint(19.9F) * 10 + samplesPerPoint(9), 543);
 }
 
-TEST(KnotCurve, CardinalCurvePassesThroughItsPoints) {
+TEST(KnotCurve, ClosedCardinalCurveHasNoBeginning) {
   const std::vector<PointF> points = {{0, 0}, {30, 0}, {30, 60}};
-  std::vector<PointF> bezier;
-  cardinalToBezier(points, bezier);
-  ASSERT_EQ(bezier.size(), 7U);
-  EXPECT_EQ(bezier[3].x, 30);
-  EXPECT_NEAR(bezier[1].x, 5, 1e-5) << "one-sided at the end";
-  EXPECT_NEAR(bezier[2].x, 25, 1e-5);
-  EXPECT_NEAR(bezier[2].y, -10, 1e-5);
-  bezier.clear();
-  cardinalToBezier({points.data(), 1}, bezier);
-  EXPECT_TRUE(bezier.empty());
+  std::vector<PointF> ring, again;
+  closedCardinalToBezier(points, 0, 3, ring);
+  ASSERT_EQ(ring.size(), 10U);
+  EXPECT_NEAR(ring[1].x, 0, 1e-5) << "the tangent looks back across the closing point";
+  EXPECT_NEAR(ring[1].y, -10, 1e-5);
+  EXPECT_EQ(ring[3].x, 30);
+  EXPECT_EQ(ring.back().x, ring.front().x);
+  EXPECT_NEAR(ring[8].y + ring[1].y, 0, 1e-5) << "and goes on as it came";
+  closedCardinalToBezier(points, 2, 4, again);
+  ASSERT_EQ(again.size(), 13U);
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(again[i].y, ring[6 + i].y);
+  for (std::size_t i = 0; i < 10; ++i) EXPECT_EQ(again[3 + i].x, ring[i].x) << "stretches are parts of it";
 }
 
-TEST(KnotCurve, OverRunsStopShortAndCloseRound) {
+TEST(KnotCurve, OverRunsThatTouchTheClosingPointAreOne) {
   KnotCurve curve;
-  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
   curve.X.assign(10, 0.F);
   curve.Y.assign(10, 0.F);
   curve.first[1] = 0;
   curve.last[1] = 9;
-  std::vector<OverRun> runs;
-  overRuns(curve, 1, runs);
-  ASSERT_EQ(runs.size(), 3U);
-  EXPECT_TRUE(runs[1].begin == 4 && runs[1].end == 7 && runs[1].next == 7);
-  EXPECT_EQ(runs[2].next, 0) << "past the last sample it goes on at the first";
-  curve.Z.assign(10, 1.F);
-  overRuns(curve, 1, runs);
-  ASSERT_EQ(runs.size(), 1U);
-  EXPECT_EQ(runs[0].end, 10);
+  const auto found = [&](std::vector<float> heights) {
+    curve.Z = std::move(heights);
+    std::vector<OverRun> runs;
+    overRuns(curve, 1, runs);
+    std::vector<std::pair<int, int>> pairs;
+    for (const OverRun& run : runs) pairs.emplace_back(run.begin, run.count);
+    return pairs;
+  };
+  using Pairs = std::vector<std::pair<int, int>>;
+  EXPECT_EQ(found({1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{4, 3}, {8, 4}}));
+  EXPECT_EQ(found({-1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{1, 1}, {4, 3}, {8, 2}}));
+  EXPECT_EQ(found(std::vector<float>(10, 1.F)), (Pairs{{0, 10}}));
+  EXPECT_EQ(found(std::vector<float>(10, -1.F)), Pairs{});
+  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
+  for (int i = 0; i < 10; ++i) curve.X[static_cast<std::size_t>(i)] = static_cast<float>(i);
+  std::vector<PointF> points;
+  runPoints(curve, 1, {8, 4}, GridView(), false, points);
+  ASSERT_EQ(points.size(), 5U) << "and the sample after it";
+  EXPECT_LT(points[2].x, points[0].x) << "the run goes on at the first sample";
 }
 
 TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
@@ -82,6 +93,7 @@ TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   GridView view(0.8F, 1000);
   fitView(view, *knot.graph, knot.curve, style);
   PictureOptions options;
+  options.classic = true;
   drawKnotPicture(surface, *knot.graph, knot.curve, style, view, options);
   EXPECT_GT(surface.count(DrawKind::segment), 0);
   std::vector<DrawCall> strokes = surface.calls();
@@ -101,7 +113,7 @@ TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Star, 5, 3));
   for (const auto& [width, parts] : {std::pair{500, 1}, {1000, 8}}) {
     std::vector<PointF> points;
-    bandPoints(knot.curve, 12, GridView(0.8F, width), true, points);
+    loopPoints(knot.curve, 12, GridView(0.8F, width), true, points);
     ASSERT_FALSE(points.empty());
     for (const PointF p : points)
       EXPECT_EQ(p.x * static_cast<float>(parts), std::round(p.x * static_cast<float>(parts)));
@@ -113,9 +125,8 @@ TEST(KnotDrawing, ColoursFollowSlotsOrOneForAll) {
   style.colours = strandColours(firstColourBoxes());
   for (const auto& [slot, colour] : {std::pair{1, 1}, {14, 14}, {15, 15}, {16, 2}, {40, 12}})
     EXPECT_EQ(style.bandColour(slot), QBColor(colour)) << slot;
-  EXPECT_EQ(style.pathColour(16), QBColor(2));
   style.startColour = -4;
-  EXPECT_TRUE(style.bandColour(33) == QBColor(4) && style.pathColour(33) == QBColor(4));
+  EXPECT_EQ(style.bandColour(33), QBColor(4));
   EXPECT_EQ(BColor(firstColourBoxes(), 15), 0xFFFFFFU);
   EXPECT_EQ(BColor(firstColourBoxes(), 0), QBColor(1));
 }
@@ -136,7 +147,7 @@ TEST(KnotDrawing, NothingIsCutOff) {
             (style.outerWidth() / 2 + 2) * view.pixelFactor() - 1;  // with a margin, but for a pixel
         std::vector<PointF> points;
         for (int slot = 1; slot < kStrandSlots; ++slot) {
-          bandPoints(knot.curve, slot, view, true, points);
+          loopPoints(knot.curve, slot, view, true, points);
           for (const PointF p : points)
             EXPECT_TRUE(p.x >= clear && p.x <= 800 - clear && p.y >= clear && p.y <= 640 - clear)
                 << s << ' ' << n << ' ' << skew << ": " << p.x << ',' << p.y;

@@ -26,7 +26,7 @@ class AnimationTest : public MainWindowTest {
     w->looked = {};
     return platform.clock().now - begin;
   }
-  bool whole() const { return count(DrawKind::wideCurve) > 0; }
+  bool whole() const { return count(DrawKind::fillPath) > 0; }
   bool running() const { return w->text(controlId("cmd2D")) == kStopCaption; }
 
   int growing = 0, laid = 0;

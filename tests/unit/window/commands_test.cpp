@@ -81,6 +81,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+0", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
+    {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},
     {"mnuShapeBlank", "&Shape|&Blank|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 0 && shows(Picture::sheet) && document().fields.shape == Shape::Custom; }},
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},

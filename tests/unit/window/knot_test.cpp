@@ -10,19 +10,21 @@ using KnotTest = MainWindowTest;
 TEST_F(KnotTest, Create2DDrawsTheKnotAndOldGridTakesItAway) {
   startDrawn();
   EXPECT_EQ(w->status(), "3 strands, 12 crossings");
+  EXPECT_GT(count(DrawKind::fillPath), 6);
   EXPECT_EQ(count(DrawKind::segment), 36);
   click("chkShowGrid");
   EXPECT_EQ(count(DrawKind::segment), 0);
   w->userResizes(800);
-  EXPECT_GT(count(DrawKind::wideCurve), 6);
+  EXPECT_GT(count(DrawKind::fillPath), 6);
   click("cmd3DView");
   click("cmdOldGrid");
   EXPECT_EQ(w->status(), "Square-Square, 2 x 2, scale 30: 12 lines");
   EXPECT_FALSE(drawn() || commandEnabled("mnuFileSaveEMF") || commandEnabled("mnuFileSave3D") ||
                enabled("cmd3DView") || enabled("cmd2DView") || enabled("cmd3D") || visible("picKnot"));
   EXPECT_EQ(w->text(controlId("txtNPoly")), "");
+  EXPECT_EQ(count(DrawKind::fillPath), 0);
   click("chkShowCrossings");
-  EXPECT_TRUE(count(DrawKind::wideCurve) == 0 && count(DrawKind::segment) == 12);
+  EXPECT_TRUE(count(DrawKind::fillPath) == 0 && count(DrawKind::segment) == 12);
   markGrid();
   click("cmdOldGrid");
   EXPECT_FALSE(gridIsNew());

@@ -1,0 +1,200 @@
+#include "strands/band_crossings.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace lorivan {
+namespace {
+
+constexpr int kChunk = 5;       // chords that are compared with others as one box
+constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
+
+struct Box {
+  double left, top, right, bottom;
+  void add(Vec p) {
+    left = std::min(left, p.x);
+    right = std::max(right, p.x);
+    top = std::min(top, p.y);
+    bottom = std::max(bottom, p.y);
+  }
+  bool meets(const Box& o) const {
+    return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
+  }
+};
+
+/// A few chords of a loop, from sample `begin` to sample `end`.
+struct Chunk {
+  Box box;
+  int loop, begin, end;
+  int column0, row0, column1, row1;
+};
+
+class CrossingSearch {
+ public:
+  explicit CrossingSearch(std::span<const BandLoop> loops) : loops_(loops) { cutLoops(); }
+
+  std::vector<BandCrossing> find() {
+    if (chunks_.empty()) return {};
+    layCells();
+    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+        for (std::size_t j = i; j < starts_[cell + 1]; ++j) meet(entries_[i], entries_[j], cell);
+    dropRepeats();
+    return std::move(found_);
+  }
+
+ private:
+  void cutLoops() {
+    for (std::size_t l = 0; l < loops_.size(); ++l)
+      for (int begin = 0; begin < loops_[l].size(); begin += kChunk) {
+        Chunk chunk{};
+        chunk.loop = static_cast<int>(l);
+        chunk.begin = begin;
+        chunk.end = std::min(begin + kChunk, loops_[l].size());
+        const Vec first = loops_[l].point(begin);
+        chunk.box = {first.x, first.y, first.x, first.y};
+        for (int i = begin + 1; i <= chunk.end; ++i) chunk.box.add(loops_[l].point(i));
+        chunks_.push_back(chunk);
+      }
+  }
+
+  /// Square cells about as large as a chunk, each with the numbers of the chunks that touch it.
+  void layCells() {
+    Box all = chunks_.front().box;
+    double sizes = 0;
+    for (const Chunk& c : chunks_) {
+      all.add({c.box.left, c.box.top});
+      all.add({c.box.right, c.box.bottom});
+      sizes += std::max(c.box.right - c.box.left, c.box.bottom - c.box.top);
+    }
+    const double extent = std::max(all.right - all.left, all.bottom - all.top);
+    const double size = std::max({sizes / static_cast<double>(chunks_.size()), extent / 500, 1e-9});
+    columns_ = static_cast<int>((all.right - all.left) / size) + 1;
+    const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
+    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
+    for (Chunk& c : chunks_) {
+      c.column0 = static_cast<int>((c.box.left - all.left) / size);
+      c.column1 = static_cast<int>((c.box.right - all.left) / size);
+      c.row0 = static_cast<int>((c.box.top - all.top) / size);
+      c.row1 = static_cast<int>((c.box.bottom - all.top) / size);
+      eachCell(c, [&](std::size_t cell) { ++starts_[cell + 1]; });
+    }
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    entries_.resize(starts_.back());
+    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
+    for (std::size_t i = 0; i < chunks_.size(); ++i)
+      eachCell(chunks_[i], [&](std::size_t cell) { entries_[next[cell]++] = static_cast<std::uint32_t>(i); });
+  }
+
+  template <class Use>
+  void eachCell(const Chunk& c, Use&& use) const {
+    for (int row = c.row0; row <= c.row1; ++row)
+      for (int column = c.column0; column <= c.column1; ++column)
+        use(static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+            static_cast<std::size_t>(column));
+  }
+
+  /// Compares two chunks in the first cell that both touch, and only there.
+  void meet(std::uint32_t one, std::uint32_t two, std::size_t cell) {
+    const Chunk &a = chunks_[one], &b = chunks_[two];
+    if (!a.box.meets(b.box)) return;
+    const auto firstShared =
+        static_cast<std::size_t>(std::max(a.row0, b.row0)) * static_cast<std::size_t>(columns_) +
+        static_cast<std::size_t>(std::max(a.column0, b.column0));
+    if (cell != firstShared) return;
+    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    for (int i = a.begin; i < a.end; ++i) {
+      const Vec p = loop.point(i), q = loop.point(i + 1);
+      const Box chord{std::min(p.x, q.x), std::min(p.y, q.y), std::max(p.x, q.x), std::max(p.y, q.y)};
+      if (!chord.meets(b.box)) continue;
+      for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j) compare(a.loop, i, b.loop, j);
+    }
+  }
+
+  bool touchAnyway(int loopA, int i, int loopB, int j) const {
+    if (loopA != loopB) return false;
+    const int apart = std::abs(i - j), count = loops_[static_cast<std::size_t>(loopA)].size();
+    return apart <= 1 || apart == count - 1;
+  }
+
+  void compare(int loopA, int i, int loopB, int j) {
+    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
+                   &two = loops_[static_cast<std::size_t>(loopB)];
+    const Vec a = one.point(i), c = two.point(j);
+    const Vec r = one.point(i + 1) - a, s = two.point(j + 1) - c;
+    const double area = cross(r, s);
+    if (area == 0 || touchAnyway(loopA, i, loopB, j)) return;
+    const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
+    constexpr double slack = 1e-4;  // lines often meet at a sample of both; repeats are dropped
+    if (t < -slack || t > 1 + slack || u < -slack || u > 1 + slack) return;
+    add(loopA, i + t, loopB, j + u);
+  }
+
+  /// From where two chords meet to where the curves do.
+  static void refine(const BandLoop& one, double& a, const BandLoop& two, double& b) {
+    const double a0 = a, b0 = b;
+    for (int step = 0; step < 3; ++step) {
+      const BandLoop::Spot p = one.spot(a), q = two.spot(b);
+      const Vec gap = q.at - p.at;
+      const double area = cross(p.along, q.along);
+      if (std::fabs(area) < 1e-9) break;
+      a += std::clamp(cross(gap, q.along) / area, -0.5, 0.5);
+      b += std::clamp(cross(gap, p.along) / area, -0.5, 0.5);
+    }
+    if (std::fabs(a - a0) > 1 || std::fabs(b - b0) > 1) {
+      a = a0;
+      b = b0;
+    }
+  }
+
+  void add(int loopA, double a, int loopB, double b) {
+    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
+                   &two = loops_[static_cast<std::size_t>(loopB)];
+    refine(one, a, two, b);
+    const double highA = one.height(a), highB = two.height(b);
+    a = one.wrapped(a);
+    b = two.wrapped(b);
+    const bool aIsUnder = highA < highB || (highA == highB && (loopA < loopB || (loopA == loopB && a < b)));
+    found_.push_back(aIsUnder ? BandCrossing{loopA, loopB, a, b} : BandCrossing{loopB, loopA, b, a});
+  }
+
+  double apart(int loop, double a, double b) const {
+    const double d = std::fabs(a - b);
+    return std::min(d, loops_[static_cast<std::size_t>(loop)].size() - d);
+  }
+
+  bool isSame(const BandCrossing& a, const BandCrossing& b) const {
+    return a.under == b.under && a.over == b.over && apart(a.under, a.underAt, b.underAt) < kNear &&
+           apart(a.over, a.overAt, b.overAt) < kNear;
+  }
+
+  void dropRepeats() {
+    std::sort(found_.begin(), found_.end(), [](const BandCrossing& a, const BandCrossing& b) {
+      return a.under != b.under ? a.under < b.under : a.underAt < b.underAt;
+    });
+    std::vector<BandCrossing> kept;
+    std::size_t firstOfLoop = 0;
+    for (const BandCrossing& c : found_) {
+      if (kept.empty() || kept[firstOfLoop].under != c.under) firstOfLoop = kept.size();
+      const bool known =
+          kept.size() > firstOfLoop && (isSame(kept.back(), c) || isSame(kept[firstOfLoop], c));
+      if (!known) kept.push_back(c);
+    }
+    found_ = std::move(kept);
+  }
+
+  std::span<const BandLoop> loops_;
+  std::vector<Chunk> chunks_;
+  std::vector<std::size_t> starts_;
+  std::vector<std::uint32_t> entries_;
+  std::vector<BandCrossing> found_;
+  int columns_ = 0;
+};
+
+}  // namespace
+
+std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops) {
+  return CrossingSearch(loops).find();
+}
+
+}  // namespace lorivan

@@ -1,0 +1,20 @@
+// Where the centre lines of strands meet, and which of the two lies over the other there.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "strands/band_loop.h"
+
+namespace lorivan {
+
+struct BandCrossing {
+  int under = 0, over = 0;         // numbers of the loops
+  double underAt = 0, overAt = 0;  // places on them, within the first lap
+};
+
+/// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the
+/// later place of one loop, is over.
+std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops);
+
+}  // namespace lorivan

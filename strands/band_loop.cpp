@@ -1,0 +1,73 @@
+#include "strands/band_loop.h"
+
+#include <algorithm>
+
+namespace lorivan {
+namespace {
+
+constexpr double kSame = 1e-4;  // pixels; nearer samples are one
+constexpr int kSteps = 6;       // towards a nearest point; each one at least halves what is left
+
+}  // namespace
+
+BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slot_(slot) {
+  const auto at = static_cast<std::size_t>(slot);
+  const double k = view.width / (2 * kHalfView * view.zoom);
+  for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
+    const auto sample = static_cast<std::size_t>(i);
+    const Vec p{view.width / 2.0 + k * curve.X[sample], view.width * 0.4 - k * curve.Y[sample] / 1.25};
+    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame) nodes_.push_back({p, {}, curve.Z[sample]});
+  }
+  while (nodes_.size() > 1 && lengthOf(nodes_.back().at - nodes_.front().at) <= kSame) nodes_.pop_back();
+  if (nodes_.size() < 3) nodes_.clear();
+  for (int i = 0; i < size(); ++i)
+    nodes_[wrap(i)].along = (nodes_[wrap(i + 1)].at - nodes_[wrap(i - 1)].at) * 0.5;
+}
+
+double BandLoop::wrapped(double place) const {
+  const double n = size();
+  place = std::fmod(place, n);
+  if (place < 0) place += n;
+  return place < n ? place : 0;
+}
+
+BandLoop::Spot BandLoop::spot(double place) const {
+  const double low = std::floor(place), t = place - low;
+  const Node &a = nodes_[wrap(static_cast<int>(low))], &b = nodes_[wrap(static_cast<int>(low) + 1)];
+  const Vec d = b.at - a.at, square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
+  return {a.at + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
+          square * 2 + cube * (6 * t)};
+}
+
+double BandLoop::height(double place) const {
+  const double low = std::floor(place), t = place - low;
+  return nodes_[wrap(static_cast<int>(low))].height * (1 - t) +
+         nodes_[wrap(static_cast<int>(low) + 1)].height * t;
+}
+
+double BandLoop::nearest(Vec from, double guess) const {
+  for (int step = 0; step < kSteps; ++step) {
+    const Spot s = spot(guess);
+    const Vec away = s.at - from;
+    const double speed = dot(s.along, s.along);
+    if (!(speed > 0)) break;
+    // Newton's step; where the curve bends round `from` it would run away, and goes plainly downhill.
+    const double steep = std::max(speed + dot(away, s.bend), speed * 0.3);
+    const double move = std::clamp(-dot(away, s.along) / steep, -1.5, 1.5);
+    guess += move;
+    if (std::fabs(move) < 1e-5) break;
+  }
+  return guess;
+}
+
+std::vector<BandLoop> bandLoops(const KnotCurve& curve, const GridView& view) {
+  std::vector<BandLoop> loops;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!curve.used(slot)) continue;
+    BandLoop loop(curve, slot, view);
+    if (loop.size() > 0) loops.push_back(std::move(loop));
+  }
+  return loops;
+}
+
+}  // namespace lorivan

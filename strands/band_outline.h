@@ -1,0 +1,66 @@
+// The bands of a knot as shapes: what can be seen of every strand, as closed outlines.
+//
+// Units are the view's pixels, x to the right and y downwards, true to proportion and unrounded. A contour is
+// a closed chain of cubic Bezier segments, 3 n + 1 points of which the last repeats the first. The area that
+// it surrounds, by the shoelace formula with these x and y, is positive (on the screen it runs clockwise); a
+// hole's is negative.
+#pragma once
+
+#include <vector>
+
+#include "strands/knot_curve.h"
+
+namespace lorivan {
+
+using BandContour = std::vector<PointF>;
+
+/// All in pixels of the view.
+struct OutlineOptions {
+  double band = 10;      // width of the shapes
+  double outer = 10;     // width of a band with its edges: a band that passes under one ends there
+  double gap = 0;        // further distance between that edge and the end of the band beneath
+  double grow = 0;       // moves every outline outwards, or inwards below 0: half the width of a cut
+  bool centres = false;  // whether strands and stretches get their centre lines
+  bool rings = false;    // whether strands get their whole bands with edges
+};
+
+/// What can be seen between two crossings under other bands.
+struct BandStretch {
+  std::vector<BandContour> contours;  // one; of a whole ring the outer one and its hole, in any order
+  std::vector<PointF> centre;         // chain along the middle: open, or closed for a ring
+};
+
+struct StrandOutline {
+  int slot = 0;
+  std::vector<PointF> centre;     // chain along the whole strand, closed
+  std::vector<BandContour> ring;  // the whole band, `outer` wide, covered or not; it may cross itself
+  bool folded = false;            // the ring had folds: where bends follow closely it may miss a corner
+  std::vector<BandStretch> stretches;
+};
+
+/// A crossing without room: the band beneath does not come out from under the other before it crosses again.
+/// Its outline ends in the middle of the crossing, and a picture lays this piece of the band above on top.
+struct CrowdedCrossing {
+  int slot = 0;      // of the band above
+  BandContour edge;  // `outer` wide
+  BandContour band;  // a little longer at both ends, to cover the ends of the edge
+  int stretch =
+      -1;  // of the band above, which can be laid on top as a whole; -1: it ends without room itself
+};
+
+struct BandOutlines {
+  std::vector<StrandOutline> strands;  // by slot
+  std::vector<CrowdedCrossing> crowded;
+};
+
+/// The outlines of all strands; no error passes 0.02 of the band's width, but at a corner of the centre line
+/// (order 2) that lies within a crossing. Where bends are tighter than half
+/// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
+/// that cover its ends, it is left out. Outlines overlap only at crowded crossings, and where bands that do
+/// not cross lie nearer to each other than their width.
+BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);
+
+/// The area inside a closed contour, see above for its sign.
+double contourArea(const BandContour& contour);
+
+}  // namespace lorivan

@@ -1,0 +1,193 @@
+#include "strands/offset_side.h"
+
+#include <algorithm>
+
+namespace lorivan {
+namespace {
+
+constexpr double kTurn = 0.25;           // radians that the line may turn between two points of a side
+constexpr double kTurnCosine = 0.969;    // cosine of kTurn
+constexpr double kBulge = 0.4;           // times the distance
+constexpr double kTight = 0.3;           // of the way to a fold; from there on it turns by a quarter as much
+constexpr int kMostParts = 24;           // of a piece between two samples
+constexpr double kFoldReach = 6;         // times the distance: the folds of bends down to 20 degrees
+constexpr std::size_t kFoldPoints = 48;  // on either side, at most
+constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
+
+/// Samples a side, more densely where it turns.
+class SideSampler {
+ public:
+  SideSampler(const BandLoop& loop, double distance, std::vector<LinePoint>& points)
+      : loop_(loop), distance_(distance), points_(points) {}
+
+  void follow(double from, double to) {
+    addSpot(from);
+    double place = from;
+    for (int sample = static_cast<int>(std::floor(from)) + 1; sample < to; ++sample) {
+      if (sample - place < 0.02) continue;
+      const LinePoint next = atSample(sample);
+      addBetween(place, sample, next);
+      points_.push_back(next);
+      place = sample;
+    }
+    if (to - place < 0.02 && points_.size() > 1) points_.pop_back();
+    const BandLoop::Spot end = loop_.spot(to);
+    const LinePoint last{offsetPoint(end, distance_), unit(end.along)};
+    addBetween(place, to, last);
+    points_.push_back(last);
+  }
+
+ private:
+  void addSpot(double place) {
+    const BandLoop::Spot s = loop_.spot(place);
+    points_.push_back({offsetPoint(s, distance_), unit(s.along)});
+  }
+  LinePoint atSample(int sample) const {
+    const Vec along = unit(loop_.tangent(sample));
+    return {loop_.point(sample) + quarter(along) * distance_, along};
+  }
+  void addBetween(double from, double to, const LinePoint& next) {
+    const Vec along = points_.back().along, way = next.at - points_.back().at;
+    const double cosine = dot(along, next.along), sine = std::fabs(cross(along, next.along));
+    // How far a long piece bends away from its chord, for its length; small beside the band it needs no
+    // point.
+    const double bulge = sine * (std::fabs(way.x) + std::fabs(way.y));
+    const bool isLong = bulge > kBulge * std::max(std::fabs(distance_), 2.0);
+    if (cosine > kTurnCosine && !isLong) return;
+    const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
+    const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
+    const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
+    const int parts =
+        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? kTurn / 4 : kTurn)));
+    for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);
+  }
+
+  const BandLoop& loop_;
+  double distance_;
+  std::vector<LinePoint>& points_;
+};
+
+bool runsBack(const LinePoint& a, const LinePoint& b) { return dot(b.at - a.at, a.along + b.along) < 0; }
+
+/// Whether two segments meet, and where.
+bool meet(Vec a, Vec b, Vec c, Vec d, Vec& at) {
+  const Vec r = b - a, s = d - c;
+  const double area = cross(r, s);
+  if (area == 0) return false;
+  const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
+  if (t < 0 || t > 1 || u < 0 || u > 1) return false;
+  at = a + r * t;
+  return true;
+}
+
+/// Takes the folds out of a sampled side.
+class Unfolder {
+ public:
+  Unfolder(const std::vector<LinePoint>& raw, double distance, OffsetSide& side)
+      : raw_(raw), most_(kFoldReach * std::fabs(distance)), side_(side) {}
+
+  void run() {
+    std::vector<LinePoint>& out = side_.points;
+    for (std::size_t i = 0; i < raw_.size();) {
+      if (out.empty() || i + 1 >= raw_.size() || !runsBack(raw_[i], raw_[i + 1])) {
+        out.push_back(raw_[i++]);
+        continue;
+      }
+      out.push_back(raw_[i]);
+      i = cut(foldEnd(i));
+    }
+  }
+
+ private:
+  /// The point at which the fold that begins with the segment after `i` has ended.
+  std::size_t foldEnd(std::size_t i) const {
+    std::size_t end = i + 1;
+    const auto isNear = [&](std::size_t k) { return lengthOf(raw_[k].at - raw_[end].at) < most_ * kCalm; };
+    for (std::size_t k = i + 1; k + 1 < raw_.size() && isNear(k); ++k)
+      if (runsBack(raw_[k], raw_[k + 1])) end = k + 1;
+    return end;
+  }
+
+  /// Finds where the line before the fold meets the line after it, searching outwards from the fold on both
+  /// sides alike; returns the next raw point that stays. Further away the line may well cross itself, but not
+  /// because of this fold.
+  std::size_t cut(std::size_t end) {
+    std::vector<LinePoint>& out = side_.points;
+    const std::size_t last = out.size() - 1;
+    std::size_t before = 0, after = 0;
+    for (double way = 0; before < last && way < most_ && before < kFoldPoints; ++before)
+      way += lengthOf(out[last - before].at - out[last - before - 1].at);
+    for (double way = 0; end + after + 1 < raw_.size() && way < most_ && after < kFoldPoints; ++after)
+      way += lengthOf(raw_[end + after + 1].at - raw_[end + after].at);
+    Vec at;
+    for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
+      for (std::size_t k = 0; k <= reach; ++k) {
+        if (reach < after && k < before && tryCut(last - k, end + reach, at))
+          return join(last - k, end + reach, at);
+        if (reach < before && k < after && tryCut(last - reach, end + k, at))
+          return join(last - reach, end + k, at);
+      }
+    side_.corners.push_back(out.size());
+    return end;
+  }
+
+  /// The segment of what was kept that ends with point `b`, and the raw one that begins with point `c`.
+  bool tryCut(std::size_t b, std::size_t c, Vec& at) const {
+    return meet(side_.points[b - 1].at, side_.points[b].at, raw_[c].at, raw_[c + 1].at, at);
+  }
+
+  std::size_t join(std::size_t b, std::size_t c, Vec at) {
+    std::vector<LinePoint>& out = side_.points;
+    const Vec along = unit(out[b].at - out[b - 1].at), onwards = unit(raw_[c + 1].at - raw_[c].at);
+    out.resize(b);
+    while (!side_.corners.empty() && side_.corners.back() >= b) side_.corners.pop_back();
+    out.push_back({at, along});
+    side_.corners.push_back(out.size());
+    out.push_back({at, onwards});
+    return c + 1;
+  }
+
+  const std::vector<LinePoint>& raw_;
+  double most_;  // how far from a fold its ends are looked for
+  OffsetSide& side_;
+};
+
+}  // namespace
+
+Vec offsetPoint(const BandLoop::Spot& spot, double distance) {
+  return spot.at + quarter(unit(spot.along)) * distance;
+}
+
+void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side) {
+  side.points.clear();
+  side.corners.clear();
+  thread_local std::vector<LinePoint> raw;
+  raw.clear();
+  SideSampler(loop, distance, raw).follow(from, to);
+  Unfolder(raw, distance, side).run();
+}
+
+void appendSide(const OffsetSide& side, double tolerance, std::vector<PointF>& chain) {
+  std::size_t begin = 0;
+  const auto appendRun = [&](std::size_t end) {
+    const std::span<const LinePoint> run(&side.points[begin], end - begin);
+    // A run that begins elsewhere than the one before ended is reached by a straight line.
+    if (begin > 0 && lengthOf(run[0].at - side.points[begin - 1].at) > 0) {
+      const Vec way = unit(run[0].at - side.points[begin - 1].at);
+      appendArc({side.points[begin - 1].at, way}, {run[0].at, way}, chain);
+    }
+    fitCurve(run, tolerance, chain);
+    begin = end;
+  };
+  for (const std::size_t corner : side.corners) appendRun(corner);
+  if (begin < side.points.size()) appendRun(side.points.size());
+}
+
+void reverseSide(OffsetSide& side) {
+  std::reverse(side.points.begin(), side.points.end());
+  for (LinePoint& p : side.points) p.along = p.along * -1;
+  for (std::size_t& corner : side.corners) corner = side.points.size() - corner;
+  std::reverse(side.corners.begin(), side.corners.end());
+}
+
+}  // namespace lorivan

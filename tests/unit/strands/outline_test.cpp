@@ -1,0 +1,180 @@
+// The bands as shapes, and the picture that is painted from them.
+#include "strands/band_outline.h"
+
+#include <gtest/gtest.h>
+
+#include "exact_picture.h"
+#include "knot_maker.h"
+#include "platform/none/recording_surface.h"
+
+namespace lorivan {
+namespace {
+
+/// One ring of the given radius in pixels of the 500-pixel picture, in slot 1, at one height.
+KnotCurve ringOf(double radius) {
+  KnotCurve curve;
+  const double units = radius * 2 * kHalfView / 500;
+  for (int i = 0; i < 60; ++i) {
+    curve.X.push_back(static_cast<float>(units * std::cos(kTwoPi * i / 60)));
+    curve.Y.push_back(static_cast<float>(1.25 * units * std::sin(kTwoPi * i / 60)));
+    curve.Z.push_back(1);
+  }
+  curve.first.fill(0);
+  curve.last.fill(-1);
+  curve.last[1] = 59;
+  return curve;
+}
+
+std::vector<Vec> flatten(const BandContour& contour) {
+  std::vector<Vec> points;
+  for (std::size_t i = 0; i + 3 < contour.size(); i += 3)
+    for (int k = 0; k < 6; ++k) {
+      const double t = k / 6.0, s = 1 - t;
+      const auto p = [&](std::size_t n) { return Vec{contour[i + n].x, contour[i + n].y}; };
+      points.push_back(p(0) * (s * s * s) + p(1) * (3 * s * s * t) + p(2) * (3 * s * t * t) +
+                       p(3) * (t * t * t));
+    }
+  return points;
+}
+
+bool isSimple(const std::vector<Vec>& polygon) {
+  const std::size_t n = polygon.size();
+  const auto side = [](Vec a, Vec b, Vec p) { return cross(b - a, p - a) > 0; };
+  for (std::size_t i = 0; i < n; ++i)
+    for (std::size_t j = i + 2; j < n; ++j) {
+      if (i == 0 && j + 1 == n) continue;
+      const Vec a = polygon[i], b = polygon[i + 1], c = polygon[j], d = polygon[(j + 1) % n];
+      if (side(a, b, c) != side(a, b, d) && side(c, d, a) != side(c, d, b)) return false;
+    }
+  return true;
+}
+
+TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
+  OutlineOptions options;
+  options.band = options.outer = 20;
+  const BandOutlines wide = bandOutlines(ringOf(50), GridView(), options);
+  ASSERT_EQ(wide.strands.size(), 1U);
+  const auto& contours = wide.strands[0].stretches.at(0).contours;
+  ASSERT_EQ(contours.size(), 2U);
+  double area = 0;
+  for (const BandContour& contour : contours) {
+    area += contourArea(contour);
+    EXPECT_EQ(contour.size() % 3, 1U);
+    EXPECT_LE(contour.size(), 3 * 12 + 1U) << "few nodes";
+    EXPECT_EQ(contour.front().x, contour.back().x);
+  }
+  EXPECT_NEAR(area / (kTwoPi * 50 * 20), 1, 2e-3);
+  EXPECT_LT(contourArea(contours[0]) * contourArea(contours[1]), 0);
+
+  options.grow = 2;
+  const BandOutlines grown = bandOutlines(ringOf(50), GridView(), options);
+  area = 0;
+  for (const BandContour& contour : grown.strands[0].stretches.at(0).contours) area += contourArea(contour);
+  EXPECT_NEAR(area / (kTwoPi * 50 * 24), 1, 2e-3);
+
+  const BandOutlines tight = bandOutlines(ringOf(8), GridView(), options);
+  ASSERT_EQ(tight.strands[0].stretches.at(0).contours.size(), 1U) << "no hole is left";
+  EXPECT_NEAR(contourArea(tight.strands[0].stretches[0].contours[0]), kPi * 20 * 20, 8);
+}
+
+/// A knot, and a view and widths with which its bands take a share of the room between its crossings.
+struct Drawn {
+  Drawn(Shape shape, int x, int y, int order, double share) : knot(makeKnot(fieldsOf(shape, x, y))) {
+    sampleStrands(*knot.store, order, samplesPerPoint(knot.fields.scale), knot.curve);
+    fitView(view, *knot.graph);
+    style.colours = strandColours(firstColourBoxes());
+    style.width = static_cast<float>(std::floor(smallestRoom(bandLoops(knot.curve, view)) * share / 2));
+    style.edge = std::max(1.F, std::floor(style.width * 0.4F));
+    fitView(view, *knot.graph, knot.curve, style);
+  }
+  MadeKnot knot;
+  GridView view;
+  KnotStyle style;
+};
+
+TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
+  for (const Shape shape : {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal})
+    for (const int order : {3, 4, 6}) {
+      const Drawn drawn(shape, 3, 2, order, 0.4);
+      const std::vector<BandLoop> loops = bandLoops(drawn.knot.curve, drawn.view);
+      OutlineOptions options;
+      options.band = drawn.style.innerWidth();
+      options.outer = drawn.style.outerWidth();
+      const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
+      EXPECT_TRUE(outlines.crowded.empty());
+      std::size_t stretches = 0;
+      for (const StrandOutline& strand : outlines.strands)
+        for (const BandStretch& stretch : strand.stretches) {
+          ++stretches;
+          for (const BandContour& contour : stretch.contours) {
+            EXPECT_EQ(contour.back().y, contour.front().y);
+            const std::vector<Vec> points = flatten(contour);
+            EXPECT_TRUE(isSimple(points));
+            EXPECT_TRUE(stretch.contours.size() == 2 || contourArea(contour) > 0);
+            for (const Vec p : points) {
+              double off = 1e9;
+              for (const BandLoop& loop : loops)
+                for (int i = 0; i < loop.size(); ++i) {
+                  if (lengthOf(loop.point(i) - p) > 2 * options.outer) continue;
+                  const double far = lengthOf(loop.spot(loop.nearest(p, i)).at - p);
+                  off =
+                      std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
+                }
+              EXPECT_LT(off, 0.02 * options.band);
+            }
+          }
+        }
+      EXPECT_EQ(stretches, findBandCrossings(loops).size()) << "one between two crossings under others";
+    }
+}
+
+TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
+  int looked = 0;
+  for (int s = 0; s < kShapeCount - 1; ++s)
+    for (int order = 2; order <= 6; ++order) {
+      const auto shape = static_cast<Shape>(s);
+      const Drawn drawn(shape, 2 + order % 2, 2, order, 0.35 + 0.05 * (s % 3));
+      RecordingSurface surface(drawn.view.width, drawn.view.height());
+      PictureOptions options;
+      options.showGrid = false;
+      options.background = 0x123456;
+      drawKnotPicture(surface, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
+      const auto loops = bandLoops(drawn.knot.curve, drawn.view);
+      const ExactPicture exact(loops, drawn.view, drawn.style.innerWidth(), drawn.style.outerWidth());
+      int wrong = 0, together = 0, slot = 0;
+      for (int y = 0; y < surface.height(); ++y)
+        for (int x = 0; x < surface.width(); ++x) {
+          const auto shows = exact.at(x, y, 0.8, slot);
+          together += shows == ExactPicture::Shows::together;
+          if (shows == ExactPicture::Shows::unclear || shows == ExactPicture::Shows::together) continue;
+          const Colour band = shows == ExactPicture::Shows::band ? drawn.style.bandColour(slot) : 0;
+          wrong += surface.pixel({x, y}) != (shows == ExactPicture::Shows::background ? 0x123456 : band);
+        }
+      if (together > 0) continue;  // bands that run into one another have no one picture
+      ++looked;
+      // A control polygon may have its corner right in a crossing, where a border is a point, not a line.
+      EXPECT_LE(wrong, order == 2 ? 1 : 0)
+          << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
+    }
+  EXPECT_GE(looked, 45);
+}
+
+TEST(BandOutlines, CrowdedCrossingsAreNamedAndStayWhole) {
+  KnotStyle style;
+  style.width = 14;
+  const MadeKnot made = makeKnot(fieldsOf(Shape::SquareSquare, 5, 4));
+  KnotCurve curve;
+  sampleStrands(*made.store, 4, 5, curve);
+  GridView view;
+  fitView(view, *made.graph, curve, style);
+  OutlineOptions options;
+  options.band = style.innerWidth() * 1.2;
+  options.outer = style.outerWidth();
+  const BandOutlines outlines = bandOutlines(curve, view, options);
+  EXPECT_FALSE(outlines.crowded.empty());
+  EXPECT_LE(outlines.crowded.size(), 8U) << "at the four corners only";
+  for (const CrowdedCrossing& crossing : outlines.crowded) EXPECT_GT(contourArea(crossing.edge), 0);
+}
+
+}  // namespace
+}  // namespace lorivan
