@@ -31,14 +31,6 @@ double BandLoop::wrapped(double place) const {
   return place < n ? place : 0;
 }
 
-BandLoop::Spot BandLoop::spot(double place) const {
-  const double low = std::floor(place), t = place - low;
-  const Node &a = nodes_[wrap(static_cast<int>(low))], &b = nodes_[wrap(static_cast<int>(low) + 1)];
-  const Vec d = b.at - a.at, square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
-  return {a.at + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
-          square * 2 + cube * (6 * t)};
-}
-
 double BandLoop::height(double place) const {
   const double low = std::floor(place), t = place - low;
   return nodes_[wrap(static_cast<int>(low))].height * (1 - t) +

@@ -63,6 +63,22 @@ class BandLoop {
   std::vector<Node> nodes_;
 };
 
+// Both are asked for hundreds of thousands of times in one picture: they are worth being inline.
+inline BandLoop::Spot BandLoop::spot(double place) const {
+  auto low = static_cast<int>(place);
+  if (low > place) --low;
+  const double t = place - low;
+  const Node &a = nodes_[wrap(low)], &b = nodes_[wrap(low + 1)];
+  const Vec d = b.at - a.at, square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
+  return {a.at + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
+          square * 2 + cube * (6 * t)};
+}
+
+/// The point at `distance` beside a place, on the side that quarter() points to, or the other one below 0.
+inline Vec offsetPoint(const BandLoop::Spot& spot, double distance) {
+  return spot.at + quarter(unit(spot.along)) * distance;
+}
+
 /// All strands that have a loop, by slot.
 std::vector<BandLoop> bandLoops(const KnotCurve& curve, const GridView& view);
 

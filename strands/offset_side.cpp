@@ -154,10 +154,6 @@ class Unfolder {
 
 }  // namespace
 
-Vec offsetPoint(const BandLoop::Spot& spot, double distance) {
-  return spot.at + quarter(unit(spot.along)) * distance;
-}
-
 void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side) {
   side.points.clear();
   side.corners.clear();

@@ -9,9 +9,6 @@
 
 namespace lorivan {
 
-/// The point at `distance` beside a place, on the side that quarter() points to, or the other one below 0.
-Vec offsetPoint(const BandLoop::Spot& spot, double distance);
-
 /// One side as runs of points; where one run ends and the next one begins, at the same point, is a corner.
 struct OffsetSide {
   std::vector<LinePoint> points;
