@@ -12,10 +12,10 @@ constexpr int kSteps = 6;       // towards a nearest point; each one at least ha
 
 BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slot_(slot) {
   const auto at = static_cast<std::size_t>(slot);
-  const double k = view.width / (2 * kHalfView * view.zoom);
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
-    const Vec p{view.width / 2.0 + k * curve.X[sample], view.width * 0.4 - k * curve.Y[sample] / 1.25};
+    const SamplePlace place = samplePlace(curve, sample, view);
+    const Vec p{place.x, place.y};
     if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame) nodes_.push_back({p, {}, curve.Z[sample]});
   }
   while (nodes_.size() > 1 && lengthOf(nodes_.back().at - nodes_.front().at) <= kSame) nodes_.pop_back();

@@ -34,10 +34,7 @@ void sampleClosed(const StrandPoint* polygon, int count, const BsplineTable& tab
 double steps(const GridView& view) { return view.width <= kReferenceWidth ? 1 : 8; }
 
 PointF place(const KnotCurve& curve, int sample, const GridView& view, bool raster) {
-  const auto i = static_cast<std::size_t>(sample);
-  const double k = view.width / (2 * kHalfView * view.zoom);
-  const double x = view.width / 2.0 + k * (curve.X[i] - view.centreX);
-  const double y = view.width * 0.4 - k * (curve.Y[i] - view.centreY / view.stretch) / 1.25;
+  const auto [x, y] = samplePlace(curve, static_cast<std::size_t>(sample), view);
   if (!raster) return {static_cast<float>(x), static_cast<float>(y)};
   const double n = steps(view);
   return {static_cast<float>(roundHalfEven(x * n) / n), static_cast<float>(roundHalfEven(y * n) / n)};

@@ -23,6 +23,17 @@ struct KnotCurve {
   }
 };
 
+struct SamplePlace {
+  double x = 0, y = 0;
+};
+
+/// Picture position of a sample, unrounded.
+inline SamplePlace samplePlace(const KnotCurve& curve, std::size_t sample, const GridView& view) {
+  const double k = view.width / (2 * kHalfView * view.zoom);
+  return {view.width / 2.0 + k * (curve.X[sample] - view.centreX),
+          view.width * 0.4 - k * (curve.Y[sample] - view.centreY / view.stretch) / 1.25};
+}
+
 /// Samples between two control points: 5, fewer for small scales.
 int samplesPerPoint(float scale);
 

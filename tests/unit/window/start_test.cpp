@@ -31,7 +31,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   std::string fields, checks, states;
   for (int i = 0; i < kParamCount; ++i) fields += text(static_cast<Param>(i)) + ' ';
   EXPECT_EQ(fields, "2 2 0 20 12 7 30 10 2 1 4 9 5 4 5 4 2 0 15 0 0 0 0.3 0.9 0.5 10 -1100 ");
-  for (const CheckSpec& row : checkTable()) checks += checked(row.field) ? '1' : '0';
+  for (const CheckSpec& row : checkTable()) checks += bench().form.checked(*findCheck(row.field)) ? '1' : '0';
   EXPECT_EQ(checks, "110010000000");
   for (const SettingRow& row : settingTable())
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
@@ -80,7 +80,8 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
     EXPECT_EQ(w->text(w->control(name)), value) << key;
     EXPECT_EQ(document().fields.text(*findParameter(name)), value) << key;
   }
-  for (const auto& [key, value] : checks) EXPECT_EQ(checked(key), value == "1") << key;
+  for (const auto& [key, value] : checks)
+    EXPECT_EQ(bench().form.checked(*findCheck(key)), value == "1") << key;
   for (int box = 0; box < kColourBoxes; ++box)
     EXPECT_EQ(w->background(kFirstColourBox + box), static_cast<Colour>(1000 + box));
   const WindowPlace place = w->place();
