@@ -105,23 +105,17 @@ TEST_F(Files, FaultsAreToldInWords) {
   fs::create_directory(folder_ / "sub");
   EXPECT_NE(writeFile(path("sub"), "x").error().message.find("it is a folder"), std::string::npos);
   EXPECT_FALSE(writeFile(path("no/such/place.txt"), "x"));
-  EXPECT_EQ(writeFile(path("sub"), "x").error().kind, ErrorKind::output);
   EXPECT_EQ(readFile(path("sub"), 10).error().kind, ErrorKind::input);
   EXPECT_FALSE(readFile(path("missing"), 10));
   ASSERT_TRUE(writeFile(path("big"), std::string(100, 'x')));
+  EXPECT_TRUE(readFile(path("big"), 100));
   EXPECT_NE(readFile(path("big"), 99).error().message.find("larger"), std::string::npos);
 }
 
-TEST_F(Files, LinksKeepPointingAndNamesMayUseAnyLetters) {
-  const fs::path real = folder_ / u8"Kn\u00f6ten \u7d50.txt";
-  const std::u8string name = real.u8string();
+TEST_F(Files, NamesMayUseAnyLetters) {
+  const std::u8string name = (folder_ / u8"Kn\u00f6ten \u7d50.txt").u8string();
   ASSERT_TRUE(writeFile(std::string(name.begin(), name.end()), "1"));
-  std::error_code fault;
-  fs::create_symlink(real, folder_ / "link", fault);
-  if (fault) GTEST_SKIP() << "no links here";
-  ASSERT_TRUE(writeFile(path("link"), "2"));
-  EXPECT_TRUE(fs::is_symlink(folder_ / "link"));
-  EXPECT_EQ(*readFile(path("link"), 10), "2");
+  EXPECT_TRUE(fs::exists(name));
 }
 
 #if defined(__linux__)

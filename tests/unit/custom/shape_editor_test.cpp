@@ -83,22 +83,6 @@ TEST(ShapeEditor, SnapClampAndConstraint) {
   }
 }
 
-TEST(ShapeEditor, UndoGoesOneEditBack) {
-  Editor editor;
-  drag(editor, {60, 60}, {100, 100});
-  drag(editor, {100, 100}, {200, 100});
-  const CustomShape before = editor.shape();
-  click(editor, {100, 100});
-  EXPECT_FALSE(editor.shape() == before);
-  editor.undo();
-  EXPECT_TRUE(editor.shape() == before);
-  editor.undo();
-  EXPECT_TRUE(editor.shape() == before);
-  click(editor, {300, 300});  // nothing there, but the undo copy is taken
-  editor.undo();
-  EXPECT_TRUE(editor.shape() == before);
-}
-
 TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {
   CustomShape full;
   const int a = full.addPoint(100, 100), b = full.addPoint(200, 100);

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "base/numbers.h"
-#include "random_edits.h"
 
 namespace lorivan {
 namespace {
@@ -106,19 +105,6 @@ TEST(Edits, FieldsWriteBackWhatTheyAreUsedAs) {
   EXPECT_EQ(changeField(d, Param::XNo, "3.6")->lines, changeField(d, Param::XNo, "4")->lines);
   EXPECT_EQ(fieldStep(withField(d, Param::Width, "9"), Param::Width), "Width 9");
   EXPECT_EQ(checkStep(Check::HeightMap, true) + checkStep(Check::Loop, false), "HeightMap onLoop off");
-}
-
-TEST(Edits, LineKindsStepRoundAndOneLineAtATime) {
-  const Document d = *newGrid({});
-  Document next = d;
-  for (const int kind : {kWall, kReversed, kNoLine, kOrdinary}) {
-    next = stepLine(next, 2, 1);
-    EXPECT_EQ(next.lines->at(2).Kind, kind);
-    EXPECT_EQ(stepLine(next, 2, 3).lines->at(2).Kind, (kind + 3) % 4);
-  }
-  EXPECT_EQ(next, d);
-  for (const int nowhere : {-1, static_cast<int>(d.lines->size())}) EXPECT_EQ(stepLine(d, nowhere, 1), d);
-  EXPECT_EQ(stepLine(Document(), 0, 1), Document());
 }
 
 TEST(Edits, RandomKnotsComeAgainWithTheirSeedAndKeepAConstantShape) {

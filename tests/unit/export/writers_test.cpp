@@ -127,35 +127,6 @@ TEST(Writers, TheLocaleChangesNoByteAndAllLinesEndAlike) {
   });
 }
 
-class FillingSink final : public Sink {
- public:
-  explicit FillingSink(std::size_t room) : room_(room) {}
-  bool write(std::string_view more) override {
-    EXPECT_FALSE(isFull_) << "a writer went on after the sink was full";
-    isFull_ = more.size() > room_;
-    room_ -= std::min(room_, more.size());
-    return !isFull_;
-  }
-
- private:
-  std::size_t room_;
-  bool isFull_ = false;
-};
-
-TEST(Writers, AFullSinkEndsTheWriting) {
-  SampleKnot knot;
-  knot.model = torus(6, 1, 2000, 20);
-  knot.curve = standardKnot(Shape::SquareSquare, 9, 9).curve;
-  ExportScene scene = knot.scene();
-  scene.povTemplate = "location\n";
-  forEachWriter([&](const ExportFormat& format) {
-    for (const std::size_t room : {std::size_t{0}, written(format, scene).size() / 2}) {
-      FillingSink sink(room);
-      EXPECT_FALSE(format.write(scene, sink)) << format.identifier;
-    }
-  });
-}
-
 TEST(Writers, LimitsAndTheMissingTemplateAreTold) {
   SampleKnot knot = smallTube();
   knot.model.QuadCount = kMostQuads + 1;

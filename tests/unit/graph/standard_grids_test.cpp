@@ -166,19 +166,5 @@ TEST(RandomKinds, TakeInnerCellsBelowTheShapesLimit) {
     }
 }
 
-TEST(GridView, MapsBothWaysAndShowsEverything) {
-  GridView view(0.8F, 1000);
-  EXPECT_TRUE(view.height() == 800 && view.pixel(0, 0).x == 500 && view.pixel(0, 0).y == 400);
-  EXPECT_LT(view.pixel(0, 10).y, 400) << "y points up";
-  GridBox box;
-  box.add(-300, -50);
-  box.add(10, 200);
-  view.zoomToShow(box, 5);
-  EXPECT_GE(view.pixelX(-300), 10 - 1e-9);
-  EXPECT_GE(view.pixelY(200), 10 - 1e-9);
-  EXPECT_NEAR(view.gridX(view.pixelX(12.5)), 12.5, 1e-9);
-  EXPECT_NEAR(view.gridY(view.pixelY(-7)), -7, 1e-9);
-}
-
 }  // namespace
 }  // namespace lorivan

@@ -1,4 +1,4 @@
-// Matrices, the view matrix, and the sort.
+// The view matrix, and the sort.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,26 +17,6 @@ void expectPoint(const Point4& p, double x, double y, double z, double tolerance
   EXPECT_NEAR(p(2), y, tolerance);
   EXPECT_NEAR(p(3), z, tolerance);
   EXPECT_EQ(p(4), 1);
-}
-
-TEST(M3Ops, PointsGoThroughMatricesAsRowVectors) {
-  Matrix4 move, both, lens;
-  MatTranslate(move, 1, 2, 3);
-  Point4 out;
-  const Point4 p = {{2, 4, 10, 1}};
-  MatPerspective(lens, 20);
-  ApplyProjected(p, lens, out);
-  expectPoint(out, 4, 8, 10);  // x and y doubled half way to the eye, depth as it was
-  MatPerspective(lens, 16);
-  ApplyProjected({{2, 4, 16, 1}}, lens, out);
-  expectPoint(out, 2, 4, 2147483648.0);
-  MatPerspective(lens, 20);
-  MatMultiplyAffine(both, lens, move);  // the affine product drops the perspective
-  ApplyProjected(p, both, out);
-  expectPoint(out, 3, 6, 13);
-  MatMultiplyFull(both, move, lens);
-  ApplyProjected(p, both, out);
-  expectPoint(out, 3 / 0.35, 6 / 0.35, 13);
 }
 
 TEST(CheckAngles, EyeAndUpVectorFollowTheAnglesAllRound) {
@@ -124,8 +104,7 @@ TEST(Sort, QuickSortKeepsToItsRangeAndNeverDegenerates) {
       EXPECT_TRUE(std::is_sorted(keys.begin() + 100, keys.end() - 100));
       for (std::size_t i = 0; i < keys.size(); ++i) {
         const auto from = static_cast<std::size_t>(index[i]);
-        ASSERT_EQ(keys[i], before[from]);
-        ASSERT_TRUE((i >= 100 && i < 99900) || from == i) << "moved outside the range";
+        ASSERT_TRUE(keys[i] == before[from] && ((i >= 100 && i < 99900) || from == i)) << i;
       }
       EXPECT_LT(draws, 50000) << "one draw for each split";
     }

@@ -50,25 +50,6 @@ TEST(Rotator, FieldKeyDragAndRotatorAgree) {
   }
 }
 
-TEST(Rotator, OnlyTheRightButtonInTheRightPlaceActs) {
-  ViewState view;
-  setTheta(view, 30);
-  const ViewState before = view;
-  EXPECT_TRUE(DrawNav(view, kNav, kRightButton, 50, 50));
-  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 1, 1));
-  EXPECT_FALSE(DrawNav(view, kNav, 4, 45, 45));
-  DragState drag;
-  EXPECT_FALSE(dragView(view, drag, kRightButton, 400, 400));
-  EXPECT_TRUE(dragView(view, drag, kLeftButton, 400, 100));  // only records
-  EXPECT_FALSE(turnByKey(view, 13));
-  expectSameView(view, before);
-
-  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 45, 5));  // at the rim
-  EXPECT_EQ(view.ViewPhi, 2.0F);
-  EXPECT_TRUE(DrawNav(view, kNav, kLeftButton, 85, 45));
-  EXPECT_NEAR(view.ViewTheta, 1.5 * kPi, 1e-5);
-}
-
 TEST(Rotator, RollFollowsThePointerAndIsFoldedIntoTheMatrixOnly) {
   for (int degrees = 5; degrees < 360; degrees += 10) {
     ViewState view;

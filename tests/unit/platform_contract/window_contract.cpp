@@ -16,8 +16,7 @@ TEST_F(WindowContract, AnEntryTellsWhenEnterIsPressedAndWhenItIsLeft) {
   window_->setText(kY, "4");
   user_->focus(kX);
   user_->type("12");
-  EXPECT_EQ(window_->text(kX), "12") << "typing replaces the text, which is selected";
-  EXPECT_EQ(told(), Told{});
+  EXPECT_TRUE(window_->text(kX) == "12" && told().empty()) << "typing replaces the text, which is selected";
   user_->press("Return");
   EXPECT_EQ(told(), Told{"confirmed vtXNo"});
   user_->press("Tab");
@@ -79,8 +78,7 @@ TEST_F(WindowContract, TextShortcutsBelongToAnEntryWhileItIsTypedInto) {
   EXPECT_EQ(told(), (Told{"mnuEditCopy", "mnuEditUndoStep"}));
   user_->type("4");
   user_->press("Ctrl+Z");
-  EXPECT_EQ(told(), Told{});
-  EXPECT_EQ(window_->text(kX), "");
+  EXPECT_TRUE(told().empty() && window_->text(kX).empty());
   user_->press("Return");
   told();
   user_->press("Ctrl+Z");
@@ -128,9 +126,7 @@ TEST_F(WindowContract, CommandsAndMnemonicsReachWhatTheyStandFor) {
   user_->press("Alt+Z");
   user_->press("Alt+R");
   const Told last = told();
-  ASSERT_GE(last.size(), 2U);
-  EXPECT_EQ(last[last.size() - 2], "changed chkMirror");
-  EXPECT_EQ(last.back(), "clicked cmdRandknot");
+  EXPECT_TRUE(std::ranges::count(last, "changed chkMirror") == 1 && last.back() == "clicked cmdRandknot");
 }
 
 TEST_F(WindowContract, KeysAreOfferedToTheProgramFirstExceptThoseAnEntryNeeds) {
@@ -181,8 +177,7 @@ TEST_F(WindowContract, AnotherSizeGivesClearedPicturesOfTheSameShape) {
   const Told all = told();
   for (const char* resized : {"resized picGrid", "resized picKnot"})
     EXPECT_NE(std::find(all.begin(), all.end(), resized), all.end()) << resized;
-  EXPECT_GT(picture.width(), width) << "the same object, larger";
-  EXPECT_EQ(picture.width() * 4, picture.height() * 5);
+  EXPECT_TRUE(picture.width() > width && picture.width() * 4 == picture.height() * 5) << "the same object";
   EXPECT_EQ(picture.pixel({45, 45}), 0xFFFFFFU);
   user_->enlarge(-2000, -2000);
   EXPECT_GT(window_->place().width, 400) << "no smaller than its contents";

@@ -90,18 +90,6 @@ TEST(Tracing, MirrorExchangesOverAndUnder) {
   }
 }
 
-TEST(Tracing, ATrefoilByHand) {
-  // A triangle's three midpoints, passed twice each by a single strand of six crossings.
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
-  ASSERT_EQ(knot.store->ThreadCount[12], 12);
-  // The first step leads from the midpoint of the base over its right corner to the middle of the right side.
-  const GridLine& right = knot.graph->Lines[1];
-  const StrandPoint& crossing = knot.store->point(12, 1);
-  EXPECT_NEAR(-crossing.x, (right.X1 + right.X2) / 2.0, 1e-4);
-  EXPECT_NEAR(crossing.y * 0.8, (right.Y1 + right.Y2) / 2.0, 1e-4);
-  EXPECT_EQ(std::fabs(crossing.z), 1);
-}
-
 TEST(Tracing, ControlPointsStayWhereTheyAre) {
   // A weighted sum of all control points of knots whose strands start over and under; any moved point shows.
   const std::pair<Shape, double> cases[] = {

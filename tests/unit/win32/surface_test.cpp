@@ -2,18 +2,16 @@
 // these tests see the averaging that stands in for it; both must pass them.
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cmath>
 #include <numbers>
 #include <vector>
 
-#include "gui_objects.h"
 #include "platform/win32/platform_win32.h"
 
 namespace lorivan::win32 {
 namespace {
 
-constexpr Colour kRed = 0x0000FF, kGreen = 0x00FF00, kBlue = 0xFF0000, kPaper = 0xC0E0F0;
+constexpr Colour kRed = 0x0000FF;
 
 /// A closed curve in many segments, sampled from a function of the angle.
 template <class Curve>
@@ -73,30 +71,6 @@ TEST(SurfaceTest, BandsAreWholeWhereTheyCrossThemselvesAndInTightBends) {
       }
     }
   }
-}
-
-TEST(SurfaceTest, GivesBackEveryObject) {
-  PlatformWin32 platform;
-  const std::array<PointF, 4> line = {{{3, 5}, {20, 9}, {40, 20}, {70, 20}}};
-  const auto once = [&](bool transparent) {
-    const auto s = std::move(*platform.createSurface(64, 48));
-    if (transparent) s->clearTransparent(kPaper);
-    s->segment({1, 1}, {30, 30}, {3, kRed, true});
-    s->polyline(std::array<PointI, 3>{{{5, 5}, {9, 1}, {40, 40}}}, {4, kBlue});
-    s->circle({20, 20}, 9, {2, kGreen});
-    s->fillPolygon(std::array<PointI, 3>{{{5, 5}, {9, 1}, {40, 40}}}, kRed);
-    s->wideCurve({line, 7, kRed, CapStyle::round});
-    ASSERT_TRUE(platform.encodePicture(*s, PictureFormat::png));
-    const auto metafile = platform.createMetafile({64, 48, 10});
-    ASSERT_TRUE(metafile);
-    (*metafile)->strokePath(std::array<PointI, 2>{{{5, 5}, {9, 1}}}, true, 4, kBlue);
-    EXPECT_TRUE(transparent || (*metafile)->finish());
-  };
-  once(false);
-  once(true);
-  const ObjectCounts before = countGuiObjects();
-  for (int i = 0; i < 60; ++i) once(i % 2 == 0);
-  EXPECT_EQ(countGuiObjects().graphics, before.graphics);
 }
 
 }  // namespace

@@ -234,10 +234,7 @@ TEST_F(FieldsTest, UndoFieldStepsBackTheLatestChangeWithoutDrawing) {
   w->userEnters(fieldControl(Param::Width), "7");  // the value put back is applied by the next Enter
   EXPECT_GT(clears(), before);
   for (int i = 0; i < 40; ++i) pick("mnuEditUndo");  // nothing is left to step back to in the end
-  enterAll({{Param::XNo, "5"}, {Param::XNo, "6"}});
-  pick("mnuEditUndo");
-  EXPECT_EQ(text(Param::XNo), "5");
-  enter(Param::XNo, "4");
+  enterAll({{Param::XNo, "5"}, {Param::XNo, "4"}});
   for (const char* value : {"5", "2"}) {
     pick("mnuEditUndo");
     EXPECT_EQ(text(Param::XNo), value);

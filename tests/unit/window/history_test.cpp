@@ -121,6 +121,9 @@ void HistoryTest::expectAsFresh() {
   fresh.bench().session.begin("", document());
   fresh.bench().show(drawn() ? After::draw : After::grid);
   EXPECT_EQ(shown(*w, bench()), shown(*other.window(), fresh.bench()));
+  const auto read = readDocument(documentText(document()));
+  ASSERT_TRUE(read && read->corrections.empty());
+  EXPECT_EQ(documentText(read->document), documentText(document()));
   if (!drawn()) return;
   ASSERT_TRUE(fresh.bench().knotDrawn());
   EXPECT_TRUE(std::ranges::equal(w->surface(kGrid).pixels(), other.window()->surface(kGrid).pixels()));

@@ -57,11 +57,6 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_TRUE(drawn() && twoPassesEach());
   choose(Shape::Triangle);
   expectOnGrid();
-  choose(Shape::Custom);
-  expectOnSheet();
-  pick("mnuShapeMakeStandard");
-  pick("mnuShapeMakeGrid");
-  EXPECT_EQ(lines(), 9);
 }
 
 TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
