@@ -217,7 +217,7 @@ void DibSurface::wideCurve(const WideCurve& curve) {
 void DibSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
   GdiFlush();
   const bool drawn = fillPathPixels(pixels(), contours, colour);
-  note(drawn ? Status() : Error{"a shape has points that cannot be drawn"});
+  note(drawn ? Status() : Status(unwritable("a shape has points that cannot be drawn")));
 }
 
 Colour DibSurface::pixel(PointI at) const {
