@@ -41,7 +41,8 @@ expect 0 "" --random 99 --set vtEdge=99 --quiet -o a.svg
 [[ ! -s err.txt ]] || fault "notes although --quiet: $(cat err.txt)"
 expect 0 "" --random 99 --set vtEdge=99 --quiet -o b.svg
 same a.svg b.svg
-expect 0 "lorivan: --random" --random -o c.svg
+expect 0 "lorivan: --random" --random --shape 3 -o c.qzd
+[[ $(head -1 c.qzd) == *,3$'\r' ]] || fault "a random knot has another shape than was asked for"
 expect 0 "vtXNo=25 corrected to 20" --set vtXNo=25 -o d.svg
 expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 -o d.svg
 [[ $("$program" --version) == "Lorivan 3.44k" ]] || fault "version"
@@ -77,10 +78,12 @@ cmp -s classic.png shapes.png && fault "the joints are the same in both pictures
 
 # The knot that draws itself: the last frame is the still picture, and the SVG has the same strands.
 shape=(--shape Circular --set vtAnimate=8)
-expect 0 "" "${shape[@]}" -o still.svg -o still.png --width 300
+expect 0 "" "${shape[@]}" -o still.svg -o still.png -o still.bmp --width 300
 expect 0 "" "${shape[@]}" --animate -o moving.svg -o 'frame-%03d.png' -o 'b%d.bmp' --width 300
 frames=(frame-*.png) bitmaps=(b*.bmp)
 ((${#frames[@]} > 50 && ${#frames[@]} == ${#bitmaps[@]})) || fault "${#frames[@]} frames"
+expect 0 "" "${shape[@]}" --transparent --width 300 -o clear.bmp
+same clear.bmp still.bmp
 [[ ${frames[0]} == frame-001.png ]] || fault "the first frame is ${frames[0]}"
 same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
@@ -97,6 +100,7 @@ compgen -G '*lost*' >/dev/null && fault "frames were left although another outpu
 expect 0 "" "${shape[@]}" --mm 80 -o knot.emf -o world.wrl
 grep -q 'Viewpoint {position 0 0 20}' world.wrl && fault "the viewer stays in the middle of a large knot"
 expect 0 "--mm changes nothing in: png, pov" "${shape[@]}" --mm 80 --width 50 -o mm.png -o mm.pov -o two.png -o mm.stl
+grep -q 'location <0,0,20.075>' mm.pov || fault "the viewer of a scene stands elsewhere"
 [[ $(od -An -tx1 -j40 -N4 knot.emf) == " 20 45 4d 46" ]] || fault "no metafile"
 
 expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain.emf

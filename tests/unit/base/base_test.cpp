@@ -132,6 +132,9 @@ TEST_F(Files, ALinkToNowhereMakesItsTargetAndACircleIsRefused) {
   fs::create_symlink("b", folder_ / "a");
   fs::create_symlink("a", folder_ / "b");
   EXPECT_FALSE(writeFile(path("a"), "1"));
+  fs::permissions(folder_ / "new.txt", fs::perms::owner_read | fs::perms::owner_write);
+  ASSERT_TRUE(writeFile(path("new.txt"), "2"));
+  EXPECT_EQ(fs::status(folder_ / "new.txt").permissions(), fs::perms::owner_read | fs::perms::owner_write);
   const std::string longest(255, 'n');
   EXPECT_TRUE(writeFile(path(longest), "1")) << "the temporary name is a short one";
 }

@@ -103,7 +103,7 @@ TEST(Edits, FieldsWriteBackWhatTheyAreUsedAs) {
       << "an arm is no wider than the cross";
   EXPECT_NE(changeField(cross, Param::CrossOffset, "2")->lines, cross.lines);
   EXPECT_EQ(changeField(d, Param::XNo, "3.6")->lines, changeField(d, Param::XNo, "4")->lines);
-  EXPECT_EQ(fieldStep(withField(d, Param::Width, "9"), Param::Width), "Width 9");
+  EXPECT_EQ(fieldStep(withField(d, Param::PolySides, "9"), Param::PolySides), "Sides 9");
   EXPECT_EQ(checkStep(Check::HeightMap, true) + checkStep(Check::Loop, false), "HeightMap onLoop off");
 }
 

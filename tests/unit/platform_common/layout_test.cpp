@@ -79,6 +79,7 @@ TEST(Layout, StaysTidyWithThePanelsGrownInALargeWindow) {
                {static_cast<int>(15 * factor), factor, static_cast<int>(std::ceil(8 * factor))});
     before = factor;
   }
+  EXPECT_EQ(before, 1.4);
 }
 
 TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {

@@ -89,6 +89,8 @@ TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
 TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
   EXPECT_EQ(draw(5, [this] { choose(Shape::Circular); }), 50);
   EXPECT_TRUE(statusStarts("Circular") && !drawn() && !running());
+  draw(5, [this] { choose(Shape::Star), choose(Shape::Circular); });
+  EXPECT_TRUE(document().fields.shape == Shape::Circular) << "one after the other";
   draw(5, [this] { w->userEnters(fieldControl(Param::XNo), "6"); });
   EXPECT_TRUE(statusStarts("Circular, 6 x"));
   draw(5, [this] { clickLine(2); });

@@ -57,12 +57,17 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_TRUE(drawn() && twoPassesEach());
   choose(Shape::Triangle);
   expectOnGrid();
+  const int drawn = shape().ShapeLineCount;
+  pick("mnuShapeMakeStandard");
+  pick("mnuShapeUndo");
+  EXPECT_EQ(shape().ShapeLineCount, drawn);
 }
 
 TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   start();
   drawSquare();
   w->userResizes(1000);  // two pixels a unit
+  EXPECT_EQ(segments(), 4);
   mouse(MouseAction::press, 1, 200, 200);
   w->userMouse(kSheet, {MouseAction::move, 1, 700, 420, true});  // Shift: level
   EXPECT_EQ(segments(), 5);

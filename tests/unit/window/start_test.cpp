@@ -37,7 +37,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
   EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
-  for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop"})
+  for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop", "lblAnimate"})
     EXPECT_FALSE(enabled(off)) << off;
   EXPECT_THROW(click("cmd3D"), std::logic_error) << "nobody can press it";
   for (const char* off : {"mnuFileSave3D", "mnuFileSaveEMF", "mnuShapeMakeGrid", "mnuShapeAutoGrid",
@@ -193,6 +193,9 @@ TEST_F(StartTest, AKnotOfACrashIsOfferedOnce) {
     EXPECT_EQ(asked(), 0U);
     clickLine(3);
     EXPECT_TRUE(std::filesystem::exists(copy)) << "kept with the step";
+    pick("mnuEditUndoStep");
+    EXPECT_FALSE(std::filesystem::exists(copy)) << "nothing to keep";
+    pick("mnuEditRedoStep");
     const Document lost = document();
     main.reset();  // the end of a process that saves nothing
     platform.dialogs.answerConfirm(taken);
