@@ -93,7 +93,7 @@ class Handlers {
   void showHistory(const Document& before, const std::string& what);
   void stepLineKind(int line, int steps);
   void makeGridAnew();
-  bool showModel();
+  void showModel();
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);

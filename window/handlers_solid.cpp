@@ -25,11 +25,10 @@ void Handlers::cmd3DView_Click() {
 }
 
 /// The model comes to the front, and the keyboard with it: the arrow keys turn it.
-bool Handlers::showModel() {
+void Handlers::showModel() {
   bench_.paintSolid();
   bench_.bringToFront(Picture::solid);
   bench_.status(bench_.summary());
-  return true;
 }
 
 void Handlers::picKnot_Mouse(const MouseEvent& event) {

@@ -43,9 +43,7 @@ Status MainWindow::open() {
 Document MainWindow::floor() const {
   if (options_.welcome) return welcomeDocument();
   const Document restored = restoredDocument(platform_.settings());
-  const std::string folder = platform_.userFolder();
-  return lastKnot(folder.empty() ? folder : folder + '/' + std::string(kLastKnotName), restored)
-      .value_or(restored);
+  return lastKnot(lastKnotFile(platform_.userFolder()), restored).value_or(restored);
 }
 
 bool MainWindow::screenTooSmall() {
@@ -220,7 +218,7 @@ bool MainWindow::closeQuery() {
 /// For the next start, which shows it again.
 void MainWindow::keepLastKnot() {
   bench_->session.recovery().clear();
-  const std::string file = bench_->session.recovery().lastKnotFile();
+  const std::string file = lastKnotFile(platform_.userFolder());
   if (!file.empty()) static_cast<void>(writeFile(file, documentText(bench_->document())));
 }
 

@@ -12,8 +12,10 @@
 
 namespace lorivan {
 
-/// File of the user's folder that holds the knot shown last.
-inline constexpr std::string_view kLastKnotName = "last.qzd";
+/// The file that holds the knot shown last, from one start to the next; empty without a user's folder.
+inline std::string lastKnotFile(const std::string& userFolder) {
+  return userFolder.empty() ? std::string() : userFolder + "/last.qzd";
+}
 
 class Recovery {
  public:
@@ -28,11 +30,6 @@ class Recovery {
   void keep(const std::string& text);
   /// There is nothing to be kept.
   void clear();
-
-  /// Where the knot shown last is kept from one start to the next; empty without a user's folder.
-  std::string lastKnotFile() const {
-    return folder_.empty() ? std::string() : folder_ + '/' + std::string(kLastKnotName);
-  }
 
  private:
   std::string place(int number, const char* extension) const;

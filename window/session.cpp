@@ -45,15 +45,18 @@ void Session::saved(const std::string& path) {
     if (const auto other = known.lock(); other && other->path == path) other->basis = document();
   *history_.now().origin = {path, document()};
   history_.endRun();
+  run_.clear();
   keepAside();
 }
 
 void Session::undo() {
+  run_.clear();
   history_.undo();
   keepAside();
 }
 
 void Session::redo() {
+  run_.clear();
   history_.redo();
   keepAside();
 }

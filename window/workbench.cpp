@@ -23,26 +23,23 @@ Workbench::Workbench(Platform& itsPlatform, Window& itsWindow, Document floor, M
 
 bool Workbench::step(const std::string& name, const Result<Document>& next, After after,
                      std::string_view run) {
-  if (!next) {
-    form.show(document());  // what was chosen and refused
-    tell(next.error());
-    return false;
-  }
-  session.step(name, *next, run);
-  status({});
-  show(after);
-  if (status_.empty()) status(summary());
-  return true;
+  if (next) session.step(name, *next, run);
+  return showTaken(next, after);
 }
 
 bool Workbench::begin(const std::string& name, const Result<Document>& next, After after,
                       const std::string& path) {
+  if (next) session.begin(name, *next, path);
+  return showTaken(next, after);
+}
+
+/// What the session has taken is shown; what was chosen and refused goes from the form.
+bool Workbench::showTaken(const Result<Document>& next, After after) {
   if (!next) {
     form.show(document());
     tell(next.error());
     return false;
   }
-  session.begin(name, *next, path);
   status({});
   show(after);
   if (status_.empty()) status(summary());

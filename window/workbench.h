@@ -125,6 +125,7 @@ class Workbench {
   std::vector<std::string> recentFiles;
 
  private:
+  bool showTaken(const Result<Document>& next, After after);
   bool trace(bool asked);
   TraceWatcher stepWatcher();
   bool play();
