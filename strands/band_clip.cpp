@@ -12,7 +12,7 @@ namespace {
 constexpr double kTurn = 0.08;      // radians that a line may turn between two of its points
 constexpr int kMostHalvings = 6;    // of a piece between two samples
 constexpr double kProbe = 0.35;       // tolerances beside a border at which its two sides are looked at
-constexpr double kJoin = 30;        // tolerances that ends of borders may lie apart
+constexpr double kJoin = 60;        // tolerances that ends of borders may lie apart
 constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
 struct Chord {
@@ -96,6 +96,7 @@ class CentreLine {
 struct Border {
   LinePoint from, to;
   int curve;
+  int cover;  // whose edge it is; below 0: a side or an end of the band
   std::vector<double> cuts;
 };
 
@@ -112,8 +113,9 @@ class BandClipper {
     addEnd(band.from, half);
     for (const BandPiece& cover : covers) {
       covers_.push_back({CentreLine(cover, tolerance_), isOwn(cover)});
-      addSide(cover, clear, false);
-      addSide(cover, -clear, true);
+      const int number = static_cast<int>(covers_.size()) - 1;
+      addSide(cover, clear, false, number);
+      addSide(cover, -clear, true, number);
     }
   }
 
@@ -135,7 +137,7 @@ class BandClipper {
     return band_.from + band_.loop->wrapped(middle - band_.from) < band_.to;
   }
 
-  void addSide(const BandPiece& piece, double distance, bool backwards) {
+  void addSide(const BandPiece& piece, double distance, bool backwards, int cover = -1) {
     OffsetSide side;
     const std::vector<double> places = PlaceList(piece, kProbe * tolerance_).take();
     for (const double place : places) {
@@ -144,7 +146,7 @@ class BandClipper {
     }
     if (backwards) reverseSide(side);
     for (std::size_t i = 1; i < side.points.size(); ++i)
-      lines_.push_back({side.points[i - 1], side.points[i], curves_, {}});
+      lines_.push_back({side.points[i - 1], side.points[i], curves_, cover, {}});
     ++curves_;
   }
 
@@ -152,7 +154,7 @@ class BandClipper {
   void addEnd(double place, double from) {
     const BandLoop::Spot spot = band_.loop->spot(place);
     const Vec a = offsetPoint(spot, from), b = offsetPoint(spot, -from);
-    lines_.push_back({{a, unit(b - a)}, {b, unit(b - a)}, curves_++, {}});
+    lines_.push_back({{a, unit(b - a)}, {b, unit(b - a)}, curves_++, -1, {}});
   }
 
   void cutAll() {
@@ -179,24 +181,34 @@ class BandClipper {
     two.cuts.push_back(u);
   }
 
-  bool isVisible(Vec p) const {
-    if (!line_.isInBand(p, half_)) return false;
-    return std::ranges::none_of(covers_, [&](const Cover& c) {
-      return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
-    });
+  bool isCovered(Vec p, const Cover* except) const {
+    return std::ranges::any_of(covers_, [&](const Cover& c) { return &c != except && hides(c, p); });
+  }
+  bool hides(const Cover& c, Vec p) const {
+    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
+  }
+
+  /// Whether what surely lies beside a line is the border of what its own band is: not within a fold of it.
+  /// What other bands are there is asked for on the line itself, so that nothing is lost at flat angles.
+  bool isBorder(const Border& border, Vec middle, Vec aside) const {
+    if (border.cover < 0)
+      return line_.isInBand(middle + aside, half_) && !line_.isInBand(middle - aside, half_) &&
+             !isCovered(middle, nullptr);
+    const Cover& cover = covers_[static_cast<std::size_t>(border.cover)];
+    return hides(cover, middle - aside) && !hides(cover, middle + aside) && line_.isInBand(middle, half_) &&
+           !isCovered(middle, &cover);
   }
 
   void keepParts(const Border& border) {
     std::vector<double> cuts = border.cuts;
     std::ranges::sort(cuts);
     cuts.push_back(1);
+    const Vec way = border.to.at - border.from.at, aside = quarter(unit(way)) * (kProbe * tolerance_);
     double from = 0;
     for (const double to : cuts) {
       if (to <= from) continue;
-      const Vec way = border.to.at - border.from.at;
-      const Vec middle = border.from.at + way * ((from + to) / 2), aside = quarter(unit(way)) * (kProbe * tolerance_);
-      if (isVisible(middle + aside) && !isVisible(middle - aside))
-        kept_.push_back({pointOf(border, from), pointOf(border, to), border.curve, {}});
+      if (isBorder(border, border.from.at + way * ((from + to) / 2), aside))
+        kept_.push_back({pointOf(border, from), pointOf(border, to), border.curve, border.cover, {}});
       from = to;
     }
   }
@@ -313,11 +325,33 @@ class BandClipper {
   std::vector<Border> lines_, kept_;
 };
 
+/// Pieces of one loop that overlap become one: an edge must not lie within its own copy.
+std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
+  std::vector<BandPiece> out;
+  for (BandPiece piece : pieces) {
+    const double lap = piece.loop->size();
+    for (std::size_t i = 0; i < out.size();) {
+      const double shift = std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap;
+      const bool meet = out[i].loop == piece.loop && out[i].from <= piece.to + shift &&
+                        piece.from + shift <= out[i].to;
+      if (!meet) {
+        ++i;
+        continue;
+      }
+      piece.from = std::min(out[i].from, piece.from + shift);
+      piece.to = std::min(std::max(out[i].to, piece.to + shift), piece.from + lap);
+      out.erase(out.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+    out.push_back(piece);
+  }
+  return out;
+}
+
 }  // namespace
 
 ClippedBand clipBand(const BandPiece& band, double half, OpenEnd openEnd, std::span<const BandPiece> covers,
                      double clear, double tolerance) {
-  return BandClipper(band, half, openEnd, covers, clear, tolerance).run();
+  return BandClipper(band, half, openEnd, joined(covers), clear, tolerance).run();
 }
 
 }  // namespace lorivan
