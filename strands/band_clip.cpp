@@ -107,15 +107,17 @@ class BandClipper {
       : band_(band), half_(half), clear_(clear), tolerance_(tolerance) {
     addSide(band, -half, false);
     if (openEnd == OpenEnd::to) open_ = curves_;
-    addEnd(band.to, -half);
+    addEnd(*band.loop, band.to, -half);
     addSide(band, half, true);
     if (openEnd == OpenEnd::from) open_ = curves_;
-    addEnd(band.from, half);
+    addEnd(*band.loop, band.from, half);
     for (const BandPiece& cover : covers) {
       covers_.push_back({CentreLine(cover, tolerance_), isOwn(cover)});
       const int number = static_cast<int>(covers_.size()) - 1;
       addSide(cover, clear, false, number);
       addSide(cover, -clear, true, number);
+      addEnd(*cover.loop, cover.to, clear, number);
+      addEnd(*cover.loop, cover.from, -clear, number);
     }
   }
 
@@ -150,11 +152,11 @@ class BandClipper {
     ++curves_;
   }
 
-  /// The band's end at a place, beginning on the side at `from`.
-  void addEnd(double place, double from) {
-    const BandLoop::Spot spot = band_.loop->spot(place);
+  /// The straight end of a piece, beginning on the side at `from`.
+  void addEnd(const BandLoop& loop, double place, double from, int cover = -1) {
+    const BandLoop::Spot spot = loop.spot(place);
     const Vec a = offsetPoint(spot, from), b = offsetPoint(spot, -from);
-    lines_.push_back({{a, unit(b - a)}, {b, unit(b - a)}, curves_++, -1, {}});
+    lines_.push_back({{a, unit(b - a)}, {b, unit(b - a)}, curves_++, cover, {}});
   }
 
   void cutAll() {

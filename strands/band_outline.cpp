@@ -11,8 +11,6 @@ namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kSharp = 0.2;     // radians from one sample to the next but one
-constexpr double kOverlap = 0.3;   // samples that a piece laid on top reaches further than its edge
-constexpr double kCalmBend = 2.5;  // of the bend that folds a side
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
 
 class Outliner {
@@ -35,23 +33,12 @@ class Outliner {
       while (at != crossings.end() && at->under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
-    for (std::size_t i = 0; i < crowded_.size(); ++i)
-      crowded_[i].stretch = freeStretch(loop(crowdedOver_[i].first), crowdedOver_[i]);
     outlines.crowded = std::move(crowded_);
     return outlines;
   }
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
-
-  /// The number of the stretch that a place on a loop belongs to, if both its ends have room.
-  int freeStretch(const BandLoop& band, std::pair<int, double> over) const {
-    for (const Span& span : spans_)
-      if (span.loop == over.first &&
-          ((over.second >= span.from && over.second <= span.to) || (over.second + band.size() <= span.to)))
-        return span.isCrowded ? -1 : span.stretch;
-    return -1;
-  }
 
   StrandOutline outline(int number, std::span<const BandCrossing> unders) {
     const BandLoop& band = loop(number);
@@ -71,18 +58,11 @@ class Outliner {
     for (const BandCrossing& c : unders) {
       back.push_back(exits_.leave(c, -1));
       on.push_back(exits_.leave(c, 1));
-      if (back.back().isCrowded() || on.back().isCrowded()) layOnTop(c);
+      if (back.back().isCrowded() || on.back().isCrowded())
+        crowded_.push_back({loop(c.over).slot(), toPointF(loop(c.over).spot(c.overAt).at)});
     }
-    for (std::size_t i = 0; i < unders.size(); ++i) {
-      const bool isLast = i + 1 == unders.size();
-      const BandEnd &begin = on[i], &end = back[isLast ? 0 : i + 1];
-      const std::size_t before = made.stretches.size();
-      stretch(band, begin, end, isLast ? band.size() : 0, made);
-      const BandCrossing& next = unders[isLast ? 0 : i + 1];
-      if (made.stretches.size() > before)
-        spans_.push_back({number, static_cast<int>(before), unders[i].underAt,
-                          next.underAt + (isLast ? band.size() : 0), begin.isCrowded() || end.isCrowded()});
-    }
+    for (std::size_t i = 0; i + 1 < unders.size(); ++i) stretch(band, on[i], back[i + 1], 0, made);
+    stretch(band, on.back(), back.front(), band.size(), made);
     return made;
   }
 
@@ -127,77 +107,6 @@ class Outliner {
       contours.push_back(std::move(contour));
     }
     return contours;
-  }
-
-  /// The piece of the band above that hides the one beneath.
-  void layOnTop(const BandCrossing& c) {
-    const BandCrossing turned{c.over, c.under, c.overAt, c.underAt};
-    double ends[2], covers[2];
-    for (const int direction : {-1, 1}) {
-      const double most = 0.5 * exits_.room(c.over, c.overAt, direction);
-      double reach = 0;
-      for (const double distance : {-clear_, clear_})
-        reach = std::max(reach, std::fabs(exits_.leaveAlong(turned, distance, direction, most).place - c.overAt));
-      if (c.under == c.over) reach = unfoldedReach(loop(c.over), c.overAt, direction, reach);
-      reach = calmReach(loop(c.over), c.overAt, direction, reach, options_.outer / 2);
-      ends[direction > 0] = c.overAt + direction * reach;
-      // An edge that ends in a bend reaches across the band: the colour goes on for as long as it is wide.
-      const double speed = lengthOf(loop(c.over).spot(ends[direction > 0]).along);
-      const double further = std::min(reach + options_.outer / (2 * speed), most);
-      covers[direction > 0] = c.overAt + direction * calmReach(loop(c.over), c.overAt, direction,
-                                                               std::max(reach + kOverlap, further), half_);
-    }
-    const BandLoop& over = loop(c.over);
-    crowdedOver_.emplace_back(c.over, c.overAt);
-    crowded_.push_back({over.slot(), piece(over, ends[0], ends[1], options_.outer / 2 + options_.grow),
-                        piece(over, covers[0], covers[1], half_), -1});
-  }
-
-  /// A piece of a band with straight ends.
-  BandContour piece(const BandLoop& band, double from, double to, double half) {
-    BandContour contour;
-    for (const int sense : {-1, 1}) {
-      followSide(band, from, to, sense * half, line_);
-      if (sense > 0) reverseSide(line_);
-      const Vec begin = line_.points.front().at;
-      if (contour.empty())
-        contour.push_back(toPointF(begin));
-      else
-        appendLine(begin, contour);
-      appendSide(line_, tolerance_, contour);
-    }
-    appendLine({contour.front().x, contour.front().y}, contour);
-    contour.back() = contour.front();
-    return contour;
-  }
-
-  static void appendLine(Vec to, BandContour& contour) {
-    const Vec from{contour.back().x, contour.back().y}, way = unit(to - from);
-    appendArc({from, way}, {to, way}, contour);
-  }
-
-  /// How much of a reach lies before the first bend that is tighter than half the band.
-  double unfoldedReach(const BandLoop& band, double place, int direction, double reach) const {
-    constexpr double step = 0.25;
-    for (double way = step; way < reach; way += step) {
-      const BandLoop::Spot s = band.spot(place + direction * way);
-      const double speed = lengthOf(s.along);
-      if (std::fabs(cross(s.along, s.bend)) * half_ > speed * speed * speed) return way;
-    }
-    return reach;
-  }
-
-  /// A reach that does not end within a bend that is tighter than `half`: a piece that ends there is folded.
-  static double calmReach(const BandLoop& band, double place, int direction, double reach, double half) {
-    constexpr double step = 0.25;
-    double calm = reach;
-    while (calm > step) {
-      const BandLoop::Spot s = band.spot(place + direction * calm);
-      const double speed = lengthOf(s.along);
-      if (std::fabs(cross(s.along, s.bend)) * half < kCalmBend * speed * speed * speed) return calm;
-      calm -= step;
-    }
-    return reach;
   }
 
   LinePoint capPoint(const BandLoop& band, double place, double foot, int side, const BandLoop& over) const {
@@ -313,14 +222,6 @@ class Outliner {
   double half_, clear_, tolerance_;
   BandExits exits_;
   std::vector<CrowdedCrossing> crowded_;
-  std::vector<std::pair<int, double>> crowdedOver_;  // loop and place of each one's upper band
-  /// From one crossing under another band to the next.
-  struct Span {
-    int loop, stretch;
-    double from, to;
-    bool isCrowded;
-  };
-  std::vector<Span> spans_;
   OffsetSide line_, edge_;
 };
 
