@@ -43,7 +43,7 @@ class PlaceList {
   void add(double from, const BandLoop::Spot& a, double to, const BandLoop::Spot& b, int depth) {
     const double sine = std::fabs(cross(a.along, b.along)), cosine = dot(a.along, b.along);
     const bool bends = cosine <= 0 || sine > kTurn * cosine || lengthOf(b.at - a.at) * sine > most_ * cosine;
-    if (depth > 0 && (bends || depth == kMostHalvings)) {
+    if (depth > 0 && bends) {
       const double middle = (from + to) / 2;
       const BandLoop::Spot m = loop_.spot(middle);
       add(from, a, middle, m, depth - 1);
@@ -67,7 +67,7 @@ class CentreLine {
     begin_ = {before, piece.loop->spot(piece.from).along};
     for (std::size_t i = 1; i < places.size(); ++i) {
       const Vec at = piece.loop->spot(places[i]).at;
-      chords_.push_back({before, at});
+      add({before, at});
       before = at;
     }
     end_ = {before, piece.loop->spot(piece.to).along};
@@ -77,18 +77,48 @@ class CentreLine {
   bool isInBand(Vec p, double half) const {
     double least = half * half;
     std::size_t nearest = chords_.size();
-    for (std::size_t i = 0; i < chords_.size(); ++i)
-      if (const double square = squareToChord(p, chords_[i]); square < least) {
-        least = square;
-        nearest = i;
-      }
+    if (all_.squareTo(p) >= least) return false;
+    for (std::size_t b = 0; b < boxes_.size(); ++b) {
+      if (boxes_[b].squareTo(p) >= least) continue;
+      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
+      for (std::size_t i = b * kBlock; i < end; ++i)
+        if (const double square = squareToChord(p, chords_[i]); square < least) {
+          least = square;
+          nearest = i;
+        }
+    }
     if (nearest == chords_.size()) return false;
     if (nearest == 0 && dot(p - begin_.at, begin_.along) < 0) return false;
     return nearest + 1 < chords_.size() || dot(p - end_.at, end_.along) <= 0;
   }
 
  private:
+  static constexpr std::size_t kBlock = 8;
+  struct Box {
+    Vec low, high;
+    void add(Vec p) {
+      low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+      high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    double squareTo(Vec p) const {
+      const Vec away{std::max({low.x - p.x, p.x - high.x, 0.0}), std::max({low.y - p.y, p.y - high.y, 0.0})};
+      return dot(away, away);
+    }
+  };
+
+  void add(const Chord& chord) {
+    if (chords_.empty()) all_ = {chord.a, chord.a};
+    if (chords_.size() % kBlock == 0) boxes_.push_back({chord.a, chord.a});
+    for (const Vec p : {chord.a, chord.b}) {
+      boxes_.back().add(p);
+      all_.add(p);
+    }
+    chords_.push_back(chord);
+  }
+
   std::vector<Chord> chords_;
+  std::vector<Box> boxes_;  // of blocks of chords
+  Box all_;
   LinePoint begin_, end_;
 };
 
@@ -197,7 +227,7 @@ class BandClipper {
       return line_.isInBand(middle + aside, half_) && !line_.isInBand(middle - aside, half_) &&
              !isCovered(middle, nullptr);
     const Cover& cover = covers_[static_cast<std::size_t>(border.cover)];
-    return hides(cover, middle - aside) && !hides(cover, middle + aside) && line_.isInBand(middle, half_) &&
+    return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);
   }
 

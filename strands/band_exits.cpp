@@ -10,7 +10,7 @@ constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a cov
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;   // along a covering band, on which it may come back
 constexpr double kMostDelay = 2;  // times the way out from under one leg, for the other one
-constexpr double kTight = 0.5;    // of the bend that folds a side
+constexpr double kTight = 0.8;    // of the bend that folds a side
 constexpr double kBeyond = 3;     // samples that a covering band is followed beyond an exit
 constexpr double kCoverReach = 12;  // times the width that is covered: where a covering band may come back
 
@@ -62,21 +62,22 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
-  end.isPlain = end.isPlain && isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
-                                      std::max({a.place, b.place, c.underAt}) + 1.5) &&
-                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1);
+  end.isPlain = end.isPlain &&
+                isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
+                       std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
+                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
   return end;
 }
 
-/// Whether no bend between two places comes near to folding a line as far beside it as a band's end.
-bool BandExits::isCalm(int number, double from, double to) const {
+/// Whether no bend between two places comes near to folding a line at a distance beside it.
+bool BandExits::isCalm(int number, double from, double to, double distance) const {
   const BandLoop& band = loop(number);
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
     const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
     const double turn = std::fabs(cross(a, b)), both = lengthOf(a) * lengthOf(b);
-    if (turn * clear_ > kTight * both * lengthOf(chord) || dot(a, b) < 0) return false;
+    if (turn * distance > kTight * both * lengthOf(chord) || dot(a, b) < 0) return false;
   }
   return true;
 }
@@ -117,10 +118,8 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
 BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                                bool& isPlain) const {
   BandExit exit{c.underAt, c.overAt, true};
-  if (!leaveAtOnce(c, distance, direction, most, exit)) {
+  if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
-    isPlain = false;
-  }
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);

@@ -56,7 +56,7 @@ class BandExits {
                          BandExit exit) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
-  bool isCalm(int number, double from, double to) const;
+  bool isCalm(int number, double from, double to, double distance) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
 
   std::span<const BandLoop> loops_;

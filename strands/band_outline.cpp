@@ -10,6 +10,7 @@ namespace lorivan {
 namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
+constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kSharp = 0.2;     // radians from one sample to the next but one
 constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
 
@@ -20,7 +21,7 @@ class Outliner {
         options_(options),
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
-        tolerance_(options.band * kFitShare),
+        tolerance_(std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest))),
         exits_(loops, half_, clear_, tolerance_) {}
 
   BandOutlines run() {
