@@ -73,6 +73,14 @@ class CentreLine {
     end_ = {before, piece.loop->spot(piece.to).along};
   }
 
+  /// Whether a line may touch the band: for sure not, where this is false.
+  bool isNear(Vec a, Vec b, double half) const {
+    Box line{a, a};
+    line.add(b);
+    return all_.isWithin(line, half) &&
+           std::ranges::any_of(boxes_, [&](const Box& box) { return box.isWithin(line, half); });
+  }
+
   /// Whether a point is within the band around the line, `half` to each side, with straight ends.
   bool isInBand(Vec p, double half) const {
     double least = half * half;
@@ -99,6 +107,10 @@ class CentreLine {
     void add(Vec p) {
       low = {std::min(low.x, p.x), std::min(low.y, p.y)};
       high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    }
+    bool isWithin(const Box& o, double far) const {
+      return low.x - far <= o.high.x && o.low.x <= high.x + far && low.y - far <= o.high.y &&
+             o.low.y <= high.y + far;
     }
     double squareTo(Vec p) const {
       const Vec away{std::max({low.x - p.x, p.x - high.x, 0.0}), std::max({low.y - p.y, p.y - high.y, 0.0})};
@@ -178,7 +190,8 @@ class BandClipper {
     }
     if (backwards) reverseSide(side);
     for (std::size_t i = 1; i < side.points.size(); ++i)
-      lines_.push_back({side.points[i - 1], side.points[i], curves_, cover, {}});
+      if (cover < 0 || line_.isNear(side.points[i - 1].at, side.points[i].at, half_))
+        lines_.push_back({side.points[i - 1], side.points[i], curves_, cover, {}});
     ++curves_;
   }
 

@@ -12,7 +12,7 @@ constexpr int kLegSamples = 12;   // along a covering band, on which it may come
 constexpr double kMostDelay = 2;  // times the way out from under one leg, for the other one
 constexpr double kTight = 0.8;    // of the bend that folds a side
 constexpr double kBeyond = 3;     // samples that a covering band is followed beyond an exit
-constexpr double kCoverReach = 12;  // times the width that is covered: where a covering band may come back
+constexpr double kCoverReach = 8;   // times the width that is covered: where a covering band may come back
 
 /// How fast the line beside a spot goes, for each sample.
 Vec speedBeside(const BandLoop::Spot& s, double distance) {
