@@ -192,25 +192,21 @@ void FileMaker::noteIgnoredWidth() {
     if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
 }
 
 int FileMaker::write() {
   noteIgnoredWidth();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
-  job.width = line_.width;
-  job.millimetres = line_.millimetres;
-  job.transparent = line_.transparent;
-  job.solidView = line_.solidView;
-  job.animate = line_.animate;
+  job.options = line_.output;
   for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
     const std::string& name = line_.outputs[i];
     job.progress = [&, i](double part) {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
-    const bool frames = line_.animate && extensionOf(name) != "svg";
+    const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;
   }
