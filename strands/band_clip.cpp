@@ -9,11 +9,11 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.08;      // radians that a line may turn between two of its points
-constexpr int kMostHalvings = 6;    // of a piece between two samples
-constexpr double kProbe = 0.35;       // tolerances beside a border at which its two sides are looked at
-constexpr double kJoin = 60;        // tolerances that ends of borders may lie apart
-constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
+constexpr double kTurn = 0.08;    // radians that a line may turn between two of its points
+constexpr int kMostHalvings = 6;  // of a piece between two samples
+constexpr double kProbe = 0.35;   // tolerances beside a border at which its two sides are looked at
+constexpr double kJoin = 60;      // tolerances that ends of borders may lie apart
+constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
 
 struct Chord {
   Vec a, b;
@@ -377,8 +377,8 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
     const double lap = piece.loop->size();
     for (std::size_t i = 0; i < out.size();) {
       const double shift = std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap;
-      const bool meet = out[i].loop == piece.loop && out[i].from <= piece.to + shift &&
-                        piece.from + shift <= out[i].to;
+      const bool meet =
+          out[i].loop == piece.loop && out[i].from <= piece.to + shift && piece.from + shift <= out[i].to;
       if (!meet) {
         ++i;
         continue;

@@ -26,8 +26,8 @@ struct ClippedBand {
 /// Which of a piece's ends is left open, for the rest of the band to be joined there.
 enum class OpenEnd { none, from, to };
 
-/// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces is
-/// taken away. Features smaller than about four tolerances may be lost.
+/// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
+/// is taken away. Features smaller than about four tolerances may be lost.
 ClippedBand clipBand(const BandPiece& band, double half, OpenEnd openEnd, std::span<const BandPiece> covers,
                      double clear, double tolerance);
 

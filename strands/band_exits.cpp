@@ -8,11 +8,11 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;   // along a covering band, on which it may come back
-constexpr double kMostDelay = 2;  // times the way out from under one leg, for the other one
-constexpr double kTight = 0.8;    // of the bend that folds a side
-constexpr double kBeyond = 3;     // samples that a covering band is followed beyond an exit
-constexpr double kCoverReach = 8;   // times the width that is covered: where a covering band may come back
+constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
+constexpr double kTight = 0.8;     // of the bend that folds a side
+constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
+constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
 
 /// How fast the line beside a spot goes, for each sample.
 Vec speedBeside(const BandLoop::Spot& s, double distance) {
@@ -92,16 +92,16 @@ BandPiece BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
   return {&loop(c.over), c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
 }
 
-/// As far as the covering band may come back, but at most half the way to where the lower band crosses over it,
-/// and not beyond the lower band's own beginning.
+/// As far as the covering band may come back, but at most half the way to where the lower band crosses over
+/// it, and not beyond the lower band's own beginning.
 double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction,
                              double least) const {
   const BandLoop &over = loop(c.over), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
   for (const BandCrossing& o : crossings_)
-    if (o.over == c.under && o.under == c.over &&
-        under.wrapped(o.overAt - band.from) < band.to - band.from && !(&o == &c))
+    if (o.over == c.under && o.under == c.over && under.wrapped(o.overAt - band.from) < band.to - band.from &&
+        !(&o == &c))
       most = std::min(most, wayTo(o.underAt) / 2);
   if (c.over == c.under) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
@@ -157,7 +157,8 @@ bool BandExits::isOwn(const BandCrossing& c, double place, int sample) const {
 
 /// Meets the side with the covering band's edge by Newton's steps in both places. At plain crossings that
 /// takes two or three; false where they lead elsewhere.
-bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, BandExit& exit) const {
+bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int direction, double most,
+                            BandExit& exit) const {
   const BandLoop &under = loop(c.under), &over = loop(c.over);
   double edge = 0, expected = 0;
   for (int step = 0; step < 6; ++step) {
@@ -182,7 +183,8 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
 
 /// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
 /// where the side leads away from that band, else by as much as is missing at least.
-BandExit BandExits::leaveStepwise(const BandCrossing& c, double distance, int direction, double most, BandExit exit) const {
+BandExit BandExits::leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
+                                  BandExit exit) const {
   const BandLoop &under = loop(c.under), &over = loop(c.over);
   for (int step = 0; step < kMostSteps; ++step) {
     const BandLoop::Spot s = under.spot(exit.place);

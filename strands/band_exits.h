@@ -50,7 +50,8 @@ class BandExits {
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
   double mostOfRoom(const BandCrossing& c, int direction) const;
-  BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most, bool& isPlain) const;
+  BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
+                      bool& isPlain) const;
   bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, BandExit& exit) const;
   BandExit leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
                          BandExit exit) const;

@@ -11,8 +11,8 @@ namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
-constexpr double kSharp = 0.2;     // radians from one sample to the next but one
-constexpr double kStraight = 0.1;  // radians that an edge may turn for a band's end to be one arc
+constexpr double kSharp = 0.2;       // radians from one sample to the next but one
+constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
 
 class Outliner {
  public:
@@ -172,7 +172,7 @@ class Outliner {
       plain(band, begin, end, made);
     if (options_.centres && made.stretches.size() > before)
       made.stretches[before].centre = centreLine(band, (begin.side[0].place + begin.side[1].place) / 2,
-                                  (end.side[0].place + end.side[1].place) / 2);
+                                                 (end.side[0].place + end.side[1].place) / 2);
   }
 
   void plain(const BandLoop& band, BandEnd begin, BandEnd end, StrandOutline& made) {
@@ -208,7 +208,8 @@ class Outliner {
         made.stretches[before].contours.push_back(chain);
   }
 
-  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side, BandContour& contour) {
+  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side,
+                    BandContour& contour) {
     const double from = begin.side[side].place, to = end.side[side].place;
     if (contour.empty())
       contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));

@@ -51,9 +51,9 @@ struct BandOutlines {
 
 /// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
-/// that cover its ends, it is left out; where one of them cuts it in two, there are two. Outlines overlap only
-/// where three bands have no room between their crossings, and where bands that do not cross lie nearer to each
-/// other than their width.
+/// that cover its ends, it is left out; where one of them cuts it in two, there are two. Outlines overlap
+/// only where three bands have no room between their crossings, and where bands that do not cross lie nearer
+/// to each other than their width.
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);
 
 /// The area inside a closed contour, see above for its sign.

@@ -11,9 +11,10 @@
 
 namespace lorivan {
 
-/// Where two bands lie over one another, or the edge of one over the other, the crossing within that area says
-/// which of them is above. An area without a crossing, or with two that disagree, is one where the bands have
-/// no room, and so is a place where each of three bands lies over another one: no picture of them is right.
+/// Where two bands lie over one another, or the edge of one over the other, the crossing within that area
+/// says which of them is above. An area without a crossing, or with two that disagree, is one where the bands
+/// have no room, and so is a place where each of three bands lies over another one: no picture of them is
+/// right.
 class ExactPicture {
  public:
   enum class Shows { background, edge, band, unclear, together };
