@@ -144,14 +144,12 @@ struct Border {
 
 class BandClipper {
  public:
-  BandClipper(const BandPiece& band, double half, OpenEnd openEnd, std::span<const BandPiece> covers,
-              double clear, double tolerance)
+  BandClipper(const BandPiece& band, double half, std::span<const BandPiece> covers, double clear,
+              double tolerance)
       : band_(band), half_(half), clear_(clear), tolerance_(tolerance) {
     addSide(band, -half, false);
-    if (openEnd == OpenEnd::to) open_ = curves_;
     addEnd(*band.loop, band.to, -half);
     addSide(band, half, true);
-    if (openEnd == OpenEnd::from) open_ = curves_;
     addEnd(*band.loop, band.from, half);
     for (const BandPiece& cover : covers) {
       covers_.push_back({CentreLine(cover, tolerance_), isOwn(cover)});
@@ -163,7 +161,7 @@ class BandClipper {
     }
   }
 
-  ClippedBand run() {
+  std::vector<std::vector<PointF>> run() {
     cutAll();
     for (const Border& border : lines_) keepParts(border);
     return chain();
@@ -263,8 +261,8 @@ class BandClipper {
     return {a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)};
   }
 
-  ClippedBand chain() const {
-    ClippedBand clipped;
+  std::vector<std::vector<PointF>> chain() const {
+    std::vector<std::vector<PointF>> contours;
     const std::vector<std::size_t> next = followers();
     std::vector<bool> used(kept_.size(), false);
     for (std::size_t first = 0; first < kept_.size(); ++first) {
@@ -274,17 +272,9 @@ class BandClipper {
         used[at] = true;
         ring.push_back(at);
       }
-      if (!isWorthIt(ring)) continue;
-      const auto open = std::ranges::find_if(ring, [&](std::size_t i) { return kept_[i].curve == open_; });
-      if (open == ring.end()) {
-        clipped.whole.push_back(fit(ring, true));
-        continue;
-      }
-      std::ranges::rotate(ring, open + 1);
-      ring.pop_back();
-      clipped.open = fit(ring, false);
+      if (isWorthIt(ring)) contours.push_back(fit(std::move(ring)));
     }
-    return clipped;
+    return contours;
   }
 
   /// For every border the one that goes on where it ends, the nearest ones first: in narrow corners a little
@@ -323,14 +313,14 @@ class BandClipper {
     return std::fabs(area) > half_ * tolerance_ && ring.size() > 2;
   }
 
-  ClippedChain fit(std::vector<std::size_t> ring, bool closed) const {
+  std::vector<PointF> fit(std::vector<std::size_t> ring) const {
     const auto goesOn = [&](const Border& a, const Border& b) {
       return a.curve == b.curve && lengthOf(a.to.at - b.from.at) == 0 &&
              dot(a.to.at - a.from.at, b.to.at - b.from.at) >
                  kSmooth * lengthOf(a.to.at - a.from.at) * lengthOf(b.to.at - b.from.at);
     };
-    // A closed one begins at a corner.
-    for (std::size_t i = 0; closed && i < ring.size(); ++i)
+    // Begins at a corner.
+    for (std::size_t i = 0; i < ring.size(); ++i)
       if (!goesOn(kept_[ring[(i + ring.size() - 1) % ring.size()]], kept_[ring[i]])) {
         std::ranges::rotate(ring, ring.begin() + static_cast<std::ptrdiff_t>(i));
         break;
@@ -350,7 +340,6 @@ class BandClipper {
       fitCurve(run, tolerance_, contour);
       run.clear();
     }
-    if (!closed) return contour;
     join(end, kept_[ring.front()].from.at, contour);
     contour.back() = contour.front();
     return contour;
@@ -366,7 +355,7 @@ class BandClipper {
   double half_, clear_, tolerance_;
   CentreLine line_{band_, tolerance_};
   std::vector<Cover> covers_;
-  int curves_ = 0, open_ = -1;
+  int curves_ = 0;
   std::vector<Border> lines_, kept_;
 };
 
@@ -394,9 +383,9 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
 
 }  // namespace
 
-ClippedBand clipBand(const BandPiece& band, double half, OpenEnd openEnd, std::span<const BandPiece> covers,
-                     double clear, double tolerance) {
-  return BandClipper(band, half, openEnd, joined(covers), clear, tolerance).run();
+std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
+                                          std::span<const BandPiece> covers, double clear, double tolerance) {
+  return BandClipper(band, half, joined(covers), clear, tolerance).run();
 }
 
 }  // namespace lorivan

@@ -15,20 +15,10 @@ struct BandPiece {
   double from = 0, to = 0;
 };
 
-/// A closed chain, or an open one where something else goes on, of cubic segments (see BandContour).
-using ClippedChain = std::vector<PointF>;
-
-struct ClippedBand {
-  std::vector<ClippedChain> whole;  // closed contours, outer ones positive
-  ClippedChain open;                // from one corner of the open end to the other; empty: the end is covered
-};
-
-/// Which of a piece's ends is left open, for the rest of the band to be joined there.
-enum class OpenEnd { none, from, to };
-
 /// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
-/// is taken away. Features smaller than about four tolerances may be lost.
-ClippedBand clipBand(const BandPiece& band, double half, OpenEnd openEnd, std::span<const BandPiece> covers,
-                     double clear, double tolerance);
+/// is taken away: closed contours (see BandContour), holes negative. Features smaller than about four
+/// tolerances may be lost.
+std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
+                                          std::span<const BandPiece> covers, double clear, double tolerance);
 
 }  // namespace lorivan

@@ -199,11 +199,11 @@ class Outliner {
                StrandOutline& made) {
     const BandPiece piece{&band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
-    const ClippedBand all = clipBand(piece, half_, OpenEnd::none, covers, clear_, tolerance_);
+    const std::vector<BandContour> all = clipBand(piece, half_, covers, clear_, tolerance_);
     const std::size_t before = made.stretches.size();
-    for (const ClippedChain& chain : all.whole)
+    for (const BandContour& chain : all)
       if (contourArea(chain) > 0) made.stretches.push_back({{chain}, {}});
-    for (const ClippedChain& chain : all.whole)
+    for (const BandContour& chain : all)
       if (contourArea(chain) < 0 && made.stretches.size() > before)
         made.stretches[before].contours.push_back(chain);
   }

@@ -178,8 +178,7 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
         }
       if (together > 0) continue;  // bands that run into one another have no one picture
       ++looked;
-      EXPECT_EQ(wrong, 0)
-          << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
+      EXPECT_EQ(wrong, 0) << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
     }
   EXPECT_GE(looked, 43);
 }
