@@ -19,34 +19,53 @@ namespace {
 
 constexpr std::string_view kTooComplicated =
     "This knot would be too complicated. Reduce the AG factor and try again";
-constexpr int kLeastPitch = 3;  // grid units: with less, rounding to whole units shows
+constexpr double kLeastPitch = 2.4;         // grid units: with less, rounding to whole units shows
+constexpr double kSymmetryTolerance = 1.5;  // grid units: joining near points moves an outline by up to 1.4
 constexpr int kMostCells = 100000;
 constexpr double kTriangleHeight = 0.8660254037844386;
 
-/// A lattice whose nodes lie on whole grid units.
 struct Pitch {
-  int across = 0, rows = 0;  // grid units
+  double across = 0, rows = 0;  // grid units
   bool triangles = false;
 
   Pitch(const GridBox& box, const AutoGridOptions& options) : triangles(options.triangles) {
     const double longer = std::max(box.right - box.left, box.top - box.bottom);
-    const double wanted =
-        std::max(longer / std::clamp(options.gridSize, 1, 100), static_cast<double>(kLeastPitch));
-    // Rows of triangles lie half a cell apart: that has to be a whole number, too.
-    across = triangles ? 2 * std::max(2, wholeUnits(wanted / 2)) : wholeUnits(wanted);
-    rows = triangles ? toInt32(across * kTriangleHeight) : across;
+    across = std::max(longer / std::clamp(options.gridSize, 1, 100), kLeastPitch);
+    rows = triangles ? across * kTriangleHeight : across;
   }
 
-  /// Rather up than down: many more cells than asked for are worse than somewhat fewer.
-  static int wholeUnits(double wanted) { return static_cast<int>(std::ceil(wanted - 0.4)); }
-
-  /// With node (0, 0) at the box's centre, or off it by parts of a cell.
+  /// With node (0, 0) at the centre of the box, or off it by parts of a cell.
   Lattice lattice(const GridBox& box, double shiftX, double shiftY) const {
-    const double x = (box.left + box.right) / 2 + shiftX * across;
-    const double y = (box.bottom + box.top) / 2 + shiftY * rows;
-    return {triangles, {roundHalfEven(x), roundHalfEven(y)}, static_cast<double>(across), 1.0 * rows};
+    const Spot centre{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
+    return {triangles, centre + Spot{shiftX * across, shiftY * rows}, across, rows};
   }
 };
+
+/// What the outline and a lattice of this kind have in common.
+Symmetries commonSymmetries(const Outline& outline, bool triangles) {
+  Symmetries group = symmetriesOf(outline, kSymmetryTolerance);
+  if (triangles) std::erase_if(group, [](const Isometry& map) { return map.turnsAxes(); });
+  return group;
+}
+
+bool allows(const Lattice& lattice, const Symmetries& group) {
+  return std::ranges::all_of(group, [&](const Isometry& map) {
+    return lattice.hasNode(map(lattice.origin)) &&
+           lattice.hasNode(map(lattice.origin + Spot{lattice.across, 0})) &&
+           lattice.hasNode(
+               map(lattice.origin + Spot{lattice.triangles ? lattice.across / 2 : 0, lattice.rowStep}));
+  });
+}
+
+/// The outline moved by less than a unit, so that its middle, and what mirrors it, is whole.
+Outline withWholeMiddle(const Outline& outline) {
+  const GridBox& box = outline.box();
+  const Spot middle{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
+  const Spot move = Spot{roundHalfEven(middle.x), roundHalfEven(middle.y)} - middle;
+  std::vector<OutlineSide> sides;
+  for (const auto& [a, b] : outline.sides()) sides.push_back({a + move, b + move});
+  return Outline(std::move(sides));
+}
 
 /// How far the mesh's border lies from the outline before it is drawn to it: mean square, cells.
 double misfit(const CellMesh& mesh, const Outline& outline, double cell) {
@@ -64,14 +83,15 @@ double misfit(const CellMesh& mesh, const Outline& outline, double cell) {
   return count == 0 ? std::numeric_limits<double>::max() : sum / count;
 }
 
-/// Of the lattices that are symmetric about the box's upright axis, the one that lies best.
-Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch) {
+/// Of the lattices that are as symmetric as the outline, the one that lies best.
+Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch, const Symmetries& group) {
   std::optional<CellMesh> best;
   double bestMisfit = std::numeric_limits<double>::max();
   for (const double shiftX : {0.0, 0.5})
     for (const double shiftY : {0.0, 0.5}) {
       const Lattice lattice = pitch.lattice(outline.box(), shiftX, shiftY);
-      Result<CellMesh> mesh = fillOutline(outline, lattice, kMostCells);
+      if (!allows(lattice, group)) continue;
+      Result<CellMesh> mesh = fillOutline(outline, lattice, kMostCells, group);
       if (!mesh) return mesh;
       if (mesh->cells.empty()) continue;
       const double off = misfit(*mesh, outline, pitch.across);
@@ -81,7 +101,7 @@ Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch) {
     }
   if (!best)
     return impossibleKnot("The outline is too narrow for cells of this size: raise the AutoGrid value");
-  dropSpecks(*best, outline);
+  dropSpecks(*best, outline, best->cellImages(group, pitch.across));
   return std::move(*best);
 }
 
@@ -110,17 +130,20 @@ std::vector<PointI> latticePlaces(const CellMesh& mesh) {
 Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
                 const AutoGridOptions& options) {
   const ShapeMapping mapping(shape, view);
-  const Result<Outline> outline = Outline::of(shape, mapping);
-  if (!outline) return outline.error();
-  const Pitch pitch(outline->box(), options);
-  Result<CellMesh> mesh = bestMesh(*outline, pitch);
+  const Result<Outline> drawn = Outline::of(shape, mapping);
+  if (!drawn) return drawn.error();
+  const Pitch pitch(drawn->box(), options);
+  Outline outline = withWholeMiddle(*drawn);
+  const Symmetries group = commonSymmetries(outline, options.triangles);
+  if (group.size() == 1) outline = *drawn;
+  Result<CellMesh> mesh = bestMesh(outline, pitch, group);
   if (!mesh) return mesh.error();
   if (mesh->sides().size() > kMostAutoGridLines) {
     makeLines(graph, *mesh, latticePlaces(*mesh));
     if (const Status made = finishLines(graph); !made) graph.TooManyLines = false;
     return refused(kTooComplicated);
   }
-  const std::vector<PointI> at = fitBorder(*mesh, *outline, pitch.across);
+  const std::vector<PointI> at = fitBorder(*mesh, outline, pitch.across, group);
   makeLines(graph, *mesh, at);
   return finishLines(graph);
 }

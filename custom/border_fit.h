@@ -10,9 +10,10 @@ namespace lorivan {
 /// Moves the border nodes onto the outline, sharp corners first, and eases the cells beneath after them, as
 /// far as every cell stays convex, unflipped and well shaped. A square whose free corner would lie flat on
 /// the outline is cut to a triangle there, a triangle dropped. Returns each node's place in whole grid units;
-/// those of nodes that no cell uses any more have no meaning. The lattice's own nodes are to be whole grid
-/// units: where nothing else will do they stay where they are. `cellSide` is the length of the lattice's
-/// sides.
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide);
+/// those of nodes that no cell uses any more have no meaning. Where nothing else will do nodes stay where
+/// they are. `cellSide` is the length of the lattice's sides. What the group lays onto each other stays so,
+/// to the whole unit.
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide,
+                              const Symmetries& group);
 
 }  // namespace lorivan
