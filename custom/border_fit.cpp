@@ -12,12 +12,10 @@ namespace {
 
 // Limits of a well-shaped cell; degrees, and sides in cells.
 constexpr double kLeastAngle = 28, kMostAngle = 152, kLeastSide = 0.4;
-constexpr double kFlatAngle = 146;    // a free corner of a square as flat as this is cut off
-constexpr double kFlatEar = 112;      // a triangle whose free corner is as flat as this is dropped
-constexpr double kSharpTurn = 38;     // a turn of the outline that a border node is put on
-constexpr double kReach = 1.3;        // how far a node looks for the outline, cells
-constexpr double kCornerReach = 1.6;  // how far a node may go to a sharp corner, cells
-constexpr int kEasedLayers = 4;       // nodes this deep below the border give way to it
+constexpr double kFlatAngle = 146;  // a free corner of a square as flat as this is cut off
+constexpr double kFlatEar = 112;    // a triangle whose free corner is as flat as this is dropped
+constexpr double kReach = 1.3;      // how far a node looks for the outline, cells
+constexpr int kEasedLayers = 4;     // nodes this deep below the border give way to it
 constexpr int kRounds = 40;
 constexpr double kStep = 0.6;
 constexpr double kGrain = 1.0 / 16;  // of a cell: tells the places of a lattice apart
@@ -141,7 +139,7 @@ BorderFit::BorderNode* BorderFit::nodeForCorner(Spot corner, std::vector<int>& s
 void BorderFit::pinCorners() {
   std::vector<int> stabiliser;
   std::vector<Spot> done;
-  for (const OutlineCorner& corner : outline_.corners(0.6 * cell_, kSharpTurn)) {
+  for (const OutlineCorner& corner : outline_.corners(kCornerSpan * cell_, kSharpTurn)) {
     if (std::ranges::any_of(done, [&](Spot p) { return distance(p, corner.at) < 0.5 * cell_; })) continue;
     const BorderNode* const nearest = nodeForCorner(corner.at, stabiliser);
     if (nearest == nullptr) continue;

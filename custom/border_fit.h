@@ -7,6 +7,10 @@
 
 namespace lorivan {
 
+inline constexpr double kSharpTurn = 38;     // degrees; a turn of the outline that a border node is put on
+inline constexpr double kCornerReach = 1.6;  // how far a node may go to a sharp corner, cells
+inline constexpr double kCornerSpan = 0.6;   // how far along the outline a turn is measured, cells
+
 /// Moves the border nodes onto the outline, sharp corners first, and eases the cells beneath after them, as
 /// far as every cell stays convex, unflipped and well shaped. A square whose free corner would lie flat on
 /// the outline is cut to a triangle there, a triangle dropped. Returns each node's place in whole grid units;
