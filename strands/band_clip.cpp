@@ -103,7 +103,7 @@ class CentreLine {
   }
 
  private:
-  static constexpr std::size_t kBlock = 8;
+  static constexpr std::size_t kBlock = 4;
   struct Box {
     Vec low, high;
     void add(Vec p) {
@@ -156,7 +156,7 @@ class BandClipper {
     addSides(points_, half, -1);
     for (const BandPiece& cover : covers) {
       const std::vector<LinePoint> points =
-          PointList(cover, std::max(half_, clear), kProbe * tolerance).take();
+          PointList(nearPart(cover), std::max(half_, clear), kProbe * tolerance).take();
       covers_.push_back({CentreLine(points), isOwn(cover)});
       addSides(points, -clear, static_cast<int>(covers_.size()) - 1);
     }
@@ -184,14 +184,25 @@ class BandClipper {
     return band_.from + band_.loop->wrapped(middle - band_.from) < band_.to;
   }
 
+  /// A covering piece without ends that are too far away to hide anything.
+  BandPiece nearPart(BandPiece cover) const {
+    const auto isFar = [&](double from, double to) {
+      return !line_.isNear(cover.loop->spot(from).at, cover.loop->spot(to).at, 1.1 * (half_ + clear_));
+    };
+    while (cover.from + 2 < cover.to && isFar(cover.from, cover.from + 1)) ++cover.from;
+    while (cover.from + 2 < cover.to && isFar(cover.to - 1, cover.to)) --cover.to;
+    return cover;
+  }
+
   /// Both sides and the straight ends of a piece, round it.
   void addSides(const std::vector<LinePoint>& points, double distance, int cover) {
     const auto beside = [](const LinePoint& p, double away) {
       return LinePoint{p.at + quarter(p.along) * away, p.along};
     };
     const auto addEnd = [&](Vec from, Vec to) {
+      if (cover >= 0 && !line_.isNear(from, to, half_)) return;
       const Vec along = unit(to - from);
-      lines_.push_back({{from, along}, {to, along}, curves_++, cover});
+      lines_.push_back({{from, along}, {to, along}, curves_, cover});
     };
     const LinePoint &first = points.front(), &last = points.back();
     LinePoint before = beside(first, -distance);
@@ -202,6 +213,7 @@ class BandClipper {
     }
     ++curves_;
     addEnd(before.at, beside(last, distance).at);
+    ++curves_;
     before = beside({last.at, last.along * -1}, -distance);
     for (std::size_t i = points.size() - 1; i-- > 0;) {
       const LinePoint next = beside({points[i].at, points[i].along * -1}, -distance);
@@ -210,6 +222,7 @@ class BandClipper {
     }
     ++curves_;
     addEnd(before.at, beside(first, -distance).at);
+    ++curves_;
   }
 
   void addSide(const LinePoint& from, const LinePoint& to, int cover) {
@@ -296,8 +309,8 @@ class BandClipper {
   void keepRun(std::vector<Border>& run) {
     const std::size_t n = run.size();
     if (n > 0) {
-      const bool is = isBorder(run[n / 2]);
-      const bool agree = n < 2 || (isBorder(run[n / 4]) == is && isBorder(run[n * 3 / 4]) == is);
+      const bool is = isBorder(run[n / 3]);
+      const bool agree = n < 2 || isBorder(run[n - 1 - n / 3]) == is;
       for (const Border& part : run)
         if (agree ? is : isBorder(part)) kept_.push_back(part);
     }

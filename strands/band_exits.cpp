@@ -9,6 +9,7 @@ namespace {
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kStraight = 0.95;  // cosine of the turn from which on a covering band may come back
 constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kTight = 0.8;     // of the bend that folds a side
 constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
@@ -28,12 +29,34 @@ BandExits::BandExits(std::span<const BandLoop> loops, double half, double clear,
       clear_(clear),
       tolerance_(tolerance),
       crossings_(findBandCrossings(loops)),
-      ways_(loops.size()) {
+      ways_(loops.size()),
+      overs_(loops.size()) {
   for (const BandCrossing& c : crossings_) {
     ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
     ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
+    overs_[static_cast<std::size_t>(c.over)].push_back(&c);
   }
+  for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
+  mayReturn_.reserve(crossings_.size());
+  for (const BandCrossing& c : crossings_) mayReturn_.push_back(mayReturn(c));
   for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
+}
+
+/// Whether a covering band bends near a crossing: one that does not hides nothing with another leg.
+bool BandExits::mayReturn(const BandCrossing& c) const {
+  const BandLoop& over = loop(c.over);
+  const BandLoop::Spot s = over.spot(c.overAt);
+  const double least = kStraight * kStraight * dot(s.along, s.along), far = 6 * clear_;
+  for (const int sense : {-1, 1}) {
+    int i = static_cast<int>(std::lround(c.overAt));
+    for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
+      const Vec along = over.tangent(i), away = over.point(i) - s.at;
+      if (dot(away, away) > far * far) break;
+      const double same = dot(along, s.along);
+      if (same < 0 || same * same < least * dot(along, along)) return true;
+    }
+  }
+  return false;
 }
 
 /// How far it is from a place on a loop to its next crossing, on or back.
@@ -76,8 +99,8 @@ bool BandExits::isCalm(int number, double from, double to, double distance) cons
   const BandLoop& band = loop(number);
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
     const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
-    const double turn = std::fabs(cross(a, b)), both = lengthOf(a) * lengthOf(b);
-    if (turn * distance > kTight * both * lengthOf(chord) || dot(a, b) < 0) return false;
+    const double turn = cross(a, b) * distance, both = dot(a, a) * dot(b, b);
+    if (turn * turn > kTight * kTight * both * dot(chord, chord) || dot(a, b) < 0) return false;
   }
   return true;
 }
@@ -99,10 +122,13 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   const BandLoop &over = loop(c.over), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
-  for (const BandCrossing& o : crossings_)
-    if (o.over == c.under && o.under == c.over && under.wrapped(o.overAt - band.from) < band.to - band.from &&
-        !(&o == &c))
-      most = std::min(most, wayTo(o.underAt) / 2);
+  const auto& overs = overs_[static_cast<std::size_t>(c.under)];
+  const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
+  for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
+    const BandCrossing& o = *overs[at % overs.size()];
+    if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
+    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) / 2);
+  }
   if (c.over == c.under) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
     const double end = isOwn == (direction > 0) ? band.to : band.from;
@@ -120,6 +146,7 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+  if (!mayReturn_[static_cast<std::size_t>(&c - crossings_.data())]) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);

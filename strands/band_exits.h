@@ -49,6 +49,7 @@ class BandExits {
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  bool mayReturn(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                       bool& isPlain) const;
@@ -64,6 +65,8 @@ class BandExits {
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
   std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<char> mayReturn_;            // of each crossing
+  std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };
 
 }  // namespace lorivan
