@@ -246,9 +246,8 @@ class BandClipper {
       for (std::size_t k = i + 1; k < spans.size() && spans[k].left <= spans[i].right; ++k)
         if (spans[k].top <= spans[i].bottom && spans[i].top <= spans[k].bottom)
           cutBoth(std::min(spans[i].line, spans[k].line), std::max(spans[i].line, spans[k].line));
-    std::ranges::sort(cuts_, [](const Cut& a, const Cut& b) {
-      return a.line != b.line ? a.line < b.line : a.at < b.at;
-    });
+    std::ranges::sort(
+        cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });
   }
 
   void cutBoth(std::size_t i, std::size_t k) {
@@ -290,7 +289,8 @@ class BandClipper {
       if (!run.empty() && !goesOn(run.back(), line)) keepRun(run);
       double from = 0;
       for (; cut != cuts_.end() && cut->line == i; ++cut) {
-        if (cut->at > from) run.push_back({pointOf(line, from), pointOf(line, cut->at), line.curve, line.cover});
+        if (cut->at > from)
+          run.push_back({pointOf(line, from), pointOf(line, cut->at), line.curve, line.cover});
         keepRun(run);
         from = cut->at;
       }

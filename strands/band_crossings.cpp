@@ -6,7 +6,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 5;       // chords that are compared with others as one box
+constexpr int kChunk = 4;       // chords that are compared with others as one box
 constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
 
 struct Box {
@@ -104,11 +104,15 @@ class CrossingSearch {
     if (cell != firstShared) return;
     const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
     if (isOneWay(a, b)) return;
+    const BandLoop& other = loops_[static_cast<std::size_t>(b.loop)];
     for (int i = a.begin; i < a.end; ++i) {
       const Vec p = loop.point(i), q = loop.point(i + 1);
-      const Box chord{std::min(p.x, q.x), std::min(p.y, q.y), std::max(p.x, q.x), std::max(p.y, q.y)};
+      constexpr double slack = 1e-3;
+      const Box chord{std::min(p.x, q.x) - slack, std::min(p.y, q.y) - slack, std::max(p.x, q.x) + slack,
+                      std::max(p.y, q.y) + slack};
       if (!chord.meets(b.box)) continue;
-      for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j) compare(a.loop, i, b.loop, j);
+      for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j)
+        if (touches(chord, other.point(j), other.point(j + 1))) compare(a.loop, i, b.loop, j);
     }
   }
 
@@ -122,6 +126,11 @@ class CrossingSearch {
     for (int i = begin; i < end; ++i)
       if (dot(loop.point(i + 1) - loop.point(i), way) <= 0) return false;
     return true;
+  }
+
+  static bool touches(const Box& box, Vec a, Vec b) {
+    return std::min(a.x, b.x) <= box.right && std::max(a.x, b.x) >= box.left &&
+           std::min(a.y, b.y) <= box.bottom && std::max(a.y, b.y) >= box.top;
   }
 
   bool touchAnyway(int loopA, int i, int loopB, int j) const {

@@ -64,8 +64,8 @@ class BandExits {
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
-  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
-  std::vector<char> mayReturn_;            // of each crossing
+  std::vector<std::vector<double>> ways_;                // places of a loop's crossings, over and under
+  std::vector<char> mayReturn_;                          // of each crossing
   std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };
 

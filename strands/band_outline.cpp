@@ -12,6 +12,7 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kSharp = 0.2;       // radians from one sample to the next but one
+constexpr int kUsualPoints = 40;     // of a contour
 constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
 
 class Outliner {
@@ -185,6 +186,7 @@ class Outliner {
     }
     if (gone == 2) return;
     BandContour contour;
+    contour.reserve(kUsualPoints);
     appendSideOf(band, begin, end, 0, contour);
     cap(band, end, 0, contour);
     appendSideOf(band, begin, end, 1, contour);

@@ -60,7 +60,8 @@ class SideSampler {
       const Vec next = loop_.tangent(i);
       const double cosine = dot(along, next), turn = std::fabs(cross(along, next));
       all += turn / cosine;
-      const bool nearFold = turn * distance_ * turn * distance_ > kTight * kTight / 4 * dot(next, next) * cosine * cosine;
+      const bool nearFold =
+          turn * distance_ * turn * distance_ > kTight * kTight / 4 * dot(next, next) * cosine * cosine;
       if (!(cosine > 0) || all > kTurn || nearFold) break;
       if (i > sample && all * lengthOf(loop_.point(i) - kept.at) > longest) break;
       last = i;
@@ -106,11 +107,14 @@ bool meet(Vec a, Vec b, Vec c, Vec d, Vec& at) {
 /// Takes the folds out of a sampled side.
 class Unfolder {
  public:
-  Unfolder(const std::vector<LinePoint>& raw, double distance, OffsetSide& side)
+  Unfolder(std::vector<LinePoint>& raw, double distance, OffsetSide& side)
       : raw_(raw), most_(kFoldReach * std::fabs(distance)), side_(side) {}
 
   void run() {
+    std::size_t calm = 1;
+    while (calm < raw_.size() && !runsBack(raw_[calm - 1], raw_[calm])) ++calm;
     std::vector<LinePoint>& out = side_.points;
+    if (calm >= raw_.size()) return out.swap(raw_);
     for (std::size_t i = 0; i < raw_.size();) {
       if (out.empty() || i + 1 >= raw_.size() || !runsBack(raw_[i], raw_[i + 1])) {
         out.push_back(raw_[i++]);
@@ -170,7 +174,7 @@ class Unfolder {
     return c + 1;
   }
 
-  const std::vector<LinePoint>& raw_;
+  std::vector<LinePoint>& raw_;
   double most_;  // how far from a fold its ends are looked for
   OffsetSide& side_;
 };
