@@ -1,7 +1,7 @@
 #include "strands/band_clip.h"
 
 #include <algorithm>
-#include <numeric>
+#include <utility>
 
 #include "strands/curve_fit.h"
 #include "strands/offset_side.h"
@@ -14,6 +14,8 @@ constexpr double kStray = 0.4;    // of a probe that a chord may lie beside its 
 constexpr int kMostHalvings = 6;  // of a piece between two samples
 constexpr double kProbe = 0.35;   // tolerances beside a border at which its two sides are looked at
 constexpr double kJoin = 60;      // tolerances that ends of borders may lie apart
+constexpr double kSpur = 12;      // tolerances that a border may go on too far
+constexpr double kExact = 1e-6;   // pixels that copies of one point may lie apart
 constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
 
 struct Chord {
@@ -165,6 +167,7 @@ class BandClipper {
   std::vector<std::vector<PointF>> run() {
     cutAll();
     keepParts();
+    dropSpurs();
     return chain();
   }
 
@@ -172,6 +175,9 @@ class BandClipper {
   struct Cover {
     CentreLine line;
     bool isOwn;  // a part of the band itself
+  };
+  struct Run {
+    std::size_t begin, end;  // of the parts that were kept
   };
   struct Cut {
     std::size_t line;
@@ -311,10 +317,40 @@ class BandClipper {
     if (n > 0) {
       const bool is = isBorder(run[n / 3]);
       const bool agree = n < 2 || isBorder(run[n - 1 - n / 3]) == is;
+      const std::size_t begin = kept_.size();
       for (const Border& part : run)
         if (agree ? is : isBorder(part)) kept_.push_back(part);
+      if (kept_.size() > begin) runs_.push_back({begin, kept_.size()});
     }
     run.clear();
+  }
+
+  /// Where borders meet at a flat angle, the one that is left there may seem to go on for a little way. Such
+  /// parts that lead nowhere, or come from nowhere, go, so that contours do not turn back at their ends.
+  void dropSpurs() {
+    const auto meet = [](Vec a, Vec b) { return lengthOf(b - a) < kExact; };
+    const auto first = [this](const Run& r) { return kept_[r.begin].from.at; };
+    const auto last = [this](const Run& r) { return kept_[r.end - 1].to.at; };
+    const auto isSpur = [&](const Run& r) {
+      if (lengthOf(last(r) - first(r)) > kSpur * tolerance_) return false;
+      bool comes = false, goes = false, hasRival = false;
+      for (const Run& o : runs_) {
+        if (&o == &r) continue;
+        comes |= meet(last(o), first(r));
+        goes |= meet(first(o), last(r));
+        hasRival |= meet(first(o), first(r)) || meet(last(o), last(r));
+      }
+      return hasRival && (!comes || !goes);
+    };
+    for (bool found = true; std::exchange(found, false);)
+      if (const auto spur = std::ranges::find_if(runs_, isSpur); spur != runs_.end()) {
+        runs_.erase(spur);
+        found = true;
+      }
+    std::vector<Border> kept;
+    for (const Run& r : runs_)
+      for (std::size_t i = r.begin; i < r.end; ++i) kept.push_back(kept_[i]);
+    kept_ = std::move(kept);
   }
 
   bool isBorder(const Border& part) const {
@@ -424,6 +460,7 @@ class BandClipper {
   std::vector<Cover> covers_;
   int curves_ = 0;
   std::vector<Cut> cuts_;
+  std::vector<Run> runs_;
   std::vector<Border> lines_, kept_;
 };
 
