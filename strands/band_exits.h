@@ -49,6 +49,7 @@ class BandExits {
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  bool isCalm(int number, double from, double to, double distance) const;
   bool mayReturn(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
@@ -58,7 +59,6 @@ class BandExits {
                          BandExit exit) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
-  bool isCalm(int number, double from, double to, double distance) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
 
   std::span<const BandLoop> loops_;
