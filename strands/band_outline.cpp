@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "strands/band_exits.h"
 #include "strands/offset_side.h"
@@ -14,7 +15,7 @@ constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve 
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kSharp = 0.2;       // radians from one sample to the next but one
 constexpr double kTight = 0.8;       // of the bend that folds a side
-constexpr double kFlat = 0.4;        // tangent of the angle between a band's end and its sides
+constexpr double kFlat = 0.8;        // tangent of the angle between a band's end and its sides
 constexpr int kUsualPoints = 40;     // of a contour
 constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
 
@@ -153,7 +154,10 @@ class Outliner {
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
     LinePoint to = capPoint(band, b.place, b.foot, 1 - fromSide, over);
     const Vec way = to.at - from.at;
-    for (const BandExit& exit : end.side) mayCross_ |= isFlat(way, band.spot(exit.place).along);
+    for (const auto& [exit, edge] : {std::pair(&a, from.along), std::pair(&b, to.along)}) {
+      const Vec along = band.spot(exit->place).along;
+      mayCross_ |= isFlat(way, along) || isFlat(edge, along);
+    }
     const double sense = b.foot >= a.foot ? 1 : -1;
     from.along = from.along * sense;
     to.along = to.along * sense;
@@ -166,9 +170,9 @@ class Outliner {
       appendArc(from, to, contour);
       return;
     }
-    mayCross_ = true;
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
     followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    mayCross_ |= !edge_.corners.empty();
     if (sense < 0) reverseSide(edge_);
     dropBehind(from, edge_);
     reverseSide(edge_);

@@ -124,7 +124,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
                   off =
                       std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
                 }
-              EXPECT_LT(off, 0.02 * options.band)<<(int)shape<<" o "<<order<<" at "<<p.x<<","<<p.y<<" band "<<options.band;
+              EXPECT_LT(off, 0.02 * options.band);
             }
           }
         }
@@ -219,7 +219,6 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
       for (int x = 0; x < shapes.width(); ++x) {
         const Colour here = shapes.pixel({x, y}), there = classic.pixel({x, y});
         if (isNearby(classic, {x, y}, here) && isNearby(shapes, {x, y}, there)) continue;
-        if(!(there==0&&here!=options.background))printf("PX %d %d: %x %x\n",x,y,here,there);
         ++(there == 0 && here != options.background ? blemished : apart);
       }
     EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;
