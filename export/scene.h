@@ -41,7 +41,10 @@ struct ExportScene {
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
   std::optional<double> millimetres = {};            // width in the file, for the formats that take one
   std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
-  std::function<void(double)> progress = {};         // told the part done, 0 to 1, now and then; may be empty
+  /// The knot itself as text without white space that needs no escaping (see design/source.h), for the
+  /// formats that carry it; empty: none.
+  std::string_view source = {};
+  std::function<void(double)> progress = {};  // told the part done, 0 to 1, now and then; may be empty
 
   /// Colour number (1 to 40) of a strand slot.
   int colourNumber(int slot) const { return startColour < 0 ? -startColour : slot; }
