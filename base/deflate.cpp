@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/checksum.h"
+
 namespace lorivan {
 namespace {
 
@@ -18,10 +20,6 @@ Bytef* inputOf(std::string_view bytes) {
 }
 
 }  // namespace
-
-std::uint32_t crcOf(std::string_view bytes, std::uint32_t before) {
-  return static_cast<std::uint32_t>(crc32_z(before, inputOf(bytes), bytes.size()));
-}
 
 struct DeflateSink::Stream {
   z_stream z{};
@@ -49,7 +47,7 @@ bool DeflateSink::run(bool last) {
 }
 
 bool DeflateSink::write(std::string_view more) {
-  crc_ = crcOf(more, crc_);
+  crc_ = lorivan::crc32(more, crc_);
   rawSize_ += more.size();
   while (ok_ && !more.empty()) {
     const std::string_view part = more.substr(0, kMostAtOnce);

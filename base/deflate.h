@@ -1,4 +1,4 @@
-// Deflating and inflating, and the check sum of ZIP entries and PNG chunks: everything that zlib is used for.
+// Deflating and inflating, by zlib.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,6 @@
 #include "base/sink.h"
 
 namespace lorivan {
-
-/// CRC-32 of `bytes`, going on from the CRC-32 of what came before them.
-std::uint32_t crcOf(std::string_view bytes, std::uint32_t before = 0);
 
 enum class DeflateForm {
   raw,   // as in ZIP entries

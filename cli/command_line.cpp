@@ -351,9 +351,10 @@ std::string usageText() {
       "lorivan [KNOT]                     open the window, with this knot if one is named\n"
       "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
       "                                   write files, without a window or a display\n"
-      "KNOT is a knot file (.qzd). It may also be a shape of your own (.qzc): with -o it gets an AutoGrid "
-      "by\n"
-      "vtGridSize and chkShapeT.\n\n";
+      "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
+      formatsWithSource() +
+      ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
+      "chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
   return out +

@@ -9,13 +9,13 @@
 #include "base/sink.h"
 #include "cli/progress_line.h"
 #include "custom/shape_file.h"
-#include "design/document_text.h"
 #include "design/edits.h"
 #include "design/fit.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/outputs.h"
 #include "design/random_knot.h"
+#include "design/source.h"
 
 namespace lorivan {
 namespace {
@@ -36,7 +36,7 @@ class FileMaker {
   int fail(const Error& error, const std::string& where = "");
   void note(const std::string& message);
   int readFile();
-  int readShape(const std::string& text);
+  int readShape();
   void drawRandom();
   void takeValues();
   /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
@@ -76,11 +76,10 @@ void FileMaker::note(const std::string& message) {
 }
 
 int FileMaker::readFile() {
-  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
-  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
-  if (ownShape()) return readShape(*bytes);
-  auto read = readDocument(*bytes);
-  if (!read) return fail(read.error(), line_.knotFile + ", ");
+  if (ownShape()) return readShape();
+  auto read = readKnotFile(line_.knotFile);
+  if (!read)
+    return fail(read.error(), line_.knotFile + (read.error().message.starts_with("line ") ? ", " : ": "));
   for (const std::string& correction : read->corrections) note(line_.knotFile + ", line 2: " + correction);
   if (read->document.lines->empty())
     return fail(unreadable("line 3: the knot has no lines"), line_.knotFile + ", ");
@@ -88,8 +87,10 @@ int FileMaker::readFile() {
   return kDone;
 }
 
-int FileMaker::readShape(const std::string& text) {
-  auto shape = readShapeText(text);
+int FileMaker::readShape() {
+  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
+  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
+  auto shape = readShapeText(*bytes);
   if (!shape) return fail(shape.error(), line_.knotFile + ", ");
   document_ = withOutline(document_, std::move(*shape));
   document_.fields.shape = Shape::Custom;

@@ -89,6 +89,7 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.bandWidth = bandWidth(knot, fields);
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;
+  scene.source = options.source;
   scene.progress = options.progress;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);

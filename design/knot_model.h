@@ -44,6 +44,7 @@ class KnotModel {
 
 struct ModelFileOptions {
   std::optional<double> millimetres;
+  std::string_view source;  // see ExportScene
   std::function<void(double)> progress;
 };
 

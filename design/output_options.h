@@ -14,6 +14,11 @@ struct OutputOptions {
   bool transparent = false;                // svg and png without their background
   bool solidView = false;                  // pictures hold the 3-D view
   bool animate = false;                    // svg holds the animation; png and bmp are numbered frames
+  bool outline = false;                    // svg, pdf and dxf hold the closed outlines of the visible bands
+  bool lines = false;                      // svg, pdf and dxf hold every centre line once
+  bool arcs = false;                       // flat dxf curves become arcs where they fit
+  bool cornerOrigin = false;               // svg, pdf and dxf begin at the knot's lower left corner
+  std::optional<double> kerf = {};         // width of a cut in millimetres: outlines move outwards by half
 
   bool operator==(const OutputOptions&) const = default;
 };

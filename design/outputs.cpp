@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "design/document_text.h"
+#include "design/source.h"
 #include "strands/animated_svg.h"
 #include "strands/band_paths.h"
 #include "strands/svg_surface.h"
@@ -21,9 +21,9 @@ PictureOptions optionsOf(const OutputJob& job) {
 }
 
 /// With the pass counts that the trace left behind.
-Result<std::string> makeKnotFile(const OutputJob& job) {
-  return documentText(withPasses(job.document, job.knot.graph));
-}
+std::string textOf(const OutputJob& job) { return documentText(withPasses(job.document, job.knot.graph)); }
+
+Result<std::string> makeKnotFile(const OutputJob& job) { return textOf(job); }
 
 /// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
 Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
@@ -42,13 +42,14 @@ Result<std::string> makeSvg(const OutputJob& job) {
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.document.fields.shape)];
   const std::string title = "Knot, " + std::string(shape.name);
   if (job.options.animate)
-    return animatedSvg(
-        job.knot.graph, job.knot.curve, style, view,
-        {optionsOf(job), *pictureWidth, title, frameDelay(job.document.fields.number(Param::Animate)),
-         job.document.fields.check(Check::Loop)});
+    return withSvgSource(animatedSvg(job.knot.graph, job.knot.curve, style, view,
+                                     {optionsOf(job), *pictureWidth, title,
+                                      frameDelay(job.document.fields.number(Param::Animate)),
+                                      job.document.fields.check(Check::Loop)}),
+                         sourceOf(job));
   SvgSurface surface(view.width, view.height(), *pictureWidth, title);
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
-  return surface.finish();
+  return withSvgSource(surface.finish(), sourceOf(job));
 }
 
 /// Twice the reference picture's size where no size is asked for.
@@ -96,7 +97,9 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
     return drawn.error();
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);
-  return job.platform.encodePicture(**surface, format);
+  auto bytes = job.platform.encodePicture(**surface, format);
+  if (!bytes || format != PictureFormat::png) return bytes;
+  return withPngSource(std::move(*bytes), sourceOf(job));
 }
 
 /// The formats that are made here and not by a model writer.
@@ -115,6 +118,8 @@ constexpr std::array<Maker, 5> kMakers = {{
 
 }  // namespace
 
+std::string sourceOf(const OutputJob& job) { return sourceMark(textOf(job)); }
+
 const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
   return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
 }
@@ -125,8 +130,9 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
     if (!model) return model.error();
     if ((*model)->QuadCount == 0)
       return impossibleKnot("the knot has no strands that a model could be made of");
+    const std::string source = format.carriesSource ? sourceOf(job) : std::string();
     return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.options.millimetres, job.progress}, sink);
+                          {job.options.millimetres, source, job.progress}, sink);
   }
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

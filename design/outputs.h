@@ -28,6 +28,9 @@ struct OutputJob {
 /// unknown.
 const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
 
+/// The knot's text as a file carries it, see design/source.h.
+std::string sourceOf(const OutputJob& job);
+
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "base/checksum.h"
 #include "base/deflate.h"
 
 namespace lorivan {
@@ -19,7 +20,7 @@ void appendChunk(std::string& out, std::string_view type, std::string_view data)
   appendBig32(out, static_cast<std::uint32_t>(data.size()));
   const std::size_t start = out.size();
   out.append(type).append(data);
-  appendBig32(out, crcOf(std::string_view(out).substr(start)));
+  appendBig32(out, crc32(std::string_view(out).substr(start)));
 }
 
 std::string headOf(const GreyPicture& picture) {

@@ -50,14 +50,16 @@ struct ExportScene {
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
   std::optional<double> millimetres = {};            // width in the file, for the formats that take one
   std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
-  bool shared = false;                               // OBJ: every corner once, with materials
-  bool binary = false;                               // STL
-  std::optional<Relief> relief = {};                 // STL and 3MF
-  std::string_view title = {};                       // 3MF and GLB
-  std::string_view source = {};                      // what the knot can be made from again; 3MF and GLB
-  std::string_view thumbnail = {};                   // PNG; 3MF
-  std::string_view materialFile = {};                // name of the file that writeMaterials fills; shared OBJ
-  std::function<void(double)> progress = {};         // told the part done, 0 to 1, now and then; may be empty
+  /// The knot itself as text without white space that needs no escaping (see design/source.h), for the
+  /// formats that carry it; empty: none.
+  std::string_view source = {};
+  bool shared = false;                        // OBJ: every corner once, with materials
+  bool binary = false;                        // STL
+  std::optional<Relief> relief = {};          // STL and 3MF
+  std::string_view title = {};                // 3MF and GLB
+  std::string_view thumbnail = {};            // a PNG file; 3MF
+  std::string_view materialFile = {};         // name of the file that writeMaterials fills; shared OBJ
+  std::function<void(double)> progress = {};  // told the part done, 0 to 1, now and then; may be empty
 
   /// Colour number (1 to 40) of a strand slot.
   int colourNumber(int slot) const { return startColour < 0 ? -startColour : slot; }

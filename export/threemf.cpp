@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "base/colour.h"
+#include "base/checksum.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"
@@ -107,7 +107,7 @@ void writeObject(TextOut& out, const MeshPart& part, std::size_t number, const M
 class ModelScanner {
  public:
   bool take(std::string_view bytes) {
-    crc_ = crcOf(bytes, crc_);
+    crc_ = crc32(bytes, crc_);
     size_ += bytes.size();
     lines_.take(bytes, [this](std::string_view line) { takeLine(line); });
     return true;
@@ -174,7 +174,7 @@ class ThreeMfReader final : public MeshReader {
       if (entry.name == kModelName &&
           inflateRaw(entry.packed, [&](auto block) { return scanner.take(block); }))
         facts = scanner.facts(entry);
-      else if (!entry.deflated && crcOf(entry.packed) != entry.crc)
+      else if (!entry.deflated && crc32(entry.packed) != entry.crc)
         facts.damaged = true;
     }
     return facts;

@@ -2,6 +2,7 @@
 #include "export/zip.h"
 
 #include "base/bytes.h"
+#include "base/checksum.h"
 
 namespace lorivan {
 namespace {
@@ -55,7 +56,7 @@ void ZipWriter::add(Entry entry, std::string_view packed, std::uint64_t rawSize)
 void ZipWriter::addStored(std::string_view name, std::string_view bytes) {
   Entry entry;
   entry.name = name;
-  entry.crc = crcOf(bytes);
+  entry.crc = crc32(bytes);
   add(std::move(entry), bytes, bytes.size());
 }
 
