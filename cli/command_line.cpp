@@ -7,6 +7,7 @@
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
+#include "strands/tracing.h"
 
 namespace lorivan {
 namespace {
@@ -47,6 +48,7 @@ class Parser {
   Status takeRandom();
   Status takeView();
   Status takeWidth();
+  Status takeStrands();
   Status takeFit() { return flag(line_.fit); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
@@ -82,12 +84,14 @@ const std::vector<Option>& options() {
       {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
        &Parser::takeSet},
       {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--strands", "N|most", "set and remove walls until the knot has so many strands",
+       &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
       {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
-           formatsWithWidth(WidthOf::model),
+           formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
        nullptr, nullptr, &OutputOptions::millimetres},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
@@ -96,6 +100,17 @@ const std::vector<Option>& options() {
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
        nullptr, &OutputOptions::animate},
+      {"--weld", "",
+       "obj shares the corners of its polygons and has its materials in a file beside it (.mtl); for "
+       "printers "
+       "3mf and stl are better",
+       nullptr, &OutputOptions::weld},
+      {"--binary", "", "stl in its binary form, a fifth of the size", nullptr, &OutputOptions::binary},
+      {"--relief", "",
+       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate; "
+       "--width says how fine (1000 pixels, 500 samples)",
+       nullptr, &OutputOptions::relief},
+      {"--base", "MM", "thickness of a relief's plate (2)", nullptr, nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -174,6 +189,18 @@ Status Parser::takeWidth() {
   return {};
 }
 
+Status Parser::takeStrands() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  line_.setStrands = true;
+  line_.strands.reset();
+  if (text == "most") return {};
+  const auto strands = parseInteger(text, 1, kMostStrands);
+  if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
+  line_.strands = static_cast<int>(*strands);
+  return {};
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -216,9 +243,11 @@ Status Parser::checkOutputs() const {
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  if (line_.output.base && !line_.output.relief) return wrongUsage("--base is a relief's and needs --relief");
   if (!line_.output.animate) return {};
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
+  if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
   for (const std::string& name : line_.outputs) {
     const std::string extension = extensionOf(name);
     if (extension == "svg") continue;
@@ -251,7 +280,8 @@ Result<CommandLine> Parser::run() {
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.output != OutputOptions{};
+                           !line_.checks.empty() || line_.fit || line_.setStrands ||
+                           line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
   return line_;
 }

@@ -44,9 +44,11 @@ class FileMaker {
   bool mustBuild() const;
   int build();
   int writeOne(const OutputJob& job, const std::string& name);
+  int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
+  int setStrands();
   void fit();
   int write();
 
@@ -138,6 +140,13 @@ int FileMaker::build() {
   return kDone;
 }
 
+int FileMaker::setStrands() {
+  auto changed = withStrands(document_, line_.strands, {});
+  if (!changed) return fail(changed.error());
+  document_ = std::move(*changed);
+  return kDone;
+}
+
 /// Widths that were asked for stay.
 void FileMaker::fit() {
   document_ = withFitPicture(document_, true);
@@ -148,9 +157,17 @@ void FileMaker::fit() {
 }
 
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  const ExportFormat& format = *outputFormat(name, document_.fields);
+  const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
+  const std::string materials = materialsBeside(format, job.options, name);
+  if (status != kDone || materials.empty()) return status;
+  return writeFile(materials, [&](Sink& sink) { return makeMaterials(job, sink); });
+}
+
+int FileMaker::writeFile(const std::string& name, const std::function<Status(Sink&)>& make) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
+  const Status made = make(**sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }
@@ -190,7 +207,8 @@ void FileMaker::noteIgnoredWidth() {
     const auto isOutput = [&](const std::string& name) {
       return outputFormat(name, document_.fields) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    const bool heights = line_.output.relief && format.identifier == "png";
+    if (format.width == WidthOf::nothing && !heights && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
   if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
@@ -201,12 +219,14 @@ int FileMaker::write() {
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;
+  job.note = [this](const std::string& message) { note(message); };
   for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
     const std::string& name = line_.outputs[i];
     job.progress = [&, i](double part) {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.fileName = name;
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;
@@ -227,6 +247,8 @@ int FileMaker::run() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.setStrands)
+    if (const int status = setStrands(); status != kDone) return status;
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   return write();

@@ -33,8 +33,8 @@ inline constexpr double kStandardMillimetres = 100;
 
 /// The model's heights on a plate, in place of its tubes.
 struct Relief {
-  int columns = 500;  // samples across
-  double base = 2;    // thickness of the plate, millimetres
+  int columns = 0;  // samples across
+  double base = 0;  // thickness of the plate, millimetres
 };
 
 /// The tube model and the flat curves of one knot, with what the formats want to know beside them. The
