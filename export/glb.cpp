@@ -130,7 +130,7 @@ std::vector<Normal> normalsOf(const MeshPart& part) {
   eachTriangle(part, [&](std::uint32_t ia, std::uint32_t ib, std::uint32_t ic) {
     const MeshPoint &a = part.points[ia], &b = part.points[ib], &c = part.points[ic];
     const auto span = [](std::int32_t from, std::int32_t to) {
-      return static_cast<float>(static_cast<double>(to) - from);
+      return static_cast<float>(std::int64_t{to} - from);
     };
     const float ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
     const float vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
@@ -271,7 +271,7 @@ Status writeGlb(const ExportScene& scene, Sink& sink) {
   out.text(head);
   writeNumbers(*parts, out);
   if (const Status done = out.finish(); !done) return done;
-  return checkWritten(sink, glbReader(), factsOf(*parts));
+  return checkWritten(sink, glbReader(), [&] { return factsOf(*parts); });
 }
 
 }  // namespace lorivan

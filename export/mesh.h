@@ -70,8 +70,12 @@ class TubeMesh {
   std::uint32_t pointCount(const Strand& strand) const {
     return static_cast<std::uint32_t>(strand.ringCount) * sides_;
   }
+  /// Whether two points stand at one place. Where none do every point is a corner of whole quads.
+  bool anyShared() const { return anyShared_; }
   /// The first point of the whole mesh that stands where this one does.
   std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+
+  std::size_t triangleCount() const;
 
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
   std::size_t cornerCount() const;
@@ -83,6 +87,7 @@ class TubeMesh {
  private:
   void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
+  void comparePlaces(const std::vector<std::uint32_t>& suspects);
   void cutFaces();
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
   std::vector<std::uint32_t> pointsToMove() const;

@@ -39,10 +39,27 @@ class Numbering {
   std::unordered_map<std::uint32_t, std::uint32_t> foreign_;
 };
 
+/// Of a strand whose points all have places of their own: they keep their order.
+void addAll(const TubeMesh& mesh, const TubeMesh::Strand& strand, MeshPart& part) {
+  const std::uint32_t first = mesh.firstPoint(strand);
+  const auto from = mesh.points().begin() + first;
+  part.points.assign(from, from + mesh.pointCount(strand));
+  for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
+    mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+      const auto corners = polygonCorners(face.cut);
+      part.faces.push_back({face.corner[corners[0]] - first, face.corner[corners[1]] - first,
+                            face.corner[corners[2]] - first, face.corner[corners[3]] - first});
+    });
+}
+
 MeshPart partOf(const TubeMesh& mesh, const TubeMesh::Strand& strand) {
   MeshPart part{"Strand " + std::to_string(strand.slot), strand.factors, {}, {}};
-  part.points.reserve(mesh.pointCount(strand));
   part.faces.reserve(mesh.pointCount(strand));
+  if (!mesh.anyShared()) {
+    addAll(mesh, strand, part);
+    return part;
+  }
+  part.points.reserve(mesh.pointCount(strand));
   Numbering numbers(mesh, strand, part.points);
   for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {

@@ -49,10 +49,11 @@ Status writeSharedObj(const ExportScene& scene, Sink& sink) {
   for (const MeshPart& part : *parts) {
     writePart(out, part, index);
     index += static_cast<std::uint32_t>(part.points.size());
-    if (scene.progress) scene.progress(static_cast<double>(&part - parts->data() + 1) / static_cast<double>(parts->size()));
+    if (scene.progress)
+      scene.progress(static_cast<double>(&part - parts->data() + 1) / static_cast<double>(parts->size()));
   }
   if (const Status done = out.finish(); !done) return done;
-  return checkWritten(sink, objReader(), factsOf(*parts));
+  return checkWritten(sink, objReader(), [&] { return factsOf(*parts); });
 }
 
 Status writeMaterials(const ExportScene& scene, Sink& sink) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -51,7 +52,8 @@ std::unique_ptr<MeshReader> objReader();  // with shared corners
 std::unique_ptr<MeshReader> glbReader();
 std::unique_ptr<MeshReader> threeMfReader();
 
-/// Reads the file again where the sink can, and fails when it is not what was to be written.
-Status checkWritten(Sink& sink, std::unique_ptr<MeshReader> reader, const MeshFacts& expected);
+/// Reads the file again where the sink can, and fails when it is not as `expected` says.
+Status checkWritten(Sink& sink, std::unique_ptr<MeshReader> reader,
+                    const std::function<MeshFacts()>& expected);
 
 }  // namespace lorivan

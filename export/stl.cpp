@@ -90,14 +90,14 @@ void eachMeshTriangle(const TubeMesh& mesh, const ExportScene& scene, const Text
     }
 }
 
-/// A file of the triangles that each(use) passes on, of which there are as many as `facts` says.
+/// A file of so many triangles, which each(use) passes on.
 template <class Each>
-Status writeTriangles(bool binary, const MeshFacts& facts, Sink& sink, Each&& each) {
+Status writeTriangles(bool binary, std::size_t triangles, Sink& sink, Each&& each) {
   TextOut out(sink);
   if (binary) {
     std::string head(kBinaryHead);
     head.resize(kHeadSize, ' ');
-    appendLittle32(head, static_cast<std::uint32_t>(facts.triangles));
+    appendLittle32(head, static_cast<std::uint32_t>(triangles));
     out.text(head);
     each(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeFacet(out, a, b, c); });
   } else {
@@ -106,29 +106,39 @@ Status writeTriangles(bool binary, const MeshFacts& facts, Sink& sink, Each&& ea
          [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeTriangle(out, a, b, c); });
     out.line("endsolid");
   }
-  if (const Status done = out.finish(); !done) return done;
-  return checkWritten(sink, binary ? binaryStlReader() : textStlReader(), facts);
+  return out.finish();
 }
 
-}  // namespace
+Status writeTubes(const ExportScene& scene, Sink& sink) {
+  const Result<TubeMesh> mesh = sceneMesh(scene);
+  if (!mesh) return mesh.error();
+  const Status written =
+      writeTriangles(scene.binary, mesh->triangleCount(), sink,
+                     [&](const TextOut& out, auto&& use) { eachMeshTriangle(*mesh, scene, out, use); });
+  if (!written) return written;
+  return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(),
+                      [&] { return factsOf(*mesh); });
+}
 
-Status writeStl(const ExportScene& scene, Sink& sink) {
-  if (!scene.relief) {
-    const Result<TubeMesh> mesh = sceneMesh(scene);
-    if (!mesh) return mesh.error();
-    return writeTriangles(scene.binary, factsOf(*mesh), sink,
-                          [&](const TextOut& out, auto&& use) { eachMeshTriangle(*mesh, scene, out, use); });
-  }
+Status writeRelief(const ExportScene& scene, Sink& sink) {
   const auto parts = sceneParts(scene, kStandardMillimetres);
   if (!parts) return parts.error();
   MeshFacts facts = factsOf(*parts);
   facts.points = 0;
-  return writeTriangles(scene.binary, facts, sink, [&](const TextOut&, auto&& use) {
+  const Status written = writeTriangles(scene.binary, facts.triangles, sink, [&](const TextOut&, auto&& use) {
     for (const MeshPart& part : *parts)
       eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
         use(part.points[a], part.points[b], part.points[c]);
       });
   });
+  if (!written) return written;
+  return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(), [&] { return facts; });
+}
+
+}  // namespace
+
+Status writeStl(const ExportScene& scene, Sink& sink) {
+  return scene.relief ? writeRelief(scene, sink) : writeTubes(scene, sink);
 }
 
 }  // namespace lorivan

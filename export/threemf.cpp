@@ -215,7 +215,7 @@ Status writeThreeMf(const ExportScene& scene, Sink& sink) {
   if (!scene.source.empty()) zip.addStored(kSourceName, scene.source);
   zip.addDeflated(kModelName, model);
   if (!zip.finish()) return unwritable("the file could not be written completely");
-  return checkWritten(sink, threeMfReader(), facts);
+  return checkWritten(sink, threeMfReader(), [&] { return facts; });
 }
 
 }  // namespace lorivan
