@@ -45,6 +45,8 @@ struct Layout {
 
 float metres(std::int32_t thousandths) { return static_cast<float>(thousandths * kThousandthsToMetres); }
 
+std::int32_t thousandths(float length) { return toInt32(static_cast<double>(length) / kThousandthsToMetres); }
+
 std::string triple(const MeshPoint& p) {
   return '[' + shortestText(metres(p.x)) + ',' + shortestText(metres(p.y)) + ',' + shortestText(metres(p.z)) +
          ']';
@@ -174,7 +176,7 @@ class GlbReader final : public MeshReader {
     file_ += bytes;
     return true;
   }
-  MeshFacts finish() override {
+  FileFacts finish() override {
     gatherer_.facts.damaged = !openChunks();
     std::size_t line = json_.find("\"accessors\":[\n"), next = 0;
     if (line == std::string_view::npos) gatherer_.facts.damaged = true;
@@ -223,23 +225,19 @@ class GlbReader final : public MeshReader {
     const char* index = numbers(accessors[0], kIndexSize, indices);
     const char* point = numbers(accessors[1], kPointSize, points);
     const char* normal = numbers(accessors[2], kPointSize, normals);
-    MeshFacts& facts = gatherer_.facts;
+    FileFacts& facts = gatherer_.facts;
     if (index == nullptr || point == nullptr || normal == nullptr || normals != points || indices % 3 != 0) {
       facts.damaged = true;
       return;
-    }
-    for (std::uint32_t i = 0; i < points; ++i, point += kPointSize) {
-      const auto thousandths = [point](int axis) {
-        return toInt32(static_cast<double>(littleFloat(point + 4 * axis)) / kThousandthsToMetres);
-      };
-      gatherer_.point({thousandths(0), thousandths(1), thousandths(2)});
     }
     for (std::uint32_t i = 0; i < indices; i += 3, index += 3 * kIndexSize) {
       const std::uint32_t a = little32(index), b = little32(index + 4), c = little32(index + 8);
       if (a >= points || b >= points || c >= points) facts.damaged = true;
       gatherer_.triangle(facts.points + a, facts.points + b, facts.points + c);
     }
-    facts.points += points;
+    for (std::uint32_t i = 0; i < points; ++i, point += kPointSize)
+      gatherer_.sharedPoint({thousandths(littleFloat(point)), thousandths(littleFloat(point + 4)),
+                             thousandths(littleFloat(point + 8))});
   }
 
   FactsGatherer gatherer_;
@@ -271,7 +269,11 @@ Status writeGlb(const ExportScene& scene, Sink& sink) {
   out.text(head);
   writeNumbers(*parts, out);
   if (const Status done = out.finish(); !done) return done;
-  return checkWritten(sink, glbReader(), [&] { return factsOf(*parts); });
+  return checkWritten(sink, glbReader(), [&] {
+    return factsOf(*parts, [](const MeshPoint& p) {
+      return MeshPoint{thousandths(metres(p.x)), thousandths(metres(p.y)), thousandths(metres(p.z))};
+    });
+  });
 }
 
 }  // namespace lorivan

@@ -47,8 +47,8 @@ class BinaryStlReader final : public MeshReader {
     return true;
   }
 
-  MeshFacts finish() override {
-    MeshFacts& facts = gatherer_.facts;
+  FileFacts finish() override {
+    FileFacts& facts = gatherer_.facts;
     if (!begun_ || !kept_.empty() || count_ != facts.triangles) facts.damaged = true;
     return facts;
   }
@@ -95,7 +95,7 @@ class TextStlReader final : public MeshReader {
     lines_.take(bytes, [this](std::string_view line) { takeLine(line); });
     return true;
   }
-  MeshFacts finish() override {
+  FileFacts finish() override {
     if (!lines_.atEnd() || !ended_) gatherer_.facts.damaged = true;
     return gatherer_.facts;
   }
@@ -129,22 +129,21 @@ class ObjReader final : public MeshReader {
     lines_.take(bytes, [this](std::string_view line) { takeLine(line); });
     return true;
   }
-  MeshFacts finish() override {
+  FileFacts finish() override {
     if (!lines_.atEnd()) gatherer_.facts.damaged = true;
     return gatherer_.facts;
   }
 
  private:
   void takeLine(std::string_view line) {
-    MeshFacts& facts = gatherer_.facts;
+    FileFacts& facts = gatherer_.facts;
     const bool vertex = line.starts_with("v ");
     if (!vertex && !line.starts_with("f ")) return;
     line.remove_prefix(2);
     if (vertex) {
       MeshPoint p;
       if (!takePoint(line, p)) facts.damaged = true;
-      gatherer_.point(p);
-      ++facts.points;
+      gatherer_.sharedPoint(p);
       return;
     }
     std::array<std::uint64_t, 4> corner{};
@@ -179,6 +178,12 @@ void FactsGatherer::point(const MeshPoint& p) {
   box.high = {std::max(box.high.x, p.x), std::max(box.high.y, p.y), std::max(box.high.z, p.z)};
 }
 
+void FactsGatherer::sharedPoint(const MeshPoint& p) {
+  point(p);
+  ++facts.points;
+  facts.places += spread(cornerOf(p));
+}
+
 void FactsGatherer::triangle(std::uint64_t a, std::uint64_t b, std::uint64_t c) {
   ++facts.triangles;
   a = spread(a + 1);
@@ -188,17 +193,17 @@ void FactsGatherer::triangle(std::uint64_t a, std::uint64_t b, std::uint64_t c) 
   if (a == b || b == c || c == a) facts.damaged = true;
 }
 
-MeshFacts factsOf(const std::vector<MeshPart>& parts) {
-  MeshFacts facts;
-  if (!parts.empty()) facts.box = boxOf(parts);
+FileFacts factsOf(const std::vector<MeshPart>& parts,
+                  const std::function<MeshPoint(const MeshPoint&)>& asWritten) {
+  FactsGatherer gatherer;
   for (const MeshPart& part : parts) {
-    facts.points += part.points.size();
-    for (const PartFace& face : part.faces) facts.triangles += face[3] == kNoCorner ? 1 : 2;
+    for (const MeshPoint& p : part.points) gatherer.sharedPoint(asWritten ? asWritten(p) : p);
+    for (const PartFace& face : part.faces) gatherer.facts.triangles += face[3] == kNoCorner ? 1 : 2;
   }
-  return facts;
+  return gatherer.facts;
 }
 
-MeshFacts factsOf(const TubeMesh& mesh) {
+FileFacts factsOf(const TubeMesh& mesh) {
   FactsGatherer gatherer;
   for (const TubeMesh::Strand& strand : mesh.strands())
     for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
@@ -216,13 +221,13 @@ std::unique_ptr<MeshReader> textStlReader() { return std::make_unique<TextStlRea
 std::unique_ptr<MeshReader> objReader() { return std::make_unique<ObjReader>(); }
 
 Status checkWritten(Sink& sink, std::unique_ptr<MeshReader> reader,
-                    const std::function<MeshFacts()>& expected) {
+                    const std::function<FileFacts()>& expected) {
   if (!sink.canReadBack()) return {};
-  const MeshFacts wanted = expected();
+  const FileFacts wanted = expected();
   const bool read = sink.readBack([&](std::string_view block) { return reader->take(block); });
-  const MeshFacts found = reader->finish();
+  const FileFacts found = reader->finish();
   const bool same = read && !found.damaged && found.triangles == wanted.triangles &&
-                    found.points == wanted.points && found.open == 0 &&
+                    found.points == wanted.points && found.places == wanted.places && found.open == 0 &&
                     isNear(found.box.low, wanted.box.low) && isNear(found.box.high, wanted.box.high);
   if (same) return {};
   return unwritable("the file was read back and is not what was written; it was not put in place");

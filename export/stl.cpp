@@ -123,8 +123,8 @@ Status writeTubes(const ExportScene& scene, Sink& sink) {
 Status writeRelief(const ExportScene& scene, Sink& sink) {
   const auto parts = sceneParts(scene, kStandardMillimetres);
   if (!parts) return parts.error();
-  MeshFacts facts = factsOf(*parts);
-  facts.points = 0;
+  FileFacts facts = factsOf(*parts);
+  facts.points = facts.places = 0;
   const Status written = writeTriangles(scene.binary, facts.triangles, sink, [&](const TextOut&, auto&& use) {
     for (const MeshPart& part : *parts)
       eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {

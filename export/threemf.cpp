@@ -112,7 +112,7 @@ class ModelScanner {
     lines_.take(bytes, [this](std::string_view line) { takeLine(line); });
     return true;
   }
-  MeshFacts facts(const ZipEntry& entry) {
+  FileFacts facts(const ZipEntry& entry) {
     if (crc_ != entry.crc || size_ != entry.rawSize || !ended_) gatherer_.facts.damaged = true;
     return gatherer_.facts;
   }
@@ -122,9 +122,8 @@ class ModelScanner {
     if (line.starts_with(kVertexStart)) {
       MeshPoint p;
       if (!takeVertex(line.substr(kVertexStart.size()), p)) gatherer_.facts.damaged = true;
-      gatherer_.point(p);
+      gatherer_.sharedPoint(p);
       ++points_;
-      ++gatherer_.facts.points;
     } else if (line.starts_with(kTriangleStart)) {
       takeTriangle(line.substr(kTriangleStart.size()));
     } else if (line == "<vertices>") {
@@ -166,8 +165,8 @@ class ThreeMfReader final : public MeshReader {
     archive_ += bytes;
     return true;
   }
-  MeshFacts finish() override {
-    MeshFacts facts;
+  FileFacts finish() override {
+    FileFacts facts;
     facts.damaged = true;
     for (const ZipEntry& entry : zipEntries(archive_)) {
       ModelScanner scanner;
@@ -192,12 +191,10 @@ Status writeThreeMf(const ExportScene& scene, Sink& sink) {
   auto parts = sceneParts(scene, kStandardMillimetres);
   if (!parts) return parts.error();
   if (!scene.relief) standUpright(*parts);
-  MeshFacts facts = factsOf(*parts);
-  const MeshPoint low = facts.box.low, high = facts.box.high;
+  const auto [low, high] = boxOf(*parts);
   if (std::max({static_cast<double>(high.x) - low.x, static_cast<double>(high.y) - low.y,
                 static_cast<double>(high.z) - low.z}) > std::numeric_limits<std::int32_t>::max())
     return unwritable("the model is too large for the file");
-  facts.box = {{}, {high.x - low.x, high.y - low.y, high.z - low.z}};
   DeflateSink model(DeflateForm::raw, kFastDeflate);
   TextOut out(model);
   out.text(modelHead(scene, *parts));
@@ -215,7 +212,11 @@ Status writeThreeMf(const ExportScene& scene, Sink& sink) {
   if (!scene.source.empty()) zip.addStored(kSourceName, scene.source);
   zip.addDeflated(kModelName, model);
   if (!zip.finish()) return unwritable("the file could not be written completely");
-  return checkWritten(sink, threeMfReader(), [&] { return facts; });
+  return checkWritten(sink, threeMfReader(), [&, origin = low] {
+    return factsOf(*parts, [&](const MeshPoint& p) {
+      return MeshPoint{p.x - origin.x, p.y - origin.y, p.z - origin.z};
+    });
+  });
 }
 
 }  // namespace lorivan
