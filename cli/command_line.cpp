@@ -87,7 +87,8 @@ const std::vector<Option>& options() {
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
-      {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
+      {"--width", "PIXELS", "width of png and bmp pictures (1000), samples across a relief (500)",
+       &Parser::takeWidth},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
@@ -105,10 +106,9 @@ const std::vector<Option>& options() {
        "printers "
        "3mf and stl are better",
        nullptr, &OutputOptions::weld},
-      {"--binary", "", "stl in its binary form, a fifth of the size", nullptr, &OutputOptions::binary},
+      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary},
       {"--relief", "",
-       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate; "
-       "--width says how fine (1000 pixels, 500 samples)",
+       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
        nullptr, &OutputOptions::relief},
       {"--base", "MM", "thickness of a relief's plate (2)", nullptr, nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
