@@ -10,13 +10,13 @@
 #include "base/sink.h"
 #include "cli/progress_line.h"
 #include "custom/shape_file.h"
-#include "design/document_text.h"
 #include "design/edits.h"
 #include "design/fit.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/outputs.h"
 #include "design/random_knot.h"
+#include "design/source.h"
 
 namespace lorivan {
 namespace {
@@ -37,7 +37,7 @@ class FileMaker {
   int fail(const Error& error, const std::string& where = "");
   void note(const std::string& message);
   int readFile();
-  int readShape(const std::string& text);
+  int readShape();
   void drawRandom();
   void takeValues();
   /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
@@ -45,6 +45,7 @@ class FileMaker {
   bool mustBuild() const;
   int build();
   int writeOne(const OutputJob& job, const std::string& name);
+  int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
@@ -80,11 +81,10 @@ void FileMaker::note(const std::string& message) {
 }
 
 int FileMaker::readFile() {
-  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
-  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
-  if (ownShape()) return readShape(*bytes);
-  auto read = readDocument(*bytes);
-  if (!read) return fail(read.error(), line_.knotFile + ", ");
+  if (ownShape()) return readShape();
+  auto read = readKnotFile(line_.knotFile);
+  if (!read)
+    return fail(read.error(), line_.knotFile + (read.error().message.starts_with("line ") ? ", " : ": "));
   for (const std::string& correction : read->corrections) note(line_.knotFile + ", line 2: " + correction);
   if (read->document.lines->empty())
     return fail(unreadable("line 3: the knot has no lines"), line_.knotFile + ", ");
@@ -92,8 +92,10 @@ int FileMaker::readFile() {
   return kDone;
 }
 
-int FileMaker::readShape(const std::string& text) {
-  auto shape = readShapeText(text);
+int FileMaker::readShape() {
+  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
+  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
+  auto shape = readShapeText(*bytes);
   if (!shape) return fail(shape.error(), line_.knotFile + ", ");
   document_ = withOutline(document_, std::move(*shape));
   document_.fields.shape = Shape::Custom;
@@ -175,9 +177,17 @@ void FileMaker::fitTheBands() {
 }
 
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  const ExportFormat& format = *outputFormat(name, document_.fields);
+  const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
+  const std::string materials = materialsBeside(format, job.options, name);
+  if (status != kDone || materials.empty()) return status;
+  return writeFile(materials, [&](Sink& sink) { return makeMaterials(job, sink); });
+}
+
+int FileMaker::writeFile(const std::string& name, const std::function<Status(Sink&)>& make) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
+  const Status made = make(**sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }
@@ -217,7 +227,8 @@ void FileMaker::noteIgnoredWidth() {
     const auto isOutput = [&](const std::string& name) {
       return outputFormat(name, document_.fields) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    const bool heights = line_.output.relief && format.identifier == "png";
+    if (format.width == WidthOf::nothing && !heights && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
   if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
@@ -228,12 +239,14 @@ int FileMaker::write() {
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;
+  job.note = [this](const std::string& message) { note(message); };
   for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
     const std::string& name = line_.outputs[i];
     job.progress = [&, i](double part) {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.fileName = name;
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;

@@ -44,7 +44,11 @@ class KnotModel {
 
 struct ModelFileOptions {
   std::optional<double> millimetres;
+  std::string_view source;  // see ExportScene
   std::function<void(double)> progress;
+  bool shared = false, binary = false;  // these as in ExportScene
+  std::optional<Relief> relief = {};
+  std::string_view title = {}, thumbnail = {}, materialFile = {};
 };
 
 /// Writes a format whose kind is model.

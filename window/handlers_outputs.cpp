@@ -146,7 +146,7 @@ Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, 
       bench_.status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(percent) + " %");
   };
   const Status made = writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
-                                     {{}, progress}, **sink);
+                                     {{}, {}, progress}, **sink);
   // It knows why bytes were refused, the writer does not.
   if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;
