@@ -68,7 +68,7 @@ void turnAndShow(benchmark::State& state) {
   const CopyRatio ratio(state);
   for (auto _ : state) {
     turnByKey(view, 37);
-    renderer.render(model, {}, view, 0xFFFFFF, false, {pixels.data(), width, height, width});
+    renderer.render(model, {}, view, {}, {}, {pixels.data(), width, height, width});
   }
   state.counters["quads"] = model.QuadCount;
 }
