@@ -10,6 +10,8 @@ namespace {
 constexpr Vec3 kLamp = {-0.2806F, -0.3858F, 0.8789F};
 constexpr float kLampDistance = 1122.4972F;  // as far as the light of the facets
 constexpr float kMostArriving = 8;
+// Together they light a surface that faces the lamp as one lamp alone would.
+constexpr float kLampShare = 0.81F, kOtherShare = 0.35F;
 
 std::uint32_t part(float value) { return static_cast<std::uint32_t>(std::min(value, 255.0F) + 0.5F); }
 
@@ -43,18 +45,10 @@ std::uint32_t SmoothLight::colour(float nx, float ny, float nz, float arriving,
   // A normal that was led past the horizon counts as on it.
   const float facing = std::max(nz * share, 0.0F);
   const float flat = (kLamp.x * nx + kLamp.y * ny) * share;
-  const float c1 = flat + kLamp.z * facing, c2 = flat - kLamp.z * facing;
-  float diffuse = 0, shine = 0;
-  if (c1 > 0) {
-    diffuse += c1;
-    shine += highlight(2 * c1 * facing - kLamp.z);
-  }
-  if (c2 > 0) {
-    diffuse += c2;
-    shine += highlight(2 * c2 * facing + kLamp.z);
-  }
-  const float body = ambient_ + diffuse_ * diffuse * arriving;
-  shine *= arriving;
+  const float c1 = flat + kLamp.z * facing, c2 = kLamp.z * facing - flat;
+  const float shine = c1 > 0 ? highlight(2 * c1 * facing - kLamp.z) * arriving : 0;
+  const float body =
+      ambient_ + diffuse_ * arriving * (kLampShare * std::max(c1, 0.0F) + kOtherShare * std::max(c2, 0.0F));
   return 0xFF000000U | part(body * factors[0] + shine) << 16 | part(body * factors[1] + shine) << 8 |
          part(body * factors[2] + shine);
 }

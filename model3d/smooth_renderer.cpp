@@ -15,7 +15,7 @@ constexpr std::int64_t kSampleBudget = std::int64_t{1} << 23;  // held at one ti
 constexpr std::int64_t kDraftPixels = 700'000;                 // drafts of larger pictures have less samples
 // Where the sample of each row lies in its pixel; no two are in one column.
 constexpr float kPlaces[4] = {0.375F, 0.875F, 0.125F, 0.625F};
-constexpr float kTiny = 0.02F;  // twice the area, below which a triangle has one colour
+constexpr float kTiny = 0.5F;  // twice the area, below which a triangle has one colour
 
 /// Rounded up, for values of moderate size.
 int upward(float value) {
