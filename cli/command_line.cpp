@@ -7,9 +7,23 @@
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
+#include "strands/tracing.h"
 
 namespace lorivan {
 namespace {
+
+class Parser;
+
+/// One row says all about an option: how it is read, and its lines in the usage text.
+struct Option {
+  std::string_view name;
+  std::string_view value;                                  // what follows it, as the usage text names it
+  std::string about;                                       // empty: not in the usage text
+  Status (Parser::*take)() = nullptr;                      // null: one of the two below
+  bool OutputOptions::*flag = nullptr;                     // set by being named
+  std::optional<double> OutputOptions::*length = nullptr;  // takes millimetres
+};
+const std::vector<Option>& options();
 
 /// Walks over the arguments; options may take the next one as their value.
 class Parser {
@@ -19,11 +33,7 @@ class Parser {
   Result<CommandLine> run();
 
  private:
-  struct Option {
-    std::string_view name;
-    Status (Parser::*take)();
-  };
-  static const std::vector<Option> kOptions;
+  friend const std::vector<Option>& options();
 
   Status value(std::string& out) {
     const std::string& option = arguments_[at_];
@@ -38,10 +48,8 @@ class Parser {
   Status takeRandom();
   Status takeView();
   Status takeWidth();
-  Status takeMillimetres();
-  Status takeTransparent() { return flag(line_.transparent); }
+  Status takeStrands();
   Status takeFit() { return flag(line_.fit); }
-  Status takeAnimate() { return flag(line_.animate); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
@@ -49,6 +57,8 @@ class Parser {
   Status takeHelp() { return kind(CommandKind::help); }
   Status takeVersion() { return kind(CommandKind::version); }
   Status takeFile(const std::string& name);
+  Status takeLength(std::optional<double>& length);
+  Status take(const Option& option);
   Status checkOutputs() const;
 
   static Status flag(bool& on) {
@@ -65,17 +75,40 @@ class Parser {
   CommandLine line_;
 };
 
-const std::vector<Parser::Option> Parser::kOptions = {
-    {"--shape", &Parser::takeShape},     {"--preset", &Parser::takePreset},
-    {"--set", &Parser::takeSet},         {"--random", &Parser::takeRandom},
-    {"--view", &Parser::takeView},       {"--width", &Parser::takeWidth},
-    {"--mm", &Parser::takeMillimetres},  {"--transparent", &Parser::takeTransparent},
-    {"--fit", &Parser::takeFit},         {"--animate", &Parser::takeAnimate},
-    {"--quiet", &Parser::takeQuiet},     {"--step", &Parser::takeStep},
-    {"-o", &Parser::takeOutput},         {"--list", &Parser::takeList},
-    {"--help", &Parser::takeHelp},       {"-h", &Parser::takeHelp},
-    {"--version", &Parser::takeVersion},
-};
+const std::vector<Option>& options() {
+  static const std::vector<Option> all = {
+      {"-o", "FILE", "the format is the extension: " + formatExtensions(), &Parser::takeOutput},
+      {"--shape", "NAME", "a standard shape, by its name or its number", &Parser::takeShape},
+      {"--preset", "NAME", "a style, by its name or its number: bands and colours that go together",
+       &Parser::takePreset},
+      {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
+       &Parser::takeSet},
+      {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--strands", "N|most", "set and remove walls until the knot has so many strands",
+       &Parser::takeStrands},
+      {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
+      {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
+      {"--mm", "WIDTH",
+       "finished width in millimetres: of the drawn knot, bands included, in " +
+           formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
+           formatsWithWidth(WidthOf::model),
+       nullptr, nullptr, &OutputOptions::millimetres},
+      {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
+       &Parser::takeFit},
+      {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
+      {"--animate", "",
+       "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
+       "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
+       nullptr, &OutputOptions::animate},
+      {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
+      {"--step", "", "", &Parser::takeStep},
+      {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
+      {"--help", "", "print this", &Parser::takeHelp},
+      {"-h", "", "", &Parser::takeHelp},
+      {"--version", "", "print the version", &Parser::takeVersion},
+  };
+  return all;
+}
 
 Status Parser::takeShape() {
   std::string name;
@@ -132,7 +165,7 @@ Status Parser::takeView() {
   std::string view;
   if (const Status got = value(view); !got) return got;
   if (view != "2d" && view != "3d") return wrongUsage("--view takes 2d or 3d, not \"" + view + "\"");
-  line_.solidView = view == "3d";
+  line_.output.solidView = view == "3d";
   return {};
 }
 
@@ -141,17 +174,30 @@ Status Parser::takeWidth() {
   if (const Status got = value(text); !got) return got;
   const auto width = parseInteger(text, 1, INT32_MAX);
   if (!width) return wrongUsage("--width takes a number of pixels, not \"" + text + "\"");
-  line_.width = static_cast<int>(*width);
+  line_.output.width = static_cast<int>(*width);
   return {};
 }
 
-Status Parser::takeMillimetres() {
+Status Parser::takeStrands() {
   std::string text;
   if (const Status got = value(text); !got) return got;
-  const auto width = parseNumber(text);
-  if (!width || *width < 0.01 || *width > kMostMillimetres)
-    return wrongUsage("--mm takes a width from 0.01 to 100000 millimetres, not \"" + text + "\"");
-  line_.millimetres = *width;
+  line_.setStrands = true;
+  line_.strands.reset();
+  if (text == "most") return {};
+  const auto strands = parseInteger(text, 1, kMostStrands);
+  if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
+  line_.strands = static_cast<int>(*strands);
+  return {};
+}
+
+Status Parser::takeLength(std::optional<double>& length) {
+  const std::string option = arguments_[at_];
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto read = parseNumber(text);
+  if (!read || *read < kLeastMillimetres || *read > kMostMillimetres)
+    return wrongUsage(option + " takes a length from 0.01 to 100000 millimetres, not \"" + text + "\"");
+  length = *read;
   return {};
 }
 
@@ -186,8 +232,9 @@ Status Parser::checkOutputs() const {
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
-  if (!line_.animate) return {};
-  if (line_.solidView) return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
+  if (!line_.output.animate) return {};
+  if (line_.output.solidView)
+    return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
   for (const std::string& name : line_.outputs) {
     const std::string extension = extensionOf(name);
     if (extension == "svg") continue;
@@ -198,13 +245,19 @@ Status Parser::checkOutputs() const {
   return {};
 }
 
+Status Parser::take(const Option& option) {
+  if (option.flag != nullptr) return flag(line_.output.*option.flag);
+  if (option.length != nullptr) return takeLength(line_.output.*option.length);
+  return (this->*option.take)();
+}
+
 Result<CommandLine> Parser::run() {
   for (; at_ < arguments_.size(); ++at_) {
     const std::string& word = arguments_[at_];
     const Option* found = nullptr;
-    for (const Option& option : kOptions)
+    for (const Option& option : options())
       if (option.name == word) found = &option;
-    const Status taken = found != nullptr ? (this->*found->take)() : takeFile(word);
+    const Status taken = found != nullptr ? take(*found) : takeFile(word);
     if (!taken) return taken.error();
   }
   if (line_.kind != CommandKind::window) return line_;
@@ -214,8 +267,8 @@ Result<CommandLine> Parser::run() {
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.width || line_.millimetres || line_.transparent ||
-                           line_.fit || line_.solidView || line_.animate;
+                           !line_.checks.empty() || line_.fit || line_.setStrands ||
+                           line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
   return line_;
 }
@@ -223,6 +276,25 @@ Result<CommandLine> Parser::run() {
 void appendColumn(std::string& out, std::string_view text, std::size_t width) {
   out += text;
   out.append(text.size() < width ? width - text.size() : 1, ' ');
+}
+
+/// The option's lines of the usage text.
+std::string usageOf(const Option& option) {
+  constexpr std::size_t kColumn = 23, kLineLength = 100;
+  std::string line = "  ", out;
+  appendColumn(line, std::string(option.name) + (option.value.empty() ? "" : " ") + std::string(option.value),
+               kColumn - 2);
+  const std::string& about = option.about;
+  for (std::size_t at = 0; at < about.size();) {
+    const std::size_t end = std::min(about.find(' ', at), about.size());
+    if (line.size() + end - at >= kLineLength) {
+      out += line + '\n';
+      line.assign(kColumn, ' ');
+    }
+    line.append(line.back() != ' ' ? " " : "").append(about, at, end - at);
+    at = end + 1;
+  }
+  return out + line + '\n';
 }
 
 std::string parameterList() {
@@ -292,37 +364,16 @@ std::string listText(const std::string& what) {
 }
 
 std::string usageText() {
-  return "lorivan [KNOT.qzd]                 open the window, with this knot if one is named\n"
-         "lorivan [KNOT.qzd] [OPTIONS] -o FILE [-o FILE]...\n"
-         "                                   write files, without a window or a display\n"
-         "KNOT may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
-         "chkShapeT.\n"
-         "\n"
-         "  -o FILE          the format is the extension: " +
-         formatExtensions() +
-         "\n"
-         "  --shape NAME     a standard shape, by its name or its number\n"
-         "  --preset NAME    a style, by its name or its number: bands and colours that go together\n"
-         "  --set FIELD=VALUE  a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated\n"
-         "  --random [SEED]  a random knot; the same seed gives the same knot\n"
-         "  --view 2d|3d     which picture png and bmp hold (2d)\n"
-         "  --width PIXELS   width of png and bmp pictures (1000)\n"
-         "  --mm WIDTH       finished width in millimetres: of the drawn knot, bands included, in\n"
-         "                   " +
-         formatsWithWidth(WidthOf::drawing) +
-         " (the same size in all of them), of the model in\n"
-         "                   " +
-         formatsWithWidth(WidthOf::model) +
-         "\n"
-         "  --fit            bands as wide as the grid has room for, and the knot as large as the picture\n"
-         "  --transparent    leave the background out of svg and png\n"
-         "  --animate        the knot draws itself: -o knot.svg plays in a browser, at the speed of "
-         "vtAnimate and\n"
-         "                   again and again with --set chkLoop=1; -o 'frame-%03d.png' writes numbered "
-         "frames\n"
-         "  --quiet          no notes on the error output\n"
-         "  --list parameters|shapes|presets|formats\n"
-         "  --version, --help\n"
+  std::string out =
+      "lorivan [KNOT]                     open the window, with this knot if one is named\n"
+      "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
+      "                                   write files, without a window or a display\n"
+      "KNOT is a knot file (.qzd). It may also be a shape of your own (.qzc): with -o it gets an AutoGrid "
+      "by\n"
+      "vtGridSize and chkShapeT.\n\n";
+  for (const Option& option : options())
+    if (!option.about.empty()) out += usageOf(option);
+  return out +
          "\n"
          "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"
          "5 an output that cannot be written, 6 no display for the window.\n";

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "design/output_options.h"
 #include "design/parameters.h"
 #include "graph/standard_grids.h"
 
@@ -38,12 +39,10 @@ struct CommandLine {
   std::vector<std::pair<Check, bool>> checks;
   bool random = false;
   std::optional<std::uint64_t> seed;
-  bool solidView = false;    // --view 3d
-  std::optional<int> width;  // pixels
-  std::optional<double> millimetres;
-  bool transparent = false;
-  bool fit = false;      // bands and picture
-  bool animate = false;  // every output is then svg, or a numbered png or bmp
+  OutputOptions output;
+  bool fit = false;  // bands and picture
+  bool setStrands = false;
+  std::optional<int> strands;  // none: as many as possible
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;

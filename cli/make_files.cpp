@@ -47,6 +47,7 @@ class FileMaker {
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
+  int setStrands();
   void fit();
   int write();
 
@@ -137,6 +138,13 @@ int FileMaker::build() {
   return kDone;
 }
 
+int FileMaker::setStrands() {
+  auto changed = withStrands(document_, line_.strands, {});
+  if (!changed) return fail(changed.error());
+  document_ = std::move(*changed);
+  return kDone;
+}
+
 /// Widths that were asked for stay.
 void FileMaker::fit() {
   document_ = withFitPicture(document_, true);
@@ -192,25 +200,21 @@ void FileMaker::noteIgnoredWidth() {
     if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
 }
 
 int FileMaker::write() {
   noteIgnoredWidth();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
-  job.width = line_.width;
-  job.millimetres = line_.millimetres;
-  job.transparent = line_.transparent;
-  job.solidView = line_.solidView;
-  job.animate = line_.animate;
+  job.options = line_.output;
   for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
     const std::string& name = line_.outputs[i];
     job.progress = [&, i](double part) {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
-    const bool frames = line_.animate && extensionOf(name) != "svg";
+    const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;
   }
@@ -230,6 +234,8 @@ int FileMaker::run() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.setStrands)
+    if (const int status = setStrands(); status != kDone) return status;
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   return write();

@@ -53,11 +53,11 @@ int FrameMaker::count() const {
 Result<std::string> FrameMaker::make(int number, PictureFormat format) const {
   const KnotStyle style = knotStyle(job_.document.fields, job_.colours);
   const GridView view =
-      viewOf(job_.knot, job_.document.fields, style, job_.width.value_or(kPictureWidth), true);
+      viewOf(job_.knot, job_.document.fields, style, job_.options.width.value_or(kPictureWidth), true);
   auto surface = job_.platform.createSurface(view.width, view.height());
   if (!surface) return surface.error();
   PictureOptions options = pictureOptions(job_.document.fields);
-  options.transparent = job_.transparent && format == PictureFormat::png;
+  options.transparent = job_.options.transparent && format == PictureFormat::png;
   drawAnimationFrame(**surface, job_.knot.graph, job_.knot.curve, style, view, options, steps_,
                      static_cast<std::size_t>(number) * static_cast<std::size_t>(stride_));
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);

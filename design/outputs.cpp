@@ -16,7 +16,7 @@ constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
 
 PictureOptions optionsOf(const OutputJob& job) {
   PictureOptions options = pictureOptions(job.document.fields);
-  options.transparent = job.transparent;
+  options.transparent = job.options.transparent;
   return options;
 }
 
@@ -28,10 +28,10 @@ Result<std::string> makeKnotFile(const OutputJob& job) {
 /// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
 Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
                                   double standard) {
-  if (!job.millimetres) return standard;
+  if (!job.options.millimetres) return standard;
   const double knot = knotWidth(job.knot.curve, style, view);
   if (knot <= 0) return impossibleKnot("a knot without strands has no width to scale");
-  return *job.millimetres * view.width / knot;
+  return *job.options.millimetres * view.width / knot;
 }
 
 Result<std::string> makeSvg(const OutputJob& job) {
@@ -41,7 +41,7 @@ Result<std::string> makeSvg(const OutputJob& job) {
   if (!pictureWidth) return pictureWidth.error();
   const auto& shape = shapeTable()[static_cast<std::size_t>(job.document.fields.shape)];
   const std::string title = "Knot, " + std::string(shape.name);
-  if (job.animate)
+  if (job.options.animate)
     return animatedSvg(
         job.knot.graph, job.knot.curve, style, view,
         {optionsOf(job), *pictureWidth, title, frameDelay(job.document.fields.number(Param::Animate)),
@@ -87,12 +87,12 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
 
 /// Height maps are twice as wide as other pictures where no width is asked for.
 Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
-  const bool transparent = job.transparent && format == PictureFormat::png;
-  const bool heights = job.solidView && job.document.fields.check(Check::HeightMap);
-  const int width = job.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
+  const bool transparent = job.options.transparent && format == PictureFormat::png;
+  const bool heights = job.options.solidView && job.document.fields.check(Check::HeightMap);
+  const int width = job.options.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
   auto surface = job.platform.createSurface(width, GridView::heightFor(width));
   if (!surface) return surface.error();
-  if (!job.solidView)
+  if (!job.options.solidView)
     drawFlat(job, **surface, transparent);
   else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
     return drawn.error();
@@ -127,7 +127,7 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
     if ((*model)->QuadCount == 0)
       return impossibleKnot("the knot has no strands that a model could be made of");
     return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.millimetres, job.progress}, sink);
+                          {job.options.millimetres, job.progress}, sink);
   }
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

@@ -2,18 +2,15 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 
 #include "base/sink.h"
 #include "design/knot.h"
 #include "design/knot_model.h"
+#include "design/output_options.h"
 #include "export/formats.h"
 #include "platform/platform.h"
 
 namespace lorivan {
-
-/// Width of pictures when none is asked for; height maps are twice as wide.
-inline constexpr int kPictureWidth = 1000;
 
 /// What the outputs of one knot are made from; they share the model.
 struct OutputJob {
@@ -21,11 +18,7 @@ struct OutputJob {
   const Document& document;
   const Knot& knot;  // of the document, traced
   const StrandColours& colours;
-  std::optional<int> width = {};           // pixels of pictures; 1000 when not given
-  std::optional<double> millimetres = {};  // width of the finished knot
-  bool transparent = false;
-  bool solidView = false;  // pictures hold the 3-D view
-  bool animate = false;    // svg holds the animation
+  OutputOptions options = {};
   std::function<void(double)> progress = {};
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();

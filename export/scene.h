@@ -22,7 +22,8 @@ inline constexpr std::string_view kPovTemplateName = "povinit.txt";
 inline constexpr int kMostVrmlVertices = 3'999'000;
 inline constexpr int kMostObjVertices = 3'999'000;
 
-/// The largest width that a thing can be asked to have.
+/// The widths that a thing can be asked to have.
+inline constexpr double kLeastMillimetres = 0.01;
 inline constexpr double kMostMillimetres = 100'000;
 inline constexpr const char* kWidthOutOfRange = "a width must be more than 0 and at most 100000 millimetres";
 constexpr bool isWidth(double millimetres) { return millimetres > 0 && millimetres <= kMostMillimetres; }

@@ -28,7 +28,7 @@ TEST(CommandLine, KeepsItsOptionsInOrder) {
   EXPECT_EQ(line->shape, Shape::Star);
   EXPECT_EQ(line->values.at(1).second, "7");
   EXPECT_EQ(line->checks.at(0), std::make_pair(Check::Mirror, true));
-  EXPECT_TRUE(line->seed == 42U && line->width == 800 && line->millimetres == 12.5);
+  EXPECT_TRUE(line->seed == 42U && line->output.width == 800 && line->output.millimetres == 12.5);
   EXPECT_EQ(line->preset, findPreset("Gold"));
   EXPECT_EQ(line->outputs.size(), 2U);
   EXPECT_TRUE(parseCommandLine({"--mm", "0.01", "-o", "a.svg"}));
