@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "model3d/sample_blend.h"
 
@@ -12,7 +13,8 @@ namespace lorivan {
 namespace {
 
 constexpr std::int64_t kSampleBudget = std::int64_t{1} << 23;  // held at one time
-constexpr std::int64_t kDraftPixels = 700'000;                 // drafts of larger pictures have less samples
+// Drafts of larger pictures have one sample for each pixel, those of very large ones for each four pixels.
+constexpr std::int64_t kDraftPixels = 700'000, kLargeDraft = 1'500'000;
 // Where the sample of each row lies in its pixel; no two are in one column.
 constexpr float kPlaces[4] = {0.375F, 0.875F, 0.125F, 0.625F};
 constexpr std::size_t kCarvedSides = 4;  // up to which a tube keeps its edges, being no round one
@@ -29,6 +31,8 @@ int upward(float value) {
 void SmoothRenderer::render(const TubeModel& model, const LightSettings& light, const ViewState& view,
                             const Lens& lens, const PictureLook& look, PixelBlock target) {
   if (target.pixels == nullptr || target.width <= 0 || target.height <= 0) return;
+  if (look.draft && std::int64_t{target.width} * target.height > kLargeDraft)
+    return renderAtHalfSize(model, light, view, lens, look, target);
   const Projection projection(view);
   const SmoothLight lamp(light);
   rows_ = look.draft && std::int64_t{target.width} * target.height > kDraftPixels ? 1 : 4;
@@ -42,6 +46,21 @@ void SmoothRenderer::render(const TubeModel& model, const LightSettings& light, 
     for (const TubeStrand& strand : model.strands) drawStrand(model, strand, projection, lamp);
     reduceBand(target);
   }
+}
+
+void SmoothRenderer::renderAtHalfSize(const TubeModel& model, const LightSettings& light,
+                                      const ViewState& view, const Lens& lens, const PictureLook& look,
+                                      PixelBlock target) {
+  const int width = (target.width + 1) / 2, height = (target.height + 1) / 2;
+  std::vector<std::uint32_t> pixels = std::move(half_);
+  pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  render(model, light, view, lens, look, {pixels.data(), width, height, width});
+  for (int y = 0; y < target.height; ++y) {
+    const std::uint32_t* from = pixels.data() + static_cast<std::ptrdiff_t>(y / 2) * width;
+    std::uint32_t* to = target.pixels + static_cast<std::ptrdiff_t>(y) * target.stride;
+    for (int x = 0; x < target.width; ++x) to[x] = from[x / 2];
+  }
+  half_ = std::move(pixels);
 }
 
 /// The pixels that balls round all rings cover: never less than the tubes do.

@@ -35,6 +35,8 @@ class SmoothRenderer {
     float at, across, down;
   };
 
+  void renderAtHalfSize(const TubeModel& model, const LightSettings& light, const ViewState& view,
+                        const Lens& lens, const PictureLook& look, PixelBlock target);
   void frame(const TubeModel& model, const Projection& projection, PixelBlock target);
   bool nextBand();
   void drawStrand(const TubeModel& model, const TubeStrand& strand, const Projection& projection,
@@ -56,6 +58,7 @@ class SmoothRenderer {
   bool transparent_ = false;
   std::vector<float> nearness_;
   std::vector<std::uint32_t> colours_;
+  std::vector<std::uint32_t> half_;  // the picture at half its size; very large drafts even smaller
   std::vector<Corner> first_, here_, there_;
 };
 
