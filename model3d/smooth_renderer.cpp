@@ -178,18 +178,7 @@ void SmoothRenderer::triangle(const Corner& a, const Corner& b, const Corner& c,
   const int top = rowAt(high->y), bottom = rowAt(low->y);
   if (top >= bottom) return;
 
-  const bool tiny = std::fabs(area) < kTiny;
-  const float share = tiny ? 0 : 1 / area;
-  const auto plane = [&](float at, float atB, float atC) -> Plane {
-    if (tiny) return {(at + atB + atC) / 3, 0, 0};
-    const float toB = atB - at, toC = atC - at;
-    return {at, (toB * acy - toC * aby) * share, (toC * abx - toB * acx) * share};
-  };
-  const Plane nearness = plane(a.nearness, b.nearness, c.nearness);
-  const Plane nx = plane(a.normal.x, b.normal.x, c.normal.x), ny = plane(a.normal.y, b.normal.y, c.normal.y),
-              nz = plane(a.normal.z, b.normal.z, c.normal.z);
-  const Plane arriving = plane(a.arriving, b.arriving, c.arriving);
-
+  const Planes planes = planesOf(a, b, c, area);
   const auto edge = [](const Corner& from, const Corner& to) -> Edge {
     const float height = to.y - from.y;
     return {from.y, to.y, from.x, height > 0 ? (to.x - from.x) / height : 0};
@@ -206,23 +195,49 @@ void SmoothRenderer::triangle(const Corner& a, const Corner& b, const Corner& c,
     const int begin = upward(std::clamp(from - place, firstPixel, endPixel));
     const int end = upward(std::clamp(to - place, firstPixel, endPixel));
     if (begin >= end) continue;
-    const float dx = static_cast<float>(begin) + place - a.x, dy = y - a.y;
-    const auto value = [dx, dy](const Plane& p) { return p.at + p.across * dx + p.down * dy; };
-    const float nearness0 = value(nearness), nx0 = value(nx), ny0 = value(ny), nz0 = value(nz),
-                arriving0 = value(arriving);
-    const std::size_t at =
-        static_cast<std::size_t>(row - firstRow_) * static_cast<std::size_t>(right_ - left_) +
-        static_cast<std::size_t>(begin - left_);
-    float* depth = nearness_.data() + at;
-    std::uint32_t* colour = colours_.data() + at;
-    for (int k = 0; k < end - begin; ++k) {
-      const auto way = static_cast<float>(k);
-      const float here = nearness0 + nearness.across * way;
-      if (here <= depth[k]) continue;
-      depth[k] = here;
-      colour[k] = light.colour(nx0 + nx.across * way, ny0 + ny.across * way, nz0 + nz.across * way,
-                               arriving0 + arriving.across * way, factors);
-    }
+    fillSpan(row, begin, end, place, planes, light, factors);
+  }
+}
+
+SmoothRenderer::Planes SmoothRenderer::planesOf(const Corner& a, const Corner& b, const Corner& c,
+                                                float area) {
+  const float abx = b.x - a.x, aby = b.y - a.y, acx = c.x - a.x, acy = c.y - a.y;
+  const bool tiny = std::fabs(area) < kTiny;
+  const float share = tiny ? 0 : 1 / area;
+  const auto plane = [&](float at, float atB, float atC) -> Plane {
+    if (tiny) return {(at + atB + atC) / 3, 0, 0};
+    const float toB = atB - at, toC = atC - at;
+    return {at, (toB * acy - toC * aby) * share, (toC * abx - toB * acx) * share};
+  };
+  return {a.x,
+          a.y,
+          plane(a.nearness, b.nearness, c.nearness),
+          plane(a.normal.x, b.normal.x, c.normal.x),
+          plane(a.normal.y, b.normal.y, c.normal.y),
+          plane(a.normal.z, b.normal.z, c.normal.z),
+          plane(a.arriving, b.arriving, c.arriving)};
+}
+
+/// The samples of a row from pixel `begin` to the one before `end`, where nothing nearer lies.
+void SmoothRenderer::fillSpan(int row, int begin, int end, float place, const Planes& planes,
+                              const SmoothLight& light, const std::array<float, 3>& factors) {
+  const float dx = static_cast<float>(begin) + place - planes.x,
+              dy = static_cast<float>(row) + 0.5F - planes.y;
+  const auto value = [dx, dy](const Plane& p) { return p.at + p.across * dx + p.down * dy; };
+  const Plane &n = planes.nearness, &nx = planes.nx, &ny = planes.ny, &nz = planes.nz, &lit = planes.arriving;
+  const float nearness = value(n), x = value(nx), y = value(ny), z = value(nz), arriving = value(lit);
+  const std::size_t at =
+      static_cast<std::size_t>(row - firstRow_) * static_cast<std::size_t>(right_ - left_) +
+      static_cast<std::size_t>(begin - left_);
+  float* depth = nearness_.data() + at;
+  std::uint32_t* colour = colours_.data() + at;
+  for (int k = 0; k < end - begin; ++k) {
+    const auto way = static_cast<float>(k);
+    const float here = nearness + n.across * way;
+    if (here <= depth[k]) continue;
+    depth[k] = here;
+    colour[k] = light.colour(x + nx.across * way, y + ny.across * way, z + nz.across * way,
+                             arriving + lit.across * way, factors);
   }
 }
 

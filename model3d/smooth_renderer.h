@@ -34,6 +34,10 @@ class SmoothRenderer {
   struct Plane {
     float at, across, down;
   };
+  struct Planes {
+    float x, y;  // where `at` is meant
+    Plane nearness, nx, ny, nz, arriving;
+  };
 
   void renderAtHalfSize(const TubeModel& model, const LightSettings& light, const ViewState& view,
                         const Lens& lens, const PictureLook& look, PixelBlock target);
@@ -46,6 +50,9 @@ class SmoothRenderer {
   void joinCorners(const std::vector<Corner>& here, const std::vector<Corner>& there, int join,
                    const SmoothLight& light, const std::array<float, 3>& factors);
   void triangle(const Corner& a, const Corner& b, const Corner& c, const SmoothLight& light,
+                const std::array<float, 3>& factors);
+  static Planes planesOf(const Corner& a, const Corner& b, const Corner& c, float area);
+  void fillSpan(int row, int begin, int end, float place, const Planes& planes, const SmoothLight& light,
                 const std::array<float, 3>& factors);
   void reduceBand(PixelBlock target) const;
 
