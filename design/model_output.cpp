@@ -35,13 +35,15 @@ Result<const TubeModel*> modelOf(const OutputJob& job, int sides) {
 Status drawSolid(const OutputJob& job, Surface& surface, bool transparent, bool heights) {
   const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
   if (!model) return model.error();
-  const Colour background = optionsOf(job).background;
+  PictureLook look = pictureLook(job.document.fields);
+  look.transparent = transparent;
+  look.heightMap = heights;
   if (transparent)
-    surface.clearTransparent(background);
+    surface.clearTransparent(look.background);
   else
-    surface.clear(background);
-  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
-                    heights, surface.lendPixels(), transparent);
+    surface.clear(look.background);
+  ModelPicture().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), {}, look,
+                        surface.lendPixels());
   return {};
 }
 
