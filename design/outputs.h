@@ -24,9 +24,10 @@ struct OutputJob {
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
 
-/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
-/// unknown.
-const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose, or the options:
+/// a drawing for a machine is flat. Null when unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields,
+                                 const OutputOptions& options = {});
 
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);

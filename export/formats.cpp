@@ -15,6 +15,7 @@ constexpr std::string_view kDxf = "dxf";
 constexpr auto kFormats = std::to_array<ExportFormat>({
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
     {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, WidthOf::drawing},
+    {"pdf", "pdf", "PDF", "PDF page with real curves, in millimetres", FormatKind::vector, WidthOf::drawing},
     {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, WidthOf::drawing},
@@ -33,10 +34,12 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
 // clang-format on
 
 bool isChosen(const ExportFormat& format, DxfKind dxf) {
-  return format.extension != kDxf || (format.write == writeDxf2D) == (dxf == DxfKind::flat);
+  return format.extension != kDxf || isFlatDxf(format) == (dxf == DxfKind::flat);
 }
 
 }  // namespace
+
+bool isFlatDxf(const ExportFormat& format) { return format.write == writeDxf2D; }
 
 std::span<const ExportFormat> exportFormats() { return kFormats; }
 
@@ -75,7 +78,7 @@ std::string formatsWithWidth(WidthOf width) {
   std::vector<std::string> names;
   for (const ExportFormat& format : kFormats)
     if (format.width == width)
-      names.push_back((format.write == writeDxf2D ? "flat " : "") + std::string(format.extension));
+      names.push_back((isFlatDxf(format) ? "flat " : "") + std::string(format.extension));
   std::string text;
   for (std::size_t i = 0; i < names.size(); ++i)
     text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
