@@ -150,7 +150,7 @@ void FileMaker::fit() {
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
+  const Status made = makeOutput(*outputFormat(name, document_.fields, job.options), job, **sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }

@@ -24,9 +24,10 @@ struct OutputJob {
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
 
-/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
-/// unknown.
-const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose, or the options:
+/// a drawing for a machine is flat. Null when unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields,
+                                 const OutputOptions& options = {});
 
 /// The knot's text as a file carries it, see design/source.h.
 std::string sourceOf(const OutputJob& job);

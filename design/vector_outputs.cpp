@@ -1,0 +1,116 @@
+#include "design/vector_outputs.h"
+
+#include "export/cut_dxf.h"
+#include "strands/animated_svg.h"
+#include "strands/cut_drawing.h"
+#include "strands/pdf_surface.h"
+#include "strands/svg_surface.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
+
+/// What all vector files of one knot share.
+struct VectorJob {
+  const OutputJob& job;
+  KnotStyle style = knotStyle(job.document.fields, job.colours);
+  GridView view = viewOf(job.knot, job.document.fields, style, kVectorWidth, true);
+};
+
+PictureBox drawnBox(const VectorJob& vector) {
+  const GridBox box = curveBox(vector.job.knot.curve, vector.view.stretch);
+  if (box.empty()) return kEmptyBox;
+  const double half = vector.style.outerWidth() * vector.view.pixelFactor() / 2;
+  const GridView& view = vector.view;
+  return {view.pixelX(box.left) - half, view.pixelY(box.top) - half, view.pixelX(box.right) + half,
+          view.pixelY(box.bottom) + half};
+}
+
+VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox& box) {
+  VectorPage page{vector.view.width, vector.view.height(), millimetres, outputTitle(vector.job),
+                  sourceOf(vector.job)};
+  if (vector.job.options.cornerOrigin && box.right > box.left && box.bottom > box.top) page.box = box;
+  return page;
+}
+
+Result<CutDrawing> makeCut(const VectorJob& vector) {
+  const OutputOptions& wanted = vector.job.options;
+  const auto millimetres = pictureMillimetres(vector.job, vector.style, vector.view, kReferenceMillimetres);
+  if (!millimetres) return millimetres.error();
+  CutOptions options;
+  options.outlines = wanted.outline;
+  options.broken = !vector.job.document.fields.check(Check::FullyCrossed);
+  options.kerf = wanted.kerf.value_or(0);
+  options.millimetres = *millimetres;
+  options.width = wanted.millimetres;
+  return cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+}
+
+void drawInto(VectorSurface& surface, const VectorJob& vector) {
+  PictureOptions options = pictureOptions(vector.job.document.fields);
+  options.transparent = vector.job.options.transparent;
+  drawKnotPicture(surface, vector.job.knot.graph, vector.job.knot.curve, vector.style, vector.view, options);
+}
+
+template <class FileSurface>
+Result<std::string> makeFile(const OutputJob& job) {
+  const VectorJob vector{job};
+  if (asksForCut(job.options)) {
+    const auto cut = makeCut(vector);
+    if (!cut) return cut.error();
+    FileSurface surface(pageOf(vector, cut->millimetres, cut->box));
+    drawCut(surface, *cut);
+    return surface.finish();
+  }
+  const auto millimetres = pictureMillimetres(job, vector.style, vector.view, kReferenceMillimetres);
+  if (!millimetres) return millimetres.error();
+  FileSurface surface(pageOf(vector, *millimetres, drawnBox(vector)));
+  drawInto(surface, vector);
+  return surface.finish();
+}
+
+Result<std::string> makeAnimation(const OutputJob& job) {
+  const VectorJob vector{job};
+  const auto millimetres = pictureMillimetres(job, vector.style, vector.view, kReferenceMillimetres);
+  if (!millimetres) return millimetres.error();
+  PictureOptions options = pictureOptions(job.document.fields);
+  options.transparent = job.options.transparent;
+  return animatedSvg(
+      job.knot.graph, job.knot.curve, vector.style, vector.view,
+      {options, pageOf(vector, *millimetres, drawnBox(vector)),
+       frameDelay(job.document.fields.number(Param::Animate)), job.document.fields.check(Check::Loop)});
+}
+
+}  // namespace
+
+Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
+                                  double standard) {
+  if (!job.options.millimetres) return standard;
+  const double knot = knotWidth(job.knot.curve, style, view);
+  if (knot <= 0) return impossibleKnot("a knot without strands has no width to scale");
+  return *job.options.millimetres * view.width / knot;
+}
+
+std::string outputTitle(const OutputJob& job) {
+  return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(job.document.fields.shape)].name);
+}
+
+Result<std::string> makeSvg(const OutputJob& job) {
+  return job.options.animate ? makeAnimation(job) : makeFile<SvgSurface>(job);
+}
+
+Result<std::string> makePdf(const OutputJob& job) { return makeFile<PdfSurface>(job); }
+
+Status makeCutDxf(const OutputJob& job, Sink& sink) {
+  const VectorJob vector{job};
+  const auto cut = makeCut(vector);
+  if (!cut) return cut.error();
+  const GridView& view = vector.view;
+  const double scale = cut->millimetres / view.width;
+  CutPlace place{scale, view.pixelX(0), view.pixelY(0)};
+  if (job.options.cornerOrigin) place = {scale, cut->box.left, cut->box.bottom};
+  return writeCutDxf(*cut, place, job.options.arcs, sink);
+}
+
+}  // namespace lorivan
