@@ -91,6 +91,9 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model),
        nullptr, nullptr, &OutputOptions::millimetres},
+      {"--height", "HEIGHT",
+       "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
+       nullptr, &OutputOptions::height},
       {"--outline", "",
        "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
        "hidden "

@@ -16,6 +16,7 @@
 #include "design/outputs.h"
 #include "design/random_knot.h"
 #include "design/source.h"
+#include "design/vector_outputs.h"
 
 namespace lorivan {
 namespace {
@@ -47,6 +48,7 @@ class FileMaker {
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
+  void noteOverlap();
   void fit();
   int write();
 
@@ -193,11 +195,23 @@ void FileMaker::noteIgnoredWidth() {
     if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  const std::string asked = line_.output.millimetres ? "--mm" : line_.output.height ? "--height" : "";
+  if (!asked.empty() && !ignoring.empty()) note(asked + " changes nothing in: " + ignoring);
+}
+
+/// As the window's status line says it; in millimetres of the drawing where its size is asked for.
+void FileMaker::noteOverlap() {
+  const double overlap = bandOverlap(document_, *knot_);
+  if (overlap <= 0) return;
+  const auto scale = millimetresPerPixel(document_, *knot_, line_.output);
+  note("the bands run together by " +
+       (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+       ": --fit makes room");
 }
 
 int FileMaker::write() {
   noteIgnoredWidth();
+  noteOverlap();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;

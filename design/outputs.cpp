@@ -4,6 +4,7 @@
 
 #include "design/source.h"
 #include "design/vector_outputs.h"
+#include "export/mesh.h"
 #include "strands/band_paths.h"
 
 namespace lorivan {
@@ -26,7 +27,8 @@ Result<std::string> makeKnotFile(const OutputJob& job) { return textOf(job); }
 Result<std::string> makeEmf(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.document.fields, job.colours);
   const GridView view = viewOf(job.knot, job.document.fields, style, kMetafileWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  const auto pictureWidth = pictureMillimetres(job.options, view, strokedBox(job.knot.curve, style, view),
+                                               2 * kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
   auto metafile = job.platform.createMetafile({view.width, view.height(), *pictureWidth});
   if (!metafile) return metafile.error();
@@ -97,6 +99,23 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
   return findFormat(extensionOf(fileName), flat ? DxfKind::flat : DxfKind::faces);
 }
 
+std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model) {
+  if (!job.options.height) return job.options.millimetres;
+  double width = 0, height = 0;
+  if (format.width == WidthOf::drawing) {
+    const KnotStyle style = knotStyle(job.document.fields, job.colours);
+    const GridView view = viewOf(job.knot, job.document.fields, style, kReferenceWidth, true);
+    const PictureBox box = drawnBox(job.knot.curve, style, view, false);
+    width = box.right - box.left;
+    height = box.bottom - box.top;
+  } else {
+    const ModelBox box = modelBox(model);
+    width = box.x.size();
+    height = box.y.size();
+  }
+  return *wantedScale(job.options, width, height) * width;
+}
+
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   if (asksForCut(job.options) && isFlatDxf(format)) return makeCutDxf(job, sink);
   if (format.kind == FormatKind::model) {
@@ -106,7 +125,7 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
       return impossibleKnot("the knot has no strands that a model could be made of");
     const std::string source = format.carriesSource ? sourceOf(job) : std::string();
     return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.options.millimetres, source, job.progress}, sink);
+                          {wantedWidth(format, job, **model), source, job.progress}, sink);
   }
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

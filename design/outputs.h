@@ -32,6 +32,9 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 /// The knot's text as a file carries it, see design/source.h.
 std::string sourceOf(const OutputJob& job);
 
+/// The width of a model, or of a drawing's flat lines with their bands, that gives it the size asked for.
+std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model);
+
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 

@@ -16,16 +16,13 @@ struct VectorJob {
   const OutputJob& job;
   KnotStyle style = knotStyle(job.document.fields, job.colours);
   GridView view = viewOf(job.knot, job.document.fields, style, kVectorWidth, true);
-};
 
-PictureBox drawnBox(const VectorJob& vector) {
-  const GridBox box = curveBox(vector.job.knot.curve, vector.view.stretch);
-  if (box.empty()) return kEmptyBox;
-  const double half = vector.style.outerWidth() * vector.view.pixelFactor() / 2;
-  const GridView& view = vector.view;
-  return {view.pixelX(box.left) - half, view.pixelY(box.top) - half, view.pixelX(box.right) + half,
-          view.pixelY(box.bottom) + half};
-}
+  /// Of the knot as a picture, see drawnBox().
+  PictureBox box(bool classic) const { return drawnBox(job.knot.curve, style, view, classic); }
+  Result<double> millimetres(const PictureBox& drawn) const {
+    return pictureMillimetres(job.options, view, drawn, kReferenceMillimetres);
+  }
+};
 
 VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox& box) {
   VectorPage page{vector.view.width, vector.view.height(), millimetres, outputTitle(vector.job),
@@ -36,7 +33,7 @@ VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox&
 
 Result<CutDrawing> makeCut(const VectorJob& vector) {
   const OutputOptions& wanted = vector.job.options;
-  const auto millimetres = pictureMillimetres(vector.job, vector.style, vector.view, kReferenceMillimetres);
+  const auto millimetres = vector.millimetres(vector.box(false));
   if (!millimetres) return millimetres.error();
   CutOptions options;
   options.outlines = wanted.outline;
@@ -63,33 +60,43 @@ Result<std::string> makeFile(const OutputJob& job) {
     drawCut(surface, *cut);
     return surface.finish();
   }
-  const auto millimetres = pictureMillimetres(job, vector.style, vector.view, kReferenceMillimetres);
+  const PictureBox box = vector.box(job.document.fields.check(Check::Classic));
+  const auto millimetres = vector.millimetres(box);
   if (!millimetres) return millimetres.error();
-  FileSurface surface(pageOf(vector, *millimetres, drawnBox(vector)));
+  FileSurface surface(pageOf(vector, *millimetres, box));
   drawInto(surface, vector);
   return surface.finish();
 }
 
 Result<std::string> makeAnimation(const OutputJob& job) {
   const VectorJob vector{job};
-  const auto millimetres = pictureMillimetres(job, vector.style, vector.view, kReferenceMillimetres);
+  const PictureBox box = vector.box(true);
+  const auto millimetres = vector.millimetres(box);
   if (!millimetres) return millimetres.error();
   PictureOptions options = pictureOptions(job.document.fields);
   options.transparent = job.options.transparent;
   return animatedSvg(
       job.knot.graph, job.knot.curve, vector.style, vector.view,
-      {options, pageOf(vector, *millimetres, drawnBox(vector)),
-       frameDelay(job.document.fields.number(Param::Animate)), job.document.fields.check(Check::Loop)});
+      {options, pageOf(vector, *millimetres, box), frameDelay(job.document.fields.number(Param::Animate)),
+       job.document.fields.check(Check::Loop)});
 }
 
 }  // namespace
 
-Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
+Result<double> pictureMillimetres(const OutputOptions& options, const GridView& view, const PictureBox& box,
                                   double standard) {
-  if (!job.options.millimetres) return standard;
-  const double knot = knotWidth(job.knot.curve, style, view);
-  if (knot <= 0) return impossibleKnot("a knot without strands has no width to scale");
-  return *job.options.millimetres * view.width / knot;
+  if (!options.millimetres && !options.height) return standard;
+  const double width = box.right - box.left, height = box.bottom - box.top;
+  if (!(width > 0 && height > 0)) return impossibleKnot("a knot without strands has no size to scale");
+  return *wantedScale(options, width, height) * view.width;
+}
+
+std::optional<double> millimetresPerPixel(const Document& document, const Knot& knot,
+                                          const OutputOptions& options) {
+  const KnotStyle style = knotStyle(document.fields, {});
+  const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
+  const PictureBox box = drawnBox(knot.curve, style, view, false);
+  return wantedScale(options, box.right - box.left, box.bottom - box.top);
 }
 
 std::string outputTitle(const OutputJob& job) {

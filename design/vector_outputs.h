@@ -4,15 +4,21 @@
 #include <string>
 
 #include "design/outputs.h"
+#include "strands/drawn_box.h"
 
 namespace lorivan {
 
 /// Width of a picture where nothing else is asked for: its reference pixels, 96 to an inch.
 inline constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
 
-/// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
-Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
+/// Width of the whole picture that gives the drawn knot, which fills `box`, the size asked for; `standard`
+/// when none was.
+Result<double> pictureMillimetres(const OutputOptions& options, const GridView& view, const PictureBox& box,
                                   double standard);
+
+/// Millimetres that a pixel of the 500-pixel picture becomes in drawings; nothing where no size is wanted.
+std::optional<double> millimetresPerPixel(const Document& document, const Knot& knot,
+                                          const OutputOptions& options);
 
 /// The file's title.
 std::string outputTitle(const OutputJob& job);
