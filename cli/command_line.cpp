@@ -93,8 +93,7 @@ const std::vector<Option>& options() {
        nullptr, nullptr, &OutputOptions::millimetres},
       {"--outline", "",
        "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
-       "hidden "
-       "layer holds their centre lines",
+       "hidden layer holds their centre lines",
        nullptr, &OutputOptions::outline},
       {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
        nullptr, &OutputOptions::kerf},
@@ -236,6 +235,7 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
+/// Which options for machines go together.
 Status Parser::checkCuts() const {
   const OutputOptions& wanted = line_.output;
   if (wanted.outline && wanted.lines)

@@ -16,6 +16,7 @@
 #include "design/knot.h"
 #include "design/outputs.h"
 #include "design/random_knot.h"
+#include "design/vector_outputs.h"
 
 namespace lorivan {
 namespace {
@@ -46,7 +47,7 @@ class FileMaker {
   int writeOne(const OutputJob& job, const std::string& name);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnoredWidth();
+  void noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&));
   void fit();
   int write();
 
@@ -183,20 +184,27 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
-void FileMaker::noteIgnoredWidth() {
+/// Names the outputs' formats that an option changes nothing in.
+void FileMaker::noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
-      return outputFormat(name, document_.fields) == &format;
+      return outputFormat(name, document_.fields, line_.output) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    if (!heeds(format) && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (!ignoring.empty()) note(std::string(option) + " changes nothing in: " + ignoring);
 }
 
 int FileMaker::write() {
-  noteIgnoredWidth();
+  const OutputOptions& options = line_.output;
+  if (options.millimetres)
+    noteIgnored("--mm", [](const ExportFormat& format) { return format.width != WidthOf::nothing; });
+  if (options.outline) noteIgnored("--outline", canBeCut);
+  if (options.lines) noteIgnored("--lines", canBeCut);
+  if (options.arcs) noteIgnored("--arcs", isFlatDxf);
+  if (options.cornerOrigin) noteIgnored("--origin", canBeCut);
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;
@@ -206,6 +214,7 @@ int FileMaker::write() {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.note = [&](const std::string& text) { note(name + ": " + text); };
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;

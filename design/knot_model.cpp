@@ -90,6 +90,7 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;
   scene.progress = options.progress;
+  scene.cornerOrigin = options.cornerOrigin;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);
 }

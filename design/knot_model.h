@@ -45,6 +45,7 @@ class KnotModel {
 struct ModelFileOptions {
   std::optional<double> millimetres;
   std::function<void(double)> progress;
+  bool cornerOrigin = false;  // flat lines begin at the knot's lower left corner
 };
 
 /// Writes a format whose kind is model.

@@ -101,7 +101,7 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
     if ((*model)->QuadCount == 0)
       return impossibleKnot("the knot has no strands that a model could be made of");
     return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.options.millimetres, job.progress}, sink);
+                          {job.options.millimetres, job.progress, job.options.cornerOrigin}, sink);
   }
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

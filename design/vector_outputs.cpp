@@ -1,5 +1,6 @@
 #include "design/vector_outputs.h"
 
+#include "base/numbers.h"
 #include "export/cut_dxf.h"
 #include "strands/animated_svg.h"
 #include "strands/cut_drawing.h"
@@ -33,6 +34,14 @@ VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox&
   return page;
 }
 
+std::string narrowNote(const CutDrawing& cut) {
+  const auto text = [](double millimetres) {
+    return shortestText(static_cast<float>(roundHalfEven(millimetres * 100) / 100));
+  };
+  return "the bands have no room beside each other: their outlines are " + text(cut.bandWidth) +
+         " mm wide instead of " + text(cut.bandWidth / cut.narrowed);
+}
+
 Result<CutDrawing> makeCut(const VectorJob& vector) {
   const OutputOptions& wanted = vector.job.options;
   const auto millimetres = pictureMillimetres(vector.job, vector.style, vector.view, kReferenceMillimetres);
@@ -43,7 +52,13 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
-  return cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+  CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+  if (!cut.apart)
+    return impossibleKnot(
+        "the strands lie too close to each other for outlines to be cut; --lines writes the middles of their "
+        "bands");
+  if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
+  return cut;
 }
 
 void drawInto(VectorSurface& surface, const VectorJob& vector) {
@@ -93,6 +108,10 @@ Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, 
 
 std::string outputTitle(const OutputJob& job) {
   return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(job.document.fields.shape)].name);
+}
+
+bool canBeCut(const ExportFormat& format) {
+  return format.identifier == "svg" || format.identifier == "pdf" || isFlatDxf(format);
 }
 
 Result<std::string> makeSvg(const OutputJob& job) {

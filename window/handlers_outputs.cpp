@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::string_view kMetafileProblem =
     "Sorry, there was a problem creating the .emf. Perhaps it's open in an image editor";
-constexpr std::string_view kVector = "svg";
 
 }  // namespace
 
@@ -17,7 +16,7 @@ void Handlers::mnuFileSaveBMP_Click() {
   // What is drawn with pixels alone cannot leave as lines and curves.
   const bool curves = !solid && bench_.knotDrawn();
   const std::string path =
-      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", curves ? "png svg" : "png");
+      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", curves ? "png svg pdf" : "png");
   if (path.empty()) return;
   const auto bytes = pictureFile(extensionOf(path), solid, curves);
   if (!bytes) {
@@ -30,10 +29,11 @@ void Handlers::mnuFileSaveBMP_Click() {
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
-  if (extension == kVector && curves) return knotOutput(kVector);
+  const ExportFormat* known = findFormat(extension, DxfKind::faces);
+  if (curves && known != nullptr && known->kind == FormatKind::vector) return knotOutput(extension);
   const bool png = extension == "png";
   if (!png && !extension.empty() && extension != "bmp")
-    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png or svg" : "bmp or png") +
+    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png, svg or pdf" : "bmp or png") +
                       ", not as " + extension);
   const PictureFormat format = png ? PictureFormat::png : PictureFormat::bmp;
   if (solid && bench_.document().fields.check(Check::HeightMap)) {
