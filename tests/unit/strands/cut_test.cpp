@@ -66,7 +66,7 @@ struct CutKnot {
 TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
   for (const Shape shape : {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Circular})
     for (const float edge : {0.F, 1.F, 3.F}) {
-      CutKnot knot(shape, 4, 3, 6, edge);
+      CutKnot knot(shape, 4, 3, 5, edge);
       const CutDrawing plain = knot.cut();
       ASSERT_TRUE(plain.apart);
       EXPECT_EQ(plain.narrowed, 1) << static_cast<int>(shape) << ' ' << edge;
