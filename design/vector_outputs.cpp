@@ -10,6 +10,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kNoRoomAtAll =
+    "strands touch each other whatever the width of their bands: their outlines cross there";
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
 
 /// What all vector files of one knot share.
@@ -53,10 +55,7 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
-  if (!cut.apart)
-    return impossibleKnot(
-        "the strands lie too close to each other for outlines to be cut; --lines writes the middles of their "
-        "bands");
+  if (!cut.apart && vector.job.note) vector.job.note(std::string(kNoRoomAtAll));
   if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
   return cut;
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "strands/cap_joiner.h"
 #include "strands/cut_room.h"
 
 namespace lorivan {
@@ -130,6 +131,9 @@ CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const Grid
     (wider.apart ? low : high) = part;
     if (wider.apart) drawing = std::move(wider);
   }
+  if (drawing.apart) return drawing;
+  drawing = cutNarrowed(curve, style, view, options, 1);
+  for (CutStrand& strand : drawing.strands) joinCaps(strand.shapes);
   return drawing;
 }
 

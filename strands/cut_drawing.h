@@ -33,13 +33,14 @@ struct CutDrawing {
   double millimetres = 0;  // width of the view's whole picture
   double bandWidth = 0;    // of outlines, millimetres, before the kerf
   double narrowed = 1;     // the part of the bands' width that this is
-  bool apart = true;       // false: pieces overlap even so
+  bool apart = true;       // false: pieces overlap, whatever their width
   PictureBox box;          // of what is shown; empty, with left above right, without strands
 };
 
 /// Pieces are as wide as the coloured bands. Outlines keep 0.1 mm of room between them, or a twelfth of a
 /// narrow band: where edges are thinner than that and the kerf, bands beneath end earlier. Where pieces would
-/// overlap all bands are narrowed until they do not, down to an eighth.
+/// overlap all bands are narrowed until they do not, down to an eighth. Strands that even then touch keep
+/// their width, and their outlines cross.
 CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
                       const CutOptions& options);
 

@@ -1,6 +1,8 @@
 // Files for machines: outlines that keep apart, lines and arcs instead of curves, and PDF pages.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "knot_maker.h"
@@ -85,6 +87,25 @@ TEST(CutDrawing, BandsWithoutRoomAreNarrowedUntilNothingOverlaps) {
   EXPECT_LT(wide.narrowed, 0.9);
   EXPECT_GT(wide.narrowed, 0.3);
   EXPECT_NEAR(widthOf(wide), 100, 0.01);
+}
+
+TEST(CutDrawing, StrandsThatTouchHaveNoLineTwice) {
+  const CutDrawing touching = CutKnot(Shape::Spiral, 3, 3, 20, 1).cut();
+  ASSERT_FALSE(touching.apart);
+  EXPECT_EQ(touching.narrowed, 1);
+  std::vector<std::array<float, 4>> ends;
+  for (const CutStrand& strand : touching.strands)
+    for (const CutShape& shape : strand.shapes)
+      for (const BandContour& contour : shape) {
+        EXPECT_EQ(contour.front().x, contour.back().x);
+        for (std::size_t i = 0; i + 3 < contour.size(); i += 3) {
+          const PointF a = contour[i], b = contour[i + 3];
+          if (std::hypot(a.x - b.x, a.y - b.y) < 1) continue;
+          EXPECT_EQ(std::ranges::find(ends, std::array{b.x, b.y, a.x, a.y}), ends.end());
+          ends.push_back({a.x, a.y, b.x, b.y});
+        }
+      }
+  EXPECT_GT(ends.size(), 50U);
 }
 
 TEST(CutDrawing, CentreLinesAreBrokenOrWhole) {
