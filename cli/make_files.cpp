@@ -1,6 +1,7 @@
 #include "cli/make_files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <new>
 #include <optional>
@@ -47,9 +48,12 @@ class FileMaker {
   int writeOne(const OutputJob& job, const std::string& name);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnoredWidth();
   void noteOverlap();
+  void noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&));
+  int setStrands();
   void fit();
+  void fitTheBands();
+  void noteEmptyOutline(const AutoGridReport& report);
   int write();
 
   Platform& platform_;
@@ -130,8 +134,10 @@ int FileMaker::build() {
   if (!ownShape() && !mustBuild()) return kDone;
   if (!ownShape() && document_.fields.shape == Shape::Custom)
     return fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
-  auto made = ownShape() ? autoGrid(document_) : newGrid(document_, random_ ? &random_ : nullptr);
+  AutoGridReport report;
+  auto made = ownShape() ? autoGrid(document_, &report) : newGrid(document_, random_ ? &random_ : nullptr);
   if (!made) return fail(made.error());
+  if (report.filled < kFilled) noteEmptyOutline(report);
   for (const auto& [parameter, text] : line_.values)
     if (made->fields.text(parameter) != document_.fields.text(parameter))
       note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
@@ -140,9 +146,31 @@ int FileMaker::build() {
   return kDone;
 }
 
+int FileMaker::setStrands() {
+  auto changed = withStrands(document_, line_.strands, {});
+  if (!changed) return fail(changed.error());
+  document_ = std::move(*changed);
+  return kDone;
+}
+
+void FileMaker::noteEmptyOutline(const AutoGridReport& report) {
+  const auto share = [](const AutoGridReport& r) {
+    return std::to_string(static_cast<int>(std::lround(100 * (1 - r.filled)))) + " %";
+  };
+  AutoGridReport better;
+  const auto filling = fillingAutoGrid(document_, &better);
+  const bool helps = filling && better.filled > report.filled + 0.005;
+  note(share(report) + " of the outline stayed empty" +
+       (helps ? "; vtGridSize=" + filling->fields.text(Param::GridSize) + " leaves " + share(better) : ""));
+}
+
 /// Widths that were asked for stay.
 void FileMaker::fit() {
   document_ = withFitPicture(document_, true);
+  fitTheBands();
+}
+
+void FileMaker::fitTheBands() {
   const bool typed = std::ranges::any_of(line_.values, [](const auto& value) {
     return value.first == Param::Width || value.first == Param::Edge;
   });
@@ -186,17 +214,17 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
-void FileMaker::noteIgnoredWidth() {
+/// Names the outputs' formats that an option changes nothing in.
+void FileMaker::noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
-      return outputFormat(name, document_.fields) == &format;
+      return outputFormat(name, document_.fields, line_.output) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    if (!heeds(format) && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  const std::string asked = line_.output.millimetres ? "--mm" : line_.output.height ? "--height" : "";
-  if (!asked.empty() && !ignoring.empty()) note(asked + " changes nothing in: " + ignoring);
+  if (!ignoring.empty()) note(std::string(option) + " changes nothing in: " + ignoring);
 }
 
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for.
@@ -210,7 +238,15 @@ void FileMaker::noteOverlap() {
 }
 
 int FileMaker::write() {
-  noteIgnoredWidth();
+  const OutputOptions& options = line_.output;
+  if (options.millimetres)
+    noteIgnored("--mm", [](const ExportFormat& format) { return format.width != WidthOf::nothing; });
+  else if (options.height)
+    noteIgnored("--height", [](const ExportFormat& format) { return format.width != WidthOf::nothing; });
+  if (options.outline) noteIgnored("--outline", canBeCut);
+  if (options.lines) noteIgnored("--lines", canBeCut);
+  if (options.arcs) noteIgnored("--arcs", isFlatDxf);
+  if (options.cornerOrigin) noteIgnored("--origin", canBeCut);
   noteOverlap();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
@@ -221,6 +257,7 @@ int FileMaker::write() {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.note = [&](const std::string& text) { note(name + ": " + text); };
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;
@@ -241,6 +278,9 @@ int FileMaker::run() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.setStrands)
+    if (const int status = setStrands(); status != kDone) return status;
+  if (ownShape()) fitTheBands();
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   return write();

@@ -125,7 +125,8 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
       return impossibleKnot("the knot has no strands that a model could be made of");
     const std::string source = format.carriesSource ? sourceOf(job) : std::string();
     return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {wantedWidth(format, job, **model), source, job.progress}, sink);
+                          {wantedWidth(format, job, **model), source, job.progress, job.options.cornerOrigin},
+                          sink);
   }
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

@@ -20,6 +20,7 @@ struct OutputJob {
   const StrandColours& colours;
   OutputOptions options = {};
   std::function<void(double)> progress = {};
+  std::function<void(const std::string&)> note = {};  // told what a user should know of a file that is made
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };

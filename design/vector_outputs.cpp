@@ -1,5 +1,6 @@
 #include "design/vector_outputs.h"
 
+#include "base/numbers.h"
 #include "export/cut_dxf.h"
 #include "strands/animated_svg.h"
 #include "strands/cut_drawing.h"
@@ -9,6 +10,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kNoRoomAtAll =
+    "strands touch each other whatever the width of their bands: their outlines cross there";
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
 
 /// What all vector files of one knot share.
@@ -31,6 +34,14 @@ VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox&
   return page;
 }
 
+std::string narrowNote(const CutDrawing& cut) {
+  const auto text = [](double millimetres) {
+    return shortestText(static_cast<float>(roundHalfEven(millimetres * 100) / 100));
+  };
+  return "the bands have no room beside each other: their outlines are " + text(cut.bandWidth) +
+         " mm wide instead of " + text(cut.bandWidth / cut.narrowed);
+}
+
 Result<CutDrawing> makeCut(const VectorJob& vector) {
   const OutputOptions& wanted = vector.job.options;
   const auto millimetres = vector.millimetres(vector.box(false));
@@ -41,7 +52,10 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
-  return cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+  CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+  if (!cut.apart && vector.job.note) vector.job.note(std::string(kNoRoomAtAll));
+  if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
+  return cut;
 }
 
 void drawInto(VectorSurface& surface, const VectorJob& vector) {
@@ -101,6 +115,10 @@ std::optional<double> millimetresPerPixel(const Document& document, const Knot& 
 
 std::string outputTitle(const OutputJob& job) {
   return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(job.document.fields.shape)].name);
+}
+
+bool canBeCut(const ExportFormat& format) {
+  return format.identifier == "svg" || format.identifier == "pdf" || isFlatDxf(format);
 }
 
 Result<std::string> makeSvg(const OutputJob& job) {

@@ -29,6 +29,9 @@ Result<std::string> makePdf(const OutputJob& job);
 /// The flat DXF of outlines or centre lines.
 Status makeCutDxf(const OutputJob& job, Sink& sink);
 
+/// Whether files of the format can hold such lines.
+bool canBeCut(const ExportFormat& format);
+
 /// Whether the options ask for lines that a machine follows instead of the format's usual content.
 inline bool asksForCut(const OutputOptions& options) { return options.outline || options.lines; }
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/sink.h"
-#include "export/flat_path.h"
 #include "strands/cut_drawing.h"
+#include "strands/flat_path.h"
 
 namespace lorivan {
 

@@ -31,20 +31,21 @@ struct CutDrawing {
   std::vector<CutStrand> strands;
   bool outlines = true;    // then the centre lines are a layer that is not shown at first
   double millimetres = 0;  // width of the view's whole picture
+  double bandWidth = 0;    // of outlines, millimetres, before the kerf
+  double narrowed = 1;     // the part of the bands' width that this is
+  bool apart = true;       // false: pieces overlap, whatever their width
   PictureBox box;          // of what is shown; empty, with left above right, without strands
 };
 
-/// Pieces are as wide as the coloured bands. Outlines of neighbouring pieces keep 0.1 mm of room between
-/// them, or a twentieth of a narrow band: where edges are thinner than that and the kerf, bands beneath end
-/// earlier. At crossings without room the band beneath goes on, and outlines cross.
+/// Pieces are as wide as the coloured bands. Outlines keep 0.1 mm of room between them, or a twelfth of a
+/// narrow band: where edges are thinner than that and the kerf, bands beneath end earlier. Where pieces would
+/// overlap all bands are narrowed until they do not, down to an eighth. Strands that even then touch keep
+/// their width, and their outlines cross.
 CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
                       const CutOptions& options);
 
 /// Draws it as hairlines, a group for each strand in a group for each kind. No background.
 void drawCut(VectorSurface& surface, const CutDrawing& drawing);
-
-/// The box that chains of cubic Bezier segments lie in, to a thousandth of a segment.
-void addToBox(PictureBox& box, std::span<const PointF> chain);
 
 /// A box that holds nothing yet.
 inline constexpr PictureBox kEmptyBox{1e30, 1e30, -1e30, -1e30};

@@ -156,7 +156,7 @@ void PdfSurface::wideCurve(const WideCurve& curve) {
   colour(curve.colour, false);
   numbers({curve.width * scale()}, "w");
   word(curve.caps == CapStyle::round ? "[] 0 d 1 J 1 j" : "[] 0 d 0 J 1 j");
-  chain(curve.bezier);
+  chain(fewerNodes(curve));
   word("S");
 }
 

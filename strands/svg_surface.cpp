@@ -200,7 +200,7 @@ void SvgSurface::wideCurve(const WideCurve& curve) {
   attribute("stroke-width", curve.width * scale());
   if (motion_.kind == SvgMotion::Kind::grow) body_ += " pathLength=\"" + std::to_string(kCurveLength) + '"';
   body_ += " d=\"";
-  pathData(curve.bezier);
+  pathData(fewerNodes(curve));
   body_ += "\"/>\n";
 }
 

@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 
+#include "strands/curve_fit.h"
+
 namespace lorivan {
 
 VectorSurface::VectorSurface(const VectorPage& page)
@@ -18,6 +20,25 @@ VectorSurface::VectorSurface(const VectorPage& page)
     pageHeight_ = page.box->bottom - top_;
   }
   decimals_ = pageWidth() < 20 ? 6 : 3;
+}
+
+std::vector<PointF> VectorSurface::fewerNodes(const WideCurve& curve) {
+  constexpr double kShare = 0.004;
+  constexpr int kParts = 4;
+  const auto& chain = curve.bezier;
+  std::vector<LinePoint> points;
+  for (std::size_t i = 0; i + 3 < chain.size(); i += 3)
+    for (int part = points.empty() ? 0 : 1; part <= kParts; ++part) {
+      const auto p = [&](std::size_t k) { return Vec{chain[i + k].x, chain[i + k].y}; };
+      const double t = static_cast<double>(part) / kParts, s = 1 - t;
+      points.push_back(
+          {p(0) * (s * s * s) + p(1) * (3 * s * s * t) + p(2) * (3 * s * t * t) + p(3) * (t * t * t),
+           unit((p(1) - p(0)) * (s * s) + (p(2) - p(1)) * (2 * s * t) + (p(3) - p(2)) * (t * t))});
+    }
+  std::vector<PointF> fitted{chain.front()};
+  fitCurve(points, curve.width * kShare, fitted);
+  fitted.back() = chain.back();
+  return fitted.size() < chain.size() ? fitted : std::vector<PointF>(chain.begin(), chain.end());
 }
 
 std::string VectorSurface::labelOf(std::string_view name) {

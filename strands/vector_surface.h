@@ -55,6 +55,8 @@ class VectorSurface : public Surface {
   static bool isClosed(std::span<const PointF> chain) {
     return chain.front().x == chain.back().x && chain.front().y == chain.back().y;
   }
+  /// The curve's chain with as few nodes as a share of its width allows.
+  static std::vector<PointF> fewerNodes(const WideCurve& curve);
   /// What a drawing program's list of layers calls a group: "strand-1" is "Strand 1".
   static std::string labelOf(std::string_view name);
 

@@ -46,6 +46,9 @@ expect 0 "lorivan: --random" --random --shape 3 -o c.qzd
 expect 0 "vtXNo=25 corrected to 20" --set vtXNo=25 -o d.svg
 expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 -o d.svg
 [[ $("$program" --version) == "Lorivan 3.44k" ]] || fault "version"
+expect 0 "" --set vtXNo=6 --set vtYNo=4 --strands 1 -o one.svg
+expect 4 "the nearest found is 2" --set vtXNo=1 --set vtYNo=1 --strands 9 -o none.svg
+expect 2 "--strands takes" --strands 0 -o none.svg
 expect 6 "a window needs a desktop"
 expect 0 "" --list parameters
 grep -q vtXNo out.txt || fault "the list names no parameter"
@@ -89,7 +92,7 @@ same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
 strandsOf() { grep -o 'id="strand-[0-9]*"' "$1"; }
 [[ $(strandsOf moving.svg) == "$(strandsOf still.svg)" ]] || fault "the moving SVG has other strands"
-grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+grep -q " $(awk "BEGIN { print ${#frames[@]} * 0.022 }")s linear" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
 expect 2 "" --animate -o plain.png
@@ -108,6 +111,26 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 [[ $(od -An -td4 -j32 -N4 plain.emf | tr -d ' ') == 26458 ]] || fault "a metafile is 264.58 mm wide"
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
+
+# What machines follow: closed outlines or centre lines, at the place and of the size asked for.
+cut=(--shape Square-Square --set vtEdge=2 --mm 80)
+expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
+grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(grep viewBox cut.svg)"
+[[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
+grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
+grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
+expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+(($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
+expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
+(($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
+expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+  # shellcheck disable=SC2086
+  expect 2 "" $words -o never.svg
+done
 
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'

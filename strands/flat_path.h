@@ -22,7 +22,8 @@ struct CutPlace {
 };
 
 /// A chain of cubic Bezier segments as straight lines that stray by at most `tolerance` millimetres, or as
-/// arcs with the curve's own directions at their ends. Of a closed chain the first corner is not repeated.
+/// arcs with the curve's own directions at their ends. Segments shorter than that are left out. Of a closed
+/// chain the first corner is not repeated.
 std::vector<PathVertex> flatPath(std::span<const PointF> chain, const CutPlace& place, double tolerance,
                                  bool arcs);
 
