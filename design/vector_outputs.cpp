@@ -52,6 +52,13 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
+  if (wanted.outline && wanted.height) {
+    CutOptions plain = options;
+    plain.width.reset();
+    const PictureBox box = cutDrawing(vector.job.knot.curve, vector.style, vector.view, plain).box;
+    const double across = box.right - box.left;
+    options.width = *wantedScale(wanted, across, box.bottom - box.top) * across;
+  }
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
   if (!cut.apart && vector.job.note) vector.job.note(std::string(kNoRoomAtAll));
   if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
