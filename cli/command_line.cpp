@@ -89,11 +89,12 @@ const std::vector<Option>& options() {
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
-      {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
+      {"--width", "PIXELS", "width of png and bmp pictures (1000), samples across a relief (500)",
+       &Parser::takeWidth},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
-           formatsWithWidth(WidthOf::model),
+           formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
        nullptr, nullptr, &OutputOptions::millimetres},
       {"--height", "HEIGHT",
        "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
@@ -121,6 +122,16 @@ const std::vector<Option>& options() {
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
        nullptr, &OutputOptions::animate},
+      {"--weld", "",
+       "obj shares the corners of its polygons and has its materials in a file beside it (.mtl); for "
+       "printers "
+       "3mf and stl are better",
+       nullptr, &OutputOptions::weld},
+      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary},
+      {"--relief", "",
+       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
+       nullptr, &OutputOptions::relief},
+      {"--base", "MM", "thickness of a relief's plate (2)", nullptr, nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -273,9 +284,11 @@ Status Parser::checkOutputs() const {
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
   if (const Status checked = checkCuts(); !checked) return checked;
+  if (line_.output.base && !line_.output.relief) return wrongUsage("--base is a relief's and needs --relief");
   if (!line_.output.animate) return {};
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
+  if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
   for (const std::string& name : line_.outputs) {
     const std::string extension = extensionOf(name);
     if (extension == "svg") continue;

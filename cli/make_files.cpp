@@ -46,6 +46,7 @@ class FileMaker {
   bool mustBuild() const;
   int build();
   int writeOne(const OutputJob& job, const std::string& name);
+  int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteOverlap();
@@ -178,9 +179,17 @@ void FileMaker::fitTheBands() {
 }
 
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  const ExportFormat& format = *outputFormat(name, document_.fields, job.options);
+  const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
+  const std::string materials = materialsBeside(format, job.options, name);
+  if (status != kDone || materials.empty()) return status;
+  return writeFile(materials, [&](Sink& sink) { return makeMaterials(job, sink); });
+}
+
+int FileMaker::writeFile(const std::string& name, const std::function<Status(Sink&)>& make) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields, job.options), job, **sink);
+  const Status made = make(**sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }
@@ -221,7 +230,9 @@ void FileMaker::noteIgnored(std::string_view option, bool (*heeds)(const ExportF
     const auto isOutput = [&](const std::string& name) {
       return outputFormat(name, document_.fields, line_.output) == &format;
     };
-    if (!heeds(format) && std::ranges::any_of(line_.outputs, isOutput))
+    const bool heights =
+        line_.output.relief && format.identifier == "png" && (option == "--mm" || option == "--height");
+    if (!heeds(format) && !heights && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
   if (!ignoring.empty()) note(std::string(option) + " changes nothing in: " + ignoring);
@@ -258,6 +269,7 @@ int FileMaker::write() {
     };
     job.progress(0);
     job.note = [&](const std::string& text) { note(name + ": " + text); };
+    job.fileName = name;
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;

@@ -90,6 +90,12 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;
   scene.source = options.source;
+  scene.shared = options.shared;
+  scene.binary = options.binary;
+  scene.relief = options.relief;
+  scene.title = options.title;
+  scene.thumbnail = options.thumbnail;
+  scene.materialFile = options.materialFile;
   scene.progress = options.progress;
   scene.cornerOrigin = options.cornerOrigin;
   if (pattern) scene.povTemplate = *pattern;

@@ -9,8 +9,12 @@ namespace lorivan {
 /// Width of pictures when none is asked for; height maps are twice as wide.
 inline constexpr int kPictureWidth = 1000;
 
+/// Samples across a relief's mesh when no width is asked for.
+inline constexpr int kReliefWidth = 500;
+inline constexpr double kReliefBase = 2;  // millimetres
+
 struct OutputOptions {
-  std::optional<int> width = {};           // pixels of pictures; kPictureWidth when not given
+  std::optional<int> width = {};           // pixels of pictures, samples of reliefs
   std::optional<double> millimetres = {};  // width of the finished knot
   std::optional<double> height = {};  // and its height, millimetres; of both, what is reached first counts
   bool transparent = false;           // svg and png without their background
@@ -21,6 +25,10 @@ struct OutputOptions {
   bool arcs = false;                  // flat dxf curves become arcs where they fit
   bool cornerOrigin = false;          // svg, pdf and dxf begin at the knot's lower left corner
   std::optional<double> kerf = {};    // width of a cut in millimetres: outlines move outwards by half
+  bool weld = false;                  // obj with shared corners, and its materials in a second file
+  bool binary = false;                // stl
+  bool relief = false;                // png is a 16-bit height map, stl and 3mf are the model on a plate
+  std::optional<double> base = {};    // thickness of a relief's plate in millimetres
 
   bool operator==(const OutputOptions&) const = default;
 };

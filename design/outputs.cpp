@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "design/model_output.h"
 #include "design/source.h"
 #include "design/vector_outputs.h"
 #include "export/mesh.h"
@@ -11,12 +12,6 @@ namespace lorivan {
 namespace {
 
 constexpr int kMetafileWidth = 10000;  // fine enough to look smooth, still within 16 bits
-
-PictureOptions optionsOf(const OutputJob& job) {
-  PictureOptions options = pictureOptions(job.document.fields);
-  options.transparent = job.options.transparent;
-  return options;
-}
 
 /// With the pass counts that the trace left behind.
 std::string textOf(const OutputJob& job) { return documentText(withPasses(job.document, job.knot.graph)); }
@@ -44,21 +39,9 @@ void drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
 }
 
-Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
-  const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
-  if (!model) return model.error();
-  const Colour background = optionsOf(job).background;
-  if (transparent)
-    surface.clearTransparent(background);
-  else
-    surface.clear(background);
-  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
-                    job.document.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
-  return {};
-}
-
 /// Height maps are twice as wide as other pictures where no width is asked for.
 Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+  if (job.options.relief && format == PictureFormat::png) return makeReliefPicture(job);
   const bool transparent = job.options.transparent && format == PictureFormat::png;
   const bool heights = job.options.solidView && job.document.fields.check(Check::HeightMap);
   const int width = job.options.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
@@ -66,7 +49,7 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   if (!surface) return surface.error();
   if (!job.options.solidView)
     drawFlat(job, **surface, transparent);
-  else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
+  else if (const Status drawn = drawSolid(job, **surface, transparent, heights); !drawn)
     return drawn.error();
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);
   auto bytes = job.platform.encodePicture(**surface, format);
@@ -116,18 +99,19 @@ std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& j
   return *wantedScale(job.options, width, height) * width;
 }
 
+std::string titleOf(const Document& document) {
+  return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(document.fields.shape)].name);
+}
+
+PictureOptions optionsOf(const OutputJob& job) {
+  PictureOptions options = pictureOptions(job.document.fields);
+  options.transparent = job.options.transparent;
+  return options;
+}
+
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   if (asksForCut(job.options) && isFlatDxf(format)) return makeCutDxf(job, sink);
-  if (format.kind == FormatKind::model) {
-    const auto model = job.model->get(job.knot, job.document.fields, job.colours, format.sides);
-    if (!model) return model.error();
-    if ((*model)->QuadCount == 0)
-      return impossibleKnot("the knot has no strands that a model could be made of");
-    const std::string source = format.carriesSource ? sourceOf(job) : std::string();
-    return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {wantedWidth(format, job, **model), source, job.progress, job.options.cornerOrigin},
-                          sink);
-  }
+  if (format.kind == FormatKind::model) return makeModel(format, job, sink);
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;
     const auto bytes = maker.make(job);

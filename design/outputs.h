@@ -21,6 +21,7 @@ struct OutputJob {
   OutputOptions options = {};
   std::function<void(double)> progress = {};
   std::function<void(const std::string&)> note = {};  // told what a user should know of a file that is made
+  std::string fileName = {};  // of the file; a welded OBJ names its materials after it
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
@@ -35,6 +36,14 @@ std::string sourceOf(const OutputJob& job);
 
 /// The width of a model, or of a drawing's flat lines with their bands, that gives it the size asked for.
 std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model);
+
+/// The name of the second file that a welded OBJ of this name needs; empty where there is none.
+std::string materialsBeside(const ExportFormat& format, const OutputOptions& options,
+                            const std::string& fileName);
+Status makeMaterials(const OutputJob& job, Sink& sink);
+
+/// "Knot, Star".
+std::string titleOf(const Document& document);
 
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);

@@ -28,8 +28,8 @@ struct VectorJob {
 };
 
 VectorPage pageOf(const VectorJob& vector, double millimetres, const PictureBox& box) {
-  VectorPage page{vector.view.width, vector.view.height(), millimetres, outputTitle(vector.job),
-                  sourceOf(vector.job)};
+  VectorPage page{vector.view.width, vector.view.height(), millimetres, titleOf(vector.job.document)};
+  page.source = sourceOf(vector.job);
   if (vector.job.options.cornerOrigin && box.right > box.left && box.bottom > box.top) page.box = box;
   return page;
 }
@@ -118,10 +118,6 @@ std::optional<double> millimetresPerPixel(const Document& document, const Knot& 
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
   const PictureBox box = drawnBox(knot.curve, style, view, false);
   return wantedScale(options, box.right - box.left, box.bottom - box.top);
-}
-
-std::string outputTitle(const OutputJob& job) {
-  return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(job.document.fields.shape)].name);
 }
 
 bool canBeCut(const ExportFormat& format) {

@@ -20,9 +20,6 @@ Result<double> pictureMillimetres(const OutputOptions& options, const GridView& 
 std::optional<double> millimetresPerPixel(const Document& document, const Knot& knot,
                                           const OutputOptions& options);
 
-/// The file's title.
-std::string outputTitle(const OutputJob& job);
-
 Result<std::string> makeSvg(const OutputJob& job);
 Result<std::string> makePdf(const OutputJob& job);
 

@@ -110,12 +110,30 @@ bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
 }
 
 std::uint64_t hashOf(const MeshPoint& p) {
-  std::uint64_t h = static_cast<std::uint32_t>(p.x);
-  h = (h ^ h >> 29) * 0x9E3779B97F4A7C15U + static_cast<std::uint32_t>(p.y);
-  h = (h ^ h >> 32) * 0xBF58476D1CE4E5B9U + static_cast<std::uint32_t>(p.z);
-  h = (h ^ h >> 29) * 0x94D049BB133111EBU;
-  return h ^ h >> 32;
+  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
+                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
+                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
+  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
+  return mixed ^ mixed >> 32;
 }
+
+/// Sixteen bits or more for each of so many hashes.
+class BitTable {
+ public:
+  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 4 + 1)) {}
+  bool has(std::uint64_t hash) const {
+    return (words_[hash >> 6 & (words_.size() - 1)] >> (hash & 63) & 1) != 0;
+  }
+  /// False when it was there.
+  bool add(std::uint64_t hash) {
+    const bool isNew = !has(hash);
+    words_[hash >> 6 & (words_.size() - 1)] |= std::uint64_t{1} << (hash & 63);
+    return isNew;
+  }
+
+ private:
+  std::vector<std::uint64_t> words_;
+};
 
 /// One side of a triangle, running from one place to another.
 struct Edge {
@@ -205,20 +223,37 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
   }
 }
 
-/// Fills same_ and shared_ from an open hash table of the points' places.
+/// Fills same_ and shared_. Most points have a place of their own: a table of bits, which stays in the
+/// processor's cache, leaves few that must be compared.
 void TubeMesh::findShared() {
-  const std::size_t size = std::bit_ceil(points_.size() * 2 + 1);
-  std::vector<std::uint32_t> table(size, kNone);
-  same_.resize(points_.size());
-  shared_.assign(points_.size(), 0);
+  const auto count = static_cast<std::uint32_t>(points_.size());
+  same_.resize(count);
+  shared_.assign(count, 0);
   anyShared_ = false;
-  for (std::uint32_t i = 0; i < points_.size(); ++i) {
+  BitTable seen(count), again(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    same_[i] = i;
+    const std::uint64_t hash = hashOf(points_[i]);
+    if (!seen.add(hash)) again.add(hash);
+  }
+  std::vector<std::uint32_t> suspects;
+  for (std::uint32_t i = 0; i < count; ++i)
+    if (again.has(hashOf(points_[i]))) suspects.push_back(i);
+  comparePlaces(suspects);
+}
+
+/// The points in their order; an open hash table of their places.
+void TubeMesh::comparePlaces(const std::vector<std::uint32_t>& suspects) {
+  const std::size_t size = std::bit_ceil(suspects.size() * 2 + 1);
+  std::vector<std::uint32_t> table(size, kNone);
+  for (const std::uint32_t i : suspects) {
     std::size_t at = hashOf(points_[i]) & (size - 1);
     while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
     if (table[at] == kNone) table[at] = i;
     same_[i] = table[at];
-    if (same_[i] != i) shared_[i] = shared_[same_[i]] = 1;
-    anyShared_ = anyShared_ || same_[i] != i;
+    if (same_[i] == i) continue;
+    shared_[i] = shared_[same_[i]] = 1;
+    anyShared_ = true;
   }
 }
 
@@ -294,14 +329,20 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
   if (round % 3 == 2) p.z += step(p.z, centre.z);
 }
 
-Result<TubeMesh> sceneMesh(const ExportScene& scene) {
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard) {
   if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
-  const Result<double> scale = modelScale(scene.model, scene.millimetres);
+  const Result<double> scale = modelScale(scene.model, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
   if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
     return unwritable("the model is too small for the file's three decimals");
   return mesh;
+}
+
+std::size_t TubeMesh::triangleCount() const {
+  std::size_t count = 0;
+  for (const Cut cut : cuts_) count += cut == Cut::gone ? 0 : polygonCorners(cut).size() - 2;
+  return count;
 }
 
 std::size_t TubeMesh::cornerCount() const {

@@ -17,8 +17,8 @@ struct VectorPage {
   int width = 0, height = 0;           // of the whole picture, in its units
   double millimetres = 0;              // width of the whole picture as printed or cut
   std::string title = {};              // UTF-8
-  std::string source = {};             // kept in the file's metadata as it is: text that needs no escaping
   std::optional<PictureBox> box = {};  // the page is only this part; its upper left corner is the origin
+  std::string source = {};             // kept in the file's metadata as it is: text that needs no escaping
 };
 
 /// Its units are fine steps of the picture. Groups become layers of the file.

@@ -194,7 +194,8 @@ Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, 
       asksForCut(job.options) && isFlatDxf(format)
           ? makeOutput(format, job, **sink)
           : writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
-                           {wantedWidth(format, job, model), source, progress, job.options.cornerOrigin}, **sink);
+                           {wantedWidth(format, job, model), source, progress, job.options.cornerOrigin},
+                           **sink);
   // It knows why bytes were refused, the writer does not.
   if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;

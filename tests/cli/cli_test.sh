@@ -131,6 +131,25 @@ for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--
   # shellcheck disable=SC2086
   expect 2 "" $words -o never.svg
 done
+# Models: sizes, second files, height maps, and knots that come out of them again.
+expect 0 "" --shape Star -o star.qzd --weld --binary -o star.3mf -o star.glb -o star.obj -o star.stl
+for file in star.3mf star.glb; do
+  expect 0 "" $file -o again.qzd
+  same star.qzd again.qzd
+done
+expect 0 "" --shape Star -o twice.3mf -o twice.glb
+same star.3mf twice.3mf
+same star.glb twice.glb
+grep -q 'mtllib star.mtl' star.obj && grep -q newmtl star.mtl || fault "no materials beside a welded OBJ"
+(($(od -An -tu4 -j80 -N4 star.stl) * 50 + 84 == $(stat -c %s star.stl))) || fault "no binary STL"
+expect 5 "cannot write no/such" --weld -o lost.obj -o no/such/x.svg
+compgen -G 'lost*' >/dev/null && fault "materials were left although another output failed"
+expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o relief.png -o relief.stl
+grep -q "mm changes nothing" err.txt && fault "a height map has a size"
+[[ $(od -An -tu1 -j24 -N2 relief.png) == "  16   0" ]] || fault "a height map has 16 bits"
+grep -q 'vertex 50.000 0.000 3.000' relief.stl || fault "a relief's plate is 3 mm thick"
+expect 2 "--base is a relief's" --base 3 -o knot.stl
+expect 4 "make it less fine" --relief --width 4000 -o fine.stl
 
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'

@@ -100,8 +100,16 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "anew. The grid is never in it."},
     {"pov", "POV-Ray", "A scene for photographic pictures. The strands are smooth blobs, so no polygon shows."},
     {"wrl", "VRML and X3D viewers", "A world in which the knot turns. Click stops it; drag turns it by hand."},
-    {"obj", "Blender, 3D programs, slicers", "The closed mesh, one group for each strand."},
-    {"stl", "Slicers for 3D printers, casting services", "The closed mesh as triangles."},
+    {"obj", "Blender, 3D programs",
+     "The closed mesh, one group for each strand. For modelling, <code>--weld</code> shares the corners of the "
+     "polygons and adds the colours in a file <code>.mtl</code>. For printing take 3MF or STL."},
+    {"stl", "Slicers for 3D printers, casting services",
+     "The closed mesh as triangles; with <code>--binary</code> in a third of the size, with "
+     "<code>--relief</code> as a relief on a plate."},
+    {"3mf", "Slicers for 3D printers",
+     "The closed mesh in millimetres, an object in its colour for each strand, with a small picture; with "
+     "<code>--relief</code> as a relief on a plate."},
+    {"glb", "Viewers, browsers, Blender, games", "The closed mesh in metres, upright, with a material for each strand."},
     {"xyz", "Point cloud programs", "The points of the model, one on each line."},
     {"gmv", "Jewellery design software", "Rings of four points along every strand."},
     {"dxf", "CAD, CNC routers, laser cutters", "Flat lines for cutting, or the model's faces: the box “2D DXF” "

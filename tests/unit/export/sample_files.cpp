@@ -28,16 +28,24 @@ const Sample kSamples[] = {
     {"high", Shape::Spiral, 5, 2, {.polySides = 4, .polyRadius = 10, .polyZF = 10}},
 };
 
-bool writeSample(const Sample& sample, const ExportFormat& format, const std::string& folder,
-                 const std::string& povTemplate) {
+/// A format's identifier, empty for all, and a form of it.
+constexpr std::pair<std::string_view, std::string_view> kForms[] = {
+    {"", ""}, {"stl", "binary"}, {"stl", "relief"}, {"obj", "shared"}, {"3mf", "relief"}};
+
+/// `form` is empty, or names the other form that a format has.
+bool writeSample(const Sample& sample, const ExportFormat& format, std::string_view form,
+                 const std::string& folder, const std::string& povTemplate) {
   const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
   ExportScene scene = knot.scene();
   scene.povTemplate = povTemplate;
+  scene.binary = form == "binary";
+  scene.shared = form == "shared";
+  if (form == "relief") scene.relief = {100, 2};
   MemorySink sink;
   const Status written = format.write(scene, sink);
   if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());
-  const std::string path =
-      folder + "/" + sample.name + "-" + std::string(format.identifier) + "." + std::string(format.extension);
+  const std::string path = folder + "/" + sample.name + "-" + std::string(format.identifier) + "-" +
+                           std::string(form) + "." + std::string(format.extension);
   return written && writeFile(path, sink.bytes);
 }
 
@@ -75,7 +83,10 @@ int main(int count, char** words) {
   for (const auto& sample : lorivan::kSamples) {
     if (!lorivan::writeCuts(sample, words[1])) return 5;
     for (const auto& format : lorivan::exportFormats())
-      if (format.write != nullptr && !lorivan::writeSample(sample, format, words[1], *povTemplate)) return 5;
+      for (const auto& [identifier, form] : lorivan::kForms)
+        if (format.write != nullptr && (identifier.empty() || identifier == format.identifier) &&
+            !lorivan::writeSample(sample, format, form, words[1], *povTemplate))
+          return 5;
   }
   return 0;
 }
