@@ -17,6 +17,7 @@
 #include "design/outputs.h"
 #include "design/random_knot.h"
 #include "design/source.h"
+#include "design/vector_outputs.h"
 
 namespace lorivan {
 namespace {
@@ -48,7 +49,8 @@ class FileMaker {
   int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnoredWidth();
+  void noteOverlap();
+  void noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&));
   int setStrands();
   void fit();
   void fitTheBands();
@@ -177,7 +179,7 @@ void FileMaker::fitTheBands() {
 }
 
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
-  const ExportFormat& format = *outputFormat(name, document_.fields);
+  const ExportFormat& format = *outputFormat(name, document_.fields, job.options);
   const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
   const std::string materials = materialsBeside(format, job.options, name);
   if (status != kDone || materials.empty()) return status;
@@ -221,31 +223,52 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
-void FileMaker::noteIgnoredWidth() {
+/// Names the outputs' formats that an option changes nothing in.
+void FileMaker::noteIgnored(std::string_view option, bool (*heeds)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
-      return outputFormat(name, document_.fields) == &format;
+      return outputFormat(name, document_.fields, line_.output) == &format;
     };
-    const bool heights = line_.output.relief && format.identifier == "png";
-    if (format.width == WidthOf::nothing && !heights && std::ranges::any_of(line_.outputs, isOutput))
+    const bool heights =
+        line_.output.relief && format.identifier == "png" && (option == "--mm" || option == "--height");
+    if (!heeds(format) && !heights && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (!ignoring.empty()) note(std::string(option) + " changes nothing in: " + ignoring);
+}
+
+/// As the window's status line says it; in millimetres of the drawing where its size is asked for.
+void FileMaker::noteOverlap() {
+  const double overlap = bandOverlap(document_, *knot_);
+  if (overlap <= 0) return;
+  const auto scale = millimetresPerPixel(document_, *knot_, line_.output);
+  note("the bands run together by " +
+       (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+       ": --fit makes room");
 }
 
 int FileMaker::write() {
-  noteIgnoredWidth();
+  const OutputOptions& options = line_.output;
+  if (options.millimetres)
+    noteIgnored("--mm", [](const ExportFormat& format) { return format.width != WidthOf::nothing; });
+  else if (options.height)
+    noteIgnored("--height", [](const ExportFormat& format) { return format.width != WidthOf::nothing; });
+  if (options.outline) noteIgnored("--outline", canBeCut);
+  if (options.lines) noteIgnored("--lines", canBeCut);
+  if (options.arcs) noteIgnored("--arcs", isFlatDxf);
+  if (options.cornerOrigin) noteIgnored("--origin", canBeCut);
+  noteOverlap();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;
-  job.note = [this](const std::string& message) { note(message); };
   for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
     const std::string& name = line_.outputs[i];
     job.progress = [&, i](double part) {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.note = [&](const std::string& text) { note(name + ": " + text); };
     job.fileName = name;
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)

@@ -59,7 +59,8 @@ Status makeModel(const ExportFormat& format, const OutputJob& job, Sink& sink) {
     if (!picture) return picture.error();
     thumbnail = std::move(*picture);
   }
-  ModelFileOptions options{job.options.millimetres, source, job.progress};
+  ModelFileOptions options{wantedWidth(format, job, **model), source, job.progress};
+  options.cornerOrigin = job.options.cornerOrigin;
   options.shared = job.options.weld;
   options.binary = job.options.binary;
   if (job.options.relief)
@@ -93,8 +94,7 @@ Result<std::string> makeReliefPicture(const OutputJob& job) {
   std::string bytes = greyPng(picture);
   if (bytes.empty()) return unwritable("the picture could not be deflated");
   if (job.note)
-    job.note(std::string(fileNameOf(job.fileName)) + ": " + perLevel + " mm per level, " +
-             std::string(MyFormat(static_cast<float>(map->top * width))) +
+    job.note(perLevel + " mm per level, " + std::string(MyFormat(static_cast<float>(map->top * width))) +
              " mm from 0 to 65535 at a width of " + shortestText(static_cast<float>(width)) + " mm");
   return withPngSource(std::move(bytes), sourceOf(job));
 }

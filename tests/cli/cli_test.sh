@@ -92,7 +92,7 @@ same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
 strandsOf() { grep -o 'id="strand-[0-9]*"' "$1"; }
 [[ $(strandsOf moving.svg) == "$(strandsOf still.svg)" ]] || fault "the moving SVG has other strands"
-grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+grep -q " $(awk "BEGIN { print ${#frames[@]} * 0.022 }")s linear" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
 expect 2 "" --animate -o plain.png
@@ -112,6 +112,25 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
 
+# What machines follow: closed outlines or centre lines, at the place and of the size asked for.
+cut=(--shape Square-Square --set vtEdge=2 --mm 80)
+expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
+grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(grep viewBox cut.svg)"
+[[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
+grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
+grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
+expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+(($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
+expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
+(($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
+expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+  # shellcheck disable=SC2086
+  expect 2 "" $words -o never.svg
+done
 # Models: sizes, second files, height maps, and knots that come out of them again.
 expect 0 "" --shape Star -o star.qzd --weld --binary -o star.3mf -o star.glb -o star.obj -o star.stl
 for file in star.3mf star.glb; do
