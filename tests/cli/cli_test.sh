@@ -121,6 +121,8 @@ grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more t
 grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
 expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
 expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
+[[ ! -s err.txt ]] || fault "centre lines need no room: $(cat err.txt)"
 (($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
 expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 (($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
