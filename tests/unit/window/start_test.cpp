@@ -59,7 +59,7 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "txtGridSize=33");
   const Pairs checks = pairs(
       "chkShowGrid=0 chkShowCrossings=0 chkDXF2D=1 chkFullyCrossed=1 chkShapeT=0 chkHeightMap=1 "
-      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1");
+      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0");
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
       "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True");
