@@ -41,7 +41,7 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
     if (heights == nullptr) return unwritable("the height map could not be made");
     return bench_.platform.encodePicture(*heights, format);
   }
-  return bench_.platform.encodePicture(bench_.window.surface(pictureInFront()), format);
+  return bench_.lendPicture([&](Surface& picture) { return bench_.platform.encodePicture(picture, format); });
 }
 
 /// The drawn knot in a format of the format table.
@@ -52,10 +52,6 @@ Result<std::string> Handlers::knotOutput(std::string_view extension) {
   if (const Status made = makeOutput(*findFormat(extension, DxfKind::faces), job, sink); !made)
     return made.error();
   return std::move(sink.bytes);
-}
-
-ControlId Handlers::pictureInFront() const {
-  return bench_.solidShown() ? controlId("picKnot") : controlId("picGrid");
 }
 
 void Handlers::mnuFileSaveEMF_Click() {
@@ -72,13 +68,14 @@ void Handlers::mnuFileSaveEMF_Click() {
 }
 
 void Handlers::mnuEditCopy_Click() {
-  Surface& picture = bench_.window.surface(pictureInFront());
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
-  const Status copied = clipboard.putPicture(picture);
-  bench_.status(copied ? "The picture is on the clipboard, " + std::to_string(picture.width()) + " x " +
-                             std::to_string(picture.height()) + " pixels"
-                       : copied.error().message);
+  std::string size;
+  const Status copied = bench_.lendPicture([&](Surface& picture) {
+    size = std::to_string(picture.width()) + " x " + std::to_string(picture.height()) + " pixels";
+    return clipboard.putPicture(picture);
+  });
+  bench_.status(copied ? "The picture is on the clipboard, " + size : copied.error().message);
 }
 
 /// The row for the option button that is chosen; null when none is.

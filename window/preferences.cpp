@@ -76,6 +76,8 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
     case WindowState::drawAtOnce:
       bench.drawAtOnce = truthOf(text);
       return;
+    case WindowState::symmetry:
+      return bench.symmetry.choose(symmetryOf(text), bench.knot().graph);
     case WindowState::saveFormat:
       for (const ExportFormat& format : exportFormats())
         if (!format.option.empty())
@@ -142,6 +144,8 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.document().fields.fitPicture);
     case WindowState::drawAtOnce:
       return truth(bench_.drawAtOnce);
+    case WindowState::symmetry:
+      return symmetryName(bench_.symmetry.chosen());
     case WindowState::saveFormat:
       break;
   }

@@ -62,7 +62,7 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0");
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
-      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True");
+      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;
