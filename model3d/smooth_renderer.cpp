@@ -15,7 +15,8 @@ constexpr std::int64_t kSampleBudget = std::int64_t{1} << 23;  // held at one ti
 constexpr std::int64_t kDraftPixels = 700'000;                 // drafts of larger pictures have less samples
 // Where the sample of each row lies in its pixel; no two are in one column.
 constexpr float kPlaces[4] = {0.375F, 0.875F, 0.125F, 0.625F};
-constexpr float kTiny = 0.5F;  // twice the area, below which a triangle has one colour
+constexpr std::size_t kCarvedSides = 4;  // up to which a tube keeps its edges, being no round one
+constexpr float kTiny = 0.5F;            // twice the area, below which a triangle has one colour
 
 /// Rounded up, for values of moderate size.
 int upward(float value) {
@@ -126,8 +127,19 @@ void SmoothRenderer::joinCorners(const std::vector<Corner>& here, const std::vec
     const Corner &a = here[m], &b = here[nextHere], &c = there[nextThere], &d = there[n];
     n = nextThere;
     if (!(a.seen && b.seen && c.seen && d.seen)) continue;
-    triangle(a, b, c, light, factors);
-    triangle(a, c, d, light, factors);
+    if (sides > kCarvedSides) {
+      triangle(a, b, c, light, factors);
+      triangle(a, c, d, light, factors);
+    } else {
+      const auto facing = [](Corner corner, const Corner& beside) {
+        corner.normal = {corner.normal.x + beside.normal.x, corner.normal.y + beside.normal.y,
+                         corner.normal.z + beside.normal.z};
+        return corner;
+      };
+      const Corner first = facing(a, b), third = facing(c, d);
+      triangle(first, facing(b, a), third, light, factors);
+      triangle(first, third, facing(d, c), light, factors);
+    }
   }
 }
 

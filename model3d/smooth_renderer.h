@@ -12,7 +12,8 @@
 namespace lorivan {
 
 /// Keeps its memory from one picture to the next. The brightness of a place depends on where the round tube
-/// faces there, not on how many sides stand for it. What of the tubes runs through others is hidden by depth.
+/// faces there, not on how many sides stand for it; only tubes of three or four sides show their edges. What
+/// of the tubes runs through others is hidden by depth.
 class SmoothRenderer {
  public:
   void render(const TubeModel& model, const LightSettings& light, const ViewState& view, const Lens& lens,

@@ -24,6 +24,9 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
 Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out);
 
+/// Quads that are shown well within a frame of 33 milliseconds, on slow machines too.
+inline constexpr std::int64_t kQuickModel = 60'000;
+
 /// Settings for a coarser model of the same strands, of at most `most` quads where three sides and one sample
 /// for each point allow it; `quads` is what the settings make.
 TubeSettings coarserSettings(TubeSettings settings, std::int64_t quads, std::int64_t most);

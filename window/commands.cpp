@@ -83,7 +83,7 @@ constexpr CommandRow turnsRow(std::string_view name) {
           "",
           "",
           [](Handlers& h) { h.mnuSymmetryTurns_Click(Place); },
-          nullptr,
+          [](const Workbench& b) { return Place < b.symmetry.turns().size(); },
           [](const Workbench& b) {
             const auto& turns = b.symmetry.turns();
             return Place < turns.size() && b.symmetry.inForce().turns == turns[Place];

@@ -33,8 +33,8 @@ void Handlers::showModel() {
 }
 
 void Handlers::picKnot_Mouse(const MouseEvent& event) {
-  if (!bench_.solidShown()) return;
   if (event.action == MouseAction::release) mouseRests();
+  if (!bench_.solidShown()) return;
   if (bench_.solid.dragged(event))
     bench_.viewTurned();
   else if (bench_.solid.lensMoved(event))

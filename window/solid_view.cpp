@@ -12,8 +12,6 @@
 namespace lorivan {
 namespace {
 
-/// Polygons that are shown well within a frame of 33 milliseconds, on slow machines too.
-constexpr std::int64_t kQuickModel = 60'000;
 constexpr float kZoomStep = 1.2F;  // of a notch of the wheel, and of a key
 constexpr float kFarthestPan = 100;
 constexpr int kMiddleButton = 3;

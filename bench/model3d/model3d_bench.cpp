@@ -81,5 +81,34 @@ BENCHMARK(turnAndShow)
     ->Args({0, 2000, 1})
     ->Unit(benchmark::kMillisecond);
 
+/// A frame while a model is dragged. Arguments: its quads, the picture's width, and whether it is smooth.
+void drag(benchmark::State& state) {
+  TubeSettings settings;
+  settings.polySides = state.range(0) > 100'000 ? 40 : 8;
+  settings.polyPoints = state.range(0) > 100'000 ? 15 : 5;
+  settings.polyRadius = 2;
+  const auto points = static_cast<int>(state.range(0) / (settings.polySides * settings.polyPoints));
+  const StrandStore strands = woven(points, 19, 20);
+  TubeModel model;
+  const auto shown = coarserSettings(settings, state.range(0), kQuickModel);
+  if (!buildTube(strands, shown, colours(), model)) state.SkipWithError("refused");
+  const auto width = static_cast<int>(state.range(1)), height = width * 4 / 5;
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  ModelPicture renderer;
+  PictureLook look;
+  look.smooth = state.range(2) != 0;
+  look.draft = true;
+  ViewState view;
+  const CopyRatio ratio(state);
+  for (auto _ : state) {
+    turnByKey(view, 37);
+    renderer.render(model, {}, view, {}, look, {pixels.data(), width, height, width});
+  }
+  state.counters["shown"] = model.QuadCount;
+}
+BENCHMARK(drag)
+    ->ArgsProduct({{1'000, 100'000, 960'000}, {500, 1000, 2000}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace lorivan

@@ -39,6 +39,7 @@ void PictureView::refresh() {
 Result<std::unique_ptr<PictureView>> PictureView::create(HWND parent, int id, MouseHandler onMouse) {
   WNDCLASSEXW kind{};
   kind.cbSize = sizeof kind;
+  kind.style = CS_DBLCLKS;
   kind.lpfnWndProc = procedure;
   kind.hInstance = GetModuleHandleW(nullptr);
   kind.lpszClassName = kClass;

@@ -70,8 +70,9 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"view", "vtTheta", "Turns the model round its upright axis, in degrees.", "0 30 60"},
     {"view", "vtPhi", "Tilts it towards you or away, in degrees.", "0 30 60"},
     {"view", "vtPsi", "Rolls it in the plane of the picture, in degrees.", "0 30 60"},
-    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter. Small faces look darker than large ones, so a model with "
-     "many sides and points wants more of it.", "0.3 0.6 1"},
+    {"view", "chkSmooth", "Shades the model as the round tubes that it stands for, as bright with many sides as with few. "
+     "Without it every face is painted by itself, and small faces are darker than large ones.", "0 1"},
+    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter.", "0 0.3 1"},
     {"view", "vtKd", "Light that falls on the surface from the lamp: it shapes the tubes."},
     {"view", "vtKs", "Strength of the highlights. 0 looks like clay, 1 like polished metal."},
     {"view", "vtNFact", "Size of the highlights: the higher the number, the smaller and sharper they are."},

@@ -17,7 +17,7 @@ TEST(LinesPassed, MiddlesAreStruckAndPointsAreNot) {
   const auto struck = [&](GridPlace from, GridPlace to) { return linesPassed(graph, from, to).size(); };
   EXPECT_EQ(struck({-45, -45}, {45, -45}), 3U) << "through the middles of cells";
   EXPECT_EQ(struck({-60, 0}, {60, 0}), 4U) << "along a row of lines, though across the ends of others";
-  EXPECT_EQ(struck({-52, -4}, {-38, -4}), 0U) << "within a cell";
+  EXPECT_EQ(struck({-52, -8}, {-38, -8}), 0U) << "within a cell";
   EXPECT_EQ(struck({-30, -30}, {-30, -30}), 0U) << "on a point";
   const int line = linesPassed(graph, {-40, -45}, {-20, -45}).front();
   graph.Lines[static_cast<std::size_t>(line)].Kind = kNoLine;

@@ -22,13 +22,13 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
     GridView view(knot.settings.stretch, 1000);
     fitView(view, *knot.graph, knot.curve, style);
     RecordingSurface picture(1000, 800);
-    drawKnotPicture(picture, *knot.graph, knot.curve, style, view, {.showGrid = false});
+    drawKnot(picture, knot.curve, style, view);
     int seen = 0;
     for (int y = 0; y < 800; y += 7)
       for (int x = 0; x < 1000; x += 7) {
         const int slot = strandAt(knot.curve, style, view, x, y);
         const Colour colour = picture.pixel({x, y});
-        if (colour == 0xFFFFFF) EXPECT_EQ(slot, 0) << x << ' ' << y;
+        EXPECT_TRUE(colour != 0xFFFFFF || slot == 0) << x << ' ' << y;
         if ((colour & 0xFFFF00) != 0x400000) continue;
         EXPECT_EQ(slot, static_cast<int>(colour & 0xFF)) << x << ' ' << y;
         ++seen;

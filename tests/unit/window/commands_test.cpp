@@ -52,7 +52,7 @@ class CommandsTest : public MainWindowTest {
 
   Folder folder;
   Document was;
-  std::vector<std::uint32_t> picture;
+  std::vector<std::uint32_t> shown;
 };
 
 // clang-format off
@@ -99,7 +99,8 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuStrandsOther", "&Edit>S&trands|&Other number...|", [this] { platform.dialogs.answerInput(" 4 "); }, [this] { return strands() == 4; }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
-    {"mnuViewWhole", "V&iew|&Whole picture|Ctrl+0", [this] { was = document(), picture = pixels(), w->userMouse(kGrid, {.action = MouseAction::wheel, .x = 90, .y = 90, .steps = 3}); }, [this] { return pixels() == picture && document() == was; }},
+    {"mnuViewFront", "V&iew|Front &view|", [this] { click("cmd3DView"), enter(Param::Theta, "30"), enter(Param::Psi, "40"); }, [this] { return text(Param::Theta) == "0" && text(Param::Psi) == "0" && document().fields.text(Param::Theta) == "0" && shows(Picture::solid); }},
+    {"mnuViewWhole", "V&iew|&Whole picture|Ctrl+0", [this] { was = document(), shown = pixels(), w->userMouse(kGrid, {.action = MouseAction::wheel, .x = 90, .y = 90, .steps = 3}); }, [this] { return pixels() == shown && document() == was; }},
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+9", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},

@@ -94,13 +94,13 @@ TEST_F(HandTest, LinesAreFoundAtEveryZoom) {
   grid("5", "4");
   const Document before = document();
   for (const int steps : {4, 9, -30, 2}) {
-    const PointI at = middle(lineAt(0, 15));
+    const PointI at = middle(lineAt(15, 15));
     wheel(at, steps);
-    EXPECT_TRUE(std::abs(middle(lineAt(0, 15)).x - at.x) <= 1 &&
-                std::abs(middle(lineAt(0, 15)).y - at.y) <= 1)
+    EXPECT_TRUE(std::abs(middle(lineAt(15, 15)).x - at.x) <= 1 &&
+                std::abs(middle(lineAt(15, 15)).y - at.y) <= 1)
         << "what is under the pointer stays there";
     w->userClicksAt(kGrid, 1, at.x, at.y);
-    EXPECT_EQ(line(lineAt(0, 15)).Kind, kWall) << steps;
+    EXPECT_EQ(line(lineAt(15, 15)).Kind, kWall) << steps;
     w->userClicksAt(kGrid, 2, at.x, at.y);
     EXPECT_EQ(document(), before);
   }
@@ -155,8 +155,8 @@ TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
   start();
   grid("4", "4");
   pick("mnuSymmetryHalfTurn");
-  pick("mnuStrands2");
-  EXPECT_TRUE(symmetric() && undoName() == "2 strands" && statusStarts("2 strands, ")) << w->status();
+  pick("mnuStrands3");
+  EXPECT_TRUE(symmetric() && undoName() == "3 strands" && statusStarts("3 strands, ")) << w->status();
   pick("mnuEditUndoStep");
   const Document before = document();
   for (const char* wrong : {"0", "40", "two"}) {

@@ -41,7 +41,7 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
   start();
   const std::string knot = folder.write("k&n.qzd", documentText(*chooseShape({}, Shape::Hexagonal)));
   const std::pair<const char*, std::function<void()>> deeds[] = {
-      {"Wall", [this] { clickLine(3); }},
+      {"Wall", [this] { clickLine(3), w->userMouse(kGrid, {MouseAction::leave}); }},
       {"Width 9", [this] { enter(Param::Width, "9"); }},
       {"Scale 20", [this] { enter(Param::Scale, "20"); }},
       {"Style Gold",
@@ -156,13 +156,13 @@ void HistoryTest::actRandomly(const std::function<int(int)>& draw) {
     const CommandRow& row = commandRows()[static_cast<std::size_t>(command)];
     const bool asks = row.menu == "&File" && row.name != "mnuFileNewGrid" && row.name != "mnuFileRandom";
     if (row.name == "mnuViewDrawAtOnce") return;  // without it scales ask
-    const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile";
+    const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile" || row.name == "mnuStrandsOther";
     if (!asks && !files && w->commandEnabled(command)) w->userPicks(command);
   } else if (kind == 6) {
     const bool back = draw(3) > 0;
     if (commandEnabled(back ? "mnuEditUndoStep" : "mnuEditRedoStep")) back ? undo() : redo();
   } else if (kind == 7) {
-    w->userPresses({static_cast<Key>(draw(6))});
+    w->userPresses({static_cast<Key>(draw(8))});
   } else if (kind == 8 && picture == kGrid && document().lines && draw(2) == 0) {
     clickLine(draw(lines()), 1 + draw(2));
   } else {
