@@ -11,7 +11,7 @@ constexpr double kEndPart = 0.2;
 /// Midpoints beside the lane count a little less than those ahead, so that none is passed over.
 constexpr double kAsideCost = 0.9;
 /// Further aside than this times the way ahead lies another direction.
-constexpr double kWidestTurn = 2;
+constexpr double kWidestTurn = 5;
 
 GridPlace midpoint(const KnotGraph& graph, int line) {
   const GridLine& l = graph.Lines[static_cast<std::size_t>(line)];

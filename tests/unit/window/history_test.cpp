@@ -126,6 +126,9 @@ void HistoryTest::expectAsFresh() {
   EXPECT_EQ(documentText(read->document), documentText(document()));
   if (!drawn()) return;
   ASSERT_TRUE(fresh.bench().knotDrawn());
+  bench().flat.setPlain(true);  // without what is laid over the picture
+  bench().paintFlat();
+  bench().flat.setPlain(false);
   EXPECT_TRUE(std::ranges::equal(w->surface(kGrid).pixels(), other.window()->surface(kGrid).pixels()));
 }
 

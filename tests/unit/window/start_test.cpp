@@ -35,7 +35,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   EXPECT_EQ(checks, "1100100000001");
   for (const SettingRow& row : settingTable())
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
-  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False ");
+  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False None ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop", "lblAnimate"})
     EXPECT_FALSE(enabled(off)) << off;
