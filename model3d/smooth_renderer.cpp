@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "model3d/sample_blend.h"
 
@@ -12,7 +13,8 @@ namespace lorivan {
 namespace {
 
 constexpr std::int64_t kSampleBudget = std::int64_t{1} << 23;  // held at one time
-constexpr std::int64_t kDraftPixels = 700'000;                 // drafts of larger pictures have less samples
+// Drafts of larger pictures have one sample for each pixel, those of very large ones for each four pixels.
+constexpr std::int64_t kDraftPixels = 700'000, kLargeDraft = 1'500'000;
 // Where the sample of each row lies in its pixel; no two are in one column.
 constexpr float kPlaces[4] = {0.375F, 0.875F, 0.125F, 0.625F};
 constexpr std::size_t kCarvedSides = 4;  // up to which a tube keeps its edges, being no round one
@@ -29,6 +31,8 @@ int upward(float value) {
 void SmoothRenderer::render(const TubeModel& model, const LightSettings& light, const ViewState& view,
                             const Lens& lens, const PictureLook& look, PixelBlock target) {
   if (target.pixels == nullptr || target.width <= 0 || target.height <= 0) return;
+  if (look.draft && std::int64_t{target.width} * target.height > kLargeDraft)
+    return renderAtHalfSize(model, light, view, lens, look, target);
   const Projection projection(view);
   const SmoothLight lamp(light);
   rows_ = look.draft && std::int64_t{target.width} * target.height > kDraftPixels ? 1 : 4;
@@ -42,6 +46,21 @@ void SmoothRenderer::render(const TubeModel& model, const LightSettings& light, 
     for (const TubeStrand& strand : model.strands) drawStrand(model, strand, projection, lamp);
     reduceBand(target);
   }
+}
+
+void SmoothRenderer::renderAtHalfSize(const TubeModel& model, const LightSettings& light,
+                                      const ViewState& view, const Lens& lens, const PictureLook& look,
+                                      PixelBlock target) {
+  const int width = (target.width + 1) / 2, height = (target.height + 1) / 2;
+  std::vector<std::uint32_t> pixels = std::move(half_);
+  pixels.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  render(model, light, view, lens, look, {pixels.data(), width, height, width});
+  for (int y = 0; y < target.height; ++y) {
+    const std::uint32_t* from = pixels.data() + static_cast<std::ptrdiff_t>(y / 2) * width;
+    std::uint32_t* to = target.pixels + static_cast<std::ptrdiff_t>(y) * target.stride;
+    for (int x = 0; x < target.width; ++x) to[x] = from[x / 2];
+  }
+  half_ = std::move(pixels);
 }
 
 /// The pixels that balls round all rings cover: never less than the tubes do.
@@ -159,18 +178,7 @@ void SmoothRenderer::triangle(const Corner& a, const Corner& b, const Corner& c,
   const int top = rowAt(high->y), bottom = rowAt(low->y);
   if (top >= bottom) return;
 
-  const bool tiny = std::fabs(area) < kTiny;
-  const float share = tiny ? 0 : 1 / area;
-  const auto plane = [&](float at, float atB, float atC) -> Plane {
-    if (tiny) return {(at + atB + atC) / 3, 0, 0};
-    const float toB = atB - at, toC = atC - at;
-    return {at, (toB * acy - toC * aby) * share, (toC * abx - toB * acx) * share};
-  };
-  const Plane nearness = plane(a.nearness, b.nearness, c.nearness);
-  const Plane nx = plane(a.normal.x, b.normal.x, c.normal.x), ny = plane(a.normal.y, b.normal.y, c.normal.y),
-              nz = plane(a.normal.z, b.normal.z, c.normal.z);
-  const Plane arriving = plane(a.arriving, b.arriving, c.arriving);
-
+  const Planes planes = planesOf(a, b, c, area);
   const auto edge = [](const Corner& from, const Corner& to) -> Edge {
     const float height = to.y - from.y;
     return {from.y, to.y, from.x, height > 0 ? (to.x - from.x) / height : 0};
@@ -187,23 +195,49 @@ void SmoothRenderer::triangle(const Corner& a, const Corner& b, const Corner& c,
     const int begin = upward(std::clamp(from - place, firstPixel, endPixel));
     const int end = upward(std::clamp(to - place, firstPixel, endPixel));
     if (begin >= end) continue;
-    const float dx = static_cast<float>(begin) + place - a.x, dy = y - a.y;
-    const auto value = [dx, dy](const Plane& p) { return p.at + p.across * dx + p.down * dy; };
-    const float nearness0 = value(nearness), nx0 = value(nx), ny0 = value(ny), nz0 = value(nz),
-                arriving0 = value(arriving);
-    const std::size_t at =
-        static_cast<std::size_t>(row - firstRow_) * static_cast<std::size_t>(right_ - left_) +
-        static_cast<std::size_t>(begin - left_);
-    float* depth = nearness_.data() + at;
-    std::uint32_t* colour = colours_.data() + at;
-    for (int k = 0; k < end - begin; ++k) {
-      const auto way = static_cast<float>(k);
-      const float here = nearness0 + nearness.across * way;
-      if (here <= depth[k]) continue;
-      depth[k] = here;
-      colour[k] = light.colour(nx0 + nx.across * way, ny0 + ny.across * way, nz0 + nz.across * way,
-                               arriving0 + arriving.across * way, factors);
-    }
+    fillSpan(row, begin, end, place, planes, light, factors);
+  }
+}
+
+SmoothRenderer::Planes SmoothRenderer::planesOf(const Corner& a, const Corner& b, const Corner& c,
+                                                float area) {
+  const float abx = b.x - a.x, aby = b.y - a.y, acx = c.x - a.x, acy = c.y - a.y;
+  const bool tiny = std::fabs(area) < kTiny;
+  const float share = tiny ? 0 : 1 / area;
+  const auto plane = [&](float at, float atB, float atC) -> Plane {
+    if (tiny) return {(at + atB + atC) / 3, 0, 0};
+    const float toB = atB - at, toC = atC - at;
+    return {at, (toB * acy - toC * aby) * share, (toC * abx - toB * acx) * share};
+  };
+  return {a.x,
+          a.y,
+          plane(a.nearness, b.nearness, c.nearness),
+          plane(a.normal.x, b.normal.x, c.normal.x),
+          plane(a.normal.y, b.normal.y, c.normal.y),
+          plane(a.normal.z, b.normal.z, c.normal.z),
+          plane(a.arriving, b.arriving, c.arriving)};
+}
+
+/// The samples of a row from pixel `begin` to the one before `end`, where nothing nearer lies.
+void SmoothRenderer::fillSpan(int row, int begin, int end, float place, const Planes& planes,
+                              const SmoothLight& light, const std::array<float, 3>& factors) {
+  const float dx = static_cast<float>(begin) + place - planes.x,
+              dy = static_cast<float>(row) + 0.5F - planes.y;
+  const auto value = [dx, dy](const Plane& p) { return p.at + p.across * dx + p.down * dy; };
+  const Plane &n = planes.nearness, &nx = planes.nx, &ny = planes.ny, &nz = planes.nz, &lit = planes.arriving;
+  const float nearness = value(n), x = value(nx), y = value(ny), z = value(nz), arriving = value(lit);
+  const std::size_t at =
+      static_cast<std::size_t>(row - firstRow_) * static_cast<std::size_t>(right_ - left_) +
+      static_cast<std::size_t>(begin - left_);
+  float* depth = nearness_.data() + at;
+  std::uint32_t* colour = colours_.data() + at;
+  for (int k = 0; k < end - begin; ++k) {
+    const auto way = static_cast<float>(k);
+    const float here = nearness + n.across * way;
+    if (here <= depth[k]) continue;
+    depth[k] = here;
+    colour[k] = light.colour(x + nx.across * way, y + ny.across * way, z + nz.across * way,
+                             arriving + lit.across * way, factors);
   }
 }
 

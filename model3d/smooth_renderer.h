@@ -34,7 +34,13 @@ class SmoothRenderer {
   struct Plane {
     float at, across, down;
   };
+  struct Planes {
+    float x, y;  // where `at` is meant
+    Plane nearness, nx, ny, nz, arriving;
+  };
 
+  void renderAtHalfSize(const TubeModel& model, const LightSettings& light, const ViewState& view,
+                        const Lens& lens, const PictureLook& look, PixelBlock target);
   void frame(const TubeModel& model, const Projection& projection, PixelBlock target);
   bool nextBand();
   void drawStrand(const TubeModel& model, const TubeStrand& strand, const Projection& projection,
@@ -44,6 +50,9 @@ class SmoothRenderer {
   void joinCorners(const std::vector<Corner>& here, const std::vector<Corner>& there, int join,
                    const SmoothLight& light, const std::array<float, 3>& factors);
   void triangle(const Corner& a, const Corner& b, const Corner& c, const SmoothLight& light,
+                const std::array<float, 3>& factors);
+  static Planes planesOf(const Corner& a, const Corner& b, const Corner& c, float area);
+  void fillSpan(int row, int begin, int end, float place, const Planes& planes, const SmoothLight& light,
                 const std::array<float, 3>& factors);
   void reduceBand(PixelBlock target) const;
 
@@ -56,6 +65,7 @@ class SmoothRenderer {
   bool transparent_ = false;
   std::vector<float> nearness_;
   std::vector<std::uint32_t> colours_;
+  std::vector<std::uint32_t> half_;  // the picture at half its size; very large drafts even smaller
   std::vector<Corner> first_, here_, there_;
 };
 
