@@ -27,6 +27,7 @@ enum class WindowState {
   width,
   height,
   maximised,
+  symmetry,
   saveOptions
 };
 

@@ -82,11 +82,12 @@ struct MouseEvent {
   int steps = 0;  // wheel: the notches it was turned, away from the user above 0
 };
 
-enum class Key { other, left, up, right, down, escape, plus, minus };
+enum class Key { other, left, up, right, down, escape, plus, minus, space };
 
 struct KeyEvent {
   Key key = Key::other;
   bool shift = false, ctrl = false, alt = false;
+  bool onPicture = false;  // a picture has the focus, or nothing that has a use for keys
 };
 
 enum class PointerShape { arrow, hand, busy };

@@ -17,7 +17,8 @@ struct KnotStyle {
 
   double outerWidth() const;
   double innerWidth() const;
-  /// Band colour of a strand slot.
+  /// Number of a strand slot's colour, and the colour of its band.
+  int colourNumber(int slot) const;
   Colour bandColour(int slot) const;
 };
 

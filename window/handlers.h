@@ -2,6 +2,7 @@
 // applies a function to it and shows what came of it; none calls another.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "window/workbench.h"
@@ -37,10 +38,19 @@ class Handlers {
   void cmdOldGrid_Click();
   void cmdRandknot_Click();
   void cmd2D_Click();
-  void picGrid_Mouse(const MouseEvent& event);
   void mnuViewFitPicture_Click();
   void mnuViewClassic_Click();
   void mnuViewDrawAtOnce_Click();
+
+  // --- the hand on the 2-D picture (handlers_grid.cpp) ---
+  void picGrid_Mouse(const MouseEvent& event);
+  void mnuEditLines_Click();
+  void mnuSymmetry_Click(const Symmetry& symmetry);
+  void mnuSymmetryTurns_Click(std::size_t place);
+  void mnuStrands_Click(int strands);
+  void mnuStrandsMost_Click();
+  void mnuStrandsOther_Click();
+  void mnuViewWhole_Click();
 
   // --- the 3-D view (handlers_solid.cpp) ---
   void cmd3D_Click();
@@ -95,7 +105,19 @@ class Handlers {
   void applyField(Param p, const std::string& text, const std::string& run, const std::string& note);
   bool scaleRefused(Param p);
   void showHistory(const Document& before, const std::string& what);
+  void chooseColour(int box);
+  void tellDropped(const Document& before);
+  void hoverLine(int line);
+  void clickGrid(const GridHand::Click& click);
   void stepLineKind(int line, int steps);
+  After afterLines() const;
+  void stroke(const GridHand::Place& at);
+  void pickStrand(int slot);
+  void recolourStrand(const MouseEvent& event);
+  bool flatKey(const KeyEvent& key);
+  bool solidKey(const KeyEvent& key);
+  bool walk(int dx, int dy);
+  void setStrands(std::optional<int> strands);
   void makeGridAnew();
   void showModel();
   void mouseRests();
@@ -111,7 +133,6 @@ class Handlers {
   Result<std::string> knotOutput(std::string_view extension);
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});
-  ControlId pictureInFront() const;
   const ExportFormat* chosenFormat() const;
   const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
   Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);

@@ -58,14 +58,16 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
   return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
 }
 
-/// The pixels on the screen.
+/// What is in front: the whole picture without marks, or the model as it is shown.
 Result<std::string> Handlers::shownPicture(const std::string& extension, bool solid) {
   const PictureFormat format = extension == "png" ? PictureFormat::png : PictureFormat::bmp;
-  Surface* picture = &bench_.window.surface(pictureInFront());
-  if (solid && bench_.document().fields.check(Check::HeightMap))
-    picture = bench_.solid.picBig(bench_.document());
-  if (picture == nullptr) return unwritable("the height map could not be made");
-  auto bytes = bench_.platform.encodePicture(*picture, format);
+  const auto encode = [&](Surface& picture) { return bench_.platform.encodePicture(picture, format); };
+  Result<std::string> bytes = unwritable("the height map could not be made");
+  if (solid && bench_.document().fields.check(Check::HeightMap)) {
+    if (Surface* const heights = bench_.solid.picBig(bench_.document())) bytes = encode(*heights);
+  } else {
+    bytes = bench_.lendPicture(encode);
+  }
   if (!bytes || format != PictureFormat::png || !bench_.knotDrawn()) return bytes;
   return withPngSource(std::move(*bytes), sourceOf(outputJob(strandColours(bench_.document().fields.boxes))));
 }
@@ -98,10 +100,6 @@ void Handlers::mnuFileSaveOptions_Click() {
                                            : "Files are saved with these options from now on");
 }
 
-ControlId Handlers::pictureInFront() const {
-  return bench_.solidShown() ? controlId("picKnot") : controlId("picGrid");
-}
-
 void Handlers::mnuFileSaveEMF_Click() {
   const std::string path = bench_.files.toSave({"Saving Knot emf", "EMF files", "emf"});
   if (path.empty()) return;
@@ -113,13 +111,14 @@ void Handlers::mnuFileSaveEMF_Click() {
 }
 
 void Handlers::mnuEditCopy_Click() {
-  Surface& picture = bench_.window.surface(pictureInFront());
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
-  const Status copied = clipboard.putPicture(picture);
-  bench_.status(copied ? "The picture is on the clipboard, " + std::to_string(picture.width()) + " x " +
-                             std::to_string(picture.height()) + " pixels"
-                       : copied.error().message);
+  std::string size;
+  const Status copied = bench_.lendPicture([&](Surface& picture) {
+    size = std::to_string(picture.width()) + " x " + std::to_string(picture.height()) + " pixels";
+    return clipboard.putPicture(picture);
+  });
+  bench_.status(copied ? "The picture is on the clipboard, " + size : copied.error().message);
 }
 
 /// The row for the option button that is chosen; null when none is.

@@ -87,6 +87,8 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
     case WindowState::drawAtOnce:
       bench.drawAtOnce = trimmed(text).empty() || truthOf(text);
       return;
+    case WindowState::symmetry:
+      return bench.symmetry.choose(symmetryOf(text), bench.knot().graph);
     case WindowState::saveFormat:
       return restoreFormat(window, numberOf(text));
     case WindowState::saveOptions:
@@ -155,6 +157,8 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.drawAtOnce);
     case WindowState::saveOptions:
       return saveOptionsText(bench_.saveOptions);
+    case WindowState::symmetry:
+      return symmetryName(bench_.symmetry.chosen());
     case WindowState::saveFormat:
       break;
   }

@@ -53,6 +53,10 @@ void Workbench::show(After after, bool record) {
   sheet.setLines(document().fields.whole(Param::GridSize));
   solid.takeAngles(document());
   if (const Status taken = stages_.followGrid(document()); !taken) tell(taken.error());
+  if (symmetry.follow(document(), knot().graph)) {
+    hand = {};
+    showMarks();
+  }
   follow(after);
   solid.paintRotator();
   showCaption();

@@ -12,6 +12,8 @@
 #include "window/file_chooser.h"
 #include "window/flat_view.h"
 #include "window/form.h"
+#include "window/grid_hand.h"
+#include "window/grid_symmetry.h"
 #include "window/session.h"
 #include "window/shape_sheet.h"
 #include "window/solid_view.h"
@@ -68,6 +70,21 @@ class Workbench {
   void showGrid();
   /// Whatever the flat picture holds now, once more.
   void paintFlat();
+  /// Lays the marks of pointer and keyboard over it.
+  void showMarks();
+  /// Lends a picture as it leaves the program: the flat one whole and without marks.
+  template <class Use>
+  auto lendPicture(Use use) {
+    const bool flatOne = !solidShown(), altered = flatOne && !deeds.animating() && flat.altered();
+    const auto paintPlain = [&](bool plain) {
+      flat.setPlain(plain);
+      if (altered) paintFlat();
+    };
+    paintPlain(true);
+    auto done = use(window.surface(flatOne ? controlId("picGrid") : controlId("picKnot")));
+    paintPlain(false);
+    return done;
+  }
 
   // --- the 3-D model ---
   /// Builds the model of the drawn knot; false when there is none, which the user has been told.
@@ -102,6 +119,8 @@ class Workbench {
   std::function<void(Param)> fieldConfirmed;
 
   void status(const std::string& text) { window.setStatus(status_ = text); }
+  /// Shown while the pointer is somewhere; an empty one brings the status back.
+  void hint(const std::string& text) { window.setStatus(text.empty() ? status_ : text); }
   const std::string& statusText() const { return status_; }
   /// Adds to what the status line says already.
   void statusToo(const std::string& text) { status(status_.empty() ? text : status_ + "; " + text); }
@@ -121,6 +140,8 @@ class Workbench {
   FlatView flat;
   SolidView solid;
   ShapeSheet sheet;
+  GridHand hand;
+  GridSymmetry symmetry;
   Rnd random;
   bool drawAtOnce = true;
   OutputOptions saveOptions;  // of files that are saved from the window
@@ -138,6 +159,7 @@ class Workbench {
   KnotStages previewStages_;
   Picture picture_ = Picture::flat;
   bool drawn_ = false;               // the flat picture holds a knot
+  int markedStrands_ = 0;            // the strands that one may be marked of, see KnotStages::strands()
   bool modelFieldsTouched_ = false;  // since the grid was shown without a knot
   bool previewing_ = false;
   std::string status_, statusBeforePreview_;

@@ -52,6 +52,7 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
   const bool animated = asked && document().fields.check(Check::Animate);
   const Caption caption(window, controlId("cmd2D"), animated ? kStopCaption : kWaitCaption);
   if (!trace(asked)) return false;
+  if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) flat.setMarkedStrand(0);
   if (animated) {
     if (!play()) return false;
   } else {
@@ -112,6 +113,8 @@ void Workbench::paintFlat() {
   const Status painted = drawn_ ? flat.paintKnot(document(), knot()) : flat.paintGrid(document(), knot());
   if (!painted) tell(painted.error());
 }
+
+void Workbench::showMarks() { flat.setMarks(knot(), {symmetry.imagesOf(hand.hovered), hand.walk.line()}); }
 
 bool Workbench::buildModel(bool asked) {
   const Deeds::Working working(deeds);

@@ -38,6 +38,8 @@ Key toKey(int key) {
       return Key::plus;
     case Qt::Key_Minus:
       return Key::minus;
+    case Qt::Key_Space:
+      return Key::space;
     case Qt::Key_Escape:
       return Key::escape;
     default:
@@ -344,7 +346,7 @@ void FormQt::changeEvent(QEvent* event) {
 bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
   const auto* const edit = dynamic_cast<NumberEdit*>(watched);
   const Key which = toKey(key.key());
-  const bool typed = which == Key::plus || which == Key::minus;
+  const bool typed = which == Key::plus || which == Key::minus || which == Key::space;
   return edit && (typed || which == Key::left || which == Key::right || edit->stepOf(key) != 0);
 }
 
@@ -363,7 +365,8 @@ bool FormQt::eventFilter(QObject* watched, QEvent* event) {
   return events_.key({.key = key,
                       .shift = press.modifiers().testFlag(Qt::ShiftModifier),
                       .ctrl = press.modifiers().testFlag(Qt::ControlModifier),
-                      .alt = press.modifiers().testFlag(Qt::AltModifier)});
+                      .alt = press.modifiers().testFlag(Qt::AltModifier),
+                      .onPicture = watched == this || dynamic_cast<PictureView*>(watched) != nullptr});
 }
 
 }  // namespace lorivan

@@ -110,7 +110,7 @@ class WindowWin32 final : public Window {
 
   void takeMessage(MSG& message);
   bool takeKey(const MSG& message);
-  bool tellKey(WPARAM key);
+  bool tellKey(WPARAM key, bool onPicture);
   bool takeWheel(const MSG& message);
   void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);

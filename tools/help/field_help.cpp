@@ -24,8 +24,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "vtEdge", "Width of the black edge on each side of a band. However wide the edge, a thin line of "
      "colour always stays.", "1 3 6"},
     {"2d", "vtScale", "Size of one cell. A shape that would not fit is built smaller, and the field shows the "
-     "scale that was used; the next grid that has room gets the scale you asked for. Changing the scale builds "
-     "a new grid without the breaks and walls that you set by hand.", "20 30 38"},
+     "scale that was used; the next grid that has room gets the scale you asked for. Breaks and "
+     "walls stay with their cells.", "20 30 38"},
     {"2d", "vtSwish", "How far the strands swing out when they go round a corner: low values stay flat and "
      "boxy, high ones make loops and points.", "3 12 24"},
     {"2d", "vtSmooth", "The order of the curve. 2 goes straight from corner to corner, 3 and 4 are round, 5 and "

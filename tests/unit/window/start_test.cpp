@@ -35,7 +35,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   EXPECT_EQ(checks, "1100100000001");
   for (const SettingRow& row : settingTable())
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
-  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False  ");
+  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False None  ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop", "lblAnimate"})
     EXPECT_FALSE(enabled(off)) << off;
@@ -62,7 +62,7 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0");
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
-      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True "
+      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "
       "SaveOptions=120,,2000,1,0,0,1");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
