@@ -41,6 +41,8 @@ struct CommandLine {
   std::optional<std::uint64_t> seed;
   OutputOptions output;
   bool fit = false;  // bands and picture
+  bool setStrands = false;
+  std::optional<int> strands;  // none: as many as possible
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;

@@ -47,6 +47,7 @@ class FileMaker {
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnoredWidth();
+  int setStrands();
   void fit();
   int write();
 
@@ -135,6 +136,13 @@ int FileMaker::build() {
       note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
            made->fields.text(parameter) + " for this shape");
   document_ = std::move(*made);
+  return kDone;
+}
+
+int FileMaker::setStrands() {
+  auto changed = withStrands(document_, line_.strands, {});
+  if (!changed) return fail(changed.error());
+  document_ = std::move(*changed);
   return kDone;
 }
 
@@ -227,6 +235,8 @@ int FileMaker::run() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.setStrands)
+    if (const int status = setStrands(); status != kDone) return status;
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   return write();

@@ -9,6 +9,8 @@
 #include "design/fit.h"
 #include "design/presets.h"
 #include "design/random_knot.h"
+#include "graph/strand_solver.h"
+#include "strands/tracing.h"
 
 namespace lorivan {
 namespace {
@@ -116,13 +118,42 @@ Result<Document> randomKnot(const Document& document, const Rnd& random) {
   return newGrid(next, &random);
 }
 
-Document stepLine(const Document& document, int line, int step) {
+Document stepLine(const Document& document, int line, int step, const Symmetry& symmetry) {
   if (!document.lines || line < 0 || line >= static_cast<int>(document.lines->size())) return document;
-  KnotLines lines = *document.lines;
-  std::int16_t& kind = lines[static_cast<std::size_t>(line)].Kind;
-  kind = static_cast<std::int16_t>((kind + step) & 3);
+  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind;
+  return withKind(document, {line}, static_cast<std::int16_t>((kind + step) & 3), symmetry);
+}
+
+Document withKind(const Document& document, const std::vector<int>& lines, std::int16_t kind,
+                  const Symmetry& symmetry) {
+  const auto graph = std::make_unique<KnotGraph>();
+  if (!document.lines || !takeLines(*graph, document)) return document;
+  const LineOrbits orbits(*graph, symmetry);
+  KnotLines changed = *document.lines;
+  for (const int line : lines)
+    for (const int image : orbits.of(line)) changed[static_cast<std::size_t>(image)].Kind = kind;
   Document next = document;
-  next.lines = Shared(std::move(lines));
+  next.lines = Shared(std::move(changed));
+  return next;
+}
+
+Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry) {
+  const auto graph = std::make_unique<KnotGraph>();
+  if (const Status taken = takeLines(*graph, document); !taken) return taken.error();
+  if (const Status ordered = CalcGrid(*graph); !ordered) return ordered.error();
+  const auto plan = planStrands(*graph, {.strands = strands,
+                                         .symmetry = symmetry,
+                                         .mostStrands = kMostStrands,
+                                         .longest = kStrandPoints / 2 - 1});
+  if (!plan) return plan.error();
+  if (plan->lines.empty()) return document;
+  KnotLines changed = *document.lines;
+  for (const int line : plan->lines) {
+    std::int16_t& kind = changed[static_cast<std::size_t>(line)].Kind;
+    kind = kind == kWall ? kOrdinary : kWall;
+  }
+  Document next = document;
+  next.lines = Shared(std::move(changed));
   return next;
 }
 

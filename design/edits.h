@@ -2,10 +2,13 @@
 // writes; an error leaves the caller with the document it had.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/random.h"
 #include "design/document.h"
+#include "graph/line_symmetry.h"
 
 namespace lorivan {
 
@@ -51,8 +54,16 @@ Result<Document> newGrid(const Document& document, const Rnd* random = nullptr);
 Result<Document> randomKnot(const Document& document, const Rnd& random);
 
 /// Steps the kind of a line 1, 2, 3, 0 and round again; three steps on are one back. A line that is not there
-/// stays so.
-Document stepLine(const Document& document, int line, int step);
+/// stays so. Its images get the same kind.
+Document stepLine(const Document& document, int line, int step, const Symmetry& symmetry = {});
+
+/// The lines, and those that are their images, get a kind.
+Document withKind(const Document& document, const std::vector<int>& lines, std::int16_t kind,
+                  const Symmetry& symmetry);
+
+/// Walls are set and removed until the knot has this number of strands; none: as many as possible. See
+/// planStrands.
+Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry);
 
 /// The document with another shape of one's own, which is ahead of the grid from now on.
 Document withOutline(const Document& document, CustomShape shape);
