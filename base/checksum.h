@@ -6,8 +6,8 @@
 
 namespace lorivan {
 
-/// CRC-32 as in PNG chunks and ZIP entries (polynomial 0xEDB88320, inverted at both ends).
-std::uint32_t crc32(std::string_view bytes);
+/// CRC-32 as in PNG chunks and ZIP entries, going on from that of what came before.
+std::uint32_t crc32(std::string_view bytes, std::uint32_t before = 0);
 
 /// Adler-32, at the end of a zlib stream.
 std::uint32_t adler32(std::string_view bytes);

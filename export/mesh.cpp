@@ -292,9 +292,9 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
   if (round % 3 == 2) p.z += step(p.z, centre.z);
 }
 
-Result<TubeMesh> sceneMesh(const ExportScene& scene) {
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard) {
   if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
-  const Result<double> scale = modelScale(scene.model, scene.millimetres);
+  const Result<double> scale = modelScale(scene.model, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
   if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)

@@ -65,6 +65,14 @@ class TubeMesh {
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 
+  /// The first of the strand's points; its rings follow one another, `sides` points each.
+  std::uint32_t firstPoint(const Strand& strand) const { return rings_[strand.firstRing].firstPoint; }
+  std::uint32_t pointCount(const Strand& strand) const {
+    return static_cast<std::uint32_t>(strand.ringCount) * sides_;
+  }
+  /// The first point of the whole mesh that stands where this one does.
+  std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
   std::size_t cornerCount() const;
 
@@ -91,9 +99,9 @@ class TubeMesh {
   std::vector<Cut> cuts_;  // for each ring, for each side
 };
 
-/// The scene's mesh at the width that the scene asks for. Fails for more polygons than a model may have, and
-/// when nothing of the model is left in three decimals.
-Result<TubeMesh> sceneMesh(const ExportScene& scene);
+/// The scene's mesh at the width that the scene asks for, else at `standard`. Fails for more polygons than a
+/// model may have, and when nothing of the model is left in three decimals.
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard = {});
 
 template <class Use>
 void TubeMesh::eachFace(const Strand& strand, std::size_t number, Use&& use) const {

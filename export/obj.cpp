@@ -66,6 +66,7 @@ void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
 }  // namespace
 
 Status writeObj(const ExportScene& scene, Sink& sink) {
+  if (scene.shared) return writeSharedObj(scene, sink);
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices)) return refused(kTooManyPolygonsObj);
