@@ -72,19 +72,6 @@ void drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
 }
 
-Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
-  const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
-  if (!model) return model.error();
-  const Colour background = optionsOf(job).background;
-  if (transparent)
-    surface.clearTransparent(background);
-  else
-    surface.clear(background);
-  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
-                    job.document.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
-  return {};
-}
-
 /// Height maps are twice as wide as other pictures where no width is asked for.
 Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   const bool transparent = job.options.transparent && format == PictureFormat::png;
@@ -94,7 +81,7 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   if (!surface) return surface.error();
   if (!job.options.solidView)
     drawFlat(job, **surface, transparent);
-  else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
+  else if (const Status drawn = drawSolidPicture(job, **surface, transparent); !drawn)
     return drawn.error();
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);
   auto bytes = job.platform.encodePicture(**surface, format);
@@ -119,6 +106,19 @@ constexpr std::array<Maker, 5> kMakers = {{
 }  // namespace
 
 std::string sourceOf(const OutputJob& job) { return sourceMark(textOf(job)); }
+
+Status drawSolidPicture(const OutputJob& job, Surface& surface, bool transparent) {
+  const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
+  if (!model) return model.error();
+  const Colour background = optionsOf(job).background;
+  if (transparent)
+    surface.clearTransparent(background);
+  else
+    surface.clear(background);
+  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
+                    job.document.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
+  return {};
+}
 
 const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
   return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);

@@ -31,6 +31,9 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 /// The knot's text as a file carries it, see design/source.h.
 std::string sourceOf(const OutputJob& job);
 
+/// The 3-D view over the whole surface, which has pixels. The error is a limit.
+Status drawSolidPicture(const OutputJob& job, Surface& surface, bool transparent);
+
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);
 

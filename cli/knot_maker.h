@@ -1,0 +1,34 @@
+// From the words of a command line to the document of a knot.
+#pragma once
+
+#include "cli/batch.h"
+#include "cli/report.h"
+#include "design/document.h"
+
+namespace lorivan {
+
+/// Reads what the command line names once, and makes any number of knots from it. Every step returns an exit
+/// status and has told what is wrong unless that is kDone. Command line and report must outlive it.
+class KnotMaker {
+ public:
+  KnotMaker(const CommandLine& line, Report& report) : line_(line), report_(report) {}
+
+  int read();
+  int make(const Member& member, Document& out);
+
+ private:
+  int readShape();
+  int build(Document& document, const Rnd& random);
+  void takeValues(Document& document);
+  /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
+  bool ownShape() const;
+  bool mustBuild() const;
+  Document fit(const Document& document) const;
+
+  const CommandLine& line_;
+  Report& report_;
+  Document base_;
+  std::vector<std::pair<Param, std::string>> values_;  // of the knot that is being made
+};
+
+}  // namespace lorivan
