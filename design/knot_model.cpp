@@ -40,6 +40,14 @@ LightSettings lightSettings(const KnotFields& fields) {
   return light;
 }
 
+PictureLook pictureLook(const KnotFields& fields) {
+  PictureLook look;
+  look.background = pictureOptions(fields).background;
+  look.smooth = fields.check(Check::Smooth);
+  look.heightMap = fields.check(Check::HeightMap);
+  return look;
+}
+
 ViewState viewState(const KnotFields& fields) {
   ViewState view;
   setTheta(view, fields.number(Param::Theta));

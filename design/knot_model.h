@@ -3,7 +3,7 @@
 
 #include "design/knot.h"
 #include "export/formats.h"
-#include "model3d/renderer.h"
+#include "model3d/model_picture.h"
 #include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 #include "platform/platform.h"
@@ -13,6 +13,9 @@ namespace lorivan {
 TubeSettings tubeSettings(const KnotFields& fields);
 
 LightSettings lightSettings(const KnotFields& fields);
+
+/// How the fields want a picture of the model to look.
+PictureLook pictureLook(const KnotFields& fields);
 
 /// The view that the three angle fields ask for.
 ViewState viewState(const KnotFields& fields);

@@ -110,13 +110,14 @@ std::string sourceOf(const OutputJob& job) { return sourceMark(textOf(job)); }
 Status drawSolidPicture(const OutputJob& job, Surface& surface, bool transparent) {
   const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
   if (!model) return model.error();
-  const Colour background = optionsOf(job).background;
+  PictureLook look = pictureLook(job.document.fields);
+  look.transparent = transparent;
   if (transparent)
-    surface.clearTransparent(background);
+    surface.clearTransparent(look.background);
   else
-    surface.clear(background);
-  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
-                    job.document.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
+    surface.clear(look.background);
+  ModelPicture().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), {}, look,
+                        surface.lendPixels());
   return {};
 }
 

@@ -6,6 +6,7 @@
 
 #include "base/digits.h"
 #include "base/numbers.h"
+#include "model3d/rings.h"
 
 namespace lorivan {
 namespace {
@@ -25,83 +26,6 @@ struct Box {
   }
   double furthest() const { return std::max(std::fabs(low), std::fabs(high)); }
 };
-
-struct Direction {
-  double x, y, z;
-};
-Direction operator*(const Direction& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
-Direction operator-(const Direction& a, const Direction& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-double dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
-Direction between(const Vec3& from, const Vec3& to) {
-  return {static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y,
-          static_cast<double>(to.z) - from.z};
-}
-
-/// A ring is centre + A sin(phi) + B cos(phi), with phi = 0 at side 0.
-struct Frame {
-  Direction a, b;
-};
-
-Frame frameOf(const TubeModel& model, int ring) {
-  const double step = kTwoPi / model.sides;
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
-  const Direction b = between(centre, model.vertex(ring, 0));
-  const Direction a = (between(centre, model.vertex(ring, 1)) - b * std::cos(step)) * (1 / std::sin(step));
-  return {a, b};
-}
-
-/// The frame that a ring without radius takes over from the one before it. The sweep leaves a ring without
-/// radius where the tube runs along z; across that direction every A will do.
-Frame takenOver(const TubeModel& model, int ring, int next, const Frame& before) {
-  const Direction along =
-      between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
-  const double size = std::sqrt(dot(along, along));
-  if (size == 0) return before;  // two samples at one place
-  const Direction a = before.a, t = along * (1 / size);
-  return {a, {a.y * t.z - a.z * t.y, a.z * t.x - a.x * t.z, a.x * t.y - a.y * t.x}};
-}
-
-Vec3 onRing(const TubeModel& model, int ring, const Frame& frame, int side) {
-  const double turn = kTwoPi * side / model.sides, s = std::sin(turn), c = std::cos(turn);
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
-  const auto sum = [=](float middle, double a, double b) {
-    return static_cast<float>(middle + a * s + b * c);
-  };
-  return {sum(centre.x, frame.a.x, frame.b.x), sum(centre.y, frame.a.y, frame.b.y),
-          sum(centre.z, frame.a.z, frame.b.z)};
-}
-
-/// Frames of all rings of a strand, `repaired` naming those that the sweep gave no radius.
-std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, std::vector<int>& repaired) {
-  const double radius = model.radius;
-  const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
-  std::vector<Frame> frames;
-  frames.reserve(static_cast<std::size_t>(strand.ringCount));
-  for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
-  const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
-  Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
-  for (int i = 0; i < strand.ringCount; ++i) {
-    Frame& frame = frames[static_cast<std::size_t>(i)];
-    if (!hasRadius(frame)) {
-      const int next = i + 1 < strand.ringCount ? i + 1 : 0;
-      frame = takenOver(model, strand.firstRing + i, strand.firstRing + next, before);
-      repaired.push_back(i);
-    }
-    before = frame;
-  }
-  return frames;
-}
-
-/// The side of the next ring that lies nearest to side 0 of the first, over all sides taken together: the
-/// turn psi with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
-int nearestSide(const Frame& one, const Frame& two, int sides, double radius) {
-  const double along = dot(one.a, two.a) + dot(one.b, two.b);
-  const double across = dot(one.b, two.a) - dot(one.a, two.b);
-  const double tiny = 1e-6 * radius * radius;
-  if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest
-  return (toInt32(std::atan2(across, along) / (kTwoPi / sides)) + sides) % sides;
-}
 
 bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
@@ -189,7 +113,7 @@ TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<st
 void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, double scale) {
   if (strand.ringCount < 3) return;
   std::vector<int> repaired;
-  const std::vector<Frame> frames = framesOf(model, strand, repaired);
+  const std::vector<RingFrame> frames = ringFrames(model, strand, repaired);
   for (const int ring : repaired)
     for (int side = 0; side < model.sides; ++side)
       points_[static_cast<std::size_t>(strand.firstRing + ring) * sides_ + static_cast<std::size_t>(side)] =
@@ -197,7 +121,7 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
                     scale);
   strands_.push_back({strand.slot, strand.factors, rings_.size(), frames.size()});
   for (std::size_t i = 0; i < frames.size(); ++i) {
-    const Frame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
+    const RingFrame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
     const auto ring = static_cast<std::uint32_t>(strand.firstRing) + static_cast<std::uint32_t>(i);
     rings_.push_back({ring * sides_, nearestSide(frames[i], next, model.sides, model.radius)});
   }

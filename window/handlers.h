@@ -47,6 +47,7 @@ class Handlers {
   void cmd3DView_Click();
   void picKnot_Mouse(const MouseEvent& event);
   void picNav_Mouse(const MouseEvent& event);
+  void mnuViewFront_Click();
   bool frmLorivan_KeyDown(const KeyEvent& key);
 
   // --- files (handlers_files.cpp) ---
@@ -94,6 +95,7 @@ class Handlers {
   void stepLineKind(int line, int steps);
   void makeGridAnew();
   void showModel();
+  void mouseRests();
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
