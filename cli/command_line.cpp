@@ -56,6 +56,8 @@ class Parser {
   Status takeView();
   Status takeWidth();
   Status takeStrands();
+  Status takeFrame();
+  Status takeInner() { return takeLength(line_.inner); }
   Status takeFit() { return flag(line_.fit); }
   Status takeSheet() { return flag(line_.sheet); }
   Status takeQuiet() { return flag(line_.quiet); }
@@ -69,6 +71,7 @@ class Parser {
   Status take(const Option& option);
   Status checkOutputs() const;
   Status checkMany() const;
+  Status checkSizes() const;
   Status checkAnimation() const;
 
   static Status flag(bool& on) {
@@ -114,6 +117,16 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model),
        nullptr, nullptr, &OutputOptions::millimetres},
+      {"--height", "HEIGHT", "finished height in millimetres of the ring that --inner makes", nullptr,
+       nullptr, &OutputOptions::height},
+      {"--frame", "WxH",
+       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
+       &Parser::takeFrame},
+      {"--inner", "DIAMETER",
+       "cells, stretch and tubes such that the model is a ring with this diameter inside, in millimetres, "
+       "and "
+       "as high as --height says; a bracelet where vtRingPerc is below 100",
+       &Parser::takeInner},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
@@ -264,6 +277,15 @@ Status Parser::takeStrands() {
   return {};
 }
 
+Status Parser::takeFrame() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto lengths = parseLengths(text);
+  if (!lengths) return lengths.error();
+  line_.frame = *lengths;
+  return {};
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -300,12 +322,24 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
+/// A size is asked for in one way.
+Status Parser::checkSizes() const {
+  if (line_.inner && !line_.output.height)
+    return wrongUsage("--inner needs --height, the height of the ring");
+  if (!line_.inner && !line_.frame) return {};
+  if (line_.inner && line_.frame) return wrongUsage("--inner and --frame do not go together");
+  if (line_.output.millimetres) return wrongUsage("--mm does not go with --inner or --frame, which set it");
+  if (line_.frame && line_.output.height) return wrongUsage("--frame has a height of its own");
+  return {};
+}
+
 /// What options mean for outputs that may stand before or after them.
 Status Parser::checkOutputs() const {
   if (line_.shape && !line_.knotFile.empty())
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  if (const Status sizes = checkSizes(); !sizes) return sizes;
   if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
   return line_.output.animate ? checkAnimation() : Status();
 }
@@ -370,7 +404,8 @@ Result<CommandLine> Parser::run() {
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
                            !line_.checks.empty() || line_.fit || line_.setStrands || line_.sheet ||
-                           !line_.sweeps.empty() || line_.output != OutputOptions{};
+                           line_.frame || line_.inner || !line_.sweeps.empty() ||
+                           line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
   return line_;
 }

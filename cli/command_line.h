@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "design/fit_size.h"
 #include "design/output_options.h"
 #include "design/parameters.h"
 #include "graph/standard_grids.h"
@@ -48,7 +49,9 @@ struct CommandLine {
   std::vector<Sweep> sweeps;                    // at most two
   bool sheet = false;  // the outputs without a place for numbers hold all knots in one picture
   OutputOptions output;
-  bool fit = false;  // bands and picture
+  bool fit = false;                 // bands and picture
+  std::optional<TwoLengths> frame;  // width and height of the drawn knot
+  std::optional<double> inner;      // diameter of a ring; its height is among the output options
   bool setStrands = false;
   std::optional<int> strands;  // none: as many as possible
   bool quiet = false;

@@ -79,7 +79,18 @@ Document KnotMaker::fit(const Document& document) const {
   return typed ? next : fitBands(next, line_.preset ? sharesOfStyle(*line_.preset) : BandShares{});
 }
 
-int KnotMaker::make(const Member& member, Document& out) {
+int KnotMaker::fitSize(Document& document, OutputOptions& options) {
+  const auto fitted = line_.frame ? fitFrame(document, line_.frame->first, line_.frame->second)
+                                  : fitRing(document, *line_.inner, *line_.output.height);
+  if (!fitted) return report_.fail(fitted.error());
+  report_.note(fittedNote(*fitted));
+  document = fitted->document;
+  options.millimetres = fitted->width;
+  options.height.reset();
+  return kDone;
+}
+
+int KnotMaker::make(const Member& member, Document& out, OutputOptions& options) {
   values_ = line_.values;
   values_.insert(values_.end(), member.values.begin(), member.values.end());
   Document document = base_;
@@ -97,6 +108,8 @@ int KnotMaker::make(const Member& member, Document& out) {
   for (const auto& [box, on] : line_.checks) document = withCheck(document, box, on);
   takeValues(document);
   if (const int status = build(document, random); status != kDone) return status;
+  if (line_.frame || line_.inner)
+    if (const int status = fitSize(document, options); status != kDone) return status;
   if (line_.setStrands) {
     auto changed = withStrands(document, line_.strands, {});
     if (!changed) return report_.fail(changed.error());

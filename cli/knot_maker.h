@@ -14,7 +14,8 @@ class KnotMaker {
   KnotMaker(const CommandLine& line, Report& report) : line_(line), report_(report) {}
 
   int read();
-  int make(const Member& member, Document& out);
+  /// `options`: gets the width where the line asks for a size that a knot is made for.
+  int make(const Member& member, Document& out, OutputOptions& options);
 
  private:
   int readShape();
@@ -24,6 +25,7 @@ class KnotMaker {
   bool ownShape() const;
   bool mustBuild() const;
   Document fit(const Document& document) const;
+  int fitSize(Document& document, OutputOptions& options);
 
   const CommandLine& line_;
   Report& report_;

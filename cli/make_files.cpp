@@ -129,12 +129,13 @@ void FileMaker::noteIgnoredWidth(const KnotFields& fields) {
 int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
   report_.about(member.caption);
   Document document;
-  if (const int status = maker_.make(member, document); status != kDone) return status;
+  OutputOptions options = line_.output;
+  if (const int status = maker_.make(member, document, options); status != kDone) return status;
   if (const Status made = makeKnot(document, *knot_); !made) return report_.fail(made.error());
   noteIgnoredWidth(document.fields);
   const StrandColours colours = strandColours(document.fields.boxes);
   OutputJob job{platform_, document, *knot_, colours};
-  job.options = line_.output;
+  job.options = options;
   KnotFiles files(report_);
   for (std::size_t i = 0; i < names_.size(); ++i) {
     const std::string name = line_.manyKnots() ? names_[i].name(member.numbers) : names_[i].between[0];

@@ -67,13 +67,12 @@ Status drawFlat(Surface& surface, const OutputJob& job) {
   return {};
 }
 
-/// Black on light grounds, white on dark ones.
+}  // namespace
+
 Colour inkOn(Colour ground) {
   const int light = 299 * redOf(ground) + 587 * greenOf(ground) + 114 * blueOf(ground);
   return light > 128'000 ? 0 : 0xFFFFFF;
 }
-
-}  // namespace
 
 PointI SheetLayout::corner(int place) const {
   return {left + place % columns * (pictureWidth + margin),

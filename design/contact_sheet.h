@@ -36,6 +36,9 @@ SheetLayout sheetLayoutWithin(int count, int columns, int width, int height);
 /// Surfaces with pixels hold the 3-D view where that is asked for.
 Status drawOnSheet(Surface& sheet, const SheetLayout& layout, int place, const OutputJob& job);
 
+/// Black on light grounds, white on dark ones.
+Colour inkOn(Colour ground);
+
 /// The line under a picture. `ground`: the sheet's own colour, which the text stands out from.
 void drawSheetCaption(Surface& sheet, const SheetLayout& layout, int place, const std::string& caption,
                       Colour ground);

@@ -11,6 +11,7 @@ inline constexpr int kPictureWidth = 1000;
 struct OutputOptions {
   std::optional<int> width = {};           // pixels of pictures; kPictureWidth when not given
   std::optional<double> millimetres = {};  // width of the finished knot
+  std::optional<double> height = {};       // and its height, millimetres
   bool transparent = false;                // svg and png without their background
   bool solidView = false;                  // pictures hold the 3-D view
   bool animate = false;                    // svg holds the animation; png and bmp are numbered frames

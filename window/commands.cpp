@@ -17,8 +17,10 @@ constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kS
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
+bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
 bool solidInFront(const Workbench& b) { return b.solidShown(); }
+bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
 /// "&Undo Random knot"
@@ -93,7 +95,10 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
-    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
+    {"mnuEditFitFrame", kEdit, "Fit to f&rame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
+    {"mnuEditFitRing", kEdit, "Fit to ri&ng...", "", [](Handlers& h) { h.mnuEditFitRing_Click(); }, hasGrid},
+
+    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, flatIsBehind},
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
     {"mnuViewFront", kView, "Front &view", "", [](Handlers& h) { h.mnuViewFront_Click(); }, solidInFront},
     {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+0", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
@@ -102,6 +107,9 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.document().fields.check(Check::Classic); }},
     {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
      [](const Workbench& b) { return b.drawAtOnce; }},
+
+    {"mnuViewVariations", kView, "Va&riations", "Ctrl+Shift+R", [](Handlers& h) { h.mnuViewVariations_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuViewVariationsOf", kView, "Variations &of fields...", "", [](Handlers& h) { h.mnuViewVariationsOf_Click(); }, hasGrid},
 
     {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
     {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,

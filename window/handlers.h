@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "design/fit_size.h"
 #include "window/workbench.h"
 
 namespace lorivan {
@@ -50,6 +51,17 @@ class Handlers {
   void mnuViewFront_Click();
   bool frmLorivan_KeyDown(const KeyEvent& key);
 
+  // --- sizes (handlers_sizes.cpp) ---
+  /// A drawn knot of a width and a height in millimetres.
+  void mnuEditFitFrame_Click();
+  /// A ring or bracelet of an inner diameter and a height.
+  void mnuEditFitRing_Click();
+
+  // --- the sheet of variations (handlers_variations.cpp) ---
+  /// Along the field that has the focus, or random.
+  void mnuViewVariations_Click();
+  void mnuViewVariationsOf_Click();
+
   // --- files (handlers_files.cpp) ---
   void mnuFileLoad_Click();
   void mnuFileRecent_Click(std::size_t place);
@@ -94,6 +106,10 @@ class Handlers {
   void showHistory(const Document& before, const std::string& what);
   void stepLineKind(int line, int steps);
   void makeGridAnew();
+  void adoptSize(const std::string& step, const Result<FittedSize>& fitted, bool solid);
+  void variationsMouse(const MouseEvent& event);
+  bool variationsKey(Key key);
+  void adoptVariation();
   void showModel();
   void mouseRests();
   void loadFile(const std::string& path);

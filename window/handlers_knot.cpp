@@ -60,6 +60,7 @@ void Handlers::cmd2D_Click() {
 }
 
 void Handlers::picGrid_Mouse(const MouseEvent& event) {
+  if (bench_.picture() == Picture::variations) return variationsMouse(event);
   bench_.flat.pointAt(bench_.knot(), event);
   if (event.action != MouseAction::press) return;
   const int line = bench_.flat.lineAt(bench_.knot(), event.x, event.y);

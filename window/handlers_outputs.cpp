@@ -15,11 +15,15 @@ constexpr std::string_view kVector = "svg";
 void Handlers::mnuFileSaveBMP_Click() {
   const bool solid = bench_.solidShown();
   // What is drawn with pixels alone cannot leave as lines and curves.
-  const bool curves = !solid && bench_.knotDrawn();
+  const bool sheet = bench_.picture() == Picture::variations;
+  const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
       bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", curves ? "png svg" : "png");
   if (path.empty()) return;
+  // The mark is for choosing only.
+  if (sheet) bench_.variations.setPlain(true);
   const auto bytes = pictureFile(extensionOf(path), solid, curves);
+  if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
     bench_.status("Could not save " + path + ": " + bytes.error().message);
     return;
@@ -30,6 +34,7 @@ void Handlers::mnuFileSaveBMP_Click() {
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
+  if (extension == kVector && bench_.picture() == Picture::variations) return bench_.variations.svg();
   if (extension == kVector && curves) return knotOutput(kVector);
   const bool png = extension == "png";
   if (!png && !extension.empty() && extension != "bmp")

@@ -60,6 +60,7 @@ void Handlers::mnuViewFront_Click() {
 }
 
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
+  if (bench_.picture() == Picture::variations && !key.ctrl && !key.alt) return variationsKey(key.key);
   if (!bench_.solidShown() || key.ctrl || key.alt) return false;
   if (bench_.solid.lensKey(key.key)) {
     bench_.paintSolid();
