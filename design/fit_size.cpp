@@ -172,10 +172,10 @@ Document withRingCells(const Document& document, double inner, double height, do
 
 Result<FittedSize> fitFrame(const Document& document, double width, double height) {
   const double ratio = height / width;
-  const Document start = fitBands(withCells(withRoom(document), drawnRatio, ratio, 1));
+  const Document start = fitBands(withCells(withRoom(document), drawnRatio, ratio, 1), sharesOf(document));
   // Bands follow the stretch, and the size follows the bands: twice settles both.
   auto made = withRatio(withRoom(start), drawnRatio, ratio);
-  if (made) made = withRatio(fitBands(*made), drawnRatio, ratio);
+  if (made) made = withRatio(fitAgain(*made), drawnRatio, ratio);
   const auto reached = made ? drawnRatio(*made) : std::nullopt;
   if (!reached || std::abs(*reached * width - height) > kMostSizeError) return noSuchSize();
   return FittedSize{*made, width, std::abs(*reached * width - height)};
@@ -202,7 +202,7 @@ Result<FittedSize> fitRing(const Document& document, double inner, double height
   if (!sizes || sizes->innerRadius <= 0) return noSuchSize();
   const double unit = inner / (2 * sizes->innerRadius), error = std::abs(unit * sizes->height - height);
   if (error > kMostSizeError) return noSuchSize();
-  return FittedSize{fitBands(*made), unit * sizes->width, error};
+  return FittedSize{fitBands(*made, sharesOf(document)), unit * sizes->width, error};
 }
 
 std::string fittedNote(const FittedSize& fitted) {

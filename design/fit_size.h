@@ -15,7 +15,8 @@ struct FittedSize {
 inline constexpr double kMostSizeError = 0.1;  // millimetres
 
 /// A drawn knot that is `width` by `height` millimetres with its bands: cells about as many as the document
-/// has and nearly square, the scale that fills the picture, and the stretch. Bands fit again. The error says
+/// has and nearly square, the scale that fills the picture, and the stretch. Bands take the share of
+/// the room between crossings that they have. The error says
 /// why there is none, sizes outside the limits of lengths included.
 Result<FittedSize> fitFrame(const Document& document, double width, double height);
 

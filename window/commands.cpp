@@ -95,7 +95,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
-    {"mnuEditFitFrame", kEdit, "Fit to f&rame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
+    {"mnuEditFitFrame", kEdit, "Fit to fr&ame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
     {"mnuEditFitRing", kEdit, "Fit to ri&ng...", "", [](Handlers& h) { h.mnuEditFitRing_Click(); }, hasGrid},
 
     {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, flatIsBehind},

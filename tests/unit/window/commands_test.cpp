@@ -78,7 +78,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
     {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
-    {"mnuEditFitFrame", "&Edit|Fit to f&rame...|", [this] { platform.dialogs.answerInput("200 x 40"); }, [this] { return document().fields.whole(Param::XNo) > 2 * document().fields.whole(Param::YNo) && statusStarts("Save it 200 mm wide"); }},
+    {"mnuEditFitFrame", "&Edit|Fit to fr&ame...|", [this] { platform.dialogs.answerInput("200 x 40"); }, [this] { return document().fields.whole(Param::XNo) > 2 * document().fields.whole(Param::YNo) && statusStarts("Save it 200 mm wide"); }},
     {"mnuEditFitRing", "&Edit|Fit to ri&ng...|", [this] { platform.dialogs.answerInput("18.2 x 6"); }, [this] { return text(Param::RingPerc) == "100" && text(Param::XNo) == "20" && shows(Picture::solid); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
