@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "base/random.h"
+#include "custom/autogrid.h"
 #include "design/document.h"
 #include "graph/line_symmetry.h"
 
@@ -74,10 +75,17 @@ Document blankShape(const Document& document);
 /// The points and lines of the grid become the shape of one's own, which is chosen.
 Result<Document> outlineFromGrid(const Document& document);
 
-/// The shape's lines become the grid.
+/// The shape's lines become the grid. Those that are where the old grid has a line keep its kind.
 Result<Document> lineGrid(const Document& document);
 
 /// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say.
-Result<Document> autoGrid(const Document& document);
+Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr);
+
+/// An outline that is filled to this share has no gap that anyone would see.
+inline constexpr double kFilled = 0.92;
+
+/// The same with the smallest vtGridSize from the field's on that fills the shape; where none does, with the
+/// one that fills it best.
+Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report = nullptr);
 
 }  // namespace lorivan
