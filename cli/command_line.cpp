@@ -55,6 +55,7 @@ class Parser {
   Status takeSweep();
   Status takeView();
   Status takeWidth();
+  Status takeOrigin();
   Status takeStrands();
   Status takeFrame();
   Status takeInner() { return takeLength(line_.inner); }
@@ -69,6 +70,7 @@ class Parser {
   Status takeFile(const std::string& name);
   Status takeLength(std::optional<double>& length);
   Status take(const Option& option);
+  Status checkCuts() const;
   Status checkOutputs() const;
   Status checkMany() const;
   Status checkSizes() const;
@@ -117,8 +119,24 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model),
        nullptr, nullptr, &OutputOptions::millimetres},
-      {"--height", "HEIGHT", "finished height in millimetres of the ring that --inner makes", nullptr,
+      {"--height", "HEIGHT",
+       "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
        nullptr, &OutputOptions::height},
+      {"--outline", "",
+       "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
+       "hidden layer holds their centre lines",
+       nullptr, &OutputOptions::outline},
+      {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
+       nullptr, &OutputOptions::kerf},
+      {"--lines", "",
+       "svg, pdf and dxf hold every centre line once; they stop where a strand passes under another, or run "
+       "through with --set chkFullyCrossed=1",
+       nullptr, &OutputOptions::lines},
+      {"--arcs", "", "arcs instead of short lines in the dxf of --outline and --lines", nullptr,
+       &OutputOptions::arcs},
+      {"--origin", "corner",
+       "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
+       &Parser::takeOrigin},
       {"--frame", "WxH",
        "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
        &Parser::takeFrame},
@@ -129,7 +147,8 @@ const std::vector<Option>& options() {
        &Parser::takeInner},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
-      {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
+      {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
+       &OutputOptions::transparent},
       {"--animate", "",
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
@@ -265,6 +284,13 @@ Status Parser::takeWidth() {
   return {};
 }
 
+Status Parser::takeOrigin() {
+  std::string place;
+  if (const Status got = value(place); !got) return got;
+  if (place != "corner") return wrongUsage("--origin takes corner, not \"" + place + "\"");
+  return flag(line_.output.cornerOrigin);
+}
+
 Status Parser::takeStrands() {
   std::string text;
   if (const Status got = value(text); !got) return got;
@@ -333,12 +359,25 @@ Status Parser::checkSizes() const {
   return {};
 }
 
+/// Which options for machines go together.
+Status Parser::checkCuts() const {
+  const OutputOptions& wanted = line_.output;
+  if (wanted.outline && wanted.lines)
+    return wrongUsage("--outline and --lines are two drawings; an outline file has the centre lines, too");
+  if (wanted.kerf && !wanted.outline) return wrongUsage("--kerf moves outlines and needs --outline");
+  if (wanted.arcs && !wanted.outline && !wanted.lines) return wrongUsage("--arcs needs --outline or --lines");
+  if (wanted.animate && (wanted.outline || wanted.lines))
+    return wrongUsage("--animate does not go with --outline and --lines");
+  return {};
+}
+
 /// What options mean for outputs that may stand before or after them.
 Status Parser::checkOutputs() const {
   if (line_.shape && !line_.knotFile.empty())
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  if (const Status checked = checkCuts(); !checked) return checked;
   if (const Status sizes = checkSizes(); !sizes) return sizes;
   if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
   return line_.output.animate ? checkAnimation() : Status();

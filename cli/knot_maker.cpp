@@ -1,6 +1,7 @@
 #include "cli/knot_maker.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -61,8 +62,10 @@ int KnotMaker::build(Document& document, const Rnd& random) {
   if (!ownShape() && !mustBuild()) return kDone;
   if (!ownShape() && document.fields.shape == Shape::Custom)
     return report_.fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
-  auto made = ownShape() ? autoGrid(document) : newGrid(document, random ? &random : nullptr);
+  AutoGridReport filled;
+  auto made = ownShape() ? autoGrid(document, &filled) : newGrid(document, random ? &random : nullptr);
   if (!made) return report_.fail(made.error());
+  if (filled.filled < kFilled) noteEmptyOutline(document, filled);
   for (const auto& [parameter, text] : values_)
     if (made->fields.text(parameter) != document.fields.text(parameter))
       report_.note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
@@ -71,12 +74,23 @@ int KnotMaker::build(Document& document, const Rnd& random) {
   return kDone;
 }
 
+void KnotMaker::noteEmptyOutline(const Document& document, const AutoGridReport& report) {
+  const auto share = [](const AutoGridReport& r) {
+    return std::to_string(static_cast<int>(std::lround(100 * (1 - r.filled)))) + " %";
+  };
+  AutoGridReport better;
+  const auto filling = fillingAutoGrid(document, &better);
+  const bool helps = filling && better.filled > report.filled + 0.005;
+  report_.note(
+      share(report) + " of the outline stayed empty" +
+      (helps ? "; vtGridSize=" + filling->fields.text(Param::GridSize) + " leaves " + share(better) : ""));
+}
+
 /// Widths that were asked for stay.
-Document KnotMaker::fit(const Document& document) const {
-  const Document next = withFitPicture(document, true);
+Document KnotMaker::withFittedBands(const Document& document) const {
   const bool typed = std::ranges::any_of(
       values_, [](const auto& value) { return value.first == Param::Width || value.first == Param::Edge; });
-  return typed ? next : fitBands(next, line_.preset ? sharesOfStyle(*line_.preset) : BandShares{});
+  return typed ? document : fitBands(document, line_.preset ? sharesOfStyle(*line_.preset) : BandShares{});
 }
 
 int KnotMaker::fitSize(Document& document, OutputOptions& options) {
@@ -115,7 +129,8 @@ int KnotMaker::make(const Member& member, Document& out, OutputOptions& options)
     if (!changed) return report_.fail(changed.error());
     document = std::move(*changed);
   }
-  out = line_.fit ? fit(document) : std::move(document);
+  if (ownShape()) document = withFittedBands(document);
+  out = line_.fit ? withFittedBands(withFitPicture(document, true)) : std::move(document);
   return kDone;
 }
 

@@ -3,6 +3,7 @@
 
 #include "cli/batch.h"
 #include "cli/report.h"
+#include "custom/autogrid.h"
 #include "design/document.h"
 
 namespace lorivan {
@@ -24,7 +25,8 @@ class KnotMaker {
   /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
   bool ownShape() const;
   bool mustBuild() const;
-  Document fit(const Document& document) const;
+  Document withFittedBands(const Document& document) const;
+  void noteEmptyOutline(const Document& document, const AutoGridReport& report);
   int fitSize(Document& document, OutputOptions& options);
 
   const CommandLine& line_;

@@ -4,12 +4,15 @@
 #include <memory>
 #include <new>
 
+#include "base/numbers.h"
 #include "base/sink.h"
 #include "cli/knot_maker.h"
 #include "cli/sheet_files.h"
+#include "design/fit.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/outputs.h"
+#include "design/vector_outputs.h"
 
 namespace lorivan {
 namespace {
@@ -46,7 +49,7 @@ int KnotFiles::write(const std::string& bytes, const std::string& name) {
 int KnotFiles::writeOne(const OutputJob& job, const std::string& name) {
   auto sink = FileSink::create(name);
   if (!sink) return report_.fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, job.document.fields), job, **sink);
+  const Status made = makeOutput(*outputFormat(name, job.document.fields, job.options), job, **sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : report_.fail(made.error(), name + ": ");
 }
@@ -95,7 +98,9 @@ class FileMaker {
   int makeAll(const Batch& batch, SheetFiles& sheets);
   int makeOne(const Member& member, SheetFiles& sheets, double part);
   int writeSheets(SheetFiles& sheets);
-  void noteIgnoredWidth(const KnotFields& fields);
+  void noteOverlap(const OutputJob& job);
+  void noteIgnored(const KnotFields& fields, std::string_view option, bool (*heeds)(const ExportFormat&));
+  void noteIgnoredOptions(const KnotFields& fields);
 
   Platform& platform_;
   const CommandLine& line_;
@@ -115,15 +120,44 @@ std::uint64_t FileMaker::firstSeed() {
   return seed;
 }
 
-void FileMaker::noteIgnoredWidth(const KnotFields& fields) {
-  if (std::exchange(noted_, true) || !line_.output.millimetres) return;
+/// Names the outputs' formats that an option changes nothing in.
+void FileMaker::noteIgnored(const KnotFields& fields, std::string_view option,
+                            bool (*heeds)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
-    const auto isOutput = [&](const std::string& name) { return outputFormat(name, fields) == &format; };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    const auto isOutput = [&](const std::string& name) {
+      return outputFormat(name, fields, line_.output) == &format;
+    };
+    if (!heeds(format) && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (!ignoring.empty()) report_.note("--mm changes nothing in: " + ignoring);
+  if (!ignoring.empty()) report_.note(std::string(option) + " changes nothing in: " + ignoring);
+}
+
+/// Once, whatever the number of knots.
+void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
+  if (std::exchange(noted_, true)) return;
+  const OutputOptions& options = line_.output;
+  const auto hasSize = [](const ExportFormat& format) { return format.width != WidthOf::nothing; };
+  if (options.millimetres)
+    noteIgnored(fields, "--mm", hasSize);
+  else if (options.height && !line_.inner)
+    noteIgnored(fields, "--height", hasSize);
+  if (options.outline) noteIgnored(fields, "--outline", canBeCut);
+  if (options.lines) noteIgnored(fields, "--lines", canBeCut);
+  if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
+  if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
+}
+
+/// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
+/// knots nobody wants to read it.
+void FileMaker::noteOverlap(const OutputJob& job) {
+  const double overlap = line_.manyKnots() ? 0 : bandOverlap(job.document, job.knot);
+  if (overlap <= 0) return;
+  const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
+  report_.note("the bands run together by " +
+               (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+               ": --fit makes room");
 }
 
 int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
@@ -132,10 +166,11 @@ int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
   OutputOptions options = line_.output;
   if (const int status = maker_.make(member, document, options); status != kDone) return status;
   if (const Status made = makeKnot(document, *knot_); !made) return report_.fail(made.error());
-  noteIgnoredWidth(document.fields);
+  noteIgnoredOptions(document.fields);
   const StrandColours colours = strandColours(document.fields.boxes);
   OutputJob job{platform_, document, *knot_, colours};
   job.options = options;
+  noteOverlap(job);
   KnotFiles files(report_);
   for (std::size_t i = 0; i < names_.size(); ++i) {
     const std::string name = line_.manyKnots() ? names_[i].name(member.numbers) : names_[i].between[0];
@@ -144,6 +179,7 @@ int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
       report_.reached(name, (static_cast<double>(done_) + file) * part);
     };
     job.progress(0);
+    job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
     if (const int status = files.write(job, name); status != kDone) return status;
   }
   if (const Status drawn = sheets.draw(static_cast<int>(done_), job); !drawn)

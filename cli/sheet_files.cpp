@@ -16,9 +16,9 @@ Status SheetFiles::open(Sheet& sheet) const {
   const bool vector = extensionOf(sheet.name) == "svg";
   sheet.layout = sheetLayout(count_, columns, vector ? width * kUnitsPerPixel : width);
   if (vector) {
-    auto made =
-        std::make_unique<SvgSurface>(sheet.layout.width, sheet.layout.height,
-                                     options_.millimetres.value_or(width * kMillimetresPerPixel), "Knots");
+    auto made = std::make_unique<SvgSurface>(
+        VectorPage{sheet.layout.width, sheet.layout.height,
+                   options_.millimetres.value_or(width * kMillimetresPerPixel), "Knots"});
     sheet.vector = made.get();
     sheet.surface = std::move(made);
   } else {

@@ -99,6 +99,7 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.millimetres = options.millimetres;
   scene.source = options.source;
   scene.progress = options.progress;
+  scene.cornerOrigin = options.cornerOrigin;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);
 }

@@ -49,6 +49,7 @@ struct ModelFileOptions {
   std::optional<double> millimetres;
   std::string_view source;  // see ExportScene
   std::function<void(double)> progress;
+  bool cornerOrigin = false;  // flat lines begin at the knot's lower left corner
 };
 
 /// Writes a format whose kind is model.

@@ -26,7 +26,8 @@ enum class WindowState {
   drawAtOnce,
   width,
   height,
-  maximised
+  maximised,
+  saveOptions
 };
 
 inline constexpr int kRecentFiles = 10;

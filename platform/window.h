@@ -91,6 +91,12 @@ struct KeyEvent {
 
 enum class PointerShape { arrow, hand, busy };
 
+/// A further choice of a file dialog beside its first one.
+struct FileFilter {
+  std::string label;       // "SVG drawings"
+  std::string extensions;  // the first is added to names without one while this is chosen
+};
+
 struct FileDialogSpec {
   bool save = false;
   std::string title;
@@ -99,6 +105,20 @@ struct FileDialogSpec {
   std::string initialName;  // full path that the name field starts with: "<folder>/*.qzd"
   std::string defaultExtension;
   bool overwritePrompt = false;
+  std::vector<FileFilter> more = {};
+};
+
+/// One line of a dialog of options: a box to check, or an entry behind its label.
+struct OptionLine {
+  std::string label;  // "&" before the mnemonic letter
+  bool isBox = false;
+  std::string text = {};  // of the entry
+  bool on = false;        // of the box
+};
+
+struct OptionDialogSpec {
+  std::string title, hint;  // the hint stands above the lines
+  std::vector<OptionLine> lines;
 };
 
 enum class MessageIcon { none, critical };
@@ -216,6 +236,8 @@ class Window {
   /// Full path of the chosen file, or an empty text when the user cancelled.
   virtual std::string chooseFile(const FileDialogSpec& dialog) = 0;
   virtual std::optional<Colour> chooseColour(Colour initial) = 0;
+  /// The lines as the user left them, or nothing when the user cancelled.
+  virtual std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) = 0;
   /// The text entered, or an empty text when the user cancelled.
   virtual std::string inputBox(const std::string& prompt, const std::string& title,
                                const std::string& initial) = 0;

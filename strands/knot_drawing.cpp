@@ -39,12 +39,6 @@ void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style) {
 
 void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph), 0, kFilledEdge); }
 
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
-  const GridBox box = curveBox(curve, view.stretch);
-  if (box.empty()) return 0;
-  return view.pixelX(box.right) - view.pixelX(box.left) + style.outerWidth() * view.pixelFactor();
-}
-
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   OutlineOptions options;
   options.band = style.innerWidth() * view.pixelFactor();

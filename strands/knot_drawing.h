@@ -29,9 +29,6 @@ void fitView(GridView& view, const KnotGraph& graph);
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
-/// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
-
 /// Draws all strands over what the surface holds, from their outlines.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).

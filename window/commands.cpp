@@ -84,6 +84,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },

@@ -10,6 +10,7 @@
 namespace lorivan {
 
 struct ExportFormat;
+struct OutputJob;
 
 class Handlers {
  public:
@@ -78,6 +79,7 @@ class Handlers {
   void mnuFileSaveBMP_Click();
   void mnuFileSaveEMF_Click();
   void mnuFileSave3D_Click();
+  void mnuFileSaveOptions_Click();
   void mnuEditCopy_Click();
 
   // --- shapes of one's own (handlers_shape.cpp) ---
@@ -118,10 +120,13 @@ class Handlers {
   void loadShape(const std::string& path);
   void loadTracePicture(const std::string& path);
   bool saveKnot(const std::string& path);
-  bool saveAs();
+  bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> shownPicture(const std::string& extension, bool solid);
   Result<std::string> knotOutput(std::string_view extension);
+  OutputJob outputJob(const StrandColours& colours) const;
+  void tellSaved(const std::string& path, const std::string& more = {});
   ControlId pictureInFront() const;
   const ExportFormat* chosenFormat() const;
   const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);

@@ -1,14 +1,26 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
 #include "design/outputs.h"
+#include "design/source.h"
+#include "design/vector_outputs.h"
 #include "window/handlers.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
 
 constexpr std::string_view kMetafileProblem =
     "Sorry, there was a problem creating the .emf. Perhaps it's open in an image editor";
-constexpr std::string_view kVector = "svg";
+
+/// The formats of pictures beside bitmaps; lines and curves only where the picture is drawn with them.
+std::vector<FileFilter> pictureFilters(bool curves) {
+  std::vector<FileFilter> filters;
+  for (const ExportFormat& format : exportFormats())
+    if (format.carriesSource &&
+        (format.kind == FormatKind::picture || (curves && format.kind == FormatKind::vector)))
+      filters.push_back({std::string(format.label) + " files", std::string(format.extension)});
+  return filters;
+}
 
 }  // namespace
 
@@ -18,7 +30,7 @@ void Handlers::mnuFileSaveBMP_Click() {
   const bool sheet = bench_.picture() == Picture::variations;
   const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
-      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", curves ? "png svg" : "png");
+      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", pictureFilters(curves));
   if (path.empty()) return;
   // The mark is for choosing only.
   if (sheet) bench_.variations.setPlain(true);
@@ -29,34 +41,66 @@ void Handlers::mnuFileSaveBMP_Click() {
     return;
   }
   const Status written = writeFile(path, *bytes);
-  bench_.status(written ? "Saved as " + path : written.error().message);
+  written ? tellSaved(path) : bench_.status(written.error().message);
+}
+
+/// Options that were chosen once are easily forgotten.
+void Handlers::tellSaved(const std::string& path, const std::string& more) {
+  const bool options = bench_.saveOptions != OutputOptions{};
+  bench_.status("Saved as " + path + more + (options ? ", with the saving options" : ""));
 }
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
   if (extension == kVector && bench_.picture() == Picture::variations) return bench_.variations.svg();
-  if (extension == kVector && curves) return knotOutput(kVector);
-  const bool png = extension == "png";
-  if (!png && !extension.empty() && extension != "bmp")
-    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png or svg" : "bmp or png") +
+  const ExportFormat* format = findFormat(extension.empty() ? "bmp" : extension, DxfKind::faces);
+  const bool picture = format != nullptr && format->kind == FormatKind::picture;
+  const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;
+  if (!picture && !drawing)
+    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png, svg or pdf" : "bmp or png") +
                       ", not as " + extension);
-  const PictureFormat format = png ? PictureFormat::png : PictureFormat::bmp;
-  if (solid && bench_.document().fields.check(Check::HeightMap)) {
-    Surface* const heights = bench_.solid.picBig(bench_.document());
-    if (heights == nullptr) return unwritable("the height map could not be made");
-    return bench_.platform.encodePicture(*heights, format);
-  }
-  return bench_.platform.encodePicture(bench_.window.surface(pictureInFront()), format);
+  const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
+  return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
+}
+
+/// The pixels on the screen.
+Result<std::string> Handlers::shownPicture(const std::string& extension, bool solid) {
+  const PictureFormat format = extension == "png" ? PictureFormat::png : PictureFormat::bmp;
+  Surface* picture = &bench_.window.surface(pictureInFront());
+  if (solid && bench_.document().fields.check(Check::HeightMap))
+    picture = bench_.solid.picBig(bench_.document());
+  if (picture == nullptr) return unwritable("the height map could not be made");
+  auto bytes = bench_.platform.encodePicture(*picture, format);
+  if (!bytes || format != PictureFormat::png || !bench_.knotDrawn()) return bytes;
+  return withPngSource(std::move(*bytes), sourceOf(outputJob(strandColours(bench_.document().fields.boxes))));
+}
+
+OutputJob Handlers::outputJob(const StrandColours& colours) const {
+  OutputJob job{bench_.platform, bench_.document(), bench_.knot(), colours, bench_.saveOptions};
+  job.options.solidView = bench_.solidShown();
+  return job;
 }
 
 /// The drawn knot in a format of the format table.
 Result<std::string> Handlers::knotOutput(std::string_view extension) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
-  const OutputJob job{bench_.platform, bench_.document(), bench_.knot(), colours};
   MemorySink sink;
-  if (const Status made = makeOutput(*findFormat(extension, DxfKind::faces), job, sink); !made)
-    return made.error();
+  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), outputJob(colours), sink);
+  if (!made) return made.error();
   return std::move(sink.bytes);
+}
+
+void Handlers::mnuFileSaveOptions_Click() {
+  const auto lines = bench_.window.chooseOptions(saveOptionsDialog(bench_.saveOptions));
+  if (!lines) return;
+  const auto chosen = optionsOf(*lines);
+  if (!chosen) {
+    bench_.status("The saving options stay as they were: " + chosen.error().message);
+    return;
+  }
+  bench_.saveOptions = *chosen;
+  bench_.status(*chosen == OutputOptions{} ? "Files are saved as usual"
+                                           : "Files are saved with these options from now on");
 }
 
 ControlId Handlers::pictureInFront() const {
@@ -68,10 +112,7 @@ void Handlers::mnuFileSaveEMF_Click() {
   if (path.empty()) return;
   const auto bytes = knotOutput("emf");
   const Status written = bytes ? writeFile(path, *bytes) : Status(bytes.error());
-  if (written) {
-    bench_.status("Saved as " + path);
-    return;
-  }
+  if (written) return tellSaved(path);
   bench_.complain(std::string(kMetafileProblem));
   bench_.status(written.error().message);
 }
@@ -88,7 +129,8 @@ void Handlers::mnuEditCopy_Click() {
 
 /// The row for the option button that is chosen; null when none is.
 const ExportFormat* Handlers::chosenFormat() const {
-  const DxfKind dxf = bench_.document().fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces;
+  const bool flat = bench_.document().fields.check(Check::DXF2D) || asksForCut(bench_.saveOptions);
+  const DxfKind dxf = flat ? DxfKind::flat : DxfKind::faces;
   for (const ExportFormat& format : exportFormats())
     if (!format.option.empty() && bench_.window.checked(controlNamed(format.option)))
       return findSavedFormat(format.saveNumber, dxf);
@@ -130,8 +172,7 @@ void Handlers::mnuFileSave3D_Click() {
   const Status written = writeModel(*format, *model, path);
   window.setBusy(false);
   if (written) {
-    bench_.status("Saved as " + path + ": " + std::to_string(model->QuadCount) + " polygons");
-    return;
+    return tellSaved(path, ": " + std::to_string(model->QuadCount) + " polygons");
   }
   const ErrorKind kind = written.error().kind;
   // Limits and the template that is not there have messages of their own.
@@ -150,8 +191,15 @@ Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, 
     if (percent != std::exchange(shown, percent))
       bench_.status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(percent) + " %");
   };
-  const Status made = writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
-                                     {{}, {}, progress}, **sink);
+  const StrandColours colours = strandColours(bench_.document().fields.boxes);
+  OutputJob job = outputJob(colours);
+  job.progress = progress;
+  const std::string source = format.carriesSource ? sourceOf(job) : std::string();
+  const Status made =
+      asksForCut(job.options) && isFlatDxf(format)
+          ? makeOutput(format, job, **sink)
+          : writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
+                           {wantedWidth(format, job, model), source, progress, job.options.cornerOrigin}, **sink);
   // It knows why bytes were refused, the writer does not.
   if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;

@@ -53,7 +53,7 @@ void VariationView::paint() {
 }
 
 Result<std::string> VariationView::svg() const {
-  SvgSurface surface(kVectorWidth, GridView::heightFor(kVectorWidth), kVectorMillimetres, "Variations");
+  SvgSurface surface({kVectorWidth, GridView::heightFor(kVectorWidth), kVectorMillimetres, "Variations"});
   drawAll(surface, layoutOn(surface));
   return surface.finish();
 }

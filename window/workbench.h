@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/random.h"
+#include "design/output_options.h"
 #include "window/deeds.h"
 #include "window/file_chooser.h"
 #include "window/flat_view.h"
@@ -131,6 +132,7 @@ class Workbench {
   VariationView variations;
   Rnd random;
   bool drawAtOnce = true;
+  OutputOptions saveOptions;  // of files that are saved from the window
   std::vector<std::string> recentFiles;
 
  private:

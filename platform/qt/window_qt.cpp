@@ -162,6 +162,9 @@ class WindowQt final : public Window {
   std::optional<Colour> chooseColour(Colour initial) override {
     return dialogs::chooseColour(&frame_, initial);
   }
+  std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override {
+    return dialogs::chooseOptions(&frame_, dialog);
+  }
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override {
     return dialogs::inputBox(&frame_, prompt, title, initial);

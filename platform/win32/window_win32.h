@@ -78,6 +78,7 @@ class WindowWin32 final : public Window {
   SaveAnswer askToSave(const std::string& text, const std::string& title) override;
   std::string chooseFile(const FileDialogSpec& dialog) override;
   std::optional<Colour> chooseColour(Colour initial) override;
+  std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override;
 

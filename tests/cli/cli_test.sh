@@ -92,7 +92,7 @@ same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
 strandsOf() { grep -o 'id="strand-[0-9]*"' "$1"; }
 [[ $(strandsOf moving.svg) == "$(strandsOf still.svg)" ]] || fault "the moving SVG has other strands"
-grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+grep -q " $(awk "BEGIN { print ${#frames[@]} * 0.022 }")s linear" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
 expect 2 "" --animate -o plain.png
@@ -128,6 +128,25 @@ expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPoly
 expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
 compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
 expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
+# What machines follow: closed outlines or centre lines, at the place and of the size asked for.
+cut=(--shape Square-Square --set vtEdge=2 --mm 80)
+expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
+grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(grep viewBox cut.svg)"
+[[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
+grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
+grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
+expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+(($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
+expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
+(($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
+expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+  # shellcheck disable=SC2086
+  expect 2 "" $words -o never.svg
+done
 
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'

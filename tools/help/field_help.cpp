@@ -88,7 +88,10 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "its grid with its breaks and walls. Keep this file if you want to change the knot later."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
      "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
-     "seen; the layer <code>edges</code> beneath holds the black edges."},
+     "seen; the layer <code>edges</code> beneath holds the black edges. A strand's colour is one class of the style "
+     "sheet."},
+    {"pdf", "Printers, engravers, laser and vinyl software", "A page of the real size with the same curves and "
+     "layers."},
     {"png", "Anything that shows pictures", "The picture on the screen at any size. On the command line "
      "<code>--transparent</code> leaves the background out."},
     {"bmp", "Older picture programs, engravers that want a height map", "The same picture, without "
@@ -102,7 +105,7 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
     {"xyz", "Point cloud programs", "The points of the model, one on each line."},
     {"gmv", "Jewellery design software", "Rings of four points along every strand."},
     {"dxf", "CAD, CNC routers, laser cutters", "Flat lines for cutting, or the model's faces: the box “2D DXF” "
-     "decides."},
+     "decides. <code>--outline</code> writes the bands' outlines."},
 });
 // clang-format on
 

@@ -2,6 +2,7 @@
 #include "design/edits.h"
 #include "design/presets.h"
 #include "main_window_driver.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
@@ -23,6 +24,14 @@ class CommandsTest : public MainWindowTest {
   void square() { drawSquare(), enter(Param::GridSize, "4"); }
   Deed file(const std::string& name) {
     return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
+  }
+  /// The lines of the dialog of saving options: texts of entries, and boxes that are checked where there is
+  /// one.
+  static std::vector<OptionLine> withLines(const std::vector<std::string>& texts) {
+    std::vector<OptionLine> lines = saveOptionsDialog({}).lines;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      lines[i].isBox ? void(lines[i].on = !texts[i].empty()) : void(lines[i].text = texts[i]);
+    return lines;
   }
   bool wrote(const std::string& name) const { return !Folder::contents(folder.file(name)).empty(); }
   bool helped(const std::string& page) {
@@ -73,6 +82,9 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
     {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
     {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl"); }},
+    {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
+      return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
+    }},
     {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
