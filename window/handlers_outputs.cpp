@@ -52,7 +52,11 @@ void Handlers::tellSaved(const std::string& path, const std::string& more) {
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
-  if (extension == kVector && bench_.picture() == Picture::variations) return bench_.variations.svg();
+  if (bench_.picture() == Picture::variations) {
+    if (extension == "svg") return bench_.variations.svg();
+    if (extension.empty() || extension == "bmp" || extension == "png") return shownPicture(extension, false);
+    return wrongUsage("variations are saved as bmp, png or svg, not as " + extension);
+  }
   const ExportFormat* format = findFormat(extension.empty() ? "bmp" : extension, DxfKind::faces);
   const bool picture = format != nullptr && format->kind == FormatKind::picture;
   const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;
