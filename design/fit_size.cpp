@@ -12,6 +12,7 @@
 #include "design/fit.h"
 #include "design/knot.h"
 #include "design/knot_model.h"
+#include "strands/drawn_box.h"
 
 namespace lorivan {
 namespace {
@@ -49,7 +50,8 @@ Result<Document> gridOf(const Document& document, int x, int y, double stretch) 
 /// Height to width of what a document makes; nothing when it makes no knot.
 using Measure = std::function<std::optional<double>(const Document&)>;
 
-std::optional<double> drawnRatio(const Document& document) {
+/// Of the box round the bands, near enough to choose cells by.
+std::optional<double> roughRatio(const Document& document) {
   const auto knot = std::make_unique<Knot>();
   if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
   const KnotStyle style = knotStyle(document.fields, {});
@@ -59,6 +61,17 @@ std::optional<double> drawnRatio(const Document& document) {
   const double bands = style.outerWidth();
   return (view.pixelY(box.bottom) - view.pixelY(box.top) + bands) /
          (view.pixelX(box.right) - view.pixelX(box.left) + bands);
+}
+
+/// Of what files hold.
+std::optional<double> drawnRatio(const Document& document) {
+  const auto knot = std::make_unique<Knot>();
+  if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
+  const KnotStyle style = knotStyle(document.fields, {});
+  const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
+  const PictureBox box = drawnBox(knot->curve, style, view, document.fields.check(Check::Classic));
+  if (box.right <= box.left) return std::nullopt;
+  return (box.bottom - box.top) / (box.right - box.left);
 }
 
 /// What matters of a model that is bent round the y axis, model units.
@@ -172,7 +185,7 @@ Document withRingCells(const Document& document, double inner, double height, do
 
 Result<FittedSize> fitFrame(const Document& document, double width, double height) {
   const double ratio = height / width;
-  const Document start = fitBands(withCells(withRoom(document), drawnRatio, ratio, 1), sharesOf(document));
+  const Document start = fitBands(withCells(withRoom(document), roughRatio, ratio, 1), sharesOf(document));
   // Bands follow the stretch, and the size follows the bands: twice settles both.
   auto made = withRatio(withRoom(start), drawnRatio, ratio);
   if (made) made = withRatio(fitAgain(*made), drawnRatio, ratio);

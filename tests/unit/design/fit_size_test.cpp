@@ -9,6 +9,7 @@
 #include "design/edits.h"
 #include "design/outputs.h"
 #include "platform/none/none_platform.h"
+#include "strands/drawn_box.h"
 
 namespace lorivan {
 namespace {
@@ -71,9 +72,8 @@ TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
       ASSERT_TRUE(makeKnot(fitted->document, *knot));
       const KnotStyle style = knotStyle(fitted->document.fields, {});
       const GridView view = viewOf(*knot, fitted->document.fields, style, 1000, true);
-      const GridBox box = curveBox(knot->curve, view.stretch);
-      const double high = view.pixelY(box.bottom) - view.pixelY(box.top) + 2 * style.outerWidth();
-      EXPECT_NEAR(high * width / knotWidth(knot->curve, style, view), height, 0.1);
+      const PictureBox box = drawnBox(knot->curve, style, view, false);
+      EXPECT_NEAR((box.bottom - box.top) * width / (box.right - box.left), height, 0.1);
       const double stretch = static_cast<double>(fitted->document.fields.number(Param::Skew));
       EXPECT_TRUE(shape != Shape::SquareSquare || std::abs(stretch - 1) < 0.25) << "cells are about square";
     }
