@@ -1,5 +1,7 @@
 #include "cli/command_line.h"
 
+#include <cmath>
+
 #include "base/numbers.h"
 #include "base/sink.h"
 #include "custom/shape_file.h"
@@ -13,6 +15,10 @@ namespace lorivan {
 namespace {
 
 class Parser;
+
+constexpr int kMostKnots = 100'000;
+
+Error tooManyKnots() { return wrongUsage("one run makes at most 100000 knots"); }
 
 /// One row says all about an option: how it is read, and its lines in the usage text.
 struct Option {
@@ -46,11 +52,15 @@ class Parser {
   Status takePreset();
   Status takeSet();
   Status takeRandom();
+  Status takeSweep();
   Status takeView();
   Status takeWidth();
   Status takeOrigin();
   Status takeStrands();
+  Status takeFrame();
+  Status takeInner() { return takeLength(line_.inner); }
   Status takeFit() { return flag(line_.fit); }
+  Status takeSheet() { return flag(line_.sheet); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
@@ -62,6 +72,9 @@ class Parser {
   Status take(const Option& option);
   Status checkCuts() const;
   Status checkOutputs() const;
+  Status checkMany() const;
+  Status checkSizes() const;
+  Status checkAnimation() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -85,7 +98,18 @@ const std::vector<Option>& options() {
        &Parser::takePreset},
       {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
        &Parser::takeSet},
-      {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--random", "[SEED]",
+       "a random knot; the same seed gives the same knot; 1..200 makes one for each seed, with -o "
+       "'knot-%d.svg'",
+       &Parser::takeRandom},
+      {"--sweep", "FIELD=A..B",
+       "a knot for each value of a parameter from A to B (A..B:STEP), with a % in the names of the files; "
+       "two of them make a knot for each pair",
+       &Parser::takeSweep},
+      {"--sheet", "",
+       "outputs without a % hold all the knots in one picture (png, bmp, svg); on its own: twelve random "
+       "knots",
+       &Parser::takeSheet},
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
@@ -114,6 +138,14 @@ const std::vector<Option>& options() {
       {"--origin", "corner",
        "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
        &Parser::takeOrigin},
+      {"--frame", "WxH",
+       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
+       &Parser::takeFrame},
+      {"--inner", "DIAMETER",
+       "cells, stretch and tubes such that the model is a ring with this diameter inside, in millimetres, "
+       "and "
+       "as high as --height says; a bracelet where vtRingPerc is below 100",
+       &Parser::takeInner},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
@@ -180,16 +212,69 @@ Status Parser::takeSet() {
   return {};
 }
 
-/// The seed may be left out: only a whole number after the option is taken as one.
+std::string seedLimit(const std::string& text) {
+  return "--random takes a seed up to 9223372036854775807 or a range like 1..200, not \"" + text + "\"";
+}
+
+/// The seed may be left out: only what begins with a digit, or is a range, is taken as one.
 Status Parser::takeRandom() {
   line_.random = true;
+  line_.lastSeed.reset();
   if (at_ + 1 >= arguments_.size()) return {};
-  if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
-    line_.seed = static_cast<std::uint64_t>(*seed);
-    ++at_;
-  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
-    return wrongUsage("--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\"");
+  const std::string& text = arguments_[at_ + 1];
+  const auto dots = text.find("..");
+  const auto first = parseInteger(text.substr(0, dots), 0, INT64_MAX);
+  if (!first && text.find_first_not_of("0123456789.") != std::string::npos) return {};
+  ++at_;
+  if (!first) return wrongUsage(seedLimit(text));
+  line_.seed = static_cast<std::uint64_t>(*first);
+  if (dots == std::string::npos) return {};
+  const auto last = parseInteger(text.substr(dots + 2), *first, INT64_MAX);
+  if (!last) return wrongUsage(seedLimit(text));
+  if (*last - *first >= kMostKnots) return tooManyKnots();
+  line_.lastSeed = static_cast<std::uint64_t>(*last);
+  return {};
+}
+
+/// The values from A to B in steps, with what single precision can tell of them; none when a text is no
+/// number, lies outside the field's range, or there are too many.
+std::vector<std::string> sweptValues(Param field, const std::string& range) {
+  const auto dots = range.find("..");
+  const auto colon = range.find(':', dots == std::string::npos ? 0 : dots);
+  const std::string step =
+      colon == std::string::npos ? std::string(parameterSpec(field).step) : range.substr(colon + 1);
+  if (dots == std::string::npos) return {};
+  const auto from = parseNumber(range.substr(0, dots)), by = parseNumber(step),
+             to = parseNumber(range.substr(dots + 2, std::min(colon, range.size()) - dots - 2));
+  if (!from || !to || !by || *by <= 0) return {};
+  const double count = std::floor(std::abs(*to - *from) / *by + 1e-6) + 1;
+  if (count > kMostKnots) return {};
+  std::vector<std::string> values;
+  for (int i = 0; i < static_cast<int>(count); ++i) {
+    const double value = *from + (*to < *from ? -1 : 1) * *by * i;
+    values.push_back(shortestText(static_cast<float>(value)));
+    if (parseNumber(correctedText(field, values.back())) != parseNumber(values.back())) return {};
   }
+  return values;
+}
+
+Status Parser::takeSweep() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto equals = text.find('=');
+  const auto field = findParameter(text.substr(0, equals));
+  if (equals == std::string::npos || !field)
+    return wrongUsage("--sweep takes FIELD=FROM..TO with a parameter's name, not \"" + text + "\"");
+  Sweep sweep{*field, sweptValues(*field, text.substr(equals + 1))};
+  const ParamSpec& spec = parameterSpec(*field);
+  if (sweep.values.empty())
+    return wrongUsage("--sweep " + std::string(spec.field) + " takes two numbers from " +
+                      std::string(spec.min) + " to " + std::string(spec.max) +
+                      " and a step, like 5..20:5, not \"" + text.substr(equals + 1) + "\"");
+  if (line_.sweeps.size() == 2) return wrongUsage("--sweep can be given twice, not more often");
+  if (!line_.sweeps.empty() && line_.sweeps[0].field == *field)
+    return wrongUsage(std::string(spec.field) + " is swept already");
+  line_.sweeps.push_back(std::move(sweep));
   return {};
 }
 
@@ -229,6 +314,15 @@ Status Parser::takeStrands() {
   return {};
 }
 
+Status Parser::takeFrame() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto lengths = parseLengths(text);
+  if (!lengths) return lengths.error();
+  line_.frame = *lengths;
+  return {};
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -265,6 +359,17 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
+/// A size is asked for in one way.
+Status Parser::checkSizes() const {
+  if (line_.inner && !line_.output.height)
+    return wrongUsage("--inner needs --height, the height of the ring");
+  if (!line_.inner && !line_.frame) return {};
+  if (line_.inner && line_.frame) return wrongUsage("--inner and --frame do not go together");
+  if (line_.output.millimetres) return wrongUsage("--mm does not go with --inner or --frame, which set it");
+  if (line_.frame && line_.output.height) return wrongUsage("--frame has a height of its own");
+  return {};
+}
+
 /// Which options for machines go together.
 Status Parser::checkCuts() const {
   const OutputOptions& wanted = line_.output;
@@ -285,7 +390,34 @@ Status Parser::checkOutputs() const {
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
   if (const Status checked = checkCuts(); !checked) return checked;
   if (line_.output.base && !line_.output.relief) return wrongUsage("--base is a relief's and needs --relief");
-  if (!line_.output.animate) return {};
+  if (const Status sizes = checkSizes(); !sizes) return sizes;
+  if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
+  return line_.output.animate ? checkAnimation() : Status();
+}
+
+/// Each knot's files have names of their own, and sheets are pictures.
+Status Parser::checkMany() const {
+  std::size_t knots = line_.lastSeed ? *line_.lastSeed - *line_.seed + 1 : 1;
+  for (const Sweep& sweep : line_.sweeps) knots *= sweep.values.size();
+  if (knots > kMostKnots) return tooManyKnots();
+  const std::size_t places = line_.sweeps.size() + (line_.seedsVary() ? 1 : 0);
+  for (const std::string& output : line_.outputs) {
+    const auto name = parseNumberedName(output);
+    if (!name) return name.error();
+    if (line_.sheet && name->places() == 0) {
+      const std::string extension = extensionOf(output);
+      if (extension != "png" && extension != "bmp" && extension != "svg")
+        return wrongUsage("--sheet makes png, bmp and svg files, not \"" + output + "\"");
+    } else if (name->places() != places) {
+      return wrongUsage(
+          "\"" + output + "\" needs " + std::to_string(places) + " of %d, for what its knots differ in" +
+          (line_.sheet || name->places() > 0 ? "" : "; --sheet puts them all into one picture"));
+    }
+  }
+  return {};
+}
+
+Status Parser::checkAnimation() const {
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
   if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
@@ -294,6 +426,7 @@ Status Parser::checkOutputs() const {
     if (extension == "svg") continue;
     if (extension != "png" && extension != "bmp")
       return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
+    if (line_.manyKnots()) return wrongUsage("--animate makes svg files of many knots, not \"" + name + "\"");
     if (const auto names = parseFrameNames(name); !names) return names.error();
   }
   return {};
@@ -315,13 +448,15 @@ Result<CommandLine> Parser::run() {
     if (!taken) return taken.error();
   }
   if (line_.kind != CommandKind::window) return line_;
+  if (line_.sheet && line_.seedsVary()) line_.random = true;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
     if (const Status checked = checkOutputs(); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.setStrands ||
+                           !line_.checks.empty() || line_.fit || line_.setStrands || line_.sheet ||
+                           line_.frame || line_.inner || !line_.sweeps.empty() ||
                            line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
   return line_;

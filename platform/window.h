@@ -82,7 +82,7 @@ struct MouseEvent {
   int steps = 0;  // wheel: the notches it was turned, away from the user above 0
 };
 
-enum class Key { other, left, up, right, down, escape, plus, minus, space };
+enum class Key { other, left, up, right, down, escape, plus, minus, space, enter };
 
 struct KeyEvent {
   Key key = Key::other;
@@ -201,6 +201,8 @@ class Window {
   virtual void select(ControlId list, int index) = 0;
   /// Gives a control the focus, and its entry is selected as a whole. Nothing happens when it cannot be used.
   virtual void focus(ControlId control) = 0;
+  /// The control with the focus; -1 when none has it.
+  virtual ControlId focused() const = 0;
   /// What loses the focus by being disabled or hidden leaves it to the large picture, where Space and Enter
   /// press nothing.
   virtual void setEnabled(ControlId control, bool on) = 0;

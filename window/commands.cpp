@@ -18,12 +18,14 @@ constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kS
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
+bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
 bool solidInFront(const Workbench& b) { return b.solidShown(); }
 bool flatHasLines(const Workbench& b) {
   return b.picture() == Picture::flat && static_cast<bool>(b.document().lines);
 }
 bool hasLinesNow(const Workbench& b) { return static_cast<bool>(b.document().lines); }
+bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
 /// "&Undo Random knot"
@@ -171,7 +173,10 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuStrandsMost", kEdit, "As &many as possible", "", [](Handlers& h) { h.mnuStrandsMost_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
     {"mnuStrandsOther", kEdit, "&Other number...", "", [](Handlers& h) { h.mnuStrandsOther_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
 
-    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
+    {"mnuEditFitFrame", kEdit, "Fit to fr&ame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
+    {"mnuEditFitRing", kEdit, "Fit to ri&ng...", "", [](Handlers& h) { h.mnuEditFitRing_Click(); }, hasGrid},
+
+    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, flatIsBehind},
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
     {"mnuViewFront", kView, "Front &view", "", [](Handlers& h) { h.mnuViewFront_Click(); }, solidInFront},
     {"mnuViewWhole", kView, "&Whole picture", "Ctrl+0", [](Handlers& h) { h.mnuViewWhole_Click(); },
@@ -182,6 +187,9 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.document().fields.check(Check::Classic); }},
     {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
      [](const Workbench& b) { return b.drawAtOnce; }},
+
+    {"mnuViewVariations", kView, "Va&riations", "Ctrl+Shift+R", [](Handlers& h) { h.mnuViewVariations_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuViewVariationsOf", kView, "Variations &of fields...", "", [](Handlers& h) { h.mnuViewVariationsOf_Click(); }, hasGrid},
 
     {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
     {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,

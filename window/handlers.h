@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "design/fit_size.h"
 #include "window/workbench.h"
 
 namespace lorivan {
@@ -60,6 +61,17 @@ class Handlers {
   void picNav_Mouse(const MouseEvent& event);
   void mnuViewFront_Click();
   bool frmLorivan_KeyDown(const KeyEvent& key);
+
+  // --- sizes (handlers_sizes.cpp) ---
+  /// A drawn knot of a width and a height in millimetres.
+  void mnuEditFitFrame_Click();
+  /// A ring or bracelet of an inner diameter and a height.
+  void mnuEditFitRing_Click();
+
+  // --- the sheet of variations (handlers_variations.cpp) ---
+  /// Along the field that has the focus, or random.
+  void mnuViewVariations_Click();
+  void mnuViewVariationsOf_Click();
 
   // --- files (handlers_files.cpp) ---
   void mnuFileLoad_Click();
@@ -119,6 +131,10 @@ class Handlers {
   bool walk(int dx, int dy);
   void setStrands(std::optional<int> strands);
   void makeGridAnew();
+  void adoptSize(const std::string& step, const Result<FittedSize>& fitted, bool solid);
+  void variationsMouse(const MouseEvent& event);
+  bool variationsKey(Key key);
+  void adoptVariation();
   void showModel();
   void mouseRests();
   void loadFile(const std::string& path);

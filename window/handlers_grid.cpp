@@ -14,6 +14,7 @@ constexpr int kLeft = 1, kRight = 2;
 }  // namespace
 
 void Handlers::picGrid_Mouse(const MouseEvent& event) {
+  if (bench_.picture() == Picture::variations) return variationsMouse(event);
   GridHand& hand = bench_.hand;
   if (bench_.flat.lens.moved(event, bench_.window.surface(kPicture).width())) bench_.paintFlat();
   const auto at = bench_.flat.place(event.x, event.y);

@@ -27,11 +27,15 @@ std::vector<FileFilter> pictureFilters(bool curves) {
 void Handlers::mnuFileSaveBMP_Click() {
   const bool solid = bench_.solidShown();
   // What is drawn with pixels alone cannot leave as lines and curves.
-  const bool curves = !solid && bench_.knotDrawn();
+  const bool sheet = bench_.picture() == Picture::variations;
+  const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
       bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", pictureFilters(curves));
   if (path.empty()) return;
+  // The mark is for choosing only.
+  if (sheet) bench_.variations.setPlain(true);
   const auto bytes = pictureFile(extensionOf(path), solid, curves);
+  if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
     bench_.status("Could not save " + path + ": " + bytes.error().message);
     return;
@@ -48,6 +52,11 @@ void Handlers::tellSaved(const std::string& path, const std::string& more) {
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
+  if (bench_.picture() == Picture::variations) {
+    if (extension == "svg") return bench_.variations.svg();
+    if (extension.empty() || extension == "bmp" || extension == "png") return shownPicture(extension, false);
+    return wrongUsage("variations are saved as bmp, png or svg, not as " + extension);
+  }
   const ExportFormat* format = findFormat(extension.empty() ? "bmp" : extension, DxfKind::faces);
   const bool picture = format != nullptr && format->kind == FormatKind::picture;
   const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;

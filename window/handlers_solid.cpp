@@ -61,6 +61,7 @@ void Handlers::mnuViewFront_Click() {
 
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
   if (key.ctrl || key.alt) return false;
+  if (bench_.picture() == Picture::variations) return variationsKey(key.key);
   return bench_.solidShown() ? solidKey(key) : bench_.picture() == Picture::flat && flatKey(key);
 }
 

@@ -17,6 +17,7 @@
 #include "window/session.h"
 #include "window/shape_sheet.h"
 #include "window/solid_view.h"
+#include "window/variation_view.h"
 
 namespace lorivan {
 
@@ -28,7 +29,7 @@ struct MainWindowOptions {
 };
 
 /// The picture that is in front.
-enum class Picture { flat, solid, sheet };
+enum class Picture { flat, solid, sheet, variations };
 
 /// How the pictures follow a step.
 enum class After {
@@ -104,6 +105,13 @@ class Workbench {
   /// The view was turned with the mouse or the keys: its angles are the document's from now on.
   void viewTurned();
 
+  // --- variations ---
+  /// Shows them in the place of the picture. `step` as VariationView takes it. Nothing but a sentence when
+  /// there are none.
+  void showVariations(std::vector<Variation> sheet, const std::string& step);
+  /// The picture that was there before comes back.
+  void leaveVariations();
+
   // --- pictures and states ---
   void bringToFront(Picture picture);
   /// Draws the picture in front in a style that is not chosen yet; -1: as the document says.
@@ -142,6 +150,7 @@ class Workbench {
   ShapeSheet sheet;
   GridHand hand;
   GridSymmetry symmetry;
+  VariationView variations;
   Rnd random;
   bool drawAtOnce = true;
   OutputOptions saveOptions;  // of files that are saved from the window
@@ -158,6 +167,7 @@ class Workbench {
   KnotStages stages_;
   KnotStages previewStages_;
   Picture picture_ = Picture::flat;
+  Picture beforeVariations_ = Picture::flat;
   bool drawn_ = false;               // the flat picture holds a knot
   int markedStrands_ = 0;            // the strands that one may be marked of, see KnotStages::strands()
   bool modelFieldsTouched_ = false;  // since the grid was shown without a knot

@@ -148,7 +148,8 @@ void Workbench::paintSolid() {
 }
 
 void Workbench::preview(int style) {
-  if (deeds.working() || picture_ == Picture::sheet || !document().lines) return;
+  if (deeds.working() || picture_ == Picture::sheet || picture_ == Picture::variations || !document().lines)
+    return;
   if (style < 0) {
     if (!std::exchange(previewing_, false)) return;
     solidShown() ? paintSolid() : paintFlat();

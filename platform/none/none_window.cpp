@@ -247,7 +247,10 @@ void NoneWindow::userTypes(ControlId control, const std::string& text) {
 }
 
 void NoneWindow::userPressesEnter() {
-  if (focus_ >= 0 && spec(focus_).kind == ControlKind::number) call(events_.confirmed, focus_);
+  if (focus_ >= 0 && spec(focus_).kind == ControlKind::number)
+    call(events_.confirmed, focus_);
+  else
+    userPresses({Key::enter});
 }
 
 void NoneWindow::userSteps(ControlId control, int by) {

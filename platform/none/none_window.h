@@ -95,6 +95,7 @@ class NoneWindow final : public Window {
   int selected(ControlId list) const override { return at(list).selected; }
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
+  ControlId focused() const override { return focus_; }
   void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return at(control).enabled; }
   void setVisible(ControlId control, bool on) override;
@@ -131,8 +132,6 @@ class NoneWindow final : public Window {
   Colour background(ControlId control) const { return at(control).background; }
   Colour textColour(ControlId control) const { return at(control).textColour; }
   PointerShape pointer(ControlId picture) const { return at(picture).pointer; }
-  /// The control with the focus; -1 when the window itself has it.
-  ControlId focused() const { return focus_; }
   const std::string& commandText(CommandId command) const { return command_(command).text; }
   bool commandVisible(CommandId command) const { return command_(command).visible; }
   const std::vector<std::string>& items(ControlId list) const { return at(list).items; }

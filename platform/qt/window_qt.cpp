@@ -127,6 +127,7 @@ class WindowQt final : public Window {
   int selected(ControlId list) const override;
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
+  ControlId focused() const override;
   void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return form_->widget(control)->isEnabledTo(form_); }
   void setVisible(ControlId control, bool on) override;
@@ -368,6 +369,8 @@ void WindowQt::focus(ControlId control) {
   form_->setFocusTo(control);
   --quiet_;
 }
+
+ControlId WindowQt::focused() const { return form_->focused(); }
 
 void WindowQt::setEnabled(ControlId control, bool on) {
   ++quiet_;

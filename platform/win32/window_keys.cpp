@@ -21,6 +21,8 @@ Key toKey(WPARAM key) {
       return Key::down;
     case VK_ESCAPE:
       return Key::escape;
+    case VK_RETURN:
+      return Key::enter;
     case VK_ADD:
     case VK_OEM_PLUS:
       return Key::plus;

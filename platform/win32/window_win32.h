@@ -51,6 +51,7 @@ class WindowWin32 final : public Window {
   int selected(ControlId list) const override { return form_.selected(list); }
   void select(ControlId list, int index) override { form_.select(list, index); }
   void focus(ControlId control) override { form_.focus(control); }
+  ControlId focused() const override { return form_.find(GetFocus()); }
   void setEnabled(ControlId control, bool on) override { form_.setEnabled(control, on); }
   bool enabled(ControlId control) const override { return form_.enabled(control); }
   void setVisible(ControlId control, bool on) override { form_.setVisible(control, on); }

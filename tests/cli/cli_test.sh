@@ -112,6 +112,22 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
 
+# Many knots in one run: each as its own run makes it, a failing one named, all of them on a sheet.
+expect 0 "" --random 41..43 --preset Ink -o 'many-%d.svg' -o 'many-%03d.qzd' --sheet -o sheet.png -o sheet.svg
+expect 0 "" --random 42 --preset Ink -o one.svg -o one.qzd
+same one.svg many-42.svg
+same one.qzd many-042.qzd
+[[ $(ls many-* | wc -l) == 6 && -s sheet.png ]] || fault "files of a run: $(ls many-*)"
+expect 0 "" --sweep vtXNo=3..1 --sweep vtSkew=0.8..1.2:0.2 -o 'grid-%02d-%d.svg' --sheet -o sheet.bmp --width 301
+expect 0 "" --set vtXNo=2 --set vtSkew=1.2 -o one.svg
+same one.svg grid-02-1.2.svg
+[[ $(od -An -td4 -j18 -N4 sheet.bmp | tr -d ' ') == 301 ]] || fault "a sheet has another width than was asked for"
+expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPolySides=10..200:190 --set vtXNo=20 --set vtYNo=20 \
+  --set vtPolyPoints=4 -o 'side-%d.stl' -o 'side-%d.qzd'
+[[ $(echo side-*) == "side-10.qzd side-10.stl" ]] || fault "what a failing knot left: $(echo side-*)"
+expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
+compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
+expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
 # What machines follow: closed outlines or centre lines, at the place and of the size asked for.
 cut=(--shape Square-Square --set vtEdge=2 --mm 80)
 expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
@@ -223,6 +239,16 @@ if "${asUser[@]}" test -x "$program"; then
   expect 5 "ermission denied" -o locked/x.svg
   program=$realProgram
   [[ $(cat locked/x.svg) == old ]] || fault "a file in a locked folder was replaced"
+  # All or none: only when it is to take its name does the second file turn out to belong to somebody else.
+  if ((EUID == 0)); then
+    mkdir sticky && echo old | tee sticky/a.svg sticky/b.svg >/dev/null
+    chmod 666 sticky/*.svg && chown 65534 sticky/a.svg && chmod 1777 sticky
+    program=asSomebody
+    expect 5 "cannot write sticky/b.svg" -o sticky/a.svg -o sticky/new.svg -o sticky/b.svg
+    program=$realProgram
+    [[ $(ls -A sticky) == $'a.svg\nb.svg' && $(cat sticky/*) == $'old\nold' ]] ||
+      fault "files took their names although another could not: $(ls -A sticky)"
+  fi
 fi
 
 expect 0 "" -o "Knöten und 結.svg"

@@ -109,6 +109,8 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
   for (Row row : std::vector<Row>{
     {"mnuStrandsMost", "&Edit>S&trands|As &many as possible|", none, [this] { return strands() > 3; }},
     {"mnuStrandsOther", "&Edit>S&trands|&Other number...|", [this] { platform.dialogs.answerInput(" 4 "); }, [this] { return strands() == 4; }},
+    {"mnuEditFitFrame", "&Edit|Fit to fr&ame...|", [this] { platform.dialogs.answerInput("200 x 40"); }, [this] { return document().fields.whole(Param::XNo) > 2 * document().fields.whole(Param::YNo) && statusStarts("Save it 200 mm wide"); }},
+    {"mnuEditFitRing", "&Edit|Fit to ri&ng...|", [this] { platform.dialogs.answerInput("18.2 x 6"); }, [this] { return text(Param::RingPerc) == "100" && text(Param::XNo) == "20" && shows(Picture::solid); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
     {"mnuViewFront", "V&iew|Front &view|", [this] { click("cmd3DView"), enter(Param::Theta, "30"), enter(Param::Psi, "40"); }, [this] { return text(Param::Theta) == "0" && text(Param::Psi) == "0" && document().fields.text(Param::Theta) == "0" && shows(Picture::solid); }},
@@ -116,6 +118,8 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+9", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},
+    {"mnuViewVariations", "V&iew|Va&riations|Ctrl+Shift+R", none, [this] { return bench().picture() == Picture::variations && visible("picGrid") && bench().variations.random(); }},
+    {"mnuViewVariationsOf", "V&iew|Variations &of fields...|", [this] { platform.dialogs.answerInput("X Y"); }, [this] { return bench().picture() == Picture::variations && bench().variations.count() == 12; }},
     {"mnuShapeBlank", "&Shape|&Blank|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 0 && shows(Picture::sheet) && document().fields.shape == Shape::Custom; }},
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
     {"mnuShapeMakeStandard", "&Shape|&Make from Standard|", none, [this] { return bench().sheet.shape().ShapeLineCount == 12 && shows(Picture::sheet); }},
