@@ -43,7 +43,9 @@ Status FlatView::paintKnot(const Document& document, const Knot& knot) {
   Surface& picture = surface();
   const KnotStyle style = styleOf(document);
   view_ = through(viewOf(knot, document.fields, style, picture.width(), true));
-  drawKnotPicture(picture, knot.graph, knot.curve, style, view_, pictureOptions(document.fields));
+  PictureOptions options = pictureOptions(document.fields);
+  options.quick = true;
+  drawKnotPicture(picture, knot.graph, knot.curve, style, view_, options);
   if (markedStrand_ != 0 && !plain_) drawStrandMark(picture, knot.curve, style, view_, markedStrand_);
   return shown(picture, knot);
 }
