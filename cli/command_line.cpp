@@ -47,6 +47,7 @@ class Parser {
   Status takeRandom();
   Status takeView();
   Status takeWidth();
+  Status takeCells();
   Status takeFit() { return flag(line_.fit); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
@@ -89,6 +90,18 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model),
        nullptr, nullptr, &OutputOptions::millimetres},
+      {"--tube", "MM", "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
+           ", in millimetres; with --mm both hold",
+       nullptr, nullptr, &OutputOptions::tube},
+      {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(), nullptr,
+       &OutputOptions::solid},
+      {"--fillet", "MM", "round the body's corners between strands by this radius", nullptr, nullptr,
+       &OutputOptions::fillet},
+      {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
+       nullptr, &OutputOptions::flat},
+      {"--base", "MM", "put a plate of this thickness under the body", nullptr, nullptr, &OutputOptions::base},
+      {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
+       &Parser::takeCells},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
@@ -174,6 +187,15 @@ Status Parser::takeWidth() {
   return {};
 }
 
+Status Parser::takeCells() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto cells = parseInteger(text, 2, 32);
+  if (!cells) return wrongUsage("--cells takes a number from 2 to 32, not \"" + text + "\"");
+  line_.output.cells = static_cast<int>(*cells);
+  return {};
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -216,6 +238,9 @@ Status Parser::checkOutputs() const {
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  const OutputOptions& made = line_.output;
+  if (!made.solid && (made.flat || made.base || made.fillet || made.cells != OutputOptions().cells))
+    return wrongUsage("--flat, --base, --fillet and --cells shape the body that --solid makes");
   if (!line_.output.animate) return {};
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");

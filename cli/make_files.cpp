@@ -46,7 +46,8 @@ class FileMaker {
   int writeOne(const OutputJob& job, const std::string& name);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnoredWidth();
+  void noteIgnored(const char* option, bool (*ignores)(const ExportFormat&));
+  void noteIgnoredOptions();
   void fit();
   int write();
 
@@ -149,7 +150,9 @@ void FileMaker::fit() {
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
+  OutputJob named = job;
+  named.note = [&](const std::string& message) { note(name + ": " + message); };
+  const Status made = makeOutput(*outputFormat(name, document_.fields), named, **sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }
@@ -183,20 +186,29 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
-void FileMaker::noteIgnoredWidth() {
+void FileMaker::noteIgnored(const char* option, bool (*ignores)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
       return outputFormat(name, document_.fields) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    if (ignores(format) && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (!ignoring.empty()) note(std::string(option) + " changes nothing in: " + ignoring);
+}
+
+void FileMaker::noteIgnoredOptions() {
+  const OutputOptions& asked = line_.output;
+  if (asked.millimetres)
+    noteIgnored("--mm", [](const ExportFormat& format) { return format.width == WidthOf::nothing; });
+  if (asked.tube)
+    noteIgnored("--tube", [](const ExportFormat& format) { return format.width != WidthOf::model; });
+  if (asked.solid) noteIgnored("--solid", [](const ExportFormat& format) { return !format.takesSolid; });
 }
 
 int FileMaker::write() {
-  noteIgnoredWidth();
+  noteIgnoredOptions();
   const StrandColours colours = strandColours(document_.fields.boxes);
   OutputJob job{platform_, document_, *knot_, colours};
   job.options = line_.output;

@@ -90,6 +90,8 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;
   scene.progress = options.progress;
+  scene.solid = options.solid;
+  scene.remark = options.remark;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);
 }

@@ -45,6 +45,8 @@ class KnotModel {
 struct ModelFileOptions {
   std::optional<double> millimetres;
   std::function<void(double)> progress;
+  const TriangleMesh* solid = nullptr;  // written for the tubes by formats that take it
+  std::string_view remark = {};         // about the body
 };
 
 /// Writes a format whose kind is model.

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "design/document_text.h"
+#include "design/solid_model.h"
 #include "strands/animated_svg.h"
 #include "strands/band_paths.h"
 #include "strands/svg_surface.h"
@@ -99,6 +100,40 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   return job.platform.encodePicture(**surface, format);
 }
 
+void tellPieces(const OutputJob& job, int pieces, const Contacts& contacts) {
+  if (job.note && contacts.crossings > 0) job.note(piecesText(pieces, contacts));
+}
+
+Status writeBody(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  const auto made = makeBody(job.knot, job.document.fields, job.options);
+  if (!made) return made.error();
+  tellPieces(job, made->body.pieces, made->contacts);
+  return writeModelFile(format, job.platform, job.knot, job.document.fields, made->lines,
+                        {made->millimetres, job.progress, &made->body.mesh,
+                         piecesText(made->body.pieces, made->contacts)},
+                        sink);
+}
+
+/// The tubes, as thick as they are to be.
+Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  const auto built = job.model->get(job.knot, job.document.fields, job.colours, format.sides);
+  if (!built) return built.error();
+  if ((*built)->QuadCount == 0)
+    return impossibleKnot("the knot has no strands that a model could be made of");
+  const bool sized = job.options.tube && format.width == WidthOf::model;
+  TubeModel own;
+  if (sized) own = **built;
+  const TubeModel& model = sized ? own : **built;
+  const auto millimetres = sized ? sizeTubes(own, job.options) : Result(job.options.millimetres);
+  if (!millimetres) return millimetres.error();
+  if (format.takesSolid) {
+    const Contacts contacts = modelContacts(job.knot, job.document.fields, model);
+    tellPieces(job, contacts.pieces, contacts);
+  }
+  return writeModelFile(format, job.platform, job.knot, job.document.fields, model,
+                        {*millimetres, job.progress}, sink);
+}
+
 /// The formats that are made here and not by a model writer.
 struct Maker {
   std::string_view identifier;
@@ -120,14 +155,9 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 }
 
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
-  if (format.kind == FormatKind::model) {
-    const auto model = job.model->get(job.knot, job.document.fields, job.colours, format.sides);
-    if (!model) return model.error();
-    if ((*model)->QuadCount == 0)
-      return impossibleKnot("the knot has no strands that a model could be made of");
-    return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.options.millimetres, job.progress}, sink);
-  }
+  if (format.kind == FormatKind::model)
+    return job.options.solid && format.takesSolid ? writeBody(format, job, sink)
+                                                  : writeTubes(format, job, sink);
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;
     const auto bytes = maker.make(job);

@@ -20,6 +20,7 @@ struct OutputJob {
   const StrandColours& colours;
   OutputOptions options = {};
   std::function<void(double)> progress = {};
+  std::function<void(const std::string&)> note = {};  // told what a maker should know of an output
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };

@@ -10,6 +10,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kDxf = "dxf";
+constexpr bool kSolid = true;
 
 // clang-format off
 constexpr auto kFormats = std::to_array<ExportFormat>({
@@ -20,9 +21,9 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
     {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, WidthOf::drawing},
     {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, WidthOf::nothing, "optPOV", 1, 0, writePov},
     {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, WidthOf::model, "optVRML", 2, 0, writeVrml},
-    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, WidthOf::model, "optOBJ", 3, 0, writeObj},
+    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, WidthOf::model, "optOBJ", 3, 0, writeObj, kSolid},
     {"stl", "stl", "(StereoLithography) STL", "StereoLithography model", FormatKind::model, WidthOf::model, "optSTL", 5, 0,
-     writeStl},
+     writeStl, kSolid},
     {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, WidthOf::model, "optXYZ", 7, 0, writeXyz},
     {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, WidthOf::nothing, "optGemVision", 6, 4,
      writeGemVision},
@@ -34,6 +35,14 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
 
 bool isChosen(const ExportFormat& format, DxfKind dxf) {
   return format.extension != kDxf || (format.write == writeDxf2D) == (dxf == DxfKind::flat);
+}
+
+/// "svg, emf and flat dxf"
+std::string listed(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  return text;
 }
 
 }  // namespace
@@ -76,10 +85,14 @@ std::string formatsWithWidth(WidthOf width) {
   for (const ExportFormat& format : kFormats)
     if (format.width == width)
       names.push_back((format.write == writeDxf2D ? "flat " : "") + std::string(format.extension));
-  std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i)
-    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
-  return text;
+  return listed(names);
+}
+
+std::string formatsWithSolid() {
+  std::vector<std::string> names;
+  for (const ExportFormat& format : kFormats)
+    if (format.takesSolid) names.emplace_back(format.extension);
+  return listed(names);
 }
 
 }  // namespace lorivan

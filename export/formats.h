@@ -31,6 +31,7 @@ struct ExportFormat {
   int saveNumber = 0;            // the option's number in the settings; 0: none
   int sides = 0;                 // the model must be built with so many sides; 0: with the field's
   Status (*write)(const ExportScene&, Sink&) = nullptr;  // null unless the kind is model
+  bool takesSolid = false;                               // writes a fused body where the scene has one
 };
 
 /// What a DXF file holds is chosen by a check box, not by its extension.
@@ -51,5 +52,8 @@ std::string formatExtensions();
 
 /// "svg, emf and flat dxf": the formats whose width in millimetres is that of this.
 std::string formatsWithWidth(WidthOf width);
+
+/// "obj and stl": the formats that take a fused body.
+std::string formatsWithSolid();
 
 }  // namespace lorivan

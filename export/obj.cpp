@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "export/mesh.h"
+#include "export/solid_mesh.h"
 #include "export/text_out.h"
 #include "export/writers.h"
 
@@ -63,9 +64,35 @@ void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
   }
 }
 
+/// One body, each corner once.
+Status writeBody(const ExportScene& scene, Sink& sink) {
+  const Result<SolidMesh> mesh = solidMesh(scene);
+  if (!mesh) return mesh.error();
+  TextOut out(sink);
+  out.line("#Object format knot produced by Lorivan");
+  if (!scene.remark.empty()) {
+    out.text("#");
+    out.line(scene.remark);
+  }
+  for (const MeshPoint& p : mesh->points) out.take(putVertex(out.room(kPolygonRoom), p));
+  out.line("g knot");
+  for (std::size_t i = 0; i < mesh->triangles.size() && out.ok(); ++i) {
+    char* at = out.room(kPolygonRoom);
+    *at++ = 'f';
+    for (const std::uint32_t corner : mesh->triangles[i]) {
+      *at++ = ' ';
+      at = putInteger(at, static_cast<std::int32_t>(corner) + 1);
+    }
+    out.take(putText(at, kLineEnd));
+    out.reached(scene.progress, i, mesh->triangles.size());
+  }
+  return out.finish();
+}
+
 }  // namespace
 
 Status writeObj(const ExportScene& scene, Sink& sink) {
+  if (scene.solid != nullptr) return writeBody(scene, sink);
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices)) return refused(kTooManyPolygonsObj);

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/colour.h"
+#include "model3d/triangle_mesh.h"
 #include "model3d/tube_model.h"
 #include "strands/knot_curve.h"
 
@@ -40,6 +41,8 @@ struct ExportScene {
   double bandWidth = 0;          // outer width of a drawn band, grid units; 2-D DXF leaves gaps of this width
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
   std::optional<double> millimetres = {};            // width in the file, for the formats that take one
+  const TriangleMesh* solid = nullptr;  // the fused body, which formats that take one write for the tubes
+  std::string_view remark = {};         // about the body, for formats with a place for it; ASCII, one line
   std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
   std::function<void(double)> progress = {};         // told the part done, 0 to 1, now and then; may be empty
 

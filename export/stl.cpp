@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "export/mesh.h"
+#include "export/solid_mesh.h"
 #include "export/text_out.h"
 #include "export/writers.h"
 
@@ -46,9 +47,26 @@ void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const M
   out.take(putText(at, "  endloop\r\nendfacet\r\n"));
 }
 
+/// One body; its name says what there is to know about it.
+Status writeBody(const ExportScene& scene, Sink& sink) {
+  const Result<SolidMesh> mesh = solidMesh(scene);
+  if (!mesh) return mesh.error();
+  TextOut out(sink);
+  out.text(scene.remark.empty() ? "solid" : "solid ");
+  out.line(scene.remark);
+  for (std::size_t i = 0; i < mesh->triangles.size() && out.ok(); ++i) {
+    const auto& [a, b, c] = mesh->triangles[i];
+    writeTriangle(out, mesh->points[a], mesh->points[b], mesh->points[c]);
+    out.reached(scene.progress, i, mesh->triangles.size());
+  }
+  out.line("endsolid");
+  return out.finish();
+}
+
 }  // namespace
 
 Status writeStl(const ExportScene& scene, Sink& sink) {
+  if (scene.solid != nullptr) return writeBody(scene, sink);
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   const auto& points = mesh->points();
