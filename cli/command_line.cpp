@@ -48,6 +48,9 @@ class Parser {
   Status takeView();
   Status takeWidth();
   Status takeCells();
+  Status takeFitRadius();
+  Status takeMaterial();
+  Status takeCheck() { return kind(CommandKind::check); }
   Status takeFit() { return flag(line_.fit); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
@@ -102,6 +105,15 @@ const std::vector<Option>& options() {
       {"--base", "MM", "put a plate of this thickness under the body", nullptr, nullptr, &OutputOptions::base},
       {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
        &Parser::takeCells},
+      {"--fit-radius", "GAP",
+       "the radius that leaves this gap between strands, in millimetres with --mm; 0: they meet at every "
+       "crossing",
+       &Parser::takeFitRadius},
+      {"--check", "",
+       "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when it "
+       "would not come out well",
+       &Parser::takeCheck},
+      {"--material", "NAME", "what --check judges by: " + materialNames(), &Parser::takeMaterial},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
@@ -196,6 +208,24 @@ Status Parser::takeCells() {
   return {};
 }
 
+Status Parser::takeFitRadius() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto gap = parseNumber(text);
+  if (!gap || *gap < 0 || *gap > kMostMillimetres)
+    return wrongUsage("--fit-radius takes a gap from 0 to 100000, not \"" + text + "\"");
+  line_.fitRadius = *gap;
+  return {};
+}
+
+Status Parser::takeMaterial() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  line_.material = findMaterial(name);
+  if (line_.material != nullptr) return {};
+  return wrongUsage("there is no material \"" + name + "\"; it may be " + materialNames());
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -269,6 +299,11 @@ Result<CommandLine> Parser::run() {
     const Status taken = found != nullptr ? take(*found) : takeFile(word);
     if (!taken) return taken.error();
   }
+  if (line_.kind == CommandKind::check) {
+    if (!line_.outputs.empty()) return wrongUsage("--check writes nothing and does not go with -o");
+    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    return line_;
+  }
   if (line_.kind != CommandKind::window) return line_;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
@@ -276,8 +311,9 @@ Result<CommandLine> Parser::run() {
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.output != OutputOptions{};
-  if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
+                           !line_.checks.empty() || line_.fit || line_.fitRadius ||
+                           line_.material != nullptr || line_.output != OutputOptions{};
+  if (optionsOnly) return wrongUsage("these options need an output file, -o FILE, or --check");
   return line_;
 }
 
@@ -376,6 +412,7 @@ std::string usageText() {
       "lorivan [KNOT]                     open the window, with this knot if one is named\n"
       "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
       "                                   write files, without a window or a display\n"
+      "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
       "KNOT is a knot file (.qzd). It may also be a shape of your own (.qzc): with -o it gets an AutoGrid "
       "by\n"
       "vtGridSize and chkShapeT.\n\n";
@@ -383,8 +420,8 @@ std::string usageText() {
     if (!option.about.empty()) out += usageOf(option);
   return out +
          "\n"
-         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"
-         "5 an output that cannot be written, 6 no display for the window.\n";
+         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made\n"
+         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the window.\n";
 }
 
 }  // namespace lorivan

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/result.h"
+#include "design/materials.h"
 #include "design/output_options.h"
 #include "design/parameters.h"
 #include "graph/standard_grids.h"
@@ -27,7 +28,7 @@ enum ExitStatus {
 /// The status for a run that this kind of error ends.
 ExitStatus exitStatusOf(ErrorKind kind);
 
-enum class CommandKind { window, makeFiles, help, version, list };
+enum class CommandKind { window, makeFiles, check, help, version, list };
 
 struct CommandLine {
   CommandKind kind = CommandKind::window;
@@ -41,6 +42,8 @@ struct CommandLine {
   std::optional<std::uint64_t> seed;
   OutputOptions output;
   bool fit = false;  // bands and picture
+  std::optional<double> fitRadius;    // gap between the model's strands; 0: they meet
+  const Material* material = nullptr;  // that a check is to judge by
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;

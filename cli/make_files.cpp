@@ -12,8 +12,10 @@
 #include "design/document_text.h"
 #include "design/edits.h"
 #include "design/fit.h"
+#include "design/fit_radius.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
+#include "design/model_check.h"
 #include "design/outputs.h"
 #include "design/random_knot.h"
 
@@ -31,6 +33,7 @@ class FileMaker {
         progress_(platform.clock(), errors, platform.errorsGoToTerminal() && !line.quiet) {}
 
   int run();
+  int check(std::ostream& report);
 
  private:
   int fail(const Error& error, const std::string& where = "");
@@ -49,6 +52,7 @@ class FileMaker {
   void noteIgnored(const char* option, bool (*ignores)(const ExportFormat&));
   void noteIgnoredOptions();
   void fit();
+  int makeDocument();
   int write();
 
   Platform& platform_;
@@ -227,7 +231,7 @@ int FileMaker::write() {
   return kDone;
 }
 
-int FileMaker::run() {
+int FileMaker::makeDocument() {
   if (line_.shape) document_.fields.shape = *line_.shape;
   if (!line_.knotFile.empty())
     if (const int status = readFile(); status != kDone) return status;
@@ -240,18 +244,48 @@ int FileMaker::run() {
   if (const int status = build(); status != kDone) return status;
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
-  return write();
+  if (!line_.fitRadius) return kDone;
+  auto fitted = withFittedRadius(document_, *knot_, *line_.fitRadius, line_.output.millimetres);
+  if (!fitted) return fail(fitted.error());
+  document_ = std::move(*fitted);
+  note("vtPolyRadius=" + document_.fields.text(Param::PolyRadius));
+  return kDone;
+}
+
+int FileMaker::run() {
+  const int status = makeDocument();
+  return status == kDone ? write() : status;
+}
+
+int FileMaker::check(std::ostream& report) {
+  if (const int status = makeDocument(); status != kDone) return status;
+  const auto checked = checkModel(*knot_, document_.fields, line_.output);
+  if (!checked) return fail(checked.error());
+  report << checkText(*checked, line_.material) << std::flush;
+  if (!report) return kBadOutput;
+  const Material& material = line_.material != nullptr ? *line_.material : kMaterials.front();
+  return faultsOf(*checked, material).empty() ? kDone : kNoKnot;
+}
+
+/// Memory may not suffice for what was asked for.
+template <class Work>
+int withinMemory(std::ostream& errors, Work&& work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    errors << "lorivan: there is not enough memory for this\n";
+    return kBadOutput;
+  }
 }
 
 }  // namespace
 
 int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
-  try {
-    return FileMaker(platform, line, errors).run();
-  } catch (const std::bad_alloc&) {
-    errors << "lorivan: there is not enough memory for these outputs\n";
-    return kBadOutput;
-  }
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).run(); });
+}
+
+int checkKnot(Platform& platform, const CommandLine& line, std::ostream& report, std::ostream& errors) {
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).check(report); });
 }
 
 }  // namespace lorivan

@@ -292,6 +292,27 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
   if (round % 3 == 2) p.z += step(p.z, centre.z);
 }
 
+void EdgeBalance::add(const MeshPoint& from, const MeshPoint& to) {
+  const auto way = [](const MeshPoint& a, const MeshPoint& b) {
+    return (hashOf(a) ^ std::rotl(hashOf(b), 21)) * 0x9E3779B97F4A7C15U;
+  };
+  const std::uint64_t there = way(from, to), back = way(to, from);
+  sum_ += (there ^ there >> 31) * 0xBF58476D1CE4E5B9U - (back ^ back >> 31) * 0xBF58476D1CE4E5B9U;
+}
+
+bool isClosed(const TubeMesh& mesh) {
+  EdgeBalance balance;
+  for (const TubeMesh::Strand& strand : mesh.strands())
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
+      mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        const auto corners = polygonCorners(face.cut);
+        for (std::size_t i = 0; i < corners.size(); ++i)
+          balance.add(mesh.points()[face.corner[corners[i]]],
+                      mesh.points()[face.corner[corners[(i + 1) % corners.size()]]]);
+      });
+  return balance.even();
+}
+
 Result<TubeMesh> sceneMesh(const ExportScene& scene) {
   if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
   const Result<double> scale = modelScale(scene.model, scene.millimetres);

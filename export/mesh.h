@@ -91,6 +91,18 @@ class TubeMesh {
   std::vector<Cut> cuts_;  // for each ring, for each side
 };
 
+/// Whether every edge is passed as often one way as the other, told from a sum in which passes both ways
+/// cancel: a mesh with a free edge is taken for closed once in 2^64 times.
+class EdgeBalance {
+ public:
+  void add(const MeshPoint& from, const MeshPoint& to);
+  bool even() const { return sum_ == 0; }
+
+ private:
+  std::uint64_t sum_ = 0;
+};
+bool isClosed(const TubeMesh& mesh);
+
 /// The scene's mesh at the width that the scene asks for. Fails for more polygons than a model may have, and
 /// when nothing of the model is left in three decimals.
 Result<TubeMesh> sceneMesh(const ExportScene& scene);

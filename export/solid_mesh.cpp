@@ -77,6 +77,13 @@ bool raiseFlat(SolidMesh& mesh, int round) {
 
 }  // namespace
 
+bool isClosed(const SolidMesh& mesh) {
+  EdgeBalance balance;
+  for (const auto& t : mesh.triangles)
+    for (std::size_t i = 0; i < 3; ++i) balance.add(mesh.points[t[i]], mesh.points[t[(i + 1) % 3]]);
+  return balance.even();
+}
+
 Result<SolidMesh> solidMesh(const ExportScene& scene) {
   const Result<double> scale = scaleOf(*scene.solid, scene.millimetres);
   if (!scale) return scale.error();

@@ -17,6 +17,8 @@ struct SolidMesh {
   std::vector<std::array<std::uint32_t, 3>> triangles;
 };
 
+bool isClosed(const SolidMesh& mesh);
+
 /// The scene's body at the width that the scene asks for. Fails for a body without width, and when it is too
 /// large or too small for three decimals.
 Result<SolidMesh> solidMesh(const ExportScene& scene);

@@ -39,7 +39,12 @@ void quadsApart(const BoundQuad& one, const BoundQuad& two, Apart& best) {
 
 }  // namespace
 
-StrandSearch::StrandSearch(const TubeModel& model, const CentreLines& lines) : model_(model), lines_(lines) {
+StrandSearch::StrandSearch(const TubeModel& model, const CentreLines& lines, int window)
+    : model_(model), lines_(lines), window_(window), leastWay_(4 * model.radius) {
+  double length = 0;
+  for (std::size_t i = 0; i < lines.strandCount(); ++i) length += lines.length(i);
+  const double rings = static_cast<double>(std::max<std::size_t>(1, lines.segments().size()));
+  leastWay_ = std::max(leastWay_, static_cast<float>(length / rings * 4 * window));
   quads_.build(model);
   balls_.emplace_back();  // 0 is no ball
   for (const TubeStrand& strand : model.strands)
@@ -68,7 +73,7 @@ std::uint32_t StrandSearch::addBall(std::uint32_t from, std::uint32_t to) {
 
 /// Whether some pair of the two stretches can count, when all of them are at least so far apart.
 bool StrandSearch::canCount(const Ball& one, const Ball& two, float apart) const {
-  const float needed = std::max(4 * model_.radius, 2 * apart);
+  const float needed = std::max(leastWay_, 2 * apart);
   if (lines_.strand(one.from) != lines_.strand(two.from)) return true;
   const Ball& early = one.from <= two.from ? one : two;
   const Ball& late = one.from <= two.from ? two : one;
@@ -103,7 +108,7 @@ void StrandSearch::descend(Search& search, std::uint32_t one, std::uint32_t two)
 
 void StrandSearch::compare(Search& search, std::uint32_t one, std::uint32_t two) const {
   const float way = lines_.wayBetween(one, two);
-  if (way < 4 * model_.radius) return;
+  if (way < leastWay_) return;
   const Nearest centres = nearestOf(lines_.segments()[one], lines_.segments()[two]);
   const float round = centres.distance - 2 * model_.radius;
   if (round >= search.best.distance || way < 2 * centres.distance) return;
@@ -145,15 +150,15 @@ Apart StrandSearch::nearest(TubeForm form, std::size_t one, std::size_t two, flo
   return search.best;
 }
 
-Apart StrandSearch::nearRings(TubeForm form, int one, int two, int window, float within) const {
+Apart StrandSearch::nearCrossing(TubeForm form, int over, int under, float within) const {
   Search search{form, {within, {}, {}}};
   const auto ringAt = [&](int ring, int step) {
     const TubeStrand& strand = model_.strands[lines_.strand(static_cast<std::uint32_t>(ring))];
     const int number = (ring - strand.firstRing + step) % strand.ringCount;
     return static_cast<std::uint32_t>(strand.firstRing + (number < 0 ? number + strand.ringCount : number));
   };
-  for (int i = -window; i < window; ++i)
-    for (int j = -window; j < window; ++j) compare(search, ringAt(one, i), ringAt(two, j));
+  for (int i = -window_; i < window_; ++i)
+    for (int j = -window_; j < window_; ++j) compare(search, ringAt(over, i), ringAt(under, j));
   return search.best;
 }
 

@@ -12,11 +12,13 @@ namespace lorivan {
 /// What stands for the tubes: round ones, or the model's own polygons.
 enum class TubeForm { round, polygons };
 
-/// Of one strand only parts that do not follow each other count: they lie apart by two tubes' thickness along
-/// the strand, and by twice as much along it as across.
+/// Of one strand only parts that do not follow each other count: along the strand they lie apart by two tubes'
+/// thickness, as far as two crossings at least, and by twice as much as across. So bends and curls between
+/// crossings are no gaps.
 class StrandSearch {
  public:
-  StrandSearch(const TubeModel& model, const CentreLines& lines);
+  /// `window`: rings before and after a crossing that belong to it, half the way to the turns beside it.
+  StrandSearch(const TubeModel& model, const CentreLines& lines, int window);
 
   /// The places where two strands, or two parts of one, come nearest, if that is nearer than `within`; else
   /// the distance is `within` or more. Between round tubes it is negative where they run into each other,
@@ -24,8 +26,8 @@ class StrandSearch {
   Apart nearest(TubeForm form, float within) const;
   /// The same between two strands.
   Apart nearest(TubeForm form, std::size_t one, std::size_t two, float within) const;
-  /// The same between `window` rings before and after two rings.
-  Apart nearRings(TubeForm form, int one, int two, int window, float within) const;
+  /// The same between the rings that belong to a crossing's two.
+  Apart nearCrossing(TubeForm form, int over, int under, float within) const;
 
  private:
   /// A stretch of one strand in a ball.
@@ -48,6 +50,8 @@ class StrandSearch {
 
   const TubeModel& model_;
   const CentreLines& lines_;
+  int window_;
+  float leastWay_;
   QuadIndex quads_;
   std::vector<Ball> balls_;
   std::vector<std::uint32_t> roots_;  // of each strand

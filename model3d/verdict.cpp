@@ -33,14 +33,13 @@ class Groups {
 };
 
 Contacts findContacts(const StrandSearch& search, const CentreLines& lines,
-                      std::span<const RingCrossing> crossings, int window, TubeForm form,
-                      float together) {
+                      std::span<const RingCrossing> crossings, TubeForm form, float together) {
   Contacts contacts;
   contacts.crossings = static_cast<int>(crossings.size());
   Groups groups(lines.strandCount());
   const auto strandAt = [&](int ring) { return lines.strand(static_cast<std::uint32_t>(ring)); };
   for (const RingCrossing& crossing : crossings) {
-    if (search.nearRings(form, crossing.over, crossing.under, window, together).distance >= together) continue;
+    if (search.nearCrossing(form, crossing.over, crossing.under, together).distance >= together) continue;
     ++contacts.touching;
     groups.join(strandAt(crossing.over), strandAt(crossing.under));
   }
@@ -129,15 +128,15 @@ float mostPlay(const TubeModel& model) {
 Contacts contactsOf(const TubeModel& model, std::span<const RingCrossing> crossings, int window,
                     TubeForm form, float together) {
   const CentreLines lines(model);
-  return findContacts(StrandSearch(model, lines), lines, crossings, window, form, together);
+  return findContacts(StrandSearch(model, lines, window), lines, crossings, form, together);
 }
 
 Verdict inspect(const TubeModel& model, std::span<const RingCrossing> crossings, int window, TubeForm form) {
   Verdict verdict;
   const CentreLines lines(model);
   for (std::size_t i = 0; i < lines.strandCount(); ++i) verdict.lengths.push_back(lines.length(i));
-  const StrandSearch search(model, lines);
-  const Contacts contacts = findContacts(search, lines, crossings, window, form, kTouch);
+  const StrandSearch search(model, lines, window);
+  const Contacts contacts = findContacts(search, lines, crossings, form, kTouch);
   verdict.pieces = contacts.pieces;
   verdict.crossings = contacts.crossings;
   verdict.touching = contacts.touching;
@@ -153,7 +152,10 @@ Verdict inspect(const TubeModel& model, std::span<const RingCrossing> crossings,
         search.nearest(form, std::max(0.0F, round.distance) + mostPlay(model));
     verdict.clearance = {true, static_cast<double>(apart.distance), middle(apart)};
   }
-  SideWalk(model, verdict).run();
+  if (form == TubeForm::polygons)
+    SideWalk(model, verdict).run();
+  else if (!model.centres.empty())
+    verdict.wall = {true, 2.0 * model.radius, model.centres.front()};
   return verdict;
 }
 

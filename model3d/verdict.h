@@ -25,11 +25,11 @@ struct Verdict {
   FoundLength wall;             // least thickness of a tube
   int folds = 0;                // sides of tubes that are turned inwards in bends tighter than the radius
   Vec3 foldAt;                  // the first of them
-  double volume = 0;            // of all tubes together; what several share counts for each
+  double volume = 0;            // of all polygonal tubes together; what several share counts for each
 };
 
 /// Looks at the tubes as polygons, as mesh files hold them, or as round ones, as a fused body does.
-/// `window`: rings before and after a crossing in which the two passes are near each other.
+/// `window`: see crossingWindow().
 Verdict inspect(const TubeModel& model, std::span<const RingCrossing> crossings, int window, TubeForm form);
 
 /// Tubes nearer to each other than this, in model units, touch.
