@@ -2,6 +2,7 @@
 // applies a function to it and shows what came of it; none calls another.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "window/workbench.h"
@@ -45,6 +46,8 @@ class Handlers {
   void cmd3D_Click();
   void cmd2DView_Click();
   void cmd3DView_Click();
+  void mnuViewCheckModel_Click();
+  void mnuViewFitRadius_Click();
   void picKnot_Mouse(const MouseEvent& event);
   void picNav_Mouse(const MouseEvent& event);
   bool frmLorivan_KeyDown(const KeyEvent& key);
@@ -94,6 +97,7 @@ class Handlers {
   void stepLineKind(int line, int steps);
   void makeGridAnew();
   void showModel();
+  std::optional<double> askMillimetres(const std::string& prompt, const std::string& title, double initial);
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
@@ -110,6 +114,7 @@ class Handlers {
   void shapeGrid(const std::string& name, const Result<Document>& made);
 
   Workbench& bench_;
+  double millimetres_ = 80;  // width of the finished knot, as last asked for
 };
 
 }  // namespace lorivan

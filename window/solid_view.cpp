@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "graph/grid_view.h"
+#include "model3d/marks.h"
 #include "window/form_table.h"
 
 namespace lorivan {
@@ -69,6 +70,7 @@ Status SolidView::build(const Document& document, const KnotStages& stages) {
             model_.build(stages.knot(), document.fields, strandColours(document.fields.boxes));
         !built)
       return built;
+  marked_.reset();
   inputs_ = wanted;
   background_ = wanted.background;
   heightMap_ = wanted.heightMap;
@@ -105,10 +107,12 @@ Document SolidView::withAngles(const Document& document) const {
 void SolidView::paint(const Document& document) {
   Surface& picture = window_.surface(kPicture);
   picture.clear(background_);
-  renderer_.render(model_.built(), lightSettings(document.fields), angles_, background_, heightMap_,
-                   picture.lendPixels());
+  renderer_.render(marked_ ? *marked_ : model_.built(), lightSettings(document.fields), angles_, background_,
+                   heightMap_, picture.lendPixels());
   picture.refresh();
 }
+
+void SolidView::mark(std::span<const Vec3> places) { marked_ = withMarks(model_.built(), places); }
 
 void SolidView::paintRotator() {
   window_.setText(controlId("txtRDistance"), shortestText(angles_.ViewDistance));

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "design/knot.h"
 #include "design/knot_model.h"
@@ -27,6 +28,8 @@ class SolidView {
   /// Whether the model has the colours that the document's strands have.
   bool sameColours(const Document& document) const;
   const TubeModel& model() const { return model_.built(); }
+  /// Shows marks round these places until the model is built anew.
+  void mark(std::span<const Vec3> places);
 
   /// Turns to the document's angles. What was turned with the mouse stays as fine as it is as long as the
   /// document says the same degrees.
@@ -68,6 +71,7 @@ class SolidView {
   Platform& platform_;
   Window& window_;
   KnotModel model_;
+  std::optional<TubeModel> marked_;  // the model with marks, while there are any
   std::optional<Inputs> inputs_;  // what the model was built from
   Renderer renderer_;             // keeps its memory from one picture to the next
   ViewState angles_;
