@@ -61,7 +61,8 @@ Vec3 normalOf(const Triangle3& t) { return cross(t[1] - t[0], t[2] - t[0]); }
 /// Walls, folds and volume, from every side of every tube.
 class SideWalk {
  public:
-  SideWalk(const TubeModel& model, Verdict& verdict) : model_(model), verdict_(verdict) {
+  SideWalk(const TubeModel& model, const CentreLines& lines, Verdict& verdict)
+      : model_(model), lines_(lines), verdict_(verdict) {
     quads_.build(model);
   }
   void run() {
@@ -78,6 +79,15 @@ class SideWalk {
                           (side + model_.sides) % model_.sides);
   }
 
+  /// Whether the triangle looks away from the centre line, as it does not in folds.
+  bool isOutside(const TubeStrand& strand, int ring, const Triangle3& t) const {
+    const int held = (ring + strand.ringCount) % strand.ringCount;
+    const CentreSegment& axis = lines_.segments()[static_cast<std::size_t>(strand.firstRing + held)];
+    const Vec3 normal = normalOf(t);
+    return dot(normal, normal) > 0 &&
+           dot(axis.apart((t[0] + t[1] + t[2]) * (1 / 3.0F)), unit(normal)) > 0.2F * model_.radius;
+  }
+
   void visit(const TubeStrand& strand, int ring, int side) {
     const QuadCorners c = corners(strand, ring, side);
     const auto here = static_cast<std::size_t>(strand.firstRing + ring);
@@ -92,20 +102,19 @@ class SideWalk {
       if (verdict_.folds++ == 0) verdict_.foldAt = vertex(0);
       return;
     }
-    measureWall(strand, ring, side, triangleOf(model_, c, false));
+    for (const bool second : {false, true}) measureWall(strand, ring, side, triangleOf(model_, c, second));
   }
 
   /// From the middle of a side straight through the tube, to where it comes out opposite.
   void measureWall(const TubeStrand& strand, int ring, int side, const Triangle3& t) {
-    const Vec3 normal = normalOf(t);
-    if (dot(normal, normal) == 0) return;
-    const Vec3 middle = (t[0] + t[1] + t[2]) * (1 / 3.0F), inwards = unit(normal) * -1;
+    if (!isOutside(strand, ring, t)) return;
+    const Vec3 middle = (t[0] + t[1] + t[2]) * (1 / 3.0F), inwards = unit(normalOf(t)) * -1;
     const int opposite = side + model_.sides / 2;
     for (int r = ring - 1; r <= ring + 1; ++r)
       for (int s = opposite - 1 + model_.sides % 2; s <= opposite + 1; ++s)
         for (const bool second : {false, true}) {
           const Triangle3 other = triangleOf(model_, corners(strand, r, s), second);
-          if (dot(normalOf(other), inwards) <= 0) continue;
+          if (dot(normalOf(other), inwards) <= 0 || !isOutside(strand, r, other)) continue;
           const float far = rayTo(other, middle, inwards);
           if (far > 0 && (!verdict_.wall.found || far < static_cast<float>(verdict_.wall.value)))
             verdict_.wall = {true, static_cast<double>(far), middle + inwards * (far / 2)};
@@ -113,6 +122,7 @@ class SideWalk {
   }
 
   const TubeModel& model_;
+  const CentreLines& lines_;
   Verdict& verdict_;
   QuadIndex quads_;
 };
@@ -153,7 +163,7 @@ Verdict inspect(const TubeModel& model, std::span<const RingCrossing> crossings,
     verdict.clearance = {true, static_cast<double>(apart.distance), middle(apart)};
   }
   if (form == TubeForm::polygons)
-    SideWalk(model, verdict).run();
+    SideWalk(model, lines, verdict).run();
   else if (!model.centres.empty())
     verdict.wall = {true, 2.0 * model.radius, model.centres.front()};
   return verdict;
