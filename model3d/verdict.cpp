@@ -58,6 +58,8 @@ Triangle3 triangleOf(const TubeModel& model, const QuadCorners& c, bool second) 
 
 Vec3 normalOf(const Triangle3& t) { return cross(t[1] - t[0], t[2] - t[0]); }
 
+constexpr float kStraight = 0.99F;  // cosine of the least bend
+
 /// Walls, folds and volume, from every side of every tube.
 class SideWalk {
  public:
@@ -105,13 +107,22 @@ class SideWalk {
     for (const bool second : {false, true}) measureWall(strand, ring, side, triangleOf(model_, c, second));
   }
 
+  bool bendsAt(const TubeStrand& strand, int ring) const {
+    const auto way = [&](int r) {
+      const int held = (r + strand.ringCount) % strand.ringCount;
+      return unit(lines_.segments()[static_cast<std::size_t>(strand.firstRing + held)].way);
+    };
+    return dot(way(ring - 1), way(ring)) < kStraight || dot(way(ring), way(ring + 1)) < kStraight;
+  }
+
   /// From the middle of a side straight through the tube, to where it comes out opposite.
   void measureWall(const TubeStrand& strand, int ring, int side, const Triangle3& t) {
     if (!isOutside(strand, ring, t)) return;
     const Vec3 middle = (t[0] + t[1] + t[2]) * (1 / 3.0F), inwards = unit(normalOf(t)) * -1;
-    const int opposite = side + model_.sides / 2;
+    // In a bend the way leads askew through the tube.
+    const int most = bendsAt(strand, ring) ? model_.sides / 2 : 1, opposite = side + model_.sides / 2;
     for (int r = ring - 1; r <= ring + 1; ++r)
-      for (int s = opposite - 1 + model_.sides % 2; s <= opposite + 1; ++s)
+      for (int s = opposite - most + model_.sides % 2; s <= opposite + most; ++s)
         for (const bool second : {false, true}) {
           const Triangle3 other = triangleOf(model_, corners(strand, r, s), second);
           if (dot(normalOf(other), inwards) <= 0 || !isOutside(strand, r, other)) continue;

@@ -1,6 +1,7 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
 #include "design/outputs.h"
+#include "design/solid_model.h"
 #include "window/handlers.h"
 
 namespace lorivan {
@@ -126,6 +127,9 @@ void Handlers::mnuFileSave3D_Click() {
   window.setBusy(false);
   if (written) {
     bench_.status("Saved as " + path + ": " + std::to_string(model->QuadCount) + " polygons");
+    if (const Contacts contacts = modelContacts(bench_.knot(), bench_.document().fields, *model);
+        format->takesSolid && contacts.crossings > 0)
+      bench_.statusToo(piecesText(contacts.pieces, contacts));
     return;
   }
   const ErrorKind kind = written.error().kind;

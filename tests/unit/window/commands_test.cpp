@@ -80,6 +80,8 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
+    {"mnuViewCheckModel", "V&iew|Chec&k model...|", [this] { platform.dialogs.answerInput("60"), platform.dialogs.answerMessage(); }, [this] { return shows(Picture::solid) && w->status().starts_with("3 separate pieces, touching at 0 of 12"); }},
+    {"mnuViewFitRadius", "V&iew|Fit &radius...|", [this] { platform.dialogs.answerInput("2"); }, [this] { return bench().session.history().undoName() == "Fit radius"; }},
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+0", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},

@@ -154,7 +154,8 @@ void HistoryTest::actRandomly(const std::function<int(int)>& draw) {
   } else if (kind < 6) {
     const CommandId command = draw(static_cast<int>(commandRows().size()));
     const CommandRow& row = commandRows()[static_cast<std::size_t>(command)];
-    const bool asks = row.menu == "&File" && row.name != "mnuFileNewGrid" && row.name != "mnuFileRandom";
+    const bool asks = row.text.ends_with("...") ||
+                      (row.menu == "&File" && row.name != "mnuFileNewGrid" && row.name != "mnuFileRandom");
     if (row.name == "mnuViewDrawAtOnce") return;  // without it scales ask
     const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile";
     if (!asks && !files && w->commandEnabled(command)) w->userPicks(command);
