@@ -93,16 +93,18 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model),
        nullptr, nullptr, &OutputOptions::millimetres},
-      {"--tube", "MM", "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
+      {"--tube", "MM",
+       "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
            ", in millimetres; with --mm both hold",
        nullptr, nullptr, &OutputOptions::tube},
-      {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(), nullptr,
-       &OutputOptions::solid},
+      {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(),
+       nullptr, &OutputOptions::solid},
       {"--fillet", "MM", "round the body's corners between strands by this radius", nullptr, nullptr,
        &OutputOptions::fillet},
       {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
        nullptr, &OutputOptions::flat},
-      {"--base", "MM", "put a plate of this thickness under the body", nullptr, nullptr, &OutputOptions::base},
+      {"--base", "MM", "put a plate of this thickness under the body", nullptr, nullptr,
+       &OutputOptions::base},
       {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
        &Parser::takeCells},
       {"--fit-radius", "GAP",
@@ -110,7 +112,8 @@ const std::vector<Option>& options() {
        "crossing",
        &Parser::takeFitRadius},
       {"--check", "",
-       "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when it "
+       "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when "
+       "it "
        "would not come out well",
        &Parser::takeCheck},
       {"--material", "NAME", "what --check judges by: " + materialNames(), &Parser::takeMaterial},
@@ -421,7 +424,8 @@ std::string usageText() {
   return out +
          "\n"
          "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made\n"
-         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the window.\n";
+         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the "
+         "window.\n";
 }
 
 }  // namespace lorivan

@@ -41,8 +41,8 @@ struct CommandLine {
   bool random = false;
   std::optional<std::uint64_t> seed;
   OutputOptions output;
-  bool fit = false;  // bands and picture
-  std::optional<double> fitRadius;    // gap between the model's strands; 0: they meet
+  bool fit = false;                    // bands and picture
+  std::optional<double> fitRadius;     // gap between the model's strands; 0: they meet
   const Material* material = nullptr;  // that a check is to judge by
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text

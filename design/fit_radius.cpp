@@ -69,8 +69,8 @@ Result<Document> withFittedRadius(const Document& document, const Knot& knot, do
   if (crossing == 0) return impossibleKnot("the knot has no crossings to fit a radius to");
   // Polygons in the round tubes meet a little later than these.
   const double meeting = kMeeting / std::cos(kPi / settings.polySides);
-  const double radius = gap > 0 ? radiusForGap(model, crossingWindow(settings), gap, millimetres)
-                                : meeting * crossing / 2;
+  const double radius =
+      gap > 0 ? radiusForGap(model, crossingWindow(settings), gap, millimetres) : meeting * crossing / 2;
   if (gap <= 0 && radius > kMostRadius) {
     const double share = std::floor(100 * 2 * model.radius / (meeting * crossing)) / 100;
     return impossibleKnot("strands cannot meet at any Radius: with this one they do from a Z-factor of " +

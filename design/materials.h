@@ -12,10 +12,10 @@ namespace lorivan {
 /// Densities and linear shrinkages are usual values of the trade; a founder's own may differ a little.
 struct Material {
   std::string_view name;
-  double density;       // grams for a cubic centimetre
-  double shrinkage;     // per cent of a casting's length, from pattern to finished piece; 0: not cast
-  double thinnest;      // wall that still comes out, millimetres
-  double narrowest;     // gap that stays open, millimetres
+  double density;    // grams for a cubic centimetre
+  double shrinkage;  // per cent of a casting's length, from pattern to finished piece; 0: not cast
+  double thinnest;   // wall that still comes out, millimetres
+  double narrowest;  // gap that stays open, millimetres
 };
 
 inline constexpr std::array<Material, 8> kMaterials = {{
@@ -39,8 +39,7 @@ inline const Material* findMaterial(std::string_view name) {
 /// "resin, pla, ..."
 inline std::string materialNames() {
   std::string names;
-  for (const Material& material : kMaterials)
-    names.append(names.empty() ? "" : ", ").append(material.name);
+  for (const Material& material : kMaterials) names.append(names.empty() ? "" : ", ").append(material.name);
   return names;
 }
 

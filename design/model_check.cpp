@@ -50,7 +50,8 @@ std::string lengthsText(const Verdict& verdict, const Words& words) {
 }
 
 std::string weightText(const ModelCheck& check, const Material& material) {
-  std::string text = std::string(material.name) + ' ' + rounded(check.volume / 1000 * material.density) + " g";
+  std::string text =
+      std::string(material.name) + ' ' + rounded(check.volume / 1000 * material.density) + " g";
   if (material.shrinkage > 0)
     text += ", cast from a pattern " + rounded(*check.millimetres / (1 - material.shrinkage / 100)) +
             " mm wide (shrinks by " + rounded(material.shrinkage) + " %)";
@@ -117,8 +118,8 @@ Result<ModelCheck> checkTubes(const Knot& knot, const KnotFields& fields, const 
   check.scale = *scale;
   check.millimetres = *millimetres;
   const TubeSettings settings = tubeSettings(fields);
-  check.verdict = inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings),
-                          TubeForm::polygons);
+  check.verdict =
+      inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
   check.closed = isClosed(TubeMesh(model, *scale));
   check.volume = check.verdict.volume * std::pow(check.scale, 3);
   return check;
@@ -159,7 +160,7 @@ std::string checkText(const ModelCheck& check, const Material* material) {
   addLine(text, "closed", check.closed ? "yes" : "no");
   addLine(text, "wall", verdict.wall.found ? words.found(verdict.wall) : "none");
   addLine(text, "clearance",
-          !verdict.clearance.found         ? "no strands near each other"
+          !verdict.clearance.found      ? "no strands near each other"
           : verdict.clearance.value > 0 ? words.found(verdict.clearance)
                                         : "none: strands meet at " + words.place(verdict.clearance.at));
   addFolds(text, check, words);

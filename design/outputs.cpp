@@ -108,10 +108,10 @@ Status writeBody(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   const auto made = makeBody(job.knot, job.document.fields, job.options);
   if (!made) return made.error();
   tellPieces(job, made->body.pieces, made->contacts);
-  return writeModelFile(format, job.platform, job.knot, job.document.fields, made->lines,
-                        {made->millimetres, job.progress, &made->body.mesh,
-                         piecesText(made->body.pieces, made->contacts)},
-                        sink);
+  return writeModelFile(
+      format, job.platform, job.knot, job.document.fields, made->lines,
+      {made->millimetres, job.progress, &made->body.mesh, piecesText(made->body.pieces, made->contacts)},
+      sink);
 }
 
 /// The tubes, as thick as they are to be.

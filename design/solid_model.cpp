@@ -8,7 +8,8 @@
 namespace lorivan {
 namespace {
 
-constexpr const char* kTooThick = "the strands would be thicker than the knot has room for: less --tube or more --mm";
+constexpr const char* kTooThick =
+    "the strands would be thicker than the knot has room for: less --tube or more --mm";
 constexpr double kRingsPerRadius = 4;  // so that no bend shows corners
 constexpr int kMostPoints = 50, kFewestSides = 3;
 
@@ -78,12 +79,14 @@ Result<std::optional<double>> sizeTubes(TubeModel& model, const OutputOptions& o
 
 Result<MadeBody> planBody(const Knot& knot, const KnotFields& fields, const OutputOptions& options) {
   if ((options.flat || options.base) && fields.number(Param::RingPerc) > 0)
-    return wrongUsage("a knot that is bent into a ring has no underside: --flat and --base need vtRingPerc=0");
+    return wrongUsage(
+        "a knot that is bent into a ring has no underside: --flat and --base need vtRingPerc=0");
   MadeBody made;
   TubeSettings& settings = made.settings = tubeSettings(fields);
   settings.polySides = kFewestSides;
   if (const Status built = buildTube(knot.strands, settings, {}, made.lines); !built) return built.error();
-  if (made.lines.centres.empty()) return impossibleKnot("the knot has no strands that a model could be made of");
+  if (made.lines.centres.empty())
+    return impossibleKnot("the knot has no strands that a model could be made of");
   made.shape.cells = options.cells;
   made.shape.flat = options.flat;
   if (const Status sized = sizeBody(made, options); !sized) return sized.error();
@@ -103,15 +106,16 @@ Result<MadeBody> makeBody(const Knot& knot, const KnotFields& fields, const Outp
   auto body = fuse(made->lines, made->shape);
   if (!body) return body.error();
   made->body = std::move(*body);
-  made->contacts = contactsOf(made->lines, ringCrossings(knot.strands, made->settings),
-                              crossingWindow(made->settings), TubeForm::round,
-                              made->shape.bridged(made->lines.radius));
+  made->contacts =
+      contactsOf(made->lines, ringCrossings(knot.strands, made->settings), crossingWindow(made->settings),
+                 TubeForm::round, made->shape.bridged(made->lines.radius));
   return made;
 }
 
 Contacts modelContacts(const Knot& knot, const KnotFields& fields, const TubeModel& model) {
   const TubeSettings settings = tubeSettings(fields);
-  return contactsOf(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
+  return contactsOf(model, ringCrossings(knot.strands, settings), crossingWindow(settings),
+                    TubeForm::polygons);
 }
 
 std::string piecesText(int pieces, const Contacts& contacts) {

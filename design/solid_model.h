@@ -23,7 +23,8 @@ struct MadeBody {
   Contacts contacts;  // of the tubes before they were fused
 };
 
-/// The model's fine centre lines, with tubes of the thickness asked for, and its shape as a body; no body yet.
+/// The model's fine centre lines, with tubes of the thickness asked for, and its shape as a body; no body
+/// yet.
 Result<MadeBody> planBody(const Knot& knot, const KnotFields& fields, const OutputOptions& options);
 
 /// The body itself. Fails as fuse() and planBody() do, and for a knot without strands.

@@ -40,9 +40,9 @@ struct ExportScene {
   double viewDistance = 20;      // from the eye to the knot's middle, model units; POV-Ray
   double bandWidth = 0;          // outer width of a drawn band, grid units; 2-D DXF leaves gaps of this width
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
-  std::optional<double> millimetres = {};            // width in the file, for the formats that take one
-  const TriangleMesh* solid = nullptr;  // the fused body, which formats that take one write for the tubes
-  std::string_view remark = {};         // about the body, for formats with a place for it; ASCII, one line
+  std::optional<double> millimetres = {};  // width in the file, for the formats that take one
+  const TriangleMesh* solid = nullptr;     // the fused body, which formats that take one write for the tubes
+  std::string_view remark = {};            // about the body, for formats with a place for it; ASCII, one line
   std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
   std::function<void(double)> progress = {};         // told the part done, 0 to 1, now and then; may be empty
 

@@ -43,8 +43,10 @@ struct Links {
   std::array<int, kCellEdges> count{};
 
   void join(int one, int two) {
-    next[static_cast<std::size_t>(one)][static_cast<std::size_t>(count[static_cast<std::size_t>(one)]++)] = two;
-    next[static_cast<std::size_t>(two)][static_cast<std::size_t>(count[static_cast<std::size_t>(two)]++)] = one;
+    next[static_cast<std::size_t>(one)][static_cast<std::size_t>(count[static_cast<std::size_t>(one)]++)] =
+        two;
+    next[static_cast<std::size_t>(two)][static_cast<std::size_t>(count[static_cast<std::size_t>(two)]++)] =
+        one;
   }
 };
 
@@ -70,8 +72,7 @@ std::array<int, 2> edgeCorners(int edge) {
 
 CellLoops loopsOf(std::uint8_t inside, std::uint8_t joined) {
   Links links;
-  for (std::size_t f = 0; f < kCellFaces; ++f)
-    linkFace(faces()[f], inside, (joined >> f & 1) != 0, links);
+  for (std::size_t f = 0; f < kCellFaces; ++f) linkFace(faces()[f], inside, (joined >> f & 1) != 0, links);
   CellLoops loops;
   loops.loop.fill(kNoLoop);
   for (int start = 0; start < kCellEdges; ++start) {

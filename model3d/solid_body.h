@@ -13,8 +13,8 @@ struct SolidBody {
   double volume = 0;  // cubic model units
 };
 
-/// Fuses the tubes of the model, whatever its sides: the tubes are round. Hollows without a way out are filled.
-/// A model without strands gives an empty body. The error is a limit: too many triangles.
+/// Fuses the tubes of the model, whatever its sides: the tubes are round. Hollows without a way out are
+/// filled. A model without strands gives an empty body. The error is a limit: too many triangles.
 Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape);
 
 /// How wide the body of a model will be, and how wide the strands' centre lines are.

@@ -74,8 +74,8 @@ FieldReading SolidField::tubes(const Vec3& p, Segments near) const {
   return join(one, two);
 }
 
-/// What lies in one of them, with a round corner where two surfaces meet; where they do so at a right angle it
-/// has the fillet's radius.
+/// What lies in one of them, with a round corner where two surfaces meet; where they do so at a right angle
+/// it has the fillet's radius.
 FieldReading SolidField::join(const FieldReading& one, const FieldReading& two) const {
   const float r = blend_;
   if (one.value < r && two.value < r) {
@@ -137,8 +137,8 @@ void SolidField::values(const Lattice& lattice, Segments near, Values& values) c
     if (rounded && values[n] < blend_)
       values[n] = at({x[n], y[n], z[n]}, near).value;
     else if (hasPlate())
-      values[n] = std::max(std::min(values[n], std::max(outline[n % outline.size()], z[n] - cut_)),
-                           bottom_ - z[n]);
+      values[n] =
+          std::max(std::min(values[n], std::max(outline[n % outline.size()], z[n] - cut_)), bottom_ - z[n]);
     else if (shape_.flat)
       values[n] = std::max(values[n], bottom_ - z[n]);
   }

@@ -1,5 +1,5 @@
-// The field whose zero surface is the fused body: distance to the centre lines less the tube's radius, rounded
-// where strands meet, joined with a plate or cut by a plane.
+// The field whose zero surface is the fused body: distance to the centre lines less the tube's radius,
+// rounded where strands meet, joined with a plate or cut by a plane.
 #pragma once
 
 #include <algorithm>
@@ -14,9 +14,9 @@ namespace lorivan {
 
 /// Lengths are model units.
 struct SolidShape {
-  int cells = 8;     // cells for each radius of the tube
-  float fillet = 0;  // radius of the rounding between strands, and between strands and plate
-  float plate = 0;   // thickness of the base plate; 0: none
+  int cells = 8;      // cells for each radius of the tube
+  float fillet = 0;   // radius of the rounding between strands, and between strands and plate
+  float plate = 0;    // thickness of the base plate; 0: none
   bool flat = false;  // the underside is cut flat
 
   /// The rounding that a body with such tubes has: at least one and a half cells, since cells show no

@@ -36,8 +36,8 @@ Place placeOf(std::uint64_t key) {
 /// 8 x 8 x 8 cells that the surface passes through.
 struct Cube {
   std::uint64_t key = 0;
-  std::array<std::uint8_t, kCubeCells> inside{};         // corners of each cell that are inside
-  std::array<std::uint32_t, kCubeCells> firstCorner{};   // of the mesh, for a cell's round 0
+  std::array<std::uint8_t, kCubeCells> inside{};        // corners of each cell that are inside
+  std::array<std::uint32_t, kCubeCells> firstCorner{};  // of the mesh, for a cell's round 0
 };
 
 std::size_t cellNumber(const Place& cell) {
@@ -64,8 +64,9 @@ class Netting {
   void addPlateCubes();
   Place cubeAt(const Vec3& p) const;
   Vec3 nodeAt(const Place& node) const {
-    return base_ + Vec3{static_cast<float>(node[0]), static_cast<float>(node[1]),
-                        static_cast<float>(node[2])} * cell_;
+    return base_ +
+           Vec3{static_cast<float>(node[0]), static_cast<float>(node[1]), static_cast<float>(node[2])} *
+               cell_;
   }
   bool mayHoldSurface(const Place& cube, Segments near) const;
   void readCube(std::uint64_t key, Segments near);
@@ -108,9 +109,11 @@ void Netting::addCubesOf(std::uint32_t number) {
   const float reach = field_.reach() + 2 * cell_;
   const Vec3 end = segment.from + segment.way, pad = Vec3{1, 1, 1} * reach;
   const Place low = cubeAt(Vec3{std::min(segment.from.x, end.x), std::min(segment.from.y, end.y),
-                                std::min(segment.from.z, end.z)} - pad);
+                                std::min(segment.from.z, end.z)} -
+                           pad);
   const Place high = cubeAt(Vec3{std::max(segment.from.x, end.x), std::max(segment.from.y, end.y),
-                                 std::max(segment.from.z, end.z)} + pad);
+                                 std::max(segment.from.z, end.z)} +
+                            pad);
   for (int k = low[2]; k <= high[2]; ++k)
     for (int j = low[1]; j <= high[1]; ++j)
       for (int i = low[0]; i <= high[0]; ++i) {
@@ -191,7 +194,8 @@ void Netting::readCube(std::uint64_t key, Segments near) {
   if (any) cubes_.push_back(made);
 }
 
-/// One corner for each round, first where its edges are crossed on average: crossing(edge) from the lower end.
+/// One corner for each round, first where its edges are crossed on average: crossing(edge) from the lower
+/// end.
 template <class Crossing>
 void Netting::placeCorners(const Place& cube, const Place& cell, const CellLoops& loops, Crossing&& crossing,
                            Segments near) {
@@ -293,13 +297,15 @@ void Netting::tellApart(const Place& cube, const Place& cell, int face) {
     changed.firstCorner[number] = static_cast<std::uint32_t>(mesh_.points.size());
     const Place where = &in == one ? cell : nextCell;
     const std::vector<std::uint32_t> near = segmentsOf(in.key);
-    placeCorners(placeOf(in.key), where, loopsOf(in.inside[number], mask), [](int) { return 0.5F; }, near);
+    placeCorners(
+        placeOf(in.key), where, loopsOf(in.inside[number], mask), [](int) { return 0.5F; }, near);
   };
   turn(*one, a, face);
   turn(*two, b, face - 1);
 }
 
-/// The shorter diagonal cuts a polygon of four; at an edge of the body the one that lies nearer to the surface.
+/// The shorter diagonal cuts a polygon of four; at an edge of the body the one that lies nearer to the
+/// surface.
 void Netting::addQuad(const std::array<std::uint32_t, 4>& q, Segments near) {
   const auto& p = mesh_.points;
   const Vec3 ac = p[q[2]] - p[q[0]], bd = p[q[3]] - p[q[1]];
@@ -343,7 +349,8 @@ void Netting::weave(const Cube& cube, const std::array<const Cube*, 8>& before) 
         for (int axis = 0; axis < 3; ++axis) {
           const bool starts = (inside & 1) != 0, ends = (inside >> (1 << axis) & 1) != 0;
           if (starts == ends) continue;
-          const auto u = static_cast<std::size_t>((axis + 1) % 3), v = static_cast<std::size_t>((axis + 2) % 3);
+          const auto u = static_cast<std::size_t>((axis + 1) % 3),
+                     v = static_cast<std::size_t>((axis + 2) % 3);
           Place backU = cell, backV = cell, backUV = cell;
           --backU[u], --backV[v], --backUV[u], --backUV[v];
           std::array<std::uint32_t, 4> quad = {cornerOf(cell, 4 * axis), cornerOf(backU, 4 * axis + 1),

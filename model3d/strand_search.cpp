@@ -21,8 +21,7 @@ struct BoundQuad {
 
 BoundQuad boundQuad(const TubeModel& model, const QuadCorners& corners) {
   BoundQuad quad;
-  for (std::size_t i = 0; i < 4; ++i)
-    quad.corner[i] = model.vertices[static_cast<std::size_t>(corners[i])];
+  for (std::size_t i = 0; i < 4; ++i) quad.corner[i] = model.vertices[static_cast<std::size_t>(corners[i])];
   quad.middle = (quad.corner[0] + quad.corner[1] + quad.corner[2] + quad.corner[3]) * 0.25F;
   for (const Vec3& corner : quad.corner) quad.radius = std::max(quad.radius, length(corner - quad.middle));
   return quad;
@@ -60,8 +59,8 @@ std::uint32_t StrandSearch::addBall(std::uint32_t from, std::uint32_t to) {
   Ball ball{sum * (1 / static_cast<float>(std::max(to - from, 1U))), 0, from, to, 0, 0};
   for (std::uint32_t i = from; i < to; ++i) {
     const CentreSegment& segment = lines_.segments()[i];
-    ball.radius = std::max({ball.radius, length(segment.from - ball.middle),
-                            length(segment.from + segment.way - ball.middle)});
+    ball.radius = std::max(
+        {ball.radius, length(segment.from - ball.middle), length(segment.from + segment.way - ball.middle)});
   }
   if (to - from > kLeaf) {
     ball.left = addBall(from, (from + to) / 2);
@@ -96,11 +95,13 @@ void StrandSearch::descend(Search& search, std::uint32_t one, std::uint32_t two)
     for (std::uint32_t i = a.from; i < a.to; ++i)
       for (std::uint32_t j = b.from; j < b.to; ++j) compare(search, i, j);
   } else if (b.left == 0 || (a.left != 0 && a.radius >= b.radius)) {
-    const bool leftFirst = length(balls_[a.left].middle - b.middle) <= length(balls_[a.right].middle - b.middle);
+    const bool leftFirst =
+        length(balls_[a.left].middle - b.middle) <= length(balls_[a.right].middle - b.middle);
     descend(search, leftFirst ? a.left : a.right, two);
     descend(search, leftFirst ? a.right : a.left, two);
   } else {
-    const bool leftFirst = length(balls_[b.left].middle - a.middle) <= length(balls_[b.right].middle - a.middle);
+    const bool leftFirst =
+        length(balls_[b.left].middle - a.middle) <= length(balls_[b.right].middle - a.middle);
     descend(search, one, leftFirst ? b.left : b.right);
     descend(search, one, leftFirst ? b.right : b.left);
   }
@@ -122,8 +123,7 @@ void StrandSearch::comparePolygons(Apart& best, std::uint32_t one, std::uint32_t
   std::vector<BoundQuad> near;
   const auto eachNear = [&](std::uint32_t ring, std::uint32_t other, auto&& use) {
     for (int side = 0; side < model_.sides; ++side) {
-      const BoundQuad quad =
-          boundQuad(model_, quads_.corners(static_cast<int>(ring) * model_.sides + side));
+      const BoundQuad quad = boundQuad(model_, quads_.corners(static_cast<int>(ring) * model_.sides + side));
       const float axis = length(lines_.segments()[other].apart(quad.middle));
       if (axis - quad.radius - model_.radius < best.distance) use(quad);
     }

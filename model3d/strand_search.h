@@ -12,9 +12,9 @@ namespace lorivan {
 /// What stands for the tubes: round ones, or the model's own polygons.
 enum class TubeForm { round, polygons };
 
-/// Of one strand only parts that do not follow each other count: along the strand they lie apart by two tubes'
-/// thickness, as far as two crossings at least, and by twice as much as across. So bends and curls between
-/// crossings are no gaps.
+/// Of one strand only parts that do not follow each other count: along the strand they lie apart by two
+/// tubes' thickness, as far as two crossings at least, and by twice as much as across. So bends and curls
+/// between crossings are no gaps.
 class StrandSearch {
  public:
   /// `window`: rings before and after a crossing that belong to it, half the way to the turns beside it.
@@ -34,7 +34,7 @@ class StrandSearch {
   struct Ball {
     Vec3 middle;
     float radius = 0;
-    std::uint32_t from = 0, to = 0;   // segments
+    std::uint32_t from = 0, to = 0;     // segments
     std::uint32_t left = 0, right = 0;  // its halves; 0: none
   };
   struct Search {

@@ -20,12 +20,12 @@ struct Verdict {
   std::vector<double> lengths;  // of each strand
   int pieces = 0;               // strands that touch each other count as one
   int crossings = 0, touching = 0;
-  FoundLength clearance;        // least between strands, or parts of one; 0 where tubes run into each other
-  FoundLength overlap;          // how deep round tubes run into each other at most; none where they do not
-  FoundLength wall;             // least thickness of a tube
-  int folds = 0;                // sides of tubes that are turned inwards in bends tighter than the radius
-  Vec3 foldAt;                  // the first of them
-  double volume = 0;            // of all polygonal tubes together; what several share counts for each
+  FoundLength clearance;  // least between strands, or parts of one; 0 where tubes run into each other
+  FoundLength overlap;    // how deep round tubes run into each other at most; none where they do not
+  FoundLength wall;       // least thickness of a tube
+  int folds = 0;          // sides of tubes that are turned inwards in bends tighter than the radius
+  Vec3 foldAt;            // the first of them
+  double volume = 0;      // of all polygonal tubes together; what several share counts for each
 };
 
 /// Looks at the tubes as polygons, as mesh files hold them, or as round ones, as a fused body does.

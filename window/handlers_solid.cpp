@@ -39,8 +39,7 @@ void Handlers::showModel() {
 /// Nothing when the question is cancelled, or the answer is no length, which the user is told.
 std::optional<double> Handlers::askMillimetres(const std::string& prompt, const std::string& title,
                                                double initial) {
-  const std::string text =
-      bench_.window.inputBox(prompt, title, shortestText(static_cast<float>(initial)));
+  const std::string text = bench_.window.inputBox(prompt, title, shortestText(static_cast<float>(initial)));
   if (text.empty()) return {};
   const auto length = parseNumber(text);
   if (length && *length >= 0 && *length <= kMostMillimetres) return length;

@@ -72,8 +72,8 @@ class SolidView {
   Window& window_;
   KnotModel model_;
   std::optional<TubeModel> marked_;  // the model with marks, while there are any
-  std::optional<Inputs> inputs_;  // what the model was built from
-  Renderer renderer_;             // keeps its memory from one picture to the next
+  std::optional<Inputs> inputs_;     // what the model was built from
+  Renderer renderer_;                // keeps its memory from one picture to the next
   ViewState angles_;
   DragState drag_;
   Colour background_ = 0xFFFFFF;  // as of the last build or key

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "model3d/verdict.h"
 #include "model3d/vec3_math.h"
+#include "model3d/verdict.h"
 #include "stl_reader.h"
 
 namespace lorivan {
@@ -49,8 +49,8 @@ float bruteClearance(const std::vector<PlacedTriangle>& all, Counts&& counts) {
   return least;
 }
 
-/// Straight inwards from every triangle's middle, through the tube of its own surroundings. Triangles of bends
-/// so tight that the tube is turned inside out are no wall: they look at the centre line.
+/// Straight inwards from every triangle's middle, through the tube of its own surroundings. Triangles of
+/// bends so tight that the tube is turned inside out are no wall: they look at the centre line.
 inline float bruteWall(const std::vector<PlacedTriangle>& every, const CentreLines& lines, float thickness) {
   using namespace vec;
   std::vector<PlacedTriangle> all;

@@ -67,8 +67,7 @@ TEST(Solid, ARoundStrandIsATorus) {
   EXPECT_EQ(characteristic(body.mesh), 0);
   EXPECT_EQ(body.pieces, 1);
   EXPECT_NEAR(body.volume, 2 * kPi * kPi * 3 * 0.25, 0.05);
-  for (const Vec3& p : body.mesh.points)
-    EXPECT_NEAR(std::hypot(std::hypot(p.x, p.y) - 3, p.z), 0.5, 0.002);
+  for (const Vec3& p : body.mesh.points) EXPECT_NEAR(std::hypot(std::hypot(p.x, p.y) - 3, p.z), 0.5, 0.002);
 }
 
 TEST(Solid, StrandsAreOnePieceWhereTheyMeet) {
@@ -135,8 +134,8 @@ TEST(Solid, FlatUndersidesAndPlatesHaveTheirMeasures) {
     return std::ranges::min(body.mesh.points, {}, &Vec3::z).z;
   };
   const float cut = CentreLines(model).low().z - kCutShare * model.radius;
-  for (const auto& [shape, bottom] : {std::pair{SolidShape{4, 0, 0, true}, cut},
-                                      std::pair{SolidShape{4, 0.1F, 0.7F, false}, cut - 0.7F}}) {
+  for (const auto& [shape, bottom] :
+       {std::pair{SolidShape{4, 0, 0, true}, cut}, std::pair{SolidShape{4, 0.1F, 0.7F, false}, cut - 0.7F}}) {
     const SolidBody body = fused(model, shape);
     EXPECT_NEAR(lowest(body), bottom, 1e-5);
     const auto onBed = std::ranges::count_if(
