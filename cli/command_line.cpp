@@ -7,6 +7,7 @@
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
+#include "strands/tracing.h"
 
 namespace lorivan {
 namespace {
@@ -51,6 +52,7 @@ class Parser {
   Status takeFitRadius();
   Status takeMaterial();
   Status takeCheck() { return kind(CommandKind::check); }
+  Status takeStrands();
   Status takeFit() { return flag(line_.fit); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
@@ -86,6 +88,8 @@ const std::vector<Option>& options() {
       {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
        &Parser::takeSet},
       {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--strands", "N|most", "set and remove walls until the knot has so many strands",
+       &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
       {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
       {"--mm", "WIDTH",
@@ -229,6 +233,18 @@ Status Parser::takeMaterial() {
   return wrongUsage("there is no material \"" + name + "\"; it may be " + materialNames());
 }
 
+Status Parser::takeStrands() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  line_.setStrands = true;
+  line_.strands.reset();
+  if (text == "most") return {};
+  const auto strands = parseInteger(text, 1, kMostStrands);
+  if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
+  line_.strands = static_cast<int>(*strands);
+  return {};
+}
+
 Status Parser::takeLength(std::optional<double>& length) {
   const std::string option = arguments_[at_];
   std::string text;
@@ -314,7 +330,7 @@ Result<CommandLine> Parser::run() {
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.fitRadius ||
+                           !line_.checks.empty() || line_.fit || line_.setStrands || line_.fitRadius ||
                            line_.material != nullptr || line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file, -o FILE, or --check");
   return line_;

@@ -44,6 +44,8 @@ struct CommandLine {
   bool fit = false;                    // bands and picture
   std::optional<double> fitRadius;     // gap between the model's strands; 0: they meet
   const Material* material = nullptr;  // that a check is to judge by
+  bool setStrands = false;
+  std::optional<int> strands;  // none: as many as possible
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;

@@ -1,6 +1,7 @@
 #include "cli/make_files.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <new>
 #include <optional>
@@ -51,8 +52,11 @@ class FileMaker {
   int keep(std::unique_ptr<FileSink> sink);
   void noteIgnored(const char* option, bool (*ignores)(const ExportFormat&));
   void noteIgnoredOptions();
-  void fit();
   int makeDocument();
+  int setStrands();
+  void fit();
+  void fitTheBands();
+  void noteEmptyOutline(const AutoGridReport& report);
   int write();
 
   Platform& platform_;
@@ -132,8 +136,10 @@ int FileMaker::build() {
   if (!ownShape() && !mustBuild()) return kDone;
   if (!ownShape() && document_.fields.shape == Shape::Custom)
     return fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
-  auto made = ownShape() ? autoGrid(document_) : newGrid(document_, random_ ? &random_ : nullptr);
+  AutoGridReport report;
+  auto made = ownShape() ? autoGrid(document_, &report) : newGrid(document_, random_ ? &random_ : nullptr);
   if (!made) return fail(made.error());
+  if (report.filled < kFilled) noteEmptyOutline(report);
   for (const auto& [parameter, text] : line_.values)
     if (made->fields.text(parameter) != document_.fields.text(parameter))
       note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
@@ -142,9 +148,31 @@ int FileMaker::build() {
   return kDone;
 }
 
+int FileMaker::setStrands() {
+  auto changed = withStrands(document_, line_.strands, {});
+  if (!changed) return fail(changed.error());
+  document_ = std::move(*changed);
+  return kDone;
+}
+
+void FileMaker::noteEmptyOutline(const AutoGridReport& report) {
+  const auto share = [](const AutoGridReport& r) {
+    return std::to_string(static_cast<int>(std::lround(100 * (1 - r.filled)))) + " %";
+  };
+  AutoGridReport better;
+  const auto filling = fillingAutoGrid(document_, &better);
+  const bool helps = filling && better.filled > report.filled + 0.005;
+  note(share(report) + " of the outline stayed empty" +
+       (helps ? "; vtGridSize=" + filling->fields.text(Param::GridSize) + " leaves " + share(better) : ""));
+}
+
 /// Widths that were asked for stay.
 void FileMaker::fit() {
   document_ = withFitPicture(document_, true);
+  fitTheBands();
+}
+
+void FileMaker::fitTheBands() {
   const bool typed = std::ranges::any_of(line_.values, [](const auto& value) {
     return value.first == Param::Width || value.first == Param::Edge;
   });
@@ -242,6 +270,9 @@ int FileMaker::makeDocument() {
   for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
   takeValues();
   if (const int status = build(); status != kDone) return status;
+  if (line_.setStrands)
+    if (const int status = setStrands(); status != kDone) return status;
+  if (ownShape()) fitTheBands();
   if (line_.fit) fit();
   if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
   if (!line_.fitRadius) return kDone;

@@ -1,6 +1,8 @@
 // AutoGrid: lays a grid inside the outline of a custom shape.
 #pragma once
 
+#include <string_view>
+
 #include "base/result.h"
 #include "custom/custom_shape.h"
 #include "graph/graph.h"
@@ -8,22 +10,30 @@
 namespace lorivan {
 
 inline constexpr int kMostAutoGridLines = 1800;
+inline constexpr std::string_view kTooComplicated =
+    "This knot would be too complicated. Reduce the AG factor and try again";
 
 struct AutoGridOptions {
   int gridSize = 20;       // cells along the longer side of the outline's box, 1 to 100
   bool triangles = false;  // cells are triangles, else squares
 };
 
+/// What became of the outline.
+struct AutoGridReport {
+  double filled = 1;  // share of its area that has cells
+};
+
 /// Fills the closed loops of the shape (a loop in a loop is a hole) with cells and makes their sides the
 /// graph's lines, all ordinary; the outer ones are drawn to the outline. The graph is plane and its cells are
 /// convex. Sets CellSize and clears NoGrid; the points are not collected yet (DrawGrid does).
 ///
-/// The cell is a whole number of grid units, at least 3, so that the inner cells are all alike.
+/// What mirrors and quarter turns leave of the outline in place, they leave of the graph, too. The cell is at
+/// least 2.4 grid units; nodes are rounded each by itself.
 ///
 /// More than kMostAutoGridLines are refused by ErrorKind::limit: the lines, as many as the table holds, are
 /// then in the graph, but it must not be drawn. A fault of the outline (none is closed, too narrow for a
 /// cell) is ErrorKind::knot and leaves the graph as it was.
-Status AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
-                const AutoGridOptions& options);
+Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
+                                const AutoGridOptions& options);
 
 }  // namespace lorivan

@@ -12,19 +12,26 @@ namespace {
 
 // Limits of a well-shaped cell; degrees, and sides in cells.
 constexpr double kLeastAngle = 28, kMostAngle = 152, kLeastSide = 0.4;
-constexpr double kFlatAngle = 146;    // a free corner of a square as flat as this is cut off
-constexpr double kFlatEar = 112;      // a triangle whose free corner is as flat as this is dropped
-constexpr double kSharpTurn = 38;     // a turn of the outline that a border node is put on
-constexpr double kReach = 1.3;        // how far a node looks for the outline, cells
-constexpr double kCornerReach = 1.6;  // how far a node may go to a sharp corner, cells
-constexpr int kEasedLayers = 4;       // nodes this deep below the border give way to it
+constexpr double kFlatAngle = 146;  // a free corner of a square as flat as this is cut off
+constexpr double kFlatEar = 112;    // a triangle whose free corner is as flat as this is dropped
+constexpr double kReach = 1.3;      // how far a node looks for the outline, cells
+constexpr int kEasedLayers = 4;     // nodes this deep below the border give way to it
 constexpr int kRounds = 40;
 constexpr double kStep = 0.6;
+constexpr double kGrain = 1.0 / 16;  // of a cell: tells the places of a lattice apart
 
 class BorderFit {
  public:
-  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide)
-      : mesh_(mesh), outline_(outline), cell_(cellSide) {}
+  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, const Symmetries& group)
+      : mesh_(mesh),
+        outline_(outline),
+        cell_(cellSide),
+        group_(group),
+        images_(mesh.nodes, group, kGrain * cellSide) {
+    if (images_.complete()) return;
+    group_.resize(1);
+    images_ = Images(mesh.nodes, group_, kGrain * cellSide);
+  }
 
   std::vector<PointI> run() {
     ease();
@@ -49,14 +56,18 @@ class BorderFit {
   void findDepths(const MeshBorder& border);
   void findBorderNodes(const MeshBorder& border);
   void pinCorners();
+  BorderNode* nodeForCorner(Spot corner, std::vector<int>& stabiliser);
+  void average(std::vector<Spot>& places) const;
   Spot borderGoal(const BorderNode& b, const MeshBorder& border) const;
   Spot innerGoal(int node) const;
   int flatFreeCorner(const MeshCell& cell, double limit) const;
+  int nodeToCut(const MeshCell& cell, int number, const Images& cells) const;
   bool cutFlatCorners();
   double angleAt(const MeshCell& cell, int k) const;
 
   std::vector<PointI> settle();
   PointI whole(int node) const;
+  std::vector<PointI> wholePlaces() const;
   bool markBadCorners(const MeshCell& cell, const std::vector<PointI>& at, std::vector<bool>& bad) const;
   std::vector<bool> nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const;
   void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
@@ -64,6 +75,8 @@ class BorderFit {
   CellMesh& mesh_;
   const Outline& outline_;
   double cell_;
+  Symmetries group_;
+  Images images_;  // of the nodes
   std::vector<Spot> places_;
   std::vector<std::vector<int>> neighbours_;
   std::vector<int> depth_;  // 0 on the border
@@ -104,18 +117,63 @@ void BorderFit::findBorderNodes(const MeshBorder& border) {
       border_.push_back({node, outline_.sidesNear(lattice(node), kReach * cell_), false, {}});
 }
 
-/// Puts the nearest border node on each sharp corner of the outline.
-void BorderFit::pinCorners() {
-  for (const OutlineCorner& corner : outline_.corners(0.6 * cell_, kSharpTurn)) {
-    BorderNode* nearest = nullptr;
-    for (BorderNode& b : border_)
-      if (!b.pinned && (nearest == nullptr ||
-                        distance(lattice(b.node), corner.at) < distance(lattice(nearest->node), corner.at)))
-        nearest = &b;
-    if (nearest == nullptr || distance(lattice(nearest->node), corner.at) > kCornerReach * cell_) continue;
-    nearest->pinned = true;
-    nearest->corner = corner.at;
+/// The free border node nearest to a corner, within reach; null when there is none. What leaves the corner in
+/// place has to leave the node in place, too: `stabiliser` gets the numbers of those symmetries.
+BorderFit::BorderNode* BorderFit::nodeForCorner(Spot corner, std::vector<int>& stabiliser) {
+  stabiliser.clear();
+  for (std::size_t g = 0; g < group_.size(); ++g)
+    if (distance(group_[g](corner), corner) < 0.5 * cell_) stabiliser.push_back(static_cast<int>(g));
+  BorderNode* nearest = nullptr;
+  for (BorderNode& b : border_) {
+    if (b.pinned || distance(lattice(b.node), corner) > kCornerReach * cell_ ||
+        std::ranges::any_of(stabiliser,
+                            [&](int g) { return images_.of(static_cast<std::size_t>(g), b.node) != b.node; }))
+      continue;
+    if (nearest == nullptr || distance(lattice(b.node), corner) < distance(lattice(nearest->node), corner))
+      nearest = &b;
   }
+  return nearest;
+}
+
+/// Puts the nearest border node on each sharp corner of the outline, and the node's images on the corner's.
+void BorderFit::pinCorners() {
+  std::vector<int> stabiliser;
+  std::vector<Spot> done;
+  for (const OutlineCorner& corner : outline_.corners(kCornerSpan * cell_, kSharpTurn)) {
+    if (std::ranges::any_of(done, [&](Spot p) { return distance(p, corner.at) < 0.5 * cell_; })) continue;
+    const BorderNode* const nearest = nodeForCorner(corner.at, stabiliser);
+    if (nearest == nullptr) continue;
+    Spot middle;
+    for (const int g : stabiliser)
+      middle = middle + (1.0 / static_cast<double>(stabiliser.size())) *
+                            group_[static_cast<std::size_t>(g)](corner.at);
+    const int node = nearest->node;
+    for (std::size_t g = 0; g < group_.size(); ++g) {
+      done.push_back(group_[g](middle));
+      for (BorderNode& b : border_)
+        if (b.node == images_.of(g, node)) {
+          b.pinned = true;
+          b.corner = done.back();
+        }
+    }
+  }
+}
+
+/// Every place becomes the mean of what its images stand for.
+void BorderFit::average(std::vector<Spot>& places) const {
+  if (group_.size() == 1) return;
+  std::vector<Spot> means(places.size());
+  for (std::size_t node = 0; node < places.size(); ++node) {
+    if (images_.leader(static_cast<int>(node)) != static_cast<int>(node)) continue;
+    const auto image = [&](std::size_t g) {
+      return static_cast<std::size_t>(images_.of(g, static_cast<int>(node)));
+    };
+    Spot sum;
+    for (std::size_t g = 0; g < group_.size(); ++g) sum = sum + group_[g].back(places[image(g)]);
+    const Spot mean = (1.0 / static_cast<double>(group_.size())) * sum;
+    for (std::size_t g = 0; g < group_.size(); ++g) means[image(g)] = group_[g](mean);
+  }
+  places.swap(means);
 }
 
 /// On the outline, drawn a little towards the middle between its neighbours.
@@ -157,6 +215,7 @@ void BorderFit::ease() {
     for (std::size_t node = 0; node < places_.size(); ++node)
       if (depth_[node] > 0 && depth_[node] < kEasedLayers)
         next[node] = places_[node] + kStep * (innerGoal(static_cast<int>(node)) - places_[node]);
+    average(next);
     places_.swap(next);
   }
 }
@@ -180,31 +239,77 @@ int BorderFit::flatFreeCorner(const MeshCell& cell, double limit) const {
   return flattest;
 }
 
+/// The node to cut off a cell, or -1. Where a symmetry leaves the cell in place it has to leave that node,
+/// too.
+int BorderFit::nodeToCut(const MeshCell& cell, int number, const Images& cells) const {
+  const bool lone = std::all_of(cell.node.begin(), cell.node.begin() + cell.corners,
+                                [&](int node) { return cellsAt_[static_cast<std::size_t>(node)] == 1; });
+  const int flat = flatFreeCorner(cell, cell.corners == 4 ? kFlatAngle : kFlatEar);
+  if (flat < 0 || lone) return -1;
+  const int node = cell.node[static_cast<std::size_t>(flat)];
+  for (std::size_t g = 0; g < group_.size(); ++g)
+    if (cells.of(g, number) == number && images_.of(g, node) != node) return -1;
+  return node;
+}
+
 /// Squares become triangles; flat triangles go, where their base holds two other cells.
 bool BorderFit::cutFlatCorners() {
-  bool any = false;
+  const Images cells = mesh_.cellImages(group_, cell_);
+  std::vector<int> cutAt(mesh_.cells.size(), -1);
+  for (int i = 0; i < static_cast<int>(mesh_.cells.size()); ++i) {
+    if (cells.leader(i) != i) continue;
+    const int node = nodeToCut(mesh_.cells[static_cast<std::size_t>(i)], i, cells);
+    for (std::size_t g = 0; g < group_.size() && node >= 0; ++g)
+      cutAt[static_cast<std::size_t>(cells.of(g, i))] = images_.of(g, node);
+  }
   std::vector<MeshCell> kept;
-  for (MeshCell cell : mesh_.cells) {
-    const int flat = flatFreeCorner(cell, cell.corners == 4 ? kFlatAngle : kFlatEar);
-    const bool lone = std::all_of(cell.node.begin(), cell.node.begin() + cell.corners,
-                                  [&](int node) { return cellsAt_[static_cast<std::size_t>(node)] == 1; });
-    const bool cut = flat >= 0 && !lone;
-    any |= cut;
-    if (cut && cell.corners == 3) continue;
-    if (cut) {
-      std::rotate(cell.node.begin(), cell.node.begin() + flat + 1, cell.node.end());
+  for (std::size_t i = 0; i < cutAt.size(); ++i) {
+    MeshCell cell = mesh_.cells[i];
+    if (cutAt[i] >= 0 && cell.corners == 3) continue;
+    if (cutAt[i] >= 0) {
+      std::ranges::rotate(cell.node, std::ranges::find(cell.node, cutAt[i]) + 1);
       cell.corners = 3;
     }
     kept.push_back(cell);
   }
   if (kept.empty()) return false;
   mesh_.cells = std::move(kept);
-  return any;
+  return std::ranges::any_of(cutAt, [](int node) { return node >= 0; });
 }
 
+/// The whole place nearest to a node's that the node's own symmetries leave there.
 PointI BorderFit::whole(int node) const {
   const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
-  return {toInt32(at.x), toInt32(at.y)};
+  PointI best{toInt32(at.x), toInt32(at.y)};
+  const PointI middle = best;
+  double least = 1e30;
+  for (int dx = -1; dx <= 1; ++dx)
+    for (int dy = -1; dy <= 1; ++dy) {
+      const PointI p{middle.x + dx, middle.y + dy};
+      const double off = std::hypot(p.x - at.x, p.y - at.y);
+      const auto leaves = [&](std::size_t g) {
+        const PointI image = group_[g](p);
+        return images_.of(g, node) != node || (image.x == p.x && image.y == p.y);
+      };
+      bool fits = off < least;
+      for (std::size_t g = 1; g < group_.size() && fits; ++g) fits = leaves(g);
+      if (!fits) continue;
+      least = off;
+      best = p;
+    }
+  return best;
+}
+
+/// Where all nodes are; images are rounded as one.
+std::vector<PointI> BorderFit::wholePlaces() const {
+  std::vector<PointI> at(mesh_.nodes.size());
+  for (int node = 0; node < static_cast<int>(at.size()); ++node) {
+    if (images_.leader(node) != node) continue;
+    const PointI p = whole(node);
+    for (std::size_t g = 0; g < group_.size(); ++g)
+      at[static_cast<std::size_t>(images_.of(g, node))] = group_[g](p);
+  }
+  return at;
 }
 
 /// Marks the corners at which a cell is not well shaped; false when it is.
@@ -267,11 +372,10 @@ void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<b
 std::vector<PointI> BorderFit::settle() {
   share_.assign(mesh_.nodes.size(), 1);
   for (bool wholeCells = false;;) {
-    std::vector<PointI> at;
-    at.reserve(mesh_.nodes.size());
-    for (int node = 0; node < static_cast<int>(mesh_.nodes.size()); ++node) at.push_back(whole(node));
+    std::vector<PointI> at = wholePlaces();
     std::vector<bool> bad = nodesAtFault(at, wholeCells);
     markBorderCrossings(at, bad);
+    images_.spread(bad);
     bool moved = false;
     for (std::size_t node = 0; node < bad.size(); ++node) {
       if (!bad[node] || share_[node] <= 0) continue;
@@ -286,8 +390,9 @@ std::vector<PointI> BorderFit::settle() {
 
 }  // namespace
 
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide) {
-  return BorderFit(mesh, outline, cellSide).run();
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide,
+                              const Symmetries& group) {
+  return BorderFit(mesh, outline, cellSide, group).run();
 }
 
 }  // namespace lorivan

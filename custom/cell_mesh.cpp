@@ -31,23 +31,32 @@ struct LatticeFrame {
   int node(int column, int row) const { return row * (columns + 1) + column; }
 };
 
-Spot centreOf(const CellMesh& mesh, const MeshCell& cell) {
-  Spot sum;
-  for (int k = 0; k < cell.corners; ++k)
-    sum = sum + mesh.nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
-  return (1.0 / cell.corners) * sum;
-}
-
 /// Takes the cells whose centres lie inside. A row of cells has its centres at one height, or at two in turn.
 class CellFilter {
  public:
   CellFilter(CellMesh& mesh, const Outline& outline) : mesh_(mesh), outline_(outline) {}
 
   void add(const MeshCell& cell) {
-    const Spot centre = centreOf(mesh_, cell);
+    const Spot centre = mesh_.centreOf(cell);
     const std::vector<double>& places = placesAt(centre.y);
     const auto left = std::upper_bound(places.begin(), places.end(), centre.x) - places.begin();
-    if (left % 2 != 0) mesh_.cells.push_back(cell);
+    mesh_.cells.push_back(cell);
+    inside_.push_back(left % 2 != 0);
+  }
+
+  /// Leaves the cells inside. A cell whose images lie partly inside and partly outside goes with the
+  /// majority.
+  void finish(const Symmetries& group, double cellSide) {
+    const Images images = mesh_.cellImages(group, cellSide);
+    std::vector<MeshCell> kept;
+    for (int i = 0; i < static_cast<int>(mesh_.cells.size()); ++i) {
+      int votes = 0;
+      for (std::size_t g = 0; g < group.size(); ++g)
+        votes += images.of(g, i) >= 0 && inside_[static_cast<std::size_t>(images.of(g, i))] ? 1 : 0;
+      if (2 * votes >= static_cast<int>(group.size()))
+        kept.push_back(mesh_.cells[static_cast<std::size_t>(i)]);
+    }
+    mesh_.cells = std::move(kept);
   }
 
  private:
@@ -60,10 +69,10 @@ class CellFilter {
   CellMesh& mesh_;
   const Outline& outline_;
   std::map<double, std::vector<double>> places_;
+  std::vector<bool> inside_;
 };
 
-void addSquares(CellMesh& mesh, const Outline& outline, const LatticeFrame& f) {
-  CellFilter filter(mesh, outline);
+void addSquares(CellFilter& filter, const LatticeFrame& f) {
   for (int row = 0; row < f.rows; ++row)
     for (int column = 0; column < f.columns; ++column)
       filter.add({{f.node(column, row), f.node(column + 1, row), f.node(column + 1, row + 1),
@@ -72,8 +81,7 @@ void addSquares(CellMesh& mesh, const Outline& outline, const LatticeFrame& f) {
 }
 
 /// Odd rows of nodes are shifted to the right by half a cell.
-void addTriangles(CellMesh& mesh, const Outline& outline, const LatticeFrame& f) {
-  CellFilter filter(mesh, outline);
+void addTriangles(CellFilter& filter, const LatticeFrame& f) {
   for (int row = 0; row < f.rows; ++row)
     for (int column = 0; column < f.columns; ++column) {
       const int a = f.node(column, row), b = f.node(column + 1, row);
@@ -176,7 +184,7 @@ class CornerSearch {
     Hold hold{fan.size(), 0, 0};
     for (const int cell : fan) {
       hold.sides += shared_[static_cast<std::size_t>(cell)];
-      const Spot centre = centreOf(mesh_, mesh_.cells[static_cast<std::size_t>(cell)]);
+      const Spot centre = mesh_.centreOf(mesh_.cells[static_cast<std::size_t>(cell)]);
       const OutlineSide& side = outline_.sides()[static_cast<std::size_t>(outline_.nearestSide(centre))];
       hold.depth += distance(centre, nearestOn(centre, side.a, side.b));
     }
@@ -203,9 +211,10 @@ class CornerSearch {
   std::vector<int> shared_;  // sides of each cell that another cell has, too
 };
 
-void dropCornerHangers(CellMesh& mesh, const Outline& outline) {
+void dropCornerHangers(CellMesh& mesh, const Outline& outline, const Symmetries& group, double cellSide) {
   for (;;) {
-    const std::vector<bool> hanging = CornerSearch(mesh, outline).hangers();
+    std::vector<bool> hanging = CornerSearch(mesh, outline).hangers();
+    mesh.cellImages(group, cellSide).spread(hanging);
     std::vector<MeshCell> kept;
     for (std::size_t i = 0; i < mesh.cells.size(); ++i)
       if (!hanging[i]) kept.push_back(mesh.cells[i]);
@@ -240,6 +249,19 @@ std::vector<std::vector<int>> CellMesh::cellsAtNodes() const {
   return at;
 }
 
+Spot CellMesh::centreOf(const MeshCell& cell) const {
+  Spot sum;
+  for (int k = 0; k < cell.corners; ++k)
+    sum = sum + nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
+  return (1.0 / cell.corners) * sum;
+}
+
+Images CellMesh::cellImages(const Symmetries& group, double cellSide) const {
+  std::vector<Spot> centres;
+  for (const MeshCell& cell : cells) centres.push_back(centreOf(cell));
+  return Images(centres, group, cellSide / 16);
+}
+
 std::vector<NodePair> CellMesh::sides() const {
   std::vector<NodePair> all;
   for (const MeshCell& cell : cells) visitSides(cell, [&](int a, int b) { all.push_back(ordered(a, b)); });
@@ -248,7 +270,16 @@ std::vector<NodePair> CellMesh::sides() const {
   return all;
 }
 
-Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells) {
+bool Lattice::hasNode(Spot p) const {
+  constexpr double kNear = 1e-6;
+  const double row = (p.y - origin.y) / rowStep, whole = std::round(row);
+  const double shift = triangles && std::fmod(whole, 2) != 0 ? 0.5 : 0;
+  const double column = (p.x - origin.x) / across - shift;
+  return std::fabs(row - whole) < kNear && std::fabs(column - std::round(column)) < kNear;
+}
+
+Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells,
+                             const Symmetries& group) {
   const LatticeFrame frame(outline.box(), lattice);
   if (static_cast<double>(frame.columns) * frame.rows > mostCells)
     return impossibleKnot("The outline is too large for cells of this size");
@@ -258,16 +289,15 @@ Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int
       const double shift = lattice.triangles && row % 2 != 0 ? 0.5 : 0;
       mesh.nodes.push_back(frame.corner + Spot{(column + shift) * lattice.across, row * lattice.rowStep});
     }
-  if (lattice.triangles)
-    addTriangles(mesh, outline, frame);
-  else
-    addSquares(mesh, outline, frame);
-  dropCornerHangers(mesh, outline);
+  CellFilter filter(mesh, outline);
+  lattice.triangles ? addTriangles(filter, frame) : addSquares(filter, frame);
+  filter.finish(group, lattice.across);
+  dropCornerHangers(mesh, outline, group, lattice.across);
   dropUnusedNodes(mesh);
   return mesh;
 }
 
-void dropSpecks(CellMesh& mesh, const Outline& outline) {
+void dropSpecks(CellMesh& mesh, const Outline& outline, const Images& images) {
   Groups islands(mesh.cells.size());
   std::map<NodePair, int> firstOn;
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
@@ -282,16 +312,19 @@ void dropSpecks(CellMesh& mesh, const Outline& outline) {
   if (std::none_of(corners.begin(), corners.end(), [](auto& c) { return c.second <= kSpeckCorners; })) return;
   const std::vector<int> parts = outline.parts();
   const auto partAt = [&](int cell) {
-    const Spot centre = centreOf(mesh, mesh.cells[static_cast<std::size_t>(cell)]);
+    const Spot centre = mesh.centreOf(mesh.cells[static_cast<std::size_t>(cell)]);
     return parts[static_cast<std::size_t>(outline.nearestSide(centre))];
   };
   std::set<int> held;  // parts with a large island
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
     if (isLarge(cell)) held.insert(partAt(cell));
-  std::vector<MeshCell> kept;
+  std::vector<bool> dropped;
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
-    if (!isSpeck(cell) || held.count(partAt(cell)) == 0)
-      kept.push_back(mesh.cells[static_cast<std::size_t>(cell)]);
+    dropped.push_back(isSpeck(cell) && held.count(partAt(cell)) != 0);
+  images.spread(dropped);
+  std::vector<MeshCell> kept;
+  for (std::size_t cell = 0; cell < mesh.cells.size(); ++cell)
+    if (!dropped[cell]) kept.push_back(mesh.cells[cell]);
   mesh.cells = std::move(kept);
   dropUnusedNodes(mesh);
 }

@@ -75,11 +75,14 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int /*Button*/, int Shift, float X, floa
   rubberBand_ = false;
   if (!std::exchange(pressed_, false) || !std::isfinite(X) || !std::isfinite(Y)) return {};
   SaveUndo();
-  const Position end = settled(constrained(Shift, {X, Y}));
+  // Only what is placed or moved snaps and stays within the margins: whether this is a click, and on which
+  // point, is decided where the mouse was.
+  const Position end = constrained(Shift, {X, Y});
   ShapeEdit edit;
   if (const int moved = std::exchange(movedPoint_, 0); moved != 0) {
-    shape_.ShapeX[static_cast<std::size_t>(moved)] = end.x;
-    shape_.ShapeY[static_cast<std::size_t>(moved)] = end.y;
+    const Position place = settled(end);
+    shape_.ShapeX[static_cast<std::size_t>(moved)] = place.x;
+    shape_.ShapeY[static_cast<std::size_t>(moved)] = place.y;
     edit.outlineChanged = true;
     return edit;
   }
@@ -98,11 +101,14 @@ void ShapeEditor::clickAt(Position at, ShapeEdit& edit) {
   edit.outlineChanged = true;
 }
 
+/// The point under the mouse, else one where a new point would come to lie.
 void ShapeEditor::drag(Position to, ShapeEdit& edit) {
-  const int target = shape_.pointNear(to.x, to.y, kHitRadius);
+  const Position place = settled(to);
+  int target = shape_.pointNear(to.x, to.y, kHitRadius);
+  if (target == 0) target = shape_.pointNear(place.x, place.y, kHitRadius);
   const int source = shape_.pointNear(press_.x, press_.y, kHitRadius);
   if (target == 0)
-    appendPoint(source, to, edit);
+    appendPoint(source, place, edit);
   else if (source != 0 && source != target)
     toggleLine(source, target, edit);
 }

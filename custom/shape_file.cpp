@@ -41,10 +41,6 @@ class ShapeReader {
     return 0;
   }
 
-  void expectEnd() {
-    if (!nextWord().empty()) fail("there is more in the file than its counts say");
-  }
-
  private:
   static bool separates(char c) { return c == ' ' || c == '\t' || c == ',' || c == '\r' || c == '\n'; }
 
@@ -121,7 +117,6 @@ Result<CustomShape> readShapeText(std::string_view text) {
       static_cast<float>(reader.number("the height", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
   readPoints(reader, shape);
   readLines(reader, shape);
-  reader.expectEnd();
   if (reader.failed()) return reader.error();
   return shape;
 }

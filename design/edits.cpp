@@ -1,5 +1,7 @@
 #include "design/edits.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <utility>
 
@@ -9,9 +11,14 @@
 #include "design/fit.h"
 #include "design/presets.h"
 #include "design/random_knot.h"
+#include "graph/strand_runs.h"
+#include "graph/strand_solver.h"
+#include "strands/tracing.h"
 
 namespace lorivan {
 namespace {
+
+constexpr int kLongestStrand = kStrandPoints / 2 - 1;  // lines passed, two points each
 
 /// The document with the lines of a graph that was just built.
 Document withGraph(Document document, const KnotGraph& graph) {
@@ -31,6 +38,24 @@ Result<Document> withShapeGrid(const Document& document, const KnotGraph& graph,
   next.fields.shape = Shape::Custom;
   next.outlineAhead = false;
   return fitAgain(next);
+}
+
+/// Gives lines the kind of the document's line between the same places, to a unit.
+void keepKinds(KnotGraph& graph, const Document& document) {
+  if (!document.lines) return;
+  const auto near = [](int ax, int ay, int bx, int by) {
+    return std::abs(ax - bx) <= 1 && std::abs(ay - by) <= 1;
+  };
+  const auto same = [&](const GridLine& line, const KnotLine& old) {
+    return (near(line.X1, line.Y1, old.X1, old.Y1) && near(line.X2, line.Y2, old.X2, old.Y2)) ||
+           (near(line.X1, line.Y1, old.X2, old.Y2) && near(line.X2, line.Y2, old.X1, old.Y1));
+  };
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const auto old = std::ranges::find_if(
+        *document.lines, [&](const KnotLine& l) { return l.Kind != kNoLine && same(line, l); });
+    if (old != document.lines->end()) line.Kind = old->Kind;
+  }
 }
 
 }  // namespace
@@ -116,13 +141,41 @@ Result<Document> randomKnot(const Document& document, const Rnd& random) {
   return newGrid(next, &random);
 }
 
-Document stepLine(const Document& document, int line, int step) {
+Document stepLine(const Document& document, int line, int step, const Symmetry& symmetry) {
   if (!document.lines || line < 0 || line >= static_cast<int>(document.lines->size())) return document;
-  KnotLines lines = *document.lines;
-  std::int16_t& kind = lines[static_cast<std::size_t>(line)].Kind;
-  kind = static_cast<std::int16_t>((kind + step) & 3);
+  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind;
+  return withKind(document, {line}, static_cast<std::int16_t>((kind + step) & 3), symmetry);
+}
+
+Document withKind(const Document& document, const std::vector<int>& lines, std::int16_t kind,
+                  const Symmetry& symmetry) {
+  const auto graph = std::make_unique<KnotGraph>();
+  if (!document.lines || !takeLines(*graph, document)) return document;
+  const LineOrbits orbits(*graph, symmetry);
+  KnotLines changed = *document.lines;
+  for (const int line : lines)
+    for (const int image : orbits.of(line)) changed[static_cast<std::size_t>(image)].Kind = kind;
   Document next = document;
-  next.lines = Shared(std::move(lines));
+  next.lines = Shared(std::move(changed));
+  return next;
+}
+
+Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry) {
+  const auto graph = std::make_unique<KnotGraph>();
+  if (const Status taken = takeLines(*graph, document); !taken) return taken.error();
+  if (const Status ordered = CalcGrid(*graph); !ordered) return ordered.error();
+  const auto plan = planStrands(
+      *graph,
+      {.strands = strands, .symmetry = symmetry, .mostStrands = kMostStrands, .longest = kLongestStrand});
+  if (!plan) return plan.error();
+  if (plan->lines.empty()) return document;
+  KnotLines changed = *document.lines;
+  for (const int line : plan->lines) {
+    std::int16_t& kind = changed[static_cast<std::size_t>(line)].Kind;
+    kind = kind == kWall ? kOrdinary : kWall;
+  }
+  Document next = document;
+  next.lines = Shared(std::move(changed));
   return next;
 }
 
@@ -156,14 +209,39 @@ Result<Document> outlineFromGrid(const Document& document) {
 Result<Document> lineGrid(const Document& document) {
   KnotGraph graph;
   const Status made = makeGridFromShape(graph, outlineOf(document), shapeView(document));
+  if (made) keepKinds(graph, document);
   return withShapeGrid(document, graph, made);
 }
 
-Result<Document> autoGrid(const Document& document) {
+Result<Document> autoGrid(const Document& document, AutoGridReport* report) {
   KnotGraph graph;
   const AutoGridOptions options{document.fields.whole(Param::GridSize), document.fields.check(Check::ShapeT)};
-  const Status made = AutoGrid(graph, outlineOf(document), shapeView(document), options);
-  return withShapeGrid(document, graph, made);
+  const auto laid = AutoGrid(graph, outlineOf(document), shapeView(document), options);
+  if (!laid) return laid.error();
+  if (report != nullptr) *report = *laid;
+  const auto made = withShapeGrid(document, graph, {});
+  if (const Status ordered = collectPoints(graph) ? CalcGrid(graph) : Status(); !ordered)
+    return ordered.error();
+  const StrandRuns runs(graph);
+  if (runs.count(runs.walls()).longest > kLongestStrand) return refused(kTooComplicated);
+  return made;
+}
+
+Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report) {
+  Result<Document> best = autoGrid(document, report);
+  AutoGridReport reached, tried;
+  if (report != nullptr && best) reached = *report;
+  if (!best) reached.filled = 0;
+  const int from = document.fields.whole(Param::GridSize);
+  for (int size = from + 1; size <= 100 && reached.filled < kFilled; ++size) {
+    auto next = autoGrid(withField(document, Param::GridSize, std::to_string(size)), &tried);
+    if (!next && next.error().kind == ErrorKind::limit) break;
+    if (!next || tried.filled <= reached.filled) continue;
+    reached = tried;
+    best = std::move(next);
+  }
+  if (report != nullptr) *report = reached;
+  return best;
 }
 
 }  // namespace lorivan

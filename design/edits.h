@@ -2,10 +2,14 @@
 // writes; an error leaves the caller with the document it had.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/random.h"
+#include "custom/autogrid.h"
 #include "design/document.h"
+#include "graph/line_symmetry.h"
 
 namespace lorivan {
 
@@ -51,8 +55,16 @@ Result<Document> newGrid(const Document& document, const Rnd* random = nullptr);
 Result<Document> randomKnot(const Document& document, const Rnd& random);
 
 /// Steps the kind of a line 1, 2, 3, 0 and round again; three steps on are one back. A line that is not there
-/// stays so.
-Document stepLine(const Document& document, int line, int step);
+/// stays so. Its images get the same kind.
+Document stepLine(const Document& document, int line, int step, const Symmetry& symmetry = {});
+
+/// The lines, and those that are their images, get a kind.
+Document withKind(const Document& document, const std::vector<int>& lines, std::int16_t kind,
+                  const Symmetry& symmetry);
+
+/// Walls are set and removed until the knot has this number of strands; none: as many as possible. See
+/// planStrands.
+Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry);
 
 /// The document with another shape of one's own, which is ahead of the grid from now on.
 Document withOutline(const Document& document, CustomShape shape);
@@ -63,10 +75,17 @@ Document blankShape(const Document& document);
 /// The points and lines of the grid become the shape of one's own, which is chosen.
 Result<Document> outlineFromGrid(const Document& document);
 
-/// The shape's lines become the grid.
+/// The shape's lines become the grid. Those that are where the old grid has a line keep its kind.
 Result<Document> lineGrid(const Document& document);
 
 /// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say.
-Result<Document> autoGrid(const Document& document);
+Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr);
+
+/// An outline that is filled to this share has no gap that anyone would see.
+inline constexpr double kFilled = 0.92;
+
+/// The same with the smallest vtGridSize from the field's on that fills the shape; where none does, with the
+/// one that fills it best.
+Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report = nullptr);
 
 }  // namespace lorivan

@@ -113,6 +113,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", kShape, "New G&rid", "", [](Handlers& h) { h.mnuShapeMakeGrid_Click(); }, hasOutline, nullptr, nullptr, kSeparator},
     {"mnuShapeAutoGrid", kShape, "&AutoGrid", "", [](Handlers& h) { h.mnuShapeAutoGrid_Click(); }, outlineHasLines},
+    {"mnuShapeFill", kShape, "&Fill Outline", "", [](Handlers& h) { h.mnuShapeFill_Click(); }, outlineHasLines},
     {"mnuShapeGridOnOff", kShape, "Alignment &Grid", "", [](Handlers& h) { h.mnuShapeGridOnOff_Click(); }, nullptr,
      [](const Workbench& b) { return b.sheet.alignmentGrid(); }, nullptr, kSeparator},
     {"mnuShapeSnap", kShape, "Snap &to Grid", "", [](Handlers& h) { h.mnuShapeSnap_Click(); }, nullptr,

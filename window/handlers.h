@@ -78,6 +78,7 @@ class Handlers {
   void mnuShapeClear_Click();
   void mnuShapeMakeGrid_Click();
   void mnuShapeAutoGrid_Click();
+  void mnuShapeFill_Click();
   void mnuShapeGridOnOff_Click();
   void mnuShapeSnap_Click();
   void mnuShapeUndo_Click();
@@ -111,7 +112,7 @@ class Handlers {
   const ExportFormat* chosenFormat() const;
   const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
   Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
-  void shapeGrid(const std::string& name, const Result<Document>& made);
+  void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;
   double millimetres_ = 80;  // width of the finished knot, as last asked for

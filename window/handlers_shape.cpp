@@ -145,19 +145,28 @@ void Handlers::loadTracePicture(const std::string& path) {
 void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.document())); }
 
 void Handlers::mnuShapeAutoGrid_Click() {
-  const auto made = autoGrid(bench_.document());
-  shapeGrid("AutoGrid", made ? fitBands(*made) : made);
+  AutoGridReport report;
+  const auto made = autoGrid(bench_.document(), &report);
+  shapeGrid("AutoGrid", made ? fitBands(*made) : made,
+            emptyShare(report, "Fill Outline in the Shape menu finds cells that fill it"));
+}
+
+void Handlers::mnuShapeFill_Click() {
+  AutoGridReport report;
+  const auto made = fillingAutoGrid(bench_.document(), &report);
+  const std::string name = made ? "AutoGrid " + made->fields.text(Param::GridSize) : "AutoGrid";
+  shapeGrid(name, made ? fitBands(*made) : made, emptyShare(report, "no cells fill it better"));
 }
 
 /// A grid that could not be made leaves everything as it was.
-void Handlers::shapeGrid(const std::string& name, const Result<Document>& made) {
+void Handlers::shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark) {
   if (!bench_.step(name, made, After::grid)) return;
   bench_.bringToFront(Picture::flat);
   bench_.sortOut();
   const bool tight = strandsRunTogether(bench_.document());
   bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
                 ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
-                (tight ? "; its strands will run together: lower Width, Edge or AGS" : ""));
+                (tight ? "; its strands will run together: lower Width, Edge or AGS" : "") + remark);
 }
 
 }  // namespace lorivan

@@ -47,6 +47,12 @@ std::string overlapNote(const Document& document, const Knot& knot) {
          " pixels: Fit bands makes room";
 }
 
+std::string emptyShare(const AutoGridReport& report, const std::string& advice) {
+  if (report.filled >= kFilled) return {};
+  return "; " + std::to_string(static_cast<int>(std::lround(100 * (1 - report.filled)))) +
+         " % of the outline stayed empty: " + advice;
+}
+
 std::string shapeSummary(const CustomShape& shape) {
   std::vector<int> linesAt(static_cast<std::size_t>(shape.ShapePointCount) + 1, 0);
   int points = 0, lines = 0, looseEnds = 0;

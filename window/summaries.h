@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "design/edits.h"
 #include "design/knot.h"
 
 namespace lorivan {
@@ -19,6 +20,8 @@ std::string knotSummary(const Knot& knot);
 std::string overlapNote(const Document& document, const Knot& knot);
 /// Points, lines and loose ends of a shape of one's own, and what to do next.
 std::string shapeSummary(const CustomShape& shape);
+/// "; 34 % of the outline stayed empty: <advice>" or nothing.
+std::string emptyShare(const AutoGridReport& report, const std::string& advice);
 /// How a shape is drawn.
 inline constexpr std::string_view kShapeHint =
     "Drag to set a point, drag from a point to draw a line; the right button moves, a click deletes a point";

@@ -31,7 +31,7 @@ void autoGrid(benchmark::State& state) {
   KnotGraph graph;
   const CopyRatio ratio(state);
   for (auto _ : state) {
-    if (const Status made = AutoGrid(graph, shape, GridView(), {26, state.range(1) != 0}); !made)
+    if (const auto made = AutoGrid(graph, shape, GridView(), {26, state.range(1) != 0}); !made)
       benchmark::DoNotOptimize(made.error().message.data());
     benchmark::DoNotOptimize(graph.Lines.data());
   }

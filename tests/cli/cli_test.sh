@@ -46,6 +46,9 @@ expect 0 "lorivan: --random" --random --shape 3 -o c.qzd
 expect 0 "vtXNo=25 corrected to 20" --set vtXNo=25 -o d.svg
 expect 0 "vtXNo=2 corrected to 4 for this shape" --shape Circular --set vtXNo=2 -o d.svg
 [[ $("$program" --version) == "Lorivan 3.44k" ]] || fault "version"
+expect 0 "" --set vtXNo=6 --set vtYNo=4 --strands 1 -o one.svg
+expect 4 "the nearest found is 2" --set vtXNo=1 --set vtYNo=1 --strands 9 -o none.svg
+expect 2 "--strands takes" --strands 0 -o none.svg
 expect 6 "a window needs a desktop"
 expect 0 "" --list parameters
 grep -q vtXNo out.txt || fault "the list names no parameter"

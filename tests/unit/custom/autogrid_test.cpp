@@ -122,7 +122,7 @@ TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     const RandomCase c = randomCase(seed);
     const GridView view(stretchFactor(c.skew));
-    const Status made = AutoGrid(graph, c.shape, view, c.options);
+    const auto made = AutoGrid(graph, c.shape, view, c.options);
     if (!made) {
       EXPECT_NE(made.error().message.find("too narrow"), std::string::npos) << made.error().message;
       continue;
@@ -150,14 +150,76 @@ TEST(AutoGrid, BoxIsFilledExactlyAndAHoleStaysFree) {
   EXPECT_EQ(graph.LastLine + 1, 10 * 7 + 11 * 6);
   const GridBox lines = lineBox(graph);
   EXPECT_TRUE(lines.left == -40 && lines.right == 40 && lines.bottom == -24 && lines.top == 24);
-  ASSERT_TRUE(AutoGrid(graph, shape, GridView(), {18, false}));
-  EXPECT_EQ(graph.LastLine + 1, 16 * 11 + 17 * 10) << "80.8 / 18 is rather 5 than 4";
-  EXPECT_TRUE(AutoGrid(graph, shape, GridView(), {40, false})) << "cells of 3, not of 2";
+  std::set<int> counts;  // of lines: every value makes another grid
+  for (int size = 10; size <= 30; ++size) {
+    const auto made = AutoGrid(graph, shape, GridView(), {size, false});
+    ASSERT_TRUE(made);
+    EXPECT_GT(made->filled, 0.97);
+    counts.insert(graph.LastLine + 1);
+  }
+  EXPECT_EQ(counts.size(), 21U);
+  EXPECT_TRUE(AutoGrid(graph, shape, GridView(), {40, false})) << "cells of 2.4, not of 2";
 
   addLoop(shape, box(230, 180, 270, 220));  // two cells by two
   ASSERT_TRUE(AutoGrid(graph, shape, GridView(), {10, false}));
   EXPECT_EQ(graph.LastLine + 1, 10 * 7 + 11 * 6 - 4);
   expectKnot(graph);
+}
+
+std::vector<Spot> turned(int count, double inner, double outer) {
+  std::vector<Spot> loop;
+  for (int i = 0; i < count; ++i) {
+    const double turn = 6.283185307179586 * i / count, r = i % 2 != 0 ? inner : outer;
+    loop.push_back({250 + r * std::sin(turn), 200 - r * std::cos(turn)});
+  }
+  return loop;
+}
+
+bool mirrored(const KnotGraph& graph) {
+  const GridBox box = lineBox(graph);
+  const double sum = box.left + box.right;
+  std::set<std::array<double, 4>> lines;
+  const auto key = [](Spot a, Spot b) {
+    return a.x < b.x || (a.x == b.x && a.y < b.y) ? std::array{a.x, a.y, b.x, b.y}
+                                                  : std::array{b.x, b.y, a.x, a.y};
+  };
+  const std::vector<Side> sides = sidesOf(graph);
+  for (const Side& s : sides) lines.insert(key(s.a, s.b));
+  return std::ranges::all_of(sides, [&](const Side& s) {
+    return lines.contains(key({sum - s.a.x, s.a.y}, {sum - s.b.x, s.b.y}));
+  });
+}
+
+TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
+  const std::vector<Spot> letterA = {{225, 20},  {275, 20},  {420, 380}, {350, 380},
+                                     {312, 290}, {188, 290}, {150, 380}, {80, 380}};
+  const std::vector<std::vector<std::vector<Spot>>> shapes = {
+      {{{250, 20}, {430, 200}, {250, 380}, {70, 200}}},
+      {letterA, {{250, 110}, {294, 230}, {206, 230}}},
+      {turned(10, 60, 190)},
+      {turned(16, 80, 185)},
+      {turned(40, 180, 180), turned(40, 90, 90)}};
+  for (const auto& loops : shapes)
+    for (const bool triangles : {false, true})
+      for (int size = 5; size <= 30; size += 3) {
+        SCOPED_TRACE(testing::Message()
+                     << loops[0].size() << " points, " << size << (triangles ? " triangles" : ""));
+        KnotGraph graph;
+        const auto made = AutoGrid(graph, shapeOf(loops), GridView(), {size, triangles});
+        if (!made) continue;
+        EXPECT_TRUE(mirrored(graph));
+        expectPlane(graph);
+      }
+}
+
+TEST(AutoGrid, TellsHowMuchStayedEmpty) {
+  KnotGraph graph;
+  const CustomShape star = shapeOf({turned(10, 40, 190)});
+  const auto coarse = AutoGrid(graph, star, GridView(), {7, false});
+  const auto fine = AutoGrid(graph, star, GridView(), {40, false});
+  ASSERT_TRUE(coarse && fine);
+  EXPECT_LT(coarse->filled, 0.8);
+  EXPECT_GT(fine->filled, 0.9);
 }
 
 TEST(AutoGrid, OnlyClosedLoopsCount) {
@@ -189,7 +251,7 @@ TEST(AutoGrid, RefusalsSayWhy) {
       {shapeOf({box(45, 45, 440, 340)}), 60, "too complicated"}};
   for (const auto& [shape, gridSize, says] : cases) {
     KnotGraph graph;
-    const Status made = AutoGrid(graph, shape, GridView(), {gridSize, false});
+    const auto made = AutoGrid(graph, shape, GridView(), {gridSize, false});
     ASSERT_FALSE(made) << says;
     EXPECT_NE(made.error().message.find(says), std::string::npos) << made.error().message;
     EXPECT_EQ(made.error().kind, gridSize == 60 ? ErrorKind::limit : ErrorKind::knot);
@@ -215,7 +277,7 @@ TEST(AutoGrid, ExamplesHugTheirOutlines) {
       const GridBox lines = lineBox(graph), &drawn = outline->box();
       const double off[] = {lines.left - drawn.left, lines.right - drawn.right, lines.bottom - drawn.bottom,
                             lines.top - drawn.top};
-      for (const double d : off) EXPECT_NEAR(d, 0, 2.5);
+      for (const double d : off) EXPECT_NEAR(d, 0, 6) << "more than 0.6 cells";
       expectPlane(graph);
       expectKnot(graph);
     }

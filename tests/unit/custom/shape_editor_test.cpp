@@ -83,6 +83,32 @@ TEST(ShapeEditor, SnapClampAndConstraint) {
   }
 }
 
+TEST(ShapeEditor, ClicksAndTargetsAreWhereTheMouseIs) {
+  for (const bool snap : {false, true}) {
+    SCOPED_TRACE(snap);
+    Editor editor;
+    editor.setSnap(snap);
+    editor.setDivisions(10);
+    CustomShape shape;
+    shape.addPoint(20, 390);  // both outside the margins, as shapes made from a grid may have them
+    shape.addPoint(480, 20);
+    editor.replaceShape(shape);
+    for (double x = 3; x < 500; x += 31)
+      for (double y = 3; y < 380; y += 29)
+        if (std::hypot(x - 480, y - 20) > 8) {
+          EXPECT_FALSE(click(editor, {x, y}).outlineChanged) << x << ',' << y;
+        }
+    EXPECT_EQ(editor.shape().ShapePointCount, 2) << "a click on empty paper makes no point";
+    drag(editor, {22, 388}, {478, 23});
+    EXPECT_EQ(editor.shape().lineBetween(1, 2), 1);
+    drag(editor, {300, 300}, {203, 163});  // lands at 203, 163, or snapped at 200, 160
+    drag(editor, {22, 388}, {snap ? 215.0 : 206.0, 163});
+    EXPECT_EQ(editor.shape().lineBetween(1, 3), 2) << "the point that lies where a new one would come to lie";
+    click(editor, {22, 392});
+    EXPECT_FALSE(editor.shape().pointIsLive(1));
+  }
+}
+
 TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {
   CustomShape full;
   const int a = full.addPoint(100, 100), b = full.addPoint(200, 100);

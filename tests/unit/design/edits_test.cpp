@@ -4,11 +4,22 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/numbers.h"
 
 namespace lorivan {
 namespace {
+
+CustomShape thinStar() {
+  CustomShape shape;
+  for (int i = 0; i < 10; ++i) {
+    const float turn = 0.62831853F * static_cast<float>(i), r = i % 2 != 0 ? 40 : 190;
+    shape.addPoint(250 + r * std::sin(turn), 200 - r * std::cos(turn));
+  }
+  for (int k = 1; k <= 10; ++k) shape.addLine(k, k % 10 + 1);
+  return shape;
+}
 
 CustomShape box(float left, float top, float right, float bottom) {
   CustomShape shape;
@@ -148,6 +159,19 @@ TEST(Edits, CustomShapesKeepTheirLinesAndTellWhatTheyLack) {
   const Document outlined = *outlineFromGrid(withOutline(*newGrid({}), {}));
   EXPECT_FALSE(outlined.outlineAhead);
   EXPECT_EQ(lineGrid(outlined)->lines->size(), outlined.lines->size()) << "there and back again";
+  const Document walled = stepLine(outlined, 2, 1);
+  EXPECT_EQ(lineGrid(walled)->lines->at(2).Kind, kWall) << "walls stay where lines do";
+
+  // Arms narrower than the cells that are asked for.
+  const Document slim = withOutline(withField({}, Param::GridSize, "7"), thinStar());
+  AutoGridReport coarse, filling;
+  (void)autoGrid(slim, &coarse);
+  const auto filled = fillingAutoGrid(slim, &filling);
+  ASSERT_TRUE(filled);
+  EXPECT_LT(coarse.filled, kFilled);
+  EXPECT_GE(filling.filled, kFilled);
+  EXPECT_EQ(autoGrid(withField(slim, Param::GridSize, filled->fields.text(Param::GridSize)))->lines,
+            filled->lines);
 }
 
 }  // namespace

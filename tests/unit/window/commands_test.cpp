@@ -92,6 +92,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeClear", "&Shape|&Clear|", [this, picture] { w->userDrops(picture); }, [this] { return !bench().sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", "&Shape|New G&rid|", [this] { square(); }, [this] { return lines() == 4 && shows(Picture::flat); }},
     {"mnuShapeAutoGrid", "&Shape|&AutoGrid|", [this] { square(), click("chkShapeT"); }, [this] { return lines() == 40 && shows(Picture::flat); }},
+    {"mnuShapeFill", "&Shape|&Fill Outline|", [this] { square(); }, [this] { return lines() > 4 && shows(Picture::flat); }},
     {"mnuShapeGridOnOff", "&Shape|Alignment &Grid|", [this] { pick("mnuShapeView"); }, [this] { return w->surface(kSheet).count(DrawKind::segment) == 40; }},
     {"mnuShapeSnap", "&Shape|Snap &to Grid|", none, [this] { return bench().sheet.snap() && w->commandChecked(w->command("mnuShapeSnap")); }},
     {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},

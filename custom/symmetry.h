@@ -1,0 +1,63 @@
+// Ways in which an outline is its own image, so that what fills it can be as symmetrical.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "custom/geometry.h"
+#include "custom/outline.h"
+#include "platform/surface.h"
+
+namespace lorivan {
+
+/// A quarter, half or three-quarter turn or a mirroring, about a centre of whole coordinates.
+struct Isometry {
+  int xx = 1, xy = 0, yx = 0, yy = 1;  // x' = xx x + xy y, y' = yx x + yy y
+  PointI centre;
+
+  Spot operator()(Spot p) const {
+    const double x = p.x - centre.x, y = p.y - centre.y;
+    return {centre.x + xx * x + xy * y, centre.y + yx * x + yy * y};
+  }
+  PointI operator()(PointI p) const {
+    const int x = p.x - centre.x, y = p.y - centre.y;
+    return {centre.x + xx * x + xy * y, centre.y + yx * x + yy * y};
+  }
+  /// What the isometry lays onto `p`; the inverse of its matrix is the transpose.
+  Spot back(Spot p) const {
+    const double x = p.x - centre.x, y = p.y - centre.y;
+    return {centre.x + xx * x + yx * y, centre.y + xy * x + yy * y};
+  }
+  bool turnsAxes() const { return xx == 0; }
+};
+
+/// A group: the first is the identity.
+using Symmetries = std::vector<Isometry>;
+
+/// The largest group about the centre of the outline's box, which must be whole, that leaves the outline
+/// where it is, to within `tolerance`.
+Symmetries symmetriesOf(const Outline& outline, double tolerance);
+
+/// For numbered spots of a regular pattern the numbers of their images.
+class Images {
+ public:
+  /// `grain` is less than half the least distance between spots, and more than their inexactness.
+  Images(std::span<const Spot> spots, const Symmetries& group, double grain);
+
+  std::size_t groupSize() const { return images_.size(); }
+  /// The spot that `item` is laid onto; -1 when none lies there.
+  int of(std::size_t symmetry, int item) const { return images_[symmetry][static_cast<std::size_t>(item)]; }
+  /// Whether every spot has all its images.
+  bool complete() const;
+  /// The lowest of an item's images, itself included.
+  int leader(int item) const;
+
+  /// Sets the flags of all images of the items whose flags are set.
+  void spread(std::vector<bool>& flags) const;
+
+ private:
+  std::vector<std::vector<int>> images_;
+};
+
+}  // namespace lorivan

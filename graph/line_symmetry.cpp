@@ -1,0 +1,159 @@
+#include "graph/line_symmetry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <unordered_map>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+// Ends are rounded to whole units, which moves an image by up to 1.3; the closest lines of the closest grids
+// lie about four units apart.
+constexpr double kReach = 1.8;
+
+struct Spot {
+  double x = 0, y = 0;
+};
+
+Spot middleOf(const GridLine& line) {
+  return {(static_cast<double>(line.X1) + line.X2) / 2, (static_cast<double>(line.Y1) + line.Y2) / 2};
+}
+
+/// Lines by the middle between their ends.
+class MiddleIndex {
+ public:
+  explicit MiddleIndex(const KnotGraph& graph) : graph_(graph) {
+    for (int j = 0; j <= graph.LastLine; ++j) {
+      const Spot spot = middleOf(graph.Lines[static_cast<std::size_t>(j)]);
+      cells_[cellOf(spot.x, spot.y)].push_back(j);
+      centre_.x += spot.x / (graph.LastLine + 1);
+      centre_.y += spot.y / (graph.LastLine + 1);
+    }
+  }
+
+  Spot centre() const { return centre_; }
+
+  /// The line nearest to where `line` comes by the map, or -1.
+  template <class Map>
+  int imageOf(const GridLine& line, Map map) const {
+    const Spot spot = map(middleOf(line));
+    int best = -1;
+    double least = kReach;
+    for (int dx = -1; dx <= 1; ++dx)
+      for (int dy = -1; dy <= 1; ++dy) {
+        const auto cell = cells_.find(cellOf(spot.x + dx * kCell, spot.y + dy * kCell));
+        if (cell == cells_.end()) continue;
+        for (const int j : cell->second) {
+          const Spot there = middleOf(graph_.Lines[static_cast<std::size_t>(j)]);
+          const double distance = std::hypot(there.x - spot.x, there.y - spot.y);
+          if (distance >= least || !endsMeet(line, graph_.Lines[static_cast<std::size_t>(j)], map)) continue;
+          least = distance;
+          best = j;
+        }
+      }
+    return best;
+  }
+
+ private:
+  static constexpr double kCell = 4;
+
+  static std::int64_t cellOf(double x, double y) {
+    return static_cast<std::int64_t>(std::floor(x / kCell)) * 1'000'003 +
+           static_cast<std::int64_t>(std::floor(y / kCell));
+  }
+
+  template <class Map>
+  static bool endsMeet(const GridLine& line, const GridLine& image, Map map) {
+    const Spot end = map(Spot{static_cast<double>(line.X1), static_cast<double>(line.Y1)});
+    return std::min(std::hypot(end.x - image.X1, end.y - image.Y1),
+                    std::hypot(end.x - image.X2, end.y - image.Y2)) < 2 * kReach;
+  }
+
+  const KnotGraph& graph_;
+  Spot centre_;
+  std::unordered_map<std::int64_t, std::vector<int>> cells_;
+};
+
+/// Sets of lines that grow together.
+class LineSets {
+ public:
+  explicit LineSets(int lines) : parent_(static_cast<std::size_t>(lines)) {
+    std::iota(parent_.begin(), parent_.end(), 0);
+  }
+  int find(int line) {
+    int& parent = parent_[static_cast<std::size_t>(line)];
+    if (parent != line) parent = find(parent);
+    return parent;
+  }
+  void join(int a, int b) { parent_[static_cast<std::size_t>(find(std::max(a, b)))] = find(std::min(a, b)); }
+
+ private:
+  std::vector<int> parent_;
+};
+
+auto turnAbout(Spot c, int turns) {
+  const double angle = kTwoPi / turns, cosine = std::cos(angle), sine = std::sin(angle);
+  return [=](Spot p) {
+    const double x = p.x - c.x, y = p.y - c.y;
+    return Spot{c.x + cosine * x - sine * y, c.y + sine * x + cosine * y};
+  };
+}
+
+/// Joins every line with its image; false when one has none.
+template <class Map>
+bool joinImages(const KnotGraph& graph, const MiddleIndex& index, LineSets& sets, Map map) {
+  bool complete = true;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const int image = index.imageOf(graph.Lines[static_cast<std::size_t>(j)], map);
+    complete &= image >= 0;
+    if (image >= 0) sets.join(j, image);
+  }
+  return complete;
+}
+
+bool joinSymmetric(const KnotGraph& graph, const MiddleIndex& index, LineSets& sets,
+                   const Symmetry& symmetry) {
+  const Spot c = index.centre();
+  bool complete = true;
+  if (symmetry.leftRight)
+    complete &= joinImages(graph, index, sets, [c](Spot p) { return Spot{2 * c.x - p.x, p.y}; });
+  if (symmetry.topBottom)
+    complete &= joinImages(graph, index, sets, [c](Spot p) { return Spot{p.x, 2 * c.y - p.y}; });
+  if (symmetry.turns > 1) complete &= joinImages(graph, index, sets, turnAbout(c, symmetry.turns));
+  return complete;
+}
+
+}  // namespace
+
+LineOrbits::LineOrbits(const KnotGraph& graph, const Symmetry& symmetry)
+    : number_(static_cast<std::size_t>(graph.LastLine + 1), -1) {
+  LineSets sets(graph.LastLine + 1);
+  if (!symmetry.isNone()) complete_ = joinSymmetric(graph, MiddleIndex(graph), sets, symmetry);
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const int root = sets.find(j);
+    int& number = number_[static_cast<std::size_t>(root)];
+    if (number < 0) {
+      number = static_cast<int>(orbits_.size());
+      orbits_.emplace_back();
+    }
+    number_[static_cast<std::size_t>(j)] = number;
+    orbits_[static_cast<std::size_t>(number)].push_back(j);
+  }
+}
+
+std::vector<int> possibleTurns(const KnotGraph& graph) {
+  std::vector<int> turns;
+  const MiddleIndex index(graph);
+  for (int n = 2; n <= kMostTurns && graph.LastLine >= 0; ++n) {
+    const auto turn = turnAbout(index.centre(), n);
+    int j = 0;
+    while (j <= graph.LastLine && index.imageOf(graph.Lines[static_cast<std::size_t>(j)], turn) >= 0) ++j;
+    if (j > graph.LastLine) turns.push_back(n);
+  }
+  return turns;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,64 @@
+// How strands run through a graph, without drawing any: only what they cross and where they turn back.
+//
+// Every line has four ends where strands meet it: at its first and at its second point, each on the side
+// towards the previous and on the side towards the next neighbour there. Round a point, the corner between
+// two neighbours joins an end of one line with an end of the other. A crossing joins the ends on like sides
+// of both points, a wall those on unlike sides. Strands are the cycles of these joints, so what a change of
+// one line does is known from the two places where strands pass it.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "graph/graph.h"
+
+namespace lorivan {
+
+/// Which lines of a graph are walls, by line.
+using Walls = std::vector<bool>;
+
+class StrandRuns {
+ public:
+  /// Of a graph whose neighbours are ordered (CalcGrid).
+  explicit StrandRuns(const KnotGraph& graph);
+
+  int lineCount() const { return static_cast<int>(part_.size()); }
+  /// Whether strands meet the line. They do not meet lines of kind 0, nor those that an equal line hides.
+  bool isPart(int line) const { return part_[static_cast<std::size_t>(line)]; }
+  const Walls& walls() const { return walls_; }
+
+  struct Counts {
+    int strands = 0;    // with a crossing, so that they are drawn
+    int wallLoops = 0;  // between walls alone: never drawn
+    int longest = 0;    // lines that the longest strand passes
+    bool operator==(const Counts&) const = default;
+  };
+  Counts count(const Walls& walls) const;
+
+  /// One of the two places where strands pass a line.
+  struct Passage {
+    int strand = -1;    // -1: none
+    int place = 0;      // how many lines the strand has passed before
+    bool back = false;  // from the line's second point to its first
+  };
+  struct Tour {
+    std::vector<std::array<Passage, 2>> passages;  // by line
+    std::vector<int> lengths;                      // lines passed, by strand; wall loops are strands here
+  };
+  Tour tour(const Walls& walls) const;
+
+  /// What changing a line between crossing and wall does to the number of cycles.
+  enum class Change { none, join, split };
+  static Change changeAt(const std::array<Passage, 2>& line);
+
+ private:
+  template <class Visit>
+  void walk(const Walls& walls, Visit visit) const;
+
+  std::vector<std::int32_t> corner_;  // the end that a corner joins with each
+  std::vector<bool> part_;
+  Walls walls_;
+};
+
+}  // namespace lorivan
