@@ -83,6 +83,7 @@ bool StrandSearch::canCount(const Ball& one, const Ball& two, float apart) const
 }
 
 void StrandSearch::descend(Search& search, std::uint32_t one, std::uint32_t two) const {
+  if (search.isSettled()) return;
   const Ball &a = balls_[one], &b = balls_[two];
   const float apart = length(a.middle - b.middle) - a.radius - b.radius;
   if (apart - 2 * model_.radius >= search.best.distance) return;
@@ -109,7 +110,7 @@ void StrandSearch::descend(Search& search, std::uint32_t one, std::uint32_t two)
 
 void StrandSearch::compare(Search& search, std::uint32_t one, std::uint32_t two) const {
   const float way = lines_.wayBetween(one, two);
-  if (way < leastWay_) return;
+  if (way < leastWay_ || search.isSettled()) return;
   const Nearest centres = nearestOf(lines_.segments()[one], lines_.segments()[two]);
   const float round = centres.distance - 2 * model_.radius;
   if (round >= search.best.distance || way < 2 * centres.distance) return;

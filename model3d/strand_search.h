@@ -40,6 +40,8 @@ class StrandSearch {
   struct Search {
     TubeForm form;
     Apart best;
+    /// Polygons come no nearer than to cut each other.
+    bool isSettled() const { return form == TubeForm::polygons && best.distance <= 0; }
   };
 
   std::uint32_t addBall(std::uint32_t from, std::uint32_t to);

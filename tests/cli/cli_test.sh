@@ -187,5 +187,18 @@ fi
 expect 0 "" -o "Knöten und 結.svg"
 [[ -s "Knöten und 結.svg" ]] || fault "a name with other letters"
 
+# Models as things to be made.
+expect 0 "touching at 0 of 12 crossings: they will move" "--mm" 60 -o loose.stl
+expect 4 "" --mm 60 --check
+grep -q "^fault .* 3 loose pieces" out.txt || fault "the verdict does not tell of loose pieces: $(cat out.txt)"
+whole=(--set vtPolyZF=0.5 --mm 60 --tube 4 --solid --flat)
+expect 0 "1 piece, touching at 12 of 12" "${whole[@]}" --cells 4 -o whole.stl -o whole.obj
+grep -q "^solid 1 piece" whole.stl || fault "the body's name does not tell its pieces"
+expect 0 "" "${whole[@]}" --check --material silver
+grep -q "^weight .*silver" out.txt || fault "no weight: $(cat out.txt)"
+expect 2 "--solid makes" --flat -o x.stl
+expect 2 "no underside" --set vtRingPerc=75 --solid --base 2 -o x.stl
+expect 2 "does not go with -o" --check -o x.stl
+
 ((faults == 0)) && echo "all as expected"
 exit $((faults > 0))
