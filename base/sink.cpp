@@ -14,6 +14,8 @@ namespace lorivan {
 namespace fs = std::filesystem;
 namespace {
 
+constexpr std::streamsize kReadBlock = std::streamsize{1} << 18;
+
 fs::path toPath(const std::string& utf8) {
   return {std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size())};
 }
@@ -114,6 +116,18 @@ bool FileSink::write(std::string_view bytes) {
   stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   if (!stream_) fail();
   return failure_.empty();
+}
+
+bool FileSink::readBack(const std::function<bool(std::string_view)>& take) {
+  stream_.flush();
+  if (!stream_) fail();
+  std::ifstream back(toPath(temporary_), std::ios::binary);
+  const auto block = std::make_unique<char[]>(kReadBlock);
+  while (back && failure_.empty()) {
+    back.read(block.get(), kReadBlock);
+    if (!take({block.get(), static_cast<std::size_t>(back.gcount())})) return false;
+  }
+  return back.eof() && !back.bad() && failure_.empty();
 }
 
 Status FileSink::close() {

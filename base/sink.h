@@ -2,6 +2,7 @@
 #pragma once
 
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,6 +17,15 @@ class Sink {
   virtual ~Sink() = default;
   /// False once the bytes can no longer be kept (disk full, say); writers may stop early then.
   virtual bool write(std::string_view bytes) = 0;
+
+  /// Whether readBack() can tell more than the writer knows: a file can, memory and a pipe cannot.
+  virtual bool canReadBack() const { return false; }
+  /// Hands everything written so far to `take`, in order and in blocks, as it is kept. False when it cannot
+  /// be read, and when `take` returns false.
+  virtual bool readBack(const std::function<bool(std::string_view)>& take) {
+    static_cast<void>(take);
+    return false;
+  }
 };
 
 class MemorySink final : public Sink {
@@ -38,6 +48,8 @@ class FileSink final : public Sink {
   ~FileSink() override;
 
   bool write(std::string_view bytes) override;
+  bool canReadBack() const override { return !inPlace(); }
+  bool readBack(const std::function<bool(std::string_view)>& take) override;
   /// Flushes and closes; the error names the file and the system's reason. Nothing can be written afterwards.
   Status close();
   /// Closes where close() was not called, and renames.

@@ -91,11 +91,12 @@ const std::vector<Option>& options() {
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
-      {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
+      {"--width", "PIXELS", "width of png and bmp pictures (1000), samples across a relief (500)",
+       &Parser::takeWidth},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
-           formatsWithWidth(WidthOf::model),
+           formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
        nullptr, nullptr, &OutputOptions::millimetres},
       {"--tube", "MM",
        "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
@@ -107,8 +108,6 @@ const std::vector<Option>& options() {
        &OutputOptions::fillet},
       {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
        nullptr, &OutputOptions::flat},
-      {"--base", "MM", "put a plate of this thickness under the body", nullptr, nullptr,
-       &OutputOptions::base},
       {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
        &Parser::takeCells},
       {"--fit-radius", "GAP",
@@ -128,6 +127,17 @@ const std::vector<Option>& options() {
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
        nullptr, &OutputOptions::animate},
+      {"--weld", "",
+       "obj shares the corners of its polygons and has its materials in a file beside it (.mtl); for "
+       "printers "
+       "3mf and stl are better",
+       nullptr, &OutputOptions::weld},
+      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary},
+      {"--relief", "",
+       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
+       nullptr, &OutputOptions::relief},
+      {"--base", "MM", "thickness of a relief's plate (2), or of one that is put under the body", nullptr,
+       nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -288,11 +298,14 @@ Status Parser::checkOutputs() const {
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
   const OutputOptions& made = line_.output;
-  if (!made.solid && (made.flat || made.base || made.fillet || made.cells != OutputOptions().cells))
-    return wrongUsage("--flat, --base, --fillet and --cells shape the body that --solid makes");
+  if (made.relief && made.solid) return wrongUsage("--relief and --solid do not go together");
+  if (made.base && !made.relief && !made.solid) return wrongUsage("--base needs --relief or --solid");
+  if (!made.solid && (made.flat || made.fillet || made.cells != OutputOptions().cells))
+    return wrongUsage("--flat, --fillet and --cells shape the body that --solid makes");
   if (!line_.output.animate) return {};
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
+  if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
   for (const std::string& name : line_.outputs) {
     const std::string extension = extensionOf(name);
     if (extension == "svg") continue;
@@ -432,9 +445,10 @@ std::string usageText() {
       "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
       "                                   write files, without a window or a display\n"
       "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
-      "KNOT is a knot file (.qzd). It may also be a shape of your own (.qzc): with -o it gets an AutoGrid "
-      "by\n"
-      "vtGridSize and chkShapeT.\n\n";
+      "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
+      formatsWithSource() +
+      ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
+      "chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
   return out +

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <new>
 #include <optional>
@@ -10,7 +11,6 @@
 #include "base/sink.h"
 #include "cli/progress_line.h"
 #include "custom/shape_file.h"
-#include "design/document_text.h"
 #include "design/edits.h"
 #include "design/fit.h"
 #include "design/fit_radius.h"
@@ -19,6 +19,7 @@
 #include "design/model_check.h"
 #include "design/outputs.h"
 #include "design/random_knot.h"
+#include "design/source.h"
 
 namespace lorivan {
 namespace {
@@ -40,7 +41,7 @@ class FileMaker {
   int fail(const Error& error, const std::string& where = "");
   void note(const std::string& message);
   int readFile();
-  int readShape(const std::string& text);
+  int readShape();
   void drawRandom();
   void takeValues();
   /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
@@ -48,9 +49,10 @@ class FileMaker {
   bool mustBuild() const;
   int build();
   int writeOne(const OutputJob& job, const std::string& name);
+  int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnored(const char* option, bool (*ignores)(const ExportFormat&));
+  void noteIgnored(const char* option, const std::function<bool(const ExportFormat&)>& ignores);
   void noteIgnoredOptions();
   int makeDocument();
   int setStrands();
@@ -85,11 +87,10 @@ void FileMaker::note(const std::string& message) {
 }
 
 int FileMaker::readFile() {
-  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
-  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
-  if (ownShape()) return readShape(*bytes);
-  auto read = readDocument(*bytes);
-  if (!read) return fail(read.error(), line_.knotFile + ", ");
+  if (ownShape()) return readShape();
+  auto read = readKnotFile(line_.knotFile);
+  if (!read)
+    return fail(read.error(), line_.knotFile + (read.error().message.starts_with("line ") ? ", " : ": "));
   for (const std::string& correction : read->corrections) note(line_.knotFile + ", line 2: " + correction);
   if (read->document.lines->empty())
     return fail(unreadable("line 3: the knot has no lines"), line_.knotFile + ", ");
@@ -97,8 +98,10 @@ int FileMaker::readFile() {
   return kDone;
 }
 
-int FileMaker::readShape(const std::string& text) {
-  auto shape = readShapeText(text);
+int FileMaker::readShape() {
+  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
+  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
+  auto shape = readShapeText(*bytes);
   if (!shape) return fail(shape.error(), line_.knotFile + ", ");
   document_ = withOutline(document_, std::move(*shape));
   document_.fields.shape = Shape::Custom;
@@ -180,11 +183,17 @@ void FileMaker::fitTheBands() {
 }
 
 int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+  const ExportFormat& format = *outputFormat(name, document_.fields);
+  const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
+  const std::string materials = materialsBeside(format, job.options, name);
+  if (status != kDone || materials.empty()) return status;
+  return writeFile(materials, [&](Sink& sink) { return makeMaterials(job, sink); });
+}
+
+int FileMaker::writeFile(const std::string& name, const std::function<Status(Sink&)>& make) {
   auto sink = FileSink::create(name);
   if (!sink) return fail(sink.error());
-  OutputJob named = job;
-  named.note = [&](const std::string& message) { note(name + ": " + message); };
-  const Status made = makeOutput(*outputFormat(name, document_.fields), named, **sink);
+  const Status made = make(**sink);
   if (const int status = keep(std::move(*sink)); status != kDone) return status;
   return made ? kDone : fail(made.error(), name + ": ");
 }
@@ -218,7 +227,7 @@ int FileMaker::keep(std::unique_ptr<FileSink> sink) {
   return kDone;
 }
 
-void FileMaker::noteIgnored(const char* option, bool (*ignores)(const ExportFormat&)) {
+void FileMaker::noteIgnored(const char* option, const std::function<bool(const ExportFormat&)>& ignores) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
@@ -233,7 +242,10 @@ void FileMaker::noteIgnored(const char* option, bool (*ignores)(const ExportForm
 void FileMaker::noteIgnoredOptions() {
   const OutputOptions& asked = line_.output;
   if (asked.millimetres)
-    noteIgnored("--mm", [](const ExportFormat& format) { return format.width == WidthOf::nothing; });
+    noteIgnored("--mm", [&](const ExportFormat& format) {
+      const bool heights = asked.relief && format.identifier == "png";
+      return format.width == WidthOf::nothing && !heights;
+    });
   if (asked.tube)
     noteIgnored("--tube", [](const ExportFormat& format) { return format.width != WidthOf::model; });
   if (asked.solid) noteIgnored("--solid", [](const ExportFormat& format) { return !format.takesSolid; });
@@ -250,6 +262,8 @@ int FileMaker::write() {
       progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
     };
     job.progress(0);
+    job.fileName = name;
+    job.note = [&](const std::string& message) { note(name + ": " + message); };
     const bool frames = line_.output.animate && extensionOf(name) != "svg";
     if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
       return status;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/numbers.h"
+#include "design/source.h"
 
 namespace lorivan {
 namespace {
@@ -61,7 +62,9 @@ Result<std::string> FrameMaker::make(int number, PictureFormat format) const {
   drawAnimationFrame(**surface, job_.knot.graph, job_.knot.curve, style, view, options, steps_,
                      static_cast<std::size_t>(number) * static_cast<std::size_t>(stride_));
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);
-  return job_.platform.encodePicture(**surface, format);
+  auto bytes = job_.platform.encodePicture(**surface, format);
+  if (!bytes || format != PictureFormat::png) return bytes;
+  return withPngSource(std::move(*bytes), sourceOf(job_));
 }
 
 }  // namespace lorivan

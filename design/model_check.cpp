@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "base/numbers.h"
-#include "export/solid_mesh.h"
+#include "export/read_back.h"
 #include "model3d/vec3_math.h"
 
 namespace lorivan {
@@ -98,9 +98,9 @@ Result<ModelCheck> checkBody(const Knot& knot, const KnotFields& fields, const O
   ExportScene scene{made->lines, knot.curve};
   scene.solid = &made->body.mesh;
   scene.millimetres = made->millimetres;
-  const auto mesh = solidMesh(scene);
-  if (!mesh) return mesh.error();
-  check.closed = isClosed(*mesh);
+  const auto parts = sceneParts(scene, {});
+  if (!parts) return parts.error();
+  check.closed = factsOf(*parts).open == 0;
   check.volume = made->body.volume * std::pow(check.scale, 3);
   return check;
 }
@@ -120,7 +120,7 @@ Result<ModelCheck> checkTubes(const Knot& knot, const KnotFields& fields, const 
   const TubeSettings settings = tubeSettings(fields);
   check.verdict =
       inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
-  check.closed = isClosed(TubeMesh(model, *scale));
+  check.closed = factsOf(TubeMesh(model, *scale)).open == 0;
   check.volume = check.verdict.volume * std::pow(check.scale, 3);
   return check;
 }

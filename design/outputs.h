@@ -20,7 +20,8 @@ struct OutputJob {
   const StrandColours& colours;
   OutputOptions options = {};
   std::function<void(double)> progress = {};
-  std::function<void(const std::string&)> note = {};  // told what a maker should know of an output
+  std::function<void(const std::string&)> note = {};  // told what a maker must know of the file
+  std::string fileName = {};  // of the file; a welded OBJ names its materials after it
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
@@ -28,6 +29,18 @@ struct OutputJob {
 /// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
 /// unknown.
 const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+
+/// The knot's text as a file carries it, see design/source.h.
+std::string sourceOf(const OutputJob& job);
+
+/// The name of the second file that a welded OBJ of this name needs; empty where there is none, as for a
+/// fused body.
+std::string materialsBeside(const ExportFormat& format, const OutputOptions& options,
+                            const std::string& fileName);
+Status makeMaterials(const OutputJob& job, Sink& sink);
+
+/// "Knot, Star".
+std::string titleOf(const Document& document);
 
 /// Makes the whole file into the sink. The error is the program's message for limits, else one sentence.
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink);

@@ -51,7 +51,8 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    WindowState::width,
                                    WindowState::height,
                                    WindowState::maximised,
-                                   Check::Classic};
+                                   Check::Classic,
+                                   Check::Smooth};
 
 struct KeySpec {
   std::string_view key, fallback;

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "design/knot_model.h"
+#include "model3d/rings.h"
 
 namespace lorivan {
 namespace {
@@ -21,7 +22,9 @@ double widthOf(const std::vector<Vec3>& places) {
 
 Status setRadius(TubeModel& model, double radius) {
   model.radius = static_cast<float>(radius);
-  return sweepTube(model);
+  if (const Status swept = sweepTube(model); !swept) return swept;
+  joinRings(model);
+  return {};
 }
 
 /// Samples for each control point that bring the rings near enough to each other.
@@ -84,7 +87,9 @@ Result<MadeBody> planBody(const Knot& knot, const KnotFields& fields, const Outp
   MadeBody made;
   TubeSettings& settings = made.settings = tubeSettings(fields);
   settings.polySides = kFewestSides;
-  if (const Status built = buildTube(knot.strands, settings, {}, made.lines); !built) return built.error();
+  const SlotColours colours = tubeColours(fields, strandColours(fields.boxes));
+  if (const Status built = buildTube(knot.strands, settings, colours, made.lines); !built)
+    return built.error();
   if (made.lines.centres.empty())
     return impossibleKnot("the knot has no strands that a model could be made of");
   made.shape.cells = options.cells;
@@ -94,7 +99,8 @@ Result<MadeBody> planBody(const Knot& knot, const KnotFields& fields, const Outp
   const int coarse = settings.polyPoints;
   settings.polyPoints = finePoints(made.lines, coarse, static_cast<double>(radius));
   if (settings.polyPoints == coarse) return made;
-  if (const Status built = buildTube(knot.strands, settings, {}, made.lines); !built) return built.error();
+  if (const Status built = buildTube(knot.strands, settings, colours, made.lines); !built)
+    return built.error();
   made.lines.radius = radius;
   if (const Status sized = sizeBody(made, options); !sized) return sized.error();
   return made;

@@ -32,6 +32,7 @@ struct ExportFormat {
   int sides = 0;                 // the model must be built with so many sides; 0: with the field's
   Status (*write)(const ExportScene&, Sink&) = nullptr;  // null unless the kind is model
   bool takesSolid = false;                               // writes a fused body where the scene has one
+  bool carriesSource = false;  // holds the document's text and opens as its knot, see ExportScene::source
 };
 
 /// What a DXF file holds is chosen by a check box, not by its extension.
@@ -55,5 +56,8 @@ std::string formatsWithWidth(WidthOf width);
 
 /// "obj and stl": the formats that take a fused body.
 std::string formatsWithSolid();
+
+/// "svg and png": the formats that open as the knot that they were made from.
+std::string formatsWithSource();
 
 }  // namespace lorivan

@@ -65,6 +65,18 @@ class TubeMesh {
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 
+  /// The first of the strand's points; its rings follow one another, `sides` points each.
+  std::uint32_t firstPoint(const Strand& strand) const { return rings_[strand.firstRing].firstPoint; }
+  std::uint32_t pointCount(const Strand& strand) const {
+    return static_cast<std::uint32_t>(strand.ringCount) * sides_;
+  }
+  /// Whether two points stand at one place. Where none do every point is a corner of whole quads.
+  bool anyShared() const { return anyShared_; }
+  /// The first point of the whole mesh that stands where this one does.
+  std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+
+  std::size_t triangleCount() const;
+
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
   std::size_t cornerCount() const;
 
@@ -75,6 +87,7 @@ class TubeMesh {
  private:
   void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
+  void comparePlaces(const std::vector<std::uint32_t>& suspects);
   void cutFaces();
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
   std::vector<std::uint32_t> pointsToMove() const;
@@ -91,21 +104,9 @@ class TubeMesh {
   std::vector<Cut> cuts_;  // for each ring, for each side
 };
 
-/// Whether every edge is passed as often one way as the other, told from a sum in which passes both ways
-/// cancel: a mesh with a free edge is taken for closed once in 2^64 times.
-class EdgeBalance {
- public:
-  void add(const MeshPoint& from, const MeshPoint& to);
-  bool even() const { return sum_ == 0; }
-
- private:
-  std::uint64_t sum_ = 0;
-};
-bool isClosed(const TubeMesh& mesh);
-
-/// The scene's mesh at the width that the scene asks for. Fails for more polygons than a model may have, and
-/// when nothing of the model is left in three decimals.
-Result<TubeMesh> sceneMesh(const ExportScene& scene);
+/// The scene's mesh at the width that the scene asks for, else at `standard`. Fails for more polygons than a
+/// model may have, and when nothing of the model is left in three decimals.
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard = {});
 
 template <class Use>
 void TubeMesh::eachFace(const Strand& strand, std::size_t number, Use&& use) const {

@@ -65,9 +65,9 @@ bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
 }
 
 /// Moves a corner of every flat triangle; whether there were any.
-bool raiseFlat(SolidMesh& mesh, int round) {
+bool raiseFlat(MeshPart& mesh, int round) {
   bool moved = false;
-  for (const auto& t : mesh.triangles) {
+  for (const PartFace& t : mesh.faces) {
     if (!isFlat(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]])) continue;
     move(mesh.points[t[static_cast<std::size_t>(round) % 3]], round);
     moved = true;
@@ -77,18 +77,13 @@ bool raiseFlat(SolidMesh& mesh, int round) {
 
 }  // namespace
 
-bool isClosed(const SolidMesh& mesh) {
-  EdgeBalance balance;
-  for (const auto& t : mesh.triangles)
-    for (std::size_t i = 0; i < 3; ++i) balance.add(mesh.points[t[i]], mesh.points[t[(i + 1) % 3]]);
-  return balance.even();
-}
-
-Result<SolidMesh> solidMesh(const ExportScene& scene) {
-  const Result<double> scale = scaleOf(*scene.solid, scene.millimetres);
+Result<MeshPart> solidPart(const ExportScene& scene, std::optional<double> standard) {
+  const Result<double> scale = scaleOf(*scene.solid, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
-  SolidMesh mesh;
-  mesh.triangles = scene.solid->triangles;
+  MeshPart mesh{"knot", {}, {}, {}};
+  if (!scene.model.strands.empty()) mesh.factors = scene.model.strands.front().factors;
+  mesh.faces.reserve(scene.solid->triangles.size());
+  for (const auto& t : scene.solid->triangles) mesh.faces.push_back({t[0], t[1], t[2], kNoCorner});
   mesh.points.reserve(scene.solid->points.size());
   for (const Vec3& p : scene.solid->points) mesh.points.push_back(meshPoint(p, *scale));
   for (int round = 0; round < kMoveRounds; ++round) {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "model3d/rings.h"
 #include "model3d/tube_builder.h"
 
 namespace lorivan {
@@ -39,12 +40,15 @@ TubeModel withMarks(const TubeModel& model, std::span<const Vec3> places) {
   for (const Vec3& place : places) addHoops(place, kHoop * model.radius, hoops);
   TubeModel marked = model;
   if (!sweepTube(hoops) || model.QuadCount + hoops.QuadCount > kMostQuads) return marked;
+  joinRings(hoops);
   for (TubeStrand strand : hoops.strands) {
     strand.firstRing += static_cast<int>(model.centres.size());
     marked.strands.push_back(strand);
   }
   marked.centres.insert(marked.centres.end(), hoops.centres.begin(), hoops.centres.end());
   marked.vertices.insert(marked.vertices.end(), hoops.vertices.begin(), hoops.vertices.end());
+  marked.joins.resize(model.centres.size());
+  marked.joins.insert(marked.joins.end(), hoops.joins.begin(), hoops.joins.end());
   marked.QuadCount += hoops.QuadCount;
   return marked;
 }

@@ -77,27 +77,12 @@ class SideWalk {
  private:
   QuadCorners corners(const TubeStrand& strand, int ring, int side) const {
     const int held = (ring + strand.ringCount) % strand.ringCount;
-    return quads_.corners((strand.firstRing + held) * model_.sides + (side + model_.sides) % model_.sides);
-  }
-
-  /// Whether a quad is as wide as the tube and not wrung: rings without size and turned rings are mended in
-  /// files.
-  bool isWhole(const TubeStrand& strand, int ring, const QuadCorners& c) const {
-    const auto ringAt = [&](int r) {
-      return static_cast<std::size_t>(strand.firstRing + (r + strand.ringCount) % strand.ringCount);
-    };
-    const auto out = [&](std::size_t corner, int r) {
-      return model_.vertices[static_cast<std::size_t>(c[corner])] - model_.centres[ringAt(r)];
-    };
-    const Vec3 near = out(0, ring), far = out(3, ring + 1);
-    const float least = 0.9F * model_.radius;
-    return length(near) > least && length(far) > least &&
-           dot(unit(near), unit(far)) > static_cast<float>(std::cos(1.2 * kPi / model_.sides));
+    return quads_.corners((strand.firstRing + held) * model_.sides +
+                          (side % model_.sides + model_.sides) % model_.sides);
   }
 
   /// Whether the triangle looks away from the centre line, as it does not in folds.
-  bool isOutside(const TubeStrand& strand, int ring, const QuadCorners& c, const Triangle3& t) const {
-    if (!isWhole(strand, ring, c)) return false;
+  bool isOutside(const TubeStrand& strand, int ring, const Triangle3& t) const {
     const int held = (ring + strand.ringCount) % strand.ringCount;
     const CentreSegment& axis = lines_.segments()[static_cast<std::size_t>(strand.firstRing + held)];
     const Vec3 normal = normalOf(t);
@@ -120,7 +105,7 @@ class SideWalk {
       return;
     }
     for (const bool second : {false, true})
-      if (const Triangle3 t = triangleOf(model_, c, second); isOutside(strand, ring, c, t))
+      if (const Triangle3 t = triangleOf(model_, c, second); isOutside(strand, ring, t))
         measureWall(strand, ring, side, t);
   }
 
@@ -136,17 +121,27 @@ class SideWalk {
   void measureWall(const TubeStrand& strand, int ring, int side, const Triangle3& t) {
     const Vec3 middle = (t[0] + t[1] + t[2]) * (1 / 3.0F), inwards = unit(normalOf(t)) * -1;
     // In a bend the way leads askew through the tube.
-    const int most = bendsAt(strand, ring) ? model_.sides / 2 : 1, opposite = side + model_.sides / 2;
-    for (int r = ring - 1; r <= ring + 1; ++r)
+    const int most = bendsAt(strand, ring) ? model_.sides / 2 : 1;
+    for (int r = ring - 1; r <= ring + 1; ++r) {
+      const int opposite = side + turned(strand, ring, r) + model_.sides / 2;
       for (int s = opposite - most + model_.sides % 2; s <= opposite + most; ++s)
         for (const bool second : {false, true}) {
           const QuadCorners c = corners(strand, r, s);
           const Triangle3 other = triangleOf(model_, c, second);
           const float far = rayTo(other, middle, inwards);
-          if (far <= 0 || dot(normalOf(other), inwards) <= 0 || !isOutside(strand, r, c, other)) continue;
+          if (far <= 0 || dot(normalOf(other), inwards) <= 0 || !isOutside(strand, r, other)) continue;
           if (!verdict_.wall.found || far < static_cast<float>(verdict_.wall.value))
             verdict_.wall = {true, static_cast<double>(far), middle + inwards * (far / 2)};
         }
+    }
+  }
+
+  /// By how many sides the numbers go on from a ring to itself or a neighbour.
+  int turned(const TubeStrand& strand, int ring, int other) const {
+    const auto join = [&](int r) {
+      return model_.join(strand.firstRing + (r + strand.ringCount) % strand.ringCount);
+    };
+    return other > ring ? join(ring) : other < ring ? -join(other) : 0;
   }
 
   const TubeModel& model_;

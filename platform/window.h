@@ -69,18 +69,20 @@ using ControlId = int;
 using CommandId = int;
 inline constexpr CommandId kNoCommand = -1;
 
-enum class MouseAction { press, move, release, leave };
+enum class MouseAction { press, move, release, leave, wheel, doubleClick };
 
-/// Buttons are 0 none, 1 left, 2 right. A press is always followed by its release, also when the pointer left
-/// the picture in between, and the button of the moves in between is the pressed one.
+/// Buttons are 0 none, 1 left, 2 right, 3 middle. A press is always followed by its release, also when the
+/// pointer left the picture in between, and the button of the moves in between is the pressed one. The second
+/// press of a double click is a press like the first, and `doubleClick` follows it.
 struct MouseEvent {
   MouseAction action = MouseAction::move;
   int button = 0;
   int x = 0, y = 0;  // pixels of the picture's surface
   bool shift = false, ctrl = false, alt = false;
+  int steps = 0;  // wheel: the notches it was turned, away from the user above 0
 };
 
-enum class Key { other, left, up, right, down, escape };
+enum class Key { other, left, up, right, down, escape, plus, minus };
 
 struct KeyEvent {
   Key key = Key::other;

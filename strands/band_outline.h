@@ -26,7 +26,7 @@ struct OutlineOptions {
 
 /// What can be seen between two crossings under other bands.
 struct BandStretch {
-  std::vector<BandContour> contours;  // one; of a whole ring the outer one and its hole, in any order
+  std::vector<BandContour> contours;  // one, and its holes; of a whole ring in any order
   std::vector<PointF> centre;         // chain along the middle: open, or closed for a ring
 };
 
@@ -39,13 +39,9 @@ struct StrandOutline {
 };
 
 /// A crossing without room: the band beneath does not come out from under the other before it crosses again.
-/// Its outline ends in the middle of the crossing, and a picture lays this piece of the band above on top.
 struct CrowdedCrossing {
-  int slot = 0;      // of the band above
-  BandContour edge;  // `outer` wide
-  BandContour band;  // a little longer at both ends, to cover the ends of the edge
-  int stretch =
-      -1;  // of the band above, which can be laid on top as a whole; -1: it ends without room itself
+  int slot = 0;  // of the band above
+  PointF at;
 };
 
 struct BandOutlines {
@@ -53,11 +49,11 @@ struct BandOutlines {
   std::vector<CrowdedCrossing> crowded;
 };
 
-/// The outlines of all strands; no error passes 0.02 of the band's width, but at a corner of the centre line
-/// (order 2) that lies within a crossing. Where bends are tighter than half
+/// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
-/// that cover its ends, it is left out. Outlines overlap only at crowded crossings, and where bands that do
-/// not cross lie nearer to each other than their width.
+/// that cover its ends, it is left out; where one of them cuts it in two, there are two. Outlines overlap
+/// only where three bands have no room between their crossings, and where bands that do not cross lie nearer
+/// to each other than their width.
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);
 
 /// The area inside a closed contour, see above for its sign.

@@ -73,14 +73,6 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
       surface.fillPath(stretch.contours, style.bandColour(strand.slot));
     surface.endGroup();
   }
-  for (const CrowdedCrossing& crossing : outlines.crowded) {
-    surface.fillPath({&crossing.edge, 1}, 0);
-    const auto owner = std::ranges::find(outlines.strands, crossing.slot, &StrandOutline::slot);
-    surface.fillPath({&crossing.band, 1}, style.bandColour(crossing.slot));
-    if (crossing.stretch >= 0)
-      surface.fillPath(owner->stretches[static_cast<std::size_t>(crossing.stretch)].contours,
-                       style.bandColour(crossing.slot));
-  }
   surface.endGroup();
 }
 

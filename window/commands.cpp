@@ -95,6 +95,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
     {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
+    {"mnuViewFront", kView, "Front &view", "", [](Handlers& h) { h.mnuViewFront_Click(); }, solidInFront},
     {"mnuViewCheckModel", kView, "Chec&k model...", "", [](Handlers& h) { h.mnuViewCheckModel_Click(); }, hasKnot, nullptr, nullptr, kSeparator},
     {"mnuViewFitRadius", kView, "Fit &radius...", "", [](Handlers& h) { h.mnuViewFitRadius_Click(); }, hasKnot},
     {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+0", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,

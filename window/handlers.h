@@ -50,6 +50,7 @@ class Handlers {
   void mnuViewFitRadius_Click();
   void picKnot_Mouse(const MouseEvent& event);
   void picNav_Mouse(const MouseEvent& event);
+  void mnuViewFront_Click();
   bool frmLorivan_KeyDown(const KeyEvent& key);
 
   // --- files (handlers_files.cpp) ---
@@ -99,6 +100,7 @@ class Handlers {
   void makeGridAnew();
   void showModel();
   std::optional<double> askMillimetres(const std::string& prompt, const std::string& title, double initial);
+  void mouseRests();
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
@@ -110,8 +112,9 @@ class Handlers {
   Result<std::string> knotOutput(std::string_view extension);
   ControlId pictureInFront() const;
   const ExportFormat* chosenFormat() const;
-  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
-  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  std::shared_ptr<KnotModel> modelFor(const ExportFormat& format);
+  Status writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model, const std::string& path,
+                    std::string& note);
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;

@@ -84,7 +84,9 @@ bool Handlers::scaleRefused(Param p) {
 void Handlers::chk_Click(Check c) {
   const bool on = bench_.form.checked(c);
   bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on),
-              checkSpec(c).inPicture ? After::same : After::nothing);
+              checkSpec(c).inPicture ? After::same
+              : c == Check::Smooth   ? After::view
+                                     : After::nothing);
   if (c == Check::HeightMap) bench_.modelFieldChanged();
 }
 

@@ -3,8 +3,8 @@
 
 #include "base/sink.h"
 #include "custom/shape_file.h"
-#include "design/document_text.h"
 #include "design/settings_table.h"
+#include "design/source.h"
 #include "window/handlers.h"
 #include "window/trace_picture.h"
 
@@ -71,14 +71,16 @@ void Handlers::mnuFileRecent_Click(std::size_t place) {
 }
 
 void Handlers::fileDropped(const std::string& path) {
-  const std::string extension = extensionOf(path);
-  if (extension == kKnotFileExtension || extension == kShapeFileExtension) {
+  // A picture without a knot in it is there to be traced.
+  const bool knot = TracePicture::canLoad(path) ? holdsKnot(path) : canHoldKnot(path);
+  if (knot || extensionOf(path) == kShapeFileExtension) {
     bench_.files.rememberFolder(path);
     loadFile(path);
   } else if (TracePicture::canLoad(path)) {
     loadTracePicture(path);
   } else {
-    bench_.status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
+    bench_.status(std::string(fileNameOf(path)) +
+                  " is no knot file (*.qzd), shape file (*.qzc) or picture, and no file that holds its knot");
   }
 }
 
@@ -96,8 +98,7 @@ void Handlers::loadFile(const std::string& path) {
 
 /// A file that cannot be read changes nothing.
 void Handlers::loadKnot(const std::string& path) {
-  const auto bytes = readFile(path, kLargestKnotFile);
-  auto read = bytes ? readDocument(*bytes, bench_.document()) : Result<ReadDocument>(bytes.error());
+  auto read = readKnotFile(path, bench_.document());
   if (!read) {
     std::erase(bench_.recentFiles, path);
     bench_.sortOut();

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/numbers.h"
+#include "design/edits.h"
 #include "design/fit_radius.h"
 #include "design/model_check.h"
 #include "window/handlers.h"
@@ -80,18 +81,39 @@ void Handlers::mnuViewFitRadius_Click() {
 }
 
 void Handlers::picKnot_Mouse(const MouseEvent& event) {
+  if (event.action == MouseAction::release) mouseRests();
   if (!bench_.solidShown()) return;
-  if (event.action == MouseAction::release) bench_.session.endRun();
-  if (bench_.solid.dragged(event)) bench_.viewTurned();
+  if (bench_.solid.dragged(event))
+    bench_.viewTurned();
+  else if (bench_.solid.lensMoved(event))
+    bench_.paintSolid();
 }
 
 void Handlers::picNav_Mouse(const MouseEvent& event) {
-  if (event.action == MouseAction::release) bench_.session.endRun();
+  if (event.action == MouseAction::release) mouseRests();
   if (bench_.solid.rotatorMoved(event)) bench_.viewTurned();
 }
 
+/// Steps of one drag end here, and the model takes the place of what stood in for it.
+void Handlers::mouseRests() {
+  bench_.session.endRun();
+  if (bench_.solid.rest() && bench_.solidShown()) bench_.paintSolid();
+}
+
+void Handlers::mnuViewFront_Click() {
+  Document front = bench_.document();
+  for (const Param angle : {Param::Theta, Param::Phi, Param::Psi}) front = withField(front, angle, "0");
+  bench_.solid.resetLens();
+  bench_.step("Front view", front, After::view);
+}
+
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
-  if (!bench_.solidShown() || key.ctrl || key.alt || !bench_.solid.keyPressed(key.key)) return false;
+  if (!bench_.solidShown() || key.ctrl || key.alt) return false;
+  if (bench_.solid.lensKey(key.key)) {
+    bench_.paintSolid();
+    return true;
+  }
+  if (!bench_.solid.keyPressed(key.key)) return false;
   bench_.solid.takeBackground(bench_.document());
   bench_.viewTurned();
   return true;

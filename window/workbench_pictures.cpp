@@ -140,7 +140,7 @@ bool Workbench::buildModel(bool asked) {
 }
 
 void Workbench::paintSolid() {
-  const Hourglass hourglass(window, solid.model().QuadCount);
+  const Hourglass hourglass(window, solid.shownPolygons());
   solid.paint(document());
 }
 

@@ -1,4 +1,5 @@
-// Fusing strands to a body of about a million triangles, and the verdict on a model of nearly a million quads.
+// Fusing strands to a body of about a million triangles, and the verdict on a model of nearly a million
+// quads.
 #include <cmath>
 
 #include "base/numbers.h"

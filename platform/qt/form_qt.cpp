@@ -33,6 +33,11 @@ Key toKey(int key) {
       return Key::up;
     case Qt::Key_Down:
       return Key::down;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:  // the same key without Shift, where it is on most keyboards
+      return Key::plus;
+    case Qt::Key_Minus:
+      return Key::minus;
     case Qt::Key_Escape:
       return Key::escape;
     default:
@@ -335,10 +340,12 @@ void FormQt::changeEvent(QEvent* event) {
     if (controls_[i].kind == ControlKind::text && !coloured_.contains(widgets_[i])) flatten(*widgets_[i]);
 }
 
-/// Left and right move the cursor of an entry, up and down step it.
+/// Left and right move the cursor of an entry, up and down step it, signs are typed.
 bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
   const auto* const edit = dynamic_cast<NumberEdit*>(watched);
-  return edit && (key.key() == Qt::Key_Left || key.key() == Qt::Key_Right || edit->stepOf(key) != 0);
+  const Key which = toKey(key.key());
+  const bool typed = which == Key::plus || which == Key::minus;
+  return edit && (typed || which == Key::left || which == Key::right || edit->stepOf(key) != 0);
 }
 
 bool FormQt::eventFilter(QObject* watched, QEvent* event) {

@@ -21,6 +21,12 @@ Key toKey(WPARAM key) {
       return Key::down;
     case VK_ESCAPE:
       return Key::escape;
+    case VK_ADD:
+    case VK_OEM_PLUS:
+      return Key::plus;
+    case VK_SUBTRACT:
+    case VK_OEM_MINUS:
+      return Key::minus;
     default:
       return Key::other;
   }
@@ -98,7 +104,9 @@ bool WindowWin32::takeKey(const MSG& message) {
     tell(events_.stepped, control, by);
     return true;
   }
-  const bool entryNeedsIt = isEntry && (message.wParam == VK_LEFT || message.wParam == VK_RIGHT);
+  const Key key = toKey(message.wParam);
+  const bool entryNeedsIt =
+      isEntry && (key == Key::left || key == Key::right || key == Key::plus || key == Key::minus);
   if (!entryNeedsIt && tellKey(message.wParam)) return true;
   if (kind == ControlKind::number && message.wParam == VK_ESCAPE) {
     tell(events_.escaped, control);
@@ -110,7 +118,8 @@ bool WindowWin32::takeKey(const MSG& message) {
 }
 
 /// The system sends the wheel to the control with the focus or to the one under the pointer, as the user has
-/// set it. It steps an entry that is both, and never changes a closed list.
+/// set it. It steps an entry that is both, goes to a picture under the pointer, and never changes a closed
+/// list.
 bool WindowWin32::takeWheel(const MSG& message) {
   const HWND focus = GetFocus();
   const ControlId control = form_.find(focus), receiver = form_.find(message.hwnd);
@@ -124,7 +133,15 @@ bool WindowWin32::takeWheel(const MSG& message) {
     if (notches != 0) tell(events_.stepped, control, notches);
     return true;
   }
-  return receiver >= 0 && form_.kind(receiver) == ControlKind::list && !isOpenList(message.hwnd);
+  const HWND under = WindowFromPoint(at);
+  const ControlId seen = under != nullptr && IsChild(window_, under) ? form_.find(under) : -1;
+  if (seen >= 0 && form_.kind(seen) == ControlKind::picture) {
+    SendMessageW(under, message.message, message.wParam, message.lParam);
+    return true;
+  }
+  if (receiver < 0) return false;
+  const ControlKind kind = form_.kind(receiver);
+  return kind == ControlKind::picture || (kind == ControlKind::list && !isOpenList(message.hwnd));
 }
 
 bool WindowWin32::tellKey(WPARAM key) {

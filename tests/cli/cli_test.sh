@@ -112,6 +112,26 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
 
+# Models: sizes, second files, height maps, and knots that come out of them again.
+expect 0 "" --shape Star -o star.qzd --weld --binary -o star.3mf -o star.glb -o star.obj -o star.stl
+for file in star.3mf star.glb; do
+  expect 0 "" $file -o again.qzd
+  same star.qzd again.qzd
+done
+expect 0 "" --shape Star -o twice.3mf -o twice.glb
+same star.3mf twice.3mf
+same star.glb twice.glb
+grep -q 'mtllib star.mtl' star.obj && grep -q newmtl star.mtl || fault "no materials beside a welded OBJ"
+(($(od -An -tu4 -j80 -N4 star.stl) * 50 + 84 == $(stat -c %s star.stl))) || fault "no binary STL"
+expect 5 "cannot write no/such" --weld -o lost.obj -o no/such/x.svg
+compgen -G 'lost*' >/dev/null && fault "materials were left although another output failed"
+expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o relief.png -o relief.stl
+grep -q "mm changes nothing" err.txt && fault "a height map has a size"
+[[ $(od -An -tu1 -j24 -N2 relief.png) == "  16   0" ]] || fault "a height map has 16 bits"
+grep -q 'vertex 50.000 0.000 3.000' relief.stl || fault "a relief's plate is 3 mm thick"
+expect 2 "--base needs --relief or --solid" --base 3 -o knot.stl
+expect 4 "make it less fine" --relief --width 4000 -o fine.stl
+
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'
 echo "$square 1,2 2,3 3,4 4,1" >square.qzc
@@ -194,9 +214,16 @@ grep -q "^fault .* 3 loose pieces" out.txt || fault "the verdict does not tell o
 whole=(--set vtPolyZF=0.5 --mm 60 --tube 4 --solid --flat)
 expect 0 "1 piece, touching at 12 of 12" "${whole[@]}" --cells 4 -o whole.stl -o whole.obj
 grep -q "^solid 1 piece" whole.stl || fault "the body's name does not tell its pieces"
+expect 0 "whole.3mf: 1 piece" "${whole[@]}" --cells 4 -o whole.qzd --binary --weld -o whole.3mf -o whole.glb -o body.stl -o body.obj
+triangles=$(grep -c facet.normal whole.stl)
+(($(od -An -tu4 -j80 -N4 body.stl) == triangles)) || fault "text and binary are not the same body"
+same whole.obj body.obj
+expect 0 "" whole.3mf -o again.qzd
+same whole.qzd again.qzd
 expect 0 "" "${whole[@]}" --check --material silver
 grep -q "^weight .*silver" out.txt || fault "no weight: $(cat out.txt)"
 expect 2 "--solid makes" --flat -o x.stl
+expect 2 "do not go together" --relief --solid -o x.stl
 expect 2 "no underside" --set vtRingPerc=75 --solid --base 2 -o x.stl
 expect 2 "does not go with -o" --check -o x.stl
 

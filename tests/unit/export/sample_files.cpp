@@ -4,6 +4,7 @@
 
 #include "base/sink.h"
 #include "export/formats.h"
+#include "model3d/solid_body.h"
 #include "unit/export/sample_knots.h"
 
 namespace lorivan {
@@ -25,16 +26,28 @@ const Sample kSamples[] = {
     {"high", Shape::Spiral, 5, 2, {.polySides = 4, .polyRadius = 10, .polyZF = 10}},
 };
 
-bool writeSample(const Sample& sample, const ExportFormat& format, const std::string& folder,
-                 const std::string& povTemplate) {
+/// A format's identifier, empty for all, and a form of it.
+constexpr std::pair<std::string_view, std::string_view> kForms[] = {
+    {"", ""},        {"stl", "binary"}, {"stl", "relief"}, {"obj", "shared"}, {"3mf", "relief"},
+    {"stl", "body"}, {"obj", "body"},   {"3mf", "body"},   {"glb", "body"}};
+
+/// `form` is empty, or names the other form that a format has.
+bool writeSample(const Sample& sample, const ExportFormat& format, std::string_view form,
+                 const std::string& folder, const std::string& povTemplate) {
   const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
   ExportScene scene = knot.scene();
   scene.povTemplate = povTemplate;
+  scene.binary = form == "binary";
+  scene.shared = form == "shared";
+  if (form == "relief") scene.relief = {100, 2};
+  const auto body = form == "body" ? fuse(knot.model, {.cells = 3}) : Result<SolidBody>(SolidBody());
+  if (!body) return false;
+  if (form == "body") scene.solid = &body->mesh;
   MemorySink sink;
   const Status written = format.write(scene, sink);
   if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());
-  const std::string path =
-      folder + "/" + sample.name + "-" + std::string(format.identifier) + "." + std::string(format.extension);
+  const std::string path = folder + "/" + sample.name + "-" + std::string(format.identifier) + "-" +
+                           std::string(form) + "." + std::string(format.extension);
   return written && writeFile(path, sink.bytes);
 }
 
@@ -48,6 +61,9 @@ int main(int count, char** words) {
   if (!povTemplate) return 3;
   for (const auto& sample : lorivan::kSamples)
     for (const auto& format : lorivan::exportFormats())
-      if (format.write != nullptr && !lorivan::writeSample(sample, format, words[1], *povTemplate)) return 5;
+      for (const auto& [identifier, form] : lorivan::kForms)
+        if (format.write != nullptr && (identifier.empty() || identifier == format.identifier) &&
+            !lorivan::writeSample(sample, format, form, words[1], *povTemplate))
+          return 5;
   return 0;
 }

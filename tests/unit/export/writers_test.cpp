@@ -122,6 +122,7 @@ TEST(Writers, TheLocaleChangesNoByteAndAllLinesEndAlike) {
     const std::string comma = written(format, scene);
     std::locale::global(old);
     EXPECT_EQ(plain, comma) << format.identifier;
+    if (format.identifier == "3mf" || format.identifier == "glb") return;
     for (std::size_t i = 0; i < plain.size(); ++i)
       if ((plain[i] == '\n') != (i > 0 && plain[i - 1] == '\r')) FAIL() << format.identifier << " at " << i;
   });

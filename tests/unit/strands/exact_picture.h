@@ -1,8 +1,9 @@
 // What a picture of bands must show at every pixel, from nothing but distances to the centre lines and the
-// heights there: an independent measure for pictures that are painted from outlines.
+// heights where they cross: an independent measure for pictures that are painted from outlines.
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "strands/band_crossings.h"
@@ -10,6 +11,10 @@
 
 namespace lorivan {
 
+/// Where two bands lie over one another, or the edge of one over the other, the crossing within that area
+/// says which of them is above. An area without a crossing, or with two that disagree, is one where the bands
+/// have no room, and so is a place where each of three bands lies over another one: no picture of them is
+/// right.
 class ExactPicture {
  public:
   enum class Shows { background, edge, band, unclear, together };
@@ -21,42 +26,71 @@ class ExactPicture {
         band_(band / 2),
         outer_(outer / 2),
         crossings_(findBandCrossings(loops)),
-        passes_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_)) {
+        passes_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_)),
+        firstPair_(passes_.size() + 1) {
     for (std::size_t l = 0; l < loops.size(); ++l) walk(static_cast<int>(l));
+    for (auto& here : passes_) joinClosing(here);
+    pairUp();
+    for (std::size_t i = 0; i < crossings_.size(); ++i) noteCrossing(static_cast<int>(i));
   }
 
-  /// What lies at a pixel's middle. Within `margin` pixels of any border it is unclear; where bands with
-  /// their edges run over one another without crossing there, they are together.
+  /// What lies at a pixel's middle. Within `margin` pixels of a border that can be seen it is unclear.
   Shows at(int x, int y, double margin, int& slot) const {
+    std::vector<Pass> here;
+    for (const Pass& pass : passes_[index(x, y)])
+      if (pass.distance < outer_ + margin) here.push_back(pass);
+    const auto beneath = [&](const Pass& pass) {
+      return std::ranges::any_of(here, [&](const Pass& o) {
+        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none;
+      });
+    };
+    std::vector<Pass> kept;
+    for (const Pass& pass : here)
+      if (!beneath(pass)) kept.push_back(pass);
     const Pass* top = nullptr;
-    const std::vector<Pass>& here = passes_[index(x, y)];
-    for (const Pass& pass : here) {
-      if (std::fabs(pass.distance - band_) < margin || std::fabs(pass.distance - outer_) < margin)
-        return Shows::unclear;
-      if (pass.distance > outer_) continue;
-      if (top != nullptr && !doCross(*top, pass)) {
-        if (!isOneBend(*top, pass)) return Shows::together;
-        if (pass.distance < top->distance) top = &pass;
-        continue;
+    bool isNear = false;
+    for (const Pass& pass : kept) {
+      bool above = true;
+      for (const Pass& o : kept) {
+        if (&o == &pass) continue;
+        const Order order = verdict(x, y, pass, o);
+        if (std::min(pass.distance, o.distance) > band_ + margin) continue;  // black on black
+        if (matters(pass, o) && order == Order::none) return Shows::together;
+        isNear |= !matters(pass, o) && order == Order::none;
+        above &= order == Order::above;
       }
-      if (top == nullptr || heightOf(pass) > heightOf(*top)) top = &pass;
+      if (above) top = &pass;
     }
-    if (top == nullptr) return Shows::background;
+    if (kept.empty()) return Shows::background;
+    if (isNear) return Shows::unclear;
+    if (top == nullptr) return Shows::together;
+    if (std::fabs(top->distance - band_) < margin || std::fabs(top->distance - outer_) < margin)
+      return Shows::unclear;
     slot = loops_[static_cast<std::size_t>(top->loop)].slot();
     return top->distance < band_ ? Shows::band : Shows::edge;
   }
 
  private:
-  /// One band that comes near a pixel.
+  enum class Order { none, above, below };
+  /// One band that comes near a pixel, from place `first` to `last`.
   struct Pass {
     int loop;
     double place, first, last, distance;
+  };
+  /// Two bands over one pixel. Pairs of neighbouring pixels with the same two bands are one area.
+  struct Pair {
+    Pass a, b;
+    std::uint32_t parent;
+    std::vector<int> crossings;  // of the area, at its root
   };
 
   std::size_t index(int x, int y) const {
     return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x);
   }
-  double heightOf(const Pass& p) const { return loops_[static_cast<std::size_t>(p.loop)].height(p.place); }
+  bool matters(const Pass& p, const Pass& q) const {
+    return std::min(p.distance, q.distance) <= band_ && std::max(p.distance, q.distance) <= outer_;
+  }
+  double lap(const Pass& p) const { return loops_[static_cast<std::size_t>(p.loop)].size(); }
 
   void walk(int number) {
     const BandLoop& loop = loops_[static_cast<std::size_t>(number)];
@@ -79,19 +113,112 @@ class ExactPicture {
       }
   }
 
-  void note(std::vector<Pass>& passes, int number, double place, double distance) const {
-    const double lap = loops_[static_cast<std::size_t>(number)].size();
-    for (Pass& pass : passes) {
-      const bool goesOn = place - pass.last < 1.01, closes = lap - (place - pass.first) < 1.01;
-      if (pass.loop != number || !(goesOn || closes)) continue;
-      if (goesOn) pass.last = place;
-      if (distance < pass.distance) {
-        pass.distance = distance;
-        pass.place = place;
-      }
+  static void note(std::vector<Pass>& passes, int number, double place, double distance) {
+    if (passes.empty() || passes.back().loop != number || place - passes.back().last > 1.01) {
+      passes.push_back({number, place, place, place, distance});
       return;
     }
-    passes.push_back({number, place, place, place, distance});
+    Pass& pass = passes.back();
+    pass.last = place;
+    if (distance >= pass.distance) return;
+    pass.distance = distance;
+    pass.place = place;
+  }
+
+  /// A band that passes across its loop's beginning is one.
+  void joinClosing(std::vector<Pass>& here) const {
+    for (std::size_t i = 0; i < here.size(); ++i)
+      for (std::size_t k = i + 1; k < here.size(); ++k) {
+        Pass &begin = here[i], end = here[k];
+        if (begin.loop != end.loop || begin.first + lap(begin) - end.last > 1.01) continue;
+        begin.first = end.first - lap(begin);
+        if (end.distance < begin.distance) {
+          begin.distance = end.distance;
+          begin.place = end.place;
+        }
+        here.erase(here.begin() + static_cast<std::ptrdiff_t>(k--));
+      }
+  }
+
+  void pairUp() {
+    for (int y = 0; y < height_; ++y)
+      for (int x = 0; x < width_; ++x) {
+        const std::size_t at = index(x, y);
+        const std::vector<Pass>& here = passes_[at];
+        firstPair_[at] = static_cast<std::uint32_t>(pairs_.size());
+        for (std::size_t i = 0; i < here.size(); ++i)
+          for (std::size_t k = i + 1; k < here.size(); ++k) {
+            if (!matters(here[i], here[k])) continue;
+            const auto number = static_cast<std::uint32_t>(pairs_.size());
+            pairs_.push_back({here[i], here[k], number, {}});
+            if (x > 0) link(number, at - 1);
+            if (y > 0) link(number, at - static_cast<std::size_t>(width_));
+          }
+      }
+    firstPair_.back() = static_cast<std::uint32_t>(pairs_.size());
+  }
+
+  bool goOn(const Pass& p, const Pass& q) const {
+    if (p.loop != q.loop) return false;
+    for (const double shift : {0.0, lap(p), -lap(p)})
+      if (p.first <= q.last + shift && q.first + shift <= p.last) return true;
+    return false;
+  }
+
+  void link(std::uint32_t number, std::size_t pixel) {
+    const Pair& one = pairs_[number];
+    const std::uint32_t end = std::min(firstPair_[pixel + 1], number);
+    for (std::uint32_t i = firstPair_[pixel]; i < end; ++i) {
+      const Pair& o = pairs_[i];
+      if ((goOn(one.a, o.a) && goOn(one.b, o.b)) || (goOn(one.a, o.b) && goOn(one.b, o.a)))
+        pairs_[root(number)].parent = root(i);
+    }
+  }
+
+  std::uint32_t root(std::uint32_t i) const {
+    while (pairs_[i].parent != i) i = pairs_[i].parent;
+    return i;
+  }
+
+  /// Places from a pass to a place on its loop.
+  double away(const Pass& p, double place) const {
+    double least = HUGE_VAL;
+    for (const double shift : {0.0, lap(p), -lap(p)})
+      least = std::min(least, std::max({p.first - place - shift, place + shift - p.last, 0.0}));
+    return least;
+  }
+  double misfit(const BandCrossing& c, const Pass& under, const Pass& over) const {
+    if (c.under != under.loop || c.over != over.loop) return HUGE_VAL;
+    return away(under, c.underAt) + away(over, c.overAt);
+  }
+
+  void noteCrossing(int number) {
+    const BandCrossing& c = crossings_[static_cast<std::size_t>(number)];
+    const Vec p = loops_[static_cast<std::size_t>(c.under)].spot(c.underAt).at;
+    const int x = static_cast<int>(std::lround(p.x)), y = static_cast<int>(std::lround(p.y));
+    if (x < 0 || y < 0 || x >= width_ || y >= height_) return;
+    const std::size_t at = index(x, y);
+    for (std::uint32_t i = firstPair_[at]; i < firstPair_[at + 1]; ++i)
+      if (std::min(misfit(c, pairs_[i].a, pairs_[i].b), misfit(c, pairs_[i].b, pairs_[i].a)) == 0)
+        pairs_[root(i)].crossings.push_back(number);
+  }
+
+  /// How two bands over a pixel lie to one another, by the crossings in their common area.
+  Order verdict(int x, int y, const Pass& p, const Pass& q) const {
+    const std::size_t at = index(x, y);
+    Order order = Order::none;
+    for (std::uint32_t i = firstPair_[at]; i < firstPair_[at + 1]; ++i) {
+      const Pair& pair = pairs_[i];
+      const auto is = [](const Pass& a, const Pass& b) { return a.loop == b.loop && a.place == b.place; };
+      if (!(is(pair.a, p) && is(pair.b, q)) && !(is(pair.a, q) && is(pair.b, p))) continue;
+      for (const int number : pairs_[root(i)].crossings) {
+        const BandCrossing& c = crossings_[static_cast<std::size_t>(number)];
+        const Order says = misfit(c, p, q) < misfit(c, q, p) ? Order::below : Order::above;
+        if (order != Order::none && order != says) return Order::none;
+        order = says;
+      }
+    }
+    return order;
   }
 
   /// Whether two passes are the legs of one tight bend.
@@ -105,27 +232,13 @@ class ExactPicture {
     return way < 12 * outer_;
   }
 
-  bool doCross(const Pass& a, const Pass& b) const {
-    const auto near = [&](int loop, double one, double two) {
-      const BandLoop& line = loops_[static_cast<std::size_t>(loop)];
-      const double apart = std::fabs(one - two), chord = lengthOf(line.spot(two).along);
-      return std::min(apart, line.size() - apart) * chord < 6 * outer_ &&
-             lengthOf(line.spot(one).at - line.spot(two).at) < 3 * outer_;
-    };
-    return std::ranges::any_of(crossings_, [&](const BandCrossing& c) {
-      const auto matches = [&](const Pass& u, const Pass& o) {
-        return c.under == u.loop && c.over == o.loop && near(u.loop, c.underAt, u.place) &&
-               near(o.loop, c.overAt, o.place);
-      };
-      return matches(a, b) || matches(b, a);
-    });
-  }
-
   const std::vector<BandLoop>& loops_;
   int width_, height_;
   double band_, outer_;
   std::vector<BandCrossing> crossings_;
   std::vector<std::vector<Pass>> passes_;
+  std::vector<std::uint32_t> firstPair_;  // of each pixel
+  std::vector<Pair> pairs_;
 };
 
 /// The smallest distance between two crossings that follow one another on a strand, pixels of the view.

@@ -80,6 +80,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
+    {"mnuViewFront", "V&iew|Front &view|", [this] { click("cmd3DView"), enter(Param::Theta, "30"), enter(Param::Psi, "40"); }, [this] { return text(Param::Theta) == "0" && text(Param::Psi) == "0" && document().fields.text(Param::Theta) == "0" && shows(Picture::solid); }},
     {"mnuViewCheckModel", "V&iew|Chec&k model...|", [this] { platform.dialogs.answerInput("60"), platform.dialogs.answerMessage(); }, [this] { return shows(Picture::solid) && w->status().starts_with("3 separate pieces, touching at 0 of 12"); }},
     {"mnuViewFitRadius", "V&iew|Fit &radius...|", [this] { platform.dialogs.answerInput("2"); }, [this] { return bench().session.history().undoName() == "Fit radius"; }},
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+0", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},

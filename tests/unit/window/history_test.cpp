@@ -163,7 +163,7 @@ void HistoryTest::actRandomly(const std::function<int(int)>& draw) {
     const bool back = draw(3) > 0;
     if (commandEnabled(back ? "mnuEditUndoStep" : "mnuEditRedoStep")) back ? undo() : redo();
   } else if (kind == 7) {
-    w->userPresses({static_cast<Key>(draw(6))});
+    w->userPresses({static_cast<Key>(draw(8))});
   } else if (kind == 8 && picture == kGrid && document().lines && draw(2) == 0) {
     clickLine(draw(lines()), 1 + draw(2));
   } else {

@@ -194,5 +194,53 @@ TEST_F(ModelTest, FitRadiusIsOneStep) {
   EXPECT_EQ(text(Param::PolyRadius), before);
 }
 
+TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
+  startSolid();
+  const auto first = pixels(kSolid);
+  const Document before = document();
+  const int inked = w->surface(kSolid).inked();
+  MouseEvent wheel{MouseAction::wheel, 0, 250, 200};
+  wheel.steps = 2;
+  w->userMouse(kSolid, wheel);
+  EXPECT_GT(w->surface(kSolid).inked(), inked * 5 / 4);
+  const auto closer = pixels(kSolid);
+  EXPECT_TRUE(w->userPresses({Key::minus}) && w->userPresses({Key::plus}) && pixels(kSolid) == closer);
+  w->userMouse(kSolid, {MouseAction::press, 3, 100, 100});
+  w->userMouse(kSolid, {MouseAction::move, 3, 400, 100});
+  w->userMouse(kSolid, {MouseAction::release, 3, 400, 100});
+  EXPECT_LT(w->surface(kSolid).inked(), inked) << "moved out to the right";
+  w->userMouse(kSolid, {MouseAction::doubleClick, 1, 3, 3});
+  EXPECT_GT(w->surface(kSolid).inked(), inked);
+  EXPECT_TRUE(document() == before && commandText("mnuEditUndoStep") != "&Undo Turn");
+  pick("mnuViewFront");
+  EXPECT_EQ(pixels(kSolid), first);
+  click("chkSmooth");
+  EXPECT_NE(pixels(kSolid), first);
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(pixels(kSolid), first);
+}
+
+TEST_F(ModelTest, ALargeModelIsStoodInForWhileItIsDragged) {
+  start();
+  enterAll({{Param::XNo, "10"}, {Param::YNo, "10"}, {Param::PolySides, "24"}, {Param::PolyPoints, "10"}});
+  click("cmd2D");
+  click("cmd3DView");
+  ASSERT_GT(bench().solid.shownPolygons(), 60'000);
+  const std::string told = polygons();
+  for (const char* const smooth : {"on", "off"}) {
+    w->userMouse(kSolid, {MouseAction::press, 1, 100, 100});
+    w->userMouse(kSolid, {MouseAction::move, 1, 100, 100});
+    w->userMouse(kSolid, {MouseAction::move, 1, 130, 120});
+    EXPECT_LE(bench().solid.shownPolygons(), 60'000);
+    const auto meanwhile = pixels(kSolid);
+    const int inked = w->surface(kSolid).inked();
+    w->userMouse(kSolid, {MouseAction::release, 1, 130, 120});
+    EXPECT_TRUE(bench().solid.shownPolygons() > 60'000 && polygons() == told) << smooth;
+    EXPECT_NE(pixels(kSolid), meanwhile);
+    EXPECT_NEAR(w->surface(kSolid).inked(), inked, inked / 50);
+    click("chkSmooth");
+  }
+}
+
 }  // namespace
 }  // namespace lorivan

@@ -1,0 +1,24 @@
+// The visible part of a band between two crossings, found from distances: for places where bends, corners and
+// crossings fall together, so that the plain way of cutting a band off would be wrong.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "strands/band_loop.h"
+
+namespace lorivan {
+
+/// A stretch of a centre line, from one place to a later one, which may lie in the next lap.
+struct BandPiece {
+  const BandLoop* loop = nullptr;
+  double from = 0, to = 0;
+};
+
+/// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
+/// is taken away: closed contours (see BandContour), holes negative. Features smaller than about four
+/// tolerances may be lost.
+std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
+                                          std::span<const BandPiece> covers, double clear, double tolerance);
+
+}  // namespace lorivan

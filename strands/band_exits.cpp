@@ -1,0 +1,207 @@
+#include "strands/band_exits.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lorivan {
+namespace {
+
+constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
+constexpr int kMostSteps = 24;
+constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
+constexpr double kTight = 0.8;     // of the bend that folds a side
+constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
+constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
+
+/// How fast the line beside a spot goes, for each sample.
+Vec speedBeside(const BandLoop::Spot& s, double distance) {
+  const double square = dot(s.along, s.along);
+  return s.along * (1 - distance * cross(s.along, s.bend) / (square * std::sqrt(square)));
+}
+
+}  // namespace
+
+BandExits::BandExits(std::span<const BandLoop> loops, double half, double clear, double tolerance)
+    : loops_(loops),
+      half_(half),
+      clear_(clear),
+      tolerance_(tolerance),
+      crossings_(findBandCrossings(loops)),
+      ways_(loops.size()) {
+  for (const BandCrossing& c : crossings_) {
+    ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
+    ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
+  }
+  for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
+}
+
+/// How far it is from a place on a loop to its next crossing, on or back.
+double BandExits::room(int number, double place, int direction) const {
+  const auto& ways = ways_[static_cast<std::size_t>(number)];
+  const double lap = loop(number).size();
+  if (direction > 0) {
+    const auto next = std::upper_bound(ways.begin(), ways.end(), place + 1e-9);
+    return next == ways.end() ? ways.front() + lap - place : *next - place;
+  }
+  const auto next = std::lower_bound(ways.begin(), ways.end(), place - 1e-9);
+  return next == ways.begin() ? place - (ways.back() - lap) : place - *(next - 1);
+}
+
+/// A crossing of a strand with itself, left towards itself: there it may come half the way.
+double BandExits::mostOfRoom(const BandCrossing& c, int direction) const {
+  const double way = room(c.under, c.underAt, direction);
+  const double next = loop(c.under).wrapped(c.underAt + direction * way) - c.overAt;
+  return (c.under == c.over && std::fabs(next) < 1e-6 ? 0.5 : kMostOfWay) * way;
+}
+
+BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
+  const double most = mostOfRoom(c, direction);
+  BandEnd end;
+  end.crossing = &c;
+  for (const int side : {0, 1})
+    end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
+  const BandExit &a = end.side[0], &b = end.side[1];
+  end.isPlain = end.isPlain &&
+                isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
+                       std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
+                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
+  if (end.isCrowded())
+    for (BandExit& exit : end.side) exit.place = c.underAt;
+  return end;
+}
+
+/// Whether no bend between two places comes near to folding a line at a distance beside it.
+bool BandExits::isCalm(int number, double from, double to, double distance) const {
+  const BandLoop& band = loop(number);
+  for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
+    const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
+    const double turn = std::fabs(cross(a, b)), both = lengthOf(a) * lengthOf(b);
+    if (turn * distance > kTight * both * lengthOf(chord) || dot(a, b) < 0) return false;
+  }
+  return true;
+}
+
+BandPiece BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
+  const BandCrossing& c = *end.crossing;
+  double back = 0, on = 0;
+  for (const BandExit& exit : end.side) {
+    back = std::max(back, c.overAt - exit.foot + kBeyond);
+    on = std::max(on, exit.foot - c.overAt + kBeyond);
+  }
+  return {&loop(c.over), c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
+}
+
+/// As far as the covering band may come back, but at most half the way to where the lower band crosses over
+/// it, and not beyond the lower band's own beginning.
+double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction,
+                             double least) const {
+  const BandLoop &over = loop(c.over), &under = loop(c.under);
+  double most = over.size() / 2.0;
+  const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
+  for (const BandCrossing& o : crossings_)
+    if (o.over == c.under && o.under == c.over && under.wrapped(o.overAt - band.from) < band.to - band.from &&
+        !(&o == &c))
+      most = std::min(most, wayTo(o.underAt) / 2);
+  if (c.over == c.under) {
+    const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
+    const double end = isOwn == (direction > 0) ? band.to : band.from;
+    most = std::min(most, wayTo(end) * (isOwn ? 0.5 : 1));
+  }
+  double reach = 0;
+  for (double way = 0; reach < most && way < kCoverReach * clear_; reach += 0.5)
+    way += 0.5 * lengthOf(over.spot(c.overAt + direction * reach).along);
+  return std::min(std::max(reach, least), most);
+}
+
+/// Where a side comes out from under the covering band, whose other leg may lie near as well.
+BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direction, double most,
+                               bool& isPlain) const {
+  BandExit exit{c.underAt, c.overAt, true};
+  if (!leaveAtOnce(c, distance, direction, most, exit))
+    exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+  const BandExit first = exit;
+  for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
+    exit = leaveStepwise(c, distance, direction, most, exit);
+    isPlain = false;
+  }
+  // A leg that runs on beside the side does not hide it all the way.
+  const bool isFar = std::fabs(exit.place - c.underAt) > kMostDelay * std::fabs(first.place - c.underAt);
+  return exit.free && isFar ? first : exit;
+}
+
+/// Looks along the covering band for a bend that brings it nearer to an exit than it may be.
+bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const {
+  const BandLoop& over = loop(c.over);
+  const Vec at = offsetPoint(loop(c.under).spot(exit.place), distance);
+  const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
+  double nearest = least;
+  const int start = static_cast<int>(std::lround(exit.foot));
+  for (const int sense : {-1, 1})
+    for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
+      const Vec away = over.point(i) - at;
+      if (dot(away, away) > 16 * clear_ * clear_) break;
+      if (dot(away, away) >= nearest || (c.under == c.over && isOwn(c, exit.place, i))) continue;
+      nearest = dot(away, away);
+      exit.foot = i;
+    }
+  return nearest < least;
+}
+
+/// Whether a place on a strand's upper pass is already the part that comes out.
+bool BandExits::isOwn(const BandCrossing& c, double place, int sample) const {
+  const double lap = loop(c.under).size(),
+               apart = std::fabs(loop(c.under).wrapped(place) - loop(c.under).wrapped(sample));
+  return std::min(apart, lap - apart) < 2 * kLegSamples;
+}
+
+/// Meets the side with the covering band's edge by Newton's steps in both places. At plain crossings that
+/// takes two or three; false where they lead elsewhere.
+bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int direction, double most,
+                            BandExit& exit) const {
+  const BandLoop &under = loop(c.under), &over = loop(c.over);
+  double edge = 0, expected = 0;
+  for (int step = 0; step < 6; ++step) {
+    const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
+    if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
+    const Vec gap = offsetPoint(o, edge) - offsetPoint(s, distance);
+    // The first step knows only straight lines: a bend in the crossing itself would mislead it.
+    const Vec a = step == 0 ? s.along : speedBeside(s, distance),
+              b = step == 0 ? o.along : speedBeside(o, edge);
+    const double area = cross(a, b);
+    if (dot(a, s.along) <= 0 || dot(b, o.along) <= 0 || !(std::fabs(area) > 1e-9)) return false;
+    const double travelled = (exit.place - c.underAt) * direction;
+    if (dot(gap, gap) < tolerance_ * tolerance_ / 64)
+      return travelled > 0.4 * expected && travelled < std::min(most, 2.5 * expected);
+    exit.place += cross(gap, b) / area;
+    exit.foot += cross(gap, a) / area;
+    if (step == 0) expected = (exit.place - c.underAt) * direction;
+    if (std::fabs(exit.place - c.underAt) > most || std::fabs(exit.foot - c.overAt) > most) return false;
+  }
+  return false;
+}
+
+/// Walks along one side, away from the crossing, until it is clear of the covering band: by Newton's steps
+/// where the side leads away from that band, else by as much as is missing at least.
+BandExit BandExits::leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
+                                  BandExit exit) const {
+  const BandLoop &under = loop(c.under), &over = loop(c.over);
+  for (int step = 0; step < kMostSteps; ++step) {
+    const BandLoop::Spot s = under.spot(exit.place);
+    const Vec at = offsetPoint(s, distance);
+    exit.foot = over.nearest(at, exit.foot);
+    const Vec away = at - over.spot(exit.foot).at;
+    const double far = lengthOf(away), missing = clear_ - far;
+    if (std::fabs(missing) < tolerance_ / 20) return exit;
+    const double speed = lengthOf(s.along);
+    const double shrink = std::max(0.2, 1 - distance * cross(s.along, s.bend) / (speed * speed * speed));
+    const double climb = far > 0 ? direction * dot(s.along, away) / far * shrink : 0;
+    const double move = climb > 0.3 * speed * shrink ? missing / climb : missing / (speed * shrink);
+    const double travelled = (exit.place - c.underAt) * direction + std::min(move, most / 3);
+    if (travelled >= most) return {c.underAt + direction * most, exit.foot, false};
+    exit.place = c.underAt + direction * std::max(travelled, 0.0);
+  }
+  return exit;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,69 @@
+// Where bands come out from under the bands that lie over them.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "strands/band_clip.h"
+#include "strands/band_crossings.h"
+
+namespace lorivan {
+
+/// Where one side of a band comes out from under another.
+struct BandExit {
+  double place = 0;  // on the band's loop
+  double foot = 0;   // the nearest place on the covering loop
+  bool free = true;  // false: it did not come out before the strand's next crossing
+};
+
+/// Both sides of a band, at one end of a stretch; index 0 is the side below 0.
+struct BandEnd {
+  BandExit side[2];
+  const BandCrossing* crossing = nullptr;
+  bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
+  bool isCrowded() const { return !side[0].free || !side[1].free; }
+};
+
+class BandExits {
+ public:
+  /// For bands `half` to each side, of which `clear` to each side of a covering band's centre line can not be
+  /// seen. Exits are true to `tolerance`. The loops must outlive this.
+  BandExits(std::span<const BandLoop> loops, double half, double clear, double tolerance);
+
+  const std::vector<BandCrossing>& crossings() const { return crossings_; }
+
+  /// The end of the stretch that begins (direction 1) or ends (-1) at a crossing.
+  BandEnd leave(const BandCrossing& c, int direction) const;
+
+  /// Where the line beside the lower band's centre line comes out, at most as far away as `most`.
+  BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
+    bool isPlain = true;
+    return leaveAlong(c, distance, direction, most, isPlain);
+  }
+
+  /// How far it is from a place on a loop to its next crossing, on or back.
+  double room(int number, double place, int direction) const;
+
+  /// The part of the upper band that may cover what comes out at an end of a piece of the lower one.
+  BandPiece coverOf(const BandEnd& end, const BandPiece& band) const;
+
+ private:
+  const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  double mostOfRoom(const BandCrossing& c, int direction) const;
+  BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
+                      bool& isPlain) const;
+  bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, BandExit& exit) const;
+  BandExit leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
+                         BandExit exit) const;
+  bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
+  bool isOwn(const BandCrossing& c, double place, int sample) const;
+  bool isCalm(int number, double from, double to, double distance) const;
+  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
+
+  std::span<const BandLoop> loops_;
+  double half_, clear_, tolerance_;
+  std::vector<BandCrossing> crossings_;
+  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+};
+
+}  // namespace lorivan
