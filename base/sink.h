@@ -4,6 +4,7 @@
 #include <fstream>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,9 @@ class FileSink final : public Sink {
   Status close();
   /// Closes where close() was not called, and renames.
   Status commit();
+  /// All of them or none: where one cannot take its name, those that had taken theirs give them back to what
+  /// was there before. What went to a device or a pipe stays there.
+  static Status commitAll(std::span<const std::unique_ptr<FileSink>> sinks);
 
   /// Every write and commit from now on fails, so that a run that is to end early leaves nothing behind. May
   /// be called from a signal handler.
@@ -62,12 +66,16 @@ class FileSink final : public Sink {
  private:
   FileSink(std::string target, std::string temporary);
   void fail();
+  Status takeName();
+  bool keepFormer();
+  void giveNameBack();
   bool inPlace() const { return temporary_ == target_; }
 
   std::ofstream stream_;
   std::string target_;     // links already followed
   std::string temporary_;  // same as target_ for a device or a pipe
   std::string failure_;
+  std::string former_;  // the file that had the name, while it is kept aside
   bool closed_ = false;
   bool committed_ = false;
 };

@@ -1,5 +1,7 @@
 #include "cli/command_line.h"
 
+#include <cmath>
+
 #include "base/numbers.h"
 #include "base/sink.h"
 #include "custom/shape_file.h"
@@ -13,6 +15,10 @@ namespace lorivan {
 namespace {
 
 class Parser;
+
+constexpr int kMostKnots = 100'000;
+
+Error tooManyKnots() { return wrongUsage("one run makes at most 100000 knots"); }
 
 /// One row says all about an option: how it is read, and its lines in the usage text.
 struct Option {
@@ -46,14 +52,19 @@ class Parser {
   Status takePreset();
   Status takeSet();
   Status takeRandom();
+  Status takeSweep();
   Status takeView();
   Status takeWidth();
   Status takeCells();
   Status takeFitRadius();
   Status takeMaterial();
   Status takeCheck() { return kind(CommandKind::check); }
+  Status takeOrigin();
   Status takeStrands();
+  Status takeFrame();
+  Status takeInner() { return takeLength(line_.inner); }
   Status takeFit() { return flag(line_.fit); }
+  Status takeSheet() { return flag(line_.sheet); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
@@ -63,7 +74,12 @@ class Parser {
   Status takeFile(const std::string& name);
   Status takeLength(std::optional<double>& length);
   Status take(const Option& option);
+  Status checkCuts() const;
+  Status checkBody() const;
   Status checkOutputs() const;
+  Status checkMany() const;
+  Status checkSizes() const;
+  Status checkAnimation() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -87,7 +103,18 @@ const std::vector<Option>& options() {
        &Parser::takePreset},
       {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
        &Parser::takeSet},
-      {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--random", "[SEED]",
+       "a random knot; the same seed gives the same knot; 1..200 makes one for each seed, with -o "
+       "'knot-%d.svg'",
+       &Parser::takeRandom},
+      {"--sweep", "FIELD=A..B",
+       "a knot for each value of a parameter from A to B (A..B:STEP), with a % in the names of the files; "
+       "two of them make a knot for each pair",
+       &Parser::takeSweep},
+      {"--sheet", "",
+       "outputs without a % hold all the knots in one picture (png, bmp, svg); on its own: twelve random "
+       "knots",
+       &Parser::takeSheet},
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
@@ -98,6 +125,32 @@ const std::vector<Option>& options() {
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
        nullptr, nullptr, &OutputOptions::millimetres},
+      {"--height", "HEIGHT",
+       "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
+       nullptr, &OutputOptions::height},
+      {"--outline", "",
+       "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
+       "hidden layer holds their centre lines",
+       nullptr, &OutputOptions::outline},
+      {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
+       nullptr, &OutputOptions::kerf},
+      {"--lines", "",
+       "svg, pdf and dxf hold every centre line once; they stop where a strand passes under another, or run "
+       "through with --set chkFullyCrossed=1",
+       nullptr, &OutputOptions::lines},
+      {"--arcs", "", "arcs instead of short lines in the dxf of --outline and --lines", nullptr,
+       &OutputOptions::arcs},
+      {"--origin", "corner",
+       "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
+       &Parser::takeOrigin},
+      {"--frame", "WxH",
+       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
+       &Parser::takeFrame},
+      {"--inner", "DIAMETER",
+       "cells, stretch and tubes such that the model is a ring with this diameter inside, in millimetres, "
+       "and "
+       "as high as --height says; a bracelet where vtRingPerc is below 100",
+       &Parser::takeInner},
       {"--tube", "MM",
        "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
            ", in millimetres; with --mm both hold",
@@ -122,7 +175,8 @@ const std::vector<Option>& options() {
       {"--material", "NAME", "what --check judges by: " + materialNames(), &Parser::takeMaterial},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
-      {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
+      {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
+       &OutputOptions::transparent},
       {"--animate", "",
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
@@ -186,16 +240,69 @@ Status Parser::takeSet() {
   return {};
 }
 
-/// The seed may be left out: only a whole number after the option is taken as one.
+std::string seedLimit(const std::string& text) {
+  return "--random takes a seed up to 9223372036854775807 or a range like 1..200, not \"" + text + "\"";
+}
+
+/// The seed may be left out: only what begins with a digit, or is a range, is taken as one.
 Status Parser::takeRandom() {
   line_.random = true;
+  line_.lastSeed.reset();
   if (at_ + 1 >= arguments_.size()) return {};
-  if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
-    line_.seed = static_cast<std::uint64_t>(*seed);
-    ++at_;
-  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
-    return wrongUsage("--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\"");
+  const std::string& text = arguments_[at_ + 1];
+  const auto dots = text.find("..");
+  const auto first = parseInteger(text.substr(0, dots), 0, INT64_MAX);
+  if (!first && text.find_first_not_of("0123456789.") != std::string::npos) return {};
+  ++at_;
+  if (!first) return wrongUsage(seedLimit(text));
+  line_.seed = static_cast<std::uint64_t>(*first);
+  if (dots == std::string::npos) return {};
+  const auto last = parseInteger(text.substr(dots + 2), *first, INT64_MAX);
+  if (!last) return wrongUsage(seedLimit(text));
+  if (*last - *first >= kMostKnots) return tooManyKnots();
+  line_.lastSeed = static_cast<std::uint64_t>(*last);
+  return {};
+}
+
+/// The values from A to B in steps, with what single precision can tell of them; none when a text is no
+/// number, lies outside the field's range, or there are too many.
+std::vector<std::string> sweptValues(Param field, const std::string& range) {
+  const auto dots = range.find("..");
+  const auto colon = range.find(':', dots == std::string::npos ? 0 : dots);
+  const std::string step =
+      colon == std::string::npos ? std::string(parameterSpec(field).step) : range.substr(colon + 1);
+  if (dots == std::string::npos) return {};
+  const auto from = parseNumber(range.substr(0, dots)), by = parseNumber(step),
+             to = parseNumber(range.substr(dots + 2, std::min(colon, range.size()) - dots - 2));
+  if (!from || !to || !by || *by <= 0) return {};
+  const double count = std::floor(std::abs(*to - *from) / *by + 1e-6) + 1;
+  if (count > kMostKnots) return {};
+  std::vector<std::string> values;
+  for (int i = 0; i < static_cast<int>(count); ++i) {
+    const double value = *from + (*to < *from ? -1 : 1) * *by * i;
+    values.push_back(shortestText(static_cast<float>(value)));
+    if (parseNumber(correctedText(field, values.back())) != parseNumber(values.back())) return {};
   }
+  return values;
+}
+
+Status Parser::takeSweep() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto equals = text.find('=');
+  const auto field = findParameter(text.substr(0, equals));
+  if (equals == std::string::npos || !field)
+    return wrongUsage("--sweep takes FIELD=FROM..TO with a parameter's name, not \"" + text + "\"");
+  Sweep sweep{*field, sweptValues(*field, text.substr(equals + 1))};
+  const ParamSpec& spec = parameterSpec(*field);
+  if (sweep.values.empty())
+    return wrongUsage("--sweep " + std::string(spec.field) + " takes two numbers from " +
+                      std::string(spec.min) + " to " + std::string(spec.max) +
+                      " and a step, like 5..20:5, not \"" + text.substr(equals + 1) + "\"");
+  if (line_.sweeps.size() == 2) return wrongUsage("--sweep can be given twice, not more often");
+  if (!line_.sweeps.empty() && line_.sweeps[0].field == *field)
+    return wrongUsage(std::string(spec.field) + " is swept already");
+  line_.sweeps.push_back(std::move(sweep));
   return {};
 }
 
@@ -243,6 +350,13 @@ Status Parser::takeMaterial() {
   return wrongUsage("there is no material \"" + name + "\"; it may be " + materialNames());
 }
 
+Status Parser::takeOrigin() {
+  std::string place;
+  if (const Status got = value(place); !got) return got;
+  if (place != "corner") return wrongUsage("--origin takes corner, not \"" + place + "\"");
+  return flag(line_.output.cornerOrigin);
+}
+
 Status Parser::takeStrands() {
   std::string text;
   if (const Status got = value(text); !got) return got;
@@ -252,6 +366,15 @@ Status Parser::takeStrands() {
   const auto strands = parseInteger(text, 1, kMostStrands);
   if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
   line_.strands = static_cast<int>(*strands);
+  return {};
+}
+
+Status Parser::takeFrame() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto lengths = parseLengths(text);
+  if (!lengths) return lengths.error();
+  line_.frame = *lengths;
   return {};
 }
 
@@ -291,18 +414,78 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
+/// A size is asked for in one way.
+Status Parser::checkSizes() const {
+  if (line_.inner && !line_.output.height)
+    return wrongUsage("--inner needs --height, the height of the ring");
+  if (!line_.inner && !line_.frame) return {};
+  if (line_.inner && line_.frame) return wrongUsage("--inner and --frame do not go together");
+  if (line_.output.millimetres) return wrongUsage("--mm does not go with --inner or --frame, which set it");
+  if (line_.frame && line_.output.height) return wrongUsage("--frame has a height of its own");
+  return {};
+}
+
+/// Which options for machines go together.
+Status Parser::checkCuts() const {
+  const OutputOptions& wanted = line_.output;
+  if (wanted.outline && wanted.lines)
+    return wrongUsage("--outline and --lines are two drawings; an outline file has the centre lines, too");
+  if (wanted.kerf && !wanted.outline) return wrongUsage("--kerf moves outlines and needs --outline");
+  if (wanted.arcs && !wanted.outline && !wanted.lines) return wrongUsage("--arcs needs --outline or --lines");
+  if (wanted.animate && (wanted.outline || wanted.lines))
+    return wrongUsage("--animate does not go with --outline and --lines");
+  return {};
+}
+
 /// What options mean for outputs that may stand before or after them.
 Status Parser::checkOutputs() const {
   if (line_.shape && !line_.knotFile.empty())
     return wrongUsage("a knot file brings its own shape; --shape does not go with it");
   if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
+  if (const Status checked = checkCuts(); !checked) return checked;
+  if (const Status checked = checkBody(); !checked) return checked;
+  if (const Status sizes = checkSizes(); !sizes) return sizes;
+  if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
+  return line_.output.animate ? checkAnimation() : Status();
+}
+
+Status Parser::checkBody() const {
   const OutputOptions& made = line_.output;
   if (made.relief && made.solid) return wrongUsage("--relief and --solid do not go together");
   if (made.base && !made.relief && !made.solid) return wrongUsage("--base needs --relief or --solid");
   if (!made.solid && (made.flat || made.fillet || made.cells != OutputOptions().cells))
     return wrongUsage("--flat, --fillet and --cells shape the body that --solid makes");
-  if (!line_.output.animate) return {};
+  if (line_.inner && (made.tube || line_.fitRadius))
+    return wrongUsage("--inner finds the strands' thickness; --tube and --fit-radius do not go with it");
+  if (made.height && !line_.inner && (made.solid || made.tube || line_.fitRadius))
+    return wrongUsage("--solid, --tube and --fit-radius need the width, --mm, and not --height");
+  return {};
+}
+
+/// Each knot's files have names of their own, and sheets are pictures.
+Status Parser::checkMany() const {
+  std::size_t knots = line_.lastSeed ? *line_.lastSeed - *line_.seed + 1 : 1;
+  for (const Sweep& sweep : line_.sweeps) knots *= sweep.values.size();
+  if (knots > kMostKnots) return tooManyKnots();
+  const std::size_t places = line_.sweeps.size() + (line_.seedsVary() ? 1 : 0);
+  for (const std::string& output : line_.outputs) {
+    const auto name = parseNumberedName(output);
+    if (!name) return name.error();
+    if (line_.sheet && name->places() == 0) {
+      const std::string extension = extensionOf(output);
+      if (extension != "png" && extension != "bmp" && extension != "svg")
+        return wrongUsage("--sheet makes png, bmp and svg files, not \"" + output + "\"");
+    } else if (name->places() != places) {
+      return wrongUsage(
+          "\"" + output + "\" needs " + std::to_string(places) + " of %d, for what its knots differ in" +
+          (line_.sheet || name->places() > 0 ? "" : "; --sheet puts them all into one picture"));
+    }
+  }
+  return {};
+}
+
+Status Parser::checkAnimation() const {
   if (line_.output.solidView)
     return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
   if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
@@ -311,6 +494,7 @@ Status Parser::checkOutputs() const {
     if (extension == "svg") continue;
     if (extension != "png" && extension != "bmp")
       return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
+    if (line_.manyKnots()) return wrongUsage("--animate makes svg files of many knots, not \"" + name + "\"");
     if (const auto names = parseFrameNames(name); !names) return names.error();
   }
   return {};
@@ -333,17 +517,20 @@ Result<CommandLine> Parser::run() {
   }
   if (line_.kind == CommandKind::check) {
     if (!line_.outputs.empty()) return wrongUsage("--check writes nothing and does not go with -o");
+    if (line_.manyKnots() || line_.sheet) return wrongUsage("--check looks at one knot at a time");
     if (const Status checked = checkOutputs(); !checked) return checked.error();
     return line_;
   }
   if (line_.kind != CommandKind::window) return line_;
+  if (line_.sheet && line_.seedsVary()) line_.random = true;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
     if (const Status checked = checkOutputs(); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.setStrands || line_.fitRadius ||
+                           !line_.checks.empty() || line_.fit || line_.setStrands || line_.sheet ||
+                           line_.frame || line_.inner || !line_.sweeps.empty() || line_.fitRadius ||
                            line_.material != nullptr || line_.output != OutputOptions{};
   if (optionsOnly) return wrongUsage("these options need an output file, -o FILE, or --check");
   return line_;

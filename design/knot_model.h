@@ -49,6 +49,7 @@ struct ModelFileOptions {
   std::optional<double> millimetres;
   std::string_view source;  // see ExportScene
   std::function<void(double)> progress;
+  bool cornerOrigin = false;            // flat lines begin at the knot's lower left corner
   bool shared = false, binary = false;  // these as in ExportScene
   std::optional<Relief> relief = {};
   std::string_view title = {}, thumbnail = {}, materialFile = {};

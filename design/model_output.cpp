@@ -56,6 +56,7 @@ Status writeWith(const ExportFormat& format, const OutputJob& job, const FileTex
                  const TubeModel& model, std::optional<double> millimetres, const TriangleMesh* solid,
                  Sink& sink) {
   ModelFileOptions options{millimetres, texts.source, job.progress};
+  options.cornerOrigin = job.options.cornerOrigin;
   options.shared = job.options.weld;
   options.binary = job.options.binary;
   if (job.options.relief)
@@ -95,7 +96,7 @@ Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) 
   TubeModel own;
   if (sized) own = **built;
   const TubeModel& model = sized ? own : **built;
-  const auto millimetres = sized ? sizeTubes(own, job.options) : Result(job.options.millimetres);
+  const auto millimetres = sized ? sizeTubes(own, job.options) : Result(wantedWidth(format, job, model));
   if (!millimetres) return millimetres.error();
   if (job.note && format.takesSolid && !job.options.relief) {
     const Contacts contacts = modelContacts(job.knot, job.document.fields, model);

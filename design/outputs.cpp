@@ -2,56 +2,28 @@
 
 #include <array>
 
-#include "design/document_text.h"
 #include "design/model_output.h"
+#include "design/solid_model.h"
 #include "design/source.h"
-#include "strands/animated_svg.h"
+#include "design/vector_outputs.h"
 #include "strands/band_paths.h"
-#include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kVectorWidth = 5000;     // units of a vector picture, ten to a reference pixel
 constexpr int kMetafileWidth = 10000;  // fine enough to look smooth, still within 16 bits
-constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
 
 /// With the pass counts that the trace left behind.
 std::string textOf(const OutputJob& job) { return documentText(withPasses(job.document, job.knot.graph)); }
 
 Result<std::string> makeKnotFile(const OutputJob& job) { return textOf(job); }
 
-/// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
-Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
-                                  double standard) {
-  if (!job.options.millimetres) return standard;
-  const double knot = knotWidth(job.knot.curve, style, view);
-  if (knot <= 0) return impossibleKnot("a knot without strands has no width to scale");
-  return *job.options.millimetres * view.width / knot;
-}
-
-Result<std::string> makeSvg(const OutputJob& job) {
-  const KnotStyle style = knotStyle(job.document.fields, job.colours);
-  const GridView view = viewOf(job.knot, job.document.fields, style, kVectorWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
-  if (!pictureWidth) return pictureWidth.error();
-  const std::string title = titleOf(job.document);
-  if (job.options.animate)
-    return withSvgSource(animatedSvg(job.knot.graph, job.knot.curve, style, view,
-                                     {optionsOf(job), *pictureWidth, title,
-                                      frameDelay(job.document.fields.number(Param::Animate)),
-                                      job.document.fields.check(Check::Loop)}),
-                         sourceOf(job));
-  SvgSurface surface(view.width, view.height(), *pictureWidth, title);
-  drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
-  return withSvgSource(surface.finish(), sourceOf(job));
-}
-
 /// Twice the reference picture's size where no size is asked for.
 Result<std::string> makeEmf(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.document.fields, job.colours);
   const GridView view = viewOf(job.knot, job.document.fields, style, kMetafileWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  const auto pictureWidth = pictureMillimetres(job.options, view, strokedBox(job.knot.curve, style, view),
+                                               2 * kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
   auto metafile = job.platform.createMetafile({view.width, view.height(), *pictureWidth});
   if (!metafile) return metafile.error();
@@ -91,9 +63,10 @@ struct Maker {
   Result<std::string> (*make)(const OutputJob& job);
 };
 
-constexpr std::array<Maker, 5> kMakers = {{
+constexpr std::array<Maker, 6> kMakers = {{
     {"qzd", makeKnotFile},
     {"svg", makeSvg},
+    {"pdf", makePdf},
     {"png", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
     {"bmp", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
     {"emf", makeEmf},
@@ -103,8 +76,19 @@ constexpr std::array<Maker, 5> kMakers = {{
 
 std::string sourceOf(const OutputJob& job) { return sourceMark(textOf(job)); }
 
-const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
-  return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields,
+                                 const OutputOptions& options) {
+  const bool flat = fields.check(Check::DXF2D) || asksForCut(options);
+  return findFormat(extensionOf(fileName), flat ? DxfKind::flat : DxfKind::faces);
+}
+
+std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model) {
+  if (!job.options.height || format.width != WidthOf::drawing) return wantedModelWidth(job.options, model);
+  const KnotStyle style = knotStyle(job.document.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.document.fields, style, kReferenceWidth, true);
+  const PictureBox box = drawnBox(job.knot.curve, style, view, false);
+  const double width = box.right - box.left;
+  return *wantedScale(job.options, width, box.bottom - box.top) * width;
 }
 
 std::string titleOf(const Document& document) {
@@ -118,6 +102,7 @@ PictureOptions optionsOf(const OutputJob& job) {
 }
 
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  if (asksForCut(job.options) && isFlatDxf(format)) return makeCutDxf(job, sink);
   if (format.kind == FormatKind::model) return makeModel(format, job, sink);
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;

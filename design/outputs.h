@@ -20,18 +20,22 @@ struct OutputJob {
   const StrandColours& colours;
   OutputOptions options = {};
   std::function<void(double)> progress = {};
-  std::function<void(const std::string&)> note = {};  // told what a maker must know of the file
+  std::function<void(const std::string&)> note = {};  // told what a user should know of a file that is made
   std::string fileName = {};  // of the file; a welded OBJ names its materials after it
 
   std::shared_ptr<KnotModel> model = std::make_shared<KnotModel>();
 };
 
-/// The row for a file name's extension; of the two DXF kinds the one that the fields choose. Null when
-/// unknown.
-const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields);
+/// The row for a file name's extension; of the two DXF kinds the one that the fields choose, or the options:
+/// a drawing for a machine is flat. Null when unknown.
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields,
+                                 const OutputOptions& options = {});
 
 /// The knot's text as a file carries it, see design/source.h.
 std::string sourceOf(const OutputJob& job);
+
+/// The width of a model, or of a drawing's flat lines with their bands, that gives it the size asked for.
+std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model);
 
 /// The name of the second file that a welded OBJ of this name needs; empty where there is none, as for a
 /// fused body.

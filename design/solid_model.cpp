@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "design/knot_model.h"
+#include "export/mesh.h"
 #include "model3d/rings.h"
 
 namespace lorivan {
@@ -64,8 +65,14 @@ Status sizeBody(MadeBody& made, const OutputOptions& options) {
 
 }  // namespace
 
+std::optional<double> wantedModelWidth(const OutputOptions& options, const TubeModel& model) {
+  if (!options.height) return options.millimetres;
+  const ModelBox box = modelBox(model);
+  return *wantedScale(options, box.x.size(), box.y.size()) * box.x.size();
+}
+
 Result<std::optional<double>> sizeTubes(TubeModel& model, const OutputOptions& options) {
-  if (!options.tube || model.centres.empty()) return options.millimetres;
+  if (!options.tube || model.centres.empty()) return wantedModelWidth(options, model);
   if (!options.millimetres)
     return std::optional<double>(*options.tube / (2.0 * model.radius) * widthOf(model.vertices));
   // The width grows with the radius, along a line apart from which corner is outermost.

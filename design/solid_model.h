@@ -8,6 +8,9 @@
 
 namespace lorivan {
 
+/// The width that gives a model the size asked for, if any is.
+std::optional<double> wantedModelWidth(const OutputOptions& options, const TubeModel& model);
+
 /// Gives the model's tubes the thickness that is asked for, and tells the width in millimetres that its file
 /// then has; none where no length is asked for. The error is one of usage: strands as thick as the knot.
 Result<std::optional<double>> sizeTubes(TubeModel& model, const OutputOptions& options);

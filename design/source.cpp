@@ -97,14 +97,6 @@ std::string withPngSource(std::string png, std::string_view mark) {
   return png.insert(kPngHead, chunk);
 }
 
-std::string withSvgSource(std::string svg, std::string_view mark) {
-  constexpr std::string_view kTitleEnd = "</title>\n";
-  const std::size_t title = svg.find(kTitleEnd);
-  if (title == std::string::npos) return svg;
-  return svg.insert(title + kTitleEnd.size(),
-                    std::string("  <metadata id=\"lorivan\">").append(mark).append("</metadata>\n"));
-}
-
 bool canHoldKnot(std::string_view path) {
   return extensionOf(path) == kKnotFileExtension || carrier(path) != nullptr;
 }

@@ -4,10 +4,10 @@
 // The text travels as one mark of plain ASCII letters that needs no escaping in XML, JSON, a PDF string or a
 // PNG text chunk: "lorivan-knot:<base64>;". A writer puts sourceMark() into the place that its format has for
 // such things, as it is and not compressed:
-//   SVG        the text of a metadata element, see withSvgSource()
+//   SVG        the text of the metadata element, see VectorPage::source
 //   3MF        a metadata element or a part of its own, in either case of a part that is stored, not deflated
 //   PNG        a tEXt chunk, see withPngSource()
-//   PDF        a string of the document information dictionary, outside of object streams
+//   PDF        a string of the document information dictionary, outside of object streams: VectorPage::source
 //   GLB        a string of asset.extras
 // Model writers find it as ExportScene::source. The format's row in export/formats.cpp says carriesSource.
 #pragma once
@@ -28,9 +28,6 @@ std::optional<std::string> sourceInside(std::string_view bytes);
 
 /// A PNG file with the mark in a text chunk behind its header; any other bytes come back as they are.
 std::string withPngSource(std::string png, std::string_view mark);
-
-/// An SVG file with the mark in a metadata element behind its title.
-std::string withSvgSource(std::string svg, std::string_view mark);
 
 /// Whether a file of this name may be opened: a knot file, or a format that carries its source.
 bool canHoldKnot(std::string_view path);

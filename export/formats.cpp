@@ -18,6 +18,8 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
     {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, WidthOf::drawing, {}, 0, 0, nullptr,
      false, kCarriesSource},
+    {"pdf", "pdf", "PDF", "PDF page with real curves, in millimetres", FormatKind::vector, WidthOf::drawing, {}, 0, 0, nullptr,
+     false, kCarriesSource},
     {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture,
      WidthOf::nothing, {}, 0, 0, nullptr, false, kCarriesSource},
     {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
@@ -41,7 +43,7 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
 // clang-format on
 
 bool isChosen(const ExportFormat& format, DxfKind dxf) {
-  return format.extension != kDxf || (format.write == writeDxf2D) == (dxf == DxfKind::flat);
+  return format.extension != kDxf || isFlatDxf(format) == (dxf == DxfKind::flat);
 }
 
 /// "svg, emf and flat dxf"
@@ -53,6 +55,8 @@ std::string enumerated(const std::vector<std::string>& names) {
 }
 
 }  // namespace
+
+bool isFlatDxf(const ExportFormat& format) { return format.write == writeDxf2D; }
 
 std::span<const ExportFormat> exportFormats() { return kFormats; }
 
@@ -91,7 +95,7 @@ std::string formatsWithWidth(WidthOf width) {
   std::vector<std::string> names;
   for (const ExportFormat& format : kFormats)
     if (format.width == width)
-      names.push_back((format.write == writeDxf2D ? "flat " : "") + std::string(format.extension));
+      names.push_back((isFlatDxf(format) ? "flat " : "") + std::string(format.extension));
   return enumerated(names);
 }
 

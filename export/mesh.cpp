@@ -15,17 +15,14 @@ constexpr double kMostCoordinate = 2'000'000;
 constexpr int kMoveRounds = 8;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-struct Box {
-  double low = 0, high = 0;
-  bool empty = true;
-  void add(float value) {
-    if (!std::isfinite(value)) return;
-    low = empty ? value : std::min<double>(low, value);
-    high = empty ? value : std::max<double>(high, value);
-    empty = false;
-  }
-  double furthest() const { return std::max(std::fabs(low), std::fabs(high)); }
-};
+void widen(ModelSpan& span, float value) {
+  if (!std::isfinite(value)) return;
+  span.low = span.empty ? value : std::min<double>(span.low, value);
+  span.high = span.empty ? value : std::max<double>(span.high, value);
+  span.empty = false;
+}
+
+double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
 bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
@@ -77,21 +74,26 @@ MeshPoint meshPoint(const Vec3& at, double scale) {
   return {number(at.x), number(at.y), number(at.z)};
 }
 
-Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
-  Box x, y, z;
+ModelBox modelBox(const TubeModel& model) {
+  ModelBox box;
   for (const Vec3& v : model.vertices) {
-    x.add(v.x);
-    y.add(v.y);
-    z.add(v.z);
+    widen(box.x, v.x);
+    widen(box.y, v.y);
+    widen(box.z, v.z);
   }
+  return box;
+}
+
+Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
+  const auto [x, y, z] = modelBox(model);
   double scale = 1;
   if (millimetres) {
     if (!isWidth(*millimetres)) return wrongUsage(kWidthOutOfRange);
     if (!(x.high > x.low)) return impossibleKnot("a model without strands has no width to scale");
-    scale = *millimetres / (x.high - x.low);
+    scale = *millimetres / x.size();
   }
-  const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
-  if (!(furthest <= kMostCoordinate)) return unwritable("the model is too large for the file");
+  const double reach = std::max({furthest(x), furthest(y), furthest(z)}) * scale;
+  if (!(reach <= kMostCoordinate)) return unwritable("the model is too large for the file");
   return scale;
 }
 

@@ -22,6 +22,17 @@ struct MeshPoint {
 /// they fit.
 MeshPoint meshPoint(const Vec3& at, double scale);
 
+/// From where to where a model reaches along an axis, model units.
+struct ModelSpan {
+  double low = 0, high = 0;
+  bool empty = true;
+  double size() const { return high - low; }
+};
+struct ModelBox {
+  ModelSpan x, y, z;
+};
+ModelBox modelBox(const TubeModel& model);
+
 /// File units for each model unit: 1, or what makes the model `millimetres` wide. Fails for a width that is
 /// none, and when a coordinate would pass two million.
 Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres);

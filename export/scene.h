@@ -45,9 +45,10 @@ struct ExportScene {
   const KnotCurve& curve;  // 2-D DXF alone reads it
 
   int startColour = 0;           // negative: every strand takes colour |startColour|, else its own number
-  Colour background = 0xFFFFFF;  // VRML
+  Colour background = 0xFFFFFF;  // VRML, POV-Ray
   double viewDistance = 20;      // from the eye to the knot's middle, model units; POV-Ray
   double bandWidth = 0;          // outer width of a drawn band, grid units; 2-D DXF leaves gaps of this width
+  bool cornerOrigin = false;     // 2-D DXF: the drawn knot's lower left corner lies at 0, 0
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
   std::optional<double> millimetres = {};  // width in the file, for the formats that take one
   const TriangleMesh* solid = nullptr;     // the fused body, which formats that take one write for the tubes

@@ -82,14 +82,21 @@ struct MouseEvent {
   int steps = 0;  // wheel: the notches it was turned, away from the user above 0
 };
 
-enum class Key { other, left, up, right, down, escape, plus, minus };
+enum class Key { other, left, up, right, down, escape, plus, minus, space, enter };
 
 struct KeyEvent {
   Key key = Key::other;
   bool shift = false, ctrl = false, alt = false;
+  bool onPicture = false;  // a picture has the focus, or nothing that has a use for keys
 };
 
 enum class PointerShape { arrow, hand, busy };
+
+/// A further choice of a file dialog beside its first one.
+struct FileFilter {
+  std::string label;       // "SVG drawings"
+  std::string extensions;  // the first is added to names without one while this is chosen
+};
 
 struct FileDialogSpec {
   bool save = false;
@@ -99,6 +106,20 @@ struct FileDialogSpec {
   std::string initialName;  // full path that the name field starts with: "<folder>/*.qzd"
   std::string defaultExtension;
   bool overwritePrompt = false;
+  std::vector<FileFilter> more = {};
+};
+
+/// One line of a dialog of options: a box to check, or an entry behind its label.
+struct OptionLine {
+  std::string label;  // "&" before the mnemonic letter
+  bool isBox = false;
+  std::string text = {};  // of the entry
+  bool on = false;        // of the box
+};
+
+struct OptionDialogSpec {
+  std::string title, hint;  // the hint stands above the lines
+  std::vector<OptionLine> lines;
 };
 
 enum class MessageIcon { none, critical };
@@ -180,6 +201,8 @@ class Window {
   virtual void select(ControlId list, int index) = 0;
   /// Gives a control the focus, and its entry is selected as a whole. Nothing happens when it cannot be used.
   virtual void focus(ControlId control) = 0;
+  /// The control with the focus; -1 when none has it.
+  virtual ControlId focused() const = 0;
   /// What loses the focus by being disabled or hidden leaves it to the large picture, where Space and Enter
   /// press nothing.
   virtual void setEnabled(ControlId control, bool on) = 0;
@@ -214,6 +237,8 @@ class Window {
   /// Full path of the chosen file, or an empty text when the user cancelled.
   virtual std::string chooseFile(const FileDialogSpec& dialog) = 0;
   virtual std::optional<Colour> chooseColour(Colour initial) = 0;
+  /// The lines as the user left them, or nothing when the user cancelled.
+  virtual std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) = 0;
   /// The text entered, or an empty text when the user cancelled.
   virtual std::string inputBox(const std::string& prompt, const std::string& title,
                                const std::string& initial) = 0;

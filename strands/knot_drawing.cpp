@@ -21,9 +21,12 @@ double KnotStyle::outerWidth() const { return roundHalfEven(2.0 * width); }
 
 double KnotStyle::innerWidth() const { return std::max(2.0, outerWidth() - 2.0 * edge); }
 
+int KnotStyle::colourNumber(int slot) const {
+  return startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
+}
+
 Colour KnotStyle::bandColour(int slot) const {
-  const int number = startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
-  return fromArgb(colours.argb[static_cast<std::size_t>(number)]);
+  return fromArgb(colours.argb[static_cast<std::size_t>(colourNumber(slot))]);
 }
 
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
@@ -38,12 +41,6 @@ void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style) {
 }
 
 void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph), 0, kFilledEdge); }
-
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
-  const GridBox box = curveBox(curve, view.stretch);
-  if (box.empty()) return 0;
-  return view.pixelX(box.right) - view.pixelX(box.left) + style.outerWidth() * view.pixelFactor();
-}
 
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   OutlineOptions options;

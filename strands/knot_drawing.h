@@ -17,7 +17,8 @@ struct KnotStyle {
 
   double outerWidth() const;
   double innerWidth() const;
-  /// Band colour of a strand slot.
+  /// Number of a strand slot's colour, and the colour of its band.
+  int colourNumber(int slot) const;
   Colour bandColour(int slot) const;
 };
 
@@ -28,9 +29,6 @@ void fitView(GridView& view, const KnotGraph& graph);
 /// Zooms in or out, and moves, until the knot fills the picture but for a margin of one part in twenty.
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
-
-/// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
 /// Draws all strands over what the surface holds, from their outlines.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);

@@ -7,7 +7,7 @@ testPackages=(libgtest-dev googletest)
 windowsPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64)
 # Foreign readers of the exported files, for the tests that ask them.
 readerPackages=(povray povray-includes admesh assimp-utils python3-ezdxf librsvg2-bin libxml2-utils emf2svg
-  view3dscene)
+  view3dscene qpdf poppler-utils mupdf-tools)
 
 # say TEXT...: to the error output, so that a program's own output stays clean.
 say() { printf '%s\n' "$*" >&2; }

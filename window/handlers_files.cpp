@@ -5,6 +5,7 @@
 #include "custom/shape_file.h"
 #include "design/settings_table.h"
 #include "design/source.h"
+#include "export/formats.h"
 #include "window/handlers.h"
 #include "window/trace_picture.h"
 
@@ -36,11 +37,19 @@ bool Handlers::mnuFileSave_Click() {
   return extensionOf(path) == kKnotFileExtension ? saveKnot(path) : saveAs();
 }
 
-bool Handlers::mnuFileSaveAs_Click() { return saveAs(); }
+/// Proposes the open file's name, or the shape's.
+bool Handlers::mnuFileSaveAs_Click() {
+  std::string name(fileNameOf(bench_.session.path()));
+  name = name.substr(0, name.rfind('.'));
+  if (name.empty()) name = shapeTable()[static_cast<std::size_t>(bench_.document().fields.shape)].name;
+  std::erase_if(name, [](char c) { return c == '(' || c == ')'; });
+  return saveAs(name + '.' + std::string(kKnotFileExtension));
+}
 
-bool Handlers::saveAs() {
-  const std::string path =
-      bench_.files.toSave(knotQuestion("Saving knot configuration - Enter your Lorivan file name"));
+bool Handlers::saveAs(const std::string& proposed) {
+  FileQuestion question = knotQuestion("Saving knot configuration - Enter your Lorivan file name");
+  question.proposed = proposed;
+  const std::string path = bench_.files.toSave(question);
   return !path.empty() && saveKnot(path);
 }
 
@@ -60,7 +69,13 @@ bool Handlers::saveKnot(const std::string& path) {
 }
 
 void Handlers::mnuFileLoad_Click() {
-  const std::string path = bench_.files.toLoad(knotQuestion("Enter your Lorivan file name"));
+  FileQuestion question = knotQuestion("Enter your Lorivan file name");
+  std::string carriers;
+  for (const ExportFormat& format : exportFormats())
+    if (format.carriesSource) carriers.append(format.extension).append(" ");
+  carriers.pop_back();
+  question.others = {{"Files that hold their knot", carriers}};
+  const std::string path = bench_.files.toLoad(question);
   if (!path.empty()) loadKnot(path);
 }
 

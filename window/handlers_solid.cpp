@@ -108,7 +108,12 @@ void Handlers::mnuViewFront_Click() {
 }
 
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
-  if (!bench_.solidShown() || key.ctrl || key.alt) return false;
+  if (key.ctrl || key.alt) return false;
+  if (bench_.picture() == Picture::variations) return variationsKey(key.key);
+  return bench_.solidShown() ? solidKey(key) : bench_.picture() == Picture::flat && flatKey(key);
+}
+
+bool Handlers::solidKey(const KeyEvent& key) {
   if (bench_.solid.lensKey(key.key)) {
     bench_.paintSolid();
     return true;

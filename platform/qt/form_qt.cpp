@@ -38,8 +38,13 @@ Key toKey(int key) {
       return Key::plus;
     case Qt::Key_Minus:
       return Key::minus;
+    case Qt::Key_Space:
+      return Key::space;
     case Qt::Key_Escape:
       return Key::escape;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return Key::enter;
     default:
       return Key::other;
   }
@@ -252,6 +257,12 @@ void FormQt::setFocusTo(ControlId control) {
   if (w->isEnabled() && w->isVisibleTo(this)) w->setFocus(Qt::OtherFocusReason);
 }
 
+ControlId FormQt::focused() const {
+  const auto at = std::ranges::find(widgets_, focusWidget());
+  return focusWidget() == nullptr || at == widgets_.end() ? -1
+                                                          : static_cast<ControlId>(at - widgets_.begin());
+}
+
 void FormQt::passFocusOn(ControlId control) {
   if (focusWidget() != widget(control)) return;
   const auto usable = [this, control](ControlId id) {
@@ -344,7 +355,7 @@ void FormQt::changeEvent(QEvent* event) {
 bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
   const auto* const edit = dynamic_cast<NumberEdit*>(watched);
   const Key which = toKey(key.key());
-  const bool typed = which == Key::plus || which == Key::minus;
+  const bool typed = which == Key::plus || which == Key::minus || which == Key::space || which == Key::enter;
   return edit && (typed || which == Key::left || which == Key::right || edit->stepOf(key) != 0);
 }
 
@@ -363,7 +374,8 @@ bool FormQt::eventFilter(QObject* watched, QEvent* event) {
   return events_.key({.key = key,
                       .shift = press.modifiers().testFlag(Qt::ShiftModifier),
                       .ctrl = press.modifiers().testFlag(Qt::ControlModifier),
-                      .alt = press.modifiers().testFlag(Qt::AltModifier)});
+                      .alt = press.modifiers().testFlag(Qt::AltModifier),
+                      .onPicture = watched == this || dynamic_cast<PictureView*>(watched) != nullptr});
 }
 
 }  // namespace lorivan

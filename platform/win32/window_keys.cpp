@@ -21,12 +21,16 @@ Key toKey(WPARAM key) {
       return Key::down;
     case VK_ESCAPE:
       return Key::escape;
+    case VK_RETURN:
+      return Key::enter;
     case VK_ADD:
     case VK_OEM_PLUS:
       return Key::plus;
     case VK_SUBTRACT:
     case VK_OEM_MINUS:
       return Key::minus;
+    case VK_SPACE:
+      return Key::space;
     default:
       return Key::other;
   }
@@ -105,9 +109,9 @@ bool WindowWin32::takeKey(const MSG& message) {
     return true;
   }
   const Key key = toKey(message.wParam);
-  const bool entryNeedsIt =
-      isEntry && (key == Key::left || key == Key::right || key == Key::plus || key == Key::minus);
-  if (!entryNeedsIt && tellKey(message.wParam)) return true;
+  const bool entryNeedsIt = isEntry && (key == Key::left || key == Key::right || key == Key::plus ||
+                                        key == Key::minus || key == Key::space);
+  if (!entryNeedsIt && tellKey(message.wParam, kind == ControlKind::picture)) return true;
   if (kind == ControlKind::number && message.wParam == VK_ESCAPE) {
     tell(events_.escaped, control);
     return true;
@@ -144,9 +148,10 @@ bool WindowWin32::takeWheel(const MSG& message) {
   return kind == ControlKind::picture || (kind == ControlKind::list && !isOpenList(message.hwnd));
 }
 
-bool WindowWin32::tellKey(WPARAM key) {
+bool WindowWin32::tellKey(WPARAM key, bool onPicture) {
   if (!events_.key || toKey(key) == Key::other) return false;
-  const bool taken = events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU)});
+  const bool taken =
+      events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU), onPicture});
   form_.showDrawnPictures();
   return taken;
 }

@@ -92,7 +92,7 @@ same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
 strandsOf() { grep -o 'id="strand-[0-9]*"' "$1"; }
 [[ $(strandsOf moving.svg) == "$(strandsOf still.svg)" ]] || fault "the moving SVG has other strands"
-grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+grep -q " $(awk "BEGIN { print ${#frames[@]} * 0.022 }")s linear" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
 expect 2 "" --animate -o plain.png
@@ -112,6 +112,43 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
 
+# Many knots in one run: each as its own run makes it, a failing one named, all of them on a sheet.
+expect 0 "" --random 41..43 --preset Ink -o 'many-%d.svg' -o 'many-%03d.qzd' --sheet -o sheet.png -o sheet.svg
+expect 0 "" --random 42 --preset Ink -o one.svg -o one.qzd
+same one.svg many-42.svg
+same one.qzd many-042.qzd
+[[ $(ls many-* | wc -l) == 6 && -s sheet.png ]] || fault "files of a run: $(ls many-*)"
+expect 0 "" --sweep vtXNo=3..1 --sweep vtSkew=0.8..1.2:0.2 -o 'grid-%02d-%d.svg' --sheet -o sheet.bmp --width 301
+expect 0 "" --set vtXNo=2 --set vtSkew=1.2 -o one.svg
+same one.svg grid-02-1.2.svg
+[[ $(od -An -td4 -j18 -N4 sheet.bmp | tr -d ' ') == 301 ]] || fault "a sheet has another width than was asked for"
+expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPolySides=10..200:190 --set vtXNo=20 --set vtYNo=20 \
+  --set vtPolyPoints=4 -o 'side-%d.stl' -o 'side-%d.qzd'
+[[ $(echo side-*) == "side-10.qzd side-10.stl" ]] || fault "what a failing knot left: $(echo side-*)"
+expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
+compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
+expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
+# What machines follow: closed outlines or centre lines, at the place and of the size asked for.
+cut=(--shape Square-Square --set vtEdge=2 --mm 80)
+expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
+grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(grep viewBox cut.svg)"
+[[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
+grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
+grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
+expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
+[[ ! -s err.txt ]] || fault "centre lines need no room: $(cat err.txt)"
+(($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
+expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
+(($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
+expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+  # shellcheck disable=SC2086
+  expect 2 "" $words -o never.svg
+done
 # Models: sizes, second files, height maps, and knots that come out of them again.
 expect 0 "" --shape Star -o star.qzd --weld --binary -o star.3mf -o star.glb -o star.obj -o star.stl
 for file in star.3mf star.glb; do
@@ -202,6 +239,16 @@ if "${asUser[@]}" test -x "$program"; then
   expect 5 "ermission denied" -o locked/x.svg
   program=$realProgram
   [[ $(cat locked/x.svg) == old ]] || fault "a file in a locked folder was replaced"
+  # All or none: only when it is to take its name does the second file turn out to belong to somebody else.
+  if ((EUID == 0)); then
+    mkdir sticky && echo old | tee sticky/a.svg sticky/b.svg >/dev/null
+    chmod 666 sticky/*.svg && chown 65534 sticky/a.svg && chmod 1777 sticky
+    program=asSomebody
+    expect 5 "cannot write sticky/b.svg" -o sticky/a.svg -o sticky/new.svg -o sticky/b.svg
+    program=$realProgram
+    [[ $(ls -A sticky) == $'a.svg\nb.svg' && $(cat sticky/*) == $'old\nold' ]] ||
+      fault "files took their names although another could not: $(ls -A sticky)"
+  fi
 fi
 
 expect 0 "" -o "Knöten und 結.svg"
@@ -226,6 +273,8 @@ expect 2 "--solid makes" --flat -o x.stl
 expect 2 "do not go together" --relief --solid -o x.stl
 expect 2 "no underside" --set vtRingPerc=75 --solid --base 2 -o x.stl
 expect 2 "does not go with -o" --check -o x.stl
+expect 2 "one knot at a time" --check --sweep vtXNo=2..4
+expect 2 "need the width" --solid --height 20 -o x.stl
 
 ((faults == 0)) && echo "all as expected"
 exit $((faults > 0))

@@ -24,8 +24,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "vtEdge", "Width of the black edge on each side of a band. However wide the edge, a thin line of "
      "colour always stays.", "1 3 6"},
     {"2d", "vtScale", "Size of one cell. A shape that would not fit is built smaller, and the field shows the "
-     "scale that was used; the next grid that has room gets the scale you asked for. Changing the scale builds "
-     "a new grid without the breaks and walls that you set by hand.", "20 30 38"},
+     "scale that was used; the next grid that has room gets the scale you asked for. Breaks and "
+     "walls stay with their cells.", "20 30 38"},
     {"2d", "vtSwish", "How far the strands swing out when they go round a corner: low values stay flat and "
      "boxy, high ones make loops and points.", "3 12 24"},
     {"2d", "vtSmooth", "The order of the curve. 2 goes straight from corner to corner, 3 and 4 are round, 5 and "
@@ -89,7 +89,10 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "its grid with its breaks and walls. Keep this file if you want to change the knot later."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
      "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
-     "seen; the layer <code>edges</code> beneath holds the black edges."},
+     "seen; the layer <code>edges</code> beneath holds the black edges. A strand's colour is one class of the style "
+     "sheet."},
+    {"pdf", "Printers, engravers, laser and vinyl software", "A page of the real size with the same curves and "
+     "layers."},
     {"png", "Anything that shows pictures", "The picture on the screen at any size. On the command line "
      "<code>--transparent</code> leaves the background out."},
     {"bmp", "Older picture programs, engravers that want a height map", "The same picture, without "
@@ -111,7 +114,7 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
     {"xyz", "Point cloud programs", "The points of the model, one on each line."},
     {"gmv", "Jewellery design software", "Rings of four points along every strand."},
     {"dxf", "CAD, CNC routers, laser cutters", "Flat lines for cutting, or the model's faces: the box “2D DXF” "
-     "decides."},
+     "decides. <code>--outline</code> writes the bands' outlines."},
 });
 // clang-format on
 

@@ -1,10 +1,13 @@
-// Writes files of all model formats into a folder, for the readers that tools/check_exports runs.
+// Writes files of all model formats, and outlines for machines, into a folder, for the readers that
+// tools/check_exports runs.
 #include <cstdio>
 #include <string>
 
 #include "base/sink.h"
+#include "export/cut_dxf.h"
 #include "export/formats.h"
 #include "model3d/solid_body.h"
+#include "strands/pdf_surface.h"
 #include "unit/export/sample_knots.h"
 
 namespace lorivan {
@@ -51,6 +54,29 @@ bool writeSample(const Sample& sample, const ExportFormat& format, std::string_v
   return written && writeFile(path, sink.bytes);
 }
 
+/// The outlines of the bands as a page and as DXF, with lines and with arcs.
+bool writeCuts(const Sample& sample, const std::string& folder) {
+  const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
+  KnotStyle style;
+  style.colours = strandColours(firstColourBoxes());
+  style.edge = 2;
+  const GridView view(0.8F, 5000);
+  CutOptions options;
+  options.width = 80;
+  const CutDrawing cut = cutDrawing(knot.curve, style, view, options);
+  PdfSurface page({view.width, view.height(), cut.millimetres, sample.name, cut.box});
+  drawCut(page, cut);
+  const std::string path = folder + "/" + sample.name;
+  bool written = static_cast<bool>(writeFile(path + "-cut.pdf", page.finish()));
+  for (const bool arcs : {false, true}) {
+    MemorySink sink;
+    const CutPlace place{cut.millimetres / view.width, cut.box.left, cut.box.bottom};
+    written = written && writeCutDxf(cut, place, arcs, sink) &&
+              writeFile(path + (arcs ? "-arcs.dxf" : "-cut.dxf"), sink.bytes);
+  }
+  return written;
+}
+
 }  // namespace
 }  // namespace lorivan
 
@@ -59,11 +85,13 @@ int main(int count, char** words) {
   if (count != 3) return 2;
   const auto povTemplate = lorivan::readFile(words[2], 1 << 20);
   if (!povTemplate) return 3;
-  for (const auto& sample : lorivan::kSamples)
+  for (const auto& sample : lorivan::kSamples) {
+    if (!lorivan::writeCuts(sample, words[1])) return 5;
     for (const auto& format : lorivan::exportFormats())
       for (const auto& [identifier, form] : lorivan::kForms)
         if (format.write != nullptr && (identifier.empty() || identifier == format.identifier) &&
             !lorivan::writeSample(sample, format, form, words[1], *povTemplate))
           return 5;
+  }
   return 0;
 }
