@@ -172,7 +172,8 @@ void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
 /// knots nobody wants to read it.
 void FileMaker::noteOverlap(const OutputJob& job) {
-  const double overlap = line_.manyKnots() ? 0 : bandOverlap(job.document, job.knot);
+  const bool silent = line_.manyKnots() || job.options.lines;  // centre lines need no room
+  const double overlap = silent ? 0 : bandOverlap(job.document, job.knot);
   if (overlap <= 0) return;
   const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
   report_.note("the bands run together by " +

@@ -1,7 +1,7 @@
 #include "strands/band_clip.h"
 
 #include <algorithm>
-#include <numeric>
+#include <utility>
 
 #include "strands/curve_fit.h"
 #include "strands/offset_side.h"
@@ -9,10 +9,13 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.08;    // radians that a line may turn between two of its points
+constexpr double kTurn = 0.15;    // radians that a line may turn between two of its points
+constexpr double kStray = 0.4;    // of a probe that a chord may lie beside its curve
 constexpr int kMostHalvings = 6;  // of a piece between two samples
 constexpr double kProbe = 0.35;   // tolerances beside a border at which its two sides are looked at
 constexpr double kJoin = 60;      // tolerances that ends of borders may lie apart
+constexpr double kSpur = 12;      // tolerances that a border may go on too far
+constexpr double kExact = 1e-6;   // pixels that copies of one point may lie apart
 constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
 
 struct Chord {
@@ -27,22 +30,29 @@ double squareToChord(Vec p, const Chord& chord) {
   return dot(away, away);
 }
 
-/// Places along a piece, near enough to one another for chords to stand for the curve.
-class PlaceList {
+/// A piece as points, near enough to one another for chords to stand for the curve, and for the lines up to
+/// `far` beside it.
+class PointList {
  public:
-  PlaceList(const BandPiece& piece, double tolerance) : loop_(*piece.loop), most_(2 * tolerance) {
-    places_.push_back(piece.from);
-    while (places_.back() < piece.to) {
-      const double from = places_.back(), to = std::min(std::floor(from + 1 + 1e-6), piece.to);
-      add(from, loop_.spot(from), to, loop_.spot(to), kMostHalvings);
+  PointList(const BandPiece& piece, double far, double probe)
+      : loop_(*piece.loop), most_(kStray * 8 * probe), turn_(std::min(kTurn, std::sqrt(most_ / far))) {
+    BandLoop::Spot last = loop_.spot(piece.from);
+    add(last);
+    for (double from = piece.from; from < piece.to;) {
+      const double to = std::min(std::floor(from + 1 + 1e-6), piece.to);
+      const BandLoop::Spot next = loop_.spot(to);
+      add(from, last, to, next, kMostHalvings);
+      from = to;
+      last = next;
     }
   }
-  std::vector<double> take() { return std::move(places_); }
+  std::vector<LinePoint> take() { return std::move(points_); }
 
  private:
+  void add(const BandLoop::Spot& spot) { points_.push_back({spot.at, unit(spot.along)}); }
   void add(double from, const BandLoop::Spot& a, double to, const BandLoop::Spot& b, int depth) {
     const double sine = std::fabs(cross(a.along, b.along)), cosine = dot(a.along, b.along);
-    const bool bends = cosine <= 0 || sine > kTurn * cosine || lengthOf(b.at - a.at) * sine > most_ * cosine;
+    const bool bends = cosine <= 0 || sine > turn_ * cosine || lengthOf(b.at - a.at) * sine > most_ * cosine;
     if (depth > 0 && bends) {
       const double middle = (from + to) / 2;
       const BandLoop::Spot m = loop_.spot(middle);
@@ -50,27 +60,21 @@ class PlaceList {
       add(middle, m, to, b, depth - 1);
       return;
     }
-    places_.push_back(to);
+    add(b);
   }
 
   const BandLoop& loop_;
   double most_;  // times the turn, eight times as far as a chord may stray
-  std::vector<double> places_;
+  double turn_;  // between two points
+  std::vector<LinePoint> points_;
 };
 
 /// A centre line as chords, for asking how near a point is.
 class CentreLine {
  public:
-  CentreLine(const BandPiece& piece, double tolerance) {
-    const std::vector<double> places = PlaceList(piece, kProbe * tolerance).take();
-    Vec before = piece.loop->spot(piece.from).at;
-    begin_ = {before, piece.loop->spot(piece.from).along};
-    for (std::size_t i = 1; i < places.size(); ++i) {
-      const Vec at = piece.loop->spot(places[i]).at;
-      add({before, at});
-      before = at;
-    }
-    end_ = {before, piece.loop->spot(piece.to).along};
+  explicit CentreLine(const std::vector<LinePoint>& points) : begin_(points.front()), end_(points.back()) {
+    chords_.reserve(points.size());
+    for (std::size_t i = 1; i < points.size(); ++i) add({points[i - 1].at, points[i].at});
   }
 
   /// Whether a line may touch the band: for sure not, where this is false.
@@ -101,7 +105,7 @@ class CentreLine {
   }
 
  private:
-  static constexpr std::size_t kBlock = 8;
+  static constexpr std::size_t kBlock = 4;
   struct Box {
     Vec low, high;
     void add(Vec p) {
@@ -139,31 +143,31 @@ struct Border {
   LinePoint from, to;
   int curve;
   int cover;  // whose edge it is; below 0: a side or an end of the band
-  std::vector<double> cuts;
 };
 
 class BandClipper {
  public:
   BandClipper(const BandPiece& band, double half, std::span<const BandPiece> covers, double clear,
               double tolerance)
-      : band_(band), half_(half), clear_(clear), tolerance_(tolerance) {
-    addSide(band, -half, false);
-    addEnd(*band.loop, band.to, -half);
-    addSide(band, half, true);
-    addEnd(*band.loop, band.from, half);
+      : band_(band),
+        half_(half),
+        clear_(clear),
+        tolerance_(tolerance),
+        points_(PointList(band, std::max(half, clear), kProbe * tolerance).take()),
+        line_(points_) {
+    addSides(points_, half, -1);
     for (const BandPiece& cover : covers) {
-      covers_.push_back({CentreLine(cover, tolerance_), isOwn(cover)});
-      const int number = static_cast<int>(covers_.size()) - 1;
-      addSide(cover, clear, false, number);
-      addSide(cover, -clear, true, number);
-      addEnd(*cover.loop, cover.to, clear, number);
-      addEnd(*cover.loop, cover.from, -clear, number);
+      const std::vector<LinePoint> points =
+          PointList(nearPart(cover), std::max(half_, clear), kProbe * tolerance).take();
+      covers_.push_back({CentreLine(points), isOwn(cover)});
+      addSides(points, -clear, static_cast<int>(covers_.size()) - 1);
     }
   }
 
   std::vector<std::vector<PointF>> run() {
     cutAll();
-    for (const Border& border : lines_) keepParts(border);
+    keepParts();
+    dropSpurs();
     return chain();
   }
 
@@ -172,6 +176,13 @@ class BandClipper {
     CentreLine line;
     bool isOwn;  // a part of the band itself
   };
+  struct Run {
+    std::size_t begin, end;  // of the parts that were kept
+  };
+  struct Cut {
+    std::size_t line;
+    double at;  // 0 to 1
+  };
 
   bool isOwn(const BandPiece& cover) const {
     const double middle = (cover.from + cover.to) / 2;
@@ -179,49 +190,82 @@ class BandClipper {
     return band_.from + band_.loop->wrapped(middle - band_.from) < band_.to;
   }
 
-  void addSide(const BandPiece& piece, double distance, bool backwards, int cover = -1) {
-    OffsetSide side;
-    const std::vector<double> places = PlaceList(piece, kProbe * tolerance_).take();
-    for (const double place : places) {
-      const BandLoop::Spot spot = piece.loop->spot(place);
-      side.points.push_back({offsetPoint(spot, distance), unit(spot.along)});
+  /// A covering piece without ends that are too far away to hide anything.
+  BandPiece nearPart(BandPiece cover) const {
+    const auto isFar = [&](double from, double to) {
+      return !line_.isNear(cover.loop->spot(from).at, cover.loop->spot(to).at, 1.1 * (half_ + clear_));
+    };
+    while (cover.from + 2 < cover.to && isFar(cover.from, cover.from + 1)) ++cover.from;
+    while (cover.from + 2 < cover.to && isFar(cover.to - 1, cover.to)) --cover.to;
+    return cover;
+  }
+
+  /// Both sides and the straight ends of a piece, round it.
+  void addSides(const std::vector<LinePoint>& points, double distance, int cover) {
+    const auto beside = [](const LinePoint& p, double away) {
+      return LinePoint{p.at + quarter(p.along) * away, p.along};
+    };
+    const auto addEnd = [&](Vec from, Vec to) {
+      if (cover >= 0 && !line_.isNear(from, to, half_)) return;
+      const Vec along = unit(to - from);
+      lines_.push_back({{from, along}, {to, along}, curves_, cover});
+    };
+    const LinePoint &first = points.front(), &last = points.back();
+    LinePoint before = beside(first, -distance);
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      const LinePoint next = beside(points[i], -distance);
+      addSide(before, next, cover);
+      before = next;
     }
-    if (backwards) reverseSide(side);
-    for (std::size_t i = 1; i < side.points.size(); ++i)
-      if (cover < 0 || line_.isNear(side.points[i - 1].at, side.points[i].at, half_))
-        lines_.push_back({side.points[i - 1], side.points[i], curves_, cover, {}});
+    ++curves_;
+    addEnd(before.at, beside(last, distance).at);
+    ++curves_;
+    before = beside({last.at, last.along * -1}, -distance);
+    for (std::size_t i = points.size() - 1; i-- > 0;) {
+      const LinePoint next = beside({points[i].at, points[i].along * -1}, -distance);
+      addSide(before, next, cover);
+      before = next;
+    }
+    ++curves_;
+    addEnd(before.at, beside(first, -distance).at);
     ++curves_;
   }
 
-  /// The straight end of a piece, beginning on the side at `from`.
-  void addEnd(const BandLoop& loop, double place, double from, int cover = -1) {
-    const BandLoop::Spot spot = loop.spot(place);
-    const Vec a = offsetPoint(spot, from), b = offsetPoint(spot, -from);
-    lines_.push_back({{a, unit(b - a)}, {b, unit(b - a)}, curves_++, cover, {}});
+  void addSide(const LinePoint& from, const LinePoint& to, int cover) {
+    if (cover < 0 || line_.isNear(from.at, to.at, half_)) lines_.push_back({from, to, curves_, cover});
   }
 
   void cutAll() {
     // In the order of their left ends, so that only lines that lie side by side are compared.
-    const auto left = [this](std::size_t i) { return std::min(lines_[i].from.at.x, lines_[i].to.at.x); };
-    const auto right = [this](std::size_t i) { return std::max(lines_[i].from.at.x, lines_[i].to.at.x); };
-    std::vector<std::size_t> order(lines_.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::sort(order, {}, left);
-    for (std::size_t i = 0; i < order.size(); ++i)
-      for (std::size_t k = i + 1; k < order.size() && left(order[k]) <= right(order[i]); ++k)
-        cutBoth(std::min(order[i], order[k]), std::max(order[i], order[k]));
+    struct Span {
+      double left, right, top, bottom;
+      std::size_t line;
+    };
+    std::vector<Span> spans;
+    spans.reserve(lines_.size());
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      const Vec a = lines_[i].from.at, b = lines_[i].to.at;
+      spans.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y), i});
+    }
+    std::ranges::sort(spans, {}, &Span::left);
+    for (std::size_t i = 0; i < spans.size(); ++i)
+      for (std::size_t k = i + 1; k < spans.size() && spans[k].left <= spans[i].right; ++k)
+        if (spans[k].top <= spans[i].bottom && spans[i].top <= spans[k].bottom)
+          cutBoth(std::min(spans[i].line, spans[k].line), std::max(spans[i].line, spans[k].line));
+    std::ranges::sort(
+        cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });
   }
 
   void cutBoth(std::size_t i, std::size_t k) {
-    Border &one = lines_[i], &two = lines_[k];
+    const Border &one = lines_[i], &two = lines_[k];
     if (k == i + 1 && one.curve == two.curve) return;
     const Vec r = one.to.at - one.from.at, s = two.to.at - two.from.at, between = two.from.at - one.from.at;
     const double area = cross(r, s);
     if (area == 0) return;
     const double t = cross(between, s) / area, u = cross(between, r) / area;
     if (t < 0 || t > 1 || u < 0 || u > 1) return;
-    one.cuts.push_back(t);
-    two.cuts.push_back(u);
+    cuts_.push_back({i, t});
+    cuts_.push_back({k, u});
   }
 
   bool isCovered(Vec p, const Cover* except) const {
@@ -242,18 +286,76 @@ class BandClipper {
            !isCovered(middle, &cover);
   }
 
-  void keepParts(const Border& border) {
-    std::vector<double> cuts = border.cuts;
-    std::ranges::sort(cuts);
-    cuts.push_back(1);
-    const Vec way = border.to.at - border.from.at, aside = quarter(unit(way)) * (kProbe * tolerance_);
-    double from = 0;
-    for (const double to : cuts) {
-      if (to <= from) continue;
-      if (isBorder(border, border.from.at + way * ((from + to) / 2), aside))
-        kept_.push_back({pointOf(border, from), pointOf(border, to), border.curve, border.cover, {}});
-      from = to;
+  /// Between two cuts a line is a border or none.
+  void keepParts() {
+    std::vector<Border> run;
+    auto cut = cuts_.begin();
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      const Border& line = lines_[i];
+      if (!run.empty() && !goesOn(run.back(), line)) keepRun(run);
+      double from = 0;
+      for (; cut != cuts_.end() && cut->line == i; ++cut) {
+        if (cut->at > from)
+          run.push_back({pointOf(line, from), pointOf(line, cut->at), line.curve, line.cover});
+        keepRun(run);
+        from = cut->at;
+      }
+      if (from < 1) run.push_back({pointOf(line, from), line.to, line.curve, line.cover});
     }
+    keepRun(run);
+  }
+
+  /// Whether a line continues another one, in the same sense: at a fold's ends it does not.
+  static bool goesOn(const Border& a, const Border& b) {
+    return a.curve == b.curve && lengthOf(a.to.at - b.from.at) == 0 &&
+           (dot(a.to.at - a.from.at, a.to.along) > 0) == (dot(b.to.at - b.from.at, b.to.along) > 0);
+  }
+
+  /// Where a few parts of a run agree they speak for all of it.
+  void keepRun(std::vector<Border>& run) {
+    const std::size_t n = run.size();
+    if (n > 0) {
+      const bool is = isBorder(run[n / 3]);
+      const bool agree = n < 2 || isBorder(run[n - 1 - n / 3]) == is;
+      const std::size_t begin = kept_.size();
+      for (const Border& part : run)
+        if (agree ? is : isBorder(part)) kept_.push_back(part);
+      if (kept_.size() > begin) runs_.push_back({begin, kept_.size()});
+    }
+    run.clear();
+  }
+
+  /// Where borders meet at a flat angle, the one that is left there may seem to go on for a little way. Such
+  /// parts that lead nowhere, or come from nowhere, go, so that contours do not turn back at their ends.
+  void dropSpurs() {
+    const auto meet = [](Vec a, Vec b) { return lengthOf(b - a) < kExact; };
+    const auto first = [this](const Run& r) { return kept_[r.begin].from.at; };
+    const auto last = [this](const Run& r) { return kept_[r.end - 1].to.at; };
+    const auto isSpur = [&](const Run& r) {
+      if (lengthOf(last(r) - first(r)) > kSpur * tolerance_) return false;
+      bool comes = false, goes = false, hasRival = false;
+      for (const Run& o : runs_) {
+        if (&o == &r) continue;
+        comes |= meet(last(o), first(r));
+        goes |= meet(first(o), last(r));
+        hasRival |= meet(first(o), first(r)) || meet(last(o), last(r));
+      }
+      return hasRival && (!comes || !goes);
+    };
+    for (bool found = true; std::exchange(found, false);)
+      if (const auto spur = std::ranges::find_if(runs_, isSpur); spur != runs_.end()) {
+        runs_.erase(spur);
+        found = true;
+      }
+    std::vector<Border> kept;
+    for (const Run& r : runs_)
+      for (std::size_t i = r.begin; i < r.end; ++i) kept.push_back(kept_[i]);
+    kept_ = std::move(kept);
+  }
+
+  bool isBorder(const Border& part) const {
+    const Vec way = part.to.at - part.from.at;
+    return isBorder(part, part.from.at + way * 0.5, quarter(unit(way)) * (kProbe * tolerance_));
   }
 
   static LinePoint pointOf(const Border& border, double t) {
@@ -314,14 +416,14 @@ class BandClipper {
   }
 
   std::vector<PointF> fit(std::vector<std::size_t> ring) const {
-    const auto goesOn = [&](const Border& a, const Border& b) {
+    const auto isSmooth = [&](const Border& a, const Border& b) {
       return a.curve == b.curve && lengthOf(a.to.at - b.from.at) == 0 &&
              dot(a.to.at - a.from.at, b.to.at - b.from.at) >
                  kSmooth * lengthOf(a.to.at - a.from.at) * lengthOf(b.to.at - b.from.at);
     };
     // Begins at a corner.
     for (std::size_t i = 0; i < ring.size(); ++i)
-      if (!goesOn(kept_[ring[(i + ring.size() - 1) % ring.size()]], kept_[ring[i]])) {
+      if (!isSmooth(kept_[ring[(i + ring.size() - 1) % ring.size()]], kept_[ring[i]])) {
         std::ranges::rotate(ring, ring.begin() + static_cast<std::ptrdiff_t>(i));
         break;
       }
@@ -336,7 +438,7 @@ class BandClipper {
       }
       run.push_back(line.to);
       end = line.to.at;
-      if (i + 1 < ring.size() && goesOn(line, kept_[ring[i + 1]])) continue;
+      if (i + 1 < ring.size() && isSmooth(line, kept_[ring[i + 1]])) continue;
       fitCurve(run, tolerance_, contour);
       run.clear();
     }
@@ -353,9 +455,12 @@ class BandClipper {
 
   const BandPiece& band_;
   double half_, clear_, tolerance_;
-  CentreLine line_{band_, tolerance_};
+  std::vector<LinePoint> points_;  // along the band
+  CentreLine line_;
   std::vector<Cover> covers_;
   int curves_ = 0;
+  std::vector<Cut> cuts_;
+  std::vector<Run> runs_;
   std::vector<Border> lines_, kept_;
 };
 

@@ -6,7 +6,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 5;       // chords that are compared with others as one box
+constexpr int kChunk = 4;       // chords that are compared with others as one box
 constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
 
 struct Box {
@@ -103,12 +103,34 @@ class CrossingSearch {
         static_cast<std::size_t>(std::max(a.column0, b.column0));
     if (cell != firstShared) return;
     const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    if (isOneWay(a, b)) return;
+    const BandLoop& other = loops_[static_cast<std::size_t>(b.loop)];
     for (int i = a.begin; i < a.end; ++i) {
       const Vec p = loop.point(i), q = loop.point(i + 1);
-      const Box chord{std::min(p.x, q.x), std::min(p.y, q.y), std::max(p.x, q.x), std::max(p.y, q.y)};
+      constexpr double slack = 1e-3;
+      const Box chord{std::min(p.x, q.x) - slack, std::min(p.y, q.y) - slack, std::max(p.x, q.x) + slack,
+                      std::max(p.y, q.y) + slack};
       if (!chord.meets(b.box)) continue;
-      for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j) compare(a.loop, i, b.loop, j);
+      for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j)
+        if (touches(chord, other.point(j), other.point(j + 1))) compare(a.loop, i, b.loop, j);
     }
+  }
+
+  /// Whether two chunks are neighbours, or one, in which no chord leads back: they can not meet.
+  bool isOneWay(const Chunk& a, const Chunk& b) const {
+    if (a.loop != b.loop || (&a != &b && a.end != b.begin && b.end != a.begin)) return false;
+    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    const int begin = std::min(a.begin, b.begin), end = std::max(a.end, b.end);
+    if (end - begin > 2 * kChunk) return false;
+    const Vec way = loop.point(end) - loop.point(begin);
+    for (int i = begin; i < end; ++i)
+      if (dot(loop.point(i + 1) - loop.point(i), way) <= 0) return false;
+    return true;
+  }
+
+  static bool touches(const Box& box, Vec a, Vec b) {
+    return std::min(a.x, b.x) <= box.right && std::max(a.x, b.x) >= box.left &&
+           std::min(a.y, b.y) <= box.bottom && std::max(a.y, b.y) >= box.top;
   }
 
   bool touchAnyway(int loopA, int i, int loopB, int j) const {
@@ -138,8 +160,10 @@ class CrossingSearch {
       const Vec gap = q.at - p.at;
       const double area = cross(p.along, q.along);
       if (std::fabs(area) < 1e-9) break;
-      a += std::clamp(cross(gap, q.along) / area, -0.5, 0.5);
-      b += std::clamp(cross(gap, p.along) / area, -0.5, 0.5);
+      const double moveA = cross(gap, q.along) / area, moveB = cross(gap, p.along) / area;
+      a += std::clamp(moveA, -0.5, 0.5);
+      b += std::clamp(moveB, -0.5, 0.5);
+      if (std::max(std::fabs(moveA), std::fabs(moveB)) < 1e-6) break;
     }
     if (std::fabs(a - a0) > 1 || std::fabs(b - b0) > 1) {
       a = a0;

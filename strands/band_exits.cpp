@@ -9,16 +9,30 @@ namespace {
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kAhead = 0.5;     // cosine of the turn from which on a covering band may come back
+constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kTight = 0.8;     // of the bend that folds a side
 constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
 constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
 
-/// How fast the line beside a spot goes, for each sample.
-Vec speedBeside(const BandLoop::Spot& s, double distance) {
-  const double square = dot(s.along, s.along);
-  return s.along * (1 - distance * cross(s.along, s.bend) / (square * std::sqrt(square)));
+/// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
+bool isTight(const BandLoop& band, int i, double distance) {
+  const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
+  const double turn = cross(a, b) * distance, both = dot(a, a) * dot(b, b);
+  return turn * turn > kTight * kTight * both * dot(chord, chord) || dot(a, b) < 0;
 }
+
+/// The line beside a centre line: where it is, and how fast it goes for each sample.
+struct Beside {
+  Beside(const BandLoop::Spot& s, double distance) {
+    const double square = dot(s.along, s.along), length = std::sqrt(square), inverse = 1 / length;
+    at = s.at + quarter(s.along) * (distance * inverse);
+    share = 1 - distance * cross(s.along, s.bend) * inverse / square;
+  }
+  Vec at;
+  double share;  // of the centre line's speed; below 0 in a fold
+};
 
 }  // namespace
 
@@ -28,12 +42,35 @@ BandExits::BandExits(std::span<const BandLoop> loops, double half, double clear,
       clear_(clear),
       tolerance_(tolerance),
       crossings_(findBandCrossings(loops)),
-      ways_(loops.size()) {
+      ways_(loops.size()),
+      overs_(loops.size()) {
   for (const BandCrossing& c : crossings_) {
     ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
     ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
+    overs_[static_cast<std::size_t>(c.over)].push_back(&c);
   }
+  for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
+  mayReturn_.reserve(crossings_.size());
+  for (const BandCrossing& c : crossings_) mayReturn_.push_back(mayReturn(c));
   for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
+}
+
+/// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
+/// comes out.
+bool BandExits::mayReturn(const BandCrossing& c) const {
+  const BandLoop& over = loop(c.over);
+  const BandLoop::Spot s = over.spot(c.overAt);
+  const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
+  for (const int sense : {-1, 1}) {
+    int i = static_cast<int>(std::floor(c.overAt));
+    for (int steps = 0; steps < kLegSamples + 4; i += sense, ++steps) {
+      const Vec along = over.tangent(i), away = over.point(i) - s.at;
+      const double same = dot(along, s.along);
+      if (same < 0 || same * same < least * dot(along, along) || isTight(over, i, clear_)) return true;
+      if (dot(away, away) > far * far) break;
+    }
+  }
+  return false;
 }
 
 /// How far it is from a place on a loop to its next crossing, on or back.
@@ -73,12 +110,8 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
 
 /// Whether no bend between two places comes near to folding a line at a distance beside it.
 bool BandExits::isCalm(int number, double from, double to, double distance) const {
-  const BandLoop& band = loop(number);
-  for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
-    const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
-    const double turn = std::fabs(cross(a, b)), both = lengthOf(a) * lengthOf(b);
-    if (turn * distance > kTight * both * lengthOf(chord) || dot(a, b) < 0) return false;
-  }
+  for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
+    if (isTight(loop(number), i, distance)) return false;
   return true;
 }
 
@@ -99,10 +132,13 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   const BandLoop &over = loop(c.over), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
-  for (const BandCrossing& o : crossings_)
-    if (o.over == c.under && o.under == c.over && under.wrapped(o.overAt - band.from) < band.to - band.from &&
-        !(&o == &c))
-      most = std::min(most, wayTo(o.underAt) / 2);
+  const auto& overs = overs_[static_cast<std::size_t>(c.under)];
+  const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
+  for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
+    const BandCrossing& o = *overs[at % overs.size()];
+    if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
+    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) / 2);
+  }
   if (c.over == c.under) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
     const double end = isOwn == (direction > 0) ? band.to : band.from;
@@ -120,6 +156,7 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+  if (!mayReturn_[static_cast<std::size_t>(&c - crossings_.data())]) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);
@@ -164,19 +201,19 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
   for (int step = 0; step < 6; ++step) {
     const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
     if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
-    const Vec gap = offsetPoint(o, edge) - offsetPoint(s, distance);
+    const Beside side(s, distance), hem(o, edge);
+    const Vec gap = hem.at - side.at;
     // The first step knows only straight lines: a bend in the crossing itself would mislead it.
-    const Vec a = step == 0 ? s.along : speedBeside(s, distance),
-              b = step == 0 ? o.along : speedBeside(o, edge);
+    const Vec a = step == 0 ? s.along : s.along * side.share, b = step == 0 ? o.along : o.along * hem.share;
     const double area = cross(a, b);
-    if (dot(a, s.along) <= 0 || dot(b, o.along) <= 0 || !(std::fabs(area) > 1e-9)) return false;
-    const double travelled = (exit.place - c.underAt) * direction;
-    if (dot(gap, gap) < tolerance_ * tolerance_ / 64)
-      return travelled > 0.4 * expected && travelled < std::min(most, 2.5 * expected);
+    if ((step > 0 && (side.share <= 0 || hem.share <= 0)) || !(std::fabs(area) > 1e-9)) return false;
+    const bool isLast = step > 0 && dot(gap, gap) < tolerance_ * tolerance_ / 4;
     exit.place += cross(gap, b) / area;
     exit.foot += cross(gap, a) / area;
-    if (step == 0) expected = (exit.place - c.underAt) * direction;
-    if (std::fabs(exit.place - c.underAt) > most || std::fabs(exit.foot - c.overAt) > most) return false;
+    const double travelled = (exit.place - c.underAt) * direction;
+    if (step == 0) expected = travelled;
+    if (isLast) return travelled > 0.4 * expected && travelled < std::min(most, 2.5 * expected);
+    if (std::fabs(travelled) > most || std::fabs(exit.foot - c.overAt) > most) return false;
   }
   return false;
 }

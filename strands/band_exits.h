@@ -49,6 +49,8 @@ class BandExits {
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  bool isCalm(int number, double from, double to, double distance) const;
+  bool mayReturn(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                       bool& isPlain) const;
@@ -57,13 +59,14 @@ class BandExits {
                          BandExit exit) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
-  bool isCalm(int number, double from, double to, double distance) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
 
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
-  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<std::vector<double>> ways_;                // places of a loop's crossings, over and under
+  std::vector<char> mayReturn_;                          // of each crossing
+  std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };
 
 }  // namespace lorivan

@@ -26,6 +26,7 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slo
 
 double BandLoop::wrapped(double place) const {
   const double n = size();
+  if (place >= 0 && place < n) return place;
   place = std::fmod(place, n);
   if (place < 0) place += n;
   return place < n ? place : 0;

@@ -5,6 +5,7 @@
 
 #include "strands/band_exits.h"
 #include "strands/offset_side.h"
+#include "strands/untangle.h"
 
 namespace lorivan {
 namespace {
@@ -12,6 +13,9 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kSharp = 0.2;       // radians from one sample to the next but one
+constexpr double kTight = 0.8;       // of the bend that folds a side
+constexpr double kFlat = 0.4;        // tangent of the angle between a band's end and its sides
+constexpr int kUsualPoints = 40;     // of a contour
 constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
 
 class Outliner {
@@ -105,7 +109,11 @@ class Outliner {
       BandContour contour{toPointF(line_.points.front().at)};
       appendSide(line_, tolerance_, contour);
       contour.back() = contour.front();
-      contours.push_back(std::move(contour));
+      if (line_.corners.empty() || folded != nullptr)
+        contours.push_back(std::move(contour));
+      else
+        for (BandContour& simple : untangled(std::move(contour), half * tolerance_))
+          contours.push_back(std::move(simple));
     }
     return contours;
   }
@@ -122,6 +130,22 @@ class Outliner {
     return true;
   }
 
+  static bool isFlat(Vec a, Vec b) { return std::fabs(cross(a, b)) < kFlat * std::fabs(dot(a, b)); }
+
+  /// Whether a bend between two places comes near to folding a side. Between two samples it is sharpest at
+  /// one of them, where its size is cross(along, second derivative) / |along|^3.
+  bool mayFold(const BandLoop& band, double from, double to) const {
+    const auto isTight = [this](Vec along, Vec bend) {
+      const double sharp = cross(along, bend) * half_, fast = dot(along, along);
+      return sharp * sharp > kTight * kTight * fast * fast * fast;
+    };
+    for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
+      const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
+      if (isTight(a, chord * 6 - b * 2) || isTight(b, a * 2 - chord * 6)) return true;
+    }
+    return false;
+  }
+
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
   void cap(const BandLoop& band, const BandEnd& end, int fromSide, BandContour& contour) {
     const BandLoop& over = loop(end.crossing->over);
@@ -129,6 +153,7 @@ class Outliner {
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
     LinePoint to = capPoint(band, b.place, b.foot, 1 - fromSide, over);
     const Vec way = to.at - from.at;
+    for (const BandExit& exit : end.side) mayCross_ |= isFlat(way, band.spot(exit.place).along);
     const double sense = b.foot >= a.foot ? 1 : -1;
     from.along = from.along * sense;
     to.along = to.along * sense;
@@ -141,6 +166,7 @@ class Outliner {
       appendArc(from, to, contour);
       return;
     }
+    mayCross_ = true;
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
     followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
     if (sense < 0) reverseSide(edge_);
@@ -184,13 +210,22 @@ class Outliner {
       ++gone;
     }
     if (gone == 2) return;
+    mayCross_ = false;
     BandContour contour;
+    contour.reserve(kUsualPoints);
     appendSideOf(band, begin, end, 0, contour);
     cap(band, end, 0, contour);
     appendSideOf(band, begin, end, 1, contour);
     cap(band, begin, 1, contour);
     contour.back() = contour.front();
-    made.stretches.push_back({{std::move(contour)}, {}});
+    const double from = std::min(begin.side[0].place, begin.side[1].place);
+    const double to = std::max(end.side[0].place, end.side[1].place);
+    if (!mayCross_ && !mayFold(band, from, to)) {
+      made.stretches.push_back({{std::move(contour)}, {}});
+      return;
+    }
+    for (BandContour& simple : untangled(std::move(contour), half_ * tolerance_))
+      made.stretches.push_back({{std::move(simple)}, {}});
   }
 
   /// A stretch with ends that are not plain. They are cut by distances, with as much of the band as is near
@@ -199,7 +234,10 @@ class Outliner {
                StrandOutline& made) {
     const BandPiece piece{&band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
-    const std::vector<BandContour> all = clipBand(piece, half_, covers, clear_, tolerance_);
+    std::vector<BandContour> all;
+    for (BandContour& chain : clipBand(piece, half_, covers, clear_, tolerance_))
+      for (BandContour& simple : untangled(std::move(chain), half_ * tolerance_))
+        all.push_back(std::move(simple));
     const std::size_t before = made.stretches.size();
     for (const BandContour& chain : all)
       if (contourArea(chain) > 0) made.stretches.push_back({{chain}, {}});
@@ -215,6 +253,7 @@ class Outliner {
       contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
     if (from >= to) return;
     followSide(band, from, to, side == 0 ? -half_ : half_, line_);
+    mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
     appendSide(line_, tolerance_, contour);
   }
@@ -225,6 +264,7 @@ class Outliner {
   BandExits exits_;
   std::vector<CrowdedCrossing> crowded_;
   OffsetSide line_, edge_;
+  bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 
 }  // namespace

@@ -38,14 +38,16 @@ std::vector<Vec> flatten(const BandContour& contour) {
 }
 
 bool isSimple(const std::vector<Vec>& polygon) {
+  const auto meet = [](Vec a, Vec b, Vec c, Vec d) {
+    const Vec r = b - a, s = d - c;
+    const double area = cross(r, s), t = cross(c - a, s) / area, u = cross(c - a, r) / area;
+    if (std::fabs(area) < 1e-4 * lengthOf(r) * lengthOf(s)) return false;  // on one line
+    return std::min(t, u) > 1e-4 && std::max(t, u) < 1 - 1e-4;
+  };
   const std::size_t n = polygon.size();
-  const auto side = [](Vec a, Vec b, Vec p) { return cross(b - a, p - a) > 0; };
   for (std::size_t i = 0; i < n; ++i)
-    for (std::size_t j = i + 2; j < n; ++j) {
-      if (i == 0 && j + 1 == n) continue;
-      const Vec a = polygon[i], b = polygon[i + 1], c = polygon[j], d = polygon[(j + 1) % n];
-      if (side(a, b, c) != side(a, b, d) && side(c, d, a) != side(c, d, b)) return false;
-    }
+    for (std::size_t j = i + 2; j < n; ++j)
+      if (meet(polygon[i], polygon[i + 1], polygon[j], polygon[(j + 1) % n])) return false;
   return true;
 }
 
@@ -94,8 +96,9 @@ struct Drawn {
 };
 
 TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
-  for (const Shape shape : {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal})
-    for (const int order : {3, 4, 6}) {
+  for (const Shape shape :
+       {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal, Shape::Star})
+    for (const int order : {2, 3, 4, 6}) {
       const Drawn drawn(shape, 3, 2, order, 0.4);
       const std::vector<BandLoop> loops = bandLoops(drawn.knot.curve, drawn.view);
       OutlineOptions options;
@@ -121,7 +124,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
                   off =
                       std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
                 }
-              EXPECT_LT(off, 0.02 * options.band);
+              EXPECT_LT(off, 0.02 * options.band)<<(int)shape<<" o "<<order<<" at "<<p.x<<","<<p.y<<" band "<<options.band;
             }
           }
         }
@@ -216,6 +219,7 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
       for (int x = 0; x < shapes.width(); ++x) {
         const Colour here = shapes.pixel({x, y}), there = classic.pixel({x, y});
         if (isNearby(classic, {x, y}, here) && isNearby(shapes, {x, y}, there)) continue;
+        if(!(there==0&&here!=options.background))printf("PX %d %d: %x %x\n",x,y,here,there);
         ++(there == 0 && here != options.background ? blemished : apart);
       }
     EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;

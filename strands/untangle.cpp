@@ -1,0 +1,209 @@
+#include "strands/untangle.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "strands/band_outline.h"
+#include "strands/curve_fit.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kChords = 6;          // of a segment
+constexpr double kShortest = 1e-3;  // pixels
+constexpr double kSlack = 1e-6;     // of a chord: loops often end where they begin
+constexpr int kMostMeetings = 24;   // that are taken apart
+
+/// One cubic segment, and the box that it lies in.
+struct Piece {
+  std::array<Vec, 4> p;
+  Vec low, high;
+
+  explicit Piece(const std::array<Vec, 4>& points) : p(points), low(points[0]), high(points[0]) {
+    for (const Vec v : p) {
+      low = {std::min(low.x, v.x), std::min(low.y, v.y)};
+      high = {std::max(high.x, v.x), std::max(high.y, v.y)};
+    }
+  }
+  bool isNear(const Piece& o) const {
+    return low.x <= o.high.x && o.low.x <= high.x && low.y <= o.high.y && o.low.y <= high.y;
+  }
+  Vec at(double t) const {
+    const double s = 1 - t;
+    return p[0] * (s * s * s) + p[1] * (3 * s * s * t) + p[2] * (3 * s * t * t) + p[3] * (t * t * t);
+  }
+  double size() const { return lengthOf(high - low); }
+  /// From one parameter to a later one.
+  Piece part(double from, double to) const {
+    const auto speed = [this](double t) {
+      const double s = 1 - t;
+      return ((p[1] - p[0]) * (s * s) + (p[2] - p[1]) * (2 * s * t) + (p[3] - p[2]) * (t * t)) * 3;
+    };
+    const double third = (to - from) / 3;
+    const Vec a = at(from), b = at(to);
+    return Piece({a, a + speed(from) * third, b - speed(to) * third, b});
+  }
+};
+
+using Ring = std::vector<Piece>;
+
+/// Where a ring meets itself: pieces and the parameters on them, in order.
+struct Meeting {
+  std::size_t one, two;
+  double t, u;
+};
+
+Ring ringOf(const std::vector<PointF>& contour) {
+  Ring ring;
+  const auto vec = [](PointF q) { return Vec{q.x, q.y}; };
+  Vec from = vec(contour.front());
+  for (std::size_t i = 1; i + 2 < contour.size(); i += 3) {
+    const Piece piece({from, vec(contour[i]), vec(contour[i + 1]), vec(contour[i + 2])});
+    if (piece.size() < kShortest) continue;
+    ring.push_back(piece);
+    from = piece.p[3];
+  }
+  return ring;
+}
+
+std::vector<PointF> contourOf(const Ring& ring) {
+  std::vector<PointF> contour{toPointF(ring.front().p[0])};
+  for (const Piece& piece : ring)
+    for (std::size_t k = 1; k < 4; ++k) contour.push_back(toPointF(piece.p[k]));
+  contour.back() = contour.front();
+  return contour;
+}
+
+std::array<Vec, kChords + 1> chordsOf(const Piece& piece) {
+  std::array<Vec, kChords + 1> points;
+  for (int k = 0; k <= kChords; ++k)
+    points[static_cast<std::size_t>(k)] = piece.at(static_cast<double>(k) / kChords);
+  return points;
+}
+
+/// Where two chords meet, as their parameters.
+std::optional<Vec> meet(Vec a, Vec b, Vec c, Vec d) {
+  const Vec r = b - a, s = d - c;
+  const double area = cross(r, s);
+  if (area == 0) return {};
+  const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
+  if (t < -kSlack || t > 1 + kSlack || u < -kSlack || u > 1 + kSlack) return {};
+  return Vec{std::clamp(t, 0.0, 1.0), std::clamp(u, 0.0, 1.0)};
+}
+
+std::optional<Meeting> meetingOf(const Ring& ring, std::size_t i, std::size_t j) {
+  const auto one = chordsOf(ring[i]), two = chordsOf(ring[j]);
+  const bool isNext = j == i + 1, closes = i == 0 && j + 1 == ring.size();
+  for (std::size_t k = 0; k < kChords; ++k)
+    for (std::size_t m = i == j ? k + 2 : 0; m < kChords; ++m) {
+      if ((isNext && k + 1 == kChords && m == 0) || (closes && k == 0 && m + 1 == kChords)) continue;
+      if (const auto at = meet(one[k], one[k + 1], two[m], two[m + 1]))
+        return Meeting{i, j, (static_cast<double>(k) + at->x) / kChords,
+                       (static_cast<double>(m) + at->y) / kChords};
+    }
+  return {};
+}
+
+/// Whether pieces that follow one another never lead back, so that they can not meet.
+bool isOneWay(const Piece& first, const Piece& last) {
+  const Vec way = last.p[3] - first.p[0];
+  for (const Piece* piece : {&first, &last})
+    for (std::size_t k = 0; k < 3; ++k)
+      if (dot(piece->p[k + 1] - piece->p[k], way) < 0) return false;
+  return true;
+}
+
+std::optional<Meeting> findMeeting(const Ring& ring) {
+  for (std::size_t i = 0; i < ring.size(); ++i)
+    for (std::size_t j = i; j < ring.size(); ++j) {
+      if (!ring[i].isNear(ring[j]) || (j <= i + 1 && isOneWay(ring[i], ring[j]))) continue;
+      if (const auto found = meetingOf(ring, i, j)) return found;
+    }
+  return {};
+}
+
+void append(Ring& ring, const Piece& piece) {
+  if (piece.size() >= kShortest) ring.push_back(piece);
+}
+
+/// The loop between a meeting's two passes.
+Ring innerLoop(const Ring& ring, const Meeting& at) {
+  Ring loop;
+  if (at.one == at.two) {
+    append(loop, ring[at.one].part(at.t, at.u));
+    return loop;
+  }
+  append(loop, ring[at.one].part(at.t, 1));
+  loop.insert(loop.end(), ring.begin() + static_cast<std::ptrdiff_t>(at.one) + 1,
+              ring.begin() + static_cast<std::ptrdiff_t>(at.two));
+  append(loop, ring[at.two].part(0, at.u));
+  return loop;
+}
+
+/// What is left of the ring without that loop.
+Ring outerLoop(const Ring& ring, const Meeting& at) {
+  Ring loop(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(at.one));
+  append(loop, ring[at.one].part(0, at.t));
+  append(loop, ring[at.two].part(at.u, 1));
+  loop.insert(loop.end(), ring.begin() + static_cast<std::ptrdiff_t>(at.two) + 1, ring.end());
+  return loop;
+}
+
+bool isInside(const Ring& ring, Vec p) {
+  bool inside = false;
+  for (const Piece& piece : ring) {
+    const auto points = chordsOf(piece);
+    for (std::size_t k = 0; k < kChords; ++k) {
+      const Vec a = points[k], b = points[k + 1];
+      if ((a.y > p.y) != (b.y > p.y) && p.x < a.x + (b.x - a.x) * (p.y - a.y) / (b.y - a.y)) inside = !inside;
+    }
+  }
+  return inside;
+}
+
+}  // namespace
+
+std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least) {
+  std::vector<Ring> open{ringOf(contour)}, simple;
+  for (int meetings = 0; !open.empty();) {
+    const Ring ring = std::move(open.back());
+    open.pop_back();
+    if (ring.empty()) continue;
+    const auto at = meetings++ < kMostMeetings ? findMeeting(ring) : std::nullopt;
+    if (!at) {
+      simple.push_back(ring);
+      continue;
+    }
+    open.push_back(innerLoop(ring, *at));
+    open.push_back(outerLoop(ring, *at));
+  }
+  if (simple.size() == 1) return {contourOf(simple.front())};
+
+  struct Loop {
+    const Ring* ring;
+    std::vector<PointF> contour;
+    double area;
+  };
+  const double sense = contourArea(contour) < 0 ? -1 : 1;
+  std::vector<Loop> loops;
+  for (const Ring& ring : simple) {
+    std::vector<PointF> closed = contourOf(ring);
+    const double area = sense * contourArea(closed);
+    loops.push_back({&ring, std::move(closed), area});
+  }
+  std::ranges::sort(loops, std::ranges::greater(), &Loop::area);
+  std::vector<std::vector<PointF>> kept;
+  std::vector<const Ring*> rings;
+  for (const Loop& loop : loops) {
+    const Vec middle =
+        loop.ring->size() > 1 ? loop.ring->at(loop.ring->size() / 2).p[0] : loop.ring->front().at(0.5);
+    const auto holds = [&](const Ring* ring) { return isInside(*ring, middle); };
+    if (!kept.empty() && (loop.area < least || std::ranges::any_of(rings, holds))) continue;
+    kept.push_back(loop.contour);
+    rings.push_back(loop.ring);
+  }
+  return kept;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,15 @@
+// Contours that cross themselves, made into simple ones.
+#pragma once
+
+#include <vector>
+
+#include "platform/surface.h"
+
+namespace lorivan {
+
+/// Takes a closed contour (see BandContour) apart where it crosses itself. What is left are its simple loops
+/// that run in the same sense as the whole, beside one another and each larger than `least` in area, and at
+/// least the largest of them. Segments shorter than a thousandth of a pixel go.
+std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least);
+
+}  // namespace lorivan
