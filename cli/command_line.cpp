@@ -4,8 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/sink.h"
-#include "custom/shape_file.h"
-#include "design/frame_files.h"
+#include "cli/option_checks.h"
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
@@ -15,10 +14,6 @@ namespace lorivan {
 namespace {
 
 class Parser;
-
-constexpr int kMostKnots = 100'000;
-
-Error tooManyKnots() { return wrongUsage("one run makes at most 100000 knots"); }
 
 /// One row says all about an option: how it is read, and its lines in the usage text.
 struct Option {
@@ -74,12 +69,6 @@ class Parser {
   Status takeFile(const std::string& name);
   Status takeLength(std::optional<double>& length);
   Status take(const Option& option);
-  Status checkCuts() const;
-  Status checkBody() const;
-  Status checkOutputs() const;
-  Status checkMany() const;
-  Status checkSizes() const;
-  Status checkAnimation() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -414,92 +403,6 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
-/// A size is asked for in one way.
-Status Parser::checkSizes() const {
-  if (line_.inner && !line_.output.height)
-    return wrongUsage("--inner needs --height, the height of the ring");
-  if (!line_.inner && !line_.frame) return {};
-  if (line_.inner && line_.frame) return wrongUsage("--inner and --frame do not go together");
-  if (line_.output.millimetres) return wrongUsage("--mm does not go with --inner or --frame, which set it");
-  if (line_.frame && line_.output.height) return wrongUsage("--frame has a height of its own");
-  return {};
-}
-
-/// Which options for machines go together.
-Status Parser::checkCuts() const {
-  const OutputOptions& wanted = line_.output;
-  if (wanted.outline && wanted.lines)
-    return wrongUsage("--outline and --lines are two drawings; an outline file has the centre lines, too");
-  if (wanted.kerf && !wanted.outline) return wrongUsage("--kerf moves outlines and needs --outline");
-  if (wanted.arcs && !wanted.outline && !wanted.lines) return wrongUsage("--arcs needs --outline or --lines");
-  if (wanted.animate && (wanted.outline || wanted.lines))
-    return wrongUsage("--animate does not go with --outline and --lines");
-  return {};
-}
-
-/// What options mean for outputs that may stand before or after them.
-Status Parser::checkOutputs() const {
-  if (line_.shape && !line_.knotFile.empty())
-    return wrongUsage("a knot file brings its own shape; --shape does not go with it");
-  if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
-    return wrongUsage("a shape file brings its own shape; --random does not go with it");
-  if (const Status checked = checkCuts(); !checked) return checked;
-  if (const Status checked = checkBody(); !checked) return checked;
-  if (const Status sizes = checkSizes(); !sizes) return sizes;
-  if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
-  return line_.output.animate ? checkAnimation() : Status();
-}
-
-Status Parser::checkBody() const {
-  const OutputOptions& made = line_.output;
-  if (made.relief && made.solid) return wrongUsage("--relief and --solid do not go together");
-  if (made.base && !made.relief && !made.solid) return wrongUsage("--base needs --relief or --solid");
-  if (!made.solid && (made.flat || made.fillet || made.cells != OutputOptions().cells))
-    return wrongUsage("--flat, --fillet and --cells shape the body that --solid makes");
-  if (line_.inner && (made.tube || line_.fitRadius))
-    return wrongUsage("--inner finds the strands' thickness; --tube and --fit-radius do not go with it");
-  if (made.height && !line_.inner && (made.solid || made.tube || line_.fitRadius))
-    return wrongUsage("--solid, --tube and --fit-radius need the width, --mm, and not --height");
-  return {};
-}
-
-/// Each knot's files have names of their own, and sheets are pictures.
-Status Parser::checkMany() const {
-  std::size_t knots = line_.lastSeed ? *line_.lastSeed - *line_.seed + 1 : 1;
-  for (const Sweep& sweep : line_.sweeps) knots *= sweep.values.size();
-  if (knots > kMostKnots) return tooManyKnots();
-  const std::size_t places = line_.sweeps.size() + (line_.seedsVary() ? 1 : 0);
-  for (const std::string& output : line_.outputs) {
-    const auto name = parseNumberedName(output);
-    if (!name) return name.error();
-    if (line_.sheet && name->places() == 0) {
-      const std::string extension = extensionOf(output);
-      if (extension != "png" && extension != "bmp" && extension != "svg")
-        return wrongUsage("--sheet makes png, bmp and svg files, not \"" + output + "\"");
-    } else if (name->places() != places) {
-      return wrongUsage(
-          "\"" + output + "\" needs " + std::to_string(places) + " of %d, for what its knots differ in" +
-          (line_.sheet || name->places() > 0 ? "" : "; --sheet puts them all into one picture"));
-    }
-  }
-  return {};
-}
-
-Status Parser::checkAnimation() const {
-  if (line_.output.solidView)
-    return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
-  if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
-  for (const std::string& name : line_.outputs) {
-    const std::string extension = extensionOf(name);
-    if (extension == "svg") continue;
-    if (extension != "png" && extension != "bmp")
-      return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
-    if (line_.manyKnots()) return wrongUsage("--animate makes svg files of many knots, not \"" + name + "\"");
-    if (const auto names = parseFrameNames(name); !names) return names.error();
-  }
-  return {};
-}
-
 Status Parser::take(const Option& option) {
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
   if (option.length != nullptr) return takeLength(line_.output.*option.length);
@@ -518,14 +421,14 @@ Result<CommandLine> Parser::run() {
   if (line_.kind == CommandKind::check) {
     if (!line_.outputs.empty()) return wrongUsage("--check writes nothing and does not go with -o");
     if (line_.manyKnots() || line_.sheet) return wrongUsage("--check looks at one knot at a time");
-    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
     return line_;
   }
   if (line_.kind != CommandKind::window) return line_;
   if (line_.sheet && line_.seedsVary()) line_.random = true;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
-    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
