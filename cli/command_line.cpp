@@ -4,8 +4,7 @@
 
 #include "base/numbers.h"
 #include "base/sink.h"
-#include "custom/shape_file.h"
-#include "design/frame_files.h"
+#include "cli/option_checks.h"
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
@@ -15,10 +14,6 @@ namespace lorivan {
 namespace {
 
 class Parser;
-
-constexpr int kMostKnots = 100'000;
-
-Error tooManyKnots() { return wrongUsage("one run makes at most 100000 knots"); }
 
 /// One row says all about an option: how it is read, and its lines in the usage text.
 struct Option {
@@ -55,6 +50,10 @@ class Parser {
   Status takeSweep();
   Status takeView();
   Status takeWidth();
+  Status takeCells();
+  Status takeFitRadius();
+  Status takeMaterial();
+  Status takeCheck() { return kind(CommandKind::check); }
   Status takeOrigin();
   Status takeStrands();
   Status takeFrame();
@@ -70,11 +69,6 @@ class Parser {
   Status takeFile(const std::string& name);
   Status takeLength(std::optional<double>& length);
   Status take(const Option& option);
-  Status checkCuts() const;
-  Status checkOutputs() const;
-  Status checkMany() const;
-  Status checkSizes() const;
-  Status checkAnimation() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -146,6 +140,28 @@ const std::vector<Option>& options() {
        "and "
        "as high as --height says; a bracelet where vtRingPerc is below 100",
        &Parser::takeInner},
+      {"--tube", "MM",
+       "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
+           ", in millimetres; with --mm both hold",
+       nullptr, nullptr, &OutputOptions::tube},
+      {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(),
+       nullptr, &OutputOptions::solid},
+      {"--fillet", "MM", "round the body's corners between strands by this radius", nullptr, nullptr,
+       &OutputOptions::fillet},
+      {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
+       nullptr, &OutputOptions::flat},
+      {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
+       &Parser::takeCells},
+      {"--fit-radius", "GAP",
+       "the radius that leaves this gap between strands, in millimetres with --mm; 0: they meet at every "
+       "crossing",
+       &Parser::takeFitRadius},
+      {"--check", "",
+       "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when "
+       "it "
+       "would not come out well",
+       &Parser::takeCheck},
+      {"--material", "NAME", "what --check judges by: " + materialNames(), &Parser::takeMaterial},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
@@ -163,7 +179,8 @@ const std::vector<Option>& options() {
       {"--relief", "",
        "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
        nullptr, &OutputOptions::relief},
-      {"--base", "MM", "thickness of a relief's plate (2)", nullptr, nullptr, &OutputOptions::base},
+      {"--base", "MM", "thickness of a relief's plate (2), or of one that is put under the body", nullptr,
+       nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -295,6 +312,33 @@ Status Parser::takeWidth() {
   return {};
 }
 
+Status Parser::takeCells() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto cells = parseInteger(text, 2, 32);
+  if (!cells) return wrongUsage("--cells takes a number from 2 to 32, not \"" + text + "\"");
+  line_.output.cells = static_cast<int>(*cells);
+  return {};
+}
+
+Status Parser::takeFitRadius() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto gap = parseNumber(text);
+  if (!gap || *gap < 0 || *gap > kMostMillimetres)
+    return wrongUsage("--fit-radius takes a gap from 0 to 100000, not \"" + text + "\"");
+  line_.fitRadius = *gap;
+  return {};
+}
+
+Status Parser::takeMaterial() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  line_.material = findMaterial(name);
+  if (line_.material != nullptr) return {};
+  return wrongUsage("there is no material \"" + name + "\"; it may be " + materialNames());
+}
+
 Status Parser::takeOrigin() {
   std::string place;
   if (const Status got = value(place); !got) return got;
@@ -359,79 +403,6 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
-/// A size is asked for in one way.
-Status Parser::checkSizes() const {
-  if (line_.inner && !line_.output.height)
-    return wrongUsage("--inner needs --height, the height of the ring");
-  if (!line_.inner && !line_.frame) return {};
-  if (line_.inner && line_.frame) return wrongUsage("--inner and --frame do not go together");
-  if (line_.output.millimetres) return wrongUsage("--mm does not go with --inner or --frame, which set it");
-  if (line_.frame && line_.output.height) return wrongUsage("--frame has a height of its own");
-  return {};
-}
-
-/// Which options for machines go together.
-Status Parser::checkCuts() const {
-  const OutputOptions& wanted = line_.output;
-  if (wanted.outline && wanted.lines)
-    return wrongUsage("--outline and --lines are two drawings; an outline file has the centre lines, too");
-  if (wanted.kerf && !wanted.outline) return wrongUsage("--kerf moves outlines and needs --outline");
-  if (wanted.arcs && !wanted.outline && !wanted.lines) return wrongUsage("--arcs needs --outline or --lines");
-  if (wanted.animate && (wanted.outline || wanted.lines))
-    return wrongUsage("--animate does not go with --outline and --lines");
-  return {};
-}
-
-/// What options mean for outputs that may stand before or after them.
-Status Parser::checkOutputs() const {
-  if (line_.shape && !line_.knotFile.empty())
-    return wrongUsage("a knot file brings its own shape; --shape does not go with it");
-  if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
-    return wrongUsage("a shape file brings its own shape; --random does not go with it");
-  if (const Status checked = checkCuts(); !checked) return checked;
-  if (line_.output.base && !line_.output.relief) return wrongUsage("--base is a relief's and needs --relief");
-  if (const Status sizes = checkSizes(); !sizes) return sizes;
-  if (const Status many = line_.manyKnots() ? checkMany() : Status(); !many) return many;
-  return line_.output.animate ? checkAnimation() : Status();
-}
-
-/// Each knot's files have names of their own, and sheets are pictures.
-Status Parser::checkMany() const {
-  std::size_t knots = line_.lastSeed ? *line_.lastSeed - *line_.seed + 1 : 1;
-  for (const Sweep& sweep : line_.sweeps) knots *= sweep.values.size();
-  if (knots > kMostKnots) return tooManyKnots();
-  const std::size_t places = line_.sweeps.size() + (line_.seedsVary() ? 1 : 0);
-  for (const std::string& output : line_.outputs) {
-    const auto name = parseNumberedName(output);
-    if (!name) return name.error();
-    if (line_.sheet && name->places() == 0) {
-      const std::string extension = extensionOf(output);
-      if (extension != "png" && extension != "bmp" && extension != "svg")
-        return wrongUsage("--sheet makes png, bmp and svg files, not \"" + output + "\"");
-    } else if (name->places() != places) {
-      return wrongUsage(
-          "\"" + output + "\" needs " + std::to_string(places) + " of %d, for what its knots differ in" +
-          (line_.sheet || name->places() > 0 ? "" : "; --sheet puts them all into one picture"));
-    }
-  }
-  return {};
-}
-
-Status Parser::checkAnimation() const {
-  if (line_.output.solidView)
-    return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
-  if (line_.output.relief) return wrongUsage("--animate and --relief do not go together");
-  for (const std::string& name : line_.outputs) {
-    const std::string extension = extensionOf(name);
-    if (extension == "svg") continue;
-    if (extension != "png" && extension != "bmp")
-      return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
-    if (line_.manyKnots()) return wrongUsage("--animate makes svg files of many knots, not \"" + name + "\"");
-    if (const auto names = parseFrameNames(name); !names) return names.error();
-  }
-  return {};
-}
-
 Status Parser::take(const Option& option) {
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
   if (option.length != nullptr) return takeLength(line_.output.*option.length);
@@ -447,18 +418,24 @@ Result<CommandLine> Parser::run() {
     const Status taken = found != nullptr ? take(*found) : takeFile(word);
     if (!taken) return taken.error();
   }
+  if (line_.kind == CommandKind::check) {
+    if (!line_.outputs.empty()) return wrongUsage("--check writes nothing and does not go with -o");
+    if (line_.manyKnots() || line_.sheet) return wrongUsage("--check looks at one knot at a time");
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
+    return line_;
+  }
   if (line_.kind != CommandKind::window) return line_;
   if (line_.sheet && line_.seedsVary()) line_.random = true;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
-    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
                            !line_.checks.empty() || line_.fit || line_.setStrands || line_.sheet ||
-                           line_.frame || line_.inner || !line_.sweeps.empty() ||
-                           line_.output != OutputOptions{};
-  if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
+                           line_.frame || line_.inner || !line_.sweeps.empty() || line_.fitRadius ||
+                           line_.material != nullptr || line_.output != OutputOptions{};
+  if (optionsOnly) return wrongUsage("these options need an output file, -o FILE, or --check");
   return line_;
 }
 
@@ -557,6 +534,7 @@ std::string usageText() {
       "lorivan [KNOT]                     open the window, with this knot if one is named\n"
       "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
       "                                   write files, without a window or a display\n"
+      "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
       "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
       formatsWithSource() +
       ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
@@ -565,8 +543,9 @@ std::string usageText() {
     if (!option.about.empty()) out += usageOf(option);
   return out +
          "\n"
-         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"
-         "5 an output that cannot be written, 6 no display for the window.\n";
+         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made\n"
+         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the "
+         "window.\n";
 }
 
 }  // namespace lorivan

@@ -9,6 +9,7 @@
 
 #include "base/result.h"
 #include "design/fit_size.h"
+#include "design/materials.h"
 #include "design/output_options.h"
 #include "design/parameters.h"
 #include "graph/standard_grids.h"
@@ -28,7 +29,7 @@ enum ExitStatus {
 /// The status for a run that this kind of error ends.
 ExitStatus exitStatusOf(ErrorKind kind);
 
-enum class CommandKind { window, makeFiles, help, version, list };
+enum class CommandKind { window, makeFiles, check, help, version, list };
 
 /// A field that takes one value after the other.
 struct Sweep {
@@ -49,9 +50,11 @@ struct CommandLine {
   std::vector<Sweep> sweeps;                    // at most two
   bool sheet = false;  // the outputs without a place for numbers hold all knots in one picture
   OutputOptions output;
-  bool fit = false;                 // bands and picture
-  std::optional<TwoLengths> frame;  // width and height of the drawn knot
-  std::optional<double> inner;      // diameter of a ring; its height is among the output options
+  bool fit = false;                    // bands and picture
+  std::optional<TwoLengths> frame;     // width and height of the drawn knot
+  std::optional<double> inner;         // diameter of a ring; its height is among the output options
+  std::optional<double> fitRadius;     // gap between the model's strands; 0: they meet
+  const Material* material = nullptr;  // that a check is to judge by
   bool setStrands = false;
   std::optional<int> strands;  // none: as many as possible
   bool quiet = false;

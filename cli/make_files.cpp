@@ -1,6 +1,7 @@
 #include "cli/make_files.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <new>
 
@@ -9,8 +10,10 @@
 #include "cli/knot_maker.h"
 #include "cli/sheet_files.h"
 #include "design/fit.h"
+#include "design/fit_radius.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
+#include "design/model_check.h"
 #include "design/outputs.h"
 #include "design/vector_outputs.h"
 
@@ -101,9 +104,11 @@ class FileMaker {
       : platform_(platform), line_(line), report_(platform, errors, line.quiet), maker_(line, report_) {}
 
   int run();
+  int check(std::ostream& report);
 
  private:
   std::uint64_t firstSeed();
+  int makeKnotOf(const Member& member, Document& document, OutputOptions& options);
   int makeAll(const Batch& batch, SheetFiles& sheets);
   int makeOne(const Member& member, SheetFiles& sheets, double part);
   int writeSheets(SheetFiles& sheets);
@@ -158,6 +163,10 @@ void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
   if (options.lines) noteIgnored(fields, "--lines", canBeCut);
   if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
   if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
+  if (options.tube)
+    noteIgnored(fields, "--tube", [](const ExportFormat& format) { return format.width == WidthOf::model; });
+  if (options.solid)
+    noteIgnored(fields, "--solid", [](const ExportFormat& format) { return format.takesSolid; });
 }
 
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
@@ -172,12 +181,24 @@ void FileMaker::noteOverlap(const OutputJob& job) {
                ": --fit makes room");
 }
 
-int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
+/// Document, knot and options of one member.
+int FileMaker::makeKnotOf(const Member& member, Document& document, OutputOptions& options) {
   report_.about(member.caption);
-  Document document;
-  OutputOptions options = line_.output;
+  options = line_.output;
   if (const int status = maker_.make(member, document, options); status != kDone) return status;
   if (const Status made = makeKnot(document, *knot_); !made) return report_.fail(made.error());
+  if (!line_.fitRadius) return kDone;
+  auto fitted = withFittedRadius(document, *knot_, *line_.fitRadius, options.millimetres);
+  if (!fitted) return report_.fail(fitted.error());
+  document = std::move(*fitted);
+  report_.note("vtPolyRadius=" + document.fields.text(Param::PolyRadius));
+  return kDone;
+}
+
+int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
+  Document document;
+  OutputOptions options;
+  if (const int status = makeKnotOf(member, document, options); status != kDone) return status;
   noteIgnoredOptions(document.fields);
   const StrandColours colours = strandColours(document.fields.boxes);
   OutputJob job{platform_, document, *knot_, colours};
@@ -244,15 +265,39 @@ int FileMaker::run() {
   return written != kDone ? written : made;
 }
 
+int FileMaker::check(std::ostream& report) {
+  if (const int status = maker_.read(); status != kDone) return status;
+  Document document;
+  OutputOptions options;
+  const Batch batch(line_, firstSeed());
+  if (const int status = makeKnotOf(batch.member(0), document, options); status != kDone) return status;
+  const auto checked = checkModel(*knot_, document.fields, options);
+  if (!checked) return report_.fail(checked.error());
+  report << checkText(*checked, line_.material) << std::flush;
+  if (!report) return kBadOutput;
+  const Material& material = line_.material != nullptr ? *line_.material : kMaterials.front();
+  return faultsOf(*checked, material).empty() ? kDone : kNoKnot;
+}
+
+/// Memory may not suffice for what was asked for.
+template <class Work>
+int withinMemory(std::ostream& errors, Work&& work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    errors << "lorivan: there is not enough memory for this\n";
+    return kBadOutput;
+  }
+}
+
 }  // namespace
 
 int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
-  try {
-    return FileMaker(platform, line, errors).run();
-  } catch (const std::bad_alloc&) {
-    errors << "lorivan: there is not enough memory for these outputs\n";
-    return kBadOutput;
-  }
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).run(); });
+}
+
+int checkKnot(Platform& platform, const CommandLine& line, std::ostream& report, std::ostream& errors) {
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).check(report); });
 }
 
 }  // namespace lorivan

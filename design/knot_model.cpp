@@ -105,6 +105,8 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.thumbnail = options.thumbnail;
   scene.materialFile = options.materialFile;
   scene.progress = options.progress;
+  scene.solid = options.solid;
+  scene.remark = options.remark;
   scene.cornerOrigin = options.cornerOrigin;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);

@@ -53,6 +53,8 @@ struct ModelFileOptions {
   bool shared = false, binary = false;  // these as in ExportScene
   std::optional<Relief> relief = {};
   std::string_view title = {}, thumbnail = {}, materialFile = {};
+  const TriangleMesh* solid = nullptr;  // written for the tubes by formats that take it
+  std::string_view remark = {};         // about the body
 };
 
 /// Writes a format whose kind is model.

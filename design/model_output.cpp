@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "design/solid_model.h"
 #include "design/source.h"
 #include "export/grey_png.h"
 #include "export/height_map.h"
@@ -30,6 +31,80 @@ Result<const TubeModel*> modelOf(const OutputJob& job, int sides) {
   return model;
 }
 
+void tellPieces(const OutputJob& job, int pieces, const Contacts& contacts) {
+  if (job.note && contacts.crossings > 0) job.note(piecesText(pieces, contacts));
+}
+
+/// What a model writer is told beside the model.
+struct FileTexts {
+  std::string source, title, thumbnail, materials, remark;
+};
+
+Result<FileTexts> textsFor(const ExportFormat& format, const OutputJob& job) {
+  FileTexts texts;
+  if (format.carriesSource) texts.source = sourceOf(job);
+  texts.title = titleOf(job.document);
+  texts.materials = fileNameOf(materialsBeside(format, job.options, job.fileName));
+  if (format.write != writeThreeMf) return texts;
+  auto picture = makeThumbnail(job);
+  if (!picture) return picture.error();
+  texts.thumbnail = std::move(*picture);
+  return texts;
+}
+
+Status writeWith(const ExportFormat& format, const OutputJob& job, const FileTexts& texts,
+                 const TubeModel& model, std::optional<double> millimetres, const TriangleMesh* solid,
+                 Sink& sink) {
+  ModelFileOptions options{millimetres, texts.source, job.progress};
+  options.cornerOrigin = job.options.cornerOrigin;
+  options.shared = job.options.weld;
+  options.binary = job.options.binary;
+  if (job.options.relief)
+    options.relief = {job.options.width.value_or(kReliefWidth), job.options.base.value_or(kReliefBase)};
+  options.title = texts.title;
+  options.thumbnail = texts.thumbnail;
+  options.materialFile = texts.materials;
+  options.solid = solid;
+  options.remark = texts.remark;
+  return writeModelFile(format, job.platform, job.knot, job.document.fields, model, options, sink);
+}
+
+/// Plates and roundings have millimetres where the format has, whether a width is asked for or not.
+OutputOptions bodyOptions(const ExportFormat& format, OutputOptions options) {
+  const bool standard = format.write == writeThreeMf || format.write == writeGlb;
+  if (standard && !options.millimetres && !options.tube) options.millimetres = kStandardMillimetres;
+  return options;
+}
+
+Status writeBody(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  const auto made = makeBody(job.knot, job.document.fields, bodyOptions(format, job.options));
+  if (!made) return made.error();
+  tellPieces(job, made->body.pieces, made->contacts);
+  auto texts = textsFor(format, job);
+  if (!texts) return texts.error();
+  texts->remark = piecesText(made->body.pieces, made->contacts);
+  return writeWith(format, job, *texts, made->lines, made->millimetres, &made->body.mesh, sink);
+}
+
+/// The tubes, as thick as they are to be.
+Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) {
+  const auto built = modelOf(job, format.sides);
+  if (!built) return built.error();
+  const auto texts = textsFor(format, job);
+  if (!texts) return texts.error();
+  const bool sized = job.options.tube && format.width == WidthOf::model;
+  TubeModel own;
+  if (sized) own = **built;
+  const TubeModel& model = sized ? own : **built;
+  const auto millimetres = sized ? sizeTubes(own, job.options) : Result(wantedWidth(format, job, model));
+  if (!millimetres) return millimetres.error();
+  if (job.note && format.takesSolid && !job.options.relief) {
+    const Contacts contacts = modelContacts(job.knot, job.document.fields, model);
+    tellPieces(job, contacts.pieces, contacts);
+  }
+  return writeWith(format, job, *texts, model, *millimetres, nullptr, sink);
+}
+
 }  // namespace
 
 Status drawSolid(const OutputJob& job, Surface& surface, bool transparent, bool heights) {
@@ -48,27 +123,8 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent, bool 
 }
 
 Status makeModel(const ExportFormat& format, const OutputJob& job, Sink& sink) {
-  const auto model = modelOf(job, format.sides);
-  if (!model) return model.error();
-  const std::string source = format.carriesSource ? sourceOf(job) : std::string();
-  const std::string title = titleOf(job.document);
-  const std::string materials(fileNameOf(materialsBeside(format, job.options, job.fileName)));
-  std::string thumbnail;
-  if (format.write == writeThreeMf) {
-    auto picture = makeThumbnail(job);
-    if (!picture) return picture.error();
-    thumbnail = std::move(*picture);
-  }
-  ModelFileOptions options{wantedWidth(format, job, **model), source, job.progress};
-  options.cornerOrigin = job.options.cornerOrigin;
-  options.shared = job.options.weld;
-  options.binary = job.options.binary;
-  if (job.options.relief)
-    options.relief = {job.options.width.value_or(kReliefWidth), job.options.base.value_or(kReliefBase)};
-  options.title = title;
-  options.thumbnail = thumbnail;
-  options.materialFile = materials;
-  return writeModelFile(format, job.platform, job.knot, job.document.fields, **model, options, sink);
+  return job.options.solid && format.takesSolid ? writeBody(format, job, sink)
+                                                : writeTubes(format, job, sink);
 }
 
 /// A height map that other programs carve from: its levels have a true depth, which the file and a note tell.
@@ -101,7 +157,7 @@ Result<std::string> makeReliefPicture(const OutputJob& job) {
 
 std::string materialsBeside(const ExportFormat& format, const OutputOptions& options,
                             const std::string& fileName) {
-  if (!options.weld || format.write != writeObj || fileName.empty()) return {};
+  if (!options.weld || options.solid || format.write != writeObj || fileName.empty()) return {};
   return fileName.substr(0, fileName.size() - format.extension.size()) + "mtl";
 }
 

@@ -19,6 +19,11 @@ struct OutputOptions {
   std::optional<double> height = {};  // and its height, millimetres; of both, what is reached first counts
   bool transparent = false;           // svg and png without their background
   bool solidView = false;             // pictures hold the 3-D view
+  std::optional<double> tube = {};    // thickness of the model's strands, millimetres
+  bool solid = false;                 // the strands are fused to one body
+  bool flat = false;                  // its underside is cut flat
+  std::optional<double> fillet = {};  // radius of the rounding where its strands meet, millimetres
+  int cells = 8;                      // cells of the body for each radius of a strand
   bool animate = false;               // svg holds the animation; png and bmp are numbered frames
   bool outline = false;               // svg, pdf and dxf hold the closed outlines of the visible bands
   bool lines = false;                 // svg, pdf and dxf hold every centre line once
@@ -28,7 +33,7 @@ struct OutputOptions {
   bool weld = false;                  // obj with shared corners, and its materials in a second file
   bool binary = false;                // stl
   bool relief = false;                // png is a 16-bit height map, stl and 3mf are the model on a plate
-  std::optional<double> base = {};    // thickness of a relief's plate in millimetres
+  std::optional<double> base = {};    // thickness of the plate under a relief or a body, millimetres
 
   bool operator==(const OutputOptions&) const = default;
 };

@@ -3,9 +3,9 @@
 #include <array>
 
 #include "design/model_output.h"
+#include "design/solid_model.h"
 #include "design/source.h"
 #include "design/vector_outputs.h"
-#include "export/mesh.h"
 #include "strands/band_paths.h"
 
 namespace lorivan {
@@ -83,20 +83,12 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
 }
 
 std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model) {
-  if (!job.options.height) return job.options.millimetres;
-  double width = 0, height = 0;
-  if (format.width == WidthOf::drawing) {
-    const KnotStyle style = knotStyle(job.document.fields, job.colours);
-    const GridView view = viewOf(job.knot, job.document.fields, style, kReferenceWidth, true);
-    const PictureBox box = drawnBox(job.knot.curve, style, view, false);
-    width = box.right - box.left;
-    height = box.bottom - box.top;
-  } else {
-    const ModelBox box = modelBox(model);
-    width = box.x.size();
-    height = box.y.size();
-  }
-  return *wantedScale(job.options, width, height) * width;
+  if (!job.options.height || format.width != WidthOf::drawing) return wantedModelWidth(job.options, model);
+  const KnotStyle style = knotStyle(job.document.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.document.fields, style, kReferenceWidth, true);
+  const PictureBox box = drawnBox(job.knot.curve, style, view, false);
+  const double width = box.right - box.left;
+  return *wantedScale(job.options, width, box.bottom - box.top) * width;
 }
 
 std::string titleOf(const Document& document) {

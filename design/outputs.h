@@ -37,7 +37,8 @@ std::string sourceOf(const OutputJob& job);
 /// The width of a model, or of a drawing's flat lines with their bands, that gives it the size asked for.
 std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model);
 
-/// The name of the second file that a welded OBJ of this name needs; empty where there is none.
+/// The name of the second file that a welded OBJ of this name needs; empty where there is none, as for a
+/// fused body.
 std::string materialsBeside(const ExportFormat& format, const OutputOptions& options,
                             const std::string& fileName);
 Status makeMaterials(const OutputJob& job, Sink& sink);

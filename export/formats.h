@@ -31,6 +31,7 @@ struct ExportFormat {
   int saveNumber = 0;            // the option's number in the settings; 0: none
   int sides = 0;                 // the model must be built with so many sides; 0: with the field's
   Status (*write)(const ExportScene&, Sink&) = nullptr;  // null unless the kind is model
+  bool takesSolid = false;                               // writes a fused body where the scene has one
   bool carriesSource = false;  // holds the document's text and opens as its knot, see ExportScene::source
 };
 
@@ -55,6 +56,9 @@ std::string formatExtensions();
 
 /// "svg, emf and flat dxf": the formats whose width in millimetres is that of this.
 std::string formatsWithWidth(WidthOf width);
+
+/// "obj and stl": the formats that take a fused body.
+std::string formatsWithSolid();
 
 /// "svg and png": the formats that open as the knot that they were made from.
 std::string formatsWithSource();

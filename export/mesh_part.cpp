@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "export/relief.h"
+#include "export/solid_mesh.h"
 
 namespace lorivan {
 namespace {
@@ -84,8 +85,8 @@ std::vector<MeshPart> strandParts(const TubeMesh& mesh) {
 }
 
 Result<std::vector<MeshPart>> sceneParts(const ExportScene& scene, std::optional<double> standard) {
-  if (scene.relief) {
-    auto part = reliefPart(scene);
+  if (scene.relief || scene.solid != nullptr) {
+    auto part = scene.relief ? reliefPart(scene) : solidPart(scene, standard);
     if (!part) return part.error();
     return std::vector<MeshPart>{std::move(*part)};
   }

@@ -36,7 +36,7 @@ void eachTriangle(const MeshPart& part, Use&& use) {
 /// One part for each strand, named "Strand 1" and so on by its slot.
 std::vector<MeshPart> strandParts(const TubeMesh& mesh);
 
-/// The scene's relief where it has one, else its strands; `standard` as for sceneMesh().
+/// The scene's relief or fused body where it has one, else its strands; `standard` as for sceneMesh().
 Result<std::vector<MeshPart>> sceneParts(const ExportScene& scene, std::optional<double> standard);
 
 /// Turns the parts by half a turn about the z axis: a model seen from +z then stands as the knot is drawn.

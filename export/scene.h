@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "base/colour.h"
+#include "model3d/triangle_mesh.h"
 #include "model3d/tube_model.h"
 #include "strands/knot_curve.h"
 
@@ -49,7 +50,9 @@ struct ExportScene {
   double bandWidth = 0;          // outer width of a drawn band, grid units; 2-D DXF leaves gaps of this width
   bool cornerOrigin = false;     // 2-D DXF: the drawn knot's lower left corner lies at 0, 0
   bool fullyCrossed = false;     // 2-D DXF: whole strands, without gaps at the under-crossings
-  std::optional<double> millimetres = {};            // width in the file, for the formats that take one
+  std::optional<double> millimetres = {};  // width in the file, for the formats that take one
+  const TriangleMesh* solid = nullptr;     // the fused body, which formats that take one write for the tubes
+  std::string_view remark = {};            // about the body, for formats with a place for it; ASCII, one line
   std::optional<std::string_view> povTemplate = {};  // text of povinit.txt, when there is one
   /// The knot itself as text without white space that needs no escaping (see design/source.h), for the
   /// formats that carry it; empty: none.

@@ -90,18 +90,19 @@ void eachMeshTriangle(const TubeMesh& mesh, const ExportScene& scene, const Text
     }
 }
 
-/// A file of so many triangles, which each(use) passes on.
+/// A file of so many triangles, which each(use) passes on. A text's first line is the place for a remark.
 template <class Each>
-Status writeTriangles(bool binary, std::size_t triangles, Sink& sink, Each&& each) {
+Status writeTriangles(const ExportScene& scene, std::size_t triangles, Sink& sink, Each&& each) {
   TextOut out(sink);
-  if (binary) {
+  if (scene.binary) {
     std::string head(kBinaryHead);
     head.resize(kHeadSize, ' ');
     appendLittle32(head, static_cast<std::uint32_t>(triangles));
     out.text(head);
     each(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeFacet(out, a, b, c); });
   } else {
-    out.line("solid");
+    out.text(scene.remark.empty() ? "solid" : "solid ");
+    out.line(scene.remark);
     each(out,
          [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeTriangle(out, a, b, c); });
     out.line("endsolid");
@@ -113,19 +114,20 @@ Status writeTubes(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   const Status written =
-      writeTriangles(scene.binary, mesh->triangleCount(), sink,
+      writeTriangles(scene, mesh->triangleCount(), sink,
                      [&](const TextOut& out, auto&& use) { eachMeshTriangle(*mesh, scene, out, use); });
   if (!written) return written;
   return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(),
                       [&] { return factsOf(*mesh); });
 }
 
-Status writeRelief(const ExportScene& scene, Sink& sink) {
-  const auto parts = sceneParts(scene, kStandardMillimetres);
+/// A relief or a body.
+Status writeParts(const ExportScene& scene, Sink& sink) {
+  const auto parts = sceneParts(scene, scene.relief ? std::optional(kStandardMillimetres) : std::nullopt);
   if (!parts) return parts.error();
   FileFacts facts = factsOf(*parts);
   facts.points = facts.places = 0;
-  const Status written = writeTriangles(scene.binary, facts.triangles, sink, [&](const TextOut&, auto&& use) {
+  const Status written = writeTriangles(scene, facts.triangles, sink, [&](const TextOut&, auto&& use) {
     for (const MeshPart& part : *parts)
       eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
         use(part.points[a], part.points[b], part.points[c]);
@@ -138,7 +140,7 @@ Status writeRelief(const ExportScene& scene, Sink& sink) {
 }  // namespace
 
 Status writeStl(const ExportScene& scene, Sink& sink) {
-  return scene.relief ? writeRelief(scene, sink) : writeTubes(scene, sink);
+  return scene.relief || scene.solid != nullptr ? writeParts(scene, sink) : writeTubes(scene, sink);
 }
 
 }  // namespace lorivan

@@ -181,6 +181,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuViewFront", kView, "Front &view", "", [](Handlers& h) { h.mnuViewFront_Click(); }, solidInFront},
     {"mnuViewWhole", kView, "&Whole picture", "Ctrl+0", [](Handlers& h) { h.mnuViewWhole_Click(); },
      [](const Workbench& b) { return b.picture() != Picture::sheet; }},
+    {"mnuViewCheckModel", kView, "Chec&k model...", "", [](Handlers& h) { h.mnuViewCheckModel_Click(); }, hasKnot, nullptr, nullptr, kSeparator},
+    {"mnuViewFitRadius", kView, "Fit r&adius...", "", [](Handlers& h) { h.mnuViewFitRadius_Click(); }, hasKnot},
     {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+9", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
      [](const Workbench& b) { return b.document().fields.fitPicture; }, nullptr, kSeparator},
     {"mnuViewClassic", kView, "&Classic joints", "", [](Handlers& h) { h.mnuViewClassic_Click(); }, nullptr,

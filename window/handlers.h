@@ -57,6 +57,8 @@ class Handlers {
   void cmd3D_Click();
   void cmd2DView_Click();
   void cmd3DView_Click();
+  void mnuViewCheckModel_Click();
+  void mnuViewFitRadius_Click();
   void picKnot_Mouse(const MouseEvent& event);
   void picNav_Mouse(const MouseEvent& event);
   void mnuViewFront_Click();
@@ -136,6 +138,7 @@ class Handlers {
   bool variationsKey(Key key);
   void adoptVariation();
   void showModel();
+  std::optional<double> askMillimetres(const std::string& prompt, const std::string& title, double initial);
   void mouseRests();
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
@@ -150,11 +153,13 @@ class Handlers {
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});
   const ExportFormat* chosenFormat() const;
-  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
-  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  std::shared_ptr<KnotModel> modelFor(const ExportFormat& format);
+  Status writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model, const std::string& path,
+                    std::string& note);
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;
+  double millimetres_ = 80;  // width of the finished knot, as last asked for
 };
 
 }  // namespace lorivan

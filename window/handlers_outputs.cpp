@@ -142,17 +142,18 @@ const ExportFormat* Handlers::chosenFormat() const {
 
 /// The model that the format wants, from the fields as they are now; null when there is none, which the user
 /// has been told. Where the format has its own number of sides the model shown is left alone.
-const TubeModel* Handlers::modelFor(const ExportFormat& format, KnotModel& own) {
+std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
   if (format.sides == 0) {
     if (!bench_.modelCurrent() && !bench_.buildModel(true)) return nullptr;
     if (bench_.solidShown()) bench_.paintSolid();
-    return &bench_.solid.model();
+    return bench_.solid.sharedModel();
   }
   const Document& document = bench_.document();
+  auto own = std::make_shared<KnotModel>();
   const Status built =
-      own.build(bench_.knot(), document.fields, strandColours(document.fields.boxes), format.sides);
+      own->build(bench_.knot(), document.fields, strandColours(document.fields.boxes), format.sides);
   if (!built) bench_.tell(built.error());
-  return built ? &own.built() : nullptr;
+  return built ? own : nullptr;
 }
 
 void Handlers::mnuFileSave3D_Click() {
@@ -163,8 +164,7 @@ void Handlers::mnuFileSave3D_Click() {
   }
   Window& window = bench_.window;
   const Deeds::Working working(bench_.deeds);
-  KnotModel own;
-  const TubeModel* model = modelFor(*format, own);
+  const std::shared_ptr<KnotModel> model = modelFor(*format);
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window.processEvents()) return;
   const std::string path = bench_.files.NewFname(std::string(format->label), std::string(format->extension));
@@ -172,10 +172,13 @@ void Handlers::mnuFileSave3D_Click() {
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   window.setBusy(true);
-  const Status written = writeModel(*format, *model, path);
+  std::string note;
+  const Status written = writeModel(*format, model, path, note);
   window.setBusy(false);
   if (written) {
-    return tellSaved(path, ": " + std::to_string(model->QuadCount) + " polygons");
+    tellSaved(path, ": " + std::to_string(model->built().QuadCount) + " polygons");
+    if (!note.empty()) bench_.statusToo(note);
+    return;
   }
   const ErrorKind kind = written.error().kind;
   // Limits and the template that is not there have messages of their own.
@@ -184,8 +187,10 @@ void Handlers::mnuFileSave3D_Click() {
   bench_.status(message ? "Nothing was saved" : written.error().message);
 }
 
-/// A file that was there before stays as it is unless the new one is complete.
-Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path) {
+/// A file that was there before stays as it is unless the new one is complete. `note` is what its maker must
+/// know of it.
+Status Handlers::writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model,
+                            const std::string& path, std::string& note) {
   auto sink = FileSink::create(path);
   if (!sink) return sink.error();
   int shown = -1;
@@ -197,13 +202,10 @@ Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, 
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);
   job.progress = progress;
-  const std::string source = format.carriesSource ? sourceOf(job) : std::string();
-  const Status made =
-      asksForCut(job.options) && isFlatDxf(format)
-          ? makeOutput(format, job, **sink)
-          : writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
-                           {wantedWidth(format, job, model), source, progress, job.options.cornerOrigin},
-                           **sink);
+  job.note = [&note](const std::string& text) { note = text; };
+  job.fileName = path;
+  job.model = std::move(model);
+  const Status made = makeOutput(format, job, **sink);
   // It knows why bytes were refused, the writer does not.
   if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;

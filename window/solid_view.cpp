@@ -7,6 +7,7 @@
 
 #include "base/numbers.h"
 #include "graph/grid_view.h"
+#include "model3d/marks.h"
 #include "window/form_table.h"
 
 namespace lorivan {
@@ -71,10 +72,12 @@ Status SolidView::build(const Document& document, const KnotStages& stages) {
   }
   if (inputs_ != model)
     if (const Status built =
-            model_.build(stages.knot(), document.fields, strandColours(document.fields.boxes));
+            model_->build(stages.knot(), document.fields, strandColours(document.fields.boxes));
         !built)
       return built;
   if (inputs_ != model || standIn_.QuadCount == 0) buildStandIn(document, stages);
+  marked_.reset();
+  markedStandIn_.reset();
   inputs_ = wanted;
   background_ = wanted.background;
   heightMap_ = wanted.heightMap;
@@ -85,7 +88,7 @@ Status SolidView::build(const Document& document, const KnotStages& stages) {
 /// With other colours and other values it would be another knot: it is built with the model.
 void SolidView::buildStandIn(const Document& document, const KnotStages& stages) {
   standIn_.clear();
-  const int quads = model_.built().QuadCount;
+  const int quads = model_->built().QuadCount;
   if (quads <= kQuickModel) return;
   const TubeSettings settings = coarserSettings(tubeSettings(document.fields), quads, kQuickModel);
   const SlotColours colours = tubeColours(document.fields, strandColours(document.fields.boxes));
@@ -130,11 +133,16 @@ PictureLook SolidView::look(const Document& document) const {
 void SolidView::paint(const Document& document) {
   Surface& picture = window_.surface(kPicture);
   const TubeModel& shown = shownModel();
-  const auto polygons = static_cast<float>(std::max(1, model_.built().QuadCount));
+  const auto polygons = static_cast<float>(std::max(1, model_->built().QuadCount));
   picture.clear(background_);
   renderer_.render(shown, lightSettings(document.fields), angles_, lens_, look(document),
                    picture.lendPixels(), static_cast<float>(shown.QuadCount) / polygons);
   picture.refresh();
+}
+
+void SolidView::mark(std::span<const Vec3> places) {
+  marked_ = withMarks(model_->built(), places);
+  if (standIn_.QuadCount > 0) markedStandIn_ = withMarks(standIn_, places);
 }
 
 void SolidView::paintRotator() {
@@ -207,7 +215,7 @@ bool SolidView::lensMoved(const MouseEvent& event) {
   if (event.action == MouseAction::wheel)
     zoom(std::pow(kZoomStep, static_cast<float>(std::clamp(event.steps, -10, 10))), at);
   if (event.action == MouseAction::doubleClick && event.button == kLeftButton)
-    lens_ = fittedLens(model_.built(), angles_, picture.width(), picture.height());
+    lens_ = fittedLens(model_->built(), angles_, picture.width(), picture.height());
   if (event.button == kMiddleButton && event.action == MouseAction::move) {
     moving_ = true;
     lens_.pan = {std::clamp(lens_.pan.x + at.x - grip_.x, -kFarthestPan, kFarthestPan),
@@ -227,7 +235,7 @@ bool SolidView::rest() { return std::exchange(moving_, false); }
 
 Surface* SolidView::picBig(const Document& document) {
   const Surface& shown = window_.surface(kPicture);
-  const TubeModel& model = model_.built();
+  const TubeModel& model = model_->built();
   if (model.QuadCount == 0) return nullptr;
   auto made = platform_.createSurface(2 * shown.width(), 2 * shown.height());
   if (!made) return nullptr;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "design/knot.h"
 #include "design/knot_model.h"
@@ -26,7 +27,11 @@ class SolidView {
   bool ofStrands(const KnotStages& stages) const;
   /// Whether the model has the colours that the document's strands have.
   bool sameColours(const Document& document) const;
-  const TubeModel& model() const { return model_.built(); }
+  const TubeModel& model() const { return model_->built(); }
+  /// The same for those who make files of it. They must ask for no other number of sides than the field's.
+  std::shared_ptr<KnotModel> sharedModel() const { return model_; }
+  /// Shows marks round these places until the model is built anew.
+  void mark(std::span<const Vec3> places);
 
   /// Turns to the document's angles. What was turned with the mouse stays as fine as it is as long as the
   /// document says the same degrees.
@@ -78,7 +83,8 @@ class SolidView {
   static Inputs inputsOf(const Document& document, const KnotStages& stages);
   void buildStandIn(const Document& document, const KnotStages& stages);
   const TubeModel& shownModel() const {
-    return moving_ && standIn_.QuadCount > 0 ? standIn_ : model_.built();
+    if (moving_ && standIn_.QuadCount > 0) return markedStandIn_ ? *markedStandIn_ : standIn_;
+    return marked_ ? *marked_ : model_->built();
   }
   PictureLook look(const Document& document) const;
   void zoom(float factor, PointF at);
@@ -87,10 +93,11 @@ class SolidView {
 
   Platform& platform_;
   Window& window_;
-  KnotModel model_;
-  std::optional<Inputs> inputs_;  // what the model was built from
-  TubeModel standIn_;             // empty where the model itself is quick to show
-  ModelPicture renderer_;         // keeps its memory from one picture to the next
+  std::shared_ptr<KnotModel> model_ = std::make_shared<KnotModel>();
+  std::optional<Inputs> inputs_;                     // what the model was built from
+  TubeModel standIn_;                                // empty where the model itself is quick to show
+  std::optional<TubeModel> marked_, markedStandIn_;  // both with marks, while there are any
+  ModelPicture renderer_;                            // keeps its memory from one picture to the next
   ViewState angles_;
   DragState drag_;
   Lens lens_;

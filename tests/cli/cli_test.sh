@@ -166,7 +166,7 @@ expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o r
 grep -q "mm changes nothing" err.txt && fault "a height map has a size"
 [[ $(od -An -tu1 -j24 -N2 relief.png) == "  16   0" ]] || fault "a height map has 16 bits"
 grep -q 'vertex 50.000 0.000 3.000' relief.stl || fault "a relief's plate is 3 mm thick"
-expect 2 "--base is a relief's" --base 3 -o knot.stl
+expect 2 "--base needs --relief or --solid" --base 3 -o knot.stl
 expect 4 "make it less fine" --relief --width 4000 -o fine.stl
 
 # Shapes of one's own get an AutoGrid.
@@ -253,6 +253,28 @@ fi
 
 expect 0 "" -o "Knöten und 結.svg"
 [[ -s "Knöten und 結.svg" ]] || fault "a name with other letters"
+
+# Models as things to be made.
+expect 0 "touching at 0 of 12 crossings: they will move" "--mm" 60 -o loose.stl
+expect 4 "" --mm 60 --check
+grep -q "^fault .* 3 loose pieces" out.txt || fault "the verdict does not tell of loose pieces: $(cat out.txt)"
+whole=(--set vtPolyZF=0.5 --mm 60 --tube 4 --solid --flat)
+expect 0 "1 piece, touching at 12 of 12" "${whole[@]}" --cells 4 -o whole.stl -o whole.obj
+grep -q "^solid 1 piece" whole.stl || fault "the body's name does not tell its pieces"
+expect 0 "whole.3mf: 1 piece" "${whole[@]}" --cells 4 -o whole.qzd --binary --weld -o whole.3mf -o whole.glb -o body.stl -o body.obj
+triangles=$(grep -c facet.normal whole.stl)
+(($(od -An -tu4 -j80 -N4 body.stl) == triangles)) || fault "text and binary are not the same body"
+same whole.obj body.obj
+expect 0 "" whole.3mf -o again.qzd
+same whole.qzd again.qzd
+expect 0 "" "${whole[@]}" --check --material silver
+grep -q "^weight .*silver" out.txt || fault "no weight: $(cat out.txt)"
+expect 2 "--solid makes" --flat -o x.stl
+expect 2 "do not go together" --relief --solid -o x.stl
+expect 2 "no underside" --set vtRingPerc=75 --solid --base 2 -o x.stl
+expect 2 "does not go with -o" --check -o x.stl
+expect 2 "one knot at a time" --check --sweep vtXNo=2..4
+expect 2 "need the width" --solid --height 20 -o x.stl
 
 ((faults == 0)) && echo "all as expected"
 exit $((faults > 0))

@@ -6,6 +6,7 @@
 #include "base/sink.h"
 #include "export/cut_dxf.h"
 #include "export/formats.h"
+#include "model3d/solid_body.h"
 #include "strands/pdf_surface.h"
 #include "unit/export/sample_knots.h"
 
@@ -30,7 +31,8 @@ const Sample kSamples[] = {
 
 /// A format's identifier, empty for all, and a form of it.
 constexpr std::pair<std::string_view, std::string_view> kForms[] = {
-    {"", ""}, {"stl", "binary"}, {"stl", "relief"}, {"obj", "shared"}, {"3mf", "relief"}};
+    {"", ""},        {"stl", "binary"}, {"stl", "relief"}, {"obj", "shared"}, {"3mf", "relief"},
+    {"stl", "body"}, {"obj", "body"},   {"3mf", "body"},   {"glb", "body"}};
 
 /// `form` is empty, or names the other form that a format has.
 bool writeSample(const Sample& sample, const ExportFormat& format, std::string_view form,
@@ -41,6 +43,9 @@ bool writeSample(const Sample& sample, const ExportFormat& format, std::string_v
   scene.binary = form == "binary";
   scene.shared = form == "shared";
   if (form == "relief") scene.relief = {100, 2};
+  const auto body = form == "body" ? fuse(knot.model, {.cells = 3}) : Result<SolidBody>(SolidBody());
+  if (!body) return false;
+  if (form == "body") scene.solid = &body->mesh;
   MemorySink sink;
   const Status written = format.write(scene, sink);
   if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());

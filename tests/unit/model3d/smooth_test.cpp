@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "base/random.h"
+#include "model3d/marks.h"
 #include "model3d/model_picture.h"
 #include "model3d/rings.h"
 #include "model3d/rotator.h"
@@ -105,8 +106,8 @@ class Caster {
   std::vector<Face> corners_;
 };
 
-/// A pixel whose four samples meet one strand shows it, and nothing else; one in thousands may lie so close to
-/// an edge that rounding decides. LORIVAN_ANGLES asks for more views.
+/// A pixel whose four samples meet one strand shows it, and nothing else; one in thousands may lie so close
+/// to an edge that rounding decides. LORIVAN_ANGLES asks for more views.
 TEST(Smooth, ShowsWhatRaysMeetAtRandomAngles) {
   const char* const asked = std::getenv("LORIVAN_ANGLES");
   const int views = asked != nullptr ? std::atoi(asked) : 6;
@@ -216,6 +217,20 @@ TEST(Rings, OfBentTubesAreNeitherWrungNorEmpty) {
   joinRings(upright);
   for (std::size_t v = 0; v < upright.vertices.size(); ++v)
     EXPECT_NEAR(distance(upright.vertices[v], upright.centres[v / 6]), 0.5, 1e-5);
+}
+
+TEST(Rings, OfAModelStayJoinedWhenMarksAreAdded) {
+  const TubeModel model = wovenModel(7, 3, 60);
+  const Vec3 places[] = {{1, 0, 0}, {0, 2, 1}};
+  const TubeModel marked = withMarks(withMarks(model, places), {places, 1});
+  ASSERT_EQ(marked.joins.size(), marked.centres.size());
+  std::vector<QuadCorners> before;
+  forEachQuad(model, [&](int, const QuadCorners& c, int) { before.push_back(c); });
+  QuadIndex quads;
+  quads.build(marked);
+  for (int quad = 0; quad < model.QuadCount; ++quad)
+    EXPECT_EQ(quads.corners(quad), before[static_cast<std::size_t>(quad)]);
+  EXPECT_EQ(marked.QuadCount, model.QuadCount + 3 * 2 * 32 * 7);
 }
 
 }  // namespace

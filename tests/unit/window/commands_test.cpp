@@ -115,6 +115,8 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
     {"mnuViewFront", "V&iew|Front &view|", [this] { click("cmd3DView"), enter(Param::Theta, "30"), enter(Param::Psi, "40"); }, [this] { return text(Param::Theta) == "0" && text(Param::Psi) == "0" && document().fields.text(Param::Theta) == "0" && shows(Picture::solid); }},
     {"mnuViewWhole", "V&iew|&Whole picture|Ctrl+0", [this] { was = document(), shown = pixels(), w->userMouse(kGrid, {.action = MouseAction::wheel, .x = 90, .y = 90, .steps = 3}); }, [this] { return pixels() == shown && document() == was; }},
+    {"mnuViewCheckModel", "V&iew|Chec&k model...|", [this] { platform.dialogs.answerInput("60"), platform.dialogs.answerMessage(); }, [this] { return shows(Picture::solid) && w->status().starts_with("3 separate pieces, touching at 0 of 12"); }},
+    {"mnuViewFitRadius", "V&iew|Fit r&adius...|", [this] { platform.dialogs.answerInput("2"); }, [this] { return bench().session.history().undoName() == "Fit radius"; }},
     {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+9", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},

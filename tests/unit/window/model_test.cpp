@@ -161,6 +161,39 @@ TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   EXPECT_GT(w->surface(kSolid).inked(), 30000);
 }
 
+TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
+  startSolid();
+  const auto plain = pixels(kSolid);
+  platform.dialogs.answerInput("80");
+  platform.dialogs.answerMessage();
+  pick("mnuViewCheckModel");
+  for (const char* line :
+       {"3 separate pieces, touching at 0 of 12 crossings", "closed      yes", " mm at ", "gold18k"})
+    EXPECT_NE(lastAsked().text.find(line), std::string::npos) << lastAsked().text;
+  EXPECT_TRUE(shows(true) && pixels(kSolid) != plain && polygons() == "960");
+  platform.dialogs.answerInput("wide");
+  pick("mnuViewCheckModel");
+  EXPECT_EQ(w->status(), "\"wide\" is no length in millimetres");
+  click("cmd2D");
+  click("cmd3DView");
+  EXPECT_EQ(pixels(kSolid), plain) << "marks go with the next build";
+}
+
+TEST_F(ModelTest, FitRadiusIsOneStep) {
+  startSolid();
+  const std::string before = text(Param::PolyRadius);
+  platform.dialogs.answerInput("1");
+  pick("mnuViewFitRadius");
+  EXPECT_NE(text(Param::PolyRadius), before);
+  EXPECT_TRUE(shows(true) && !enabled("cmd3D"));
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(text(Param::PolyRadius), before);
+  platform.dialogs.answerInput("0");
+  pick("mnuViewFitRadius");
+  EXPECT_NE(w->status().find("from a Z-factor of"), std::string::npos) << w->status();
+  EXPECT_EQ(text(Param::PolyRadius), before);
+}
+
 TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
   startSolid();
   const auto first = pixels(kSolid);
