@@ -63,6 +63,8 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
       return print(listText(line->listed));
     case CommandKind::makeFiles:
       return makeFilesInOrder(platform, *line);
+    case CommandKind::check:
+      return checkKnot(platform, *line, std::cout, std::cerr);
     case CommandKind::window:
       break;
   }

@@ -39,4 +39,11 @@ constexpr Colour QBColor(int index) {
 /// black ones on the others, have a contrast of at least 4.5 to 1.
 double relativeLuminance(Colour colour);
 
+/// How far two colours stand apart: 1 (equal luminance) to 21 (black and white).
+double contrast(Colour one, Colour other);
+
+/// The colour where it has at least `least` contrast (1 to 4.5) to the background; else a mixture of it with
+/// black or white, as little of these as is needed.
+Colour standingOut(Colour colour, Colour background, double least);
+
 }  // namespace lorivan

@@ -76,6 +76,10 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
+std::string roundedUp(double length, int parts) {
+  return shortestText(static_cast<float>(std::ceil(length * parts) / parts));
+}
+
 std::optional<long long> parseInteger(std::string_view text, long long low, long long high) {
   text = trimmed(text);
   if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);

@@ -54,6 +54,9 @@ void appendPrinted(std::string& out, std::int64_t x);
 /// Shortest decimal text of a 32-bit float, never with an exponent: "2", "0.25", "-7".
 std::string shortestText(float x);
 
+/// The shortest text of the next part, `parts` to a whole, above a length: 3.21 in tenths is "3.3".
+std::string roundedUp(double length, int parts);
+
 /// Strict whole number within [low, high]; blanks around it are allowed, anything else is refused.
 std::optional<long long> parseInteger(std::string_view text, long long low, long long high);
 

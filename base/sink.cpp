@@ -14,6 +14,8 @@ namespace lorivan {
 namespace fs = std::filesystem;
 namespace {
 
+constexpr std::streamsize kReadBlock = std::streamsize{1} << 18;
+
 fs::path toPath(const std::string& utf8) {
   return {std::u8string(reinterpret_cast<const char8_t*>(utf8.data()), utf8.size())};
 }
@@ -116,6 +118,18 @@ bool FileSink::write(std::string_view bytes) {
   return failure_.empty();
 }
 
+bool FileSink::readBack(const std::function<bool(std::string_view)>& take) {
+  stream_.flush();
+  if (!stream_) fail();
+  std::ifstream back(toPath(temporary_), std::ios::binary);
+  const auto block = std::make_unique<char[]>(kReadBlock);
+  while (back && failure_.empty()) {
+    back.read(block.get(), kReadBlock);
+    if (!take({block.get(), static_cast<std::size_t>(back.gcount())})) return false;
+  }
+  return back.eof() && !back.bad() && failure_.empty();
+}
+
 Status FileSink::close() {
   if (!closed_ && failure_.empty()) {
     errno = 0;
@@ -128,9 +142,7 @@ Status FileSink::close() {
 
 void FileSink::interruptAll() { interrupted = true; }
 
-Status FileSink::commit() {
-  if (interrupted && failure_.empty()) failure_ = "it was interrupted";
-  if (const Status closed = close(); !closed) return closed;
+Status FileSink::takeName() {
   if (!inPlace()) {
     copyRights(target_, temporary_);
     std::error_code fault;
@@ -139,6 +151,58 @@ Status FileSink::commit() {
   }
   committed_ = true;
   return {};
+}
+
+Status FileSink::commit() {
+  if (interrupted && failure_.empty()) failure_ = "it was interrupted";
+  if (const Status closed = close(); !closed) return closed;
+  return takeName();
+}
+
+/// Moves the file that is to be replaced aside, which fails where it could not be replaced either, and lets
+/// it have its name as well until then where files can have two. False when it could not be moved.
+bool FileSink::keepFormer() {
+  std::error_code fault;
+  if (inPlace() || !fs::exists(fs::symlink_status(toPath(target_), fault))) return true;
+  if (fs::is_directory(toPath(target_), fault)) return false;
+  const std::string aside = temporaryBeside(target_);
+  fs::rename(toPath(target_), toPath(aside), fault);
+  if (fault) return false;
+  former_ = aside;
+  fs::create_hard_link(toPath(former_), toPath(target_), fault);
+  return true;
+}
+
+void FileSink::giveNameBack() {
+  std::error_code fault;
+  if (!former_.empty()) {
+    fs::rename(toPath(former_), toPath(target_), fault);
+    // Renaming one name of a file to another of its names leaves both.
+    if (!fault) fs::remove(toPath(former_), fault);
+  } else if (committed_ && !inPlace()) {
+    fs::remove(toPath(target_), fault);
+  }
+}
+
+Status FileSink::commitAll(std::span<const std::unique_ptr<FileSink>> sinks) {
+  for (const auto& sink : sinks) {
+    if (interrupted && sink->failure_.empty()) sink->failure_ = "it was interrupted";
+    if (const Status closed = sink->close(); !closed) return closed;
+  }
+  Status done;
+  std::size_t reached = 0;
+  for (; done && reached < sinks.size(); ++reached) {
+    FileSink& sink = *sinks[reached];
+    // A single renaming is whole by itself.
+    const bool kept = sinks.size() == 1 || sink.keepFormer();
+    done = kept ? sink.takeName() : cannotWrite(sink.target_, "what is there cannot be replaced");
+  }
+  if (!done)
+    while (reached > 0) sinks[--reached]->giveNameBack();
+  std::error_code fault;
+  for (const auto& sink : sinks)
+    if (done && !sink->former_.empty()) fs::remove(toPath(sink->former_), fault);
+  return done;
 }
 
 Status writeFile(const std::string& path, std::string_view bytes) {

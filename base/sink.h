@@ -2,7 +2,9 @@
 #pragma once
 
 #include <fstream>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,15 @@ class Sink {
   virtual ~Sink() = default;
   /// False once the bytes can no longer be kept (disk full, say); writers may stop early then.
   virtual bool write(std::string_view bytes) = 0;
+
+  /// Whether readBack() can tell more than the writer knows: a file can, memory and a pipe cannot.
+  virtual bool canReadBack() const { return false; }
+  /// Hands everything written so far to `take`, in order and in blocks, as it is kept. False when it cannot
+  /// be read, and when `take` returns false.
+  virtual bool readBack(const std::function<bool(std::string_view)>& take) {
+    static_cast<void>(take);
+    return false;
+  }
 };
 
 class MemorySink final : public Sink {
@@ -38,10 +49,15 @@ class FileSink final : public Sink {
   ~FileSink() override;
 
   bool write(std::string_view bytes) override;
+  bool canReadBack() const override { return !inPlace(); }
+  bool readBack(const std::function<bool(std::string_view)>& take) override;
   /// Flushes and closes; the error names the file and the system's reason. Nothing can be written afterwards.
   Status close();
   /// Closes where close() was not called, and renames.
   Status commit();
+  /// All of them or none: where one cannot take its name, those that had taken theirs give them back to what
+  /// was there before. What went to a device or a pipe stays there.
+  static Status commitAll(std::span<const std::unique_ptr<FileSink>> sinks);
 
   /// Every write and commit from now on fails, so that a run that is to end early leaves nothing behind. May
   /// be called from a signal handler.
@@ -50,12 +66,16 @@ class FileSink final : public Sink {
  private:
   FileSink(std::string target, std::string temporary);
   void fail();
+  Status takeName();
+  bool keepFormer();
+  void giveNameBack();
   bool inPlace() const { return temporary_ == target_; }
 
   std::ofstream stream_;
   std::string target_;     // links already followed
   std::string temporary_;  // same as target_ for a device or a pipe
   std::string failure_;
+  std::string former_;  // the file that had the name, while it is kept aside
   bool closed_ = false;
   bool committed_ = false;
 };

@@ -1,9 +1,10 @@
 #include "cli/command_line.h"
 
+#include <cmath>
+
 #include "base/numbers.h"
 #include "base/sink.h"
-#include "custom/shape_file.h"
-#include "design/frame_files.h"
+#include "cli/option_checks.h"
 #include "design/presets.h"
 #include "design/version.h"
 #include "export/formats.h"
@@ -46,10 +47,19 @@ class Parser {
   Status takePreset();
   Status takeSet();
   Status takeRandom();
+  Status takeSweep();
   Status takeView();
   Status takeWidth();
+  Status takeCells();
+  Status takeFitRadius();
+  Status takeMaterial();
+  Status takeCheck() { return kind(CommandKind::check); }
+  Status takeOrigin();
   Status takeStrands();
+  Status takeFrame();
+  Status takeInner() { return takeLength(line_.inner); }
   Status takeFit() { return flag(line_.fit); }
+  Status takeSheet() { return flag(line_.sheet); }
   Status takeQuiet() { return flag(line_.quiet); }
   Status takeStep() { return flag(line_.stepDisplay); }
   Status takeOutput();
@@ -59,7 +69,6 @@ class Parser {
   Status takeFile(const std::string& name);
   Status takeLength(std::optional<double>& length);
   Status take(const Option& option);
-  Status checkOutputs() const;
 
   static Status flag(bool& on) {
     on = true;
@@ -83,23 +92,95 @@ const std::vector<Option>& options() {
        &Parser::takePreset},
       {"--set", "FIELD=VALUE", "a parameter (vtXNo=6) or a check box (chkMirror=1); may be repeated",
        &Parser::takeSet},
-      {"--random", "[SEED]", "a random knot; the same seed gives the same knot", &Parser::takeRandom},
+      {"--random", "[SEED]",
+       "a random knot; the same seed gives the same knot; 1..200 makes one for each seed, with -o "
+       "'knot-%d.svg'",
+       &Parser::takeRandom},
+      {"--sweep", "FIELD=A..B",
+       "a knot for each value of a parameter from A to B (A..B:STEP), with a % in the names of the files; "
+       "two of them make a knot for each pair",
+       &Parser::takeSweep},
+      {"--sheet", "",
+       "outputs without a % hold all the knots in one picture (png, bmp, svg); on its own: twelve random "
+       "knots",
+       &Parser::takeSheet},
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
       {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
-      {"--width", "PIXELS", "width of png and bmp pictures (1000)", &Parser::takeWidth},
+      {"--width", "PIXELS", "width of png and bmp pictures (1000), samples across a relief (500)",
+       &Parser::takeWidth},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
-           formatsWithWidth(WidthOf::model),
+           formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
        nullptr, nullptr, &OutputOptions::millimetres},
+      {"--height", "HEIGHT",
+       "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
+       nullptr, &OutputOptions::height},
+      {"--outline", "",
+       "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
+       "hidden layer holds their centre lines",
+       nullptr, &OutputOptions::outline},
+      {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
+       nullptr, &OutputOptions::kerf},
+      {"--lines", "",
+       "svg, pdf and dxf hold every centre line once; they stop where a strand passes under another, or run "
+       "through with --set chkFullyCrossed=1",
+       nullptr, &OutputOptions::lines},
+      {"--arcs", "", "arcs instead of short lines in the dxf of --outline and --lines", nullptr,
+       &OutputOptions::arcs},
+      {"--origin", "corner",
+       "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
+       &Parser::takeOrigin},
+      {"--frame", "WxH",
+       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
+       &Parser::takeFrame},
+      {"--inner", "DIAMETER",
+       "cells, stretch and tubes such that the model is a ring with this diameter inside, in millimetres, "
+       "and "
+       "as high as --height says; a bracelet where vtRingPerc is below 100",
+       &Parser::takeInner},
+      {"--tube", "MM",
+       "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
+           ", in millimetres; with --mm both hold",
+       nullptr, nullptr, &OutputOptions::tube},
+      {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(),
+       nullptr, &OutputOptions::solid},
+      {"--fillet", "MM", "round the body's corners between strands by this radius", nullptr, nullptr,
+       &OutputOptions::fillet},
+      {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
+       nullptr, &OutputOptions::flat},
+      {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
+       &Parser::takeCells},
+      {"--fit-radius", "GAP",
+       "the radius that leaves this gap between strands, in millimetres with --mm; 0: they meet at every "
+       "crossing",
+       &Parser::takeFitRadius},
+      {"--check", "",
+       "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when "
+       "it "
+       "would not come out well",
+       &Parser::takeCheck},
+      {"--material", "NAME", "what --check judges by: " + materialNames(), &Parser::takeMaterial},
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
-      {"--transparent", "", "leave the background out of svg and png", nullptr, &OutputOptions::transparent},
+      {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
+       &OutputOptions::transparent},
       {"--animate", "",
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
        nullptr, &OutputOptions::animate},
+      {"--weld", "",
+       "obj shares the corners of its polygons and has its materials in a file beside it (.mtl); for "
+       "printers "
+       "3mf and stl are better",
+       nullptr, &OutputOptions::weld},
+      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary},
+      {"--relief", "",
+       "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
+       nullptr, &OutputOptions::relief},
+      {"--base", "MM", "thickness of a relief's plate (2), or of one that is put under the body", nullptr,
+       nullptr, &OutputOptions::base},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -148,16 +229,69 @@ Status Parser::takeSet() {
   return {};
 }
 
-/// The seed may be left out: only a whole number after the option is taken as one.
+std::string seedLimit(const std::string& text) {
+  return "--random takes a seed up to 9223372036854775807 or a range like 1..200, not \"" + text + "\"";
+}
+
+/// The seed may be left out: only what begins with a digit, or is a range, is taken as one.
 Status Parser::takeRandom() {
   line_.random = true;
+  line_.lastSeed.reset();
   if (at_ + 1 >= arguments_.size()) return {};
-  if (const auto seed = parseInteger(arguments_[at_ + 1], 0, INT64_MAX)) {
-    line_.seed = static_cast<std::uint64_t>(*seed);
-    ++at_;
-  } else if (arguments_[at_ + 1].find_first_not_of("0123456789") == std::string::npos) {
-    return wrongUsage("--random takes a seed up to 9223372036854775807, not \"" + arguments_[at_ + 1] + "\"");
+  const std::string& text = arguments_[at_ + 1];
+  const auto dots = text.find("..");
+  const auto first = parseInteger(text.substr(0, dots), 0, INT64_MAX);
+  if (!first && text.find_first_not_of("0123456789.") != std::string::npos) return {};
+  ++at_;
+  if (!first) return wrongUsage(seedLimit(text));
+  line_.seed = static_cast<std::uint64_t>(*first);
+  if (dots == std::string::npos) return {};
+  const auto last = parseInteger(text.substr(dots + 2), *first, INT64_MAX);
+  if (!last) return wrongUsage(seedLimit(text));
+  if (*last - *first >= kMostKnots) return tooManyKnots();
+  line_.lastSeed = static_cast<std::uint64_t>(*last);
+  return {};
+}
+
+/// The values from A to B in steps, with what single precision can tell of them; none when a text is no
+/// number, lies outside the field's range, or there are too many.
+std::vector<std::string> sweptValues(Param field, const std::string& range) {
+  const auto dots = range.find("..");
+  const auto colon = range.find(':', dots == std::string::npos ? 0 : dots);
+  const std::string step =
+      colon == std::string::npos ? std::string(parameterSpec(field).step) : range.substr(colon + 1);
+  if (dots == std::string::npos) return {};
+  const auto from = parseNumber(range.substr(0, dots)), by = parseNumber(step),
+             to = parseNumber(range.substr(dots + 2, std::min(colon, range.size()) - dots - 2));
+  if (!from || !to || !by || *by <= 0) return {};
+  const double count = std::floor(std::abs(*to - *from) / *by + 1e-6) + 1;
+  if (count > kMostKnots) return {};
+  std::vector<std::string> values;
+  for (int i = 0; i < static_cast<int>(count); ++i) {
+    const double value = *from + (*to < *from ? -1 : 1) * *by * i;
+    values.push_back(shortestText(static_cast<float>(value)));
+    if (parseNumber(correctedText(field, values.back())) != parseNumber(values.back())) return {};
   }
+  return values;
+}
+
+Status Parser::takeSweep() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto equals = text.find('=');
+  const auto field = findParameter(text.substr(0, equals));
+  if (equals == std::string::npos || !field)
+    return wrongUsage("--sweep takes FIELD=FROM..TO with a parameter's name, not \"" + text + "\"");
+  Sweep sweep{*field, sweptValues(*field, text.substr(equals + 1))};
+  const ParamSpec& spec = parameterSpec(*field);
+  if (sweep.values.empty())
+    return wrongUsage("--sweep " + std::string(spec.field) + " takes two numbers from " +
+                      std::string(spec.min) + " to " + std::string(spec.max) +
+                      " and a step, like 5..20:5, not \"" + text.substr(equals + 1) + "\"");
+  if (line_.sweeps.size() == 2) return wrongUsage("--sweep can be given twice, not more often");
+  if (!line_.sweeps.empty() && line_.sweeps[0].field == *field)
+    return wrongUsage(std::string(spec.field) + " is swept already");
+  line_.sweeps.push_back(std::move(sweep));
   return {};
 }
 
@@ -178,6 +312,40 @@ Status Parser::takeWidth() {
   return {};
 }
 
+Status Parser::takeCells() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto cells = parseInteger(text, 2, 32);
+  if (!cells) return wrongUsage("--cells takes a number from 2 to 32, not \"" + text + "\"");
+  line_.output.cells = static_cast<int>(*cells);
+  return {};
+}
+
+Status Parser::takeFitRadius() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto gap = parseNumber(text);
+  if (!gap || *gap < 0 || *gap > kMostMillimetres)
+    return wrongUsage("--fit-radius takes a gap from 0 to 100000, not \"" + text + "\"");
+  line_.fitRadius = *gap;
+  return {};
+}
+
+Status Parser::takeMaterial() {
+  std::string name;
+  if (const Status got = value(name); !got) return got;
+  line_.material = findMaterial(name);
+  if (line_.material != nullptr) return {};
+  return wrongUsage("there is no material \"" + name + "\"; it may be " + materialNames());
+}
+
+Status Parser::takeOrigin() {
+  std::string place;
+  if (const Status got = value(place); !got) return got;
+  if (place != "corner") return wrongUsage("--origin takes corner, not \"" + place + "\"");
+  return flag(line_.output.cornerOrigin);
+}
+
 Status Parser::takeStrands() {
   std::string text;
   if (const Status got = value(text); !got) return got;
@@ -187,6 +355,15 @@ Status Parser::takeStrands() {
   const auto strands = parseInteger(text, 1, kMostStrands);
   if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
   line_.strands = static_cast<int>(*strands);
+  return {};
+}
+
+Status Parser::takeFrame() {
+  std::string text;
+  if (const Status got = value(text); !got) return got;
+  const auto lengths = parseLengths(text);
+  if (!lengths) return lengths.error();
+  line_.frame = *lengths;
   return {};
 }
 
@@ -226,25 +403,6 @@ Status Parser::takeFile(const std::string& name) {
   return {};
 }
 
-/// What options mean for outputs that may stand before or after them.
-Status Parser::checkOutputs() const {
-  if (line_.shape && !line_.knotFile.empty())
-    return wrongUsage("a knot file brings its own shape; --shape does not go with it");
-  if (line_.random && extensionOf(line_.knotFile) == kShapeFileExtension)
-    return wrongUsage("a shape file brings its own shape; --random does not go with it");
-  if (!line_.output.animate) return {};
-  if (line_.output.solidView)
-    return wrongUsage("--animate draws the 2-D knot and does not go with --view 3d");
-  for (const std::string& name : line_.outputs) {
-    const std::string extension = extensionOf(name);
-    if (extension == "svg") continue;
-    if (extension != "png" && extension != "bmp")
-      return wrongUsage("--animate makes svg, png and bmp files, not \"" + name + "\"");
-    if (const auto names = parseFrameNames(name); !names) return names.error();
-  }
-  return {};
-}
-
 Status Parser::take(const Option& option) {
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
   if (option.length != nullptr) return takeLength(line_.output.*option.length);
@@ -260,16 +418,24 @@ Result<CommandLine> Parser::run() {
     const Status taken = found != nullptr ? take(*found) : takeFile(word);
     if (!taken) return taken.error();
   }
+  if (line_.kind == CommandKind::check) {
+    if (!line_.outputs.empty()) return wrongUsage("--check writes nothing and does not go with -o");
+    if (line_.manyKnots() || line_.sheet) return wrongUsage("--check looks at one knot at a time");
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
+    return line_;
+  }
   if (line_.kind != CommandKind::window) return line_;
+  if (line_.sheet && line_.seedsVary()) line_.random = true;
   if (!line_.outputs.empty()) {
     line_.kind = CommandKind::makeFiles;
-    if (const Status checked = checkOutputs(); !checked) return checked.error();
+    if (const Status checked = checkOptions(line_); !checked) return checked.error();
     return line_;
   }
   const bool optionsOnly = line_.shape || line_.preset || line_.random || !line_.values.empty() ||
-                           !line_.checks.empty() || line_.fit || line_.setStrands ||
-                           line_.output != OutputOptions{};
-  if (optionsOnly) return wrongUsage("these options need an output file: -o FILE");
+                           !line_.checks.empty() || line_.fit || line_.setStrands || line_.sheet ||
+                           line_.frame || line_.inner || !line_.sweeps.empty() || line_.fitRadius ||
+                           line_.material != nullptr || line_.output != OutputOptions{};
+  if (optionsOnly) return wrongUsage("these options need an output file, -o FILE, or --check");
   return line_;
 }
 
@@ -368,15 +534,18 @@ std::string usageText() {
       "lorivan [KNOT]                     open the window, with this knot if one is named\n"
       "lorivan [KNOT] [OPTIONS] -o FILE [-o FILE]...\n"
       "                                   write files, without a window or a display\n"
-      "KNOT is a knot file (.qzd). It may also be a shape of your own (.qzc): with -o it gets an AutoGrid "
-      "by\n"
-      "vtGridSize and chkShapeT.\n\n";
+      "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
+      "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
+      formatsWithSource() +
+      ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
+      "chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
   return out +
          "\n"
-         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made,\n"
-         "5 an output that cannot be written, 6 no display for the window.\n";
+         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made\n"
+         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the "
+         "window.\n";
 }
 
 }  // namespace lorivan

@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "base/result.h"
+#include "design/fit_size.h"
+#include "design/materials.h"
 #include "design/output_options.h"
 #include "design/parameters.h"
 #include "graph/standard_grids.h"
@@ -27,7 +29,13 @@ enum ExitStatus {
 /// The status for a run that this kind of error ends.
 ExitStatus exitStatusOf(ErrorKind kind);
 
-enum class CommandKind { window, makeFiles, help, version, list };
+enum class CommandKind { window, makeFiles, check, help, version, list };
+
+/// A field that takes one value after the other.
+struct Sweep {
+  Param field = Param::XNo;
+  std::vector<std::string> values;
+};
 
 struct CommandLine {
   CommandKind kind = CommandKind::window;
@@ -38,14 +46,24 @@ struct CommandLine {
   std::vector<std::pair<Param, std::string>> values;  // in the order given
   std::vector<std::pair<Check, bool>> checks;
   bool random = false;
-  std::optional<std::uint64_t> seed;
+  std::optional<std::uint64_t> seed, lastSeed;  // the last one of many random knots
+  std::vector<Sweep> sweeps;                    // at most two
+  bool sheet = false;  // the outputs without a place for numbers hold all knots in one picture
   OutputOptions output;
-  bool fit = false;  // bands and picture
+  bool fit = false;                    // bands and picture
+  std::optional<TwoLengths> frame;     // width and height of the drawn knot
+  std::optional<double> inner;         // diameter of a ring; its height is among the output options
+  std::optional<double> fitRadius;     // gap between the model's strands; 0: they meet
+  const Material* material = nullptr;  // that a check is to judge by
   bool setStrands = false;
   std::optional<int> strands;  // none: as many as possible
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;
+
+  /// Whether there is a knot for each of several seeds; a sheet of nothing else holds random knots.
+  bool seedsVary() const { return lastSeed || (sheet && sweeps.empty()); }
+  bool manyKnots() const { return seedsVary() || !sweeps.empty(); }
 };
 
 /// The error is one sentence; usageText() tells the rest.

@@ -1,276 +1,303 @@
 #include "cli/make_files.h"
 
 #include <algorithm>
-#include <cmath>
+#include <functional>
 #include <memory>
 #include <new>
-#include <optional>
 
 #include "base/numbers.h"
 #include "base/sink.h"
-#include "cli/progress_line.h"
-#include "custom/shape_file.h"
-#include "design/document_text.h"
-#include "design/edits.h"
+#include "cli/knot_maker.h"
+#include "cli/sheet_files.h"
 #include "design/fit.h"
+#include "design/fit_radius.h"
 #include "design/frame_files.h"
 #include "design/knot.h"
+#include "design/model_check.h"
 #include "design/outputs.h"
-#include "design/random_knot.h"
+#include "design/vector_outputs.h"
 
 namespace lorivan {
 namespace {
 
-/// One run. Every step returns an exit status; the first that is not kDone ends the run. Files that were not
-/// committed vanish with it.
-class FileMaker {
+/// The files of one knot, which take their names together. Files that were not committed vanish with it.
+/// Every step returns an exit status, and has told what is wrong unless that is kDone.
+class KnotFiles {
  public:
-  FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform),
-        line_(line),
-        errors_(errors),
-        progress_(platform.clock(), errors, platform.errorsGoToTerminal() && !line.quiet) {}
+  explicit KnotFiles(Report& report) : report_(report) {}
 
-  int run();
+  int write(const OutputJob& job, const std::string& name) {
+    const bool frames = job.options.animate && extensionOf(name) != "svg";
+    return frames ? writeFrames(job, name) : writeOne(job, name);
+  }
+  int write(const std::string& bytes, const std::string& name);
+  int commit();
 
  private:
-  int fail(const Error& error, const std::string& where = "");
-  void note(const std::string& message);
-  int readFile();
-  int readShape(const std::string& text);
-  void drawRandom();
-  void takeValues();
-  /// A shape file gets an AutoGrid. An outline in a knot file does not: that file has its grid.
-  bool ownShape() const { return extensionOf(line_.knotFile) == kShapeFileExtension; }
-  bool mustBuild() const;
-  int build();
   int writeOne(const OutputJob& job, const std::string& name);
+  int writeFile(const std::string& name, const std::function<Status(Sink&)>& make);
   int writeFrames(const OutputJob& job, const std::string& pattern);
   int keep(std::unique_ptr<FileSink> sink);
-  void noteIgnoredWidth();
-  int setStrands();
-  void fit();
-  void fitTheBands();
-  void noteEmptyOutline(const AutoGridReport& report);
-  int write();
 
-  Platform& platform_;
-  const CommandLine& line_;
-  std::ostream& errors_;
-  ProgressLine progress_;
-  Document document_;
-  Rnd random_;
-  std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+  Report& report_;
   std::vector<std::unique_ptr<FileSink>> sinks_;
 };
 
-int FileMaker::fail(const Error& error, const std::string& where) {
-  std::string oneLine = where + error.message;
-  std::erase(oneLine, '\r');
-  std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
-  progress_.clear();
-  errors_ << "lorivan: " << oneLine << '\n';
-  return exitStatusOf(error.kind);
-}
-
-void FileMaker::note(const std::string& message) {
-  if (line_.quiet) return;
-  progress_.clear();
-  errors_ << "lorivan: " << message << '\n';
-}
-
-int FileMaker::readFile() {
-  const auto bytes = lorivan::readFile(line_.knotFile, kLargestKnotFile);
-  if (!bytes) return fail(bytes.error(), line_.knotFile + ": ");
-  if (ownShape()) return readShape(*bytes);
-  auto read = readDocument(*bytes);
-  if (!read) return fail(read.error(), line_.knotFile + ", ");
-  for (const std::string& correction : read->corrections) note(line_.knotFile + ", line 2: " + correction);
-  if (read->document.lines->empty())
-    return fail(unreadable("line 3: the knot has no lines"), line_.knotFile + ", ");
-  document_ = std::move(read->document);
-  return kDone;
-}
-
-int FileMaker::readShape(const std::string& text) {
-  auto shape = readShapeText(text);
-  if (!shape) return fail(shape.error(), line_.knotFile + ", ");
-  document_ = withOutline(document_, std::move(*shape));
-  document_.fields.shape = Shape::Custom;
-  return kDone;
-}
-
-/// Draws the fields of a random knot; its grid is built when all fields are known.
-void FileMaker::drawRandom() {
-  const std::uint64_t seed = line_.seed.value_or(platform_.clock().seed() % 1'000'000'000);
-  random_ = seededRandom(seed);
-  if (!line_.seed) note("--random " + std::to_string(seed));
-  const bool constantShape =
-      line_.shape.has_value() || !line_.knotFile.empty() || document_.fields.check(Check::ConstantShape);
-  drawRandomFields(document_.fields, constantShape, random_);
-}
-
-void FileMaker::takeValues() {
-  for (const auto& [parameter, text] : line_.values) {
-    document_ = withField(document_, parameter, text);
-    const std::string& shown = document_.fields.text(parameter);
-    if (parseNumber(shown) != parseNumber(text))
-      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " + shown);
-  }
-}
-
-/// A knot file keeps its own lines unless a field is set that lines are made from. The stretch only draws
-/// them taller or flatter.
-bool FileMaker::mustBuild() const {
-  if (line_.knotFile.empty() || line_.random) return true;
-  return std::any_of(line_.values.begin(), line_.values.end(),
-                     [](const auto& value) { return makesGrid(value.first) && value.first != Param::Skew; });
-}
-
-int FileMaker::build() {
-  if (!ownShape() && !mustBuild()) return kDone;
-  if (!ownShape() && document_.fields.shape == Shape::Custom)
-    return fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
-  AutoGridReport report;
-  auto made = ownShape() ? autoGrid(document_, &report) : newGrid(document_, random_ ? &random_ : nullptr);
-  if (!made) return fail(made.error());
-  if (report.filled < kFilled) noteEmptyOutline(report);
-  for (const auto& [parameter, text] : line_.values)
-    if (made->fields.text(parameter) != document_.fields.text(parameter))
-      note(std::string(parameterSpec(parameter).field) + "=" + text + " corrected to " +
-           made->fields.text(parameter) + " for this shape");
-  document_ = std::move(*made);
-  return kDone;
-}
-
-int FileMaker::setStrands() {
-  auto changed = withStrands(document_, line_.strands, {});
-  if (!changed) return fail(changed.error());
-  document_ = std::move(*changed);
-  return kDone;
-}
-
-void FileMaker::noteEmptyOutline(const AutoGridReport& report) {
-  const auto share = [](const AutoGridReport& r) {
-    return std::to_string(static_cast<int>(std::lround(100 * (1 - r.filled)))) + " %";
-  };
-  AutoGridReport better;
-  const auto filling = fillingAutoGrid(document_, &better);
-  const bool helps = filling && better.filled > report.filled + 0.005;
-  note(share(report) + " of the outline stayed empty" +
-       (helps ? "; vtGridSize=" + filling->fields.text(Param::GridSize) + " leaves " + share(better) : ""));
-}
-
-/// Widths that were asked for stay.
-void FileMaker::fit() {
-  document_ = withFitPicture(document_, true);
-  fitTheBands();
-}
-
-void FileMaker::fitTheBands() {
-  const bool typed = std::ranges::any_of(line_.values, [](const auto& value) {
-    return value.first == Param::Width || value.first == Param::Edge;
-  });
-  if (!typed) document_ = fitBands(document_, line_.preset ? sharesOfStyle(*line_.preset) : BandShares{});
-}
-
-int FileMaker::writeOne(const OutputJob& job, const std::string& name) {
+int KnotFiles::write(const std::string& bytes, const std::string& name) {
   auto sink = FileSink::create(name);
-  if (!sink) return fail(sink.error());
-  const Status made = makeOutput(*outputFormat(name, document_.fields), job, **sink);
-  if (const int status = keep(std::move(*sink)); status != kDone) return status;
-  return made ? kDone : fail(made.error(), name + ": ");
+  if (!sink) return report_.fail(sink.error());
+  (*sink)->write(bytes);
+  return keep(std::move(*sink));
 }
 
-int FileMaker::writeFrames(const OutputJob& job, const std::string& pattern) {
+int KnotFiles::writeOne(const OutputJob& job, const std::string& name) {
+  const ExportFormat& format = *outputFormat(name, job.document.fields, job.options);
+  const int status = writeFile(name, [&](Sink& sink) { return makeOutput(format, job, sink); });
+  const std::string materials = materialsBeside(format, job.options, name);
+  if (status != kDone || materials.empty()) return status;
+  return writeFile(materials, [&](Sink& sink) { return makeMaterials(job, sink); });
+}
+
+int KnotFiles::writeFile(const std::string& name, const std::function<Status(Sink&)>& make) {
+  auto sink = FileSink::create(name);
+  if (!sink) return report_.fail(sink.error());
+  const Status made = make(**sink);
+  if (const int status = keep(std::move(*sink)); status != kDone) return status;
+  return made ? kDone : report_.fail(made.error(), name + ": ");
+}
+
+int KnotFiles::writeFrames(const OutputJob& job, const std::string& pattern) {
   const auto names = parseFrameNames(pattern);
-  if (!names) return fail(names.error());
+  if (!names) return report_.fail(names.error());
   const FrameMaker frames(job, names->most());
   if (frames.stride() > 1)
-    note(pattern + ": " + std::to_string(frames.count()) + " frames, one for every " +
-         std::to_string(frames.stride()) + " steps");
+    report_.note(pattern + ": " + std::to_string(frames.count()) + " frames, one for every " +
+                 std::to_string(frames.stride()) + " steps");
   const PictureFormat format = extensionOf(pattern) == "bmp" ? PictureFormat::bmp : PictureFormat::png;
   for (int number = 1; number <= frames.count(); ++number) {
     const std::string name = names->name(number);
     job.progress(static_cast<double>(number - 1) / frames.count());
-    auto sink = FileSink::create(name);
-    if (!sink) return fail(sink.error());
     const auto bytes = frames.make(number, format);
-    if (!bytes) return fail(bytes.error(), name + ": ");
-    (*sink)->write(*bytes);
-    if (const int status = keep(std::move(*sink)); status != kDone) return status;
+    if (!bytes) return report_.fail(bytes.error(), name + ": ");
+    if (const int status = write(*bytes, name); status != kDone) return status;
   }
   return kDone;
 }
 
 /// The file is complete under its temporary name; it gets its own when all are. The error tells why bytes
 /// were refused, which their writer does not know.
-int FileMaker::keep(std::unique_ptr<FileSink> sink) {
-  if (const Status closed = sink->close(); !closed) return fail(closed.error());
+int KnotFiles::keep(std::unique_ptr<FileSink> sink) {
+  if (const Status closed = sink->close(); !closed) return report_.fail(closed.error());
   sinks_.push_back(std::move(sink));
   return kDone;
 }
 
-void FileMaker::noteIgnoredWidth() {
+int KnotFiles::commit() {
+  const Status done = FileSink::commitAll(sinks_);
+  return done ? kDone : report_.fail(done.error());
+}
+
+/// One run: a knot or many, and their files.
+class FileMaker {
+ public:
+  FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
+      : platform_(platform), line_(line), report_(platform, errors, line.quiet), maker_(line, report_) {}
+
+  int run();
+  int check(std::ostream& report);
+
+ private:
+  std::uint64_t firstSeed();
+  int makeKnotOf(const Member& member, Document& document, OutputOptions& options);
+  int makeAll(const Batch& batch, SheetFiles& sheets);
+  int makeOne(const Member& member, SheetFiles& sheets, double part);
+  int writeSheets(SheetFiles& sheets);
+  void noteOverlap(const OutputJob& job);
+  void noteIgnored(const KnotFields& fields, std::string_view option, bool (*heeds)(const ExportFormat&));
+  void noteIgnoredOptions(const KnotFields& fields);
+
+  Platform& platform_;
+  const CommandLine& line_;
+  Report report_;
+  KnotMaker maker_;
+  std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
+  std::vector<NumberedName> names_;  // of the files that each knot has
+  std::size_t done_ = 0;             // knots of this run
+  bool noted_ = false;
+};
+
+/// Without a seed that was asked for, the one that was drawn is told.
+std::uint64_t FileMaker::firstSeed() {
+  if (line_.seed || !line_.random) return line_.seed.value_or(0);
+  const std::uint64_t seed = platform_.clock().seed() % 1'000'000'000;
+  report_.note("--random " + std::to_string(seed));
+  return seed;
+}
+
+/// Names the outputs' formats that an option changes nothing in.
+void FileMaker::noteIgnored(const KnotFields& fields, std::string_view option,
+                            bool (*heeds)(const ExportFormat&)) {
   std::string ignoring;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
-      return outputFormat(name, document_.fields) == &format;
+      return outputFormat(name, fields, line_.output) == &format;
     };
-    if (format.width == WidthOf::nothing && std::ranges::any_of(line_.outputs, isOutput))
+    const bool heights =
+        line_.output.relief && format.identifier == "png" && (option == "--mm" || option == "--height");
+    if (!heeds(format) && !heights && std::ranges::any_of(line_.outputs, isOutput))
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (line_.output.millimetres && !ignoring.empty()) note("--mm changes nothing in: " + ignoring);
+  if (!ignoring.empty()) report_.note(std::string(option) + " changes nothing in: " + ignoring);
 }
 
-int FileMaker::write() {
-  noteIgnoredWidth();
-  const StrandColours colours = strandColours(document_.fields.boxes);
-  OutputJob job{platform_, document_, *knot_, colours};
-  job.options = line_.output;
-  for (std::size_t i = 0; i < line_.outputs.size(); ++i) {
-    const std::string& name = line_.outputs[i];
-    job.progress = [&, i](double part) {
-      progress_.reached(name, (static_cast<double>(i) + part) / static_cast<double>(line_.outputs.size()));
-    };
-    job.progress(0);
-    const bool frames = line_.output.animate && extensionOf(name) != "svg";
-    if (const int status = frames ? writeFrames(job, name) : writeOne(job, name); status != kDone)
-      return status;
-  }
-  for (const auto& sink : sinks_)
-    if (const Status done = sink->commit(); !done) return fail(done.error());
+/// Once, whatever the number of knots.
+void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
+  if (std::exchange(noted_, true)) return;
+  const OutputOptions& options = line_.output;
+  const auto hasSize = [](const ExportFormat& format) { return format.width != WidthOf::nothing; };
+  if (options.millimetres)
+    noteIgnored(fields, "--mm", hasSize);
+  else if (options.height && !line_.inner)
+    noteIgnored(fields, "--height", hasSize);
+  if (options.outline) noteIgnored(fields, "--outline", canBeCut);
+  if (options.lines) noteIgnored(fields, "--lines", canBeCut);
+  if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
+  if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
+  if (options.tube)
+    noteIgnored(fields, "--tube", [](const ExportFormat& format) { return format.width == WidthOf::model; });
+  if (options.solid)
+    noteIgnored(fields, "--solid", [](const ExportFormat& format) { return format.takesSolid; });
+}
+
+/// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
+/// knots nobody wants to read it.
+void FileMaker::noteOverlap(const OutputJob& job) {
+  const bool silent = line_.manyKnots() || job.options.lines;  // centre lines need no room
+  const double overlap = silent ? 0 : bandOverlap(job.document, job.knot);
+  if (overlap <= 0) return;
+  const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
+  report_.note("the bands run together by " +
+               (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+               ": --fit makes room");
+}
+
+/// Document, knot and options of one member.
+int FileMaker::makeKnotOf(const Member& member, Document& document, OutputOptions& options) {
+  report_.about(member.caption);
+  options = line_.output;
+  if (const int status = maker_.make(member, document, options); status != kDone) return status;
+  if (const Status made = makeKnot(document, *knot_); !made) return report_.fail(made.error());
+  if (!line_.fitRadius) return kDone;
+  auto fitted = withFittedRadius(document, *knot_, *line_.fitRadius, options.millimetres);
+  if (!fitted) return report_.fail(fitted.error());
+  document = std::move(*fitted);
+  report_.note("vtPolyRadius=" + document.fields.text(Param::PolyRadius));
   return kDone;
 }
 
+int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
+  Document document;
+  OutputOptions options;
+  if (const int status = makeKnotOf(member, document, options); status != kDone) return status;
+  noteIgnoredOptions(document.fields);
+  const StrandColours colours = strandColours(document.fields.boxes);
+  OutputJob job{platform_, document, *knot_, colours};
+  job.options = options;
+  noteOverlap(job);
+  KnotFiles files(report_);
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    const std::string name = line_.manyKnots() ? names_[i].name(member.numbers) : names_[i].between[0];
+    job.progress = [&, i](double share) {
+      const double file = (static_cast<double>(i) + share) / static_cast<double>(names_.size());
+      report_.reached(name, (static_cast<double>(done_) + file) * part);
+    };
+    job.progress(0);
+    job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
+    job.fileName = name;
+    if (const int status = files.write(job, name); status != kDone) return status;
+  }
+  if (const Status drawn = sheets.draw(static_cast<int>(done_), job); !drawn)
+    return report_.fail(drawn.error());
+  return files.commit();
+}
+
+/// A knot that cannot be made is told and the rest goes on; what cannot be written ends the run.
+int FileMaker::makeAll(const Batch& batch, SheetFiles& sheets) {
+  int worst = kDone;
+  const double part = 1.0 / static_cast<double>(batch.count());
+  for (done_ = 0; done_ < batch.count(); ++done_) {
+    const Member member = batch.member(done_);
+    sheets.setCaption(static_cast<int>(done_), member.caption);
+    if (names_.empty()) report_.reached(sheets.name(0), static_cast<double>(done_) * part);
+    const int status = makeOne(member, sheets, part);
+    if (status == kBadOutput || !line_.manyKnots()) return status;
+    if (status != kDone) worst = kNoKnot;
+  }
+  report_.about({});
+  return worst;
+}
+
+int FileMaker::writeSheets(SheetFiles& sheets) {
+  KnotFiles files(report_);
+  for (std::size_t i = 0; sheets.drawn() && i < sheets.size(); ++i) {
+    const auto bytes = sheets.finish(i);
+    if (!bytes) return report_.fail(bytes.error(), sheets.name(i) + ": ");
+    if (const int status = files.write(*bytes, sheets.name(i)); status != kDone) return status;
+  }
+  return files.commit();
+}
+
 int FileMaker::run() {
-  if (line_.shape) document_.fields.shape = *line_.shape;
-  if (!line_.knotFile.empty())
-    if (const int status = readFile(); status != kDone) return status;
-  for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
-  if (line_.random) drawRandom();
-  if (line_.preset) document_ = withStyle(document_, *line_.preset);
-  // A style brings widths of its own; a box that was asked for stays checked.
-  for (const auto& [box, on] : line_.checks) document_ = withCheck(document_, box, on);
-  takeValues();
-  if (const int status = build(); status != kDone) return status;
-  if (line_.setStrands)
-    if (const int status = setStrands(); status != kDone) return status;
-  if (ownShape()) fitTheBands();
-  if (line_.fit) fit();
-  if (const Status made = makeKnot(document_, *knot_); !made) return fail(made.error());
-  return write();
+  if (const int status = maker_.read(); status != kDone) return status;
+  const Batch batch(line_, firstSeed());
+  SheetFiles sheets(platform_, line_.output, static_cast<int>(batch.count()), batch.columns());
+  for (const std::string& name : line_.outputs) {
+    auto places = line_.manyKnots() ? parseNumberedName(name) : NumberedName{{name}, {}};
+    if (!places) return report_.fail(places.error());
+    if (line_.sheet && places->places() == 0)
+      sheets.add(name);
+    else
+      names_.push_back(std::move(*places));
+  }
+  const int made = makeAll(batch, sheets);
+  if (made == kBadOutput || sheets.empty()) return made;
+  const int written = writeSheets(sheets);
+  return written != kDone ? written : made;
+}
+
+int FileMaker::check(std::ostream& report) {
+  if (const int status = maker_.read(); status != kDone) return status;
+  Document document;
+  OutputOptions options;
+  const Batch batch(line_, firstSeed());
+  if (const int status = makeKnotOf(batch.member(0), document, options); status != kDone) return status;
+  const auto checked = checkModel(*knot_, document.fields, options);
+  if (!checked) return report_.fail(checked.error());
+  report << checkText(*checked, line_.material) << std::flush;
+  if (!report) return kBadOutput;
+  const Material& material = line_.material != nullptr ? *line_.material : kMaterials.front();
+  return faultsOf(*checked, material).empty() ? kDone : kNoKnot;
+}
+
+/// Memory may not suffice for what was asked for.
+template <class Work>
+int withinMemory(std::ostream& errors, Work&& work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    errors << "lorivan: there is not enough memory for this\n";
+    return kBadOutput;
+  }
 }
 
 }  // namespace
 
 int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
-  try {
-    return FileMaker(platform, line, errors).run();
-  } catch (const std::bad_alloc&) {
-    errors << "lorivan: there is not enough memory for these outputs\n";
-    return kBadOutput;
-  }
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).run(); });
+}
+
+int checkKnot(Platform& platform, const CommandLine& line, std::ostream& report, std::ostream& errors) {
+  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).check(report); });
 }
 
 }  // namespace lorivan

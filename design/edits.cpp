@@ -9,6 +9,7 @@
 #include "custom/autogrid.h"
 #include "custom/planar_grid.h"
 #include "design/fit.h"
+#include "design/kept_walls.h"
 #include "design/presets.h"
 #include "design/random_knot.h"
 #include "graph/strand_runs.h"
@@ -29,6 +30,25 @@ Document withGraph(Document document, const KnotGraph& graph) {
 
 GridView shapeView(const Document& document) {
   return GridView(stretchFactor(document.fields.number(Param::Skew)));
+}
+
+/// The grid of the fields; bands are as they were.
+Result<Document> withNewGrid(const Document& document, const Rnd* random) {
+  if (document.fields.shape == Shape::Custom) return document;
+  Document next = document;
+  if (!next.askedScale.empty()) next.fields.text(Param::Scale) = next.askedScale;
+  const std::string asked = next.fields.text(Param::Scale);
+  KnotGraph graph;
+  const auto built = buildStandardGrid(graph, gridFields(next.fields), random);
+  if (!built) return built.error();
+  takeCorrections(next.fields, built->fields);
+  next.askedScale = next.fields.text(Param::Scale) == asked ? std::string() : asked;
+  return withGraph(std::move(next), graph);
+}
+
+/// At the smallest scales the ends of a line can round to one point; it stays taken out.
+void setKind(KnotLine& line, std::int16_t kind) {
+  if (line.X1 != line.X2 || line.Y1 != line.Y2) line.Kind = kind;
 }
 
 /// A grid of the shape of one's own, which it then is no longer ahead of.
@@ -75,7 +95,9 @@ Document withField(const Document& document, Param p, const std::string& text) {
 
 Result<Document> changeField(const Document& document, Param p, const std::string& text) {
   const Document next = withField(document, p, text);
-  return makesGrid(p) ? newGrid(next) : Result<Document>(next);
+  if (!makesGrid(p) || document.fields.shape == Shape::Custom) return next;
+  const auto made = withNewGrid(next, nullptr);
+  return made ? fitAgain(withKindsOf(document, *made)) : made;
 }
 
 std::string fieldStep(const Document& document, Param p) {
@@ -122,16 +144,8 @@ Result<Document> chooseShape(const Document& document, Shape shape) {
 }
 
 Result<Document> newGrid(const Document& document, const Rnd* random) {
-  if (document.fields.shape == Shape::Custom) return document;
-  Document next = document;
-  if (!next.askedScale.empty()) next.fields.text(Param::Scale) = next.askedScale;
-  const std::string asked = next.fields.text(Param::Scale);
-  KnotGraph graph;
-  const auto built = buildStandardGrid(graph, gridFields(next.fields), random);
-  if (!built) return built.error();
-  takeCorrections(next.fields, built->fields);
-  next.askedScale = next.fields.text(Param::Scale) == asked ? std::string() : asked;
-  return fitAgain(withGraph(std::move(next), graph));
+  const auto made = withNewGrid(document, random);
+  return made && document.fields.shape != Shape::Custom ? fitAgain(*made) : made;
 }
 
 Result<Document> randomKnot(const Document& document, const Rnd& random) {
@@ -154,7 +168,7 @@ Document withKind(const Document& document, const std::vector<int>& lines, std::
   const LineOrbits orbits(*graph, symmetry);
   KnotLines changed = *document.lines;
   for (const int line : lines)
-    for (const int image : orbits.of(line)) changed[static_cast<std::size_t>(image)].Kind = kind;
+    for (const int image : orbits.of(line)) setKind(changed[static_cast<std::size_t>(image)], kind);
   Document next = document;
   next.lines = Shared(std::move(changed));
   return next;

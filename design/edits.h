@@ -20,7 +20,8 @@ bool makesGrid(Param p);
 /// or edge is given no longer fit by themselves.
 Document withField(const Document& document, Param p, const std::string& text);
 
-/// The same, and the grid is built anew where the field makes grids. A shape of one's own keeps its lines.
+/// The same, and the grid is built anew where the field makes grids. Walls stay with their cells, see
+/// withKindsOf(). A shape of one's own keeps its lines.
 Result<Document> changeField(const Document& document, Param p, const std::string& text);
 
 /// "Width 9": the name of such a step, for the document that it led to.

@@ -78,6 +78,18 @@ BandShares sharesOfStyle(int style) {
   return {kUsualBand * width / kUsualWidth, static_cast<float>(preset.edge) / (2 * width)};
 }
 
+BandShares sharesOf(const Document& document) {
+  BandShares shares = document.bands;
+  const auto knot = std::make_unique<Knot>();
+  if (document.fields.check(Check::FitBands) || !document.lines || !makeKnot(document, *knot)) return shares;
+  const double outer = knotStyle(document.fields, {}).outerWidth();
+  shares.edge = document.fields.number(Param::Edge) / static_cast<float>(outer);
+  if (const auto distance = leastCrossingDistance(*knot))
+    shares.band =
+        std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, *knot) / *distance));
+  return shares;
+}
+
 double bandOverlap(const Document& document, const Knot& knot) {
   const auto distance = leastCrossingDistance(knot);
   if (!distance) return 0;

@@ -21,6 +21,9 @@ Document fitAgain(const Document& document);
 /// What a style's width and edge are on the grids that it was made for.
 BandShares sharesOfStyle(int style);
 
+/// What the bands that the document has are on its own grid; where they are wider than usual, the usual.
+BandShares sharesOf(const Document& document);
+
 /// Smallest distance between crossings that follow each other along a strand, in pixels of the 500-pixel
 /// picture at zoom 1; nothing when no strand has two.
 std::optional<double> leastCrossingDistance(const Knot& knot);

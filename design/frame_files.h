@@ -3,23 +3,14 @@
 
 #include <string>
 
+#include "design/numbered_name.h"
 #include "design/outputs.h"
 #include "strands/animation.h"
 
 namespace lorivan {
 
-/// A file name with a place for a number: "frame-%03d.png", "%d.bmp".
-struct FrameNames {
-  std::string before, after;
-  int digits = 0;  // filled up with zeros; 0 as for "%d": as many as the number has
-
-  std::string name(int number) const;
-  /// The largest number that keeps all names equally long, at most 9999; also 9999 for "%d".
-  int most() const;
-};
-
-/// Only the file name's own part is looked at, not its folder. The error is one sentence.
-Result<FrameNames> parseFrameNames(const std::string& pattern);
+/// A name with one place, for the number of the frame. The error is one sentence.
+Result<NumberedName> parseFrameNames(const std::string& pattern);
 
 /// Makes the frames of one animation. The job must outlive it.
 class FrameMaker {

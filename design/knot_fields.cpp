@@ -28,6 +28,10 @@ KnotFields firstRunFields() {
   return fields;
 }
 
+std::optional<int> colourBoxOf(const KnotFields& fields, int slot) {
+  return boxOfColour(knotStyle(fields, {}).colourNumber(slot));
+}
+
 GridFields gridFields(const KnotFields& fields) {
   GridFields grid;
   grid.shape = fields.shape;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "design/parameters.h"
@@ -36,6 +37,9 @@ KnotFields firstRunFields();
 
 /// A text as the field itself would correct it. Fields that are used as whole numbers round it.
 std::string correctedText(Param p, const std::string& text);
+
+/// The colour box that the band of a strand slot takes its colour from; none: it is the white of number 15.
+std::optional<int> colourBoxOf(const KnotFields& fields, int slot);
 
 GridFields gridFields(const KnotFields& fields);
 TraceSettings traceSettings(const KnotFields& fields);

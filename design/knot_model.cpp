@@ -40,6 +40,14 @@ LightSettings lightSettings(const KnotFields& fields) {
   return light;
 }
 
+PictureLook pictureLook(const KnotFields& fields) {
+  PictureLook look;
+  look.background = pictureOptions(fields).background;
+  look.smooth = fields.check(Check::Smooth);
+  look.heightMap = fields.check(Check::HeightMap);
+  return look;
+}
+
 ViewState viewState(const KnotFields& fields) {
   ViewState view;
   setTheta(view, fields.number(Param::Theta));
@@ -89,7 +97,17 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
   scene.bandWidth = bandWidth(knot, fields);
   scene.fullyCrossed = fields.check(Check::FullyCrossed);
   scene.millimetres = options.millimetres;
+  scene.source = options.source;
+  scene.shared = options.shared;
+  scene.binary = options.binary;
+  scene.relief = options.relief;
+  scene.title = options.title;
+  scene.thumbnail = options.thumbnail;
+  scene.materialFile = options.materialFile;
   scene.progress = options.progress;
+  scene.solid = options.solid;
+  scene.remark = options.remark;
+  scene.cornerOrigin = options.cornerOrigin;
   if (pattern) scene.povTemplate = *pattern;
   return format.write(scene, sink);
 }

@@ -3,7 +3,7 @@
 
 #include "design/knot.h"
 #include "export/formats.h"
-#include "model3d/renderer.h"
+#include "model3d/model_picture.h"
 #include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 #include "platform/platform.h"
@@ -13,6 +13,9 @@ namespace lorivan {
 TubeSettings tubeSettings(const KnotFields& fields);
 
 LightSettings lightSettings(const KnotFields& fields);
+
+/// How the fields want a picture of the model to look.
+PictureLook pictureLook(const KnotFields& fields);
 
 /// The view that the three angle fields ask for.
 ViewState viewState(const KnotFields& fields);
@@ -44,7 +47,14 @@ class KnotModel {
 
 struct ModelFileOptions {
   std::optional<double> millimetres;
+  std::string_view source;  // see ExportScene
   std::function<void(double)> progress;
+  bool cornerOrigin = false;            // flat lines begin at the knot's lower left corner
+  bool shared = false, binary = false;  // these as in ExportScene
+  std::optional<Relief> relief = {};
+  std::string_view title = {}, thumbnail = {}, materialFile = {};
+  const TriangleMesh* solid = nullptr;  // written for the tubes by formats that take it
+  std::string_view remark = {};         // about the body
 };
 
 /// Writes a format whose kind is model.

@@ -2,60 +2,28 @@
 
 #include <array>
 
-#include "design/document_text.h"
-#include "strands/animated_svg.h"
+#include "design/model_output.h"
+#include "design/solid_model.h"
+#include "design/source.h"
+#include "design/vector_outputs.h"
 #include "strands/band_paths.h"
-#include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kVectorWidth = 5000;     // units of a vector picture, ten to a reference pixel
 constexpr int kMetafileWidth = 10000;  // fine enough to look smooth, still within 16 bits
-constexpr double kReferenceMillimetres = kReferenceWidth * 25.4 / 96;
-
-PictureOptions optionsOf(const OutputJob& job) {
-  PictureOptions options = pictureOptions(job.document.fields);
-  options.transparent = job.options.transparent;
-  return options;
-}
 
 /// With the pass counts that the trace left behind.
-Result<std::string> makeKnotFile(const OutputJob& job) {
-  return documentText(withPasses(job.document, job.knot.graph));
-}
+std::string textOf(const OutputJob& job) { return documentText(withPasses(job.document, job.knot.graph)); }
 
-/// Width of the whole picture that gives the drawn knot the width asked for; `standard` when none was.
-Result<double> pictureMillimetres(const OutputJob& job, const KnotStyle& style, const GridView& view,
-                                  double standard) {
-  if (!job.options.millimetres) return standard;
-  const double knot = knotWidth(job.knot.curve, style, view);
-  if (knot <= 0) return impossibleKnot("a knot without strands has no width to scale");
-  return *job.options.millimetres * view.width / knot;
-}
-
-Result<std::string> makeSvg(const OutputJob& job) {
-  const KnotStyle style = knotStyle(job.document.fields, job.colours);
-  const GridView view = viewOf(job.knot, job.document.fields, style, kVectorWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, kReferenceMillimetres);
-  if (!pictureWidth) return pictureWidth.error();
-  const auto& shape = shapeTable()[static_cast<std::size_t>(job.document.fields.shape)];
-  const std::string title = "Knot, " + std::string(shape.name);
-  if (job.options.animate)
-    return animatedSvg(
-        job.knot.graph, job.knot.curve, style, view,
-        {optionsOf(job), *pictureWidth, title, frameDelay(job.document.fields.number(Param::Animate)),
-         job.document.fields.check(Check::Loop)});
-  SvgSurface surface(view.width, view.height(), *pictureWidth, title);
-  drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, optionsOf(job));
-  return surface.finish();
-}
+Result<std::string> makeKnotFile(const OutputJob& job) { return textOf(job); }
 
 /// Twice the reference picture's size where no size is asked for.
 Result<std::string> makeEmf(const OutputJob& job) {
   const KnotStyle style = knotStyle(job.document.fields, job.colours);
   const GridView view = viewOf(job.knot, job.document.fields, style, kMetafileWidth, true);
-  const auto pictureWidth = pictureMillimetres(job, style, view, 2 * kReferenceMillimetres);
+  const auto pictureWidth = pictureMillimetres(job.options, view, strokedBox(job.knot.curve, style, view),
+                                               2 * kReferenceMillimetres);
   if (!pictureWidth) return pictureWidth.error();
   auto metafile = job.platform.createMetafile({view.width, view.height(), *pictureWidth});
   if (!metafile) return metafile.error();
@@ -71,21 +39,9 @@ void drawFlat(const OutputJob& job, Surface& surface, bool transparent) {
   drawKnotPicture(surface, job.knot.graph, job.knot.curve, style, view, options);
 }
 
-Status drawSolid(const OutputJob& job, Surface& surface, bool transparent) {
-  const auto model = job.model->get(job.knot, job.document.fields, job.colours, 0);
-  if (!model) return model.error();
-  const Colour background = optionsOf(job).background;
-  if (transparent)
-    surface.clearTransparent(background);
-  else
-    surface.clear(background);
-  Renderer().render(**model, lightSettings(job.document.fields), viewState(job.document.fields), background,
-                    job.document.fields.check(Check::HeightMap), surface.lendPixels(), transparent);
-  return {};
-}
-
 /// Height maps are twice as wide as other pictures where no width is asked for.
 Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
+  if (job.options.relief && format == PictureFormat::png) return makeReliefPicture(job);
   const bool transparent = job.options.transparent && format == PictureFormat::png;
   const bool heights = job.options.solidView && job.document.fields.check(Check::HeightMap);
   const int width = job.options.width.value_or(heights ? 2 * kPictureWidth : kPictureWidth);
@@ -93,10 +49,12 @@ Result<std::string> makePicture(const OutputJob& job, PictureFormat format) {
   if (!surface) return surface.error();
   if (!job.options.solidView)
     drawFlat(job, **surface, transparent);
-  else if (const Status drawn = drawSolid(job, **surface, transparent); !drawn)
+  else if (const Status drawn = drawSolid(job, **surface, transparent, heights); !drawn)
     return drawn.error();
   if (const std::string fault = (*surface)->fault(); !fault.empty()) return unwritable(fault);
-  return job.platform.encodePicture(**surface, format);
+  auto bytes = job.platform.encodePicture(**surface, format);
+  if (!bytes || format != PictureFormat::png) return bytes;
+  return withPngSource(std::move(*bytes), sourceOf(job));
 }
 
 /// The formats that are made here and not by a model writer.
@@ -105,9 +63,10 @@ struct Maker {
   Result<std::string> (*make)(const OutputJob& job);
 };
 
-constexpr std::array<Maker, 5> kMakers = {{
+constexpr std::array<Maker, 6> kMakers = {{
     {"qzd", makeKnotFile},
     {"svg", makeSvg},
+    {"pdf", makePdf},
     {"png", [](const OutputJob& job) { return makePicture(job, PictureFormat::png); }},
     {"bmp", [](const OutputJob& job) { return makePicture(job, PictureFormat::bmp); }},
     {"emf", makeEmf},
@@ -115,19 +74,36 @@ constexpr std::array<Maker, 5> kMakers = {{
 
 }  // namespace
 
-const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields) {
-  return findFormat(extensionOf(fileName), fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces);
+std::string sourceOf(const OutputJob& job) { return sourceMark(textOf(job)); }
+
+const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& fields,
+                                 const OutputOptions& options) {
+  const bool flat = fields.check(Check::DXF2D) || asksForCut(options);
+  return findFormat(extensionOf(fileName), flat ? DxfKind::flat : DxfKind::faces);
+}
+
+std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model) {
+  if (!job.options.height || format.width != WidthOf::drawing) return wantedModelWidth(job.options, model);
+  const KnotStyle style = knotStyle(job.document.fields, job.colours);
+  const GridView view = viewOf(job.knot, job.document.fields, style, kReferenceWidth, true);
+  const PictureBox box = drawnBox(job.knot.curve, style, view, false);
+  const double width = box.right - box.left;
+  return *wantedScale(job.options, width, box.bottom - box.top) * width;
+}
+
+std::string titleOf(const Document& document) {
+  return "Knot, " + std::string(shapeTable()[static_cast<std::size_t>(document.fields.shape)].name);
+}
+
+PictureOptions optionsOf(const OutputJob& job) {
+  PictureOptions options = pictureOptions(job.document.fields);
+  options.transparent = job.options.transparent;
+  return options;
 }
 
 Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) {
-  if (format.kind == FormatKind::model) {
-    const auto model = job.model->get(job.knot, job.document.fields, job.colours, format.sides);
-    if (!model) return model.error();
-    if ((*model)->QuadCount == 0)
-      return impossibleKnot("the knot has no strands that a model could be made of");
-    return writeModelFile(format, job.platform, job.knot, job.document.fields, **model,
-                          {job.options.millimetres, job.progress}, sink);
-  }
+  if (asksForCut(job.options) && isFlatDxf(format)) return makeCutDxf(job, sink);
+  if (format.kind == FormatKind::model) return makeModel(format, job, sink);
   for (const Maker& maker : kMakers) {
     if (maker.identifier != format.identifier) continue;
     const auto bytes = maker.make(job);

@@ -124,8 +124,9 @@ enum class Check {
   Mirror,
   FitBands,
   Classic,
+  Smooth,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::Classic) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::Smooth) + 1;
 
 struct CheckSpec {
   std::string_view field;  // "chkShowGrid"
@@ -160,6 +161,8 @@ inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
      kInPicture},
     {"chkClassic", "Classic joints", "Paint crossings by laying stretches on top, as before", "chkClassic",
      false, kInPicture},
+    {"chkSmooth", "Smooth", "Shade the 3D view smoothly, as the round strands are, instead of face by face",
+     "chkSmooth", true},
 }};
 
 template <class Enum, class Table>

@@ -51,17 +51,21 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    WindowState::width,
                                    WindowState::height,
                                    WindowState::maximised,
-                                   Check::Classic};
+                                   Check::Classic,
+                                   Check::Smooth,
+                                   WindowState::symmetry,
+                                   WindowState::saveOptions};
 
 struct KeySpec {
   std::string_view key, fallback;
 };
 
 // In the order of WindowState.
-constexpr KeySpec kStateKeys[] = {{"LastX", "0"},      {"LastY", "0"},          {"lsttype", "0"},
-                                  {"GridOn", "False"}, {"SnapOn", "False"},     {"LastFolder", ""},
-                                  {"3DSave", "1"},     {"FitPicture", "False"}, {"DrawAtOnce", "True"},
-                                  {"LastWidth", "0"},  {"LastHeight", "0"},     {"Maximised", "False"}};
+constexpr KeySpec kStateKeys[] = {{"LastX", "0"},       {"LastY", "0"},          {"lsttype", "0"},
+                                  {"GridOn", "False"},  {"SnapOn", "False"},     {"LastFolder", ""},
+                                  {"3DSave", "1"},      {"FitPicture", "False"}, {"DrawAtOnce", "True"},
+                                  {"LastWidth", "0"},   {"LastHeight", "0"},     {"Maximised", "False"},
+                                  {"Symmetry", "None"}, {"SaveOptions", ""}};
 
 KeySpec keyOf(const SettingOwner& owner) {
   if (const Param* p = std::get_if<Param>(&owner)) return {parameterSpec(*p).key, parameterSpec(*p).firstRun};

@@ -26,7 +26,9 @@ enum class WindowState {
   drawAtOnce,
   width,
   height,
-  maximised
+  maximised,
+  symmetry,
+  saveOptions
 };
 
 inline constexpr int kRecentFiles = 10;

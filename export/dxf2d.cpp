@@ -31,6 +31,16 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
   return box;
 }
 
+/// Moves the lower left corner of the drawn knot, bands included, to the origin.
+void moveToCorner(const ExportScene& scene, std::vector<FlatLine>& lines) {
+  const GridBox curves = curveBox(scene.curve, kProportion);
+  for (FlatLine& line : lines)
+    for (FlatPoint& p : line.points) {
+      p.x -= curves.left - scene.bandWidth / 2;
+      p.y -= curves.bottom - scene.bandWidth / 2;
+    }
+}
+
 /// Millimetres are the width of the drawn knot with its bands, as in the vector pictures: the lines in the
 /// middle of the bands end half a band before it.
 Result<double> scaleOf(const ExportScene& scene, const Extents& box) {
@@ -86,8 +96,9 @@ void writePolyline(TextOut& out, int slot, int colour, bool closed, const std::v
 
 Status writeDxf2D(const ExportScene& scene, Sink& sink) {
   if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
-  const std::vector<FlatLine> lines =
+  std::vector<FlatLine> lines =
       scene.fullyCrossed ? wholeCurves(scene.curve) : visibleCurves(scene.curve, scene.bandWidth);
+  if (scene.cornerOrigin) moveToCorner(scene, lines);
   const Extents box = extentsOf(lines);
   const Result<double> scale = scaleOf(scene, box);
   if (!scale) return scale.error();

@@ -10,19 +10,29 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kDxf = "dxf";
+constexpr bool kSolid = true;
+constexpr bool kCarriesSource = true;
 
 // clang-format off
 constexpr auto kFormats = std::to_array<ExportFormat>({
     {"qzd", "qzd", "Lorivan", "Lorivan knot file: settings and grid, to be opened again", FormatKind::knotFile},
-    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, WidthOf::drawing},
-    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
+    {"svg", "svg", "SVG", "SVG drawing with real curves, in millimetres; with --animate it draws itself", FormatKind::vector, WidthOf::drawing, {}, 0, 0, nullptr,
+     false, kCarriesSource},
+    {"pdf", "pdf", "PDF", "PDF page with real curves, in millimetres", FormatKind::vector, WidthOf::drawing, {}, 0, 0, nullptr,
+     false, kCarriesSource},
+    {"png", "png", "PNG", "PNG picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture,
+     WidthOf::nothing, {}, 0, 0, nullptr, false, kCarriesSource},
     {"bmp", "bmp", "Bitmap", "BMP picture of the 2-D or 3-D view; with --animate numbered frames", FormatKind::picture},
     {"emf", "emf", "Enhanced Metafile", "EMF drawing of the 2-D knot", FormatKind::vector, WidthOf::drawing},
     {"pov", "pov", "POV-Ray", "POV-Ray scene", FormatKind::model, WidthOf::nothing, "optPOV", 1, 0, writePov},
     {"vrml", "wrl", "(VRML) WRL", "VRML 2.0 world", FormatKind::model, WidthOf::model, "optVRML", 2, 0, writeVrml},
-    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, WidthOf::model, "optOBJ", 3, 0, writeObj},
+    {"obj", "obj", "(Wavefront) OBJ", "Wavefront OBJ model", FormatKind::model, WidthOf::model, "optOBJ", 3, 0, writeObj, kSolid},
     {"stl", "stl", "(StereoLithography) STL", "StereoLithography model", FormatKind::model, WidthOf::model, "optSTL", 5, 0,
-     writeStl},
+     writeStl, kSolid},
+    {"3mf", "3mf", "(3D Manufacturing) 3MF", "3MF model for printers: millimetres, a coloured object for each strand", FormatKind::model,
+     WidthOf::model, {}, 0, 0, writeThreeMf, kSolid, kCarriesSource},
+    {"glb", "glb", "(glTF) GLB", "glTF 2.0 model in metres, with materials", FormatKind::model, WidthOf::model, {}, 0, 0, writeGlb,
+     kSolid, kCarriesSource},
     {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, WidthOf::model, "optXYZ", 7, 0, writeXyz},
     {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, WidthOf::nothing, "optGemVision", 6, 4,
      writeGemVision},
@@ -33,10 +43,20 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
 // clang-format on
 
 bool isChosen(const ExportFormat& format, DxfKind dxf) {
-  return format.extension != kDxf || (format.write == writeDxf2D) == (dxf == DxfKind::flat);
+  return format.extension != kDxf || isFlatDxf(format) == (dxf == DxfKind::flat);
+}
+
+/// "svg, emf and flat dxf"
+std::string enumerated(const std::vector<std::string>& names) {
+  std::string text;
+  for (std::size_t i = 0; i < names.size(); ++i)
+    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
+  return text;
 }
 
 }  // namespace
+
+bool isFlatDxf(const ExportFormat& format) { return format.write == writeDxf2D; }
 
 std::span<const ExportFormat> exportFormats() { return kFormats; }
 
@@ -75,11 +95,22 @@ std::string formatsWithWidth(WidthOf width) {
   std::vector<std::string> names;
   for (const ExportFormat& format : kFormats)
     if (format.width == width)
-      names.push_back((format.write == writeDxf2D ? "flat " : "") + std::string(format.extension));
-  std::string text;
-  for (std::size_t i = 0; i < names.size(); ++i)
-    text += (i == 0 ? "" : i + 1 == names.size() ? " and " : ", ") + names[i];
-  return text;
+      names.push_back((isFlatDxf(format) ? "flat " : "") + std::string(format.extension));
+  return enumerated(names);
+}
+
+std::string formatsWithSolid() {
+  std::vector<std::string> names;
+  for (const ExportFormat& format : kFormats)
+    if (format.takesSolid) names.emplace_back(format.extension);
+  return enumerated(names);
+}
+
+std::string formatsWithSource() {
+  std::vector<std::string> names;
+  for (const ExportFormat& format : kFormats)
+    if (format.carriesSource) names.emplace_back(format.extension);
+  return enumerated(names);
 }
 
 }  // namespace lorivan

@@ -31,12 +31,17 @@ struct ExportFormat {
   int saveNumber = 0;            // the option's number in the settings; 0: none
   int sides = 0;                 // the model must be built with so many sides; 0: with the field's
   Status (*write)(const ExportScene&, Sink&) = nullptr;  // null unless the kind is model
+  bool takesSolid = false;                               // writes a fused body where the scene has one
+  bool carriesSource = false;  // holds the document's text and opens as its knot, see ExportScene::source
 };
 
 /// What a DXF file holds is chosen by a check box, not by its extension.
 enum class DxfKind { faces, flat };
 
 std::span<const ExportFormat> exportFormats();
+
+/// Whether a row is the DXF of flat lines.
+bool isFlatDxf(const ExportFormat& format);
 
 /// The row for an extension ("stl"; case does not matter) or for an option's settings number; null when
 /// there is none.
@@ -51,5 +56,11 @@ std::string formatExtensions();
 
 /// "svg, emf and flat dxf": the formats whose width in millimetres is that of this.
 std::string formatsWithWidth(WidthOf width);
+
+/// "obj and stl": the formats that take a fused body.
+std::string formatsWithSolid();
+
+/// "svg and png": the formats that open as the knot that they were made from.
+std::string formatsWithSource();
 
 }  // namespace lorivan

@@ -6,6 +6,7 @@
 
 #include "base/digits.h"
 #include "base/numbers.h"
+#include "model3d/rings.h"
 
 namespace lorivan {
 namespace {
@@ -14,94 +15,14 @@ constexpr double kMostCoordinate = 2'000'000;
 constexpr int kMoveRounds = 8;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-struct Box {
-  double low = 0, high = 0;
-  bool empty = true;
-  void add(float value) {
-    if (!std::isfinite(value)) return;
-    low = empty ? value : std::min<double>(low, value);
-    high = empty ? value : std::max<double>(high, value);
-    empty = false;
-  }
-  double furthest() const { return std::max(std::fabs(low), std::fabs(high)); }
-};
-
-struct Direction {
-  double x, y, z;
-};
-Direction operator*(const Direction& a, double f) { return {a.x * f, a.y * f, a.z * f}; }
-Direction operator-(const Direction& a, const Direction& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-double dot(const Direction& a, const Direction& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-
-Direction between(const Vec3& from, const Vec3& to) {
-  return {static_cast<double>(to.x) - from.x, static_cast<double>(to.y) - from.y,
-          static_cast<double>(to.z) - from.z};
+void widen(ModelSpan& span, float value) {
+  if (!std::isfinite(value)) return;
+  span.low = span.empty ? value : std::min<double>(span.low, value);
+  span.high = span.empty ? value : std::max<double>(span.high, value);
+  span.empty = false;
 }
 
-/// A ring is centre + A sin(phi) + B cos(phi), with phi = 0 at side 0.
-struct Frame {
-  Direction a, b;
-};
-
-Frame frameOf(const TubeModel& model, int ring) {
-  const double step = kTwoPi / model.sides;
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
-  const Direction b = between(centre, model.vertex(ring, 0));
-  const Direction a = (between(centre, model.vertex(ring, 1)) - b * std::cos(step)) * (1 / std::sin(step));
-  return {a, b};
-}
-
-/// The frame that a ring without radius takes over from the one before it. The sweep leaves a ring without
-/// radius where the tube runs along z; across that direction every A will do.
-Frame takenOver(const TubeModel& model, int ring, int next, const Frame& before) {
-  const Direction along =
-      between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
-  const double size = std::sqrt(dot(along, along));
-  if (size == 0) return before;  // two samples at one place
-  const Direction a = before.a, t = along * (1 / size);
-  return {a, {a.y * t.z - a.z * t.y, a.z * t.x - a.x * t.z, a.x * t.y - a.y * t.x}};
-}
-
-Vec3 onRing(const TubeModel& model, int ring, const Frame& frame, int side) {
-  const double turn = kTwoPi * side / model.sides, s = std::sin(turn), c = std::cos(turn);
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
-  const auto sum = [=](float middle, double a, double b) {
-    return static_cast<float>(middle + a * s + b * c);
-  };
-  return {sum(centre.x, frame.a.x, frame.b.x), sum(centre.y, frame.a.y, frame.b.y),
-          sum(centre.z, frame.a.z, frame.b.z)};
-}
-
-/// Frames of all rings of a strand, `repaired` naming those that the sweep gave no radius.
-std::vector<Frame> framesOf(const TubeModel& model, const TubeStrand& strand, std::vector<int>& repaired) {
-  const double radius = model.radius;
-  const auto hasRadius = [&](const Frame& frame) { return dot(frame.b, frame.b) > 1e-6 * radius * radius; };
-  std::vector<Frame> frames;
-  frames.reserve(static_cast<std::size_t>(strand.ringCount));
-  for (int i = 0; i < strand.ringCount; ++i) frames.push_back(frameOf(model, strand.firstRing + i));
-  const auto whole = std::find_if(frames.rbegin(), frames.rend(), hasRadius);
-  Frame before = whole != frames.rend() ? *whole : Frame{{radius, 0, 0}, {0, radius, 0}};
-  for (int i = 0; i < strand.ringCount; ++i) {
-    Frame& frame = frames[static_cast<std::size_t>(i)];
-    if (!hasRadius(frame)) {
-      const int next = i + 1 < strand.ringCount ? i + 1 : 0;
-      frame = takenOver(model, strand.firstRing + i, strand.firstRing + next, before);
-      repaired.push_back(i);
-    }
-    before = frame;
-  }
-  return frames;
-}
-
-/// The side of the next ring that lies nearest to side 0 of the first, over all sides taken together: the
-/// turn psi with the greatest sum of products of partners is atan2(B.A' - A.B', A.A' + B.B').
-int nearestSide(const Frame& one, const Frame& two, int sides, double radius) {
-  const double along = dot(one.a, two.a) + dot(one.b, two.b);
-  const double across = dot(one.b, two.a) - dot(one.a, two.b);
-  const double tiny = 1e-6 * radius * radius;
-  if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest
-  return (toInt32(std::atan2(across, along) / (kTwoPi / sides)) + sides) % sides;
-}
+double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
 bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
@@ -113,12 +34,30 @@ bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
 }
 
 std::uint64_t hashOf(const MeshPoint& p) {
-  std::uint64_t h = static_cast<std::uint32_t>(p.x);
-  h = (h ^ h >> 29) * 0x9E3779B97F4A7C15U + static_cast<std::uint32_t>(p.y);
-  h = (h ^ h >> 32) * 0xBF58476D1CE4E5B9U + static_cast<std::uint32_t>(p.z);
-  h = (h ^ h >> 29) * 0x94D049BB133111EBU;
-  return h ^ h >> 32;
+  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
+                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
+                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
+  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
+  return mixed ^ mixed >> 32;
 }
+
+/// Sixteen bits or more for each of so many hashes.
+class BitTable {
+ public:
+  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 4 + 1)) {}
+  bool has(std::uint64_t hash) const {
+    return (words_[hash >> 6 & (words_.size() - 1)] >> (hash & 63) & 1) != 0;
+  }
+  /// False when it was there.
+  bool add(std::uint64_t hash) {
+    const bool isNew = !has(hash);
+    words_[hash >> 6 & (words_.size() - 1)] |= std::uint64_t{1} << (hash & 63);
+    return isNew;
+  }
+
+ private:
+  std::vector<std::uint64_t> words_;
+};
 
 /// One side of a triangle, running from one place to another.
 struct Edge {
@@ -135,21 +74,26 @@ MeshPoint meshPoint(const Vec3& at, double scale) {
   return {number(at.x), number(at.y), number(at.z)};
 }
 
-Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
-  Box x, y, z;
+ModelBox modelBox(const TubeModel& model) {
+  ModelBox box;
   for (const Vec3& v : model.vertices) {
-    x.add(v.x);
-    y.add(v.y);
-    z.add(v.z);
+    widen(box.x, v.x);
+    widen(box.y, v.y);
+    widen(box.z, v.z);
   }
+  return box;
+}
+
+Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres) {
+  const auto [x, y, z] = modelBox(model);
   double scale = 1;
   if (millimetres) {
     if (!isWidth(*millimetres)) return wrongUsage(kWidthOutOfRange);
     if (!(x.high > x.low)) return impossibleKnot("a model without strands has no width to scale");
-    scale = *millimetres / (x.high - x.low);
+    scale = *millimetres / x.size();
   }
-  const double furthest = std::max({x.furthest(), y.furthest(), z.furthest()}) * scale;
-  if (!(furthest <= kMostCoordinate)) return unwritable("the model is too large for the file");
+  const double reach = std::max({furthest(x), furthest(y), furthest(z)}) * scale;
+  if (!(reach <= kMostCoordinate)) return unwritable("the model is too large for the file");
   return scale;
 }
 
@@ -189,7 +133,7 @@ TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<st
 void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, double scale) {
   if (strand.ringCount < 3) return;
   std::vector<int> repaired;
-  const std::vector<Frame> frames = framesOf(model, strand, repaired);
+  const std::vector<RingFrame> frames = ringFrames(model, strand, repaired);
   for (const int ring : repaired)
     for (int side = 0; side < model.sides; ++side)
       points_[static_cast<std::size_t>(strand.firstRing + ring) * sides_ + static_cast<std::size_t>(side)] =
@@ -197,26 +141,43 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
                     scale);
   strands_.push_back({strand.slot, strand.factors, rings_.size(), frames.size()});
   for (std::size_t i = 0; i < frames.size(); ++i) {
-    const Frame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
+    const RingFrame& next = frames[i + 1 < frames.size() ? i + 1 : 0];
     const auto ring = static_cast<std::uint32_t>(strand.firstRing) + static_cast<std::uint32_t>(i);
     rings_.push_back({ring * sides_, nearestSide(frames[i], next, model.sides, model.radius)});
   }
 }
 
-/// Fills same_ and shared_ from an open hash table of the points' places.
+/// Fills same_ and shared_. Most points have a place of their own: a table of bits, which stays in the
+/// processor's cache, leaves few that must be compared.
 void TubeMesh::findShared() {
-  const std::size_t size = std::bit_ceil(points_.size() * 2 + 1);
-  std::vector<std::uint32_t> table(size, kNone);
-  same_.resize(points_.size());
-  shared_.assign(points_.size(), 0);
+  const auto count = static_cast<std::uint32_t>(points_.size());
+  same_.resize(count);
+  shared_.assign(count, 0);
   anyShared_ = false;
-  for (std::uint32_t i = 0; i < points_.size(); ++i) {
+  BitTable seen(count), again(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    same_[i] = i;
+    const std::uint64_t hash = hashOf(points_[i]);
+    if (!seen.add(hash)) again.add(hash);
+  }
+  std::vector<std::uint32_t> suspects;
+  for (std::uint32_t i = 0; i < count; ++i)
+    if (again.has(hashOf(points_[i]))) suspects.push_back(i);
+  comparePlaces(suspects);
+}
+
+/// The points in their order; an open hash table of their places.
+void TubeMesh::comparePlaces(const std::vector<std::uint32_t>& suspects) {
+  const std::size_t size = std::bit_ceil(suspects.size() * 2 + 1);
+  std::vector<std::uint32_t> table(size, kNone);
+  for (const std::uint32_t i : suspects) {
     std::size_t at = hashOf(points_[i]) & (size - 1);
     while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
     if (table[at] == kNone) table[at] = i;
     same_[i] = table[at];
-    if (same_[i] != i) shared_[i] = shared_[same_[i]] = 1;
-    anyShared_ = anyShared_ || same_[i] != i;
+    if (same_[i] == i) continue;
+    shared_[i] = shared_[same_[i]] = 1;
+    anyShared_ = true;
   }
 }
 
@@ -292,14 +253,20 @@ void TubeMesh::movePoint(std::uint32_t point, int round) {
   if (round % 3 == 2) p.z += step(p.z, centre.z);
 }
 
-Result<TubeMesh> sceneMesh(const ExportScene& scene) {
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard) {
   if (scene.model.QuadCount > kMostQuads) return refused(kTooManyPolygonsExport);
-  const Result<double> scale = modelScale(scene.model, scene.millimetres);
+  const Result<double> scale = modelScale(scene.model, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
   if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
     return unwritable("the model is too small for the file's three decimals");
   return mesh;
+}
+
+std::size_t TubeMesh::triangleCount() const {
+  std::size_t count = 0;
+  for (const Cut cut : cuts_) count += cut == Cut::gone ? 0 : polygonCorners(cut).size() - 2;
+  return count;
 }
 
 std::size_t TubeMesh::cornerCount() const {

@@ -22,6 +22,17 @@ struct MeshPoint {
 /// they fit.
 MeshPoint meshPoint(const Vec3& at, double scale);
 
+/// From where to where a model reaches along an axis, model units.
+struct ModelSpan {
+  double low = 0, high = 0;
+  bool empty = true;
+  double size() const { return high - low; }
+};
+struct ModelBox {
+  ModelSpan x, y, z;
+};
+ModelBox modelBox(const TubeModel& model);
+
 /// File units for each model unit: 1, or what makes the model `millimetres` wide. Fails for a width that is
 /// none, and when a coordinate would pass two million.
 Result<double> modelScale(const TubeModel& model, std::optional<double> millimetres);
@@ -65,6 +76,18 @@ class TubeMesh {
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 
+  /// The first of the strand's points; its rings follow one another, `sides` points each.
+  std::uint32_t firstPoint(const Strand& strand) const { return rings_[strand.firstRing].firstPoint; }
+  std::uint32_t pointCount(const Strand& strand) const {
+    return static_cast<std::uint32_t>(strand.ringCount) * sides_;
+  }
+  /// Whether two points stand at one place. Where none do every point is a corner of whole quads.
+  bool anyShared() const { return anyShared_; }
+  /// The first point of the whole mesh that stands where this one does.
+  std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+
+  std::size_t triangleCount() const;
+
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
   std::size_t cornerCount() const;
 
@@ -75,6 +98,7 @@ class TubeMesh {
  private:
   void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
+  void comparePlaces(const std::vector<std::uint32_t>& suspects);
   void cutFaces();
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
   std::vector<std::uint32_t> pointsToMove() const;
@@ -91,9 +115,9 @@ class TubeMesh {
   std::vector<Cut> cuts_;  // for each ring, for each side
 };
 
-/// The scene's mesh at the width that the scene asks for. Fails for more polygons than a model may have, and
-/// when nothing of the model is left in three decimals.
-Result<TubeMesh> sceneMesh(const ExportScene& scene);
+/// The scene's mesh at the width that the scene asks for, else at `standard`. Fails for more polygons than a
+/// model may have, and when nothing of the model is left in three decimals.
+Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> standard = {});
 
 template <class Use>
 void TubeMesh::eachFace(const Strand& strand, std::size_t number, Use&& use) const {

@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "export/mesh.h"
+#include "export/read_back.h"
 #include "export/text_out.h"
 #include "export/writers.h"
 
@@ -63,9 +64,39 @@ void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
   }
 }
 
+/// One body, each corner once.
+Status writeBody(const ExportScene& scene, Sink& sink) {
+  const auto parts = sceneParts(scene, {});
+  if (!parts) return parts.error();
+  const MeshPart& body = parts->front();
+  TextOut out(sink);
+  out.line("#Object format knot produced by Lorivan");
+  if (!scene.remark.empty()) {
+    out.text("#");
+    out.line(scene.remark);
+  }
+  for (const MeshPoint& p : body.points) out.take(putVertex(out.room(kPolygonRoom), p));
+  out.line("g " + body.name);
+  std::size_t done = 0;
+  eachTriangle(body, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+    char* at = out.room(kPolygonRoom);
+    *at++ = 'f';
+    for (const std::uint32_t corner : {a, b, c}) {
+      *at++ = ' ';
+      at = putInteger(at, static_cast<std::int32_t>(corner) + 1);
+    }
+    out.take(putText(at, kLineEnd));
+    out.reached(scene.progress, done++, body.faces.size());
+  });
+  if (const Status written = out.finish(); !written) return written;
+  return checkWritten(sink, objReader(), [&] { return factsOf(*parts); });
+}
+
 }  // namespace
 
 Status writeObj(const ExportScene& scene, Sink& sink) {
+  if (scene.solid != nullptr) return writeBody(scene, sink);
+  if (scene.shared) return writeSharedObj(scene, sink);
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   if (mesh->cornerCount() > static_cast<std::size_t>(kMostObjVertices)) return refused(kTooManyPolygonsObj);

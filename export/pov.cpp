@@ -1,7 +1,9 @@
 // POV-Ray scene: the template with its camera at the right distance, then one blob for each strand.
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "base/numbers.h"
 #include "export/mesh.h"
@@ -41,6 +43,31 @@ void copyTemplate(std::string_view text, double distance, TextOut& out) {
       out.line(line);
     else
       out.line(std::string("   location <0,0,").append(MyFormat(static_cast<float>(distance))).append(">"));
+  }
+}
+
+/// The colour that the template gives a number: the first palette's fourteen, again and again.
+Colour firstColour(int number) { return QBColor((number - 1) % 14 + 1); }
+
+std::string srgb(Colour colour) {
+  const auto part = [](int component) { return MyFormat(static_cast<float>(component) / 255.0F + 0.0005F); };
+  return "color srgb <" + part(redOf(colour)) + ',' + part(greenOf(colour)) + ',' + part(blueOf(colour)) +
+         '>';
+}
+
+/// What the screen shows in other colours than those of a first start is declared anew behind the template;
+/// everything else is as the template has it.
+void writeColours(const ExportScene& scene, TextOut& out) {
+  if (scene.background != 0xFFFFFF) out.line("background { " + srgb(scene.background) + " }");
+  std::array<bool, kStrandSlots> written{};
+  for (const TubeStrand& strand : scene.model.strands) {
+    const int number = scene.colourNumber(strand.slot);
+    const auto part = [&](std::size_t i) { return toInt32(strand.factors[i] * 255.0F); };
+    const Colour colour = makeColour(part(0), part(1), part(2));
+    if (colour == firstColour(number) || std::exchange(written[static_cast<std::size_t>(number)], true))
+      continue;
+    out.line("#declare colour" + std::to_string(number) + " = texture { pigment { " + srgb(colour) +
+             " } finish { ambient 0.12 diffuse 0.8 phong 0.35 phong_size 40 } }");
   }
 }
 
@@ -84,6 +111,7 @@ Status writePov(const ExportScene& scene, Sink& sink) {
   if (!scale) return scale.error();
   TextOut out(sink);
   copyTemplate(*scene.povTemplate, cameraDistance(scene), out);
+  writeColours(scene, out);
   const std::size_t count = scene.model.strands.size();
   for (std::size_t i = 0; i < count; ++i) {
     writeStrand(scene, scene.model.strands[i], *scale, out);

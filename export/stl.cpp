@@ -1,7 +1,8 @@
-// Stereolithography, as text: every polygon as triangles with their outward normals.
+// Stereolithography, as text or binary: every polygon as triangles with their outward normals.
 #include <cmath>
 
-#include "export/mesh.h"
+#include "base/bytes.h"
+#include "export/read_back.h"
 #include "export/text_out.h"
 #include "export/writers.h"
 
@@ -10,9 +11,12 @@ namespace {
 
 constexpr std::size_t kTriangleRoom = 96 + 12 * kMostDigits;
 
-/// Unit normal of a triangle in thousandths; zero for a triangle without area. Divided before it is made
-/// thousandths: a normal along an axis is then 1.000 and not 0.999.
-MeshPoint normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+struct Normal {
+  double x = 0, y = 0, z = 0;
+};
+
+/// Of unit length; zero for a triangle without area.
+Normal normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
     return static_cast<double>(to) - static_cast<double>(from);
   };
@@ -21,8 +25,13 @@ MeshPoint normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const double nx = uy * vz - uz * vy, ny = uz * vx - ux * vz, nz = ux * vy - uy * vx;
   const double length = std::sqrt(nx * nx + ny * ny + nz * nz);
   if (length == 0) return {};
-  const auto part = [length](double n) { return static_cast<std::int32_t>(n / length * 1000); };
-  return {part(nx), part(ny), part(nz)};
+  return {nx / length, ny / length, nz / length};
+}
+
+/// In thousandths. Divided before: a normal along an axis is then 1.000 and not 0.999.
+MeshPoint printed(const Normal& n) {
+  const auto part = [](double x) { return static_cast<std::int32_t>(x * 1000); };
+  return {part(n.x), part(n.y), part(n.z)};
 }
 
 char* putTriple(char* at, const MeshPoint& p) {
@@ -40,32 +49,98 @@ char* putVertex(char* at, const MeshPoint& p) {
 
 void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   char* at = out.room(kTriangleRoom);
-  at = putTriple(putText(at, "facet normal "), normalOf(a, b, c));
+  at = putTriple(putText(at, "facet normal "), printed(normalOf(a, b, c)));
   at = putText(at, "\r\n  outer loop\r\n");
   at = putVertex(putVertex(putVertex(at, a), b), c);
   out.take(putText(at, "  endloop\r\nendfacet\r\n"));
 }
 
+/// Readers take a file that begins with "solid" for a text.
+constexpr std::string_view kBinaryHead = "Binary STL, a knot produced by Lorivan";
+constexpr std::size_t kHeadSize = 80, kFacetSize = 50;
+
+char* putPoint(char* at, const MeshPoint& p) {
+  const auto number = [](std::int32_t thousandths) {
+    return static_cast<float>(static_cast<double>(thousandths) / 1000);
+  };
+  return putFloat(putFloat(putFloat(at, number(p.x)), number(p.y)), number(p.z));
+}
+
+void writeFacet(TextOut& out, const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const Normal n = normalOf(a, b, c);
+  char* at = out.room(kFacetSize);
+  at = putFloat(putFloat(putFloat(at, static_cast<float>(n.x)), static_cast<float>(n.y)),
+                static_cast<float>(n.z));
+  out.take(putLittle16(putPoint(putPoint(putPoint(at, a), b), c), 0));
+}
+
+/// Passes every triangle's corners to `use`.
+template <class Use>
+void eachMeshTriangle(const TubeMesh& mesh, const ExportScene& scene, const TextOut& out, Use&& use) {
+  const auto& points = mesh.points();
+  for (const TubeMesh::Strand& strand : mesh.strands())
+    for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
+      mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        const auto corners = polygonCorners(face.cut);
+        for (std::size_t i = 2; i < corners.size(); ++i)
+          use(points[face.corner[corners[0]]], points[face.corner[corners[i - 1]]],
+              points[face.corner[corners[i]]]);
+      });
+      out.reached(scene.progress, strand.firstRing + ring, mesh.ringCount());
+    }
+}
+
+/// A file of so many triangles, which each(use) passes on. A text's first line is the place for a remark.
+template <class Each>
+Status writeTriangles(const ExportScene& scene, std::size_t triangles, Sink& sink, Each&& each) {
+  TextOut out(sink);
+  if (scene.binary) {
+    std::string head(kBinaryHead);
+    head.resize(kHeadSize, ' ');
+    appendLittle32(head, static_cast<std::uint32_t>(triangles));
+    out.text(head);
+    each(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeFacet(out, a, b, c); });
+  } else {
+    out.text(scene.remark.empty() ? "solid" : "solid ");
+    out.line(scene.remark);
+    each(out,
+         [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeTriangle(out, a, b, c); });
+    out.line("endsolid");
+  }
+  return out.finish();
+}
+
+Status writeTubes(const ExportScene& scene, Sink& sink) {
+  const Result<TubeMesh> mesh = sceneMesh(scene);
+  if (!mesh) return mesh.error();
+  const Status written =
+      writeTriangles(scene, mesh->triangleCount(), sink,
+                     [&](const TextOut& out, auto&& use) { eachMeshTriangle(*mesh, scene, out, use); });
+  if (!written) return written;
+  return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(),
+                      [&] { return factsOf(*mesh); });
+}
+
+/// A relief or a body.
+Status writeParts(const ExportScene& scene, Sink& sink) {
+  const auto parts = sceneParts(scene, scene.relief ? std::optional(kStandardMillimetres) : std::nullopt);
+  if (!parts) return parts.error();
+  FileFacts facts = factsOf(*parts);
+  facts.points = facts.places = 0;
+  const Status written = writeTriangles(scene, facts.triangles, sink, [&](const TextOut&, auto&& use) {
+    for (const MeshPart& part : *parts)
+      eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+        use(part.points[a], part.points[b], part.points[c]);
+      });
+  });
+  if (!written) return written;
+  return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(), [&] { return facts; });
+}
+
 }  // namespace
 
 Status writeStl(const ExportScene& scene, Sink& sink) {
-  const Result<TubeMesh> mesh = sceneMesh(scene);
-  if (!mesh) return mesh.error();
-  const auto& points = mesh->points();
-  TextOut out(sink);
-  out.line("solid");
-  for (const TubeMesh::Strand& strand : mesh->strands())
-    for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
-      mesh->eachFace(strand, ring, [&](const TubeMesh::Face& face) {
-        const auto corners = polygonCorners(face.cut);
-        for (std::size_t i = 2; i < corners.size(); ++i)
-          writeTriangle(out, points[face.corner[corners[0]]], points[face.corner[corners[i - 1]]],
-                        points[face.corner[corners[i]]]);
-      });
-      out.reached(scene.progress, strand.firstRing + ring, mesh->ringCount());
-    }
-  out.line("endsolid");
-  return out.finish();
+  return scene.relief || scene.solid != nullptr ? writeParts(scene, sink) : writeTubes(scene, sink);
 }
 
 }  // namespace lorivan

@@ -9,8 +9,6 @@ namespace {
 
 /// Pieces between two samples; three steps more than the samples alone keep a large cut smooth.
 constexpr int kPieces = 4;
-/// The picture shows 0.8 of the height that the stretched grid has.
-constexpr double kProportion = 0.8;
 /// Part of the way to the next crossing that a gap may take.
 constexpr double kMostOfWay = 0.45;
 

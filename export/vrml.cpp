@@ -63,14 +63,15 @@ std::string printed(float red, std::string_view between, float green, float blue
   return text;
 }
 
-/// A model in millimetres keeps its lights and its viewer at the same places around it. Lights reach 100
+/// A model in millimetres has its lights and its viewer at the same distances. The model stands on its head;
+/// here, the viewer does so, too, and the lights come from where they then come from above. Lights reach 100
 /// units where nothing else is said.
 std::string lightsAndViewpoint(double scale) {
   const auto number = [scale](double x) { return MyFormat(static_cast<float>(x * scale)); };
   const std::string radius = " radius " + number(100) + "}\r\n";
-  return "PointLight {location 0 " + number(10) + ' ' + number(10) + radius +  //
-         "PointLight {location " + number(10) + ' ' + number(-10) + " 0" + radius +
-         "Viewpoint {position 0 0 " + number(20) + "}\r\n";
+  return "PointLight {location 0 " + number(-10) + ' ' + number(10) + radius +  //
+         "PointLight {location " + number(-10) + ' ' + number(10) + " 0" + radius +
+         "Viewpoint {position 0 0 " + number(20) + " orientation 0 0 1 3.141593}\r\n";
 }
 
 std::string backgroundLine(Colour c) {

@@ -10,7 +10,8 @@
 namespace lorivan {
 
 struct GridDrawOptions {
-  /// Colours of lines by kind: none (the background), ordinary, wall, reversed.
+  /// Colours of lines by kind: none (the background), ordinary, wall, reversed. On any background but white,
+  /// for which they and those of the marks were chosen, colours that do not stand out from it are changed.
   std::array<Colour, 4> KindColour = {0xFFFFFF, 0x000000, 0x0000FF, 0xFF0000};
   bool showCrossings = true;  // mark the two strand directions at every midpoint
 };

@@ -126,6 +126,23 @@ bool joinSymmetric(const KnotGraph& graph, const MiddleIndex& index, LineSets& s
   return complete;
 }
 
+/// Whether the turn brings every line to one, and so many turns each back to itself: where lines stand close,
+/// a turn that is a little off finds lines as well.
+bool turnsRound(const KnotGraph& graph, const MiddleIndex& index, int turns) {
+  const auto turn = turnAbout(index.centre(), turns);
+  std::vector<int> images;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    images.push_back(index.imageOf(graph.Lines[static_cast<std::size_t>(j)], turn));
+    if (images.back() < 0) return false;
+  }
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    int at = j;
+    for (int k = 0; k < turns; ++k) at = images[static_cast<std::size_t>(at)];
+    if (at != j) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 LineOrbits::LineOrbits(const KnotGraph& graph, const Symmetry& symmetry)
@@ -147,12 +164,8 @@ LineOrbits::LineOrbits(const KnotGraph& graph, const Symmetry& symmetry)
 std::vector<int> possibleTurns(const KnotGraph& graph) {
   std::vector<int> turns;
   const MiddleIndex index(graph);
-  for (int n = 2; n <= kMostTurns && graph.LastLine >= 0; ++n) {
-    const auto turn = turnAbout(index.centre(), n);
-    int j = 0;
-    while (j <= graph.LastLine && index.imageOf(graph.Lines[static_cast<std::size_t>(j)], turn) >= 0) ++j;
-    if (j > graph.LastLine) turns.push_back(n);
-  }
+  for (int n = 2; n <= kMostTurns && graph.LastLine >= 0; ++n)
+    if (turnsRound(graph, index, n)) turns.push_back(n);
   return turns;
 }
 

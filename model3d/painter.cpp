@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "model3d/sample_blend.h"
+
 namespace lorivan {
 
 namespace {
@@ -105,7 +107,8 @@ void Painter::fill(const GridQuad& quad) {
   if (top >= bottom) return;
   const Turns turns = turnsOf(c);
   const auto [left, right] = std::minmax({c[0].x, c[1].x, c[2].x, c[3].x});
-  if (turns.left != turns.right && most - least < kSmall && right - left < kSmall) {
+  const bool inside = left >= gridLeft_ && right <= gridLeft_ + gridWidth_;
+  if (inside && turns.left != turns.right && most - least < kSmall && right - left < kSmall) {
     fillSmallConvex(quad, left, top, bottom);
   } else {
     fillAny(quad, top, bottom);
@@ -171,14 +174,6 @@ void Painter::fillAny(const GridQuad& quad, int top, int bottom) {
   }
 }
 
-std::uint32_t Painter::blended(std::uint32_t redBlue, std::uint32_t alphaGreen, std::uint32_t samples) const {
-  const std::uint32_t alpha = alphaGreen >> 16;
-  const std::uint32_t weight = transparent_ ? std::max(alpha / 255, 1U) : samples;
-  const auto part = [weight](std::uint32_t sum) { return (sum + weight / 2) / weight; };
-  return (alpha + samples / 2) / samples << 24 | part(redBlue >> 16) << 16 | part(alphaGreen & 0xFFFF) << 8 |
-         part(redBlue & 0xFFFF);
-}
-
 template <int samples>
 void Painter::reduceRow(int row) {
   const std::uint32_t* grid =
@@ -186,23 +181,19 @@ void Painter::reduceRow(int row) {
   std::uint32_t* redBlue = redBlue_.data();
   std::uint32_t* alphaGreen = alphaGreen_.data();
   for (int x = 0; x < gridWidth_; ++x) {
-    std::uint32_t rb = 0, ag = 0;
-    for (int s = 0; s < samples; ++s) {
-      const std::uint32_t sample = grid[static_cast<std::ptrdiff_t>(s) * gridWidth_ + x];
-      rb += sample & 0x00FF00FF;
-      ag += sample >> 8 & 0x00FF00FF;
-    }
-    redBlue[x] = rb;
-    alphaGreen[x] = ag;
+    SampleSum sum;
+    for (int s = 0; s < samples; ++s) sum.add(grid[static_cast<std::ptrdiff_t>(s) * gridWidth_ + x]);
+    redBlue[x] = sum.redBlue;
+    alphaGreen[x] = sum.alphaGreen;
   }
   std::uint32_t* pixels = target_.pixels + static_cast<std::ptrdiff_t>(row) * target_.stride + left_;
   for (int x = 0; x < right_ - left_; ++x) {
-    std::uint32_t rb = 0, ag = 0;
+    SampleSum sum;
     for (int s = 0; s < samples; ++s) {
-      rb += redBlue[x * samples + s];
-      ag += alphaGreen[x * samples + s];
+      sum.redBlue += redBlue[x * samples + s];
+      sum.alphaGreen += alphaGreen[x * samples + s];
     }
-    pixels[x] = blended(rb, ag, samples * samples);
+    pixels[x] = sum.mean(samples * samples, transparent_);
   }
 }
 

@@ -53,7 +53,6 @@ class Painter {
   void reduceBand();
   template <int samples>
   void reduceRow(int row);
-  std::uint32_t blended(std::uint32_t redBlue, std::uint32_t alphaGreen, std::uint32_t samples) const;
 
   PixelBlock target_;
   std::uint32_t background_ = 0;

@@ -59,10 +59,11 @@ void NormalVector(float& nx, float& ny, float& nz, const TubeModel& model, const
   nz = static_cast<float>(z);
 }
 
-Shader::Shader(const TubeModel& model, const LightSettings& light)
+Shader::Shader(const TubeModel& model, const LightSettings& light, float faceShare)
     : model_(model),
       light_(light),
       LightScale_(lightScale(model, light)),
+      faceShare_(static_cast<double>(faceShare)),
       exponent_(wholeExponent(light.NFact)) {}
 
 double Shader::highlight(double cosine) const {
@@ -87,7 +88,7 @@ Shader::Rays Shader::raysOf(const QuadCorners& corners) const {
   rays.d = towards(kLight, cornerOf(model_, corners, 0), rays.l);
   float nx, ny, nz;
   NormalVector(nx, ny, nz, model_, corners);
-  rays.n = {nx, ny, nz};
+  rays.n = {nx * faceShare_, ny * faceShare_, nz * faceShare_};
   const double flat = rays.l.x * rays.n.x + rays.l.y * rays.n.y;
   rays.c1 = flat + rays.l.z * rays.n.z;
   rays.c2 = flat - rays.l.z * rays.n.z;

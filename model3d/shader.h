@@ -31,7 +31,8 @@ struct QuadLight {
 /// Lights the quads of one picture.
 class Shader {
  public:
-  Shader(const TubeModel& model, const LightSettings& light);
+  /// Normals are taken at `faceShare` of their length.
+  Shader(const TubeModel& model, const LightSettings& light, float faceShare = 1);
 
   /// All there is to say of a quad by itself. A waiting quad is lit as if the first light had reached none
   /// yet.
@@ -47,7 +48,7 @@ class Shader {
 
   const TubeModel& model_;
   LightSettings light_;
-  double LightScale_;
+  double LightScale_, faceShare_;
   int exponent_;  // NFact where it is a small whole number, else -1
 };
 

@@ -6,6 +6,7 @@
 
 #include "base/numbers.h"
 #include "model3d/m3ops.h"
+#include "model3d/rings.h"
 #include "strands/bspline.h"
 
 namespace lorivan {
@@ -249,7 +250,22 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
   layOut(strands, corrected, colours, out);
   sampleStrands(strands, placed, corrected, out);
   bendIntoRing(out, corrected.ringPercent);
-  return sweepTube(out);
+  if (const Status swept = sweepTube(out); !swept) return swept;
+  joinRings(out);
+  return {};
+}
+
+TubeSettings coarserSettings(TubeSettings settings, std::int64_t quads, std::int64_t most) {
+  TubeSettings s = withinRanges(settings);
+  if (quads <= most) return s;
+  const double share = static_cast<double>(most) / static_cast<double>(quads);
+  const int faces = static_cast<int>(s.polySides * s.polyPoints * share);  // for each point
+  constexpr int kRound = 8;  // sides that still look round from afar
+  s.polySides = std::clamp(static_cast<int>(s.polySides * std::sqrt(share)), std::min(s.polySides, kRound),
+                           s.polySides);
+  s.polyPoints = std::clamp(faces / s.polySides, 1, s.polyPoints);
+  if (s.polySides * s.polyPoints > faces) s.polySides = std::clamp(faces / s.polyPoints, 3, s.polySides);
+  return s;
 }
 
 Status sweepTube(TubeModel& model) {
@@ -258,6 +274,7 @@ Status sweepTube(TubeModel& model) {
   const std::vector<Turn> turns = turnsOf(model.sides);
   model.vertices.resize(static_cast<std::size_t>(quads));
   model.QuadCount = static_cast<int>(quads);
+  model.joins.clear();
   Vec3* corner = model.vertices.data();
   for (const TubeStrand& strand : model.strands) {
     const Vec3* centres = model.centres.data() + strand.firstRing;

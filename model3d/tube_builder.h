@@ -24,6 +24,13 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
 Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out);
 
+/// Quads that are shown well within a frame of 33 milliseconds, on slow machines too.
+inline constexpr std::int64_t kQuickModel = 60'000;
+
+/// Settings for a coarser model of the same strands, of at most `most` quads where three sides and one sample
+/// for each point allow it; `quads` is what the settings make.
+TubeSettings coarserSettings(TubeSettings settings, std::int64_t quads, std::int64_t most);
+
 /// Sweeps the cross-section of model.sides corners and model.radius along model.centres: fills the vertices
 /// and QuadCount. Where a centre line runs along z, or stands still, the ring collapses onto its centre. The
 /// error is a limit, as above; vertices and QuadCount are then as before.

@@ -38,12 +38,14 @@ struct TubeStrand {
 };
 
 /// The whole model. Vertices are shared: quad (strand s, ring r, side m) has the corners
-/// Q(r, m), Q(r, m + 1), Q(r + 1, m + 1), Q(r + 1, m) with ring and side numbers wrapping round.
+/// Q(r, m), Q(r, m + 1), Q(r + 1, n + 1), Q(r + 1, n) with ring and side numbers wrapping round; n is m + the
+/// ring's join, which is 0 wherever sections follow each other.
 struct TubeModel {
   int sides = 0;
   float radius = 0;                 // tube radius, model units
   std::vector<Vec3> centres;        // one for each ring
   std::vector<Vec3> vertices;       // ring-major: vertices[ring * sides + side]
+  std::vector<std::uint8_t> joins;  // by ring, see above; none: all 0
   std::vector<TubeStrand> strands;  // in slot order
   int QuadCount = 0;
   float minimumCoordinate = 0;      // least x or y of the scaled control points; sets the picture's scale
@@ -53,10 +55,13 @@ struct TubeModel {
     return vertices[static_cast<std::size_t>(ring) * static_cast<std::size_t>(sides) +
                     static_cast<std::size_t>(side)];
   }
+  /// The side of the next ring that side 0 of a ring is joined to.
+  int join(int ring) const { return joins.empty() ? 0 : joins[static_cast<std::size_t>(ring)]; }
   void clear() {
     sides = QuadCount = 0;
     centres.clear();
     vertices.clear();
+    joins.clear();
     strands.clear();
   }
 };
@@ -74,9 +79,11 @@ void forEachQuad(const TubeModel& model, Visit&& visit) {
     for (int r = 0; r < strand.ringCount; ++r) {
       const int here = (strand.firstRing + r) * model.sides;
       const int there = (strand.firstRing + (r + 1 == strand.ringCount ? 0 : r + 1)) * model.sides;
+      int n = model.join(strand.firstRing + r);
       for (int m = 0; m < model.sides; ++m) {
-        const int next = m + 1 == model.sides ? 0 : m + 1;
-        visit(quad++, QuadCorners{here + m, here + next, there + next, there + m}, s);
+        const int next = m + 1 == model.sides ? 0 : m + 1, nextThere = n + 1 == model.sides ? 0 : n + 1;
+        visit(quad++, QuadCorners{here + m, here + next, there + nextThere, there + n}, s);
+        n = nextThere;
       }
     }
   }
@@ -87,6 +94,8 @@ class QuadIndex {
  public:
   void build(const TubeModel& model) {
     sides_ = model.sides;
+    joins_ = model.joins;
+    joins_.resize(model.centres.size());
     nextRing_.resize(model.centres.size());
     ringStrand_.resize(model.centres.size());
     for (std::size_t s = 0; s < model.strands.size(); ++s) {
@@ -101,9 +110,10 @@ class QuadIndex {
   QuadCorners corners(int quad) const {
     const int ring = quad / sides_;
     const int side = quad - ring * sides_;
-    const int next = side + 1 == sides_ ? 0 : side + 1;
+    const auto after = [this](int m) { return m + 1 == sides_ ? 0 : m + 1; };
+    const int joined = (side + joins_[static_cast<std::size_t>(ring)]) % sides_;
     const int here = ring * sides_, there = nextRing_[static_cast<std::size_t>(ring)];
-    return {here + side, here + next, there + next, there + side};
+    return {here + side, here + after(side), there + after(joined), there + joined};
   }
   /// Position of the quad's strand in TubeModel::strands.
   std::size_t strand(int quad) const { return ringStrand_[static_cast<std::size_t>(quad / sides_)]; }
@@ -111,7 +121,7 @@ class QuadIndex {
  private:
   int sides_ = 1;
   std::vector<std::int32_t> nextRing_;  // first vertex of the ring that follows a ring
-  std::vector<std::uint8_t> ringStrand_;
+  std::vector<std::uint8_t> ringStrand_, joins_;
 };
 
 }  // namespace lorivan

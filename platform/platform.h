@@ -47,6 +47,8 @@ class Platform {
   /// The folder for the program's own files of this user, made when it is missing, without a separator at its
   /// end. Empty when there is none.
   virtual std::string userFolder() = 0;
+  /// Where the user keeps documents, without a separator at its end. Empty when there is no such folder.
+  virtual std::string documentsFolder() = 0;
   /// Null while another process or another object holds it, or where no file can be made.
   virtual std::unique_ptr<FileClaim> claim(const std::string& path) = 0;
   /// Whether somebody reads the error output on a terminal, and it is not piped into a file or a program.

@@ -69,25 +69,34 @@ using ControlId = int;
 using CommandId = int;
 inline constexpr CommandId kNoCommand = -1;
 
-enum class MouseAction { press, move, release, leave };
+enum class MouseAction { press, move, release, leave, wheel, doubleClick };
 
-/// Buttons are 0 none, 1 left, 2 right. A press is always followed by its release, also when the pointer left
-/// the picture in between, and the button of the moves in between is the pressed one.
+/// Buttons are 0 none, 1 left, 2 right, 3 middle. A press is always followed by its release, also when the
+/// pointer left the picture in between, and the button of the moves in between is the pressed one. The second
+/// press of a double click is a press like the first, and `doubleClick` follows it.
 struct MouseEvent {
   MouseAction action = MouseAction::move;
   int button = 0;
   int x = 0, y = 0;  // pixels of the picture's surface
   bool shift = false, ctrl = false, alt = false;
+  int steps = 0;  // wheel: the notches it was turned, away from the user above 0
 };
 
-enum class Key { other, left, up, right, down, escape };
+enum class Key { other, left, up, right, down, escape, plus, minus, space, enter };
 
 struct KeyEvent {
   Key key = Key::other;
   bool shift = false, ctrl = false, alt = false;
+  bool onPicture = false;  // a picture has the focus, or nothing that has a use for keys
 };
 
 enum class PointerShape { arrow, hand, busy };
+
+/// A further choice of a file dialog beside its first one.
+struct FileFilter {
+  std::string label;       // "SVG drawings"
+  std::string extensions;  // the first is added to names without one while this is chosen
+};
 
 struct FileDialogSpec {
   bool save = false;
@@ -97,6 +106,20 @@ struct FileDialogSpec {
   std::string initialName;  // full path that the name field starts with: "<folder>/*.qzd"
   std::string defaultExtension;
   bool overwritePrompt = false;
+  std::vector<FileFilter> more = {};
+};
+
+/// One line of a dialog of options: a box to check, or an entry behind its label.
+struct OptionLine {
+  std::string label;  // "&" before the mnemonic letter
+  bool isBox = false;
+  std::string text = {};  // of the entry
+  bool on = false;        // of the box
+};
+
+struct OptionDialogSpec {
+  std::string title, hint;  // the hint stands above the lines
+  std::vector<OptionLine> lines;
 };
 
 enum class MessageIcon { none, critical };
@@ -178,6 +201,8 @@ class Window {
   virtual void select(ControlId list, int index) = 0;
   /// Gives a control the focus, and its entry is selected as a whole. Nothing happens when it cannot be used.
   virtual void focus(ControlId control) = 0;
+  /// The control with the focus; -1 when none has it.
+  virtual ControlId focused() const = 0;
   /// What loses the focus by being disabled or hidden leaves it to the large picture, where Space and Enter
   /// press nothing.
   virtual void setEnabled(ControlId control, bool on) = 0;
@@ -212,6 +237,8 @@ class Window {
   /// Full path of the chosen file, or an empty text when the user cancelled.
   virtual std::string chooseFile(const FileDialogSpec& dialog) = 0;
   virtual std::optional<Colour> chooseColour(Colour initial) = 0;
+  /// The lines as the user left them, or nothing when the user cancelled.
+  virtual std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) = 0;
   /// The text entered, or an empty text when the user cancelled.
   virtual std::string inputBox(const std::string& prompt, const std::string& title,
                                const std::string& initial) = 0;

@@ -44,7 +44,7 @@ class StrandGroups {
 std::string animatedSvg(const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style,
                         const GridView& view, const AnimatedSvgOptions& options) {
   const auto steps = animationSteps(curve);
-  SvgSurface surface(view.width, view.height(), options.millimetres, options.title);
+  SvgSurface surface(options.page);
   drawPictureGround(surface, graph, view, options.picture);
   const double stepSeconds = options.delay / 1000.0;
   const std::size_t all = steps.size() + (options.loop ? kRestSteps : 0);

@@ -4,13 +4,13 @@
 #include <string>
 
 #include "strands/animation.h"
+#include "strands/vector_surface.h"
 
 namespace lorivan {
 
 struct AnimatedSvgOptions {
   PictureOptions picture;
-  double millimetres = 0;  // width of the view's whole picture
-  std::string title;
+  VectorPage page;
   int delay = 180;    // milliseconds for each step, see frameDelay()
   bool loop = false;  // else it plays once and stays
 };

@@ -36,12 +36,13 @@ class Outliner {
     outlines.strands.reserve(loops_.size());
     const std::span<const BandCrossing> crossings(exits_.crossings());
     auto at = crossings.begin();
-    for (std::size_t l = 0; l < loops_.size(); ++l) {
+    for (std::size_t l = 0; l < loops_.size() && clipped_ <= options_.mostClipped; ++l) {
       const auto begin = at;
       while (at != crossings.end() && at->under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
     outlines.crowded = std::move(crowded_);
+    outlines.complete = clipped_ <= options_.mostClipped;
     return outlines;
   }
 
@@ -194,6 +195,7 @@ class Outliner {
   }
 
   void stretch(const BandLoop& band, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
+    if (clipped_ > options_.mostClipped) return;
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
     const std::size_t before = made.stretches.size();
@@ -250,6 +252,7 @@ class Outliner {
   /// to what covers it.
   void clipped(const BandLoop& band, BandEnd begin, BandEnd end, double first, double last,
                StrandOutline& made) {
+    ++clipped_;
     const BandPiece piece{&band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
@@ -276,6 +279,7 @@ class Outliner {
   BandExits exits_;
   std::vector<CrowdedCrossing> crowded_;
   OffsetSide line_, edge_;
+  int clipped_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

@@ -6,6 +6,7 @@
 // hole's is negative.
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "strands/knot_curve.h"
@@ -22,6 +23,9 @@ struct OutlineOptions {
   double grow = 0;       // moves every outline outwards, or inwards below 0: half the width of a cut
   bool centres = false;  // whether strands and stretches get their centre lines
   bool rings = false;    // whether strands get their whole bands with edges
+  /// Stretches that are cut by distances cost a tenth of a millisecond each; past this number of them the
+  /// outlines stay incomplete.
+  int mostClipped = std::numeric_limits<int>::max();
 };
 
 /// What can be seen between two crossings under other bands.
@@ -47,6 +51,7 @@ struct CrowdedCrossing {
 struct BandOutlines {
   std::vector<StrandOutline> strands;  // by slot
   std::vector<CrowdedCrossing> crowded;
+  bool complete = true;  // see OutlineOptions::mostClipped
 };
 
 /// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half

@@ -3,6 +3,16 @@
 #include <algorithm>
 
 namespace lorivan {
+namespace {
+
+constexpr int kAlwaysWhite = 15;
+
+}  // namespace
+
+std::optional<int> boxOfColour(int number) {
+  if (number == kAlwaysWhite) return std::nullopt;
+  return (number - 1) % 14;
+}
 
 StrandColours strandColours(const ColourBoxes& boxes) {
   StrandColours colours;
@@ -11,7 +21,7 @@ StrandColours strandColours(const ColourBoxes& boxes) {
     colours.display[static_cast<std::size_t>(i)] = box;
     colours.argb[static_cast<std::size_t>(i)] = toArgb(box);
   }
-  colours.argb[15] = 0xFFFFFFFF;
+  colours.argb[kAlwaysWhite] = 0xFFFFFFFF;
   return colours;
 }
 

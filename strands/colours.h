@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "base/colour.h"
 #include "strands/strand_store.h"
@@ -27,6 +28,9 @@ struct StrandColours {
 
 /// Both tables from the boxes: they repeat boxes 1 to 14, and band colour 15 is white.
 StrandColours strandColours(const ColourBoxes& boxes);
+
+/// The box that band colour `number` comes from; none: it is the white of number 15.
+std::optional<int> boxOfColour(int number);
 
 /// Takes over box `box` (0 to 14) after the user chose a colour for it.
 void setStrandColour(StrandColours& colours, int box, Colour colour);

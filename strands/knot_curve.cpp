@@ -40,28 +40,6 @@ PointF place(const KnotCurve& curve, int sample, const GridView& view, bool rast
   return {static_cast<float>(roundHalfEven(x * n) / n), static_cast<float>(roundHalfEven(y * n) / n)};
 }
 
-/// Widens [low, high] by the inner extremes of one cubic Bezier coordinate.
-void addExtremes(double p0, double p1, double p2, double p3, double& low, double& high) {
-  low = std::min({low, p0, p3});
-  high = std::max({high, p0, p3});
-  const double a = -p0 + 3 * p1 - 3 * p2 + p3, b = 2 * (p0 - 2 * p1 + p2), c = p1 - p0;
-  const auto add = [&](double t) {
-    if (!(t > 0 && t < 1)) return;
-    const double s = 1 - t;
-    const double value = s * s * s * p0 + 3 * s * s * t * p1 + 3 * s * t * t * p2 + t * t * t * p3;
-    low = std::min(low, value);
-    high = std::max(high, value);
-  };
-  if (std::fabs(a) < 1e-12) {
-    if (b != 0) add(-c / b);
-    return;
-  }
-  const double root = b * b - 4 * a * c;
-  if (root < 0) return;
-  add((-b + std::sqrt(root)) / (2 * a));
-  add((-b - std::sqrt(root)) / (2 * a));
-}
-
 }  // namespace
 
 int samplesPerPoint(float scale) {
@@ -100,6 +78,27 @@ void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std
     before = from;
     from = to;
   }
+}
+
+void addExtremes(double p0, double p1, double p2, double p3, double& low, double& high) {
+  low = std::min({low, p0, p3});
+  high = std::max({high, p0, p3});
+  const double a = -p0 + 3 * p1 - 3 * p2 + p3, b = 2 * (p0 - 2 * p1 + p2), c = p1 - p0;
+  const auto add = [&](double t) {
+    if (!(t > 0 && t < 1)) return;
+    const double s = 1 - t;
+    const double value = s * s * s * p0 + 3 * s * s * t * p1 + 3 * s * t * t * p2 + t * t * t * p3;
+    low = std::min(low, value);
+    high = std::max(high, value);
+  };
+  if (std::fabs(a) < 1e-12) {
+    if (b != 0) add(-c / b);
+    return;
+  }
+  const double root = b * b - 4 * a * c;
+  if (root < 0) return;
+  add((-b + std::sqrt(root)) / (2 * a));
+  add((-b - std::sqrt(root)) / (2 * a));
 }
 
 GridBox curveBox(const KnotCurve& curve, float stretch) {

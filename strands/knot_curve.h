@@ -48,6 +48,9 @@ void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& 
 void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std::size_t pieces,
                             std::vector<PointF>& bezier);
 
+/// Widens [low, high] by one coordinate of a cubic Bezier segment, exactly.
+void addExtremes(double p0, double p1, double p2, double p3, double& low, double& high);
+
 /// The box that the centre lines of all strands lie in, grid units; exact for the curve as it is drawn.
 GridBox curveBox(const KnotCurve& curve, float stretch);
 

@@ -11,6 +11,7 @@
 namespace lorivan {
 namespace {
 
+constexpr int kMostClipped = 200;  // stretches of a picture that has to keep up with the user
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 constexpr double kFilledEdge =
     0.05;  // part of the picture that a knot that fills it leaves free on each side
@@ -21,9 +22,12 @@ double KnotStyle::outerWidth() const { return roundHalfEven(2.0 * width); }
 
 double KnotStyle::innerWidth() const { return std::max(2.0, outerWidth() - 2.0 * edge); }
 
+int KnotStyle::colourNumber(int slot) const {
+  return startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
+}
+
 Colour KnotStyle::bandColour(int slot) const {
-  const int number = startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
-  return fromArgb(colours.argb[static_cast<std::size_t>(number)]);
+  return fromArgb(colours.argb[static_cast<std::size_t>(colourNumber(slot))]);
 }
 
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
@@ -39,18 +43,15 @@ void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style) {
 
 void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph), 0, kFilledEdge); }
 
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
-  const GridBox box = curveBox(curve, view.stretch);
-  if (box.empty()) return 0;
-  return view.pixelX(box.right) - view.pixelX(box.left) + style.outerWidth() * view.pixelFactor();
-}
-
-void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+              bool quick) {
   OutlineOptions options;
+  if (quick) options.mostClipped = kMostClipped;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   options.rings = true;
   const BandOutlines outlines = bandOutlines(curve, view, options);
+  if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
   // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
   std::vector<BandContour> edges;
   for (const StrandOutline& strand : outlines.strands)
@@ -119,7 +120,7 @@ void drawKnotPicture(Surface& surface, const KnotGraph& graph, const KnotCurve& 
   if (options.classic)
     drawClassicKnot(surface, curve, style, view);
   else
-    drawKnot(surface, curve, style, view);
+    drawKnot(surface, curve, style, view, options.quick);
 }
 
 }  // namespace lorivan

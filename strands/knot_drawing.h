@@ -17,7 +17,8 @@ struct KnotStyle {
 
   double outerWidth() const;
   double innerWidth() const;
-  /// Band colour of a strand slot.
+  /// Number of a strand slot's colour, and the colour of its band.
+  int colourNumber(int slot) const;
   Colour bandColour(int slot) const;
 };
 
@@ -29,11 +30,10 @@ void fitView(GridView& view, const KnotGraph& graph);
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
-/// Width of the drawn knot, edge to edge of the outermost bands, in pixels of the view's picture.
-double knotWidth(const KnotCurve& curve, const KnotStyle& style, const GridView& view);
-
 /// Draws all strands over what the surface holds, from their outlines.
-void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
+/// With `quick` a knot most of whose bands run into one another gets its classic joints, which take less time.
+void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+              bool quick = false);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).
 void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
@@ -43,6 +43,7 @@ struct PictureOptions {
   bool showGrid = true;  // the grid stays visible under the knot
   bool classic = false;  // over-stretches are laid on top, see drawClassicKnot()
   GridDrawOptions grid;
+  bool quick = false;    // see drawKnot
 };
 
 /// What lies under the knot: background, and the grid when wanted. The graph is only read.

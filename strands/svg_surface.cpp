@@ -1,7 +1,6 @@
 #include "strands/svg_surface.h"
 
-#include <array>
-#include <charconv>
+#include <algorithm>
 
 namespace lorivan {
 namespace {
@@ -10,16 +9,7 @@ namespace {
 /// peeks out before the curve begins to grow, and nothing is missing when it is complete.
 constexpr int kCurveLength = 1000, kCurveRest = 10;
 
-/// Without trailing zeros and without "-0".
-void appendDecimal(std::string& out, double value, int decimals) {
-  std::array<char, 64> text{};
-  char* end =
-      std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals).ptr;
-  while (end[-1] == '0') --end;
-  if (end[-1] == '.') --end;
-  const std::string_view digits(text.data(), static_cast<std::size_t>(end - text.data()));
-  out += digits == "-0" ? "0" : digits;
-}
+constexpr std::string_view kEdges = "edges";
 
 std::string hexColour(Colour colour) {
   constexpr std::string_view digits = "0123456789abcdef";
@@ -31,57 +21,56 @@ std::string hexColour(Colour colour) {
   return text;
 }
 
-std::string escaped(std::string_view text) {
-  std::string safe;
-  for (const char c : text) switch (c) {
-      case '&':
-        safe += "&amp;";
-        break;
-      case '<':
-        safe += "&lt;";
-        break;
-      case '>':
-        safe += "&gt;";
-        break;
-      case '"':
-        safe += "&quot;";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) >= 0x20) safe += c;
-    }
-  return safe;
+bool endsInNumber(std::string_view name) {
+  return !name.empty() && name.back() >= '0' && name.back() <= '9' &&
+         name.find('-') != std::string_view::npos;
 }
 
 }  // namespace
 
-SvgSurface::SvgSurface(int width, int height, double millimetres, const std::string& title)
-    : width_(width), height_(height), scale_(millimetres / width), decimals_(millimetres < 20 ? 6 : 3) {
-  head_ =
-      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" version=\"1.1\"";
-  const double high = height * scale_;
-  for (const auto& [name, value] : {std::pair{" width=\"", millimetres}, {" height=\"", high}}) {
-    head_ += name;
-    appendDecimal(head_, value, decimals_);
-    head_ += "mm\"";
+std::string SvgSurface::head() const {
+  std::string head =
+      "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" "
+      "xmlns:inkscape=\"http://www.inkscape.org/namespaces/inkscape\" version=\"1.1\"";
+  for (const auto& [name, value] : {std::pair{" width=\"", pageWidth()}, {" height=\"", pageHeight()}}) {
+    head += name;
+    appendDecimal(head, value, decimals());
+    head += "mm\"";
   }
-  head_ += " viewBox=\"0 0 ";
-  appendDecimal(head_, millimetres, decimals_);
-  head_ += ' ';
-  appendDecimal(head_, high, decimals_);
-  head_ += "\">\n  <title>" + escaped(title) + "</title>\n";
+  head += " viewBox=\"0 0 ";
+  appendDecimal(head, pageWidth(), decimals());
+  head += ' ';
+  appendDecimal(head, pageHeight(), decimals());
+  head += "\">\n  <title>" + xmlText(title_) + "</title>\n";
+  return source_.empty() ? head : head + "  <metadata>" + source_ + "</metadata>\n";
 }
 
-void SvgSurface::number(double units) { appendDecimal(body_, units * scale_, decimals_); }
+std::string SvgSurface::styleSheet() const {
+  if (paints_.empty()) return {};
+  std::string rules;
+  for (const Paint& paint : paints_) {
+    const std::string colour = hexColour(paint.colour);
+    rules += "    ." + paint.className() + (paint.fills ? " { fill: " : " { fill: none; stroke: ") + colour +
+             " }\n";
+  }
+  if (!keyframes_.empty())
+    rules += "    @media (prefers-reduced-motion: no-preference) {\n" + keyframes_ + "    }\n";
+  return "  <style>\n" + rules + "  </style>\n";
+}
 
-void SvgSurface::attribute(std::string_view name, double units) {
+void SvgSurface::attribute(std::string_view name, double millimetres) {
   body_ += ' ';
   body_ += name;
   body_ += "=\"";
-  number(units);
+  appendDecimal(body_, millimetres, decimals());
   body_ += '"';
 }
 
-void SvgSurface::indent() { body_.append(2 * static_cast<std::size_t>(depth_), ' '); }
+void SvgSurface::point(double x, double y) {
+  millimetres(pageX(x));
+  body_ += ',';
+  millimetres(pageY(y));
+}
 
 void SvgSurface::clear(Colour background) {
   clearTransparent(background);
@@ -93,47 +82,48 @@ void SvgSurface::clear(Colour background) {
 void SvgSurface::clearTransparent(Colour background) {
   background_ = background;
   body_.clear();
-  depth_ = 1;
+  groups_.clear();
+  paints_.clear();
 }
 
 void SvgSurface::penAttributes(const Pen& pen) {
   body_ += " fill=\"none\" stroke=\"" + hexColour(pen.colour) + '"';
-  attribute("stroke-width", pen.width);
+  attribute("stroke-width", pen.width * scale());
   if (!pen.dotted) return;
   body_ += " stroke-dasharray=\"";
-  number(pen.width);
+  millimetres(pen.width * scale());
   body_ += ' ';
-  number(2.0 * pen.width);
+  millimetres(2.0 * pen.width * scale());
   body_ += '"';
 }
 
 void SvgSurface::segment(PointI from, PointI to, const Pen& pen) {
   indent();
   body_ += "<line";
-  attribute("x1", from.x);
-  attribute("y1", from.y);
-  attribute("x2", to.x);
-  attribute("y2", to.y);
+  attribute("x1", pageX(from.x));
+  attribute("y1", pageY(from.y));
+  attribute("x2", pageX(to.x));
+  attribute("y2", pageY(to.y));
   penAttributes(pen);
   body_ += "/>\n";
 }
 
-void SvgSurface::circle(PointI centre, int radius, const Pen& pen) {
+void SvgSurface::circleElement(PointI centre, double radius) {
   indent();
   body_ += "<circle";
-  attribute("cx", centre.x);
-  attribute("cy", centre.y);
-  attribute("r", radius);
+  attribute("cx", pageX(centre.x));
+  attribute("cy", pageY(centre.y));
+  attribute("r", radius * scale());
+}
+
+void SvgSurface::circle(PointI centre, int radius, const Pen& pen) {
+  circleElement(centre, radius);
   penAttributes(pen);
   body_ += "/>\n";
 }
 
 void SvgSurface::dot(PointI centre, int diameter, Colour colour) {
-  indent();
-  body_ += "<circle";
-  attribute("cx", centre.x);
-  attribute("cy", centre.y);
-  attribute("r", diameter / 2.0);
+  circleElement(centre, diameter / 2.0);
   body_ += " fill=\"" + hexColour(colour) + "\"/>\n";
 }
 
@@ -141,9 +131,7 @@ void SvgSurface::pointList(std::span<const PointI> points) {
   body_ += " points=\"";
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (i > 0) body_ += ' ';
-    number(points[i].x);
-    body_ += ',';
-    number(points[i].y);
+    point(points[i].x, points[i].y);
   }
   body_ += '"';
 }
@@ -171,16 +159,49 @@ void SvgSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
   body_ += " fill=\"" + hexColour(colour) + "\"/>\n";
 }
 
+/// Groups of one strand, whatever else their names say, share its class.
+std::string SvgSurface::paintGroup() const {
+  if (groups_.empty()) return {};
+  const std::string& name = groups_.back();
+  return endsInNumber(name) ? "strand" + name.substr(name.rfind('-')) : name;
+}
+
+void SvgSurface::paint(bool fills, Colour colour, bool isEdge, std::string_view further) {
+  std::string group = isEdge ? std::string(kEdges) : paintGroup();
+  // What is laid on top outside of the strands' groups is a part of a strand all the same.
+  if (!endsInNumber(group) && !isEdge)
+    for (const Paint& known : paints_)
+      if (known.fills == fills && known.colour == colour) {
+        group = known.group;
+        break;
+      }
+  auto found = std::ranges::find_if(
+      paints_, [&](const Paint& known) { return known.group == group && known.fills == fills; });
+  if (found == paints_.end() && !group.empty()) found = paints_.insert(found, {group, fills, colour});
+  const bool byClass = found != paints_.end() && found->colour == colour;
+  if (!byClass)
+    body_ +=
+        fills ? " fill=\"" + hexColour(colour) + '"' : " fill=\"none\" stroke=\"" + hexColour(colour) + '"';
+  if (!byClass && further.empty()) return;
+  body_ += " class=\"";
+  if (byClass) body_ += found->className();
+  if (byClass && !further.empty()) body_ += ' ';
+  body_ += further;
+  body_ += '"';
+}
+
 void SvgSurface::wideCurve(const WideCurve& curve) {
   if (curve.bezier.size() < 4) return;
   indent();
-  body_ += "<path fill=\"none\" stroke=\"" + hexColour(curve.colour) + "\" stroke-linejoin=\"round\"";
+  body_ += "<path";
+  paint(false, curve.colour, curve.colour == 0, motionClass_);
+  body_ += " stroke-linejoin=\"round\"";
   body_ += curve.caps == CapStyle::round ? " stroke-linecap=\"round\"" : " stroke-linecap=\"butt\"";
-  attribute("stroke-width", curve.width);
+  attribute("stroke-width", curve.width * scale());
+  if (motion_.kind == SvgMotion::Kind::grow) body_ += " pathLength=\"" + std::to_string(kCurveLength) + '"';
   body_ += " d=\"";
-  pathData(curve.bezier);
-  body_ += '"';
-  animation();
+  pathData(fewerNodes(curve));
+  body_ += "\"/>\n";
 }
 
 void SvgSurface::pathData(std::span<const PointF> bezier) {
@@ -188,19 +209,33 @@ void SvgSurface::pathData(std::span<const PointF> bezier) {
   for (std::size_t i = 0; i < bezier.size(); ++i) {
     if (i == 1) body_ += 'C';
     if (i > 1) body_ += ' ';
-    number(bezier[i].x);
-    body_ += ',';
-    number(bezier[i].y);
+    point(bezier[i].x, bezier[i].y);
   }
 }
 
 void SvgSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
   indent();
-  body_ += "<path fill=\"" + hexColour(colour) + "\" d=\"";
+  body_ += "<path";
+  paint(true, colour);
+  body_ += " d=\"";
   for (const std::vector<PointF>& contour : contours) {
     if (contour.size() < 4) continue;
     pathData(contour);
     body_ += 'Z';
+  }
+  body_ += "\"/>\n";
+}
+
+void SvgSurface::strokePath(std::span<const std::vector<PointF>> chains, Colour colour) {
+  indent();
+  body_ += "<path";
+  paint(false, colour);
+  attribute("stroke-width", kHairline);
+  body_ += " d=\"";
+  for (const std::vector<PointF>& chain : chains) {
+    if (chain.size() < 4) continue;
+    pathData(chain);
+    if (isClosed(chain)) body_ += 'Z';
   }
   body_ += "\"/>\n";
 }
@@ -210,50 +245,44 @@ void SvgSurface::setRound(double seconds, bool repeat) {
   repeat_ = repeat;
 }
 
-void SvgSurface::animationTimes(double first, double second) {
-  body_ += " keyTimes=\"0;";
-  appendDecimal(body_, first / seconds_, 6);
-  if (motion_.kind == SvgMotion::Kind::grow) {
-    body_ += ';';
-    appendDecimal(body_, second / seconds_, 6);
-    body_ += ";1";
-  }
-  body_ += "\" dur=\"";
-  appendDecimal(body_, seconds_, 3);
-  body_ += repeat_ ? "s\" repeatCount=\"indefinite\"/>" : "s\"/>";
-}
-
-/// Ends the element that was begun, with its motion inside.
-void SvgSurface::animation() {
-  if (motion_.kind == SvgMotion::Kind::none) {
-    body_ += "/>\n";
-  } else if (motion_.kind == SvgMotion::Kind::appear) {
-    body_ += "><animate attributeName=\"visibility\" calcMode=\"discrete\" values=\"hidden;visible\"";
-    animationTimes(motion_.begin, motion_.begin);
-    body_ += "</path>\n";
+/// Every moment is a part of the whole round, so that all curves begin again together.
+void SvgSurface::setMotion(const SvgMotion& motion) {
+  motion_ = motion;
+  motionClass_.clear();
+  if (motion.kind == SvgMotion::Kind::none) return;
+  motionClass_ = 'm';
+  motionClass_ += std::to_string(++motions_);
+  std::string begin, end, time;
+  appendDecimal(begin, 100 * motion.begin / seconds_, 4);
+  appendDecimal(end, 100 * motion.end / seconds_, 4);
+  appendDecimal(time, seconds_, 3);
+  const bool grows = motion.kind == SvgMotion::Kind::grow;
+  keyframes_ += "      @keyframes " + motionClass_ + " { ";
+  if (grows) {
+    const std::string hidden = std::to_string(kCurveLength + 2 * kCurveRest),
+                      dash = "{ stroke-dasharray: " + std::to_string(kCurveLength + kCurveRest) + ' ' +
+                             hidden + "; stroke-dashoffset: ";
+    keyframes_ += "0%, " + begin + "% " + dash + hidden + " } " + end + "%, 100% " + dash + "0 } }\n";
   } else {
-    const std::string dash = std::to_string(kCurveLength + kCurveRest),
-                      hidden = std::to_string(kCurveLength + 2 * kCurveRest);
-    body_ += " pathLength=\"" + std::to_string(kCurveLength) +
-             "\"><set attributeName=\"stroke-dasharray\" to=\"" + dash + ' ' + hidden +
-             "\"/><animate attributeName=\"stroke-dashoffset\" values=\"" + hidden + ';' + hidden + ";0;0\"";
-    animationTimes(motion_.begin, motion_.end);
-    body_ += "</path>\n";
+    keyframes_ += "0% { visibility: hidden } " + begin + "%, 100% { visibility: visible } }\n";
   }
+  keyframes_ += "      ." + motionClass_ + " { animation: " + motionClass_ + ' ' + time +
+                (grows ? "s linear" : "s step-end") + (repeat_ ? " infinite }\n" : " }\n");
 }
 
-void SvgSurface::beginGroup(std::string_view name) {
+void SvgSurface::beginLayer(std::string_view name, bool hidden) {
   indent();
-  body_ += "<g id=\"" + escaped(name) + "\">\n";
-  ++depth_;
+  body_ += "<g id=\"" + xmlText(name) + "\" inkscape:groupmode=\"layer\" inkscape:label=\"" +
+           xmlText(labelOf(name)) + (hidden ? "\" style=\"display:none\">\n" : "\">\n");
+  groups_.emplace_back(name);
 }
 
 void SvgSurface::endGroup() {
-  --depth_;
+  groups_.pop_back();
   indent();
   body_ += "</g>\n";
 }
 
-std::string SvgSurface::finish() { return head_ + body_ + "</svg>\n"; }
+std::string SvgSurface::finish() { return head() + styleSheet() + body_ + "</svg>\n"; }
 
 }  // namespace lorivan

@@ -1,9 +1,11 @@
-// An SVG file as a drawing surface: real Bezier curves, named groups, millimetres.
+// An SVG file as a drawing surface: real Bezier curves, layers, one class for each strand's colour,
+// millimetres.
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "platform/surface.h"
+#include "strands/vector_surface.h"
 
 namespace lorivan {
 
@@ -14,17 +16,13 @@ struct SvgMotion {
   double begin = 0, end = 0;
 };
 
-/// Draws into SVG 1.1 text. Its units are fine steps of the picture; one user unit of the file is one
-/// millimetre.
-class SvgSurface final : public Surface {
+/// Draws into SVG 1.1 text; one user unit of the file is one millimetre. Groups are layers for Inkscape. What
+/// groups with a number at their end fill or stroke takes its colour from the class of that strand; the style
+/// sheet at the file's head is the only place where it is written.
+class SvgSurface final : public VectorSurface {
  public:
-  /// A picture `width` units wide and `height` high, `millimetres` wide as printed or cut.
-  SvgSurface(int width, int height, double millimetres, const std::string& title);
-
-  int width() const override { return width_; }
-  int height() const override { return height_; }
-  bool isRaster() const override { return false; }
-  Colour pixel(PointI) const override { return background_; }
+  explicit SvgSurface(const VectorPage& page)
+      : VectorSurface(page), title_(page.title), source_(page.source) {}
 
   void clear(Colour background) override;
   void clearTransparent(Colour background) override;
@@ -36,35 +34,50 @@ class SvgSurface final : public Surface {
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
   void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
-  void beginGroup(std::string_view name) override;
+  void strokePath(std::span<const std::vector<PointF>> chains, Colour colour) override;
+  void beginGroup(std::string_view name) override { beginLayer(name, false); }
+  void beginHiddenGroup(std::string_view name) override { beginLayer(name, true); }
   void endGroup() override;
 
   /// Lets the wide curves move that are drawn between two calls of setMotion(): a round of `seconds` (above
-  /// 0), played once or for ever. The curves themselves are written as they are in the end, and only SMIL
-  /// animation elements inside them hide them before their time: whatever does not play them shows the
-  /// finished picture.
+  /// 0), played once or for ever. The curves themselves are written as they are in the end, and only rules of
+  /// the style sheet hide them before their time: whatever does not play them, or belongs to someone who
+  /// wants less motion, shows the finished picture.
   void setRound(double seconds, bool repeat);
-  void setMotion(const SvgMotion& motion) { motion_ = motion; }
+  void setMotion(const SvgMotion& motion);
 
-  /// The whole file. Nothing is drawn afterwards.
-  std::string finish();
+  std::string finish() override;
 
  private:
-  void number(double units);
-  void attribute(std::string_view name, double units);
+  /// A rule of the style sheet: what is filled, or else stroked, in a group.
+  struct Paint {
+    std::string group;
+    bool fills;
+    Colour colour;
+    std::string className() const { return fills ? group : group + "-line"; }
+  };
+
+  void beginLayer(std::string_view name, bool hidden);
+  std::string head() const;
+  std::string styleSheet() const;
+  std::string paintGroup() const;
+  /// Attributes that give an element its colour, and `further` as a second class.
+  void paint(bool fills, Colour colour, bool isEdge = false, std::string_view further = {});
+  void millimetres(double value) { appendDecimal(body_, value, decimals()); }
+  void attribute(std::string_view name, double millimetres);
+  void point(double x, double y);
   void pathData(std::span<const PointF> bezier);
   void pointList(std::span<const PointI> points);
   void penAttributes(const Pen& pen);
-  void indent();
-  void animation();
-  void animationTimes(double first, double second);
+  void circleElement(PointI centre, double radius);
+  void indent() { body_.append(2 * (groups_.size() + 1), ' '); }
 
-  int width_, height_;
-  double scale_;  // millimetres for a unit
-  int decimals_;  // enough that a step is small beside the picture
-  std::string head_, body_;
-  int depth_ = 1;
+  std::string title_, source_, body_;
+  std::vector<std::string> groups_;
+  std::vector<Paint> paints_;
   SvgMotion motion_;
+  std::string motionClass_, keyframes_;
+  int motions_ = 0;
   double seconds_ = 0;
   bool repeat_ = false;
 };

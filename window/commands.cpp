@@ -12,13 +12,20 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
-                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent";
+                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent",
+                           kSymmetry = "&Symmetry", kStrands = "S&trands";
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
+bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
 bool solidInFront(const Workbench& b) { return b.solidShown(); }
+bool flatHasLines(const Workbench& b) {
+  return b.picture() == Picture::flat && static_cast<bool>(b.document().lines);
+}
+bool hasLinesNow(const Workbench& b) { return static_cast<bool>(b.document().lines); }
+bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
 /// "&Undo Random knot"
@@ -46,6 +53,66 @@ constexpr CommandRow recentRow(std::string_view name) {
           false,
           false,
           kRecent};
+}
+
+template <const Symmetry& Which>
+constexpr CommandRow symmetryRow(std::string_view name, std::string_view text) {
+  return {name,
+          kEdit,
+          text,
+          "",
+          [](Handlers& h) { h.mnuSymmetry_Click(Which); },
+          [](const Workbench& b) { return b.symmetry.allows(Which); },
+          [](const Workbench& b) { return b.symmetry.inForce() == Which; },
+          nullptr,
+          false,
+          false,
+          false,
+          kSymmetry};
+}
+
+/// "&4-fold turn"; more than nine have no letter.
+std::string turnsText(const Workbench& b, std::size_t place) {
+  if (place >= b.symmetry.turns().size()) return {};
+  const int turns = b.symmetry.turns()[place];
+  return std::string(turns < 10 ? "&" : "").append(std::to_string(turns)).append("-fold turn");
+}
+
+template <std::size_t Place>
+constexpr CommandRow turnsRow(std::string_view name) {
+  return {name,
+          kEdit,
+          "",
+          "",
+          [](Handlers& h) { h.mnuSymmetryTurns_Click(Place); },
+          [](const Workbench& b) { return Place < b.symmetry.turns().size(); },
+          [](const Workbench& b) {
+            const auto& turns = b.symmetry.turns();
+            return Place < turns.size() && b.symmetry.inForce().turns == turns[Place];
+          },
+          [](const Workbench& b) { return turnsText(b, Place); },
+          false,
+          false,
+          false,
+          kSymmetry};
+}
+
+template <int Number>
+constexpr CommandRow strandsRow(std::string_view name, std::string_view text) {
+  return {name,
+          kEdit,
+          text,
+          "",
+          [](Handlers& h) { h.mnuStrands_Click(Number); },
+          hasLinesNow,
+          [](const Workbench& b) {
+            return b.knotDrawn() && countKnot(b.knot().graph, b.knot().strands).strands == Number;
+          },
+          nullptr,
+          false,
+          false,
+          false,
+          kStrands};
 }
 
 /// Ten styles have a digit for their mnemonic, 0 for the tenth.
@@ -82,6 +149,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
@@ -92,15 +160,38 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuEditLines", kEdit, "&Lines by keyboard", "F6", [](Handlers& h) { h.mnuEditLines_Click(); }, flatHasLines, nullptr, nullptr, kSeparator},
+    symmetryRow<kNoSymmetry>("mnuSymmetryNone", "&None"), symmetryRow<kLeftRight>("mnuSymmetryLeftRight", "&Left-right"),
+    symmetryRow<kTopBottom>("mnuSymmetryTopBottom", "&Top-bottom"), symmetryRow<kBothMirrors>("mnuSymmetryBoth", "&Both"),
+    symmetryRow<kHalfTurn>("mnuSymmetryHalfTurn", "&Half turn"),
+    turnsRow<0>("mnuSymmetryTurns0"), turnsRow<1>("mnuSymmetryTurns1"), turnsRow<2>("mnuSymmetryTurns2"),
+    turnsRow<3>("mnuSymmetryTurns3"), turnsRow<4>("mnuSymmetryTurns4"), turnsRow<5>("mnuSymmetryTurns5"),
+    turnsRow<6>("mnuSymmetryTurns6"),
+    strandsRow<1>("mnuStrands1", "&1 strand"), strandsRow<2>("mnuStrands2", "&2 strands"),
+    strandsRow<3>("mnuStrands3", "&3 strands"), strandsRow<4>("mnuStrands4", "&4 strands"),
+    strandsRow<5>("mnuStrands5", "&5 strands"), strandsRow<6>("mnuStrands6", "&6 strands"),
+    {"mnuStrandsMost", kEdit, "As &many as possible", "", [](Handlers& h) { h.mnuStrandsMost_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
+    {"mnuStrandsOther", kEdit, "&Other number...", "", [](Handlers& h) { h.mnuStrandsOther_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
 
-    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, solidInFront},
+    {"mnuEditFitFrame", kEdit, "Fit to fr&ame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
+    {"mnuEditFitRing", kEdit, "Fit to ri&ng...", "", [](Handlers& h) { h.mnuEditFitRing_Click(); }, hasGrid},
+
+    {"mnuView2D", kView, "&2D picture", "Ctrl+2", [](Handlers& h) { h.cmd2DView_Click(); }, flatIsBehind},
     {"mnuView3D", kView, "&3D picture", "Ctrl+3", [](Handlers& h) { h.cmd3DView_Click(); }, canShowSolid},
-    {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+0", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
+    {"mnuViewFront", kView, "Front &view", "", [](Handlers& h) { h.mnuViewFront_Click(); }, solidInFront},
+    {"mnuViewWhole", kView, "&Whole picture", "Ctrl+0", [](Handlers& h) { h.mnuViewWhole_Click(); },
+     [](const Workbench& b) { return b.picture() != Picture::sheet; }},
+    {"mnuViewCheckModel", kView, "Chec&k model...", "", [](Handlers& h) { h.mnuViewCheckModel_Click(); }, hasKnot, nullptr, nullptr, kSeparator},
+    {"mnuViewFitRadius", kView, "Fit r&adius...", "", [](Handlers& h) { h.mnuViewFitRadius_Click(); }, hasKnot},
+    {"mnuViewFitPicture", kView, "&Fit picture", "Ctrl+9", [](Handlers& h) { h.mnuViewFitPicture_Click(); }, nullptr,
      [](const Workbench& b) { return b.document().fields.fitPicture; }, nullptr, kSeparator},
     {"mnuViewClassic", kView, "&Classic joints", "", [](Handlers& h) { h.mnuViewClassic_Click(); }, nullptr,
      [](const Workbench& b) { return b.document().fields.check(Check::Classic); }},
     {"mnuViewDrawAtOnce", kView, "&Draw at once", "", [](Handlers& h) { h.mnuViewDrawAtOnce_Click(); }, nullptr,
      [](const Workbench& b) { return b.drawAtOnce; }},
+
+    {"mnuViewVariations", kView, "Va&riations", "Ctrl+Shift+R", [](Handlers& h) { h.mnuViewVariations_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuViewVariationsOf", kView, "Variations &of fields...", "", [](Handlers& h) { h.mnuViewVariationsOf_Click(); }, hasGrid},
 
     {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
     {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,

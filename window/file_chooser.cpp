@@ -5,10 +5,16 @@
 
 namespace lorivan {
 
-/// The full path that a dialog starts with: the folder used last, or the program's own.
+/// The program's own folder, or the user's documents where no file can be made in that.
+std::string FileChooser::firstFolder() const {
+  const std::string program = platform_.programFolder(), documents = platform_.documentsFolder();
+  return documents.empty() || platform_.claim(program + "/lorivan.tmp") != nullptr ? program : documents;
+}
+
+/// The full path that a dialog starts with: the folder used last, or the first one.
 std::string FileChooser::startName(const std::string& pattern) const {
   if (!lastFolder_.empty()) return lastFolder_ + pattern;
-  std::string folder = platform_.programFolder();
+  std::string folder = firstFolder();
   const char separator = folder.find('\\') == std::string::npos ? '/' : '\\';
   if (folder.empty() || folder.back() != separator) folder += separator;
   return folder + pattern;
@@ -27,7 +33,8 @@ std::string FileChooser::ask(const FileQuestion& question, bool save, bool bare)
   dialog.filterLabel = question.filterLabel;
   dialog.extensions = question.more.empty() ? question.extension : question.extension + ' ' + question.more;
   dialog.defaultExtension = bare ? std::string() : question.extension;
-  dialog.initialName = startName(pattern);
+  dialog.more = question.others;
+  dialog.initialName = startName(question.proposed.empty() ? pattern : question.proposed);
   std::string path = window_.chooseFile(dialog);
   if (lowerCase(fileNameOf(path)) == pattern) return {};
   rememberFolder(path);
@@ -35,9 +42,12 @@ std::string FileChooser::ask(const FileQuestion& question, bool save, bool bare)
 }
 
 std::string FileChooser::NewFname(const std::string& description, const std::string& extension,
-                                  const std::string& moreExtensions) {
-  return toSave({"Saving:  Enter your " + description + " file name", description + " files", extension,
-                 moreExtensions});
+                                  std::vector<FileFilter> others) {
+  return toSave({"Saving:  Enter your " + description + " file name",
+                 description + " files",
+                 extension,
+                 {},
+                 std::move(others)});
 }
 
 }  // namespace lorivan

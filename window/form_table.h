@@ -38,7 +38,7 @@ inline constexpr int kStrip = kStripRow;
 // clang-format off
 inline constexpr auto kRows = std::to_array<FormRow>({
     {"picGrid", picture, "", {0, 0}, "", "The grid and the 2D knot: click the middle of a line to change its kind"},
-    {"picKnot", picture, "", {0, 0}, "", "The knot in 3D: drag to turn it"},
+    {"picKnot", picture, "", {0, 0}, "", "The knot in 3D: drag to turn it, turn the wheel to come closer, double-click to fit it"},
     {"picShape", picture, "", {0, 0}, "", "Your own shape: drag to draw a line, click a point to delete it"},
 
     {"fraBasic", group, "", {0, 0, 24, 3}, "Basic Knot Characteristics", ""},
@@ -107,10 +107,11 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"vtNFact", number, "fraView", {21, 3, 10, 1}},
     {"lblKDist", label, "fraView", {31, 3, 8, 1}},
     {"vtKDist", number, "fraView", {39, 3, 9, 1}},
-    {"lblNPoly", label, "fraView", {0, 4, 12, 1}, "Polygons", "Number of polygons of the model"},
-    {"txtNPoly", text, "fraView", {12, 4, 12, 1}, "", "Number of polygons of the model"},
-    {"lblRDistance", label, "fraView", {27, 4, 12, 1}, "Distance", "Viewing distance"},
-    {"txtRDistance", text, "fraView", {39, 4, 9, 1}, "", "Viewing distance"},
+    {"lblNPoly", label, "fraView", {0, 4, 10, 1}, "Polygons", "Number of polygons of the model"},
+    {"txtNPoly", text, "fraView", {10, 4, 10, 1}, "", "Number of polygons of the model"},
+    {"chkSmooth", check, "fraView", {21, 4, 12, 1}},
+    {"lblRDistance", label, "fraView", {33, 4, 10, 1}, "Distance", "Viewing distance"},
+    {"txtRDistance", text, "fraView", {43, 4, 5, 1}, "", "Viewing distance"},
 
     {"fraSave3D", group, "", {0, 4, 24, 4}, "3D Save Format", ""},
     {"optPOV", radio, "fraSave3D", {0, 0, 8, 1}, "POV-Ray", "Save the knot as a POV-Ray scene"},

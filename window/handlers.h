@@ -2,13 +2,16 @@
 // applies a function to it and shows what came of it; none calls another.
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "design/fit_size.h"
 #include "window/workbench.h"
 
 namespace lorivan {
 
 struct ExportFormat;
+struct OutputJob;
 
 class Handlers {
  public:
@@ -36,18 +39,41 @@ class Handlers {
   void cmdOldGrid_Click();
   void cmdRandknot_Click();
   void cmd2D_Click();
-  void picGrid_Mouse(const MouseEvent& event);
   void mnuViewFitPicture_Click();
   void mnuViewClassic_Click();
   void mnuViewDrawAtOnce_Click();
+
+  // --- the hand on the 2-D picture (handlers_grid.cpp) ---
+  void picGrid_Mouse(const MouseEvent& event);
+  void mnuEditLines_Click();
+  void mnuSymmetry_Click(const Symmetry& symmetry);
+  void mnuSymmetryTurns_Click(std::size_t place);
+  void mnuStrands_Click(int strands);
+  void mnuStrandsMost_Click();
+  void mnuStrandsOther_Click();
+  void mnuViewWhole_Click();
 
   // --- the 3-D view (handlers_solid.cpp) ---
   void cmd3D_Click();
   void cmd2DView_Click();
   void cmd3DView_Click();
+  void mnuViewCheckModel_Click();
+  void mnuViewFitRadius_Click();
   void picKnot_Mouse(const MouseEvent& event);
   void picNav_Mouse(const MouseEvent& event);
+  void mnuViewFront_Click();
   bool frmLorivan_KeyDown(const KeyEvent& key);
+
+  // --- sizes (handlers_sizes.cpp) ---
+  /// A drawn knot of a width and a height in millimetres.
+  void mnuEditFitFrame_Click();
+  /// A ring or bracelet of an inner diameter and a height.
+  void mnuEditFitRing_Click();
+
+  // --- the sheet of variations (handlers_variations.cpp) ---
+  /// Along the field that has the focus, or random.
+  void mnuViewVariations_Click();
+  void mnuViewVariationsOf_Click();
 
   // --- files (handlers_files.cpp) ---
   void mnuFileLoad_Click();
@@ -65,6 +91,7 @@ class Handlers {
   void mnuFileSaveBMP_Click();
   void mnuFileSaveEMF_Click();
   void mnuFileSave3D_Click();
+  void mnuFileSaveOptions_Click();
   void mnuEditCopy_Click();
 
   // --- shapes of one's own (handlers_shape.cpp) ---
@@ -92,25 +119,47 @@ class Handlers {
   void applyField(Param p, const std::string& text, const std::string& run, const std::string& note);
   bool scaleRefused(Param p);
   void showHistory(const Document& before, const std::string& what);
+  void chooseColour(int box);
+  void tellDropped(const Document& before);
+  void hoverLine(int line);
+  void clickGrid(const GridHand::Click& click);
   void stepLineKind(int line, int steps);
+  After afterLines() const;
+  void stroke(const GridHand::Place& at);
+  void pickStrand(int slot);
+  void recolourStrand(const MouseEvent& event);
+  bool flatKey(const KeyEvent& key);
+  bool solidKey(const KeyEvent& key);
+  bool walk(int dx, int dy);
+  void setStrands(std::optional<int> strands);
   void makeGridAnew();
+  void adoptSize(const std::string& step, const Result<FittedSize>& fitted, bool solid);
+  void variationsMouse(const MouseEvent& event);
+  bool variationsKey(Key key);
+  void adoptVariation();
   void showModel();
+  std::optional<double> askMillimetres(const std::string& prompt, const std::string& title, double initial);
+  void mouseRests();
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
   void loadTracePicture(const std::string& path);
   bool saveKnot(const std::string& path);
-  bool saveAs();
+  bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> shownPicture(const std::string& extension, bool solid);
   Result<std::string> knotOutput(std::string_view extension);
-  ControlId pictureInFront() const;
+  OutputJob outputJob(const StrandColours& colours) const;
+  void tellSaved(const std::string& path, const std::string& more = {});
   const ExportFormat* chosenFormat() const;
-  const TubeModel* modelFor(const ExportFormat& format, KnotModel& own);
-  Status writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path);
+  std::shared_ptr<KnotModel> modelFor(const ExportFormat& format);
+  Status writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model, const std::string& path,
+                    std::string& note);
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;
+  double millimetres_ = 80;  // width of the finished knot, as last asked for
 };
 
 }  // namespace lorivan

@@ -1,6 +1,7 @@
 // Handlers of the fields, check boxes and colours, and of undo.
 #include "base/numbers.h"
 #include "design/edits.h"
+#include "design/kept_walls.h"
 #include "design/presets.h"
 #include "export/formats.h"
 #include "window/handlers.h"
@@ -56,7 +57,8 @@ void Handlers::vt_Escaped(Param p) { bench_.form.restore(p); }
 
 void Handlers::applyField(Param p, const std::string& text, const std::string& run, const std::string& note) {
   if (scaleRefused(p)) return;
-  const auto next = changeField(bench_.document(), p, text);
+  const Document before = bench_.document();
+  const auto next = changeField(before, p, text);
   const bool taken = bench_.step(next ? fieldStep(*next, p) : std::string(), next, follows(bench_, p), run);
   if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
   const std::string& given = bench_.document().fields.text(p);
@@ -65,6 +67,15 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
                      (p == Param::Scale ? " to fit" : " for this shape"));
   else if (!note.empty())
     bench_.statusToo(note);
+  if (makesGrid(p)) tellDropped(before);
+}
+
+/// Walls that found no place in the grid that followed are never lost in silence.
+void Handlers::tellDropped(const Document& before) {
+  const int dropped = wallCount(before) - wallCount(bench_.document());
+  if (dropped <= 0) return;
+  bench_.status(counted(dropped, "wall") + " dropped, Ctrl+Z brings " + (dropped == 1 ? "it" : "them") +
+                " back; " + bench_.statusText());
 }
 
 /// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
@@ -84,11 +95,15 @@ bool Handlers::scaleRefused(Param p) {
 void Handlers::chk_Click(Check c) {
   const bool on = bench_.form.checked(c);
   bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on),
-              checkSpec(c).inPicture ? After::same : After::nothing);
+              checkSpec(c).inPicture ? After::same
+              : c == Check::Smooth   ? After::view
+                                     : After::nothing);
   if (c == Check::HeightMap) bench_.modelFieldChanged();
 }
 
-void Handlers::txtCol_Click(int box) {
+void Handlers::txtCol_Click(int box) { chooseColour(box); }
+
+void Handlers::chooseColour(int box) {
   const auto chosen =
       bench_.window.chooseColour(bench_.document().fields.boxes[static_cast<std::size_t>(box)]);
   if (chosen)
@@ -98,11 +113,13 @@ void Handlers::txtCol_Click(int box) {
 void Handlers::lstType_Click() {
   const Shape shape = bench_.form.shape();
   const std::string name(shapeTable()[static_cast<std::size_t>(shape)].name);
-  const auto next = chooseShape(bench_.document(), shape);
+  const Document before = bench_.document();
+  const auto next = chooseShape(before, shape);
   if (shape == Shape::Custom)
     bench_.step(name, next, After::sheet);
   else
     bench_.begin(name, next, After::grid);
+  tellDropped(before);
 }
 
 /// The chosen format is no part of the knot; it is read when a file is saved.

@@ -3,8 +3,9 @@
 
 #include "base/sink.h"
 #include "custom/shape_file.h"
-#include "design/document_text.h"
 #include "design/settings_table.h"
+#include "design/source.h"
+#include "export/formats.h"
 #include "window/handlers.h"
 #include "window/trace_picture.h"
 
@@ -36,11 +37,19 @@ bool Handlers::mnuFileSave_Click() {
   return extensionOf(path) == kKnotFileExtension ? saveKnot(path) : saveAs();
 }
 
-bool Handlers::mnuFileSaveAs_Click() { return saveAs(); }
+/// Proposes the open file's name, or the shape's.
+bool Handlers::mnuFileSaveAs_Click() {
+  std::string name(fileNameOf(bench_.session.path()));
+  name = name.substr(0, name.rfind('.'));
+  if (name.empty()) name = shapeTable()[static_cast<std::size_t>(bench_.document().fields.shape)].name;
+  std::erase_if(name, [](char c) { return c == '(' || c == ')'; });
+  return saveAs(name + '.' + std::string(kKnotFileExtension));
+}
 
-bool Handlers::saveAs() {
-  const std::string path =
-      bench_.files.toSave(knotQuestion("Saving knot configuration - Enter your Lorivan file name"));
+bool Handlers::saveAs(const std::string& proposed) {
+  FileQuestion question = knotQuestion("Saving knot configuration - Enter your Lorivan file name");
+  question.proposed = proposed;
+  const std::string path = bench_.files.toSave(question);
   return !path.empty() && saveKnot(path);
 }
 
@@ -60,7 +69,13 @@ bool Handlers::saveKnot(const std::string& path) {
 }
 
 void Handlers::mnuFileLoad_Click() {
-  const std::string path = bench_.files.toLoad(knotQuestion("Enter your Lorivan file name"));
+  FileQuestion question = knotQuestion("Enter your Lorivan file name");
+  std::string carriers;
+  for (const ExportFormat& format : exportFormats())
+    if (format.carriesSource) carriers.append(format.extension).append(" ");
+  carriers.pop_back();
+  question.others = {{"Files that hold their knot", carriers}};
+  const std::string path = bench_.files.toLoad(question);
   if (!path.empty()) loadKnot(path);
 }
 
@@ -71,14 +86,16 @@ void Handlers::mnuFileRecent_Click(std::size_t place) {
 }
 
 void Handlers::fileDropped(const std::string& path) {
-  const std::string extension = extensionOf(path);
-  if (extension == kKnotFileExtension || extension == kShapeFileExtension) {
+  // A picture without a knot in it is there to be traced.
+  const bool knot = TracePicture::canLoad(path) ? holdsKnot(path) : canHoldKnot(path);
+  if (knot || extensionOf(path) == kShapeFileExtension) {
     bench_.files.rememberFolder(path);
     loadFile(path);
   } else if (TracePicture::canLoad(path)) {
     loadTracePicture(path);
   } else {
-    bench_.status(std::string(fileNameOf(path)) + " is no knot file (*.qzd), shape file (*.qzc) or picture");
+    bench_.status(std::string(fileNameOf(path)) +
+                  " is no knot file (*.qzd), shape file (*.qzc) or picture, and no file that holds its knot");
   }
 }
 
@@ -96,8 +113,7 @@ void Handlers::loadFile(const std::string& path) {
 
 /// A file that cannot be read changes nothing.
 void Handlers::loadKnot(const std::string& path) {
-  const auto bytes = readFile(path, kLargestKnotFile);
-  auto read = bytes ? readDocument(*bytes, bench_.document()) : Result<ReadDocument>(bytes.error());
+  auto read = readKnotFile(path, bench_.document());
   if (!read) {
     std::erase(bench_.recentFiles, path);
     bench_.sortOut();

@@ -20,7 +20,9 @@ void Handlers::mnuFileNewGrid_Click() { makeGridAnew(); }
 void Handlers::makeGridAnew() {
   const Document& document = bench_.document();
   if (document.fields.shape != Shape::Custom) {
-    bench_.begin("New grid", newGrid(document), After::grid);
+    const Document before = document;
+    bench_.begin("New grid", newGrid(before), After::grid);
+    tellDropped(before);
     return;
   }
   // Its lines stay; a grid comes from the Shape menu.
@@ -57,23 +59,6 @@ void Handlers::cmd2D_Click() {
   bench_.bringToFront(Picture::flat);
   if (bench_.drawKnot(true, true)) bench_.status(bench_.summary());
   bench_.sortOut();
-}
-
-void Handlers::picGrid_Mouse(const MouseEvent& event) {
-  bench_.flat.pointAt(bench_.knot(), event);
-  if (event.action != MouseAction::press) return;
-  const int line = bench_.flat.lineAt(bench_.knot(), event.x, event.y);
-  if (line < 0) return;
-  if (event.button == 1) stepLineKind(line, 1);
-  if (event.button == 2) stepLineKind(line, 3);
-}
-
-/// Kinds follow each other 1, 2, 3, 0 and round again; three steps on are one back.
-void Handlers::stepLineKind(int line, int steps) {
-  const Document next = stepLine(bench_.document(), line, steps);
-  const int kind = (*next.lines)[static_cast<std::size_t>(line)].Kind;
-  bench_.step(kindStep(kind), next, bench_.knotDrawn() || bench_.drawAtOnce ? After::same : After::grid);
-  bench_.status(lineSummary(next, line) + (bench_.knotDrawn() ? "; " + bench_.summary() : std::string()));
 }
 
 void Handlers::mnuViewFitPicture_Click() {

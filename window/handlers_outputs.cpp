@@ -1,61 +1,112 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
 #include "design/outputs.h"
+#include "design/source.h"
+#include "design/vector_outputs.h"
 #include "window/handlers.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
 
 constexpr std::string_view kMetafileProblem =
     "Sorry, there was a problem creating the .emf. Perhaps it's open in an image editor";
-constexpr std::string_view kVector = "svg";
+
+/// The formats of pictures beside bitmaps; lines and curves only where the picture is drawn with them.
+std::vector<FileFilter> pictureFilters(bool curves) {
+  std::vector<FileFilter> filters;
+  for (const ExportFormat& format : exportFormats())
+    if (format.carriesSource &&
+        (format.kind == FormatKind::picture || (curves && format.kind == FormatKind::vector)))
+      filters.push_back({std::string(format.label) + " files", std::string(format.extension)});
+  return filters;
+}
 
 }  // namespace
 
 void Handlers::mnuFileSaveBMP_Click() {
   const bool solid = bench_.solidShown();
   // What is drawn with pixels alone cannot leave as lines and curves.
-  const bool curves = !solid && bench_.knotDrawn();
+  const bool sheet = bench_.picture() == Picture::variations;
+  const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
-      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", curves ? "png svg" : "png");
+      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", pictureFilters(curves));
   if (path.empty()) return;
+  // The mark is for choosing only.
+  if (sheet) bench_.variations.setPlain(true);
   const auto bytes = pictureFile(extensionOf(path), solid, curves);
+  if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
     bench_.status("Could not save " + path + ": " + bytes.error().message);
     return;
   }
   const Status written = writeFile(path, *bytes);
-  bench_.status(written ? "Saved as " + path : written.error().message);
+  written ? tellSaved(path) : bench_.status(written.error().message);
+}
+
+/// Options that were chosen once are easily forgotten.
+void Handlers::tellSaved(const std::string& path, const std::string& more) {
+  const bool options = bench_.saveOptions != OutputOptions{};
+  bench_.status("Saved as " + path + more + (options ? ", with the saving options" : ""));
 }
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
 Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
-  if (extension == kVector && curves) return knotOutput(kVector);
-  const bool png = extension == "png";
-  if (!png && !extension.empty() && extension != "bmp")
-    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png or svg" : "bmp or png") +
-                      ", not as " + extension);
-  const PictureFormat format = png ? PictureFormat::png : PictureFormat::bmp;
-  if (solid && bench_.document().fields.check(Check::HeightMap)) {
-    Surface* const heights = bench_.solid.picBig(bench_.document());
-    if (heights == nullptr) return unwritable("the height map could not be made");
-    return bench_.platform.encodePicture(*heights, format);
+  if (bench_.picture() == Picture::variations) {
+    if (extension == "svg") return bench_.variations.svg();
+    if (extension.empty() || extension == "bmp" || extension == "png") return shownPicture(extension, false);
+    return wrongUsage("variations are saved as bmp, png or svg, not as " + extension);
   }
-  return bench_.platform.encodePicture(bench_.window.surface(pictureInFront()), format);
+  const ExportFormat* format = findFormat(extension.empty() ? "bmp" : extension, DxfKind::faces);
+  const bool picture = format != nullptr && format->kind == FormatKind::picture;
+  const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;
+  if (!picture && !drawing)
+    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png, svg or pdf" : "bmp or png") +
+                      ", not as " + extension);
+  const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
+  return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
+}
+
+/// What is in front: the whole picture without marks, or the model as it is shown.
+Result<std::string> Handlers::shownPicture(const std::string& extension, bool solid) {
+  const PictureFormat format = extension == "png" ? PictureFormat::png : PictureFormat::bmp;
+  const auto encode = [&](Surface& picture) { return bench_.platform.encodePicture(picture, format); };
+  Result<std::string> bytes = unwritable("the height map could not be made");
+  if (solid && bench_.document().fields.check(Check::HeightMap)) {
+    if (Surface* const heights = bench_.solid.picBig(bench_.document())) bytes = encode(*heights);
+  } else {
+    bytes = bench_.lendPicture(encode);
+  }
+  if (!bytes || format != PictureFormat::png || !bench_.knotDrawn()) return bytes;
+  return withPngSource(std::move(*bytes), sourceOf(outputJob(strandColours(bench_.document().fields.boxes))));
+}
+
+OutputJob Handlers::outputJob(const StrandColours& colours) const {
+  OutputJob job{bench_.platform, bench_.document(), bench_.knot(), colours, bench_.saveOptions};
+  job.options.solidView = bench_.solidShown();
+  return job;
 }
 
 /// The drawn knot in a format of the format table.
 Result<std::string> Handlers::knotOutput(std::string_view extension) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
-  const OutputJob job{bench_.platform, bench_.document(), bench_.knot(), colours};
   MemorySink sink;
-  if (const Status made = makeOutput(*findFormat(extension, DxfKind::faces), job, sink); !made)
-    return made.error();
+  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), outputJob(colours), sink);
+  if (!made) return made.error();
   return std::move(sink.bytes);
 }
 
-ControlId Handlers::pictureInFront() const {
-  return bench_.solidShown() ? controlId("picKnot") : controlId("picGrid");
+void Handlers::mnuFileSaveOptions_Click() {
+  const auto lines = bench_.window.chooseOptions(saveOptionsDialog(bench_.saveOptions));
+  if (!lines) return;
+  const auto chosen = optionsOf(*lines);
+  if (!chosen) {
+    bench_.status("The saving options stay as they were: " + chosen.error().message);
+    return;
+  }
+  bench_.saveOptions = *chosen;
+  bench_.status(*chosen == OutputOptions{} ? "Files are saved as usual"
+                                           : "Files are saved with these options from now on");
 }
 
 void Handlers::mnuFileSaveEMF_Click() {
@@ -63,27 +114,26 @@ void Handlers::mnuFileSaveEMF_Click() {
   if (path.empty()) return;
   const auto bytes = knotOutput("emf");
   const Status written = bytes ? writeFile(path, *bytes) : Status(bytes.error());
-  if (written) {
-    bench_.status("Saved as " + path);
-    return;
-  }
+  if (written) return tellSaved(path);
   bench_.complain(std::string(kMetafileProblem));
   bench_.status(written.error().message);
 }
 
 void Handlers::mnuEditCopy_Click() {
-  Surface& picture = bench_.window.surface(pictureInFront());
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
-  const Status copied = clipboard.putPicture(picture);
-  bench_.status(copied ? "The picture is on the clipboard, " + std::to_string(picture.width()) + " x " +
-                             std::to_string(picture.height()) + " pixels"
-                       : copied.error().message);
+  std::string size;
+  const Status copied = bench_.lendPicture([&](Surface& picture) {
+    size = std::to_string(picture.width()) + " x " + std::to_string(picture.height()) + " pixels";
+    return clipboard.putPicture(picture);
+  });
+  bench_.status(copied ? "The picture is on the clipboard, " + size : copied.error().message);
 }
 
 /// The row for the option button that is chosen; null when none is.
 const ExportFormat* Handlers::chosenFormat() const {
-  const DxfKind dxf = bench_.document().fields.check(Check::DXF2D) ? DxfKind::flat : DxfKind::faces;
+  const bool flat = bench_.document().fields.check(Check::DXF2D) || asksForCut(bench_.saveOptions);
+  const DxfKind dxf = flat ? DxfKind::flat : DxfKind::faces;
   for (const ExportFormat& format : exportFormats())
     if (!format.option.empty() && bench_.window.checked(controlNamed(format.option)))
       return findSavedFormat(format.saveNumber, dxf);
@@ -92,17 +142,18 @@ const ExportFormat* Handlers::chosenFormat() const {
 
 /// The model that the format wants, from the fields as they are now; null when there is none, which the user
 /// has been told. Where the format has its own number of sides the model shown is left alone.
-const TubeModel* Handlers::modelFor(const ExportFormat& format, KnotModel& own) {
+std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
   if (format.sides == 0) {
     if (!bench_.modelCurrent() && !bench_.buildModel(true)) return nullptr;
     if (bench_.solidShown()) bench_.paintSolid();
-    return &bench_.solid.model();
+    return bench_.solid.sharedModel();
   }
   const Document& document = bench_.document();
+  auto own = std::make_shared<KnotModel>();
   const Status built =
-      own.build(bench_.knot(), document.fields, strandColours(document.fields.boxes), format.sides);
+      own->build(bench_.knot(), document.fields, strandColours(document.fields.boxes), format.sides);
   if (!built) bench_.tell(built.error());
-  return built ? &own.built() : nullptr;
+  return built ? own : nullptr;
 }
 
 void Handlers::mnuFileSave3D_Click() {
@@ -113,8 +164,7 @@ void Handlers::mnuFileSave3D_Click() {
   }
   Window& window = bench_.window;
   const Deeds::Working working(bench_.deeds);
-  KnotModel own;
-  const TubeModel* model = modelFor(*format, own);
+  const std::shared_ptr<KnotModel> model = modelFor(*format);
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window.processEvents()) return;
   const std::string path = bench_.files.NewFname(std::string(format->label), std::string(format->extension));
@@ -122,10 +172,12 @@ void Handlers::mnuFileSave3D_Click() {
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   window.setBusy(true);
-  const Status written = writeModel(*format, *model, path);
+  std::string note;
+  const Status written = writeModel(*format, model, path, note);
   window.setBusy(false);
   if (written) {
-    bench_.status("Saved as " + path + ": " + std::to_string(model->QuadCount) + " polygons");
+    tellSaved(path, ": " + std::to_string(model->built().QuadCount) + " polygons");
+    if (!note.empty()) bench_.statusToo(note);
     return;
   }
   const ErrorKind kind = written.error().kind;
@@ -135,8 +187,10 @@ void Handlers::mnuFileSave3D_Click() {
   bench_.status(message ? "Nothing was saved" : written.error().message);
 }
 
-/// A file that was there before stays as it is unless the new one is complete.
-Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, const std::string& path) {
+/// A file that was there before stays as it is unless the new one is complete. `note` is what its maker must
+/// know of it.
+Status Handlers::writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model,
+                            const std::string& path, std::string& note) {
   auto sink = FileSink::create(path);
   if (!sink) return sink.error();
   int shown = -1;
@@ -145,8 +199,13 @@ Status Handlers::writeModel(const ExportFormat& format, const TubeModel& model, 
     if (percent != std::exchange(shown, percent))
       bench_.status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(percent) + " %");
   };
-  const Status made = writeModelFile(format, bench_.platform, bench_.knot(), bench_.document().fields, model,
-                                     {{}, progress}, **sink);
+  const StrandColours colours = strandColours(bench_.document().fields.boxes);
+  OutputJob job = outputJob(colours);
+  job.progress = progress;
+  job.note = [&note](const std::string& text) { note = text; };
+  job.fileName = path;
+  job.model = std::move(model);
+  const Status made = makeOutput(format, job, **sink);
   // It knows why bytes were refused, the writer does not.
   if (const Status closed = (*sink)->close(); !closed) return closed;
   return made ? (*sink)->commit() : made;

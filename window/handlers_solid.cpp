@@ -1,4 +1,10 @@
 // Handlers of the 3-D view: building and showing the model, turning it.
+#include <algorithm>
+
+#include "base/numbers.h"
+#include "design/edits.h"
+#include "design/fit_radius.h"
+#include "design/model_check.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
@@ -31,19 +37,88 @@ void Handlers::showModel() {
   bench_.status(bench_.summary());
 }
 
+/// Nothing when the question is cancelled, or the answer is no length, which the user is told.
+std::optional<double> Handlers::askMillimetres(const std::string& prompt, const std::string& title,
+                                               double initial) {
+  const std::string text = bench_.window.inputBox(prompt, title, shortestText(static_cast<float>(initial)));
+  if (text.empty()) return {};
+  const auto length = parseNumber(text);
+  if (length && *length >= 0 && *length <= kMostMillimetres) return length;
+  bench_.status("\"" + text + "\" is no length in millimetres");
+  return {};
+}
+
+void Handlers::mnuViewCheckModel_Click() {
+  const auto width =
+      askMillimetres("Width of the finished knot in millimetres:", "Check model", millimetres_);
+  if (!width) return;
+  if (!bench_.modelCurrent() && !bench_.buildModel(true)) return bench_.sortOut();
+  OutputOptions options;
+  options.millimetres = millimetres_ = std::max(*width, kLeastMillimetres);
+  const auto check = checkModel(bench_.knot(), bench_.document().fields, options);
+  if (!check) return bench_.tell(check.error());
+  std::vector<Vec3> places;
+  for (const FoundLength& found : {check->verdict.wall, check->verdict.clearance})
+    if (found.found) places.push_back(found.at);
+  bench_.solid.mark(places);
+  showModel();
+  bench_.sortOut();
+  bench_.window.message(checkText(*check, nullptr), "Check model", MessageIcon::none);
+  const Verdict& verdict = check->verdict;
+  bench_.status(piecesText(check->pieces, {check->pieces, verdict.crossings, verdict.touching}) +
+                "; the hoops mark the thinnest wall and the least clearance");
+}
+
+void Handlers::mnuViewFitRadius_Click() {
+  const auto gap = askMillimetres("Gap between strands in millimetres, for a knot " +
+                                      shortestText(static_cast<float>(millimetres_)) +
+                                      " mm wide (0: they meet at every crossing):",
+                                  "Fit radius", 0);
+  if (!gap) return;
+  const auto fitted = withFittedRadius(bench_.document(), bench_.knot(), *gap, millimetres_);
+  if (bench_.step("Fit radius", fitted, After::all))
+    bench_.statusToo("Radius " + bench_.document().fields.text(Param::PolyRadius));
+}
+
 void Handlers::picKnot_Mouse(const MouseEvent& event) {
+  if (event.action == MouseAction::release) mouseRests();
   if (!bench_.solidShown()) return;
-  if (event.action == MouseAction::release) bench_.session.endRun();
-  if (bench_.solid.dragged(event)) bench_.viewTurned();
+  if (bench_.solid.dragged(event))
+    bench_.viewTurned();
+  else if (bench_.solid.lensMoved(event))
+    bench_.paintSolid();
 }
 
 void Handlers::picNav_Mouse(const MouseEvent& event) {
-  if (event.action == MouseAction::release) bench_.session.endRun();
+  if (event.action == MouseAction::release) mouseRests();
   if (bench_.solid.rotatorMoved(event)) bench_.viewTurned();
 }
 
+/// Steps of one drag end here, and the model takes the place of what stood in for it.
+void Handlers::mouseRests() {
+  bench_.session.endRun();
+  if (bench_.solid.rest() && bench_.solidShown()) bench_.paintSolid();
+}
+
+void Handlers::mnuViewFront_Click() {
+  Document front = bench_.document();
+  for (const Param angle : {Param::Theta, Param::Phi, Param::Psi}) front = withField(front, angle, "0");
+  bench_.solid.resetLens();
+  bench_.step("Front view", front, After::view);
+}
+
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
-  if (!bench_.solidShown() || key.ctrl || key.alt || !bench_.solid.keyPressed(key.key)) return false;
+  if (key.ctrl || key.alt) return false;
+  if (bench_.picture() == Picture::variations) return variationsKey(key.key);
+  return bench_.solidShown() ? solidKey(key) : bench_.picture() == Picture::flat && flatKey(key);
+}
+
+bool Handlers::solidKey(const KeyEvent& key) {
+  if (bench_.solid.lensKey(key.key)) {
+    bench_.paintSolid();
+    return true;
+  }
+  if (!bench_.solid.keyPressed(key.key)) return false;
   bench_.solid.takeBackground(bench_.document());
   bench_.viewTurned();
   return true;

@@ -8,6 +8,7 @@
 #include "design/edits.h"
 #include "design/settings_table.h"
 #include "export/formats.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
@@ -53,6 +54,16 @@ int keptOnScreen(const std::string& text, int size, int room) {
   return std::max(0, std::min(pixels(text), room - size));
 }
 
+/// A number of no format leaves the first one chosen.
+void restoreFormat(Window& window, double number) {
+  const bool known = std::ranges::any_of(exportFormats(), [&](const ExportFormat& format) {
+    return !format.option.empty() && number == format.saveNumber;
+  });
+  for (const ExportFormat& format : exportFormats())
+    if (!format.option.empty())
+      window.setChecked(controlNamed(format.option), (known ? number : 1) == format.saveNumber);
+}
+
 void restoreWindow(Workbench& bench, WindowState state, const std::string& text) {
   Window& window = bench.window;
   const WindowPlace place = window.place(), screen = window.screen();
@@ -74,12 +85,14 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
     case WindowState::lastFolder:
       return bench.files.setLastFolder(text);
     case WindowState::drawAtOnce:
-      bench.drawAtOnce = truthOf(text);
+      bench.drawAtOnce = trimmed(text).empty() || truthOf(text);
       return;
+    case WindowState::symmetry:
+      return bench.symmetry.choose(symmetryOf(text), bench.knot().graph);
     case WindowState::saveFormat:
-      for (const ExportFormat& format : exportFormats())
-        if (!format.option.empty())
-          window.setChecked(controlNamed(format.option), numberOf(text) == format.saveNumber);
+      return restoreFormat(window, numberOf(text));
+    case WindowState::saveOptions:
+      bench.saveOptions = readSaveOptions(text);
       return;
     case WindowState::fitPicture:
     case WindowState::shape:
@@ -142,6 +155,10 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.document().fields.fitPicture);
     case WindowState::drawAtOnce:
       return truth(bench_.drawAtOnce);
+    case WindowState::saveOptions:
+      return saveOptionsText(bench_.saveOptions);
+    case WindowState::symmetry:
+      return symmetryName(bench_.symmetry.chosen());
     case WindowState::saveFormat:
       break;
   }

@@ -45,6 +45,7 @@ void ShapeSheet::RedrawCustom() {
 }
 
 std::optional<ShapeEdit> ShapeSheet::mouse(const MouseEvent& event) {
+  if (event.button == 3) return std::nullopt;  // the middle one draws nothing
   const PointF at = editor_.toUnits(window_.surface(kSheet), event.x, event.y);
   switch (event.action) {
     case MouseAction::press:
@@ -58,6 +59,8 @@ std::optional<ShapeEdit> ShapeSheet::mouse(const MouseEvent& event) {
       undoKept_ = true;
       return editor_.picShape_MouseUp(event.button, shiftBits(event), at.x, at.y);
     case MouseAction::leave:
+    case MouseAction::wheel:
+    case MouseAction::doubleClick:
       break;
   }
   return std::nullopt;

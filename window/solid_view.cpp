@@ -2,14 +2,20 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "base/numbers.h"
 #include "graph/grid_view.h"
+#include "model3d/marks.h"
 #include "window/form_table.h"
 
 namespace lorivan {
 namespace {
+
+constexpr float kZoomStep = 1.2F;  // of a notch of the wheel, and of a key
+constexpr float kFarthestPan = 100;
+constexpr int kMiddleButton = 3;
 
 constexpr ControlId kPicture = controlId("picKnot"), kRotator = controlId("picNav");
 
@@ -66,14 +72,27 @@ Status SolidView::build(const Document& document, const KnotStages& stages) {
   }
   if (inputs_ != model)
     if (const Status built =
-            model_.build(stages.knot(), document.fields, strandColours(document.fields.boxes));
+            model_->build(stages.knot(), document.fields, strandColours(document.fields.boxes));
         !built)
       return built;
+  if (inputs_ != model || standIn_.QuadCount == 0) buildStandIn(document, stages);
+  marked_.reset();
+  markedStandIn_.reset();
   inputs_ = wanted;
   background_ = wanted.background;
   heightMap_ = wanted.heightMap;
   drag_ = {};
   return {};
+}
+
+/// With other colours and other values it would be another knot: it is built with the model.
+void SolidView::buildStandIn(const Document& document, const KnotStages& stages) {
+  standIn_.clear();
+  const int quads = model_->built().QuadCount;
+  if (quads <= kQuickModel) return;
+  const TubeSettings settings = coarserSettings(tubeSettings(document.fields), quads, kQuickModel);
+  const SlotColours colours = tubeColours(document.fields, strandColours(document.fields.boxes));
+  static_cast<void>(buildTube(stages.knot().strands, settings, colours, standIn_));
 }
 
 bool SolidView::current(const Document& document, const KnotStages& stages) const {
@@ -102,12 +121,28 @@ Document SolidView::withAngles(const Document& document) const {
   return turned;
 }
 
+/// Background and height map are as of the last build.
+PictureLook SolidView::look(const Document& document) const {
+  PictureLook look = pictureLook(document.fields);
+  look.background = background_;
+  look.heightMap = heightMap_;
+  look.draft = moving_;
+  return look;
+}
+
 void SolidView::paint(const Document& document) {
   Surface& picture = window_.surface(kPicture);
+  const TubeModel& shown = shownModel();
+  const auto polygons = static_cast<float>(std::max(1, model_->built().QuadCount));
   picture.clear(background_);
-  renderer_.render(model_.built(), lightSettings(document.fields), angles_, background_, heightMap_,
-                   picture.lendPixels());
+  renderer_.render(shown, lightSettings(document.fields), angles_, lens_, look(document),
+                   picture.lendPixels(), static_cast<float>(shown.QuadCount) / polygons);
   picture.refresh();
+}
+
+void SolidView::mark(std::span<const Vec3> places) {
+  marked_ = withMarks(model_->built(), places);
+  if (standIn_.QuadCount > 0) markedStandIn_ = withMarks(standIn_, places);
 }
 
 void SolidView::paintRotator() {
@@ -122,8 +157,10 @@ bool SolidView::paintPreview(const Document& document, const KnotStages& stages)
   KnotModel model;
   if (!model.build(stages.knot(), document.fields, strandColours(document.fields.boxes))) return false;
   Surface& picture = window_.surface(kPicture);
-  picture.clear(backgroundOf(document));
-  renderer_.render(model.built(), lightSettings(document.fields), angles_, backgroundOf(document), heightMap_,
+  PictureLook styled = look(document);
+  styled.background = backgroundOf(document);
+  picture.clear(styled.background);
+  renderer_.render(model.built(), lightSettings(document.fields), angles_, lens_, styled,
                    picture.lendPixels());
   picture.refresh();
   return true;
@@ -142,27 +179,71 @@ bool SolidView::dragged(const MouseEvent& event) {
   const DragState before = drag_;
   const bool turned = dragView(angles_, drag_, event.button, static_cast<float>(event.x) * perPixel,
                                static_cast<float>(event.y) * perPixel);
-  return turned && before.LastDragX != DragState{}.LastDragX;
+  if (!turned || before.LastDragX == DragState{}.LastDragX) return false;
+  moving_ = true;
+  return true;
 }
 
 bool SolidView::rotatorMoved(const MouseEvent& event) {
   if (event.action != MouseAction::press && event.action != MouseAction::move) return false;
   const Surface& rotator = window_.surface(kRotator);
+  moving_ = event.button != 0;
   return DrawNav(angles_, navGeometry(rotator.width(), rotator.height()), event.button,
                  static_cast<float>(event.x), static_cast<float>(event.y));
 }
 
 bool SolidView::keyPressed(Key key) { return turnByKey(angles_, keyCode(key)); }
 
+PointF SolidView::placeOf(int x, int y) {
+  const Surface& picture = window_.surface(kPicture);
+  const auto width = static_cast<float>(std::max(1, picture.width()));
+  return {(static_cast<float>(x) + 0.5F) / width - 0.5F,
+          (static_cast<float>(y) + 0.5F - static_cast<float>(picture.height()) / 2) / width};
+}
+
+/// What lies at `at` stays there.
+void SolidView::zoom(float factor, PointF at) {
+  const float zoomed = std::clamp(lens_.zoom * factor, kLeastZoom, kMostZoom);
+  const float share = zoomed / lens_.zoom;
+  lens_ = {zoomed, {at.x - (at.x - lens_.pan.x) * share, at.y - (at.y - lens_.pan.y) * share}};
+}
+
+bool SolidView::lensMoved(const MouseEvent& event) {
+  const Lens before = lens_;
+  const PointF at = placeOf(event.x, event.y);
+  const Surface& picture = window_.surface(kPicture);
+  if (event.action == MouseAction::wheel)
+    zoom(std::pow(kZoomStep, static_cast<float>(std::clamp(event.steps, -10, 10))), at);
+  if (event.action == MouseAction::doubleClick && event.button == kLeftButton)
+    lens_ = fittedLens(model_->built(), angles_, picture.width(), picture.height());
+  if (event.button == kMiddleButton && event.action == MouseAction::move) {
+    moving_ = true;
+    lens_.pan = {std::clamp(lens_.pan.x + at.x - grip_.x, -kFarthestPan, kFarthestPan),
+                 std::clamp(lens_.pan.y + at.y - grip_.y, -kFarthestPan, kFarthestPan)};
+  }
+  if (event.button == kMiddleButton) grip_ = at;
+  return !(lens_ == before);
+}
+
+bool SolidView::lensKey(Key key) {
+  if (key != Key::plus && key != Key::minus) return false;
+  zoom(key == Key::plus ? kZoomStep : 1 / kZoomStep, {});
+  return true;
+}
+
+bool SolidView::rest() { return std::exchange(moving_, false); }
+
 Surface* SolidView::picBig(const Document& document) {
   const Surface& shown = window_.surface(kPicture);
-  const TubeModel& model = model_.built();
+  const TubeModel& model = model_->built();
   if (model.QuadCount == 0) return nullptr;
   auto made = platform_.createSurface(2 * shown.width(), 2 * shown.height());
   if (!made) return nullptr;
   picBig_ = std::move(*made);
   picBig_->clear(background_);
-  renderer_.render(model, lightSettings(document.fields), angles_, background_, true, picBig_->lendPixels());
+  PictureLook heights = look(document);
+  heights.heightMap = true;
+  renderer_.render(model, lightSettings(document.fields), angles_, lens_, heights, picBig_->lendPixels());
   return picBig_.get();
 }
 

@@ -4,10 +4,11 @@
 
 #include <memory>
 #include <optional>
+#include <span>
 
 #include "design/knot.h"
 #include "design/knot_model.h"
-#include "model3d/renderer.h"
+#include "model3d/model_picture.h"
 #include "model3d/rotator.h"
 #include "platform/platform.h"
 
@@ -26,7 +27,11 @@ class SolidView {
   bool ofStrands(const KnotStages& stages) const;
   /// Whether the model has the colours that the document's strands have.
   bool sameColours(const Document& document) const;
-  const TubeModel& model() const { return model_.built(); }
+  const TubeModel& model() const { return model_->built(); }
+  /// The same for those who make files of it. They must ask for no other number of sides than the field's.
+  std::shared_ptr<KnotModel> sharedModel() const { return model_; }
+  /// Shows marks round these places until the model is built anew.
+  void mark(std::span<const Vec3> places);
 
   /// Turns to the document's angles. What was turned with the mouse stays as fine as it is as long as the
   /// document says the same degrees.
@@ -34,6 +39,8 @@ class SolidView {
   /// The document with the degrees of this view in its fields.
   Document withAngles(const Document& document) const;
 
+  /// While the view is being moved a coarser model stands in for a large one, and the next paint() after
+  /// rest() shows the model itself.
   void paint(const Document& document);
   void paintRotator();
   /// The document in another style, without a change of the model that is shown. False when that would take
@@ -46,6 +53,16 @@ class SolidView {
   bool dragged(const MouseEvent& event);
   bool rotatorMoved(const MouseEvent& event);
   bool keyPressed(Key key);
+
+  /// Coming closer with the wheel or the keys, moving with the middle button, fitting with a double click.
+  /// They tell whether the view is another one. The lens belongs to the window and to no document.
+  bool lensMoved(const MouseEvent& event);
+  bool lensKey(Key key);
+  void resetLens() { lens_ = {}; }
+  /// The mouse lets go. Whether the picture is to be painted again, since something stood in.
+  bool rest();
+  /// Polygons of what paint() shows.
+  int shownPolygons() const { return shownModel().QuadCount; }
 
   /// The depth of the view as greys, at twice the size of the picture, made for saving it. Null while there
   /// is no model or no memory for the picture.
@@ -64,14 +81,28 @@ class SolidView {
     bool operator==(const Inputs&) const = default;
   };
   static Inputs inputsOf(const Document& document, const KnotStages& stages);
+  void buildStandIn(const Document& document, const KnotStages& stages);
+  const TubeModel& shownModel() const {
+    if (moving_ && standIn_.QuadCount > 0) return markedStandIn_ ? *markedStandIn_ : standIn_;
+    return marked_ ? *marked_ : model_->built();
+  }
+  PictureLook look(const Document& document) const;
+  void zoom(float factor, PointF at);
+  /// A place of the picture, in its widths from its middle.
+  PointF placeOf(int x, int y);
 
   Platform& platform_;
   Window& window_;
-  KnotModel model_;
-  std::optional<Inputs> inputs_;  // what the model was built from
-  Renderer renderer_;             // keeps its memory from one picture to the next
+  std::shared_ptr<KnotModel> model_ = std::make_shared<KnotModel>();
+  std::optional<Inputs> inputs_;                     // what the model was built from
+  TubeModel standIn_;                                // empty where the model itself is quick to show
+  std::optional<TubeModel> marked_, markedStandIn_;  // both with marks, while there are any
+  ModelPicture renderer_;                            // keeps its memory from one picture to the next
   ViewState angles_;
   DragState drag_;
+  Lens lens_;
+  PointF grip_;                   // where the middle button holds the picture
+  bool moving_ = false;           // the view follows the mouse
   Colour background_ = 0xFFFFFF;  // as of the last build or key
   bool heightMap_ = false;        // as of the last build
   std::unique_ptr<Surface> picBig_;

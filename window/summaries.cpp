@@ -6,18 +6,20 @@
 
 #include "base/numbers.h"
 #include "design/fit.h"
+#include "strands/strand_pick.h"
 
 namespace lorivan {
 namespace {
 
 struct KindWords {
-  std::string_view step, meaning;
+  std::string_view step, meaning, hint;
 };
 constexpr std::array<KindWords, 4> kKinds = {
-    {{"No line", "is taken out: strands pass as if it were not there"},
-     {"Ordinary line", "is an ordinary line: strands cross on it"},
-     {"Wall", "is a wall: strands turn back at it"},
-     {"Reversed line", "is reversed: over and under start the other way round"}}};
+    {{"No line", "is taken out: strands pass as if it were not there", "No line"},
+     {"Ordinary line", "is an ordinary line: strands cross on it", "Crossing"},
+     {"Wall", "is a wall: strands turn back at it", "Wall: strands turn back"},
+     {"Reversed line", "is reversed: over and under start the other way round",
+      "Crossing, first sign reversed"}}};
 
 }  // namespace
 
@@ -43,8 +45,7 @@ std::string knotSummary(const Knot& knot) {
 std::string overlapNote(const Document& document, const Knot& knot) {
   const double overlap = bandOverlap(document, knot);
   if (overlap <= 0) return {};
-  return "; the bands run together by " + shortestText(static_cast<float>(std::ceil(overlap * 10) / 10)) +
-         " pixels: Fit bands makes room";
+  return "; the bands run together by " + roundedUp(overlap, 10) + " pixels: Fit bands makes room";
 }
 
 std::string emptyShare(const AutoGridReport& report, const std::string& advice) {
@@ -82,6 +83,25 @@ std::string lineSummary(const Document& document, int line) {
   const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
   return "Line " + std::to_string(line + 1) + ' ' +
          std::string(kKinds[static_cast<std::size_t>(kind)].meaning);
+}
+
+std::string lineHint(const Document& document, int line, std::size_t together) {
+  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
+  return std::string(kKinds[static_cast<std::size_t>(kind)].hint) + "; a click changes " +
+         (together > 1 ? counted(static_cast<long long>(together), "line") : "it") + ", a drag sets walls";
+}
+
+std::string strandSummary(const Knot& knot, int slot) {
+  int number = 0, strands = 0;
+  for (int other = 1; other < kStrandSlots; ++other) {
+    if (!knot.curve.used(other)) continue;
+    ++strands;
+    if (other <= slot) ++number;
+  }
+  const double length = roundHalfEven(strandLength(knot.curve, slot, knot.stretch) * 10) / 10;
+  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " +
+         shortestText(static_cast<float>(length)) + " grid units long, passes " +
+         counted(crossingsPassed(knot.strands, slot), "crossing") + "; a double click changes its colour";
 }
 
 std::string kindStep(int kind) { return std::string(kKinds[static_cast<std::size_t>(kind & 3)].step); }

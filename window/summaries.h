@@ -31,6 +31,11 @@ std::string marksDoubled(std::string_view text);
 
 /// "Line 3 is a wall: strands turn back at it"
 std::string lineSummary(const Document& document, int line);
+/// "Wall: strands turn back; a click changes 4 lines, a drag sets walls", for a line that changes together
+/// with its images, itself counted.
+std::string lineHint(const Document& document, int line, std::size_t together);
+/// Number, length and crossings of a strand.
+std::string strandSummary(const Knot& knot, int slot);
 /// What a line of a kind is called in the names of steps.
 std::string kindStep(int kind);
 

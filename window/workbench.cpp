@@ -19,6 +19,7 @@ Workbench::Workbench(Platform& itsPlatform, Window& itsWindow, Document floor, M
       flat(window),
       solid(platform, window),
       sheet(window),
+      variations(platform, window),
       random(options.random ? options.random : seededRandom(platform.clock().seed())) {}
 
 bool Workbench::step(const std::string& name, const Result<Document>& next, After after,
@@ -48,11 +49,17 @@ bool Workbench::showTaken(const Result<Document>& next, After after) {
 
 void Workbench::show(After after, bool record) {
   previewing_ = false;
+  if (picture_ == Picture::variations)
+    bringToFront(beforeVariations_ == Picture::sheet ? Picture::flat : beforeVariations_);
   form.show(document(), record);
   sheet.take(outlineOf(document()));
   sheet.setLines(document().fields.whole(Param::GridSize));
   solid.takeAngles(document());
   if (const Status taken = stages_.followGrid(document()); !taken) tell(taken.error());
+  if (symmetry.follow(document(), knot().graph)) {
+    hand = {};
+    showMarks();
+  }
   follow(after);
   solid.paintRotator();
   showCaption();
@@ -100,10 +107,28 @@ void Workbench::showSame(bool model) {
 
 void Workbench::bringToFront(Picture picture) {
   picture_ = picture;
-  window.setVisible(controlId("picGrid"), picture == Picture::flat);
+  window.setVisible(controlId("picGrid"), picture == Picture::flat || picture == Picture::variations);
   window.setVisible(controlId("picKnot"), picture == Picture::solid);
   window.setVisible(controlId("picShape"), picture == Picture::sheet);
   if (picture == Picture::sheet) sheet.RedrawCustom();
+}
+
+void Workbench::showVariations(std::vector<Variation> shown, const std::string& step) {
+  if (shown.empty()) return status("There are no variations of this knot");
+  if (picture_ != Picture::variations) beforeVariations_ = picture_;
+  variations.take(std::move(shown), document(), step);
+  bringToFront(Picture::variations);
+  variations.paint();
+  window.focus(controlId("picGrid"));
+  sortOut();
+  status(summary());
+}
+
+void Workbench::leaveVariations() {
+  bringToFront(beforeVariations_);
+  paintFlat();
+  sortOut();
+  status(summary());
 }
 
 void Workbench::modelFieldChanged() {
@@ -140,13 +165,16 @@ void Workbench::showCaption() {
 }
 
 void Workbench::resized(ControlId picture) {
-  if (picture == controlId("picGrid")) paintFlat();
+  if (picture == controlId("picGrid")) picture_ == Picture::variations ? variations.paint() : paintFlat();
   if (picture == controlId("picKnot") && solidShown()) paintSolid();
   if (picture == controlId("picNav")) solid.paintRotator();
   if (picture == controlId("picShape") && picture_ == Picture::sheet) sheet.RedrawCustom();
 }
 
 std::string Workbench::summary() const {
+  if (picture_ == Picture::variations)
+    return counted(static_cast<long long>(variations.count()), "variation") +
+           ": click one, or go there with the arrow keys and press Enter; Esc goes back";
   if (picture_ == Picture::sheet) return shapeSummary(sheet.shape());
   if (!document().lines) return shapeSummary(sheet.shape());
   if (!drawn_) return gridSummary(document());

@@ -7,13 +7,17 @@
 #include <string_view>
 
 #include "base/random.h"
+#include "design/output_options.h"
 #include "window/deeds.h"
 #include "window/file_chooser.h"
 #include "window/flat_view.h"
 #include "window/form.h"
+#include "window/grid_hand.h"
+#include "window/grid_symmetry.h"
 #include "window/session.h"
 #include "window/shape_sheet.h"
 #include "window/solid_view.h"
+#include "window/variation_view.h"
 
 namespace lorivan {
 
@@ -25,7 +29,7 @@ struct MainWindowOptions {
 };
 
 /// The picture that is in front.
-enum class Picture { flat, solid, sheet };
+enum class Picture { flat, solid, sheet, variations };
 
 /// How the pictures follow a step.
 enum class After {
@@ -67,6 +71,21 @@ class Workbench {
   void showGrid();
   /// Whatever the flat picture holds now, once more.
   void paintFlat();
+  /// Lays the marks of pointer and keyboard over it.
+  void showMarks();
+  /// Lends a picture as it leaves the program: the flat one whole and without marks.
+  template <class Use>
+  auto lendPicture(Use use) {
+    const bool flatOne = !solidShown(), altered = flatOne && !deeds.animating() && flat.altered();
+    const auto paintPlain = [&](bool plain) {
+      flat.setPlain(plain);
+      if (altered) paintFlat();
+    };
+    paintPlain(true);
+    auto done = use(window.surface(flatOne ? controlId("picGrid") : controlId("picKnot")));
+    paintPlain(false);
+    return done;
+  }
 
   // --- the 3-D model ---
   /// Builds the model of the drawn knot; false when there is none, which the user has been told.
@@ -86,6 +105,13 @@ class Workbench {
   /// The view was turned with the mouse or the keys: its angles are the document's from now on.
   void viewTurned();
 
+  // --- variations ---
+  /// Shows them in the place of the picture. `step` as VariationView takes it. Nothing but a sentence when
+  /// there are none.
+  void showVariations(std::vector<Variation> sheet, const std::string& step);
+  /// The picture that was there before comes back.
+  void leaveVariations();
+
   // --- pictures and states ---
   void bringToFront(Picture picture);
   /// Draws the picture in front in a style that is not chosen yet; -1: as the document says.
@@ -101,6 +127,8 @@ class Workbench {
   std::function<void(Param)> fieldConfirmed;
 
   void status(const std::string& text) { window.setStatus(status_ = text); }
+  /// Shown while the pointer is somewhere; an empty one brings the status back.
+  void hint(const std::string& text) { window.setStatus(text.empty() ? status_ : text); }
   const std::string& statusText() const { return status_; }
   /// Adds to what the status line says already.
   void statusToo(const std::string& text) { status(status_.empty() ? text : status_ + "; " + text); }
@@ -120,8 +148,12 @@ class Workbench {
   FlatView flat;
   SolidView solid;
   ShapeSheet sheet;
+  GridHand hand;
+  GridSymmetry symmetry;
+  VariationView variations;
   Rnd random;
   bool drawAtOnce = true;
+  OutputOptions saveOptions;  // of files that are saved from the window
   std::vector<std::string> recentFiles;
 
  private:
@@ -135,7 +167,9 @@ class Workbench {
   KnotStages stages_;
   KnotStages previewStages_;
   Picture picture_ = Picture::flat;
+  Picture beforeVariations_ = Picture::flat;
   bool drawn_ = false;               // the flat picture holds a knot
+  int markedStrands_ = 0;            // the strands that one may be marked of, see KnotStages::strands()
   bool modelFieldsTouched_ = false;  // since the grid was shown without a knot
   bool previewing_ = false;
   std::string status_, statusBeforePreview_;

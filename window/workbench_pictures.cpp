@@ -52,6 +52,7 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
   const bool animated = asked && document().fields.check(Check::Animate);
   const Caption caption(window, controlId("cmd2D"), animated ? kStopCaption : kWaitCaption);
   if (!trace(asked)) return false;
+  if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) flat.setMarkedStrand(0);
   if (animated) {
     if (!play()) return false;
   } else {
@@ -113,6 +114,8 @@ void Workbench::paintFlat() {
   if (!painted) tell(painted.error());
 }
 
+void Workbench::showMarks() { flat.setMarks(knot(), {symmetry.imagesOf(hand.hovered), hand.walk.line()}); }
+
 bool Workbench::buildModel(bool asked) {
   const Deeds::Working working(deeds);
   const std::int64_t polygons = polygonBudget(knot().strands, tubeSettings(document().fields));
@@ -140,12 +143,13 @@ bool Workbench::buildModel(bool asked) {
 }
 
 void Workbench::paintSolid() {
-  const Hourglass hourglass(window, solid.model().QuadCount);
+  const Hourglass hourglass(window, solid.shownPolygons());
   solid.paint(document());
 }
 
 void Workbench::preview(int style) {
-  if (deeds.working() || picture_ == Picture::sheet || !document().lines) return;
+  if (deeds.working() || picture_ == Picture::sheet || picture_ == Picture::variations || !document().lines)
+    return;
   if (style < 0) {
     if (!std::exchange(previewing_, false)) return;
     solidShown() ? paintSolid() : paintFlat();

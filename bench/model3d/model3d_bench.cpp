@@ -4,7 +4,7 @@
 
 #include "base/numbers.h"
 #include "copy_ratio.h"
-#include "model3d/renderer.h"
+#include "model3d/model_picture.h"
 #include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 
@@ -56,28 +56,58 @@ void buildModel(benchmark::State& state) {
 }
 BENCHMARK(buildModel)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
-/// Arguments: the case, and the picture's width in pixels. Every picture is turned by a key press.
+/// Arguments: the case, the picture's width in pixels, and whether it is smooth. Every picture is turned by a
+/// key press.
 void turnAndShow(benchmark::State& state) {
   const Case wanted = caseOf(state.range(0));
   const auto width = static_cast<int>(state.range(1)), height = width * 4 / 5;
   TubeModel model;
   if (!buildTube(wanted.strands, wanted.settings, colours(), model)) state.SkipWithError("refused");
   std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-  Renderer renderer;
+  ModelPicture renderer;
+  PictureLook look;
+  look.smooth = state.range(2) != 0;
   ViewState view;
   const CopyRatio ratio(state);
   for (auto _ : state) {
     turnByKey(view, 37);
-    renderer.render(model, {}, view, 0xFFFFFF, false, {pixels.data(), width, height, width});
+    renderer.render(model, {}, view, {}, look, {pixels.data(), width, height, width});
   }
   state.counters["quads"] = model.QuadCount;
 }
 BENCHMARK(turnAndShow)
-    ->Args({0, 500})
-    ->Args({0, 1000})
-    ->Args({0, 2000})
-    ->Args({1, 500})
-    ->Args({1, 1000})
+    ->ArgsProduct({{0, 1}, {500, 1000}, {0, 1}})
+    ->Args({0, 2000, 0})
+    ->Args({0, 2000, 1})
+    ->Unit(benchmark::kMillisecond);
+
+/// A frame while a model is dragged. Arguments: its quads, the picture's width, and whether it is smooth.
+void drag(benchmark::State& state) {
+  TubeSettings settings;
+  settings.polySides = state.range(0) > 100'000 ? 40 : 8;
+  settings.polyPoints = state.range(0) > 100'000 ? 15 : 5;
+  settings.polyRadius = 2;
+  const auto points = static_cast<int>(state.range(0) / (settings.polySides * settings.polyPoints));
+  const StrandStore strands = woven(points, 19, 20);
+  TubeModel model;
+  const auto shown = coarserSettings(settings, state.range(0), kQuickModel);
+  if (!buildTube(strands, shown, colours(), model)) state.SkipWithError("refused");
+  const auto width = static_cast<int>(state.range(1)), height = width * 4 / 5;
+  std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
+  ModelPicture renderer;
+  PictureLook look;
+  look.smooth = state.range(2) != 0;
+  look.draft = true;
+  ViewState view;
+  const CopyRatio ratio(state);
+  for (auto _ : state) {
+    turnByKey(view, 37);
+    renderer.render(model, {}, view, {}, look, {pixels.data(), width, height, width});
+  }
+  state.counters["shown"] = model.QuadCount;
+}
+BENCHMARK(drag)
+    ->ArgsProduct({{1'000, 100'000, 960'000}, {500, 1000, 2000}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -71,6 +71,7 @@ class NonePlatform final : public Platform {
   RecordingHelp& help() override { return help_; }
   std::string programFolder() const override { return folder; }
   std::string userFolder() override { return userFolder_; }
+  std::string documentsFolder() override { return documents; }
   /// Makes no file; this object alone knows of it.
   std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override { return false; }
@@ -81,7 +82,7 @@ class NonePlatform final : public Platform {
   NoneWindow* window() { return window_; }
 
   DialogQueue dialogs;
-  std::string folder = "/program", userFolder_;
+  std::string folder = "/program", documents, userFolder_;
   Status windowStatus;
   WindowPlace screen{0, 0, 1920, 1080};
 

@@ -213,6 +213,12 @@ std::optional<Colour> NoneWindow::chooseColour(Colour initial) {
   return dialogs_.take(std::move(asked)).colour;
 }
 
+std::optional<std::vector<OptionLine>> NoneWindow::chooseOptions(const OptionDialogSpec& dialog) {
+  AskedDialog asked{DialogKind::options, dialog.hint, dialog.title, {}, MessageIcon::none, {}, 0};
+  asked.lines = dialog.lines;
+  return dialogs_.take(std::move(asked)).lines;
+}
+
 std::string NoneWindow::inputBox(const std::string& prompt, const std::string& title,
                                  const std::string& initial) {
   AskedDialog asked{DialogKind::input, prompt, title, initial, MessageIcon::none, {}, 0};
@@ -241,7 +247,10 @@ void NoneWindow::userTypes(ControlId control, const std::string& text) {
 }
 
 void NoneWindow::userPressesEnter() {
-  if (focus_ >= 0 && spec(focus_).kind == ControlKind::number) call(events_.confirmed, focus_);
+  if (focus_ >= 0 && spec(focus_).kind == ControlKind::number)
+    call(events_.confirmed, focus_);
+  else
+    userPresses({Key::enter});
 }
 
 void NoneWindow::userSteps(ControlId control, int by) {

@@ -14,7 +14,7 @@
 
 namespace lorivan {
 
-enum class DialogKind { message, confirm, save, file, colour, input };
+enum class DialogKind { message, confirm, save, file, colour, input, options };
 
 /// A dialog that was shown.
 struct AskedDialog {
@@ -23,6 +23,7 @@ struct AskedDialog {
   MessageIcon icon = MessageIcon::none;
   FileDialogSpec file;
   Colour colour = 0;
+  std::vector<OptionLine> lines = {};
 };
 
 /// Answers waiting for the dialogs to come, in order, and what was asked so far. A dialog that finds no
@@ -36,6 +37,10 @@ class DialogQueue {
   void answerFile(std::string path) { answers_.push_back({DialogKind::file, std::move(path), {}, false}); }
   void answerColour(std::optional<Colour> c) { answers_.push_back({DialogKind::colour, {}, c, false}); }
   void answerInput(std::string text) { answers_.push_back({DialogKind::input, std::move(text), {}, false}); }
+  /// What is typed into the entries and what the boxes become, in order; nothing: cancelled.
+  void answerOptions(std::optional<std::vector<OptionLine>> lines) {
+    answers_.push_back({DialogKind::options, {}, {}, false, SaveAnswer::cancel, std::move(lines)});
+  }
 
   /// Dialogs shown since the queue was made or forget() was called.
   const std::vector<AskedDialog>& asked() const { return asked_; }
@@ -50,6 +55,7 @@ class DialogQueue {
     std::optional<Colour> colour;
     bool ok = false;
     SaveAnswer save = SaveAnswer::cancel;
+    std::optional<std::vector<OptionLine>> lines = {};
   };
   Answer take(AskedDialog asked);
 
@@ -89,6 +95,7 @@ class NoneWindow final : public Window {
   int selected(ControlId list) const override { return at(list).selected; }
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
+  ControlId focused() const override { return focus_; }
   void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return at(control).enabled; }
   void setVisible(ControlId control, bool on) override;
@@ -110,6 +117,7 @@ class NoneWindow final : public Window {
   SaveAnswer askToSave(const std::string& text, const std::string& title) override;
   std::string chooseFile(const FileDialogSpec& dialog) override;
   std::optional<Colour> chooseColour(Colour initial) override;
+  std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override;
 
@@ -124,8 +132,6 @@ class NoneWindow final : public Window {
   Colour background(ControlId control) const { return at(control).background; }
   Colour textColour(ControlId control) const { return at(control).textColour; }
   PointerShape pointer(ControlId picture) const { return at(picture).pointer; }
-  /// The control with the focus; -1 when the window itself has it.
-  ControlId focused() const { return focus_; }
   const std::string& commandText(CommandId command) const { return command_(command).text; }
   bool commandVisible(CommandId command) const { return command_(command).visible; }
   const std::vector<std::string>& items(ControlId list) const { return at(list).items; }

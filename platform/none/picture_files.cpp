@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/checksum.h"
 #include "platform/platform.h"
 
 namespace lorivan {
@@ -14,24 +15,6 @@ void appendBig(std::string& out, std::uint32_t value) {
 
 void appendLittle(std::string& out, std::uint32_t value, int bytes) {
   for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> (8 * i) & 0xFF);
-}
-
-std::uint32_t crc32(std::string_view bytes) {
-  std::uint32_t crc = 0xFFFFFFFF;
-  for (const char c : bytes) {
-    crc ^= static_cast<unsigned char>(c);
-    for (int bit = 0; bit < 8; ++bit) crc = (crc >> 1) ^ (0xEDB88320 & (0 - (crc & 1)));
-  }
-  return ~crc;
-}
-
-std::uint32_t adler32(std::string_view bytes) {
-  std::uint32_t a = 1, b = 0;
-  for (const char c : bytes) {
-    a = (a + static_cast<unsigned char>(c)) % 65521;
-    b = (b + a) % 65521;
-  }
-  return b << 16 | a;
 }
 
 void appendChunk(std::string& out, std::string_view type, std::string_view data) {

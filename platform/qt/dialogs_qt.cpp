@@ -1,11 +1,16 @@
 #include "platform/qt/dialogs_qt.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFormLayout>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -84,18 +89,42 @@ SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string
   return box.clickedButton() == discard ? SaveAnswer::discard : SaveAnswer::cancel;
 }
 
+namespace {
+
+/// All filters of the dialog as it shows them, the first one in front.
+QStringList filtersOf(const FileDialogSpec& spec) {
+  QStringList filters = {toQString(filterText(spec.filterLabel, spec.extensions))};
+  for (const FileFilter& filter : spec.more)
+    filters << toQString(filterText(filter.label, filter.extensions));
+  return filters;
+}
+
+/// Names without an extension get that of the filter in use.
+void followFilter(QFileDialog& dialog, const FileDialogSpec& spec) {
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog, &spec](const QString& chosen) {
+    const auto place = filtersOf(spec).indexOf(chosen);
+    if (place < 0) return;
+    const std::string extensions =
+        place == 0 ? spec.defaultExtension : spec.more[static_cast<std::size_t>(place - 1)].extensions;
+    dialog.setDefaultSuffix(toQString(extensions.substr(0, extensions.find(' '))));
+  });
+}
+
+}  // namespace
+
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
   const NormalPointer pointer;
   const InitialName initial = splitInitialName(spec.initialName);
   QString folder = toQString(initial.folder);
   if (!QDir(folder).exists()) folder = QDir::homePath();
-  QFileDialog dialog(parent, titleOf(spec.title), folder,
-                     toQString(filterText(spec.filterLabel, spec.extensions)));
+  QFileDialog dialog(parent, titleOf(spec.title), folder);
+  dialog.setNameFilters(filtersOf(spec));
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setOption(QFileDialog::DontConfirmOverwrite, !spec.overwritePrompt);
   dialog.setAcceptMode(spec.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(spec.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setDefaultSuffix(toQString(spec.defaultExtension));
+  followFilter(dialog, spec);
   if (!initial.name.empty()) dialog.selectFile(toQString(initial.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return toUtf8(dialog.selectedFiles().constFirst());
@@ -108,6 +137,39 @@ std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
   dialog.setOption(QColorDialog::DontUseNativeDialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return toColour(dialog.selectedColor());
+}
+
+std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const OptionDialogSpec& spec) {
+  const NormalPointer pointer;
+  QDialog dialog(parent);
+  dialog.setWindowTitle(titleOf(spec.title));
+  QFormLayout form(&dialog);
+  if (!spec.hint.empty()) form.addRow(new QLabel(toQString(spec.hint), &dialog));
+  std::vector<QWidget*> entries;
+  for (const OptionLine& line : spec.lines) {
+    if (line.isBox) {
+      auto* const box = new QCheckBox(toQString(line.label), &dialog);
+      box->setChecked(line.on);
+      form.addRow(box);
+      entries.push_back(box);
+    } else {
+      auto* const entry = new QLineEdit(toQString(line.text), &dialog);
+      form.addRow(toQString(line.label), entry);
+      entries.push_back(entry);
+    }
+  }
+  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  form.addRow(buttons);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  std::vector<OptionLine> lines = spec.lines;
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (lines[i].isBox)
+      lines[i].on = static_cast<QCheckBox*>(entries[i])->isChecked();
+    else
+      lines[i].text = toUtf8(static_cast<QLineEdit*>(entries[i])->text());
+  return lines;
 }
 
 std::string inputBox(QWidget* parent, const std::string& prompt, const std::string& title,

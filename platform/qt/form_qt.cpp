@@ -33,8 +33,18 @@ Key toKey(int key) {
       return Key::up;
     case Qt::Key_Down:
       return Key::down;
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:  // the same key without Shift, where it is on most keyboards
+      return Key::plus;
+    case Qt::Key_Minus:
+      return Key::minus;
+    case Qt::Key_Space:
+      return Key::space;
     case Qt::Key_Escape:
       return Key::escape;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return Key::enter;
     default:
       return Key::other;
   }
@@ -247,6 +257,12 @@ void FormQt::setFocusTo(ControlId control) {
   if (w->isEnabled() && w->isVisibleTo(this)) w->setFocus(Qt::OtherFocusReason);
 }
 
+ControlId FormQt::focused() const {
+  const auto at = std::ranges::find(widgets_, focusWidget());
+  return focusWidget() == nullptr || at == widgets_.end() ? -1
+                                                          : static_cast<ControlId>(at - widgets_.begin());
+}
+
 void FormQt::passFocusOn(ControlId control) {
   if (focusWidget() != widget(control)) return;
   const auto usable = [this, control](ControlId id) {
@@ -335,10 +351,12 @@ void FormQt::changeEvent(QEvent* event) {
     if (controls_[i].kind == ControlKind::text && !coloured_.contains(widgets_[i])) flatten(*widgets_[i]);
 }
 
-/// Left and right move the cursor of an entry, up and down step it.
+/// Left and right move the cursor of an entry, up and down step it, signs are typed.
 bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
   const auto* const edit = dynamic_cast<NumberEdit*>(watched);
-  return edit && (key.key() == Qt::Key_Left || key.key() == Qt::Key_Right || edit->stepOf(key) != 0);
+  const Key which = toKey(key.key());
+  const bool typed = which == Key::plus || which == Key::minus || which == Key::space || which == Key::enter;
+  return edit && (typed || which == Key::left || which == Key::right || edit->stepOf(key) != 0);
 }
 
 bool FormQt::eventFilter(QObject* watched, QEvent* event) {
@@ -356,7 +374,8 @@ bool FormQt::eventFilter(QObject* watched, QEvent* event) {
   return events_.key({.key = key,
                       .shift = press.modifiers().testFlag(Qt::ShiftModifier),
                       .ctrl = press.modifiers().testFlag(Qt::ControlModifier),
-                      .alt = press.modifiers().testFlag(Qt::AltModifier)});
+                      .alt = press.modifiers().testFlag(Qt::AltModifier),
+                      .onPicture = watched == this || dynamic_cast<PictureView*>(watched) != nullptr});
 }
 
 }  // namespace lorivan

@@ -45,6 +45,8 @@ class FormQt final : public QWidget {
   /// it.
   void confirmPending();
   void setFocusTo(ControlId control);
+  /// -1: none.
+  ControlId focused() const;
   /// Before a control is disabled or hidden: leaves its focus to the picture, or to the form itself.
   void passFocusOn(ControlId control);
   /// Has pictures painted that were drawn on.

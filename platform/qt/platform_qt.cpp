@@ -81,6 +81,8 @@ std::string PlatformQt::programFolder() const { return folderOfProgram(); }
 
 std::string PlatformQt::userFolder() { return makeUserFolder(); }
 
+std::string PlatformQt::documentsFolder() { return lorivan::documentsFolder(); }
+
 std::unique_ptr<FileClaim> PlatformQt::claim(const std::string& path) { return claimFile(path); }
 
 bool PlatformQt::errorsGoToTerminal() const { return isatty(STDERR_FILENO) == 1; }

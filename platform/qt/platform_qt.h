@@ -27,6 +27,7 @@ class PlatformQt final : public Platform {
   Help& help() override { return *help_; }
   std::string programFolder() const override;
   std::string userFolder() override;
+  std::string documentsFolder() override;
   std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;

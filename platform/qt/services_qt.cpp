@@ -79,6 +79,11 @@ std::string makeUserFolder() {
   return QDir().mkpath(folder) ? toUtf8(folder) : std::string();
 }
 
+std::string documentsFolder() {
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QDir(folder).exists() ? toUtf8(folder) : std::string();
+}
+
 std::unique_ptr<FileClaim> claimFile(const std::string& path) {
   auto claim = std::make_unique<LockFileClaim>(path);
   if (!claim->take()) return nullptr;

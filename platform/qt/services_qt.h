@@ -33,6 +33,9 @@ class HelpQt final : public Help {
 
 /// $XDG_DATA_HOME/Lorivan, by default below ~/.local/share; empty when it cannot be made.
 std::string makeUserFolder();
+
+/// The folder of the user's documents; empty when there is none.
+std::string documentsFolder();
 /// Null while somebody holds it.
 std::unique_ptr<FileClaim> claimFile(const std::string& path);
 

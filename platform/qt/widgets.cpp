@@ -24,7 +24,16 @@ QColor mixed(const QColor& a, const QColor& b, double share) {
 }
 
 int buttonNumber(Qt::MouseButton button) {
-  return button == Qt::LeftButton ? 1 : button == Qt::RightButton ? 2 : 0;
+  switch (button) {
+    case Qt::LeftButton:
+      return 1;
+    case Qt::RightButton:
+      return 2;
+    case Qt::MiddleButton:
+      return 3;
+    default:
+      return 0;
+  }
 }
 
 }  // namespace
@@ -209,7 +218,8 @@ void PictureView::paintEvent(QPaintEvent*) {
   painter.drawImage(0, 0, opaque);
 }
 
-void PictureView::report(MouseAction action, int button, const QPointF& at, Qt::KeyboardModifiers modifiers) {
+void PictureView::report(MouseAction action, int button, const QPointF& at, Qt::KeyboardModifiers modifiers,
+                         int steps) {
   last_ = at;
   if (!mouse) return;
   const double ratio = devicePixelRatioF();
@@ -219,7 +229,8 @@ void PictureView::report(MouseAction action, int button, const QPointF& at, Qt::
          .y = static_cast<int>(std::floor(at.y() * ratio)),
          .shift = modifiers.testFlag(Qt::ShiftModifier),
          .ctrl = modifiers.testFlag(Qt::ControlModifier),
-         .alt = modifiers.testFlag(Qt::AltModifier)});
+         .alt = modifiers.testFlag(Qt::AltModifier),
+         .steps = steps});
 }
 
 void PictureView::endPress() {
@@ -234,6 +245,21 @@ void PictureView::mousePressEvent(QMouseEvent* event) {
   if (pressed_ != Qt::NoButton || buttonNumber(event->button()) == 0) return;
   pressed_ = event->button();
   report(MouseAction::press, buttonNumber(pressed_), event->position(), event->modifiers());
+}
+
+void PictureView::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+  if (pressed_ == event->button())
+    report(MouseAction::doubleClick, buttonNumber(pressed_), event->position(), event->modifiers());
+}
+
+void PictureView::wheelEvent(QWheelEvent* event) {
+  turned_ += event->angleDelta().y();
+  const int notches = turned_ / kNotch;
+  turned_ -= notches * kNotch;
+  event->accept();
+  if (notches != 0)
+    report(MouseAction::wheel, buttonNumber(pressed_), event->position(), event->modifiers(), notches);
 }
 
 void PictureView::mouseMoveEvent(QMouseEvent* event) {

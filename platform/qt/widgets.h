@@ -93,17 +93,20 @@ class PictureView final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void leaveEvent(QEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
  private:
-  void report(MouseAction action, int button, const QPointF& at, Qt::KeyboardModifiers modifiers);
+  void report(MouseAction action, int button, const QPointF& at, Qt::KeyboardModifiers modifiers,
+              int steps = 0);
   void endPress();
 
   std::unique_ptr<RasterSurface> surface_;
   QPointF last_;
   Qt::MouseButton pressed_ = Qt::NoButton;
+  int turned_ = 0;  // of the wheel, less than a notch, in eighths of a degree
 };
 
 }  // namespace lorivan

@@ -127,6 +127,7 @@ class WindowQt final : public Window {
   int selected(ControlId list) const override;
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
+  ControlId focused() const override;
   void setEnabled(ControlId control, bool on) override;
   bool enabled(ControlId control) const override { return form_->widget(control)->isEnabledTo(form_); }
   void setVisible(ControlId control, bool on) override;
@@ -160,6 +161,9 @@ class WindowQt final : public Window {
   }
   std::optional<Colour> chooseColour(Colour initial) override {
     return dialogs::chooseColour(&frame_, initial);
+  }
+  std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override {
+    return dialogs::chooseOptions(&frame_, dialog);
   }
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override {
@@ -365,6 +369,8 @@ void WindowQt::focus(ControlId control) {
   form_->setFocusTo(control);
   --quiet_;
 }
+
+ControlId WindowQt::focused() const { return form_->focused(); }
 
 void WindowQt::setEnabled(ControlId control, bool on) {
   ++quiet_;

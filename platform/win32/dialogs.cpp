@@ -14,12 +14,17 @@ constexpr std::size_t kLongestPath = 32768;  // UTF-16 units, with the final zer
 /// A box without a title carries the program's name.
 std::wstring titleText(const std::string& title) { return title.empty() ? L"Lorivan" : widen(title); }
 
-/// Label and patterns, each with a zero behind it, and a zero at the end.
+/// Labels and patterns, each with a zero behind it, and a zero at the end.
 std::wstring filterFor(const FileDialogSpec& dialog) {
-  std::wstring filter = widen(dialog.filterLabel);
-  filter += L'\0';
-  filter += widen(filePatterns(dialog.extensions, ";"));
-  filter += L'\0';
+  std::wstring filter;
+  const auto add = [&](const std::string& label, const std::string& extensions) {
+    for (const std::string& text : {label, filePatterns(extensions, ";")}) {
+      filter += widen(text);
+      filter += L'\0';
+    }
+  };
+  add(dialog.filterLabel, dialog.extensions);
+  for (const FileFilter& more : dialog.more) add(more.label, more.extensions);
   return filter;
 }
 
@@ -104,14 +109,16 @@ void startTextQuestion(HWND dialog, TextQuestion* question) {
   SendDlgItemMessageW(dialog, kEntry, EM_SETSEL, 0, -1);
 }
 
+std::string enteredText(HWND dialog, int identifier) {
+  const HWND entry = GetDlgItem(dialog, identifier);
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(entry)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(entry, text.data(), static_cast<int>(text.size()))));
+  return narrow(text);
+}
+
 void endTextQuestion(HWND dialog, int button) {
   auto* question = reinterpret_cast<TextQuestion*>(GetWindowLongPtrW(dialog, DWLP_USER));
-  if (question != nullptr && button == IDOK) {
-    const HWND entry = GetDlgItem(dialog, kEntry);
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(entry)) + 1, L'\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextW(entry, text.data(), static_cast<int>(text.size()))));
-    question->answer = narrow(text);
-  }
+  if (question != nullptr && button == IDOK) question->answer = enteredText(dialog, kEntry);
   EndDialog(dialog, button);
 }
 
@@ -122,6 +129,42 @@ INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, L
   }
   if (message != WM_COMMAND || (LOWORD(wide) != IDOK && LOWORD(wide) != IDCANCEL)) return FALSE;
   endTextQuestion(dialog, LOWORD(wide));
+  return TRUE;
+}
+
+void startOptions(HWND dialog, std::vector<OptionLine>* lines) {
+  SetWindowLongPtrW(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(lines));
+  for (std::size_t i = 0; i < lines->size(); ++i) {
+    const OptionLine& line = (*lines)[i];
+    const int identifier = kEntry + static_cast<int>(i);
+    if (line.isBox)
+      CheckDlgButton(dialog, identifier, line.on ? BST_CHECKED : BST_UNCHECKED);
+    else
+      SetDlgItemTextW(dialog, identifier, widen(line.text).c_str());
+  }
+}
+
+void takeOptions(HWND dialog) {
+  auto* lines = reinterpret_cast<std::vector<OptionLine>*>(GetWindowLongPtrW(dialog, DWLP_USER));
+  if (lines == nullptr) return;
+  for (std::size_t i = 0; i < lines->size(); ++i) {
+    OptionLine& line = (*lines)[i];
+    const int identifier = kEntry + static_cast<int>(i);
+    if (line.isBox)
+      line.on = IsDlgButtonChecked(dialog, identifier) == BST_CHECKED;
+    else
+      line.text = enteredText(dialog, identifier);
+  }
+}
+
+INT_PTR CALLBACK optionsProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
+  if (message == WM_INITDIALOG) {
+    startOptions(dialog, reinterpret_cast<std::vector<OptionLine>*>(argument));
+    return TRUE;
+  }
+  if (message != WM_COMMAND || (LOWORD(wide) != IDOK && LOWORD(wide) != IDCANCEL)) return FALSE;
+  if (LOWORD(wide) == IDOK) takeOptions(dialog);
+  EndDialog(dialog, LOWORD(wide));
   return TRUE;
 }
 
@@ -183,6 +226,39 @@ std::string askFile(HWND owner, const FileDialogSpec& dialog) {
   question.Flags = flagsFor(dialog);
   const BOOL chosen = dialog.save ? GetSaveFileNameW(&question) : GetOpenFileNameW(&question);
   return chosen ? narrow(path.c_str()) : std::string();
+}
+
+std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialogSpec& spec) {
+  constexpr short kWidth = 220, kLineHeight = 17, kFirst = 32, kMargin = 7;
+  const auto count = static_cast<short>(spec.lines.size());
+  const auto end = static_cast<short>(kFirst + count * kLineHeight);
+  WORD items = 3;
+  for (const OptionLine& line : spec.lines) items = static_cast<WORD>(items + (line.isBox ? 1 : 2));
+  DialogTemplate form(titleText(spec.title), kWidth, static_cast<short>(end + 25), items);
+  form.item(kStaticClass, 90, SS_LEFT, {kMargin, kMargin, kWidth - kMargin, kFirst - 3}, widen(spec.hint));
+  for (short i = 0; i < count; ++i) {
+    const OptionLine& line = spec.lines[static_cast<std::size_t>(i)];
+    const auto top = static_cast<short>(kFirst + i * kLineHeight);
+    const auto identifier = static_cast<WORD>(kEntry + i);
+    if (line.isBox) {
+      form.item(kButtonClass, identifier, BS_AUTOCHECKBOX | WS_TABSTOP,
+                {kMargin, top, kWidth - kMargin, static_cast<short>(top + 12)}, widen(line.label));
+      continue;
+    }
+    form.item(kStaticClass, static_cast<WORD>(50 + i), SS_LEFT,
+              {kMargin, static_cast<short>(top + 2), 145, static_cast<short>(top + 12)}, widen(line.label));
+    form.item(kEditClass, identifier, WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL,
+              {150, top, kWidth - kMargin, static_cast<short>(top + 13)}, L"");
+  }
+  const auto top = static_cast<short>(end + 4), bottom = static_cast<short>(end + 18);
+  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {109, top, 159, bottom}, L"OK");
+  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {163, top, kWidth - kMargin, bottom},
+            L"Cancel");
+  std::vector<OptionLine> lines = spec.lines;
+  const INT_PTR button = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner,
+                                                 optionsProcedure, reinterpret_cast<LPARAM>(&lines));
+  if (button != IDOK) return std::nullopt;
+  return lines;
 }
 
 std::string askText(HWND owner, const std::string& prompt, const std::string& title,

@@ -14,6 +14,7 @@ void showMessage(HWND owner, const std::string& text, const std::string& title, 
 bool askConfirmation(HWND owner, const std::string& text, const std::string& title);
 SaveAnswer askWhetherToSave(HWND owner, const std::string& text, const std::string& title);
 std::string askFile(HWND owner, const FileDialogSpec& dialog);
+std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialogSpec& spec);
 std::string askText(HWND owner, const std::string& prompt, const std::string& title,
                     const std::string& initial);
 

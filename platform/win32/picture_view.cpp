@@ -39,6 +39,7 @@ void PictureView::refresh() {
 Result<std::unique_ptr<PictureView>> PictureView::create(HWND parent, int id, MouseHandler onMouse) {
   WNDCLASSEXW kind{};
   kind.cbSize = sizeof kind;
+  kind.style = CS_DBLCLKS;
   kind.lpfnWndProc = procedure;
   kind.hInstance = GetModuleHandleW(nullptr);
   kind.lpszClassName = kClass;
@@ -101,17 +102,27 @@ LRESULT PictureView::handle(UINT message, WPARAM wide, LPARAM argument) {
       return DLGC_WANTARROWS;
     case WM_LBUTTONDOWN:
     case WM_LBUTTONDBLCLK:
-      press(1, argument);
+      press(1, argument, message == WM_LBUTTONDBLCLK);
       return 0;
     case WM_RBUTTONDOWN:
     case WM_RBUTTONDBLCLK:
-      press(2, argument);
+      press(2, argument, message == WM_RBUTTONDBLCLK);
+      return 0;
+    case WM_MBUTTONDOWN:
+    case WM_MBUTTONDBLCLK:
+      press(3, argument, message == WM_MBUTTONDBLCLK);
       return 0;
     case WM_LBUTTONUP:
       release(1, argument);
       return 0;
     case WM_RBUTTONUP:
       release(2, argument);
+      return 0;
+    case WM_MBUTTONUP:
+      release(3, argument);
+      return 0;
+    case WM_MOUSEWHEEL:
+      turnWheel(static_cast<short>(HIWORD(wide)), argument);
       return 0;
     case WM_MOUSEMOVE:
       move(argument);
@@ -148,18 +159,31 @@ void PictureView::rememberPlace(LPARAM where) {
   y_ = static_cast<short>(HIWORD(where));
 }
 
-void PictureView::tell(MouseAction action, int button) {
+void PictureView::tell(MouseAction action, int button, int steps) {
   const auto held = [](int key) { return GetKeyState(key) < 0; };
-  if (onMouse_) onMouse_({action, button, x_, y_, held(VK_SHIFT), held(VK_CONTROL), held(VK_MENU)});
+  if (onMouse_) onMouse_({action, button, x_, y_, held(VK_SHIFT), held(VK_CONTROL), held(VK_MENU), steps});
 }
 
-void PictureView::press(int button, LPARAM where) {
+void PictureView::press(int button, LPARAM where, bool second) {
   if (pressed_ != 0) return;  // a second button does not count before the first is up
   rememberPlace(where);
   pressed_ = button;
   SetFocus(handle_);
   SetCapture(handle_);
   tell(MouseAction::press, button);
+  if (second && pressed_ == button) tell(MouseAction::doubleClick, button);
+}
+
+/// `where` is a place on the screen.
+void PictureView::turnWheel(int turn, LPARAM where) {
+  turned_ += turn;
+  const int notches = turned_ / WHEEL_DELTA;
+  turned_ -= notches * WHEEL_DELTA;
+  POINT at = {static_cast<short>(LOWORD(where)), static_cast<short>(HIWORD(where))};
+  ScreenToClient(handle_, &at);
+  x_ = at.x;
+  y_ = at.y;
+  if (notches != 0) tell(MouseAction::wheel, pressed_, notches);
 }
 
 void PictureView::move(LPARAM where) {

@@ -33,13 +33,14 @@ class PictureView {
   LRESULT handle(UINT message, WPARAM wide, LPARAM argument);
   void refresh();
   void paint();
-  void press(int button, LPARAM where);
+  void press(int button, LPARAM where, bool second);
+  void turnWheel(int turn, LPARAM where);
   void move(LPARAM where);
   void release(int button, LPARAM where);
   void captureLost();
   void releaseLost();
   void leave();
-  void tell(MouseAction action, int button);
+  void tell(MouseAction action, int button, int steps = 0);
   void rememberPlace(LPARAM where);
 
   HWND handle_ = nullptr;
@@ -48,6 +49,7 @@ class PictureView {
   PointerShape pointer_ = PointerShape::arrow;
   int pressed_ = 0;  // the button whose release is awaited
   int x_ = 0, y_ = 0;
+  int turned_ = 0;       // of the wheel, less than a notch
   bool inside_ = false;  // the pointer's leaving is being watched
   DWORD shownAt_ = 0;    // when refresh() last painted, milliseconds
 };

@@ -23,6 +23,7 @@ class PlatformWin32 final : public Platform {
   Help& help() override { return help_; }
   std::string programFolder() const override { return folder_; }
   std::string userFolder() override { return makeUserFolder(application_); }
+  std::string documentsFolder() override { return win32::documentsFolder(); }
   std::unique_ptr<FileClaim> claim(const std::string& path) override { return claimFile(path); }
   bool errorsGoToTerminal() const override;
   Status canOpenWindow() const override;

@@ -180,6 +180,12 @@ std::string makeUserFolder(std::string_view application) {
   return isThere ? narrow(folder) : std::string();
 }
 
+std::string documentsFolder() {
+  std::array<wchar_t, MAX_PATH> path{};
+  if (FAILED(SHGetFolderPathW(nullptr, CSIDL_PERSONAL, nullptr, SHGFP_TYPE_CURRENT, path.data()))) return {};
+  return narrow(path.data());
+}
+
 std::unique_ptr<FileClaim> claimFile(const std::string& path) {
   // The system closes and deletes it when the process ends.
   OwnedFile file(CreateFileW(widen(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,

@@ -113,6 +113,10 @@ std::optional<Colour> WindowWin32::chooseColour(Colour initial) {
   return colourDialog_.ask(window_, initial);
 }
 
+std::optional<std::vector<OptionLine>> WindowWin32::chooseOptions(const OptionDialogSpec& dialog) {
+  return askOptions(window_, dialog);
+}
+
 std::string WindowWin32::inputBox(const std::string& prompt, const std::string& title,
                                   const std::string& initial) {
   return askText(window_, prompt, title, initial);

@@ -21,6 +21,16 @@ Key toKey(WPARAM key) {
       return Key::down;
     case VK_ESCAPE:
       return Key::escape;
+    case VK_RETURN:
+      return Key::enter;
+    case VK_ADD:
+    case VK_OEM_PLUS:
+      return Key::plus;
+    case VK_SUBTRACT:
+    case VK_OEM_MINUS:
+      return Key::minus;
+    case VK_SPACE:
+      return Key::space;
     default:
       return Key::other;
   }
@@ -98,8 +108,10 @@ bool WindowWin32::takeKey(const MSG& message) {
     tell(events_.stepped, control, by);
     return true;
   }
-  const bool entryNeedsIt = isEntry && (message.wParam == VK_LEFT || message.wParam == VK_RIGHT);
-  if (!entryNeedsIt && tellKey(message.wParam)) return true;
+  const Key key = toKey(message.wParam);
+  const bool entryNeedsIt = isEntry && (key == Key::left || key == Key::right || key == Key::plus ||
+                                        key == Key::minus || key == Key::space);
+  if (!entryNeedsIt && tellKey(message.wParam, kind == ControlKind::picture)) return true;
   if (kind == ControlKind::number && message.wParam == VK_ESCAPE) {
     tell(events_.escaped, control);
     return true;
@@ -110,7 +122,8 @@ bool WindowWin32::takeKey(const MSG& message) {
 }
 
 /// The system sends the wheel to the control with the focus or to the one under the pointer, as the user has
-/// set it. It steps an entry that is both, and never changes a closed list.
+/// set it. It steps an entry that is both, goes to a picture under the pointer, and never changes a closed
+/// list.
 bool WindowWin32::takeWheel(const MSG& message) {
   const HWND focus = GetFocus();
   const ControlId control = form_.find(focus), receiver = form_.find(message.hwnd);
@@ -124,12 +137,21 @@ bool WindowWin32::takeWheel(const MSG& message) {
     if (notches != 0) tell(events_.stepped, control, notches);
     return true;
   }
-  return receiver >= 0 && form_.kind(receiver) == ControlKind::list && !isOpenList(message.hwnd);
+  const HWND under = WindowFromPoint(at);
+  const ControlId seen = under != nullptr && IsChild(window_, under) ? form_.find(under) : -1;
+  if (seen >= 0 && form_.kind(seen) == ControlKind::picture) {
+    SendMessageW(under, message.message, message.wParam, message.lParam);
+    return true;
+  }
+  if (receiver < 0) return false;
+  const ControlKind kind = form_.kind(receiver);
+  return kind == ControlKind::picture || (kind == ControlKind::list && !isOpenList(message.hwnd));
 }
 
-bool WindowWin32::tellKey(WPARAM key) {
+bool WindowWin32::tellKey(WPARAM key, bool onPicture) {
   if (!events_.key || toKey(key) == Key::other) return false;
-  const bool taken = events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU)});
+  const bool taken =
+      events_.key({toKey(key), isHeld(VK_SHIFT), isHeld(VK_CONTROL), isHeld(VK_MENU), onPicture});
   form_.showDrawnPictures();
   return taken;
 }

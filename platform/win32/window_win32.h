@@ -51,6 +51,7 @@ class WindowWin32 final : public Window {
   int selected(ControlId list) const override { return form_.selected(list); }
   void select(ControlId list, int index) override { form_.select(list, index); }
   void focus(ControlId control) override { form_.focus(control); }
+  ControlId focused() const override { return form_.find(GetFocus()); }
   void setEnabled(ControlId control, bool on) override { form_.setEnabled(control, on); }
   bool enabled(ControlId control) const override { return form_.enabled(control); }
   void setVisible(ControlId control, bool on) override { form_.setVisible(control, on); }
@@ -77,6 +78,7 @@ class WindowWin32 final : public Window {
   SaveAnswer askToSave(const std::string& text, const std::string& title) override;
   std::string chooseFile(const FileDialogSpec& dialog) override;
   std::optional<Colour> chooseColour(Colour initial) override;
+  std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override;
 
@@ -109,7 +111,7 @@ class WindowWin32 final : public Window {
 
   void takeMessage(MSG& message);
   bool takeKey(const MSG& message);
-  bool tellKey(WPARAM key);
+  bool tellKey(WPARAM key, bool onPicture);
   bool takeWheel(const MSG& message);
   void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);

@@ -92,7 +92,7 @@ same "${frames[-1]}" still.png
 cmp -s "${frames[0]}" "${frames[1]}" && fault "the first two frames are equal"
 strandsOf() { grep -o 'id="strand-[0-9]*"' "$1"; }
 [[ $(strandsOf moving.svg) == "$(strandsOf still.svg)" ]] || fault "the moving SVG has other strands"
-grep -q "dur=\"$(awk "BEGIN { print ${#frames[@]} * 0.022 }")s\"" moving.svg || fault "22 ms for each frame"
+grep -q " $(awk "BEGIN { print ${#frames[@]} * 0.022 }")s linear" moving.svg || fault "22 ms for each frame"
 expect 0 "9 frames, one for every" "${shape[@]}" --animate -o 'few%01d.png' --width 300
 same few9.png still.png
 expect 2 "" --animate -o plain.png
@@ -111,6 +111,63 @@ expect 0 "" "${shape[@]}" --view 3d --set chkHeightMap=1 -o heights.png -o plain
 [[ $(od -An -td4 -j32 -N4 plain.emf | tr -d ' ') == 26458 ]] || fault "a metafile is 264.58 mm wide"
 expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 (($(grep -c POLYLINE crossed.dxf) == 3)) || fault "one whole line for each strand"
+
+# Many knots in one run: each as its own run makes it, a failing one named, all of them on a sheet.
+expect 0 "" --random 41..43 --preset Ink -o 'many-%d.svg' -o 'many-%03d.qzd' --sheet -o sheet.png -o sheet.svg
+expect 0 "" --random 42 --preset Ink -o one.svg -o one.qzd
+same one.svg many-42.svg
+same one.qzd many-042.qzd
+[[ $(ls many-* | wc -l) == 6 && -s sheet.png ]] || fault "files of a run: $(ls many-*)"
+expect 0 "" --sweep vtXNo=3..1 --sweep vtSkew=0.8..1.2:0.2 -o 'grid-%02d-%d.svg' --sheet -o sheet.bmp --width 301
+expect 0 "" --set vtXNo=2 --set vtSkew=1.2 -o one.svg
+same one.svg grid-02-1.2.svg
+[[ $(od -An -td4 -j18 -N4 sheet.bmp | tr -d ' ') == 301 ]] || fault "a sheet has another width than was asked for"
+expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPolySides=10..200:190 --set vtXNo=20 --set vtYNo=20 \
+  --set vtPolyPoints=4 -o 'side-%d.stl' -o 'side-%d.qzd'
+[[ $(echo side-*) == "side-10.qzd side-10.stl" ]] || fault "what a failing knot left: $(echo side-*)"
+expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
+compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
+expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
+# What machines follow: closed outlines or centre lines, at the place and of the size asked for.
+cut=(--shape Square-Square --set vtEdge=2 --mm 80)
+expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
+grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(grep viewBox cut.svg)"
+[[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
+grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
+grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" "${cut[@]}" --lines -o lines.svg -o lines.dxf
+expect 0 "" "${cut[@]}" --lines --set chkFullyCrossed=1 -o whole.svg
+expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
+[[ ! -s err.txt ]] || fault "centre lines need no room: $(cat err.txt)"
+(($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
+expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
+(($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
+expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+  # shellcheck disable=SC2086
+  expect 2 "" $words -o never.svg
+done
+# Models: sizes, second files, height maps, and knots that come out of them again.
+expect 0 "" --shape Star -o star.qzd --weld --binary -o star.3mf -o star.glb -o star.obj -o star.stl
+for file in star.3mf star.glb; do
+  expect 0 "" $file -o again.qzd
+  same star.qzd again.qzd
+done
+expect 0 "" --shape Star -o twice.3mf -o twice.glb
+same star.3mf twice.3mf
+same star.glb twice.glb
+grep -q 'mtllib star.mtl' star.obj && grep -q newmtl star.mtl || fault "no materials beside a welded OBJ"
+(($(od -An -tu4 -j80 -N4 star.stl) * 50 + 84 == $(stat -c %s star.stl))) || fault "no binary STL"
+expect 5 "cannot write no/such" --weld -o lost.obj -o no/such/x.svg
+compgen -G 'lost*' >/dev/null && fault "materials were left although another output failed"
+expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o relief.png -o relief.stl
+grep -q "mm changes nothing" err.txt && fault "a height map has a size"
+[[ $(od -An -tu1 -j24 -N2 relief.png) == "  16   0" ]] || fault "a height map has 16 bits"
+grep -q 'vertex 50.000 0.000 3.000' relief.stl || fault "a relief's plate is 3 mm thick"
+expect 2 "--base needs --relief or --solid" --base 3 -o knot.stl
+expect 4 "make it less fine" --relief --width 4000 -o fine.stl
 
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'
@@ -182,10 +239,42 @@ if "${asUser[@]}" test -x "$program"; then
   expect 5 "ermission denied" -o locked/x.svg
   program=$realProgram
   [[ $(cat locked/x.svg) == old ]] || fault "a file in a locked folder was replaced"
+  # All or none: only when it is to take its name does the second file turn out to belong to somebody else.
+  if ((EUID == 0)); then
+    mkdir sticky && echo old | tee sticky/a.svg sticky/b.svg >/dev/null
+    chmod 666 sticky/*.svg && chown 65534 sticky/a.svg && chmod 1777 sticky
+    program=asSomebody
+    expect 5 "cannot write sticky/b.svg" -o sticky/a.svg -o sticky/new.svg -o sticky/b.svg
+    program=$realProgram
+    [[ $(ls -A sticky) == $'a.svg\nb.svg' && $(cat sticky/*) == $'old\nold' ]] ||
+      fault "files took their names although another could not: $(ls -A sticky)"
+  fi
 fi
 
 expect 0 "" -o "Knöten und 結.svg"
 [[ -s "Knöten und 結.svg" ]] || fault "a name with other letters"
+
+# Models as things to be made.
+expect 0 "touching at 0 of 12 crossings: they will move" "--mm" 60 -o loose.stl
+expect 4 "" --mm 60 --check
+grep -q "^fault .* 3 loose pieces" out.txt || fault "the verdict does not tell of loose pieces: $(cat out.txt)"
+whole=(--set vtPolyZF=0.5 --mm 60 --tube 4 --solid --flat)
+expect 0 "1 piece, touching at 12 of 12" "${whole[@]}" --cells 4 -o whole.stl -o whole.obj
+grep -q "^solid 1 piece" whole.stl || fault "the body's name does not tell its pieces"
+expect 0 "whole.3mf: 1 piece" "${whole[@]}" --cells 4 -o whole.qzd --binary --weld -o whole.3mf -o whole.glb -o body.stl -o body.obj
+triangles=$(grep -c facet.normal whole.stl)
+(($(od -An -tu4 -j80 -N4 body.stl) == triangles)) || fault "text and binary are not the same body"
+same whole.obj body.obj
+expect 0 "" whole.3mf -o again.qzd
+same whole.qzd again.qzd
+expect 0 "" "${whole[@]}" --check --material silver
+grep -q "^weight .*silver" out.txt || fault "no weight: $(cat out.txt)"
+expect 2 "--solid makes" --flat -o x.stl
+expect 2 "do not go together" --relief --solid -o x.stl
+expect 2 "no underside" --set vtRingPerc=75 --solid --base 2 -o x.stl
+expect 2 "does not go with -o" --check -o x.stl
+expect 2 "one knot at a time" --check --sweep vtXNo=2..4
+expect 2 "need the width" --solid --height 20 -o x.stl
 
 ((faults == 0)) && echo "all as expected"
 exit $((faults > 0))

@@ -24,8 +24,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "vtEdge", "Width of the black edge on each side of a band. However wide the edge, a thin line of "
      "colour always stays.", "1 3 6"},
     {"2d", "vtScale", "Size of one cell. A shape that would not fit is built smaller, and the field shows the "
-     "scale that was used; the next grid that has room gets the scale you asked for. Changing the scale builds "
-     "a new grid without the breaks and walls that you set by hand.", "20 30 38"},
+     "scale that was used; the next grid that has room gets the scale you asked for. Breaks and "
+     "walls stay with their cells.", "20 30 38"},
     {"2d", "vtSwish", "How far the strands swing out when they go round a corner: low values stay flat and "
      "boxy, high ones make loops and points.", "3 12 24"},
     {"2d", "vtSmooth", "The order of the curve. 2 goes straight from corner to corner, 3 and 4 are round, 5 and "
@@ -70,8 +70,9 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"view", "vtTheta", "Turns the model round its upright axis, in degrees.", "0 30 60"},
     {"view", "vtPhi", "Tilts it towards you or away, in degrees.", "0 30 60"},
     {"view", "vtPsi", "Rolls it in the plane of the picture, in degrees.", "0 30 60"},
-    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter. Small faces look darker than large ones, so a model with "
-     "many sides and points wants more of it.", "0.3 0.6 1"},
+    {"view", "chkSmooth", "Shades the model as the round tubes that it stands for, as bright with many sides as with few. "
+     "Without it every face is painted by itself, and small faces are darker than large ones.", "0 1"},
+    {"view", "vtKa", "Light that comes from everywhere. More of it makes the shadows lighter.", "0 0.3 1"},
     {"view", "vtKd", "Light that falls on the surface from the lamp: it shapes the tubes."},
     {"view", "vtKs", "Strength of the highlights. 0 looks like clay, 1 like polished metal."},
     {"view", "vtNFact", "Size of the highlights: the higher the number, the smaller and sharper they are."},
@@ -88,7 +89,10 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "its grid with its breaks and walls. Keep this file if you want to change the knot later."},
     {"svg", "Inkscape, laser and vinyl software, browsers", "Real curves in millimetres. The layer "
      "<code>strands</code> holds a group for each strand, with a closed outline for each stretch that can be "
-     "seen; the layer <code>edges</code> beneath holds the black edges."},
+     "seen; the layer <code>edges</code> beneath holds the black edges. A strand's colour is one class of the style "
+     "sheet."},
+    {"pdf", "Printers, engravers, laser and vinyl software", "A page of the real size with the same curves and "
+     "layers."},
     {"png", "Anything that shows pictures", "The picture on the screen at any size. On the command line "
      "<code>--transparent</code> leaves the background out."},
     {"bmp", "Older picture programs, engravers that want a height map", "The same picture, without "
@@ -97,12 +101,20 @@ constexpr auto kFormats = std::to_array<FormatHelp>({
      "anew. The grid is never in it."},
     {"pov", "POV-Ray", "A scene for photographic pictures. The strands are smooth blobs, so no polygon shows."},
     {"wrl", "VRML and X3D viewers", "A world in which the knot turns. Click stops it; drag turns it by hand."},
-    {"obj", "Blender, 3D programs, slicers", "The closed mesh, one group for each strand."},
-    {"stl", "Slicers for 3D printers, casting services", "The closed mesh as triangles."},
+    {"obj", "Blender, 3D programs",
+     "The closed mesh, one group for each strand. For modelling, <code>--weld</code> shares the corners of the "
+     "polygons and adds the colours in a file <code>.mtl</code>. For printing take 3MF or STL."},
+    {"stl", "Slicers for 3D printers, casting services",
+     "The closed mesh as triangles; with <code>--binary</code> in a third of the size, with "
+     "<code>--relief</code> as a relief on a plate."},
+    {"3mf", "Slicers for 3D printers",
+     "The closed mesh in millimetres, an object in its colour for each strand, with a small picture; with "
+     "<code>--relief</code> as a relief on a plate."},
+    {"glb", "Viewers, browsers, Blender, games", "The closed mesh in metres, upright, with a material for each strand."},
     {"xyz", "Point cloud programs", "The points of the model, one on each line."},
     {"gmv", "Jewellery design software", "Rings of four points along every strand."},
     {"dxf", "CAD, CNC routers, laser cutters", "Flat lines for cutting, or the model's faces: the box “2D DXF” "
-     "decides."},
+     "decides. <code>--outline</code> writes the bands' outlines."},
 });
 // clang-format on
 

@@ -132,8 +132,9 @@ std::string shortcuts() {
   std::string html = "<table>\n<tr><th>Keys</th><th>Command</th></tr>\n";
   for (const CommandSpec& command : commandTable()) {
     if (command.shortcut.empty()) continue;
-    html += "<tr><td><kbd>" + std::string(command.shortcut) + "</kbd></td><td>" + shownText(command.menu) +
-            " › " + escaped(shownText(command.text)) + "</td></tr>\n";
+    html += "<tr><td><kbd>" + std::string(command.shortcut) + "</kbd>";
+    if (!command.alternative.empty()) html += ", <kbd>" + std::string(command.alternative) + "</kbd>";
+    html += "</td><td>" + shownText(command.menu) + " › " + escaped(shownText(command.text)) + "</td></tr>\n";
   }
   return html + "</table>\n";
 }

@@ -101,6 +101,27 @@ TEST_F(Files, AppearOnlyWhenComplete) {
   EXPECT_EQ(*readFile(target, 100), "new");
 }
 
+TEST_F(Files, TakeTheirNamesTogetherOrNotAtAll) {
+  ASSERT_TRUE(writeFile(path("a"), "old"));
+  const auto commit = [&](bool broken) {
+    std::vector<std::unique_ptr<FileSink>> sinks;
+    for (const char* name : {"a", "b", "c"}) {
+      sinks.push_back(std::move(*FileSink::create(path(name))));
+      sinks.back()->write("new");
+    }
+    // What could take its name a moment ago cannot any more.
+    if (broken) fs::create_directories(folder_ / "c" / "in it");
+    return FileSink::commitAll(sinks);
+  };
+  EXPECT_EQ(commit(true).error().kind, ErrorKind::output);
+  EXPECT_EQ(*readFile(path("a"), 100), "old");
+  EXPECT_FALSE(fileExists(path("b")));
+  fs::remove_all(folder_ / "c");
+  EXPECT_TRUE(commit(false));
+  for (const char* name : {"a", "b", "c"}) EXPECT_EQ(*readFile(path(name), 100), "new");
+  EXPECT_EQ(filesInFolder(), 3U) << "scraps were left";
+}
+
 TEST_F(Files, FaultsAreToldInWords) {
   fs::create_directory(folder_ / "sub");
   EXPECT_NE(writeFile(path("sub"), "x").error().message.find("it is a folder"), std::string::npos);

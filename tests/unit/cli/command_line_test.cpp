@@ -6,6 +6,7 @@
 #include <iterator>
 #include <sstream>
 
+#include "cli/batch.h"
 #include "cli/progress_line.h"
 #include "design/frame_files.h"
 #include "design/presets.h"
@@ -47,16 +48,49 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
   EXPECT_FALSE(parseCommandLine({""}));
 }
 
-TEST(FrameNames, CountWithinTheirDigits) {
+TEST(CommandLine, CountsTheKnotsOfARun) {
+  const auto line = parseCommandLine(
+      wordsOf("--random 7..9 --sweep vtXNo=4..2 --sweep vtSkew=0.5..0.75:0.1 -o %03d-%d-%d.svg"));
+  ASSERT_TRUE(line);
+  const Batch batch(*line, *line->seed);
+  ASSERT_EQ(batch.count(), 3U * 3 * 3);
+  const Member last = batch.member(26), middle = batch.member(10);
+  EXPECT_EQ(last.numbers, (std::vector<std::string>{"9", "2", "0.7"}));
+  EXPECT_EQ(last.caption, "9, X 2, Stretch 0.7");
+  EXPECT_EQ(middle.seed, 8U);
+  EXPECT_EQ(middle.values.at(0), std::make_pair(Param::XNo, std::string("4")));
+  EXPECT_EQ(parseNumberedName(line->outputs[0])->name(last.numbers), "009-2-0.7.svg");
+
+  const auto sheet = parseCommandLine(wordsOf("--sheet -o a.png --random 5"));
+  EXPECT_EQ(Batch(*sheet, 5).member(11).seed, 16U);
+  const auto matrix = parseCommandLine(wordsOf("--sheet --sweep vtXNo=1..3 --sweep vtYNo=1..7 -o a.svg"));
+  EXPECT_EQ(Batch(*matrix, 0).columns(), 7);
+  EXPECT_FALSE(Batch(*matrix, 0).member(0).seed);
+
+  std::istringstream wrong(
+      "--random 9..7 -o %d.svg\n--random 1..200000 -o %d.svg\n--random 1..3 -o a.svg\n--random 1..3 -o "
+      "%d-%d.svg\n--sweep vtXNo=1..30 -o %d.svg\n--sweep vtXNo=1..5:0 -o %d.svg\n--sweep vtXNo=3 -o %d.svg\n"
+      "--sweep vtNope=1..2 -o %d.svg\n--sweep chkMirror=0..1 -o %d.svg\n--sweep vtXNo=1..2 --sweep "
+      "vtXNo=1..2 "
+      "-o %d-%d.svg\n--sheet -o a.stl\n--sheet\n--random 1..2 --animate -o %d.png\n--sweep "
+      "vtScale=6..99:0.0001 "
+      "--sweep vtWidth=2..30:0.1 -o %d%d.svg");
+  for (std::string words; std::getline(wrong, words);)
+    EXPECT_FALSE(parseCommandLine(wordsOf(words))) << words;
+}
+
+TEST(NumberedNames, CountWithinTheirDigits) {
   const auto names = parseFrameNames("50%/a-%03d.PNG");
   ASSERT_TRUE(names);
   EXPECT_EQ(names->name(7), "50%/a-007.PNG");
+  EXPECT_EQ(names->name(-7), "50%/a--07.PNG");
   EXPECT_EQ(names->most(), 999);
   const auto plain = parseFrameNames("%d.bmp");
   EXPECT_EQ(plain->name(1234), "1234.bmp");
   for (const auto& [pattern, most] : {std::pair{"%d.bmp", 9999}, {"%01d.bmp", 9}, {"%09d.bmp", 9999}})
     EXPECT_EQ(parseFrameNames(pattern)->most(), most);
-  for (const char* wrong : {"a.png", "%", "%.png", "%0d.png", "%012d.png", "%-3d.png", "%%d.png", "%d/a.png"})
+  for (const char* wrong :
+       {"a.png", "%", "%.png", "%0d.png", "%012d.png", "%-3d.png", "%%d.png", "%d/a.png", "%d-%d.png"})
     EXPECT_FALSE(parseFrameNames(wrong)) << wrong;
 }
 

@@ -1,9 +1,13 @@
-// Writes files of all model formats into a folder, for the readers that tools/check_exports runs.
+// Writes files of all model formats, and outlines for machines, into a folder, for the readers that
+// tools/check_exports runs.
 #include <cstdio>
 #include <string>
 
 #include "base/sink.h"
+#include "export/cut_dxf.h"
 #include "export/formats.h"
+#include "model3d/solid_body.h"
+#include "strands/pdf_surface.h"
 #include "unit/export/sample_knots.h"
 
 namespace lorivan {
@@ -25,17 +29,52 @@ const Sample kSamples[] = {
     {"high", Shape::Spiral, 5, 2, {.polySides = 4, .polyRadius = 10, .polyZF = 10}},
 };
 
-bool writeSample(const Sample& sample, const ExportFormat& format, const std::string& folder,
-                 const std::string& povTemplate) {
+/// A format's identifier, empty for all, and a form of it.
+constexpr std::pair<std::string_view, std::string_view> kForms[] = {
+    {"", ""},        {"stl", "binary"}, {"stl", "relief"}, {"obj", "shared"}, {"3mf", "relief"},
+    {"stl", "body"}, {"obj", "body"},   {"3mf", "body"},   {"glb", "body"}};
+
+/// `form` is empty, or names the other form that a format has.
+bool writeSample(const Sample& sample, const ExportFormat& format, std::string_view form,
+                 const std::string& folder, const std::string& povTemplate) {
   const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
   ExportScene scene = knot.scene();
   scene.povTemplate = povTemplate;
+  scene.binary = form == "binary";
+  scene.shared = form == "shared";
+  if (form == "relief") scene.relief = {100, 2};
+  const auto body = form == "body" ? fuse(knot.model, {.cells = 3}) : Result<SolidBody>(SolidBody());
+  if (!body) return false;
+  if (form == "body") scene.solid = &body->mesh;
   MemorySink sink;
   const Status written = format.write(scene, sink);
   if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());
-  const std::string path =
-      folder + "/" + sample.name + "-" + std::string(format.identifier) + "." + std::string(format.extension);
+  const std::string path = folder + "/" + sample.name + "-" + std::string(format.identifier) + "-" +
+                           std::string(form) + "." + std::string(format.extension);
   return written && writeFile(path, sink.bytes);
+}
+
+/// The outlines of the bands as a page and as DXF, with lines and with arcs.
+bool writeCuts(const Sample& sample, const std::string& folder) {
+  const SampleKnot knot = standardKnot(sample.shape, sample.xNo, sample.yNo, sample.tube);
+  KnotStyle style;
+  style.colours = strandColours(firstColourBoxes());
+  style.edge = 2;
+  const GridView view(0.8F, 5000);
+  CutOptions options;
+  options.width = 80;
+  const CutDrawing cut = cutDrawing(knot.curve, style, view, options);
+  PdfSurface page({view.width, view.height(), cut.millimetres, sample.name, cut.box});
+  drawCut(page, cut);
+  const std::string path = folder + "/" + sample.name;
+  bool written = static_cast<bool>(writeFile(path + "-cut.pdf", page.finish()));
+  for (const bool arcs : {false, true}) {
+    MemorySink sink;
+    const CutPlace place{cut.millimetres / view.width, cut.box.left, cut.box.bottom};
+    written = written && writeCutDxf(cut, place, arcs, sink) &&
+              writeFile(path + (arcs ? "-arcs.dxf" : "-cut.dxf"), sink.bytes);
+  }
+  return written;
 }
 
 }  // namespace
@@ -46,8 +85,13 @@ int main(int count, char** words) {
   if (count != 3) return 2;
   const auto povTemplate = lorivan::readFile(words[2], 1 << 20);
   if (!povTemplate) return 3;
-  for (const auto& sample : lorivan::kSamples)
+  for (const auto& sample : lorivan::kSamples) {
+    if (!lorivan::writeCuts(sample, words[1])) return 5;
     for (const auto& format : lorivan::exportFormats())
-      if (format.write != nullptr && !lorivan::writeSample(sample, format, words[1], *povTemplate)) return 5;
+      for (const auto& [identifier, form] : lorivan::kForms)
+        if (format.write != nullptr && (identifier.empty() || identifier == format.identifier) &&
+            !lorivan::writeSample(sample, format, form, words[1], *povTemplate))
+          return 5;
+  }
   return 0;
 }

@@ -47,7 +47,8 @@ TEST(Writers, TextsAreExact) {
   const std::pair<std::string_view, std::vector<std::string>> rows[] = {
       // parts in their order
       // clang-format off
-      {"pov", {"// head\r\n   location <0,0,20.000>\r\nlast\r\nblob {threshold .01\r\n",
+      {"pov", {"// head\r\n   location <0,0,20.000>\r\nlast\r\nbackground { color srgb <1.000,0.000,0.200> }\r\n"
+               "#declare colour7 = texture { pigment { color srgb <0.502,0.000,1.000> } ", "phong_size 40 } }\r\nblob {threshold .01\r\n",
                "cylinder { <4.000,0.000,0.000><0.000,4.000,0.000>,1.000,1}\r\n",
                "cylinder { <-4.000,-4.000,1.000><4.000,0.000,0.000>,1.000,1}\r\ntexture {colour7}\r\n}\r\n"}},
       {"vrml", {"#VRML V2.0 utf8\r\nWorldInfo {\r\ntitle \"Lorivan\"\r\n",
@@ -122,6 +123,7 @@ TEST(Writers, TheLocaleChangesNoByteAndAllLinesEndAlike) {
     const std::string comma = written(format, scene);
     std::locale::global(old);
     EXPECT_EQ(plain, comma) << format.identifier;
+    if (format.identifier == "3mf" || format.identifier == "glb") return;
     for (std::size_t i = 0; i < plain.size(); ++i)
       if ((plain[i] == '\n') != (i > 0 && plain[i - 1] == '\r')) FAIL() << format.identifier << " at " << i;
   });
@@ -187,9 +189,9 @@ TEST(Writers, TheWidthIsTheMillimetresAskedFor) {
   ExportScene doubled = small.scene();
   doubled.millimetres = 20;
   ASSERT_TRUE(writeVrml(doubled, vrml));
-  EXPECT_NE(vrml.bytes.find("PointLight {location 0 20.000 20.000 radius 200.000}\r\n"
-                            "PointLight {location 20.000 -20.000 0 radius 200.000}\r\n"
-                            "Viewpoint {position 0 0 40.000}\r\n"),
+  EXPECT_NE(vrml.bytes.find("PointLight {location 0 -20.000 20.000 radius 200.000}\r\n"
+                            "PointLight {location -20.000 20.000 0 radius 200.000}\r\n"
+                            "Viewpoint {position 0 0 40.000 orientation 0 0 1 3.141593}\r\n"),
             std::string::npos);
 }
 
@@ -198,6 +200,8 @@ TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {
   knot.model = sweptTube({{{9, 0, 9}, {9, 0, 9.0001F}, {-9, 8, 0}}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}}, 3, 1);
   ExportScene scene = knot.scene();
   scene.startColour = -4;
+  for (TubeStrand& strand : knot.model.strands)
+    strand.factors = {128 / 255.F, 0, 0};  // as the template has it
   scene.povTemplate = "location\r\n";
   MemorySink sink;
   ASSERT_TRUE(writePov(scene, sink));

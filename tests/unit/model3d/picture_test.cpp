@@ -64,7 +64,7 @@ Picture shown(const TubeModel& model, const ViewState& view, const LightSettings
               int width = 500, bool heightMap = false) {
   Picture picture(width);
   Renderer renderer;
-  renderer.render(model, light, view, kMagenta, heightMap, picture.block());
+  renderer.render(model, light, view, {}, {.background = kMagenta, .heightMap = heightMap}, picture.block());
   return picture;
 }
 
@@ -139,7 +139,7 @@ TEST(Picture, NeverCutNorSpoiltByAnyFieldValue) {
       settings.ringPercent = pick(2, 0, 100);
       const LightSettings light = {pick(3, 0, 1), pick(4, 0, 1), 1, pick(5, 0, 10), pick(6, -500, -20000)};
       const ViewState view = viewAt(pick(7, 0, 237), pick(0, 0, 360) / 3, pick(1, 0, 45));
-      renderer.render(built(store, settings), light, view, kMagenta, false, picture.block());
+      renderer.render(built(store, settings), light, view, {}, {.background = kMagenta}, picture.block());
       ASSERT_TRUE(picture.edgeIs(kMagenta)) << mask;
       ASSERT_EQ(picture.pixels == std::vector(picture.pixels.size(), toArgb(kMagenta)),
                 store.ThreadCount[1] == 0);

@@ -24,7 +24,7 @@ void expectSameStrandsOnTop(const MadeKnot& knot) {
   for (TubeStrand& strand : model.strands) strand.factors = {0, 0, static_cast<float>(strand.slot * 3) / 128};
   std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kWidth * kHeight));
   Renderer renderer;
-  renderer.render(model, {1, 0, 0, 1, -1100}, {}, 0xFFFFFF, false, {pixels.data(), kWidth, kHeight, kWidth});
+  renderer.render(model, {1, 0, 0, 1, -1100}, {}, {}, {}, {pixels.data(), kWidth, kHeight, kWidth});
 
   int left = kWidth, right = 0, top = kHeight, bottom = 0;
   for (int i = 0; i < kWidth * kHeight; ++i) {

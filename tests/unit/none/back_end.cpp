@@ -37,6 +37,7 @@ class NoneUser final : public User {
   }
   void wheel(ControlId, int) override { unknown("turning the wheel"); }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
+    if (action == MouseAction::doubleClick) window_.userMouse(picture, {MouseAction::press, button, x, y});
     window_.userMouse(picture, {action, button, x, y});
   }
   void enlarge(int width, int height) override {

@@ -147,6 +147,8 @@ TEST_F(WindowContract, TheWheelStepsTheEntryInFocusAndNothingElse) {
   user_->wheel(kX, 120);
   for (int i = 0; i < 5; ++i) user_->wheel(kX, -50);
   EXPECT_EQ(told(), (Told{"stepped vtXNo 1", "stepped vtXNo -1", "stepped vtXNo -1"}));
+  for (const int by : {120, 70, 70, -250}) user_->wheel(kGrid, by);
+  EXPECT_EQ(told(), (Told{"wheel 1", "wheel 1", "wheel -1"})) << "a picture needs no focus for it";
   user_->wheel(kY, 120);
   user_->wheel(kList, 120);
   user_->focus(kList);
@@ -167,6 +169,17 @@ TEST_F(WindowContract, APictureReportsOneButtonAtATime) {
   user_->mouse(kGrid, press, 2, 7, 8);
   user_->mouse(kGrid, leave, 2, 7, 8);
   EXPECT_EQ(told(), (Told{"press 2 7,8", "release 2 7,8"})) << "every press ends";
+}
+
+TEST_F(WindowContract, APictureReportsDoubleClicksAndTheMiddleButton) {
+  using enum MouseAction;
+  user_->mouse(kGrid, doubleClick, 1, 5, 6);
+  user_->mouse(kGrid, release, 1, 5, 6);
+  user_->mouse(kGrid, press, 3, 7, 8);
+  user_->mouse(kGrid, move, 3, 9, 8);
+  user_->mouse(kGrid, release, 3, 9, 8);
+  EXPECT_EQ(told(), (Told{"press 1 5,6", "doubleClick 1 5,6", "release 1 5,6", "press 3 7,8", "move 3 9,8",
+                          "release 3 9,8"}));
 }
 
 TEST_F(WindowContract, AnotherSizeGivesClearedPicturesOfTheSameShape) {

@@ -41,7 +41,8 @@ class WindowFixture : public testing::Test {
       told_.emplace_back(contractCommands()[static_cast<std::size_t>(command)].name);
     };
     events_.mouse = [this](ControlId, const MouseEvent& e) {
-      constexpr const char* actions[] = {"press ", "move ", "release ", "leave "};
+      constexpr const char* actions[] = {"press ", "move ", "release ", "leave ", "wheel ", "doubleClick "};
+      if (e.steps != 0) told_.push_back("wheel " + std::to_string(e.steps));
       if (e.button != 0)  // on a real screen a pointer may stand anywhere
         told_.push_back(actions[static_cast<int>(e.action)] + std::to_string(e.button) + " " +
                         std::to_string(e.x) + "," + std::to_string(e.y));

@@ -71,13 +71,14 @@ class QtUser final : public User {
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     QWidget* const widget = find(picture);
-    const auto which = button == 1 ? Qt::LeftButton : Qt::RightButton;
+    const auto which = button == 1 ? Qt::LeftButton : button == 2 ? Qt::RightButton : Qt::MiddleButton;
     if (action == MouseAction::press) QTest::mousePress(widget, which, {}, {x, y});
     if (action == MouseAction::release) QTest::mouseRelease(widget, which, {}, {x, y});
     if (action == MouseAction::leave) widget->hide();
-    if (action == MouseAction::move) {
-      QMouseEvent event(QEvent::MouseMove, QPointF(x, y), widget->mapToGlobal(QPointF(x, y)), Qt::NoButton,
-                        which, {});
+    const bool again = action == MouseAction::doubleClick;
+    if (again || action == MouseAction::move) {
+      QMouseEvent event(again ? QEvent::MouseButtonDblClick : QEvent::MouseMove, QPointF(x, y),
+                        widget->mapToGlobal(QPointF(x, y)), again ? which : Qt::NoButton, which, {});
       QApplication::sendEvent(widget, &event);
     }
   }

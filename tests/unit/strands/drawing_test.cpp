@@ -148,7 +148,7 @@ TEST(KnotDrawing, NothingIsCutOff) {
 
 TEST(SvgSurface, WritesMillimetresWhateverTheLocale) {
   const char* old = std::setlocale(LC_ALL, "de_DE.UTF-8");
-  SvgSurface surface(5000, 4000, 100, "a < b & \"c\"");
+  SvgSurface surface({5000, 4000, 100, "a < b & \"c\""});
   surface.clear(makeColour(255, 0, 16));
   surface.beginGroup("grid");
   surface.segment({0, 25}, {50, 4000}, {10, 0x00FF00, true});
@@ -160,13 +160,44 @@ TEST(SvgSurface, WritesMillimetresWhateverTheLocale) {
   if (old != nullptr) std::setlocale(LC_ALL, "C");
   for (const char* part :
        {"width=\"100mm\" height=\"80mm\" viewBox=\"0 0 100 80\"", "a &lt; b &amp; &quot;c&quot;",
-        "fill=\"#ff0010\"", "<g id=\"grid\">", "y1=\"0.5\" x2=\"1\" y2=\"80\"",
-        "stroke-dasharray=\"0.2 0.4\"", "cy=\"1\" r=\"0.3\"", "stroke-linecap=\"butt\"",
-        "stroke-width=\"1.4\"", "d=\"M0,0C0.5,0 1,0.2 0,2\""})
+        "fill=\"#ff0010\"", "<g id=\"grid\" inkscape:groupmode=\"layer\" inkscape:label=\"Grid\">",
+        "y1=\"0.5\" x2=\"1\" y2=\"80\"", "stroke-dasharray=\"0.2 0.4\"", "cy=\"1\" r=\"0.3\"",
+        "stroke-linecap=\"butt\"", "stroke-width=\"1.4\"", "d=\"M0,0C0.5,0 1,0.2 0,2\""})
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
-  SvgSurface small(4000, 3200, 15, "");
+  SvgSurface small({4000, 3200, 15});
   small.segment({1, 0}, {0, 0}, {1, 0, false});
   EXPECT_NE(small.finish().find("x1=\"0.00375\""), std::string::npos);
+}
+
+TEST(SvgSurface, EachStrandHasItsColourInOnePlace) {
+  SvgSurface surface({500, 400, 100, "", PictureBox{100, 50, 300, 350}});
+  surface.clearTransparent(0);
+  const std::vector<std::vector<PointF>> shape = {{{100, 50}, {110, 50}, {120, 60}, {100, 50}}};
+  const auto fill = [&](const char* group, Colour colour) {
+    surface.beginGroup(group);
+    surface.fillPath(shape, colour);
+    surface.endGroup();
+  };
+  surface.beginGroup("strands");
+  fill("strand-3", makeColour(1, 2, 3));
+  fill("over-3", makeColour(1, 2, 3));
+  fill("strand-4", makeColour(1, 2, 3));
+  surface.fillPath(shape, makeColour(1, 2, 3));
+  surface.endGroup();
+  surface.beginHiddenGroup("centre-lines");
+  surface.endGroup();
+  const std::string text = surface.finish();
+  const auto count = [&](const std::string& part) {
+    int found = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; ++at) ++found;
+    return found;
+  };
+  EXPECT_EQ(count("#010203"), 2) << text;
+  EXPECT_EQ(count("class=\"strand-3\""), 3) << "also where it lies on top";
+  EXPECT_EQ(count("class=\"strand-4\""), 1);
+  EXPECT_EQ(count("viewBox=\"0 0 40 60\""), 1);
+  EXPECT_EQ(count("M0,0C2,0"), 4) << "the box's corner is the origin";
+  EXPECT_EQ(count("inkscape:label=\"Centre lines\" style=\"display:none\""), 1);
 }
 
 }  // namespace

@@ -120,6 +120,9 @@ TEST(LineSymmetry, FindsTheTurnsOfAGrid) {
   EXPECT_EQ(possibleTurns(*makeKnot(fieldsOf(Shape::SquareSquare, 4, 4)).graph), (std::vector{2, 4}));
   EXPECT_EQ(possibleTurns(*makeKnot(fieldsOf(Shape::SquareSquare, 4, 3)).graph), (std::vector{2}));
   EXPECT_EQ(possibleTurns(*makeKnot(fieldsOf(Shape::Triangle, 3, 3)).graph), (std::vector{3}));
+  EXPECT_EQ(possibleTurns(*makeKnot(fieldsOf(Shape::Circular, 18, 2)).graph),
+            (std::vector{2, 3, 4, 6, 9, 12, 18, 36}))
+      << "and not 17 or 35, which bring lines near others";
 }
 
 }  // namespace

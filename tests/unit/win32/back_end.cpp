@@ -149,10 +149,12 @@ class Win32User final : public User {
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     if (action == MouseAction::leave) ReleaseCapture();  // as when another window takes it
-    constexpr UINT messages[][2] = {{WM_LBUTTONDOWN, WM_RBUTTONDOWN},
-                                    {WM_MOUSEMOVE, WM_MOUSEMOVE},
-                                    {WM_LBUTTONUP, WM_RBUTTONUP},
-                                    {WM_NULL, WM_NULL}};
+    constexpr UINT messages[][3] = {{WM_LBUTTONDOWN, WM_RBUTTONDOWN, WM_MBUTTONDOWN},
+                                    {WM_MOUSEMOVE, WM_MOUSEMOVE, WM_MOUSEMOVE},
+                                    {WM_LBUTTONUP, WM_RBUTTONUP, WM_MBUTTONUP},
+                                    {WM_NULL, WM_NULL, WM_NULL},
+                                    {WM_NULL, WM_NULL, WM_NULL},
+                                    {WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK}};
     PostMessageW(child(picture), messages[static_cast<int>(action)][button - 1], 0, MAKELPARAM(x, y));
     settle();
   }

@@ -2,6 +2,7 @@
 #include "design/edits.h"
 #include "design/presets.h"
 #include "main_window_driver.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
@@ -24,6 +25,14 @@ class CommandsTest : public MainWindowTest {
   Deed file(const std::string& name) {
     return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
   }
+  /// The lines of the dialog of saving options: texts of entries, and boxes that are checked where there is
+  /// one.
+  static std::vector<OptionLine> withLines(const std::vector<std::string>& texts) {
+    std::vector<OptionLine> lines = saveOptionsDialog({}).lines;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      lines[i].isBox ? void(lines[i].on = !texts[i].empty()) : void(lines[i].text = texts[i]);
+    return lines;
+  }
   bool wrote(const std::string& name) const { return !Folder::contents(folder.file(name)).empty(); }
   bool helped(const std::string& page) {
     const auto& pages = platform.help().pages;
@@ -39,6 +48,10 @@ class CommandsTest : public MainWindowTest {
     const auto on = platform.clipboard().picture->pixels();
     return std::ranges::equal(on, pixels(picture));
   }
+  int strands() { return countKnot(bench().knot().graph, bench().knot().strands).strands; }
+  Sight symmetric(const Symmetry& symmetry) {
+    return [this, symmetry] { return bench().symmetry.inForce() == symmetry; };
+  }
   std::vector<Row> rows();
   std::string words(const CommandRow& row) const {
     std::string all = std::string(row.menu) + (row.submenu.empty() ? "" : ">") + std::string(row.submenu) +
@@ -48,6 +61,7 @@ class CommandsTest : public MainWindowTest {
 
   Folder folder;
   Document was;
+  std::vector<std::uint32_t> shown;
 };
 
 // clang-format off
@@ -73,16 +87,41 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
     {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
     {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl"); }},
+    {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
+      return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
+    }},
     {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
     {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
+    {"mnuEditLines", "&Edit|&Lines by keyboard|F6", none, [this] { return w->focused() == kGrid && statusStarts("Crossing; a click changes it"); }},
+    {"mnuSymmetryNone", "&Edit>&Symmetry|&None|", [this] { pick("mnuSymmetryBoth"); }, [this] { return bench().symmetry.inForce() == kNoSymmetry; }},
+    {"mnuSymmetryLeftRight", "&Edit>&Symmetry|&Left-right|", none, symmetric(kLeftRight)},
+    {"mnuSymmetryTopBottom", "&Edit>&Symmetry|&Top-bottom|", none, symmetric(kTopBottom)},
+    {"mnuSymmetryBoth", "&Edit>&Symmetry|&Both|", none, symmetric(kBothMirrors)},
+    {"mnuSymmetryHalfTurn", "&Edit>&Symmetry|&Half turn|", none, symmetric(kHalfTurn)}})
+    all.push_back(row);
+  for (int i = 0; i < 7; ++i)
+    all.push_back({nullptr, nullptr, [this] { choose(Shape::Circular), enter(Param::XNo, "18"); }, symmetric({false, false, std::array{3, 4, 6, 9, 12, 18, 36}[static_cast<std::size_t>(i)]})});
+  for (int i = 1; i <= 6; ++i)
+    all.push_back({nullptr, nullptr, [this, i] { enter(Param::YNo, "4"), click("cmd2D"), pick(i == 1 ? "mnuStrands2" : "mnuStrands1"); }, [this, i] { return strands() == i && w->commandChecked(w->command("mnuStrands" + std::to_string(i))); }});
+  for (Row row : std::vector<Row>{
+    {"mnuStrandsMost", "&Edit>S&trands|As &many as possible|", none, [this] { return strands() > 3; }},
+    {"mnuStrandsOther", "&Edit>S&trands|&Other number...|", [this] { platform.dialogs.answerInput(" 4 "); }, [this] { return strands() == 4; }},
+    {"mnuEditFitFrame", "&Edit|Fit to fr&ame...|", [this] { platform.dialogs.answerInput("200 x 40"); }, [this] { return document().fields.whole(Param::XNo) > 2 * document().fields.whole(Param::YNo) && statusStarts("Save it 200 mm wide"); }},
+    {"mnuEditFitRing", "&Edit|Fit to ri&ng...|", [this] { platform.dialogs.answerInput("18.2 x 6"); }, [this] { return text(Param::RingPerc) == "100" && text(Param::XNo) == "20" && shows(Picture::solid); }},
     {"mnuView2D", "V&iew|&2D picture|Ctrl+2", [this] { click("cmd3DView"); }, [this] { return shows(Picture::flat); }},
     {"mnuView3D", "V&iew|&3D picture|Ctrl+3", none, [this] { return shows(Picture::solid); }},
-    {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+0", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
+    {"mnuViewFront", "V&iew|Front &view|", [this] { click("cmd3DView"), enter(Param::Theta, "30"), enter(Param::Psi, "40"); }, [this] { return text(Param::Theta) == "0" && text(Param::Psi) == "0" && document().fields.text(Param::Theta) == "0" && shows(Picture::solid); }},
+    {"mnuViewWhole", "V&iew|&Whole picture|Ctrl+0", [this] { was = document(), shown = pixels(), w->userMouse(kGrid, {.action = MouseAction::wheel, .x = 90, .y = 90, .steps = 3}); }, [this] { return pixels() == shown && document() == was; }},
+    {"mnuViewCheckModel", "V&iew|Chec&k model...|", [this] { platform.dialogs.answerInput("60"), platform.dialogs.answerMessage(); }, [this] { return shows(Picture::solid) && w->status().starts_with("3 separate pieces, touching at 0 of 12"); }},
+    {"mnuViewFitRadius", "V&iew|Fit r&adius...|", [this] { platform.dialogs.answerInput("2"); }, [this] { return bench().session.history().undoName() == "Fit radius"; }},
+    {"mnuViewFitPicture", "V&iew|&Fit picture|Ctrl+9", none, [this] { return document().fields.fitPicture && w->commandChecked(w->command("mnuViewFitPicture")); }},
     {"mnuViewClassic", "V&iew|&Classic joints|", none, [this] { return document().fields.check(Check::Classic) && w->commandChecked(w->command("mnuViewClassic")) && count(DrawKind::wideCurve) > 0; }},
     {"mnuViewDrawAtOnce", "V&iew|&Draw at once|", [this] { click("cmdOldGrid"); }, [this] { return drawn() && bench().drawAtOnce && w->commandChecked(w->command("mnuViewDrawAtOnce")); }},
+    {"mnuViewVariations", "V&iew|Va&riations|Ctrl+Shift+R", none, [this] { return bench().picture() == Picture::variations && visible("picGrid") && bench().variations.random(); }},
+    {"mnuViewVariationsOf", "V&iew|Variations &of fields...|", [this] { platform.dialogs.answerInput("X Y"); }, [this] { return bench().picture() == Picture::variations && bench().variations.count() == 12; }},
     {"mnuShapeBlank", "&Shape|&Blank|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 0 && shows(Picture::sheet) && document().fields.shape == Shape::Custom; }},
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
     {"mnuShapeMakeStandard", "&Shape|&Make from Standard|", none, [this] { return bench().sheet.shape().ShapeLineCount == 12 && shows(Picture::sheet); }},

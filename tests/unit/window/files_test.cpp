@@ -88,6 +88,8 @@ TEST_F(ExportTest, EachOptionSavesItsFormat) {
     EXPECT_EQ(lastAsked().title, "Saving:  Enter your " + std::string(row.label) + " file name");
     EXPECT_EQ(lastAsked().file.defaultExtension, row.extension);
     EXPECT_TRUE(statusStarts("Saved as " + folder.file(row.name) + ": ") && !w->busy());
+    const bool mesh = findFormat(row.extension, DxfKind::faces)->takesSolid;
+    EXPECT_EQ(w->status().ends_with("touching at 0 of 12 crossings: they will move"), mesh) << w->status();
   }
 }
 
@@ -130,6 +132,29 @@ TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
   platform.dialogs.answerMessage();
   pick("mnuFileSave3D");
   EXPECT_NE(lastAsked().text.find("too many polygons"), std::string::npos);
+}
+
+TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
+  startDrawn();
+  bench().saveOptions.millimetres = 77;
+  bench().saveOptions.transparent = true;
+  pickFile("mnuFileSaveBMP", folder.file("knot.svg"));
+  EXPECT_EQ(lastAsked().file.extensions, "bmp");
+  EXPECT_GE(lastAsked().file.more.size(), 2U) << "a choice for each kind of picture";
+  EXPECT_TRUE(w->status().ends_with("knot.svg, with the saving options"));
+  const std::string svg = Folder::contents(folder.file("knot.svg"));
+  EXPECT_EQ(svg.find("background"), std::string::npos);
+  bench().saveOptions = {};
+  pickFile("mnuFileSaveBMP", folder.file("plain.svg"));
+  EXPECT_NE(Folder::contents(folder.file("plain.svg")), svg);
+  pickFile("mnuFileSaveBMP", folder.file("knot.png"));
+  const Document before = document();
+  for (const char* name : {"knot.svg", "knot.png"}) {
+    enter(Param::Width, "9");
+    platform.dialogs.answerSave(SaveAnswer::discard);
+    w->userDrops(folder.file(name));
+    EXPECT_EQ(document().fields, before.fields) << name << ": " << w->status();
+  }
 }
 
 }  // namespace

@@ -161,5 +161,86 @@ TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
   EXPECT_GT(w->surface(kSolid).inked(), 30000);
 }
 
+TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
+  startSolid();
+  const auto plain = pixels(kSolid);
+  platform.dialogs.answerInput("80");
+  platform.dialogs.answerMessage();
+  pick("mnuViewCheckModel");
+  for (const char* line :
+       {"3 separate pieces, touching at 0 of 12 crossings", "closed      yes", " mm at ", "gold18k"})
+    EXPECT_NE(lastAsked().text.find(line), std::string::npos) << lastAsked().text;
+  EXPECT_TRUE(shows(true) && pixels(kSolid) != plain && polygons() == "960");
+  platform.dialogs.answerInput("wide");
+  pick("mnuViewCheckModel");
+  EXPECT_EQ(w->status(), "\"wide\" is no length in millimetres");
+  click("cmd2D");
+  click("cmd3DView");
+  EXPECT_EQ(pixels(kSolid), plain) << "marks go with the next build";
+}
+
+TEST_F(ModelTest, FitRadiusIsOneStep) {
+  startSolid();
+  const std::string before = text(Param::PolyRadius);
+  platform.dialogs.answerInput("1");
+  pick("mnuViewFitRadius");
+  EXPECT_NE(text(Param::PolyRadius), before);
+  EXPECT_TRUE(shows(true) && !enabled("cmd3D"));
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(text(Param::PolyRadius), before);
+  platform.dialogs.answerInput("0");
+  pick("mnuViewFitRadius");
+  EXPECT_NE(w->status().find("from a Z-factor of"), std::string::npos) << w->status();
+  EXPECT_EQ(text(Param::PolyRadius), before);
+}
+
+TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
+  startSolid();
+  const auto first = pixels(kSolid);
+  const Document before = document();
+  const int inked = w->surface(kSolid).inked();
+  MouseEvent wheel{MouseAction::wheel, 0, 250, 200};
+  wheel.steps = 2;
+  w->userMouse(kSolid, wheel);
+  EXPECT_GT(w->surface(kSolid).inked(), inked * 5 / 4);
+  const auto closer = pixels(kSolid);
+  EXPECT_TRUE(w->userPresses({Key::minus}) && w->userPresses({Key::plus}) && pixels(kSolid) == closer);
+  w->userMouse(kSolid, {MouseAction::press, 3, 100, 100});
+  w->userMouse(kSolid, {MouseAction::move, 3, 400, 100});
+  w->userMouse(kSolid, {MouseAction::release, 3, 400, 100});
+  EXPECT_LT(w->surface(kSolid).inked(), inked) << "moved out to the right";
+  w->userMouse(kSolid, {MouseAction::doubleClick, 1, 3, 3});
+  EXPECT_GT(w->surface(kSolid).inked(), inked);
+  EXPECT_TRUE(document() == before && commandText("mnuEditUndoStep") != "&Undo Turn");
+  pick("mnuViewFront");
+  EXPECT_EQ(pixels(kSolid), first);
+  click("chkSmooth");
+  EXPECT_NE(pixels(kSolid), first);
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(pixels(kSolid), first);
+}
+
+TEST_F(ModelTest, ALargeModelIsStoodInForWhileItIsDragged) {
+  start();
+  enterAll({{Param::XNo, "10"}, {Param::YNo, "10"}, {Param::PolySides, "24"}, {Param::PolyPoints, "10"}});
+  click("cmd2D");
+  click("cmd3DView");
+  ASSERT_GT(bench().solid.shownPolygons(), 60'000);
+  const std::string told = polygons();
+  for (const char* const smooth : {"on", "off"}) {
+    w->userMouse(kSolid, {MouseAction::press, 1, 100, 100});
+    w->userMouse(kSolid, {MouseAction::move, 1, 100, 100});
+    w->userMouse(kSolid, {MouseAction::move, 1, 130, 120});
+    EXPECT_LE(bench().solid.shownPolygons(), 60'000);
+    const auto meanwhile = pixels(kSolid);
+    const int inked = w->surface(kSolid).inked();
+    w->userMouse(kSolid, {MouseAction::release, 1, 130, 120});
+    EXPECT_TRUE(bench().solid.shownPolygons() > 60'000 && polygons() == told) << smooth;
+    EXPECT_NE(pixels(kSolid), meanwhile);
+    EXPECT_NEAR(w->surface(kSolid).inked(), inked, inked / 50);
+    click("chkSmooth");
+  }
+}
+
 }  // namespace
 }  // namespace lorivan

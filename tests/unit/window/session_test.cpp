@@ -134,7 +134,7 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
   expectTexts({{Param::Width, "11"}, {Param::XNo, "3"}, {Param::Swish, "10"}});
   EXPECT_TRUE(nothingWaits({Param::Width, Param::XNo, Param::Edge}));
   pickFile("mnuFileSaveAs", folder.file("again.qzd"));
-  EXPECT_EQ(lastAsked().initial, folder.file("*.qzd"));
+  EXPECT_EQ(lastAsked().initial, folder.file("knot.qzd"));
 
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(folder.path);
@@ -144,7 +144,9 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
   EXPECT_EQ(bench().recentFiles.front(), folder.file("kept.qzd")) << "also found from elsewhere";
   EXPECT_TRUE(drawn() && text(Param::Width) == "5" && statusStarts("Loaded "));
   w->userDrops(folder.file("other.txt"));
-  EXPECT_EQ(w->status(), "other.txt is no knot file (*.qzd), shape file (*.qzc) or picture");
+  EXPECT_EQ(
+      w->status(),
+      "other.txt is no knot file (*.qzd), shape file (*.qzc) or picture, and no file that holds its knot");
 }
 
 TEST_F(OpenFileTest, ADamagedFileChangesNothing) {

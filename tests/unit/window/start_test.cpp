@@ -32,10 +32,10 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   for (int i = 0; i < kParamCount; ++i) fields += text(static_cast<Param>(i)) + ' ';
   EXPECT_EQ(fields, "2 2 0 20 12 7 30 10 2 1 4 9 5 4 5 4 2 0 15 0 0 0 0.3 0.9 0.5 10 -1100 ");
   for (const CheckSpec& row : checkTable()) checks += bench().form.checked(*findCheck(row.field)) ? '1' : '0';
-  EXPECT_EQ(checks, "110010000000");
+  EXPECT_EQ(checks, "1100100000001");
   for (const SettingRow& row : settingTable())
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
-  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False ");
+  EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False None  ");
   EXPECT_EQ(count(DrawKind::segment), 12 * 3);
   for (const char* off : {"cmd3D", "cmd2DView", "cmd3DView", "vtAnimate", "chkLoop", "lblAnimate"})
     EXPECT_FALSE(enabled(off)) << off;
@@ -59,10 +59,11 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "txtGridSize=33");
   const Pairs checks = pairs(
       "chkShowGrid=0 chkShowCrossings=0 chkDXF2D=1 chkFullyCrossed=1 chkShapeT=0 chkHeightMap=1 "
-      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1");
+      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0");
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
-      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True");
+      "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "
+      "SaveOptions=120,,2000,1,0,0,1");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;
@@ -121,13 +122,15 @@ TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
 TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
   const Pairs nonsense = pairs(
       "txtXNo=many txtScale=1e99 txtSkew= lsttype=77 chkShowGrid=maybe 3DSave=12 4txtCol=red 5txtCol=-1 "
-      "LastX=99999999 LastY=99999999 GridOn=perhaps SnapOn=True");
+      "LastX=99999999 LastY=99999999 GridOn=perhaps SnapOn=True DrawAtOnce= SaveOptions=-3,,many,1");
   for (const auto& [key, value] : nonsense) stored(key) = value;
   start();
   expectTexts({{Param::XNo, "2"}, {Param::Scale, "6"}, {Param::Skew, "1"}});  // e reads as a decimal point
   EXPECT_EQ(w->selected(kShapes), 0);
   EXPECT_FALSE(checked("chkShowGrid"));
-  for (const char* option : {"optPOV", "optVRML", "optXYZ"}) EXPECT_FALSE(checked(option));
+  EXPECT_TRUE(checked("optPOV") && !checked("optXYZ")) << "one format is always chosen";
+  EXPECT_TRUE(bench().drawAtOnce);
+  EXPECT_EQ(bench().saveOptions, OutputOptions{.transparent = true});
   EXPECT_EQ(w->background(kFirstColourBox + 4), 0U);
   EXPECT_EQ(w->background(kFirstColourBox + 5), 0xFFFFFFU);
   EXPECT_TRUE(w->place().left == 1920 - w->place().width && w->place().top == 1080 - w->place().height);

@@ -1,0 +1,26 @@
+#include "cli/report.h"
+
+#include <algorithm>
+
+#include "cli/command_line.h"
+
+namespace lorivan {
+
+void Report::line(const std::string& message) {
+  progress_.clear();
+  errors_ << "lorivan: " << (knot_.empty() ? "" : "knot " + knot_ + ": ") << message << '\n';
+}
+
+int Report::fail(const Error& error, const std::string& where) {
+  std::string oneLine = where + error.message;
+  std::erase(oneLine, '\r');
+  std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  line(oneLine);
+  return exitStatusOf(error.kind);
+}
+
+void Report::note(const std::string& message) {
+  if (!quiet_) line(message);
+}
+
+}  // namespace lorivan

@@ -1,0 +1,18 @@
+// Captions in pictures: plain letters of round strokes, the same on every system and in every format.
+#pragma once
+
+#include <string_view>
+
+#include "platform/surface.h"
+
+namespace lorivan {
+
+/// Width of a line of text, in units of the height of its capital letters.
+double letteringWidth(std::string_view text);
+
+/// Draws a line of text from the left end of its base line. Letters, digits and `.,-+=%/:()` are drawn, other
+/// characters as an empty box.
+void drawLettering(Surface& surface, std::string_view text, PointF baseline, double capitalHeight,
+                   Colour colour);
+
+}  // namespace lorivan

@@ -1,0 +1,176 @@
+#include "design/model_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "base/numbers.h"
+#include "export/read_back.h"
+#include "model3d/vec3_math.h"
+
+namespace lorivan {
+namespace {
+
+/// Three digits that count, at least; no exponent.
+std::string rounded(double value) {
+  const double size = std::fabs(value);
+  const double step = size >= 100 ? 1 : size >= 10 ? 0.1 : size >= 1 ? 0.01 : 0.001;
+  return shortestText(static_cast<float>(std::round(value / step) * step));
+}
+
+/// Writes a check's lengths and places in its unit.
+class Words {
+ public:
+  explicit Words(const ModelCheck& check) : scale_(check.scale), unit_(check.millimetres ? " mm" : "") {}
+
+  std::string bare(double modelUnits) const { return rounded(modelUnits * scale_); }
+  std::string length(double modelUnits) const { return bare(modelUnits) + std::string(unit_); }
+  std::string place(const Vec3& at) const { return bare(at.x) + ", " + bare(at.y) + ", " + bare(at.z); }
+  std::string found(const FoundLength& what) const { return length(what.value) + " at " + place(what.at); }
+
+ private:
+  double scale_;
+  std::string_view unit_;
+};
+
+void addLine(std::string& text, std::string_view name, const std::string& what) {
+  constexpr std::size_t kColumn = 12;
+  text.append(name).append(kColumn - name.size(), ' ').append(what).append("\n");
+}
+
+std::string lengthsText(const Verdict& verdict, const Words& words) {
+  constexpr std::size_t kMostNamed = 12;
+  const double all = std::accumulate(verdict.lengths.begin(), verdict.lengths.end(), 0.0);
+  std::string text = std::to_string(verdict.lengths.size()) + ", " + words.length(all) + " long";
+  if (verdict.lengths.size() < 2) return text;
+  text += " together: ";
+  for (std::size_t i = 0; i < std::min(verdict.lengths.size(), kMostNamed); ++i)
+    text += (i == 0 ? "" : ", ") + words.bare(verdict.lengths[i]);
+  return text + (verdict.lengths.size() > kMostNamed ? " ..." : "");
+}
+
+std::string weightText(const ModelCheck& check, const Material& material) {
+  std::string text =
+      std::string(material.name) + ' ' + rounded(check.volume / 1000 * material.density) + " g";
+  if (material.shrinkage > 0)
+    text += ", cast from a pattern " + rounded(*check.millimetres / (1 - material.shrinkage / 100)) +
+            " mm wide (shrinks by " + rounded(material.shrinkage) + " %)";
+  return text;
+}
+
+void addWeights(std::string& text, const ModelCheck& check, const Material* material) {
+  if (!check.millimetres) return;
+  if (material != nullptr) return addLine(text, "weight", weightText(check, *material));
+  for (const Material& each : kMaterials)
+    addLine(text, &each == kMaterials.data() ? "weight" : "", weightText(check, each));
+}
+
+void addFolds(std::string& text, const ModelCheck& check, const Words& words) {
+  const Verdict& verdict = check.verdict;
+  if (check.solid) return;
+  std::string what = verdict.overlap.found
+                         ? "tubes run into each other by up to " + words.found(verdict.overlap)
+                         : std::string("none");
+  if (verdict.folds > 0)
+    what += (verdict.overlap.found ? "; " : "; but ") + std::to_string(verdict.folds) +
+            " sides turn inwards in tight bends, first at " + words.place(verdict.foldAt);
+  if (verdict.overlap.found || verdict.folds > 0) what += " (--solid heals it)";
+  addLine(text, "overlap", what);
+}
+
+Result<ModelCheck> checkBody(const Knot& knot, const KnotFields& fields, const OutputOptions& options) {
+  auto made = makeBody(knot, fields, options);
+  if (!made) return made.error();
+  ModelCheck check;
+  check.solid = true;
+  check.scale = made->scale;
+  check.millimetres = made->millimetres;
+  check.verdict = inspect(made->lines, ringCrossings(knot.strands, made->settings),
+                          crossingWindow(made->settings), TubeForm::round);
+  check.verdict.pieces = made->body.pieces;
+  check.verdict.touching = made->contacts.touching;
+  if (options.flat && !options.base) {
+    const auto lowest = std::ranges::min_element(made->lines.centres, {}, &Vec3::z);
+    check.verdict.wall = {true, (1.0 + kCutShare) * made->lines.radius, *lowest};
+  }
+  if (options.base && made->shape.plate < check.verdict.wall.value)
+    check.verdict.wall = {true, static_cast<double>(made->shape.plate), {0, 0, made->lines.curveMinimum.z}};
+  ExportScene scene{made->lines, knot.curve};
+  scene.solid = &made->body.mesh;
+  scene.millimetres = made->millimetres;
+  const auto parts = sceneParts(scene, {});
+  if (!parts) return parts.error();
+  check.closed = factsOf(*parts).open == 0;
+  check.volume = made->body.volume * std::pow(check.scale, 3);
+  return check;
+}
+
+Result<ModelCheck> checkTubes(const Knot& knot, const KnotFields& fields, const OutputOptions& options) {
+  TubeModel model;
+  if (const Status built = buildModel(knot, fields, strandColours(fields.boxes), 0, model); !built)
+    return built.error();
+  if (model.QuadCount == 0) return impossibleKnot("the knot has no strands that a model could be made of");
+  const auto millimetres = sizeTubes(model, options);
+  if (!millimetres) return millimetres.error();
+  const auto scale = modelScale(model, *millimetres);
+  if (!scale) return scale.error();
+  ModelCheck check;
+  check.scale = *scale;
+  check.millimetres = *millimetres;
+  const TubeSettings settings = tubeSettings(fields);
+  check.verdict =
+      inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
+  check.closed = factsOf(TubeMesh(model, *scale)).open == 0;
+  check.volume = check.verdict.volume * std::pow(check.scale, 3);
+  return check;
+}
+
+}  // namespace
+
+Result<ModelCheck> checkModel(const Knot& knot, const KnotFields& fields, const OutputOptions& options) {
+  auto check = options.solid ? checkBody(knot, fields, options) : checkTubes(knot, fields, options);
+  if (check) check->pieces = check->verdict.pieces;
+  return check;
+}
+
+std::vector<std::string> faultsOf(const ModelCheck& check, const Material& material) {
+  std::vector<std::string> faults;
+  const Verdict& verdict = check.verdict;
+  if (!check.closed) faults.emplace_back("the mesh is not closed");
+  if (check.pieces > 1)
+    faults.push_back("it comes out as " + std::to_string(check.pieces) +
+                     " loose pieces: a lower Z-factor, a larger Radius or Fit radius lets strands meet");
+  if (!check.millimetres) return faults;
+  if (verdict.wall.found && verdict.wall.value * check.scale < material.thinnest)
+    faults.push_back("its thinnest wall is less than the " + rounded(material.thinnest) + " mm that " +
+                     std::string(material.name) + " needs");
+  const double gap = verdict.clearance.value * check.scale;
+  if (verdict.clearance.found && gap > 0 && gap < material.narrowest)
+    faults.push_back("gaps of less than " + rounded(material.narrowest) + " mm close in " +
+                     std::string(material.name));
+  return faults;
+}
+
+std::string checkText(const ModelCheck& check, const Material* material) {
+  const Words words(check);
+  const Verdict& verdict = check.verdict;
+  std::string text;
+  addLine(text, "strands", lengthsText(verdict, words));
+  addLine(text, "pieces", piecesText(check.pieces, {check.pieces, verdict.crossings, verdict.touching}));
+  addLine(text, "closed", check.closed ? "yes" : "no");
+  addLine(text, "wall", verdict.wall.found ? words.found(verdict.wall) : "none");
+  addLine(text, "clearance",
+          !verdict.clearance.found      ? "no strands near each other"
+          : verdict.clearance.value > 0 ? words.found(verdict.clearance)
+                                        : "none: strands meet at " + words.place(verdict.clearance.at));
+  addFolds(text, check, words);
+  addLine(text, "volume",
+          check.millimetres ? rounded(check.volume / 1000) + " cm3" : rounded(check.volume) + " cubic units");
+  addWeights(text, check, material);
+  const auto faults = faultsOf(check, material != nullptr ? *material : kMaterials.front());
+  for (const std::string& fault : faults) addLine(text, "fault", fault);
+  addLine(text, "verdict", faults.empty() ? "it can be made as one piece" : "it would not come out well");
+  return text;
+}
+
+}  // namespace lorivan

@@ -1,0 +1,111 @@
+#include "model3d/solid_body.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+#include "base/numbers.h"
+#include "model3d/solid_surface.h"
+#include "model3d/vec3_math.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kFewestCells = 2, kMostCells = 64;
+constexpr std::uint32_t kUnused = 0xFFFFFFFF;
+
+/// Which corners hang together: each points to another one of its piece, the last to itself.
+class Pieces {
+ public:
+  explicit Pieces(const TriangleMesh& mesh) : parent_(mesh.points.size()) {
+    std::iota(parent_.begin(), parent_.end(), 0U);
+    for (const auto& [a, b, c] : mesh.triangles) {
+      join(a, b);
+      join(b, c);
+    }
+  }
+  std::uint32_t of(std::uint32_t corner) {
+    while (parent_[corner] != corner) corner = parent_[corner] = parent_[parent_[corner]];
+    return corner;
+  }
+
+ private:
+  void join(std::uint32_t a, std::uint32_t b) {
+    a = of(a), b = of(b);
+    parent_[std::max(a, b)] = std::min(a, b);
+  }
+  std::vector<std::uint32_t> parent_;
+};
+
+double volumeUnder(const Vec3& a, const Vec3& b, const Vec3& c) {
+  const auto product = [](float p, float q, float r) {
+    return static_cast<double>(p) * static_cast<double>(q) * static_cast<double>(r);
+  };
+  return (product(a.x, b.y, c.z) + product(b.x, c.y, a.z) + product(c.x, a.y, b.z) - product(a.x, c.y, b.z) -
+          product(b.x, a.y, c.z) - product(c.x, b.y, a.z)) /
+         6;
+}
+
+/// Takes out what is turned inwards, the surfaces of hollows, and corners that no triangle has.
+void keepOuter(SolidBody& body) {
+  TriangleMesh& mesh = body.mesh;
+  Pieces pieces(mesh);
+  std::vector<double> volume(mesh.points.size());
+  for (const auto& t : mesh.triangles)
+    volume[pieces.of(t[0])] += volumeUnder(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]]);
+  std::erase_if(mesh.triangles, [&](const auto& t) { return volume[pieces.of(t[0])] <= 0; });
+  for (const double one : volume) {
+    body.pieces += one > 0 ? 1 : 0;
+    body.volume += std::max(one, 0.0);
+  }
+  std::vector<std::uint32_t> number(mesh.points.size(), kUnused);
+  std::vector<Vec3> kept;
+  kept.reserve(mesh.points.size());
+  for (auto& triangle : mesh.triangles)
+    for (std::uint32_t& corner : triangle) {
+      if (number[corner] == kUnused) {
+        number[corner] = static_cast<std::uint32_t>(kept.size());
+        kept.push_back(mesh.points[corner]);
+      }
+      corner = number[corner];
+    }
+  mesh.points = std::move(kept);
+}
+
+/// Three triangles to two square cells of the surface, as measured on knots.
+double expectedTriangles(const CentreLines& lines, double radius, double cell) {
+  double length = 0;
+  for (std::size_t i = 0; i < lines.strandCount(); ++i) length += lines.length(i);
+  return 3 * kTwoPi * radius * length / (cell * cell);
+}
+
+}  // namespace
+
+Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape) {
+  SolidBody body;
+  const CentreLines lines(model);
+  if (lines.segments().empty() || !(model.radius > 0)) return body;
+  SolidShape held = shape;
+  held.cells = std::clamp(shape.cells, kFewestCells, kMostCells);
+  const float cell = model.radius / static_cast<float>(held.cells);
+  // Twice what is allowed: where strands run into each other there is less surface.
+  if (expectedTriangles(lines, static_cast<double>(model.radius), static_cast<double>(cell)) >
+      2.0 * kMostTriangles)
+    return refused(kTooManyTriangles);
+  const SolidField field(model, lines, held);
+  auto surface = surfaceOf(field, lines, cell);
+  if (!surface) return surface.error();
+  body.mesh = std::move(*surface);
+  keepOuter(body);
+  return body;
+}
+
+BodyWidth bodyWidth(const TubeModel& model, const SolidShape& shape) {
+  if (model.centres.empty()) return {};
+  const auto [low, high] = std::ranges::minmax(model.centres, {}, &Vec3::x);
+  const double centres = static_cast<double>(high.x) - static_cast<double>(low.x);
+  const double margin = shape.plate > 0 ? 1 + static_cast<double>(kPlateMargin) : 1;
+  return {centres + 2 * margin * static_cast<double>(model.radius), centres};
+}
+
+}  // namespace lorivan

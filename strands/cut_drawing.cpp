@@ -1,0 +1,161 @@
+#include "strands/cut_drawing.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "strands/cap_joiner.h"
+#include "strands/cut_room.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kLeastRoom = 0.1;        // millimetres between the cuts of two pieces
+constexpr double kLeastRoomShare = 0.08;  // of a band that is narrow
+constexpr double kLightestLine = 0.5;     // relative luminance
+constexpr double kNarrowest = 1.0 / 8;    // of the bands' width, for pieces that would overlap
+constexpr int kNarrowings = 7;            // halvings on the way to the width that has room
+
+/// A colour that can be seen as a thin line on white paper: light ones are darkened.
+Colour lineColour(Colour colour) {
+  while (relativeLuminance(colour) > kLightestLine)
+    colour = makeColour(redOf(colour) * 15 / 16, greenOf(colour) * 15 / 16, blueOf(colour) * 15 / 16);
+  return colour;
+}
+
+OutlineOptions outlineOptions(const KnotStyle& style, const GridView& view) {
+  OutlineOptions options;
+  options.band = style.innerWidth() * view.pixelFactor();
+  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  return options;
+}
+
+/// To a thousandth of a segment.
+void addToBox(PictureBox& box, std::span<const PointF> chain) {
+  constexpr int kParts = 32;
+  for (std::size_t i = 0; i + 3 < chain.size(); i += 3)
+    for (int part = 0; part <= kParts; ++part) {
+      const double t = static_cast<double>(part) / kParts, s = 1 - t;
+      const double a = s * s * s, b = 3 * s * s * t, c = 3 * s * t * t, d = t * t * t;
+      const double x = a * chain[i].x + b * chain[i + 1].x + c * chain[i + 2].x + d * chain[i + 3].x;
+      const double y = a * chain[i].y + b * chain[i + 1].y + c * chain[i + 2].y + d * chain[i + 3].y;
+      box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x), std::max(box.bottom, y)};
+    }
+}
+
+PictureBox boxOf(const CutDrawing& drawing) {
+  PictureBox box = kEmptyBox;
+  for (const CutStrand& strand : drawing.strands) {
+    for (const CutShape& shape : strand.shapes)
+      for (const BandContour& contour : shape) addToBox(box, contour);
+    if (!drawing.outlines)
+      for (const auto& centre : strand.centres) addToBox(box, centre);
+  }
+  return box;
+}
+
+std::vector<BandContour> contoursOf(const CutDrawing& drawing) {
+  std::vector<BandContour> contours;
+  for (const CutStrand& strand : drawing.strands)
+    for (const CutShape& shape : strand.shapes) contours.insert(contours.end(), shape.begin(), shape.end());
+  return contours;
+}
+
+CutStrand cutStrand(StrandOutline&& outline, const KnotStyle& style, const CutOptions& options) {
+  CutStrand strand{outline.slot, lineColour(style.bandColour(outline.slot)), {}, {}};
+  for (BandStretch& stretch : outline.stretches) {
+    if (options.outlines) strand.shapes.push_back(std::move(stretch.contours));
+    if (stretch.centre.size() > 3) strand.centres.push_back(std::move(stretch.centre));
+  }
+  if (!options.outlines && !options.broken) strand.centres = {std::move(outline.centre)};
+  return strand;
+}
+
+CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+                     const CutOptions& options, const OutlineOptions& widths) {
+  CutDrawing drawing;
+  drawing.outlines = options.outlines;
+  BandOutlines outlines = bandOutlines(curve, view, widths);
+  drawing.apart = !options.outlines || outlines.crowded.empty();
+  for (StrandOutline& outline : outlines.strands)
+    drawing.strands.push_back(cutStrand(std::move(outline), style, options));
+  drawing.box = boxOf(drawing);
+  return drawing;
+}
+
+/// The drawing with bands of a part of their width.
+CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+                       const CutOptions& options, double part) {
+  OutlineOptions widths = outlineOptions(style, view);
+  widths.band *= part;
+  widths.outer *= part;
+  double millimetres = options.millimetres;
+  if (options.width) {
+    const PictureBox cut = drawingOf(curve, style, view, options, widths).box;
+    if (cut.right > cut.left) millimetres = *options.width * view.width / (cut.right - cut.left);
+  }
+  const double units = view.width / millimetres;  // in a millimetre
+  const double least = std::min(kLeastRoom * units, kLeastRoomShare * widths.band);
+  widths.grow = options.kerf / 2 * units;
+  widths.gap = std::max(0.0, least + 2 * widths.grow - (widths.outer - widths.band) / 2);
+  widths.centres = true;
+  CutDrawing drawing = drawingOf(curve, style, view, options, widths);
+  // Grown outlines are fitted anew: the width is measured once more.
+  if (options.width && drawing.box.right > drawing.box.left)
+    millimetres = (*options.width + options.kerf) * view.width / (drawing.box.right - drawing.box.left);
+  drawing.millimetres = millimetres;
+  drawing.bandWidth = widths.band / units;
+  drawing.narrowed = part;
+  drawing.apart = drawing.apart && lieApart(contoursOf(drawing), least / 4);
+  return drawing;
+}
+
+}  // namespace
+
+CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+                      const CutOptions& options) {
+  if (!options.outlines) {
+    OutlineOptions widths = outlineOptions(style, view);
+    widths.centres = true;
+    CutDrawing drawing = drawingOf(curve, style, view, options, widths);
+    drawing.millimetres = options.millimetres;
+    return drawing;
+  }
+  CutDrawing drawing = cutNarrowed(curve, style, view, options, 1);
+  if (drawing.apart) return drawing;
+  double low = kNarrowest, high = 1;
+  drawing = cutNarrowed(curve, style, view, options, low);
+  for (int i = 0; drawing.apart && i < kNarrowings; ++i) {
+    const double part = (low + high) / 2;
+    CutDrawing wider = cutNarrowed(curve, style, view, options, part);
+    (wider.apart ? low : high) = part;
+    if (wider.apart) drawing = std::move(wider);
+  }
+  if (drawing.apart) return drawing;
+  drawing = cutNarrowed(curve, style, view, options, 1);
+  for (CutStrand& strand : drawing.strands) joinCaps(strand.shapes);
+  return drawing;
+}
+
+void drawCut(VectorSurface& surface, const CutDrawing& drawing) {
+  if (drawing.outlines) {
+    surface.beginGroup("outlines");
+    for (const CutStrand& strand : drawing.strands) {
+      surface.beginGroup("strand-" + std::to_string(strand.slot));
+      for (const CutShape& shape : strand.shapes) surface.strokePath(shape, strand.colour);
+      surface.endGroup();
+    }
+    surface.endGroup();
+    surface.beginHiddenGroup("centre-lines");
+  } else {
+    surface.beginGroup("centre-lines");
+  }
+  for (const CutStrand& strand : drawing.strands) {
+    surface.beginGroup((drawing.outlines ? "centre-" : "strand-") + std::to_string(strand.slot));
+    for (const auto& centre : strand.centres) surface.strokePath({&centre, 1}, strand.colour);
+    surface.endGroup();
+  }
+  surface.endGroup();
+}
+
+}  // namespace lorivan

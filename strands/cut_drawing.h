@@ -1,0 +1,53 @@
+// A knot for machines that follow lines: closed outlines of what can be seen of its bands, or the lines along
+// their middles, no line twice.
+#pragma once
+
+#include "strands/band_outline.h"
+#include "strands/knot_drawing.h"
+#include "strands/vector_surface.h"
+
+namespace lorivan {
+
+struct CutOptions {
+  bool outlines = true;              // else the centre lines alone
+  bool broken = true;                // centre lines alone: they end where a strand passes under another
+  double kerf = 0;                   // width of a cut in millimetres: outlines lie half of it further out
+  double millimetres = 0;            // width of the view's whole picture
+  std::optional<double> width = {};  // or, of outlines: that of what is cut out, millimetres
+};
+
+/// One piece to be cut out: its contour, or an outer one and a hole.
+using CutShape = std::vector<BandContour>;
+
+struct CutStrand {
+  int slot = 0;
+  Colour colour = 0;
+  std::vector<CutShape> shapes;
+  std::vector<std::vector<PointF>> centres;  // chains; one that repeats its first point at its end is closed
+};
+
+/// Units are the view's.
+struct CutDrawing {
+  std::vector<CutStrand> strands;
+  bool outlines = true;    // then the centre lines are a layer that is not shown at first
+  double millimetres = 0;  // width of the view's whole picture
+  double bandWidth = 0;    // of outlines, millimetres, before the kerf
+  double narrowed = 1;     // the part of the bands' width that this is
+  bool apart = true;       // false: pieces overlap, whatever their width
+  PictureBox box;          // of what is shown; empty, with left above right, without strands
+};
+
+/// Pieces are as wide as the coloured bands. Outlines keep 0.1 mm of room between them, or a twelfth of a
+/// narrow band: where edges are thinner than that and the kerf, bands beneath end earlier. Where pieces would
+/// overlap all bands are narrowed until they do not, down to an eighth. Strands that even then touch keep
+/// their width, and their outlines cross.
+CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+                      const CutOptions& options);
+
+/// Draws it as hairlines, a group for each strand in a group for each kind. No background.
+void drawCut(VectorSurface& surface, const CutDrawing& drawing);
+
+/// A box that holds nothing yet.
+inline constexpr PictureBox kEmptyBox{1e30, 1e30, -1e30, -1e30};
+
+}  // namespace lorivan

@@ -1,0 +1,99 @@
+#include "strands/strand_pick.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "strands/band_outline.h"
+
+namespace lorivan {
+namespace {
+
+// Bright within dark, so that one of them stands out from every colour.
+constexpr Colour kMarkDark = 0x000000, kMarkBright = 0x20F0FF;
+constexpr double kDarkWidth = 4, kBrightWidth = 2;  // reference pixels
+
+/// The place of a strand's centre line nearest to a point of the picture.
+struct Nearest {
+  double distance = HUGE_VAL, height = 0;
+};
+
+void takeNearer(Nearest& nearest, SamplePlace from, SamplePlace to, double fromZ, double toZ, double x,
+                double y) {
+  const double dx = to.x - from.x, dy = to.y - from.y, length2 = dx * dx + dy * dy;
+  const double t =
+      length2 > 0 ? std::clamp(((x - from.x) * dx + (y - from.y) * dy) / length2, 0.0, 1.0) : 0.0;
+  const double distance = std::hypot(from.x + t * dx - x, from.y + t * dy - y);
+  if (distance < nearest.distance) nearest = {distance, fromZ + t * (toZ - fromZ)};
+}
+
+/// The highest of the passages of one strand that cover the point; a distance past `reach` where none does.
+Nearest passageAt(const KnotCurve& curve, int slot, const GridView& view, double x, double y, double reach) {
+  const int first = curve.first[static_cast<std::size_t>(slot)];
+  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  Nearest highest, passage;
+  const auto sample = [&](int i) { return static_cast<std::size_t>(first + i % count); };
+  for (int i = 0; i <= count; ++i) {
+    // Samples beyond reach part the passages from each other.
+    Nearest piece;
+    takeNearer(piece, samplePlace(curve, sample(i), view), samplePlace(curve, sample(i + 1), view),
+               static_cast<double>(curve.Z[sample(i)]), static_cast<double>(curve.Z[sample(i + 1)]), x, y);
+    const bool within = piece.distance <= reach;
+    if (within && piece.distance < passage.distance) passage = piece;
+    if (within && i < count) continue;
+    if (passage.distance <= reach && (highest.distance > reach || passage.height > highest.height))
+      highest = passage;
+    passage = {};
+  }
+  return highest;
+}
+
+}  // namespace
+
+int strandAt(const KnotCurve& curve, const KnotStyle& style, const GridView& view, double x, double y) {
+  const double reach = style.outerWidth() / 2 * view.pixelFactor();
+  int found = 0;
+  double height = 0;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!curve.used(slot)) continue;
+    const Nearest at = passageAt(curve, slot, view, x, y, reach);
+    if (at.distance > reach || (found != 0 && at.height <= height)) continue;
+    found = slot;
+    height = at.height;
+  }
+  return found;
+}
+
+double strandLength(const KnotCurve& curve, int slot, float stretch) {
+  if (!curve.used(slot)) return 0;
+  const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
+  const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
+  double length = 0;
+  for (std::size_t i = first, before = last; i <= last; before = i++)
+    length += std::hypot(static_cast<double>(curve.X[i]) - curve.X[before],
+                         (static_cast<double>(curve.Y[i]) - curve.Y[before]) * stretch);
+  return length;
+}
+
+int crossingsPassed(const StrandStore& store, int slot) {
+  const auto closed = store.closed(slot);
+  if (closed.empty()) return 0;
+  return static_cast<int>(
+      std::ranges::count_if(closed.first(closed.size() - 1), [](const StrandPoint& p) { return p.z != 0; }));
+}
+
+void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
+                    int slot) {
+  OutlineOptions options;
+  options.band = style.innerWidth() * view.pixelFactor();
+  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  const BandOutlines outlines = bandOutlines(curve, view, options);
+  for (const StrandOutline& strand : outlines.strands) {
+    if (strand.slot != slot) continue;
+    for (const auto& [width, colour] : {std::pair(kDarkWidth, kMarkDark), {kBrightWidth, kMarkBright}})
+      for (const BandStretch& stretch : strand.stretches)
+        for (const BandContour& contour : stretch.contours)
+          surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});
+  }
+}
+
+}  // namespace lorivan

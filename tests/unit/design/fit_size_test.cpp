@@ -1,0 +1,86 @@
+// Knots of a wanted size, measured in the files that are made of them.
+#include "design/fit_size.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+#include "design/edits.h"
+#include "design/outputs.h"
+#include "platform/none/none_platform.h"
+#include "strands/drawn_box.h"
+
+namespace lorivan {
+namespace {
+
+Document gridOf(Shape shape, int x, int y) {
+  Document document = withField(Document(), Param::XNo, std::to_string(x));
+  document.fields.shape = shape;
+  return *newGrid(withField(document, Param::YNo, std::to_string(y)));
+}
+
+std::string made(const char* extension, const FittedSize& fitted) {
+  NonePlatform platform;
+  const auto knot = std::make_unique<Knot>();
+  EXPECT_TRUE(makeKnot(fitted.document, *knot));
+  const StrandColours colours = strandColours(fitted.document.fields.boxes);
+  OutputJob job{platform, fitted.document, *knot, colours};
+  job.options.millimetres = fitted.width;
+  MemorySink sink;
+  EXPECT_TRUE(makeOutput(*findFormat(extension, DxfKind::faces), job, sink));
+  return std::move(sink.bytes);
+}
+
+/// Least distance of the corners from the middle axis, and their height.
+std::pair<double, double> ringOf(const std::string& obj) {
+  double low = HUGE_VAL, high = -HUGE_VAL, inner = HUGE_VAL;
+  for (std::size_t at = obj.find("\nv "); at != std::string::npos; at = obj.find("\nv ", at + 1)) {
+    double x = 0, y = 0, z = 0;
+    EXPECT_EQ(std::sscanf(obj.c_str() + at + 3, "%lf %lf %lf", &x, &y, &z), 3);
+    low = std::min(low, y);
+    high = std::max(high, y);
+    inner = std::min(inner, std::hypot(x, z));
+  }
+  return {2 * inner, high - low};
+}
+
+TEST(FitSize, RingsFitTheirFingersAndWrists) {
+  for (const auto& [inner, height, percent] :
+       {std::tuple{18.2, 6.0, 0}, {16.0, 3.0, 0}, {62.0, 20.0, 75}, {21.0, 12.0, 100}}) {
+    const Document start =
+        withField(gridOf(Shape::SquareSquare, 4, 2), Param::RingPerc, std::to_string(percent));
+    const auto fitted = fitRing(start, inner, height);
+    ASSERT_TRUE(fitted) << inner << ' ' << height;
+    EXPECT_LT(fitted->error, kMostSizeError);
+    EXPECT_EQ(fitted->document.fields.whole(Param::RingPerc), percent == 0 ? 100 : percent);
+    const auto [diameter, high] = ringOf(made("obj", *fitted));
+    // Edges between corners come a little nearer to the axis than the corners do.
+    EXPECT_NEAR(diameter, inner, 0.1);
+    EXPECT_NEAR(high, height, 0.1);
+  }
+  EXPECT_FALSE(fitRing(gridOf(Shape::SquareSquare, 4, 2), 10, 900));
+}
+
+TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
+  for (const Shape shape : {Shape::SquareSquare, Shape::Hexagonal, Shape::Circular})
+    for (const auto& [width, height] : {std::pair{200.0, 120.0}, {50.0, 90.0}, {300.0, 40.0}}) {
+      const auto fitted = fitFrame(gridOf(shape, 5, 4), width, height);
+      ASSERT_TRUE(fitted) << static_cast<int>(shape) << ' ' << width;
+      EXPECT_LT(fitted->error, kMostSizeError);
+      const auto knot = std::make_unique<Knot>();
+      ASSERT_TRUE(makeKnot(fitted->document, *knot));
+      const KnotStyle style = knotStyle(fitted->document.fields, {});
+      const GridView view = viewOf(*knot, fitted->document.fields, style, 1000, true);
+      const PictureBox box = drawnBox(knot->curve, style, view, false);
+      EXPECT_NEAR((box.bottom - box.top) * width / (box.right - box.left), height, 0.1);
+      const double stretch = static_cast<double>(fitted->document.fields.number(Param::Skew));
+      EXPECT_TRUE(shape != Shape::SquareSquare || std::abs(stretch - 1) < 0.25) << "cells are about square";
+    }
+  EXPECT_EQ(parseLengths(" 200 X 120.5 ")->second, 120.5);
+  for (const char* wrong : {"", "200", "x", "200x", "0x5", "2x3x4", "1x1e9"})
+    EXPECT_FALSE(parseLengths(wrong)) << wrong;
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,69 @@
+// Sources inside other files: what is put in is found again, and nothing else is taken for one.
+#include "design/source.h"
+
+#include <gtest/gtest.h>
+
+#include "base/sink.h"
+#include "design/edits.h"
+#include "design/outputs.h"
+#include "platform/none/none_platform.h"
+
+namespace lorivan {
+namespace {
+
+TEST(Source, AnyTextComesBackFromAmongAnyBytes) {
+  std::string text;
+  for (int size = 1; size < 300; ++size) {
+    text += static_cast<char>(size * 37);
+    const std::string mark = sourceMark(text), wrapped = mark.substr(0, 15) + "\n\t " + mark.substr(15);
+    EXPECT_EQ(mark.find_first_of("<>&\"'\\()% \n"), std::string::npos);
+    EXPECT_EQ(sourceInside("lorivan-knot:" + std::string("\0\xFF;", 3) + wrapped + sourceMark("other")),
+              text);
+    EXPECT_FALSE(sourceInside(mark.substr(0, mark.size() - 1))) << "cut off";
+  }
+}
+
+TEST(Source, DamagedMarksAreNone) {
+  for (const char* bytes :
+       {"", "lorivan-knot:", "lorivan-knot:;", "lorivan-knot:QUJD", "lorivan-knot:QUJ;", "lorivan-knot:QUJ*;",
+        "lorivan-knot:QU=D;", "lorivan-knot:====;", "lorivan:QUJD;"})
+    EXPECT_FALSE(sourceInside(bytes)) << bytes;
+  EXPECT_FALSE(sourceInside("lorivan-knot:" + std::string(6'000'000, 'A') + ';')) << "too large";
+}
+
+/// Bytes of a document in a format.
+std::string made(Platform& platform, const Document& document, std::string_view extension) {
+  Knot knot;
+  EXPECT_TRUE(makeKnot(document, knot));
+  const StrandColours colours = strandColours(document.fields.boxes);
+  MemorySink sink;
+  const Status status =
+      makeOutput(*findFormat(extension, DxfKind::faces), {platform, document, knot, colours}, sink);
+  EXPECT_TRUE(status) << status.error().message;
+  return std::move(sink.bytes);
+}
+
+TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
+  NonePlatform platform;
+  Document document = withField(withField(Document{}, Param::XNo, "4"), Param::PolyRadius, "0.2");
+  document.fields.boxes[2] = 0x123456;
+  document = *newGrid(document);
+  int carriers = 0;
+  for (const ExportFormat& format : exportFormats()) {
+    if (!format.carriesSource) continue;
+    ++carriers;
+    const std::string path = testing::TempDir() + "source." + std::string(format.extension);
+    const std::string bytes = made(platform, document, format.extension);
+    ASSERT_TRUE(writeFile(path, bytes));
+    EXPECT_TRUE(canHoldKnot(path) && holdsKnot(path)) << path;
+    const auto read = readKnotFile(path);
+    ASSERT_TRUE(read) << path << ": " << read.error().message;
+    EXPECT_EQ(documentText(read->document), made(platform, document, "qzd")) << path;
+    EXPECT_EQ(made(platform, read->document, format.extension), bytes) << path;
+  }
+  EXPECT_GE(carriers, 2);
+  EXPECT_EQ(sourceInside(made(platform, document, "stl")), std::nullopt) << "required forms stay as they are";
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,117 @@
+// The verdict on a model against what every pair of its file's triangles says.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "brute_force.h"
+#include "export/formats.h"
+#include "sample_knots.h"
+
+namespace lorivan {
+namespace {
+
+std::vector<PlacedTriangle> exported(const TubeModel& model) {
+  const KnotCurve curve;
+  ExportScene scene{model, curve};
+  MemorySink sink;
+  EXPECT_TRUE(static_cast<bool>(findFormat("stl", DxfKind::faces)->write(scene, sink)));
+  return placed(readStl(sink.bytes), model.sides);
+}
+
+TEST(Verdict, AgreesWithEveryPairOfTriangles) {
+  struct Case {
+    Shape shape;
+    int x, y, sides, points, window;
+    float radius, height, ring;
+  };
+  for (const Case& c :
+       {Case{Shape::Hexagonal, 2, 2, 5, 4, 2, 5, 2, 0}, Case{Shape::SquareSquare, 3, 2, 8, 4, 2, 3, 0.6F, 0},
+        Case{Shape::Triangle, 3, 3, 7, 4, 2, 3, 3, 60}}) {
+    TubeSettings tube;
+    tube.polySides = c.sides;
+    tube.polyPoints = c.points;
+    tube.polyRadius = c.radius;
+    tube.polyZF = c.height;
+    tube.ringPercent = c.ring;
+    SCOPED_TRACE(testing::Message() << "sides " << c.sides << ", ring " << c.ring);
+    const TubeModel model = standardKnot(c.shape, c.x, c.y, tube).model;
+    const auto triangles = exported(model);
+    ASSERT_EQ(triangles.size(), 2U * static_cast<std::size_t>(model.QuadCount));
+    const Verdict verdict = inspect(model, {}, c.window, TubeForm::polygons);
+
+    const CentreLines lines(model);
+    double length = 0;
+    for (const double one : verdict.lengths) length += one;
+    const double leastWay =
+        std::max(4.0 * model.radius, length / static_cast<double>(model.centres.size()) * 4 * c.window);
+    const auto counts = [&](std::uint32_t a, std::uint32_t b) {
+      const auto way = static_cast<double>(lines.wayBetween(a, b));
+      return way >= leastWay && way >= 2.0 * nearestOf(lines.segments()[a], lines.segments()[b]).distance;
+    };
+    const float clearance = bruteClearance(triangles, counts);
+    EXPECT_NEAR(verdict.clearance.value, clearance, 0.02 * clearance + 0.001);
+    const float wall = bruteWall(triangles, lines, 2 * model.radius);
+    EXPECT_NEAR(verdict.wall.value, wall, 0.02 * wall + 0.001);
+
+    std::vector<ReadTriangle> read;
+    for (const PlacedTriangle& t : triangles) {
+      read.emplace_back();
+      for (std::size_t i = 0; i < 3; ++i) read.back()[i] = {t.corner[i].x, t.corner[i].y, t.corner[i].z};
+    }
+    EXPECT_NEAR(verdict.volume, factsOf(read).volume, 0.02 * verdict.volume);
+  }
+}
+
+/// Two hoops whose gap is known, linked or in one another.
+TEST(Verdict, KnowsGapsAndPieces) {
+  const auto hoops = [](float gap) {
+    std::vector<std::vector<Vec3>> lines(2);
+    for (int i = 0; i < 200; ++i) {
+      const auto c = static_cast<float>(std::cos(i * 0.0314159)),
+                 s = static_cast<float>(std::sin(i * 0.0314159));
+      lines[0].push_back({3 * c, 3 * s, 0});
+      lines[1].push_back({3 * c, 3 * s, 1 + gap});
+    }
+    return sweptTube(lines, 200, 0.5F);
+  };
+  const RingCrossing crossing{20, 220};
+  for (const float gap : {0.5F, 0.01F}) {
+    const Verdict apart = inspect(hoops(gap), {&crossing, 1}, 3, TubeForm::polygons);
+    EXPECT_NEAR(apart.clearance.value, gap, 0.02 * gap + 3e-4);
+    EXPECT_TRUE(apart.pieces == 2 && apart.touching == 0 && !apart.overlap.found && apart.folds == 0);
+  }
+  const Verdict together = inspect(hoops(-0.1F), {&crossing, 1}, 3, TubeForm::polygons);
+  EXPECT_NEAR(together.overlap.value, 0.1, 1e-4);
+  EXPECT_TRUE(together.pieces == 1 && together.touching == 1 && together.clearance.value == 0);
+  EXPECT_NEAR(together.wall.value, 1, 0.01);
+  EXPECT_NEAR(together.lengths.at(0), 6 * 3.14159, 0.01);
+}
+
+/// No pair of places on two triangles is nearer than what is said, and one pair is as near.
+TEST(Verdict, TrianglesAreAsFarApartAsTheirNearestPlaces) {
+  using namespace vec;
+  std::mt19937 random(3);
+  std::uniform_real_distribution<float> anywhere(-1, 1);
+  const auto place = [](const Triangle3& t, int i, int j) {
+    const float u = static_cast<float>(i) / 30, v = static_cast<float>(j) / 30 * (1 - u);
+    return t[0] + (t[1] - t[0]) * u + (t[2] - t[0]) * v;
+  };
+  for (int round = 0; round < 20; ++round) {
+    Triangle3 one, two;
+    for (Vec3& p : one) p = {anywhere(random), anywhere(random), anywhere(random)};
+    for (Vec3& p : two) p = {anywhere(random) + 1, anywhere(random), anywhere(random)};
+    float sampled = 1e9F;
+    for (int i = 0; i <= 30; ++i)
+      for (int j = 0; j <= 30; ++j)
+        for (int k = 0; k <= 30; ++k)
+          for (int l = 0; l <= 30; ++l)
+            sampled = std::min(sampled, length(place(one, i, j) - place(two, k, l)));
+    const Apart apart = trianglesApart(one, two);
+    EXPECT_LE(apart.distance, sampled + 1e-5F);
+    EXPECT_GE(apart.distance, sampled - 0.08F);
+    EXPECT_NEAR(length(apart.one - apart.two), apart.distance, 1e-5);
+  }
+}
+
+}  // namespace
+}  // namespace lorivan

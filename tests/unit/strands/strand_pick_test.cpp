@@ -1,0 +1,58 @@
+// Which strand lies under the pointer, and what is told of it.
+#include "strands/strand_pick.h"
+
+#include <gtest/gtest.h>
+
+#include "knot_maker.h"
+#include "platform/none/recording_surface.h"
+
+namespace lorivan {
+namespace {
+
+/// Strands by the colours that a picture shows.
+TEST(StrandPick, TheStrandThatIsSeenIsFound) {
+  for (const Shape shape : {Shape::SquareSquare, Shape::Octagonal, Shape::Spiral}) {
+    const MadeKnot knot = makeKnot(fieldsOf(shape, 4, 3, 24), {.startColour = 1});
+    ASSERT_EQ(knot.error, "");
+    KnotStyle style;
+    style.width = 6;
+    style.edge = 2;
+    for (int k = 1; k < kStrandSlots; ++k)
+      style.colours.argb[static_cast<std::size_t>(k)] = toArgb(0x400000 + k);
+    KnotStyle thinner = style;
+    thinner.width = 5;
+    GridView view(knot.settings.stretch, 1000);
+    fitView(view, *knot.graph, knot.curve, style);
+    RecordingSurface picture(1000, 800);
+    drawKnot(picture, knot.curve, style, view);
+    int seen = 0, wrong = 0;
+    for (int y = 0; y < 800; y += 7)
+      for (int x = 0; x < 1000; x += 7) {
+        const int slot = strandAt(knot.curve, style, view, x, y);
+        const Colour colour = picture.pixel({x, y});
+        // Between its samples the curve is followed to a pixel or two.
+        EXPECT_TRUE(colour != 0xFFFFFF || strandAt(knot.curve, thinner, view, x, y) == 0) << x << ' ' << y;
+        if ((colour & 0xFFFF00) != 0x400000) continue;
+        wrong += slot != static_cast<int>(colour & 0xFF) ? 1 : 0;
+        ++seen;
+      }
+    EXPECT_TRUE(seen > 500 && wrong < seen / 100) << wrong << " of " << seen;
+  }
+}
+
+TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
+  const MadeKnot small = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 10)),
+                 large = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 30));
+  int passed = 0;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!small.curve.used(slot)) continue;
+    passed += crossingsPassed(*small.store, slot);
+    const double length = strandLength(small.curve, slot, small.settings.stretch);
+    EXPECT_NEAR(strandLength(large.curve, slot, large.settings.stretch) / length, 3, 0.1);
+    EXPECT_GT(length, 14.0 * crossingsPassed(*small.store, slot) * 0.4) << "crossings lie 7 units apart";
+  }
+  EXPECT_EQ(passed, 2 * countKnot(*small.graph, *small.store).crossings);
+}
+
+}  // namespace
+}  // namespace lorivan

@@ -1,0 +1,211 @@
+// The hand on the flat picture: strokes, symmetry, strands, the lens and the keyboard.
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+#include "base/numbers.h"
+#include "design/edits.h"
+#include "design/kept_walls.h"
+#include "main_window_driver.h"
+
+namespace lorivan {
+namespace {
+
+class HandTest : public MainWindowTest {
+ protected:
+  HandTest() { stored("DrawAtOnce") = "True"; }
+  void grid(const char* x, const char* y) { enter(Param::XNo, x), enter(Param::YNo, y); }
+  GridView view() {
+    return bench().flat.lens.through(viewOf(bench().knot(), document().fields,
+                                            knotStyle(document().fields, {}), w->surface(kGrid).width(),
+                                            true));
+  }
+  PointI middle(int j) { return view().pixel(line(j).MidX, line(j).MidY); }
+  int lineAt(int x, int y) { return FindLine(bench().knot().graph, float(x), float(y)); }
+  void wheel(PointI at, int steps) {
+    w->userMouse(kGrid, {.action = MouseAction::wheel, .x = at.x, .y = at.y, .steps = steps});
+  }
+  bool key(Key key, bool shift = false) { return w->userPresses({key, shift, false, false, true}); }
+  std::string undoName() { return bench().session.history().undoName(); }
+  bool symmetric() {
+    for (int j = 0; j < lines(); ++j)
+      for (const int image : bench().symmetry.imagesOf(j))
+        if (line(image).Kind != line(j).Kind) return false;
+    return true;
+  }
+  /// Walls turn strands back on both sides and count as passed by both.
+  bool everyCrossingIsPassedTwice() {
+    for (int j = 0; j < lines(); ++j)
+      if ((line(j).Kind & 1) != 0 && line(j).Passes != 2) return false;
+    return true;
+  }
+};
+
+TEST_F(HandTest, AStrokeIsOneStepOfWallsWithTheirImages) {
+  start();
+  grid("4", "4");
+  pick("mnuSymmetryLeftRight");
+  const int first = lineAt(-30, 15), second = lineAt(-30, -15), image = lineAt(30, 15);
+  ASSERT_TRUE(first >= 0 && second >= 0 && image >= 0);
+  const Document before = document();
+  drag(kGrid, {middle(first).x, middle(first).y - 12}, {middle(second).x, middle(second).y + 12});
+  for (const int wall : {first, second, image}) EXPECT_EQ(line(wall).Kind, kWall);
+  EXPECT_TRUE(wallCount(document()) == 4 && undoName() == "Walls" && statusStarts("4 walls; "));
+  drag(kGrid, {middle(image).x, middle(image).y - 12}, {middle(image).x, middle(image).y + 12}, 2);
+  EXPECT_TRUE(wallCount(document()) == 2 && undoName() == "Ordinary lines");
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(wallCount(document()), 4);
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(document(), before);
+  const PointI at = middle(first);
+  drag(kGrid, at, {at.x + 2, at.y});
+  EXPECT_TRUE(line(first).Kind == kWall && line(image).Kind == kWall && undoName() == "Wall")
+      << "a hand that trembles clicks";
+  choose(Shape::Triangle);
+  EXPECT_TRUE(statusStarts("2 walls dropped, Ctrl+Z brings them back; ")) << w->status();
+  EXPECT_TRUE(bench().symmetry.inForce() == kLeftRight || !bench().symmetry.allows(kLeftRight));
+}
+
+TEST_F(HandTest, HoveringTellsAndMarksAndLeavesNoTrace) {
+  start();
+  grid("4", "4");
+  pick("mnuSymmetryBoth");
+  const auto before = pixels();
+  const std::string told = w->status();
+  const PointI at = middle(lineAt(-30, 15));
+  w->userMouse(kGrid, {MouseAction::move, 0, at.x, at.y});
+  EXPECT_EQ(w->status(), "Crossing; a click changes 4 lines, a drag sets walls");
+  EXPECT_NE(pixels(), before);
+  pick("mnuEditCopy");
+  ASSERT_TRUE(platform.clipboard().picture);
+  EXPECT_TRUE(std::ranges::equal(platform.clipboard().picture->pixels(), before))
+      << "marks are no part of it";
+  EXPECT_NE(pixels(), before) << "and stay on the screen";
+  w->userMouse(kGrid, {MouseAction::leave, 0, at.x, at.y});
+  EXPECT_EQ(pixels(), before);
+  bench().status(told);
+  wheel(at, 3);
+  pick("mnuEditCopy");
+  EXPECT_TRUE(std::ranges::equal(platform.clipboard().picture->pixels(), before)) << "the whole picture";
+}
+
+TEST_F(HandTest, LinesAreFoundAtEveryZoom) {
+  start();
+  grid("5", "4");
+  const Document before = document();
+  for (const int steps : {4, 9, -30, 2}) {
+    const PointI at = middle(lineAt(15, 15));
+    wheel(at, steps);
+    EXPECT_TRUE(std::abs(middle(lineAt(15, 15)).x - at.x) <= 4 &&
+                std::abs(middle(lineAt(15, 15)).y - at.y) <= 4)
+        << "what is under the pointer stays there";
+    w->userClicksAt(kGrid, 1, at.x, at.y);
+    EXPECT_EQ(line(lineAt(15, 15)).Kind, kWall) << steps;
+    w->userClicksAt(kGrid, 2, at.x, at.y);
+    EXPECT_EQ(document(), before);
+  }
+  const PointI at = middle(0);
+  drag(kGrid, {100, 100}, {130, 90}, 3);
+  EXPECT_TRUE(middle(0).x == at.x + 30 && middle(0).y == at.y - 10) << middle(0).x - at.x;
+  EXPECT_TRUE(w->userPresses({Key::plus}) && w->userPresses({Key::minus}));
+  EXPECT_EQ(document(), before);
+}
+
+TEST_F(HandTest, AStrandIsMarkedAndRecoloured) {
+  start();
+  const auto before = pixels();
+  // Beside the middle of the picture, where the grid has a point and no line's midpoint.
+  const KnotCurve& curve = bench().knot().curve;
+  int slot = 12, sample = 0;
+  PointI at{};
+  for (sample = curve.first[12]; sample <= curve.last[12]; ++sample) {
+    const SamplePlace place = samplePlace(curve, std::size_t(sample), view());
+    at = {toInt32(place.x), toInt32(place.y)};
+    if (curve.Z[std::size_t(sample)] >= 0 && bench().flat.lineAt(bench().knot(), at.x, at.y) < 0) break;
+  }
+  ASSERT_LE(sample, curve.last[12]);
+  w->userClicksAt(kGrid, 1, at.x, at.y);
+  EXPECT_EQ(bench().flat.markedStrand(), slot);
+  EXPECT_TRUE(statusStarts("Strand 1 of 3: ") && w->status().find(" passes ") != std::string::npos)
+      << w->status();
+  EXPECT_NE(pixels(), before);
+  platform.dialogs.answerColour(0x123456);
+  w->userMouse(kGrid, {MouseAction::press, 1, at.x, at.y});
+  w->userMouse(kGrid, {MouseAction::doubleClick, 1, at.x, at.y});
+  EXPECT_EQ(document().fields.boxes[11], 0x123456U) << "colour 12";
+  EXPECT_EQ(wallCount(document()), 0);
+  EXPECT_TRUE(key(Key::escape) && bench().flat.markedStrand() == 0 && !key(Key::escape));
+}
+
+TEST_F(HandTest, TheKeyboardSetsWalls) {
+  start();
+  pick("mnuEditLines");
+  const int first = bench().hand.walk.line();
+  ASSERT_GE(first, 0);
+  EXPECT_TRUE(key(Key::right) && bench().hand.walk.line() != first);
+  EXPECT_TRUE(key(Key::left) && bench().hand.walk.line() == first);
+  EXPECT_TRUE(key(Key::space) && line(first).Kind == kWall);
+  EXPECT_TRUE(key(Key::space, true) && line(first).Kind == kOrdinary);
+  EXPECT_FALSE(w->userPresses({Key::space})) << "a button that has the focus keeps its keys";
+  click("cmd3DView");
+  EXPECT_FALSE(key(Key::space)) << "not in the 3-D view";
+}
+
+TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
+  start();
+  grid("4", "4");
+  pick("mnuSymmetryHalfTurn");
+  pick("mnuStrands3");
+  EXPECT_TRUE(symmetric() && undoName() == "3 strands" && statusStarts("3 strands, ")) << w->status();
+  pick("mnuEditUndoStep");
+  const Document before = document();
+  for (const char* wrong : {"0", "40", "two"}) {
+    platform.dialogs.answerInput(wrong);
+    pick("mnuStrandsOther");
+    EXPECT_EQ(w->status(), "A knot has 1 to 39 strands");
+  }
+  platform.dialogs.answerInput("39");
+  pick("mnuStrandsOther");
+  EXPECT_TRUE(document() == before && w->status().find("39") != std::string::npos) << w->status();
+}
+
+TEST_F(HandTest, RandomGesturesKeepTheSymmetryAndEveryCrossing) {
+  const char* const count = std::getenv("LORIVAN_GESTURES");
+  const int gestures = count != nullptr ? std::atoi(count) : 300;
+  start();
+  const Rnd random = seededRandom(2024);
+  const auto below = [&](int n) { return std::min(n - 1, static_cast<int>(random() * n)); };
+  const char* const symmetries[] = {"mnuSymmetryNone", "mnuSymmetryLeftRight", "mnuSymmetryTopBottom",
+                                    "mnuSymmetryBoth", "mnuSymmetryHalfTurn",  "mnuSymmetryTurns0"};
+  const Shape shapes[] = {Shape::SquareSquare, Shape::Circular, Shape::Octagonal, Shape::Cross,
+                          Shape::RegularHexagonal};
+  for (int i = 0; i < gestures; ++i) {
+    if (i % 50 == 0) {
+      choose(shapes[static_cast<std::size_t>(i / 50 % 5)]);
+      grid(i % 100 == 0 ? "5" : "4", "4");
+      const char* const symmetry = symmetries[static_cast<std::size_t>(i / 50 % 6)];
+      if (w->commandVisible(w->command(symmetry)) && commandEnabled(symmetry)) pick(symmetry);
+    }
+    const PointI from{below(500), below(400)}, to{below(500), below(400)};
+    const int button = 1 + below(2);
+    switch (below(5)) {
+      case 0:
+        wheel(from, below(7) - 3);
+        break;
+      case 1:
+        w->userClicksAt(kGrid, button, middle(below(lines())).x, middle(below(lines())).y);
+        break;
+      case 2:
+        key(std::array{Key::left, Key::right, Key::up, Key::down}[static_cast<std::size_t>(below(4))]);
+        key(Key::space, button == 1);
+        break;
+      default:
+        drag(kGrid, from, to, button);
+    }
+    ASSERT_TRUE(symmetric()) << i;
+    ASSERT_TRUE(drawn() && everyCrossingIsPassedTwice()) << i << ": " << w->status();
+  }
+}
+
+}  // namespace
+}  // namespace lorivan
