@@ -5,12 +5,12 @@
 #include <string>
 
 #include "base/bytes.h"
+#include "base/escaped_text.h"
 #include "base/numbers.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"
 #include "export/writers.h"
-#include "export/xml_text.h"
 
 namespace lorivan {
 namespace {

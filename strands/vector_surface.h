@@ -70,7 +70,4 @@ class VectorSurface : public Surface {
 /// Without trailing zeros and without "-0".
 void appendDecimal(std::string& out, double value, int decimals);
 
-/// Text as XML content or attribute; control characters are left out.
-std::string xmlText(std::string_view text);
-
 }  // namespace lorivan
