@@ -14,6 +14,7 @@
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/model_check.h"
+#include "design/model_output.h"
 #include "design/outputs.h"
 #include "design/vector_outputs.h"
 
@@ -163,6 +164,7 @@ void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
   if (options.lines) noteIgnored(fields, "--lines", canBeCut);
   if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
   if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
+  if (options.relief) noteIgnored(fields, "--relief", canBeRelief);
   if (options.tube)
     noteIgnored(fields, "--tube", [](const ExportFormat& format) { return format.width == WidthOf::model; });
   if (options.solid)

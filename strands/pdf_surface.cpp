@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/xml_text.h"
+
 namespace lorivan {
 namespace {
 

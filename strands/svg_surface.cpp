@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/xml_text.h"
+
 namespace lorivan {
 namespace {
 
