@@ -156,7 +156,8 @@ Result<std::string> makeReliefPicture(const OutputJob& job) {
   if (bytes.empty()) return unwritable("the picture could not be deflated");
   if (job.note)
     job.note(perLevel + " mm per level, " + std::string(MyFormat(static_cast<float>(map->top * width))) +
-             " mm from 0 to 65535 at a width of " + shortestText(static_cast<float>(width)) + " mm");
+             " mm from 0 to 65535 at a width of " +
+             shortestText(static_cast<float>(roundHalfEven(width * 1000) / 1000)) + " mm");
   return withPngSource(std::move(bytes), sourceOf(job));
 }
 

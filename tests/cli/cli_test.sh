@@ -164,7 +164,7 @@ expect 5 "cannot write no/such" --weld -o lost.obj -o no/such/x.svg
 compgen -G 'lost*' >/dev/null && fault "materials were left although another output failed"
 expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o relief.png -o relief.stl
 grep -q "mm changes nothing" err.txt && fault "a height map has a size"
-expect 0 "at a width of 11.0" --shape Star --relief --height 10 --mm 20 -o high.png
+expect 0 "at a width of 11 mm" --shape Star --relief --height 10 --mm 20 -o high.png
 expect 0 "--relief changes nothing in: obj" --relief -o tubes.obj
 expect 0 "" -o plain.obj
 same plain.obj tubes.obj
