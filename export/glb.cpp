@@ -5,8 +5,8 @@
 #include <string>
 
 #include "base/bytes.h"
+#include "base/escaped_text.h"
 #include "base/numbers.h"
-#include "base/xml_text.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "base/checksum.h"
-#include "base/xml_text.h"
+#include "base/escaped_text.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/xml_text.h"
+#include "base/escaped_text.h"
 
 namespace lorivan {
 namespace {

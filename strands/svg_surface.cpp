@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/xml_text.h"
+#include "base/escaped_text.h"
 
 namespace lorivan {
 namespace {
