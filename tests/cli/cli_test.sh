@@ -143,6 +143,7 @@ expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
 expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 (($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
 expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
 for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
