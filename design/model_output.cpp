@@ -99,8 +99,9 @@ Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) 
   const auto millimetres = sized ? sizeTubes(own, job.options) : Result(wantedWidth(format, job, model));
   if (!millimetres) return millimetres.error();
   if (job.note && format.takesSolid && !(job.options.relief && canBeRelief(format))) {
-    const Contacts contacts = modelContacts(job.knot, job.document.fields, model);
-    tellPieces(job, contacts.pieces, contacts);
+    const Verdict verdict = inspectModel(job.knot, job.document.fields, model);
+    tellPieces(job, verdict.pieces, {verdict.pieces, verdict.crossings, verdict.touching});
+    if (verdict.folds > 0 || verdict.overlap.found) job.note("the model overlaps itself; --solid heals it");
   }
   return writeWith(format, job, *texts, model, *millimetres, nullptr, sink);
 }
