@@ -214,7 +214,8 @@ int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
       report_.reached(name, (static_cast<double>(done_) + file) * part);
     };
     job.progress(0);
-    job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
+    // What nobody reads needs no looking for: that takes longer than writing a large mesh.
+    if (!line_.quiet) job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
     job.fileName = name;
     if (const int status = files.write(job, name); status != kDone) return status;
   }
