@@ -164,11 +164,20 @@ class BandClipper {
     }
   }
 
-  std::vector<std::vector<PointF>> run() {
+  std::optional<std::vector<std::vector<PointF>>> run() {
     cutAll();
     keepParts();
     dropSpurs();
-    return chain();
+    auto contours = chain();
+    if (closed_) return contours;
+    // A border is missing: every part is judged by itself now.
+    careful_ = true;
+    kept_.clear();
+    runs_.clear();
+    keepParts();
+    contours = chain();
+    if (!closed_) return std::nullopt;
+    return contours;
   }
 
  private:
@@ -316,7 +325,7 @@ class BandClipper {
     const std::size_t n = run.size();
     if (n > 0) {
       const bool is = isBorder(run[n / 3]);
-      const bool agree = n < 2 || isBorder(run[n - 1 - n / 3]) == is;
+      const bool agree = !careful_ && (n < 2 || isBorder(run[n - 1 - n / 3]) == is);
       const std::size_t begin = kept_.size();
       for (const Border& part : run)
         if (agree ? is : isBorder(part)) kept_.push_back(part);
@@ -363,8 +372,9 @@ class BandClipper {
     return {a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)};
   }
 
-  std::vector<std::vector<PointF>> chain() const {
+  std::vector<std::vector<PointF>> chain() {
     std::vector<std::vector<PointF>> contours;
+    closed_ = true;
     const std::vector<std::size_t> next = followers();
     std::vector<bool> used(kept_.size(), false);
     for (std::size_t first = 0; first < kept_.size(); ++first) {
@@ -374,7 +384,9 @@ class BandClipper {
         used[at] = true;
         ring.push_back(at);
       }
-      if (isWorthIt(ring)) contours.push_back(fit(std::move(ring)));
+      if (!isWorthIt(ring)) continue;
+      closed_ &= lengthOf(kept_[ring.front()].from.at - kept_[ring.back()].to.at) < kJoin * tolerance_;
+      contours.push_back(fit(std::move(ring)));
     }
     return contours;
   }
@@ -462,6 +474,8 @@ class BandClipper {
   std::vector<Cut> cuts_;
   std::vector<Run> runs_;
   std::vector<Border> lines_, kept_;
+  bool closed_ = true;    // whether all contours led back to where they began
+  bool careful_ = false;  // whether every part of a run is judged by itself
 };
 
 /// Pieces of one loop that overlap become one: an edge must not lie within its own copy.
@@ -488,8 +502,9 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
 
 }  // namespace
 
-std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
-                                          std::span<const BandPiece> covers, double clear, double tolerance) {
+std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
+                                                         std::span<const BandPiece> covers, double clear,
+                                                         double tolerance) {
   return BandClipper(band, half, joined(covers), clear, tolerance).run();
 }
 

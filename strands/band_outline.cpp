@@ -255,8 +255,9 @@ class Outliner {
     const BandPiece piece{&band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
-    for (BandContour& chain : clipBand(piece, half_, covers, clear_, tolerance_))
-      std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
+    auto chains = clipBand(piece, half_, covers, clear_, tolerance_);
+    if (!chains) return plain(band, begin, end, made);
+    for (BandContour& chain : *chains) std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
     addStretches(std::move(all), made);
   }
 
