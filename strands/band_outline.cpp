@@ -41,7 +41,7 @@ class Outliner {
       while (at != crossings.end() && at->under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
-    outlines.crowded = std::move(crowded_);
+    outlines.crowded = crowded_;
     outlines.complete = clipped_ <= options_.mostClipped;
     return outlines;
   }
@@ -67,8 +67,7 @@ class Outliner {
     for (const BandCrossing& c : unders) {
       back.push_back(exits_.leave(c, -1));
       on.push_back(exits_.leave(c, 1));
-      if (back.back().isCrowded() || on.back().isCrowded())
-        crowded_.push_back({loop(c.over).slot(), toPointF(loop(c.over).spot(c.overAt).at)});
+      if (back.back().isCrowded() || on.back().isCrowded()) ++crowded_;
     }
     for (std::size_t i = 0; i + 1 < unders.size(); ++i) stretch(band, on[i], back[i + 1], 0, made);
     stretch(band, on.back(), back.front(), band.size(), made);
@@ -278,9 +277,8 @@ class Outliner {
   const OutlineOptions& options_;
   double half_, clear_, tolerance_;
   BandExits exits_;
-  std::vector<CrowdedCrossing> crowded_;
   OffsetSide line_, edge_;
-  int clipped_ = 0;
+  int clipped_ = 0, crowded_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

@@ -221,7 +221,7 @@ Status Handlers::writeModel(const ExportFormat& format, std::shared_ptr<KnotMode
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);
   job.progress = progress;
-  job.note = [&note](const std::string& text) { note = text; };
+  job.note = [&note](const std::string& text) { note += (note.empty() ? "" : "; ") + text; };
   job.fileName = path;
   job.model = std::move(model);
   const Status made = makeOutput(format, job, **sink);

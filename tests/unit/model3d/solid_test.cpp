@@ -94,6 +94,15 @@ TEST(Solid, StrandsAreOnePieceWhereTheyMeet) {
   }
 }
 
+TEST(Solid, RefusesWhatWouldNotFitIntoMemory) {
+  const TubeModel model = rounds({{0, 0, 0}, {7.2F, 0, 0}}, 3, 0.5F);
+  for (const SolidShape& shape : {SolidShape{4, 0, 1e6F}, SolidShape{4, 1e4F}, SolidShape{64, 0, 50}}) {
+    const auto body = fuse(model, shape);
+    ASSERT_FALSE(body);
+    EXPECT_EQ(body.error().kind, ErrorKind::limit);
+  }
+}
+
 /// Strands that cut each other anywhere on cells as large as they are thick pass faces in every way.
 TEST(Solid, TanglesAreClosedToo) {
   std::mt19937 random(7);

@@ -106,7 +106,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
       options.band = drawn.style.innerWidth();
       options.outer = drawn.style.outerWidth();
       const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
-      EXPECT_TRUE(outlines.crowded.empty());
+      EXPECT_EQ(outlines.crowded, 0);
       std::size_t stretches = 0;
       for (const StrandOutline& strand : outlines.strands)
         for (const BandStretch& stretch : strand.stretches) {
@@ -274,9 +274,8 @@ TEST(BandOutlines, CrowdedCrossingsAreNamedAndStayWhole) {
   options.band = style.innerWidth() * 1.2;
   options.outer = style.outerWidth();
   const BandOutlines outlines = bandOutlines(curve, view, options);
-  EXPECT_FALSE(outlines.crowded.empty());
-  EXPECT_LE(outlines.crowded.size(), 8U) << "at the four corners only";
-  for (const CrowdedCrossing& crossing : outlines.crowded) EXPECT_GT(crossing.slot, 0);
+  EXPECT_GT(outlines.crowded, 0);
+  EXPECT_LE(outlines.crowded, 8) << "at the four corners only";
 }
 
 }  // namespace
