@@ -12,6 +12,9 @@ namespace lorivan {
 namespace {
 
 constexpr int kFewestCells = 2, kMostCells = 64;
+// Rounder hollows reach from strand to strand across the knot's gaps and past the cells that are looked at.
+constexpr float kLargestFillet = 4;  // in radii of a strand
+constexpr const char* kTooRound = "the corners cannot be rounder than two strands are thick: less --fillet";
 constexpr std::uint32_t kUnused = 0xFFFFFFFF;
 
 /// Which corners hang together: each points to another one of its piece, the last to itself.
@@ -72,11 +75,18 @@ void keepOuter(SolidBody& body) {
   mesh.points = std::move(kept);
 }
 
-/// Three triangles to two square cells of the surface, as measured on knots.
-double expectedTriangles(const CentreLines& lines, double radius, double cell) {
+/// Three triangles to two square cells of the surface, as measured on knots, of the strands.
+double strandTriangles(const CentreLines& lines, double radius, double cell) {
   double length = 0;
   for (std::size_t i = 0; i < lines.strandCount(); ++i) length += lines.length(i);
   return 3 * kTwoPi * radius * length / (cell * cell);
+}
+
+/// At least so many triangles has the rim of a plate: its outline is no shorter than twice the diagonal.
+double rimTriangles(const CentreLines& lines, double plate, double cell) {
+  const double x = static_cast<double>(lines.high().x - lines.low().x);
+  const double y = static_cast<double>(lines.high().y - lines.low().y);
+  return 4 * std::hypot(x, y) * plate / (cell * cell);
 }
 
 }  // namespace
@@ -88,9 +98,11 @@ Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape) {
   SolidShape held = shape;
   held.cells = std::clamp(shape.cells, kFewestCells, kMostCells);
   const float cell = model.radius / static_cast<float>(held.cells);
-  // Twice what is allowed: where strands run into each other there is less surface.
-  if (expectedTriangles(lines, static_cast<double>(model.radius), static_cast<double>(cell)) >
-      2.0 * kMostTriangles)
+  if (held.fillet > kLargestFillet * model.radius) return wrongUsage(kTooRound);
+  const double radius = static_cast<double>(model.radius), side = static_cast<double>(cell);
+  // Half of the strands: where they run into each other there is less surface.
+  if (strandTriangles(lines, radius, side) / 2 + rimTriangles(lines, static_cast<double>(held.plate), side) >
+      kMostTriangles)
     return refused(kTooManyTriangles);
   const SolidField field(model, lines, held);
   auto surface = surfaceOf(field, lines, cell);

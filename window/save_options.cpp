@@ -21,7 +21,7 @@ constexpr std::array<Choice, 7> kChoices = {{
     {"&Width of the knot in millimetres", &OutputOptions::millimetres},
     {"&Height of the knot in millimetres", &OutputOptions::height},
     {"&Pixels across, for pictures", nullptr, &OutputOptions::width},
-    {"&Transparent background (SVG, PNG)", nullptr, nullptr, &OutputOptions::transparent},
+    {"&Transparent background (SVG, PDF, PNG)", nullptr, nullptr, &OutputOptions::transparent},
     {"&Outlines of the bands, to cut (SVG, PDF, flat DXF)", nullptr, nullptr, &OutputOptions::outline},
     {"Centre &lines alone (SVG, PDF, flat DXF)", nullptr, nullptr, &OutputOptions::lines},
     {"Page or origin at the knot's &corner (SVG, PDF, flat DXF)", nullptr, nullptr,
