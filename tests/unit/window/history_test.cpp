@@ -161,7 +161,8 @@ void HistoryTest::actRandomly(const std::function<int(int)>& draw) {
     const bool asks = row.menu == "&File" && row.name != "mnuFileNewGrid" && row.name != "mnuFileRandom";
     if (row.text.ends_with("...")) return;
     if (row.name == "mnuViewDrawAtOnce") return;  // without it scales ask
-    const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile" || row.name == "mnuStrandsOther";
+    const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile" ||
+                       row.name == "mnuStrandsOther";
     if (!asks && !files && w->commandEnabled(command)) w->userPicks(command);
   } else if (kind == 6) {
     const bool back = draw(3) > 0;
