@@ -1,4 +1,5 @@
-// Numbers as the bytes of binary files, least byte first on every machine.
+// Numbers as the bytes of binary files, the same on every machine: least byte first but where they are called
+// big.
 #pragma once
 
 #include <bit>
@@ -29,6 +30,10 @@ inline void appendLittle16(std::string& out, std::uint16_t value) {
 inline void appendLittle32(std::string& out, std::uint32_t value) {
   char bytes[4];
   out.append(bytes, putLittle32(bytes, value));
+}
+
+inline void appendBig32(std::string& out, std::uint32_t value) {
+  for (int shift = 24; shift >= 0; shift -= 8) out += static_cast<char>(value >> shift & 0xFF);
 }
 
 /// The numbers at `at`, where so many bytes must be.

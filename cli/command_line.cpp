@@ -353,7 +353,9 @@ Status Parser::takeStrands() {
   line_.strands.reset();
   if (text == "most") return {};
   const auto strands = parseInteger(text, 1, kMostStrands);
-  if (!strands) return wrongUsage("--strands takes 1 to 39 or \"most\", not \"" + text + "\"");
+  if (!strands)
+    return wrongUsage("--strands takes 1 to " + std::to_string(kMostStrands) + " or \"most\", not \"" + text +
+                      "\"");
   line_.strands = static_cast<int>(*strands);
   return {};
 }

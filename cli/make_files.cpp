@@ -14,6 +14,7 @@
 #include "design/frame_files.h"
 #include "design/knot.h"
 #include "design/model_check.h"
+#include "design/model_output.h"
 #include "design/outputs.h"
 #include "design/vector_outputs.h"
 
@@ -163,6 +164,7 @@ void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
   if (options.lines) noteIgnored(fields, "--lines", canBeCut);
   if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
   if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
+  if (options.relief) noteIgnored(fields, "--relief", canBeRelief);
   if (options.tube)
     noteIgnored(fields, "--tube", [](const ExportFormat& format) { return format.width == WidthOf::model; });
   if (options.solid)
@@ -212,7 +214,8 @@ int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
       report_.reached(name, (static_cast<double>(done_) + file) * part);
     };
     job.progress(0);
-    job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
+    // What nobody reads needs no looking for: that takes longer than writing a large mesh.
+    if (!line_.quiet) job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
     job.fileName = name;
     if (const int status = files.write(job, name); status != kDone) return status;
   }

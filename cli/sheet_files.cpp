@@ -14,6 +14,7 @@ Status SheetFiles::open(Sheet& sheet) const {
   const int columns = columns_ > 0 ? columns_ : sheetColumns(count_);
   const int width = options_.width.value_or(std::min(kLongestSide, columns * kSheetPictureWidth));
   const bool vector = extensionOf(sheet.name) == "svg";
+  if (width > kLongestSide) return checkPictureSize(width, 1);
   sheet.layout = sheetLayout(count_, columns, vector ? width * kUnitsPerPixel : width);
   if (vector) {
     auto made = std::make_unique<SvgSurface>(

@@ -3,10 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
+#include <utility>
+#include <vector>
 
 #include "base/numbers.h"
 #include "design/knot.h"
 #include "design/presets.h"
+#include "strands/band_crossings.h"
 
 namespace lorivan {
 namespace {
@@ -14,6 +18,10 @@ namespace {
 constexpr int kRounds = 4;
 // Styles were made on grids on which bands of this width take this share.
 constexpr float kUsualWidth = 9, kUsualBand = BandShares{}.band;
+// Where the smoothing brings crossings closer together than their grid does, as in the loops of corners,
+// bands take at most this share of what is left, but never less than six tenths of what the grid would give
+// them.
+constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
 /// A field's text for a number, to a tenth.
@@ -31,7 +39,104 @@ double zoomOf(const Document& document, const Knot& knot) {
   return viewOf(knot, document.fields, knotStyle(document.fields, {}), kReferenceWidth, true).zoom;
 }
 
+/// A crossing as one of its strands comes to it.
+struct Passing {
+  int loop;
+  double place;
+  std::size_t partner;  // the other strand's passing
+};
+
+/// The passings of all crossings: those of a strand one after the other, in the strand's order.
+std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops) {
+  std::vector<Passing> all;
+  for (const BandCrossing& c : findBandCrossings(loops)) {
+    all.push_back({c.under, c.underAt, all.size() + 1});
+    all.push_back({c.over, c.overAt, all.size() - 1});
+  }
+  std::vector<std::size_t> order(all.size()), rank(all.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::sort(order, {}, [&](std::size_t i) { return std::pair(all[i].loop, all[i].place); });
+  for (std::size_t i = 0; i < order.size(); ++i) rank[order[i]] = i;
+  std::vector<Passing> sorted;
+  for (const std::size_t i : order) sorted.push_back({all[i].loop, all[i].place, rank[all[i].partner]});
+  return sorted;
+}
+
+/// The passing after another one on its strand.
+std::size_t after(const std::vector<Passing>& passings, std::size_t i) {
+  if (i + 1 < passings.size() && passings[i + 1].loop == passings[i].loop) return i + 1;
+  while (i > 0 && passings[i - 1].loop == passings[i].loop) --i;
+  return i;
+}
+
+/// The centre line from one passing to the next.
+void appendWay(const BandLoop& loop, double from, double to, std::vector<Vec>& way) {
+  if (to <= from) to += loop.size();
+  way.push_back(loop.spot(from).at);
+  for (int i = static_cast<int>(std::floor(from)) + 1; i < to; ++i) way.push_back(loop.point(i));
+}
+
+/// About the radius of the largest disc within a closed line: of many-sided shapes as high as they are wide
+/// it is twice the area by the length.
+double innerRadius(const std::vector<Vec>& ring) {
+  double area = 0, length = 0;
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Vec next = ring[(i + 1) % ring.size()];
+    area += cross(ring[i] - ring[0], next - ring[0]) / 2;
+    length += lengthOf(next - ring[i]);
+  }
+  return length > 0 ? 2 * std::fabs(area) / length : 0;
+}
+
+/// The room in a loop that a strand makes round a corner: alone, or with another strand that closes it.
+/// Nothing where no such loop begins at the passing.
+std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const std::vector<Passing>& all,
+                               std::size_t i) {
+  const std::size_t next = after(all, i), p = all[i].partner, q = all[next].partner;
+  std::vector<Vec> ring;
+  const auto append = [&](std::size_t from, std::size_t to) {
+    appendWay(loops[static_cast<std::size_t>(all[from].loop)], all[from].place, all[to].place, ring);
+  };
+  append(i, next);
+  if (next == p) return 2 * innerRadius(ring);
+  if (after(all, q) == p) {
+    append(q, p);
+    return 2 * innerRadius(ring);
+  }
+  if (after(all, p) != q) return std::nullopt;
+  std::vector<Vec> first = std::move(ring);
+  ring.clear();
+  append(p, q);
+  std::ranges::reverse(ring);
+  first.insert(first.end(), ring.begin(), ring.end());
+  return 2 * innerRadius(first);
+}
+
+/// How wide bands of this share are to be, in pixels of the 500-pixel picture at zoom 1. Where the usual band
+/// has no room all wider ones are narrowed as it is, so that styles keep their character.
+double fittingWidth(const Knot& knot, double gridDistance, float share) {
+  const double width = share * gridDistance;
+  const auto drawn = drawnRoom(knot);
+  if (!drawn || width <= kDrawnShare * *drawn) return width;
+  return width * std::clamp(kDrawnShare * *drawn / (kUsualBand * gridDistance), kLeastOfGrid, 1.0);
+}
+
 }  // namespace
+
+std::optional<double> drawnRoom(const Knot& knot) {
+  const std::vector<BandLoop> loops = bandLoops(knot.curve, GridView(knot.stretch, kReferenceWidth));
+  const std::vector<Passing> all = passingsOf(loops);
+  const auto at = [&](std::size_t i) {
+    return loops[static_cast<std::size_t>(all[i].loop)].spot(all[i].place).at;
+  };
+  double least = HUGE_VAL;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (const double d = lengthOf(at(after(all, i)) - at(i)); d > 1e-3) least = std::min(least, d);
+    if (const auto room = loopRoom(loops, all, i)) least = std::min(least, *room);
+  }
+  if (least == HUGE_VAL) return std::nullopt;
+  return least;
+}
 
 std::optional<double> leastCrossingDistance(const Knot& knot) {
   double least = HUGE_VAL;
@@ -59,10 +164,11 @@ Document fitBands(const Document& document, BandShares shares) {
   if (!document.lines || !makeKnot(document, *knot)) return next;
   const auto distance = leastCrossingDistance(*knot);
   if (!distance) return next;
+  const double width = fittingWidth(*knot, *distance, shares.band);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
   for (int round = 0; round < kRounds; ++round)
-    next = withBands(std::move(next), shares.band * *distance / zoomOf(next, *knot), shares.edge);
+    next = withBands(std::move(next), width / zoomOf(next, *knot), shares.edge);
   return next;
 }
 

@@ -28,6 +28,9 @@ BandShares sharesOf(const Document& document);
 /// picture at zoom 1; nothing when no strand has two.
 std::optional<double> leastCrossingDistance(const Knot& knot);
 
+/// The same as the knot is drawn, and the width of the narrowest loop that a strand makes round a corner.
+std::optional<double> drawnRoom(const Knot& knot);
+
 /// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings; 0 while
 /// there are gaps.
 double bandOverlap(const Document& document, const Knot& knot);

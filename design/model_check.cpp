@@ -115,9 +115,7 @@ Result<ModelCheck> checkTubes(const Knot& knot, const KnotFields& fields, const 
   ModelCheck check;
   check.scale = *scale;
   check.millimetres = *millimetres;
-  const TubeSettings settings = tubeSettings(fields);
-  check.verdict =
-      inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
+  check.verdict = inspectModel(knot, fields, model);
   check.closed = factsOf(TubeMesh(model, *scale)).open == 0;
   check.volume = check.verdict.volume * std::pow(check.scale, 3);
   return check;

@@ -59,7 +59,7 @@ Status writeWith(const ExportFormat& format, const OutputJob& job, const FileTex
   options.cornerOrigin = job.options.cornerOrigin;
   options.shared = job.options.weld;
   options.binary = job.options.binary;
-  if (job.options.relief)
+  if (job.options.relief && canBeRelief(format))
     options.relief = {job.options.width.value_or(kReliefWidth), job.options.base.value_or(kReliefBase)};
   options.title = texts.title;
   options.thumbnail = texts.thumbnail;
@@ -98,9 +98,10 @@ Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) 
   const TubeModel& model = sized ? own : **built;
   const auto millimetres = sized ? sizeTubes(own, job.options) : Result(wantedWidth(format, job, model));
   if (!millimetres) return millimetres.error();
-  if (job.note && format.takesSolid && !job.options.relief) {
-    const Contacts contacts = modelContacts(job.knot, job.document.fields, model);
-    tellPieces(job, contacts.pieces, contacts);
+  if (job.note && format.takesSolid && !(job.options.relief && canBeRelief(format))) {
+    const Verdict verdict = inspectModel(job.knot, job.document.fields, model);
+    tellPieces(job, verdict.pieces, {verdict.pieces, verdict.crossings, verdict.touching});
+    if (verdict.folds > 0 || verdict.overlap.found) job.note("the model overlaps itself; --solid heals it");
   }
   return writeWith(format, job, *texts, model, *millimetres, nullptr, sink);
 }
@@ -122,6 +123,10 @@ Status drawSolid(const OutputJob& job, Surface& surface, bool transparent, bool 
   return {};
 }
 
+bool canBeRelief(const ExportFormat& format) {
+  return format.identifier == "png" || format.write == writeStl || format.write == writeThreeMf;
+}
+
 Status makeModel(const ExportFormat& format, const OutputJob& job, Sink& sink) {
   return job.options.solid && format.takesSolid ? writeBody(format, job, sink)
                                                 : writeTubes(format, job, sink);
@@ -141,17 +146,19 @@ Result<std::string> makeReliefPicture(const OutputJob& job) {
   std::ranges::transform(map->heights, levels.begin(), [&](float z) {
     return static_cast<std::uint16_t>(toInt32(static_cast<double>(z) / map->top * kLevels));
   });
-  const double width = job.options.millimetres.value_or(kStandardMillimetres);
+  const auto wanted = wantedModelWidth(job.options, **model);
+  const double width = wanted.value_or(kStandardMillimetres);
   const std::string perLevel = shortestText(static_cast<float>(map->top * width / kLevels));
   const std::pair<std::string_view, std::string> texts[] = {{"Title", titleOf(job.document)},
                                                             {"Millimetres per level", perLevel}};
   GreyPicture picture{map->columns, map->rows, levels, {}, texts};
-  if (job.options.millimetres) picture.pixelsPerMetre = map->columns / width * 1000;
+  if (wanted) picture.pixelsPerMetre = map->columns / width * 1000;
   std::string bytes = greyPng(picture);
   if (bytes.empty()) return unwritable("the picture could not be deflated");
   if (job.note)
     job.note(perLevel + " mm per level, " + std::string(MyFormat(static_cast<float>(map->top * width))) +
-             " mm from 0 to 65535 at a width of " + shortestText(static_cast<float>(width)) + " mm");
+             " mm from 0 to 65535 at a width of " +
+             shortestText(static_cast<float>(roundHalfEven(width * 1000) / 1000)) + " mm");
   return withPngSource(std::move(bytes), sourceOf(job));
 }
 

@@ -11,6 +11,9 @@ PictureOptions optionsOf(const OutputJob& job);
 /// Draws the 3-D view, or with `heights` the height map of that view.
 Status drawSolid(const OutputJob& job, Surface& surface, bool transparent, bool heights);
 
+/// Whether files of the format can hold the model's heights: a height map, or a relief on a plate.
+bool canBeRelief(const ExportFormat& format);
+
 /// A format whose kind is model.
 Status makeModel(const ExportFormat& format, const OutputJob& job, Sink& sink);
 

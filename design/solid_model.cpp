@@ -125,10 +125,9 @@ Result<MadeBody> makeBody(const Knot& knot, const KnotFields& fields, const Outp
   return made;
 }
 
-Contacts modelContacts(const Knot& knot, const KnotFields& fields, const TubeModel& model) {
+Verdict inspectModel(const Knot& knot, const KnotFields& fields, const TubeModel& model) {
   const TubeSettings settings = tubeSettings(fields);
-  return contactsOf(model, ringCrossings(knot.strands, settings), crossingWindow(settings),
-                    TubeForm::polygons);
+  return inspect(model, ringCrossings(knot.strands, settings), crossingWindow(settings), TubeForm::polygons);
 }
 
 std::string piecesText(int pieces, const Contacts& contacts) {

@@ -33,8 +33,8 @@ Result<MadeBody> planBody(const Knot& knot, const KnotFields& fields, const Outp
 /// The body itself. Fails as fuse() and planBody() do, and for a knot without strands.
 Result<MadeBody> makeBody(const Knot& knot, const KnotFields& fields, const OutputOptions& options);
 
-/// Contacts of the tubes of a model that was built from these fields.
-Contacts modelContacts(const Knot& knot, const KnotFields& fields, const TubeModel& model);
+/// The verdict on the tubes of a model that was built from these fields.
+Verdict inspectModel(const Knot& knot, const KnotFields& fields, const TubeModel& model);
 
 /// "4 separate pieces, touching at 0 of 72 crossings: they will move"
 std::string piecesText(int pieces, const Contacts& contacts);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "base/bytes.h"
 #include "base/checksum.h"
 #include "base/sink.h"
 #include "export/formats.h"
@@ -64,10 +65,6 @@ std::optional<std::string> textOfMark(std::string_view letters) {
   return {};
 }
 
-void appendBig(std::string& out, std::uint32_t value) {
-  for (const int shift : {24, 16, 8, 0}) out += static_cast<char>(value >> shift & 0xFF);
-}
-
 const ExportFormat* carrier(std::string_view path) {
   const ExportFormat* format = findFormat(extensionOf(path), DxfKind::faces);
   return format != nullptr && format->carriesSource ? format : nullptr;
@@ -91,9 +88,9 @@ std::string withPngSource(std::string png, std::string_view mark) {
   if (!png.starts_with(kPngBeginning) || png.size() < kPngHead) return png;
   const std::string body = std::string("tEXtLorivan") + '\0' + std::string(mark);
   std::string chunk;
-  appendBig(chunk, static_cast<std::uint32_t>(body.size() - 4));  // the name is not counted
+  appendBig32(chunk, static_cast<std::uint32_t>(body.size() - 4));  // the name is not counted
   chunk += body;
-  appendBig(chunk, crc32(body));
+  appendBig32(chunk, crc32(body));
   return png.insert(kPngHead, chunk);
 }
 

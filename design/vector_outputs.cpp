@@ -15,6 +15,8 @@ namespace {
 constexpr std::string_view kNoRoomAtAll =
     "strands touch each other whatever the width of their bands: their outlines cross there";
 constexpr std::string_view kCutTooWide = "the cut is wider than the whole knot: less --kerf or more --mm";
+constexpr std::string_view kKerfTooWide =
+    "the kerf is wider than the room between the strands: their outlines cross";
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
 
 /// What all vector files of one knot share.
@@ -66,7 +68,13 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
     options.width = *wantedScale(wanted, across, box.bottom - box.top) * across;
   }
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
-  if (!cut.apart && vector.job.note) vector.job.note(std::string(kNoRoomAtAll));
+  if (!cut.apart && vector.job.note) {
+    CutOptions thin = options;
+    thin.kerf = 0;
+    const bool isKerf =
+        options.kerf > 0 && cutDrawing(vector.job.knot.curve, vector.style, vector.view, thin).apart;
+    vector.job.note(std::string(isKerf ? kKerfTooWide : kNoRoomAtAll));
+  }
   if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
   return cut;
 }

@@ -6,12 +6,12 @@
 #include <limits>
 #include <string>
 
+#include "export/scene.h"
 #include "export/text_out.h"
 
 namespace lorivan {
 namespace {
 
-constexpr double kMostCoordinate = 2'000'000;
 constexpr std::string_view kCentreLayer = "centre-lines";
 constexpr int kMillimetres = 4, kMetric = 1, kIsOff = -1;
 
@@ -272,6 +272,9 @@ Status writeCutDxf(const CutDrawing& drawing, const CutPlace& place, bool arcs, 
   if (box.right > box.left &&
       !((box.right - box.left + box.bottom - box.top) * place.scale <= kMostCoordinate))
     return unwritable("the knot is too large for the file");
+  constexpr double kLeastSize = 20 * kFlatTolerance;
+  if (box.right > box.left && std::max(box.right - box.left, box.bottom - box.top) * place.scale < kLeastSize)
+    return unwritable("the knot is too small for the file's hundredths of a millimetre");
   Groups out(sink);
   header(out, drawing, place);
   tables(out, drawing);

@@ -11,8 +11,6 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMostCoordinate = 2'000'000;
-
 struct Extents {
   double left = 0, bottom = 0, right = 0, top = 0;
   bool empty = true;
@@ -33,7 +31,7 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
 
 /// Moves the lower left corner of the drawn knot, bands included, to the origin.
 void moveToCorner(const ExportScene& scene, std::vector<FlatLine>& lines) {
-  const GridBox curves = curveBox(scene.curve, kProportion);
+  const GridBox curves = curveBox(scene.curve, static_cast<float>(kProportion));
   for (FlatLine& line : lines)
     for (FlatPoint& p : line.points) {
       p.x -= curves.left - scene.bandWidth / 2;

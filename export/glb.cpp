@@ -5,12 +5,12 @@
 #include <string>
 
 #include "base/bytes.h"
+#include "base/escaped_text.h"
 #include "base/numbers.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"
 #include "export/writers.h"
-#include "export/xml_text.h"
 
 namespace lorivan {
 namespace {
@@ -252,7 +252,7 @@ std::unique_ptr<MeshReader> glbReader() { return std::make_unique<GlbReader>(); 
 Status writeGlb(const ExportScene& scene, Sink& sink) {
   auto parts = sceneParts(scene, kStandardMillimetres);
   if (!parts) return parts.error();
-  if (!scene.relief) standUpright(*parts);
+  standUpright(*parts);
   const Layout layout(*parts);
   std::string json = jsonOf(scene, *parts, layout);
   json.append((4 - json.size() % 4) % 4, ' ');

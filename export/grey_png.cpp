@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "base/bytes.h"
 #include "base/checksum.h"
 #include "base/deflate.h"
 
@@ -11,10 +12,6 @@ namespace {
 
 constexpr int kLevel = 6;
 constexpr char kUpFilter = 2;  // neighbouring rows of a height map differ least
-
-void appendBig32(std::string& out, std::uint32_t value) {
-  for (int shift = 24; shift >= 0; shift -= 8) out += static_cast<char>(value >> shift & 0xFF);
-}
 
 void appendChunk(std::string& out, std::string_view type, std::string_view data) {
   appendBig32(out, static_cast<std::uint32_t>(data.size()));

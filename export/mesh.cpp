@@ -11,7 +11,6 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMostCoordinate = 2'000'000;
 constexpr int kMoveRounds = 8;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 

@@ -99,6 +99,8 @@ Result<MeshPart> reliefPart(const ExportScene& scene) {
   if (!map) return map.error();
   if (width / (map->columns - 1) < 2 || map->depth * width / (map->rows - 1) < 2)
     return unwritable("the relief is too small for the file's three decimals; make it less fine");
+  if (std::max(map->depth, map->top) * millimetres + scene.relief->base > kMostCoordinate)
+    return unwritable("the model is too large for the file");
   return reliefMesh(*map, width, toInt32(scene.relief->base * kThousandths));
 }
 

@@ -29,6 +29,9 @@ inline constexpr double kMostMillimetres = 100'000;
 inline constexpr const char* kWidthOutOfRange = "a width must be more than 0 and at most 100000 millimetres";
 constexpr bool isWidth(double millimetres) { return millimetres > 0 && millimetres <= kMostMillimetres; }
 
+/// How far from the origin files have places, in their units: three decimals then fit into 32 bits.
+inline constexpr double kMostCoordinate = 2'000'000;
+
 /// The width that 3MF, GLB and reliefs have when none is asked for.
 inline constexpr double kStandardMillimetres = 100;
 

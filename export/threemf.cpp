@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "base/checksum.h"
+#include "base/escaped_text.h"
 #include "export/line_reader.h"
 #include "export/read_back.h"
 #include "export/text_out.h"
 #include "export/writers.h"
-#include "export/xml_text.h"
 #include "export/zip.h"
 
 namespace lorivan {

@@ -8,7 +8,7 @@
 namespace lorivan {
 
 /// The picture shows 0.8 of the height that the stretched grid has.
-inline constexpr float kProportion = 0.8F;
+inline constexpr double kProportion = 0.8;
 
 struct FlatPoint {
   double x = 0, y = 0;  // to the right and upwards, grid units true to proportion

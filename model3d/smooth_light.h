@@ -1,6 +1,6 @@
-// The light of the smooth picture: a lamp above the viewer's left shoulder, and a weaker one without highlight
-// on the other side, so that no side of a tube is black. They stay with the viewer while the knot is turned,
-// and it is as bright from every side.
+// The light of the smooth picture: a lamp above the viewer's left shoulder, and a weaker one without
+// highlight on the other side, so that no side of a tube is black. They stay with the viewer while the knot
+// is turned, and it is as bright from every side.
 #pragma once
 
 #include <array>

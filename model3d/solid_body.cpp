@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <string_view>
 
 #include "base/numbers.h"
 #include "model3d/solid_surface.h"
@@ -12,10 +13,9 @@ namespace lorivan {
 namespace {
 
 constexpr int kFewestCells = 2, kMostCells = 64;
-// Rounder hollows reach from strand to strand across the knot's gaps and past the cells that are looked at.
-constexpr float kLargestFillet = 4;  // in radii of a strand
-constexpr const char* kTooRound = "the corners cannot be rounder than two strands are thick: less --fillet";
 constexpr std::uint32_t kUnused = 0xFFFFFFFF;
+constexpr std::string_view kTooRound =
+    "Sorry, the rounding is too large for this solid\r\nUse a smaller fillet or fewer cells";
 
 /// Which corners hang together: each points to another one of its piece, the last to itself.
 class Pieces {
@@ -75,18 +75,28 @@ void keepOuter(SolidBody& body) {
   mesh.points = std::move(kept);
 }
 
-/// Three triangles to two square cells of the surface, as measured on knots, of the strands.
-double strandTriangles(const CentreLines& lines, double radius, double cell) {
+/// Three triangles to two square cells of the tubes' surface, as measured on knots, and two to one of the
+/// plate's.
+double expectedTriangles(const CentreLines& lines, const SolidShape& shape, double radius, double cell) {
   double length = 0;
   for (std::size_t i = 0; i < lines.strandCount(); ++i) length += lines.length(i);
-  return 3 * kTwoPi * radius * length / (cell * cell);
+  double surface = 3 * kTwoPi * radius * length;
+  if (shape.plate > 0) {
+    const double wide = static_cast<double>(lines.high().x - lines.low().x),
+                 deep = static_cast<double>(lines.high().y - lines.low().y);
+    surface += 4 * (wide * deep + (wide + deep) * static_cast<double>(shape.plate));
+  }
+  return surface / (cell * cell);
 }
 
-/// At least so many triangles has the rim of a plate: its outline is no shorter than twice the diagonal.
-double rimTriangles(const CentreLines& lines, double plate, double cell) {
-  const double x = static_cast<double>(lines.high().x - lines.low().x);
-  const double y = static_cast<double>(lines.high().y - lines.low().y);
-  return 4 * std::hypot(x, y) * plate / (cell * cell);
+/// Rounder hollows than two strands are thick reach past the cells that are looked at. Every segment is
+/// looked at from all cubes of eight cells that a rounding reaches.
+bool isRoundingTooLarge(const CentreLines& lines, const SolidShape& shape, double radius, double cell) {
+  constexpr double kMostLooks = 5e7, kLargestFillet = 4;
+  const double fillet = static_cast<double>(shape.fillet);
+  const double cubes = 2 * (radius + fillet) / (8 * cell) + 2;
+  if (fillet > kLargestFillet * radius) return true;
+  return fillet > radius && static_cast<double>(lines.segments().size()) * cubes * cubes * cubes > kMostLooks;
 }
 
 }  // namespace
@@ -98,12 +108,10 @@ Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape) {
   SolidShape held = shape;
   held.cells = std::clamp(shape.cells, kFewestCells, kMostCells);
   const float cell = model.radius / static_cast<float>(held.cells);
-  if (held.fillet > kLargestFillet * model.radius) return wrongUsage(kTooRound);
-  const double radius = static_cast<double>(model.radius), side = static_cast<double>(cell);
-  // Half of the strands: where they run into each other there is less surface.
-  if (strandTriangles(lines, radius, side) / 2 + rimTriangles(lines, static_cast<double>(held.plate), side) >
-      kMostTriangles)
-    return refused(kTooManyTriangles);
+  // Twice what is allowed: where strands run into each other there is less surface.
+  const auto radius = static_cast<double>(model.radius), size = static_cast<double>(cell);
+  if (expectedTriangles(lines, held, radius, size) > 2.0 * kMostTriangles) return refused(kTooManyTriangles);
+  if (isRoundingTooLarge(lines, held, radius, size)) return refused(kTooRound);
   const SolidField field(model, lines, held);
   auto surface = surfaceOf(field, lines, cell);
   if (!surface) return surface.error();

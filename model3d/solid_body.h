@@ -15,7 +15,7 @@ struct SolidBody {
 
 /// Fuses the tubes of the model, whatever its sides: the tubes are round. Hollows without a way out are
 /// filled. A model without strands gives an empty body. The error is a limit: too many triangles, or
-/// wrong usage: a fillet of more than twice the strands' thickness.
+/// a rounding that reaches too far.
 Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape);
 
 /// How wide the body of a model will be, and how wide the strands' centre lines are.

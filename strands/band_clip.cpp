@@ -19,16 +19,16 @@ constexpr double kExact = 1e-6;   // pixels that copies of one point may lie apa
 constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
 
 struct Chord {
-  Vec a, b;
+  Chord(Vec a, Vec b) : from(a), way(b - a), inverse(dot(way, way) > 0 ? 1 / dot(way, way) : 0) {}
+  Vec to() const { return from + way; }
+  double squareTo(Vec p) const {
+    const Vec off = p - from;
+    const Vec away = off - way * std::clamp(dot(off, way) * inverse, 0.0, 1.0);
+    return dot(away, away);
+  }
+  Vec from, way;
+  double inverse;  // of the square of its length
 };
-
-double squareToChord(Vec p, const Chord& chord) {
-  const Vec way = chord.b - chord.a, off = p - chord.a;
-  const double square = dot(way, way);
-  const double t = square > 0 ? std::clamp(dot(off, way) / square, 0.0, 1.0) : 0;
-  const Vec away = off - way * t;
-  return dot(away, away);
-}
 
 /// A piece as points, near enough to one another for chords to stand for the curve, and for the lines up to
 /// `far` beside it.
@@ -74,7 +74,7 @@ class CentreLine {
  public:
   explicit CentreLine(const std::vector<LinePoint>& points) : begin_(points.front()), end_(points.back()) {
     chords_.reserve(points.size());
-    for (std::size_t i = 1; i < points.size(); ++i) add({points[i - 1].at, points[i].at});
+    for (std::size_t i = 1; i < points.size(); ++i) add(Chord(points[i - 1].at, points[i].at));
   }
 
   /// Whether a line may touch the band: for sure not, where this is false.
@@ -94,7 +94,7 @@ class CentreLine {
       if (boxes_[b].squareTo(p) >= least) continue;
       const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
       for (std::size_t i = b * kBlock; i < end; ++i)
-        if (const double square = squareToChord(p, chords_[i]); square < least) {
+        if (const double square = chords_[i].squareTo(p); square < least) {
           least = square;
           nearest = i;
         }
@@ -123,9 +123,9 @@ class CentreLine {
   };
 
   void add(const Chord& chord) {
-    if (chords_.empty()) all_ = {chord.a, chord.a};
-    if (chords_.size() % kBlock == 0) boxes_.push_back({chord.a, chord.a});
-    for (const Vec p : {chord.a, chord.b}) {
+    if (chords_.empty()) all_ = {chord.from, chord.from};
+    if (chords_.size() % kBlock == 0) boxes_.push_back({chord.from, chord.from});
+    for (const Vec p : {chord.from, chord.to()}) {
       boxes_.back().add(p);
       all_.add(p);
     }
@@ -164,11 +164,20 @@ class BandClipper {
     }
   }
 
-  std::vector<std::vector<PointF>> run() {
+  std::optional<std::vector<std::vector<PointF>>> run() {
     cutAll();
     keepParts();
     dropSpurs();
-    return chain();
+    auto contours = chain();
+    if (closed_) return contours;
+    // A border is missing: every part is judged by itself now.
+    careful_ = true;
+    kept_.clear();
+    runs_.clear();
+    keepParts();
+    contours = chain();
+    if (!closed_) return std::nullopt;
+    return contours;
   }
 
  private:
@@ -316,7 +325,7 @@ class BandClipper {
     const std::size_t n = run.size();
     if (n > 0) {
       const bool is = isBorder(run[n / 3]);
-      const bool agree = n < 2 || isBorder(run[n - 1 - n / 3]) == is;
+      const bool agree = !careful_ && (n < 2 || isBorder(run[n - 1 - n / 3]) == is);
       const std::size_t begin = kept_.size();
       for (const Border& part : run)
         if (agree ? is : isBorder(part)) kept_.push_back(part);
@@ -363,8 +372,9 @@ class BandClipper {
     return {a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)};
   }
 
-  std::vector<std::vector<PointF>> chain() const {
+  std::vector<std::vector<PointF>> chain() {
     std::vector<std::vector<PointF>> contours;
+    closed_ = true;
     const std::vector<std::size_t> next = followers();
     std::vector<bool> used(kept_.size(), false);
     for (std::size_t first = 0; first < kept_.size(); ++first) {
@@ -374,7 +384,9 @@ class BandClipper {
         used[at] = true;
         ring.push_back(at);
       }
-      if (isWorthIt(ring)) contours.push_back(fit(std::move(ring)));
+      if (!isWorthIt(ring)) continue;
+      closed_ &= lengthOf(kept_[ring.front()].from.at - kept_[ring.back()].to.at) < kJoin * tolerance_;
+      contours.push_back(fit(std::move(ring)));
     }
     return contours;
   }
@@ -462,6 +474,8 @@ class BandClipper {
   std::vector<Cut> cuts_;
   std::vector<Run> runs_;
   std::vector<Border> lines_, kept_;
+  bool closed_ = true;    // whether all contours led back to where they began
+  bool careful_ = false;  // whether every part of a run is judged by itself
 };
 
 /// Pieces of one loop that overlap become one: an edge must not lie within its own copy.
@@ -488,8 +502,9 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
 
 }  // namespace
 
-std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
-                                          std::span<const BandPiece> covers, double clear, double tolerance) {
+std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
+                                                         std::span<const BandPiece> covers, double clear,
+                                                         double tolerance) {
   return BandClipper(band, half, joined(covers), clear, tolerance).run();
 }
 

@@ -2,6 +2,7 @@
 // crossings fall together, so that the plain way of cutting a band off would be wrong.
 #pragma once
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -17,8 +18,9 @@ struct BandPiece {
 
 /// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
 /// is taken away: closed contours (see BandContour), holes negative. Features smaller than about four
-/// tolerances may be lost.
-std::vector<std::vector<PointF>> clipBand(const BandPiece& band, double half,
-                                          std::span<const BandPiece> covers, double clear, double tolerance);
+/// tolerances may be lost. Nothing where a border could not be followed round.
+std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
+                                                         std::span<const BandPiece> covers, double clear,
+                                                         double tolerance);
 
 }  // namespace lorivan

@@ -9,7 +9,7 @@ namespace {
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
-constexpr double kAhead = 0.5;     // cosine of the turn from which on a covering band may come back
+constexpr double kAhead = 0.95;    // cosine of the turn from which on a covering band may come back
 constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kTight = 0.8;     // of the bend that folds a side
@@ -63,7 +63,7 @@ bool BandExits::mayReturn(const BandCrossing& c) const {
   const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
-    for (int steps = 0; steps < kLegSamples + 4; i += sense, ++steps) {
+    for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
       const Vec along = over.tangent(i), away = over.point(i) - s.at;
       const double same = dot(along, s.along);
       if (same < 0 || same * same < least * dot(along, along) || isTight(over, i, clear_)) return true;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <utility>
 
 #include "strands/band_exits.h"
 #include "strands/offset_side.h"
@@ -14,7 +16,8 @@ constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve 
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kSharp = 0.2;       // radians from one sample to the next but one
 constexpr double kTight = 0.8;       // of the bend that folds a side
-constexpr double kFlat = 0.4;        // tangent of the angle between a band's end and its sides
+constexpr double kFlat = 0.8;        // tangent of the angle between a band's end and its sides
+constexpr double kLeastHole = 4;     // squares of half the width; what a fold surrounds is smaller
 constexpr int kUsualPoints = 40;     // of a contour
 constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
 
@@ -38,7 +41,7 @@ class Outliner {
       while (at != crossings.end() && at->under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
     }
-    outlines.crowded = std::move(crowded_);
+    outlines.crowded = crowded_;
     outlines.complete = clipped_ <= options_.mostClipped;
     return outlines;
   }
@@ -64,8 +67,7 @@ class Outliner {
     for (const BandCrossing& c : unders) {
       back.push_back(exits_.leave(c, -1));
       on.push_back(exits_.leave(c, 1));
-      if (back.back().isCrowded() || on.back().isCrowded())
-        crowded_.push_back({loop(c.over).slot(), toPointF(loop(c.over).spot(c.overAt).at)});
+      if (back.back().isCrowded() || on.back().isCrowded()) ++crowded_;
     }
     for (std::size_t i = 0; i + 1 < unders.size(); ++i) stretch(band, on[i], back[i + 1], 0, made);
     stretch(band, on.back(), back.front(), band.size(), made);
@@ -113,8 +115,7 @@ class Outliner {
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
       else
-        for (BandContour& simple : untangled(std::move(contour), half * tolerance_))
-          contours.push_back(std::move(simple));
+        std::ranges::move(simple(std::move(contour)), std::back_inserter(contours));
     }
     return contours;
   }
@@ -154,7 +155,10 @@ class Outliner {
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
     LinePoint to = capPoint(band, b.place, b.foot, 1 - fromSide, over);
     const Vec way = to.at - from.at;
-    for (const BandExit& exit : end.side) mayCross_ |= isFlat(way, band.spot(exit.place).along);
+    for (const auto& [exit, edge] : {std::pair(&a, from.along), std::pair(&b, to.along)}) {
+      const Vec along = band.spot(exit->place).along;
+      mayCross_ |= isFlat(way, along) || isFlat(edge, along);
+    }
     const double sense = b.foot >= a.foot ? 1 : -1;
     from.along = from.along * sense;
     to.along = to.along * sense;
@@ -167,9 +171,9 @@ class Outliner {
       appendArc(from, to, contour);
       return;
     }
-    mayCross_ = true;
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
     followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    mayCross_ |= !edge_.corners.empty();
     if (sense < 0) reverseSide(edge_);
     dropBehind(from, edge_);
     reverseSide(edge_);
@@ -222,12 +226,25 @@ class Outliner {
     contour.back() = contour.front();
     const double from = std::min(begin.side[0].place, begin.side[1].place);
     const double to = std::max(end.side[0].place, end.side[1].place);
-    if (!mayCross_ && !mayFold(band, from, to)) {
+    if (mayCross_ || mayFold(band, from, to))
+      addStretches(simple(std::move(contour)), made);
+    else
       made.stretches.push_back({{std::move(contour)}, {}});
-      return;
-    }
-    for (BandContour& simple : untangled(std::move(contour), half_ * tolerance_))
-      made.stretches.push_back({{std::move(simple)}, {}});
+  }
+
+  std::vector<BandContour> simple(BandContour contour) const {
+    return untangled(std::move(contour), half_ * tolerance_, kLeastHole * half_ * half_);
+  }
+
+  /// One stretch for each outer contour; the holes belong to the first one.
+  static void addStretches(std::vector<BandContour> contours, StrandOutline& made) {
+    const std::size_t before = made.stretches.size();
+    const auto holes = std::stable_partition(contours.begin(), contours.end(),
+                                             [](const BandContour& c) { return contourArea(c) > 0; });
+    for (auto outer = contours.begin(); outer != holes; ++outer)
+      made.stretches.push_back({{std::move(*outer)}, {}});
+    for (auto hole = holes; hole != contours.end() && holes != contours.begin(); ++hole)
+      made.stretches[before].contours.push_back(std::move(*hole));
   }
 
   /// A stretch with ends that are not plain. They are cut by distances, with as much of the band as is near
@@ -238,15 +255,10 @@ class Outliner {
     const BandPiece piece{&band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
-    for (BandContour& chain : clipBand(piece, half_, covers, clear_, tolerance_))
-      for (BandContour& simple : untangled(std::move(chain), half_ * tolerance_))
-        all.push_back(std::move(simple));
-    const std::size_t before = made.stretches.size();
-    for (const BandContour& chain : all)
-      if (contourArea(chain) > 0) made.stretches.push_back({{chain}, {}});
-    for (const BandContour& chain : all)
-      if (contourArea(chain) < 0 && made.stretches.size() > before)
-        made.stretches[before].contours.push_back(chain);
+    auto chains = clipBand(piece, half_, covers, clear_, tolerance_);
+    if (!chains) return plain(band, begin, end, made);
+    for (BandContour& chain : *chains) std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
+    addStretches(std::move(all), made);
   }
 
   void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side,
@@ -265,9 +277,8 @@ class Outliner {
   const OutlineOptions& options_;
   double half_, clear_, tolerance_;
   BandExits exits_;
-  std::vector<CrowdedCrossing> crowded_;
   OffsetSide line_, edge_;
-  int clipped_ = 0;
+  int clipped_ = 0, crowded_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

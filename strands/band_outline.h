@@ -42,15 +42,9 @@ struct StrandOutline {
   std::vector<BandStretch> stretches;
 };
 
-/// A crossing without room: the band beneath does not come out from under the other before it crosses again.
-struct CrowdedCrossing {
-  int slot = 0;  // of the band above
-  PointF at;
-};
-
 struct BandOutlines {
   std::vector<StrandOutline> strands;  // by slot
-  std::vector<CrowdedCrossing> crowded;
+  int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
   bool complete = true;  // see OutlineOptions::mostClipped
 };
 

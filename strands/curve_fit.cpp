@@ -5,7 +5,6 @@
 namespace lorivan {
 namespace {
 
-constexpr std::size_t kFitted = 8;        // points, or a few less, that decide on a segment
 constexpr std::size_t kLongestSpan = 48;  // that one segment is tried on
 
 struct Cubic {
@@ -54,8 +53,7 @@ class Fitter {
   Cubic fit(std::size_t i, std::size_t j) const {
     const LinePoint &from = points_[i], &to = points_[j];
     double aa = 0, ab = 0, bb = 0, ra = 0, rb = 0;
-    const std::size_t stride = 1 + (j - i) / kFitted;
-    for (std::size_t k = i + (stride + 1) / 2; k < j; k += stride) {
+    for (std::size_t k = i + 1; k < j; ++k) {
       const double t = share(i, j, k), s = 1 - t;
       const double b1 = 3 * s * s * t, b2 = 3 * s * t * t;
       const Vec a = from.along * b1, b = to.along * -b2;

@@ -76,7 +76,7 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   CutDrawing drawing;
   drawing.outlines = options.outlines;
   BandOutlines outlines = bandOutlines(curve, view, widths);
-  drawing.apart = !options.outlines || outlines.crowded.empty();
+  drawing.apart = !options.outlines || outlines.crowded == 0;
   for (StrandOutline& outline : outlines.strands)
     drawing.strands.push_back(cutStrand(std::move(outline), style, options));
   drawing.box = boxOf(drawing);

@@ -47,7 +47,4 @@ CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const Grid
 /// Draws it as hairlines, a group for each strand in a group for each kind. No background.
 void drawCut(VectorSurface& surface, const CutDrawing& drawing);
 
-/// A box that holds nothing yet.
-inline constexpr PictureBox kEmptyBox{1e30, 1e30, -1e30, -1e30};
-
 }  // namespace lorivan

@@ -18,7 +18,7 @@ class Extent {
   void add(std::span<const PointF> bezier, double margin) {
     for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) {
       const PointF &a = bezier[i], &b = bezier[i + 1], &c = bezier[i + 2], &d = bezier[i + 3];
-      PictureBox piece = {1e30, 1e30, -1e30, -1e30};
+      PictureBox piece = kEmptyBox;
       addExtremes(a.x, b.x, c.x, d.x, piece.left, piece.right);
       addExtremes(a.y, b.y, c.y, d.y, piece.top, piece.bottom);
       add(piece.left, piece.top, margin);
@@ -27,7 +27,7 @@ class Extent {
   }
 
  private:
-  PictureBox box_ = {1e30, 1e30, -1e30, -1e30};
+  PictureBox box_ = kEmptyBox;
 };
 
 /// Draws nothing. Ends of bands that are cut off straight always lie on a band that goes on.

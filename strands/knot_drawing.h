@@ -31,7 +31,8 @@ void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
 /// Draws all strands over what the surface holds, from their outlines.
-/// With `quick` a knot most of whose bands run into one another gets its classic joints, which take less time.
+/// With `quick` a knot most of whose bands run into one another gets its classic joints, which take less
+/// time.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
               bool quick = false);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).
@@ -43,7 +44,7 @@ struct PictureOptions {
   bool showGrid = true;  // the grid stays visible under the knot
   bool classic = false;  // over-stretches are laid on top, see drawClassicKnot()
   GridDrawOptions grid;
-  bool quick = false;    // see drawKnot
+  bool quick = false;  // see drawKnot
 };
 
 /// What lies under the knot: background, and the grid when wanted. The graph is only read.

@@ -9,7 +9,6 @@ constexpr double kTurn = 0.25;           // radians that the line may turn betwe
 constexpr double kTurnCosine = 0.969;    // cosine of kTurn
 constexpr double kBulge = 0.4;           // times the distance
 constexpr double kTight = 0.3;           // of the way to a fold; from there on it turns by a quarter as much
-constexpr int kMostSkipped = 3;          // samples without a point on the side
 constexpr int kMostParts = 24;           // of a piece between two samples
 constexpr double kFoldReach = 6;         // times the distance: the folds of bends down to 20 degrees
 constexpr std::size_t kFoldPoints = 48;  // on either side, at most
@@ -26,7 +25,6 @@ class SideSampler {
     double place = from;
     for (int sample = static_cast<int>(std::floor(from)) + 1; sample < to; ++sample) {
       if (sample - place < 0.02) continue;
-      sample = lastOfCalm(sample, to);
       const LinePoint next = atSample(sample);
       addBetween(place, sample, next);
       points_.push_back(next);
@@ -48,28 +46,6 @@ class SideSampler {
     const Vec along = unit(loop_.tangent(sample));
     return {loop_.point(sample) + quarter(along) * distance_, along};
   }
-  /// The last of the samples after a kept point that can stand for those before it: as long as the line
-  /// turns little and does not come near to a fold.
-  int lastOfCalm(int sample, double to) const {
-    const LinePoint& kept = points_.back();
-    const double longest = kBulge * std::max(std::fabs(distance_), 2.0);
-    Vec along = kept.along;
-    double all = 0;
-    int last = sample;
-    for (int i = sample; i < to && i <= sample + kMostSkipped; ++i) {
-      const Vec next = loop_.tangent(i);
-      const double cosine = dot(along, next), turn = std::fabs(cross(along, next));
-      all += turn / cosine;
-      const bool nearFold =
-          turn * distance_ * turn * distance_ > kTight * kTight / 4 * dot(next, next) * cosine * cosine;
-      if (!(cosine > 0) || all > kTurn || nearFold) break;
-      if (i > sample && all * lengthOf(loop_.point(i) - kept.at) > longest) break;
-      last = i;
-      along = next;
-    }
-    return last;
-  }
-
   void addBetween(double from, double to, const LinePoint& next) {
     const Vec along = points_.back().along, way = next.at - points_.back().at;
     const double cosine = dot(along, next.along), sine = std::fabs(cross(along, next.along));

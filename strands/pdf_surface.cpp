@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/escaped_text.h"
+
 namespace lorivan {
 namespace {
 

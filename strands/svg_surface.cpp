@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/escaped_text.h"
+
 namespace lorivan {
 namespace {
 

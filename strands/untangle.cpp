@@ -164,7 +164,7 @@ bool isInside(const Ring& ring, Vec p) {
 
 }  // namespace
 
-std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least) {
+std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least, double leastHole) {
   std::vector<Ring> open{ringOf(contour)}, simple;
   for (int meetings = 0; !open.empty();) {
     const Ring ring = std::move(open.back());
@@ -199,7 +199,9 @@ std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double l
     const Vec middle =
         loop.ring->size() > 1 ? loop.ring->at(loop.ring->size() / 2).p[0] : loop.ring->front().at(0.5);
     const auto holds = [&](const Ring* ring) { return isInside(*ring, middle); };
-    if (!kept.empty() && (loop.area < least || std::ranges::any_of(rings, holds))) continue;
+    const bool isInner = std::ranges::any_of(rings, holds);
+    const bool counts = isInner ? -loop.area > leastHole : loop.area > least;
+    if (!kept.empty() && !counts) continue;
     kept.push_back(loop.contour);
     rings.push_back(loop.ring);
   }

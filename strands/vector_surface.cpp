@@ -62,25 +62,4 @@ void appendDecimal(std::string& out, double value, int decimals) {
   out += digits == "-0" ? "0" : digits;
 }
 
-std::string xmlText(std::string_view text) {
-  std::string safe;
-  for (const char c : text) switch (c) {
-      case '&':
-        safe += "&amp;";
-        break;
-      case '<':
-        safe += "&lt;";
-        break;
-      case '>':
-        safe += "&gt;";
-        break;
-      case '"':
-        safe += "&quot;";
-        break;
-      default:
-        if (static_cast<unsigned char>(c) >= 0x20) safe += c;
-    }
-  return safe;
-}
-
 }  // namespace lorivan

@@ -13,6 +13,9 @@ struct PictureBox {
   double left = 0, top = 0, right = 0, bottom = 0;
 };
 
+/// A box that holds nothing yet.
+inline constexpr PictureBox kEmptyBox{1e30, 1e30, -1e30, -1e30};
+
 struct VectorPage {
   int width = 0, height = 0;           // of the whole picture, in its units
   double millimetres = 0;              // width of the whole picture as printed or cut
@@ -69,8 +72,5 @@ class VectorSurface : public Surface {
 
 /// Without trailing zeros and without "-0".
 void appendDecimal(std::string& out, double value, int decimals);
-
-/// Text as XML content or attribute; control characters are left out.
-std::string xmlText(std::string_view text);
 
 }  // namespace lorivan

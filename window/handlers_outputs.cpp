@@ -22,6 +22,19 @@ std::vector<FileFilter> pictureFilters(bool curves) {
   return filters;
 }
 
+/// Models that no option button stands for are chosen in the dialog.
+bool hasNoButton(const ExportFormat* format) {
+  return format != nullptr && format->kind == FormatKind::model && format->option.empty();
+}
+
+std::vector<FileFilter> modelFilters() {
+  std::vector<FileFilter> filters;
+  for (const ExportFormat& format : exportFormats())
+    if (hasNoButton(&format))
+      filters.push_back({std::string(format.label) + " files", std::string(format.extension)});
+  return filters;
+}
+
 }  // namespace
 
 void Handlers::mnuFileSaveBMP_Click() {
@@ -164,13 +177,19 @@ void Handlers::mnuFileSave3D_Click() {
   }
   Window& window = bench_.window;
   const Deeds::Working working(bench_.deeds);
-  const std::shared_ptr<KnotModel> model = modelFor(*format);
+  std::shared_ptr<KnotModel> model = modelFor(*format);
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window.processEvents()) return;
-  const std::string path = bench_.files.NewFname(std::string(format->label), std::string(format->extension));
+  const std::string path =
+      bench_.files.NewFname(std::string(format->label), std::string(format->extension), modelFilters());
   bench_.sortOut();
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
+  if (const ExportFormat* const named = findFormat(extensionOf(path), DxfKind::faces); hasNoButton(named)) {
+    format = named;
+    model = modelFor(*format);
+    if (model == nullptr || !window.processEvents()) return;
+  }
   window.setBusy(true);
   std::string note;
   const Status written = writeModel(*format, model, path, note);
@@ -202,7 +221,7 @@ Status Handlers::writeModel(const ExportFormat& format, std::shared_ptr<KnotMode
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);
   job.progress = progress;
-  job.note = [&note](const std::string& text) { note = text; };
+  job.note = [&note](const std::string& text) { note += (note.empty() ? "" : "; ") + text; };
   job.fileName = path;
   job.model = std::move(model);
   const Status made = makeOutput(format, job, **sink);

@@ -3,15 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "base/bytes.h"
 #include "base/checksum.h"
 #include "platform/platform.h"
 
 namespace lorivan {
 namespace {
-
-void appendBig(std::string& out, std::uint32_t value) {
-  for (const int shift : {24, 16, 8, 0}) out += static_cast<char>(value >> shift & 0xFF);
-}
 
 void appendLittle(std::string& out, std::uint32_t value, int bytes) {
   for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> (8 * i) & 0xFF);
@@ -19,9 +16,9 @@ void appendLittle(std::string& out, std::uint32_t value, int bytes) {
 
 void appendChunk(std::string& out, std::string_view type, std::string_view data) {
   const std::string body = std::string(type).append(data);
-  appendBig(out, static_cast<std::uint32_t>(data.size()));
+  appendBig32(out, static_cast<std::uint32_t>(data.size()));
   out += body;
-  appendBig(out, crc32(body));
+  appendBig32(out, crc32(body));
 }
 
 /// A zlib stream of stored blocks.
@@ -37,7 +34,7 @@ std::string storedStream(std::string_view data) {
     out.append(data.substr(at, size));
     at += size;
   } while (at < data.size());
-  appendBig(out, adler32(data));
+  appendBig32(out, adler32(data));
   return out;
 }
 
@@ -61,8 +58,8 @@ std::string encodePng(const std::uint32_t* pixels, int width, int height, int st
     }
   }
   std::string header;
-  appendBig(header, static_cast<std::uint32_t>(width));
-  appendBig(header, static_cast<std::uint32_t>(height));
+  appendBig32(header, static_cast<std::uint32_t>(width));
+  appendBig32(header, static_cast<std::uint32_t>(height));
   header.append("\x08\x06\x00\x00\x00", 5);  // 8 bits, red green blue alpha
   std::string out("\x89PNG\r\n\x1A\n", 8);
   appendChunk(out, "IHDR", header);

@@ -143,6 +143,7 @@ expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
 expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 (($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
 expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
 for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
@@ -165,10 +166,20 @@ expect 5 "cannot write no/such" --weld -o lost.obj -o no/such/x.svg
 compgen -G 'lost*' >/dev/null && fault "materials were left although another output failed"
 expect 0 "relief.png: 0." --shape Star --mm 50 --width 80 --relief --base 3 -o relief.png -o relief.stl
 grep -q "mm changes nothing" err.txt && fault "a height map has a size"
+expect 0 "at a width of 11 mm" --shape Star --relief --height 10 --mm 20 -o high.png
+expect 0 "--relief changes nothing in: obj" --relief -o tubes.obj
+expect 0 "" -o plain.obj
+same plain.obj tubes.obj
 [[ $(od -An -tu1 -j24 -N2 relief.png) == "  16   0" ]] || fault "a height map has 16 bits"
 grep -q 'vertex 50.000 0.000 3.000' relief.stl || fault "a relief's plate is 3 mm thick"
 expect 2 "--base needs --relief or --solid" --base 3 -o knot.stl
+expect 5 "too large" --random 1..2 --sheet --width 2000000000 -o huge.svg
+expect 5 "too small" --outline --mm 0.01 -o tiny.dxf
 expect 4 "make it less fine" --relief --width 4000 -o fine.stl
+
+expect 0 "overlaps itself; --solid heals it" --set vtPolyRadius=10 --set vtXNo=6 --set vtYNo=4 -o thick.stl
+expect 0 "" -o thin.stl
+grep -q overlaps err.txt && fault "tubes that are apart overlap"
 
 # Shapes of one's own get an AutoGrid.
 square='7500,6000 4 100,100 300,100 300,300 100,300 4'

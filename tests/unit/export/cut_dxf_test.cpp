@@ -50,6 +50,9 @@ TEST(CutDxf, HasAUnitLayersAndClosedAnticlockwiseOutlines) {
   EXPECT_NE(text.find("$EXTMIN\r\n10\r\n0\r\n20\r\n0\r\n"), std::string::npos) << "the corner is the origin";
   EXPECT_NE(text.find("$EXTMAX\r\n10\r\n80\r\n"), std::string::npos);
 
+  MemorySink none;
+  EXPECT_FALSE(writeCutDxf(cut, {place.scale / 1000, 0, 0}, false, none)) << "nothing would be left of it";
+
   std::vector<std::string> layers, handles;
   std::size_t outlines = 0;
   const auto groups = groupsOf(text);

@@ -233,6 +233,11 @@ TEST(Relief, IsUprightAndClosedOnItsPlate) {
   scene.relief = {500, 3};
   scene.millimetres = 0.5;
   EXPECT_EQ(writeStl(scene, stl).error().kind, ErrorKind::output);
+  for (Vec3& p : corner) p = {p.x - 6, p.y + 80, p.z};
+  knot.model = sweptTube({corner, middle}, 8, 0.5F);
+  scene.relief = {10, 3};
+  scene.millimetres = 8e4;
+  EXPECT_EQ(writeStl(scene, stl).error().kind, ErrorKind::output) << "in 32 bits the kilometres end";
 }
 
 TEST(GreyPng, HoldsItsLevelsInChunksWithTheirSums) {

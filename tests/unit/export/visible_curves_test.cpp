@@ -45,6 +45,12 @@ TEST(VisibleCurves, GapsAreAsWideAsTheBandOnTop) {
   const auto whole = wholeCurves(curve);
   ASSERT_EQ(whole.size(), 2U);
   EXPECT_TRUE(whole[0].closed && whole[1].closed);
+  for (const FlatLine& line : whole)
+    EXPECT_EQ(
+        line.points[4].y,
+        0.8 * static_cast<double>(
+                  curve.Y[static_cast<std::size_t>(curve.first[static_cast<std::size_t>(line.slot)]) + 1]))
+        << "no digit of a file changes with single precision";
   const auto lines = visibleCurves(curve, 3);
   ASSERT_EQ(lines.size(), 4U) << "two gaps in each";
   for (const FlatLine& line : lines) {

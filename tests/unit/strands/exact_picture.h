@@ -39,9 +39,15 @@ class ExactPicture {
     std::vector<Pass> here;
     for (const Pass& pass : passes_[index(x, y)])
       if (pass.distance < outer_ + margin) here.push_back(pass);
+    // Of the legs of a bend only the nearest one counts, but not where a band goes over one, under the other.
+    const auto isBetween = [&](const Pass& p, const Pass& a, const Pass& b) {
+      const Order toA = verdict(x, y, p, a), toB = verdict(x, y, p, b);
+      return toA != Order::none && toB != Order::none && toA != toB;
+    };
     const auto beneath = [&](const Pass& pass) {
       return std::ranges::any_of(here, [&](const Pass& o) {
-        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none;
+        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none &&
+               std::ranges::none_of(here, [&](const Pass& p) { return isBetween(p, o, pass); });
       });
     };
     std::vector<Pass> kept;

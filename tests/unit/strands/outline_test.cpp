@@ -6,6 +6,7 @@
 #include "exact_picture.h"
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
+#include "strands/untangle.h"
 
 namespace lorivan {
 namespace {
@@ -105,7 +106,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
       options.band = drawn.style.innerWidth();
       options.outer = drawn.style.outerWidth();
       const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
-      EXPECT_TRUE(outlines.crowded.empty());
+      EXPECT_EQ(outlines.crowded, 0);
       std::size_t stretches = 0;
       for (const StrandOutline& strand : outlines.strands)
         for (const BandStretch& stretch : strand.stretches) {
@@ -124,7 +125,7 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
                   off =
                       std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
                 }
-              EXPECT_LT(off, 0.02 * options.band)<<(int)shape<<" o "<<order<<" at "<<p.x<<","<<p.y<<" band "<<options.band;
+              EXPECT_LT(off, 0.02 * options.band);
             }
           }
         }
@@ -157,33 +158,68 @@ TEST(BandOutlines, ACornerThatLiesOverABandCoversItWithBothLegs) {
   }
 }
 
+/// Pixels that are not as the distances say; below 0 where bands run into one another and have no one
+/// picture.
+int wrongPixels(const Drawn& drawn) {
+  RecordingSurface surface(drawn.view.width, drawn.view.height());
+  PictureOptions options;
+  options.showGrid = false;
+  options.background = 0x123456;
+  drawKnotPicture(surface, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
+  const auto loops = bandLoops(drawn.knot.curve, drawn.view);
+  const ExactPicture exact(loops, drawn.view, drawn.style.innerWidth(), drawn.style.outerWidth());
+  int wrong = 0, slot = 0;
+  for (int y = 0; y < surface.height(); ++y)
+    for (int x = 0; x < surface.width(); ++x) {
+      const auto shows = exact.at(x, y, 0.8, slot);
+      if (shows == ExactPicture::Shows::together) return -1;
+      if (shows == ExactPicture::Shows::unclear) continue;
+      const Colour band = shows == ExactPicture::Shows::band ? drawn.style.bandColour(slot) : 0;
+      wrong += surface.pixel({x, y}) != (shows == ExactPicture::Shows::background ? 0x123456 : band);
+    }
+  return wrong;
+}
+
 TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
   int looked = 0;
   for (int s = 0; s < kShapeCount - 1; ++s)
     for (int order = 2; order <= 6; ++order) {
       const auto shape = static_cast<Shape>(s);
-      const Drawn drawn(shape, 2 + order % 2, 2, order, 0.35 + 0.05 * (s % 3));
-      RecordingSurface surface(drawn.view.width, drawn.view.height());
-      PictureOptions options;
-      options.showGrid = false;
-      options.background = 0x123456;
-      drawKnotPicture(surface, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
-      const auto loops = bandLoops(drawn.knot.curve, drawn.view);
-      const ExactPicture exact(loops, drawn.view, drawn.style.innerWidth(), drawn.style.outerWidth());
-      int wrong = 0, together = 0, slot = 0;
-      for (int y = 0; y < surface.height(); ++y)
-        for (int x = 0; x < surface.width(); ++x) {
-          const auto shows = exact.at(x, y, 0.8, slot);
-          together += shows == ExactPicture::Shows::together;
-          if (shows == ExactPicture::Shows::unclear || shows == ExactPicture::Shows::together) continue;
-          const Colour band = shows == ExactPicture::Shows::band ? drawn.style.bandColour(slot) : 0;
-          wrong += surface.pixel({x, y}) != (shows == ExactPicture::Shows::background ? 0x123456 : band);
-        }
-      if (together > 0) continue;  // bands that run into one another have no one picture
-      ++looked;
-      EXPECT_EQ(wrong, 0) << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
+      const int wrong = wrongPixels(Drawn(shape, 2 + order % 2, 2, order, 0.35 + 0.05 * (s % 3)));
+      looked += wrong >= 0;
+      EXPECT_LE(wrong, 0) << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
     }
   EXPECT_GE(looked, 43);
+  // Corners within crossings, and bands that go over one leg of a corner and under the other.
+  EXPECT_EQ(wrongPixels(Drawn(Shape::Circular, 6, 4, 2, 0.396)), 0);
+  EXPECT_EQ(wrongPixels(Drawn(Shape::SquareSquare, 7, 5, 2, 0.55)), 0);
+}
+
+TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
+  const auto lines = [](const std::vector<PointF>& corners) {
+    BandContour contour{corners.front()};
+    for (std::size_t i = 1; i <= corners.size(); ++i) {
+      const PointF a = contour.back(), b = corners[i % corners.size()];
+      contour.push_back({a.x + (b.x - a.x) / 3, a.y + (b.y - a.y) / 3});
+      contour.push_back({b.x - (b.x - a.x) / 3, b.y - (b.y - a.y) / 3});
+      contour.push_back(b);
+    }
+    return contour;
+  };
+  // A square with a fold of one unit outside its right side, drawn in the other sense.
+  const auto square =
+      untangled(lines({{0, 0}, {10, 0}, {10, 5}, {11, 4}, {11, 5}, {10, 4}, {10, 10}, {0, 10}}), 2, 9);
+  ASSERT_EQ(square.size(), 1U);
+  EXPECT_TRUE(isSimple(flatten(square[0])));
+  EXPECT_NEAR(contourArea(square[0]), 100, 1);
+  // A band that runs round a hole and closes over its own beginning.
+  const std::vector<PointF> round{{0, 2}, {0, 0}, {10, 0}, {10, 10}, {0, 10},
+                                  {0, 1}, {2, 1}, {2, 8},  {8, 8},   {8, 2}};
+  const auto ring = untangled(lines(round), 2, 9);
+  ASSERT_EQ(ring.size(), 2U);
+  EXPECT_NEAR(contourArea(ring[0]), 100, 1);
+  EXPECT_NEAR(contourArea(ring[1]), -36, 1);
+  EXPECT_EQ(untangled(lines(round), 2, 40).size(), 1U) << "a fold";
 }
 
 /// Whether a pixel's colour is found in the other picture no further than a pixel away.
@@ -219,7 +255,6 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
       for (int x = 0; x < shapes.width(); ++x) {
         const Colour here = shapes.pixel({x, y}), there = classic.pixel({x, y});
         if (isNearby(classic, {x, y}, here) && isNearby(shapes, {x, y}, there)) continue;
-        if(!(there==0&&here!=options.background))printf("PX %d %d: %x %x\n",x,y,here,there);
         ++(there == 0 && here != options.background ? blemished : apart);
       }
     EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;
@@ -239,9 +274,8 @@ TEST(BandOutlines, CrowdedCrossingsAreNamedAndStayWhole) {
   options.band = style.innerWidth() * 1.2;
   options.outer = style.outerWidth();
   const BandOutlines outlines = bandOutlines(curve, view, options);
-  EXPECT_FALSE(outlines.crowded.empty());
-  EXPECT_LE(outlines.crowded.size(), 8U) << "at the four corners only";
-  for (const CrowdedCrossing& crossing : outlines.crowded) EXPECT_GT(crossing.slot, 0);
+  EXPECT_GT(outlines.crowded, 0);
+  EXPECT_LE(outlines.crowded, 8) << "at the four corners only";
 }
 
 }  // namespace
