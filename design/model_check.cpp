@@ -33,11 +33,6 @@ class Words {
   std::string_view unit_;
 };
 
-void addLine(std::string& text, std::string_view name, const std::string& what) {
-  constexpr std::size_t kColumn = 12;
-  text.append(name).append(kColumn - name.size(), ' ').append(what).append("\n");
-}
-
 std::string lengthsText(const Verdict& verdict, const Words& words) {
   constexpr std::size_t kMostNamed = 12;
   const double all = std::accumulate(verdict.lengths.begin(), verdict.lengths.end(), 0.0);
@@ -58,14 +53,17 @@ std::string weightText(const ModelCheck& check, const Material& material) {
   return text;
 }
 
-void addWeights(std::string& text, const ModelCheck& check, const Material* material) {
+void addWeights(CheckLines& lines, const ModelCheck& check, const Material* material) {
   if (!check.millimetres) return;
-  if (material != nullptr) return addLine(text, "weight", weightText(check, *material));
+  if (material != nullptr) {
+    lines.emplace_back("weight", weightText(check, *material));
+    return;
+  }
   for (const Material& each : kMaterials)
-    addLine(text, &each == kMaterials.data() ? "weight" : "", weightText(check, each));
+    lines.emplace_back(&each == kMaterials.data() ? "weight" : "", weightText(check, each));
 }
 
-void addFolds(std::string& text, const ModelCheck& check, const Words& words) {
+void addFolds(CheckLines& lines, const ModelCheck& check, const Words& words) {
   const Verdict& verdict = check.verdict;
   if (check.solid) return;
   std::string what = verdict.overlap.found
@@ -75,7 +73,7 @@ void addFolds(std::string& text, const ModelCheck& check, const Words& words) {
     what += (verdict.overlap.found ? "; " : "; but ") + std::to_string(verdict.folds) +
             " sides turn inwards in tight bends, first at " + words.place(verdict.foldAt);
   if (verdict.overlap.found || verdict.folds > 0) what += " (--solid heals it)";
-  addLine(text, "overlap", what);
+  lines.emplace_back("overlap", what);
 }
 
 Result<ModelCheck> checkBody(const Knot& knot, const KnotFields& fields, const OutputOptions& options) {
@@ -149,25 +147,34 @@ std::vector<std::string> faultsOf(const ModelCheck& check, const Material& mater
   return faults;
 }
 
-std::string checkText(const ModelCheck& check, const Material* material) {
+CheckLines checkLines(const ModelCheck& check, const Material* material) {
   const Words words(check);
   const Verdict& verdict = check.verdict;
-  std::string text;
-  addLine(text, "strands", lengthsText(verdict, words));
-  addLine(text, "pieces", piecesText(check.pieces, {check.pieces, verdict.crossings, verdict.touching}));
-  addLine(text, "closed", check.closed ? "yes" : "no");
-  addLine(text, "wall", verdict.wall.found ? words.found(verdict.wall) : "none");
-  addLine(text, "clearance",
-          !verdict.clearance.found      ? "no strands near each other"
-          : verdict.clearance.value > 0 ? words.found(verdict.clearance)
-                                        : "none: strands meet at " + words.place(verdict.clearance.at));
-  addFolds(text, check, words);
-  addLine(text, "volume",
-          check.millimetres ? rounded(check.volume / 1000) + " cm3" : rounded(check.volume) + " cubic units");
-  addWeights(text, check, material);
+  CheckLines lines;
+  lines.emplace_back("strands", lengthsText(verdict, words));
+  lines.emplace_back("pieces", piecesText(check.pieces, {check.pieces, verdict.crossings, verdict.touching}));
+  lines.emplace_back("closed", check.closed ? "yes" : "no");
+  lines.emplace_back("wall", verdict.wall.found ? words.found(verdict.wall) : "none");
+  lines.emplace_back("clearance", !verdict.clearance.found ? "no strands near each other"
+                                  : verdict.clearance.value > 0
+                                      ? words.found(verdict.clearance)
+                                      : "none: strands meet at " + words.place(verdict.clearance.at));
+  addFolds(lines, check, words);
+  lines.emplace_back("volume", check.millimetres ? rounded(check.volume / 1000) + " cm3"
+                                                 : rounded(check.volume) + " cubic units");
+  addWeights(lines, check, material);
   const auto faults = faultsOf(check, material != nullptr ? *material : kMaterials.front());
-  for (const std::string& fault : faults) addLine(text, "fault", fault);
-  addLine(text, "verdict", faults.empty() ? "it can be made as one piece" : "it would not come out well");
+  for (const std::string& fault : faults) lines.emplace_back("fault", fault);
+  lines.emplace_back("verdict",
+                     faults.empty() ? "it can be made as one piece" : "it would not come out well");
+  return lines;
+}
+
+std::string checkText(const ModelCheck& check, const Material* material) {
+  constexpr std::size_t kColumn = 12;
+  std::string text;
+  for (const auto& [name, what] : checkLines(check, material))
+    text.append(name).append(kColumn - name.size(), ' ').append(what).append("\n");
   return text;
 }
 

@@ -1,6 +1,11 @@
 // Whether a model can be made: the verdict in millimetres, as text, with what stands against it.
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "design/knot_model.h"
 #include "design/materials.h"
 #include "design/solid_model.h"
@@ -24,7 +29,12 @@ Result<ModelCheck> checkModel(const Knot& knot, const KnotFields& fields, const 
 /// are judged where the size is known.
 std::vector<std::string> faultsOf(const ModelCheck& check, const Material& material);
 
-/// Some lines for people, LF at their ends; weights of one material, or of all when null.
+/// What people want to know: names and texts. A name is empty where the one before it goes on. Weights of one
+/// material, or of all when null.
+using CheckLines = std::vector<std::pair<std::string_view, std::string>>;
+CheckLines checkLines(const ModelCheck& check, const Material* material);
+
+/// The same in two columns of letters of one width, LF at the lines' ends.
 std::string checkText(const ModelCheck& check, const Material* material);
 
 }  // namespace lorivan

@@ -1,5 +1,7 @@
 #include "design/vector_outputs.h"
 
+#include <algorithm>
+
 #include "base/numbers.h"
 #include "export/cut_dxf.h"
 #include "strands/animated_svg.h"
@@ -12,6 +14,7 @@ namespace {
 
 constexpr std::string_view kNoRoomAtAll =
     "strands touch each other whatever the width of their bands: their outlines cross there";
+constexpr std::string_view kCutTooWide = "the cut is wider than the whole knot: less --kerf or more --mm";
 constexpr std::string_view kKerfTooWide =
     "the kerf is wider than the room between the strands: their outlines cross";
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
@@ -54,6 +57,9 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
+  if (options.kerf >=
+      std::min(wanted.millimetres.value_or(*millimetres), wanted.height.value_or(*millimetres)))
+    return wrongUsage(std::string(kCutTooWide));
   if (wanted.outline && wanted.height) {
     CutOptions plain = options;
     plain.width.reset();

@@ -89,11 +89,13 @@ double expectedTriangles(const CentreLines& lines, const SolidShape& shape, doub
   return surface / (cell * cell);
 }
 
-/// Every segment is looked at from all cubes of eight cells that a rounding reaches.
+/// Rounder hollows than two strands are thick reach past the cells that are looked at. Every segment is
+/// looked at from all cubes of eight cells that a rounding reaches.
 bool isRoundingTooLarge(const CentreLines& lines, const SolidShape& shape, double radius, double cell) {
-  constexpr double kMostLooks = 5e7;
+  constexpr double kMostLooks = 5e7, kLargestFillet = 4;
   const double fillet = static_cast<double>(shape.fillet);
   const double cubes = 2 * (radius + fillet) / (8 * cell) + 2;
+  if (fillet > kLargestFillet * radius) return true;
   return fillet > radius && static_cast<double>(lines.segments().size()) * cubes * cubes * cubes > kMostLooks;
 }
 

@@ -1,5 +1,5 @@
 // How closely the flat picture is looked at: the wheel, the middle button and the keys change it. It belongs
-// to the window and to no document.
+// to the window; another knot is shown whole.
 #pragma once
 
 #include "graph/grid_view.h"

@@ -63,7 +63,10 @@ void Handlers::mnuViewCheckModel_Click() {
   bench_.solid.mark(places);
   showModel();
   bench_.sortOut();
-  bench_.window.message(checkText(*check, nullptr), "Check model", MessageIcon::none);
+  std::string text;  // in letters of any width
+  for (const auto& [name, what] : checkLines(*check, nullptr))
+    text.append(name.empty() ? "     " : std::string(name) + ": ").append(what).append("\n");
+  bench_.window.message(text, "Check model", MessageIcon::none);
   const Verdict& verdict = check->verdict;
   bench_.status(piecesText(check->pieces, {check->pieces, verdict.crossings, verdict.touching}) +
                 "; the hoops mark the thinnest wall and the least clearance");

@@ -30,7 +30,10 @@ bool Workbench::step(const std::string& name, const Result<Document>& next, Afte
 
 bool Workbench::begin(const std::string& name, const Result<Document>& next, After after,
                       const std::string& path) {
-  if (next) session.begin(name, *next, path);
+  if (next) {
+    session.begin(name, *next, path);
+    flat.lens.reset();  // it was held over another knot
+  }
   return showTaken(next, after);
 }
 

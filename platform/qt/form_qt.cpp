@@ -204,7 +204,8 @@ void FormQt::setText(ControlId control, const std::string& text) {
   const QString shown = toQString(text);
   if (auto* edit = dynamic_cast<NumberEdit*>(w)) {
     edit->setText(shown);
-    if (edit->hasFocus()) edit->selectWhole();
+    // A number that is too long for its field shows how it begins.
+    edit->hasFocus() ? edit->selectWhole() : edit->home(false);
   } else if (auto* label = qobject_cast<QLabel*>(w)) {
     label->setText(shown);
   } else if (auto* button = qobject_cast<QAbstractButton*>(w)) {

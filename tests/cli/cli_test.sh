@@ -146,7 +146,8 @@ expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
 expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
-for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle"; do
+for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
+  "--outline --mm 5 --kerf 5"; do
   # shellcheck disable=SC2086
   expect 2 "" $words -o never.svg
 done

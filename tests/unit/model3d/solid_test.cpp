@@ -96,7 +96,8 @@ TEST(Solid, StrandsAreOnePieceWhereTheyMeet) {
 
 TEST(Solid, RefusesWhatWouldNotFitIntoMemory) {
   const TubeModel model = rounds({{0, 0, 0}, {7.2F, 0, 0}}, 3, 0.5F);
-  for (const SolidShape& shape : {SolidShape{4, 0, 1e6F}, SolidShape{4, 1e4F}, SolidShape{64, 0, 50}}) {
+  for (const SolidShape& shape :
+       {SolidShape{4, 0, 1e6F}, SolidShape{4, 1e4F}, SolidShape{4, 2.5F}, SolidShape{64, 0, 50}}) {
     const auto body = fuse(model, shape);
     ASSERT_FALSE(body);
     EXPECT_EQ(body.error().kind, ErrorKind::limit);

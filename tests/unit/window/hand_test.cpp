@@ -109,6 +109,8 @@ TEST_F(HandTest, LinesAreFoundAtEveryZoom) {
   EXPECT_TRUE(middle(0).x == at.x + 30 && middle(0).y == at.y - 10) << middle(0).x - at.x;
   EXPECT_TRUE(w->userPresses({Key::plus}) && w->userPresses({Key::minus}));
   EXPECT_EQ(document(), before);
+  pick("mnuFileRandom");
+  EXPECT_TRUE(bench().flat.lens.isWhole()) << "another knot is shown whole";
 }
 
 TEST_F(HandTest, AStrandIsMarkedAndRecoloured) {

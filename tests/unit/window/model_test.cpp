@@ -168,7 +168,7 @@ TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
   platform.dialogs.answerMessage();
   pick("mnuViewCheckModel");
   for (const char* line :
-       {"3 separate pieces, touching at 0 of 12 crossings", "closed      yes", " mm at ", "gold18k"})
+       {"3 separate pieces, touching at 0 of 12 crossings", "closed: yes", " mm at ", "gold18k"})
     EXPECT_NE(lastAsked().text.find(line), std::string::npos) << lastAsked().text;
   EXPECT_TRUE(shows(true) && pixels(kSolid) != plain && polygons() == "960");
   platform.dialogs.answerInput("wide");
