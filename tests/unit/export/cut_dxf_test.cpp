@@ -50,6 +50,8 @@ TEST(CutDxf, HasAUnitLayersAndClosedAnticlockwiseOutlines) {
   EXPECT_NE(text.find("$EXTMIN\r\n10\r\n0\r\n20\r\n0\r\n"), std::string::npos) << "the corner is the origin";
   EXPECT_NE(text.find("$EXTMAX\r\n10\r\n80\r\n"), std::string::npos);
 
+  EXPECT_NE(text.find("centre-lines\r\n70\r\n0\r\n62\r\n-8\r\n"), std::string::npos) << "off";
+
   std::vector<std::string> layers, handles;
   std::size_t outlines = 0;
   const auto groups = groupsOf(text);
