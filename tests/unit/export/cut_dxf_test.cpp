@@ -49,6 +49,7 @@ TEST(CutDxf, HasAUnitLayersAndClosedAnticlockwiseOutlines) {
   EXPECT_NE(text.find("$INSUNITS\r\n70\r\n4\r\n"), std::string::npos);
   EXPECT_NE(text.find("$EXTMIN\r\n10\r\n0\r\n20\r\n0\r\n"), std::string::npos) << "the corner is the origin";
   EXPECT_NE(text.find("$EXTMAX\r\n10\r\n80\r\n"), std::string::npos);
+  EXPECT_NE(text.find("centre-lines\r\n70\r\n0\r\n62\r\n-8\r\n"), std::string::npos) << "off";
 
   MemorySink none;
   EXPECT_FALSE(writeCutDxf(cut, {place.scale / 1000, 0, 0}, false, none)) << "nothing would be left of it";

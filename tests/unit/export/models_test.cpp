@@ -182,8 +182,9 @@ TEST(Models, CornersAreSharedWithinAStrandAndNotBetweenStrands) {
   ExportScene scene = knot.scene();
   scene.shared = true;
   scene.materialFile = "knot.mtl";
-  MemorySink obj, materials;
-  ASSERT_TRUE(writeObj(scene, obj) && writeMaterials(scene, materials));
+  MemorySink obj, materials, archive;
+  ASSERT_TRUE(writeObj(scene, obj) && writeMaterials(scene, materials) && writeThreeMf(scene, archive));
+  EXPECT_NE(modelText(archive.bytes).find("pid=\"1\" pindex=\"1\""), std::string::npos);
   EXPECT_NE(obj.bytes.find("mtllib knot.mtl\r\n"), std::string::npos);
   for (const char* slot : {"strand1", "strand2"}) {
     EXPECT_NE(obj.bytes.find(std::string("usemtl ") + slot), std::string::npos);

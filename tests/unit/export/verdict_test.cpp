@@ -83,6 +83,7 @@ TEST(Verdict, KnowsGapsAndPieces) {
   const Verdict together = inspect(hoops(-0.1F), {&crossing, 1}, 3, TubeForm::polygons);
   EXPECT_NEAR(together.overlap.value, 0.1, 1e-4);
   EXPECT_TRUE(together.pieces == 1 && together.touching == 1 && together.clearance.value == 0);
+  EXPECT_EQ(inspect(hoops(-0.1F), {}, 3, TubeForm::polygons).pieces, 1) << "met without a crossing";
   EXPECT_NEAR(together.wall.value, 1, 0.01);
   EXPECT_NEAR(together.lengths.at(0), 6 * 3.14159, 0.01);
 }

@@ -173,15 +173,16 @@ TEST(PdfSurface, EveryObjectLiesWhereTheTableSays) {
   surface.beginGroup("strand-1");
   const std::vector<std::vector<PointF>> chain = {{{0, 0}, {25, 0}, {50, 10}, {0, 0}}};
   surface.fillPath(chain, 0);
+  surface.dot({50, 50}, 100, 0);
   surface.endGroup();
   surface.endGroup();
   surface.beginHiddenGroup("centre-lines");
   surface.strokePath(chain, 0);
   surface.endGroup();
   const std::string text = surface.finish();
-  for (const char* part :
-       {"/MediaBox [ 0 0 283.46457 226.77165 ]", "/Title (a \\(b\\))", "1 0 0.0627 rg",
-        "0 0 m\n0.5 0 1 0.2 0 0 c\nh\nf\n", "/Order [ 7 0 R [ 8 0 R ] 9 0 R ]", "/OFF [ 9 0 R ]"})
+  for (const char* part : {"/MediaBox [ 0 0 283.46457 226.77165 ]", "/Title (a \\(b\\))", "1 0 0.0627 rg",
+                           "0 0 m\n0.5 0 1 0.2 0 0 c\nh\nf\n", "0.448 2 0 1.552 0 1 c\n",
+                           "0.5 0 1 0.2 0 0 c\nh\nS\n", "/Order [ 7 0 R [ 8 0 R ] 9 0 R ]", "/OFF [ 9 0 R ]"})
     EXPECT_NE(text.find(part), std::string::npos) << part << "\n" << text;
   std::size_t at = text.find("0000000000 65535 f \n") + 20;
   for (int object = 1; object <= 9; ++object, at += 20)
