@@ -122,6 +122,10 @@ expect 0 "" --sweep vtXNo=3..1 --sweep vtSkew=0.8..1.2:0.2 -o 'grid-%02d-%d.svg'
 expect 0 "" --set vtXNo=2 --set vtSkew=1.2 -o one.svg
 same one.svg grid-02-1.2.svg
 [[ $(od -An -td4 -j18 -N4 sheet.bmp | tr -d ' ') == 301 ]] || fault "a sheet has another width than was asked for"
+expect 0 "" --sweep vtXNo=2..3 --sweep vtYNo=2..4 -o 'pair-%d-%d.qzd'
+for pair in 2,2 2,4 3,3 3,4; do
+  sed -n 2p "pair-${pair/,/-}.qzd" | grep -q "^[0-9]*,$pair," || fault "the knot of $pair has other numbers"
+done
 expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPolySides=10..200:190 --set vtXNo=20 --set vtYNo=20 \
   --set vtPolyPoints=4 -o 'side-%d.stl' -o 'side-%d.qzd'
 [[ $(echo side-*) == "side-10.qzd side-10.stl" ]] || fault "what a failing knot left: $(echo side-*)"

@@ -7,6 +7,7 @@
 #include "base/random.h"
 #include "custom/outline.h"
 #include "custom/shape_file.h"
+#include "custom/symmetry.h"
 #include "graph/standard_grids.h"
 #include "shapes.h"
 
@@ -210,6 +211,21 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
         EXPECT_TRUE(mirrored(graph));
         expectPlane(graph);
       }
+}
+
+TEST(AutoGrid, KnowsTheSymmetriesOfOutlines) {
+  const std::pair<std::vector<Spot>, std::size_t> cases[] = {
+      {box(150, 100, 350, 300), 8},
+      {box(100, 140, 400, 260), 4},
+      {{{150, 100}, {350, 150}, {300, 350}, {100, 300}}, 4},  // a turned square: its quarter turns
+      {{{100, 100}, {300, 100}, {400, 250}, {200, 250}}, 2},  // a parallelogram: its half turn
+      {{{100, 100}, {300, 100}, {420, 250}, {200, 290}}, 1}};
+  for (const auto& [loop, size] : cases) {
+    const CustomShape shape = shapeOf({loop});
+    const auto outline = Outline::of(shape, ShapeMapping(shape, GridView()));
+    ASSERT_TRUE(outline);
+    EXPECT_EQ(symmetriesOf(*outline, 1.5).size(), size);
+  }
 }
 
 TEST(AutoGrid, TellsHowMuchStayedEmpty) {

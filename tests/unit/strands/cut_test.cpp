@@ -78,6 +78,9 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
       EXPECT_TRUE(grown.apart);
       EXPECT_NEAR(widthOf(grown), 100.4, 0.02);
       EXPECT_GT(areaOf(grown), areaOf(plain));
+      // The band's sides lie 0.2 mm further out on both sides: a stretch is wider by that and longer by that.
+      EXPECT_NEAR(areaOf(grown) / areaOf(plain), (grown.bandWidth + 0.4) / grown.bandWidth,
+                  0.6 * 0.4 / grown.bandWidth);
     }
 }
 
@@ -153,6 +156,9 @@ TEST(FlatPath, LinesAndArcsStayWithinTheTolerance) {
       const auto path = flatPath(curve, {1, 0, 0}, 0.05, arcs);
       EXPECT_LE(path.size(), arcs ? 13U : 30U);
       EXPECT_EQ(path.back().y, -curve.back().y) << "y points upwards";
+      if (arcs && &curve == &curves[2]) {
+        EXPECT_GT(path[1].bulge, 0) << "through a valley it turns to the left";
+      }
       for (int k = 0; k <= 40; ++k) {
         const double t = k / 40.0, s = 1 - t;
         const double weights[] = {s * s * s, 3 * s * s * t, 3 * s * t * t, t * t * t};

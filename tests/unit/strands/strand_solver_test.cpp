@@ -114,6 +114,23 @@ TEST(StrandSolver, MakesManyStrandsAndSaysWhatIsImpossible) {
   const auto none = planStrands(*small.graph, {.strands = 30});
   ASSERT_FALSE(none);
   EXPECT_NE(none.error().message.find("nearest"), std::string::npos);
+  EXPECT_FALSE(
+      planStrands(*makeKnot(fieldsOf(Shape::SquareSquare, 4, 4)).graph, {.strands = 1, .longest = 20}))
+      << "one strand would pass more lines than it may";
+}
+
+TEST(LineSymmetry, ImagesLieWhereMirrorsPutThem) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 5, 3));
+  for (const bool upright : {false, true}) {
+    const LineOrbits orbits(*knot.graph, {upright, !upright, 1});
+    ASSERT_TRUE(orbits.complete());
+    for (const auto& orbit : orbits.all()) {
+      const auto at = [&](int line) { return knot.graph->Lines[static_cast<std::size_t>(line)]; };
+      const GridLine a = at(orbit.front()), b = at(orbit.back());
+      EXPECT_NEAR(a.MidX, upright ? -b.MidX : b.MidX, 1);
+      EXPECT_NEAR(a.MidY, upright ? b.MidY : -b.MidY, 1);
+    }
+  }
 }
 
 TEST(LineSymmetry, FindsTheTurnsOfAGrid) {
