@@ -385,7 +385,8 @@ class BandClipper {
         ring.push_back(at);
       }
       if (!isWorthIt(ring)) continue;
-      closed_ &= lengthOf(kept_[ring.front()].from.at - kept_[ring.back()].to.at) < kJoin * tolerance_;
+      closed_ &= lengthOf(kept_[ring.front()].from.at - kept_[ring.back()].to.at) <
+                 std::max(half_, kJoin * tolerance_);
       contours.push_back(fit(std::move(ring)));
     }
     return contours;
