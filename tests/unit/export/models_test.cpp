@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 #include "base/bytes.h"
 #include "base/checksum.h"
@@ -167,6 +170,36 @@ TEST(Models, ColoursSizesAndTextsAreInThem) {
     EXPECT_NE(glb.bytes.find(part), std::string::npos) << part;
   const std::size_t most = glb.bytes.find("\"max\":[") + 7;
   EXPECT_NEAR(numbersOf(' ' + glb.bytes.substr(most, 8)).at(0), 0.05, 1e-5) << "metres";
+}
+
+TEST(Models, NormalsOfGlbPointOutOfItsFaces) {
+  SampleKnot knot;
+  knot.model = torus(4, 1, 16, 8);
+  MemorySink sink;
+  ASSERT_TRUE(writeGlb(knot.scene(), sink));
+  // The first mesh: indices, positions and normals one behind the other.
+  std::array<std::size_t, 3> length{};
+  std::size_t at = sink.bytes.find("\"bufferViews\"");
+  for (std::size_t& bytes : length) {
+    at = sink.bytes.find("\"byteLength\":", at) + 13;
+    bytes = std::stoul(sink.bytes.substr(at, 9));
+  }
+  const char* const data = sink.bytes.data() + sink.bytes.find(std::string("BIN\0", 4)) + 4;
+  std::vector<std::uint32_t> indices(length[0] / 4);
+  std::vector<std::array<float, 3>> places(length[1] / 12), normals(length[2] / 12);
+  std::memcpy(indices.data(), data, length[0]);
+  std::memcpy(places.data(), data + length[0], length[1]);
+  std::memcpy(normals.data(), data + length[0] + length[1], length[2]);
+  ASSERT_TRUE(indices.size() > 100 && places.size() == normals.size());
+  for (std::size_t i = 0; i + 2 < indices.size(); i += 3) {
+    const auto &a = places.at(indices[i]), &b = places.at(indices[i + 1]), &c = places.at(indices[i + 2]);
+    const auto& n = normals.at(indices[i]);
+    const auto side = [&](const auto& to, std::size_t k) { return to[k % 3] - a[k % 3]; };
+    float outward = 0;
+    for (std::size_t k = 0; k < 3; ++k)
+      outward += n[k] * (side(b, k + 1) * side(c, k + 2) - side(b, k + 2) * side(c, k + 1));
+    EXPECT_GT(outward, 0);
+  }
 }
 
 TEST(Models, CornersAreSharedWithinAStrandAndNotBetweenStrands) {
