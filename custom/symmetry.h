@@ -45,7 +45,6 @@ class Images {
   /// `grain` is less than half the least distance between spots, and more than their inexactness.
   Images(std::span<const Spot> spots, const Symmetries& group, double grain);
 
-  std::size_t groupSize() const { return images_.size(); }
   /// The spot that `item` is laid onto; -1 when none lies there.
   int of(std::size_t symmetry, int item) const { return images_[symmetry][static_cast<std::size_t>(item)]; }
   /// Whether every spot has all its images.

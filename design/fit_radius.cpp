@@ -6,6 +6,7 @@
 #include "base/numbers.h"
 #include "design/edits.h"
 #include "design/knot_model.h"
+#include "design/solid_model.h"
 #include "model3d/verdict.h"
 
 namespace lorivan {
@@ -15,11 +16,6 @@ constexpr double kLeastRadius = 0.1, kMostRadius = 1;  // model units; ten times
 constexpr double kMeeting = 1.05;
 constexpr int kRounds = 4;  // which parts of a strand count for its gaps depends on the radius
 constexpr float kAnywhere = 1e6F;
-
-double widthOf(const std::vector<Vec3>& places) {
-  const auto [low, high] = std::ranges::minmax(places, {}, &Vec3::x);
-  return static_cast<double>(high.x) - static_cast<double>(low.x);
-}
 
 /// Least distance of centre lines that clear each other.
 double nearestCentres(const TubeModel& model, int window) {

@@ -15,12 +15,6 @@ constexpr const char* kTooThick =
 constexpr double kRingsPerRadius = 4;  // so that no bend shows corners
 constexpr int kMostPoints = 50, kFewestSides = 3;
 
-double widthOf(const std::vector<Vec3>& places) {
-  if (places.empty()) return 0;
-  const auto [low, high] = std::ranges::minmax(places, {}, &Vec3::x);
-  return static_cast<double>(high.x) - static_cast<double>(low.x);
-}
-
 Status setRadius(TubeModel& model, double radius) {
   model.radius = static_cast<float>(radius);
   if (const Status swept = sweepTube(model); !swept) return swept;
@@ -64,6 +58,12 @@ Status sizeBody(MadeBody& made, const OutputOptions& options) {
 }
 
 }  // namespace
+
+double widthOf(const std::vector<Vec3>& places) {
+  if (places.empty()) return 0;
+  const auto [low, high] = std::ranges::minmax(places, {}, &Vec3::x);
+  return static_cast<double>(high.x) - static_cast<double>(low.x);
+}
 
 std::optional<double> wantedModelWidth(const OutputOptions& options, const TubeModel& model) {
   if (!options.height) return options.millimetres;

@@ -8,6 +8,9 @@
 
 namespace lorivan {
 
+/// From the least x to the greatest; 0 of nothing.
+double widthOf(const std::vector<Vec3>& places);
+
 /// The width that gives a model the size asked for, if any is.
 std::optional<double> wantedModelWidth(const OutputOptions& options, const TubeModel& model);
 

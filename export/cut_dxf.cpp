@@ -164,10 +164,6 @@ void blocks(Groups& out) {
   out.endSection();
 }
 
-bool isClosed(std::span<const PointF> chain) {
-  return chain.front().x == chain.back().x && chain.front().y == chain.back().y;
-}
-
 class Entities {
  public:
   Entities(Groups& out, const CutPlace& place, bool arcs) : out_(out), place_(place), arcs_(arcs) {}

@@ -153,7 +153,7 @@ std::vector<PathVertex> flatPath(std::span<const PointF> chain, const CutPlace& 
     const Cubic cubic{{Vec{path.back().x, path.back().y}, point(i + 1), point(i + 2), point(i + 3)}};
     if (cubic.most() > tolerance) flattener.curve(cubic);
   }
-  const bool closed = chain.front().x == chain.back().x && chain.front().y == chain.back().y;
+  const bool closed = isClosed(chain);
   const double rest = lengthOf(Vec{path.back().x, path.back().y} - point(0));
   if (closed && path.size() > 2 && rest <= tolerance) path.pop_back();
   return path;

@@ -21,6 +21,11 @@ struct CutPlace {
   double originX = 0, originY = 0;  // of the file, in the drawing's units
 };
 
+/// Whether a chain repeats its first point at its end.
+inline bool isClosed(std::span<const PointF> chain) {
+  return chain.front().x == chain.back().x && chain.front().y == chain.back().y;
+}
+
 /// A chain of cubic Bezier segments as straight lines that stray by at most `tolerance` millimetres, or as
 /// arcs with the curve's own directions at their ends. Segments shorter than that are left out. Of a closed
 /// chain the first corner is not repeated.

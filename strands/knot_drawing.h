@@ -30,9 +30,8 @@ void fitView(GridView& view, const KnotGraph& graph);
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
-/// Draws all strands over what the surface holds, from their outlines.
-/// With `quick` a knot most of whose bands run into one another gets its classic joints, which take less
-/// time.
+/// Draws all strands over what the surface holds, from their outlines. With `quick` a knot in which very many
+/// bands run into one another gets its classic joints, which take less time.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
               bool quick = false);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).

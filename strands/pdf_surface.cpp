@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/escaped_text.h"
+#include "strands/flat_path.h"
 
 namespace lorivan {
 namespace {

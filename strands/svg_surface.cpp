@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/escaped_text.h"
+#include "strands/flat_path.h"
 
 namespace lorivan {
 namespace {

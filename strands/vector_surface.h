@@ -55,9 +55,6 @@ class VectorSurface : public Surface {
   /// So many decimals that a step is small beside the picture.
   int decimals() const { return decimals_; }
 
-  static bool isClosed(std::span<const PointF> chain) {
-    return chain.front().x == chain.back().x && chain.front().y == chain.back().y;
-  }
   /// The curve's chain with as few nodes as a share of its width allows.
   static std::vector<PointF> fewerNodes(const WideCurve& curve);
   /// What a drawing program's list of layers calls a group: "strand-1" is "Strand 1".
