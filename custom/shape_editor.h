@@ -7,6 +7,7 @@
 #include <string>
 
 #include "custom/custom_shape.h"
+#include "platform/mouse.h"
 #include "platform/surface.h"
 
 namespace lorivan {
@@ -24,7 +25,6 @@ struct ShapeEdit {
 
 class ShapeEditor {
  public:
-  enum MouseButtons { kLeftButton = 1, kRightButton = 2 };
   /// Bits of the mouse calls' Shift argument.
   enum ShiftBits { kShiftKey = 1, kCtrlKey = 2, kAltKey = 4 };
 
