@@ -103,7 +103,7 @@ std::string printSettings(const SettingsTable& table) {
 SettingsTable& FileSettings::table() const {
   if (loaded_) return table_;
   loaded_ = true;
-  if (const auto text = readFile(path_, kMostBytes)) table_ = parseSettings(*text);
+  if (const auto text = readRegularFile(path_, kMostBytes)) table_ = parseSettings(*text);
   return table_;
 }
 
