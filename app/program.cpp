@@ -1,6 +1,9 @@
 // The program from its arguments to its exit status.
+#include <cstdlib>
 #include <iostream>
+#include <new>
 
+#include "base/memory_reserve.h"
 #include "base/system_files.h"
 #include "cli/command_line.h"
 #include "cli/make_files.h"
@@ -28,15 +31,14 @@ int openWindow(Platform& platform, const CommandLine& line) {
               << "\nWithout one, make a knot with: lorivan --shape Hexagonal -o knot.svg\n";
     return kNoDisplay;
   }
-  if (const Status kept = window.run(); !kept)
-    std::cerr << "lorivan: the settings could not be kept: " << kept.error().message << '\n';
+  if (const Status kept = window.run(); !kept) {
+    std::cerr << "lorivan: " << kept.error().message << '\n';
+    if (kept.error().kind == ErrorKind::limit) return kBadOutput;
+  }
   return kDone;
 }
 
-}  // namespace
-
-int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
-  removeScrapsAtEnd();
+int run(Platform& platform, const std::vector<std::string>& arguments) {
   const auto line = parseCommandLine(arguments);
   if (!line) {
     std::cerr << "lorivan: " << line.error().message << "\nlorivan --help tells more.\n";
@@ -57,6 +59,20 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
       break;
   }
   return openWindow(platform, *line);
+}
+
+}  // namespace
+
+int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
+  removeScrapsAtEnd();
+  reserveMemory();
+  try {
+    return run(platform, arguments);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "lorivan: " << kOutOfMemory << std::endl;
+    // Libraries that were stopped half-way need not end in order.
+    std::_Exit(kStatusWithoutMemory);
+  }
 }
 
 }  // namespace lorivan

@@ -43,6 +43,9 @@ class OutputFile {
 /// From now on scraps are removed before a signal or the console ends the program, which it still does.
 void removeScrapsAtEnd();
 
+/// Removes them now, for a program that ends at once.
+void removeScraps();
+
 /// While one exists no signal ends the program, which waits for the last one.
 class EndHeldBack {
  public:

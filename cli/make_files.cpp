@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
-#include <new>
 
 #include "base/numbers.h"
 #include "base/sink.h"
@@ -282,25 +281,14 @@ int FileMaker::check(std::ostream& report) {
   return faultsOf(*checked, material).empty() ? kDone : kNoKnot;
 }
 
-/// Memory may not suffice for what was asked for.
-template <class Work>
-int withinMemory(std::ostream& errors, Work&& work) {
-  try {
-    return work();
-  } catch (const std::bad_alloc&) {
-    errors << "lorivan: there is not enough memory for this\n";
-    return kBadOutput;
-  }
-}
-
 }  // namespace
 
 int makeFiles(Platform& platform, const CommandLine& line, std::ostream& errors) {
-  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).run(); });
+  return FileMaker(platform, line, errors).run();
 }
 
 int checkKnot(Platform& platform, const CommandLine& line, std::ostream& report, std::ostream& errors) {
-  return withinMemory(errors, [&] { return FileMaker(platform, line, errors).check(report); });
+  return FileMaker(platform, line, errors).check(report);
 }
 
 }  // namespace lorivan

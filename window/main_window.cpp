@@ -1,7 +1,10 @@
 #include "window/main_window.h"
 
 #include <algorithm>
+#include <new>
+#include <utility>
 
+#include "base/memory_reserve.h"
 #include "base/sink.h"
 #include "design/document_text.h"
 #include "design/welcome.h"
@@ -14,6 +17,19 @@ namespace {
 
 constexpr int kLeastScreenHeight = 600;
 constexpr ControlId kShapes = controlId("lstType");
+
+/// The same event, whose lack of memory ends here: no back end need let an exception through its system.
+template <class Answer, class... Words, class Ended>
+void guard(std::function<Answer(Words...)>& event, const Ended& ended) {
+  event = [inner = std::move(event), ended](Words... words) -> Answer {
+    try {
+      return inner(std::forward<Words>(words)...);
+    } catch (const std::bad_alloc&) {
+      ended();
+    }
+    return Answer();
+  };
+}
 
 }  // namespace
 
@@ -62,8 +78,29 @@ Status MainWindow::run() {
   const int left = std::max(0, std::min(place.left, screen.width - place.width));
   const int top = std::max(0, std::min(place.top, screen.height - place.height));
   if (left != place.left || top != place.top) window_->moveTo(left, top);
-  window_->run();
-  return settingsKept_;
+  try {
+    window_->run();
+  } catch (const std::bad_alloc&) {
+    endForLackOfMemory();
+  }
+  return ended_;
+}
+
+/// What was reached before the step that memory did not suffice for is offered at the next start.
+void MainWindow::endForLackOfMemory() {
+  if (std::exchange(outOfMemory_, true)) return;
+  ended_ = refused(kOutOfMemory);
+  bench_->deeds.stop();
+  bench_->deeds.forget();
+  try {
+    bench_->session.keepAside();
+    window_->message(
+        "There is not enough memory left. Your knot is kept aside and offered at the next start.", "Lorivan",
+        MessageIcon::critical);
+  } catch (const std::bad_alloc&) {
+    // The copy of the step before is there.
+  }
+  window_->close();
 }
 
 void MainWindow::onStarted() {
@@ -109,6 +146,11 @@ WindowEvents MainWindow::makeEvents() {
   };
   events.closeQuery = [this] { return closeQuery(); };
   events.started = [this] { bench_->deeds.act([this] { onStarted(); }); };
+  const auto all = [](const auto& use, auto&... each) { (use(each), ...); };
+  all([this](auto& event) { guard(event, [this] { endForLackOfMemory(); }); }, events.confirmed,
+      events.clicked, events.changed, events.command, events.highlighted, events.mouse, events.key,
+      events.resized, events.fileDropped, events.started, events.left, events.stepped, events.escaped,
+      events.coloursChanged, events.closeQuery);
   return events;
 }
 
@@ -200,7 +242,7 @@ bool MainWindow::onKey(const KeyEvent& key) {
 }
 
 bool MainWindow::closeQuery() {
-  if (tooSmall_) return true;
+  if (tooSmall_ || outOfMemory_) return true;
   if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
   // What the fields show is taken, for the settings keep it; the last knot has to agree with them.
   bench_->deeds.stop();
@@ -208,9 +250,11 @@ bool MainWindow::closeQuery() {
   if (!bench_->deeds.working()) bench_->confirmPending(true);
   if (!handlers_->mayLeave("The knot has changes that are not saved. Save them before the program ends?"))
     return false;
-  settingsKept_ = keepPreferences(*bench_);
   // The window closes all the same.
-  if (!settingsKept_) bench_->status("The settings could not be kept: " + settingsKept_.error().message);
+  if (const Status kept = keepPreferences(*bench_); !kept) {
+    ended_ = unwritable("the settings could not be kept: " + kept.error().message);
+    bench_->status("The settings could not be kept: " + kept.error().message);
+  }
   keepLastKnot();
   return true;
 }

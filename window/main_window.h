@@ -19,7 +19,8 @@ class MainWindow {
   /// Makes the window and brings everything to where it was left. The error says why no window can be had.
   Status open();
   /// Shows the window and handles events until it closes. Returns at once on a screen that is too small. The
-  /// error says why the settings could not be kept.
+  /// error says why the settings could not be kept, or that memory ran out (ErrorKind::limit): the knot is
+  /// then kept aside for the next start.
   Status run();
 
   Workbench& bench() { return *bench_; }
@@ -41,6 +42,7 @@ class MainWindow {
   Document floor() const;
   void offerRecovered();
   void keepLastKnot();
+  void endForLackOfMemory();
 
   Platform& platform_;
   MainWindowOptions options_;
@@ -49,7 +51,8 @@ class MainWindow {
   std::unique_ptr<Workbench> bench_;
   std::unique_ptr<Handlers> handlers_;
   bool tooSmall_ = false;
-  Status settingsKept_;
+  bool outOfMemory_ = false;
+  Status ended_;
 };
 
 }  // namespace lorivan

@@ -62,9 +62,10 @@ class Session {
   bool recover(const std::string& text);
   Recovery& recovery() { return recovery_; }
 
- private:
+  /// Writes the copy that a crash leaves, or removes it where there is nothing to keep.
   void keepAside();
 
+ private:
   History<Opened> history_;
   std::vector<std::weak_ptr<Origin>> origins_;
   std::string run_;  // of the step made last

@@ -1,6 +1,7 @@
 #include "platform/none/none_platform.h"
 
 #include <algorithm>
+#include <new>
 
 #include "base/sink.h"
 #include "platform/common/metafile_records.h"
@@ -76,11 +77,13 @@ Status RecordingHelp::open(const std::string& page) {
 }
 
 Result<std::unique_ptr<Surface>> NonePlatform::createSurface(int width, int height) {
+  if (outOfMemory) throw std::bad_alloc();
   if (const Status size = checkPictureSize(width, height); !size) return size.error();
   return std::unique_ptr<Surface>(std::make_unique<RecordingSurface>(width, height));
 }
 
 Result<std::string> NonePlatform::encodePicture(Surface& picture, PictureFormat format) {
+  if (outOfMemory) throw std::bad_alloc();
   const PixelBlock block = picture.lendPixels();
   if (block.pixels == nullptr) return unwritable("this picture has no pixels to save");
   const auto encode = format == PictureFormat::png ? encodePng : encodeBmp;

@@ -84,6 +84,7 @@ class NonePlatform final : public Platform {
   DialogQueue dialogs;
   std::string folder = "/program", documents, userFolder_;
   Status windowStatus;
+  bool outOfMemory = false;  // pictures cannot be made and saved
   WindowPlace screen{0, 0, 1920, 1080};
 
  private:

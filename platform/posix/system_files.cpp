@@ -54,10 +54,15 @@ void takeFromScraps(File& file) {
   file.scrap = false;
 }
 
-/// Calls nothing that a handler may not call. Returning with the signal raised again ends the program.
-void endWithoutScraps(int signal) {
+/// Calls nothing that a handler may not call. Nothing changes the list any more.
+void unlinkScraps() {
   lockList();
   for (const File* file = firstScrap; file != nullptr; file = file->next) unlink(file->path.c_str());
+}
+
+/// Returning with the signal raised again ends the program.
+void endWithoutScraps(int signal) {
+  unlinkScraps();
   struct sigaction byDefault = {};
   byDefault.sa_handler = SIG_DFL;
   sigaction(signal, &byDefault, nullptr);
@@ -147,6 +152,12 @@ void removeScrapsAtEnd() {
   for (const int signal : kEnds)
     if (sigaction(signal, nullptr, &former) == 0 && former.sa_handler != SIG_IGN)
       sigaction(signal, &action, nullptr);
+}
+
+void removeScraps() {
+  const sigset_t ends = endingSignals();
+  pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+  if (holds == 0) unlinkScraps();
 }
 
 EndHeldBack::EndHeldBack() {

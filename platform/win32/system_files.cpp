@@ -89,6 +89,8 @@ void OutputFile::keep() {
   if (std::exchange(state_->scrap, false)) scraps.remove(state_.get());
 }
 
+void removeScraps() { endWithoutScraps(CTRL_CLOSE_EVENT); }
+
 void removeScrapsAtEnd() { SetConsoleCtrlHandler(endWithoutScraps, TRUE); }
 
 EndHeldBack::EndHeldBack() { listMutex.lock(); }

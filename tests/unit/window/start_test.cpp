@@ -188,6 +188,23 @@ TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   EXPECT_FALSE(document().lines || document().outline);
 }
 
+TEST_F(StartTest, WithoutMemoryTheKnotIsKeptAsideForTheNextStart) {
+  rememberUser();
+  start();
+  clickLine(3);
+  platform.dialogs.answerFile(folder.file("knot.png"));
+  platform.dialogs.answerMessage();
+  platform.outOfMemory = true;
+  pick("mnuFileSaveBMP");
+  EXPECT_TRUE(w->closed());
+  EXPECT_EQ(main->run().error().kind, ErrorKind::limit);
+  platform.outOfMemory = false;
+  main.reset();
+  platform.dialogs.answerConfirm(true);
+  start();
+  EXPECT_EQ(line(3).Kind, kWall);
+}
+
 TEST_F(StartTest, AKnotOfACrashIsOfferedOnce) {
   rememberUser();
   const std::string copy = folder.file("unsaved-1.qzd");
