@@ -105,6 +105,10 @@ class Handlers {
   void mnuShapeFill_Click();
   void mnuShapeGridOnOff_Click();
   void mnuShapeSnap_Click();
+  void mnuSheetSymmetry_Click(const Symmetry& symmetry);
+  void mnuSheetTurns_Click(int turns);
+  void mnuSheetMirrored_Click();
+  void mnuShapeSmooth_Click();
   void mnuShapeUndo_Click();
   void mnuShapeLoadFile_Click();
   void mnuShapeSaveFile_Click();
@@ -143,6 +147,7 @@ class Handlers {
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
+  void drawIn(const Symmetry& symmetry);
   void loadTracePicture(const std::string& path);
   bool saveKnot(const std::string& path);
   bool saveAs(const std::string& proposed = {});
