@@ -173,11 +173,13 @@ class Contest {
   Fitted best() { return std::move(*best_); }
 
  private:
-  static constexpr std::size_t kCells = 3000;
+  static constexpr double kCells = 3500;
 
   void enter(const Lattice& lattice, CellMesh mesh, const Symmetries& group, double handicap) {
     if (mesh.cells.empty() || mesh.sides().size() > kMostAutoGridLines) return;
-    cells_ += mesh.cells.size();
+    const GridBox& box = outline_.box();
+    cells_ += static_cast<double>(mesh.cells.size()) +
+              0.25 * (box.right - box.left) * (box.top - box.bottom) / lattice.cellArea();
     dropSpecks(mesh, outline_, mesh.cellImages(group, lattice.across));
     std::vector<PointI> at = fitBorder(mesh, outline_, lattice.across, group);
     const MeshQuality quality = qualityOf(mesh, at, outline_, lattice);
@@ -187,7 +189,7 @@ class Contest {
   }
 
   const Outline& outline_;
-  std::size_t cells_ = 0;
+  double cells_ = 0;  // drawn to the outline, and looked at for it
   std::optional<Fitted> best_;
 };
 

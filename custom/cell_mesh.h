@@ -24,6 +24,7 @@ struct Lattice {
   double across = 0;   // from node to node in a row
   double rowStep = 0;  // from row to row
 
+  double cellArea() const { return across * rowStep / (triangles ? 2 : 1); }
   /// Whether there is a node at `p`.
   bool hasNode(Spot p) const;
 };

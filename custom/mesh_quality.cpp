@@ -69,8 +69,8 @@ MeshQuality qualityOf(const CellMesh& mesh, const std::vector<PointI>& at, const
   MeshQuality quality;
   measureAreas(quality, mesh, nodes, outline);
   for (const MeshCell& cell : mesh.cells) {
-    const double regular =
-        lattice.across * lattice.rowStep / (lattice.triangles || cell.corners == 3 ? 2 : 1);
+    // A square that was cut is half a cell.
+    const double regular = lattice.cellArea() * (!lattice.triangles && cell.corners == 3 ? 0.5 : 1);
     const double off = areaOf(cell, nodes) / regular - 1;
     quality.uneven += off * off / static_cast<double>(mesh.cells.size());
   }
