@@ -13,8 +13,12 @@ namespace lorivan {
 class KnotMaker {
  public:
   KnotMaker(const CommandLine& line, Report& report) : line_(line), report_(report) {}
+  /// With what another one has read, and words that go elsewhere.
+  KnotMaker(const KnotMaker& read, Report& report) : line_(read.line_), report_(report), base_(read.base_) {}
 
   int read();
+  /// What was read, before the line's options.
+  const Document& base() const { return base_; }
   /// `options`: gets the width where the line asks for a size that a knot is made for.
   int make(const Member& member, Document& out, OutputOptions& options);
 

@@ -7,13 +7,15 @@
 #include <string>
 
 #include "base/random.h"
-#include "graph/strand_runs.h"
+#include "graph/fewest_changes.h"
 
 namespace lorivan {
 namespace {
 
-/// Line ends that all counts of one search may visit together: about 150 ms of one core.
-constexpr std::int64_t kMostVisits = 40'000'000;
+/// Line ends that all counts of one search may visit together: about 120 ms of one core.
+constexpr std::int64_t kMostVisits = 30'000'000;
+/// What the search for the fewest lines may spend, in about the same time, and after the one for many.
+constexpr std::int64_t kEffort = 1'500'000, kEffortForMany = 400'000;
 
 /// Lines that change together, and what they become.
 struct Move {
@@ -21,13 +23,7 @@ struct Move {
   bool toWalls;
 };
 
-/// How far from the goal; smaller is better, from the first to the last.
-struct Score {
-  int distance = std::numeric_limits<int>::max();  // strands too many or too few, and worse faults
-  int changed = 0;                                 // lines
-  int shape = 0;                                   // which of two equal ways looks better
-  auto operator<=>(const Score&) const = default;
-};
+using Score = StrandScore;
 
 class Search {
  public:
@@ -50,7 +46,7 @@ class Search {
     return runs_.isPart(line) && graph.Lines[static_cast<std::size_t>(line)].Kind != kReversed;
   }
 
-  Score scoreOf(const Walls& walls, const StrandRuns::Counts& counts) const;
+  Score scoreOf(const StrandRuns::Counts& counts, int changed) const;
   Score evaluate(const Walls& walls);
   /// Makes the move; false when it changes nothing.
   static bool make(const Move& move, Walls& walls);
@@ -58,11 +54,12 @@ class Search {
   bool mayGoOn() const { return visits_ < kMostVisits; }
 
   void joinStrands();
-  void tryPairs();
   void climb();
   void anneal(const Rnd& random, std::int64_t visits);
   void tidy();
-  void searchFurther();
+  void findFewest(std::int64_t effort);
+  void findMany();
+  std::vector<int> changedLines(const Walls& walls) const;
   std::size_t bestMove(const Walls& walls, Score& best);
   std::size_t bestSingleLine(const Walls& walls, Score& best);
   bool solved() const { return goal_.strands && best_.distance == 0; }
@@ -79,14 +76,16 @@ class Search {
   Score best_;
 };
 
-/// Strands that would be too long, and loops that are never drawn, are worse than a wrong number.
-Score Search::scoreOf(const Walls& walls, const StrandRuns::Counts& counts) const {
+/// Strands that would be too long, more than can be drawn, and loops that are never drawn are worse than a
+/// wrong number.
+Score Search::scoreOf(const StrandRuns::Counts& counts, int changed) const {
   constexpr int kFault = 10'000;
   Score score;
   score.distance = std::abs(counts.strands - wanted_) +
-                   kFault * std::max(0, counts.wallLoops - first_.wallLoops) +
+                   kFault * (std::max(0, counts.wallLoops - first_.wallLoops) +
+                             std::max(0, counts.strands - goal_.mostStrands)) +
                    (counts.strands == 0 || counts.longest > goal_.longest ? 100 * kFault : 0);
-  for (std::size_t j = 0; j < walls.size(); ++j) score.changed += walls[j] != start_[j];
+  score.changed = changed;
   // A number that was asked for is shared out evenly; many strands come from many short ones.
   score.shape = goal_.strands ? counts.longest : -counts.longest;
   return score;
@@ -94,7 +93,9 @@ Score Search::scoreOf(const Walls& walls, const StrandRuns::Counts& counts) cons
 
 Score Search::evaluate(const Walls& walls) {
   visits_ += 4 * runs_.lineCount();
-  return scoreOf(walls, runs_.count(walls));
+  int changed = 0;
+  for (std::size_t j = 0; j < walls.size(); ++j) changed += walls[j] != start_[j];
+  return scoreOf(runs_.count(walls), changed);
 }
 
 bool Search::make(const Move& move, Walls& walls) {
@@ -112,7 +113,8 @@ void Search::keep(const Walls& walls, const Score& score) {
   bestWalls_ = walls;
 }
 
-/// Changing a line where two strands meet makes them one, whatever else has changed.
+/// Changing a line where two strands meet makes them one, whatever else has changed. Loops between walls are
+/// left alone: joining one takes a line and saves no strand.
 void Search::joinStrands() {
   const StrandRuns::Tour tour = runs_.tour(start_);
   std::vector<int> strand(tour.lengths.size());
@@ -121,12 +123,16 @@ void Search::joinStrands() {
     while (strand[static_cast<std::size_t>(s)] != s) s = strand[static_cast<std::size_t>(s)];
     return s;
   };
+  const auto isDrawn = [&](const StrandRuns::Passage& passage) {
+    return tour.crossings[static_cast<std::size_t>(passage.strand)] > 0;
+  };
   Walls walls = start_;
   int left = first_.strands - wanted_;
   for (const Move& move : moves_) {
     const int line = move.orbit->front();
     const auto& two = tour.passages[static_cast<std::size_t>(line)];
     if (left <= 0 || move.toWalls == walls[static_cast<std::size_t>(line)]) continue;
+    if (!isDrawn(two[0]) || !isDrawn(two[1])) continue;
     const int a = find(two[0].strand), b = find(two[1].strand);
     if (a == b) continue;
     strand[static_cast<std::size_t>(std::max(a, b))] = std::min(a, b);
@@ -197,13 +203,10 @@ void Search::climb() {
 }
 
 /// Simulated annealing (S. Kirkpatrick et al., 1983): moves at random, and ever fewer of those that lead
-/// away. Changed lines weigh little, so that the fewest are found on the way.
+/// away.
 void Search::anneal(const Rnd& random, std::int64_t visits) {
   constexpr double kStrand = 8, kHot = 6, kCold = 0.3;
-  const double changedWeight = goal_.strands ? 1 : 0;
-  const auto energy = [&](const Score& score) {
-    return kStrand * score.distance + changedWeight * score.changed;
-  };
+  const auto energy = [&](const Score& score) { return kStrand * score.distance; };
   const std::int64_t steps = visits / (4 * runs_.lineCount());
   Walls walls = start_;
   double reached = energy(evaluate(walls));
@@ -228,39 +231,57 @@ void Search::tidy() {
   }
 }
 
-/// All pairs of moves, where there are few enough.
-void Search::tryPairs() {
-  const auto pairs = static_cast<std::int64_t>(moves_.size() * moves_.size() / 2);
-  if (pairs * 4 * runs_.lineCount() > kMostVisits / 3) return;
-  for (std::size_t i = 0; i < moves_.size(); ++i)
-    for (std::size_t k = i + 1; k < moves_.size(); ++k) {
-      Walls walls = start_;
-      if (!make(moves_[i], walls) || !make(moves_[k], walls)) continue;
-      keep(walls, evaluate(walls));
-    }
+/// The number that is wanted, by small sets of lines.
+void Search::findFewest(std::int64_t effort) {
+  std::vector<ChangeWay> ways;
+  for (const Move& move : moves_) {
+    ChangeWay way{{}, static_cast<int>(move.orbit - orbits_.all().data())};
+    for (const int j : *move.orbit)
+      if (start_[static_cast<std::size_t>(j)] != move.toWalls) way.lines.push_back(j);
+    if (!way.lines.empty()) ways.push_back(std::move(way));
+  }
+  const auto judge = [this](const StrandRuns::Counts& counts, int changed) {
+    return scoreOf(counts, changed);
+  };
+  FewestChanges fewest(runs_, start_, std::move(ways), judge, changedLines(bestWalls_), best_);
+  fewest.run(effort, std::abs(first_.strands - wanted_));  // one line joins or splits at most once
+  Walls walls = start_;
+  for (const int j : fewest.lines()) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+  keep(walls, fewest.score());
 }
 
-void Search::searchFurther() {
-  if (goal_.strands && best_.changed > 1) tryPairs();
+void Search::findMany() {
   const Rnd random = seededRandom(1);
   for (int round = 4; round > 0 && mayGoOn(); --round) anneal(random, (kMostVisits - visits_) / round);
   tidy();
+  // Then the fewest lines for what was reached.
+  wanted_ = runs_.count(bestWalls_).strands;
+  best_ = evaluate(bestWalls_);
+  findFewest(kEffortForMany);
+}
+
+std::vector<int> Search::changedLines(const Walls& walls) const {
+  std::vector<int> lines;
+  for (std::size_t j = 0; j < walls.size(); ++j)
+    if (walls[j] != start_[j]) lines.push_back(static_cast<int>(j));
+  return lines;
 }
 
 Result<StrandPlan> Search::run() {
   const Score asItIs = evaluate(start_);
   keep(start_, asItIs);
   if (!solved() && !moves_.empty()) {
-    const bool free = goal_.symmetry.isNone();
-    if (free && first_.strands > wanted_) joinStrands();
+    if (goal_.symmetry.isNone() && first_.strands > wanted_) joinStrands();
     if (!solved()) climb();
     const int least = std::abs(first_.strands - wanted_);  // one line joins or splits at most once
-    if (!solved() || !free || best_.changed > least) searchFurther();
+    if (!goal_.strands)
+      findMany();
+    else if (!solved() || best_.changed > least)
+      findFewest(kEffort);
   }
   StrandPlan plan;
   plan.strands = runs_.count(bestWalls_).strands;
-  for (std::size_t j = 0; j < bestWalls_.size(); ++j)
-    if (bestWalls_[j] != start_[j]) plan.lines.push_back(static_cast<int>(j));
+  plan.lines = changedLines(bestWalls_);
   if (!goal_.strands || best_.distance == 0) return plan;
   return impossibleKnot("no walls " + std::string(goal_.symmetry.isNone() ? "" : "in this symmetry ") +
                         "give " + std::to_string(wanted_) + (wanted_ == 1 ? " strand" : " strands") +
