@@ -76,9 +76,17 @@ bool FewestChanges::propose(const Rnd& random) {
   return true;
 }
 
+/// Whether the ways that are taken could be no better than what is known.
+bool FewestChanges::tooMany() const {
+  if (score_.distance != 0) return false;
+  std::size_t lines = 0;
+  for (const std::size_t way : taken_) lines += ways_[way].lines.size();
+  return static_cast<int>(lines) > score_.changed;
+}
+
 /// Simulated annealing (S. Kirkpatrick et al., 1983) on small sets of changes.
 void FewestChanges::anneal(const Rnd& random, std::int64_t effort) {
-  constexpr double kStrand = 2, kHot = 1.2, kCold = 0.12;
+  constexpr double kStrand = 2, kHot = 1.1, kCold = 0.2;
   const std::int64_t end = std::max<std::int64_t>(0, effort_ - effort);
   const auto energy = [&](const StrandScore& score) {
     return kStrand * std::min(score.distance, 10'000) + score.changed / linesOfWay_;
@@ -88,7 +96,7 @@ void FewestChanges::anneal(const Rnd& random, std::int64_t effort) {
     const double heat =
         kCold * std::pow(kHot / kCold, static_cast<double>(effort_ - end) / static_cast<double>(all));
     before_ = taken_;
-    if (!propose(random)) {
+    if (!propose(random) || tooMany()) {
       --effort_;
       taken_ = before_;
       continue;
@@ -98,6 +106,24 @@ void FewestChanges::anneal(const Rnd& random, std::int64_t effort) {
       taken_ = before_;
     else
       reached = next;
+  }
+}
+
+void FewestChanges::takeBest() {
+  taken_.clear();
+  for (std::size_t way = 0; way < ways_.size(); ++way)
+    if (std::ranges::all_of(ways_[way].lines,
+                            [&](int line) { return std::ranges::binary_search(best_, line); }))
+      taken_.push_back(way);
+}
+
+/// Far from the start there may be solutions where there are none near it.
+void FewestChanges::takeMany(const Rnd& random) {
+  taken_.clear();
+  const double share = random();
+  for (std::size_t way = 0; way < ways_.size(); ++way) {
+    const bool free = taken_.empty() || ways_[taken_.back()].orbit != ways_[way].orbit;
+    if (random() < share && free) taken_.push_back(way);
   }
 }
 
@@ -116,7 +142,10 @@ void FewestChanges::run(std::int64_t effort, int least) {
   }
   const Rnd random = seededRandom(1);
   for (int round = kRounds; round > 0 && !isDone(); --round) {
-    if (round == kRounds || round % 2 == 0) taken_.clear();
+    if (round % 2 == 0)
+      taken_.clear();
+    else
+      score_.distance == 0 ? takeBest() : takeMany(random);
     anneal(random, effort_ / round);
   }
 }

@@ -43,6 +43,9 @@ class FewestChanges {
   bool isDone() const { return effort_ <= 0 || (score_.distance == 0 && score_.changed <= least_); }
   StrandScore evaluate();
   void tryAll(std::size_t ways, std::size_t from);
+  void takeBest();
+  void takeMany(const Rnd& random);
+  bool tooMany() const;
   bool propose(const Rnd& random);
   void anneal(const Rnd& random, std::int64_t effort);
 

@@ -128,6 +128,8 @@ class Handlers {
   void stroke(const GridHand::Place& at);
   void pickStrand(int slot);
   void recolourStrand(const MouseEvent& event);
+  void recolourStrand(int slot);
+  void clickModel(const MouseEvent& event);
   bool flatKey(const KeyEvent& key);
   bool solidKey(const KeyEvent& key);
   bool walk(int dx, int dy);
@@ -159,7 +161,8 @@ class Handlers {
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;
-  double millimetres_ = 80;  // width of the finished knot, as last asked for
+  std::optional<PointI> pressed_;  // where the left button went down on the model, until it moves away
+  double millimetres_ = 80;        // width of the finished knot, as last asked for
 };
 
 }  // namespace lorivan

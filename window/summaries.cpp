@@ -91,16 +91,17 @@ std::string lineHint(const Document& document, int line, std::size_t together) {
          (together > 1 ? counted(static_cast<long long>(together), "line") : "it") + ", a drag sets walls";
 }
 
-std::string strandSummary(const Knot& knot, int slot) {
+std::string strandSummary(const Knot& knot, int slot, std::optional<double> millimetres) {
   int number = 0, strands = 0;
   for (int other = 1; other < kStrandSlots; ++other) {
     if (!knot.curve.used(other)) continue;
     ++strands;
     if (other <= slot) ++number;
   }
-  const double length = roundHalfEven(strandLength(knot.curve, slot, knot.stretch) * 10) / 10;
-  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " +
-         shortestText(static_cast<float>(length)) + " grid units long, passes " +
+  const double length = millimetres.value_or(strandLength(knot.curve, slot, knot.stretch));
+  const std::string shown = shortestText(static_cast<float>(roundHalfEven(length * 10) / 10));
+  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " + shown +
+         (millimetres ? " mm" : " grid units") + " long, passes " +
          counted(crossingsPassed(knot.strands, slot), "crossing") + "; a double click changes its colour";
 }
 
