@@ -114,7 +114,7 @@ StrandRuns::Change StrandRuns::changeAt(const std::array<Passage, 2>& line) {
 }
 
 ChangedRuns::ChangedRuns(const StrandRuns& runs, const Walls& walls)
-    : tour_(runs.tour(walls)), walls_(walls), whole_(runs.count(walls)) {
+    : tour_(runs.tour(walls)), walls_(walls.begin(), walls.end()), whole_(runs.count(walls)) {
   for (std::size_t s = 0; s < tour_.lengths.size(); ++s)
     if (tour_.crossings[s] > 0) byLength_.push_back(static_cast<int>(s));
   std::ranges::sort(byLength_, std::ranges::greater(),
@@ -123,36 +123,46 @@ ChangedRuns::ChangedRuns(const StrandRuns& runs, const Walls& walls)
   isCut_.resize(tour_.lengths.size());
 }
 
+/// Cuts in the order of strands and places, by one number each: strand, place, line and passage.
 void ChangedRuns::cutAt(const std::vector<int>& lines) {
-  cuts_.clear();
+  order_.clear();
   for (const int line : lines)
-    for (const StrandRuns::Passage& passage : tour_.passages[static_cast<std::size_t>(line)])
-      cuts_.push_back({passage, line});
-  std::ranges::sort(cuts_, [](const Cut& a, const Cut& b) {
-    return std::pair(a.passage.strand, a.passage.place) < std::pair(b.passage.strand, b.passage.place);
-  });
-  for (std::size_t i = 0; i < cuts_.size(); ++i) {
-    const std::size_t entry = cuts_[i].passage.entry;
-    const auto line = static_cast<std::size_t>(cuts_[i].line);
+    for (std::size_t which = 0; which < 2; ++which) {
+      const StrandRuns::Passage& passage = tour_.passages[static_cast<std::size_t>(line)][which];
+      order_.push_back(static_cast<std::uint64_t>(passage.strand) << 48 |
+                       static_cast<std::uint64_t>(passage.place) << 24 |
+                       static_cast<std::uint64_t>(line) << 1 | which);
+    }
+  std::ranges::sort(order_);
+  cuts_.resize(order_.size());
+  for (std::size_t i = 0; i < order_.size(); ++i) {
+    const std::size_t line = (order_[i] & 0xFFFFFF) >> 1;
+    Cut& cut = cuts_[i];
+    cut.passage = &tour_.passages[line][order_[i] & 1];
+    cut.line = static_cast<std::int32_t>(line);
+    cut.walked = false;
+    const std::size_t entry = cut.passage->entry;
     // An entry is told from an exit by its sign.
     cutAtEnd_[line][entry] = ~static_cast<std::int32_t>(i);
-    cutAtEnd_[line][across(entry, walls_[line])] = static_cast<std::int32_t>(i);
+    cutAtEnd_[line][across(entry, walls_[line] != 0)] = static_cast<std::int32_t>(i);
   }
 }
 
-void ChangedRuns::measurePieces() {
+void ChangedRuns::measurePieces(StrandRuns::Counts& counts) {
   for (std::size_t i = 0, first = 0; i < cuts_.size(); ++i) {
     Cut& cut = cuts_[i];
-    const auto strand = static_cast<std::size_t>(cut.passage.strand);
-    const bool last = i + 1 == cuts_.size() || cuts_[i + 1].passage.strand != cut.passage.strand;
-    const StrandRuns::Passage& end = cuts_[last ? first : i + 1].passage;
+    const auto strand = static_cast<std::size_t>(cut.passage->strand);
+    const bool last = i + 1 == cuts_.size() || cuts_[i + 1].passage->strand != cut.passage->strand;
+    const StrandRuns::Passage& end = *cuts_[last ? first : i + 1].passage;
     cut.next = static_cast<std::int32_t>(last ? first : i + 1);
     cuts_[static_cast<std::size_t>(cut.next)].before = static_cast<std::int32_t>(i);
-    const int own = walls_[static_cast<std::size_t>(cut.line)] ? 0 : 1;
-    cut.length = end.place - cut.passage.place - 1 + (last ? tour_.lengths[strand] : 0);
-    cut.crossings = end.crossings - cut.passage.crossings - own + (last ? tour_.crossings[strand] : 0);
+    const int own = walls_[static_cast<std::size_t>(cut.line)] != 0 ? 0 : 1;
+    cut.length = end.place - cut.passage->place - 1 + (last ? tour_.lengths[strand] : 0);
+    cut.crossings = end.crossings - cut.passage->crossings - own + (last ? tour_.crossings[strand] : 0);
+    if (!last) continue;
     isCut_[strand] = 1;
-    if (last) first = i + 1;
+    --(tour_.crossings[strand] > 0 ? counts.strands : counts.wallLoops);
+    first = i + 1;
   }
 }
 
@@ -168,10 +178,10 @@ void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
       walked.walked = true;
       const Cut& at = forwards ? cuts_[static_cast<std::size_t>(walked.next)] : walked;
       const auto line = static_cast<std::size_t>(at.line);
-      const bool wall = !walls_[line];
+      const bool wall = walls_[line] == 0;
       length += walked.length + 1;
       crossings += walked.crossings + (wall ? 0 : 1);
-      const std::size_t end = forwards ? at.passage.entry : across(at.passage.entry, walls_[line]);
+      const std::size_t end = forwards ? at.passage->entry : across(at.passage->entry, !wall);
       const std::int32_t cut = cutAtEnd_[line][across(end, wall)];
       forwards = cut >= 0;
       piece = forwards ? cut : cuts_[static_cast<std::size_t>(~cut)].before;
@@ -183,19 +193,17 @@ void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
 
 int ChangedRuns::longestOfOthers() const {
   for (const int s : byLength_)
-    if (!isCut_[static_cast<std::size_t>(s)]) return tour_.lengths[static_cast<std::size_t>(s)];
+    if (isCut_[static_cast<std::size_t>(s)] == 0) return tour_.lengths[static_cast<std::size_t>(s)];
   return 0;
 }
 
 StrandRuns::Counts ChangedRuns::count(const std::vector<int>& lines) {
-  std::ranges::fill(isCut_, 0);
-  cutAt(lines);
-  measurePieces();
   StrandRuns::Counts counts = whole_;
-  for (std::size_t s = 0; s < isCut_.size(); ++s)
-    if (isCut_[s]) --(tour_.crossings[s] > 0 ? counts.strands : counts.wallLoops);
+  cutAt(lines);
+  measurePieces(counts);
   counts.longest = longestOfOthers();
   joinPieces(counts);
+  for (const Cut& cut : cuts_) isCut_[static_cast<std::size_t>(cut.passage->strand)] = 0;
   return counts;
 }
 

@@ -76,7 +76,7 @@ class ChangedRuns {
  private:
   /// A place where a strand is cut. The piece that begins here ends at the strand's next cut.
   struct Cut {
-    StrandRuns::Passage passage;
+    const StrandRuns::Passage* passage = nullptr;
     std::int32_t line = 0;
     std::int32_t next = 0;    // the cut that the piece ends at
     std::int32_t before = 0;  // the cut whose piece ends here
@@ -85,14 +85,15 @@ class ChangedRuns {
     bool walked = false;
   };
   void cutAt(const std::vector<int>& lines);
-  void measurePieces();
+  void measurePieces(StrandRuns::Counts& counts);
   void joinPieces(StrandRuns::Counts& counts);
   int longestOfOthers() const;
 
   StrandRuns::Tour tour_;
-  Walls walls_;
+  std::vector<char> walls_;
   StrandRuns::Counts whole_;
-  std::vector<int> byLength_;                          // the drawn strands, longest first
+  std::vector<int> byLength_;  // the drawn strands, longest first
+  std::vector<std::uint64_t> order_;
   std::vector<Cut> cuts_;                              // by strand and place
   std::vector<std::array<std::int32_t, 4>> cutAtEnd_;  // by line: the cut that an end belongs to
   std::vector<char> isCut_;                            // by strand, of the call that runs

@@ -51,6 +51,14 @@ TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
     EXPECT_NEAR(strandLength(large.curve, slot, large.settings.stretch) / length, 3, 0.1);
     EXPECT_GT(length, 14.0 * crossingsPassed(*small.store, slot) * 0.4) << "crossings lie 7 units apart";
   }
+  // A square's sides, in pixels of a view that shows 202 units across 1000 pixels.
+  KnotCurve square;
+  square.X = {0, 50, 50, 0};
+  square.Y = {0, 0, 50, 50};
+  square.Z = {0, 0, 0, 0};
+  square.first[1] = 0;
+  square.last[1] = 3;
+  EXPECT_NEAR(strandLength(square, 1, GridView(0.8F, 1000)), (100 + 100 * 0.8) * 1000 / 202, 0.01);
   EXPECT_EQ(passed, 2 * countKnot(*small.graph, *small.store).crossings);
 }
 
