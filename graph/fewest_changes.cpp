@@ -7,7 +7,9 @@
 namespace lorivan {
 namespace {
 
-constexpr int kRounds = 6;
+constexpr double kHot = 1.1, kWarm = 0.45;  // what annealing begins with
+constexpr int kRounds = 8;
+constexpr double kWeightFar = 0.1;        // of changed lines, where any solution is welcome
 constexpr std::size_t kMostTogether = 3;  // ways that are tried in all their combinations
 
 }  // namespace
@@ -85,16 +87,16 @@ bool FewestChanges::tooMany() const {
 }
 
 /// Simulated annealing (S. Kirkpatrick et al., 1983) on small sets of changes.
-void FewestChanges::anneal(const Rnd& random, std::int64_t effort) {
-  constexpr double kStrand = 2, kHot = 1.1, kCold = 0.2;
+void FewestChanges::anneal(const Rnd& random, std::int64_t effort, double hot, double weight) {
+  constexpr double kStrand = 2, kCold = 0.2;
   const std::int64_t end = std::max<std::int64_t>(0, effort_ - effort);
   const auto energy = [&](const StrandScore& score) {
-    return kStrand * std::min(score.distance, 10'000) + score.changed / linesOfWay_;
+    return kStrand * std::min(score.distance, 10'000) + weight * score.changed / linesOfWay_;
   };
   double reached = energy(evaluate());
   for (const std::int64_t all = effort_ - end; effort_ > end && !isDone();) {
     const double heat =
-        kCold * std::pow(kHot / kCold, static_cast<double>(effort_ - end) / static_cast<double>(all));
+        kCold * std::pow(hot / kCold, static_cast<double>(effort_ - end) / static_cast<double>(all));
     before_ = taken_;
     if (!propose(random) || tooMany()) {
       --effort_;
@@ -142,11 +144,16 @@ void FewestChanges::run(std::int64_t effort, int least) {
   }
   const Rnd random = seededRandom(1);
   for (int round = kRounds; round > 0 && !isDone(); --round) {
-    if (round % 2 == 0)
+    if (round % 2 == 0) {
       taken_.clear();
-    else
-      score_.distance == 0 ? takeBest() : takeMany(random);
-    anneal(random, effort_ / round);
+      anneal(random, effort_ / round, kHot, 1);
+    } else if (score_.distance > 0) {
+      takeMany(random);
+      anneal(random, effort_ / round, kHot, kWeightFar);
+    } else {
+      takeBest();
+      anneal(random, effort_ / round, kWarm, 1);
+    }
   }
 }
 

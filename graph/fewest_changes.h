@@ -47,7 +47,7 @@ class FewestChanges {
   void takeMany(const Rnd& random);
   bool tooMany() const;
   bool propose(const Rnd& random);
-  void anneal(const Rnd& random, std::int64_t effort);
+  void anneal(const Rnd& random, std::int64_t effort, double hot, double weight);
 
   ChangedRuns runs_;
   std::vector<ChangeWay> ways_;

@@ -14,7 +14,7 @@ namespace {
 
 // What a search may spend, in changed lines that are counted: about 150 ms of one core in all. The search for
 // many strands shares it.
-constexpr std::int64_t kEffort = 1'800'000, kEffortForMany = 1'300'000;
+constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
 
 /// Lines that change together, and what they become.
 struct Move {
