@@ -179,8 +179,8 @@ class BlindTries {
 
 TEST(StrandSolver, IsNeverBeatenByBlindTries) {
   const Rnd random = seededRandom(23);
-  const int knots = knotsAsked(6);
-  const bool few = knots <= 6;
+  const int knots = knotsAsked(3);
+  const bool few = knots <= 3;
   double longest = 0;
   for (int i = 0; i < knots; ++i) {
     const GridFields fields = randomFields(random, few ? 5 : 20);
