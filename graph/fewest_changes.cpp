@@ -129,6 +129,26 @@ void FewestChanges::takeMany(const Rnd& random) {
   }
 }
 
+/// One way in the place of every two that are taken, again and again while that helps.
+void FewestChanges::exchange() {
+  for (bool better = true; better && score_.distance == 0;) {
+    better = false;
+    takeBest();
+    const std::vector<std::size_t> all = taken_;
+    const auto pairs = static_cast<std::int64_t>(all.size() * all.size() / 2);
+    if (pairs * static_cast<std::int64_t>(ways_.size()) * score_.changed > effort_ / 4) return;
+    for (std::size_t i = 0; i < all.size() && !better; ++i)
+      for (std::size_t k = i + 1; k < all.size() && !better; ++k) {
+        taken_ = all;
+        taken_.erase(taken_.begin() + static_cast<std::ptrdiff_t>(k));
+        taken_.erase(taken_.begin() + static_cast<std::ptrdiff_t>(i));
+        const int before = score_.changed;
+        tryAll(1, 0);
+        better = score_.changed < before;
+      }
+  }
+}
+
 void FewestChanges::run(std::int64_t effort, int least) {
   if (ways_.empty()) return;
   effort_ = effort;
@@ -154,6 +174,7 @@ void FewestChanges::run(std::int64_t effort, int least) {
       takeBest();
       anneal(random, effort_ / round, kWarm, 1);
     }
+    exchange();
   }
 }
 

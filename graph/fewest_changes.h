@@ -44,6 +44,7 @@ class FewestChanges {
   StrandScore evaluate();
   void tryAll(std::size_t ways, std::size_t from);
   void takeBest();
+  void exchange();
   void takeMany(const Rnd& random);
   bool tooMany() const;
   bool propose(const Rnd& random);

@@ -7,7 +7,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::uint32_t kDark = 0xFF000000, kBright = 0xFFFFF020;
-constexpr double kDarkReach = 1.8, kBrightReach = 0.8;  // reference pixels
+constexpr double kDarkReach = 2, kBrightReach = 1;  // reference pixels
 constexpr std::uint32_t kHalfWhite = 0x80;
 
 /// How near the triangle is to the eye at a place; 0 where it does not lie there.

@@ -132,6 +132,30 @@ expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPoly
 expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
 compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
 expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
+# Knots that are made at the same time are those that are made alone, and are told in their order.
+expect 0 "" --random 1..40 -o 'many-%d.svg' -o 'many-%d.stl'
+for seed in 1 23 40; do
+  expect 0 "" --random "$seed" -o one.svg -o one.stl
+  same one.svg "many-$seed.svg"
+  same one.stl "many-$seed.stl"
+done
+expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
+[[ $(grep -o 'knot X [0-9]' err.txt | tr '\n' ' ') == "knot X 1 knot X 2 " && $(ls four-* | wc -l) == 7 ]] ||
+  fault "order of faults, or files: $(cat err.txt)"
+"$program" --random 1..20000 -o 'halt-%d.svg' >/dev/null 2>err.txt &
+run=$!
+for ((wait = 0; wait < 500; ++wait)); do [[ -e halt-5.svg ]] && break || sleep 0.02; done
+kill -INT $run 2>/dev/null
+wait $run
+[[ $? == 5 ]] || fault "an interrupted run ends otherwise: $(cat err.txt)"
+[[ $(grep -c interrupted err.txt) == 1 ]] || fault "an interruption is told $(grep -c interrupted err.txt) times"
+made=$(ls halt-* | wc -l)
+[[ -s halt-$made.svg && -z $(find . -name '.lorivan-*') ]] || fault "an interrupted run leaves gaps or scraps"
+rm -f halt-* many-*
+# Options that no output follows are told, those that one output follows only where that matters.
+expect 0 "--weld changes nothing in: svg, stl" --weld --binary --width 300 -o a.stl -o a.svg
+grep -q -- "--binary" err.txt && fault "an option that stl follows is told: $(cat err.txt)"
+grep -q -- "--width changes nothing in: svg, stl" err.txt || fault "--width is silent: $(cat err.txt)"
 # What machines follow: closed outlines or centre lines, at the place and of the size asked for.
 cut=(--shape Square-Square --set vtEdge=2 --mm 80)
 expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
