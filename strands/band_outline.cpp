@@ -29,6 +29,7 @@ class Outliner {
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest))),
+        fit_(options.fitted ? tolerance_ : 0),
         exits_(loops, half_, clear_, tolerance_) {}
 
   BandOutlines run() {
@@ -110,7 +111,7 @@ class Outliner {
       if (line_.points.size() < 4) continue;  // nothing left: a disc has no hole
       if (sense > 0) reverseSide(line_);
       BandContour contour{toPointF(line_.points.front().at)};
-      appendSide(line_, tolerance_, contour);
+      appendSide(line_, line_.corners.empty() ? fit_ : tolerance_, contour);
       contour.back() = contour.front();
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
@@ -149,7 +150,7 @@ class Outliner {
   }
 
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
-  void cap(const BandLoop& band, const BandEnd& end, int fromSide, BandContour& contour) {
+  void cap(const BandLoop& band, const BandEnd& end, int fromSide, double fit, BandContour& contour) {
     const BandLoop& over = loop(end.crossing->over);
     const BandExit &a = end.side[fromSide], &b = end.side[1 - fromSide];
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
@@ -179,7 +180,7 @@ class Outliner {
     reverseSide(edge_);
     dropBehind({to.at, to.along * -1}, edge_);
     reverseSide(edge_);
-    appendSide(edge_, tolerance_, contour);
+    appendSide(edge_, fit, contour);
   }
 
   /// Lets a side begin at a point: what it has behind that, at the rest of a fold, is left out.
@@ -216,20 +217,28 @@ class Outliner {
       ++gone;
     }
     if (gone == 2) return;
+    BandContour contour = around(band, begin, end, fit_);
+    const double from = std::min(begin.side[0].place, begin.side[1].place);
+    const double to = std::max(end.side[0].place, end.side[1].place);
+    if (!mayCross_ && !mayFold(band, from, to)) {
+      made.stretches.push_back({{std::move(contour)}, {}});
+      return;
+    }
+    if (fit_ != tolerance_) contour = around(band, begin, end, tolerance_);
+    addStretches(simple(std::move(contour)), made);
+  }
+
+  /// Along one side of a stretch, its end, back along the other side, and its beginning.
+  BandContour around(const BandLoop& band, const BandEnd& begin, const BandEnd& end, double fit) {
     mayCross_ = false;
     BandContour contour;
     contour.reserve(kUsualPoints);
-    appendSideOf(band, begin, end, 0, contour);
-    cap(band, end, 0, contour);
-    appendSideOf(band, begin, end, 1, contour);
-    cap(band, begin, 1, contour);
+    appendSideOf(band, begin, end, 0, fit, contour);
+    cap(band, end, 0, fit, contour);
+    appendSideOf(band, begin, end, 1, fit, contour);
+    cap(band, begin, 1, fit, contour);
     contour.back() = contour.front();
-    const double from = std::min(begin.side[0].place, begin.side[1].place);
-    const double to = std::max(end.side[0].place, end.side[1].place);
-    if (mayCross_ || mayFold(band, from, to))
-      addStretches(simple(std::move(contour)), made);
-    else
-      made.stretches.push_back({{std::move(contour)}, {}});
+    return contour;
   }
 
   std::vector<BandContour> simple(BandContour contour) const {
@@ -261,7 +270,7 @@ class Outliner {
     addStretches(std::move(all), made);
   }
 
-  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side,
+  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side, double fit,
                     BandContour& contour) {
     const double from = begin.side[side].place, to = end.side[side].place;
     if (contour.empty())
@@ -270,12 +279,13 @@ class Outliner {
     followSide(band, from, to, side == 0 ? -half_ : half_, line_);
     mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
-    appendSide(line_, tolerance_, contour);
+    appendSide(line_, fit, contour);
   }
 
   const std::vector<BandLoop>& loops_;
   const OutlineOptions& options_;
   double half_, clear_, tolerance_;
+  double fit_;  // tolerance of plain contours
   BandExits exits_;
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0;

@@ -100,6 +100,10 @@ class Fitter {
 
 void fitCurve(std::span<const LinePoint> points, double tolerance, std::vector<PointF>& chain) {
   if (points.size() < 2) return;
+  if (tolerance <= 0) {
+    for (std::size_t i = 1; i < points.size(); ++i) append(arc(points[i - 1], points[i]), chain);
+    return;
+  }
   const Fitter fitter(points);
   const std::size_t last = points.size() - 1;
   std::size_t tried = kLongestSpan;
