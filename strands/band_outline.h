@@ -24,8 +24,8 @@ struct OutlineOptions {
   bool centres = false;  // whether strands and stretches get their centre lines
   bool rings = false;    // whether strands get their whole bands with edges
   bool fitted = true;    // few segments; else many, which are made faster
-  /// Stretches that are cut by distances cost a tenth of a millisecond each; past this number of them the
-  /// outlines stay incomplete.
+  /// Stretches that are cut by distances take some time. Where more crossings than this have such ends, there
+  /// are no outlines.
   int mostClipped = std::numeric_limits<int>::max();
 };
 

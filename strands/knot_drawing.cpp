@@ -11,7 +11,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostClipped = 200;  // stretches of a picture that has to keep up with the user
+constexpr int kMostClipped = 400;  // crossings of a picture that has to keep up with the user
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 constexpr double kFilledEdge =
     0.05;  // part of the picture that a knot that fills it leaves free on each side
