@@ -12,6 +12,7 @@ constexpr int kSteps = 6;       // towards a nearest point; each one at least ha
 
 BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slot_(slot) {
   const auto at = static_cast<std::size_t>(slot);
+  nodes_.reserve(static_cast<std::size_t>(curve.last[at] - curve.first[at] + 1));
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
     const SamplePlace place = samplePlace(curve, sample, view);

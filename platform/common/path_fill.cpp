@@ -123,6 +123,11 @@ class Strip {
     const bool down = e.y0 < e.y1;
     const float x0 = down ? e.x0 : e.x1, y0 = down ? e.y0 : e.y1;
     const float x1 = down ? e.x1 : e.x0, y1 = down ? e.y1 : e.y0;
+    const auto only = static_cast<int>(y0) - top_;
+    if (y0 >= static_cast<float>(top_) && only < rows_ && y1 <= static_cast<float>(top_ + only + 1)) {
+      const auto left = static_cast<float>(left_);
+      return cross(only, x0 - left, x1 - left, e.y1 - e.y0);
+    }
     const float slope = (x1 - x0) / (y1 - y0), top = static_cast<float>(top_);
     const float begin = std::max(y0 - top, 0.F), end = std::min(y1 - top, static_cast<float>(rows_));
     float x = x0 + (begin + top - y0) * slope - static_cast<float>(left_);
@@ -176,6 +181,10 @@ class Strip {
     touched_ |= std::uint32_t{1} << row;
     firstWord_ = std::min(firstWord_, first >> 6);
     lastWord_ = std::max(lastWord_, last >> 6);
+    if (first >> 6 == last >> 6) {
+      marks[first >> 6] |= ((std::uint64_t{2} << (last - first)) - 1) << (first & 63);
+      return;
+    }
     for (int i = first; i <= last; ++i) marks[i >> 6] |= std::uint64_t{1} << (i & 63);
   }
 
