@@ -41,8 +41,9 @@ int KnotMaker::readShape() {
 
 int KnotMaker::readOutline() {
   if (line_.random)
-    return report_.fail(wrongUsage(line_.knotFile + " holds no knot but an outline, which brings its own shape; "
-                                                    "--random does not go with it"));
+    return report_.fail(wrongUsage(line_.knotFile +
+                                   " holds no knot but an outline, which brings its own shape; "
+                                   "--random does not go with it"));
   auto fitted = readOutlineFile(platform_, line_.knotFile);
   if (!fitted)
     return report_.fail(fitted.error(),

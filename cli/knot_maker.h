@@ -35,8 +35,8 @@ class KnotMaker {
   const CommandLine& line_;
   Report& report_;
   Document base_;
-  /// A shape or outline file was read, which gets an AutoGrid. An outline in a knot file does not: that file has
-  /// its grid.
+  /// A shape or outline file was read, which gets an AutoGrid. An outline in a knot file does not: that file
+  /// has its grid.
   bool ownShape_ = false;
   std::vector<std::pair<Param, std::string>> values_;  // of the knot that is being made
 };

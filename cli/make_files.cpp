@@ -102,7 +102,10 @@ int KnotFiles::commit() {
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform), line_(line), report_(platform, errors, line.quiet), maker_(platform, line, report_) {}
+      : platform_(platform),
+        line_(line),
+        report_(platform, errors, line.quiet),
+        maker_(platform, line, report_) {}
 
   int run();
   int check(std::ostream& report);

@@ -12,7 +12,8 @@ LoopGraph::LoopGraph(const Arrangement& plane, double scale)
     : plane_(plane), scale_(scale), dead_(plane.edges.size(), false) {
   around_.resize(plane.nodes.size());
   for (std::size_t e = 0; e < plane.edges.size(); ++e)
-    for (const int node : plane.edges[e]) around_[static_cast<std::size_t>(node)].push_back(static_cast<int>(e));
+    for (const int node : plane.edges[e])
+      around_[static_cast<std::size_t>(node)].push_back(static_cast<int>(e));
 }
 
 /// Depth first: an edge is on a loop when something beyond it leads back to where it came from, or before.

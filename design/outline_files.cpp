@@ -31,7 +31,9 @@ bool isDrawing(std::string_view path) { return isOneOf(path, kDrawingExtensions)
 
 bool isPicture(std::string_view path) { return isOneOf(path, kPictureExtensions); }
 
-bool isOutlineFile(const std::string& path) { return (isDrawing(path) || isPicture(path)) && !holdsKnot(path); }
+bool isOutlineFile(const std::string& path) {
+  return (isDrawing(path) || isPicture(path)) && !holdsKnot(path);
+}
 
 Result<FittedOutline> readOutlineFile(Platform& platform, const std::string& path) {
   if (isPicture(path)) return readPicture(platform, path);

@@ -20,8 +20,8 @@ Spot onCubic(const Spot* p, double t) {
 }  // namespace
 
 Affine Affine::after(const Affine& inner) const {
-  return {a * inner.a + c * inner.b,     b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
-          b * inner.c + d * inner.d,     a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
+  return {a * inner.a + c * inner.b, b * inner.a + d * inner.b,     a * inner.c + c * inner.d,
+          b * inner.c + d * inner.d, a * inner.e + c * inner.f + e, b * inner.e + d * inner.f + f};
 }
 
 void ChainPen::add(Spot c1, Spot c2, Spot p) {
@@ -79,8 +79,7 @@ std::vector<Spot> flattened(const CurveChain& chain, double tolerance) {
   for (std::size_t i = 0; i + 3 < chain.points.size(); i += 3) {
     const Spot* p = &chain.points[i];
     // A chord of a curve with the second derivative d keeps within d/8 of it, for a parameter from 0 to 1.
-    const double bend =
-        6 * std::max(length(p[0] - 2 * p[1] + p[2]), length(p[1] - 2 * p[2] + p[3]));
+    const double bend = 6 * std::max(length(p[0] - 2 * p[1] + p[2]), length(p[1] - 2 * p[2] + p[3]));
     const double wanted = std::ceil(std::sqrt(bend / (8 * tolerance)) - 1e-3);
     const int pieces = static_cast<int>(std::clamp(wanted, 1.0, 1.0 * kMostPieces));
     for (int k = 1; k < pieces; ++k) points.push_back(onCubic(p, static_cast<double>(k) / pieces));

@@ -44,8 +44,8 @@ class ChainPen {
   void moveTo(Spot p);
   void lineTo(Spot p);
   void cubicTo(Spot c1, Spot c2, Spot p);
-  /// Goes on along an ellipse from the angle `from` by `sweep`, radians; `u` and `v` are its half axes, or any
-  /// two conjugate ones: centre + cos(angle) u + sin(angle) v. Without a current point it begins a chain.
+  /// Goes on along an ellipse from the angle `from` by `sweep`, radians; `u` and `v` are its half axes, or
+  /// any two conjugate ones: centre + cos(angle) u + sin(angle) v. Without a current point it begins a chain.
   void arc(Spot centre, Spot u, Spot v, double from, double sweep);
   /// Goes back to where the chain began.
   void close();

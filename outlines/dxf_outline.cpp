@@ -34,7 +34,8 @@ class DxfPairs {
     const auto code = line();
     if (!code || (trimmed(*code).empty() && at_ >= text_.size())) return std::optional<DxfPair>();
     const auto number = parseInteger(*code, -32768, 32767);
-    if (!number) return unreadable("line " + std::to_string(line_) + ": " + quoted(*code) + " is no group code");
+    if (!number)
+      return unreadable("line " + std::to_string(line_) + ": " + quoted(*code) + " is no group code");
     const auto value = line();
     if (!value) return unreadable("line " + std::to_string(line_) + ": the file ends before a value");
     return std::optional<DxfPair>({static_cast<int>(*number), trimmed(*value), line_});
@@ -79,9 +80,7 @@ struct Entity {
   bool fromBehind() const { return value(230, 1) < 0; }
 };
 
-bool isKept(int code) {
-  return (code >= 10 && code < 60) || (code >= 60 && code < 80) || code == 230;
-}
+bool isKept(int code) { return (code >= 10 && code < 60) || (code >= 60 && code < 80) || code == 230; }
 
 /// Takes a value into the entity; false where there are too many of them.
 bool take(Entity& entity, int code, double value) {
@@ -95,8 +94,8 @@ bool take(Entity& entity, int code, double value) {
   if (code == 21 && !entity.fitPoints.empty()) entity.fitPoints.back().y = value;
   if (code == 40) entity.knots.push_back(value);
   if (code == 41) entity.weights.push_back(value);
-  return std::max({entity.vertices.size(), entity.fitPoints.size(), entity.knots.size(), entity.weights.size()}) <=
-         kMostVertices;
+  return std::max({entity.vertices.size(), entity.fitPoints.size(), entity.knots.size(),
+                   entity.weights.size()}) <= kMostVertices;
 }
 
 /// A rational B-spline, evaluated by de Boor's recursion.
@@ -123,7 +122,8 @@ class Spline {
     std::vector<Spot> all;
     for (std::size_t span = degree_; span + degree_ + 1 < knots_.size(); ++span) {
       if (!(knots_[span] < knots_[span + 1])) continue;
-      for (int k = all.empty() ? 0 : 1; k <= kPiecesOfSpan; ++k) all.push_back(at(span, 1.0 * k / kPiecesOfSpan));
+      for (int k = all.empty() ? 0 : 1; k <= kPiecesOfSpan; ++k)
+        all.push_back(at(span, 1.0 * k / kPiecesOfSpan));
     }
     return all;
   }
@@ -143,7 +143,8 @@ class Spline {
       for (std::size_t j = degree_; j >= r; --j) {
         const double low = knots_[span - degree_ + j], high = knots_[span + 1 + j - r];
         const double share = high > low ? (t - low) / (high - low) : 0;
-        d[j] = {(1 - share) * d[j - 1].sum + share * d[j].sum, (1 - share) * d[j - 1].weight + share * d[j].weight};
+        d[j] = {(1 - share) * d[j - 1].sum + share * d[j].sum,
+                (1 - share) * d[j - 1].weight + share * d[j].weight};
       }
     return (1 / d[degree_].weight) * d[degree_].sum;
   }
@@ -286,10 +287,12 @@ class DxfReader {
     return true;
   }
 
-  /// A smooth curve to a point that has only to be passed: it runs there as from the point before to the next.
+  /// A smooth curve to a point that has only to be passed: it runs there as from the point before to the
+  /// next.
   void drawThrough(const std::vector<Spot>& way, std::size_t i) {
     const Spot from = way[i - 1], to = way[i];
-    const Spot leaves = to - (i >= 2 ? way[i - 2] : from), arrives = (i + 1 < way.size() ? way[i + 1] : to) - from;
+    const Spot leaves = to - (i >= 2 ? way[i - 2] : from),
+               arrives = (i + 1 < way.size() ? way[i + 1] : to) - from;
     pen_.cubicTo(from + (1.0 / 6) * leaves, to - (1.0 / 6) * arrives, to);
   }
 

@@ -8,8 +8,8 @@
 
 namespace lorivan {
 
-/// The lines, polylines with their bulges, arcs, circles, ellipses and splines of a text DXF, turned so that y
-/// runs downwards. What lies on paper space or is invisible is passed over; other kinds of entities are
+/// The lines, polylines with their bulges, arcs, circles, ellipses and splines of a text DXF, turned so that
+/// y runs downwards. What lies on paper space or is invisible is passed over; other kinds of entities are
 /// passed over with a note. The error begins with "line 7: ", or says that the file is binary.
 Result<Drawing> readDxfOutline(std::string_view text);
 

@@ -12,14 +12,18 @@
 namespace lorivan {
 namespace {
 
+constexpr double kCandidateShare = 0.25;  // of the tolerance: how closely the points to choose from follow
 constexpr double kNever = std::numeric_limits<double>::infinity();
 
 /// Takes points out of a piece, the one that matters least first.
 class Thinning {
  public:
   explicit Thinning(const OutlinePiece& piece)
-      : points_(piece.points), closed_(piece.closed), count_(static_cast<int>(piece.points.size())),
-        kept_(count_), version_(points_.size(), 0) {
+      : points_(piece.points),
+        closed_(piece.closed),
+        count_(static_cast<int>(piece.points.size())),
+        kept_(count_),
+        version_(points_.size(), 0) {
     for (int i = 0; i < count_; ++i) {
       before_.push_back(i - 1);
       after_.push_back(i + 1);
@@ -29,19 +33,44 @@ class Thinning {
     after_.back() = closed_ ? 0 : -1;
   }
 
-  void run(double tolerance) {
+  /// Those that stay when each goes for itself, the cheapest first, as long as that costs no more than this.
+  void thin(double most) {
     for (int i = 0; i < count_; ++i) offer(i);
     while (!offers_.empty() && kept_ > (closed_ ? 3 : 2)) {
       const Offer best = offers_.top();
       offers_.pop();
       if (best.version != version_[index(best.point)]) continue;
-      if (best.cost > tolerance) break;
+      if (best.cost > most) break;
       drop(best.point);
     }
   }
 
-  /// Of two points that are too close the one goes whose going changes less.
-  void keepApart(double spacing) {
+  /// Of those that are left the fewest within the tolerance; of equally few the ones that fit best.
+  void takeFewest(double tolerance) {
+    std::vector<int> way = keptFrom(sharpest());
+    if (way.size() < 3) return;
+    if (closed_) way.push_back(way.front());
+    std::vector<Best> best(way.size());
+    best.front() = {0, 0, -1};
+    for (std::size_t i = 0; i + 1 < way.size(); ++i)
+      for (std::size_t j = i + 1, misses = 0; j < way.size() && misses < kMostMisses; ++j) {
+        const double off = j == i + 1 ? 0 : bandOf(way[i], way[j]);
+        misses = off > tolerance ? misses + 1 : 0;
+        if (off > tolerance) continue;
+        const Best through{best[i].lines + 1, best[i].squares + off * off, static_cast<int>(i)};
+        if (through < best[j]) best[j] = through;
+      }
+    if (best.back().lines < (closed_ ? 3 : 1)) return;
+    std::vector<bool> stays(points_.size(), false);
+    for (int k = static_cast<int>(way.size()) - 1; k >= 0; k = best[index(k)].from)
+      stays[index(way[index(k)])] = true;
+    for (const int i : way)
+      if (keeps(i) && !stays[index(i)]) unlink(i);
+  }
+
+  /// Of two points that are too close the one goes whose going changes less. `ends`: points close to the ends
+  /// of an open piece go, too.
+  void keepApart(double spacing, bool ends) {
     bool dropped = true;
     while (dropped && kept_ > (closed_ ? 3 : 2)) {
       dropped = false;
@@ -51,6 +80,7 @@ class Thinning {
         if (!keeps(i) || after_[index(i)] < 0) continue;
         const int next = after_[index(i)];
         if (distance(at(i), at(next)) >= spacing) continue;
+        if (!ends && (before_[index(i)] < 0 || after_[index(next)] < 0)) continue;
         for (const int end : {i, next})
           if (const double cost = costOf(end); cost < least) least = cost, worst = end;
       }
@@ -77,19 +107,64 @@ class Thinning {
   struct Line {
     Spot through, along;
   };
+  /// How a point is reached with the fewest lines.
+  struct Best {
+    int lines = std::numeric_limits<int>::max() / 2;
+    double squares = 0;
+    int from = -1;
+    bool operator<(const Best& o) const { return lines != o.lines ? lines < o.lines : squares < o.squares; }
+  };
+  static constexpr std::size_t kMostMisses = 12;  // a line further on that fits again is no surprise
 
   static std::size_t index(int i) { return static_cast<std::size_t>(i); }
   Spot at(int i) const { return points_[index(i)]; }
   bool keeps(int i) const { return version_[index(i)] >= 0; }
 
-  /// How far the farthest point would lie off the line without this one.
+  /// How far points would lie off the line without this one.
   double costOf(int i) const {
     const int a = before_[index(i)], b = after_[index(i)];
-    if (a < 0 || b < 0) return kNever;
-    double most = 0;
-    for (int k = following(a); k != b; k = following(k))
-      most = std::max(most, distance(at(k), nearestOn(at(k), at(a), at(b))));
-    return most;
+    return a < 0 || b < 0 ? kNever : bandOf(a, b);
+  }
+
+  /// Half the width of the band along the line from one point to another that holds those between them: how
+  /// far they lie off where the line is moved to their middle.
+  double bandOf(int a, int b) const {
+    const Spot from = at(a), along = at(b) - from;
+    const double reach = length(along);
+    double low = 0, high = 0, beyond = 0;
+    for (int k = following(a); k != b; k = following(k)) {
+      const Spot away = at(k) - from;
+      if (!(reach > 0)) {
+        beyond = std::max(beyond, length(away));
+        continue;
+      }
+      const double off = cross(along, away) / reach, place = dot(along, away) / reach;
+      low = std::min(low, off);
+      high = std::max(high, off);
+      beyond = std::max({beyond, -place, place - reach});
+    }
+    return std::max((high - low) / 2, beyond);
+  }
+
+  /// Where a closed piece turns most of the points that are left; the beginning of an open one.
+  int sharpest() const {
+    int best = 0;
+    double most = -1;
+    for (int i = 0; closed_ && i < count_; ++i) {
+      if (!keeps(i)) continue;
+      const double turn = degreesBetween(at(i) - at(before_[index(i)]), at(after_[index(i)]) - at(i));
+      if (turn > most + 1e-6) most = turn, best = i;
+    }
+    return best;
+  }
+
+  std::vector<int> keptFrom(int start) const {
+    std::vector<int> way;
+    for (int i = start; i >= 0; i = after_[index(i)]) {
+      way.push_back(i);
+      if (after_[index(i)] == start) break;
+    }
+    return way;
   }
 
   int following(int i) const { return i + 1 == count_ ? 0 : i + 1; }
@@ -98,12 +173,17 @@ class Thinning {
     if (const double cost = costOf(i); cost < kNever) offers_.push({cost, i, ++version_[index(i)]});
   }
 
-  void drop(int i) {
+  void unlink(int i) {
     const int a = before_[index(i)], b = after_[index(i)];
     version_[index(i)] = -1;
     after_[index(a)] = b;
     before_[index(b)] = a;
     --kept_;
+  }
+
+  void drop(int i) {
+    const int a = before_[index(i)], b = after_[index(i)];
+    unlink(i);
     offer(a);
     offer(b);
   }
@@ -114,7 +194,8 @@ class Thinning {
     double weight = 0, xx = 0, xy = 0, yy = 0;
     Spot sum;
     const auto visit = [&](auto take) {
-      for (int k = a; k != b; k = following(k)) take(at(k), at(following(k)), distance(at(k), at(following(k))));
+      for (int k = a; k != b; k = following(k))
+        take(at(k), at(following(k)), distance(at(k), at(following(k))));
     };
     visit([&](Spot p, Spot q, double w) { weight += w, sum = sum + (w / 2) * (p + q); });
     if (!(weight > 0)) return {};
@@ -147,6 +228,14 @@ class Thinning {
   std::vector<int> before_, after_;
   std::priority_queue<Offer> offers_;
 };
+
+OutlinePiece thinned(const OutlinePiece& piece, double tolerance, double spacing, bool ends) {
+  Thinning thinning(piece);
+  thinning.thin(tolerance * kCandidateShare);
+  thinning.takeFewest(tolerance);
+  thinning.keepApart(spacing, ends);
+  return {thinning.result(tolerance), piece.closed};
+}
 
 Spot mirrored(Spot p, double axis) { return {2 * axis - p.x, p.y}; }
 
@@ -196,8 +285,8 @@ class Mirror {
            near(a.bottom, b.bottom);
   }
 
-  /// Whether the image of one piece lies on the other. Most points lie next to the one before: the search goes
-  /// from there to both sides.
+  /// Whether the image of one piece lies on the other. Most points lie next to the one before: the search
+  /// goes from there to both sides.
   bool liesOn(const OutlinePiece& piece, const OutlinePiece& other) const {
     const std::size_t count = other.points.size();
     std::size_t near = 0;
@@ -222,17 +311,20 @@ class Mirror {
   std::optional<OutlinePiece> ownImage(const OutlinePiece& piece, double tolerance, double spacing) const {
     const auto half = leftHalf(piece);
     if (!half) return {};
-    OutlinePiece made = withFewPoints({*half, false}, tolerance, spacing);
-    std::vector<Spot>& points = made.points;
-    const std::vector<Spot> left = points;
-    for (std::size_t k = left.size() - 1; k-- > 1;) points.push_back(mirrored(left[k], axis_));
-    // Where the line crosses the axis level there is no corner.
+    std::vector<Spot> left = lorivan::thinned({*half, false}, tolerance, spacing, false).points;
+    if (left.size() < 3) return {};
+    // Where the line crosses the axis level there is no corner; next to a corner no point is too close.
     const auto level = [&](Spot end, Spot next) { return std::fabs(end.y - next.y) < tolerance / 4; };
-    const bool first = points.size() > 4 && level(left[0], left[1]);
-    const bool last = points.size() > 5 && level(left.back(), left[left.size() - 2]);
-    if (last) points.erase(points.begin() + static_cast<std::ptrdiff_t>(left.size() - 1));
-    if (first) points.erase(points.begin());
-    made.closed = true;
+    const auto crowded = [&](Spot end, Spot next) {
+      return left.size() > 4 && !level(end, next) && distance(end, next) < spacing;
+    };
+    if (crowded(left[0], left[1])) left.erase(left.begin() + 1);
+    if (crowded(left.back(), left.end()[-2])) left.erase(left.end() - 2);
+    OutlinePiece made{left, true};
+    for (std::size_t k = left.size() - 1; k-- > 1;) made.points.push_back(mirrored(left[k], axis_));
+    if (left.size() > 3 && level(left.back(), left.end()[-2]))
+      made.points.erase(made.points.begin() + static_cast<std::ptrdiff_t>(left.size() - 1));
+    if (left.size() > 3 && level(left[0], left[1])) made.points.erase(made.points.begin());
     return made;
   }
 
@@ -272,10 +364,7 @@ std::vector<OutlinePiece> swapped(std::vector<OutlinePiece> pieces) {
 }  // namespace
 
 OutlinePiece withFewPoints(const OutlinePiece& piece, double tolerance, double spacing) {
-  Thinning thinning(piece);
-  thinning.run(tolerance);
-  thinning.keepApart(spacing);
-  return {thinning.result(tolerance), piece.closed};
+  return thinned(piece, tolerance, spacing, true);
 }
 
 std::vector<OutlinePiece> withFewPoints(const std::vector<OutlinePiece>& pieces, double tolerance,

@@ -11,13 +11,13 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMeet = 1;                      // ends this close are one, shape units
-constexpr double kSpacing = kJoinReach + 0.25;   // points closer than kJoinReach would be joined later
-constexpr double kFine = 1.0 / 8000;             // of the drawing's size: how exactly curves are followed
-constexpr double kLeastSize = 1e-9;              // of a drawing, its own units
+constexpr double kMeet = 1;                       // ends this close are one, shape units
+constexpr double kSpacing = kJoinReach + 0.25;    // points closer than kJoinReach would be joined later
+constexpr double kFine = 1.0 / 8000;              // of the drawing's size: how exactly curves are followed
+constexpr double kLeastSize = 1e-9;               // of a drawing, its own units
 constexpr double kStep = 0.5, kMostSmoothed = 4;  // steps of pixels: a part of their side, but not too much
-constexpr double kCoarser = 1.25;                // from one tolerance to the next
-constexpr double kMostTolerance = 50;            // beyond it nothing would be left of an outline
+constexpr double kCoarser = 1.25;                 // from one tolerance to the next
+constexpr double kMostTolerance = 50;             // beyond it nothing would be left of an outline
 constexpr std::size_t kMostDrawnPoints = 1'000'000;
 constexpr std::size_t kMostOpenPieces = 4000;
 
@@ -32,7 +32,8 @@ class EndJoiner {
 
   std::vector<OutlinePiece> run() {
     for (std::size_t i = 0; i < pieces_.size(); ++i)
-      while (!gone(i) && !pieces_[i].closed && (closes(i) || extends(i))) {}
+      while (!gone(i) && !pieces_[i].closed && (closes(i) || extends(i))) {
+      }
     std::erase_if(pieces_, [](const OutlinePiece& piece) { return piece.points.size() < 2; });
     return std::move(pieces_);
   }
@@ -154,7 +155,8 @@ Result<FittedOutline> fitOutline(std::vector<OutlinePiece> pieces, const GridBox
   std::erase_if(pieces, [](const OutlinePiece& piece) { return piece.points.size() < 2; });
   const auto open = std::ranges::count(pieces, false, &OutlinePiece::closed);
   if (static_cast<std::size_t>(open) > kMostOpenPieces)
-    return unreadable("it has " + numberOf(static_cast<std::size_t>(open), "open line") + ", more than can be joined");
+    return unreadable("it has " + numberOf(static_cast<std::size_t>(open), "open line") +
+                      ", more than can be joined");
   pieces = EndJoiner(std::move(pieces)).run();
   FittedOutline fitted;
   if (const std::size_t specks = dropSpecks(pieces); specks > 0)
@@ -167,18 +169,19 @@ Result<FittedOutline> fitOutline(std::vector<OutlinePiece> pieces, const GridBox
   if (!amountOf(few).fits())
     return unreadable("it has " + numberOf(pieces.size(), "line") + ", more than a shape holds");
   if (used > tolerance)
-    fitted.notes.push_back("made coarser, to within " + roundedUp(used, 10) +
-                           " units, for a shape holds " + std::to_string(kMostShapeLines) + " lines");
+    fitted.notes.push_back("made coarser, to within " + roundedUp(used, 10) + " units, for a shape holds " +
+                           std::to_string(kMostShapeLines) + " lines");
   fitted.shape = shapeFrom(few);
   return fitted;
 }
 
 Result<FittedOutline> fitTraced(TracedPicture traced, const GridBox& within) {
   const double step = kStep * traced.grain * frameScale(frameOf(CustomShape()), within);
-  auto fitted = fitOutline(std::move(traced.loops), within,
-                           std::clamp(step, kTracedTolerance, kMostSmoothed));
+  auto fitted =
+      fitOutline(std::move(traced.loops), within, std::clamp(step, kTracedTolerance, kMostSmoothed));
   if (fitted && traced.specks > 0)
-    fitted->notes.insert(fitted->notes.begin(), numberOf(traced.specks, "speck") + " of the picture left out");
+    fitted->notes.insert(fitted->notes.begin(),
+                         numberOf(traced.specks, "speck") + " of the picture left out");
   if (fitted && traced.lightOnDark) fitted->notes.insert(fitted->notes.begin(), "light on a dark ground");
   return fitted;
 }

@@ -14,9 +14,9 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostUses = 16;                    // nested
-constexpr std::size_t kMostVisits = 500'000;     // elements drawn, those of uses each time
-constexpr double kPageShare = 0.999;             // of the page that a background covers
+constexpr int kMostUses = 16;                 // nested
+constexpr std::size_t kMostVisits = 500'000;  // elements drawn, those of uses each time
+constexpr double kPageShare = 0.999;          // of the page that a background covers
 
 /// What elements hand on to those within them.
 struct Style {
@@ -24,9 +24,7 @@ struct Style {
 };
 
 /// The name without the prefix that some programs write; those of other namespaces stay whole, and unknown.
-std::string_view plainName(std::string_view name) {
-  return name.starts_with("svg:") ? name.substr(4) : name;
-}
+std::string_view plainName(std::string_view name) { return name.starts_with("svg:") ? name.substr(4) : name; }
 
 bool isWhite(std::string_view paint) {
   std::string text = lowerCase(paint);
@@ -94,12 +92,17 @@ class SvgReader {
     return text == nullptr ? std::nullopt : svgLength(*text, whole);
   }
   /// An attribute of a shape; a wrong one counts as 0, as one that is missing.
-  double across(const XmlElement& e, std::string_view key) const { return length(e, key, page_[2]).value_or(0); }
-  double down(const XmlElement& e, std::string_view key) const { return length(e, key, page_[3]).value_or(0); }
+  double across(const XmlElement& e, std::string_view key) const {
+    return length(e, key, page_[2]).value_or(0);
+  }
+  double down(const XmlElement& e, std::string_view key) const {
+    return length(e, key, page_[3]).value_or(0);
+  }
 
   Status children(const XmlElement& element, const Affine& place, const Style& style, int uses) {
     for (const int child : element.children)
-      if (const Status drawn = visit(tree_.elements[static_cast<std::size_t>(child)], place, style, uses); !drawn)
+      if (const Status drawn = visit(tree_.elements[static_cast<std::size_t>(child)], place, style, uses);
+          !drawn)
         return drawn;
     return {};
   }
@@ -116,7 +119,8 @@ class SvgReader {
     const std::string_view name = plainName(element.name);
     if (name == "g" || name == "a" || name == "switch") return children(element, place, style, uses);
     if (name == "svg")
-      return children(element, place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")}), style, uses);
+      return children(element, place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")}), style,
+                      uses);
     if (name == "use") return use(element, place, style, uses);
     texts_ |= name == "text";
     pictures_ |= name == "image";
@@ -162,7 +166,8 @@ class SvgReader {
     const Spot a = place({x, y}), b = place({x + across(e, "width"), y + down(e, "height")});
     const double slack = (1 - kPageShare) * std::max(page_[2], page_[3]);
     return page_[2] > 0 && std::min(a.x, b.x) <= page_[0] + slack && std::min(a.y, b.y) <= page_[1] + slack &&
-           std::max(a.x, b.x) >= page_[0] + page_[2] - slack && std::max(a.y, b.y) >= page_[1] + page_[3] - slack;
+           std::max(a.x, b.x) >= page_[0] + page_[2] - slack &&
+           std::max(a.y, b.y) >= page_[1] + page_[3] - slack;
   }
 
   void drawRect(const XmlElement& e) {
@@ -172,7 +177,9 @@ class SvgReader {
     const double rx = asked("rx", page_[2]).value_or(asked("ry", page_[3]).value_or(0));
     const double ry = asked("ry", page_[3]).value_or(rx);
     const double across = std::clamp(rx, 0.0, w / 2), up = std::clamp(ry, 0.0, h / 2);
-    const Spot corners[] = {{x + w - across, y + up}, {x + w - across, y + h - up}, {x + across, y + h - up},
+    const Spot corners[] = {{x + w - across, y + up},
+                            {x + w - across, y + h - up},
+                            {x + across, y + h - up},
                             {x + across, y + up}};
     if (across <= 0 || up <= 0) {
       pen_.moveTo({x, y});

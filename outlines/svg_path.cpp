@@ -69,7 +69,8 @@ class PathReader {
  private:
   Error fault() const {
     const std::string_view rest = in_.rest();
-    return unreadable(rest.empty() ? "a path ends within a command" : "a path cannot be read at " + quoted(rest));
+    return unreadable(rest.empty() ? "a path ends within a command"
+                                   : "a path cannot be read at " + quoted(rest));
   }
 
   bool number(double& out) {
@@ -86,7 +87,8 @@ class PathReader {
 
   bool step() {
     const char command = upper(command_);
-    const bool afterCubic = before_ == 'C' || before_ == 'S', afterQuadratic = before_ == 'Q' || before_ == 'T';
+    const bool afterCubic = before_ == 'C' || before_ == 'S',
+               afterQuadratic = before_ == 'Q' || before_ == 'T';
     before_ = command;
     switch (command) {
       case 'M':
@@ -190,7 +192,8 @@ std::optional<Affine> transformOf(std::string_view name, const std::vector<doubl
 }  // namespace
 
 void SvgNumbers::skipSeparators() {
-  while (at_ < text_.size() && std::string_view(" \t\r\n\f,").find(text_[at_]) != std::string_view::npos) ++at_;
+  while (at_ < text_.size() && std::string_view(" \t\r\n\f,").find(text_[at_]) != std::string_view::npos)
+    ++at_;
 }
 
 std::optional<double> SvgNumbers::next() {
@@ -250,9 +253,9 @@ std::optional<double> svgLength(std::string_view text, double whole) {
   if (!value) return {};
   const std::string_view unit = trimmed(numbers.rest());
   if (unit == "%") return *value * whole / 100;
-  constexpr std::pair<std::string_view, double> kUnits[] = {
-      {"", 1}, {"px", 1}, {"mm", 96 / 25.4}, {"cm", 96 / 2.54}, {"in", 96}, {"pt", 96.0 / 72}, {"pc", 16},
-      {"em", 16}};
+  constexpr std::pair<std::string_view, double> kUnits[] = {{"", 1},           {"px", 1},  {"mm", 96 / 25.4},
+                                                            {"cm", 96 / 2.54}, {"in", 96}, {"pt", 96.0 / 72},
+                                                            {"pc", 16},        {"em", 16}};
   for (const auto& [name, pixels] : kUnits)
     if (unit == name) return *value * pixels;
   return {};

@@ -32,8 +32,8 @@ class SvgNumbers {
   std::size_t at_ = 0;
 };
 
-/// Draws path data: M L H V C S Q T A Z and their small letters. `filled` closes what is left open, as filling
-/// does. The error is one of input and says what stands in the way.
+/// Draws path data: M L H V C S Q T A Z and their small letters. `filled` closes what is left open, as
+/// filling does. The error is one of input and says what stands in the way.
 Status drawSvgPath(ChainPen& pen, std::string_view data, bool filled);
 
 /// Of an attribute "transform"; the error as above.

@@ -9,7 +9,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kSpeckShare = 1e-3;  // of the shape's area
+constexpr double kSpeckShare = 1e-3;   // of the shape's area
 constexpr double kLeastContrast = 12;  // of 255
 constexpr std::size_t kMostLoops = 5000;
 
@@ -104,7 +104,8 @@ bool borderIsDark(const GreyField& field, double middle) {
 class LevelLines {
  public:
   /// Greys below the level are the shape.
-  LevelLines(const GreyField& field, float level) : field_(field), level_(level), next_(2 * field.values.size(), -1) {
+  LevelLines(const GreyField& field, float level)
+      : field_(field), level_(level), next_(2 * field.values.size(), -1) {
     for (int y = 0; y + 1 < field.height; ++y)
       for (int x = 0; x + 1 < field.width; ++x) link(x, y);
   }
@@ -138,7 +139,8 @@ class LevelLines {
     const std::array<std::int32_t, 4> sides{side(x, y, false), side(x + 1, y, true), side(x, y + 1, false),
                                             side(x, y, true)};
     const bool saddle = in[0] == in[2] && in[1] == in[3] && in[0] != in[1];
-    const float mean = (field_.at(x, y) + field_.at(x + 1, y) + field_.at(x, y + 1) + field_.at(x + 1, y + 1)) / 4;
+    const float mean =
+        (field_.at(x, y) + field_.at(x + 1, y) + field_.at(x, y + 1) + field_.at(x + 1, y + 1)) / 4;
     const std::size_t step = saddle && mean >= level_ ? 3 : 1;  // back, where the shape's corners stay apart
     for (std::size_t k = 0; k < 4; ++k) {
       if (!in[k] || in[(k + 1) % 4]) continue;

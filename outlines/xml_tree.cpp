@@ -53,7 +53,8 @@ class XmlReader {
 
  private:
   void fail(const std::string& reason) {
-    if (fault_.empty()) fault_ = std::string("line ").append(std::to_string(line_)).append(": ").append(reason);
+    if (fault_.empty())
+      fault_ = std::string("line ").append(std::to_string(line_)).append(": ").append(reason);
   }
 
   void advance(std::size_t to) {
@@ -113,7 +114,8 @@ class XmlReader {
     at_ += 2;
     const std::string_view ended = name();
     skipSpace();
-    if (open_.empty() || tree_.elements[static_cast<std::size_t>(open_.back())].name != ended || !startsWith(">"))
+    if (open_.empty() || tree_.elements[static_cast<std::size_t>(open_.back())].name != ended ||
+        !startsWith(">"))
       return fail(quoted(ended) + " ends nothing that is open");
     open_.pop_back();
     ++at_;
@@ -128,7 +130,8 @@ class XmlReader {
     if (tree_.elements.size() >= kMostXmlElements) return fail("there are more elements than can be read");
     if (static_cast<int>(open_.size()) >= kDeepestXml) return fail("elements are nested too deeply");
     if (open_.empty() && !tree_.elements.empty()) return fail("there is a second root element");
-    while (fault_.empty() && takeAttribute(element)) {}
+    while (fault_.empty() && takeAttribute(element)) {
+    }
     if (!fault_.empty()) return;
     const bool whole = startsWith("/>");
     if (!whole && !startsWith(">")) return fail("the element " + quoted(element.name) + " is not ended");
@@ -148,7 +151,8 @@ class XmlReader {
     ++at_;
     skipSpace();
     const char quote = at_ < text_.size() ? text_[at_] : '\0';
-    const std::size_t end = quote == '"' || quote == '\'' ? text_.find(quote, at_ + 1) : std::string_view::npos;
+    const std::size_t end =
+        quote == '"' || quote == '\'' ? text_.find(quote, at_ + 1) : std::string_view::npos;
     if (end == std::string_view::npos) return fail("the value of " + quoted(key) + " has no quotes"), false;
     element.attributes.emplace_back(key, decoded(text_.substr(at_ + 1, end - at_ - 1)));
     advance(end + 1);

@@ -44,8 +44,8 @@ class Platform {
   virtual Result<std::unique_ptr<Surface>> createSurface(int width, int height) = 0;
   /// The bytes of a picture file. A PNG keeps the transparency of Surface::clearTransparent.
   virtual Result<std::string> encodePicture(Surface& picture, PictureFormat format) = 0;
-  /// A picture file (BMP, PNG, JPEG) on white, for tracing. The surface has the picture's size, or is as large
-  /// as fits into width x height, see sizeWithin().
+  /// A picture file (BMP, PNG, JPEG) on white, for tracing. The surface has the picture's size, or is as
+  /// large as fits into width x height, see sizeWithin().
   virtual Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) = 0;
 
   /// A metafile in memory, empty.

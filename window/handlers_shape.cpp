@@ -151,7 +151,8 @@ void Handlers::loadTracePicture(const std::string& path) {
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
   bench_.status(
-      "Draw the outline over the picture, or let Trace Picture in the Shape menu find it; Clear takes it away");
+      "Draw the outline over the picture, or let Trace Picture in the Shape menu find it; Clear takes it "
+      "away");
 }
 
 void Handlers::mnuShapeTrace_Click() {

@@ -74,8 +74,7 @@ void TracePicture::paint(Surface& surface, PixelBox box) {
   const PixelBlock target = surface.lendPixels();
   const int most = box.right - box.left, highest = box.bottom - box.top;
   if (!shown() || target.pixels == nullptr || most < 1 || highest < 1) return;
-  const double scale =
-      std::min(1.0 * most / picture_->width(), 1.0 * highest / picture_->height());
+  const double scale = std::min(1.0 * most / picture_->width(), 1.0 * highest / picture_->height());
   const int width = std::clamp(static_cast<int>(std::lround(scale * picture_->width())), 1, most);
   const int height = std::clamp(static_cast<int>(std::lround(scale * picture_->height())), 1, highest);
   if (width_ != width || height_ != height) fit(width, height);

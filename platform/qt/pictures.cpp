@@ -43,8 +43,7 @@ QImage onWhite(const QImage& picture) {
 Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
   QImage image = pixelsOf(picture);
   if (image.isNull()) return unwritable("this picture has no pixels to save");
-  if (format == PictureFormat::bmp && image.hasAlphaChannel())
-    image = onWhite(image);
+  if (format == PictureFormat::bmp && image.hasAlphaChannel()) image = onWhite(image);
   QByteArray bytes;
   QBuffer buffer(&bytes);
   QImageWriter writer(&buffer, format == PictureFormat::png ? "png" : "bmp");

@@ -131,9 +131,8 @@ Status drawWhole(Gdiplus::GpImage* image, DibSurface& surface) {
       checkedPlus(flat::GdipCreateFromHDC(surface.context(), graphics.receive()), "GdipCreateFromHDC");
   if (!drawn) return drawn;
   flat::GdipSetInterpolationMode(graphics.get(), Gdiplus::InterpolationModeHighQualityBicubic);
-  return checkedPlus(
-      flat::GdipDrawImageRectI(graphics.get(), image, 0, 0, surface.width(), surface.height()),
-      "GdipDrawImageRectI");
+  return checkedPlus(flat::GdipDrawImageRectI(graphics.get(), image, 0, 0, surface.width(), surface.height()),
+                     "GdipDrawImageRectI");
 }
 
 }  // namespace
