@@ -7,6 +7,7 @@ namespace lorivan {
 namespace {
 
 constexpr double kArcStep = 0.7853981633974483;  // an eighth of a turn: off by 4e-6 of the radius
+constexpr double kRounding = 1e-9;
 constexpr int kMostTurns = 8;
 constexpr int kMostPieces = 256;
 
@@ -46,7 +47,8 @@ void ChainPen::arc(Spot centre, Spot u, Spot v, double from, double sweep) {
   const auto on = [&](double angle) { return centre + std::cos(angle) * u + std::sin(angle) * v; };
   const auto along = [&](double angle) { return std::cos(angle) * v - std::sin(angle) * u; };
   if (!drawing_now_) moveTo(on(from));
-  const int pieces = static_cast<int>(std::ceil(std::min(std::fabs(sweep) / kArcStep, 8.0 * kMostTurns)));
+  const int pieces =
+      static_cast<int>(std::ceil(std::min(std::fabs(sweep) / kArcStep, 8.0 * kMostTurns) - 1e-6));
   const double step = pieces > 0 ? sweep / pieces : 0;
   const double reach = 4.0 / 3 * std::tan(step / 4);
   for (int k = 0; k < pieces; ++k) {
@@ -64,7 +66,9 @@ void ChainPen::close() {
 
 void ChainPen::finish(bool closed) {
   if (!chain_.points.empty()) {
-    if (closed && distance(at_, start_) > 0) lineTo(start_);
+    if (closed && distance(at_, start_) > kRounding * (length(start_) + distance(at_, start_)))
+      lineTo(start_);
+    if (closed) chain_.points.back() = chain_.points.front();
     chain_.closed = closed;
     drawing_.chains.push_back(std::move(chain_));
   }

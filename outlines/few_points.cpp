@@ -91,10 +91,14 @@ class Thinning {
   }
 
   /// The points that are left, moved to where the lines that fit the points between them best meet.
-  std::vector<Spot> result(double tolerance) const {
+  /// Ends that lie on an upright axis, beyond which the piece goes on as its image, stay on it.
+  std::vector<Spot> result(double tolerance, std::optional<double> axis) const {
     std::vector<Spot> left;
-    for (int i = 0; i < count_; ++i)
-      if (keeps(i)) left.push_back(settled(i, tolerance));
+    for (int i = 0; i < count_; ++i) {
+      if (!keeps(i)) continue;
+      const bool isEnd = before_[index(i)] < 0 || after_[index(i)] < 0;
+      left.push_back(isEnd && axis ? settledOn(*axis, i, tolerance) : settled(i, tolerance));
+    }
     return left;
   }
 
@@ -210,6 +214,14 @@ class Thinning {
     return Line{middle, {std::cos(angle), std::sin(angle)}};
   }
 
+  Spot settledOn(double axis, int end, double tolerance) const {
+    const auto line = before_[index(end)] < 0 ? lineThrough(end, after_[index(end)])
+                                              : lineThrough(before_[index(end)], end);
+    if (!line || std::fabs(line->along.x) < 0.02 * length(line->along)) return at(end);
+    const Spot meet = line->through + ((axis - line->through.x) / line->along.x) * line->along;
+    return {axis, at(end).y + std::clamp(meet.y - at(end).y, -tolerance, tolerance)};
+  }
+
   Spot settled(int i, double tolerance) const {
     const int a = before_[index(i)], b = after_[index(i)];
     if (a < 0 || b < 0) return at(i);
@@ -218,7 +230,8 @@ class Thinning {
     const double across = cross(in->along, out->along);
     if (std::fabs(across) < 0.02 * length(in->along) * length(out->along)) return at(i);
     const Spot meet = in->through + (cross(out->through - in->through, out->along) / across) * in->along;
-    return distance(meet, at(i)) <= tolerance ? meet : at(i);
+    const Spot move = meet - at(i);
+    return at(i) + std::min(1.0, tolerance / std::max(length(move), 1e-12)) * move;
   }
 
   const std::vector<Spot>& points_;
@@ -229,12 +242,13 @@ class Thinning {
   std::priority_queue<Offer> offers_;
 };
 
-OutlinePiece thinned(const OutlinePiece& piece, double tolerance, double spacing, bool ends) {
+OutlinePiece thinned(const OutlinePiece& piece, double tolerance, double spacing,
+                     std::optional<double> axis = {}) {
   Thinning thinning(piece);
   thinning.thin(tolerance * kCandidateShare);
   thinning.takeFewest(tolerance);
-  thinning.keepApart(spacing, ends);
-  return {thinning.result(tolerance), piece.closed};
+  thinning.keepApart(spacing, !axis);
+  return {thinning.result(tolerance, axis), piece.closed};
 }
 
 Spot mirrored(Spot p, double axis) { return {2 * axis - p.x, p.y}; }
@@ -311,7 +325,7 @@ class Mirror {
   std::optional<OutlinePiece> ownImage(const OutlinePiece& piece, double tolerance, double spacing) const {
     const auto half = leftHalf(piece);
     if (!half) return {};
-    std::vector<Spot> left = lorivan::thinned({*half, false}, tolerance, spacing, false).points;
+    std::vector<Spot> left = lorivan::thinned({*half, false}, tolerance, spacing, axis_).points;
     if (left.size() < 3) return {};
     // Where the line crosses the axis level there is no corner; next to a corner no point is too close.
     const auto level = [&](Spot end, Spot next) { return std::fabs(end.y - next.y) < tolerance / 4; };
@@ -322,9 +336,9 @@ class Mirror {
     if (crowded(left.back(), left.end()[-2])) left.erase(left.end() - 2);
     OutlinePiece made{left, true};
     for (std::size_t k = left.size() - 1; k-- > 1;) made.points.push_back(mirrored(left[k], axis_));
-    if (left.size() > 3 && level(left.back(), left.end()[-2]))
+    if (made.points.size() > 3 && level(left.back(), left.end()[-2]))
       made.points.erase(made.points.begin() + static_cast<std::ptrdiff_t>(left.size() - 1));
-    if (left.size() > 3 && level(left[0], left[1])) made.points.erase(made.points.begin());
+    if (made.points.size() > 3 && level(left[0], left[1])) made.points.erase(made.points.begin());
     return made;
   }
 
@@ -364,7 +378,7 @@ std::vector<OutlinePiece> swapped(std::vector<OutlinePiece> pieces) {
 }  // namespace
 
 OutlinePiece withFewPoints(const OutlinePiece& piece, double tolerance, double spacing) {
-  return thinned(piece, tolerance, spacing, true);
+  return thinned(piece, tolerance, spacing);
 }
 
 std::vector<OutlinePiece> withFewPoints(const std::vector<OutlinePiece>& pieces, double tolerance,
