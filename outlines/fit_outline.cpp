@@ -16,8 +16,8 @@ constexpr double kSpacing = kJoinReach + 0.25;    // points closer than kJoinRea
 constexpr double kFine = 1.0 / 8000;              // of the drawing's size: how exactly curves are followed
 constexpr double kLeastSize = 1e-9;               // of a drawing, its own units
 constexpr double kStep = 0.5, kMostSmoothed = 4;  // steps of pixels: a part of their side, but not too much
-constexpr double kCoarser = 1.25;                 // from one tolerance to the next
-constexpr double kMostTolerance = 50;             // beyond it nothing would be left of an outline
+constexpr double kCoarser = 1.25, kMuchCoarser = 3;  // from one tolerance to the next
+constexpr double kMostTolerance = 50;                // beyond it nothing would be left of an outline
 constexpr std::size_t kMostDrawnPoints = 1'000'000;
 constexpr std::size_t kMostOpenPieces = 4000;
 
@@ -82,6 +82,7 @@ void dropRepeats(OutlinePiece& piece) {
   const auto same = [](Spot a, Spot b) { return distance(a, b) < 1e-6; };
   points.erase(std::unique(points.begin(), points.end(), same), points.end());
   while (piece.closed && points.size() > 1 && same(points.front(), points.back())) points.pop_back();
+  piece.closed = piece.closed && points.size() > 2;  // there and back is one line
 }
 
 /// Shape units for a unit of the box, where it is laid into the frame.
@@ -164,10 +165,12 @@ Result<FittedOutline> fitOutline(std::vector<OutlinePiece> pieces, const GridBox
   if (pieces.empty()) return empty;
   double used = tolerance;
   std::vector<OutlinePiece> few = withFewPoints(pieces, used, kSpacing);
-  for (; !amountOf(few).fits() && used < kMostTolerance; used *= kCoarser)
-    few = withFewPoints(pieces, used * kCoarser, kSpacing);
+  while (!amountOf(few).fits() && used < kMostTolerance) {
+    used *= amountOf(few).lines > 3 * kMostShapeLines ? kMuchCoarser : kCoarser;
+    few = withFewPoints(pieces, used, kSpacing);
+  }
   if (!amountOf(few).fits())
-    return unreadable("it has " + numberOf(pieces.size(), "line") + ", more than a shape holds");
+    return unreadable("it is too intricate for a shape of " + std::to_string(kMostShapeLines) + " lines");
   if (used > tolerance)
     fitted.notes.push_back("made coarser, to within " + roundedUp(used, 10) + " units, for a shape holds " +
                            std::to_string(kMostShapeLines) + " lines");

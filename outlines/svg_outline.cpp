@@ -65,7 +65,7 @@ class SvgReader {
     const XmlElement& root = tree_.elements.front();
     if (plainName(root.name) != "svg") return unreadable("line 1: it is no SVG drawing");
     takePage(root);
-    if (const Status drawn = children(root, {}, {}, 0); !drawn) return drawn.error();
+    if (const Status drawn = children(root, {}, styleOf(root, {}), 0); !drawn) return drawn.error();
     if (texts_) drawing_.notes.push_back("texts were left out: turn them into paths first");
     if (pictures_) drawing_.notes.push_back("pictures in it were left out");
     return std::move(drawing_);

@@ -68,6 +68,8 @@ TEST(Fit, EndsThatMeetAreJoined) {
   };
   const auto closed = read(square), open = read(square + "0 LINE 10 3 20 3 11 5 21 3 ");
   ASSERT_TRUE(closed && open);
+  const auto strokes = fitted("<path d='M0 0h9M9 9h-9z'/>");
+  EXPECT_TRUE(strokes && strokes->shape.ShapePointCount == 4 && strokes->shape.ShapeLineCount == 2);
   EXPECT_TRUE(closed->shape.ShapePointCount == 4 && closed->shape.ShapeLineCount == 4);
   EXPECT_TRUE(open->shape.ShapePointCount == 6 && open->shape.ShapeLineCount == 5);
 }
@@ -85,7 +87,7 @@ TEST(Fit, WhatIsTooMuchBecomesCoarserAndIsTold) {
   for (int k = 0; k < 400; ++k)
     dots += "<rect width='2' height='2' x='" + std::to_string(k % 20 * 4) + "' y='" +
             std::to_string(k / 20 * 4) + "'/>";
-  EXPECT_NE(fitted(dots).error().message.find("more than a shape holds"), std::string::npos);
+  EXPECT_NE(fitted(dots).error().message.find("too intricate for a shape of 1000 lines"), std::string::npos);
   const auto speck = fitted("<rect width='100' height='100'/><circle cx='50' cy='50' r='0.5'/>");
   EXPECT_TRUE(speck && speck->notes == std::vector<std::string>{"1 speck left out"} &&
               speck->shape.ShapeLineCount == 4);
