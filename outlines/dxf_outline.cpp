@@ -80,7 +80,8 @@ struct Entity {
   bool fromBehind() const { return value(230, 1) < 0; }
 };
 
-bool isKept(int code) { return (code >= 10 && code < 60) || (code >= 60 && code < 80) || code == 230; }
+/// Codes of coordinates, sizes, angles and flags.
+bool isKept(int code) { return (code >= 10 && code < 80) || code == 230; }
 
 /// Takes a value into the entity; false where there are too many of them.
 bool take(Entity& entity, int code, double value) {

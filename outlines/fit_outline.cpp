@@ -18,6 +18,7 @@ constexpr double kLeastSize = 1e-9;               // of a drawing, its own units
 constexpr double kStep = 0.5, kMostSmoothed = 4;  // steps of pixels: a part of their side, but not too much
 constexpr double kCoarser = 1.25, kMuchCoarser = 3;  // from one tolerance to the next
 constexpr double kMostTolerance = 50;                // beyond it nothing would be left of an outline
+constexpr double kFarthest = 1e15;                   // of a drawing's coordinates
 constexpr std::size_t kMostDrawnPoints = 1'000'000;
 constexpr std::size_t kMostOpenPieces = 4000;
 
@@ -126,6 +127,21 @@ Amount amountOf(const std::vector<OutlinePiece>& pieces) {
   return sum;
 }
 
+/// With as many points as a shape holds, if that can be: the tolerance grows until they fit, which is noted.
+std::vector<OutlinePiece> thatFit(const std::vector<OutlinePiece>& pieces, double tolerance,
+                                  std::vector<std::string>& notes) {
+  double used = tolerance;
+  std::vector<OutlinePiece> few = withFewPoints(pieces, used, kSpacing);
+  while (!amountOf(few).fits() && used < kMostTolerance) {
+    used *= amountOf(few).lines > 3 * kMostShapeLines ? kMuchCoarser : kCoarser;
+    few = withFewPoints(pieces, used, kSpacing);
+  }
+  if (used > tolerance)
+    notes.push_back("made coarser, to within " + roundedUp(used, 10) + " units, for a shape holds " +
+                    std::to_string(kMostShapeLines) + " lines");
+  return few;
+}
+
 CustomShape shapeFrom(const std::vector<OutlinePiece>& pieces) {
   CustomShape shape;
   const ShapeFrame frame = frameOf(shape);
@@ -163,21 +179,12 @@ Result<FittedOutline> fitOutline(std::vector<OutlinePiece> pieces, const GridBox
   if (const std::size_t specks = dropSpecks(pieces); specks > 0)
     fitted.notes.push_back(numberOf(specks, "speck") + " left out");
   if (pieces.empty()) return empty;
-  double used = tolerance;
-  std::vector<OutlinePiece> few = withFewPoints(pieces, used, kSpacing);
-  while (!amountOf(few).fits() && used < kMostTolerance) {
-    used *= amountOf(few).lines > 3 * kMostShapeLines ? kMuchCoarser : kCoarser;
-    few = withFewPoints(pieces, used, kSpacing);
-  }
+  const std::vector<OutlinePiece> few = thatFit(pieces, tolerance, fitted.notes);
   if (!amountOf(few).fits())
     return unreadable("it is too intricate for a shape of " + std::to_string(kMostShapeLines) + " lines");
-  if (used > tolerance)
-    fitted.notes.push_back("made coarser, to within " + roundedUp(used, 10) + " units, for a shape holds " +
-                           std::to_string(kMostShapeLines) + " lines");
   fitted.shape = shapeFrom(few);
   return fitted;
 }
-
 Result<FittedOutline> fitTraced(TracedPicture traced, const GridBox& within) {
   const double step = kStep * traced.grain * frameScale(frameOf(CustomShape()), within);
   auto fitted =
@@ -192,19 +199,25 @@ Result<FittedOutline> fitTraced(TracedPicture traced, const GridBox& within) {
 Result<FittedOutline> fitDrawing(const Drawing& drawing) {
   GridBox hull;
   for (const CurveChain& chain : drawing.chains)
-    for (const Spot p : chain.points) hull.add(p.x, p.y);
+    for (const Spot p : chain.points) {
+      if (!(std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest))
+        return unreadable("its coordinates are too large");
+      hull.add(p.x, p.y);
+    }
   std::vector<OutlinePiece> pieces;
   const double size = std::max(hull.right - hull.left, hull.top - hull.bottom);
   std::size_t points = 0;
   for (const CurveChain& chain : drawing.chains) {
-    if (!std::isfinite(size)) return unreadable("its coordinates are too large");
     pieces.push_back({flattened(chain, std::max(size * kFine, 1e-12)), chain.closed});
     points += pieces.back().points.size();
     if (points > kMostDrawnPoints) return unreadable("it is larger than an outline can be");
   }
   const GridBox box = boxOf(pieces);
   auto fitted = fitOutline(std::move(pieces), box, kDrawnTolerance);
-  if (fitted) fitted->notes.insert(fitted->notes.begin(), drawing.notes.begin(), drawing.notes.end());
+  if (fitted)
+    fitted->notes.insert(fitted->notes.begin(), drawing.notes.begin(), drawing.notes.end());
+  else if (!drawing.notes.empty())
+    return Error{fitted.error().kind, fitted.error().message + "; " + drawing.notes.front()};
   return fitted;
 }
 

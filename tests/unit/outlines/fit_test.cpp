@@ -91,6 +91,11 @@ TEST(Fit, WhatIsTooMuchBecomesCoarserAndIsTold) {
   const auto speck = fitted("<rect width='100' height='100'/><circle cx='50' cy='50' r='0.5'/>");
   EXPECT_TRUE(speck && speck->notes == std::vector<std::string>{"1 speck left out"} &&
               speck->shape.ShapeLineCount == 4);
+  EXPECT_EQ(fitted("<text>A</text>").error().message,
+            "there is no outline in it; texts were left out: turn them into paths first");
+  std::string grown = "<line x2='1' y2='1'/>";
+  for (int k = 0; k < 40; ++k) grown = "<g transform='scale(1e9)'>" + grown + "</g>";
+  EXPECT_EQ(fitted(grown).error().message, "its coordinates are too large");
   for (const char* nothing : {"", "<path d='M5 5z'/>", "<line x2='0'/>"})
     EXPECT_FALSE(fitted(nothing)) << nothing;
 }
