@@ -587,8 +587,9 @@ std::string usageText() {
       "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
       "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
       formatsWithSource() +
-      ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
-      "chkShapeT.\n\n";
+      ").\nIt may also be a shape of your own (.qzc), a drawing (.svg, .dxf) or a picture (.png, .jpg, "
+      ".bmp)\n"
+      "without a knot in it: with -o its outline gets an AutoGrid by vtGridSize and chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
   return out +

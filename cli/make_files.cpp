@@ -113,7 +113,10 @@ struct MadeKnot {
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform), line_(line), report_(platform, errors, line.quiet), maker_(line, report_) {}
+      : platform_(platform),
+        line_(line),
+        report_(platform, errors, line.quiet),
+        maker_(platform, line, report_) {}
 
   int run();
   int check(std::ostream& report);

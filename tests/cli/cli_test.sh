@@ -225,6 +225,19 @@ echo "$square 1,2 2,3 3,4 -1,-1" >open.qzc
 expect 4 "There is no closed outline" open.qzc -o never.svg
 expect 2 "a shape file brings its own shape" square.qzc --random -o never.svg
 
+# So do drawings and pictures without a knot in them.
+echo "<svg><circle r='9'/>
+<circle r='4'/></svg>" >ring.svg
+expect 0 "" ring.svg --set vtGridSize=9 -o ring.qzd -o knot.svg
+expect 0 "" knot.svg -o ring2.qzd
+same ring.qzd ring2.qzd
+expect 2 "--random does not go with it" ring.svg --random -o never.svg
+printf '0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n40\n9\n0\nTEXT\n0\nENDSEC\n' >disc.dxf
+expect 0 "disc.dxf: 1 of kind TEXT left out" disc.dxf --set vtGridSize=9 -o disc.qzd
+expect 0 "" disc.qzd --set vtWidth=40 -o fat.bmp
+expect 0 "" fat.bmp --set vtGridSize=9 -o traced.qzd
+grep -q picShape= traced.qzd || fault "a traced picture has no outline"
+
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
@@ -232,6 +245,9 @@ printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
 printf '7500 6000\r\n1\r\n10 nan\r\n0\r\n' >nan.qzc
 head -c 3000 "$program" >binary.qzd
 : >empty.qzd
+printf '<svg>\n<path d="M 0 x"/></svg>' >bad.svg
+printf '0\nSECTION\nx\n' >bad.dxf
+echo "no picture" >bad.jpg
 mkdir folder.qzd
 while IFS='|' read -r file text; do
   expect 3 "$text" "$file" -o never.svg
@@ -243,6 +259,10 @@ binary.qzd|line 1:
 empty.qzd|line 1: the file is empty
 folder.qzd|it is a folder
 missing.qzd|No such file
+bad.svg|bad.svg, line 2: a path cannot be read
+bad.dxf|bad.dxf, line 3: "x" is no group code
+bad.jpg|it is no BMP, PNG or JPEG picture
+missing.dxf|No such file
 nan.qzc|line 3: nan is not a number
 missing.qzc|No such file
 CASES
