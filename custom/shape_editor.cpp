@@ -34,6 +34,11 @@ float clamped(float value, float extent) {
 
 }  // namespace
 
+ShapeFrame frameOf(const CustomShape& shape) {
+  return {kShapeNearMargin, kShapeNearMargin, shape.surfaceWidth - kShapeFarMargin,
+          shape.surfaceHeight - kShapeFarMargin};
+}
+
 void ShapeEditor::replaceShape(CustomShape shape) {
   shape_ = std::move(shape);
   pressed_ = rubberBand_ = false;
@@ -94,7 +99,7 @@ void ShapeEditor::put(int point, Spot at) {
   shape_.ShapeY[static_cast<std::size_t>(point)] = static_cast<float>(at.y);
 }
 
-ShapeEdit ShapeEditor::picShape_MouseUp(int /*Button*/, int Shift, float X, float Y) {
+ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y) {
   rubberBand_ = false;
   if (!std::exchange(pressed_, false) || !std::isfinite(X) || !std::isfinite(Y)) return {};
   SaveUndo();
@@ -109,7 +114,7 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int /*Button*/, int Shift, float X, floa
   }
   const double dx = static_cast<double>(end.x) - press_.x, dy = static_cast<double>(end.y) - press_.y;
   if (dx * dx + dy * dy <= kHitRadius * kHitRadius)
-    clickAt(end, edit);
+    clickAt(end, Button == kLeftButton && (Shift & kCtrlKey) != 0, edit);
   else
     drag(end, edit);
   return edit;
@@ -130,8 +135,9 @@ bool ShapeEditor::imageAt(Spot at, int& point) {
   return point != 0;
 }
 
-void ShapeEditor::clickAt(Position at, ShapeEdit& edit) {
+void ShapeEditor::clickAt(Position at, bool fills, ShapeEdit& edit) {
   const int point = shape_.pointNear(at.x, at.y, kHitRadius);
+  if (point == 0 && fills) edit.fill = PointF{at.x, at.y};
   if (point == 0) return;
   std::vector<int> images;
   const SheetSymmetry group = symmetry();
