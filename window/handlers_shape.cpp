@@ -166,7 +166,8 @@ void Handlers::shapeGrid(const std::string& name, const Result<Document>& made, 
   const bool tight = strandsRunTogether(bench_.document());
   bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
                 ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
-                (tight ? "; its strands will run together: lower Width, Edge or AGS" : "") + remark);
+                (tight ? "; its strands will run together: lower Width, Edge or AutoGrid cells" : "") +
+                remark);
 }
 
 }  // namespace lorivan

@@ -1,14 +1,12 @@
 #include "platform/qt/raster_surface.h"
 
-#include <QPainterPath>
-#include <QPolygon>
 #include <algorithm>
 #include <cmath>
 #include <new>
 
 #include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
-#include "platform/qt/convert.h"
+#include "platform/qt/painting.h"
 
 namespace lorivan {
 namespace {
@@ -24,40 +22,10 @@ Result<QImage> makeImage(int width, int height) {
   return image;
 }
 
-/// Points further out than this are held at it: the painter computes in 32-bit fixed point.
-constexpr int kFarthest = 1 << 20;
-
-QPoint toPoint(PointI p) {
-  return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)};
-}
-
-QPolygon toPolygon(std::span<const PointI> points) {
-  QPolygon polygon;
-  polygon.reserve(static_cast<qsizetype>(points.size()));
-  for (const PointI p : points) polygon.append(toPoint(p));
-  return polygon;
-}
-
-QPen toPen(const Pen& pen) {
-  QPen made(toQColor(pen.colour), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-  if (pen.dotted) {
-    made.setCapStyle(Qt::FlatCap);
-    made.setDashPattern({1, 2});
-  }
-  return made;
-}
-
 bool isDrawable(PointF p) { return std::abs(p.x) <= float(kFarthest) && std::abs(p.y) <= float(kFarthest); }
 
 bool isOnePoint(std::span<const PointF> points) {
   return std::ranges::all_of(points, [&](PointF p) { return p.x == points[0].x && p.y == points[0].y; });
-}
-
-QPainterPath toPath(std::span<const PointF> points) {
-  const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
-  QPainterPath path(at(0));
-  for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
-  return path;
 }
 
 }  // namespace
