@@ -93,6 +93,8 @@ std::string controlHint(ControlId control) {
   const ControlSpec& spec = formTable()[static_cast<std::size_t>(control)];
   if (spec.kind == ControlKind::colourBox)
     return "Strand colour " + std::to_string(control - kFirstColourBox + 1) + ": a click chooses another one";
+  if (spec.kind == ControlKind::list)
+    return std::string(spec.tooltip) + ": what its grid is made of; the arrow keys go through the shapes";
   return std::string(spec.tooltip);
 }
 

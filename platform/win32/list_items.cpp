@@ -64,12 +64,12 @@ void drawListItem(const DRAWITEMSTRUCT& item, const std::vector<ItemPicture>& pi
   SetTextColor(item.hDC, colours.text);
   ExtTextOutW(item.hDC, 0, 0, ETO_OPAQUE, &box, nullptr, 0, nullptr);
   if (item.itemID != static_cast<UINT>(-1)) {
-    const LONG high = box.bottom - box.top - 2, gap = 3;
+    const LONG high = box.bottom - box.top, gap = 3;
     RECT text = box;
     text.left += gap;
     if (item.itemID < pictures.size()) {
       const SIZE size = {high * 5 / 4, high};
-      drawPicture(item.hDC, pictures[item.itemID], {text.left, box.top + 1}, size, colours);
+      drawPicture(item.hDC, pictures[item.itemID], {text.left, box.top}, size, colours);
       text.left += size.cx + 2 * gap;
     }
     const std::wstring words = textOf(item);
