@@ -10,7 +10,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kWidth = 100, kHeight = 80;  // several pixels for each one of a list
+constexpr int kWidth = 60, kHeight = 48;  // several pixels for each one of a list
 constexpr Colour kBand = 0xFFFFFF, kGround = 0;
 constexpr BandShares kBoldBands{0.62F, 0.13F};
 
@@ -53,21 +53,21 @@ ItemPicture coverOf(const Surface& surface) {
 
 /// A hand-drawn outline, for the shape that is one's own.
 void drawOutline(Surface& surface) {
-  const std::array<PointF, 13> loop = {{{20, 62},
-                                        {5, 45},
-                                        {14, 18},
-                                        {34, 16},
-                                        {50, 14},
-                                        {48, 30},
-                                        {66, 22},
-                                        {88, 12},
-                                        {96, 36},
-                                        {84, 52},
-                                        {70, 72},
-                                        {36, 78},
-                                        {20, 62}}};
-  surface.wideCurve({loop, 7, kBand, CapStyle::round});
-  for (const PointI corner : {PointI{20, 62}, {34, 16}, {66, 22}, {84, 52}}) surface.dot(corner, 15, kBand);
+  const std::array<PointF, 13> loop = {{{12, 37},
+                                        {3, 27},
+                                        {8, 11},
+                                        {20, 10},
+                                        {30, 8},
+                                        {29, 18},
+                                        {40, 13},
+                                        {53, 7},
+                                        {58, 22},
+                                        {50, 31},
+                                        {42, 43},
+                                        {22, 47},
+                                        {12, 37}}};
+  surface.wideCurve({loop, 4, kBand, CapStyle::round});
+  for (const PointI corner : {PointI{12, 37}, {20, 10}, {40, 13}, {50, 31}}) surface.dot(corner, 9, kBand);
 }
 
 }  // namespace
