@@ -205,6 +205,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.picture() == Picture::sheet; }},
     {"mnuShapeMakeStandard", kShape, "&Make from Standard", "", [](Handlers& h) { h.mnuShapeMakeStandard_Click(); }},
     {"mnuShapeLoadPicture", kShape, "Load &Picture...", "", [](Handlers& h) { h.mnuShapeLoadPicture_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeTrace", kShape, "Trac&e Picture", "", [](Handlers& h) { h.mnuShapeTrace_Click(); },
+     [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeClear", kShape, "&Clear", "", [](Handlers& h) { h.mnuShapeClear_Click(); },
      [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", kShape, "New G&rid", "", [](Handlers& h) { h.mnuShapeMakeGrid_Click(); }, hasOutline, nullptr, nullptr, kSeparator},
@@ -216,7 +218,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.sheet.snap(); }},
     {"mnuShapeUndo", kShape, "&Undo", "", [](Handlers& h) { h.mnuShapeUndo_Click(); },
      [](const Workbench& b) { return b.sheet.undoKept(); }, nullptr, nullptr, kSeparator},
-    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadOutline", kShape, "Load &outline...", "", [](Handlers& h) { h.mnuShapeLoadOutline_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }},
     {"mnuShapeSaveFile", kShape, "&Save file...", "", [](Handlers& h) { h.mnuShapeSaveFile_Click(); }},
 
     styleRow<0>("mnuStyle0"), styleRow<1>("mnuStyle1"), styleRow<2>("mnuStyle2"), styleRow<3>("mnuStyle3"),

@@ -32,7 +32,8 @@ bool Workbench::begin(const std::string& name, const Result<Document>& next, Aft
                       const std::string& path) {
   if (next) {
     session.begin(name, *next, path);
-    flat.lens.reset();  // it was held over another knot
+    flat.lens.reset();  // both were held over another knot
+    solid.resetLens();
   }
   return showTaken(next, after);
 }

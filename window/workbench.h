@@ -73,13 +73,17 @@ class Workbench {
   void paintFlat();
   /// Lays the marks of pointer and keyboard over it.
   void showMarks();
-  /// Lends a picture as it leaves the program: the flat one whole and without marks.
+  /// Outlines a strand of the drawn knot in both pictures; 0: none.
+  void markStrand(int slot);
+  /// Lends a picture as it leaves the program: the flat one whole, both without marks.
   template <class Use>
   auto lendPicture(Use use) {
-    const bool flatOne = !solidShown(), altered = flatOne && !deeds.animating() && flat.altered();
+    const bool flatOne = !solidShown();
+    const bool altered = flatOne ? !deeds.animating() && flat.altered() : solid.altered();
     const auto paintPlain = [&](bool plain) {
       flat.setPlain(plain);
-      if (altered) paintFlat();
+      solid.setPlain(plain);
+      if (altered) flatOne ? paintFlat() : paintSolid();
     };
     paintPlain(true);
     auto done = use(window.surface(flatOne ? controlId("picGrid") : controlId("picKnot")));

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/win32/band_outline.h"
 #include "platform/win32/checked.h"
 #include "platform/win32/handles.h"
 
@@ -103,15 +102,15 @@ void PaperSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
 
 void PaperSurface::wideCurve(const WideCurve& curve) {
   if (curve.bezier.size() < 4 || !(curve.width > 0)) return;
-  std::vector<PointF> outline;
-  bandOutline(curve.bezier, curve.width, curve.caps, outline);
-  std::vector<POINT> corners;
-  for (const PointF p : outline) corners.push_back(toPoint(p));
-  if (corners.size() < 3) return;
-  SetPolyFillMode(context_, WINDING);
-  fill(curve.colour, "Polygon",
-       [&] { return Polygon(context_, corners.data(), static_cast<int>(corners.size())); });
-  SetPolyFillMode(context_, ALTERNATE);
+  const LOGBRUSH brush = {BS_SOLID, curve.colour, 0};
+  const DWORD cap = curve.caps == CapStyle::round ? PS_ENDCAP_ROUND : PS_ENDCAP_FLAT;
+  const auto width = static_cast<DWORD>(std::max(1L, std::lround(std::min(curve.width, kFarthest))));
+  const OwnedPen pen(ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_JOIN_ROUND | cap, width, &brush, 0, nullptr));
+  points_.clear();
+  for (const PointF p : curve.bezier) points_.push_back(toPoint(p));
+  const auto count = static_cast<DWORD>((points_.size() - 1) / 3 * 3 + 1);
+  draw(pen.get(), GetStockObject(NULL_BRUSH), "PolyBezier",
+       [&] { return PolyBezier(context_, points_.data(), count); });
 }
 
 bool PaperSurface::addContour(const std::vector<PointF>& contour) {

@@ -68,8 +68,10 @@ class CommandsTest : public MainWindowTest {
 std::vector<CommandsTest::Row> CommandsTest::rows() {
   const std::string knot = folder.write("k.qzd", "20,4\r\n25,3,4\r\n");
   const std::string shape = folder.write("s.qzc", "7500 6000\r\n1\r\n1500 1500\r\n0\r\n");
-  RecordingSurface blue(8, 8);
-  const std::string picture = folder.write("p.bmp", *platform.encodePicture(blue, PictureFormat::bmp));
+  RecordingSurface dot(20, 20);
+  dot.dot({10, 10}, 12, 0);
+  const std::string picture = folder.write("p.bmp", *platform.encodePicture(dot, PictureFormat::bmp));
+  const std::string drawing = folder.write("d.svg", "<svg><path d='M0 0h9v9z'/></svg>");
   const Deed none = [] {};
   const auto answer = [this](std::string path) { return [this, path] { platform.dialogs.answerFile(path); }; };
   std::vector<Row> all = {
@@ -129,6 +131,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
     {"mnuShapeMakeStandard", "&Shape|&Make from Standard|", none, [this] { return bench().sheet.shape().ShapeLineCount == 12 && shows(Picture::sheet); }},
     {"mnuShapeLoadPicture", "&Shape|Load &Picture...|", answer(picture), [this] { return bench().sheet.picture().shown() && shows(Picture::sheet); }},
+    {"mnuShapeTrace", "&Shape|Trac&e Picture|", [this, picture] { w->userDrops(picture); }, [this] { return bench().sheet.shape().ShapeLineCount > 4 && shows(Picture::sheet); }},
     {"mnuShapeClear", "&Shape|&Clear|", [this, picture] { w->userDrops(picture); }, [this] { return !bench().sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", "&Shape|New G&rid|", [this] { square(); }, [this] { return lines() == 4 && shows(Picture::flat); }},
     {"mnuShapeAutoGrid", "&Shape|&AutoGrid|", [this] { square(), click("chkShapeT"); }, [this] { return lines() == 40 && shows(Picture::flat); }},
@@ -136,6 +139,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeGridOnOff", "&Shape|Alignment &Grid|", [this] { pick("mnuShapeView"); }, [this] { return w->surface(kSheet).count(DrawKind::segment) == 40; }},
     {"mnuShapeSnap", "&Shape|Snap &to Grid|", none, [this] { return bench().sheet.snap() && w->commandChecked(w->command("mnuShapeSnap")); }},
     {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},
+    {"mnuShapeLoadOutline", "&Shape|Load &outline...|", answer(drawing), [this] { return bench().sheet.shape().ShapeLineCount == 3 && shows(Picture::sheet); }},
     {"mnuShapeLoadFile", "&Shape|&Load file...|", answer(shape), [this] { return bench().sheet.shape().ShapePointCount == 1 && shows(Picture::sheet); }},
     {"mnuShapeSaveFile", "&Shape|&Save file...|", answer(folder.file("saved.qzc")), [this] { return wrote("saved.qzc"); }}})
     all.push_back(row);
