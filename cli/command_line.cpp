@@ -519,13 +519,13 @@ std::string parameterList() {
     appendColumn(out, spec.field, 20);
     appendColumn(out, std::string(spec.min) + " to " + std::string(spec.max), 16);
     appendColumn(out, correctedText(*findParameter(spec.field), std::string(spec.firstRun)), 8);
-    out += std::string(spec.tooltip) + '\n';
+    out.append(spec.caption).append(": ").append(spec.about) += '\n';
   }
   for (const CheckSpec& spec : checkTable()) {
     appendColumn(out, spec.field, 20);
     appendColumn(out, "0 or 1", 16);
     appendColumn(out, spec.firstRun ? "1" : "0", 8);
-    out += std::string(spec.caption) + '\n';
+    out.append(spec.caption).append(": ").append(spec.about) += '\n';
   }
   return out;
 }

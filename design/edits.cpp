@@ -101,7 +101,7 @@ Result<Document> changeField(const Document& document, Param p, const std::strin
 }
 
 std::string fieldStep(const Document& document, Param p) {
-  return std::string(trimmed(parameterSpec(p).caption)) + ' ' + document.fields.text(p);
+  return std::string(parameterSpec(p).caption) + ' ' + document.fields.text(p);
 }
 
 Document withCheck(const Document& document, Check c, bool on) {

@@ -29,7 +29,7 @@ std::string fieldStep(const Document& document, Param p);
 
 /// chkFitBands has the bands fitted when it is checked.
 Document withCheck(const Document& document, Check c, bool on);
-/// "HeightMap on"
+/// "Height map on"
 std::string checkStep(Check c, bool on);
 
 /// Strand colour box 0 to 14.

@@ -18,6 +18,10 @@ constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kS
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
+/// The knot, flat or in 3D, is in front.
+bool canPrint(const Workbench& b) {
+  return b.knotDrawn() && (b.picture() == Picture::flat || b.picture() == Picture::solid);
+}
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
 bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
@@ -182,7 +186,9 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSaveAnimation", kFile, "Save ani&mation...", "", [](Handlers& h) { h.mnuFileSaveAnimation_Click(); }, knotIsCurrent},
     {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
+    {"mnuFilePrint", kFile, "Prin&t...", "Ctrl+P", [](Handlers& h) { h.mnuFilePrint_Click(); }, canPrint, nullptr, nullptr, kSeparator},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
@@ -193,6 +199,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuEditCopyDrawing", kEdit, "Copy as &vector", "Ctrl+Shift+C", [](Handlers& h) { h.mnuEditCopyDrawing_Click(); }, knotIsCurrent},
     {"mnuEditLines", kEdit, "&Lines by keyboard", "F6", [](Handlers& h) { h.mnuEditLines_Click(); }, flatHasLines, nullptr, nullptr, kSeparator},
     symmetryRow<kNoSymmetry>("mnuSymmetryNone", "&None"), symmetryRow<kLeftRight>("mnuSymmetryLeftRight", "&Left-right"),
     symmetryRow<kTopBottom>("mnuSymmetryTopBottom", "&Top-bottom"), symmetryRow<kBothMirrors>("mnuSymmetryBoth", "&Both"),

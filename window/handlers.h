@@ -95,6 +95,11 @@ class Handlers {
   void mnuFileSaveOptions_Click();
   void mnuEditCopy_Click();
 
+  // --- paper, drawings to paste, animations (handlers_paper.cpp) ---
+  void mnuEditCopyDrawing_Click();
+  void mnuFilePrint_Click();
+  void mnuFileSaveAnimation_Click();
+
   // --- shapes of one's own (handlers_shape.cpp) ---
   void mnuShapeBlank_Click();
   void mnuShapeView_Click();
@@ -163,6 +168,7 @@ class Handlers {
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
   Result<std::string> shownPicture(const std::string& extension, bool solid);
   Result<std::string> knotOutput(std::string_view extension);
+  Result<std::string> movingPicture(const OutputJob& job, const std::string& path);
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});
   const ExportFormat* chosenFormat() const;

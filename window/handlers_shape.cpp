@@ -39,7 +39,7 @@ void Handlers::fillRegion(PointF at) {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report, Spot{at.x, at.y});
   shapeGrid("Fill region", made ? fitBands(*made) : made,
-            emptyShare(report, "a larger AGS makes smaller cells"));
+            emptyShare(report, "more AutoGrid cells are smaller ones"));
 }
 
 void Handlers::mnuShapeBlank_Click() {
@@ -249,7 +249,8 @@ void Handlers::shapeGrid(const std::string& name, const Result<Document>& made, 
   const bool tight = strandsRunTogether(bench_.document());
   bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
                 ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
-                (tight ? "; its strands will run together: lower Width, Edge or AGS" : "") + remark);
+                (tight ? "; its strands will run together: lower Width, Edge or AutoGrid cells" : "") +
+                remark);
 }
 
 }  // namespace lorivan

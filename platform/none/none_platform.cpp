@@ -54,7 +54,14 @@ Status MemorySettings::flush() {
   return flushed;
 }
 
+Status MemoryClipboard::putDrawing(const ClipboardDrawing& lines, Surface& surface) {
+  const Status put = putPicture(surface);
+  if (put) drawing = lines;
+  return put;
+}
+
 Status MemoryClipboard::putPicture(Surface& surface) {
+  drawing = {};
   const PixelBlock from = surface.lendPixels();
   if (from.pixels == nullptr) return unwritable("this picture has no pixels to copy");
   picture = std::make_unique<RecordingSurface>(from.width, from.height);

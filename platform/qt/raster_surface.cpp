@@ -1,12 +1,11 @@
 #include "platform/qt/raster_surface.h"
 
-#include <QPolygon>
 #include <algorithm>
 #include <new>
 
 #include "platform/common/pixels.h"
 #include "platform/common/wide_curve.h"
-#include "platform/qt/convert.h"
+#include "platform/qt/painting.h"
 
 namespace lorivan {
 namespace {
@@ -20,29 +19,6 @@ Result<QImage> makeImage(int width, int height) {
   image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
   image.setDotsPerMeterY(3780);
   return image;
-}
-
-/// Points further out than this are held at it: the painter computes in 32-bit fixed point.
-constexpr int kFarthest = 1 << 20;
-
-QPoint toPoint(PointI p) {
-  return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)};
-}
-
-QPolygon toPolygon(std::span<const PointI> points) {
-  QPolygon polygon;
-  polygon.reserve(static_cast<qsizetype>(points.size()));
-  for (const PointI p : points) polygon.append(toPoint(p));
-  return polygon;
-}
-
-QPen toPen(const Pen& pen) {
-  QPen made(toQColor(pen.colour), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-  if (pen.dotted) {
-    made.setCapStyle(Qt::FlatCap);
-    made.setDashPattern({1, 2});
-  }
-  return made;
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ TEST(CommandLine, CountsTheKnotsOfARun) {
   ASSERT_EQ(batch.count(), 3U * 3 * 3);
   const Member last = batch.member(26), middle = batch.member(10);
   EXPECT_EQ(last.numbers, (std::vector<std::string>{"9", "2", "0.7"}));
-  EXPECT_EQ(last.caption, "9, X 2, Stretch 0.7");
+  EXPECT_EQ(last.caption, "9, Columns 2, Stretch 0.7");
   EXPECT_EQ(middle.seed, 8U);
   EXPECT_EQ(middle.values.at(0), std::make_pair(Param::XNo, std::string("4")));
   EXPECT_EQ(parseNumberedName(line->outputs[0])->name(last.numbers), "009-2-0.7.svg");

@@ -226,6 +226,22 @@ TEST_F(ServicesContract, TheClipboardHoldsACopyUntilItIsCleared) {
   EXPECT_EQ(clipboardWidth(), 0);
 }
 
+TEST_F(ServicesContract, ADrawingLiesOnTheClipboardBesideItsPicture) {
+  auto metafile = platform_->createMetafile({1000, 800, 100});
+  ASSERT_TRUE(metafile);
+  const std::array<PointI, 3> path = {{{10, 10}, {900, 700}, {10, 700}}};
+  (*metafile)->strokePath(path, true, 20, kRed);
+  const auto emf = (*metafile)->finish();
+  ASSERT_TRUE(emf);
+  const std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
+  const auto picture = make(6, 4);
+  ASSERT_TRUE(platform_->clipboard().putDrawing({svg, *emf}, *picture));
+  EXPECT_EQ(clipboardWidth(), 6);
+  EXPECT_EQ(clipboardSvg(), svg);
+  EXPECT_TRUE(platform_->clipboard().putPicture(*picture));
+  EXPECT_EQ(clipboardSvg(), "") << "an older drawing is not the picture's";
+}
+
 TEST_F(ServicesContract, ClockRunsForwardsAndAMissingHelpPageIsTold) {
   Clock& clock = platform_->clock();
   const std::int64_t start = clock.milliseconds();

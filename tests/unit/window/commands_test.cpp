@@ -92,14 +92,17 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
     {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
     {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl") && (file("k.3mf")(), pick("mnuFileSave3D"), Folder::contents(folder.file("k.3mf")).starts_with("PK")); }},
+    {"mnuFileSaveAnimation", "&File|Save ani&mation...|", file("k.svg"), [this] { return Folder::contents(folder.file("k.svg")).find("@keyframes") != std::string::npos; }},
     {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
       return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
     }},
+    {"mnuFilePrint", "&File|Prin&t...|Ctrl+P", [this] { platform.dialogs.answerPrint(true); }, [this] { return w->printed() && statusStarts("Printed, 19"); }},
     {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
     {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
+    {"mnuEditCopyDrawing", "&Edit|Copy as &vector|Ctrl+Shift+C", none, [this] { return copied(kGrid) && platform.clipboard().drawing.svg.starts_with("<?xml") && platform.clipboard().drawing.metafile.size() > 1000; }},
     {"mnuEditLines", "&Edit|&Lines by keyboard|F6", none, [this] { return w->focused() == kGrid && statusStarts("Crossing; a click changes it"); }},
     {"mnuSymmetryNone", "&Edit>&Symmetry|&None|", [this] { pick("mnuSymmetryBoth"); }, [this] { return bench().symmetry.inForce() == kNoSymmetry; }},
     {"mnuSymmetryLeftRight", "&Edit>&Symmetry|&Left-right|", none, symmetric(kLeftRight)},

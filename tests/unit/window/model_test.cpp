@@ -194,7 +194,7 @@ TEST_F(ModelTest, FitRadiusIsOneStep) {
   EXPECT_EQ(text(Param::PolyRadius), before);
   platform.dialogs.answerInput("0");
   pick("mnuViewFitRadius");
-  EXPECT_NE(w->status().find("from a Z-factor of"), std::string::npos) << w->status();
+  EXPECT_NE(w->status().find("from a Depth of"), std::string::npos) << w->status();
   EXPECT_EQ(text(Param::PolyRadius), before);
 }
 
