@@ -140,7 +140,7 @@ for seed in 1 23 40; do
   same one.stl "many-$seed.stl"
 done
 expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
-[[ $(grep -o 'knot X [0-9]' err.txt | tr '\n' ' ') == "knot X 1 knot X 2 " && $(ls four-* | wc -l) == 7 ]] ||
+[[ $(grep -o 'knot Columns [0-9]' err.txt | tr '\n' ' ') == "knot Columns 1 knot Columns 2 " && $(ls four-* | wc -l) == 7 ]] ||
   fault "order of faults, or files: $(cat err.txt)"
 "$program" --random 1..20000 -o 'halt-%d.svg' >/dev/null 2>err.txt &
 run=$!
