@@ -1,5 +1,6 @@
 #include "base/memory_reserve.h"
 
+#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -12,12 +13,12 @@ namespace {
 
 constexpr std::size_t kReserve = std::size_t{4} << 20;
 
-void* reserve = nullptr;
+std::atomic<void*> reserve = nullptr;
 
 void giveReserve() {
-  if (reserve == nullptr) throw std::bad_alloc();
-  std::free(reserve);
-  reserve = nullptr;
+  void* const block = reserve.exchange(nullptr);
+  if (block == nullptr) throw std::bad_alloc();
+  std::free(block);
 }
 
 [[noreturn]] void endInWords() {
@@ -35,7 +36,7 @@ void giveReserve() {
 }  // namespace
 
 void reserveMemory() {
-  if (reserve == nullptr) reserve = std::malloc(kReserve);
+  std::free(reserve.exchange(std::malloc(kReserve)));
   std::set_new_handler(giveReserve);
   std::set_terminate(endInWords);
 }

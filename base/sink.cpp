@@ -6,6 +6,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 #include <random>
 #include <set>
 #include <system_error>
@@ -82,7 +83,7 @@ const std::string& machinePrefix() {
 /// A short name in the folder of `path` that nothing else uses: programs that write the same file at the same
 /// time must not share it. It tells the process, so that another one can see whether it still runs.
 std::string temporaryBeside(const std::string& path, std::string_view suffix) {
-  static std::mt19937_64 engine{std::random_device{}()};
+  thread_local std::mt19937_64 engine{std::random_device{}()};
   return folderOf(path) + machinePrefix() + hexadecimal(static_cast<std::uint64_t>(ownProcess())) + '-' +
          hexadecimal(engine()) + std::string(suffix);
 }
@@ -104,6 +105,8 @@ bool isLeftBehind(const fs::path& path) {
 /// Removes what killed programs left in a folder. A run that writes many files does not look each time.
 void clearScraps(const std::string& folder) {
   using Clock = std::chrono::steady_clock;
+  static std::mutex mutex;
+  const std::scoped_lock lock(mutex);
   static std::string lastFolder;
   static Clock::time_point last;
   const Clock::time_point now = Clock::now();
@@ -205,8 +208,10 @@ Status FileSink::takeName() {
 
 Status FileSink::commit() {
   if (const Status closed = close(); !closed) return closed;
-  const EndHeldBack held;
-  const Status named = takeName();
+  const Status named = [this] {
+    const EndHeldBack held;
+    return takeName();
+  }();
   if (named && !inPlace()) flushFolder(folderOf(target_));
   return named;
 }
@@ -239,6 +244,15 @@ void FileSink::giveNameBack() {
 Status FileSink::commitAll(std::span<const std::unique_ptr<FileSink>> sinks) {
   for (const auto& sink : sinks)
     if (const Status closed = sink->close(); !closed) return closed;
+  const Status done = takeNames(sinks);
+  std::set<std::string> folders;
+  for (const auto& sink : sinks)
+    if (done && !sink->inPlace()) folders.insert(folderOf(sink->target_));
+  for (const std::string& folder : folders) flushFolder(folder);
+  return done;
+}
+
+Status FileSink::takeNames(std::span<const std::unique_ptr<FileSink>> sinks) {
   const EndHeldBack held;
   Status done;
   std::size_t reached = 0;
@@ -253,10 +267,6 @@ Status FileSink::commitAll(std::span<const std::unique_ptr<FileSink>> sinks) {
   std::error_code fault;
   for (const auto& sink : sinks)
     if (done && !sink->former_.empty()) fs::remove(toPath(sink->former_), fault);
-  std::set<std::string> folders;
-  for (const auto& sink : sinks)
-    if (done && !sink->inPlace()) folders.insert(folderOf(sink->target_));
-  for (const std::string& folder : folders) flushFolder(folder);
   return done;
 }
 

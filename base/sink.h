@@ -66,6 +66,7 @@ class FileSink final : public Sink {
   void takeNote(const Status& status);
   void writeOut();
   Status takeName();
+  static Status takeNames(std::span<const std::unique_ptr<FileSink>> sinks);
   bool keepFormer();
   void giveNameBack();
   bool inPlace() const { return temporary_.empty(); }

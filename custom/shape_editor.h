@@ -2,11 +2,15 @@
 //
 // A left drag from nothing to nothing makes a point, one from a point makes a point and a line to it, one
 // between two points makes their line or takes it away; a click on a point deletes it; a right drag moves it.
+// With a symmetry all images of the points follow. A left click with Ctrl between points asks for the region
+// there.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "custom/custom_shape.h"
+#include "custom/sheet_symmetry.h"
 #include "platform/mouse.h"
 #include "platform/surface.h"
 
@@ -17,10 +21,17 @@ inline constexpr float kHitRadius = 7;  // units: pixels of the 500-pixel pictur
 /// Where edits may put points: the margins at the right and bottom are wider than those at the left and top.
 inline constexpr float kShapeNearMargin = 45, kShapeFarMargin = 60;
 
+/// What the margins leave of a shape's surface, in its units; empty on surfaces too small for both.
+struct ShapeFrame {
+  float left = 0, top = 0, right = 0, bottom = 0;
+};
+ShapeFrame frameOf(const CustomShape& shape);
+
 /// What a released button did.
 struct ShapeEdit {
   bool outlineChanged = false;  // lines or points changed: the knot, if any, is out of date
   std::string refusal;          // why nothing was done, for the status line; usually empty
+  std::optional<PointF> fill;   // a click with Ctrl where no point is: what lies round it is to be filled
 };
 
 class ShapeEditor {
@@ -40,6 +51,10 @@ class ShapeEditor {
   /// Divisions of the surface in each direction, for snapping and the alignment grid: one more than there are
   /// lines. Held at 1 or more.
   void setDivisions(int divisions) { divisions_ = divisions < 1 ? 1 : divisions; }
+
+  /// About the middle of the sheet.
+  void setSymmetry(const Symmetry& symmetry) { chosenSymmetry_ = symmetry; }
+  const Symmetry& chosenSymmetry() const { return chosenSymmetry_; }
 
   // Positions are shape units, see toUnits. A release without a press does nothing.
   void picShape_MouseDown(int Button, int Shift, float X, float Y);
@@ -66,16 +81,26 @@ class ShapeEditor {
 
   Position constrained(int Shift, Position end) const;
   Position settled(Position end) const;
-  void clickAt(Position at, ShapeEdit& edit);
+  SheetSymmetry symmetry() const;
+  Spot place(int point) const;
+  void put(int point, Spot at);
+  int imageOf(int point, const Isometry& map) const;
+  bool imageAt(Spot at, int& point);
+  void clickAt(Position at, bool fills, ShapeEdit& edit);
+  void move(int point, Position to);
   void drag(Position to, ShapeEdit& edit);
-  void toggleLine(int from, int to, ShapeEdit& edit);
-  void appendPoint(int from, Position at, ShapeEdit& edit);
+  bool toggleLine(int from, int to);
+  bool appendPoint(int from, Position at);
+  void refuse(ShapeEdit& edit);
+  void drawAxes(Surface& surface) const;
+  void drawRubberBand(Surface& surface, const Pen& pen) const;
   PointI pixel(const Surface& surface, float x, float y) const;
   void drawAlignmentGrid(Surface& surface) const;
 
   CustomShape shape_, undo_;
   bool snap_ = false, alignmentGrid_ = false;
   int divisions_ = 21;
+  Symmetry chosenSymmetry_;
 
   bool pressed_ = false;
   Position press_;

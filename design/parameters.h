@@ -35,9 +35,11 @@ enum class FollowUp {
 };
 
 struct ParamSpec {
-  std::string_view field;    // "vtXNo"
-  std::string_view caption;  // label beside the field
+  std::string_view field;      // "vtXNo"
+  std::string_view caption;    // label beside the field, and its name wherever the program speaks of it
+  std::string_view shortName;  // the terse one that formulas and old hands use
   std::string_view tooltip;
+  std::string_view about;     // the rest of a sentence that begins with the caption and a colon
   std::string_view min, max;  // limits, as the texts that a corrected field shows
   std::string_view fallback;  // shown when the text is no number
   std::string_view value;     // the field's own starting value
@@ -54,51 +56,78 @@ inline constexpr bool kWhole = true;
 
 // Where a tooltip names other limits than the row, the row is what the field does.
 inline constexpr std::array<ParamSpec, kParamCount> kParameters = {{
-    {"vtXNo", "X", "Number of X cells (1-20)", "1", "20", "2", "2", "txtXNo", "2", FollowUp::newGrid, "1",
-     kWhole},
-    {"vtYNo", "Y", "Number of Y cells (1-20)", "1", "20", "2", "2", "txtyNo", "2", FollowUp::newGrid, "1",
-     kWhole},
-    {"vtCrossOffset", "CO", "Cross or Spiral Offset (-7 to 7)", "-7", "7", "1", "1", "txtCrossOffset", "0",
-     FollowUp::newGridOnly, "1", kWhole},
-    {"vtGridSize", "AGS", "AutoGrid value or Number of alignment lines (1-100)", "1", "100", "20", "20",
-     "txtGridSize", "20", FollowUp::alignmentGrid, "1", kWhole},
-    {"vtStartColour", "1st Col", "1st colour used for a strand (-15 to 15)", "-15", "15", "12", "12",
+    {"vtXNo", "Columns", "X", "Number of X cells (1-20)", "how many cells the shape has across", "1", "20",
+     "2", "2", "txtXNo", "2", FollowUp::newGrid, "1", kWhole},
+    {"vtYNo", "Rows", "Y", "Number of Y cells (1-20)",
+     "how many cells it has from top to bottom, or rings round its middle", "1", "20", "2", "2", "txtyNo",
+     "2", FollowUp::newGrid, "1", kWhole},
+    {"vtCrossOffset", "Offset", "CO", "Cross or Spiral Offset (-7 to 7)",
+     "moves the arms of a cross, makes a spiral longer or shorter", "-7", "7", "1", "1", "txtCrossOffset",
+     "0", FollowUp::newGridOnly, "1", kWhole},
+    {"vtGridSize", "AutoGrid cells", "AGS", "AutoGrid value or Number of alignment lines (1-100)",
+     "cells that AutoGrid lays across your shape; lines to align with", "1", "100", "20", "20", "txtGridSize",
+     "20", FollowUp::alignmentGrid, "1", kWhole},
+    {"vtStartColour", "1st colour", "1st Col", "1st colour used for a strand (-15 to 15)",
+     "of the first strand, the next ones follow; below 0 all strands have it", "-15", "15", "12", "12",
      "txtStartColour", "12", FollowUp::startColour, "1", kWhole},
-    {"vtWidth", "Width", "Width of strand (2-30)", "2", "30", "7", "7", "txtWidth", "7", FollowUp::style,
-     "1"},
-    {"vtScale", "Scale", "Scale (8-99)", "6", "99", "30", "30", "txtScale", "30", FollowUp::scale, "1"},
-    {"vtSwish", "Swish", "How much the knot swishes around corners (1-50)", "1", "50", "10", "10", "txtSwish",
-     "10", FollowUp::style, "1"},
-    {"vtSmooth", "Smooth", "Smooth out the knot shape (2-6)", "2", "6", "3", "3", "txtSmooth", "0",
-     FollowUp::style, "1", kWhole},
-    {"vtSkew", "Stretch", "Stretch or shrink in one direction (0.1-10)", "0.1", "10", "1", "1", "txtSkew",
-     "1", FollowUp::newGridOnly, "0.1"},
-    {"vtEdge", "Edge", "Edge width (1-28)", "1", "28", "5", "5", "txtEdge", "4", FollowUp::style, "1"},
-    {"vtAnimate", "Speed", "Animation speed 1-->9", "1", "9", "15", "9", "txtAnimate", "9",
-     FollowUp::animation, "1"},
-    {"vtPolySides", "Sides ", "Number of sides to the structure (3-...)", "3", "200", "5", "5",
-     "txtPolySides", "5", FollowUp::model, "1", kWhole},
-    {"vtPolyPoints", "Points", "Number of interpolated points (1-...)", "1", "50", "4", "4", "txtPolyPoints",
-     "4", FollowUp::model, "1", kWhole},
-    {"vtPolyRadius", "Radius", "Radius of the figure (1-10)", "1", "10", "6", "6", "txtPolyRadius", "5",
-     FollowUp::model, "0.5"},
-    {"vtPolySmooth", "Smooth", "Smoothness factor (3-6)", "3", "20", "4", "4", "txtPolySmooth", "4",
+    {"vtWidth", "Width", "", "Width of strand (2-30)",
+     "half the width of the bands, in pixels of a picture 500 pixels wide", "2", "30", "7", "7", "txtWidth",
+     "7", FollowUp::style, "1"},
+    {"vtScale", "Scale", "", "Scale (8-99)", "size of one cell; built smaller where the shape would not fit",
+     "6", "99", "30", "30", "txtScale", "30", FollowUp::scale, "1"},
+    {"vtSwish", "Swish", "", "How much the knot swishes around corners (1-50)",
+     "how far strands swing out where they go round a corner", "1", "50", "10", "10", "txtSwish", "10",
+     FollowUp::style, "1"},
+    {"vtSmooth", "Smooth", "", "Smooth out the knot shape (2-6)",
+     "2 goes straight from corner to corner, 3 and 4 are round, 6 is soft", "2", "6", "3", "3", "txtSmooth",
+     "0", FollowUp::style, "1", kWhole},
+    {"vtSkew", "Stretch", "", "Stretch or shrink in one direction (0.1-10)",
+     "makes the knot taller (above 1) or flatter (below 1)", "0.1", "10", "1", "1", "txtSkew", "1",
+     FollowUp::newGridOnly, "0.1"},
+    {"vtEdge", "Edge", "", "Edge width (1-28)", "width of the dark edge on each side of a band", "1", "28",
+     "5", "5", "txtEdge", "4", FollowUp::style, "1"},
+    {"vtAnimate", "Speed", "", "Animation speed 1-->9", "how fast the knot draws itself; 9 is the fastest",
+     "1", "9", "15", "9", "txtAnimate", "9", FollowUp::animation, "1"},
+    {"vtPolySides", "Sides", "", "Number of sides to the structure (3-...)",
+     "how many sides a strand has when it is cut across", "3", "200", "5", "5", "txtPolySides", "5",
      FollowUp::model, "1", kWhole},
-    {"vtPolyZF", "Z-factor", "How 3D do you want it? (0.25-10)", "0.25", "10", "2", "2", "txtPolyZF", "2",
+    {"vtPolyPoints", "Points", "", "Number of interpolated points (1-...)",
+     "slices of a strand between two of its points; more make it smoother", "1", "50", "4", "4",
+     "txtPolyPoints", "4", FollowUp::model, "1", kWhole},
+    {"vtPolyRadius", "Radius", "", "Radius of the figure (1-10)", "thickness of the strands of the model",
+     "1", "10", "6", "6", "txtPolyRadius", "5", FollowUp::model, "0.5"},
+    {"vtPolySmooth", "Softness", "Smooth", "Smoothness factor (3-6)",
+     "how softly a strand rises and falls at its crossings", "3", "20", "4", "4", "txtPolySmooth", "4",
+     FollowUp::model, "1", kWhole},
+    {"vtPolyZF", "Depth", "Z-factor", "How 3D do you want it? (0.25-10)",
+     "how high a strand rises where it lies over another", "0.25", "10", "2", "2", "txtPolyZF", "2",
      FollowUp::model, "0.1"},
-    {"vtRingPerc", "Ring %", "How much of a ring? 0=Flat, 75=Bracelet, 100=Ring", "0", "100", "0", "0",
-     "txtRingPerc", "0", FollowUp::model, "5"},
-    {"vtPicKnotBackColour", "Back", "Background Colour (0-15)", "0", "15", "15", "15", "txtpicKnotBackColour",
-     "15", FollowUp::background, "1", kWhole},
-    {"vtTheta", "Theta", "Rotation around Y axis", "0", "360", "0", "0", "", "0", FollowUp::angle, "5"},
-    {"vtPhi", "Phi", "Rotation around X axis", "0", "360", "0", "0", "", "0", FollowUp::angle, "5"},
-    {"vtPsi", "Psi", "Rotation around Z axis", "0", "360", "0", "0", "", "0", FollowUp::angle, "5"},
-    {"vtKa", "Ka", "Ambient light intensity", "0", "1", "0.3", "0.3", "", "0.3", FollowUp::light, "0.05"},
-    {"vtKd", "Kd", "Diffuse reflection intensity", "0", "1", "0.9", "0.9", "", "0.9", FollowUp::light,
-     "0.05"},
-    {"vtKs", "Ks", "Specular reflectance", "0", "1", "0.5", "0.5", "", "0.5", FollowUp::light, "0.05"},
-    {"vtNFact", "NFact", "Specular factor", "0", "10", "10", "10", "", "10", FollowUp::light, "0.5"},
-    {"vtKDist", "KDist", "Distance of light source", "-20000", "-500", "-1100", "-1100", "", "-1100",
+    {"vtRingPerc", "Ring %", "", "How much of a ring? 0=Flat, 75=Bracelet, 100=Ring",
+     "bends the model round: 0 is flat, 75 a bracelet, 100 a ring", "0", "100", "0", "0", "txtRingPerc", "0",
+     FollowUp::model, "5"},
+    {"vtPicKnotBackColour", "Background", "Back", "Background Colour (0-15)",
+     "the colour box that the background takes", "0", "15", "15", "15", "txtpicKnotBackColour", "15",
+     FollowUp::background, "1", kWhole},
+    {"vtTheta", "Turn", "Theta", "Rotation around Y axis",
+     "turns the model round its upright axis, in degrees", "0", "360", "0", "0", "", "0", FollowUp::angle,
+     "5"},
+    {"vtPhi", "Tilt", "Phi", "Rotation around X axis", "tilts the model towards you or away, in degrees", "0",
+     "360", "0", "0", "", "0", FollowUp::angle, "5"},
+    {"vtPsi", "Roll", "Psi", "Rotation around Z axis",
+     "rolls the model in the plane of the picture, in degrees", "0", "360", "0", "0", "", "0",
+     FollowUp::angle, "5"},
+    {"vtKa", "Ambient", "Ka", "Ambient light intensity",
+     "light that comes from everywhere and brightens the shadows", "0", "1", "0.3", "0.3", "", "0.3",
+     FollowUp::light, "0.05"},
+    {"vtKd", "Diffuse", "Kd", "Diffuse reflection intensity", "light of the lamp, which shapes the strands",
+     "0", "1", "0.9", "0.9", "", "0.9", FollowUp::light, "0.05"},
+    {"vtKs", "Highlights", "Ks", "Specular reflectance",
+     "how bright they are: 0 looks like clay, 1 like polished metal", "0", "1", "0.5", "0.5", "", "0.5",
+     FollowUp::light, "0.05"},
+    {"vtNFact", "Gloss", "NFact", "Specular factor", "the higher, the smaller and sharper the highlights",
+     "0", "10", "10", "10", "", "10", FollowUp::light, "0.5"},
+    {"vtKDist", "Lamp", "KDist", "Distance of light source",
+     "how far away the lamp is; nearer to zero is closer", "-20000", "-500", "-1100", "-1100", "", "-1100",
      FollowUp::light, "100"},
 }};
 
@@ -129,10 +158,9 @@ enum class Check {
 inline constexpr int kCheckCount = static_cast<int>(Check::Smooth) + 1;
 
 struct CheckSpec {
-  std::string_view field;  // "chkShowGrid"
-  std::string_view caption;
-  std::string_view tooltip;
-  std::string_view key;  // settings key; empty: not saved
+  std::string_view field;                               // "chkShowGrid"
+  std::string_view caption, shortName, tooltip, about;  // as in ParamSpec
+  std::string_view key;                                 // settings key; empty: not saved
   bool firstRun;
   bool inPicture = false;  // the 2-D picture changes with it
 };
@@ -144,25 +172,36 @@ inline constexpr std::string_view kAnimateTip = "Animate the drawing of the knot
 inline constexpr std::string_view kFlatDxfTip = "Save DXF file in 2D format (e.g. for CNC machines)";
 
 inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
-    {"chkShowGrid", "Show grid with knot", "Show the grid behind the knot", "chkShowGrid", true, kInPicture},
-    {"chkShowCrossings", "Show crossings", "Mark every crossing on the grid", "chkShowCrossings", true,
+    {"chkShowGrid", "Show grid with knot", "", "Show the grid behind the knot",
+     "the grid stands behind the knot, here and in pictures that you save", "chkShowGrid", true, kInPicture},
+    {"chkShowCrossings", "Show crossings", "", "Mark every crossing on the grid",
+     "the place where strands cross is marked on every line of the grid", "chkShowCrossings", true,
      kInPicture},
-    {"chkDXF2D", "2D DXF", kFlatDxfTip, "chkDXF2D", false},
-    {"chkFullyCrossed", "Output fully crossed 2D DXF", kFlatDxfTip, "chkFullyCrossed", false},
-    {"chkShapeT", "TGrid", "Use a Triangular AutoGrid", "chkShapeT", true},
-    {"chkHeightMap", "HeightMap", "Grey levels by depth, and a picture of twice the size for saving",
-     "chkHeightMap", false},
-    {"chkAnimate", "Animate", kAnimateTip, "chkAnimate", false, kInPicture},
-    {"chkLoop", "Loop", kAnimateTip, "chkLoop", false},
-    {"chkConstantShape", "Constant Shape",
-     "Constant Shape (i.e. only generate random knots of the selected shape)", "chkConstantShape", false},
-    {"chkMirror", "Z-Mirror", "Swap over and under everywhere", "", false, kInPicture},
-    {"chkFitBands", "Fit bands", "Make the bands as wide as the grid has room for", "chkFitBands", false,
-     kInPicture},
-    {"chkClassic", "Classic joints", "Paint crossings by laying stretches on top, as before", "chkClassic",
+    {"chkDXF2D", "2D DXF", "", kFlatDxfTip, "DXF files hold flat lines for cutting machines, not the model",
+     "chkDXF2D", false},
+    {"chkFullyCrossed", "Output fully crossed 2D DXF", "", kFlatDxfTip,
+     "the lines of a flat DXF file run on under the crossings", "chkFullyCrossed", false},
+    {"chkShapeT", "Triangles", "TGrid", "Use a Triangular AutoGrid",
+     "AutoGrid lays triangles instead of squares", "chkShapeT", true},
+    {"chkHeightMap", "Height map", "HeightMap",
+     "Grey levels by depth, and a picture of twice the size for saving",
+     "grey levels by depth, for engravers and relief carving", "chkHeightMap", false},
+    {"chkAnimate", "Animate", "", kAnimateTip, "Create 2D draws the knot stroke by stroke", "chkAnimate",
      false, kInPicture},
-    {"chkSmooth", "Smooth", "Shade the 3D view smoothly, as the round strands are, instead of face by face",
-     "chkSmooth", true},
+    {"chkLoop", "Loop", "", kAnimateTip, "the drawing starts again when it is done", "chkLoop", false},
+    {"chkConstantShape", "Constant Shape", "",
+     "Constant Shape (i.e. only generate random knots of the selected shape)",
+     "Random draws knots of the chosen shape alone", "chkConstantShape", false},
+    {"chkMirror", "Swap over/under", "Z-Mirror", "Swap over and under everywhere",
+     "what lies over at a crossing lies under, everywhere", "", false, kInPicture},
+    {"chkFitBands", "Fit bands", "", "Make the bands as wide as the grid has room for",
+     "bands as wide as the grid has room for, until you type a width or an edge", "chkFitBands", false,
+     kInPicture},
+    {"chkClassic", "Classic joints", "", "Paint crossings by laying stretches on top, as before",
+     "crossings are painted by laying stretches on top", "chkClassic", false, kInPicture},
+    {"chkSmooth", "Smooth view", "Smooth",
+     "Shade the 3D view smoothly, as the round strands are, instead of face by face",
+     "round strands; without it every face is painted by itself", "chkSmooth", true},
 }};
 
 template <class Enum, class Table>

@@ -12,16 +12,21 @@ constexpr int kSteps = 6;       // towards a nearest point; each one at least ha
 
 BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slot_(slot) {
   const auto at = static_cast<std::size_t>(slot);
+  nodes_.reserve(static_cast<std::size_t>(curve.last[at] - curve.first[at] + 1));
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
     const SamplePlace place = samplePlace(curve, sample, view);
     const Vec p{place.x, place.y};
-    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame) nodes_.push_back({p, {}, curve.Z[sample]});
+    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame)
+      nodes_.push_back({p, {}, {}, curve.Z[sample]});
   }
   while (nodes_.size() > 1 && lengthOf(nodes_.back().at - nodes_.front().at) <= kSame) nodes_.pop_back();
   if (nodes_.size() < 3) nodes_.clear();
-  for (int i = 0; i < size(); ++i)
-    nodes_[wrap(i)].along = (nodes_[wrap(i + 1)].at - nodes_[wrap(i - 1)].at) * 0.5;
+  for (int i = 0; i < size(); ++i) {
+    Node& node = nodes_[wrap(i)];
+    node.along = (nodes_[wrap(i + 1)].at - nodes_[wrap(i - 1)].at) * 0.5;
+    node.direction = unit(node.along);
+  }
 }
 
 double BandLoop::wrapped(double place) const {

@@ -39,6 +39,7 @@ class BandLoop {
   /// At a sample, whichever lap it is in.
   Vec point(int i) const { return nodes_[wrap(i)].at; }
   Vec tangent(int i) const { return nodes_[wrap(i)].along; }
+  Vec direction(int i) const { return nodes_[wrap(i)].direction; }
   double wrapped(double place) const;
 
   struct Spot {
@@ -51,7 +52,7 @@ class BandLoop {
 
  private:
   struct Node {
-    Vec at, along;
+    Vec at, along, direction;
     double height = 0;
   };
   std::size_t wrap(int i) const {
@@ -68,7 +69,8 @@ inline BandLoop::Spot BandLoop::spot(double place) const {
   auto low = static_cast<int>(place);
   if (low > place) --low;
   const double t = place - low;
-  const Node &a = nodes_[wrap(low)], &b = nodes_[wrap(low + 1)];
+  const std::size_t at = wrap(low), next = at + 1 < nodes_.size() ? at + 1 : 0;
+  const Node &a = nodes_[at], &b = nodes_[next];
   const Vec d = b.at - a.at, square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
   return {a.at + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
           square * 2 + cube * (6 * t)};

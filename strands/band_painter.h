@@ -23,12 +23,14 @@ class BandPainter {
  private:
   float outer() const { return static_cast<float>(style_.outerWidth() * view_.pixelFactor()); }
   float inner() const { return static_cast<float>(style_.innerWidth() * view_.pixelFactor()); }
+  void takePoints(int slot);
   void stretch(std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps);
 
   Surface& surface_;
   const KnotCurve& curve_;
   const KnotStyle& style_;
   const GridView& view_;
+  int slot_ = 0;  // whose points these are
   std::vector<PointF> points_, bezier_;
 };
 

@@ -11,10 +11,30 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostClipped = 200;  // stretches of a picture that has to keep up with the user
+constexpr int kMostClipped = 400;  // crossings of a picture that has to keep up with the user
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 constexpr double kFilledEdge =
     0.05;  // part of the picture that a knot that fills it leaves free on each side
+
+/// The edges of all bands, which lie beneath all colours: no colour's end shows what is under it. Files get
+/// shapes where a band has no folds.
+void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& curve, const GridView& view,
+               float width) {
+  std::vector<BandContour> rings;
+  for (const StrandOutline& strand : outlines.strands)
+    if (!strand.folded) rings.insert(rings.end(), strand.ring.begin(), strand.ring.end());
+  surface.beginGroup("edges");
+  if (!rings.empty()) surface.fillPath(rings, 0);
+  std::vector<PointF> points, bezier;
+  for (const StrandOutline& strand : outlines.strands) {
+    if (!strand.ring.empty() && !strand.folded) continue;
+    loopPoints(curve, strand.slot, view, false, points);
+    bezier.clear();
+    closedCardinalToBezier(points, 0, points.size(), bezier);
+    surface.wideCurve({bezier, width, 0, CapStyle::round});
+  }
+  surface.endGroup();
+}
 
 }  // namespace
 
@@ -49,29 +69,22 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   if (quick) options.mostClipped = kMostClipped;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
-  options.rings = true;
+  options.rings = options.fitted = !surface.isRaster();
   const BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
-  // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
-  std::vector<BandContour> edges;
-  for (const StrandOutline& strand : outlines.strands)
-    if (!strand.folded) edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
-  surface.beginGroup("edges");
-  if (!edges.empty()) surface.fillPath(edges, 0);
-  std::vector<PointF> points, bezier;
-  for (const StrandOutline& strand : outlines.strands) {
-    if (!strand.folded) continue;
-    loopPoints(curve, strand.slot, view, false, points);
-    bezier.clear();
-    closedCardinalToBezier(points, 0, points.size(), bezier);
-    surface.wideCurve({bezier, static_cast<float>(options.outer), 0, CapStyle::round});
-  }
-  surface.endGroup();
+  drawEdges(surface, outlines, curve, view, static_cast<float>(options.outer));
   surface.beginGroup("strands");
+  std::vector<BandContour> shapes;
   for (const StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
-    for (const BandStretch& stretch : strand.stretches)
-      surface.fillPath(stretch.contours, style.bandColour(strand.slot));
+    shapes.clear();
+    for (const BandStretch& stretch : strand.stretches) {
+      shapes.insert(shapes.end(), stretch.contours.begin(), stretch.contours.end());
+      if (surface.isRaster()) continue;  // all at once
+      surface.fillPath(shapes, style.bandColour(strand.slot));
+      shapes.clear();
+    }
+    if (!shapes.empty()) surface.fillPath(shapes, style.bandColour(strand.slot));
     surface.endGroup();
   }
   surface.endGroup();

@@ -74,6 +74,20 @@ double strandLength(const KnotCurve& curve, int slot, float stretch) {
   return length;
 }
 
+double strandLength(const KnotCurve& curve, int slot, const GridView& view) {
+  if (!curve.used(slot)) return 0;
+  const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
+  const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
+  double length = 0;
+  SamplePlace before = samplePlace(curve, last, view);
+  for (std::size_t i = first; i <= last; ++i) {
+    const SamplePlace here = samplePlace(curve, i, view);
+    length += std::hypot(here.x - before.x, here.y - before.y);
+    before = here;
+  }
+  return length;
+}
+
 int crossingsPassed(const StrandStore& store, int slot) {
   const auto closed = store.closed(slot);
   if (closed.empty()) return 0;

@@ -13,10 +13,15 @@ namespace {
 
 constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
                            kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent",
-                           kSymmetry = "&Symmetry", kStrands = "S&trands";
+                           kSymmetry = "&Symmetry", kStrands = "S&trands",
+                           kSheetSymmetry = "Draw in s&ymmetry";
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
+/// The knot, flat or in 3D, is in front.
+bool canPrint(const Workbench& b) {
+  return b.knotDrawn() && (b.picture() == Picture::flat || b.picture() == Picture::solid);
+}
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
 bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
@@ -115,6 +120,38 @@ constexpr CommandRow strandsRow(std::string_view name, std::string_view text) {
           kStrands};
 }
 
+template <const Symmetry& Which>
+constexpr CommandRow sheetRow(std::string_view name, std::string_view text) {
+  return {name,
+          kShape,
+          text,
+          "",
+          [](Handlers& h) { h.mnuSheetSymmetry_Click(Which); },
+          nullptr,
+          [](const Workbench& b) { return b.sheet.symmetry() == Which; },
+          nullptr,
+          false,
+          false,
+          false,
+          kSheetSymmetry};
+}
+
+template <int Turns>
+constexpr CommandRow sheetTurnsRow(std::string_view name, std::string_view text) {
+  return {name,
+          kShape,
+          text,
+          "",
+          [](Handlers& h) { h.mnuSheetTurns_Click(Turns); },
+          nullptr,
+          [](const Workbench& b) { return b.sheet.symmetry().turns == Turns; },
+          nullptr,
+          false,
+          false,
+          false,
+          kSheetSymmetry};
+}
+
 /// Ten styles have a digit for their mnemonic, 0 for the tenth.
 std::string styleText(std::size_t place) {
   const std::string name(presetTable()[place].name);
@@ -149,7 +186,9 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSaveAnimation", kFile, "Save ani&mation...", "", [](Handlers& h) { h.mnuFileSaveAnimation_Click(); }, knotIsCurrent},
     {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
+    {"mnuFilePrint", kFile, "Prin&t...", "Ctrl+P", [](Handlers& h) { h.mnuFilePrint_Click(); }, canPrint, nullptr, nullptr, kSeparator},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
@@ -160,6 +199,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuEditCopyDrawing", kEdit, "Copy as &vector", "Ctrl+Shift+C", [](Handlers& h) { h.mnuEditCopyDrawing_Click(); }, knotIsCurrent},
     {"mnuEditLines", kEdit, "&Lines by keyboard", "F6", [](Handlers& h) { h.mnuEditLines_Click(); }, flatHasLines, nullptr, nullptr, kSeparator},
     symmetryRow<kNoSymmetry>("mnuSymmetryNone", "&None"), symmetryRow<kLeftRight>("mnuSymmetryLeftRight", "&Left-right"),
     symmetryRow<kTopBottom>("mnuSymmetryTopBottom", "&Top-bottom"), symmetryRow<kBothMirrors>("mnuSymmetryBoth", "&Both"),
@@ -198,6 +238,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.picture() == Picture::sheet; }},
     {"mnuShapeMakeStandard", kShape, "&Make from Standard", "", [](Handlers& h) { h.mnuShapeMakeStandard_Click(); }},
     {"mnuShapeLoadPicture", kShape, "Load &Picture...", "", [](Handlers& h) { h.mnuShapeLoadPicture_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeTrace", kShape, "Trac&e Picture", "", [](Handlers& h) { h.mnuShapeTrace_Click(); },
+     [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeClear", kShape, "&Clear", "", [](Handlers& h) { h.mnuShapeClear_Click(); },
      [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", kShape, "New G&rid", "", [](Handlers& h) { h.mnuShapeMakeGrid_Click(); }, hasOutline, nullptr, nullptr, kSeparator},
@@ -207,9 +249,24 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.sheet.alignmentGrid(); }, nullptr, kSeparator},
     {"mnuShapeSnap", kShape, "Snap &to Grid", "", [](Handlers& h) { h.mnuShapeSnap_Click(); }, nullptr,
      [](const Workbench& b) { return b.sheet.snap(); }},
+    sheetRow<kNoSymmetry>("mnuSheetNone", "&None"), sheetRow<kLeftRight>("mnuSheetLeftRight", "&Left-right"),
+    sheetRow<kTopBottom>("mnuSheetTopBottom", "&Top-bottom"), sheetRow<kBothMirrors>("mnuSheetBoth", "&Both"),
+    sheetTurnsRow<2>("mnuSheetTurns2", "&2-fold turn"), sheetTurnsRow<3>("mnuSheetTurns3", "&3-fold turn"),
+    sheetTurnsRow<4>("mnuSheetTurns4", "&4-fold turn"), sheetTurnsRow<5>("mnuSheetTurns5", "&5-fold turn"),
+    sheetTurnsRow<6>("mnuSheetTurns6", "&6-fold turn"), sheetTurnsRow<7>("mnuSheetTurns7", "&7-fold turn"),
+    sheetTurnsRow<8>("mnuSheetTurns8", "&8-fold turn"), sheetTurnsRow<9>("mnuSheetTurns9", "&9-fold turn"),
+    sheetTurnsRow<10>("mnuSheetTurns10", "1&0-fold turn"), sheetTurnsRow<11>("mnuSheetTurns11", "&11-fold turn"),
+    sheetTurnsRow<12>("mnuSheetTurns12", "12-&fold turn"),
+    {"mnuSheetMirrored", kShape, "Turns &mirrored, too", "", [](Handlers& h) { h.mnuSheetMirrored_Click(); },
+     [](const Workbench& b) { return b.sheet.symmetry().turns > 1; },
+     [](const Workbench& b) { return b.sheet.symmetry().turns > 1 && b.sheet.symmetry().leftRight; },
+     nullptr, false, false, false, kSheetSymmetry},
+    {"mnuShapeSmooth", kShape, "Smoot&h outline", "", [](Handlers& h) { h.mnuShapeSmooth_Click(); }, outlineHasLines,
+     [](const Workbench& b) { return b.sheet.shape().smooth; }},
     {"mnuShapeUndo", kShape, "&Undo", "", [](Handlers& h) { h.mnuShapeUndo_Click(); },
      [](const Workbench& b) { return b.sheet.undoKept(); }, nullptr, nullptr, kSeparator},
-    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadOutline", kShape, "Load &outline...", "", [](Handlers& h) { h.mnuShapeLoadOutline_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }},
     {"mnuShapeSaveFile", kShape, "&Save file...", "", [](Handlers& h) { h.mnuShapeSaveFile_Click(); }},
 
     styleRow<0>("mnuStyle0"), styleRow<1>("mnuStyle1"), styleRow<2>("mnuStyle2"), styleRow<3>("mnuStyle3"),

@@ -33,11 +33,15 @@ class ShapeSheet {
   void setAlignmentGrid(bool on) { editor_.setAlignmentGrid(on); }
   bool snap() const { return editor_.snap(); }
   void setSnap(bool on) { editor_.setSnap(on); }
+  /// That edits are made in, about the middle of the sheet.
+  const Symmetry& symmetry() const { return editor_.chosenSymmetry(); }
+  void setSymmetry(const Symmetry& symmetry) { editor_.setSymmetry(symmetry); }
   /// Lines of the alignment grid each way.
   void setLines(int lines) { editor_.setDivisions(lines + 1); }
 
  private:
-  void pointAt(PointF at);
+  void pointAt(PointF at, bool fills);
+  bool insideRegion(PointF at) const;
 
   Window& window_;
   ShapeEditor editor_;

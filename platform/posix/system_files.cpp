@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <pthread.h>
+#include <sched.h>
 #include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,8 +35,7 @@ thread_local int holds = 0;
 thread_local sigset_t formerMask;
 
 void lockList() {
-  while (listIsHeld.test_and_set(std::memory_order_acquire)) {
-  }
+  while (listIsHeld.test_and_set(std::memory_order_acquire)) sched_yield();
 }
 
 void addScrap(File& file) {

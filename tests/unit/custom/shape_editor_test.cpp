@@ -51,6 +51,16 @@ TEST(ShapeEditor, GesturesMakeMoveJoinAndDelete) {
   drag(editor, {400, 60}, {100, 100});
   EXPECT_EQ(shape.ShapePointCount, 4) << "a freed slot is not used again";
   EXPECT_FALSE(drag(editor, {94, 100}, {106, 100}).outlineChanged) << "from a point to itself";
+
+  const auto withCtrl = [&](int button, Spot from, Spot to) {
+    return gesture(editor, button, Editor::kCtrlKey, from, to);
+  };
+  const auto fill = withCtrl(Editor::kLeftButton, {300, 150}, {302, 150});
+  EXPECT_TRUE(fill.fill && fill.fill->x == 302 && !fill.outlineChanged);
+  EXPECT_FALSE(withCtrl(Editor::kRightButton, {300, 150}, {300, 150}).fill);
+  EXPECT_FALSE(withCtrl(Editor::kLeftButton, {300, 150}, {320, 150}).fill) << "a drag";
+  const auto deleted = withCtrl(Editor::kLeftButton, {101, 99}, {101, 99});
+  EXPECT_TRUE(!deleted.fill && deleted.outlineChanged) << "a point is there";
 }
 
 TEST(ShapeEditor, SnapClampAndConstraint) {
@@ -81,6 +91,36 @@ TEST(ShapeEditor, SnapClampAndConstraint) {
   }
 }
 
+TEST(ShapeEditor, AClickDeletesTheFirstPointNearAndNothingElse) {
+  CustomShape shape;
+  const Rnd random = seededRandom(7);
+  for (int k = 0; k < 60; ++k) {  // some of them outside the margins, some within reach of another
+    shape.addPoint(static_cast<float>(500 * random()), static_cast<float>(400 * random()));
+    if (k > 0) shape.addLine(k, k + 1);
+  }
+  int deleted = 0;
+  for (int mode = 0; mode < 4; ++mode)
+    for (int k = 0; k < 2000; ++k) {
+      const float x = static_cast<float>(k % 50) * 10 + 2, y = static_cast<float>(k / 50) * 10 + 3;
+      Editor editor;
+      editor.replaceShape(shape);
+      editor.setSnap(mode % 2 != 0);
+      CustomShape expected = shape;
+      for (int point = 60; point > 0; --point) {
+        const auto at = static_cast<std::size_t>(point);
+        if (std::hypot(shape.ShapeX[at] - x, shape.ShapeY[at] - y) > 7) continue;
+        expected = shape;
+        expected.deletePoint(point);
+      }
+      deleted += expected == shape ? 0 : 1;
+      gesture(editor, Editor::kLeftButton, mode / 2 != 0 ? Editor::kShiftKey : 0, {x, y}, {x, y});
+      ASSERT_TRUE(editor.shape() == expected) << x << ',' << y << " mode " << mode;
+      editor.undo();
+      ASSERT_TRUE(editor.shape() == shape);
+    }
+  EXPECT_GT(deleted, 200);
+}
+
 TEST(ShapeEditor, ClicksAndTargetsAreWhereTheMouseIs) {
   for (const bool snap : {false, true}) {
     SCOPED_TRACE(snap);
@@ -91,12 +131,6 @@ TEST(ShapeEditor, ClicksAndTargetsAreWhereTheMouseIs) {
     shape.addPoint(20, 390);  // both outside the margins, as shapes made from a grid may have them
     shape.addPoint(480, 20);
     editor.replaceShape(shape);
-    for (double x = 3; x < 500; x += 31)
-      for (double y = 3; y < 380; y += 29)
-        if (std::hypot(x - 480, y - 20) > 8) {
-          EXPECT_FALSE(click(editor, {x, y}).outlineChanged) << x << ',' << y;
-        }
-    EXPECT_EQ(editor.shape().ShapePointCount, 2) << "a click on empty paper makes no point";
     drag(editor, {22, 388}, {478, 23});
     EXPECT_EQ(editor.shape().lineBetween(1, 2), 1);
     drag(editor, {300, 300}, {203, 163});  // lands at 203, 163, or snapped at 200, 160
