@@ -254,6 +254,7 @@ Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, cons
   const Result<Fitted> fitted = bestFit(std::move(*all), outline, pitch, std::move(group));
   if (!fitted) return fitted.error();
   if (fitted->quality.filled < kLeastFilled) return impossibleKnot(kTooNarrow);
+  if (const Status held = checkNodes(fitted->at); !held) return held.error();
   makeLines(graph, fitted->mesh, fitted->at);
   if (const Status made = finishLines(graph); !made) return made.error();
   return AutoGridReport{fitted->quality.filled};

@@ -10,6 +10,13 @@
 
 namespace lorivan {
 
+Status checkNodes(std::span<const PointI> nodes) {
+  for (const PointI& node : nodes)
+    if (toInt16(node.x) != node.x || toInt16(node.y) != node.y)
+      return impossibleKnot("The shape reaches too far outside the picture");
+  return {};
+}
+
 Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridView& view) {
   const ShapeMapping mapping(shape, view);
   ShapeLines drawn(shape, kCoarseCurves);
@@ -20,9 +27,7 @@ Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridV
                                             {1, mapping.heightFactor()}, kMostLines);
   if (!plane) return plane.error();
   if (plane->edges.empty()) return impossibleKnot("The shape has no lines to make a grid from");
-  for (const PointI& node : plane->nodes)
-    if (toInt16(node.x) != node.x || toInt16(node.y) != node.y)
-      return impossibleKnot("The shape reaches too far outside the picture");
+  if (const Status held = checkNodes(plane->nodes); !held) return held;
   startLines(graph);
   for (const NodePair& edge : plane->edges) {
     const PointI a = plane->nodes[static_cast<std::size_t>(edge[0])];

@@ -1,6 +1,8 @@
 // Custom shape and knot graph, one made from the other line by line.
 #pragma once
 
+#include <span>
+
 #include "base/result.h"
 #include "custom/arrangement.h"
 #include "custom/custom_shape.h"
@@ -12,6 +14,9 @@ namespace lorivan {
 /// Points and crossings closer than this are one, in shape units: half the hit radius.
 inline constexpr double kJoinReach = 3.5;
 inline constexpr std::int16_t kCustomCellSize = 20;
+
+/// Fails where a node's place is more than a grid line can hold.
+Status checkNodes(std::span<const PointI> nodes);
 
 /// Makes the shape's live lines, curves in short pieces, the graph's lines, all ordinary, split and joined so
 /// that the graph is plane, and clears NoGrid. The points are not collected yet (DrawGrid does). Fails, with

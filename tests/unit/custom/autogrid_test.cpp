@@ -1,5 +1,6 @@
 // AutoGrid: outlines of every sort give plane graphs of convex cells that close to a knot.
 #include "custom/autogrid.h"
+#include "custom/planar_grid.h"
 
 #include <filesystem>
 #include <string>
@@ -123,6 +124,38 @@ void expectConvexCells(const KnotGraph& graph, const RandomCase& c, double& fill
   }
   EXPECT_LE(large, c.hole ? 1 : 0) << "a cell is missing";
   filled = cells / areaOf(*outline);
+}
+
+TEST(AutoGrid, CellsNeverOverlapAtASmallHole) {
+  const CustomShape shape = shapeOf({{{239.4452, 391.8287},
+                                      {93, 166},
+                                      {216.7281, 75.05154},
+                                      {380.6444, 168.5686},
+                                      {396.0529, 187.0679},
+                                      {400, 210}},
+                                     {{284, 211},
+                                      {254, 225},
+                                      {256.8639, 212.1638},
+                                      {245.4182, 212.9694},
+                                      {273, 180},
+                                      {270, 194},
+                                      {278, 188}}});
+  for (const int gridSize : {5, 12, 20, 30}) {
+    SCOPED_TRACE(gridSize);
+    KnotGraph graph;
+    ASSERT_TRUE(AutoGrid(graph, shape, GridView(stretchFactor(0.3F)), {gridSize, false}));
+    expectPlane(graph);
+  }
+}
+
+TEST(AutoGrid, RefusesInTheWordsOfNewGridWhatNoLineCanHold) {
+  const CustomShape shape = shapeOf({box(0, 0, 16000, 16000)});
+  const GridView view(stretchFactor(0.1F));
+  KnotGraph graph;
+  const auto filled = AutoGrid(graph, shape, view, {4, false});
+  const Status traced = makeGridFromShape(graph, shape, view);
+  ASSERT_FALSE(filled || traced);
+  EXPECT_EQ(filled.error().message, traced.error().message);
 }
 
 TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
