@@ -188,6 +188,12 @@ Status CalcGrid(KnotGraph& graph) {
   return refused(kTooManyAtPoint);
 }
 
+bool isFirstEnd(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour) {
+  const GridLine& line = graph.Lines[static_cast<std::size_t>(point.NbLine[neighbour])];
+  return graph.wrap.within(line.X1) == point.X && line.Y1 == point.Y &&
+         point.NbTurn[neighbour] == graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
+}
+
 int FindLine(const KnotGraph& graph, float X, float Y) {
   if (graph.NoGrid) return -1;
   const double reach = graph.CellSize / 6.0;

@@ -107,6 +107,10 @@ Status collectPoints(KnotGraph& graph);
 /// is overwritten: KnotError is set and the error is a limit; the lists built so far stay.
 Status CalcGrid(KnotGraph& graph);
 
+/// Whether a point lies at the first end of the line to a neighbour of its. A line right round a wrapped
+/// graph has both its ends at one point.
+bool isFirstEnd(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour);
+
 /// Index of the first line, of any kind, whose midpoint lies less than CellSize / 6 from (X, Y), in a wrapped
 /// graph round the cylinder; -1 when none does or no grid was built yet.
 int FindLine(const KnotGraph& graph, float X, float Y);

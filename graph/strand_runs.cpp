@@ -16,14 +16,6 @@ std::size_t across(std::size_t entry, bool wall) {
   return entry ^ (wall ? kSecondPoint | kNextSide : kSecondPoint);
 }
 
-/// Whether a neighbour of a point is reached from the first end of their line. A line right round a wrapped
-/// graph has both its ends at the point.
-bool fromFirst(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour) {
-  const GridLine& line = graph.Lines[static_cast<std::size_t>(point.NbLine[neighbour])];
-  return graph.wrap.within(line.X1) == point.X && line.Y1 == point.Y &&
-         point.NbTurn[neighbour] == graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
-}
-
 }  // namespace
 
 StrandRuns::StrandRuns(const KnotGraph& graph) {
@@ -39,8 +31,8 @@ StrandRuns::StrandRuns(const KnotGraph& graph) {
       const auto slot = static_cast<std::size_t>(k),
                  after = static_cast<std::size_t>((k + 1) % point.NbCount);
       const int from = point.NbLine[slot], to = point.NbLine[after];
-      const std::size_t a = endAt(from, !fromFirst(graph, point, slot), true);
-      const std::size_t b = endAt(to, !fromFirst(graph, point, after), false);
+      const std::size_t a = endAt(from, !isFirstEnd(graph, point, slot), true);
+      const std::size_t b = endAt(to, !isFirstEnd(graph, point, after), false);
       corner_[a] = static_cast<std::int32_t>(b);
       corner_[b] = static_cast<std::int32_t>(a);
     }

@@ -17,9 +17,11 @@ float angleOf(PointF from, PointF to) {
   return angle;
 }
 
-PointF midpoint(const GridPoint& a, const GridPoint& b) {
-  return {static_cast<float>(a.X + b.X) / 2, static_cast<float>(a.Y + b.Y) / 2};
-}
+/// A point of the graph as the walk comes to it: of a wrapped one so many periods further to the right.
+struct Stop {
+  int point = 0, turn = 0;
+  bool operator==(const Stop&) const = default;
+};
 
 float quarterTurn(float angle) {
   return static_cast<float>(angle >= 4.712389F ? angle - 1.5 * kPi : angle + kPi / 2);
@@ -61,14 +63,23 @@ class Walk {
   };
 
   GridLine& line(int index) { return graph_.Lines[static_cast<std::size_t>(index)]; }
-  const GridPoint& point(int index) const { return graph_.Points[static_cast<std::size_t>(index)]; }
+  const GridPoint& point(const Stop& stop) const {
+    return graph_.Points[static_cast<std::size_t>(stop.point)];
+  }
+  PointF midpoint(const Stop& a, const Stop& b) const {
+    const int x = point(a).X + point(b).X + (a.turn + b.turn) * graph_.wrap.period;
+    return {static_cast<float>(x) / 2, static_cast<float>(point(a).Y + point(b).Y) / 2};
+  }
+  bool isBack(const GridPoint& turn, std::size_t k, int incoming) const;
 
   void enterStartLine(int index);
-  bool stepOver(int& outgoing, int& next);
+  bool stepOver(int incoming, int& outgoing, Stop& next);
   PointF apex(const Corner& corner) const;
   PointF swungApex(const Corner& corner) const;
   PointF wallApex(const Corner& corner) const;
   bool store(int number, PointF apexPoint, PointF crossing);
+  Stop startStop(int start, int slot, int index);
+  bool isClosed(const Stop& first, const Stop& second, bool sameLine) const;
 
   KnotGraph& graph_;
   const TraceSettings& settings_;
@@ -78,7 +89,7 @@ class Walk {
   int slot_ = 0;
   int sign_ = -1;  // s: turns to the next (+1) or the previous (-1) neighbour
   int walls_ = 0;  // w
-  int previous_ = 0, current_ = 0;
+  Stop previous_, current_;
   PointF reference_;  // R: the previous apex
 };
 
@@ -103,20 +114,27 @@ void Walk::enterStartLine(int index) {
   }
 }
 
+/// Whether a neighbour is where the walk came from. Round a cylinder two lines may lead to one point, and a
+/// line from a point to itself.
+bool Walk::isBack(const GridPoint& turn, std::size_t k, int incoming) const {
+  if (turn.Nb[k] != previous_.point) return false;
+  return !graph_.wrap || (turn.NbLine[k] == incoming && turn.NbTurn[k] == previous_.turn - current_.turn);
+}
+
 /// Chooses the outgoing line at the current point and marks its crossing. False when the neighbour is no
 /// point.
-bool Walk::stepOver(int& outgoing, int& next) {
+bool Walk::stepOver(int incoming, int& outgoing, Stop& next) {
   const GridPoint& turn = point(current_);
   int k = 0;
-  while (k < turn.NbCount && turn.Nb[static_cast<std::size_t>(k)] != previous_) ++k;
+  while (k < turn.NbCount && !isBack(turn, static_cast<std::size_t>(k), incoming)) ++k;
   int m = k + sign_;
   sign_ = -sign_;
   if (m > turn.NbCount - 1) m = 0;
   if (m < 0) m = turn.NbCount > 0 ? turn.NbCount - 1 : 0;
   if (turn.NbCount == 0) return false;
   outgoing = turn.NbLine[static_cast<std::size_t>(m)];
-  next = turn.Nb[static_cast<std::size_t>(m)];
-  if (next > graph_.LastPoint) return false;
+  next = {turn.Nb[static_cast<std::size_t>(m)], current_.turn + turn.NbTurn[static_cast<std::size_t>(m)]};
+  if (next.point > graph_.LastPoint) return false;
 
   GridLine& out = line(outgoing);
   if (out.Kind == kWall) {
@@ -145,8 +163,12 @@ PointF Walk::swungApex(const Corner& corner) const {
 PointF Walk::wallApex(const Corner& corner) const {
   const PointF A = corner.A, R = reference_;
   const PointF X{A.x - (A.y - R.y), A.y + (A.x - R.x)};
-  const PointF middle{static_cast<float>(corner.in.MidX), static_cast<float>(corner.in.MidY)};
-  const float wall = angleOf(middle, {static_cast<float>(corner.in.X1), static_cast<float>(corner.in.Y1)});
+  // The line's own place, or where the walk has come to it round a cylinder.
+  const auto moved = static_cast<float>(A.x - corner.in.MidX - graph_.wrap.nearest(A.x - corner.in.MidX));
+  const float onwards = graph_.wrap ? moved : 0;
+  const PointF middle{static_cast<float>(corner.in.MidX) + onwards, static_cast<float>(corner.in.MidY)};
+  const float wall =
+      angleOf(middle, {static_cast<float>(corner.in.X1) + onwards, static_cast<float>(corner.in.Y1)});
   const auto fromWall = [&](PointF spot) {
     const double turn = static_cast<double>(angleOf(middle, spot)) - wall;
     return turn < 0 ? turn + kTwoPi : turn;
@@ -179,15 +201,19 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   walls_ = 0;
   enterStartLine(startLine);
   const int firstSign = sign_;
-  const int second = point(start).Nb[static_cast<std::size_t>(startSlot)];
-  if (second > graph_.LastPoint) return Outcome::endless;
-  previous_ = start;
+  const Stop first = startStop(start, startSlot, startLine);
+  const GridPoint& from = point(first);
+  const Stop second{from.Nb[static_cast<std::size_t>(startSlot)],
+                    first.turn + from.NbTurn[static_cast<std::size_t>(startSlot)]};
+  if (second.point > graph_.LastPoint) return Outcome::endless;
+  previous_ = first;
   current_ = second;
   int incoming = startLine, count = 0;
   do {
-    int outgoing = 0, next = 0;
-    if (!stepOver(outgoing, next)) return Outcome::endless;
-    const PointF A = midpoint(point(previous_), point(current_)), B = midpoint(point(current_), point(next));
+    int outgoing = 0;
+    Stop next;
+    if (!stepOver(incoming, outgoing, next)) return Outcome::endless;
+    const PointF A = midpoint(previous_, current_), B = midpoint(current_, next);
     const Corner corner{line(incoming), line(outgoing), A, B, {(A.x + B.x) / 2, (A.y + B.y) / 2}};
     const PointF X = apex(corner);
     incoming = outgoing;
@@ -198,10 +224,27 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
     reference_ = X;
     previous_ = current_;
     current_ = next;
-  } while (previous_ != start || current_ != second || sign_ != firstSign);
+  } while (!isClosed(first, second, incoming == startLine) || sign_ != firstSign);
   store_.ThreadCount[static_cast<std::size_t>(slot)] = count;
-  store_.point(slot, count) = store_.point(slot, 0);
+  store_.turns[static_cast<std::size_t>(slot)] = previous_.turn - first.turn;
+  store_.point(slot, count) = store_.turned(slot, count);
   return Outcome::closed;
+}
+
+/// Where a line lies decides where a strand that starts on it does.
+Stop Walk::startStop(int start, int slot, int index) {
+  Stop first{start, 0};
+  if (!graph_.wrap) return first;
+  const GridLine& from = line(index);
+  first.turn =
+      graph_.wrap.turn(isFirstEnd(graph_, point(first), static_cast<std::size_t>(slot)) ? from.X1 : from.X2);
+  return first;
+}
+
+/// Whether the walk is at the line that it began on, and in the same direction.
+bool Walk::isClosed(const Stop& first, const Stop& second, bool sameLine) const {
+  if (previous_.point != first.point || current_.point != second.point) return false;
+  return !graph_.wrap || (sameLine && current_.turn - previous_.turn == second.turn - first.turn);
 }
 
 /// Hands out slots: one further for every strand, from 40 back to 1, until all strands that are kept have
@@ -237,6 +280,8 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
                               const TraceWatcher& watcher) {
   if (graph.KnotError) return impossibleKnot(kKnotErrorText);
   store.ThreadCount.fill(0);
+  store.turns.fill(0);
+  store.wrap = graph.wrap;
   SlotCounter slots(settings.startColour);
   Walk walk(graph, settings, store, watcher);
   for (int start = 0; start <= graph.LastPoint; ++start) {
