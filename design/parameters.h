@@ -125,8 +125,9 @@ enum class Check {
   FitBands,
   Classic,
   Smooth,
+  Wrap,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::Smooth) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::Wrap) + 1;
 
 struct CheckSpec {
   std::string_view field;  // "chkShowGrid"
@@ -163,6 +164,9 @@ inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
      false, kInPicture},
     {"chkSmooth", "Smooth", "Shade the 3D view smoothly, as the round strands are, instead of face by face",
      "chkSmooth", true},
+    {"chkWrap", "Wrap",
+     "Join the left and the right border: the knot becomes a ring that is interlaced all round", "chkWrap",
+     false, kInPicture},
 }};
 
 template <class Enum, class Table>

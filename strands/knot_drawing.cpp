@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "base/numbers.h"
 #include "strands/band_outline.h"
 #include "strands/band_painter.h"
+#include "strands/seam_copies.h"
 
 namespace lorivan {
 namespace {
@@ -52,32 +54,33 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   options.rings = true;
   const BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
+  const Seam seam = seamOf(curve, view);
+  const SeamClip clip(surface, seam);
   // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
   std::vector<BandContour> edges;
   for (const StrandOutline& strand : outlines.strands)
-    if (!strand.folded) edges.insert(edges.end(), strand.ring.begin(), strand.ring.end());
+    if (!strand.folded) std::ranges::move(seamCopies(seam, strand.ring), std::back_inserter(edges));
   surface.beginGroup("edges");
   if (!edges.empty()) surface.fillPath(edges, 0);
-  std::vector<PointF> points, bezier;
-  for (const StrandOutline& strand : outlines.strands) {
-    if (!strand.folded) continue;
-    loopPoints(curve, strand.slot, view, false, points);
-    bezier.clear();
-    closedCardinalToBezier(points, 0, points.size(), bezier);
-    surface.wideCurve({bezier, static_cast<float>(options.outer), 0, CapStyle::round});
-  }
+  BandPainter painter(surface, curve, style, view);
+  for (const StrandOutline& strand : outlines.strands)
+    if (strand.folded) painter.edge(strand.slot);
   surface.endGroup();
   surface.beginGroup("strands");
   for (const StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
     for (const BandStretch& stretch : strand.stretches)
-      surface.fillPath(stretch.contours, style.bandColour(strand.slot));
+      if (seam)
+        surface.fillPath(seamCopies(seam, stretch.contours), style.bandColour(strand.slot));
+      else
+        surface.fillPath(stretch.contours, style.bandColour(strand.slot));
     surface.endGroup();
   }
   surface.endGroup();
 }
 
 void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  const SeamClip clip(surface, seamOf(curve, view));
   BandPainter painter(surface, curve, style, view);
   surface.beginGroup("strands");
   for (int slot = 1; slot < kStrandSlots; ++slot) {
