@@ -16,6 +16,6 @@ struct BandCrossing {
 
 /// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the
 /// later place of one loop, is over. Loops of a wrapped knot cross round the cylinder.
-std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam);
+std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam = {});
 
 }  // namespace lorivan

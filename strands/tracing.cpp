@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <string_view>
+#include <vector>
 
 #include "base/numbers.h"
 
@@ -62,6 +63,12 @@ class Walk {
     PointF A, B, C;  // the two midpoints, and the spot between them
   };
 
+  /// A corner with the sign that its apex was found with.
+  struct Turned {
+    Corner corner;
+    int sign;
+  };
+
   GridLine& line(int index) { return graph_.Lines[static_cast<std::size_t>(index)]; }
   const GridPoint& point(const Stop& stop) const {
     return graph_.Points[static_cast<std::size_t>(stop.point)];
@@ -79,6 +86,7 @@ class Walk {
   PointF wallApex(const Corner& corner) const;
   bool store(int number, PointF apexPoint, PointF crossing);
   Stop startStop(int start, int slot, int index);
+  void turnAgain(int turns, const std::vector<Turned>& corners);
   bool isClosed(const Stop& first, const Stop& second, bool sameLine) const;
 
   KnotGraph& graph_;
@@ -209,6 +217,7 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   previous_ = first;
   current_ = second;
   int incoming = startLine, count = 0;
+  std::vector<Turned> corners;
   do {
     int outgoing = 0;
     Stop next;
@@ -216,6 +225,7 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
     const PointF A = midpoint(previous_, current_), B = midpoint(current_, next);
     const Corner corner{line(incoming), line(outgoing), A, B, {(A.x + B.x) / 2, (A.y + B.y) / 2}};
     const PointF X = apex(corner);
+    if (graph_.wrap) corners.push_back({corner, sign_});
     incoming = outgoing;
     if (walls_ > 0) --walls_;
     if (!store(count, X, B)) return Outcome::endless;
@@ -227,8 +237,23 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   } while (!isClosed(first, second, incoming == startLine) || sign_ != firstSign);
   store_.ThreadCount[static_cast<std::size_t>(slot)] = count;
   store_.turns[static_cast<std::size_t>(slot)] = previous_.turn - first.turn;
+  turnAgain(previous_.turn - first.turn, corners);
   store_.point(slot, count) = store_.turned(slot, count);
   return Outcome::closed;
+}
+
+/// The first corner was turned by a guess of the apex before it. Round a cylinder, where all corners may look
+/// alike, one that swung the wrong way is seen: the strand's last apex tells better.
+void Walk::turnAgain(int turns, const std::vector<Turned>& corners) {
+  reference_.x -= static_cast<float>(turns * graph_.wrap.period);
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    sign_ = corners[i].sign;
+    reference_ = apex(corners[i].corner);
+    StrandPoint& stored = store_.point(slot_, static_cast<int>(2 * i));
+    const StrandPoint turned{-reference_.x, reference_.y / settings_.stretch, 0};
+    if (stored.x == turned.x && stored.y == turned.y) return;
+    stored = turned;
+  }
 }
 
 /// Where a line lies decides where a strand that starts on it does.
