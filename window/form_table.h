@@ -50,6 +50,7 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"vtYNo", number, "fraBasic", {8, 1, 3, 1}},
     {"lblXF", label, "fraBasic", {11, 1, 2, 1}},
     {"vtCrossOffset", number, "fraBasic", {13, 1, 3, 1}},
+    {"chkWrap", check, "fraBasic", {11, 1, 5, 1}},
     {"chkMirror", check, "fraBasic", {16, 1, 8, 1}, "", "", 'Z'},
     {"lblAGS", label, "fraBasic", {0, 2, 3, 1}, "", "", 'G'},
     {"vtGridSize", number, "fraBasic", {3, 2, 3, 1}},
