@@ -86,6 +86,7 @@ class Walk {
   PointF wallApex(const Corner& corner) const;
   bool store(int number, PointF apexPoint, PointF crossing);
   Stop startStop(int start, int slot, int index);
+  TraceStep shown(TraceStep step) const;
   void turnAgain(int turns, const std::vector<Turned>& corners);
   bool isClosed(const Stop& first, const Stop& second, bool sameLine) const;
 
@@ -230,7 +231,7 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
     if (walls_ > 0) --walls_;
     if (!store(count, X, B)) return Outcome::endless;
     count += 2;
-    if (watcher_ && !watcher_({slot, reference_, A, B, X})) return Outcome::abandoned;
+    if (watcher_ && !watcher_(shown({slot, reference_, A, B, X}))) return Outcome::abandoned;
     reference_ = X;
     previous_ = current_;
     current_ = next;
@@ -240,6 +241,14 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   turnAgain(previous_.turn - first.turn, corners);
   store_.point(slot, count) = store_.turned(slot, count);
   return Outcome::closed;
+}
+
+/// A step that went round a cylinder is shown where it ends in the first period.
+TraceStep Walk::shown(TraceStep step) const {
+  const auto turned =
+      static_cast<float>(graph_.wrap.turn(static_cast<double>(step.B.x)) * graph_.wrap.period);
+  for (PointF* p : {&step.R, &step.A, &step.B, &step.X}) p->x -= turned;
+  return step;
 }
 
 /// The first corner was turned by a guess of the apex before it. Round a cylinder, where all corners may look
