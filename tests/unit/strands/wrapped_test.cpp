@@ -9,7 +9,9 @@
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
 #include "strands/cut_drawing.h"
+#include "strands/drawn_box.h"
 #include "strands/strand_pick.h"
+#include "strands/svg_surface.h"
 
 namespace lorivan {
 namespace {
@@ -170,6 +172,26 @@ TEST(Wrapped, PiecesAreClosedAtTheSeamsAndMatchThere) {
       for (float& at : knot.curve.X) at += static_cast<float>(knot.graph->wrap.period * 0.3);
       EXPECT_NEAR(areaOf(cut), areaOf(cutDrawing(knot.curve, style, view, options)), areaOf(cut) * 1e-3);
     }
+}
+
+TEST(Wrapped, VectorFilesClipWhatTheyDrawToThePeriod) {
+  const MadeKnot knot = wrappedKnot(Shape::Triangle, 4, 2);
+  const GridView view = evenView(knot, 400);
+  const KnotStyle style{.width = 5, .edge = 2, .startColour = 12, .colours = {}};
+  for (const bool classic : {false, true}) {
+    const PictureBox box = drawnBox(knot.curve, style, view, classic);
+    EXPECT_NEAR(box.left, 20, 1e-3);
+    EXPECT_NEAR(box.right, 420, 1e-3);
+    SvgSurface svg({view.width, view.height(), 50});
+    classic ? drawClassicKnot(svg, knot.curve, style, view) : drawKnot(svg, knot.curve, style, view);
+    const std::string text = svg.finish();
+    EXPECT_NE(text.find("<rect x=\"2\" y=\"0\" width=\"40\" height=\"40\"/>"), std::string::npos);
+    std::size_t groups = 0, clips = 0;
+    for (std::size_t at = 0; (at = text.find("\n  <g ", at)) != std::string::npos; ++at) ++groups;
+    for (std::size_t at = 0; (at = text.find("clip-path=", at)) != std::string::npos; ++at) ++clips;
+    EXPECT_EQ(groups, clips);
+    EXPECT_EQ(groups, 2U);
+  }
 }
 
 TEST(Wrapped, AStrandIsPickedWhereverItsCopiesAreShown) {
