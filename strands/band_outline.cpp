@@ -124,16 +124,18 @@ class Outliner {
   /// One lap of a band that goes round a cylinder, cut off straight where it begins again.
   std::vector<BandContour> wayRound(const BandLoop& band, int calm, double half, bool* folded) {
     BandContour contour;
+    bool hasFolds = false;
     for (const int side : {-1, 1}) {
       followSide(band, calm, calm + band.size(), side * half, line_);
-      if (folded != nullptr) *folded |= !line_.corners.empty();
+      hasFolds |= !line_.corners.empty();
       if (side > 0) reverseSide(line_);
       appendStraightTo(line_.points.front().at, contour);
       appendSide(line_, tolerance_, contour);
     }
     appendStraightTo({contour.front().x, contour.front().y}, contour);
     contour.back() = contour.front();
-    if (line_.corners.empty() || folded != nullptr) return {std::move(contour)};
+    if (folded != nullptr) *folded |= hasFolds;
+    if (!hasFolds || folded != nullptr) return {std::move(contour)};
     return simple(std::move(contour));
   }
 
