@@ -1,7 +1,5 @@
 #include "strands/seam_copies.h"
 
-#include <algorithm>
-
 namespace lorivan {
 
 std::vector<PointF> movedRight(std::span<const PointF> points, double right) {

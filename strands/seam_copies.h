@@ -2,7 +2,9 @@
 // periods apart, as it takes, and what lies outside of the one period that is shown is left away.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 #include <vector>
 
 #include "strands/knot_curve.h"

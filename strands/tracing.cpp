@@ -21,7 +21,6 @@ float angleOf(PointF from, PointF to) {
 /// A point of the graph as the walk comes to it: of a wrapped one so many periods further to the right.
 struct Stop {
   int point = 0, turn = 0;
-  bool operator==(const Stop&) const = default;
 };
 
 float quarterTurn(float angle) {
