@@ -42,6 +42,11 @@ inline std::uint32_t little32(const char* at) {
   for (int i = 3; i >= 0; --i) value = value << 8 | static_cast<unsigned char>(at[i]);
   return value;
 }
+inline std::uint32_t big32(const char* at) {
+  std::uint32_t value = 0;
+  for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(at[i]);
+  return value;
+}
 inline std::uint16_t little16(const char* at) {
   return static_cast<std::uint16_t>(static_cast<unsigned char>(at[0]) | static_cast<unsigned char>(at[1])
                                                                             << 8);

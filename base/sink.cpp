@@ -50,7 +50,7 @@ Result<std::string> linkTarget(const std::string& path) {
 /// A short name in the folder of `path` that nothing else uses: programs that write the same file at the same
 /// time must not share it.
 std::string temporaryBeside(const std::string& path) {
-  static std::mt19937_64 engine{std::random_device{}()};
+  thread_local std::mt19937_64 engine{std::random_device{}()};
   std::array<char, 16> digits{};
   const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), engine(), 16).ptr;
   return path.substr(0, path.size() - fileNameOf(path).size()) + ".lorivan-" +

@@ -43,7 +43,7 @@ Member Batch::member(std::size_t number) const {
     const Sweep& sweep = line_.sweeps[i];
     member.numbers.push_back(sweep.values[places[i]]);
     member.values.emplace_back(sweep.field, member.numbers.back());
-    addCaption(member.caption, trimmed(parameterSpec(sweep.field).caption), member.numbers.back());
+    addCaption(member.caption, parameterSpec(sweep.field).caption, member.numbers.back());
   }
   return member;
 }

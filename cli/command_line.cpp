@@ -1,11 +1,15 @@
 #include "cli/command_line.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/numbers.h"
 #include "base/sink.h"
 #include "cli/option_checks.h"
+#include "design/model_output.h"
+#include "design/outputs.h"
 #include "design/presets.h"
+#include "design/vector_outputs.h"
 #include "design/version.h"
 #include "export/formats.h"
 #include "strands/tracing.h"
@@ -14,6 +18,7 @@ namespace lorivan {
 namespace {
 
 class Parser;
+using Heeds = bool (*)(const ExportFormat& format, const CommandLine& line);
 
 /// One row says all about an option: how it is read, and its lines in the usage text.
 struct Option {
@@ -23,8 +28,40 @@ struct Option {
   Status (Parser::*take)() = nullptr;                      // null: one of the two below
   bool OutputOptions::*flag = nullptr;                     // set by being named
   std::optional<double> OutputOptions::*length = nullptr;  // takes millimetres
+  Heeds heeds = nullptr;                                   // null: every output follows
+  bool toldForEach = false;                                // see OutputOption
 };
 const std::vector<Option>& options();
+
+bool hasSize(const ExportFormat& format, const CommandLine& line) {
+  return format.width != WidthOf::nothing || (line.output.relief && format.identifier == "png");
+}
+
+bool hasHeight(const ExportFormat& format, const CommandLine& line) {
+  return line.inner || hasSize(format, line);
+}
+
+bool hasPixels(const ExportFormat& format, const CommandLine& line) {
+  return format.kind == FormatKind::picture || (line.output.relief && canBeRelief(format)) ||
+         (line.sheet && format.identifier == "svg");
+}
+
+bool showsViews(const ExportFormat& format, const CommandLine&) { return format.kind == FormatKind::picture; }
+
+bool isCut(const ExportFormat& format, const CommandLine&) { return canBeCut(format); }
+
+bool isTubes(const ExportFormat& format, const CommandLine&) { return format.width == WidthOf::model; }
+
+bool isSolid(const ExportFormat& format, const CommandLine&) { return format.takesSolid; }
+
+bool isOfModel(const ExportFormat& format, const CommandLine& line) {
+  return (format.kind == FormatKind::model && !isFlatDxf(format)) || line.output.relief ||
+         (format.kind == FormatKind::picture && line.output.solidView);
+}
+
+bool hasPlate(const ExportFormat& format, const CommandLine& line) {
+  return line.output.solid ? format.takesSolid : canBeRelief(format) && format.kind == FormatKind::model;
+}
 
 /// Walks over the arguments; options may take the next one as their value.
 class Parser {
@@ -106,32 +143,34 @@ const std::vector<Option>& options() {
        &Parser::takeSheet},
       {"--strands", "N|most", "set and remove walls until the knot has so many strands",
        &Parser::takeStrands},
-      {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView},
+      {"--view", "2d|3d", "which picture png and bmp hold (2d)", &Parser::takeView, nullptr, nullptr,
+       showsViews},
       {"--width", "PIXELS", "width of png and bmp pictures (1000), samples across a relief (500)",
-       &Parser::takeWidth},
+       &Parser::takeWidth, nullptr, nullptr, hasPixels},
       {"--mm", "WIDTH",
        "finished width in millimetres: of the drawn knot, bands included, in " +
            formatsWithWidth(WidthOf::drawing) + " (the same size in all of them), of the model in " +
            formatsWithWidth(WidthOf::model) + "; 3mf, glb and reliefs are 100 mm wide without it",
-       nullptr, nullptr, &OutputOptions::millimetres},
+       nullptr, nullptr, &OutputOptions::millimetres, hasSize, true},
       {"--height", "HEIGHT",
        "finished height in millimetres, in the same formats; with --mm as large as both allow", nullptr,
-       nullptr, &OutputOptions::height},
+       nullptr, &OutputOptions::height, hasHeight, true},
       {"--outline", "",
        "svg, pdf and dxf hold closed outlines of what can be seen of the coloured bands, for cutters; a "
        "hidden layer holds their centre lines",
-       nullptr, &OutputOptions::outline},
+       nullptr, &OutputOptions::outline, nullptr, isCut, true},
       {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
-       nullptr, &OutputOptions::kerf},
+       nullptr, &OutputOptions::kerf, isCut},
       {"--lines", "",
        "svg, pdf and dxf hold every centre line once; they stop where a strand passes under another, or run "
        "through with --set chkFullyCrossed=1",
-       nullptr, &OutputOptions::lines},
+       nullptr, &OutputOptions::lines, nullptr, isCut, true},
       {"--arcs", "", "arcs instead of short lines in the dxf of --outline and --lines", nullptr,
-       &OutputOptions::arcs},
+       &OutputOptions::arcs, nullptr,
+       [](const ExportFormat& format, const CommandLine&) { return isFlatDxf(format); }, true},
       {"--origin", "corner",
        "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
-       &Parser::takeOrigin},
+       &Parser::takeOrigin, nullptr, nullptr, isCut, true},
       {"--frame", "WxH",
        "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
        &Parser::takeFrame},
@@ -143,19 +182,19 @@ const std::vector<Option>& options() {
       {"--tube", "MM",
        "thickness of the strands in " + formatsWithWidth(WidthOf::model) +
            ", in millimetres; with --mm both hold",
-       nullptr, nullptr, &OutputOptions::tube},
+       nullptr, nullptr, &OutputOptions::tube, isTubes, true},
       {"--solid", "", "fuse the strands to one closed body where they touch, in " + formatsWithSolid(),
-       nullptr, &OutputOptions::solid},
+       nullptr, &OutputOptions::solid, nullptr, isSolid, true},
       {"--fillet", "MM", "round the body's corners between strands by this radius", nullptr, nullptr,
-       &OutputOptions::fillet},
+       &OutputOptions::fillet, isSolid},
       {"--flat", "", "cut the body's underside flat, a quarter of a strand deep, to lie on a printer's bed",
-       nullptr, &OutputOptions::flat},
+       nullptr, &OutputOptions::flat, nullptr, isSolid},
       {"--cells", "N", "how fine the body is: cells for each radius of a strand, 2 to 32 (8)",
-       &Parser::takeCells},
+       &Parser::takeCells, nullptr, nullptr, isSolid},
       {"--fit-radius", "GAP",
        "the radius that leaves this gap between strands, in millimetres with --mm; 0: they meet at every "
        "crossing",
-       &Parser::takeFitRadius},
+       &Parser::takeFitRadius, nullptr, nullptr, isOfModel},
       {"--check", "",
        "write nothing, but say what the model's maker must know: pieces, walls, gaps, volume; status 4 when "
        "it "
@@ -165,7 +204,8 @@ const std::vector<Option>& options() {
       {"--fit", "", "bands as wide as the grid has room for, and the knot as large as the picture",
        &Parser::takeFit},
       {"--transparent", "", "leave the background out of svg, pdf and png", nullptr,
-       &OutputOptions::transparent},
+       &OutputOptions::transparent, nullptr,
+       [](const ExportFormat& format, const CommandLine&) { return canBeTransparent(format); }},
       {"--animate", "",
        "the knot draws itself: -o knot.svg plays in a browser, at the speed of vtAnimate and again and again "
        "with --set chkLoop=1; -o 'frame-%03d.png' writes numbered frames",
@@ -174,13 +214,18 @@ const std::vector<Option>& options() {
        "obj shares the corners of its polygons and has its materials in a file beside it (.mtl); for "
        "printers "
        "3mf and stl are better",
-       nullptr, &OutputOptions::weld},
-      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary},
+       nullptr, &OutputOptions::weld, nullptr,
+       [](const ExportFormat& format, const CommandLine& line) {
+         return !materialsBeside(format, line.output, "x").empty();
+       }},
+      {"--binary", "", "stl in its binary form, a third of the size", nullptr, &OutputOptions::binary,
+       nullptr, [](const ExportFormat& format, const CommandLine&) { return hasBinaryForm(format); }},
       {"--relief", "",
        "png becomes a 16-bit height map of the model's true depth, stl and 3mf a closed relief on a plate",
-       nullptr, &OutputOptions::relief},
+       nullptr, &OutputOptions::relief, nullptr,
+       [](const ExportFormat& format, const CommandLine&) { return canBeRelief(format); }, true},
       {"--base", "MM", "thickness of a relief's plate (2), or of one that is put under the body", nullptr,
-       nullptr, &OutputOptions::base},
+       nullptr, &OutputOptions::base, hasPlate},
       {"--quiet", "", "no notes on the error output", &Parser::takeQuiet},
       {"--step", "", "", &Parser::takeStep},
       {"--list", "WHAT", "print the parameters, shapes, presets or formats", &Parser::takeList},
@@ -406,6 +451,9 @@ Status Parser::takeFile(const std::string& name) {
 }
 
 Status Parser::take(const Option& option) {
+  const auto isThis = [&](const OutputOption& given) { return given.name == option.name; };
+  if (option.heeds != nullptr && std::ranges::none_of(line_.outputOptions, isThis))
+    line_.outputOptions.push_back({option.name, option.heeds, option.toldForEach});
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
   if (option.length != nullptr) return takeLength(line_.output.*option.length);
   return (this->*option.take)();
@@ -471,13 +519,13 @@ std::string parameterList() {
     appendColumn(out, spec.field, 20);
     appendColumn(out, std::string(spec.min) + " to " + std::string(spec.max), 16);
     appendColumn(out, correctedText(*findParameter(spec.field), std::string(spec.firstRun)), 8);
-    out += std::string(spec.tooltip) + '\n';
+    out.append(spec.caption).append(": ").append(spec.about) += '\n';
   }
   for (const CheckSpec& spec : checkTable()) {
     appendColumn(out, spec.field, 20);
     appendColumn(out, "0 or 1", 16);
     appendColumn(out, spec.firstRun ? "1" : "0", 8);
-    out += std::string(spec.caption) + '\n';
+    out.append(spec.caption).append(": ").append(spec.about) += '\n';
   }
   return out;
 }
@@ -539,8 +587,9 @@ std::string usageText() {
       "lorivan [KNOT] [OPTIONS] --check   say whether the model can be made\n"
       "KNOT is a knot file (.qzd), or a file that was made from a knot and still holds it (" +
       formatsWithSource() +
-      ").\nIt may also be a shape of your own (.qzc): with -o it gets an AutoGrid by vtGridSize and "
-      "chkShapeT.\n\n";
+      ").\nIt may also be a shape of your own (.qzc), a drawing (.svg, .dxf) or a picture (.png, .jpg, "
+      ".bmp)\n"
+      "without a knot in it: with -o its outline gets an AutoGrid by vtGridSize and chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
   return out +

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "design/materials.h"
 #include "design/output_options.h"
 #include "design/parameters.h"
+#include "export/formats.h"
 #include "graph/standard_grids.h"
 
 namespace lorivan {
@@ -37,6 +39,17 @@ struct Sweep {
   std::vector<std::string> values;
 };
 
+struct CommandLine;
+
+/// An option that not every output follows.
+struct OutputOption {
+  std::string_view name;
+  /// Whether an output of this format comes out otherwise with the option.
+  bool (*heeds)(const ExportFormat& format, const CommandLine& line) = nullptr;
+  /// Told for each format that does not follow; else only where none does.
+  bool toldForEach = false;
+};
+
 struct CommandLine {
   CommandKind kind = CommandKind::window;
   std::string listed;    // parameters, shapes, presets or formats
@@ -60,6 +73,7 @@ struct CommandLine {
   bool quiet = false;
   bool stepDisplay = false;  // --step, for looking into the tracer; not in the usage text
   std::vector<std::string> outputs;
+  std::vector<OutputOption> outputOptions;  // of those that were given, each once
 
   /// Whether there is a knot for each of several seeds; a sheet of nothing else holds random knots.
   bool seedsVary() const { return lastSeed || (sheet && sweeps.empty()); }

@@ -8,17 +8,17 @@
 #include "custom/shape_file.h"
 #include "design/edits.h"
 #include "design/fit.h"
+#include "design/outline_files.h"
 #include "design/random_knot.h"
 #include "design/source.h"
 
 namespace lorivan {
 
-bool KnotMaker::ownShape() const { return extensionOf(line_.knotFile) == kShapeFileExtension; }
-
 int KnotMaker::read() {
   if (line_.shape) base_.fields.shape = *line_.shape;
   if (line_.knotFile.empty()) return kDone;
-  if (ownShape()) return readShape();
+  if (extensionOf(line_.knotFile) == kShapeFileExtension) return readShape();
+  if (isOutlineFile(line_.knotFile)) return readOutline();
   auto read = readKnotFile(line_.knotFile);
   if (!read)
     return report_.fail(read.error(),
@@ -36,8 +36,26 @@ int KnotMaker::readShape() {
   if (!bytes) return report_.fail(bytes.error(), line_.knotFile + ": ");
   auto shape = readShapeText(*bytes);
   if (!shape) return report_.fail(shape.error(), line_.knotFile + ", ");
-  base_ = withOutline(base_, std::move(*shape));
+  return takeShape(std::move(*shape));
+}
+
+int KnotMaker::readOutline() {
+  if (line_.random)
+    return report_.fail(wrongUsage(line_.knotFile +
+                                   " holds no knot but an outline, which brings its own shape; "
+                                   "--random does not go with it"));
+  auto fitted = readOutlineFile(platform_, line_.knotFile);
+  if (!fitted)
+    return report_.fail(fitted.error(),
+                        line_.knotFile + (fitted.error().message.starts_with("line ") ? ", " : ": "));
+  for (const std::string& note : fitted->notes) report_.note(line_.knotFile + ": " + note);
+  return takeShape(std::move(fitted->shape));
+}
+
+int KnotMaker::takeShape(CustomShape shape) {
+  base_ = withOutline(base_, std::move(shape));
   base_.fields.shape = Shape::Custom;
+  ownShape_ = true;
   return kDone;
 }
 
@@ -59,11 +77,11 @@ bool KnotMaker::mustBuild() const {
 }
 
 int KnotMaker::build(Document& document, const Rnd& random) {
-  if (!ownShape() && !mustBuild()) return kDone;
-  if (!ownShape() && document.fields.shape == Shape::Custom)
+  if (!ownShape_ && !mustBuild()) return kDone;
+  if (!ownShape_ && document.fields.shape == Shape::Custom)
     return report_.fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
   AutoGridReport filled;
-  auto made = ownShape() ? autoGrid(document, &filled) : newGrid(document, random ? &random : nullptr);
+  auto made = ownShape_ ? autoGrid(document, &filled) : newGrid(document, random ? &random : nullptr);
   if (!made) return report_.fail(made.error());
   if (filled.filled < kFilled) noteEmptyOutline(document, filled);
   for (const auto& [parameter, text] : values_)
@@ -132,7 +150,7 @@ int KnotMaker::make(const Member& member, Document& out, OutputOptions& options)
     if (!changed) return report_.fail(changed.error());
     document = std::move(*changed);
   }
-  if (ownShape()) document = withFittedBands(document);
+  if (ownShape_) document = withFittedBands(document);
   out = line_.fit ? withFittedBands(withFitPicture(document, true)) : std::move(document);
   return kDone;
 }

@@ -4,9 +4,11 @@
 #include <functional>
 #include <memory>
 #include <new>
+#include <sstream>
 
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "cli/in_order.h"
 #include "cli/knot_maker.h"
 #include "cli/sheet_files.h"
 #include "design/fit.h"
@@ -33,6 +35,8 @@ class KnotFiles {
   }
   int write(const std::string& bytes, const std::string& name);
   int commit();
+  /// The files for another one to commit.
+  std::vector<std::unique_ptr<FileSink>> release() { return std::move(sinks_); }
 
  private:
   int writeOne(const OutputJob& job, const std::string& name);
@@ -98,24 +102,41 @@ int KnotFiles::commit() {
   return done ? kDone : report_.fail(done.error());
 }
 
+/// A knot that was made on another thread, and what is to be told of it.
+struct MadeKnot {
+  int status = kDone;
+  std::vector<std::unique_ptr<FileSink>> files;  // complete, still without their names
+  std::string told;
+};
+
 /// One run: a knot or many, and their files.
 class FileMaker {
  public:
   FileMaker(Platform& platform, const CommandLine& line, std::ostream& errors)
-      : platform_(platform), line_(line), report_(platform, errors, line.quiet), maker_(line, report_) {}
+      : platform_(platform),
+        line_(line),
+        report_(platform, errors, line.quiet),
+        maker_(platform, line, report_) {}
 
   int run();
   int check(std::ostream& report);
 
  private:
+  using Progress = std::function<void(const std::string& name, double part)>;
+
   std::uint64_t firstSeed();
-  int makeKnotOf(const Member& member, Document& document, OutputOptions& options);
+  int makeKnotOf(const Member& member, KnotMaker& maker, Report& report, Knot& knot, Document& document,
+                 OutputOptions& options) const;
   int makeAll(const Batch& batch, SheetFiles& sheets);
+  int makeAllAtOnce(const Batch& batch);
+  MadeKnot makeApart(const Member& member) const;
+  int makeFilesOf(const Member& member, OutputJob& job, KnotFiles& files, Report& report,
+                  const Progress& progress) const;
   int makeOne(const Member& member, SheetFiles& sheets, double part);
   int writeSheets(SheetFiles& sheets);
-  void noteOverlap(const OutputJob& job);
-  void noteIgnored(const KnotFields& fields, std::string_view option, bool (*heeds)(const ExportFormat&));
-  void noteIgnoredOptions(const KnotFields& fields);
+  void noteOverlap(const OutputJob& job, Report& report) const;
+  void noteIgnored(const KnotFields& fields, const OutputOption& option);
+  void noteIgnoredOptions();
 
   Platform& platform_;
   const CommandLine& line_;
@@ -124,7 +145,6 @@ class FileMaker {
   std::unique_ptr<Knot> knot_ = std::make_unique<Knot>();
   std::vector<NumberedName> names_;  // of the files that each knot has
   std::size_t done_ = 0;             // knots of this run
-  bool noted_ = false;
 };
 
 /// Without a seed that was asked for, the one that was drawn is told.
@@ -136,96 +156,137 @@ std::uint64_t FileMaker::firstSeed() {
 }
 
 /// Names the outputs' formats that an option changes nothing in.
-void FileMaker::noteIgnored(const KnotFields& fields, std::string_view option,
-                            bool (*heeds)(const ExportFormat&)) {
+void FileMaker::noteIgnored(const KnotFields& fields, const OutputOption& option) {
   std::string ignoring;
+  bool heeded = false;
   for (const ExportFormat& format : exportFormats()) {
     const auto isOutput = [&](const std::string& name) {
       return outputFormat(name, fields, line_.output) == &format;
     };
-    const bool heights =
-        line_.output.relief && format.identifier == "png" && (option == "--mm" || option == "--height");
-    if (!heeds(format) && !heights && std::ranges::any_of(line_.outputs, isOutput))
+    if (std::ranges::none_of(line_.outputs, isOutput)) continue;
+    if (option.heeds(format, line_))
+      heeded = true;
+    else
       ignoring += (ignoring.empty() ? "" : ", ") + std::string(format.extension);
   }
-  if (!ignoring.empty()) report_.note(std::string(option) + " changes nothing in: " + ignoring);
+  if (!ignoring.empty() && (option.toldForEach || !heeded))
+    report_.note(std::string(option.name) + " changes nothing in: " + ignoring);
 }
 
-/// Once, whatever the number of knots.
-void FileMaker::noteIgnoredOptions(const KnotFields& fields) {
-  if (std::exchange(noted_, true)) return;
-  const OutputOptions& options = line_.output;
-  const auto hasSize = [](const ExportFormat& format) { return format.width != WidthOf::nothing; };
-  if (options.millimetres)
-    noteIgnored(fields, "--mm", hasSize);
-  else if (options.height && !line_.inner)
-    noteIgnored(fields, "--height", hasSize);
-  if (options.outline) noteIgnored(fields, "--outline", canBeCut);
-  if (options.lines) noteIgnored(fields, "--lines", canBeCut);
-  if (options.arcs) noteIgnored(fields, "--arcs", isFlatDxf);
-  if (options.cornerOrigin) noteIgnored(fields, "--origin", canBeCut);
-  if (options.relief) noteIgnored(fields, "--relief", canBeRelief);
-  if (options.tube)
-    noteIgnored(fields, "--tube", [](const ExportFormat& format) { return format.width == WidthOf::model; });
-  if (options.solid)
-    noteIgnored(fields, "--solid", [](const ExportFormat& format) { return format.takesSolid; });
+/// Once, whatever the number of knots; their seeds and values do not change it.
+void FileMaker::noteIgnoredOptions() {
+  KnotFields fields = maker_.base().fields;
+  for (const auto& [box, on] : line_.checks) fields.check(box) = on;
+  for (const OutputOption& option : line_.outputOptions) noteIgnored(fields, option);
 }
 
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
 /// knots nobody wants to read it.
-void FileMaker::noteOverlap(const OutputJob& job) {
+void FileMaker::noteOverlap(const OutputJob& job, Report& report) const {
   const bool silent = line_.manyKnots() || job.options.lines;  // centre lines need no room
   const double overlap = silent ? 0 : bandOverlap(job.document, job.knot);
   if (overlap <= 0) return;
   const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
-  report_.note("the bands run together by " +
-               (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
-               ": --fit makes room");
+  report.note("the bands run together by " +
+              (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+              ": --fit makes room");
 }
 
 /// Document, knot and options of one member.
-int FileMaker::makeKnotOf(const Member& member, Document& document, OutputOptions& options) {
-  report_.about(member.caption);
+int FileMaker::makeKnotOf(const Member& member, KnotMaker& maker, Report& report, Knot& knot,
+                          Document& document, OutputOptions& options) const {
+  report.about(member.caption);
   options = line_.output;
-  if (const int status = maker_.make(member, document, options); status != kDone) return status;
-  if (const Status made = makeKnot(document, *knot_); !made) return report_.fail(made.error());
+  if (const int status = maker.make(member, document, options); status != kDone) return status;
+  if (const Status made = makeKnot(document, knot); !made) return report.fail(made.error());
   if (!line_.fitRadius) return kDone;
-  auto fitted = withFittedRadius(document, *knot_, *line_.fitRadius, options.millimetres);
-  if (!fitted) return report_.fail(fitted.error());
+  auto fitted = withFittedRadius(document, knot, *line_.fitRadius, options.millimetres);
+  if (!fitted) return report.fail(fitted.error());
   document = std::move(*fitted);
-  report_.note("vtPolyRadius=" + document.fields.text(Param::PolyRadius));
+  report.note("vtPolyRadius=" + document.fields.text(Param::PolyRadius));
+  return kDone;
+}
+
+int FileMaker::makeFilesOf(const Member& member, OutputJob& job, KnotFiles& files, Report& report,
+                           const Progress& progress) const {
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    const std::string name = line_.manyKnots() ? names_[i].name(member.numbers) : names_[i].between[0];
+    job.progress = [&, i](double share) {
+      progress(name, (static_cast<double>(i) + share) / static_cast<double>(names_.size()));
+    };
+    job.progress(0);
+    // What nobody reads needs no looking for: that takes longer than writing a large mesh.
+    if (!line_.quiet) job.note = [&](const std::string& text) { report.note(name + ": " + text); };
+    job.fileName = name;
+    if (const int status = files.write(job, name); status != kDone) return status;
+  }
   return kDone;
 }
 
 int FileMaker::makeOne(const Member& member, SheetFiles& sheets, double part) {
   Document document;
   OutputOptions options;
-  if (const int status = makeKnotOf(member, document, options); status != kDone) return status;
-  noteIgnoredOptions(document.fields);
+  if (const int status = makeKnotOf(member, maker_, report_, *knot_, document, options); status != kDone)
+    return status;
   const StrandColours colours = strandColours(document.fields.boxes);
   OutputJob job{platform_, document, *knot_, colours};
   job.options = options;
-  noteOverlap(job);
+  noteOverlap(job, report_);
   KnotFiles files(report_);
-  for (std::size_t i = 0; i < names_.size(); ++i) {
-    const std::string name = line_.manyKnots() ? names_[i].name(member.numbers) : names_[i].between[0];
-    job.progress = [&, i](double share) {
-      const double file = (static_cast<double>(i) + share) / static_cast<double>(names_.size());
-      report_.reached(name, (static_cast<double>(done_) + file) * part);
-    };
-    job.progress(0);
-    // What nobody reads needs no looking for: that takes longer than writing a large mesh.
-    if (!line_.quiet) job.note = [&](const std::string& text) { report_.note(name + ": " + text); };
-    job.fileName = name;
-    if (const int status = files.write(job, name); status != kDone) return status;
-  }
+  const Progress progress = [&](const std::string& name, double share) {
+    report_.reached(name, (static_cast<double>(done_) + share) * part);
+  };
+  if (const int status = makeFilesOf(member, job, files, report_, progress); status != kDone) return status;
   if (const Status drawn = sheets.draw(static_cast<int>(done_), job); !drawn)
     return report_.fail(drawn.error());
   return files.commit();
 }
 
+/// Touches nothing that other knots need: the files have no names yet, and what is told waits.
+MadeKnot FileMaker::makeApart(const Member& member) const {
+  MadeKnot made;
+  std::ostringstream told;
+  Report report(told, line_.quiet);
+  KnotMaker maker(maker_, report);
+  const auto knot = std::make_unique<Knot>();
+  Document document;
+  OutputOptions options;
+  made.status = makeKnotOf(member, maker, report, *knot, document, options);
+  if (made.status == kDone) {
+    const StrandColours colours = strandColours(document.fields.boxes);
+    OutputJob job{platform_, document, *knot, colours};
+    job.options = options;
+    KnotFiles files(report);
+    made.status = makeFilesOf(member, job, files, report, [](const std::string&, double) {});
+    made.files = files.release();
+  }
+  made.told = std::move(told).str();
+  return made;
+}
+
+/// Many knots on all processors, with the files, names and words that they would have one by one.
+int FileMaker::makeAllAtOnce(const Batch& batch) {
+  int worst = kDone;
+  const auto make = [&](std::size_t number) { return makeApart(batch.member(number)); };
+  makeInOrder(batch.count(), make, [&](std::size_t number, MadeKnot made) {
+    const Member member = batch.member(number);
+    report_.told(made.told);
+    report_.about(member.caption);
+    int status = made.status;
+    if (status == kDone)
+      if (const Status done = FileSink::commitAll(made.files); !done) status = report_.fail(done.error());
+    if (status != kDone) worst = status == kBadOutput ? kBadOutput : kNoKnot;
+    report_.reached(names_.back().name(member.numbers),
+                    static_cast<double>(number + 1) / static_cast<double>(batch.count()));
+    return status != kBadOutput;
+  });
+  report_.about({});
+  return worst;
+}
+
 /// A knot that cannot be made is told and the rest goes on; what cannot be written ends the run.
 int FileMaker::makeAll(const Batch& batch, SheetFiles& sheets) {
+  if (line_.manyKnots() && sheets.empty()) return makeAllAtOnce(batch);
   int worst = kDone;
   const double part = 1.0 / static_cast<double>(batch.count());
   for (done_ = 0; done_ < batch.count(); ++done_) {
@@ -253,6 +314,7 @@ int FileMaker::writeSheets(SheetFiles& sheets) {
 int FileMaker::run() {
   if (const int status = maker_.read(); status != kDone) return status;
   const Batch batch(line_, firstSeed());
+  noteIgnoredOptions();
   SheetFiles sheets(platform_, line_.output, static_cast<int>(batch.count()), batch.columns());
   for (const std::string& name : line_.outputs) {
     auto places = line_.manyKnots() ? parseNumberedName(name) : NumberedName{{name}, {}};
@@ -273,7 +335,9 @@ int FileMaker::check(std::ostream& report) {
   Document document;
   OutputOptions options;
   const Batch batch(line_, firstSeed());
-  if (const int status = makeKnotOf(batch.member(0), document, options); status != kDone) return status;
+  if (const int status = makeKnotOf(batch.member(0), maker_, report_, *knot_, document, options);
+      status != kDone)
+    return status;
   const auto checked = checkModel(*knot_, document.fields, options);
   if (!checked) return report_.fail(checked.error());
   report << checkText(*checked, line_.material) << std::flush;

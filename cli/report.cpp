@@ -7,8 +7,14 @@
 namespace lorivan {
 
 void Report::line(const std::string& message) {
-  progress_.clear();
+  if (progress_) progress_->clear();
   errors_ << "lorivan: " << (knot_.empty() ? "" : "knot " + knot_ + ": ") << message << '\n';
+}
+
+void Report::told(const std::string& lines) {
+  if (lines.empty()) return;
+  if (progress_) progress_->clear();
+  errors_ << lines;
 }
 
 int Report::fail(const Error& error, const std::string& where) {

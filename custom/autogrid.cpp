@@ -187,7 +187,7 @@ std::vector<PointI> latticePlaces(const CellMesh& mesh) {
 Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, const GridView& view,
                                 const AutoGridOptions& options) {
   const ShapeMapping mapping(shape, view);
-  const Result<Outline> drawn = Outline::of(shape, mapping);
+  const Result<Outline> drawn = Outline::of(shape, mapping, options.within);
   if (!drawn) return drawn.error();
   const Pitch pitch(drawn->box(), options);
   Outline outline = withWholeMiddle(*drawn);

@@ -1,10 +1,12 @@
 // AutoGrid: lays a grid inside the outline of a custom shape.
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "base/result.h"
 #include "custom/custom_shape.h"
+#include "custom/geometry.h"
 #include "graph/graph.h"
 
 namespace lorivan {
@@ -14,8 +16,9 @@ inline constexpr std::string_view kTooComplicated =
     "This knot would be too complicated. Reduce the AG factor and try again";
 
 struct AutoGridOptions {
-  int gridSize = 20;       // cells along the longer side of the outline's box, 1 to 100
-  bool triangles = false;  // cells are triangles, else squares
+  int gridSize = 20;                // cells along the longer side of the outline's box, 1 to 100
+  bool triangles = false;           // cells are triangles, else squares
+  std::optional<Spot> within = {};  // a place of the shape, in its units: the region round it alone is filled
 };
 
 /// What became of the outline.

@@ -28,8 +28,10 @@ struct OutlineCorner {
 class Outline {
  public:
   /// From the live lines of a shape. Lines that close no loop are left out; where loops share lines, what
-  /// lies inside the outer one counts as one area. Fails when no loop is closed.
-  static Result<Outline> of(const CustomShape& shape, const ShapeMapping& mapping);
+  /// lies inside the outer one counts as one area. Fails when no loop is closed. With `within`, a place in
+  /// shape units, only the region that it lies in: what closed loops round it, and within that, leave free.
+  static Result<Outline> of(const CustomShape& shape, const ShapeMapping& mapping,
+                            std::optional<Spot> within = {});
 
   explicit Outline(std::vector<OutlineSide> sides);
 

@@ -32,6 +32,11 @@ float clamped(float value, float extent) {
 
 }  // namespace
 
+ShapeFrame frameOf(const CustomShape& shape) {
+  return {kShapeNearMargin, kShapeNearMargin, shape.surfaceWidth - kShapeFarMargin,
+          shape.surfaceHeight - kShapeFarMargin};
+}
+
 void ShapeEditor::replaceShape(CustomShape shape) {
   shape_ = std::move(shape);
   pressed_ = rubberBand_ = false;
@@ -71,7 +76,7 @@ ShapeEditor::Position ShapeEditor::settled(Position end) const {
   return {clamped(end.x, shape_.surfaceWidth), clamped(end.y, shape_.surfaceHeight)};
 }
 
-ShapeEdit ShapeEditor::picShape_MouseUp(int /*Button*/, int Shift, float X, float Y) {
+ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y) {
   rubberBand_ = false;
   if (!std::exchange(pressed_, false) || !std::isfinite(X) || !std::isfinite(Y)) return {};
   SaveUndo();
@@ -88,14 +93,15 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int /*Button*/, int Shift, float X, floa
   }
   const double dx = static_cast<double>(end.x) - press_.x, dy = static_cast<double>(end.y) - press_.y;
   if (dx * dx + dy * dy <= kHitRadius * kHitRadius)
-    clickAt(end, edit);
+    clickAt(end, Button == kLeftButton && (Shift & kCtrlKey) != 0, edit);
   else
     drag(end, edit);
   return edit;
 }
 
-void ShapeEditor::clickAt(Position at, ShapeEdit& edit) {
+void ShapeEditor::clickAt(Position at, bool fills, ShapeEdit& edit) {
   const int point = shape_.pointNear(at.x, at.y, kHitRadius);
+  if (point == 0 && fills) edit.fill = PointF{at.x, at.y};
   if (point == 0) return;
   shape_.deletePoint(point);
   edit.outlineChanged = true;

@@ -2,8 +2,10 @@
 //
 // A left drag from nothing to nothing makes a point, one from a point makes a point and a line to it, one
 // between two points makes their line or takes it away; a click on a point deletes it; a right drag moves it.
+// A left click with Ctrl between points asks for the region there.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "custom/custom_shape.h"
@@ -16,10 +18,17 @@ inline constexpr float kHitRadius = 7;  // units: pixels of the 500-pixel pictur
 /// Where edits may put points: the margins at the right and bottom are wider than those at the left and top.
 inline constexpr float kShapeNearMargin = 45, kShapeFarMargin = 60;
 
+/// What the margins leave of a shape's surface, in its units; empty on surfaces too small for both.
+struct ShapeFrame {
+  float left = 0, top = 0, right = 0, bottom = 0;
+};
+ShapeFrame frameOf(const CustomShape& shape);
+
 /// What a released button did.
 struct ShapeEdit {
   bool outlineChanged = false;  // lines or points changed: the knot, if any, is out of date
   std::string refusal;          // why nothing was done, for the status line; usually empty
+  std::optional<PointF> fill;   // a click with Ctrl where no point is: what lies round it is to be filled
 };
 
 class ShapeEditor {
@@ -66,7 +75,7 @@ class ShapeEditor {
 
   Position constrained(int Shift, Position end) const;
   Position settled(Position end) const;
-  void clickAt(Position at, ShapeEdit& edit);
+  void clickAt(Position at, bool fills, ShapeEdit& edit);
   void drag(Position to, ShapeEdit& edit);
   void toggleLine(int from, int to, ShapeEdit& edit);
   void appendPoint(int from, Position at, ShapeEdit& edit);

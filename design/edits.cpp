@@ -115,7 +115,7 @@ Result<Document> changeField(const Document& document, Param p, const std::strin
 }
 
 std::string fieldStep(const Document& document, Param p) {
-  return std::string(trimmed(parameterSpec(p).caption)) + ' ' + document.fields.text(p);
+  return std::string(parameterSpec(p).caption) + ' ' + document.fields.text(p);
 }
 
 Document withCheck(const Document& document, Check c, bool on) {
@@ -243,9 +243,10 @@ Result<Document> lineGrid(const Document& document) {
   return withShapeGrid(document, graph, made);
 }
 
-Result<Document> autoGrid(const Document& document, AutoGridReport* report) {
+Result<Document> autoGrid(const Document& document, AutoGridReport* report, std::optional<Spot> within) {
   KnotGraph graph;
-  const AutoGridOptions options{document.fields.whole(Param::GridSize), document.fields.check(Check::ShapeT)};
+  const AutoGridOptions options{document.fields.whole(Param::GridSize), document.fields.check(Check::ShapeT),
+                                within};
   const auto laid = AutoGrid(graph, outlineOf(document), shapeView(document), options);
   if (!laid) return laid.error();
   if (report != nullptr) *report = *laid;

@@ -30,7 +30,7 @@ std::string fieldStep(const Document& document, Param p);
 /// chkFitBands has the bands fitted when it is checked. chkWrap builds the grid anew where the shape can be
 /// wrapped; walls stay with their lines, and vtRingPerc is 100 as long as it is wrapped.
 Document withCheck(const Document& document, Check c, bool on);
-/// "HeightMap on"
+/// "Height map on"
 std::string checkStep(Check c, bool on);
 
 /// Strand colour box 0 to 14.
@@ -80,8 +80,10 @@ Result<Document> outlineFromGrid(const Document& document);
 /// The shape's lines become the grid. Those that are where the old grid has a line keep its kind.
 Result<Document> lineGrid(const Document& document);
 
-/// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say.
-Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr);
+/// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say; `within`, in shape units: inside
+/// its region at that place alone.
+Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr,
+                          std::optional<Spot> within = {});
 
 /// An outline that is filled to this share has no gap that anyone would see.
 inline constexpr double kFilled = 0.92;

@@ -69,11 +69,11 @@ Result<Document> withFittedRadius(const Document& document, const Knot& knot, do
       gap > 0 ? radiusForGap(model, crossingWindow(settings), gap, millimetres) : meeting * crossing / 2;
   if (gap <= 0 && radius > kMostRadius) {
     const double share = std::floor(100 * 2 * model.radius / (meeting * crossing)) / 100;
-    return impossibleKnot("strands cannot meet at any Radius: with this one they do from a Z-factor of " +
+    return impossibleKnot("strands cannot meet at any Radius: with this one they do from a Depth of " +
                           zFactorFor(document, share) + " down");
   }
   if (radius < kLeastRadius)
-    return impossibleKnot("strands lie too close for such a gap: a larger Z-factor makes room");
+    return impossibleKnot("strands lie too close for such a gap: a larger Depth makes room");
   // Rounded so that the gap is not missed.
   const double steps = radius * 1000, whole = gap > 0 ? std::floor(steps) : std::ceil(steps);
   const double field = std::min(whole / 100, 10 * kMostRadius);

@@ -135,7 +135,7 @@ std::vector<std::string> faultsOf(const ModelCheck& check, const Material& mater
   if (!check.closed) faults.emplace_back("the mesh is not closed");
   if (check.pieces > 1)
     faults.push_back("it comes out as " + std::to_string(check.pieces) +
-                     " loose pieces: a lower Z-factor, a larger Radius or Fit radius lets strands meet");
+                     " loose pieces: a lower Depth, a larger Radius or Fit radius lets strands meet");
   if (!check.millimetres) return faults;
   if (verdict.wall.found && verdict.wall.value * check.scale < material.thinnest)
     faults.push_back("its thinnest wall is less than the " + rounded(material.thinnest) + " mm that " +

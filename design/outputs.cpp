@@ -82,6 +82,10 @@ const ExportFormat* outputFormat(const std::string& fileName, const KnotFields& 
   return findFormat(extensionOf(fileName), flat ? DxfKind::flat : DxfKind::faces);
 }
 
+bool canBeTransparent(const ExportFormat& format) {
+  return format.identifier == "svg" || format.identifier == "pdf" || format.identifier == "png";
+}
+
 std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model) {
   if (!job.options.height || format.width != WidthOf::drawing) return wantedModelWidth(job.options, model);
   const KnotStyle style = knotStyle(job.document.fields, job.colours);

@@ -37,6 +37,9 @@ std::string sourceOf(const OutputJob& job);
 /// The width of a model, or of a drawing's flat lines with their bands, that gives it the size asked for.
 std::optional<double> wantedWidth(const ExportFormat& format, const OutputJob& job, const TubeModel& model);
 
+/// Whether files of the format can go without their background.
+bool canBeTransparent(const ExportFormat& format);
+
 /// The name of the second file that a welded OBJ of this name needs; empty where there is none, as for a
 /// fused body.
 std::string materialsBeside(const ExportFormat& format, const OutputOptions& options,

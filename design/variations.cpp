@@ -104,9 +104,10 @@ Result<std::vector<Param>> variedFields(const std::string& text) {
     int found = -1;
     for (int i = kParamCount - 1; i >= 0; --i) {
       const ParamSpec& spec = parameterTable()[static_cast<std::size_t>(i)];
-      const bool named =
-          lowerCase(trimmed(spec.caption)) == lowerCase(word) || lowerCase(spec.field) == lowerCase(word);
-      if (named && variesPicture(static_cast<Param>(i))) found = i;
+      const auto isWord = [&](std::string_view name) { return lowerCase(name) == lowerCase(word); };
+      if ((isWord(spec.caption) || isWord(spec.shortName) || isWord(spec.field)) &&
+          variesPicture(static_cast<Param>(i)))
+        found = i;
     }
     if (found < 0)
       return wrongUsage("\"" + word + "\" names no field that the picture changes with, such as Swish");

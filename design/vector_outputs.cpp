@@ -7,6 +7,7 @@
 #include "strands/animated_svg.h"
 #include "strands/cut_drawing.h"
 #include "strands/pdf_surface.h"
+#include "strands/strand_pick.h"
 #include "strands/svg_surface.h"
 
 namespace lorivan {
@@ -132,6 +133,14 @@ std::optional<double> millimetresPerPixel(const Document& document, const Knot& 
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
   const PictureBox box = drawnBox(knot.curve, style, view, false);
   return wantedScale(options, box.right - box.left, box.bottom - box.top);
+}
+
+std::optional<double> strandMillimetres(const Document& document, const Knot& knot,
+                                        const OutputOptions& options, int slot) {
+  const auto scale = millimetresPerPixel(document, knot, options);
+  if (!scale) return {};
+  const GridView view = viewOf(knot, document.fields, knotStyle(document.fields, {}), kReferenceWidth, true);
+  return *scale * strandLength(knot.curve, slot, view);
 }
 
 bool canBeCut(const ExportFormat& format) {

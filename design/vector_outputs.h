@@ -20,6 +20,10 @@ Result<double> pictureMillimetres(const OutputOptions& options, const GridView& 
 std::optional<double> millimetresPerPixel(const Document& document, const Knot& knot,
                                           const OutputOptions& options);
 
+/// Length of a strand's centre line in the finished thing; nothing where no size is asked for.
+std::optional<double> strandMillimetres(const Document& document, const Knot& knot,
+                                        const OutputOptions& options, int slot);
+
 Result<std::string> makeSvg(const OutputJob& job);
 Result<std::string> makePdf(const OutputJob& job);
 

@@ -58,6 +58,8 @@ std::string enumerated(const std::vector<std::string>& names) {
 
 bool isFlatDxf(const ExportFormat& format) { return format.write == writeDxf2D; }
 
+bool hasBinaryForm(const ExportFormat& format) { return format.write == writeStl; }
+
 std::span<const ExportFormat> exportFormats() { return kFormats; }
 
 const ExportFormat* findFormat(std::string_view extension, DxfKind dxf) {

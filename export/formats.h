@@ -43,6 +43,9 @@ std::span<const ExportFormat> exportFormats();
 /// Whether a row is the DXF of flat lines.
 bool isFlatDxf(const ExportFormat& format);
 
+/// Whether a row can be written in a binary form as well.
+bool hasBinaryForm(const ExportFormat& format);
+
 /// The row for an extension ("stl"; case does not matter) or for an option's settings number; null when
 /// there is none.
 const ExportFormat* findFormat(std::string_view extension, DxfKind dxf);

@@ -86,9 +86,13 @@ StrandRuns::Tour StrandRuns::tour(const Walls& walls) const {
   Tour tour;
   tour.passages.resize(part_.size());
   walk(walls, [&](std::size_t entry, bool first) {
-    if (first) tour.lengths.push_back(0);
+    if (first) {
+      tour.lengths.push_back(0);
+      tour.crossings.push_back(0);
+    }
     const Passage passage{static_cast<int>(tour.lengths.size()) - 1, tour.lengths.back()++,
-                          (entry & kSecondPoint) != 0};
+                          tour.crossings.back(), static_cast<std::uint8_t>(entry % 4)};
+    if (!walls[entry / 4]) ++tour.crossings.back();
     auto& two = tour.passages[entry / 4];
     two[two[0].strand < 0 ? 0 : 1] = passage;
   });
@@ -98,7 +102,102 @@ StrandRuns::Tour StrandRuns::tour(const Walls& walls) const {
 StrandRuns::Change StrandRuns::changeAt(const std::array<Passage, 2>& line) {
   const auto& [one, other] = line;
   if (one.strand != other.strand) return Change::join;
-  return one.back == other.back ? Change::split : Change::none;
+  const bool sameWay = ((one.entry ^ other.entry) & kSecondPoint) == 0;
+  return sameWay ? Change::split : Change::none;
+}
+
+ChangedRuns::ChangedRuns(const StrandRuns& runs, const Walls& walls)
+    : tour_(runs.tour(walls)), walls_(walls.begin(), walls.end()), whole_(runs.count(walls)) {
+  for (std::size_t s = 0; s < tour_.lengths.size(); ++s)
+    if (tour_.crossings[s] > 0) byLength_.push_back(static_cast<int>(s));
+  std::ranges::sort(byLength_, std::ranges::greater(),
+                    [&](int s) { return tour_.lengths[static_cast<std::size_t>(s)]; });
+  cutAtEnd_.resize(walls.size());
+  isCut_.resize(tour_.lengths.size());
+}
+
+/// Cuts in the order of strands and places, by one number each: strand, place, line and passage.
+void ChangedRuns::cutAt(const std::vector<int>& lines) {
+  order_.clear();
+  for (const int line : lines)
+    for (std::size_t which = 0; which < 2; ++which) {
+      const StrandRuns::Passage& passage = tour_.passages[static_cast<std::size_t>(line)][which];
+      order_.push_back(static_cast<std::uint64_t>(passage.strand) << 48 |
+                       static_cast<std::uint64_t>(passage.place) << 24 |
+                       static_cast<std::uint64_t>(line) << 1 | which);
+    }
+  std::ranges::sort(order_);
+  cuts_.resize(order_.size());
+  for (std::size_t i = 0; i < order_.size(); ++i) {
+    const std::size_t line = (order_[i] & 0xFFFFFF) >> 1;
+    Cut& cut = cuts_[i];
+    cut.passage = &tour_.passages[line][order_[i] & 1];
+    cut.line = static_cast<std::int32_t>(line);
+    cut.walked = false;
+    const std::size_t entry = cut.passage->entry;
+    // An entry is told from an exit by its sign.
+    cutAtEnd_[line][entry] = ~static_cast<std::int32_t>(i);
+    cutAtEnd_[line][across(entry, walls_[line] != 0)] = static_cast<std::int32_t>(i);
+  }
+}
+
+void ChangedRuns::measurePieces(StrandRuns::Counts& counts) {
+  for (std::size_t i = 0, first = 0; i < cuts_.size(); ++i) {
+    Cut& cut = cuts_[i];
+    const auto strand = static_cast<std::size_t>(cut.passage->strand);
+    const bool last = i + 1 == cuts_.size() || cuts_[i + 1].passage->strand != cut.passage->strand;
+    const StrandRuns::Passage& end = *cuts_[last ? first : i + 1].passage;
+    cut.next = static_cast<std::int32_t>(last ? first : i + 1);
+    cuts_[static_cast<std::size_t>(cut.next)].before = static_cast<std::int32_t>(i);
+    const int own = walls_[static_cast<std::size_t>(cut.line)] != 0 ? 0 : 1;
+    cut.length = end.place - cut.passage->place - 1 + (last ? tour_.lengths[strand] : 0);
+    cut.crossings = end.crossings - cut.passage->crossings - own + (last ? tour_.crossings[strand] : 0);
+    if (!last) continue;
+    isCut_[strand] = 1;
+    --(tour_.crossings[strand] > 0 ? counts.strands : counts.wallLoops);
+    first = i + 1;
+  }
+}
+
+/// Along a piece to its end, over the changed line to the next one, forwards or backwards.
+void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
+  for (std::size_t start = 0; start < cuts_.size(); ++start) {
+    if (cuts_[start].walked) continue;
+    int length = 0, crossings = 0;
+    auto piece = static_cast<std::int32_t>(start);
+    bool forwards = true;
+    do {
+      Cut& walked = cuts_[static_cast<std::size_t>(piece)];
+      walked.walked = true;
+      const Cut& at = forwards ? cuts_[static_cast<std::size_t>(walked.next)] : walked;
+      const auto line = static_cast<std::size_t>(at.line);
+      const bool wall = walls_[line] == 0;
+      length += walked.length + 1;
+      crossings += walked.crossings + (wall ? 0 : 1);
+      const std::size_t end = forwards ? at.passage->entry : across(at.passage->entry, !wall);
+      const std::int32_t cut = cutAtEnd_[line][across(end, wall)];
+      forwards = cut >= 0;
+      piece = forwards ? cut : cuts_[static_cast<std::size_t>(~cut)].before;
+    } while (piece != static_cast<std::int32_t>(start) || !forwards);
+    ++(crossings > 0 ? counts.strands : counts.wallLoops);
+    if (crossings > 0) counts.longest = std::max(counts.longest, length);
+  }
+}
+
+int ChangedRuns::longestOfOthers() const {
+  for (const int s : byLength_)
+    if (isCut_[static_cast<std::size_t>(s)] == 0) return tour_.lengths[static_cast<std::size_t>(s)];
+  return 0;
+}
+
+StrandRuns::Counts ChangedRuns::count(const std::vector<int>& lines) {
+  StrandRuns::Counts counts = whole_;
+  cutAt(lines);
+  measurePieces(counts);
+  counts.longest = longestOfOthers();
+  joinPieces(counts);
+  for (const Cut& cut : cuts_) isCut_[static_cast<std::size_t>(cut.passage->strand)] = 0;
+  return counts;
 }
 
 }  // namespace lorivan

@@ -38,13 +38,16 @@ class StrandRuns {
 
   /// One of the two places where strands pass a line.
   struct Passage {
-    int strand = -1;    // -1: none
-    int place = 0;      // how many lines the strand has passed before
-    bool back = false;  // from the line's second point to its first
+    int strand = -1;         // -1: none
+    int place = 0;           // how many lines the strand has passed before
+    int crossings = 0;       // and how many of these were crossings
+    std::uint8_t entry = 0;  // the line's end that the strand comes in by
+    bool operator==(const Passage&) const = default;
   };
   struct Tour {
     std::vector<std::array<Passage, 2>> passages;  // by line
     std::vector<int> lengths;                      // lines passed, by strand; wall loops are strands here
+    std::vector<int> crossings;                    // crossings among them, 0 for a wall loop
   };
   Tour tour(const Walls& walls) const;
 
@@ -59,6 +62,41 @@ class StrandRuns {
   std::vector<std::int32_t> corner_;  // the end that a corner joins with each
   std::vector<bool> part_;
   Walls walls_;
+};
+
+/// Counts what changing a few lines gives, in the time that these few take: it cuts the strands where the
+/// lines are and joins the pieces anew.
+class ChangedRuns {
+ public:
+  ChangedRuns(const StrandRuns& runs, const Walls& walls);
+
+  /// With these lines, each named once and part of the runs, turned from crossing to wall or back.
+  StrandRuns::Counts count(const std::vector<int>& lines);
+
+ private:
+  /// A place where a strand is cut. The piece that begins here ends at the strand's next cut.
+  struct Cut {
+    const StrandRuns::Passage* passage = nullptr;
+    std::int32_t line = 0;
+    std::int32_t next = 0;    // the cut that the piece ends at
+    std::int32_t before = 0;  // the cut whose piece ends here
+    std::int32_t length = 0;  // of the piece
+    std::int32_t crossings = 0;
+    bool walked = false;
+  };
+  void cutAt(const std::vector<int>& lines);
+  void measurePieces(StrandRuns::Counts& counts);
+  void joinPieces(StrandRuns::Counts& counts);
+  int longestOfOthers() const;
+
+  StrandRuns::Tour tour_;
+  std::vector<char> walls_;
+  StrandRuns::Counts whole_;
+  std::vector<int> byLength_;  // the drawn strands, longest first
+  std::vector<std::uint64_t> order_;
+  std::vector<Cut> cuts_;                              // by strand and place
+  std::vector<std::array<std::int32_t, 4>> cutAtEnd_;  // by line: the cut that an end belongs to
+  std::vector<char> isCut_;                            // by strand, of the call that runs
 };
 
 }  // namespace lorivan

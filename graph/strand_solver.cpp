@@ -3,17 +3,18 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <string>
+#include <utility>
 
 #include "base/random.h"
-#include "graph/strand_runs.h"
+#include "graph/fewest_changes.h"
 
 namespace lorivan {
 namespace {
 
-/// Line ends that all counts of one search may visit together: about 150 ms of one core.
-constexpr std::int64_t kMostVisits = 40'000'000;
+// What a search may spend, in changed lines that are counted: about 150 ms of one core in all. The search for
+// many strands shares it.
+constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
 
 /// Lines that change together, and what they become.
 struct Move {
@@ -21,12 +22,13 @@ struct Move {
   bool toWalls;
 };
 
-/// How far from the goal; smaller is better, from the first to the last.
-struct Score {
-  int distance = std::numeric_limits<int>::max();  // strands too many or too few, and worse faults
-  int changed = 0;                                 // lines
-  int shape = 0;                                   // which of two equal ways looks better
-  auto operator<=>(const Score&) const = default;
+/// A graph on the way to the goal.
+struct Stage {
+  Stage(const StrandRuns& runs, Walls which, int lines)
+      : walls(std::move(which)), changed(lines), around(runs, walls) {}
+  Walls walls;
+  int changed;  // lines that are not as at the start
+  ChangedRuns around;
 };
 
 class Search {
@@ -36,11 +38,11 @@ class Search {
         goal_(goal),
         orbits_(graph, goal.symmetry),
         start_(runs_.walls()),
-        first_(runs_.count(start_)) {
+        first_(runs_.count(start_)),
+        wanted_(goal.strands.value_or(goal.mostStrands)) {
     for (const std::vector<int>& orbit : orbits_.all())
       if (std::ranges::all_of(orbit, [&](int j) { return canChange(graph, j); }))
         for (const bool toWalls : {true, false}) moves_.push_back({&orbit, toWalls});
-    wanted_ = goal.strands.value_or(goal.mostStrands);
   }
 
   Result<StrandPlan> run();
@@ -49,23 +51,19 @@ class Search {
   bool canChange(const KnotGraph& graph, int line) const {
     return runs_.isPart(line) && graph.Lines[static_cast<std::size_t>(line)].Kind != kReversed;
   }
-
-  Score scoreOf(const Walls& walls, const StrandRuns::Counts& counts) const;
-  Score evaluate(const Walls& walls);
-  /// Makes the move; false when it changes nothing.
-  static bool make(const Move& move, Walls& walls);
-  void keep(const Walls& walls, const Score& score);
-  bool mayGoOn() const { return visits_ < kMostVisits; }
+  std::vector<int> changedLines(const Walls& walls) const;
+  StrandScore scoreOf(const StrandRuns::Counts& counts, int changed) const;
+  void keep(const Walls& walls, const StrandScore& score);
+  Stage stage(const Walls& walls);
+  StrandScore tryMove(Stage& stage, const Move& move);
+  void make(Stage& stage);
 
   void joinStrands();
-  void tryPairs();
-  void climb();
-  void anneal(const Rnd& random, std::int64_t visits);
-  void tidy();
-  void searchFurther();
-  std::size_t bestMove(const Walls& walls, Score& best);
-  std::size_t bestSingleLine(const Walls& walls, Score& best);
-  bool solved() const { return goal_.strands && best_.distance == 0; }
+  void climb(const Walls& from);
+  void anneal(const Walls& from, const Rnd& random, std::int64_t effort);
+  Walls randomWalls(const Rnd& random, double share) const;
+  void findFewest();
+  void findMany();
 
   StrandRuns runs_;
   const StrandGoal& goal_;
@@ -73,46 +71,71 @@ class Search {
   Walls start_;
   StrandRuns::Counts first_;
   std::vector<Move> moves_;
-  int wanted_ = 1;
-  std::int64_t visits_ = 0;
+  int wanted_;
+  std::int64_t effort_ = kEffort;
   Walls bestWalls_;
-  Score best_;
+  StrandScore best_;
+  std::vector<int> lines_;  // that the move tried last changes
 };
 
-/// Strands that would be too long, and loops that are never drawn, are worse than a wrong number.
-Score Search::scoreOf(const Walls& walls, const StrandRuns::Counts& counts) const {
+std::vector<int> Search::changedLines(const Walls& walls) const {
+  std::vector<int> lines;
+  for (std::size_t j = 0; j < walls.size(); ++j)
+    if (walls[j] != start_[j]) lines.push_back(static_cast<int>(j));
+  return lines;
+}
+
+/// Strands that would be too long, more than can be drawn, and loops that are never drawn are worse than a
+/// wrong number.
+StrandScore Search::scoreOf(const StrandRuns::Counts& counts, int changed) const {
   constexpr int kFault = 10'000;
-  Score score;
+  StrandScore score;
   score.distance = std::abs(counts.strands - wanted_) +
-                   kFault * std::max(0, counts.wallLoops - first_.wallLoops) +
+                   kFault * (std::max(0, counts.wallLoops - first_.wallLoops) +
+                             std::max(0, counts.strands - goal_.mostStrands)) +
                    (counts.strands == 0 || counts.longest > goal_.longest ? 100 * kFault : 0);
-  for (std::size_t j = 0; j < walls.size(); ++j) score.changed += walls[j] != start_[j];
+  score.changed = changed;
   // A number that was asked for is shared out evenly; many strands come from many short ones.
   score.shape = goal_.strands ? counts.longest : -counts.longest;
   return score;
 }
 
-Score Search::evaluate(const Walls& walls) {
-  visits_ += 4 * runs_.lineCount();
-  return scoreOf(walls, runs_.count(walls));
-}
-
-bool Search::make(const Move& move, Walls& walls) {
-  bool changed = false;
-  for (const int j : *move.orbit) {
-    changed |= walls[static_cast<std::size_t>(j)] != move.toWalls;
-    walls[static_cast<std::size_t>(j)] = move.toWalls;
-  }
-  return changed;
-}
-
-void Search::keep(const Walls& walls, const Score& score) {
+void Search::keep(const Walls& walls, const StrandScore& score) {
   if (!(score < best_)) return;
   best_ = score;
   bestWalls_ = walls;
 }
 
-/// Changing a line where two strands meet makes them one, whatever else has changed.
+Stage Search::stage(const Walls& walls) {
+  effort_ -= runs_.lineCount() / 2 + 1;
+  Stage made(runs_, walls, static_cast<int>(changedLines(walls).size()));
+  keep(walls, scoreOf(runs_.count(walls), made.changed));
+  return made;
+}
+
+/// What the move would lead to; the worst of all scores where it changes nothing.
+StrandScore Search::tryMove(Stage& stage, const Move& move) {
+  lines_.clear();
+  int changed = stage.changed;
+  for (const int line : *move.orbit) {
+    const auto j = static_cast<std::size_t>(line);
+    if (stage.walls[j] == move.toWalls) continue;
+    lines_.push_back(line);
+    changed += stage.walls[j] == start_[j] ? 1 : -1;
+  }
+  effort_ -= static_cast<std::int64_t>(lines_.size()) + 1;
+  return lines_.empty() ? StrandScore() : scoreOf(stage.around.count(lines_), changed);
+}
+
+/// The move that was tried last.
+void Search::make(Stage& from) {
+  Walls walls = from.walls;
+  for (const int j : lines_) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+  from = stage(walls);
+}
+
+/// Changing a line where two strands meet makes them one, whatever else has changed. Loops between walls are
+/// left alone: joining one takes a line and saves no strand.
 void Search::joinStrands() {
   const StrandRuns::Tour tour = runs_.tour(start_);
   std::vector<int> strand(tour.lengths.size());
@@ -121,146 +144,125 @@ void Search::joinStrands() {
     while (strand[static_cast<std::size_t>(s)] != s) s = strand[static_cast<std::size_t>(s)];
     return s;
   };
+  const auto isDrawn = [&](const StrandRuns::Passage& passage) {
+    return tour.crossings[static_cast<std::size_t>(passage.strand)] > 0;
+  };
   Walls walls = start_;
   int left = first_.strands - wanted_;
   for (const Move& move : moves_) {
-    const int line = move.orbit->front();
-    const auto& two = tour.passages[static_cast<std::size_t>(line)];
-    if (left <= 0 || move.toWalls == walls[static_cast<std::size_t>(line)]) continue;
+    const auto line = static_cast<std::size_t>(move.orbit->front());
+    const auto& two = tour.passages[line];
+    if (left <= 0 || move.toWalls == start_[line]) continue;
+    if (!isDrawn(two[0]) || !isDrawn(two[1])) continue;
     const int a = find(two[0].strand), b = find(two[1].strand);
     if (a == b) continue;
     strand[static_cast<std::size_t>(std::max(a, b))] = std::min(a, b);
-    make(move, walls);
+    walls[line] = move.toWalls;
     --left;
   }
-  keep(walls, evaluate(walls));
-}
-
-/// Without a symmetry what every line would do is known from one tour.
-std::size_t Search::bestSingleLine(const Walls& walls, Score& best) {
-  visits_ += 8 * runs_.lineCount();
-  const StrandRuns::Tour tour = runs_.tour(walls);
-  const int strands = runs_.count(walls).strands;
-  std::size_t found = moves_.size();
-  for (std::size_t i = 0; i < moves_.size(); ++i) {
-    const auto line = static_cast<std::size_t>(moves_[i].orbit->front());
-    if (walls[line] == moves_[i].toWalls) continue;
-    const auto& two = tour.passages[line];
-    const StrandRuns::Change change = StrandRuns::changeAt(two);
-    if (change == StrandRuns::Change::none) continue;
-    const bool splits = change == StrandRuns::Change::split;
-    Score score;
-    score.distance = std::abs(strands + (splits ? 1 : -1) - wanted_);
-    score.changed = walls[line] == start_[line] ? 1 : -1;
-    const int part = std::abs(two[1].place - two[0].place);
-    const int shorter = std::min(part, tour.lengths[static_cast<std::size_t>(two[0].strand)] - part);
-    score.shape = splits == goal_.strands.has_value() ? -shorter : shorter;
-    if (!(score < best)) continue;
-    // What the tour does not tell: a part without crossings is no strand.
-    Walls changed = walls;
-    make(moves_[i], changed);
-    const StrandRuns::Counts counts = runs_.count(changed);
-    visits_ += 4 * runs_.lineCount();
-    if (std::abs(counts.strands - wanted_) != score.distance || counts.wallLoops > first_.wallLoops) continue;
-    best = score;
-    found = i;
-  }
-  return found;
-}
-
-std::size_t Search::bestMove(const Walls& walls, Score& best) {
-  if (goal_.symmetry.isNone()) return bestSingleLine(walls, best);
-  std::size_t found = moves_.size();
-  for (std::size_t i = 0; i < moves_.size() && mayGoOn(); ++i) {
-    Walls changed = walls;
-    if (!make(moves_[i], changed)) continue;
-    const Score score = evaluate(changed);
-    if (!(score < best)) continue;
-    best = score;
-    found = i;
-  }
-  return found;
+  stage(walls);
 }
 
 /// Takes the best move again and again until none comes nearer.
-void Search::climb() {
-  Walls walls = start_;
-  Score reached = best_;
-  while (mayGoOn() && reached.distance > 0) {
-    Score best;
-    const std::size_t move = bestMove(walls, best);
-    if (move == moves_.size() || best.distance >= reached.distance) return;
-    make(moves_[move], walls);
-    reached = evaluate(walls);
-    keep(walls, reached);
+void Search::climb(const Walls& from) {
+  Stage here = stage(from);
+  int reached = scoreOf(runs_.count(here.walls), 0).distance;
+  while (effort_ > 0 && reached > 0) {
+    StrandScore best;
+    const Move* found = nullptr;
+    for (const Move& move : moves_) {
+      const StrandScore score = tryMove(here, move);
+      if (!(score < best)) continue;
+      best = score;
+      found = &move;
+    }
+    if (found == nullptr || best.distance >= reached) return;
+    reached = best.distance;
+    tryMove(here, *found);
+    make(here);
   }
 }
 
 /// Simulated annealing (S. Kirkpatrick et al., 1983): moves at random, and ever fewer of those that lead
 /// away. Changed lines weigh little, so that the fewest are found on the way.
-void Search::anneal(const Rnd& random, std::int64_t visits) {
-  constexpr double kStrand = 8, kHot = 6, kCold = 0.3;
-  const double changedWeight = goal_.strands ? 1 : 0;
-  const auto energy = [&](const Score& score) {
-    return kStrand * score.distance + changedWeight * score.changed;
-  };
-  const std::int64_t steps = visits / (4 * runs_.lineCount());
-  Walls walls = start_;
-  double reached = energy(evaluate(walls));
-  for (std::int64_t step = 0; step < steps; ++step) {
-    const double heat = kHot * std::pow(kCold / kHot, static_cast<double>(step) / static_cast<double>(steps));
+void Search::anneal(const Walls& from, const Rnd& random, std::int64_t effort) {
+  constexpr double kHot = 0.7, kCold = 0.05, kOrbit = 0.06;
+  const double line = kOrbit * static_cast<double>(orbits_.all().size()) / runs_.lineCount();
+  const auto energy = [&](const StrandScore& score) { return score.distance + line * score.changed; };
+  const std::int64_t end = std::max<std::int64_t>(0, effort_ - effort);
+  const double all = static_cast<double>(effort_ - end);
+  Stage here = stage(from);
+  double reached = energy(scoreOf(runs_.count(here.walls), here.changed));
+  while (effort_ > end) {
+    const double heat = kCold * std::pow(kHot / kCold, static_cast<double>(effort_ - end) / all);
     const auto drawn = static_cast<std::size_t>(random() * static_cast<double>(moves_.size()));
-    Walls changed = walls;
-    if (!make(moves_[std::min(drawn, moves_.size() - 1)], changed)) continue;
-    const Score score = evaluate(changed);
-    if (random() >= std::exp((reached - energy(score)) / heat)) continue;
-    keep(changed, score);
+    const StrandScore score = tryMove(here, moves_[std::min(drawn, moves_.size() - 1)]);
+    if (lines_.empty() || random() >= std::exp((reached - energy(score)) / heat)) continue;
     reached = energy(score);
-    walls.swap(changed);
+    make(here);
   }
 }
 
-/// Takes back what was changed without need.
-void Search::tidy() {
+/// So large a share of all orbits as walls.
+Walls Search::randomWalls(const Rnd& random, double share) const {
+  Walls walls = start_;
+  for (std::size_t i = 0; i < moves_.size(); i += 2) {  // of every orbit there are two moves
+    const bool wall = random() < share;
+    for (const int j : *moves_[i].orbit) walls[static_cast<std::size_t>(j)] = wall;
+  }
+  return walls;
+}
+
+/// The number that is wanted, by small sets of lines.
+void Search::findFewest() {
+  std::vector<ChangeWay> ways;
   for (const Move& move : moves_) {
-    Walls walls = bestWalls_;
-    if (make(move, walls)) keep(walls, evaluate(walls));
+    ChangeWay way{{}, static_cast<int>(move.orbit - orbits_.all().data())};
+    for (const int j : *move.orbit)
+      if (start_[static_cast<std::size_t>(j)] != move.toWalls) way.lines.push_back(j);
+    if (!way.lines.empty()) ways.push_back(std::move(way));
   }
+  const auto judge = [this](const StrandRuns::Counts& counts, int changed) {
+    return scoreOf(counts, changed);
+  };
+  FewestChanges fewest(runs_, start_, std::move(ways), judge, changedLines(bestWalls_), best_);
+  fewest.run(effort_, std::abs(first_.strands - wanted_));  // one line joins or splits at most once
+  Walls walls = start_;
+  for (const int j : fewest.lines()) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+  keep(walls, fewest.score());
 }
 
-/// All pairs of moves, where there are few enough.
-void Search::tryPairs() {
-  const auto pairs = static_cast<std::int64_t>(moves_.size() * moves_.size() / 2);
-  if (pairs * 4 * runs_.lineCount() > kMostVisits / 3) return;
-  for (std::size_t i = 0; i < moves_.size(); ++i)
-    for (std::size_t k = i + 1; k < moves_.size(); ++k) {
-      Walls walls = start_;
-      if (!make(moves_[i], walls) || !make(moves_[k], walls)) continue;
-      keep(walls, evaluate(walls));
-    }
-}
-
-void Search::searchFurther() {
-  if (goal_.strands && best_.changed > 1) tryPairs();
+/// From the start, and from many walls, between which strands are short.
+void Search::findMany() {
+  const std::int64_t rest = kEffort - kEffortForMany;
   const Rnd random = seededRandom(1);
-  for (int round = 4; round > 0 && mayGoOn(); --round) anneal(random, (kMostVisits - visits_) / round);
-  tidy();
+  for (const double share : {1.0, 0.8, 0.6}) climb(randomWalls(random, share));
+  for (int round = 5; round > 0 && effort_ > rest; --round) {
+    const Walls from = round == 1 ? start_ : round % 2 == 0 ? bestWalls_ : randomWalls(random, random());
+    anneal(from, random, (effort_ - rest) / round);
+  }
+  climb(bestWalls_);
+  // Then the fewest lines for what was reached.
+  wanted_ = runs_.count(bestWalls_).strands;
+  best_ = scoreOf(runs_.count(bestWalls_), best_.changed);
+  effort_ = rest;
+  findFewest();
 }
 
 Result<StrandPlan> Search::run() {
-  const Score asItIs = evaluate(start_);
-  keep(start_, asItIs);
-  if (!solved() && !moves_.empty()) {
-    const bool free = goal_.symmetry.isNone();
-    if (free && first_.strands > wanted_) joinStrands();
-    if (!solved()) climb();
-    const int least = std::abs(first_.strands - wanted_);  // one line joins or splits at most once
-    if (!solved() || !free || best_.changed > least) searchFurther();
+  stage(start_);
+  if (!moves_.empty() && best_.distance > 0) {
+    if (goal_.symmetry.isNone() && first_.strands > wanted_) joinStrands();
+    if (best_.distance > 0) climb(start_);
   }
+  const int least = std::abs(first_.strands - wanted_);
+  if (!goal_.strands && !moves_.empty())
+    findMany();
+  else if (goal_.strands && (best_.distance > 0 || best_.changed > least))
+    findFewest();
   StrandPlan plan;
   plan.strands = runs_.count(bestWalls_).strands;
-  for (std::size_t j = 0; j < bestWalls_.size(); ++j)
-    if (bestWalls_[j] != start_[j]) plan.lines.push_back(static_cast<int>(j));
+  plan.lines = changedLines(bestWalls_);
   if (!goal_.strands || best_.distance == 0) return plan;
   return impossibleKnot("no walls " + std::string(goal_.symmetry.isNone() ? "" : "in this symmetry ") +
                         "give " + std::to_string(wanted_) + (wanted_ == 1 ? " strand" : " strands") +

@@ -24,7 +24,16 @@ struct PictureLook {
   bool heightMap = false;    // greys by depth instead of lit colours
   bool transparent = false;  // straight alpha instead of the background
   bool draft = false;        // fewer samples, for a picture that is shown for a moment only
+  int alone = 0;             // slot of a strand that is white among black ones; 0: all have their colours
 };
+
+/// How much of red, green and blue a strand gives back in a picture of this look.
+inline std::array<float, 3> factorsIn(const PictureLook& look, const TubeStrand& strand) {
+  constexpr float kBlinding = 1000;  // in any light
+  if (look.alone == 0) return strand.factors;
+  const float all = strand.slot == look.alone ? kBlinding : 0;
+  return {all, all, all};
+}
 
 /// A place about the picture's centre in model units, x to the right, y down. `z` is the distance towards the
 /// eye; `nearness` falls with the distance from the eye, and is linear over the picture as z is not.

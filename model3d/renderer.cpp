@@ -29,7 +29,7 @@ void Renderer::render(const TubeModel& model, const LightSettings& light, const 
   quads_.build(model);
   project(model, view, lens, target);
   sortByDepth(model);
-  lightQuads(model, light, faceShare);
+  lightQuads(model, light, look, faceShare);
   paint(target, look);
 }
 
@@ -76,7 +76,8 @@ bool Renderer::facing(const QuadCorners& c) const {
   return turnsOf(at).left;
 }
 
-void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, float faceShare) {
+void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, const PictureLook& look,
+                          float faceShare) {
   const Shader shader(model, light, faceShare);
   marks_.resize(order_.size());
   argb_.resize(order_.size());
@@ -86,7 +87,7 @@ void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, fl
     marks_[quad] = lit.reached ? kReached : std::uint8_t{0};
     if (!facing(corners)) return;
     marks_[quad] |= lit.waiting ? kFacing | kWaiting : kFacing;
-    argb_[quad] = litColour(lit.intensity, model.strands[static_cast<std::size_t>(strand)].factors);
+    argb_[quad] = litColour(lit.intensity, factorsIn(look, model.strands[static_cast<std::size_t>(strand)]));
   });
   int reached = -1;
   for (const std::int32_t number : order_) {
@@ -94,7 +95,7 @@ void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, fl
     if ((marks_[quad] & kReached) != 0) reached = number;
     if ((marks_[quad] & kWaiting) == 0 || reached < 0) continue;
     const double intensity = shader.lightAfter(quads_.corners(number), quads_.corners(reached));
-    argb_[quad] = litColour(intensity, model.strands[quads_.strand(number)].factors);
+    argb_[quad] = litColour(intensity, factorsIn(look, model.strands[quads_.strand(number)]));
   }
 }
 

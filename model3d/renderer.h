@@ -27,7 +27,8 @@ class Renderer {
   void project(const TubeModel& model, const ViewState& view, const Lens& lens, PixelBlock target);
   void sortByDepth(const TubeModel& model);
   bool facing(const QuadCorners& corners) const;
-  void lightQuads(const TubeModel& model, const LightSettings& light, float faceShare);
+  void lightQuads(const TubeModel& model, const LightSettings& light, const PictureLook& look,
+                  float faceShare);
   void paint(PixelBlock target, const PictureLook& look);
 
   QuadIndex quads_;

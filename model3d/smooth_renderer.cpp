@@ -43,7 +43,8 @@ void SmoothRenderer::render(const TubeModel& model, const LightSettings& light, 
   placing_ = placing(model, projection, lens, target.width, target.height);
   frame(model, projection, target);
   while (nextBand()) {
-    for (const TubeStrand& strand : model.strands) drawStrand(model, strand, projection, lamp);
+    for (const TubeStrand& strand : model.strands)
+      drawStrand(model, strand, projection, lamp, factorsIn(look, strand));
     reduceBand(target);
   }
 }
@@ -106,14 +107,15 @@ bool SmoothRenderer::nextBand() {
 }
 
 void SmoothRenderer::drawStrand(const TubeModel& model, const TubeStrand& strand,
-                                const Projection& projection, const SmoothLight& light) {
+                                const Projection& projection, const SmoothLight& light,
+                                const std::array<float, 3>& factors) {
   ringCorners(model, strand.firstRing, projection, light, first_);
   here_ = first_;
   for (int r = 0; r < strand.ringCount; ++r) {
     const int ring = strand.firstRing + r;
     const bool last = r + 1 == strand.ringCount;
     if (!last) ringCorners(model, ring + 1, projection, light, there_);
-    joinCorners(here_, last ? first_ : there_, model.join(ring), light, strand.factors);
+    joinCorners(here_, last ? first_ : there_, model.join(ring), light, factors);
     here_.swap(there_);
   }
 }

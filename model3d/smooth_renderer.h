@@ -44,7 +44,7 @@ class SmoothRenderer {
   void frame(const TubeModel& model, const Projection& projection, PixelBlock target);
   bool nextBand();
   void drawStrand(const TubeModel& model, const TubeStrand& strand, const Projection& projection,
-                  const SmoothLight& light);
+                  const SmoothLight& light, const std::array<float, 3>& factors);
   void ringCorners(const TubeModel& model, int ring, const Projection& projection, const SmoothLight& light,
                    std::vector<Corner>& out) const;
   void joinCorners(const std::vector<Corner>& here, const std::vector<Corner>& there, int join,

@@ -2,6 +2,7 @@
 // from the back end's entry point (platform/entry.h).
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -24,6 +25,17 @@ inline Status checkPictureSize(int width, int height) {
   return {};
 }
 
+struct PictureSize {
+  int width = 1, height = 1;
+};
+
+/// The size of a picture that is made smaller, with its proportion, where it does not fit into a box.
+inline PictureSize sizeWithin(PictureSize picture, PictureSize box) {
+  const double factor = std::min({1.0, 1.0 * box.width / picture.width, 1.0 * box.height / picture.height});
+  return {std::max(1, static_cast<int>(picture.width * factor)),
+          std::max(1, static_cast<int>(picture.height * factor))};
+}
+
 class Platform {
  public:
   virtual ~Platform() = default;
@@ -32,7 +44,8 @@ class Platform {
   virtual Result<std::unique_ptr<Surface>> createSurface(int width, int height) = 0;
   /// The bytes of a picture file. A PNG keeps the transparency of Surface::clearTransparent.
   virtual Result<std::string> encodePicture(Surface& picture, PictureFormat format) = 0;
-  /// A picture file (BMP, PNG, JPEG) scaled to fit into width x height, on white; for tracing over.
+  /// A picture file (BMP, PNG, JPEG) on white, for tracing. The surface has the picture's size, or is as
+  /// large as fits into width x height, see sizeWithin().
   virtual Result<std::unique_ptr<Surface>> loadPicture(const std::string& path, int width, int height) = 0;
 
   /// A metafile in memory, empty.

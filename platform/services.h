@@ -25,11 +25,18 @@ class Settings {
   virtual Status flush() { return {}; }
 };
 
+/// A drawing as the bytes of files; each back end takes what its system's programs read.
+struct ClipboardDrawing {
+  std::string svg, metafile;
+};
+
 class Clipboard {
  public:
   virtual ~Clipboard() = default;
   virtual void clear() = 0;
   virtual Status putPicture(Surface& picture) = 0;
+  /// Both at once: the drawing comes first, the picture is for programs that read no drawings.
+  virtual Status putDrawing(const ClipboardDrawing& drawing, Surface& picture) = 0;
 };
 
 class Clock {

@@ -3,6 +3,7 @@
 // nothing of what the controls mean.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "base/colour.h"
+#include "platform/print_page.h"
 #include "platform/services.h"
 #include "platform/surface.h"
 
@@ -122,6 +124,19 @@ struct OptionDialogSpec {
   std::vector<OptionLine> lines;
 };
 
+/// A small picture beside the text of a list's item, in whatever colour the text has: how far each pixel is
+/// covered, 0 to 255, in rows from the top.
+struct ItemPicture {
+  int width = 0, height = 0;
+  std::vector<std::uint8_t> cover;
+};
+
+/// A page to be printed. Orientation and paper are what the dialog begins with; the user may choose others.
+struct PrintSpec {
+  std::string title;  // of the job in the printer's queue
+  bool landscape = false;
+};
+
 enum class MessageIcon { none, critical };
 
 enum class SaveAnswer { save, discard, cancel };
@@ -149,6 +164,9 @@ struct WindowEvents {
   std::function<void(ControlId, int)> stepped;
   std::function<void(ControlId)> escaped;  // number: Escape was pressed in it, and `key` did not take it
   std::function<void()> coloursChanged;    // faceColour() and textColour() are others
+  // The pointer came over a control, be it disabled, or the user gave it the focus; for a label it is the
+  // control that it names. -1: the pointer left it for a large picture or for nothing.
+  std::function<void(ControlId)> pointed;
 };
 
 struct WindowSpec {
@@ -197,6 +215,8 @@ class Window {
   virtual bool checked(ControlId control) const = 0;  // check, radio
   virtual void setChecked(ControlId control, bool on) = 0;
   virtual void setItems(ControlId list, const std::vector<std::string>& items) = 0;
+  /// Pictures beside the items, as many as there are, or none. They are scaled to the height of a line.
+  virtual void setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures) = 0;
   virtual int selected(ControlId list) const = 0;  // -1: none
   virtual void select(ControlId list, int index) = 0;
   /// Gives a control the focus, and its entry is selected as a whole. Nothing happens when it cannot be used.
@@ -242,6 +262,9 @@ class Window {
   /// The text entered, or an empty text when the user cancelled.
   virtual std::string inputBox(const std::string& prompt, const std::string& title,
                                const std::string& initial) = 0;
+  /// Asks for a printer and prints what `draw` draws on its page. False when the user cancelled; nothing is
+  /// printed then, nor when `draw` fails, whose error is passed on.
+  virtual Result<bool> print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) = 0;
 };
 
 }  // namespace lorivan

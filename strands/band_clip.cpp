@@ -87,21 +87,14 @@ class CentreLine {
 
   /// Whether a point is within the band around the line, `half` to each side, with straight ends.
   bool isInBand(Vec p, double half) const {
-    double least = half * half;
-    std::size_t nearest = chords_.size();
+    const double least = half * half;
     if (all_.squareTo(p) >= least) return false;
-    for (std::size_t b = 0; b < boxes_.size(); ++b) {
-      if (boxes_[b].squareTo(p) >= least) continue;
-      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
-      for (std::size_t i = b * kBlock; i < end; ++i)
-        if (const double square = chords_[i].squareTo(p); square < least) {
-          least = square;
-          nearest = i;
-        }
-    }
-    if (nearest == chords_.size()) return false;
-    if (nearest == 0 && dot(p - begin_.at, begin_.along) < 0) return false;
-    return nearest + 1 < chords_.size() || dot(p - end_.at, end_.along) <= 0;
+    const bool isBefore = dot(p - begin_.at, begin_.along) < 0;
+    const bool isBehind = dot(p - end_.at, end_.along) > 0;
+    if (!isBefore && !isBehind) return isWithin(p, least);
+    const std::size_t nearest = nearestChord(p, least);
+    if (nearest == chords_.size() || (isBefore && nearest == 0)) return false;
+    return !isBehind || nearest + 1 < chords_.size();
   }
 
  private:
@@ -117,10 +110,43 @@ class CentreLine {
              o.low.y <= high.y + far;
     }
     double squareTo(Vec p) const {
-      const Vec away{std::max({low.x - p.x, p.x - high.x, 0.0}), std::max({low.y - p.y, p.y - high.y, 0.0})};
+      const Vec away{p.x - std::clamp(p.x, low.x, high.x), p.y - std::clamp(p.y, low.y, high.y)};
       return dot(away, away);
     }
   };
+
+  /// Whether any chord is nearer than the root of a square. Begins where the last search ended.
+  bool isWithin(Vec p, double square) const {
+    const auto isIn = [&](std::size_t block) {
+      if (boxes_[block].squareTo(p) >= square) return false;
+      const std::size_t end = std::min((block + 1) * kBlock, chords_.size());
+      for (std::size_t i = block * kBlock; i < end; ++i)
+        if (chords_[i].squareTo(p) < square) return true;
+      return false;
+    };
+    if (isIn(last_)) return true;
+    for (std::size_t b = 0; b < boxes_.size(); ++b)
+      if (b != last_ && isIn(b)) {
+        last_ = b;
+        return true;
+      }
+    return false;
+  }
+
+  /// The number of the nearest chord; past the end where none is nearer than the root of a square.
+  std::size_t nearestChord(Vec p, double least) const {
+    std::size_t nearest = chords_.size();
+    for (std::size_t b = 0; b < boxes_.size(); ++b) {
+      if (boxes_[b].squareTo(p) >= least) continue;
+      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
+      for (std::size_t i = b * kBlock; i < end; ++i)
+        if (const double square = chords_[i].squareTo(p); square < least) {
+          least = square;
+          nearest = i;
+        }
+    }
+    return nearest;
+  }
 
   void add(const Chord& chord) {
     if (chords_.empty()) all_ = {chord.from, chord.from};
@@ -136,6 +162,7 @@ class CentreLine {
   std::vector<Box> boxes_;  // of blocks of chords
   Box all_;
   LinePoint begin_, end_;
+  mutable std::size_t last_ = 0;  // the block in which something was found last
 };
 
 /// A part of a line that may be a border. What it surrounds would lie on the side that quarter() points to.
@@ -213,6 +240,7 @@ class BandClipper {
 
   /// Both sides and the straight ends of a piece, round it.
   void addSides(const std::vector<LinePoint>& points, double distance, int cover) {
+    lines_.reserve(lines_.size() + 2 * points.size());
     const auto beside = [](const LinePoint& p, double away) {
       return LinePoint{p.at + quarter(p.along) * away, p.along};
     };
@@ -290,8 +318,8 @@ class BandClipper {
   /// What other bands are there is asked for on the line itself, so that nothing is lost at flat angles.
   bool isBorder(const Border& border, Vec middle, Vec aside) const {
     if (border.cover < 0)
-      return line_.isInBand(middle + aside, half_) && !line_.isInBand(middle - aside, half_) &&
-             !isCovered(middle, nullptr);
+      return !isCovered(middle, nullptr) && line_.isInBand(middle + aside, half_) &&
+             !line_.isInBand(middle - aside, half_);
     const Cover& cover = covers_[static_cast<std::size_t>(border.cover)];
     return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);

@@ -146,9 +146,13 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
     const double end = isOwn == (direction > 0) ? band.to : band.from;
     most = std::min(most, wayTo(end) * (isOwn ? 0.5 : 1));
   }
-  double reach = 0;
-  for (double way = 0; reach < most && way < kCoverReach * clear_; reach += 0.5)
-    way += 0.5 * lengthOf(over.spot(c.overAt + direction * reach).along);
+  // Exactly as far as it may, so that small differences never move the end by a step.
+  double reach = 0, rest = kCoverReach * clear_;
+  for (; reach < most && rest > 0; ++reach) {
+    const double way = lengthOf(over.spot(c.overAt + direction * (reach + 0.5)).along);
+    if (way >= rest) reach += rest / way - 1;
+    rest -= way;
+  }
   return std::min(std::max(reach, least), most);
 }
 
@@ -179,9 +183,10 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   for (const int sense : {-1, 1})
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
       const Vec away = over.point(i) - at;
-      if (dot(away, away) > 16 * clear_ * clear_) break;
-      if (dot(away, away) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
-      nearest = dot(away, away);
+      const double square = dot(away, away);
+      if (square > 16 * clear_ * clear_) break;
+      if (square >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
+      nearest = square;
       exit.foot = i;
     }
   return nearest < least;
@@ -200,6 +205,9 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
                             BandExit& exit) const {
   const BandLoop &under = loop(c.under), &over = overOf(c);
   double edge = 0, expected = 0;
+  // What a step leaves is the square of the gap by the diameter of a bend, which seldom is a quarter of the
+  // band's.
+  const double settled = std::max(tolerance_ / 2, half_ / 8) * tolerance_ / 2;
   for (int step = 0; step < 6; ++step) {
     const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
     if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
@@ -209,7 +217,7 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
     const Vec a = step == 0 ? s.along : s.along * side.share, b = step == 0 ? o.along : o.along * hem.share;
     const double area = cross(a, b);
     if ((step > 0 && (side.share <= 0 || hem.share <= 0)) || !(std::fabs(area) > 1e-9)) return false;
-    const bool isLast = step > 0 && dot(gap, gap) < tolerance_ * tolerance_ / 4;
+    const bool isLast = step > 0 && dot(gap, gap) < settled;
     exit.place += cross(gap, b) / area;
     exit.foot += cross(gap, a) / area;
     const double travelled = (exit.place - c.underAt) * direction;

@@ -16,11 +16,12 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view)
       lap_(curve.lap(slot) * acrossScale(view)) {
   std::vector<Node> nodes;
   const auto at = static_cast<std::size_t>(slot);
+  nodes.reserve(static_cast<std::size_t>(curve.last[at] - curve.first[at] + 1));
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
     const SamplePlace place = samplePlace(curve, sample, view);
     const Vec p{place.x, place.y};
-    if (nodes.empty() || lengthOf(p - nodes.back().at) > kSame) nodes.push_back({p, {}, curve.Z[sample]});
+    if (nodes.empty() || lengthOf(p - nodes.back().at) > kSame) nodes.push_back({p, {}, {}, curve.Z[sample]});
   }
   const auto meetsFirst = [&] {
     return lengthOf(nodes.back().at - nodes.front().at - Vec{lap_, 0}) <= kSame;
@@ -30,7 +31,11 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view)
   size_ = static_cast<int>(nodes.size());
   nodes_ = std::make_shared<Node[]>(nodes.size());
   std::ranges::copy(nodes, nodes_.get());
-  for (int i = 0; i < size_; ++i) nodes_[wrap(i)].along = (point(i + 1) - point(i - 1)) * 0.5;
+  for (int i = 0; i < size_; ++i) {
+    Node& node = nodes_[wrap(i)];
+    node.along = (point(i + 1) - point(i - 1)) * 0.5;
+    node.direction = unit(node.along);
+  }
 }
 
 std::optional<double> BandLoop::sameLine(const BandLoop& other) const {

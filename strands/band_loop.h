@@ -46,6 +46,7 @@ class BandLoop {
     return {at.x + x, at.y};
   }
   Vec tangent(int i) const { return nodes_[wrap(i)].along; }
+  Vec direction(int i) const { return nodes_[wrap(i)].direction; }
   /// Whether its laps lie on one another.
   bool isRing() const { return turns_ == 0; }
   /// Periods that it goes to the right in one lap, and how many pixels that is.
@@ -72,7 +73,7 @@ class BandLoop {
 
  private:
   struct Node {
-    Vec at, along;
+    Vec at, along, direction;
     double height = 0;
   };
   std::size_t wrap(int i) const {
@@ -98,10 +99,13 @@ inline BandLoop::Spot BandLoop::spot(double place) const {
   auto low = static_cast<int>(place);
   if (low > place) --low;
   const double t = place - low;
-  double left = left_, right = left_;
-  const Node &a = nodes_[wrap(low, left)], &b = nodes_[wrap(low + 1, right)];
-  const Vec from{a.at.x + left, a.at.y}, d{b.at.x + right - from.x, b.at.y - a.at.y},
-      square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
+  double left = left_;
+  const std::size_t at = wrap(low, left);
+  const bool isLast = at + 1 == static_cast<std::size_t>(size_);
+  const Node &a = nodes_[at], &b = nodes_[isLast ? 0 : at + 1];
+  const Vec from{a.at.x + left, a.at.y};
+  const Vec d{b.at.x + (isLast ? left + lap_ : left) - from.x, b.at.y - a.at.y};
+  const Vec square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
   return {from + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
           square * 2 + cube * (6 * t)};
 }

@@ -29,27 +29,30 @@ class Outliner {
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest))),
+        fit_(options.fitted ? tolerance_ : 0),
         exits_(loops, seam, half_, clear_, tolerance_) {}
 
   BandOutlines run() {
     BandOutlines outlines;
     outlines.strands.reserve(loops_.size());
-    const std::span<const BandCrossing> crossings(exits_.crossings());
-    auto at = crossings.begin();
-    for (std::size_t l = 0; l < loops_.size() && clipped_ <= options_.mostClipped; ++l) {
-      const auto begin = at;
-      while (at != crossings.end() && at->under == static_cast<int>(l)) ++at;
-      outlines.strands.push_back(outline(static_cast<int>(l), {begin, at}));
-    }
-    outlines.crowded = crowded_;
+    const std::vector<BandCrossing>& crossings = exits_.crossings();
+    leaveAll(crossings);
     outlines.complete = clipped_ <= options_.mostClipped;
+    outlines.crowded = crowded_;
+    std::size_t at = 0;
+    for (std::size_t l = 0; l < loops_.size() && outlines.complete; ++l) {
+      const std::size_t begin = at;
+      while (at < crossings.size() && crossings[at].under == static_cast<int>(l)) ++at;
+      outlines.strands.push_back(outline(static_cast<int>(l), begin, at));
+    }
     return outlines;
   }
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
 
-  StrandOutline outline(int number, std::span<const BandCrossing> unders) {
+  /// A strand that lies under others at the crossings from number `begin` on.
+  StrandOutline outline(int number, std::size_t begin, std::size_t end) {
     const BandLoop& band = loop(number);
     StrandOutline made;
     made.slot = band.slot();
@@ -59,20 +62,28 @@ class Outliner {
       if (band.isRing()) made.centre.back() = made.centre.front();
     }
     if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
-    if (unders.empty()) {
+    if (begin == end) {
       made.stretches.push_back({ring(band, calm, half_), made.centre});
       return made;
     }
-    std::vector<BandEnd> back, on;
-    for (const BandCrossing& c : unders) {
-      back.push_back(exits_.leave(c, -1));
-      on.push_back(exits_.leave(c, 1));
-      if (back.back().isCrowded() || on.back().isCrowded()) ++crowded_;
-    }
-    for (std::size_t i = 0; i + 1 < unders.size(); ++i) stretch(band, on[i], back[i + 1], 0, made);
-    stretch(band, on.back(), back.front(), band.size(), made);
+    made.stretches.reserve(end - begin);
+    for (std::size_t i = begin; i + 1 < end; ++i) stretch(band, on_[i], back_[i + 1], 0, made);
+    stretch(band, on_[end - 1], back_[begin], band.size(), made);
     return made;
   }
+
+  /// Finds both ends at every crossing, of which those of one strand follow one another, and counts.
+  void leaveAll(const std::vector<BandCrossing>& crossings) {
+    back_.reserve(crossings.size());
+    on_.reserve(crossings.size());
+    for (const BandCrossing& c : crossings) {
+      back_.push_back(exits_.leave(c, -1));
+      on_.push_back(exits_.leave(c, 1));
+      crowded_ += back_.back().isCrowded() || on_.back().isCrowded();
+      clipped_ += mustClip(back_.back()) || mustClip(on_.back());
+    }
+  }
+  static bool mustClip(const BandEnd& end) { return !end.isPlain || end.isCrowded(); }
 
   /// A good sample to begin a ring at: the one that is furthest, in samples, from any sharp bend.
   static int calmPlace(const BandLoop& band) {
@@ -111,7 +122,7 @@ class Outliner {
       if (line_.points.size() < 4) continue;  // nothing left: a disc has no hole
       if (sense > 0) reverseSide(line_);
       BandContour contour{toPointF(line_.points.front().at)};
-      appendSide(line_, tolerance_, contour);
+      appendSide(line_, line_.corners.empty() ? fit_ : tolerance_, contour);
       contour.back() = contour.front();
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
@@ -174,7 +185,7 @@ class Outliner {
   }
 
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
-  void cap(const BandLoop& band, const BandEnd& end, int fromSide, BandContour& contour) {
+  void cap(const BandLoop& band, const BandEnd& end, int fromSide, double fit, BandContour& contour) {
     const BandLoop& over = end.over;
     const BandExit &a = end.side[fromSide], &b = end.side[1 - fromSide];
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
@@ -204,7 +215,7 @@ class Outliner {
     reverseSide(edge_);
     dropBehind({to.at, to.along * -1}, edge_);
     reverseSide(edge_);
-    appendSide(edge_, tolerance_, contour);
+    appendSide(edge_, fit, contour);
   }
 
   /// Lets a side begin at a point: what it has behind that, at the rest of a fold, is left out.
@@ -219,12 +230,11 @@ class Outliner {
   }
 
   void stretch(const BandLoop& band, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
-    if (clipped_ > options_.mostClipped) return;
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
     if (lap > 0) end.over = end.over.moved(band.lap());
     const std::size_t before = made.stretches.size();
-    if (!begin.isPlain || !end.isPlain || begin.isCrowded() || end.isCrowded())
+    if (mustClip(begin) || mustClip(end))
       clipped(band, begin, end, first, last, made);
     else
       plain(band, begin, end, made);
@@ -242,20 +252,28 @@ class Outliner {
       ++gone;
     }
     if (gone == 2) return;
+    BandContour contour = around(band, begin, end, fit_);
+    const double from = std::min(begin.side[0].place, begin.side[1].place);
+    const double to = std::max(end.side[0].place, end.side[1].place);
+    if (!mayCross_ && !mayFold(band, from, to)) {
+      made.stretches.emplace_back().contours.push_back(std::move(contour));
+      return;
+    }
+    if (fit_ != tolerance_) contour = around(band, begin, end, tolerance_);
+    addStretches(simple(std::move(contour)), made);
+  }
+
+  /// Along one side of a stretch, its end, back along the other side, and its beginning.
+  BandContour around(const BandLoop& band, const BandEnd& begin, const BandEnd& end, double fit) {
     mayCross_ = false;
     BandContour contour;
     contour.reserve(kUsualPoints);
-    appendSideOf(band, begin, end, 0, contour);
-    cap(band, end, 0, contour);
-    appendSideOf(band, begin, end, 1, contour);
-    cap(band, begin, 1, contour);
+    appendSideOf(band, begin, end, 0, fit, contour);
+    cap(band, end, 0, fit, contour);
+    appendSideOf(band, begin, end, 1, fit, contour);
+    cap(band, begin, 1, fit, contour);
     contour.back() = contour.front();
-    const double from = std::min(begin.side[0].place, begin.side[1].place);
-    const double to = std::max(end.side[0].place, end.side[1].place);
-    if (mayCross_ || mayFold(band, from, to))
-      addStretches(simple(std::move(contour)), made);
-    else
-      made.stretches.push_back({{std::move(contour)}, {}});
+    return contour;
   }
 
   std::vector<BandContour> simple(BandContour contour) const {
@@ -268,7 +286,7 @@ class Outliner {
     const auto holes = std::stable_partition(contours.begin(), contours.end(),
                                              [](const BandContour& c) { return contourArea(c) > 0; });
     for (auto outer = contours.begin(); outer != holes; ++outer)
-      made.stretches.push_back({{std::move(*outer)}, {}});
+      made.stretches.emplace_back().contours.push_back(std::move(*outer));
     for (auto hole = holes; hole != contours.end() && holes != contours.begin(); ++hole)
       made.stretches[before].contours.push_back(std::move(*hole));
   }
@@ -277,7 +295,6 @@ class Outliner {
   /// to what covers it.
   void clipped(const BandLoop& band, BandEnd begin, BandEnd end, double first, double last,
                StrandOutline& made) {
-    ++clipped_;
     const BandPiece piece{band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
@@ -287,7 +304,7 @@ class Outliner {
     addStretches(std::move(all), made);
   }
 
-  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side,
+  void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side, double fit,
                     BandContour& contour) {
     const double from = begin.side[side].place, to = end.side[side].place;
     if (contour.empty())
@@ -296,13 +313,15 @@ class Outliner {
     followSide(band, from, to, side == 0 ? -half_ : half_, line_);
     mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
-    appendSide(line_, tolerance_, contour);
+    appendSide(line_, fit, contour);
   }
 
   const std::vector<BandLoop>& loops_;
   const OutlineOptions& options_;
   double half_, clear_, tolerance_;
+  double fit_;  // tolerance of plain contours
   BandExits exits_;
+  std::vector<BandEnd> back_, on_;  // of each crossing
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself

@@ -23,8 +23,9 @@ struct OutlineOptions {
   double grow = 0;       // moves every outline outwards, or inwards below 0: half the width of a cut
   bool centres = false;  // whether strands and stretches get their centre lines
   bool rings = false;    // whether strands get their whole bands with edges
-  /// Stretches that are cut by distances cost a tenth of a millisecond each; past this number of them the
-  /// outlines stay incomplete.
+  bool fitted = true;    // few segments; else many, which are made faster
+  /// Stretches that are cut by distances take some time. Where more crossings than this have such ends, there
+  /// are no outlines.
   int mostClipped = std::numeric_limits<int>::max();
 };
 

@@ -9,12 +9,13 @@ void BandPainter::strand(int slot) { strandStart(slot, std::numeric_limits<int>:
 
 void BandPainter::edge(int slot) {
   loopPoints(curve_, slot, view_, false, points_);
+  slot_ = 0;  // others are rounded where there are pixels
   stretch(slot, 0, points_.size(), std::max(outer(), inner()), 0, CapStyle::round);
 }
 
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.
 void BandPainter::strandStart(int slot, int count) {
-  loopPoints(curve_, slot, view_, surface_.isRaster(), points_);
+  takePoints(slot);
   const int samples = static_cast<int>(points_.size());
   if (count < 2 || samples < 2) return;
   const auto pieces = static_cast<std::size_t>(count < samples ? count - 1 : samples);
@@ -23,7 +24,7 @@ void BandPainter::strandStart(int slot, int count) {
 }
 
 void BandPainter::overRun(int slot, const OverRun& run) {
-  loopPoints(curve_, slot, view_, surface_.isRaster(), points_);
+  takePoints(slot);
   const std::size_t begin = loopIndex(curve_, slot, run.begin);
   const auto count = static_cast<std::size_t>(run.count);
   const bool wholeStrand = count == points_.size();
@@ -31,6 +32,12 @@ void BandPainter::overRun(int slot, const OverRun& run) {
   const std::size_t black = wholeStrand ? count : count - std::min<std::size_t>(count, 3);
   stretch(slot, begin, black, outer(), 0, CapStyle::flat);
   stretch(slot, begin, wholeStrand ? count : count - 1, inner(), style_.bandColour(slot), CapStyle::round);
+}
+
+void BandPainter::takePoints(int slot) {
+  if (slot == slot_) return;
+  loopPoints(curve_, slot, view_, surface_.isRaster(), points_);
+  slot_ = slot;
 }
 
 void BandPainter::stretch(int slot, std::size_t begin, std::size_t pieces, float width, Colour colour,

@@ -27,6 +27,7 @@ class BandPainter {
  private:
   float outer() const { return static_cast<float>(style_.outerWidth() * view_.pixelFactor()); }
   float inner() const { return static_cast<float>(style_.innerWidth() * view_.pixelFactor()); }
+  void takePoints(int slot);
   void stretch(int slot, std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps);
 
   Surface& surface_;
@@ -34,6 +35,7 @@ class BandPainter {
   const KnotStyle& style_;
   const GridView& view_;
   Seam seam_;
+  int slot_ = 0;  // whose points these are
   std::vector<PointF> points_, bezier_;
 };
 

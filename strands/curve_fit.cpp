@@ -9,10 +9,17 @@ constexpr std::size_t kLongestSpan = 48;  // that one segment is tried on
 
 struct Cubic {
   Vec a, b, c, d;
-  Vec at(double t) const {
-    const double s = 1 - t;
-    return a * (s * s * s) + b * (3 * s * s * t) + c * (3 * s * t * t) + d * (t * t * t);
-  }
+};
+
+/// The same, to be asked for many of its points.
+struct Polynomial {
+  explicit Polynomial(const Cubic& p)
+      : start(p.a),
+        once((p.b - p.a) * 3),
+        square((p.a - p.b * 2 + p.c) * 3),
+        cube(p.d - p.a + (p.b - p.c) * 3) {}
+  Vec at(double t) const { return start + (once + (square + cube * t) * t) * t; }
+  Vec start, once, square, cube;
 };
 
 /// An arc of angle v between its end directions has controls at this part of its chord: 1 / (3 cos^2(v / 4)).
@@ -53,17 +60,18 @@ class Fitter {
   Cubic fit(std::size_t i, std::size_t j) const {
     const LinePoint &from = points_[i], &to = points_[j];
     double aa = 0, ab = 0, bb = 0, ra = 0, rb = 0;
+    const double first = way_[i], inverse = 1 / (way_[j] - first);
     for (std::size_t k = i + 1; k < j; ++k) {
-      const double t = share(i, j, k), s = 1 - t;
+      const double t = (way_[k] - first) * inverse, s = 1 - t;
       const double b1 = 3 * s * s * t, b2 = 3 * s * t * t;
-      const Vec a = from.along * b1, b = to.along * -b2;
       const Vec rest = points_[k].at - from.at * (s * s * s + b1) - to.at * (t * t * t + b2);
-      aa += dot(a, a);
-      ab += dot(a, b);
-      bb += dot(b, b);
-      ra += dot(rest, a);
-      rb += dot(rest, b);
+      aa += b1 * b1;
+      ab += b1 * b2;
+      bb += b2 * b2;
+      ra += dot(rest, from.along) * b1;
+      rb -= dot(rest, to.along) * b2;
     }
+    ab *= -dot(from.along, to.along);
     const double all = way_[j] - way_[i], area = aa * bb - ab * ab;
     const double reachA = (ra * bb - rb * ab) / area, reachB = (rb * aa - ra * ab) / area;
     const auto sound = [all](double reach) { return reach > 0.2 * all && reach < 0.55 * all; };
@@ -72,21 +80,17 @@ class Fitter {
   }
 
   bool follows(const Cubic& cubic, std::size_t i, std::size_t j, double tolerance) const {
+    const Polynomial curve(cubic);
+    const double first = way_[i], all = way_[j] - first, inverse = 1 / all;
     for (std::size_t k = i + 1; k < j; ++k) {
-      const Vec off = cubic.at(share(i, j, k)) - points_[k].at;
+      const Vec off = curve.at((way_[k] - first) * inverse) - points_[k].at;
       if (std::fabs(cross(off, points_[k].along)) > tolerance) return false;
-      if (std::fabs(dot(off, points_[k].along)) > 0.1 * (way_[j] - way_[i])) return false;
+      if (std::fabs(dot(off, points_[k].along)) > 0.1 * all) return false;
     }
     return true;
   }
 
-  double length(std::size_t i, std::size_t j) const { return way_[j] - way_[i]; }
-
  private:
-  double share(std::size_t i, std::size_t j, std::size_t k) const {
-    return (way_[k] - way_[i]) / (way_[j] - way_[i]);
-  }
-
   static std::vector<double>& memory() {
     thread_local std::vector<double> ways;
     return ways;
@@ -100,6 +104,10 @@ class Fitter {
 
 void fitCurve(std::span<const LinePoint> points, double tolerance, std::vector<PointF>& chain) {
   if (points.size() < 2) return;
+  if (tolerance <= 0) {
+    for (std::size_t i = 1; i < points.size(); ++i) append(arc(points[i - 1], points[i]), chain);
+    return;
+  }
   const Fitter fitter(points);
   const std::size_t last = points.size() - 1;
   std::size_t tried = kLongestSpan;

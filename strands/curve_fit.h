@@ -15,6 +15,7 @@ struct LinePoint {
 
 /// Appends cubic segments, two controls and an end each, that follow the points from the first to the last
 /// within `tolerance` and touch their directions at every joint. The chain must already hold the first point.
+/// Without a tolerance there is one segment from each point to the next, which takes far less time.
 void fitCurve(std::span<const LinePoint> points, double tolerance, std::vector<PointF>& chain);
 
 inline PointF toPointF(Vec v) { return {static_cast<float>(v.x), static_cast<float>(v.y)}; }

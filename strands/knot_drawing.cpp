@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <string>
 
 #include "base/numbers.h"
@@ -13,10 +12,26 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostClipped = 200;  // stretches of a picture that has to keep up with the user
+constexpr int kMostClipped = 400;  // crossings of a picture that has to keep up with the user
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 constexpr double kFilledEdge =
     0.05;  // part of the picture that a knot that fills it leaves free on each side
+
+/// The edges of all bands, which lie beneath all colours: no colour's end shows what is under it. Files get
+/// shapes where a band has no folds.
+void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& curve, const KnotStyle& style,
+               const GridView& view) {
+  const Seam seam = seamOf(curve, view);
+  std::vector<BandContour> rings;
+  for (const StrandOutline& strand : outlines.strands)
+    if (!strand.folded) appendCopies(seam, strand.ring, rings);
+  surface.beginGroup("edges");
+  if (!rings.empty()) surface.fillPath(rings, 0);
+  BandPainter painter(surface, curve, style, view);
+  for (const StrandOutline& strand : outlines.strands)
+    if (strand.ring.empty() || strand.folded) painter.edge(strand.slot);
+  surface.endGroup();
+}
 
 }  // namespace
 
@@ -51,29 +66,24 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   if (quick) options.mostClipped = kMostClipped;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
-  options.rings = true;
+  options.rings = options.fitted = !surface.isRaster();
   const BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
-  // The edges of all bands lie beneath all colours: no colour's end shows what is under it.
-  std::vector<BandContour> edges;
-  for (const StrandOutline& strand : outlines.strands)
-    if (!strand.folded) std::ranges::move(seamCopies(seam, strand.ring), std::back_inserter(edges));
-  surface.beginGroup("edges");
-  if (!edges.empty()) surface.fillPath(edges, 0);
-  BandPainter painter(surface, curve, style, view);
-  for (const StrandOutline& strand : outlines.strands)
-    if (strand.folded) painter.edge(strand.slot);
-  surface.endGroup();
+  drawEdges(surface, outlines, curve, style, view);
   surface.beginGroup("strands");
+  std::vector<BandContour> shapes;
   for (const StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
-    for (const BandStretch& stretch : strand.stretches)
-      if (seam)
-        surface.fillPath(seamCopies(seam, stretch.contours), style.bandColour(strand.slot));
-      else
-        surface.fillPath(stretch.contours, style.bandColour(strand.slot));
+    shapes.clear();
+    for (const BandStretch& stretch : strand.stretches) {
+      appendCopies(seam, stretch.contours, shapes);
+      if (surface.isRaster()) continue;  // all at once
+      surface.fillPath(shapes, style.bandColour(strand.slot));
+      shapes.clear();
+    }
+    if (!shapes.empty()) surface.fillPath(shapes, style.bandColour(strand.slot));
     surface.endGroup();
   }
   surface.endGroup();

@@ -43,7 +43,7 @@ class SideSampler {
     points_.push_back({offsetPoint(s, distance_), unit(s.along)});
   }
   LinePoint atSample(int sample) const {
-    const Vec along = unit(loop_.tangent(sample));
+    const Vec along = loop_.direction(sample);
     return {loop_.point(sample) + quarter(along) * distance_, along};
   }
   void addBetween(double from, double to, const LinePoint& next) {

@@ -8,15 +8,13 @@ std::vector<PointF> movedRight(std::span<const PointF> points, double right) {
   return moved;
 }
 
-std::vector<std::vector<PointF>> seamCopies(const Seam& seam, std::span<const std::vector<PointF>> shape) {
-  if (!seam) return {shape.begin(), shape.end()};
+void appendCopies(const Seam& seam, const std::vector<std::vector<PointF>>& shape,
+                  std::vector<std::vector<PointF>>& copies) {
   Reach reach;
   for (const auto& contour : shape) reach.add(contour);
-  std::vector<std::vector<PointF>> copies;
   eachCopy(seam, reach.low, reach.high, [&](double right) {
-    for (const auto& contour : shape) copies.push_back(movedRight(contour, right));
+    for (const auto& contour : shape) copies.push_back(seam ? movedRight(contour, right) : contour);
   });
-  return copies;
 }
 
 SeamClip::SeamClip(Surface& surface, const Seam& seam) : surface_(surface), seam_(seam) {

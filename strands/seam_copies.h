@@ -34,8 +34,9 @@ struct Reach {
 
 std::vector<PointF> movedRight(std::span<const PointF> points, double right);
 
-/// The copies of a shape's contours that a picture needs.
-std::vector<std::vector<PointF>> seamCopies(const Seam& seam, std::span<const std::vector<PointF>> shape);
+/// Appends the copies of a shape's contours that a picture needs.
+void appendCopies(const Seam& seam, const std::vector<std::vector<PointF>>& shape,
+                  std::vector<std::vector<PointF>>& copies);
 
 /// While it lives, nothing that is drawn stays outside of the period that is shown.
 class SeamClip {

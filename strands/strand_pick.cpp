@@ -97,6 +97,21 @@ double strandLength(const KnotCurve& curve, int slot, float stretch) {
   return length;
 }
 
+double strandLength(const KnotCurve& curve, int slot, const GridView& view) {
+  if (!curve.used(slot)) return 0;
+  const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
+  const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
+  double length = 0;
+  SamplePlace before = samplePlace(curve, last, view);
+  before.x -= curve.lap(slot) * acrossScale(view);
+  for (std::size_t i = first; i <= last; ++i) {
+    const SamplePlace here = samplePlace(curve, i, view);
+    length += std::hypot(here.x - before.x, here.y - before.y);
+    before = here;
+  }
+  return length;
+}
+
 int crossingsPassed(const StrandStore& store, int slot) {
   const auto closed = store.closed(slot);
   if (closed.empty()) return 0;
@@ -112,12 +127,13 @@ void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& s
   const BandOutlines outlines = bandOutlines(curve, view, options);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
+  std::vector<BandContour> shown;
   for (const StrandOutline& strand : outlines.strands) {
     if (strand.slot != slot) continue;
+    for (const BandStretch& stretch : strand.stretches) appendCopies(seam, stretch.contours, shown);
     for (const auto& [width, colour] : {std::pair(kDarkWidth, kMarkDark), {kBrightWidth, kMarkBright}})
-      for (const BandStretch& stretch : strand.stretches)
-        for (const BandContour& contour : seamCopies(seam, stretch.contours))
-          surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});
+      for (const BandContour& contour : shown)
+        surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});
   }
 }
 

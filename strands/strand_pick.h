@@ -12,6 +12,9 @@ int strandAt(const KnotCurve& curve, const KnotStyle& style, const GridView& vie
 /// Length of a strand's centre line, in grid units.
 double strandLength(const KnotCurve& curve, int slot, float stretch);
 
+/// The same in pixels of a view.
+double strandLength(const KnotCurve& curve, int slot, const GridView& view);
+
 /// How often a strand passes a crossing; one with itself counts twice.
 int crossingsPassed(const StrandStore& store, int slot);
 

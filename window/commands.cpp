@@ -17,6 +17,10 @@ constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kS
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
+/// The knot, flat or in 3D, is in front.
+bool canPrint(const Workbench& b) {
+  return b.knotDrawn() && (b.picture() == Picture::flat || b.picture() == Picture::solid);
+}
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
 bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
@@ -149,7 +153,9 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
     {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSaveAnimation", kFile, "Save ani&mation...", "", [](Handlers& h) { h.mnuFileSaveAnimation_Click(); }, knotIsCurrent},
     {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
+    {"mnuFilePrint", kFile, "Prin&t...", "Ctrl+P", [](Handlers& h) { h.mnuFilePrint_Click(); }, canPrint, nullptr, nullptr, kSeparator},
     {"mnuFileExit", kFile, "E&xit", "", [](Handlers& h) { h.mnuFileExit_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
@@ -160,6 +166,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuEditCopyDrawing", kEdit, "Copy as &vector", "Ctrl+Shift+C", [](Handlers& h) { h.mnuEditCopyDrawing_Click(); }, knotIsCurrent},
     {"mnuEditLines", kEdit, "&Lines by keyboard", "F6", [](Handlers& h) { h.mnuEditLines_Click(); }, flatHasLines, nullptr, nullptr, kSeparator},
     symmetryRow<kNoSymmetry>("mnuSymmetryNone", "&None"), symmetryRow<kLeftRight>("mnuSymmetryLeftRight", "&Left-right"),
     symmetryRow<kTopBottom>("mnuSymmetryTopBottom", "&Top-bottom"), symmetryRow<kBothMirrors>("mnuSymmetryBoth", "&Both"),
@@ -198,6 +205,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.picture() == Picture::sheet; }},
     {"mnuShapeMakeStandard", kShape, "&Make from Standard", "", [](Handlers& h) { h.mnuShapeMakeStandard_Click(); }},
     {"mnuShapeLoadPicture", kShape, "Load &Picture...", "", [](Handlers& h) { h.mnuShapeLoadPicture_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeTrace", kShape, "Trac&e Picture", "", [](Handlers& h) { h.mnuShapeTrace_Click(); },
+     [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeClear", kShape, "&Clear", "", [](Handlers& h) { h.mnuShapeClear_Click(); },
      [](const Workbench& b) { return b.sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", kShape, "New G&rid", "", [](Handlers& h) { h.mnuShapeMakeGrid_Click(); }, hasOutline, nullptr, nullptr, kSeparator},
@@ -209,7 +218,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.sheet.snap(); }},
     {"mnuShapeUndo", kShape, "&Undo", "", [](Handlers& h) { h.mnuShapeUndo_Click(); },
      [](const Workbench& b) { return b.sheet.undoKept(); }, nullptr, nullptr, kSeparator},
-    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadOutline", kShape, "Load &outline...", "", [](Handlers& h) { h.mnuShapeLoadOutline_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuShapeLoadFile", kShape, "&Load file...", "", [](Handlers& h) { h.mnuShapeLoadFile_Click(); }},
     {"mnuShapeSaveFile", kShape, "&Save file...", "", [](Handlers& h) { h.mnuShapeSaveFile_Click(); }},
 
     styleRow<0>("mnuStyle0"), styleRow<1>("mnuStyle1"), styleRow<2>("mnuStyle2"), styleRow<3>("mnuStyle3"),

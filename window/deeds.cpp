@@ -34,6 +34,19 @@ bool Deeds::play(Clock& clock, const Frame& frame, const Events& events) {
   return alive;
 }
 
+bool Deeds::work(const std::function<bool()>& step, const Events& events) {
+  const Working working(*this);
+  stop_ = false;
+  stepping_ = true;
+  bool goesOn = true, undisturbed = true;
+  while (goesOn && undisturbed) {
+    goesOn = step();
+    undisturbed = !goesOn || (events() && !stop_);
+  }
+  stepping_ = false;
+  return undisturbed;
+}
+
 /// Lets events in for so many milliseconds, at least once; returns early when the animation is to end.
 bool Deeds::attend(Clock& clock, int milliseconds, const Events& events) const {
   const std::int64_t end = clock.milliseconds() + milliseconds;

@@ -31,8 +31,10 @@ class Deeds {
 
   bool working() const { return working_ > 0; }
   bool animating() const { return animating_; }
+  /// Whether stop() would end something.
+  bool canStop() const { return animating_ || stepping_; }
 
-  /// Ends the animation that runs.
+  /// Ends the animation, or the long work, that runs.
   void stop() { stop_ = true; }
   /// Forgets what waits; for a window that closes.
   void forget() { waiting_.clear(); }
@@ -46,13 +48,17 @@ class Deeds {
   /// closed.
   bool play(Clock& clock, const Frame& frame, const Events& events);
 
+  /// Does long work step by step, until a step says that it was the last, or until stop(). Deeds wait
+  /// meanwhile. False when it was stopped or the window was closed.
+  bool work(const std::function<bool()>& step, const Events& events);
+
  private:
   bool attend(Clock& clock, int milliseconds, const Events& events) const;
   bool toEnd() const { return stop_ || !waiting_.empty(); }
 
   std::deque<Deed> waiting_;
   int working_ = 0;
-  bool stop_ = false, animating_ = false;
+  bool stop_ = false, animating_ = false, stepping_ = false;
 };
 
 }  // namespace lorivan

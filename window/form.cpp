@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "base/numbers.h"
+#include "design/shape_pictures.h"
 
 namespace lorivan {
 namespace {
@@ -15,7 +16,8 @@ Colour textOn(Colour background) { return relativeLuminance(background) > 0.18 ?
 
 }  // namespace
 
-Form::Form(Window& window, const Clock& clock) : window_(window) {
+Form::Form(Window& window, Platform& platform) : window_(window) {
+  const Clock& clock = platform.clock();
   fields_.reserve(kParamCount);
   for (const ParamSpec& spec : parameterTable()) {
     ValidTextLimits limits{std::string(spec.min), std::string(spec.max), std::string(spec.fallback), "0.0"};
@@ -25,6 +27,7 @@ Form::Form(Window& window, const Clock& clock) : window_(window) {
   std::vector<std::string> shapes;
   for (const ShapeSpec& row : shapeTable()) shapes.emplace_back(row.name);
   window_.setItems(controlId("lstType"), shapes);
+  window_.setItemPictures(controlId("lstType"), shapePictures(platform));
 }
 
 void Form::show(const Document& document, bool record) {
@@ -72,8 +75,8 @@ Form::Confirmed Form::confirm(Param p) {
   Confirmed confirmed{text(p), {}, text(p) != shown_.text(p)};
   const ParamSpec& spec = parameterSpec(p);
   if (typed != text(p) && ChkNum(typed) != ChkNum(text(p)))
-    confirmed.correction = std::string(trimmed(spec.caption)) + ": \"" + typed + "\" became " + text(p) +
-                           " (" + std::string(spec.min) + " to " + std::string(spec.max) + ")";
+    confirmed.correction = std::string(spec.caption) + ": \"" + typed + "\" became " + text(p) + " (" +
+                           std::string(spec.min) + " to " + std::string(spec.max) + ")";
   return confirmed;
 }
 

@@ -7,6 +7,7 @@
 
 #include "controls/valid_text.h"
 #include "design/document.h"
+#include "platform/platform.h"
 #include "window/form_table.h"
 
 namespace lorivan {
@@ -14,7 +15,7 @@ namespace lorivan {
 class Form {
  public:
   /// Both must outlive it.
-  Form(Window& window, const Clock& clock);
+  Form(Window& window, Platform& platform);
 
   /// Shows every field, check box, the shape and the colours of a document. With `record` new texts become
   /// entries of the fields' own histories.

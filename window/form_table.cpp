@@ -76,6 +76,28 @@ ControlId controlNamed(std::string_view name) {
   return static_cast<ControlId>(row - form::kRows.begin());
 }
 
+std::string controlHint(ControlId control) {
+  if (control < 0) return {};
+  const auto sentence = [](std::string_view caption, std::string_view shortName, std::string_view about) {
+    std::string text(caption);
+    if (!shortName.empty()) text.append(" (").append(shortName) += ')';
+    return text.append(": ").append(about);
+  };
+  if (const auto p = parameterOf(control)) {
+    const ParamSpec& spec = parameterSpec(*p);
+    return sentence(spec.caption, spec.shortName, spec.about) + ", " + std::string(spec.min) + " to " +
+           std::string(spec.max);
+  }
+  if (const auto c = checkOf(control))
+    return sentence(checkSpec(*c).caption, checkSpec(*c).shortName, checkSpec(*c).about);
+  const ControlSpec& spec = formTable()[static_cast<std::size_t>(control)];
+  if (spec.kind == ControlKind::colourBox)
+    return "Strand colour " + std::to_string(control - kFirstColourBox + 1) + ": a click chooses another one";
+  if (spec.kind == ControlKind::list)
+    return std::string(spec.tooltip) + ": what its grid is made of; the arrow keys go through the shapes";
+  return std::string(spec.tooltip);
+}
+
 ControlId fieldControl(Param parameter) { return form_().fields[static_cast<std::size_t>(parameter)]; }
 
 ControlId checkControl(Check check) { return form_().checks[static_cast<std::size_t>(check)]; }

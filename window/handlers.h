@@ -11,6 +11,7 @@
 namespace lorivan {
 
 struct ExportFormat;
+struct FittedOutline;
 struct OutputJob;
 
 class Handlers {
@@ -82,7 +83,7 @@ class Handlers {
   bool mnuFileSave_Click();
   bool mnuFileSaveAs_Click();
   void fileDropped(const std::string& path);
-  /// A knot or a shape file, by its extension.
+  /// A knot, a shape, a drawing or a picture, by its name and what it holds.
   void openFile(const std::string& path);
   void mnuFileExit_Click() { bench_.window.close(); }
   void showHelp(std::string_view page);
@@ -94,11 +95,17 @@ class Handlers {
   void mnuFileSaveOptions_Click();
   void mnuEditCopy_Click();
 
+  // --- paper, drawings to paste, animations (handlers_paper.cpp) ---
+  void mnuEditCopyDrawing_Click();
+  void mnuFilePrint_Click();
+  void mnuFileSaveAnimation_Click();
+
   // --- shapes of one's own (handlers_shape.cpp) ---
   void mnuShapeBlank_Click();
   void mnuShapeView_Click();
   void mnuShapeMakeStandard_Click();
   void mnuShapeLoadPicture_Click();
+  void mnuShapeTrace_Click();
   void mnuShapeClear_Click();
   void mnuShapeMakeGrid_Click();
   void mnuShapeAutoGrid_Click();
@@ -106,6 +113,7 @@ class Handlers {
   void mnuShapeGridOnOff_Click();
   void mnuShapeSnap_Click();
   void mnuShapeUndo_Click();
+  void mnuShapeLoadOutline_Click();
   void mnuShapeLoadFile_Click();
   void mnuShapeSaveFile_Click();
   void picShape_Mouse(const MouseEvent& event);
@@ -128,6 +136,8 @@ class Handlers {
   void stroke(const GridHand::Place& at);
   void pickStrand(int slot);
   void recolourStrand(const MouseEvent& event);
+  void recolourStrand(int slot);
+  void clickModel(const MouseEvent& event);
   bool flatKey(const KeyEvent& key);
   bool solidKey(const KeyEvent& key);
   bool walk(int dx, int dy);
@@ -143,13 +153,17 @@ class Handlers {
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
+  void loadOutline(const std::string& path);
   void loadTracePicture(const std::string& path);
+  void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told);
+  void fillRegion(PointF at);
   bool saveKnot(const std::string& path);
   bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
   Result<std::string> shownPicture(const std::string& extension, bool solid);
   Result<std::string> knotOutput(std::string_view extension);
+  Result<std::string> movingPicture(const OutputJob& job, const std::string& path);
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});
   const ExportFormat* chosenFormat() const;
@@ -159,7 +173,8 @@ class Handlers {
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");
 
   Workbench& bench_;
-  double millimetres_ = 80;  // width of the finished knot, as last asked for
+  std::optional<PointI> pressed_;  // where the left button went down on the model, until it moves away
+  double millimetres_ = 80;        // width of the finished knot, as last asked for
 };
 
 }  // namespace lorivan

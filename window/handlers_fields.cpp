@@ -69,7 +69,7 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
   if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
   const std::string& given = bench_.document().fields.text(p);
   if (taken && given != text)
-    bench_.statusToo(std::string(trimmed(parameterSpec(p).caption)) + ": " + text + " became " + given +
+    bench_.statusToo(std::string(parameterSpec(p).caption) + ": " + text + " became " + given +
                      (p == Param::Scale ? " to fit" : " for this shape"));
   else if (!note.empty())
     bench_.statusToo(note);
@@ -141,7 +141,7 @@ void Handlers::mnuStyle_Click(int style) {
 void Handlers::mnuEditUndo_Click() {
   const auto p = bench_.form.undoLatest();
   if (p)
-    bench_.status(std::string(trimmed(parameterSpec(*p).caption)) + " shows " + bench_.form.text(*p) +
+    bench_.status(std::string(parameterSpec(*p).caption) + " shows " + bench_.form.text(*p) +
                   " again; press Enter in it to apply");
 }
 

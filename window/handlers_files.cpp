@@ -3,11 +3,11 @@
 
 #include "base/sink.h"
 #include "custom/shape_file.h"
+#include "design/outline_files.h"
 #include "design/settings_table.h"
 #include "design/source.h"
 #include "export/formats.h"
 #include "window/handlers.h"
-#include "window/trace_picture.h"
 
 namespace lorivan {
 namespace {
@@ -86,17 +86,13 @@ void Handlers::mnuFileRecent_Click(std::size_t place) {
 }
 
 void Handlers::fileDropped(const std::string& path) {
-  // A picture without a knot in it is there to be traced.
-  const bool knot = TracePicture::canLoad(path) ? holdsKnot(path) : canHoldKnot(path);
-  if (knot || extensionOf(path) == kShapeFileExtension) {
-    bench_.files.rememberFolder(path);
-    loadFile(path);
-  } else if (TracePicture::canLoad(path)) {
-    loadTracePicture(path);
-  } else {
-    bench_.status(std::string(fileNameOf(path)) +
-                  " is no knot file (*.qzd), shape file (*.qzc) or picture, and no file that holds its knot");
-  }
+  const bool known = canHoldKnot(path) || isDrawing(path) || isPicture(path);
+  if (!known && extensionOf(path) != kShapeFileExtension)
+    return bench_.status(std::string(fileNameOf(path)) +
+                         " is no knot file (*.qzd), shape file (*.qzc), drawing or picture, and no file that "
+                         "holds its knot");
+  bench_.files.rememberFolder(path);
+  loadFile(path);
 }
 
 /// The working folder may be another one when the file is saved, or opened again.
@@ -106,9 +102,14 @@ void Handlers::openFile(const std::string& name) {
   loadFile(path);
 }
 
-/// A knot or a shape file, by its extension.
+/// What has no knot in it is there to be traced, or gives its outline.
 void Handlers::loadFile(const std::string& path) {
-  extensionOf(path) == kShapeFileExtension ? loadShape(path) : loadKnot(path);
+  if (extensionOf(path) == kShapeFileExtension)
+    loadShape(path);
+  else if (!isOutlineFile(path))
+    loadKnot(path);
+  else
+    isPicture(path) ? loadTracePicture(path) : loadOutline(path);
 }
 
 /// A file that cannot be read changes nothing.

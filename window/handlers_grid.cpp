@@ -2,6 +2,7 @@
 #include "base/numbers.h"
 #include "design/edits.h"
 #include "design/kept_walls.h"
+#include "design/vector_outputs.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
@@ -90,9 +91,12 @@ void Handlers::stroke(const GridHand::Place& at) {
 
 void Handlers::pickStrand(int slot) {
   if (slot == 0 && bench_.flat.markedStrand() == 0) return;
-  bench_.flat.setMarkedStrand(slot);
+  bench_.markStrand(slot);
   bench_.paintFlat();
-  bench_.status(slot == 0 ? bench_.summary() : strandSummary(bench_.knot(), slot));
+  if (bench_.solidShown()) bench_.paintSolid();
+  if (slot == 0) return bench_.status(bench_.summary());
+  bench_.status(strandSummary(bench_.knot(), slot,
+                              strandMillimetres(bench_.document(), bench_.knot(), bench_.saveOptions, slot)));
 }
 
 void Handlers::recolourStrand(const MouseEvent& event) {
@@ -101,6 +105,10 @@ void Handlers::recolourStrand(const MouseEvent& event) {
   if (slot == 0) return;
   // The dialog may swallow the release.
   static_cast<void>(bench_.hand.release());
+  recolourStrand(slot);
+}
+
+void Handlers::recolourStrand(int slot) {
   pickStrand(slot);
   if (const auto box = colourBoxOf(bench_.document().fields, slot))
     chooseColour(*box);

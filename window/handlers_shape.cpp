@@ -3,6 +3,7 @@
 #include "custom/shape_file.h"
 #include "design/edits.h"
 #include "design/fit.h"
+#include "design/outline_files.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
@@ -25,10 +26,20 @@ void Handlers::picShape_Mouse(const MouseEvent& event) {
   else if (!(outlineOf(next) == bench_.sheet.shape()))
     next.outline = Shared(bench_.sheet.shape());
   bench_.step(name, next, After::sheet);
-  if (!edit->refusal.empty())
+  if (edit->fill)
+    fillRegion(*edit->fill);
+  else if (!edit->refusal.empty())
     bench_.status(edit->refusal);
   else
     bench_.status(edit->outlineChanged ? shapeSummary(bench_.sheet.shape()) : std::string(kShapeHint));
+}
+
+/// A place outside of all loops is told and changes nothing.
+void Handlers::fillRegion(PointF at) {
+  AutoGridReport report;
+  const auto made = autoGrid(bench_.document(), &report, Spot{at.x, at.y});
+  shapeGrid("Fill region", made ? fitBands(*made) : made,
+            emptyShare(report, "more AutoGrid cells are smaller ones"));
 }
 
 void Handlers::mnuShapeBlank_Click() {
@@ -124,7 +135,7 @@ void Handlers::loadShape(const std::string& path) {
 
 void Handlers::mnuShapeLoadPicture_Click() {
   const std::string path =
-      bench_.files.toLoadAny({"Select a picture to trace", "Pictures", TracePicture::kExtensions});
+      bench_.files.toLoadAny({"Select a picture to trace", "Pictures", std::string(kPictureExtensions)});
   if (!path.empty()) loadTracePicture(path);
 }
 
@@ -139,7 +150,47 @@ void Handlers::loadTracePicture(const std::string& path) {
   bench_.step("(Custom)", next, After::sheet);
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
-  bench_.status("Draw the outline over the picture; Clear in the Shape menu takes the picture away");
+  bench_.status(
+      "Draw the outline over the picture, or let Trace Picture in the Shape menu find it; Clear takes it "
+      "away");
+}
+
+void Handlers::mnuShapeTrace_Click() {
+  auto traced = bench_.sheet.picture().traced();
+  if (!traced) return bench_.status(traced.error().message);
+  takeOutline("Trace picture", std::move(*traced), {});
+}
+
+void Handlers::mnuShapeLoadOutline_Click() {
+  const std::string path =
+      bench_.files.toLoadAny({"Select a drawing", "Drawings", std::string(kDrawingExtensions)});
+  if (!path.empty()) loadOutline(path);
+}
+
+void Handlers::loadOutline(const std::string& path) {
+  bench_.files.rememberFolder(path);
+  auto read = readOutlineFile(bench_.platform, path);
+  if (!read) {
+    std::erase(bench_.recentFiles, path);
+    bench_.sortOut();
+    bench_.status("Could not load " + path + ": " + read.error().message);
+    return;
+  }
+  remember(path);
+  bench_.sheet.picture().clear();
+  takeOutline("Outline " + std::string(fileNameOf(path)), std::move(*read), "Loaded " + path + ". ");
+}
+
+/// The outline comes onto the sheet in the place of the shape that is there.
+void Handlers::takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told) {
+  bench_.sheet.SaveUndo();
+  Document next = withOutline(bench_.document(), std::move(fitted.shape));
+  next.fields.shape = Shape::Custom;
+  bench_.step(name, next, After::sheet);
+  bench_.flat.lens.reset();
+  bench_.bringToFront(Picture::sheet);
+  bench_.sortOut();
+  bench_.status(told + shapeSummary(bench_.sheet.shape()) + notesOf(fitted));
 }
 
 void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.document())); }
@@ -166,7 +217,8 @@ void Handlers::shapeGrid(const std::string& name, const Result<Document>& made, 
   const bool tight = strandsRunTogether(bench_.document());
   bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
                 ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
-                (tight ? "; its strands will run together: lower Width, Edge or AGS" : "") + remark);
+                (tight ? "; its strands will run together: lower Width, Edge or AutoGrid cells" : "") +
+                remark);
 }
 
 }  // namespace lorivan

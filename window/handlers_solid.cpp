@@ -1,5 +1,6 @@
 // Handlers of the 3-D view: building and showing the model, turning it.
 #include <algorithm>
+#include <cmath>
 
 #include "base/numbers.h"
 #include "design/edits.h"
@@ -86,10 +87,28 @@ void Handlers::mnuViewFitRadius_Click() {
 void Handlers::picKnot_Mouse(const MouseEvent& event) {
   if (event.action == MouseAction::release) mouseRests();
   if (!bench_.solidShown()) return;
+  clickModel(event);
+  const bool twice = event.action == MouseAction::doubleClick && event.button == kLeftButton;
+  const int strand = twice && bench_.modelOfStrands() ? bench_.solid.strandAt(event.x, event.y) : 0;
+  if (strand != 0) return recolourStrand(strand);
   if (bench_.solid.dragged(event))
     bench_.viewTurned();
   else if (bench_.solid.lensMoved(event))
     bench_.paintSolid();
+}
+
+/// A press that is let go where it was marks the strand there. A drag turns the view.
+void Handlers::clickModel(const MouseEvent& event) {
+  if (event.action == MouseAction::press) {
+    pressed_.reset();
+    if (event.button == kLeftButton) pressed_ = {event.x, event.y};
+  }
+  if (!pressed_) return;
+  const double way = std::hypot(event.x - pressed_->x, event.y - pressed_->y);
+  if (event.action == MouseAction::doubleClick || way > bench_.flat.slack()) return pressed_.reset();
+  if (event.action != MouseAction::release) return;
+  pressed_.reset();
+  if (bench_.modelOfStrands()) pickStrand(bench_.solid.strandAt(event.x, event.y));
 }
 
 void Handlers::picNav_Mouse(const MouseEvent& event) {
@@ -119,6 +138,10 @@ bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {
 bool Handlers::solidKey(const KeyEvent& key) {
   if (bench_.solid.lensKey(key.key)) {
     bench_.paintSolid();
+    return true;
+  }
+  if (key.key == Key::escape && bench_.flat.markedStrand() != 0) {
+    pickStrand(0);
     return true;
   }
   if (!bench_.solid.keyPressed(key.key)) return false;

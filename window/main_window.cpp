@@ -104,6 +104,9 @@ WindowEvents MainWindow::makeEvents() {
     if (bench_) bench_->resized(picture);
   };
   events.coloursChanged = [this] { bench_->solid.paintRotator(); };
+  events.pointed = [this](ControlId control) {
+    if (bench_) bench_->pointed(control);
+  };
   events.fileDropped = [this](const std::string& path) {
     bench_->deeds.act([this, path] { handlers_->fileDropped(path); });
   };
@@ -194,7 +197,7 @@ void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
 
 bool MainWindow::onKey(const KeyEvent& key) {
   if (!bench_->deeds.working()) return handlers_->frmLorivan_KeyDown(key);
-  if (!bench_->deeds.animating() || key.key != Key::escape) return false;
+  if (!bench_->deeds.canStop() || key.key != Key::escape) return false;
   bench_->deeds.stop();
   return true;
 }

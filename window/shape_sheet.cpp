@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "custom/outline.h"
 #include "window/form_table.h"
 
 namespace lorivan {
@@ -10,23 +11,27 @@ namespace {
 
 constexpr ControlId kSheet = controlId("picShape");
 constexpr Colour kPaper = 0xFFFFFF;
-constexpr Colour kFrameColour = makeColour(225, 225, 225);
+constexpr Colour kFrameColour = makeColour(225, 225, 225), kFrameOverPicture = makeColour(60, 90, 160);
 
 int shiftBits(const MouseEvent& event) {
   return (event.shift ? ShapeEditor::kShiftKey : 0) | (event.ctrl ? ShapeEditor::kCtrlKey : 0) |
          (event.alt ? ShapeEditor::kAltKey : 0);
 }
 
-/// The border that points do not get into.
-void drawFrame(Surface& surface, const CustomShape& shape) {
+/// The frame in which points may lie, in pixels.
+PixelBox frameBox(const Surface& surface, const CustomShape& shape) {
   const double factor = static_cast<double>(surface.width()) / kReferenceWidth;
+  const ShapeFrame frame = frameOf(shape);
   const auto x = [&](float units) { return toInt32((units + shape.surfaceLeft()) * factor); };
   const auto y = [&](float units) { return toInt32((units + shape.surfaceTop()) * factor); };
-  const std::int32_t left = x(kShapeNearMargin), right = x(shape.surfaceWidth - kShapeFarMargin);
-  const std::int32_t top = y(kShapeNearMargin), bottom = y(shape.surfaceHeight - kShapeFarMargin);
-  if (left >= right || top >= bottom) return;
-  const PointI corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
-  surface.polygonOutline(corners, {1, kFrameColour, true});
+  return {x(frame.left), y(frame.top), x(frame.right), y(frame.bottom)};
+}
+
+void drawFrame(Surface& surface, const PixelBox& box, Colour colour) {
+  if (box.left >= box.right || box.top >= box.bottom) return;
+  const PointI corners[] = {
+      {box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
+  surface.polygonOutline(corners, {1, colour, true});
 }
 
 }  // namespace
@@ -38,8 +43,9 @@ void ShapeSheet::take(const CustomShape& shape) {
 void ShapeSheet::RedrawCustom() {
   Surface& surface = window_.surface(kSheet);
   surface.clear(kPaper);
-  picture_.paint(surface);
-  drawFrame(surface, editor_.shape());
+  const PixelBox frame = frameBox(surface, editor_.shape());
+  picture_.paint(surface, frame);
+  drawFrame(surface, frame, picture_.shown() ? kFrameOverPicture : kFrameColour);
   editor_.RedrawCustom(surface);
   surface.refresh();
 }
@@ -53,7 +59,7 @@ std::optional<ShapeEdit> ShapeSheet::mouse(const MouseEvent& event) {
       break;
     case MouseAction::move:
       if (editor_.picShape_MouseMove(event.button, shiftBits(event), at.x, at.y)) RedrawCustom();
-      if (event.button == 0) pointAt(at);
+      if (event.button == 0) pointAt(at, event.ctrl);
       break;
     case MouseAction::release:
       undoKept_ = true;
@@ -71,11 +77,16 @@ void ShapeSheet::SaveUndo() {
   undoKept_ = true;
 }
 
-/// The pointer tells that a point can be picked.
-void ShapeSheet::pointAt(PointF at) {
-  const bool onPoint = editor_.shape().pointNear(at.x, at.y, kHitRadius) != 0;
-  const PointerShape pointer = onPoint ? PointerShape::hand : PointerShape::arrow;
+/// The pointer tells that a point can be picked, or the region round the place filled.
+void ShapeSheet::pointAt(PointF at, bool fills) {
+  const bool taken = editor_.shape().pointNear(at.x, at.y, kHitRadius) != 0 || (fills && insideRegion(at));
+  const PointerShape pointer = taken ? PointerShape::hand : PointerShape::arrow;
   if (pointer != std::exchange(pointer_, pointer)) window_.setPointer(kSheet, pointer);
+}
+
+bool ShapeSheet::insideRegion(PointF at) const {
+  const ShapeMapping mapping(editor_.shape(), GridView());
+  return static_cast<bool>(Outline::of(editor_.shape(), mapping, Spot{at.x, at.y}));
 }
 
 bool hasLines(const CustomShape& shape) {

@@ -37,7 +37,8 @@ class ShapeSheet {
   void setLines(int lines) { editor_.setDivisions(lines + 1); }
 
  private:
-  void pointAt(PointF at);
+  void pointAt(PointF at, bool fills);
+  bool insideRegion(PointF at) const;
 
   Window& window_;
   ShapeEditor editor_;

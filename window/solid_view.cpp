@@ -135,9 +135,17 @@ void SolidView::paint(const Document& document) {
   const TubeModel& shown = shownModel();
   const auto polygons = static_cast<float>(std::max(1, model_->built().QuadCount));
   picture.clear(background_);
-  renderer_.render(shown, lightSettings(document.fields), angles_, lens_, look(document),
-                   picture.lendPixels(), static_cast<float>(shown.QuadCount) / polygons);
+  const PictureLook shownLook = look(document);
+  renderer_.render(shown, lightSettings(document.fields), angles_, lens_, shownLook, picture.lendPixels(),
+                   static_cast<float>(shown.QuadCount) / polygons);
+  if (markedStrand_ != 0 && !plain_)
+    mark_.draw(shown, markedStrand_, angles_, lens_, shownLook, picture.lendPixels());
   picture.refresh();
+}
+
+int SolidView::strandAt(int x, int y) const {
+  const Surface& picture = window_.surface(kPicture);
+  return lorivan::strandAt(shownModel(), angles_, lens_, picture.width(), picture.height(), x, y);
 }
 
 void SolidView::mark(std::span<const Vec3> places) {

@@ -10,6 +10,7 @@
 #include "design/knot_model.h"
 #include "model3d/model_picture.h"
 #include "model3d/rotator.h"
+#include "model3d/strand_hit.h"
 #include "platform/platform.h"
 
 namespace lorivan {
@@ -32,6 +33,14 @@ class SolidView {
   std::shared_ptr<KnotModel> sharedModel() const { return model_; }
   /// Shows marks round these places until the model is built anew.
   void mark(std::span<const Vec3> places);
+
+  /// The slot of the strand at a pixel of the picture; 0: none.
+  int strandAt(int x, int y) const;
+  /// The strand of this slot is outlined from the next painting on; 0: none.
+  void setMarkedStrand(int slot) { markedStrand_ = slot; }
+  /// While `plain` the picture is painted as it leaves the program: without that mark.
+  void setPlain(bool plain) { plain_ = plain; }
+  bool altered() const { return markedStrand_ != 0; }
 
   /// Turns to the document's angles. What was turned with the mouse stays as fine as it is as long as the
   /// document says the same degrees.
@@ -98,6 +107,9 @@ class SolidView {
   TubeModel standIn_;                                // empty where the model itself is quick to show
   std::optional<TubeModel> marked_, markedStandIn_;  // both with marks, while there are any
   ModelPicture renderer_;                            // keeps its memory from one picture to the next
+  StrandMark mark_;
+  int markedStrand_ = 0;
+  bool plain_ = false;
   ViewState angles_;
   DragState drag_;
   Lens lens_;

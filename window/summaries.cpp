@@ -2,9 +2,11 @@
 
 #include <array>
 #include <cmath>
+#include <set>
 #include <vector>
 
 #include "base/numbers.h"
+#include "custom/groups.h"
 #include "design/fit.h"
 #include "strands/strand_pick.h"
 
@@ -20,6 +22,22 @@ constexpr std::array<KindWords, 4> kKinds = {
      {"Wall", "is a wall: strands turn back at it", "Wall: strands turn back"},
      {"Reversed line", "is reversed: over and under start the other way round",
       "Crossing, first sign reversed"}}};
+
+/// Regions that lines part from each other, where none cross: by Euler's formula, lines less points and one
+/// more for each part that hangs together.
+int regionsOf(const CustomShape& shape) {
+  Groups parts(static_cast<std::size_t>(shape.ShapePointCount) + 1);
+  std::set<int> ends, leaders;
+  int lines = 0;
+  for (int line = 1; line <= shape.ShapeLineCount; ++line) {
+    if (!shape.lineIsLive(line)) continue;
+    ++lines;
+    for (const int end : {0, 1}) ends.insert(shape.lineEnd(end, line));
+    parts.join(shape.lineEnd(0, line), shape.lineEnd(1, line));
+  }
+  for (const int end : ends) leaders.insert(parts.of(end));
+  return lines - static_cast<int>(ends.size()) + static_cast<int>(leaders.size());
+}
 
 }  // namespace
 
@@ -70,7 +88,9 @@ std::string shapeSummary(const CustomShape& shape) {
   const std::string counts = "Shape: " + counted(points, "point") + ", " + counted(lines, "line");
   if (lines == 0) return counts + ": drag from a point to draw a line";
   if (looseEnds > 0) return counts + ", " + counted(looseEnds, "loose end");
-  return lines > 2 ? counts + ", closed: AutoGrid in the Shape menu fills it" : counts;
+  if (lines <= 2) return counts;
+  const std::string closed = counts + ", closed: AutoGrid in the Shape menu fills it";
+  return regionsOf(shape) > 1 ? closed + ", a click with Ctrl one region alone" : closed;
 }
 
 std::string marksDoubled(std::string_view text) {
@@ -91,16 +111,17 @@ std::string lineHint(const Document& document, int line, std::size_t together) {
          (together > 1 ? counted(static_cast<long long>(together), "line") : "it") + ", a drag sets walls";
 }
 
-std::string strandSummary(const Knot& knot, int slot) {
+std::string strandSummary(const Knot& knot, int slot, std::optional<double> millimetres) {
   int number = 0, strands = 0;
   for (int other = 1; other < kStrandSlots; ++other) {
     if (!knot.curve.used(other)) continue;
     ++strands;
     if (other <= slot) ++number;
   }
-  const double length = roundHalfEven(strandLength(knot.curve, slot, knot.stretch) * 10) / 10;
-  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " +
-         shortestText(static_cast<float>(length)) + " grid units long, passes " +
+  const double length = millimetres.value_or(strandLength(knot.curve, slot, knot.stretch));
+  const std::string shown = shortestText(static_cast<float>(roundHalfEven(length * 10) / 10));
+  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " + shown +
+         (millimetres ? " mm" : " grid units") + " long, passes " +
          counted(crossingsPassed(knot.strands, slot), "crossing") + "; a double click changes its colour";
 }
 

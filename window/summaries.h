@@ -1,6 +1,7 @@
 // Sentences for the status line.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,8 +35,8 @@ std::string lineSummary(const Document& document, int line);
 /// "Wall: strands turn back; a click changes 4 lines, a drag sets walls", for a line that changes together
 /// with its images, itself counted.
 std::string lineHint(const Document& document, int line, std::size_t together);
-/// Number, length and crossings of a strand.
-std::string strandSummary(const Knot& knot, int slot);
+/// Number, length and crossings of a strand; the length in millimetres where that is known.
+std::string strandSummary(const Knot& knot, int slot, std::optional<double> millimetres);
 /// What a line of a kind is called in the names of steps.
 std::string kindStep(int kind);
 

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <utility>
 
-#include "base/sink.h"
+#include "design/outline_files.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kStoredWidth = 2000, kStoredHeight = 1600;
 constexpr std::uint32_t kPicturePart = 90;  // of 256; the rest is white
 
 /// The mean of a box of pixels.
@@ -37,14 +38,8 @@ std::uint32_t pale(std::uint32_t pixel) {
 
 }  // namespace
 
-bool TracePicture::canLoad(const std::string& path) {
-  const std::string extension = extensionOf(path);
-  return !extension.empty() &&
-         (' ' + std::string(kExtensions) + ' ').find(' ' + extension + ' ') != std::string::npos;
-}
-
 Status TracePicture::load(Platform& platform, const std::string& path) {
-  auto loaded = platform.loadPicture(path, kStoredWidth, kStoredHeight);
+  auto loaded = platform.loadPicture(path, kLargestLoaded.width, kLargestLoaded.height);
   if (!loaded) return loaded.error();
   if ((*loaded)->lendPixels().pixels == nullptr) return unreadable("the picture has no pixels");
   clear();
@@ -75,14 +70,29 @@ void TracePicture::fit(int width, int height) {
   height_ = height;
 }
 
-void TracePicture::paint(Surface& surface) {
-  if (!shown()) return;
+void TracePicture::paint(Surface& surface, PixelBox box) {
   const PixelBlock target = surface.lendPixels();
-  if (target.pixels == nullptr) return;
-  if (width_ != target.width || height_ != target.height) fit(target.width, target.height);
-  for (int y = 0; y < height_; ++y)
-    std::copy_n(fitted_.begin() + static_cast<std::ptrdiff_t>(y) * width_, width_,
-                target.pixels + static_cast<std::ptrdiff_t>(y) * target.stride);
+  const int most = box.right - box.left, highest = box.bottom - box.top;
+  if (!shown() || target.pixels == nullptr || most < 1 || highest < 1) return;
+  const double scale = std::min(1.0 * most / picture_->width(), 1.0 * highest / picture_->height());
+  const int width = std::clamp(static_cast<int>(std::lround(scale * picture_->width())), 1, most);
+  const int height = std::clamp(static_cast<int>(std::lround(scale * picture_->height())), 1, highest);
+  if (width_ != width || height_ != height) fit(width, height);
+  const int left = box.left + (most - width) / 2, top = box.top + (highest - height) / 2;
+  const int first = std::max(0, -left), end = std::min(width, target.width - left);
+  for (int y = std::max(0, -top); y < std::min(height, target.height - top) && first < end; ++y)
+    std::copy_n(fitted_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + first, end - first,
+                target.pixels + static_cast<std::ptrdiff_t>(y + top) * target.stride + left + first);
+}
+
+Result<FittedOutline> TracePicture::traced() const {
+  if (!shown()) return unreadable("there is no picture to trace: Load Picture in the Shape menu shows one");
+  auto found = traceOutline(picture_->lendPixels());
+  if (!found) return found.error();
+  GridBox whole;
+  whole.add(0, 0);
+  whole.add(picture_->width(), picture_->height());
+  return fitTraced(std::move(*found), whole);
 }
 
 }  // namespace lorivan

@@ -14,7 +14,7 @@ Workbench::Workbench(Platform& itsPlatform, Window& itsWindow, Document floor, M
       window(itsWindow),
       options(std::move(itsOptions)),
       session(platform, std::move(floor)),
-      form(window, platform.clock()),
+      form(window, platform),
       files(window, platform),
       flat(window),
       solid(platform, window),
@@ -32,7 +32,8 @@ bool Workbench::begin(const std::string& name, const Result<Document>& next, Aft
                       const std::string& path) {
   if (next) {
     session.begin(name, *next, path);
-    flat.lens.reset();  // it was held over another knot
+    flat.lens.reset();  // both were held over another knot
+    solid.resetLens();
   }
   return showTaken(next, after);
 }
@@ -132,6 +133,17 @@ void Workbench::leaveVariations() {
   paintFlat();
   sortOut();
   status(summary());
+}
+
+void Workbench::status(const std::string& text) {
+  window.setStatus(status_ = text);
+  statusTime_ = platform.clock().milliseconds();
+}
+
+void Workbench::pointed(ControlId control) {
+  constexpr std::int64_t kTimeToRead = 1500;  // milliseconds that news stay
+  if (control >= 0 && platform.clock().milliseconds() - statusTime_ < kTimeToRead) return;
+  hint(controlHint(control));
 }
 
 void Workbench::modelFieldChanged() {

@@ -73,13 +73,17 @@ class Workbench {
   void paintFlat();
   /// Lays the marks of pointer and keyboard over it.
   void showMarks();
-  /// Lends a picture as it leaves the program: the flat one whole and without marks.
+  /// Outlines a strand of the drawn knot in both pictures; 0: none.
+  void markStrand(int slot);
+  /// Lends a picture as it leaves the program: the flat one whole, both without marks.
   template <class Use>
   auto lendPicture(Use use) {
-    const bool flatOne = !solidShown(), altered = flatOne && !deeds.animating() && flat.altered();
+    const bool flatOne = !solidShown();
+    const bool altered = flatOne ? !deeds.animating() && flat.altered() : solid.altered();
     const auto paintPlain = [&](bool plain) {
       flat.setPlain(plain);
-      if (altered) paintFlat();
+      solid.setPlain(plain);
+      if (altered) flatOne ? paintFlat() : paintSolid();
     };
     paintPlain(true);
     auto done = use(window.surface(flatOne ? controlId("picGrid") : controlId("picKnot")));
@@ -126,9 +130,11 @@ class Workbench {
   /// Applies what was confirmed in a field; installed by the handlers.
   std::function<void(Param)> fieldConfirmed;
 
-  void status(const std::string& text) { window.setStatus(status_ = text); }
+  void status(const std::string& text);
   /// Shown while the pointer is somewhere; an empty one brings the status back.
   void hint(const std::string& text) { window.setStatus(text.empty() ? status_ : text); }
+  /// The pointer or the focus came to a control: it is explained, unless something else has just been told.
+  void pointed(ControlId control);
   const std::string& statusText() const { return status_; }
   /// Adds to what the status line says already.
   void statusToo(const std::string& text) { status(status_.empty() ? text : status_ + "; " + text); }
@@ -173,6 +179,7 @@ class Workbench {
   bool modelFieldsTouched_ = false;  // since the grid was shown without a knot
   bool previewing_ = false;
   std::string status_, statusBeforePreview_;
+  std::int64_t statusTime_ = 0;  // of the clock
 };
 
 }  // namespace lorivan

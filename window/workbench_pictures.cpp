@@ -52,7 +52,7 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
   const bool animated = asked && document().fields.check(Check::Animate);
   const Caption caption(window, controlId("cmd2D"), animated ? kStopCaption : kWaitCaption);
   if (!trace(asked)) return false;
-  if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) flat.setMarkedStrand(0);
+  if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) markStrand(0);
   if (animated) {
     if (!play()) return false;
   } else {
@@ -112,6 +112,11 @@ void Workbench::paintFlat() {
   if (deeds.animating()) return flat.repaintAnimation(document(), knot());
   const Status painted = drawn_ ? flat.paintKnot(document(), knot()) : flat.paintGrid(document(), knot());
   if (!painted) tell(painted.error());
+}
+
+void Workbench::markStrand(int slot) {
+  flat.setMarkedStrand(slot);
+  solid.setMarkedStrand(slot);
 }
 
 void Workbench::showMarks() { flat.setMarks(knot(), {symmetry.imagesOf(hand.hovered), hand.walk.line()}); }

@@ -1,5 +1,7 @@
-// From fields to traced and smoothed strands, for every standard shape at 20 x 20 cells.
+// From fields to traced and smoothed strands, for every standard shape at 20 x 20 cells, and plans for their
+// number.
 #include "copy_ratio.h"
+#include "graph/strand_solver.h"
 #include "knot_maker.h"
 
 namespace lorivan {
@@ -24,6 +26,22 @@ void fieldsToStrands(benchmark::State& state) {
   state.SetLabel(std::string(shapeTable()[static_cast<std::size_t>(shape)].name));
 }
 BENCHMARK(fieldsToStrands)->DenseRange(0, kShapeCount - 2)->Unit(benchmark::kMillisecond);
+
+/// Strands planned at 20 x 20 cells; arguments: shape, and 0 for as many as possible.
+void plan(benchmark::State& state) {
+  const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(state.range(0)), 20, 20));
+  StrandGoal goal;
+  if (state.range(1) > 0) goal.strands = static_cast<int>(state.range(1));
+  goal.symmetry.leftRight = state.range(2) != 0;
+  const CopyRatio ratio(state);
+  for (auto _ : state) benchmark::DoNotOptimize(planStrands(*knot.graph, goal));
+}
+BENCHMARK(plan)
+    ->ArgsProduct({{static_cast<int>(Shape::SquareSquare), static_cast<int>(Shape::Circular),
+                    static_cast<int>(Shape::Star)},
+                   {0, 1, 30},
+                   {0, 1}})
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lorivan

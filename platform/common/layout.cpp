@@ -28,9 +28,9 @@ Measures measuresOf(const LayoutMetrics& metrics) {
           .sideGap = scaled(4),
           .padding = scaled(6),
           .gap = std::max(2, scaled(2)),
-          .title = metrics.lineHeight + scaled(3),
-          .column = std::max(scaled(11), static_cast<int>(std::lround(metrics.digitWidth * 1.57))),
-          .line = metrics.lineHeight + scaled(7),
+          .title = metrics.lineHeight + scaled(2),
+          .column = std::max(scaled(11), static_cast<int>(std::lround(metrics.digitWidth * 1.75))),
+          .line = metrics.lineHeight + scaled(6),
           .lineMost = metrics.lineHeight + scaled(14)};
 }
 

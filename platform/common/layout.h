@@ -43,9 +43,9 @@ inline constexpr int kStripColumns = 40;
 
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
-  int lineHeight = 15;  // of the window's font, descenders included
-  double scale = 1;     // Window::scaling()
-  int digitWidth = 7;   // of the window's font; wide fonts widen the columns
+  int lineHeight = 15;    // of the window's font, descenders included
+  double scale = 1;       // Window::scaling()
+  double digitWidth = 6;  // of the window's font; wide fonts widen the columns
 };
 
 /// Device pixels from the client area's top left corner; left + width is the first pixel outside.

@@ -1,19 +1,21 @@
 #include "platform/common/path_fill.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <utility>
 
 namespace lorivan {
 namespace {
 
+using Edge = PathFiller::Edge;
+using Layer = PathFiller::Layer;
+
 constexpr float kFlatness = 0.06F;  // pixels that a flattened curve may stray
 constexpr float kFarthest = 1e6F;
-constexpr int kStripRows = 32;  // that are accumulated at a time, so that they stay in the cache
 constexpr int kMostSteps = 64;
-
-struct Edge {
-  float x0, y0, x1, y1;
-};
+// Rows and pixels that are painted at a time, so that they stay in the cache.
+constexpr int kMostRows = 32, kFewestRows = 4, kStripPixels = 1 << 15;
 
 /// Pixel rows and columns; right and bottom are outside.
 struct Range {
@@ -22,10 +24,9 @@ struct Range {
 
 bool isDrawable(const std::vector<PointF>& contour) {
   const auto inReach = [](PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; };
-  return contour.size() % 3 == 1 && std::ranges::all_of(contour, inReach);
+  return contour.empty() || (contour.size() % 3 == 1 && std::ranges::all_of(contour, inReach));
 }
 
-/// The contours as straight edges, in coordinates with the top left pixel's corner at (0, 0).
 class Flattener {
  public:
   explicit Flattener(std::vector<Edge>& edges) : edges_(edges) {}
@@ -35,6 +36,11 @@ class Flattener {
     start(contour[0]);
     for (std::size_t i = 0; i + 3 < contour.size(); i += 3) curve(&contour[i]);
     line(contour[0]);
+  }
+  void addPolygon(const std::vector<PointF>& corners) {
+    if (corners.size() < 3) return;
+    start(corners.back());
+    for (const PointF corner : corners) line(corner);
   }
 
  private:
@@ -74,10 +80,10 @@ std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t share) 
   return even | odd;
 }
 
-/// What is kept from call to call. `sums` holds zeros between calls.
+/// What is kept from call to call. `sums` and `marks` hold zeros between calls.
 struct Memory {
-  std::vector<Edge> edges;
   std::vector<float> sums;
+  std::vector<std::uint64_t> marks;
   std::vector<std::uint32_t> starts, order;
 };
 
@@ -86,75 +92,45 @@ Memory& memory() {
   return kept;
 }
 
-/// Sums up, pixel by pixel, how an edge changes the covered share of all that lies to its right (the way of
-/// font renderers), strip by strip.
-class StripFiller {
+/// The rows of a strip. It sums up, pixel by pixel, how an edge changes the covered share of all that lies to
+/// its right (the way of font renderers). Pixels that an edge passes are marked; between them the share
+/// stays.
+class Strip {
  public:
-  StripFiller(const PixelBlock& target, Range range, std::uint32_t argb)
-      : target_(target), range_(range), argb_(argb), width_(range.right - range.left + 2) {
-    const std::size_t size = static_cast<std::size_t>(width_) * kStripRows;
-    if (sums_.size() < size) sums_.resize(size, 0.F);
+  Strip(const PixelBlock& target, Range range)
+      : target_(target),
+        left_(range.left),
+        width_(range.right - range.left),
+        columns_(width_ + 2),
+        words_((columns_ + 63) / 64),
+        most_(std::clamp(kStripPixels / columns_, kFewestRows, kMostRows)) {
+    const auto grow = [this](auto& table, int row) {
+      const std::size_t size = static_cast<std::size_t>(row) * static_cast<std::size_t>(most_);
+      if (table.size() < size) table.resize(size, 0);
+    };
+    grow(sums_, columns_);
+    grow(marks_, words_);
   }
 
-  void run(const std::vector<Edge>& edges) {
-    if (range_.bottom - range_.top <= kStripRows) {
-      beginStrip(range_.top);
-      for (const Edge& e : edges) accumulate(e);
-      endStrip();
-      return;
-    }
-    sortIntoStrips(edges);
-    for (int top = range_.top, strip = 0; top < range_.bottom; top += kStripRows, ++strip) {
-      beginStrip(top);
-      const auto at = static_cast<std::size_t>(strip);
-      for (std::size_t i = starts_[at]; i < starts_[at + 1]; ++i) accumulate(edges[order_[i]]);
-      endStrip();
-    }
-  }
-
- private:
-  void beginStrip(int top) {
+  int mostRows() const { return most_; }
+  void begin(int top, int rows) {
     top_ = top;
-    rows_ = std::min(kStripRows, range_.bottom - top);
-    for (int row = 0; row < rows_; ++row) {
-      first_[row] = width_;
-      last_[row] = -1;
-    }
-  }
-  void endStrip() {
-    for (int row = 0; row < rows_; ++row) paint(row);
-  }
-
-  template <class Use>
-  void eachStrip(const Edge& e, Use&& use) const {
-    const float low = std::min(e.y0, e.y1), high = std::max(e.y0, e.y1);
-    if (high <= static_cast<float>(range_.top) || low >= static_cast<float>(range_.bottom)) return;
-    const int first = std::max(static_cast<int>(low) - range_.top, 0) / kStripRows;
-    const int last = std::min(static_cast<int>(high), range_.bottom - 1) - range_.top;
-    for (int strip = first; strip <= last / kStripRows; ++strip) use(static_cast<std::size_t>(strip));
-  }
-
-  void sortIntoStrips(const std::vector<Edge>& edges) {
-    starts_.assign(static_cast<std::size_t>((range_.bottom - range_.top) / kStripRows) + 2, 0);
-    for (const Edge& e : edges) eachStrip(e, [&](std::size_t strip) { ++starts_[strip + 1]; });
-    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
-    order_.resize(starts_.back());
-    // Filled from the ends, the starts move back to where they belong.
-    for (std::size_t i = edges.size(); i-- > 0;)
-      eachStrip(edges[i],
-                [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
-    starts_.erase(starts_.begin());
-    starts_.push_back(static_cast<std::uint32_t>(order_.size()));
+    rows_ = rows;
   }
 
   /// The part of an edge within the strip, row by row.
-  void accumulate(const Edge& e) {
+  void add(const Edge& e) {
     const bool down = e.y0 < e.y1;
     const float x0 = down ? e.x0 : e.x1, y0 = down ? e.y0 : e.y1;
     const float x1 = down ? e.x1 : e.x0, y1 = down ? e.y1 : e.y0;
+    const auto only = static_cast<int>(y0) - top_;
+    if (y0 >= static_cast<float>(top_) && only < rows_ && y1 <= static_cast<float>(top_ + only + 1)) {
+      const auto left = static_cast<float>(left_);
+      return cross(only, x0 - left, x1 - left, e.y1 - e.y0);
+    }
     const float slope = (x1 - x0) / (y1 - y0), top = static_cast<float>(top_);
     const float begin = std::max(y0 - top, 0.F), end = std::min(y1 - top, static_cast<float>(rows_));
-    float x = x0 + (begin + top - y0) * slope - static_cast<float>(range_.left);
+    float x = x0 + (begin + top - y0) * slope - static_cast<float>(left_);
     for (int row = static_cast<int>(begin); row < rows_ && static_cast<float>(row) < end; ++row) {
       const float from = std::max(begin, static_cast<float>(row));
       const float high = std::min(end, static_cast<float>(row + 1)) - from;
@@ -164,15 +140,21 @@ class StripFiller {
     }
   }
 
+  void paint(std::uint32_t argb) {
+    for (; touched_ != 0; touched_ &= touched_ - 1) paintRow(std::countr_zero(touched_), argb);
+    firstWord_ = words_;
+    lastWord_ = -1;
+  }
+
+ private:
   /// One row's piece of an edge: `high` of the row, from x to `next`, spread over the pixels that it passes.
   void cross(int row, float x, float next, float high) {
-    const float most = static_cast<float>(width_ - 2);
+    const float most = static_cast<float>(width_);
     const float left = std::clamp(std::min(x, next), 0.F, most);
     const float right = std::clamp(std::max(x, next), 0.F, most);
-    float* sums = &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
+    float* sums = sumsOf(row);
     const int begin = static_cast<int>(left), end = static_cast<int>(right);
-    first_[row] = std::min(first_[row], begin);
-    last_[row] = std::max(last_[row], end + 1);
+    mark(row, begin, end + 1);
     if (begin == end) {
       const float rest = high * ((left + right) / 2 - static_cast<float>(begin));
       sums[begin] += high - rest;
@@ -194,30 +176,110 @@ class StripFiller {
     sums[end + 1] += high - covered;
   }
 
-  void paint(int row) {
-    if (last_[row] < first_[row]) return;
-    float* sums = &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(width_)];
-    std::uint32_t* pixels =
-        target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride + range_.left;
-    const int end = std::min(last_[row], range_.right - range_.left - 1);
-    float sum = 0;
-    for (int i = first_[row]; i <= end; ++i) {
-      sum += sums[i];
-      const auto share = static_cast<std::uint32_t>(std::min(std::fabs(sum), 1.F) * 256 + 0.5F);
-      if (share == 256)
-        pixels[i] = argb_;
-      else if (share > 0)
-        pixels[i] = mix(pixels[i], argb_, share);
+  void mark(int row, int first, int last) {
+    std::uint64_t* marks = marksOf(row);
+    touched_ |= std::uint32_t{1} << row;
+    firstWord_ = std::min(firstWord_, first >> 6);
+    lastWord_ = std::max(lastWord_, last >> 6);
+    if (first >> 6 == last >> 6) {
+      marks[first >> 6] |= ((std::uint64_t{2} << (last - first)) - 1) << (first & 63);
+      return;
     }
-    std::fill(sums + first_[row], sums + last_[row] + 1, 0.F);
+    for (int i = first; i <= last; ++i) marks[i >> 6] |= std::uint64_t{1} << (i & 63);
+  }
+
+  void paintRow(int row, std::uint32_t argb) {
+    float* sums = sumsOf(row);
+    std::uint64_t* marks = marksOf(row);
+    std::uint32_t* pixels = target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride + left_;
+    float sum = 0;
+    int painted = 0;
+    for (int word = firstWord_; word <= lastWord_; ++word)
+      for (std::uint64_t rest = std::exchange(marks[word], 0); rest != 0; rest &= rest - 1) {
+        const int i = word * 64 + std::countr_zero(rest);
+        if (painted < i) paintRun(pixels, painted, std::min(i, width_), sum, argb);
+        sum += std::exchange(sums[i], 0.F);
+        if (i < width_) paintRun(pixels, i, i + 1, sum, argb);
+        painted = i + 1;
+      }
+  }
+
+  static void paintRun(std::uint32_t* pixels, int from, int end, float covered, std::uint32_t argb) {
+    const auto share = static_cast<std::uint32_t>(std::min(std::fabs(covered), 1.F) * 256 + 0.5F);
+    if (share == 256)
+      for (int i = from; i < end; ++i) pixels[i] = argb;
+    else if (share > 0)
+      for (int i = from; i < end; ++i) pixels[i] = mix(pixels[i], argb, share);
+  }
+
+  float* sumsOf(int row) {
+    return &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_)];
+  }
+  std::uint64_t* marksOf(int row) {
+    return &marks_[static_cast<std::size_t>(row) * static_cast<std::size_t>(words_)];
   }
 
   const PixelBlock& target_;
-  Range range_;
-  std::uint32_t argb_;
-  int width_, top_ = 0, rows_ = 0;
+  int left_, width_, columns_, words_, most_;
+  int top_ = 0, rows_ = 0;
+  int firstWord_ = words_, lastWord_ = -1;  // of the marks in all rows
+  std::uint32_t touched_ = 0;               // a bit for each row
   std::vector<float>& sums_ = memory().sums;
-  int first_[kStripRows] = {}, last_[kStripRows] = {};
+  std::vector<std::uint64_t>& marks_ = memory().marks;
+};
+
+static_assert(kMostRows <= 32, "a bit for each row");
+
+/// Paints strip by strip, in each of them layer by layer.
+class StripPainter {
+ public:
+  StripPainter(const PixelBlock& target, Range range) : range_(range), strip_(target, range) {}
+
+  void run(std::span<const Edge> edges, std::span<const Layer> layers) {
+    sortIntoStrips(edges);
+    const int rows = strip_.mostRows();
+    for (int top = range_.top, number = 0; top < range_.bottom; top += rows, ++number) {
+      strip_.begin(top, std::min(rows, range_.bottom - top));
+      auto layer = layers.begin();
+      const auto at = static_cast<std::size_t>(number);
+      for (std::size_t i = starts_[at]; i < starts_[at + 1]; ++i) {
+        const std::size_t edge = order_[i];
+        if (edge >= layer->end) {
+          strip_.paint(layer->argb);
+          while (edge >= layer->end) ++layer;
+        }
+        strip_.add(edges[edge]);
+      }
+      strip_.paint(layer->argb);
+    }
+  }
+
+ private:
+  template <class Use>
+  void eachStrip(const Edge& e, Use&& use) const {
+    const float low = std::min(e.y0, e.y1), high = std::max(e.y0, e.y1);
+    if (high <= static_cast<float>(range_.top) || low >= static_cast<float>(range_.bottom)) return;
+    const int rows = strip_.mostRows();
+    const int first = std::max(static_cast<int>(low) - range_.top, 0) / rows;
+    const int last = (std::min(static_cast<int>(high), range_.bottom - 1) - range_.top) / rows;
+    for (int strip = first; strip <= last; ++strip) use(static_cast<std::size_t>(strip));
+  }
+
+  void sortIntoStrips(std::span<const Edge> edges) {
+    starts_.assign(static_cast<std::size_t>((range_.bottom - range_.top) / strip_.mostRows()) + 2, 0);
+    for (const Edge& e : edges) eachStrip(e, [&](std::size_t strip) { ++starts_[strip + 1]; });
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    order_.resize(starts_.back());
+    // Filled from the ends, the starts move back to where they belong.
+    for (std::size_t i = edges.size(); i-- > 0;)
+      eachStrip(edges[i],
+                [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
+    starts_.erase(starts_.begin());
+    starts_.push_back(static_cast<std::uint32_t>(order_.size()));
+  }
+
+  Range range_;
+  Strip strip_;
   std::vector<std::uint32_t>& starts_ = memory().starts;
   std::vector<std::uint32_t>& order_ = memory().order;
 };
@@ -239,19 +301,30 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
 
 }  // namespace
 
-bool fillPathPixels(const PixelBlock& target, std::span<const std::vector<PointF>> contours, Colour colour) {
-  std::vector<Edge>& edges = memory().edges;
-  edges.clear();
-  Flattener flattener(edges);
-  for (const std::vector<PointF>& contour : contours) {
-    if (contour.empty()) continue;
-    if (!isDrawable(contour)) return false;
-    flattener.add(contour);
-  }
-  const Range range = rangeOf(edges, target);
-  if (edges.empty() || range.left >= range.right || range.top >= range.bottom) return true;
-  StripFiller(target, range, toArgb(colour)).run(edges);
+bool PathFiller::add(std::span<const std::vector<PointF>> contours, Colour colour) {
+  if (!std::ranges::all_of(contours, isDrawable)) return false;
+  Flattener flattener(edges_);
+  for (const std::vector<PointF>& contour : contours) flattener.add(contour);
+  layers_.push_back({edges_.size(), toArgb(colour)});
   return true;
+}
+
+void PathFiller::addPolygons(std::span<const std::vector<PointF>> polygons, Colour colour) {
+  Flattener flattener(edges_);
+  for (const std::vector<PointF>& polygon : polygons) flattener.addPolygon(polygon);
+  layers_.push_back({edges_.size(), toArgb(colour)});
+}
+
+void PathFiller::paint(const PixelBlock& target) {
+  const Range range = rangeOf(edges_, target);
+  if (!edges_.empty() && range.left < range.right && range.top < range.bottom)
+    StripPainter(target, range).run(edges_, layers_);
+  forget();
+}
+
+void PathFiller::forget() {
+  edges_.clear();
+  layers_.clear();
 }
 
 }  // namespace lorivan

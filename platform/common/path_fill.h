@@ -1,6 +1,7 @@
-// Anti-aliased filling of Bezier contours, the same on every system.
+// Anti-aliased filling of shapes, the same on every system.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -9,9 +10,33 @@
 
 namespace lorivan {
 
-/// Fills what the contours surround (see Surface::fillPath) into premultiplied pixels. A pixel takes the
-/// exact share of its area. Shapes of one call that touch along a line leave no seam. Points may lie anywhere
-/// within a million pixels; what is not finite or further away fills nothing and gives false.
-bool fillPathPixels(const PixelBlock& target, std::span<const std::vector<PointF>> contours, Colour colour);
+/// Shapes that wait until they are painted together, which spares large pictures most of their way to and
+/// from memory. A pixel takes the exact share of its area that a shape has; each shape lies on those before.
+class PathFiller {
+ public:
+  /// What the contours surround (see Surface::fillPath). Those of one call that touch along a line leave no
+  /// seam. Points may lie anywhere within a million pixels; what is not finite or further away gives false,
+  /// and nothing of the shape is painted.
+  bool add(std::span<const std::vector<PointF>> contours, Colour colour);
+  /// The same with straight sides. Each polygon closes itself; all points lie within reach.
+  void addPolygons(std::span<const std::vector<PointF>> polygons, Colour colour);
+
+  bool empty() const { return layers_.empty(); }
+  /// Paints into premultiplied pixels; nothing waits afterwards.
+  void paint(const PixelBlock& target);
+  void forget();
+
+  struct Edge {  // in coordinates with the top left pixel's corner at (0, 0)
+    float x0, y0, x1, y1;
+  };
+  struct Layer {
+    std::size_t end;  // of its edges
+    std::uint32_t argb;
+  };
+
+ private:
+  std::vector<Edge> edges_;
+  std::vector<Layer> layers_;
+};
 
 }  // namespace lorivan

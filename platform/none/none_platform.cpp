@@ -13,18 +13,13 @@ constexpr std::size_t kLargestPicture = 200'000'000;
 
 /// `from` shrunk or grown to fit into the size, pixel by pixel, in the middle of white paper.
 std::unique_ptr<RecordingSurface> fitted(const RecordingSurface& from, int width, int height) {
-  auto to = std::make_unique<RecordingSurface>(width, height);
-  const double scale =
-      std::min(static_cast<double>(width) / from.width(), static_cast<double>(height) / from.height());
-  const int w = std::max(1, static_cast<int>(from.width() * scale));
-  const int h = std::max(1, static_cast<int>(from.height() * scale));
+  const PictureSize size = sizeWithin({from.width(), from.height()}, {width, height});
+  auto to = std::make_unique<RecordingSurface>(size.width, size.height);
   const PixelBlock block = to->lendPixels();
-  for (int y = 0; y < h; ++y)
-    for (int x = 0; x < w; ++x) {
-      const PointI source{x * from.width() / w, y * from.height() / h};
-      block.pixels[static_cast<std::ptrdiff_t>(y + (height - h) / 2) * block.stride + x + (width - w) / 2] =
-          toArgb(from.pixel(source));
-    }
+  for (int y = 0; y < size.height; ++y)
+    for (int x = 0; x < size.width; ++x)
+      block.pixels[static_cast<std::ptrdiff_t>(y) * block.stride + x] =
+          toArgb(from.pixel({x * from.width() / size.width, y * from.height() / size.height}));
   return to;
 }
 
@@ -59,7 +54,14 @@ Status MemorySettings::flush() {
   return flushed;
 }
 
+Status MemoryClipboard::putDrawing(const ClipboardDrawing& lines, Surface& surface) {
+  const Status put = putPicture(surface);
+  if (put) drawing = lines;
+  return put;
+}
+
 Status MemoryClipboard::putPicture(Surface& surface) {
+  drawing = {};
   const PixelBlock from = surface.lendPixels();
   if (from.pixels == nullptr) return unwritable("this picture has no pixels to copy");
   picture = std::make_unique<RecordingSurface>(from.width, from.height);

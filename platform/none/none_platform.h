@@ -30,11 +30,16 @@ class MemorySettings final : public Settings {
 
 class MemoryClipboard final : public Clipboard {
  public:
-  void clear() override { picture.reset(); }
+  void clear() override {
+    picture.reset();
+    drawing = {};
+  }
   Status putPicture(Surface& surface) override;
+  Status putDrawing(const ClipboardDrawing& lines, Surface& surface) override;
 
   /// A copy of the last picture.
   std::unique_ptr<RecordingSurface> picture;
+  ClipboardDrawing drawing;
 };
 
 /// Time that passes only when it is told to.

@@ -225,6 +225,21 @@ std::string NoneWindow::inputBox(const std::string& prompt, const std::string& t
   return dialogs_.take(std::move(asked)).text;
 }
 
+Result<bool> NoneWindow::print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) {
+  AskedDialog asked{DialogKind::print, {}, spec.title, {}, MessageIcon::none, {}, 0};
+  if (!dialogs_.take(std::move(asked)).ok) return false;
+  auto page = std::make_unique<NonePage>(spec.landscape);
+  if (const Status drawn = draw(*page); !drawn) return drawn.error();
+  printed_ = std::move(page);
+  return true;
+}
+
+Status NonePage::place(Surface& picture, PointI corner, int width, int height) {
+  placed.push_back({picture.width(), corner, width, height});
+  return picture.lendPixels().pixels != nullptr ? Status()
+                                                : unwritable("this picture has no pixels to print");
+}
+
 void NoneWindow::reach(ControlId control) const {
   if (closed_) refuse("the window is closed");
   if (!usable(control)) refuse(std::string(spec(control).name) + " or its group is hidden or disabled");
@@ -235,6 +250,7 @@ void NoneWindow::userFocuses(ControlId control) {
   if (focus_ == control) return;
   const ControlId left = focus_;
   focus_ = control;
+  call(events_.pointed, control);
   if (left < 0 || spec(left).kind != ControlKind::number) return;
   call(events_.left, left);
   call(events_.confirmed, left);
@@ -304,6 +320,8 @@ void NoneWindow::userPicks(CommandId command) {
     refuse(std::string(commandSpecs_[static_cast<std::size_t>(command)].name) + " cannot be chosen");
   call(events_.command, command);
 }
+
+void NoneWindow::userPoints(ControlId control) { call(events_.pointed, control); }
 
 void NoneWindow::userHighlights(CommandId command) { call(events_.highlighted, command); }
 

@@ -14,7 +14,7 @@
 
 namespace lorivan {
 
-enum class DialogKind { message, confirm, save, file, colour, input, options };
+enum class DialogKind { message, confirm, save, file, colour, input, options, print };
 
 /// A dialog that was shown.
 struct AskedDialog {
@@ -36,6 +36,7 @@ class DialogQueue {
   /// A full path; empty: cancelled.
   void answerFile(std::string path) { answers_.push_back({DialogKind::file, std::move(path), {}, false}); }
   void answerColour(std::optional<Colour> c) { answers_.push_back({DialogKind::colour, {}, c, false}); }
+  void answerPrint(bool ok) { answers_.push_back({DialogKind::print, {}, {}, ok}); }
   void answerInput(std::string text) { answers_.push_back({DialogKind::input, std::move(text), {}, false}); }
   /// What is typed into the entries and what the boxes become, in order; nothing: cancelled.
   void answerOptions(std::optional<std::vector<OptionLine>> lines) {
@@ -61,6 +62,28 @@ class DialogQueue {
 
   std::deque<Answer> answers_;
   std::vector<AskedDialog> asked_;
+};
+
+/// An A4 page on its way to paper: what was drawn on it, and where pictures were placed.
+class NonePage final : public PrintPage {
+ public:
+  explicit NonePage(bool landscape)
+      : surface_(landscape ? kLong : kShort, landscape ? kShort : kLong, false) {}
+  RecordingSurface& surface() override { return surface_; }
+  const RecordingSurface& drawn() const { return surface_; }
+  double dotsPerMillimetre() const override { return 4; }
+  Status place(Surface& picture, PointI corner, int width, int height) override;
+
+  struct Placed {
+    int pixels = 0;  // across
+    PointI corner;
+    int width = 0, height = 0;
+  };
+  std::vector<Placed> placed;
+
+ private:
+  static constexpr int kLong = 277 * 4, kShort = 190 * 4;  // with margins of 10 millimetres
+  RecordingSurface surface_;
 };
 
 /// Pictures outside of groups are the large ones; userResizes() sets their width. The user's deeds throw
@@ -92,6 +115,9 @@ class NoneWindow final : public Window {
   bool checked(ControlId control) const override { return at(control).on; }
   void setChecked(ControlId control, bool on) override;
   void setItems(ControlId list, const std::vector<std::string>& items) override;
+  void setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures) override {
+    at(list).pictures = pictures;
+  }
   int selected(ControlId list) const override { return at(list).selected; }
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
@@ -120,6 +146,7 @@ class NoneWindow final : public Window {
   std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override;
+  Result<bool> print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) override;
 
   // What a driver sees.
   const std::string& title() const { return title_; }
@@ -135,6 +162,9 @@ class NoneWindow final : public Window {
   const std::string& commandText(CommandId command) const { return command_(command).text; }
   bool commandVisible(CommandId command) const { return command_(command).visible; }
   const std::vector<std::string>& items(ControlId list) const { return at(list).items; }
+  const std::vector<ItemPicture>& itemPictures(ControlId list) const { return at(list).pictures; }
+  /// The page printed last; null when there is none.
+  const NonePage* printed() const { return printed_.get(); }
   /// Row of a name in the tables; throws when there is none.
   ControlId control(std::string_view name) const;
   CommandId command(std::string_view name) const;
@@ -157,6 +187,8 @@ class NoneWindow final : public Window {
   void userPicks(CommandId command);
   /// The pointer came over a menu item, or, with kNoCommand, left the menu.
   void userHighlights(CommandId command);
+  /// The pointer came over a control, or, with -1, left it.
+  void userPoints(ControlId control);
   bool userPresses(const KeyEvent& key);
   void userMouse(ControlId picture, const MouseEvent& event);
   /// Press and release of a button at one place.
@@ -180,6 +212,7 @@ class NoneWindow final : public Window {
     std::string text;
     bool on = false, enabled = true, visible = true;
     std::vector<std::string> items;
+    std::vector<ItemPicture> pictures;
     int selected = -1;
     Colour background = 0xFFFFFF, textColour = 0;
     PointerShape pointer = PointerShape::arrow;
@@ -210,6 +243,7 @@ class NoneWindow final : public Window {
   std::string title_, status_;
   WindowPlace place_, screen_;
   std::deque<std::function<void()>> waiting_;
+  std::unique_ptr<NonePage> printed_;
   ControlId focus_ = -1;
   Colour face_ = 0xF5F3F2, ink_ = 0x28231F;
   bool shown_ = false, closed_ = false, busy_ = false, maximised_ = false;

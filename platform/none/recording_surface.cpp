@@ -41,9 +41,10 @@ PointF bezierAt(const PointF* p, float t) {
 
 }  // namespace
 
-RecordingSurface::RecordingSurface(int width, int height)
+RecordingSurface::RecordingSurface(int width, int height, bool raster)
     : width_(width),
       height_(height),
+      raster_(raster),
       pixels_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0xFFFFFFFF) {}
 
 void RecordingSurface::record(DrawKind kind, std::vector<PointF> points, float size, Colour colour) {

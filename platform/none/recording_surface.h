@@ -35,10 +35,12 @@ struct DrawCall {
 
 class RecordingSurface final : public Surface {
  public:
-  RecordingSurface(int width, int height);
+  /// Without `raster` drawing code keeps its fractions, as on paper and in vector files.
+  RecordingSurface(int width, int height, bool raster = true);
 
   int width() const override { return width_; }
   int height() const override { return height_; }
+  bool isRaster() const override { return raster_; }
 
   void clear(Colour background) override;
   void clearTransparent(Colour background) override;
@@ -88,6 +90,7 @@ class RecordingSurface final : public Surface {
   void band(PointF from, PointF to, float width, Colour colour) const;
 
   int width_, height_;
+  bool raster_;
   mutable std::vector<std::uint32_t> pixels_;
   mutable std::size_t painted_ = 0;  // calls that the pixels show
   std::vector<DrawCall> calls_;

@@ -239,6 +239,18 @@ void FormQt::setColours(ControlId control, Colour background, Colour text) {
   w->setPalette(palette);
 }
 
+void FormQt::setItemPictures(ControlId control, const std::vector<ItemPicture>& pictures) {
+  QComboBox* const box = list(control);
+  if (!box) return;
+  listPictures_.set(*box, pictures);
+  listPictures_.fit(*box);
+}
+
+void FormQt::fitLists() {
+  for (QWidget* const w : widgets_)
+    if (auto* const box = qobject_cast<QComboBox*>(w)) listPictures_.fit(*box);
+}
+
 /// The program may answer with a dialog, which would swallow the rest of a click on a button: it is told when
 /// the button is let go.
 bool FormQt::postpone(NumberEdit& left) {
@@ -285,7 +297,7 @@ LayoutMetrics FormQt::metrics(const QFont& font) const {
   const double ratio = devicePixelRatioF();
   return {.lineHeight = static_cast<int>(std::ceil(size.height() * ratio)),
           .scale = scaling() * font.pixelSize() / QApplication::font().pixelSize(),
-          .digitWidth = static_cast<int>(std::ceil(size.horizontalAdvance(QLatin1Char('0')) * ratio))};
+          .digitWidth = size.horizontalAdvance(QLatin1Char('0')) * ratio};
 }
 
 /// In whole pixels, so that it changes in few steps while the window is resized.
@@ -293,7 +305,9 @@ void FormQt::fitFont(int clientWidth, int clientHeight) {
   QFont font = QApplication::font();
   const double factor = panelFactor(controls_, clientWidth, clientHeight, metrics(font));
   font.setPixelSize(qRound(font.pixelSize() * factor));
-  if (font != this->font()) setFont(font);
+  if (font == this->font()) return;
+  setFont(font);
+  fitLists();
 }
 
 QSize FormQt::toLogical(LayoutSize size) const {
@@ -348,6 +362,7 @@ void FormQt::paintEvent(QPaintEvent*) {
 void FormQt::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() != QEvent::PaletteChange) return;
+  fitLists();
   for (std::size_t i = 0; i < widgets_.size(); ++i)
     if (controls_[i].kind == ControlKind::text && !coloured_.contains(widgets_[i])) flatten(*widgets_[i]);
 }
@@ -360,11 +375,34 @@ bool FormQt::isForEntry(QObject* watched, const QKeyEvent& key) {
   return edit && (typed || which == Key::left || which == Key::right || edit->stepOf(key) != 0);
 }
 
+/// Tab, a letter and the mouse are the user's ways to the focus.
+void FormQt::tellPointed(const QWidget* watched, const QEvent& event) {
+  const auto at = std::ranges::find(widgets_, watched);
+  if (at == widgets_.end()) return;
+  auto control = static_cast<ControlId>(at - widgets_.begin());
+  const ControlSpec& spec = controls_[static_cast<std::size_t>(control)];
+  if (spec.kind == ControlKind::picture && spec.group.empty()) return;
+  if (event.type() == QEvent::FocusIn) {
+    const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();
+    if (reason != Qt::MouseFocusReason && reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason &&
+        reason != Qt::ShortcutFocusReason)
+      return;
+  }
+  if (event.type() == QEvent::Leave || spec.kind == ControlKind::group)
+    control = -1;
+  else if (spec.kind == ControlKind::label)
+    ++control;
+  events_.pointed(control);
+}
+
 bool FormQt::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Wheel && qobject_cast<QComboBox*>(watched)) {
     event->ignore();  // goes on to what is behind the list
     return true;
   }
+  const QEvent::Type type = event->type();
+  if (type == QEvent::Enter || type == QEvent::Leave || type == QEvent::FocusIn)
+    tellPointed(qobject_cast<QWidget*>(watched), *event);
   if (event->type() == QEvent::MouseButtonRelease && left_) afterRelease_.start();
   if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
   const auto& press = *static_cast<QKeyEvent*>(event);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/common/layout.h"
+#include "platform/qt/list_pictures.h"
 #include "platform/qt/widgets.h"
 #include "platform/window.h"
 
@@ -21,7 +22,7 @@ namespace lorivan {
 
 /// What a form tells its window: the control, and what happened to it.
 struct FormEvents {
-  std::function<void(ControlId)> confirmed, left, escaped, clicked, changed, resized;
+  std::function<void(ControlId)> confirmed, left, escaped, clicked, changed, resized, pointed;
   std::function<void(ControlId, int)> stepped;
   std::function<void(ControlId, const MouseEvent&)> mouse;
   std::function<bool(const KeyEvent&)> key;
@@ -36,6 +37,7 @@ class FormQt final : public QWidget {
   bool checked(ControlId control) const;
   void setChecked(ControlId control, bool on);
   void setColours(ControlId control, Colour background, Colour text);
+  void setItemPictures(ControlId control, const std::vector<ItemPicture>& pictures);
   QWidget* widget(ControlId control) const;
   /// Null when the control is of another kind.
   QComboBox* list(ControlId control) const;
@@ -75,6 +77,8 @@ class FormQt final : public QWidget {
   void fitFont(int clientWidth, int clientHeight);
   QSize toLogical(LayoutSize size) const;
   bool postpone(NumberEdit& left);
+  void fitLists();
+  void tellPointed(const QWidget* watched, const QEvent& event);
   static bool isForEntry(QObject* watched, const QKeyEvent& key);
 
   std::span<const ControlSpec> controls_;
@@ -82,6 +86,7 @@ class FormQt final : public QWidget {
   std::vector<QWidget*> widgets_;
   std::map<std::string_view, QButtonGroup*> radios_;
   std::set<const QWidget*> coloured_;  // by the program
+  ListPictures listPictures_;
   QRect pictureFrame_;
   QTimer afterRelease_;
   NumberEdit* left_ = nullptr;  // left for a button that is still held down; not confirmed yet

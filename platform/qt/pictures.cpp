@@ -29,12 +29,12 @@ QImage pixelsOf(Surface& picture) {
   return image;
 }
 
-QImage onWhite(const QImage& picture, int width, int height) {
-  QImage page(width, height, QImage::Format_ARGB32_Premultiplied);
+QImage onWhite(const QImage& picture) {
+  QImage page(picture.size(), QImage::Format_ARGB32_Premultiplied);
   if (page.isNull()) return page;
   page.fill(Qt::white);
   QPainter painter(&page);
-  painter.drawImage((width - picture.width()) / 2, (height - picture.height()) / 2, picture);
+  painter.drawImage(0, 0, picture);
   return page;
 }
 
@@ -43,8 +43,7 @@ QImage onWhite(const QImage& picture, int width, int height) {
 Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
   QImage image = pixelsOf(picture);
   if (image.isNull()) return unwritable("this picture has no pixels to save");
-  if (format == PictureFormat::bmp && image.hasAlphaChannel())
-    image = onWhite(image, image.width(), image.height());
+  if (format == PictureFormat::bmp && image.hasAlphaChannel()) image = onWhite(image);
   QByteArray bytes;
   QBuffer buffer(&bytes);
   QImageWriter writer(&buffer, format == PictureFormat::png ? "png" : "bmp");
@@ -54,8 +53,7 @@ Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
 }
 
 Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int width, int height) {
-  auto surface = RasterSurface::create(width, height);
-  if (!surface) return surface;
+  if (const Status size = checkPictureSize(width, height); !size) return size.error();
   const auto file = readFile(path, kMostBytes);
   if (!file) return file.error();
   QByteArray bytes = QByteArray::fromRawData(file->data(), static_cast<qsizetype>(file->size()));
@@ -71,12 +69,15 @@ Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int w
     return unreadable(fits.error().message);
   const QImage picture = reader.read();
   if (picture.isNull()) return unreadable(toUtf8(reader.errorString()));
+  const PictureSize shown = sizeWithin({picture.width(), picture.height()}, {width, height});
   const QImage page =
-      onWhite(picture.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation), width, height);
+      onWhite(picture.scaled(shown.width, shown.height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   if (page.isNull()) return unwritable("there is not enough memory to show it");
+  auto surface = RasterSurface::create(shown.width, shown.height);
+  if (!surface) return surface;
   const PixelBlock block = (*surface)->lendPixels();
-  for (int y = 0; y < height; ++y)
-    std::copy_n(reinterpret_cast<const std::uint32_t*>(page.constScanLine(y)), width,
+  for (int y = 0; y < shown.height; ++y)
+    std::copy_n(reinterpret_cast<const std::uint32_t*>(page.constScanLine(y)), shown.width,
                 block.pixels + static_cast<std::ptrdiff_t>(y) * block.stride);
   return surface;
 }

@@ -1,14 +1,11 @@
 #include "platform/qt/raster_surface.h"
 
-#include <QPainterPath>
-#include <QPolygon>
 #include <algorithm>
-#include <cmath>
 #include <new>
 
-#include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
-#include "platform/qt/convert.h"
+#include "platform/common/wide_curve.h"
+#include "platform/qt/painting.h"
 
 namespace lorivan {
 namespace {
@@ -22,42 +19,6 @@ Result<QImage> makeImage(int width, int height) {
   image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
   image.setDotsPerMeterY(3780);
   return image;
-}
-
-/// Points further out than this are held at it: the painter computes in 32-bit fixed point.
-constexpr int kFarthest = 1 << 20;
-
-QPoint toPoint(PointI p) {
-  return {std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)};
-}
-
-QPolygon toPolygon(std::span<const PointI> points) {
-  QPolygon polygon;
-  polygon.reserve(static_cast<qsizetype>(points.size()));
-  for (const PointI p : points) polygon.append(toPoint(p));
-  return polygon;
-}
-
-QPen toPen(const Pen& pen) {
-  QPen made(toQColor(pen.colour), pen.width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
-  if (pen.dotted) {
-    made.setCapStyle(Qt::FlatCap);
-    made.setDashPattern({1, 2});
-  }
-  return made;
-}
-
-bool isDrawable(PointF p) { return std::abs(p.x) <= float(kFarthest) && std::abs(p.y) <= float(kFarthest); }
-
-bool isOnePoint(std::span<const PointF> points) {
-  return std::ranges::all_of(points, [&](PointF p) { return p.x == points[0].x && p.y == points[0].y; });
-}
-
-QPainterPath toPath(std::span<const PointF> points) {
-  const auto at = [&](std::size_t i) { return QPointF(points[i].x, points[i].y); };
-  QPainterPath path(at(0));
-  for (std::size_t i = 1; i + 2 < points.size(); i += 3) path.cubicTo(at(i), at(i + 1), at(i + 2));
-  return path;
 }
 
 }  // namespace
@@ -84,13 +45,25 @@ void RasterSurface::fail(std::string reason) {
   if (fault_.empty()) fault_ = std::move(reason);
 }
 
+PathFiller& RasterSurface::shapes() {
+  drawn_ = true;
+  if (painter_.isActive()) painter_.end();
+  return shapes_;
+}
+
+void RasterSurface::paintShapes() const {
+  if (!shapes_.empty())
+    shapes_.paint({reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
+                   static_cast<int>(image_.bytesPerLine() / 4)});
+}
+
 QPainter* RasterSurface::painter() {
   drawn_ = true;
+  paintShapes();
   if (!painter_.isActive() && !painter_.begin(&image_)) {
     fail("the picture cannot be drawn on");
     return nullptr;
   }
-  painter_.setRenderHint(QPainter::Antialiasing, false);
   return &painter_;
 }
 
@@ -108,11 +81,13 @@ QPainter* RasterSurface::painterWith(const Pen& pen) {
 
 const QImage& RasterSurface::image() {
   if (painter_.isActive()) painter_.end();
+  paintShapes();
   return image_;
 }
 
 void RasterSurface::fillAll(QColor colour) {
   if (painter_.isActive()) painter_.end();
+  shapes_.forget();
   image_.fill(colour);
   drawn_ = true;
 }
@@ -166,40 +141,23 @@ void RasterSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
 }
 
 void RasterSurface::wideCurve(const WideCurve& curve) {
-  if (curve.bezier.empty()) return;
-  if (!(curve.width > 0) || curve.width > float(kLongestSide)) return fail("a curve has no usable width");
-  if (curve.bezier.size() % 3 != 1 || !std::ranges::all_of(curve.bezier, isDrawable))
-    return fail("a curve has points that cannot be drawn");
-  QPainter* const p = painter();
-  if (!p) return;
-  const bool round = curve.caps == CapStyle::round;
-  p->setRenderHint(QPainter::Antialiasing);
-  p->translate(0.5, 0.5);  // to the middle of the pixels
-  if (isOnePoint(curve.bezier)) {
-    p->setPen(Qt::NoPen);
-    p->setBrush(toQColor(curve.colour));
-    const double radius = round ? curve.width / 2.0 : 0;
-    p->drawEllipse(QPointF(curve.bezier[0].x, curve.bezier[0].y), radius, radius);
-  } else {
-    const auto caps = round ? Qt::RoundCap : Qt::FlatCap;
-    p->strokePath(toPath(curve.bezier),
-                  QPen(toQColor(curve.colour), double(curve.width), Qt::SolidLine, caps, Qt::RoundJoin));
-  }
-  p->resetTransform();
+  if (!addWideCurve(shapes(), curve)) fail("a curve cannot be drawn");
 }
 
 void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
-  if (!fillPathPixels(lendPixels(), contours, colour)) fail("a shape has points that cannot be drawn");
+  if (!shapes().add(contours, colour)) fail("a shape has points that cannot be drawn");
 }
 
 Colour RasterSurface::pixel(PointI at) const {
   if (at.x < 0 || at.y < 0 || at.x >= image_.width() || at.y >= image_.height()) return background_;
+  paintShapes();
   return overBackground(reinterpret_cast<const QRgb*>(image_.constScanLine(at.y))[at.x], background_);
 }
 
 PixelBlock RasterSurface::lendPixels() {
   drawn_ = true;
   if (painter_.isActive()) painter_.end();
+  paintShapes();
   return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
           static_cast<int>(image_.bytesPerLine() / 4)};
 }

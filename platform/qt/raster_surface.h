@@ -8,6 +8,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/common/path_fill.h"
 #include "platform/surface.h"
 
 namespace lorivan {
@@ -50,8 +51,12 @@ class RasterSurface final : public Surface {
   QPainter* painter();
   QPainter* painterWith(const Pen& pen);
   void fail(std::string reason);
+  /// To add shapes to those that wait; whoever sees the image has them painted first.
+  PathFiller& shapes();
+  void paintShapes() const;
 
-  QImage image_;
+  mutable QImage image_;
+  mutable PathFiller shapes_;
   QPainter painter_;  // kept open between calls; closed before anybody else sees the image
   std::function<void()> show_;
   std::string fault_;

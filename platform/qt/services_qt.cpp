@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QLockFile>
+#include <QMimeData>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QTime>
@@ -37,13 +38,19 @@ void ClipboardQt::clear() {
   if (qGuiApp) QGuiApplication::clipboard()->clear();
 }
 
-Status ClipboardQt::putPicture(Surface& picture) {
+Status ClipboardQt::putPicture(Surface& picture) { return putDrawing({}, picture); }
+
+Status ClipboardQt::putDrawing(const ClipboardDrawing& drawing, Surface& picture) {
   if (!qGuiApp) return unwritable("there is no clipboard without a window");
   const PixelBlock block = picture.lendPixels();
   if (!block.pixels) return unwritable("this picture has no pixels to copy");
   const QImage view(reinterpret_cast<const uchar*>(block.pixels), block.width, block.height,
                     static_cast<qsizetype>(block.stride) * 4, QImage::Format_RGB32);
-  QGuiApplication::clipboard()->setImage(view.copy());
+  auto data = std::make_unique<QMimeData>();
+  if (!drawing.svg.empty())
+    data->setData(QStringLiteral("image/svg+xml"), QByteArray::fromStdString(drawing.svg));
+  data->setImageData(view.copy());
+  QGuiApplication::clipboard()->setMimeData(data.release());
   return {};
 }
 

@@ -12,6 +12,7 @@ class ClipboardQt final : public Clipboard {
  public:
   void clear() override;
   Status putPicture(Surface& picture) override;
+  Status putDrawing(const ClipboardDrawing& drawing, Surface& picture) override;
 };
 
 class ClockQt final : public Clock {

@@ -23,6 +23,7 @@
 #include "platform/qt/dialogs_qt.h"
 #include "platform/qt/form_qt.h"
 #include "platform/qt/menus_qt.h"
+#include "platform/qt/printing.h"
 
 namespace lorivan {
 namespace {
@@ -124,6 +125,9 @@ class WindowQt final : public Window {
   bool checked(ControlId control) const override { return form_->checked(control); }
   void setChecked(ControlId control, bool on) override { form_->setChecked(control, on); }
   void setItems(ControlId list, const std::vector<std::string>& items) override;
+  void setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures) override {
+    form_->setItemPictures(list, pictures);
+  }
   int selected(ControlId list) const override;
   void select(ControlId list, int index) override;
   void focus(ControlId control) override;
@@ -168,6 +172,9 @@ class WindowQt final : public Window {
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override {
     return dialogs::inputBox(&frame_, prompt, title, initial);
+  }
+  Result<bool> print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) override {
+    return printOnPaper(&frame_, spec, draw);
   }
 
  private:
@@ -234,6 +241,7 @@ FormEvents WindowQt::formEvents() {
   };
   made.mouse = [this](ControlId id, const MouseEvent& event) { report(events_.mouse, id, event); };
   made.resized = [this](ControlId id) { pictureResized(id); };
+  made.pointed = [this](ControlId id) { report(events_.pointed, id); };
   made.key = [this](const KeyEvent& event) {
     const bool taken = events_.key && events_.key(event);
     form_->showDrawn();

@@ -2,12 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
-#include "platform/common/path_fill.h"
 #include "platform/common/pixels.h"
-#include "platform/win32/averaged_fill.h"
-#include "platform/win32/band_outline.h"
+#include "platform/common/wide_curve.h"
 #include "platform/win32/checked.h"
 
 namespace lorivan::win32 {
@@ -21,12 +18,6 @@ std::vector<POINT> systemPoints(std::span<const PointI> points) {
   for (const PointI& p : points)
     made.push_back({std::clamp(p.x, -kFarthest, kFarthest), std::clamp(p.y, -kFarthest, kFarthest)});
   return made;
-}
-
-bool isDrawable(const WideCurve& curve) {
-  const auto inReach = [](PointF p) { return std::abs(p.x) < kFarthest && std::abs(p.y) < kFarthest; };
-  return curve.bezier.size() >= 4 && curve.width > 0 && curve.width < kFarthest &&
-         std::all_of(curve.bezier.begin(), curve.bezier.end(), inReach);
 }
 
 /// The pen of one call, selected as long as the object lives. Thin solid lines take the context's own pen.
@@ -107,7 +98,24 @@ void DibSurface::note(const Status& status) {
   if (!status && fault_.empty()) fault_ = status.error().message;
 }
 
+void DibSurface::paintShapes() const {
+  if (shapes_.empty()) return;
+  GdiFlush();
+  shapes_.paint({bits_, width_, height_, width_});
+}
+
+PixelBlock DibSurface::pixels() const {
+  paintShapes();
+  return {bits_, width_, height_, width_};
+}
+
+HDC DibSurface::context() const {
+  paintShapes();
+  return context_.get();
+}
+
 void DibSurface::fillAll(std::uint32_t argb) {
+  shapes_.forget();
   GdiFlush();
   std::fill_n(bits_, static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), argb);
   drawn_ = true;
@@ -151,30 +159,31 @@ void DibSurface::lines(std::span<const PointI> points, bool closed, const Pen& p
 }
 
 void DibSurface::linesByGdi(std::span<const PointI> points, bool closed, const Pen& pen) {
-  const SelectedPen selected(context_.get(), pen);
+  const SelectedPen selected(context(), pen);
   if (!selected) return note(unwritable(systemFault("ExtCreatePen")));
-  const Selection hollow(context_.get(), GetStockObject(NULL_BRUSH));
+  const Selection hollow(context(), GetStockObject(NULL_BRUSH));
   const std::vector<POINT> corners = systemPoints(points);
   const int count = static_cast<int>(corners.size());
-  if (closed) return note(checked(Polygon(context_.get(), corners.data(), count), "Polygon"));
-  note(checked(Polyline(context_.get(), corners.data(), count), "Polyline"));
+  if (closed) return note(checked(Polygon(context(), corners.data(), count), "Polygon"));
+  note(checked(Polyline(context(), corners.data(), count), "Polyline"));
   // A thin line stops one pixel short of its end.
-  if (!pen.dotted) SetPixelV(context_.get(), corners.back().x, corners.back().y, pen.colour);
+  if (!pen.dotted) SetPixelV(context(), corners.back().x, corners.back().y, pen.colour);
 }
 
 void DibSurface::circle(PointI centre, int radius, const Pen& pen) {
   if (radius <= 0) return dot(centre, std::max(1, pen.width), pen.colour);
   if (isTransparent()) return note(plusCircle(target(), centre, radius, pen));
-  const SelectedPen selected(context_.get(), pen);
+  const SelectedPen selected(context(), pen);
   if (!selected) return note(unwritable(systemFault("ExtCreatePen")));
-  const Selection hollow(context_.get(), GetStockObject(NULL_BRUSH));
-  note(checked(Ellipse(context_.get(), centre.x - radius, centre.y - radius, centre.x + radius + 1,
-                       centre.y + radius + 1),
-               "Ellipse"));
+  const Selection hollow(context(), GetStockObject(NULL_BRUSH));
+  note(checked(
+      Ellipse(context(), centre.x - radius, centre.y - radius, centre.x + radius + 1, centre.y + radius + 1),
+      "Ellipse"));
 }
 
 void DibSurface::dot(PointI centre, int diameter, Colour colour) {
   if (diameter < 1) return;
+  paintShapes();
   GdiFlush();
   fillDotRows(centre, diameter,
               [&](int left, int y, int width) { fillRow(y, left, left + width, toArgb(colour)); });
@@ -194,34 +203,29 @@ void DibSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
   if (!isTransparent()) return shapeByGdi(points, colour);
   std::vector<PointF> corners;
   for (const PointI& p : points) corners.push_back({static_cast<float>(p.x), static_cast<float>(p.y)});
-  note(plusFill(target(), corners, colour, false));
+  note(plusFill(target(), corners, colour));
 }
 
 void DibSurface::shapeByGdi(std::span<const PointI> points, Colour colour) {
-  const Selection pen(context_.get(), GetStockObject(NULL_PEN));
-  const Selection brush(context_.get(), GetStockObject(DC_BRUSH));
-  SetDCBrushColor(context_.get(), colour);
+  const Selection pen(context(), GetStockObject(NULL_PEN));
+  const Selection brush(context(), GetStockObject(DC_BRUSH));
+  SetDCBrushColor(context(), colour);
   const std::vector<POINT> corners = systemPoints(points);
-  note(checked(Polygon(context_.get(), corners.data(), static_cast<int>(corners.size())), "Polygon"));
+  note(checked(Polygon(context(), corners.data(), static_cast<int>(corners.size())), "Polygon"));
 }
 
 void DibSurface::wideCurve(const WideCurve& curve) {
-  if (!isDrawable(curve)) return;
-  bandOutline(curve.bezier, curve.width, curve.caps, outline_);
-  if (outline_.size() < 3) return;
-  GdiFlush();
-  note(plusSmooths() ? plusFill(target(), outline_, curve.colour, true)
-                     : averagedFill(pixels(), outline_, curve.colour));
+  note(addWideCurve(shapes_, curve) ? Status() : Status(unwritable("a curve cannot be drawn")));
 }
 
 void DibSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
-  GdiFlush();
-  const bool drawn = fillPathPixels(pixels(), contours, colour);
+  const bool drawn = shapes_.add(contours, colour);
   note(drawn ? Status() : Status(unwritable("a shape has points that cannot be drawn")));
 }
 
 Colour DibSurface::pixel(PointI at) const {
   if (at.x < 0 || at.y < 0 || at.x >= width_ || at.y >= height_) return background_;
+  paintShapes();
   GdiFlush();
   const std::uint32_t argb = bits_[static_cast<std::size_t>(at.y) * static_cast<std::size_t>(width_) +
                                    static_cast<std::size_t>(at.x)];
@@ -230,6 +234,7 @@ Colour DibSurface::pixel(PointI at) const {
 }
 
 PixelBlock DibSurface::lendPixels() {
+  paintShapes();
   GdiFlush();
   drawn_ = true;
   if (!isTransparent()) {

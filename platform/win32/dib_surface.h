@@ -6,15 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "platform/common/path_fill.h"
 #include "platform/surface.h"
 #include "platform/win32/gdi_plus.h"
 #include "platform/win32/handles.h"
 
 namespace lorivan::win32 {
 
-/// Opaque at first: GDI draws lines and fills, GDI+ the bands, and the alpha bytes mean nothing. After
-/// clearTransparent() everything goes through GDI+ into premultiplied pixels, because GDI would erase their
-/// alpha.
+/// Opaque at first: GDI draws lines and polygons, and the alpha bytes mean nothing. After clearTransparent()
+/// these go through GDI+ into premultiplied pixels, because GDI would erase their alpha. Bands and filled
+/// paths are the program's own in both.
 class DibSurface final : public Surface {
  public:
   static Result<std::unique_ptr<DibSurface>> create(int width, int height);
@@ -41,8 +42,8 @@ class DibSurface final : public Surface {
 
   bool isTransparent() const { return static_cast<bool>(alphaBitmap_); }
   /// The pixels as they are: the alpha byte counts only when isTransparent(), and is premultiplied then.
-  PixelBlock pixels() const { return {bits_, width_, height_, width_}; }
-  HDC context() const { return context_.get(); }
+  PixelBlock pixels() const;
+  HDC context() const;
   /// Makes it another size, cleared to its background. On failure it stays as it was and fault() tells.
   void resize(int width, int height);
 
@@ -54,7 +55,8 @@ class DibSurface final : public Surface {
  private:
   DibSurface() = default;
   Status makeBitmap(int width, int height);
-  PlusTarget target() const { return {context_.get(), alphaBitmap_.get()}; }
+  PlusTarget target() const { return {context(), alphaBitmap_.get()}; }
+  void paintShapes() const;
   void note(const Status& status);
   void fillAll(std::uint32_t argb);
   void fillRow(int y, int from, int end, std::uint32_t argb);
@@ -67,8 +69,8 @@ class DibSurface final : public Surface {
   OwnedBitmap bitmap_;
   HGDIOBJ formerBitmap_ = nullptr;
   std::uint32_t* bits_ = nullptr;
-  PlusBitmap alphaBitmap_;  // over bits_, while the surface is transparent
-  std::vector<PointF> outline_;
+  mutable PathFiller shapes_;  // that wait; whoever sees the picture has them painted first
+  PlusBitmap alphaBitmap_;     // over bits_, while the surface is transparent
   std::string fault_;
   bool drawn_ = true;
 };

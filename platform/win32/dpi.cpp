@@ -48,8 +48,8 @@ FontSize sizeOf(HWND window, HFONT font) {
   TEXTMETRICW metrics{};
   GetTextMetricsW(context.get(), &metrics);
   SIZE digit{};
-  GetTextExtentPoint32W(context.get(), L"0", 1, &digit);
-  return {std::max(1, static_cast<int>(metrics.tmHeight)), std::max(1, static_cast<int>(digit.cx))};
+  GetTextExtentPoint32W(context.get(), L"0000000000", 10, &digit);
+  return {std::max(1, static_cast<int>(metrics.tmHeight)), std::max(1.0, digit.cx / 10.0)};
 }
 
 }  // namespace lorivan::win32

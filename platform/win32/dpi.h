@@ -16,7 +16,8 @@ OwnedFont messageFont(int dpi);
 
 /// Pixels: of a line, descenders included, and of a digit.
 struct FontSize {
-  int lineHeight = 0, digitWidth = 0;
+  int lineHeight = 0;
+  double digitWidth = 0;
 };
 FontSize sizeOf(HWND window, HFONT font);
 

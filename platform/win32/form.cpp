@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/win32/checked.h"
+#include "platform/win32/list_items.h"
 #include "platform/win32/text.h"
 
 namespace lorivan::win32 {
@@ -32,7 +33,8 @@ NativeKind nativeKind(ControlKind kind) {
     case ControlKind::radio:
       return {WC_BUTTONW, BS_AUTORADIOBUTTON, 0};
     case ControlKind::list:
-      return {WC_COMBOBOXW, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0};
+      return {WC_COMBOBOXW, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST | CBS_OWNERDRAWFIXED | CBS_HASSTRINGS,
+              0};
     case ControlKind::button:
       return {WC_BUTTONW, WS_TABSTOP | BS_PUSHBUTTON, 0};
     case ControlKind::colourBox:
@@ -169,17 +171,9 @@ void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutM
       // An entry keeps its line at its top: any taller, and the text stands above that of its label.
       place = centred(rect, metrics.lineHeight + 2 * GetSystemMetrics(SM_CYEDGE) + 2);
       break;
-    case ControlKind::list: {
-      // The height given to a drop-down list is that of its open list; its own follows from its lines.
-      const int line = metrics.lineHeight + scaled(1, metrics);
-      SendMessageW(handle(control), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line);
-      SendMessageW(handle(control), CB_SETITEMHEIGHT, 0, line);
-      RECT box{};
-      GetWindowRect(handle(control), &box);
-      place = centred(rect, static_cast<int>(box.bottom - box.top));
-      place.height = 16 * line;
+    case ControlKind::list:
+      place = placeList(control, rect, metrics);
       break;
-    }
     case ControlKind::button:
       place = centred(rect, metrics.lineHeight + scaled(12, metrics));
       break;
@@ -188,6 +182,25 @@ void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutM
   }
   SetWindowPos(handle(control), nullptr, place.left, place.top, place.width, place.height,
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+}
+
+/// The height given to a drop-down list is that of its open list; its own follows from its line, which is as
+/// high as a picture needs where there is room.
+LayoutRect Form::placeList(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics) {
+  const auto heightWith = [&](int line) {
+    SendMessageW(handle(control), CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), line);
+    RECT box{};
+    GetWindowRect(handle(control), &box);
+    return static_cast<int>(box.bottom - box.top);
+  };
+  const int most = metrics.lineHeight + scaled(4, metrics), item = most + scaled(4, metrics);
+  const int over = std::max(0, heightWith(most) - rect.height);
+  const int height = heightWith(std::max(metrics.lineHeight, most - over));
+  SendMessageW(handle(control), CB_SETITEMHEIGHT, 0, item);
+  LayoutRect place = rect;
+  place.top += (rect.height - height) / 2;
+  place.height = height + 14 * item;
+  return place;
 }
 
 // ---- Tooltips ----
@@ -259,16 +272,31 @@ void Form::showState(ControlId control) {
 
 void Form::focus(ControlId control) {
   if (handle(control) == nullptr || !enabled(control) || !shown(control)) return;
-  movingFocus_ = true;
-  SetFocus(handle(control));
-  movingFocus_ = false;
+  moveFocus(handle(control));
 }
 
 void Form::focusPicture() {
   const ControlId picture = pictureInUse(specs_, [this](ControlId id) { return enabled(id) && shown(id); });
+  moveFocus(picture >= 0 ? handle(picture) : parent_);
+}
+
+void Form::moveFocus(HWND window) {
   movingFocus_ = true;
-  SetFocus(picture >= 0 ? handle(picture) : parent_);
+  movedTo_ = window;
+  SetFocus(window);
   movingFocus_ = false;
+}
+
+ControlId Form::controlAt(POINT point) const {
+  for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
+    const LayoutRect& place = at(control).place;
+    const RECT box = {place.left, place.top, place.left + place.width, place.top + place.height};
+    const ControlKind kind = this->kind(control);
+    const bool large = kind == ControlKind::picture && at(control).group < 0;
+    if (kind == ControlKind::group || large || !shown(control) || !PtInRect(&box, point)) continue;
+    return kind == ControlKind::label ? control + 1 : control;
+  }
+  return -1;
 }
 
 void Form::forMembers(ControlId group, void (Form::*act)(ControlId)) {
@@ -332,6 +360,16 @@ void Form::setItems(ControlId list, const std::vector<std::string>& items) {
   SendMessageW(handle(list), CB_RESETCONTENT, 0, 0);
   for (const std::string& item : items)
     SendMessageW(handle(list), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(widen(item).c_str()));
+}
+
+void Form::setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures) {
+  at(list).pictures = pictures;
+  if (handle(list) != nullptr) InvalidateRect(handle(list), nullptr, TRUE);
+}
+
+void Form::drawItem(const DRAWITEMSTRUCT& item) const {
+  const ControlId list = find(item.hwndItem);
+  if (list >= 0) drawListItem(item, at(list).pictures);
 }
 
 int Form::selected(ControlId list) const {

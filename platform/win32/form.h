@@ -43,6 +43,7 @@ class Form {
   /// The user's click on a check or radio: true when its state is another one since this was last asked.
   bool takeToggled(ControlId control);
   void setItems(ControlId list, const std::vector<std::string>& items);
+  void setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures);
   int selected(ControlId list) const;
   void select(ControlId list, int index);
   void focus(ControlId control);
@@ -56,12 +57,19 @@ class Form {
 
   /// While the program's own calls move the focus, of which it is not told.
   bool isMovingFocus() const { return movingFocus_; }
+  /// The window that such a call gave it last.
+  HWND movedTo() const { return movedTo_; }
+  /// The control whose place holds a point of the window, shown but perhaps disabled; for a label the one
+  /// that it names. -1 where there is none but a group or a large picture.
+  ControlId controlAt(POINT point) const;
   const LayoutRect& largePicture() const { return largePicture_; }
 
   /// WM_CTLCOLOR...: the brush for a control with colours of its own, null for others.
   HBRUSH brushFor(HWND control, HDC context) const;
   /// WM_DRAWITEM of a colour box.
   void drawColourBox(const DRAWITEMSTRUCT& item) const;
+  /// WM_DRAWITEM of a list's item.
+  void drawItem(const DRAWITEMSTRUCT& item) const;
   void showDrawnPictures();
 
  private:
@@ -77,6 +85,7 @@ class Form {
     bool wasChecked = false;
     LayoutRect place;
     std::optional<Colours> colours;
+    std::vector<ItemPicture> pictures;  // of a list's items
   };
 
   State& at(ControlId control) { return states_[static_cast<std::size_t>(control)]; }
@@ -89,6 +98,8 @@ class Form {
   void forMembers(ControlId group, void (Form::*act)(ControlId));
   void takeFont(ControlId control, HFONT font, const LayoutMetrics& metrics);
   void placeControl(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics);
+  void moveFocus(HWND window);
+  LayoutRect placeList(ControlId control, const LayoutRect& rect, const LayoutMetrics& metrics);
   void makeTips(HWND parent);
   std::string_view tipOf(ControlId control) const;
   void placeTip(ControlId control);
@@ -98,6 +109,7 @@ class Form {
   HWND parent_ = nullptr;
   HWND tips_ = nullptr;  // owned by the parent
   LayoutRect largePicture_;
+  HWND movedTo_ = nullptr;
   bool movingFocus_ = false;
 };
 

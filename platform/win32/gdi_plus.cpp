@@ -25,16 +25,14 @@ class Steps {
   Status status_;
 };
 
-PlusGraphics graphicsOn(PlusTarget target, bool smooth, Steps& steps) {
+PlusGraphics graphicsOn(PlusTarget target, Steps& steps) {
   PlusGraphics graphics;
   steps.then("GdipCreateFromHDC", [&] {
     return target.bitmap != nullptr ? flat::GdipGetImageGraphicsContext(target.bitmap, graphics.receive())
                                     : flat::GdipCreateFromHDC(target.context, graphics.receive());
   });
-  steps.then("GdipSetSmoothingMode", [&] {
-    return flat::GdipSetSmoothingMode(graphics.get(),
-                                      smooth ? Gdiplus::SmoothingModeAntiAlias : Gdiplus::SmoothingModeNone);
-  });
+  steps.then("GdipSetSmoothingMode",
+             [&] { return flat::GdipSetSmoothingMode(graphics.get(), Gdiplus::SmoothingModeNone); });
   return graphics;
 }
 
@@ -79,24 +77,12 @@ Result<PlusBitmap> bitmapOver(const PixelBlock& block, Gdiplus::PixelFormat form
   return bitmap;
 }
 
-bool plusSmooths() {
-  static const bool smooths = [] {
-    std::array<std::uint32_t, 64> pixels{};
-    Result<PlusBitmap> bitmap = bitmapOver({pixels.data(), 8, 8, 8}, PixelFormat32bppPARGB);
-    const std::array<PointF, 3> corners = {{{0, 0}, {7, 3}, {3, 7}}};
-    if (!bitmap || !plusFill({nullptr, bitmap->get()}, corners, 0, true)) return true;
-    return std::any_of(pixels.begin(), pixels.end(),
-                       [](std::uint32_t p) { return p >> 24 != 0 && p >> 24 != 255; });
-  }();
-  return smooths;
-}
-
-Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour, bool smooth) {
+Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour) {
   std::vector<Gdiplus::PointF> points;
   points.reserve(outline.size());
   for (const PointF& point : outline) points.emplace_back(point.x, point.y);
   Steps steps;
-  const PlusGraphics graphics = graphicsOn(target, smooth, steps);
+  const PlusGraphics graphics = graphicsOn(target, steps);
   PlusBrush brush;
   steps.then("GdipCreateSolidFill",
              [&] { return flat::GdipCreateSolidFill(toArgb(colour), brush.receive()); });
@@ -112,7 +98,7 @@ Status plusLines(PlusTarget target, std::span<const PointI> points, bool closed,
   corners.reserve(points.size());
   for (const PointI& point : points) corners.emplace_back(point.x, point.y);
   Steps steps;
-  const PlusGraphics graphics = graphicsOn(target, false, steps);
+  const PlusGraphics graphics = graphicsOn(target, steps);
   const PlusPen made = makePen(pen, steps);
   steps.then("GdipDrawLinesI", [&] {
     const INT count = static_cast<INT>(corners.size());
@@ -124,7 +110,7 @@ Status plusLines(PlusTarget target, std::span<const PointI> points, bool closed,
 
 Status plusCircle(PlusTarget target, PointI centre, int radius, const Pen& pen) {
   Steps steps;
-  const PlusGraphics graphics = graphicsOn(target, false, steps);
+  const PlusGraphics graphics = graphicsOn(target, steps);
   const PlusPen made = makePen(pen, steps);
   steps.then("GdipDrawEllipseI", [&] {
     return flat::GdipDrawEllipseI(graphics.get(), made.get(), centre.x - radius, centre.y - radius,

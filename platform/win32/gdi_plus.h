@@ -53,11 +53,8 @@ struct PlusTarget {
   Gdiplus::GpBitmap* bitmap = nullptr;  // taken when it is not null
 };
 
-/// Whether this system's GDI+ anti-aliases when it is told to.
-bool plusSmooths();
-
-// Each call draws one shape in an opaque colour. Bands are anti-aliased, all else is aliased.
-Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour, bool smooth);
+// Each call draws one shape in an opaque colour, aliased.
+Status plusFill(PlusTarget target, std::span<const PointF> outline, Colour colour);
 Status plusLines(PlusTarget target, std::span<const PointI> points, bool closed, const Pen& pen);
 Status plusCircle(PlusTarget target, PointI centre, int radius, const Pen& pen);
 

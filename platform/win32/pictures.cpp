@@ -113,25 +113,25 @@ bool isKnownPicture(const std::string& bytes) {
                      [&](std::string_view b) { return std::string_view(bytes).substr(0, b.size()) == b; });
 }
 
-Status drawFitted(Gdiplus::GpImage* image, DibSurface& surface) {
-  UINT imageWidth = 0, imageHeight = 0;
-  flat::GdipGetImageWidth(image, &imageWidth);
-  flat::GdipGetImageHeight(image, &imageHeight);
+Result<PictureSize> sizeOf(Gdiplus::GpImage* image) {
+  UINT width = 0, height = 0;
+  flat::GdipGetImageWidth(image, &width);
+  flat::GdipGetImageHeight(image, &height);
   const auto tooLarge = [](UINT side) { return side > static_cast<UINT>(kLongestSide); };
-  if (tooLarge(imageWidth) || tooLarge(imageHeight)) return unreadable("the picture is too large");
-  if (const Status size = checkPictureSize(static_cast<int>(imageWidth), static_cast<int>(imageHeight));
-      !size)
-    return unreadable(size.error().message);
-  const double factor = std::min(1.0 * surface.width() / imageWidth, 1.0 * surface.height() / imageHeight);
-  const int width = std::max(1, static_cast<int>(imageWidth * factor));
-  const int height = std::max(1, static_cast<int>(imageHeight * factor));
+  if (tooLarge(width) || tooLarge(height)) return unreadable("the picture is too large");
+  const PictureSize size{static_cast<int>(width), static_cast<int>(height)};
+  if (const Status fits = checkPictureSize(size.width, size.height); !fits)
+    return unreadable(fits.error().message);
+  return size;
+}
+
+Status drawWhole(Gdiplus::GpImage* image, DibSurface& surface) {
   PlusGraphics graphics;
-  Status drawn =
+  const Status drawn =
       checkedPlus(flat::GdipCreateFromHDC(surface.context(), graphics.receive()), "GdipCreateFromHDC");
   if (!drawn) return drawn;
   flat::GdipSetInterpolationMode(graphics.get(), Gdiplus::InterpolationModeHighQualityBicubic);
-  return checkedPlus(flat::GdipDrawImageRectI(graphics.get(), image, (surface.width() - width) / 2,
-                                              (surface.height() - height) / 2, width, height),
+  return checkedPlus(flat::GdipDrawImageRectI(graphics.get(), image, 0, 0, surface.width(), surface.height()),
                      "GdipDrawImageRectI");
 }
 
@@ -164,9 +164,12 @@ Result<std::unique_ptr<DibSurface>> loadSurface(const std::string& path, int wid
   PlusImage image;
   if (flat::GdipLoadImageFromStream(stream.get(), image.receive()) != Gdiplus::Ok)
     return unreadable("the picture in it is damaged");
-  Result<std::unique_ptr<DibSurface>> surface = DibSurface::create(width, height);
+  const Result<PictureSize> size = sizeOf(image.get());
+  if (!size) return size.error();
+  const PictureSize shown = sizeWithin(*size, {width, height});
+  Result<std::unique_ptr<DibSurface>> surface = DibSurface::create(shown.width, shown.height);
   if (!surface) return surface.error();
-  if (const Status drawn = drawFitted(image.get(), **surface); !drawn) return drawn.error();
+  if (const Status drawn = drawWhole(image.get(), **surface); !drawn) return drawn.error();
   return surface;
 }
 

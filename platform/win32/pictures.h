@@ -16,7 +16,7 @@ std::string deviceIndependentBitmap(const DibSurface& picture);
 
 Result<std::string> encodeSurface(const DibSurface& picture, PictureFormat format);
 
-/// The picture file fitted into a white surface of width x height, centred.
+/// The picture file on white, made smaller where it does not fit into width x height.
 Result<std::unique_ptr<DibSurface>> loadSurface(const std::string& path, int width, int height);
 
 }  // namespace lorivan::win32

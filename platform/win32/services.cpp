@@ -37,6 +37,15 @@ class OpenClipboardScope {
     if (open_) CloseClipboard();
   }
   const Status& status() const { return status_; }
+  /// Hands a handle over; the clipboard owns it afterwards.
+  template <class Handle>
+  Status put(UINT format, Handle& handle) const {
+    if (!status_) return status_;
+    if (!handle) return unwritable(systemFault("GlobalAlloc"));
+    if (SetClipboardData(format, handle.get()) == nullptr) return unwritable(systemFault("SetClipboardData"));
+    static_cast<void>(handle.release());
+    return {};
+  }
 
  private:
   OwnedWindow owner_;
@@ -115,16 +124,24 @@ class OpenFileClaim final : public FileClaim {
 
 void SystemClipboard::clear() { const OpenClipboardScope emptied; }
 
-Status SystemClipboard::putPicture(Surface& picture) {
+Status SystemClipboard::putPicture(Surface& picture) { return putDrawing({}, picture); }
+
+/// Programs take the first format that they know.
+Status SystemClipboard::putDrawing(const ClipboardDrawing& drawing, Surface& picture) {
   const auto* surface = dynamic_cast<const DibSurface*>(&picture);
   if (surface == nullptr) return unwritable("this picture cannot be copied");
   OwnedGlobalMemory memory = globalCopy(deviceIndependentBitmap(*surface));
-  if (!memory) return unwritable(systemFault("GlobalAlloc"));
   const OpenClipboardScope clipboard;
-  if (!clipboard.status()) return clipboard.status();
-  if (SetClipboardData(CF_DIB, memory.get()) == nullptr) return unwritable(systemFault("SetClipboardData"));
-  static_cast<void>(memory.release());  // the clipboard owns it now
-  return {};
+  if (!drawing.metafile.empty()) {
+    OwnedMetafile metafile(SetEnhMetaFileBits(static_cast<UINT>(drawing.metafile.size()),
+                                              reinterpret_cast<const BYTE*>(drawing.metafile.data())));
+    if (const Status put = clipboard.put(CF_ENHMETAFILE, metafile); !put) return put;
+  }
+  if (!drawing.svg.empty()) {
+    OwnedGlobalMemory text = globalCopy(drawing.svg);
+    if (const Status put = clipboard.put(RegisterClipboardFormatW(L"image/svg+xml"), text); !put) return put;
+  }
+  return clipboard.put(CF_DIB, memory);
 }
 
 std::int64_t SystemClock::milliseconds() const {

@@ -13,6 +13,7 @@ class SystemClipboard final : public Clipboard {
  public:
   void clear() override;
   Status putPicture(Surface& picture) override;
+  Status putDrawing(const ClipboardDrawing& drawing, Surface& picture) override;
 };
 
 class SystemClock final : public Clock {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/win32/monitor.h"
+#include "platform/win32/printing.h"
 #include "platform/win32/text.h"
 #include "platform/win32/window_win32.h"
 
@@ -120,6 +121,10 @@ std::optional<std::vector<OptionLine>> WindowWin32::chooseOptions(const OptionDi
 std::string WindowWin32::inputBox(const std::string& prompt, const std::string& title,
                                   const std::string& initial) {
   return askText(window_, prompt, title, initial);
+}
+
+Result<bool> WindowWin32::print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) {
+  return printOnPaper(window_, spec, draw);
 }
 
 }  // namespace lorivan::win32

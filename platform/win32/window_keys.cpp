@@ -92,6 +92,10 @@ void WindowWin32::takeMessage(MSG& message) {
     DispatchMessageW(&message);
   }
   if (message.message == WM_LBUTTONUP) confirmLeftEntry();  // let go beside the button it was held on
+  if (isOurs && window_ != nullptr) {
+    followPointer(message);
+    followFocus();
+  }
 }
 
 bool WindowWin32::takeKey(const MSG& message) {

@@ -174,7 +174,7 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       menuHighlighted(LOWORD(wide), HIWORD(wide));
       return 0;
     case WM_DRAWITEM:
-      form_.drawColourBox(*reinterpret_cast<const DRAWITEMSTRUCT*>(argument));
+      drawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(argument));
       return TRUE;
     case WM_CTLCOLOREDIT:
     case WM_CTLCOLORSTATIC:
@@ -198,6 +198,7 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
       tellResized();
       return 0;
     case kStarted:
+      knownFocus_ = GetFocus();
       tellResized();
       tell(events_.started);
       return 0;
@@ -358,6 +359,10 @@ void WindowWin32::filesDropped(HDROP files) {
   DragFinish(files);
   confirmPending();
   if (!path.empty()) tell(events_.fileDropped, narrow(path));
+}
+
+void WindowWin32::drawItem(const DRAWITEMSTRUCT& item) {
+  item.CtlType == ODT_COMBOBOX ? form_.drawItem(item) : form_.drawColourBox(item);
 }
 
 LRESULT WindowWin32::colourControl(UINT message, WPARAM wide, LPARAM argument) {

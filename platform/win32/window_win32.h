@@ -48,6 +48,9 @@ class WindowWin32 final : public Window {
   void setItems(ControlId list, const std::vector<std::string>& items) override {
     form_.setItems(list, items);
   }
+  void setItemPictures(ControlId list, const std::vector<ItemPicture>& pictures) override {
+    form_.setItemPictures(list, pictures);
+  }
   int selected(ControlId list) const override { return form_.selected(list); }
   void select(ControlId list, int index) override { form_.select(list, index); }
   void focus(ControlId control) override { form_.focus(control); }
@@ -81,6 +84,7 @@ class WindowWin32 final : public Window {
   std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override;
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override;
+  Result<bool> print(const PrintSpec& spec, const std::function<Status(PrintPage&)>& draw) override;
 
  private:
   WindowWin32(const WindowSpec& spec, const WindowEvents& events);
@@ -104,6 +108,7 @@ class WindowWin32 final : public Window {
   void chosen(int identifier);
   void menuHighlighted(int identifier, UINT flags);
   void filesDropped(HDROP files);
+  void drawItem(const DRAWITEMSTRUCT& item);
   LRESULT colourControl(UINT message, WPARAM wide, LPARAM argument);
   bool showBusyPointer() const;
   void closeAsked();
@@ -113,6 +118,9 @@ class WindowWin32 final : public Window {
   bool takeKey(const MSG& message);
   bool tellKey(WPARAM key, bool onPicture);
   bool takeWheel(const MSG& message);
+  void followPointer(const MSG& message);
+  void followFocus();
+  void tellPointed(ControlId control);
   void moveFocus(WPARAM target, bool isWindow);
   void confirmEntry(ControlId entry);
   void entryFocused(ControlId entry);
@@ -141,6 +149,9 @@ class WindowWin32 final : public Window {
   OwnedFont formFont_;  // the same, larger in a large window
   LONG formFontHeight_ = 0;
   LayoutMetrics formMetrics_;
+  ControlId pointed_ = -1;          // the control under the pointer, as told
+  HWND pointedIn_ = nullptr;        // the window that will tell when the pointer leaves it
+  HWND knownFocus_ = nullptr;       // that the program knows of
   ControlId leftEntry_ = -1;        // left, but not confirmed yet
   std::vector<ControlId> resized_;  // pictures with a new surface that the program does not know of
   int turned_ = 0;                  // of the wheel over the entry with the focus, less than a notch

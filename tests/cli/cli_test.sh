@@ -132,6 +132,30 @@ expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPoly
 expect 5 "cannot write no/such" --random 1..3 -o 'none-%d.svg' -o 'no/such/%d.svg'
 compgen -G '*none*' >/dev/null && fault "a knot's files were left although one of them failed"
 expect 2 "needs 1 of %d" --random 1..3 -o plain.svg
+# Knots that are made at the same time are those that are made alone, and are told in their order.
+expect 0 "" --random 1..40 -o 'many-%d.svg' -o 'many-%d.stl'
+for seed in 1 23 40; do
+  expect 0 "" --random "$seed" -o one.svg -o one.stl
+  same one.svg "many-$seed.svg"
+  same one.stl "many-$seed.stl"
+done
+expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
+[[ $(grep -o 'knot X [0-9]' err.txt | tr '\n' ' ') == "knot X 1 knot X 2 " && $(ls four-* | wc -l) == 7 ]] ||
+  fault "order of faults, or files: $(cat err.txt)"
+"$program" --random 1..20000 -o 'halt-%d.svg' >/dev/null 2>err.txt &
+run=$!
+for ((wait = 0; wait < 500; ++wait)); do [[ -e halt-5.svg ]] && break || sleep 0.02; done
+kill -INT $run 2>/dev/null
+wait $run
+[[ $? == 5 ]] || fault "an interrupted run ends otherwise: $(cat err.txt)"
+[[ $(grep -c interrupted err.txt) == 1 ]] || fault "an interruption is told $(grep -c interrupted err.txt) times"
+made=$(ls halt-* | wc -l)
+[[ -s halt-$made.svg && -z $(find . -name '.lorivan-*') ]] || fault "an interrupted run leaves gaps or scraps"
+rm -f halt-* many-*
+# Options that no output follows are told, those that one output follows only where that matters.
+expect 0 "--weld changes nothing in: svg, stl" --weld --binary --width 300 -o a.stl -o a.svg
+grep -q -- "--binary" err.txt && fault "an option that stl follows is told: $(cat err.txt)"
+grep -q -- "--width changes nothing in: svg, stl" err.txt || fault "--width is silent: $(cat err.txt)"
 # What machines follow: closed outlines or centre lines, at the place and of the size asked for.
 cut=(--shape Square-Square --set vtEdge=2 --mm 80)
 expect 0 "--outline changes nothing in: png" "${cut[@]}" --outline --kerf 0.2 --origin corner -o cut.svg -o cut.pdf -o cut.dxf -o cut.png
@@ -201,6 +225,19 @@ echo "$square 1,2 2,3 3,4 -1,-1" >open.qzc
 expect 4 "There is no closed outline" open.qzc -o never.svg
 expect 2 "a shape file brings its own shape" square.qzc --random -o never.svg
 
+# So do drawings and pictures without a knot in them.
+echo "<svg><circle r='9'/>
+<circle r='4'/></svg>" >ring.svg
+expect 0 "" ring.svg --set vtGridSize=9 -o ring.qzd -o knot.svg
+expect 0 "" knot.svg -o ring2.qzd
+same ring.qzd ring2.qzd
+expect 2 "--random does not go with it" ring.svg --random -o never.svg
+printf '0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n40\n9\n0\nTEXT\n0\nENDSEC\n' >disc.dxf
+expect 0 "disc.dxf: 1 of kind TEXT left out" disc.dxf --set vtGridSize=9 -o disc.qzd
+expect 0 "" disc.qzd --set vtWidth=40 -o fat.bmp
+expect 0 "" fat.bmp --set vtGridSize=9 -o traced.qzd
+grep -q picShape= traced.qzd || fault "a traced picture has no outline"
+
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
@@ -208,6 +245,9 @@ printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
 printf '7500 6000\r\n1\r\n10 nan\r\n0\r\n' >nan.qzc
 head -c 3000 "$program" >binary.qzd
 : >empty.qzd
+printf '<svg>\n<path d="M 0 x"/></svg>' >bad.svg
+printf '0\nSECTION\nx\n' >bad.dxf
+echo "no picture" >bad.jpg
 mkdir folder.qzd
 while IFS='|' read -r file text; do
   expect 3 "$text" "$file" -o never.svg
@@ -219,6 +259,10 @@ binary.qzd|line 1:
 empty.qzd|line 1: the file is empty
 folder.qzd|it is a folder
 missing.qzd|No such file
+bad.svg|bad.svg, line 2: a path cannot be read
+bad.dxf|bad.dxf, line 3: "x" is no group code
+bad.jpg|it is no BMP, PNG or JPEG picture
+missing.dxf|No such file
 nan.qzc|line 3: nan is not a number
 missing.qzc|No such file
 CASES

@@ -8,16 +8,16 @@ namespace {
 // clang-format off
 constexpr auto kFields = std::to_array<FieldHelp>({
     {"shape", "vtXNo", "How many cells the shape has across. Round shapes count the cells around their centre: "
-     "“Circular” has twice as many sectors as X says.", "2 4 7"},
+     "“Circular” has twice as many sectors as columns.", "2 4 7"},
     {"shape", "vtYNo", "How many cells the shape has from top to bottom, or how many rings a round one has. "
-     "In “Triangle” and the diamonds Y cannot exceed X; in “Cross” it is the width of the arms.", "1 3 5"},
+     "“Triangle” and the diamonds have never more rows than columns; in “Cross” the rows are the width of the arms.", "1 3 5"},
     {"shape", "vtCrossOffset", "Only “Cross” and “Spiral” show this field. It moves the level arm of the cross "
-     "up or down by whole cells, or makes the spiral longer or shorter by single points (then its label reads "
-     "SO).", "-2 0 2"},
+     "up or down by whole cells, or makes the spiral longer or shorter by single points. Its label reads CO for the cross "
+     "and SO for the spiral.", "-2 0 2"},
     {"shape", "chkMirror", "Swaps over and under at every crossing, in 2D, in 3D and in every file.", "0 1"},
     {"shape", "chkWrap", "Joins the left and the right border: the strands run on across the seam, and the model is "
      "a ring that is interlaced all round, whatever Ring % said before. The picture shows it cut off at the seam, "
-     "with ends that match, so pictures side by side go on and on. Square-Square, Square-Triangle (with an even number of X cells), "
+     "with ends that match, so pictures side by side go on and on. Square-Square, Square-Triangle (with an even number of columns), "
      "Triangle, which becomes a straight band, and both honeycombs can be wrapped; AutoGrids and shapes of your "
      "own cannot. Walls stay where there is still a line for them.", "0 1"},
     {"shape", "vtGridSize", "For custom shapes: how many cells the AutoGrid lays across the outline, and how "

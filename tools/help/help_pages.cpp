@@ -60,17 +60,22 @@ std::vector<std::string> words(std::string_view text) {
   return all;
 }
 
+/// The terse name that a field may have.
+std::string shortly(std::string_view shortName) {
+  return shortName.empty() ? std::string() : "short " + std::string(shortName) + "; ";
+}
+
 std::string fieldSection(const FieldHelp& help) {
   std::string caption, limits;
   if (const auto parameter = findParameter(help.field)) {
     const ParamSpec& spec = parameterSpec(*parameter);
     caption = spec.caption;
-    limits = std::string(spec.min) + " to " + std::string(spec.max) + ", at first " +
+    limits = shortly(spec.shortName) + std::string(spec.min) + " to " + std::string(spec.max) + ", at first " +
              correctedText(*parameter, std::string(spec.firstRun));
   } else if (const auto box = findCheck(help.field)) {
     const CheckSpec& spec = checkSpec(*box);
     caption = spec.caption;
-    limits = std::string("check box, at first ") + (spec.firstRun ? "on" : "off");
+    limits = shortly(spec.shortName) + "check box, at first " + (spec.firstRun ? "on" : "off");
   }
   const std::string name(help.field);
   std::string html = "<section class=\"field\" id=\"" + name + "\">\n<h4>" + escaped(caption) + " <code>" +

@@ -43,9 +43,13 @@ TEST(CommandLine, RefusesWhatItDoesNotKnow) {
       "--set chkMirror=yes -o a.svg\n-o a.xyzzy\n-o\n--width 0 -o a.png\n--mm nan -o a.svg\n--view 4d -o "
       "a.png\n"
       "--list fish\n--frobnicate\na.qzd b.qzd\n--shape Star\na.qzd --shape Star -o a.svg\n"
-      "--shape (Custom) -o a.svg\n--preset Gold");
+      "--shape (Custom) -o a.svg\n--preset Gold\n"
+      "--inner 18 -o a.stl\n--inner 18 --height 6 --frame 20x30 -o a.stl\n--inner 18 --height 6 --mm 60 -o "
+      "a.stl\n--frame 20x30 --mm 20 -o a.svg\n--frame 20x30 --height 5 -o a.svg\n--frame 20 -o a.svg");
   for (std::string line; std::getline(lines, line);) EXPECT_FALSE(parseCommandLine(wordsOf(line))) << line;
   EXPECT_FALSE(parseCommandLine({""}));
+  for (const char* const good : {"--inner 18 --height 6 -o a.stl", "--frame 20x30 -o a.svg"})
+    EXPECT_TRUE(parseCommandLine(wordsOf(good))) << good;
 }
 
 TEST(CommandLine, CountsTheKnotsOfARun) {
@@ -56,7 +60,7 @@ TEST(CommandLine, CountsTheKnotsOfARun) {
   ASSERT_EQ(batch.count(), 3U * 3 * 3);
   const Member last = batch.member(26), middle = batch.member(10);
   EXPECT_EQ(last.numbers, (std::vector<std::string>{"9", "2", "0.7"}));
-  EXPECT_EQ(last.caption, "9, X 2, Stretch 0.7");
+  EXPECT_EQ(last.caption, "9, Columns 2, Stretch 0.7");
   EXPECT_EQ(middle.seed, 8U);
   EXPECT_EQ(middle.values.at(0), std::make_pair(Param::XNo, std::string("4")));
   EXPECT_EQ(parseNumberedName(line->outputs[0])->name(last.numbers), "009-2-0.7.svg");

@@ -275,6 +275,40 @@ TEST(AutoGrid, RefusalsSayWhy) {
   }
 }
 
+TEST(AutoGrid, ARegionIsWhatLoopsLeaveFreeRoundAPlace) {
+  // A frame with an island in it; beside it a square with a spur, divided from corner to corner; two squares
+  // that overlap.
+  CustomShape shape = shapeOf({box(50, 50, 200, 200), box(80, 80, 170, 170), box(110, 110, 140, 140),
+                               box(250, 50, 350, 150), box(250, 200, 350, 300), box(300, 250, 400, 330)});
+  shape.addLine(13, 15);
+  shape.addLine(15, shape.addPoint(390, 180));
+  const struct {
+    Spot at;
+    double area;  // shape units; 0: none
+  } cases[] = {{{60, 190}, 150 * 150 - 90 * 90},
+               {{90, 90}, 90 * 90 - 30 * 30},
+               {{125, 125}, 30 * 30},
+               {{340, 60}, 5000},
+               {{260, 140}, 5000},
+               {{260, 290}, 10000 - 2500},
+               {{330, 270}, 2500},
+               {{390, 320}, 8000 - 2500},
+               {{225, 125}, 0},
+               {{20, 20}, 0},
+               {{372, 165}, 0}};
+  for (const auto& [at, area] : cases) {
+    SCOPED_TRACE(at.x);
+    const auto outline = Outline::of(shape, ShapeMapping(shape, GridView()), at);
+    ASSERT_EQ(static_cast<bool>(outline), area > 0);
+    KnotGraph graph;
+    const auto made = AutoGrid(graph, shape, GridView(), {6, false, at});
+    EXPECT_EQ(static_cast<bool>(made), area > 0);
+    if (!outline || !made) continue;
+    EXPECT_NEAR(areaOf(*outline) / (0.404 * 0.404 * area), 1, 0.03);
+    expectKnot(graph);
+  }
+}
+
 TEST(AutoGrid, ExamplesHugTheirOutlines) {
   int examples = 0;
   for (const auto& entry : std::filesystem::directory_iterator(LORIVAN_EXAMPLES)) {

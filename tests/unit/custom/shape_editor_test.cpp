@@ -53,6 +53,16 @@ TEST(ShapeEditor, GesturesMakeMoveJoinAndDelete) {
   drag(editor, {400, 60}, {100, 100});
   EXPECT_EQ(shape.ShapePointCount, 4) << "a freed slot is not used again";
   EXPECT_FALSE(drag(editor, {94, 100}, {106, 100}).outlineChanged) << "from a point to itself";
+
+  const auto withCtrl = [&](int button, Spot from, Spot to) {
+    return gesture(editor, button, Editor::kCtrlKey, from, to);
+  };
+  const auto fill = withCtrl(Editor::kLeftButton, {300, 150}, {302, 150});
+  EXPECT_TRUE(fill.fill && fill.fill->x == 302 && !fill.outlineChanged);
+  EXPECT_FALSE(withCtrl(Editor::kRightButton, {300, 150}, {300, 150}).fill);
+  EXPECT_FALSE(withCtrl(Editor::kLeftButton, {300, 150}, {320, 150}).fill) << "a drag";
+  const auto deleted = withCtrl(Editor::kLeftButton, {101, 99}, {101, 99});
+  EXPECT_TRUE(!deleted.fill && deleted.outlineChanged) << "a point is there";
 }
 
 TEST(ShapeEditor, SnapClampAndConstraint) {

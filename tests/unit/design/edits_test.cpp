@@ -115,7 +115,7 @@ TEST(Edits, FieldsWriteBackWhatTheyAreUsedAs) {
   EXPECT_NE(changeField(cross, Param::CrossOffset, "2")->lines, cross.lines);
   EXPECT_EQ(changeField(d, Param::XNo, "3.6")->lines, changeField(d, Param::XNo, "4")->lines);
   EXPECT_EQ(fieldStep(withField(d, Param::PolySides, "9"), Param::PolySides), "Sides 9");
-  EXPECT_EQ(checkStep(Check::HeightMap, true) + checkStep(Check::Loop, false), "HeightMap onLoop off");
+  EXPECT_EQ(checkStep(Check::HeightMap, true) + checkStep(Check::Loop, false), "Height map onLoop off");
 }
 
 TEST(Edits, RandomKnotsComeAgainWithTheirSeedAndKeepAConstantShape) {

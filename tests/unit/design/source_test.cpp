@@ -43,6 +43,33 @@ std::string made(Platform& platform, const Document& document, std::string_view 
   return std::move(sink.bytes);
 }
 
+/// Four bytes, the highest first.
+std::uint32_t bigAt(const std::string& bytes, std::size_t at) {
+  std::uint32_t value = 0;
+  for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
+  return value;
+}
+
+TEST(Source, PngChunksHaveTheirCheckSums) {
+  NonePlatform platform;
+  const std::string png = made(platform, *newGrid(Document{}), "png");
+  bool source = false;
+  std::size_t at = 8;
+  while (at + 12 <= png.size()) {
+    const std::size_t length = bigAt(png, at);
+    ASSERT_LE(at + 12 + length, png.size());
+    std::uint32_t sum = 0xFFFFFFFF;  // ISO 3309, bit by bit
+    for (std::size_t i = at + 4; i < at + 8 + length; ++i) {
+      sum ^= static_cast<unsigned char>(png[i]);
+      for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320 : 0);
+    }
+    EXPECT_EQ(bigAt(png, at + 8 + length), ~sum) << png.substr(at + 4, 4);
+    source |= png.compare(at + 4, 12, std::string("tEXtLorivan\0", 12)) == 0;
+    at += 12 + length;
+  }
+  EXPECT_TRUE(source && at == png.size());
+}
+
 TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
   NonePlatform platform;
   Document document = withField(withField(Document{}, Param::XNo, "4"), Param::PolyRadius, "0.2");

@@ -18,6 +18,25 @@ std::vector<PlacedTriangle> exported(const TubeModel& model) {
   return placed(readStl(sink.bytes), model.sides);
 }
 
+TEST(Verdict, TellsTheFirstPlaceThatIsFolded) {
+  TubeModel model;
+  model.sides = 8;
+  model.radius = 0.5F;
+  for (const auto& [middle, radius] : {std::pair{0.0F, 5.0F}, {20.0F, 0.3F}, {40.0F, 0.3F}}) {
+    model.strands.push_back(
+        {static_cast<int>(model.strands.size()) + 1, {}, static_cast<int>(model.centres.size()), 40});
+    for (int i = 0; i < 40; ++i) {
+      const double turn = kTwoPi * i / 40;
+      model.centres.push_back({middle + radius * static_cast<float>(std::cos(turn)),
+                               radius * static_cast<float>(std::sin(turn)), 0});
+    }
+  }
+  ASSERT_TRUE(sweepTube(model));
+  const Verdict verdict = inspect(model, {}, 2, TubeForm::polygons);
+  EXPECT_GT(verdict.folds, 40);
+  EXPECT_NEAR(verdict.foldAt.x, 20, 1);
+}
+
 TEST(Verdict, AgreesWithEveryPairOfTriangles) {
   struct Case {
     Shape shape;

@@ -143,6 +143,45 @@ TEST(Smooth, ShowsWhatRaysMeetAtRandomAngles) {
   if (asked != nullptr) std::printf("%d views, %d pixels on strands, %d wrong\n", views, met, wrong);
 }
 
+/// A draft has one sample in the middle of each pixel: rows begin where rays through the middles do.
+TEST(Smooth, DraftsTakeTheMiddlesOfPixels) {
+  constexpr int wide = 1000, high = 800;
+  const TubeModel model = wovenModel(6, 3, 0);
+  std::vector<std::uint32_t> pixels(std::size_t{wide} * high);
+  SmoothRenderer().render(model, {}, {}, {}, {.background = kPaper, .draft = true},
+                          {pixels.data(), wide, high, wide});
+  const Caster caster(model, 0, 0, 0);
+  const double scale = static_cast<double>(placing(model, Projection(ViewState()), {}, wide, high).scale);
+  const auto met = [&](int x, int y) {
+    return caster.strandAt((x + 0.5 - wide / 2.0) / scale, (y + 0.5 - high / 2.0) / scale) >= 0;
+  };
+  int rows = 0, wrong = 0;
+  for (int y = 1; y < high; y += 5) {
+    int x = 0;
+    while (x < wide && pixels[static_cast<std::size_t>(y * wide + x)] == toArgb(kPaper)) ++x;
+    if (x == 0 || x == wide) continue;
+    ++rows;
+    wrong += !met(x, y) || met(x - 1, y);
+  }
+  EXPECT_GT(rows, 80);
+  EXPECT_LE(wrong, 1);
+}
+
+TEST(Smooth, HighlightsFallOffAsTheMirroredLampDoes) {
+  const LightSettings shiny{.Ka = 0, .Kd = 0, .Ks = 0.8F, .NFact = 7};
+  const SmoothLight light(shiny);
+  // The lamp stands 28.5 degrees off the eye, at -0.2806, -0.3858.
+  const double lamp = std::acos(0.8789), across = -0.2806 / std::sin(lamp), down = -0.3858 / std::sin(lamp);
+  for (const double off : {0.0, 8.0, 15.0, 25.0, 40.0, 50.0}) {
+    const double tilt = lamp / 2 - off * kPi / 180;
+    const auto shone = light.colour(static_cast<float>(5 * std::sin(tilt) * across),
+                                    static_cast<float>(5 * std::sin(tilt) * down),
+                                    static_cast<float>(5 * std::cos(tilt)), 1, {0, 0, 0});
+    const double wanted = off < 45 ? 255 * 0.8 * std::pow(std::cos(2 * off * kPi / 180), 7) : 0;
+    EXPECT_NEAR(shone & 0xFF, wanted, 1.5) << off;
+  }
+}
+
 /// Mean luminance of the covered pixels.
 double brightness(const TubeModel& model, const ViewState& view) {
   double light = 0, weight = 0;

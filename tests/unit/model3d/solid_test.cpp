@@ -70,6 +70,23 @@ TEST(Solid, ARoundStrandIsATorus) {
   for (const Vec3& p : body.mesh.points) EXPECT_NEAR(std::hypot(std::hypot(p.x, p.y) - 3, p.z), 0.5, 0.002);
 }
 
+TEST(Solid, AHollowIsFilledAndNoPiece) {
+  TubeModel shell;  // of rounds like degrees of latitude
+  shell.sides = 3;
+  shell.radius = 0.5F;
+  for (int slot = 1; slot <= 15; ++slot) {
+    const double height = (slot - 8) * kPi / 16;
+    const auto round = rounds({{0, 0, static_cast<float>(2 * std::sin(height))}},
+                              static_cast<float>(2 * std::cos(height)), 0.5F);
+    shell.strands.push_back({slot, {}, static_cast<int>(shell.centres.size()), 200});
+    shell.centres.insert(shell.centres.end(), round.centres.begin(), round.centres.end());
+  }
+  const SolidBody body = fused(shell);
+  EXPECT_EQ(body.pieces, 1);
+  EXPECT_EQ(characteristic(body.mesh), 2) << "a ball";
+  EXPECT_NEAR(body.volume, 4 / 3.0 * kPi * std::pow(2.5, 3), 1);
+}
+
 TEST(Solid, StrandsAreOnePieceWhereTheyMeet) {
   struct Case {
     const char* name;

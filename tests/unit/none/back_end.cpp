@@ -5,6 +5,7 @@
 #include <map>
 
 #include "platform/none/none_platform.h"
+#include "window/form_table.h"
 
 namespace lorivan::contract {
 namespace {
@@ -25,8 +26,15 @@ class NoneUser final : public User {
     const std::map<std::string, int> steps = {{"Up", 1}, {"Down", -1}, {"PgUp", 10}, {"PgDn", -10}};
     if (keys == "Return") return window_.userPressesEnter();
     if (keys == "Escape") return window_.userEscapes();
+    if (keys == "Tab") return tab();
     if (steps.contains(keys)) return window_.userSteps(window_.focused(), steps.at(keys));
     if (keys != "Space") pressShortcut(keys);
+  }
+  void tab() {
+    ControlId next = window_.focused() + 1;
+    while (formTable()[static_cast<std::size_t>(next)].kind == ControlKind::label || !window_.enabled(next))
+      ++next;
+    window_.userFocuses(next);
   }
   void click(ControlId control) override { window_.userClicks(control); }
   void hold(ControlId) override { unknown("holding a button"); }
@@ -89,5 +97,6 @@ int clipboardWidth() {
   const auto& picture = current->clipboard().picture;
   return picture ? picture->width() : 0;
 }
+std::string clipboardSvg() { return current->clipboard().drawing.svg; }
 
 }  // namespace lorivan::contract

@@ -56,5 +56,7 @@ std::unique_ptr<User> makeUser(Window& window);
 std::string scrapFile(const std::string& name);
 /// The width of the picture on the system's clipboard; 0 if there is none.
 int clipboardWidth();
+/// The SVG drawing on it; empty if there is none.
+std::string clipboardSvg();
 
 }  // namespace lorivan::contract

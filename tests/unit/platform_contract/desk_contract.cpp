@@ -57,6 +57,20 @@ TEST_F(DeskContract, TheProgramMovesTheFocus) {
   EXPECT_EQ(told(), Told{});
 }
 
+TEST_F(DeskContract, TheUsersWaysToAControlAreToldAndTheProgramsAreNot) {
+  window_->focus(kX);
+  told();
+  pointed_ = -1;
+  window_->focus(kY);
+  window_->setEnabled(kY, false);
+  told();
+  EXPECT_EQ(pointed_, -1);
+  window_->focus(kX);
+  user_->press("Tab");  // over what is disabled
+  told();
+  EXPECT_EQ(pointed_, controlId("vtCrossOffset"));
+}
+
 TEST_F(DeskContract, CommandsChangeTheirTextsAndComeAndGo) {
   const CommandId act = contractCommand("ctAct"), first = contractCommand("ctFirst"),
                   second = contractCommand("ctSecond"), last = contractCommand("ctLast");

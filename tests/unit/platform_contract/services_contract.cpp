@@ -182,16 +182,16 @@ TEST_F(ServicesContract, PngKeepsTransparencyAndComesBackOnWhite) {
   EXPECT_TRUE(s->pixel({1, 1}) == kPaper && s->pixel({40, 20}) == kRed);
   const std::string clear = encoded(*s, PictureFormat::png);
   EXPECT_EQ(clear.at(25), 6) << "colour with alpha";
-  // The name is no ASCII, the size to fit into is twice as high.
-  const std::string path = scrapFile("Knoten \xC3\xB6 \xE7\xB5\x90\xE3\x81\xB3.png");
+  const std::string path = scrapFile("Knoten \xC3\xB6 \xE7\xB5\x90\xE3\x81\xB3.png");  // no ASCII
   ASSERT_TRUE(writeFile(path, clear));
-  const auto back = platform_->loadPicture(path, 80, 80);
-  ASSERT_TRUE(back) << back.error().message;
-  EXPECT_EQ((*back)->pixel({1, 40}), kWhite);
-  EXPECT_EQ((*back)->pixel({40, 40}), kRed) << "centred";
-  for (int i = 0; i < 6400; ++i)
+  const auto back = platform_->loadPicture(path, 200, 80), small = platform_->loadPicture(path, 200, 10);
+  ASSERT_TRUE(back && small);
+  EXPECT_TRUE((*back)->width() == 80 && (*back)->height() == 40) << "no larger than it is";
+  EXPECT_TRUE((*small)->width() == 20 && (*small)->height() == 10) << "with its proportion";
+  EXPECT_TRUE((*back)->pixel({1, 20}) == kWhite && (*back)->pixel({40, 20}) == kRed);
+  EXPECT_EQ((*small)->pixel({10, 5}), kRed);
+  for (int i = 0; i < 3200; ++i)
     EXPECT_GE(redOf((*back)->pixel({i % 80, i / 80})), 250) << "red grows pale, not dark, at the edges";
-  EXPECT_EQ((*back)->pixel({40, 20}), kWhite);
   for (const std::string& broken : {clear.substr(0, 50), std::string("GIF89a and more"), std::string()}) {
     ASSERT_TRUE(writeFile(path, broken));
     EXPECT_FALSE(platform_->loadPicture(path, 80, 40)) << broken.size();
@@ -224,6 +224,22 @@ TEST_F(ServicesContract, TheClipboardHoldsACopyUntilItIsCleared) {
   EXPECT_EQ(clipboardWidth(), 6);
   platform_->clipboard().clear();
   EXPECT_EQ(clipboardWidth(), 0);
+}
+
+TEST_F(ServicesContract, ADrawingLiesOnTheClipboardBesideItsPicture) {
+  auto metafile = platform_->createMetafile({1000, 800, 100});
+  ASSERT_TRUE(metafile);
+  const std::array<PointI, 3> path = {{{10, 10}, {900, 700}, {10, 700}}};
+  (*metafile)->strokePath(path, true, 20, kRed);
+  const auto emf = (*metafile)->finish();
+  ASSERT_TRUE(emf);
+  const std::string svg = "<svg xmlns=\"http://www.w3.org/2000/svg\"/>";
+  const auto picture = make(6, 4);
+  ASSERT_TRUE(platform_->clipboard().putDrawing({svg, *emf}, *picture));
+  EXPECT_EQ(clipboardWidth(), 6);
+  EXPECT_EQ(clipboardSvg(), svg);
+  EXPECT_TRUE(platform_->clipboard().putPicture(*picture));
+  EXPECT_EQ(clipboardSvg(), "") << "an older drawing is not the picture's";
 }
 
 TEST_F(ServicesContract, ClockRunsForwardsAndAMissingHelpPageIsTold) {

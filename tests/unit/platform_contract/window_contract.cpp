@@ -120,13 +120,25 @@ TEST_F(WindowContract, CommandsAndMnemonicsReachWhatTheyStandFor) {
   EXPECT_TRUE(!window_->commandEnabled(save) && window_->commandChecked(snap));
   user_->press("Ctrl+S");
   EXPECT_EQ(told(), Told{});
-  user_->press("Alt+Y");  // a label's
+  user_->press("Alt+W");  // a label's
   EXPECT_TRUE(user_->hasFocus(kY));
   told();
-  user_->press("Alt+Z");
+  user_->press("Alt+U");
   user_->press("Alt+R");
   const Told last = told();
   EXPECT_TRUE(std::ranges::count(last, "changed chkMirror") == 1 && last.back() == "clicked cmdRandknot");
+}
+
+TEST_F(WindowContract, ItemsWithPicturesKeepTheirNamesAndTheirChoice) {
+  const ItemPicture dot{2, 2, {0, 255, 255, 0}};
+  window_->select(kList, 1);
+  window_->setItemPictures(kList, {dot, dot, {}});
+  told();
+  EXPECT_EQ(window_->selected(kList), 1);
+  user_->focus(kList);
+  user_->press("Down");
+  EXPECT_EQ(told(), Told{"changed lstType"});
+  EXPECT_EQ(window_->selected(kList), 2);
 }
 
 TEST_F(WindowContract, KeysAreOfferedToTheProgramFirstExceptThoseAnEntryNeeds) {

@@ -32,6 +32,7 @@ class WindowFixture : public testing::Test {
     events_.changed = note("changed ");
     events_.resized = note("resized ");
     events_.escaped = note("escaped ");
+    events_.pointed = [this](ControlId control) { pointed_ = control; };
     events_.stepped = [this](ControlId control, int by) {
       told_.push_back("stepped " + std::string(formTable()[static_cast<std::size_t>(control)].name) + " " +
                       std::to_string(by));
@@ -79,6 +80,7 @@ class WindowFixture : public testing::Test {
   std::unique_ptr<Window> window_;
   std::unique_ptr<User> user_;
   Told told_;
+  ControlId pointed_ = -1;
   bool takesKeys_ = false, mayClose_ = true;
 };
 

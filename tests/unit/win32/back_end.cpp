@@ -226,5 +226,17 @@ int clipboardWidth() {
   CloseClipboard();
   return header.biWidth;
 }
+std::string clipboardSvg() {
+  std::string text;
+  if (!OpenClipboard(nullptr)) return "?";
+  const HANDLE memory = GetClipboardData(RegisterClipboardFormatW(L"image/svg+xml"));
+  if (memory != nullptr) {
+    text.assign(static_cast<const char*>(GlobalLock(memory)), GlobalSize(memory));
+    GlobalUnlock(memory);
+    EXPECT_NE(GetClipboardData(CF_ENHMETAFILE), nullptr);
+  }
+  CloseClipboard();
+  return text;
+}
 
 }  // namespace lorivan::contract

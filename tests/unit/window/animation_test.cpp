@@ -126,5 +126,29 @@ TEST_F(AnimationTest, ClosingTheWindowEndsIt) {
   EXPECT_EQ(stored("txtAnimate"), "9");
 }
 
+TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
+  const Folder folder;
+  start();
+  click("cmd2D");
+  bench().saveOptions.width = 50;
+  int looks = 0;
+  const auto save = [&](const std::string& name, const std::function<void()>& deed) {
+    looks = 0;
+    w->looked = [&] {
+      if (++looks == 4) deed();
+    };
+    pickFile("mnuFileSaveAnimation", folder.file(name));
+    w->looked = nullptr;
+    return Folder::contents(folder.file(name));
+  };
+  EXPECT_EQ(save("stopped.png", [this] { w->userPresses({Key::escape}); }), "");
+  EXPECT_TRUE(looks == 4 && w->status() == "The animation was not saved") << looks << w->status();
+  const std::string moving = save("whole.png", [this] { choose(Shape::Star); });
+  EXPECT_TRUE(moving.find("acTL") != std::string::npos && looks > 20) << looks << w->status();
+  EXPECT_EQ(document().fields.shape, Shape::Star);
+  w->userDrops(folder.file("whole.png"));
+  EXPECT_EQ(document().fields.shape, Shape::SquareSquare) << "it holds its knot";
+}
+
 }  // namespace
 }  // namespace lorivan

@@ -68,8 +68,10 @@ class CommandsTest : public MainWindowTest {
 std::vector<CommandsTest::Row> CommandsTest::rows() {
   const std::string knot = folder.write("k.qzd", "20,4\r\n25,3,4\r\n");
   const std::string shape = folder.write("s.qzc", "7500 6000\r\n1\r\n1500 1500\r\n0\r\n");
-  RecordingSurface blue(8, 8);
-  const std::string picture = folder.write("p.bmp", *platform.encodePicture(blue, PictureFormat::bmp));
+  RecordingSurface dot(20, 20);
+  dot.dot({10, 10}, 12, 0);
+  const std::string picture = folder.write("p.bmp", *platform.encodePicture(dot, PictureFormat::bmp));
+  const std::string drawing = folder.write("d.svg", "<svg><path d='M0 0h9v9z'/></svg>");
   const Deed none = [] {};
   const auto answer = [this](std::string path) { return [this, path] { platform.dialogs.answerFile(path); }; };
   std::vector<Row> all = {
@@ -87,14 +89,17 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
     {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
     {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl") && (file("k.3mf")(), pick("mnuFileSave3D"), Folder::contents(folder.file("k.3mf")).starts_with("PK")); }},
+    {"mnuFileSaveAnimation", "&File|Save ani&mation...|", file("k.svg"), [this] { return Folder::contents(folder.file("k.svg")).find("@keyframes") != std::string::npos; }},
     {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
       return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
     }},
+    {"mnuFilePrint", "&File|Prin&t...|Ctrl+P", [this] { platform.dialogs.answerPrint(true); }, [this] { return w->printed() && statusStarts("Printed, 19"); }},
     {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
     {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
     {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
+    {"mnuEditCopyDrawing", "&Edit|Copy as &vector|Ctrl+Shift+C", none, [this] { return copied(kGrid) && platform.clipboard().drawing.svg.starts_with("<?xml") && platform.clipboard().drawing.metafile.size() > 1000; }},
     {"mnuEditLines", "&Edit|&Lines by keyboard|F6", none, [this] { return w->focused() == kGrid && statusStarts("Crossing; a click changes it"); }},
     {"mnuSymmetryNone", "&Edit>&Symmetry|&None|", [this] { pick("mnuSymmetryBoth"); }, [this] { return bench().symmetry.inForce() == kNoSymmetry; }},
     {"mnuSymmetryLeftRight", "&Edit>&Symmetry|&Left-right|", none, symmetric(kLeftRight)},
@@ -126,6 +131,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeView", "&Shape|&View|", none, [this] { return shows(Picture::sheet) && (pick("mnuShapeView"), shows(Picture::flat)); }},
     {"mnuShapeMakeStandard", "&Shape|&Make from Standard|", none, [this] { return bench().sheet.shape().ShapeLineCount == 12 && shows(Picture::sheet); }},
     {"mnuShapeLoadPicture", "&Shape|Load &Picture...|", answer(picture), [this] { return bench().sheet.picture().shown() && shows(Picture::sheet); }},
+    {"mnuShapeTrace", "&Shape|Trac&e Picture|", [this, picture] { w->userDrops(picture); }, [this] { return bench().sheet.shape().ShapeLineCount > 4 && shows(Picture::sheet); }},
     {"mnuShapeClear", "&Shape|&Clear|", [this, picture] { w->userDrops(picture); }, [this] { return !bench().sheet.picture().shown(); }},
     {"mnuShapeMakeGrid", "&Shape|New G&rid|", [this] { square(); }, [this] { return lines() == 4 && shows(Picture::flat); }},
     {"mnuShapeAutoGrid", "&Shape|&AutoGrid|", [this] { square(), click("chkShapeT"); }, [this] { return lines() == 40 && shows(Picture::flat); }},
@@ -133,6 +139,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeGridOnOff", "&Shape|Alignment &Grid|", [this] { pick("mnuShapeView"); }, [this] { return w->surface(kSheet).count(DrawKind::segment) == 40; }},
     {"mnuShapeSnap", "&Shape|Snap &to Grid|", none, [this] { return bench().sheet.snap() && w->commandChecked(w->command("mnuShapeSnap")); }},
     {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},
+    {"mnuShapeLoadOutline", "&Shape|Load &outline...|", answer(drawing), [this] { return bench().sheet.shape().ShapeLineCount == 3 && shows(Picture::sheet); }},
     {"mnuShapeLoadFile", "&Shape|&Load file...|", answer(shape), [this] { return bench().sheet.shape().ShapePointCount == 1 && shows(Picture::sheet); }},
     {"mnuShapeSaveFile", "&Shape|&Save file...|", answer(folder.file("saved.qzc")), [this] { return wrote("saved.qzc"); }}})
     all.push_back(row);

@@ -118,7 +118,7 @@ TEST_F(FieldsTest, WrapIsOfferedToShapesThatHaveTwoBorders) {
   EXPECT_EQ(line(6).Kind, kWall) << "the seam's line";
   choose(Shape::SquareTriangle);
   enter(Param::XNo, "3");
-  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("X: 3 became 4 for this shape"));
+  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("Columns: 3 became 4 for this shape"));
   choose(Shape::Star);
   EXPECT_TRUE(visible("chkWrap") && !enabled("chkWrap") && drawn());
   choose(Shape::Cross);
@@ -152,8 +152,26 @@ TEST_F(FieldsTest, TypedTextIsCorrectedAndTheCorrectionTold) {
   EXPECT_TRUE(text(Param::Width) == "7" && nothingWaits({Param::Edge, Param::Width}));
   choose(Shape::Circular);
   enter(Param::XNo, "none");
-  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("; X: 2 became 4 for this shape"))
+  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("; Columns: 2 became 4 for this shape"))
       << w->status();
+}
+
+TEST_F(FieldsTest, WhatIsPointedAtIsExplainedUnlessThereIsNews) {
+  start();
+  platform.clock().advance(5000);
+  const std::string before = w->status();
+  w->userPoints(fieldControl(Param::GridSize));
+  EXPECT_TRUE(statusStarts("AutoGrid cells (AGS): ") && w->status().ends_with(", 1 to 100")) << w->status();
+  w->userPoints(controlId("cmdRandknot"));
+  EXPECT_EQ(w->status(), "Create a random knot");
+  w->userPoints(-1);
+  EXPECT_EQ(w->status(), before);
+  w->userTypes(fieldControl(Param::Width), "99");
+  w->userFocuses(fieldControl(Param::Edge));
+  const std::string news = w->status();
+  EXPECT_TRUE(news.find("\"99\" became 30") != std::string::npos) << news;
+  w->userPoints(fieldControl(Param::Edge));
+  EXPECT_EQ(w->status(), news) << "there is time to read it";
 }
 
 TEST_F(FieldsTest, StepsOfOneFieldAreOneStepBackUntilItIsLeft) {

@@ -50,10 +50,10 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
            if (row.menu == "Sty&le" && commandText(row.name).ends_with(" Gold")) pick(row.name);
        }},
       {"Colour 3", [this] { platform.dialogs.answerColour(0x123456), click("txtCol2"); }},
-      {"Z-Mirror on", [this] { click("chkMirror"); }},
+      {"Swap over/under on", [this] { click("chkMirror"); }},
       {"Random knot", [this] { click("cmdRandknot"); }},
       {"Star", [this] { choose(Shape::Star); }},
-      {"Theta 30", [this] { enter(Param::Theta, "30"); }},
+      {"Turn 30", [this] { enter(Param::Theta, "30"); }},
       {"Load k&&n.qzd", [&] { platform.dialogs.answerSave(SaveAnswer::discard), w->userDrops(knot); }},
       {"Make from Standard", [this] { pick("mnuShapeMakeStandard"); }},
       {"Shape: 17 points",

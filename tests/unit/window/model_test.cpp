@@ -22,6 +22,10 @@ class ModelTest : public MainWindowTest {
     w->userMouse(kSolid, {MouseAction::move, 1, to.x, to.y});
     w->userMouse(kSolid, {MouseAction::release, 1, to.x, to.y});
   }
+  std::vector<std::uint32_t> copied() {
+    const auto picture = platform.clipboard().picture->pixels();
+    return {picture.begin(), picture.end()};
+  }
   double number(Param p) const { return parseNumber(text(p)).value_or(-1); }
 };
 
@@ -190,7 +194,7 @@ TEST_F(ModelTest, FitRadiusIsOneStep) {
   EXPECT_EQ(text(Param::PolyRadius), before);
   platform.dialogs.answerInput("0");
   pick("mnuViewFitRadius");
-  EXPECT_NE(w->status().find("from a Z-factor of"), std::string::npos) << w->status();
+  EXPECT_NE(w->status().find("from a Depth of"), std::string::npos) << w->status();
   EXPECT_EQ(text(Param::PolyRadius), before);
 }
 
@@ -218,6 +222,62 @@ TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
   EXPECT_NE(pixels(kSolid), first);
   pick("mnuEditUndoStep");
   EXPECT_EQ(pixels(kSolid), first);
+}
+
+TEST_F(ModelTest, AnotherKnotIsShownWhole) {
+  startSolid();
+  const auto first = pixels(kSolid);
+  EXPECT_TRUE(w->userPresses({Key::plus}));
+  const auto closer = pixels(kSolid);
+  pick("mnuViewClassic");  // the same knot
+  EXPECT_EQ(pixels(kSolid), closer);
+  pick("mnuFileRandom");
+  pick("mnuEditUndoStep");
+  click("cmd3DView");
+  EXPECT_EQ(pixels(kSolid), first);
+}
+
+TEST_F(ModelTest, AStrandIsPickedAndRecolouredInEveryShading) {
+  for (const char* const smooth : {"on", "off"}) {
+    startSolid();
+    if (smooth[1] == 'f') click("chkSmooth");
+    const auto unmarked = pixels(kSolid);
+    const Document before = document();
+    PointI on{250, 200};
+    while (bench().solid.strandAt(on.x, on.y) == 0) ++on.x;
+    const int slot = bench().solid.strandAt(on.x, on.y);
+    w->userClicksAt(kSolid, 1, on.x, on.y);
+    EXPECT_EQ(bench().flat.markedStrand(), slot) << smooth;
+    EXPECT_TRUE(statusStarts("Strand ") && w->status().find(" grid units long") != std::string::npos)
+        << w->status();
+    const auto marked = pixels(kSolid);
+    EXPECT_NE(marked, unmarked);
+    EXPECT_EQ(document(), before);
+    pick("mnuEditCopy");
+    EXPECT_EQ(copied(), unmarked) << "marks stay here";
+    EXPECT_EQ(pixels(kSolid), marked);
+
+    platform.dialogs.answerColour(0x123456);
+    w->userMouse(kSolid, {MouseAction::press, 1, on.x, on.y});
+    w->userMouse(kSolid, {MouseAction::doubleClick, 1, on.x, on.y});
+    EXPECT_EQ(document().fields.boxes[std::size_t(slot - 1)], 0x123456U);
+    EXPECT_TRUE(w->userPresses({Key::escape}) && bench().flat.markedStrand() == 0);
+    EXPECT_FALSE(w->userPresses({Key::escape}));
+    turn(on, {on.x + 40, on.y});
+    EXPECT_EQ(bench().flat.markedStrand(), 0) << "a drag turns";
+    // The mark follows into the 2-D picture and back.
+    click("cmd2DView");
+    const auto flat = pixels();
+    click("cmd3DView");
+    for (on = {250, 200}; bench().solid.strandAt(on.x, on.y) != slot;) on = {on.x + 1, on.y};
+    bench().saveOptions.millimetres = 100;
+    w->userClicksAt(kSolid, 1, on.x, on.y);
+    EXPECT_NE(w->status().find(" mm long"), std::string::npos) << w->status();
+    click("cmd2DView");
+    EXPECT_NE(pixels(), flat);
+    w->userClicksAt(kGrid, 1, 2, 2);
+    EXPECT_EQ(pixels(), flat);
+  }
 }
 
 TEST_F(ModelTest, ALargeModelIsStoodInForWhileItIsDragged) {

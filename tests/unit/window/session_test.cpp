@@ -146,7 +146,8 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
   w->userDrops(folder.file("other.txt"));
   EXPECT_EQ(
       w->status(),
-      "other.txt is no knot file (*.qzd), shape file (*.qzc) or picture, and no file that holds its knot");
+      "other.txt is no knot file (*.qzd), shape file (*.qzc), drawing or picture, and no file that holds "
+      "its knot");
 }
 
 TEST_F(OpenFileTest, ADamagedFileChangesNothing) {

@@ -144,12 +144,19 @@ TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {
   RecordingSurface picture(40, 40);
   picture.clear(makeColour(0, 0, 200));
   const auto path = folder.write("blue.bmp", *platform.encodePicture(picture, PictureFormat::bmp));
-  const auto middle = [&] { return w->surface(kSheet).pixel({250, 200}); };
+  const auto at = [&](int x, int y) { return w->surface(kSheet).pixel({x, y}); };
+  const auto middle = [&] { return at(250, 200); };
   const Colour paleBlue = makeColour(165, 165, 235);
   pickFile("mnuShapeLoadPicture", path);
   expectOnSheet();
   EXPECT_EQ(middle(), paleBlue);
-  EXPECT_EQ(w->surface(kSheet).pixel({20, 200}), 0xFFFFFFU);  // the sheet is wider
+  // As large as the frame is high, in its middle; the frame's left line is seen beside it, its top line over
+  // it.
+  EXPECT_TRUE(at(97, 300) == paleBlue && at(387, 300) == paleBlue && at(150, 47) == paleBlue);
+  EXPECT_TRUE(at(92, 300) == 0xFFFFFFU && at(392, 300) == 0xFFFFFFU && at(150, 38) == 0xFFFFFFU);
+  std::set<Colour> frame;
+  for (int x = 150; x < 160; ++x) frame.insert(at(x, 45));
+  EXPECT_GT(frame.size(), 1U);
   w->userDrops(folder.write("broken.png", "no picture"));
   EXPECT_NE(w->status().find("broken.png: "), std::string::npos) << w->status();
   drag({200, 150}, {310, 260});
@@ -163,6 +170,78 @@ TEST_F(ShapeTest, APictureLiesPaleBehindTheShape) {
     clear();
     EXPECT_EQ(middle(), 0xFFFFFFU);
   }
+}
+
+TEST_F(ShapeTest, APictureIsTracedWhereItLies) {
+  start();
+  RecordingSurface picture(200, 100);
+  picture.clear(0xFFFFFF);
+  picture.dot({50, 50}, 60, 0);
+  const auto path = folder.write("disc.bmp", *platform.encodePicture(picture, PictureFormat::bmp));
+  EXPECT_FALSE(commandEnabled("mnuShapeTrace"));
+  drawSquare();
+  w->userDrops(path);
+  pick("mnuShapeTrace");
+  expectOnSheet();
+  EXPECT_TRUE(statusStarts("Shape: ")) << w->status();
+  const double unit = 395.0 / 200;
+  for (int k = 1; k <= shape().ShapePointCount; ++k)
+    EXPECT_NEAR(std::hypot(shape().ShapeX[static_cast<std::size_t>(k)] - (45 + 50.5 * unit),
+                           shape().ShapeY[static_cast<std::size_t>(k)] - (192.5 + 0.5 * unit)),
+                30 * unit, 2.5);
+  EXPECT_EQ(commandText("mnuEditUndoStep"), "&Undo Trace picture");
+  pick("mnuEditUndoStep");
+  EXPECT_TRUE(shape().ShapeLineCount == 4 && commandEnabled("mnuShapeTrace"));
+}
+
+TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
+  start();
+  choose(Shape::Star);
+  const std::string ring = folder.write(
+      "ring.svg",
+      "<svg><circle r='9'/>\n<text/><rect x='-4' y='-4' width='8' height='8' fill='#fff'/></svg>");
+  const std::string plate =
+      folder.write("plate.dxf", "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n40\n5\n0\nENDSEC\n");
+  pickFile("mnuShapeLoadOutline", ring);
+  expectOnSheet();
+  EXPECT_TRUE(statusStarts("Loaded " + ring + ". Shape: ")) << w->status();
+  EXPECT_TRUE(w->status().ends_with(
+      "a click with Ctrl one region alone; texts were left out: turn them into paths first"));
+  EXPECT_TRUE(document().fields.shape == Shape::Custom && shape().ShapePointCount > 20);
+  pick("mnuShapeAutoGrid");
+  expectOnGrid();
+  const int whole = lines();
+
+  // A click with Ctrl in the ring's hole fills the hole alone; one beside the ring changes nothing.
+  pick("mnuShapeView");
+  w->userMouse(kSheet, {MouseAction::move, 0, 243, 193, false, true});
+  EXPECT_EQ(w->pointer(kSheet), PointerShape::hand);
+  const auto ctrlClick = [&](int x, int y) {
+    for (const MouseAction action : {MouseAction::press, MouseAction::release})
+      w->userMouse(kSheet, {action, 1, x, y, false, true});
+  };
+  ctrlClick(243, 193);
+  expectOnGrid();
+  EXPECT_TRUE(statusStarts("Fill region: ")) << w->status();
+  EXPECT_LT(lines(), 2 * whole);
+  for (int j = 0; j < lines(); ++j) EXPECT_LE(std::abs(line(j).X1), 40);
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(lines(), whole);
+  pick("mnuShapeView");
+  ctrlClick(20, 20);
+  expectOnSheet();
+  EXPECT_TRUE(lines() == whole && w->status() == "There is no closed outline round that place")
+      << w->status();
+
+  w->userDrops(plate);
+  EXPECT_TRUE(statusStarts("Loaded " + plate)) << w->status();
+  pick("mnuEditUndoStep");
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(document().fields.shape, Shape::Custom);
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(document().fields.shape, Shape::Star) << "one step for each";
+  w->userDrops(folder.write("bad.svg", "<svg>\n<path d='M0 x'/></svg>"));
+  EXPECT_TRUE(w->status().ends_with("bad.svg: line 2: a path cannot be read at \"x\"")) << w->status();
 }
 
 }  // namespace

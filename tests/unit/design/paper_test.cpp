@@ -1,0 +1,135 @@
+// What is printed, and pictures that move or stand beside the shapes' names.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "base/bytes.h"
+#include "base/checksum.h"
+#include "design/animated_png.h"
+#include "design/edits.h"
+#include "design/printing.h"
+#include "design/shape_pictures.h"
+#include "platform/none/none_platform.h"
+
+namespace lorivan {
+namespace {
+
+struct Printed {
+  NonePage page{true};
+  PrintedSize size;
+  float left = 1e9F, top = 1e9F, right = -1e9F, bottom = -1e9F;  // of all shapes, dots
+  bool landscape = false;
+};
+
+/// Prints a grid of squares on a sheet as the job wants it, or always on its side.
+Printed printed(const char* x, const char* y, const OutputOptions& options) {
+  NonePlatform platform;
+  Document document = withField(withField(Document(), Param::XNo, x), Param::YNo, y);
+  document = withCheck(*newGrid(document), Check::ShowGrid, false);
+  document = withField(document, Param::PicKnotBackColour, "3");
+  Knot knot;
+  EXPECT_TRUE(makeKnot(document, knot));
+  const StrandColours colours = strandColours(document.fields.boxes);
+  const OutputJob job{platform, document, knot, colours, options};
+  Printed result;
+  result.landscape = printsLandscape(job);
+  const auto size = printKnot(job, result.page);
+  EXPECT_TRUE(size) << size.error().message;
+  result.size = *size;
+  for (const DrawCall& call : result.page.drawn().calls()) {
+    const bool band = call.kind == DrawKind::wideCurve;
+    EXPECT_TRUE(band || call.kind == DrawKind::fillPath || call.points.empty()) << "paper is the ground";
+    const float half = band ? call.size / 2 : 0;
+    for (const PointF p : call.points) {
+      result.left = std::min(result.left, p.x - half);
+      result.right = std::max(result.right, p.x + half);
+      result.top = std::min(result.top, p.y - half);
+      result.bottom = std::max(result.bottom, p.y + half);
+    }
+  }
+  return result;
+}
+
+TEST(Printing, KnotsStandInTheMiddleInTheirTrueSize) {
+  const Printed wide = printed("5", "2", {.millimetres = 120});
+  EXPECT_NEAR(wide.right - wide.left, 480, 3);
+  EXPECT_NEAR(wide.left + wide.right, wide.page.drawn().width(), 4);
+  EXPECT_NEAR(wide.top + wide.bottom, wide.page.drawn().height(), 4);
+  EXPECT_NEAR(wide.size.width, 120, 0.1);
+  EXPECT_TRUE(wide.landscape && wide.size.whole);
+  EXPECT_FALSE(printed("2", "5", {}).landscape);
+  EXPECT_FALSE(printed("5", "2", {.height = 200}).size.whole);
+}
+
+TEST(Printing, WithoutASizeTheKnotFillsThePageOneWay) {
+  for (const auto& [x, y] : {std::pair{"5", "2"}, {"2", "5"}}) {
+    const Printed fitted = printed(x, y, {});
+    const float across = (fitted.right - fitted.left) / static_cast<float>(fitted.page.drawn().width());
+    const float down = (fitted.bottom - fitted.top) / static_cast<float>(fitted.page.drawn().height());
+    EXPECT_NEAR(std::max(across, down), 1, 0.01) << x;
+    EXPECT_TRUE(fitted.size.whole);
+  }
+}
+
+TEST(Printing, TheModelIsAPictureInTheMiddle) {
+  const Printed solid = printed("3", "2", {.solidView = true});
+  ASSERT_EQ(solid.page.placed.size(), 1U);
+  const NonePage::Placed& placed = solid.page.placed[0];
+  EXPECT_EQ(placed.width * 4, placed.height * 5);
+  EXPECT_EQ(placed.height, solid.page.drawn().height());
+  EXPECT_NEAR(2 * placed.corner.x + placed.width, solid.page.drawn().width(), 1);
+}
+
+TEST(AnimatedPng, HasItsFramesInOrderBehindTheStillPicture) {
+  NonePlatform platform;
+  const auto frame = [&](int width, Colour colour) {
+    auto surface = platform.createSurface(width, 8);
+    (*surface)->clear(colour);
+    return *platform.encodePicture(**surface, PictureFormat::png);
+  };
+  AnimatedPng file(frame(10, 0), true);
+  EXPECT_FALSE(file.finish());
+  for (const Colour colour : {0x0000FF, 0x00FF00, 0xFF0000}) EXPECT_TRUE(file.add(frame(10, colour), 40));
+  EXPECT_FALSE(file.add(frame(11, 0), 40));
+  for (const std::string& broken : {std::string(), std::string("GIF89a"), frame(10, 0).substr(0, 20)})
+    EXPECT_FALSE(file.add(broken, 40));
+  const std::string bytes = *file.finish();
+  std::string names;
+  std::uint32_t sequence = 0;
+  for (std::size_t at = 8; at < bytes.size();) {
+    const std::uint32_t length = big32(bytes.data() + at);
+    const std::string name = bytes.substr(at + 4, 4);
+    const char* const data = bytes.data() + at + 8;
+    EXPECT_EQ(crc32(bytes.substr(at + 4, length + 4)), big32(data + length)) << name;
+    const bool numbered = name == "fcTL" || name == "fdAT";
+    EXPECT_TRUE(!numbered || big32(data) == sequence++);
+    EXPECT_TRUE(name != "acTL" || (big32(data) == 3 && big32(data + 4) == 0));
+    names += name + ' ';
+    at += length + 12;
+  }
+  EXPECT_EQ(names, "IHDR acTL IDAT fcTL fdAT fcTL fdAT fcTL fdAT IEND ");
+}
+
+TEST(ShapePictures, EveryShapeHasOneOfItsOwnThatCanBeSeen) {
+  NonePlatform platform;
+  const std::vector<ItemPicture> pictures = shapePictures(platform);
+  ASSERT_EQ(pictures.size(), std::size_t{kShapeCount});
+  std::set<std::string> different;
+  for (const ItemPicture& picture : pictures) {
+    double ink = 0;
+    int rows = 0;
+    for (int y = 0; y < picture.height; ++y) {
+      const auto row = picture.cover.begin() + static_cast<std::ptrdiff_t>(y) * picture.width;
+      rows += *std::max_element(row, row + picture.width) > 128;
+      for (int x = 0; x < picture.width; ++x) ink += row[x] / 255.0;
+    }
+    const double share = ink / static_cast<double>(picture.cover.size());
+    EXPECT_TRUE(share > 0.12 && share < 0.7) << different.size() << ": " << share;
+    EXPECT_GT(rows, picture.height / 2) << different.size();
+    EXPECT_TRUE(different.insert({picture.cover.begin(), picture.cover.end()}).second);
+  }
+}
+
+}  // namespace
+}  // namespace lorivan

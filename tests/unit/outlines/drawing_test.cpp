@@ -1,0 +1,197 @@
+// SVG and DXF drawings: points computed by hand, and files that are damaged.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+
+#include "outlines/dxf_outline.h"
+#include "outlines/svg_outline.h"
+
+namespace lorivan {
+namespace {
+
+std::string svg(const std::string& body) {
+  return "<?xml version=\"1.0\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 100 80\">\n" +
+         body + "\n</svg>";
+}
+std::string path(const std::string& data) { return svg("<path d=\"" + data + "\"/>"); }
+std::string openPath(const std::string& data) { return svg("<path fill=\"none\" d=\"" + data + "\"/>"); }
+
+std::string rounded(double value) {
+  const double whole = std::round(value * 100) / 100;
+  std::string text = std::to_string(whole == 0 ? 0.0 : whole);
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text;
+}
+
+/// The ends of all segments, "z" behind closed chains: "0,0 10,0 10,5 z".
+std::string endsOf(const Result<Drawing>& drawing) {
+  if (!drawing) return drawing.error().message;
+  std::string text;
+  for (const CurveChain& chain : drawing->chains) {
+    for (std::size_t i = 0; i < chain.points.size(); i += 3)
+      text.append(text.empty() ? "" : " ")
+          .append(rounded(chain.points[i].x))
+          .append(",")
+          .append(rounded(chain.points[i].y));
+    if (chain.closed) text += " z";
+  }
+  return text;
+}
+
+TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
+  const std::pair<std::string, const char*> cases[] = {
+      {path("M10 10L20 10 20 20z"), "10,10 20,10 20,20 10,10 z"},
+      {path("m10,10 10,0 0,10Zl5-5"),
+       "10,10 20,10 20,20 10,10 z 10,10 15,5 10,10 z"},  // from the start again
+      {openPath("M1.5.5-2-3+4e1.5"), "1.5,0.5 -2,-3 40,0.5"},
+      {openPath("M.5.5h10V20v-5H0"), "0.5,0.5 10.5,0.5 10.5,20 10.5,15 0,15"},
+      {openPath("M0 0 5 5M9 9l1 0"), "0,0 5,5 9,9 10,9"},
+      {openPath("M0 0C0 10 10 10 10 0S20-10 20 0"), "0,0 10,0 20,0"},
+      {openPath("M0 0q5 10 10 0t10 0T30 0"), "0,0 10,0 20,0 30,0"},
+      {openPath("M0 0a10 10 0 0110 10"), "0,0 7.07,2.93 10,10"},  // flags without separators
+      {openPath("M0 0A5 5 0 0 0 20 0"),
+       "0,0 2.93,7.07 10,10 17.07,7.07 20,0"},      // radii too small are enlarged
+      {openPath("M0 0a0 5 0 1 1 7 0"), "0,0 7,0"},  // an arc without a radius is a line
+      {svg("<rect x='1' y='2' width='3' height='4'/>"), "1,2 4,2 4,6 1,6 1,2 z"},
+      {svg("<circle cx='10' cy='20' r='2'/>"),
+       "12,20 11.41,21.41 10,22 8.59,21.41 8,20 8.59,18.59 10,18 11.41,18.59 12,20 z"},
+      {svg("<polygon points='0,0 9,0 0 9'/><line x2='3' y2='4'/>"), "0,0 9,0 0,9 0,0 z 0,0 3,4"},
+      {svg("<polyline fill='none' points='0 0 9 0'/>"), "0,0 9,0"},
+      {svg("<g transform='translate(10)'><g transform='rotate(90) scale(2,3)'><line x2='4' y2='1'/></g></g>"),
+       "10,0 7,8"},
+      {svg("<line x2='2' y2='1' transform='matrix(0 1 -1 0 5 5),skewX(45)'/>"), "5,5 4,8"},
+      {svg("<line x1='1' x2='2' transform='rotate(180 5 5)'/>"), "9,10 8,10"},
+      {svg("<defs><path id='p' d='M0 0h1v1z'/></defs><use href='#p' x='5'/>"
+           "<use xmlns:xlink='l' xlink:href='#p' transform='scale(2)' y='1'/>"),
+       "5,0 6,0 6,1 5,0 z 0,2 2,2 2,4 0,2 z"},
+      {svg("<g style='display: none'><path d='M0 0h9v9z'/></g><rect width='100' height='80' fill='#FFF'/>"
+           "<!-- <path d='M0 0h9v9z'/> --><![CDATA[<path d='M0 0h9v9z'/>]]><svg:path d='M1 1h1v&#49;z'/>"),
+       "1,1 2,1 2,2 1,1 z"},
+      {"<!DOCTYPE svg [<!ENTITY a \"<b>\">]>" + path("M0 0h1"), "0,0 1,0 0,0 z"},
+  };
+  for (const auto& [text, ends] : cases) EXPECT_EQ(endsOf(readSvgOutline(text)), ends) << text;
+  EXPECT_EQ(readSvgOutline(svg("<text>a</text><image/>"))->notes.size(), 2U);
+}
+
+TEST(Svg, CurvesKeepWithinTheToleranceOfTheirFlattening) {
+  const auto drawing = readSvgOutline(svg("<circle r='100'/><path d='M0 0C0 90 90 90 90 0'/>"));
+  ASSERT_TRUE(drawing);
+  const std::vector<Spot> circle = flattened(drawing->chains[0], 0.1),
+                          arch = flattened(drawing->chains[1], 0.1);
+  for (std::size_t i = 0; i + 1 < circle.size(); ++i) {
+    EXPECT_NEAR(length(circle[i]), 100, 0.01);
+    EXPECT_NEAR(length(0.5 * (circle[i] + circle[i + 1])), 100, 0.11);
+  }
+  EXPECT_LT(circle.size(), 120U) << "and not finer than that needs";
+  double top = 0;
+  for (const Spot p : arch) top = std::max(top, p.y);
+  EXPECT_NEAR(top, 67.5, 0.11);
+}
+
+TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
+  std::string deep, wide = "<g id='a0'><path d='M0 0h1v1z'/></g>";
+  for (int k = 0; k < 300; ++k) deep += "<g>";
+  for (int k = 1; k < 16; ++k) {
+    std::string use = "<use href='#a";
+    use.append(std::to_string(k - 1)).append("'/>");
+    wide.append("<g id='a")
+        .append(std::to_string(k))
+        .append("'>")
+        .append(use + use + use + use)
+        .append("</g>");
+  }
+  const std::pair<std::string, const char*> cases[] = {
+      {"", "line 1: there is no element"},
+      {"<html/>", "line 1: it is no SVG"},
+      {"\x1f\x8b\x08", "packed"},
+      {"<svg>\n<g>\n</svg>", "line 3: \"svg\" ends nothing"},
+      {"<svg>\n<g a=1></g></svg>", "line 2: the value of \"a\" has no quotes"},
+      {"<svg>\n\n<path d=\"M0 0", "line 3: "},
+      {"<svg><!-- ", "line 1: a comment is not ended"},
+      {"<svg/><svg/>", "second root"},
+      {svg(deep), "line 3: elements are nested too deeply"},
+      {svg(wide), "too many"},
+      {svg("<g id='a'><use href='#a'/></g>"), "uses are nested too deeply"},
+      {path("10 10"), "line 3: a path cannot be read at \"10 10\""},
+      {path("L1 1"), "line 3: a path does not begin with M"},
+      {path("M0 0L5"), "line 3: a path ends within a command"},
+      {path("M1.5.5-2-3+4e1"), "line 3: a path ends within a command"},
+      {path("M0 0Lx 5"), "line 3: a path cannot be read at \"x 5\""},
+      {path("M0 0L1e300 5"), "cannot be read at \"1e300"},
+      {path("M0 0L1e999 nan"), "cannot be read at"},
+      {path("M0 0A1 1 0 2 0 5 5"), "cannot be read at \"2 0 5 5\""},
+      {svg("<g transform='spin(3)'/>"), "a transform cannot be read at \"spin(3)\""},
+      {svg("<polygon points='1 2 3'/>"), "points cannot be read"},
+  };
+  for (const auto& [text, says] : cases) {
+    const auto drawing = readSvgOutline(text);
+    ASSERT_FALSE(drawing) << says;
+    EXPECT_NE(drawing.error().message.find(says), std::string::npos) << drawing.error().message;
+  }
+  std::string many = "M0 0";
+  for (std::size_t k = 0; k <= kMostSegments; ++k) many += "h1";
+  EXPECT_NE(endsOf(readSvgOutline(path(many))).find("too many curves"), std::string::npos);
+}
+
+std::string dxf(const std::string& entities) {
+  std::string text = "0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF ";
+  for (char& c : text) c = c == ' ' ? '\n' : c;
+  return text;
+}
+
+TEST(Dxf, EntitiesAreReadAsHandComputed) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"0 LINE 8 0 10 1 20 2 11 3 21 4", "1,-2 3,-4"},
+      {"0 LWPOLYLINE 90 3 70 1 10 0 20 0 10 4 20 0 10 4 20 3", "0,0 4,0 4,-3 0,0 z"},
+      {"0 LWPOLYLINE 90 2 70 0 10 0 20 0 42 1 10 2 20 0", "0,0 0.29,0.71 1,1 1.71,0.71 2,0"},  // below, y up
+      {"0 LWPOLYLINE 90 2 70 0 10 0 20 0 42 -0.41421356 10 1 20 1",
+       "0,0 0.29,-0.71 1,-1"},  // a quarter, left
+      {"0 POLYLINE 66 1 70 1 0 VERTEX 10 0 20 0 0 VERTEX 10 9 20 9 70 16 0 VERTEX 10 5 20 0 0 SEQEND",
+       "0,0 5,0 0,0 z"},
+      {"0 ARC 10 0 20 0 40 2 50 270 51 0", "0,2 1.41,1.41 2,0"},
+      {"0 CIRCLE 10 1 20 0 40 1 230 -1",
+       "-2,0 -1.71,-0.71 -1,-1 -0.29,-0.71 0,0 -0.29,0.71 -1,1 -1.71,0.71 -2,0 z"},
+      {"0 ELLIPSE 10 0 20 0 11 0 21 4 40 0.5 41 0 42 1.5707963268", "0,-4 -1.41,-2.83 -2,0"},
+      {"0 CIRCLE 40 1 67 1 0 LINE 11 1 60 1", ""},  // on paper, invisible
+  };
+  for (const auto& [entities, ends] : cases)
+    EXPECT_EQ(endsOf(readDxfOutline(dxf(entities))), ends) << entities;
+
+  // A quarter of a circle as a rational spline of degree 2.
+  const auto quarter =
+      readDxfOutline(dxf("0 SPLINE 70 4 71 2 40 0 40 0 40 0 40 1 40 1 40 1 41 1 41 0.70710678 41 1 "
+                         "10 1 20 0 10 1 20 1 10 0 20 1"));
+  ASSERT_TRUE(quarter && quarter->chains.size() == 1);
+  for (const Spot p : flattened(quarter->chains[0], 1e-3)) EXPECT_NEAR(length(p), 1, 1e-6);
+  const auto through = readDxfOutline(dxf("0 SPLINE 70 0 71 3 11 0 21 0 11 5 21 5 11 9 21 0 0 TEXT 0 TEXT"));
+  EXPECT_EQ(endsOf(through), "0,0 5,-5 9,0");
+  EXPECT_EQ(through->notes, std::vector<std::string>{"2 of kind TEXT left out"});
+}
+
+TEST(Dxf, DamagedFilesAreRefusedWithTheirLine) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"", "line 1: it is no DXF"},
+      {std::string("Binary DXF\r\n\x1a\0\0", 15), "binary DXF"},
+      {"0\nSECTION\nx\nENTITIES\n", "line 3: \"x\" is no group code"},
+      {"0\nSECTION\n2", "line 3: the file ends before a value"},
+      {dxf("0 LINE 10 abc"), "line 8: \"abc\" is not a number"},
+      {dxf("0 LINE 10 1e40"), "line 8: \"1e40\" is not a number in range"},
+  };
+  for (const auto& [text, says] : cases) {
+    const auto drawing = readDxfOutline(text);
+    ASSERT_FALSE(drawing) << says;
+    EXPECT_NE(drawing.error().message.find(says), std::string::npos) << drawing.error().message;
+  }
+  // Knots that do not belong to the points, weights below 0, a mesh: told, and nothing is drawn.
+  for (const char* entity : {"0 SPLINE 71 3 40 0 40 1 10 0 20 0 10 1 20 0", "0 SPLINE 71 99 10 0 20 0",
+                             "0 SPLINE 71 1 40 0 40 0 40 1 40 1 41 -1 41 1 10 0 20 0 10 1 20 0",
+                             "0 POLYLINE 70 64 0 VERTEX 10 0 20 0 0 VERTEX 10 1 20 0 0 SEQEND"}) {
+    const auto drawing = readDxfOutline(dxf(entity));
+    EXPECT_TRUE(drawing && drawing->chains.empty() && drawing->notes.size() == 1) << entity;
+  }
+}
+
+}  // namespace
+}  // namespace lorivan
