@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "base/numbers.h"
 #include "custom/border_fit.h"
 #include "custom/cell_mesh.h"
+#include "custom/mesh_quality.h"
 #include "custom/outline.h"
 #include "custom/planar_grid.h"
 
@@ -27,27 +29,30 @@ constexpr double kTriangleHeight = 0.8660254037844386;
 
 struct Pitch {
   double across = 0, rows = 0;  // grid units
+  int gridSize = 1;
   bool triangles = false;
 
   Pitch(const GridBox& box, const AutoGridOptions& options) : triangles(options.triangles) {
     const double longer = std::max(box.right - box.left, box.top - box.bottom);
-    across = std::max(longer / std::clamp(options.gridSize, 1, 100), kLeastPitch);
+    gridSize = std::clamp(options.gridSize, 1, 100);
+    across = std::max(longer / gridSize, kLeastPitch);
     rows = triangles ? across * kTriangleHeight : across;
   }
 
-  /// With node (0, 0) at the centre of the box, or off it by parts of a cell.
-  Lattice lattice(const GridBox& box, double shiftX, double shiftY) const {
-    const Spot centre{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
-    return {triangles, centre + Spot{shiftX * across, shiftY * rows}, across, rows};
+  /// With so much more than gridSize cells along the box.
+  Pitch changed(double more) const {
+    Pitch other = *this;
+    const double factor = gridSize / (gridSize + more);
+    other.across *= factor;
+    other.rows *= factor;
+    return other;
+  }
+
+  /// With a node at the centre, or off it by parts of a cell.
+  Lattice lattice(Spot centre, Spot shift) const {
+    return {triangles, centre + Spot{shift.x * across, shift.y * rows}, across, rows};
   }
 };
-
-/// What the outline and a lattice of this kind have in common.
-Symmetries commonSymmetries(const Outline& outline, bool triangles) {
-  Symmetries group = symmetriesOf(outline, kSymmetryTolerance);
-  if (triangles) std::erase_if(group, [](const Isometry& map) { return map.turnsAxes(); });
-  return group;
-}
 
 bool allows(const Lattice& lattice, const Symmetries& group) {
   return std::ranges::all_of(group, [&](const Isometry& map) {
@@ -58,13 +63,12 @@ bool allows(const Lattice& lattice, const Symmetries& group) {
   });
 }
 
-/// The outline moved by less than a unit, so that its middle, and what mirrors it, is whole.
-Outline withWholeMiddle(const Outline& outline) {
-  const GridBox& box = outline.box();
-  const Spot middle{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
-  const Spot move = Spot{roundHalfEven(middle.x), roundHalfEven(middle.y)} - middle;
+/// Moves the outline by less than a unit, so that the group's centre, and what mirrors it, is whole.
+Outline withWholeMiddle(const Outline& outline, Symmetries& group) {
+  const Spot middle = group[0].centre, whole{roundHalfEven(middle.x), roundHalfEven(middle.y)};
   std::vector<OutlineSide> sides;
-  for (const auto& [a, b] : outline.sides()) sides.push_back({a + move, b + move});
+  for (const auto& [a, b] : outline.sides()) sides.push_back({a + whole - middle, b + whole - middle});
+  for (Isometry& map : group) map.centre = whole;
   return Outline(std::move(sides));
 }
 
@@ -105,25 +109,108 @@ double misfit(const CellMesh& mesh, const Outline& outline, double cell, const S
   return count == 0 ? std::numeric_limits<double>::max() : sum / count;
 }
 
-/// Of the lattices that are as symmetric as the outline, the one that lies best.
-Result<CellMesh> bestMesh(const Outline& outline, const Pitch& pitch, const Symmetries& group) {
-  std::optional<CellMesh> best;
-  double bestMisfit = std::numeric_limits<double>::max();
-  for (const double shiftX : {0.0, 0.5})
-    for (const double shiftY : {0.0, 0.5}) {
-      const Lattice lattice = pitch.lattice(outline.box(), shiftX, shiftY);
-      if (!allows(lattice, group)) continue;
-      Result<CellMesh> mesh = fillOutline(outline, lattice, kMostCells, group);
-      if (!mesh) return mesh;
-      if (mesh->cells.empty()) continue;
-      const double off = misfit(*mesh, outline, pitch.across, group);
-      if (best && off >= bestMisfit) continue;
-      bestMisfit = off;
-      best = std::move(*mesh);
+/// Where a node may lie off the centre, parts of a cell: triangles may have a cell there, too.
+constexpr Spot kShifts[] = {{0, 0}, {0.5, 0}, {0, 0.5}, {0.5, 0.5}};
+constexpr Spot kTriangleShifts[] = {{0, 0}, {0.5, 0}, {0, 0.5}, {0.5, 0.5}, {-0.5, -1.0 / 3}, {0, -2.0 / 3}};
+
+/// How much of a cell has to lie inside.
+constexpr double kHalf = 0.5, kOtherShares[] = {0.4, 0.62, 0.3};
+
+/// For turns by a third, which few lattices allow, other cells, nearer to those of gridSize than of the next.
+constexpr double kOtherSizes[] = {0.3, -0.25};
+constexpr double kHandicap = 0.1;  // faults, as MeshQuality counts them
+
+struct Candidate {
+  Lattice lattice;
+  CellMesh mesh;
+  double misfit = 0;
+};
+
+/// The meshes of lattices that are as symmetric as the group, those that lie best first; none where the
+/// outline is too narrow.
+Result<std::vector<Candidate>> candidates(const Outline& outline, const Pitch& pitch,
+                                          const Symmetries& group) {
+  std::vector<Candidate> all;
+  const std::span<const Spot> shifts = pitch.triangles ? std::span<const Spot>(kTriangleShifts) : kShifts;
+  for (const Spot shift : shifts) {
+    const Lattice lattice = pitch.lattice(group[0].centre, shift);
+    if (!allows(lattice, group)) continue;
+    Result<CellMesh> mesh = fillOutline(outline, lattice, kHalf, kMostCells, group);
+    if (!mesh) return mesh.error();
+    if (mesh->cells.empty()) continue;
+    const double off = misfit(*mesh, outline, pitch.across, group);
+    all.push_back({lattice, std::move(*mesh), off});
+  }
+  std::ranges::stable_sort(all, {}, &Candidate::misfit);
+  return all;
+}
+
+struct Fitted {
+  CellMesh mesh;
+  std::vector<PointI> at;
+  MeshQuality quality;
+  double faults = 0;
+};
+
+/// Draws meshes to the outline, as many as there is time for, and keeps the best.
+class Contest {
+ public:
+  explicit Contest(const Outline& outline) : outline_(outline) {}
+
+  /// The candidates' meshes, then others of their lattices. What is symmetric to a smaller group than it
+  /// could be has a handicap.
+  void enter(std::vector<Candidate>& all, const Symmetries& group, double handicap) {
+    for (Candidate& candidate : all)
+      if (hasTime()) enter(candidate.lattice, std::move(candidate.mesh), group, handicap);
+    for (const double share : kOtherShares)
+      for (const Candidate& candidate : all)
+        if (hasTime())
+          if (auto mesh = fillOutline(outline_, candidate.lattice, share, kMostCells, group); mesh)
+            enter(candidate.lattice, std::move(*mesh), group, handicap);
+  }
+
+  bool hasTime() const { return cells_ < kCells; }
+  Fitted best() { return std::move(*best_); }
+
+ private:
+  static constexpr double kCells = 3500;
+
+  void enter(const Lattice& lattice, CellMesh mesh, const Symmetries& group, double handicap) {
+    if (mesh.cells.empty() || mesh.sides().size() > kMostAutoGridLines) return;
+    const GridBox& box = outline_.box();
+    cells_ += static_cast<double>(mesh.cells.size()) +
+              0.25 * (box.right - box.left) * (box.top - box.bottom) / lattice.cellArea();
+    dropSpecks(mesh, outline_, mesh.cellImages(group, lattice.across));
+    std::vector<PointI> at = fitBorder(mesh, outline_, lattice.across, group);
+    const MeshQuality quality = qualityOf(mesh, at, outline_, lattice);
+    const double faults = quality.faults() + handicap;
+    if (best_ && faults >= best_->faults) return;
+    best_ = Fitted{std::move(mesh), std::move(at), quality, faults};
+  }
+
+  const Outline& outline_;
+  double cells_ = 0;  // drawn to the outline, and looked at for it
+  std::optional<Fitted> best_;
+};
+
+/// The first of the candidates has to be one that is not too complicated.
+Result<Fitted> bestFit(std::vector<Candidate> all, const Outline& outline, const Pitch& pitch,
+                       Symmetries group) {
+  Contest contest(outline);
+  contest.enter(all, group, 0);
+  const auto turned = [](const Isometry& map) { return !map.keepsWhole(); };
+  if (std::ranges::any_of(group, turned))
+    for (const double off : kOtherSizes) {
+      auto others = candidates(outline, pitch.changed(off), group);
+      if (!others) return others.error();
+      contest.enter(*others, group, 0);
     }
-  if (!best) return impossibleKnot(kTooNarrow);
-  dropSpecks(*best, outline, best->cellImages(group, pitch.across));
-  return std::move(*best);
+  if (std::erase_if(group, turned) > 0 && contest.hasTime()) {
+    auto lesser = candidates(outline, pitch, group);
+    if (!lesser) return lesser.error();
+    contest.enter(*lesser, group, kHandicap);
+  }
+  return contest.best();
 }
 
 void makeLines(KnotGraph& graph, const CellMesh& mesh, const std::vector<PointI>& at) {
@@ -140,42 +227,6 @@ void makeLines(KnotGraph& graph, const CellMesh& mesh, const std::vector<PointI>
   graph.NoGrid = false;
 }
 
-using Span = std::pair<double, double>;
-
-/// Where the level line at height y lies in a cell; an empty span when nowhere.
-Span spanAt(const MeshCell& cell, const std::vector<PointI>& at, double y) {
-  Span span{1e30, -1e30};
-  for (int k = 0; k < cell.corners; ++k) {
-    const PointI a = at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
-    const PointI b =
-        at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>((k + 1) % cell.corners)])];
-    if ((a.y > y) == (b.y > y)) continue;
-    const double x = a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x);
-    span = {std::min(span.first, x), std::max(span.second, x)};
-  }
-  return span;
-}
-
-/// The share of the outline's area that has cells, by level lines.
-double filledShare(const CellMesh& mesh, const std::vector<PointI>& at, const Outline& outline) {
-  constexpr int kRows = 200;
-  const GridBox& box = outline.box();
-  double inside = 0, filled = 0;
-  for (int row = 0; row < kRows; ++row) {
-    const double y = box.bottom + (row + 0.5) * (box.top - box.bottom) / kRows;
-    const std::vector<double> places = outline.crossingsAt(y);
-    std::vector<Span> spans;
-    for (const MeshCell& cell : mesh.cells)
-      if (const Span span = spanAt(cell, at, y); span.first < span.second) spans.push_back(span);
-    for (std::size_t i = 0; i + 1 < places.size(); i += 2) {
-      inside += places[i + 1] - places[i];
-      for (const Span& span : spans)
-        filled += std::max(0.0, std::min(span.second, places[i + 1]) - std::max(span.first, places[i]));
-    }
-  }
-  return inside > 0 ? std::min(1.0, filled / inside) : 0;
-}
-
 std::vector<PointI> latticePlaces(const CellMesh& mesh) {
   std::vector<PointI> at;
   for (const Spot& node : mesh.nodes) at.push_back({toInt32(node.x), toInt32(node.y)});
@@ -190,22 +241,22 @@ Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, cons
   const Result<Outline> drawn = Outline::of(shape, mapping, options.within);
   if (!drawn) return drawn.error();
   const Pitch pitch(drawn->box(), options);
-  Outline outline = withWholeMiddle(*drawn);
-  const Symmetries group = commonSymmetries(outline, options.triangles);
-  if (group.size() == 1) outline = *drawn;
-  Result<CellMesh> mesh = bestMesh(outline, pitch, group);
-  if (!mesh) return mesh.error();
-  if (mesh->sides().size() > kMostAutoGridLines) {
-    makeLines(graph, *mesh, latticePlaces(*mesh));
+  Symmetries group = symmetriesOf(*drawn, options.triangles, kSymmetryTolerance);
+  const Outline outline = group.size() == 1 ? *drawn : withWholeMiddle(*drawn, group);
+  Result<std::vector<Candidate>> all = candidates(outline, pitch, group);
+  if (!all) return all.error();
+  if (all->empty()) return impossibleKnot(kTooNarrow);
+  if (const CellMesh& mesh = all->front().mesh; mesh.sides().size() > kMostAutoGridLines) {
+    makeLines(graph, mesh, latticePlaces(mesh));
     if (const Status made = finishLines(graph); !made) graph.TooManyLines = false;
     return refused(kTooComplicated);
   }
-  const std::vector<PointI> at = fitBorder(*mesh, outline, pitch.across, group);
-  const double filled = filledShare(*mesh, at, outline);
-  if (filled < kLeastFilled) return impossibleKnot(kTooNarrow);
-  makeLines(graph, *mesh, at);
+  const Result<Fitted> fitted = bestFit(std::move(*all), outline, pitch, std::move(group));
+  if (!fitted) return fitted.error();
+  if (fitted->quality.filled < kLeastFilled) return impossibleKnot(kTooNarrow);
+  makeLines(graph, fitted->mesh, fitted->at);
   if (const Status made = finishLines(graph); !made) return made.error();
-  return AutoGridReport{filled};
+  return AutoGridReport{fitted->quality.filled};
 }
 
 }  // namespace lorivan

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "custom/mesh_quality.h"
 
 namespace lorivan {
 namespace {
@@ -36,7 +37,16 @@ class BorderFit {
   std::vector<PointI> run() {
     ease();
     if (cutFlatCorners()) ease();
-    return settle();
+    std::vector<PointI> at = settle();
+    for (CellMesh before = mesh_; dropFarOutside(at); before = mesh_) {
+      if (mesh_.cells.empty()) {
+        mesh_ = std::move(before);
+        return at;
+      }
+      ease();
+      at = settle();
+    }
+    return at;
   }
 
  private:
@@ -70,6 +80,8 @@ class BorderFit {
   std::vector<PointI> wholePlaces() const;
   bool markBadCorners(const MeshCell& cell, const std::vector<PointI>& at, std::vector<bool>& bad) const;
   std::vector<bool> nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const;
+  int outermost(const std::vector<int>& cells) const;
+  bool dropFarOutside(const std::vector<PointI>& at);
   void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
 
   CellMesh& mesh_;
@@ -267,7 +279,7 @@ bool BorderFit::cutFlatCorners() {
     MeshCell cell = mesh_.cells[i];
     if (cutAt[i] >= 0 && cell.corners == 3) continue;
     if (cutAt[i] >= 0) {
-      std::ranges::rotate(cell.node, std::ranges::find(cell.node, cutAt[i]) + 1);
+      std::rotate(cell.node.begin(), std::ranges::find(cell.node, cutAt[i]) + 1, cell.node.end());
       cell.corners = 3;
     }
     kept.push_back(cell);
@@ -277,7 +289,8 @@ bool BorderFit::cutFlatCorners() {
   return std::ranges::any_of(cutAt, [](int node) { return node >= 0; });
 }
 
-/// The whole place nearest to a node's that the node's own symmetries leave there.
+/// The whole place nearest to a node's that those of the node's own symmetries that keep whole places leave
+/// there.
 PointI BorderFit::whole(int node) const {
   const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
   PointI best{toInt32(at.x), toInt32(at.y)};
@@ -288,8 +301,9 @@ PointI BorderFit::whole(int node) const {
       const PointI p{middle.x + dx, middle.y + dy};
       const double off = std::hypot(p.x - at.x, p.y - at.y);
       const auto leaves = [&](std::size_t g) {
+        if (!group_[g].keepsWhole() || images_.of(g, node) != node) return true;
         const PointI image = group_[g](p);
-        return images_.of(g, node) != node || (image.x == p.x && image.y == p.y);
+        return image.x == p.x && image.y == p.y;
       };
       bool fits = off < least;
       for (std::size_t g = 1; g < group_.size() && fits; ++g) fits = leaves(g);
@@ -300,14 +314,19 @@ PointI BorderFit::whole(int node) const {
   return best;
 }
 
-/// Where all nodes are; images are rounded as one.
+/// Where all nodes are; images are rounded as one where they can be.
 std::vector<PointI> BorderFit::wholePlaces() const {
   std::vector<PointI> at(mesh_.nodes.size());
+  std::vector<bool> found(at.size(), false);
   for (int node = 0; node < static_cast<int>(at.size()); ++node) {
-    if (images_.leader(node) != node) continue;
+    if (found[static_cast<std::size_t>(node)]) continue;
     const PointI p = whole(node);
-    for (std::size_t g = 0; g < group_.size(); ++g)
-      at[static_cast<std::size_t>(images_.of(g, node))] = group_[g](p);
+    for (std::size_t g = 0; g < group_.size(); ++g) {
+      if (!group_[g].keepsWhole()) continue;
+      const auto image = static_cast<std::size_t>(images_.of(g, node));
+      at[image] = group_[g](p);
+      found[image] = true;
+    }
   }
   return at;
 }
@@ -386,6 +405,37 @@ std::vector<PointI> BorderFit::settle() {
     if (wholeCells) return at;
     wholeCells = true;
   }
+}
+
+/// Of some cells the one whose lattice centre lies furthest outside, or least deep inside.
+int BorderFit::outermost(const std::vector<int>& cells) const {
+  int best = cells.front();
+  double least = 1e30;
+  for (const int cell : cells) {
+    const Spot centre = mesh_.centreOf(mesh_.cells[static_cast<std::size_t>(cell)]);
+    const OutlineSide& side = outline_.sides()[static_cast<std::size_t>(outline_.nearestSide(centre))];
+    const double depth =
+        distance(centre, nearestOn(centre, side.a, side.b)) * (outline_.contains(centre) ? 1 : -1);
+    if (depth >= least - 1e-9) continue;
+    least = depth;
+    best = cell;
+  }
+  return best;
+}
+
+/// Of the cells at each node that lies too far outside drops those that lie inside least; false when there
+/// are none.
+bool BorderFit::dropFarOutside(const std::vector<PointI>& at) {
+  const std::vector<bool> far = nodesFarOutside(mesh_, at, outline_, cell_);
+  if (std::ranges::find(far, true) == far.end()) return false;
+  std::vector<bool> dropped(mesh_.cells.size(), false);
+  const auto cellsAt = mesh_.cellsAtNodes();
+  for (std::size_t node = 0; node < far.size(); ++node)
+    if (far[node]) dropped[static_cast<std::size_t>(outermost(cellsAt[node]))] = true;
+  mesh_.cellImages(group_, cell_).spread(dropped);
+  dropCells(mesh_, dropped);
+  dropCornerHangers(mesh_, outline_, group_, cell_);
+  return true;
 }
 
 }  // namespace

@@ -31,35 +31,52 @@ struct LatticeFrame {
   int node(int column, int row) const { return row * (columns + 1) + column; }
 };
 
-/// Takes the cells whose centres lie inside. A row of cells has its centres at one height, or at two in turn.
+/// Takes the cells that lie inside by a least share of their areas.
 class CellFilter {
  public:
   CellFilter(CellMesh& mesh, const Outline& outline) : mesh_(mesh), outline_(outline) {}
 
   void add(const MeshCell& cell) {
-    const Spot centre = mesh_.centreOf(cell);
-    const std::vector<double>& places = placesAt(centre.y);
-    const auto left = std::upper_bound(places.begin(), places.end(), centre.x) - places.begin();
     mesh_.cells.push_back(cell);
-    inside_.push_back(left % 2 != 0);
+    shares_.push_back(shareInside(cell));
   }
 
-  /// Leaves the cells inside. A cell whose images lie partly inside and partly outside goes with the
-  /// majority.
-  void finish(const Symmetries& group, double cellSide) {
+  /// Leaves the cells inside. Images stay or go together, by their mean.
+  void finish(const Symmetries& group, double cellSide, double leastShare) {
     const Images images = mesh_.cellImages(group, cellSide);
-    std::vector<MeshCell> kept;
-    for (int i = 0; i < static_cast<int>(mesh_.cells.size()); ++i) {
-      int votes = 0;
+    std::vector<bool> stays(mesh_.cells.size(), false);
+    for (int i = 0; i < static_cast<int>(stays.size()); ++i) {
+      if (images.leader(i) != i) continue;
+      double sum = 0;
       for (std::size_t g = 0; g < group.size(); ++g)
-        votes += images.of(g, i) >= 0 && inside_[static_cast<std::size_t>(images.of(g, i))] ? 1 : 0;
-      if (2 * votes >= static_cast<int>(group.size()))
-        kept.push_back(mesh_.cells[static_cast<std::size_t>(i)]);
+        sum += images.of(g, i) >= 0 ? shares_[static_cast<std::size_t>(images.of(g, i))] : 0;
+      stays[static_cast<std::size_t>(i)] = sum >= leastShare * static_cast<double>(group.size());
     }
-    mesh_.cells = std::move(kept);
+    images.spread(stays);
+    stays.flip();
+    dropCells(mesh_, stays);
   }
 
  private:
+  /// By level lines. The cells of a row have theirs in common.
+  double shareInside(const MeshCell& cell) {
+    constexpr int kLines = 6;
+    double low = 1e30, high = -1e30;
+    for (int k = 0; k < cell.corners; ++k) {
+      const double y = mesh_.nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])].y;
+      low = std::min(low, y);
+      high = std::max(high, y);
+    }
+    double inside = 0, whole = 0;
+    for (int line = 0; line < kLines; ++line) {
+      const double y = low + (line + 0.5) / kLines * (high - low);
+      const CellSpan span = spanAt(cell, mesh_.nodes, y);
+      whole += span.to - span.from;
+      inside += span.inside(placesAt(y));
+    }
+    return inside / whole;
+  }
+
   const std::vector<double>& placesAt(double y) {
     const auto [entry, added] = places_.try_emplace(y);
     if (added) entry->second = outline_.crossingsAt(y);
@@ -69,7 +86,7 @@ class CellFilter {
   CellMesh& mesh_;
   const Outline& outline_;
   std::map<double, std::vector<double>> places_;
-  std::vector<bool> inside_;
+  std::vector<double> shares_;
 };
 
 void addSquares(CellFilter& filter, const LatticeFrame& f) {
@@ -211,18 +228,6 @@ class CornerSearch {
   std::vector<int> shared_;  // sides of each cell that another cell has, too
 };
 
-void dropCornerHangers(CellMesh& mesh, const Outline& outline, const Symmetries& group, double cellSide) {
-  for (;;) {
-    std::vector<bool> hanging = CornerSearch(mesh, outline).hangers();
-    mesh.cellImages(group, cellSide).spread(hanging);
-    std::vector<MeshCell> kept;
-    for (std::size_t i = 0; i < mesh.cells.size(); ++i)
-      if (!hanging[i]) kept.push_back(mesh.cells[i]);
-    if (kept.size() == mesh.cells.size()) return;
-    mesh.cells = std::move(kept);
-  }
-}
-
 void dropUnusedNodes(CellMesh& mesh) {
   std::vector<int> number(mesh.nodes.size(), -1);
   std::vector<Spot> used;
@@ -278,7 +283,27 @@ bool Lattice::hasNode(Spot p) const {
   return std::fabs(row - whole) < kNear && std::fabs(column - std::round(column)) < kNear;
 }
 
-Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells,
+double CellSpan::inside(const std::vector<double>& places) const {
+  double sum = 0;
+  for (std::size_t i = 0; i + 1 < places.size(); i += 2)
+    sum += std::max(0.0, std::min(to, places[i + 1]) - std::max(from, places[i]));
+  return sum;
+}
+
+CellSpan spanAt(const MeshCell& cell, const std::vector<Spot>& nodes, double y) {
+  CellSpan span{1e30, -1e30};
+  for (int k = 0; k < cell.corners; ++k) {
+    const Spot a = nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
+    const Spot b =
+        nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>((k + 1) % cell.corners)])];
+    if ((a.y > y) == (b.y > y)) continue;
+    const double x = a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x);
+    span = {std::min(span.from, x), std::max(span.to, x)};
+  }
+  return span.from < span.to ? span : CellSpan{};
+}
+
+Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, double leastShare, int mostCells,
                              const Symmetries& group) {
   const LatticeFrame frame(outline.box(), lattice);
   if (static_cast<double>(frame.columns) * frame.rows > mostCells)
@@ -291,10 +316,26 @@ Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int
     }
   CellFilter filter(mesh, outline);
   lattice.triangles ? addTriangles(filter, frame) : addSquares(filter, frame);
-  filter.finish(group, lattice.across);
+  filter.finish(group, lattice.across, leastShare);
   dropCornerHangers(mesh, outline, group, lattice.across);
   dropUnusedNodes(mesh);
   return mesh;
+}
+
+void dropCells(CellMesh& mesh, const std::vector<bool>& dropped) {
+  std::vector<MeshCell> kept;
+  for (std::size_t i = 0; i < mesh.cells.size(); ++i)
+    if (!dropped[i]) kept.push_back(mesh.cells[i]);
+  mesh.cells = std::move(kept);
+}
+
+void dropCornerHangers(CellMesh& mesh, const Outline& outline, const Symmetries& group, double cellSide) {
+  for (std::size_t before = 0; before != mesh.cells.size();) {
+    before = mesh.cells.size();
+    std::vector<bool> hanging = CornerSearch(mesh, outline).hangers();
+    mesh.cellImages(group, cellSide).spread(hanging);
+    dropCells(mesh, hanging);
+  }
 }
 
 void dropSpecks(CellMesh& mesh, const Outline& outline, const Images& images) {
@@ -322,10 +363,7 @@ void dropSpecks(CellMesh& mesh, const Outline& outline, const Images& images) {
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
     dropped.push_back(isSpeck(cell) && held.count(partAt(cell)) != 0);
   images.spread(dropped);
-  std::vector<MeshCell> kept;
-  for (std::size_t cell = 0; cell < mesh.cells.size(); ++cell)
-    if (!dropped[cell]) kept.push_back(mesh.cells[cell]);
-  mesh.cells = std::move(kept);
+  dropCells(mesh, dropped);
   dropUnusedNodes(mesh);
 }
 

@@ -1,4 +1,4 @@
-// Cells that fill an outline: squares or triangles of a regular lattice, by their centres.
+// Cells that fill an outline: squares or triangles of a regular lattice.
 #pragma once
 
 #include <array>
@@ -24,6 +24,7 @@ struct Lattice {
   double across = 0;   // from node to node in a row
   double rowStep = 0;  // from row to row
 
+  double cellArea() const { return across * rowStep / (triangles ? 2 : 1); }
   /// Whether there is a node at `p`.
   bool hasNode(Spot p) const;
 };
@@ -43,11 +44,25 @@ struct CellMesh {
   Images cellImages(const Symmetries& group, double cellSide) const;
 };
 
-/// The lattice's cells whose centres lie inside the outline, without those that hang on by a corner only; as
-/// symmetrical as the group, which the lattice must allow. Fails when a lattice would have more than
-/// `mostCells` cells in the outline's box.
-Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, int mostCells,
+/// Where a level line lies in a cell; without length where it does not.
+struct CellSpan {
+  double from = 0, to = 0;
+  /// How much of it lies between the first and the second of the places, the third and the fourth ...
+  double inside(const std::vector<double>& places) const;
+};
+CellSpan spanAt(const MeshCell& cell, const std::vector<Spot>& nodes, double y);
+
+/// The lattice's cells that lie inside the outline by `leastShare` of their areas or more, without those that
+/// hang on by a corner only; as symmetrical as the group, which the lattice must allow. Fails when a lattice
+/// would have more than `mostCells` cells in the outline's box.
+Result<CellMesh> fillOutline(const Outline& outline, const Lattice& lattice, double leastShare, int mostCells,
                              const Symmetries& group);
+
+/// Drops the flagged cells; nodes stay.
+void dropCells(CellMesh& mesh, const std::vector<bool>& dropped);
+
+/// Drops the cells that hang on by a corner only; nodes stay.
+void dropCornerHangers(CellMesh& mesh, const Outline& outline, const Symmetries& group, double cellSide);
 
 /// Drops the islands of a square or two triangles, as thin tips of an outline leave them, where a much
 /// larger island lies in the same part of the outline. `images` are those of the mesh's cells.

@@ -50,6 +50,20 @@ void CustomShape::deleteLine(int line) {
   for (auto& column : ShapeLineEnds) column[static_cast<std::size_t>(line)] = kDeletedSlot;
 }
 
+void CustomShape::joinPoints(int kept, int gone) {
+  for (int line = 1; line <= ShapeLineCount; ++line)
+    for (const int end : {0, 1}) {
+      if (lineEnd(end, line) != gone) continue;
+      const int other = lineEnd(1 - end, line);
+      if (other == kept || other == gone || lineBetween(kept, other) != 0)
+        deleteLine(line);
+      else
+        ShapeLineEnds[static_cast<std::size_t>(end)][static_cast<std::size_t>(line)] =
+            static_cast<float>(kept);
+    }
+  deletePoint(gone);
+}
+
 int CustomShape::lineBetween(int a, int b) const {
   for (int line = 1; line <= ShapeLineCount; ++line) {
     const int first = lineEnd(0, line), second = lineEnd(1, line);
@@ -66,6 +80,20 @@ int CustomShape::pointNear(float x, float y, float reach) const {
     if (dx * dx + dy * dy <= static_cast<double>(reach) * reach) return point;
   }
   return 0;
+}
+
+int CustomShape::nearestPoint(float x, float y, float reach) const {
+  int best = 0;
+  double least = static_cast<double>(reach) * reach;
+  for (int point = 1; point <= ShapePointCount; ++point) {
+    if (!pointIsLive(point)) continue;
+    const double dx = static_cast<double>(ShapeX[static_cast<std::size_t>(point)]) - x;
+    const double dy = static_cast<double>(ShapeY[static_cast<std::size_t>(point)]) - y;
+    if (dx * dx + dy * dy > least || (best != 0 && dx * dx + dy * dy == least)) continue;
+    least = dx * dx + dy * dy;
+    best = point;
+  }
+  return best;
 }
 
 float CustomShape::surfaceLeft() const { return std::max(0.0F, (kShapeWidth - surfaceWidth) / 2); }

@@ -28,6 +28,7 @@ struct CustomShape {
   std::array<std::vector<float>, 2> ShapeLineEnds;  // point numbers of first and second ends
 
   float surfaceWidth = kShapeWidth, surfaceHeight = kShapeHeight;
+  bool smooth = false;  // its lines are drawn as curves, see smooth_lines.h
 
   bool pointIsLive(int point) const;
   /// Whether the line is there and both its ends are live points.
@@ -40,11 +41,18 @@ struct CustomShape {
   /// Deletes the point and every line that ends on it.
   void deletePoint(int point);
   void deleteLine(int line);
+  /// Leads the lines of `gone` to `kept` and deletes it; lines that would have no length or be there twice
+  /// go.
+  void joinPoints(int kept, int gone);
 
   /// The live line between two points, in either order; 0 when there is none.
   int lineBetween(int a, int b) const;
   /// The lowest-numbered live point within `reach` of a position; 0 when there is none.
   int pointNear(float x, float y, float reach) const;
+
+  /// The nearest live point within `reach` of a position, the lowest-numbered of equals; 0 when there is
+  /// none.
+  int nearestPoint(float x, float y, float reach) const;
 
   /// Where the shape surface stands in the picture: centred, or at the left and top edge when it is larger.
   float surfaceLeft() const;

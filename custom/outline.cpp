@@ -55,6 +55,11 @@ std::vector<double> Outline::crossingsAt(double y) const {
   return places;
 }
 
+bool Outline::contains(Spot p) const {
+  const std::vector<double> places = crossingsAt(p.y);
+  return (std::upper_bound(places.begin(), places.end(), p.x) - places.begin()) % 2 != 0;
+}
+
 std::vector<int> Outline::sidesNear(Spot p, double reach) const {
   std::vector<int> near;
   for (std::size_t i = 0; i < sides_.size(); ++i)

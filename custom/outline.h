@@ -41,6 +41,7 @@ class Outline {
   /// Where the level line at height y passes the outline, in ascending order: an even number of places.
   /// Inside lies between the first and the second, the third and the fourth ...
   std::vector<double> crossingsAt(double y) const;
+  bool contains(Spot p) const;
 
   /// Numbers of the sides that come within `reach` of a spot.
   std::vector<int> sidesNear(Spot p, double reach) const;

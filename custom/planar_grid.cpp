@@ -10,16 +10,9 @@
 
 namespace lorivan {
 
-ShapeLines::ShapeLines(const CustomShape& shape) {
-  for (std::size_t point = 1; point <= static_cast<std::size_t>(shape.ShapePointCount); ++point)
-    spots.push_back({shape.ShapeX[point], shape.ShapeY[point]});
-  for (int line = 1; line <= shape.ShapeLineCount; ++line)
-    if (shape.lineIsLive(line)) lines.push_back({shape.lineEnd(0, line) - 1, shape.lineEnd(1, line) - 1});
-}
-
 Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridView& view) {
   const ShapeMapping mapping(shape, view);
-  ShapeLines drawn(shape);
+  ShapeLines drawn(shape, kCoarseCurves);
   // Joined in units of the picture, where a distance is the same in every direction; x is that of the grid.
   for (Spot& spot : drawn.spots)
     spot = {mapping.gridX(spot.x), mapping.gridY(spot.y) / mapping.heightFactor()};

@@ -4,6 +4,7 @@
 #include "base/result.h"
 #include "custom/arrangement.h"
 #include "custom/custom_shape.h"
+#include "custom/smooth_lines.h"
 #include "graph/graph.h"
 
 namespace lorivan {
@@ -12,16 +13,9 @@ namespace lorivan {
 inline constexpr double kJoinReach = 3.5;
 inline constexpr std::int16_t kCustomCellSize = 20;
 
-/// The live lines of a shape as spots and pairs of spots, in shape units.
-struct ShapeLines {
-  explicit ShapeLines(const CustomShape& shape);
-  std::vector<Spot> spots;
-  std::vector<NodePair> lines;
-};
-
-/// Makes the shape's live lines the graph's lines, all ordinary, split and joined so that the graph is plane,
-/// and clears NoGrid. The points are not collected yet (DrawGrid does). Fails, with the graph as it was, on a
-/// shape without lines and on one that would give more lines than the table holds.
+/// Makes the shape's live lines, curves in short pieces, the graph's lines, all ordinary, split and joined so
+/// that the graph is plane, and clears NoGrid. The points are not collected yet (DrawGrid does). Fails, with
+/// the graph as it was, on a shape without lines and on one that would give more lines than the table holds.
 Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridView& view);
 
 /// The graph's points, each once, and lines of Kind other than 0, each once, as a shape over the view. Fails

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/numbers.h"
+#include "custom/smooth_lines.h"
 
 namespace lorivan {
 namespace {
@@ -12,6 +13,7 @@ namespace {
 constexpr Colour kLineColour = makeColour(30, 60, 150);
 constexpr Colour kPointColour = makeColour(0, 0, 0);
 constexpr Colour kBandColour = makeColour(210, 60, 30);
+constexpr Colour kAxisColour = makeColour(235, 150, 90);
 constexpr Colour kAlignmentColour = makeColour(200, 210, 225);
 
 std::string usedUp(int most, const char* what) {
@@ -70,10 +72,31 @@ ShapeEditor::Position ShapeEditor::constrained(int Shift, Position end) const {
   return {press_.x, end.y};
 }
 
+/// Where a point may be put: snapped, within the margins, with all its images; on an axis where it would come
+/// to lie closer to its own image than can be told apart.
 ShapeEditor::Position ShapeEditor::settled(Position end) const {
   if (snap_)
     end = {snapped(end.x, shape_.surfaceWidth, divisions_), snapped(end.y, shape_.surfaceHeight, divisions_)};
-  return {clamped(end.x, shape_.surfaceWidth), clamped(end.y, shape_.surfaceHeight)};
+  end = {clamped(end.x, shape_.surfaceWidth), clamped(end.y, shape_.surfaceHeight)};
+  const SheetSymmetry images = symmetry();
+  if (images.isNone()) return end;
+  const Spot low{kShapeNearMargin, kShapeNearMargin};
+  const Spot high{shape_.surfaceWidth - kShapeFarMargin, shape_.surfaceHeight - kShapeFarMargin};
+  const Spot at = images.ontoAxis(images.within({end.x, end.y}, low, high), kHitRadius);
+  return {static_cast<float>(at.x), static_cast<float>(at.y)};
+}
+
+SheetSymmetry ShapeEditor::symmetry() const {
+  return {chosenSymmetry_, {shape_.surfaceWidth / 2.0, shape_.surfaceHeight / 2.0}};
+}
+
+Spot ShapeEditor::place(int point) const {
+  return {shape_.ShapeX[static_cast<std::size_t>(point)], shape_.ShapeY[static_cast<std::size_t>(point)]};
+}
+
+void ShapeEditor::put(int point, Spot at) {
+  shape_.ShapeX[static_cast<std::size_t>(point)] = static_cast<float>(at.x);
+  shape_.ShapeY[static_cast<std::size_t>(point)] = static_cast<float>(at.y);
 }
 
 ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y) {
@@ -85,9 +108,7 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y)
   const Position end = constrained(Shift, {X, Y});
   ShapeEdit edit;
   if (const int moved = std::exchange(movedPoint_, 0); moved != 0) {
-    const Position place = settled(end);
-    shape_.ShapeX[static_cast<std::size_t>(moved)] = place.x;
-    shape_.ShapeY[static_cast<std::size_t>(moved)] = place.y;
+    move(moved, end);
     edit.outlineChanged = true;
     return edit;
   }
@@ -99,48 +120,98 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y)
   return edit;
 }
 
+/// The point that is the image of another by a map, the point itself by the identity; 0 when there is none.
+int ShapeEditor::imageOf(int point, const Isometry& map) const {
+  const Spot from = place(point), to = map(from);
+  if (distance(from, to) == 0) return point;
+  return shape_.nearestPoint(static_cast<float>(to.x), static_cast<float>(to.y), kHitRadius);
+}
+
+/// The point at a place, a new one when there is none near; false when no more points can be held.
+bool ShapeEditor::imageAt(Spot at, int& point) {
+  const auto x = static_cast<float>(at.x), y = static_cast<float>(at.y);
+  point = shape_.nearestPoint(x, y, kHitRadius);
+  if (point == 0) point = shape_.addPoint(x, y);
+  return point != 0;
+}
+
 void ShapeEditor::clickAt(Position at, bool fills, ShapeEdit& edit) {
   const int point = shape_.pointNear(at.x, at.y, kHitRadius);
   if (point == 0 && fills) edit.fill = PointF{at.x, at.y};
   if (point == 0) return;
-  shape_.deletePoint(point);
+  std::vector<int> images;
+  const SheetSymmetry group = symmetry();
+  for (const Isometry& map : group.maps()) images.push_back(imageOf(point, map));
+  for (const int image : images)
+    if (image != 0 && shape_.pointIsLive(image)) shape_.deletePoint(image);
   edit.outlineChanged = true;
+}
+
+/// The images follow. With a symmetry a point on an axis stays on it, and points that meet become one.
+void ShapeEditor::move(int point, Position to) {
+  const SheetSymmetry group = symmetry();
+  const Position end = settled(to);
+  const Spot goal = group.heldLike({end.x, end.y}, place(point));
+  std::vector<int> images;
+  for (const Isometry& map : group.maps()) images.push_back(imageOf(point, map));
+  for (std::size_t g = images.size(); g-- > 0;)
+    if (images[g] != 0) put(images[g], group.maps()[g](goal));
+  if (group.isNone()) return;
+  constexpr double kMet = 0.01;
+  for (const int image : images)
+    for (int other = 1; image != 0 && other <= shape_.ShapePointCount; ++other)
+      if (other != image && shape_.pointIsLive(image) && shape_.pointIsLive(other) &&
+          distance(place(image), place(other)) < kMet)
+        shape_.joinPoints(image, other);
 }
 
 /// The point under the mouse, else one where a new point would come to lie.
 void ShapeEditor::drag(Position to, ShapeEdit& edit) {
-  const Position place = settled(to);
+  const Position end = settled(to);
   int target = shape_.pointNear(to.x, to.y, kHitRadius);
-  if (target == 0) target = shape_.pointNear(place.x, place.y, kHitRadius);
+  if (target == 0) target = shape_.pointNear(end.x, end.y, kHitRadius);
   const int source = shape_.pointNear(press_.x, press_.y, kHitRadius);
-  if (target == 0)
-    appendPoint(source, place, edit);
-  else if (source != 0 && source != target)
-    toggleLine(source, target, edit);
+  if (target != 0 && (source == 0 || source == target)) return;
+  const bool done = target == 0 ? appendPoint(source, end) : toggleLine(source, target);
+  if (done)
+    edit.outlineChanged = true;
+  else
+    refuse(edit);
 }
 
-void ShapeEditor::toggleLine(int from, int to, ShapeEdit& edit) {
-  if (const int line = shape_.lineBetween(from, to); line != 0) {
-    shape_.deleteLine(line);
-  } else if (shape_.addLine(from, to) == 0) {
-    edit.refusal = usedUp(kMostShapeLines, "lines");
-    return;
-  }
-  edit.outlineChanged = true;
+/// Nothing of an edit stays that the tables have no room for.
+void ShapeEditor::refuse(ShapeEdit& edit) {
+  edit.refusal = shape_.ShapeLineCount >= kMostShapeLines ? usedUp(kMostShapeLines, "lines")
+                                                          : usedUp(kMostShapePoints, "points");
+  shape_ = undo_;
 }
 
-void ShapeEditor::appendPoint(int from, Position at, ShapeEdit& edit) {
-  if (from != 0 && shape_.ShapeLineCount >= kMostShapeLines) {
-    edit.refusal = usedUp(kMostShapeLines, "lines");
-    return;
+/// All images of the line go or come with it; false when there is no room for them.
+bool ShapeEditor::toggleLine(int from, int to) {
+  const bool goes = shape_.lineBetween(from, to) != 0;
+  const SheetSymmetry group = symmetry();
+  for (const Isometry& map : group.maps()) {
+    int first = imageOf(from, map), second = imageOf(to, map);
+    if (!goes && first == 0 && !imageAt(map(place(from)), first)) return false;
+    if (!goes && second == 0 && !imageAt(map(place(to)), second)) return false;
+    if (first == second || first == 0 || second == 0) continue;
+    const int line = shape_.lineBetween(first, second);
+    if (goes && line != 0) shape_.deleteLine(line);
+    if (!goes && line == 0 && shape_.addLine(first, second) == 0) return false;
   }
+  return true;
+}
+
+/// A point, a line to it from another, and their images; false when there is no room for them.
+bool ShapeEditor::appendPoint(int from, Position at) {
+  if (from != 0 && shape_.ShapeLineCount >= kMostShapeLines) return false;
   const int point = shape_.addPoint(at.x, at.y);
-  if (point == 0) {
-    edit.refusal = usedUp(kMostShapePoints, "points");
-    return;
-  }
-  if (from != 0) shape_.addLine(from, point);
-  edit.outlineChanged = true;
+  if (point == 0) return false;
+  if (from != 0) return toggleLine(from, point);
+  const SheetSymmetry group = symmetry();
+  for (const Isometry& map : group.maps())
+    if (int image = imageOf(point, map); image == 0 && !imageAt(map(place(point)), image)) return false;
+  return true;
 }
 
 PointI ShapeEditor::pixel(const Surface& surface, float x, float y) const {
@@ -168,19 +239,41 @@ void ShapeEditor::drawAlignmentGrid(Surface& surface) const {
 void ShapeEditor::RedrawCustom(Surface& surface) const {
   const GridView view(0.8F, surface.width());
   if (alignmentGrid_) drawAlignmentGrid(surface);
+  drawAxes(surface);
   const auto at = [&](int point) {
     return pixel(surface, shape_.ShapeX[static_cast<std::size_t>(point)],
                  shape_.ShapeY[static_cast<std::size_t>(point)]);
   };
-  for (int line = 1; line <= shape_.ShapeLineCount; ++line)
-    if (shape_.lineIsLive(line))
-      surface.segment(at(shape_.lineEnd(0, line)), at(shape_.lineEnd(1, line)),
-                      {view.penWidth(2), kLineColour, false});
+  const auto atSpot = [&](Spot spot) {
+    return pixel(surface, static_cast<float>(spot.x), static_cast<float>(spot.y));
+  };
+  const ShapeLines drawn(shape_);
+  for (const auto& [first, second] : drawn.lines)
+    surface.segment(atSpot(drawn.spots[static_cast<std::size_t>(first)]),
+                    atSpot(drawn.spots[static_cast<std::size_t>(second)]),
+                    {view.penWidth(2), kLineColour, false});
   for (int point = 1; point <= shape_.ShapePointCount; ++point)
     if (shape_.pointIsLive(point)) surface.dot(at(point), view.penWidth(7), kPointColour);
-  if (rubberBand_)
-    surface.segment(pixel(surface, press_.x, press_.y), pixel(surface, rubberEnd_.x, rubberEnd_.y),
-                    {view.penWidth(1), kBandColour, false});
+  if (rubberBand_) drawRubberBand(surface, {view.penWidth(1), kBandColour, false});
+}
+
+void ShapeEditor::drawRubberBand(Surface& surface, const Pen& pen) const {
+  const SheetSymmetry group = symmetry();
+  for (const Isometry& map : group.maps()) {
+    const Spot from = map(Spot{press_.x, press_.y}), to = map(Spot{rubberEnd_.x, rubberEnd_.y});
+    surface.segment(pixel(surface, static_cast<float>(from.x), static_cast<float>(from.y)),
+                    pixel(surface, static_cast<float>(to.x), static_cast<float>(to.y)), pen);
+  }
+}
+
+/// From the middle to beyond the sheet's border.
+void ShapeEditor::drawAxes(Surface& surface) const {
+  const float x = shape_.surfaceWidth / 2, y = shape_.surfaceHeight / 2;
+  const double far = shape_.surfaceWidth + static_cast<double>(shape_.surfaceHeight);
+  for (const Spot ray : symmetry().rays())
+    surface.segment(pixel(surface, x, y),
+                    pixel(surface, static_cast<float>(x + far * ray.x), static_cast<float>(y + far * ray.y)),
+                    {1, kAxisColour, true});
 }
 
 }  // namespace lorivan

@@ -2,13 +2,16 @@
 //
 // A left drag from nothing to nothing makes a point, one from a point makes a point and a line to it, one
 // between two points makes their line or takes it away; a click on a point deletes it; a right drag moves it.
-// A left click with Ctrl between points asks for the region there.
+// With a symmetry all images of the points follow. A left click with Ctrl between points asks for the region
+// there.
 #pragma once
 
 #include <optional>
 #include <string>
 
 #include "custom/custom_shape.h"
+#include "custom/sheet_symmetry.h"
+#include "platform/mouse.h"
 #include "platform/surface.h"
 
 namespace lorivan {
@@ -33,7 +36,6 @@ struct ShapeEdit {
 
 class ShapeEditor {
  public:
-  enum MouseButtons { kLeftButton = 1, kRightButton = 2 };
   /// Bits of the mouse calls' Shift argument.
   enum ShiftBits { kShiftKey = 1, kCtrlKey = 2, kAltKey = 4 };
 
@@ -49,6 +51,10 @@ class ShapeEditor {
   /// Divisions of the surface in each direction, for snapping and the alignment grid: one more than there are
   /// lines. Held at 1 or more.
   void setDivisions(int divisions) { divisions_ = divisions < 1 ? 1 : divisions; }
+
+  /// About the middle of the sheet.
+  void setSymmetry(const Symmetry& symmetry) { chosenSymmetry_ = symmetry; }
+  const Symmetry& chosenSymmetry() const { return chosenSymmetry_; }
 
   // Positions are shape units, see toUnits. A release without a press does nothing.
   void picShape_MouseDown(int Button, int Shift, float X, float Y);
@@ -75,16 +81,26 @@ class ShapeEditor {
 
   Position constrained(int Shift, Position end) const;
   Position settled(Position end) const;
+  SheetSymmetry symmetry() const;
+  Spot place(int point) const;
+  void put(int point, Spot at);
+  int imageOf(int point, const Isometry& map) const;
+  bool imageAt(Spot at, int& point);
   void clickAt(Position at, bool fills, ShapeEdit& edit);
+  void move(int point, Position to);
   void drag(Position to, ShapeEdit& edit);
-  void toggleLine(int from, int to, ShapeEdit& edit);
-  void appendPoint(int from, Position at, ShapeEdit& edit);
+  bool toggleLine(int from, int to);
+  bool appendPoint(int from, Position at);
+  void refuse(ShapeEdit& edit);
+  void drawAxes(Surface& surface) const;
+  void drawRubberBand(Surface& surface, const Pen& pen) const;
   PointI pixel(const Surface& surface, float x, float y) const;
   void drawAlignmentGrid(Surface& surface) const;
 
   CustomShape shape_, undo_;
   bool snap_ = false, alignmentGrid_ = false;
   int divisions_ = 21;
+  Symmetry chosenSymmetry_;
 
   bool pressed_ = false;
   Position press_;

@@ -10,6 +10,7 @@ namespace {
 
 constexpr double kMostTwips = 1e6;
 constexpr double kMostCoordinate = 32767;
+constexpr std::string_view kSmoothWord = "smooth";
 
 /// Takes the text apart into numbers; remembers the first fault and the line that it stands in.
 class ShapeReader {
@@ -35,6 +36,9 @@ class ShapeReader {
     if (!failed() && value != std::floor(value)) fail(std::string(what) + " is not a whole number");
     return failed() ? 0 : static_cast<int>(value);
   }
+
+  /// The next one as it is; empty at the end.
+  std::string_view word() { return nextWord(); }
 
   double fail(const std::string& reason) {
     if (!failed()) fault_ = "line " + std::to_string(line_) + ": " + reason;
@@ -105,6 +109,7 @@ std::string writeShapeText(const CustomShape& shape) {
   out += "\r\n";
   for (std::size_t k = 1; k <= static_cast<std::size_t>(shape.ShapeLineCount); ++k)
     appendPair(out, shape.ShapeLineEnds[0][k], shape.ShapeLineEnds[1][k]);
+  if (shape.smooth) out.append(kSmoothWord).append("\r\n");
   return out;
 }
 
@@ -118,6 +123,7 @@ Result<CustomShape> readShapeText(std::string_view text) {
   readPoints(reader, shape);
   readLines(reader, shape);
   if (reader.failed()) return reader.error();
+  shape.smooth = reader.word() == kSmoothWord;
   return shape;
 }
 

@@ -16,7 +16,8 @@ inline constexpr std::size_t kMostShapeFileBytes = 1 << 20;
 inline constexpr float kTwipsPerUnit = 15;
 
 /// One record on a line, CR LF ends: width and height; number of points; the points; number of lines; the
-/// numbers of each line's two points. Deleted slots are written as they are.
+/// numbers of each line's two points. Deleted slots are written as they are. A smooth shape has the word
+/// "smooth" behind its lines, which other readers pass over.
 std::string writeShapeText(const CustomShape& shape);
 
 /// Values may be separated by any mix of blanks, tabs, commas and line ends; a byte order mark is passed

@@ -1,7 +1,6 @@
 #include "custom/symmetry.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <map>
@@ -13,26 +12,46 @@ namespace lorivan {
 namespace {
 
 struct Matrix {
-  int xx, xy, yx, yy;
+  double xx, xy, yx, yy;
 };
+
+constexpr double kRoot = 0.8660254037844386;  // sine of 60 degrees
 
 // clang-format off
 constexpr Matrix kSame{1, 0, 0, 1}, kHalf{-1, 0, 0, -1}, kLeft{0, -1, 1, 0}, kRight{0, 1, -1, 0},
                  kLeftRight{-1, 0, 0, 1}, kTopBottom{1, 0, 0, -1}, kRising{0, 1, 1, 0}, kFalling{0, -1, -1, 0};
+// Turns by 60, 120, 240 and 300 degrees, and mirrors at axes of 30, 60, 120 and 150 degrees.
+constexpr Matrix kTurn60{0.5, -kRoot, kRoot, 0.5}, kTurn120{-0.5, -kRoot, kRoot, -0.5},
+                 kTurn240{-0.5, kRoot, -kRoot, -0.5}, kTurn300{0.5, kRoot, -kRoot, 0.5},
+                 kAxis30{0.5, kRoot, kRoot, -0.5}, kAxis60{-0.5, kRoot, kRoot, 0.5},
+                 kAxis120{-0.5, -kRoot, -kRoot, 0.5}, kAxis150{0.5, -kRoot, -kRoot, -0.5};
 // clang-format on
 
-/// The groups of quarter turns and mirrorings, larger ones first.
-const std::array<std::vector<Matrix>, 9> kGroups = {{
+/// What squares and triangles have in common, larger groups first.
+const std::vector<std::vector<Matrix>> kCommonGroups = {
+    {kSame, kHalf, kLeftRight, kTopBottom}, {kSame, kLeftRight}, {kSame, kTopBottom}, {kSame, kHalf}};
+
+const std::vector<std::vector<Matrix>> kSquareGroups = {
     {kSame, kHalf, kLeft, kRight, kLeftRight, kTopBottom, kRising, kFalling},
-    {kSame, kHalf, kLeftRight, kTopBottom},
+    kCommonGroups[0],
     {kSame, kHalf, kLeft, kRight},
     {kSame, kHalf, kRising, kFalling},
-    {kSame, kLeftRight},
-    {kSame, kTopBottom},
-    {kSame, kHalf},
+    kCommonGroups[1],
+    kCommonGroups[2],
+    kCommonGroups[3],
     {kSame, kRising},
     {kSame, kFalling},
-}};
+};
+
+/// Those with turns by a third.
+const std::vector<std::vector<Matrix>> kTriangleGroups = {
+    {kSame, kHalf, kLeftRight, kTopBottom, kTurn60, kTurn120, kTurn240, kTurn300, kAxis30, kAxis60, kAxis120,
+     kAxis150},
+    {kSame, kHalf, kTurn60, kTurn120, kTurn240, kTurn300},
+    {kSame, kTurn120, kTurn240, kLeftRight, kAxis30, kAxis150},
+    {kSame, kTurn120, kTurn240, kTopBottom, kAxis60, kAxis120},
+    {kSame, kTurn120, kTurn240},
+};
 
 bool liesOn(const Outline& outline, Spot p, double tolerance) {
   return std::ranges::any_of(outline.sides(), [&](const OutlineSide& side) {
@@ -47,19 +66,47 @@ bool leavesInPlace(const Isometry& map, const Outline& outline, double tolerance
   });
 }
 
-}  // namespace
+/// The middle of all sides by their lengths: every symmetry of the outline leaves it in place.
+Spot middleOfSides(const Outline& outline) {
+  Spot sum;
+  double whole = 0;
+  for (const auto& [a, b] : outline.sides()) {
+    const double side = distance(a, b);
+    sum = sum + (side / 2) * (a + b);
+    whole += side;
+  }
+  return (1 / whole) * sum;
+}
 
-Symmetries symmetriesOf(const Outline& outline, double tolerance) {
-  const GridBox& box = outline.box();
-  const PointI centre{toInt32((box.left + box.right) / 2), toInt32((box.bottom + box.top) / 2)};
-  for (const std::vector<Matrix>& group : kGroups) {
+/// The first of the groups that leaves the outline in place; empty when none does.
+Symmetries firstGroup(const std::vector<std::vector<Matrix>>& groups, Spot centre, const Outline& outline,
+                      double tolerance) {
+  for (const std::vector<Matrix>& group : groups) {
     Symmetries all;
     for (const auto& [xx, xy, yx, yy] : group) all.push_back({xx, xy, yx, yy, centre});
     if (std::all_of(all.begin() + 1, all.end(),
                     [&](const Isometry& map) { return leavesInPlace(map, outline, tolerance); }))
       return all;
   }
-  return {Isometry{.centre = centre}};
+  return {};
+}
+
+}  // namespace
+
+PointI Isometry::operator()(PointI p) const {
+  const Spot image = (*this)(Spot{static_cast<double>(p.x), static_cast<double>(p.y)});
+  return {toInt32(image.x), toInt32(image.y)};
+}
+
+Symmetries symmetriesOf(const Outline& outline, bool triangles, double tolerance) {
+  const GridBox& box = outline.box();
+  const Spot centre{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
+  Symmetries group;
+  if (triangles) group = firstGroup(kTriangleGroups, middleOfSides(outline), outline, tolerance);
+  if (group.empty())
+    group = firstGroup(triangles ? kCommonGroups : kSquareGroups, centre, outline, tolerance);
+  if (group.empty()) group.push_back({.centre = centre});
+  return group;
 }
 
 Images::Images(std::span<const Spot> spots, const Symmetries& group, double grain)

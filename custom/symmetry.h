@@ -1,6 +1,7 @@
 // Ways in which an outline is its own image, so that what fills it can be as symmetrical.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <span>
 #include <vector>
@@ -11,17 +12,13 @@
 
 namespace lorivan {
 
-/// A quarter, half or three-quarter turn or a mirroring, about a centre of whole coordinates.
+/// A turn or a mirroring about a centre.
 struct Isometry {
-  int xx = 1, xy = 0, yx = 0, yy = 1;  // x' = xx x + xy y, y' = yx x + yy y
-  PointI centre;
+  double xx = 1, xy = 0, yx = 0, yy = 1;  // x' = xx x + xy y, y' = yx x + yy y
+  Spot centre;
 
   Spot operator()(Spot p) const {
     const double x = p.x - centre.x, y = p.y - centre.y;
-    return {centre.x + xx * x + xy * y, centre.y + yx * x + yy * y};
-  }
-  PointI operator()(PointI p) const {
-    const int x = p.x - centre.x, y = p.y - centre.y;
     return {centre.x + xx * x + xy * y, centre.y + yx * x + yy * y};
   }
   /// What the isometry lays onto `p`; the inverse of its matrix is the transpose.
@@ -29,15 +26,19 @@ struct Isometry {
     const double x = p.x - centre.x, y = p.y - centre.y;
     return {centre.x + xx * x + yx * y, centre.y + xy * x + yy * y};
   }
-  bool turnsAxes() const { return xx == 0; }
+  /// Whether it lays whole places onto whole places, its centre being whole.
+  bool keepsWhole() const { return xx == std::round(xx) && xy == std::round(xy); }
+  /// The image of a whole place, where it keeps those.
+  PointI operator()(PointI p) const;
 };
 
 /// A group: the first is the identity.
 using Symmetries = std::vector<Isometry>;
 
-/// The largest group about the centre of the outline's box, which must be whole, that leaves the outline
-/// where it is, to within `tolerance`.
-Symmetries symmetriesOf(const Outline& outline, double tolerance);
+/// The largest group of those that a lattice of squares, or of level rows of triangles, can have that leaves
+/// the outline where it is, to within `tolerance`. Its centre is that of the outline's box or, where turns by
+/// a third leave the outline in place, theirs.
+Symmetries symmetriesOf(const Outline& outline, bool triangles, double tolerance);
 
 /// For numbered spots of a regular pattern the numbers of their images.
 class Images {

@@ -22,9 +22,11 @@ struct GridColours {
   Colour along = makeColour(0, 255, 0), across = makeColour(0, 0, 255);
 };
 
-/// Two short strokes through the midpoint along the directions in which strands cross the line there.
+/// Two short strokes through the midpoint along the directions in which strands cross the line there: 0.4
+/// cells long, or 0.8 of a line that is shorter than half a cell.
 void drawCrossingMark(const GridLine& line, double cell, double moved, Surface& surface, const GridView& view,
                       const GridColours& colours) {
+  cell = std::min(cell, 2 * std::hypot(line.X2 - line.X1, line.Y2 - line.Y1));
   const double s = cell * 0.2 * std::sin(static_cast<double>(line.Angle));
   const double c = cell * 0.2 * std::cos(static_cast<double>(line.Angle));
   const int width = view.penWidth(1);

@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
                            kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent",
-                           kSymmetry = "&Symmetry", kStrands = "S&trands";
+                           kSymmetry = "&Symmetry", kStrands = "S&trands",
+                           kSheetSymmetry = "Draw in s&ymmetry";
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
@@ -119,6 +120,38 @@ constexpr CommandRow strandsRow(std::string_view name, std::string_view text) {
           kStrands};
 }
 
+template <const Symmetry& Which>
+constexpr CommandRow sheetRow(std::string_view name, std::string_view text) {
+  return {name,
+          kShape,
+          text,
+          "",
+          [](Handlers& h) { h.mnuSheetSymmetry_Click(Which); },
+          nullptr,
+          [](const Workbench& b) { return b.sheet.symmetry() == Which; },
+          nullptr,
+          false,
+          false,
+          false,
+          kSheetSymmetry};
+}
+
+template <int Turns>
+constexpr CommandRow sheetTurnsRow(std::string_view name, std::string_view text) {
+  return {name,
+          kShape,
+          text,
+          "",
+          [](Handlers& h) { h.mnuSheetTurns_Click(Turns); },
+          nullptr,
+          [](const Workbench& b) { return b.sheet.symmetry().turns == Turns; },
+          nullptr,
+          false,
+          false,
+          false,
+          kSheetSymmetry};
+}
+
 /// Ten styles have a digit for their mnemonic, 0 for the tenth.
 std::string styleText(std::size_t place) {
   const std::string name(presetTable()[place].name);
@@ -216,6 +249,20 @@ constexpr auto kRows = std::to_array<CommandRow>({
      [](const Workbench& b) { return b.sheet.alignmentGrid(); }, nullptr, kSeparator},
     {"mnuShapeSnap", kShape, "Snap &to Grid", "", [](Handlers& h) { h.mnuShapeSnap_Click(); }, nullptr,
      [](const Workbench& b) { return b.sheet.snap(); }},
+    sheetRow<kNoSymmetry>("mnuSheetNone", "&None"), sheetRow<kLeftRight>("mnuSheetLeftRight", "&Left-right"),
+    sheetRow<kTopBottom>("mnuSheetTopBottom", "&Top-bottom"), sheetRow<kBothMirrors>("mnuSheetBoth", "&Both"),
+    sheetTurnsRow<2>("mnuSheetTurns2", "&2-fold turn"), sheetTurnsRow<3>("mnuSheetTurns3", "&3-fold turn"),
+    sheetTurnsRow<4>("mnuSheetTurns4", "&4-fold turn"), sheetTurnsRow<5>("mnuSheetTurns5", "&5-fold turn"),
+    sheetTurnsRow<6>("mnuSheetTurns6", "&6-fold turn"), sheetTurnsRow<7>("mnuSheetTurns7", "&7-fold turn"),
+    sheetTurnsRow<8>("mnuSheetTurns8", "&8-fold turn"), sheetTurnsRow<9>("mnuSheetTurns9", "&9-fold turn"),
+    sheetTurnsRow<10>("mnuSheetTurns10", "1&0-fold turn"), sheetTurnsRow<11>("mnuSheetTurns11", "&11-fold turn"),
+    sheetTurnsRow<12>("mnuSheetTurns12", "12-&fold turn"),
+    {"mnuSheetMirrored", kShape, "Turns &mirrored, too", "", [](Handlers& h) { h.mnuSheetMirrored_Click(); },
+     [](const Workbench& b) { return b.sheet.symmetry().turns > 1; },
+     [](const Workbench& b) { return b.sheet.symmetry().turns > 1 && b.sheet.symmetry().leftRight; },
+     nullptr, false, false, false, kSheetSymmetry},
+    {"mnuShapeSmooth", kShape, "Smoot&h outline", "", [](Handlers& h) { h.mnuShapeSmooth_Click(); }, outlineHasLines,
+     [](const Workbench& b) { return b.sheet.shape().smooth; }},
     {"mnuShapeUndo", kShape, "&Undo", "", [](Handlers& h) { h.mnuShapeUndo_Click(); },
      [](const Workbench& b) { return b.sheet.undoKept(); }, nullptr, nullptr, kSeparator},
     {"mnuShapeLoadOutline", kShape, "Load &outline...", "", [](Handlers& h) { h.mnuShapeLoadOutline_Click(); }, nullptr, nullptr, nullptr, kSeparator},

@@ -112,6 +112,10 @@ class Handlers {
   void mnuShapeFill_Click();
   void mnuShapeGridOnOff_Click();
   void mnuShapeSnap_Click();
+  void mnuSheetSymmetry_Click(const Symmetry& symmetry);
+  void mnuSheetTurns_Click(int turns);
+  void mnuSheetMirrored_Click();
+  void mnuShapeSmooth_Click();
   void mnuShapeUndo_Click();
   void mnuShapeLoadOutline_Click();
   void mnuShapeLoadFile_Click();
@@ -153,6 +157,7 @@ class Handlers {
   void loadFile(const std::string& path);
   void loadKnot(const std::string& path);
   void loadShape(const std::string& path);
+  void drawIn(const Symmetry& symmetry);
   void loadOutline(const std::string& path);
   void loadTracePicture(const std::string& path);
   void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told);

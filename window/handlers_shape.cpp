@@ -88,6 +88,38 @@ void Handlers::mnuShapeSnap_Click() {
   bench_.status(on ? "Points snap to the alignment grid" : "Points stay where they are put");
 }
 
+void Handlers::mnuSheetSymmetry_Click(const Symmetry& symmetry) { drawIn(symmetry); }
+
+void Handlers::drawIn(const Symmetry& symmetry) {
+  bench_.sheet.setSymmetry(symmetry);
+  bench_.bringToFront(Picture::sheet);
+  bench_.sortOut();
+  bench_.status(symmetry.isNone()
+                    ? "Points and lines are drawn by themselves"
+                    : "Points and lines are drawn with all their images, as the pale axes show");
+}
+
+void Handlers::mnuSheetTurns_Click(int turns) {
+  const Symmetry before = bench_.sheet.symmetry();
+  drawIn({before.turns > 1 && before.leftRight, false, turns});
+}
+
+void Handlers::mnuSheetMirrored_Click() {
+  const Symmetry before = bench_.sheet.symmetry();
+  drawIn({!before.leftRight, false, before.turns});
+}
+
+void Handlers::mnuShapeSmooth_Click() {
+  bench_.sheet.SaveUndo();
+  CustomShape shape = bench_.sheet.shape();
+  shape.smooth = !shape.smooth;
+  const bool on = shape.smooth;
+  bench_.step(on ? "Smooth outline" : "Straight lines", withOutline(bench_.document(), std::move(shape)),
+              After::sheet);
+  bench_.bringToFront(Picture::sheet);
+  bench_.status(on ? "Lines are curves through the points; sharp corners stay" : "Lines are straight again");
+}
+
 void Handlers::mnuShapeUndo_Click() {
   bench_.sheet.undo();
   bench_.step("Undo shape", withOutline(bench_.document(), bench_.sheet.shape()), After::sheet);

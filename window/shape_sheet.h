@@ -33,6 +33,9 @@ class ShapeSheet {
   void setAlignmentGrid(bool on) { editor_.setAlignmentGrid(on); }
   bool snap() const { return editor_.snap(); }
   void setSnap(bool on) { editor_.setSnap(on); }
+  /// That edits are made in, about the middle of the sheet.
+  const Symmetry& symmetry() const { return editor_.chosenSymmetry(); }
+  void setSymmetry(const Symmetry& symmetry) { editor_.setSymmetry(symmetry); }
   /// Lines of the alignment grid each way.
   void setLines(int lines) { editor_.setDivisions(lines + 1); }
 

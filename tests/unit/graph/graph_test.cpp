@@ -108,6 +108,11 @@ TEST(DrawGrid, LinesHaveTheirKindsColoursAndAMark) {
   EXPECT_NEAR(green.points[0].x - green.points[1].x, -28, 1);
   EXPECT_NEAR(blue.points[0].x - blue.points[1].x, -28, 1);
   EXPECT_GT((green.points[0].y - green.points[1].y) * (blue.points[1].y - blue.points[0].y), 0);
+
+  graph.CellSize = 200;  // no longer than 0.8 of the line, 40
+  RecordingSurface wide(202, 162);
+  ASSERT_TRUE(DrawGrid(graph, wide, GridView(1, 202), {}));
+  EXPECT_NEAR(wide.calls()[2].points[0].x - wide.calls()[2].points[1].x, -28, 1);
 }
 
 }  // namespace

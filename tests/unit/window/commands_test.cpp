@@ -52,6 +52,9 @@ class CommandsTest : public MainWindowTest {
   Sight symmetric(const Symmetry& symmetry) {
     return [this, symmetry] { return bench().symmetry.inForce() == symmetry; };
   }
+  Sight drawnIn(const Symmetry& symmetry) {
+    return [this, symmetry] { return bench().sheet.symmetry() == symmetry && shows(Picture::sheet); };
+  }
   std::vector<Row> rows();
   std::string words(const CommandRow& row) const {
     std::string all = std::string(row.menu) + (row.submenu.empty() ? "" : ">") + std::string(row.submenu) +
@@ -138,6 +141,16 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuShapeFill", "&Shape|&Fill Outline|", [this] { square(); }, [this] { return lines() > 4 && shows(Picture::flat); }},
     {"mnuShapeGridOnOff", "&Shape|Alignment &Grid|", [this] { pick("mnuShapeView"); }, [this] { return w->surface(kSheet).count(DrawKind::segment) == 40; }},
     {"mnuShapeSnap", "&Shape|Snap &to Grid|", none, [this] { return bench().sheet.snap() && w->commandChecked(w->command("mnuShapeSnap")); }},
+    {"mnuSheetNone", "&Shape>Draw in s&ymmetry|&None|", [this] { pick("mnuSheetBoth"); }, drawnIn(kNoSymmetry)},
+    {"mnuSheetLeftRight", "&Shape>Draw in s&ymmetry|&Left-right|", none, drawnIn(kLeftRight)},
+    {"mnuSheetTopBottom", "&Shape>Draw in s&ymmetry|&Top-bottom|", none, drawnIn(kTopBottom)},
+    {"mnuSheetBoth", "&Shape>Draw in s&ymmetry|&Both|", none, drawnIn(kBothMirrors)}})
+    all.push_back(row);
+  for (int turns = 2; turns <= kMostSheetTurns; ++turns)
+    all.push_back({nullptr, nullptr, none, drawnIn({false, false, turns})});
+  for (Row row : std::vector<Row>{
+    {"mnuSheetMirrored", "&Shape>Draw in s&ymmetry|Turns &mirrored, too|", [this] { pick("mnuSheetTurns5"); }, drawnIn({true, false, 5})},
+    {"mnuShapeSmooth", "&Shape|Smoot&h outline|", [this] { square(); }, [this] { return bench().sheet.shape().smooth && w->commandChecked(w->command("mnuShapeSmooth")); }},
     {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},
     {"mnuShapeLoadOutline", "&Shape|Load &outline...|", answer(drawing), [this] { return bench().sheet.shape().ShapeLineCount == 3 && shows(Picture::sheet); }},
     {"mnuShapeLoadFile", "&Shape|&Load file...|", answer(shape), [this] { return bench().sheet.shape().ShapePointCount == 1 && shows(Picture::sheet); }},

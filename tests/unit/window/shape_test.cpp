@@ -82,6 +82,31 @@ TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   EXPECT_TRUE(at(5, 440, 45));
 }
 
+TEST_F(ShapeTest, ImagesAreDrawnInOneStepAndCurvesFollowThePoints) {
+  start();
+  pick("mnuShapeBlank");
+  pick("mnuSheetTurns6");
+  EXPECT_TRUE(w->commandChecked(commandId("mnuSheetTurns6")));
+  pick("mnuSheetMirrored");
+  EXPECT_EQ(segments(), 12) << "six axes, each from the middle to both sides";
+  drag({20, 20}, {250, 80});
+  drag({250, 80}, {354, 140});  // to the next one
+  EXPECT_EQ(w->status(), "Shape: 6 points, 6 lines, closed: AutoGrid in the Shape menu fills it");
+  pick("mnuSheetNone");
+  EXPECT_EQ(segments(), 6);
+  pick("mnuShapeSmooth");
+  EXPECT_GT(segments(), 36);
+  const auto smooth = document();
+  pick("mnuShapeSmooth");
+  EXPECT_EQ(segments(), 6);
+  pick("mnuEditUndoStep");
+  EXPECT_TRUE(document() == smooth && shape().smooth);
+  pick("mnuEditUndoStep");
+  pick("mnuEditUndoStep");
+  EXPECT_EQ(w->status().find("Undone"), 0U) << w->status();
+  EXPECT_TRUE(shape().ShapePointCount == 6 && shape().ShapeLineCount == 0) << "lines and images are one step";
+}
+
 TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   start();
   drawSquare();
