@@ -54,6 +54,17 @@ void PaperSurface::fill(Colour colour, const char* call, Draw drawIt) {
   draw(GetStockObject(NULL_PEN), made.get(), call, drawIt);
 }
 
+void PaperSurface::beginClip(double left, double right) {
+  const bool clipped =
+      SaveDC(context_) != 0 && IntersectClipRect(context_, static_cast<int>(std::lround(left)), 0,
+                                                 static_cast<int>(std::lround(right)), height_) != ERROR;
+  if (!clipped && fault_.empty()) fault_ = systemFault("IntersectClipRect");
+}
+
+void PaperSurface::endClip() {
+  if (!RestoreDC(context_, -1) && fault_.empty()) fault_ = systemFault("RestoreDC");
+}
+
 void PaperSurface::clear(Colour background) {
   background_ = background;
   const PointI corners[] = {{0, 0}, {width_, 0}, {width_, height_}, {0, height_}};
