@@ -10,7 +10,7 @@ namespace {
 
 using Editor = ShapeEditor;
 
-void drag(Editor& editor, Spot from, Spot to, int button = Editor::kLeftButton) {
+void drag(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
   editor.picShape_MouseDown(button, 0, static_cast<float>(from.x), static_cast<float>(from.y));
   editor.picShape_MouseUp(button, 0, static_cast<float>(to.x), static_cast<float>(to.y));
 }
@@ -62,7 +62,7 @@ TEST(SheetSymmetry, WhateverIsDrawnIsItsOwnImage) {
       if (what < 0.1)
         drag(editor, from, from);
       else
-        drag(editor, from, to, what < 0.3 ? Editor::kRightButton : Editor::kLeftButton);
+        drag(editor, from, to, what < 0.3 ? kRightButton : kLeftButton);
       for (const Isometry& map : {group.maps()[1], group.maps().back()})  // they make all others
 
         ASSERT_TRUE(laidOntoItself(editor.shape(), map))
@@ -84,9 +84,9 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
   EXPECT_EQ(shape.ShapePointCount, 3);
   EXPECT_EQ(shape.lineBetween(1, 2) + shape.lineBetween(1, 3), 1 + 2);
   EXPECT_EQ(shape.ShapeX[3], 150);
-  drag(editor, {250, 100}, {300, 80}, Editor::kRightButton);
+  drag(editor, {250, 100}, {300, 80}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[1] == 250 && shape.ShapeY[1] == 80) << "a point on the axis leaves it";
-  drag(editor, {350, 200}, {252, 240}, Editor::kRightButton);
+  drag(editor, {350, 200}, {252, 240}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[2] == 250 && !shape.pointIsLive(3)) << "images that meet are not joined";
   EXPECT_TRUE(shape.lineIsLive(1) && !shape.lineIsLive(2));
   editor.undo();
