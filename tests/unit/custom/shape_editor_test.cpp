@@ -55,11 +55,11 @@ TEST(ShapeEditor, GesturesMakeMoveJoinAndDelete) {
   const auto withCtrl = [&](int button, Spot from, Spot to) {
     return gesture(editor, button, Editor::kCtrlKey, from, to);
   };
-  const auto fill = withCtrl(Editor::kLeftButton, {300, 150}, {302, 150});
+  const auto fill = withCtrl(kLeftButton, {300, 150}, {302, 150});
   EXPECT_TRUE(fill.fill && fill.fill->x == 302 && !fill.outlineChanged);
-  EXPECT_FALSE(withCtrl(Editor::kRightButton, {300, 150}, {300, 150}).fill);
-  EXPECT_FALSE(withCtrl(Editor::kLeftButton, {300, 150}, {320, 150}).fill) << "a drag";
-  const auto deleted = withCtrl(Editor::kLeftButton, {101, 99}, {101, 99});
+  EXPECT_FALSE(withCtrl(kRightButton, {300, 150}, {300, 150}).fill);
+  EXPECT_FALSE(withCtrl(kLeftButton, {300, 150}, {320, 150}).fill) << "a drag";
+  const auto deleted = withCtrl(kLeftButton, {101, 99}, {101, 99});
   EXPECT_TRUE(!deleted.fill && deleted.outlineChanged) << "a point is there";
 }
 
@@ -113,7 +113,7 @@ TEST(ShapeEditor, AClickDeletesTheFirstPointNearAndNothingElse) {
         expected.deletePoint(point);
       }
       deleted += expected == shape ? 0 : 1;
-      gesture(editor, Editor::kLeftButton, mode / 2 != 0 ? Editor::kShiftKey : 0, {x, y}, {x, y});
+      gesture(editor, kLeftButton, mode / 2 != 0 ? Editor::kShiftKey : 0, {x, y}, {x, y});
       ASSERT_TRUE(editor.shape() == expected) << x << ',' << y << " mode " << mode;
       editor.undo();
       ASSERT_TRUE(editor.shape() == shape);
@@ -139,6 +139,15 @@ TEST(ShapeEditor, ClicksAndTargetsAreWhereTheMouseIs) {
     click(editor, {22, 392});
     EXPECT_FALSE(editor.shape().pointIsLive(1));
   }
+  Editor level;
+  for (const Spot at : {Spot{100, 100}, Spot{300, 130}}) drag(level, {200, 300}, at);
+  const auto withShift = [&](Spot from, Spot to) {
+    gesture(level, kLeftButton, Editor::kShiftKey, from, to);
+  };
+  withShift({100, 100}, {300, 129});
+  EXPECT_EQ(level.shape().lineBetween(1, 2), 1) << "the point under the mouse, though it is not level";
+  withShift({100, 100}, {106, 105});
+  EXPECT_TRUE(level.shape().pointIsLive(1)) << "a drag of eight units is no click";
 }
 
 TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {
