@@ -134,6 +134,8 @@ bool PaperSurface::addContour(const std::vector<PointF>& contour) {
 }
 
 void PaperSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  // GDI takes a path without a line for a mistake.
+  if (std::none_of(contours.begin(), contours.end(), [](const auto& c) { return c.size() >= 4; })) return;
   SetPolyFillMode(context_, WINDING);
   fill(colour, "FillPath", [&] {
     return BeginPath(context_) &&

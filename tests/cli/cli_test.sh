@@ -217,6 +217,8 @@ expect 0 "" square.qzd -o again.svg
 same square.svg again.svg
 expect 0 "" square.qzc --set vtGridSize=4 -o triangles.svg
 cmp -s square.svg triangles.svg && fault "squares and triangles are equal"
+expect 0 "" square.qzc --sweep vtGridSize=3..4 -o 'square-%d.svg' -o 'square-%d.qzd'
+same square-4.svg triangles.svg
 echo '7500,6000 4 50,50 440,50 440,340 50,340 4 1,2 2,3 3,4 4,1' >large.qzc
 expect 4 "This knot would be too complicated. Reduce the AG factor and try again" large.qzc \
   --set vtGridSize=50 -o never.svg
