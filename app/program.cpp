@@ -1,8 +1,7 @@
 // The program from its arguments to its exit status.
-#include <csignal>
 #include <iostream>
 
-#include "base/sink.h"
+#include "base/system_files.h"
 #include "cli/command_line.h"
 #include "cli/make_files.h"
 #include "design/version.h"
@@ -13,18 +12,6 @@
 namespace lorivan {
 
 namespace {
-
-/// The first interruption ends the run in order, without scraps; the next one ends it at once.
-void onInterrupt(int signal) {
-  FileSink::interruptAll();
-  std::signal(signal, SIG_DFL);
-}
-
-int makeFilesInOrder(Platform& platform, const CommandLine& line) {
-  std::signal(SIGINT, onInterrupt);
-  std::signal(SIGTERM, onInterrupt);
-  return makeFiles(platform, line, std::cerr);
-}
 
 /// What was asked for on the standard output; a status when it could not be written there.
 int print(const std::string& text) {
@@ -49,6 +36,7 @@ int openWindow(Platform& platform, const CommandLine& line) {
 }  // namespace
 
 int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
+  removeScrapsAtEnd();
   const auto line = parseCommandLine(arguments);
   if (!line) {
     std::cerr << "lorivan: " << line.error().message << "\nlorivan --help tells more.\n";
@@ -62,7 +50,7 @@ int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
     case CommandKind::list:
       return print(listText(line->listed));
     case CommandKind::makeFiles:
-      return makeFilesInOrder(platform, *line);
+      return makeFiles(platform, *line, std::cerr);
     case CommandKind::check:
       return checkKnot(platform, *line, std::cout, std::cerr);
     case CommandKind::window:

@@ -1,7 +1,6 @@
 // Where a writer's bytes go: memory, or a file that appears only when it is complete.
 #pragma once
 
-#include <fstream>
 #include <functional>
 #include <memory>
 #include <span>
@@ -9,6 +8,7 @@
 #include <string_view>
 
 #include "base/result.h"
+#include "base/system_files.h"
 
 namespace lorivan {
 
@@ -38,9 +38,10 @@ class MemorySink final : public Sink {
   std::string bytes;
 };
 
-/// A file written under a temporary name beside its target and renamed by commit(). Without commit() the
-/// temporary file is removed and an existing target stays as it was. A target that is a device or a pipe is
-/// written in place. Paths are UTF-8.
+/// A file written under a temporary name beside its target, on the disk before commit() renames it. Without
+/// commit() the temporary file is removed and an existing target stays as it was. A target that is a device
+/// or a pipe is written in place. A program that was killed leaves its temporary file to the next one that
+/// writes into the same folder, which removes it. Paths are UTF-8.
 class FileSink final : public Sink {
  public:
   static Result<std::unique_ptr<FileSink>> create(const std::string& path);
@@ -59,21 +60,20 @@ class FileSink final : public Sink {
   /// was there before. What went to a device or a pipe stays there.
   static Status commitAll(std::span<const std::unique_ptr<FileSink>> sinks);
 
-  /// Every write and commit from now on fails, so that a run that is to end early leaves nothing behind. May
-  /// be called from a signal handler.
-  static void interruptAll();
-
  private:
-  FileSink(std::string target, std::string temporary);
-  void fail();
+  FileSink(std::string target, bool inPlace);
+  Status open();
+  void takeNote(const Status& status);
+  void writeOut();
   Status takeName();
   bool keepFormer();
   void giveNameBack();
-  bool inPlace() const { return temporary_ == target_; }
+  bool inPlace() const { return temporary_.empty(); }
 
-  std::ofstream stream_;
+  OutputFile file_;
+  std::string waiting_;    // not yet written
   std::string target_;     // links already followed
-  std::string temporary_;  // same as target_ for a device or a pipe
+  std::string temporary_;  // none for a device or a pipe
   std::string failure_;
   std::string former_;  // the file that had the name, while it is kept aside
   bool closed_ = false;
@@ -86,6 +86,8 @@ Status writeFile(const std::string& path, std::string_view bytes);
 /// Reads a whole file of at most `limit` bytes. The error is the reason alone ("it is a folder", "Permission
 /// denied", "it is larger than ... bytes"), without the file's name.
 Result<std::string> readFile(const std::string& path, std::size_t limit);
+/// The same for files that the program looks for by itself: it would wait for a pipe or a device for ever.
+Result<std::string> readRegularFile(const std::string& path, std::size_t limit);
 
 bool fileExists(const std::string& path);
 /// False when it is still there.

@@ -279,7 +279,7 @@ bool BorderFit::cutFlatCorners() {
     MeshCell cell = mesh_.cells[i];
     if (cutAt[i] >= 0 && cell.corners == 3) continue;
     if (cutAt[i] >= 0) {
-      std::ranges::rotate(cell.node, std::ranges::find(cell.node, cutAt[i]) + 1);
+      std::rotate(cell.node.begin(), std::ranges::find(cell.node, cutAt[i]) + 1, cell.node.end());
       cell.corners = 3;
     }
     kept.push_back(cell);

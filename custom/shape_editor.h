@@ -11,6 +11,7 @@
 
 #include "custom/custom_shape.h"
 #include "custom/sheet_symmetry.h"
+#include "platform/mouse.h"
 #include "platform/surface.h"
 
 namespace lorivan {
@@ -35,7 +36,6 @@ struct ShapeEdit {
 
 class ShapeEditor {
  public:
-  enum MouseButtons { kLeftButton = 1, kRightButton = 2 };
   /// Bits of the mouse calls' Shift argument.
   enum ShiftBits { kShiftKey = 1, kCtrlKey = 2, kAltKey = 4 };
 

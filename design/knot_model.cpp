@@ -89,7 +89,7 @@ Status writeModelFile(const ExportFormat& format, Platform& platform, const Knot
                       const KnotFields& fields, const TubeModel& model, const ModelFileOptions& options,
                       Sink& sink) {
   const auto pattern =
-      readFile(platform.programFolder() + "/" + std::string(kPovTemplateName), kLargestTemplate);
+      readRegularFile(platform.programFolder() + "/" + std::string(kPovTemplateName), kLargestTemplate);
   ExportScene scene{model, knot.curve};
   scene.startColour = fields.whole(Param::StartColour);
   scene.background = BColor(fields.boxes, fields.whole(Param::PicKnotBackColour));

@@ -5,6 +5,6 @@
 
 namespace lorivan {
 
-inline constexpr std::string_view kVersion = "3.44k";
+extern const std::string_view kVersion;
 
 }  // namespace lorivan

@@ -1,8 +1,11 @@
 #include "export/visible_curves.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <set>
+#include <tuple>
 
 namespace lorivan {
 namespace {
@@ -116,18 +119,24 @@ struct Place {
 
 struct Crossing {
   Place under, over;
+  double longer = 0;  // of the two pieces that cross
 };
 
-/// All pieces of all strands in square cells, so that only near ones are compared.
+/// All pieces of all strands in square cells, so that only near ones are compared. Cells come in sizes, each
+/// twice the one below. A piece lies in the smallest cells that it is not longer than, four at most, and
+/// looks in those and in all larger ones: a few long pieces make no cell crowded.
 class CrossingFinder {
  public:
-  explicit CrossingFinder(const std::vector<Strand>& strands) : strands_(strands) { layCells(); }
+  explicit CrossingFinder(const std::vector<Strand>& strands) : strands_(strands) {
+    takePieces();
+    fillBuckets();
+  }
 
   std::vector<Crossing> find() {
-    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
-      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
-        for (std::size_t j = i + 1; j < starts_[cell + 1]; ++j)
-          compare(pieces_[entries_[i]], pieces_[entries_[j]]);
+    for (std::uint32_t i = 0; i < pieces_.size(); ++i)
+      for (const int size : sizes_)
+        if (size >= pieces_[i].size)
+          eachBucket(i, size, [&](std::size_t bucket) { compareWith(i, size, bucket); });
     removeRepeats();
     return std::move(crossings_);
   }
@@ -135,52 +144,73 @@ class CrossingFinder {
  private:
   struct Piece {
     std::size_t strand = 0, number = 0;
+    int size = 0;  // of its cells, as an exponent of two
   };
 
   const FlatPoint& begin(const Piece& p) const { return strands_[p.strand].points[p.number]; }
   const FlatPoint& end(const Piece& p) const { return endOf(strands_[p.strand], p.number); }
 
-  void layCells() {
-    double longest = 0;
+  double lengthOf(const Piece& p) const {
+    return strands_[p.strand].way[p.number + 1] - strands_[p.strand].way[p.number];
+  }
+
+  void takePieces() {
     left_ = bottom_ = 1e300;
     double right = -1e300, top = -1e300;
-    for (std::size_t s = 0; s < strands_.size(); ++s)
-      for (std::size_t i = 0; i < strands_[s].points.size(); ++i) {
-        pieces_.push_back({s, i});
-        const FlatPoint& p = strands_[s].points[i];
+    for (const Strand& strand : strands_)
+      for (std::size_t i = 0; i < strand.points.size(); ++i) {
+        const FlatPoint& p = strand.points[i];
         left_ = std::min(left_, p.x), right = std::max(right, p.x);
         bottom_ = std::min(bottom_, p.y), top = std::max(top, p.y);
-        longest = std::max(longest, strands_[s].way[i + 1] - strands_[s].way[i]);
       }
-    if (pieces_.empty()) return;
-    const double size = std::max(right - left_, top - bottom_);
-    cell_ = std::max({longest, size / 1000, 1e-9});
-    columns_ = static_cast<std::size_t>((right - left_) / cell_) + 1;
-    rows_ = static_cast<std::size_t>((top - bottom_) / cell_) + 1;
-    fillCells();
+    const double extent = std::max(right - left_, top - bottom_);
+    // Shorter pieces than this are as good as points, and cells stay countable.
+    const double shortest = std::max(extent * 1e-9, 1e-9);
+    for (std::size_t s = 0; s < strands_.size(); ++s)
+      for (std::size_t i = 0; i < strands_[s].points.size(); ++i) {
+        Piece piece{s, i};
+        std::frexp(std::max(lengthOf(piece), shortest), &piece.size);
+        pieces_.push_back(piece);
+        sizes_.insert(piece.size);
+      }
   }
 
-  /// Two passes: count what each cell holds, then lay the entries one cell after the other.
-  void fillCells() {
-    starts_.assign(columns_ * rows_ + 1, 0);
-    eachCell([&](std::size_t cell, std::size_t) { ++starts_[cell + 1]; });
+  /// Two passes: count what each bucket holds, then lay the entries one bucket after the other. Cells are
+  /// scattered over the buckets; that some share one costs a little time and nothing else.
+  void fillBuckets() {
+    starts_.assign(std::bit_ceil(2 * pieces_.size() + 1) + 1, 0);
+    const auto each = [&](auto&& use) {
+      for (std::uint32_t i = 0; i < pieces_.size(); ++i)
+        eachBucket(i, pieces_[i].size, [&](std::size_t bucket) { use(bucket, i); });
+    };
+    each([&](std::size_t bucket, std::uint32_t) { ++starts_[bucket + 1]; });
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     entries_.resize(starts_.back());
-    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
-    eachCell([&](std::size_t cell, std::size_t piece) { entries_[next[cell]++] = piece; });
+    std::vector<std::uint32_t> next(starts_.begin(), starts_.end() - 1);
+    each([&](std::size_t bucket, std::uint32_t piece) { entries_[next[bucket]++] = piece; });
   }
 
+  /// The buckets of all cells of a size that the piece may reach into.
   template <class Use>
-  void eachCell(Use&& use) const {
-    const auto index = [this](double x, double low, std::size_t count) {
-      return std::min(static_cast<std::size_t>((x - low) / cell_), count - 1);
-    };
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
-      const auto [x1, x2] = std::minmax(begin(pieces_[i]).x, end(pieces_[i]).x);
-      const auto [y1, y2] = std::minmax(begin(pieces_[i]).y, end(pieces_[i]).y);
-      for (std::size_t row = index(y1, bottom_, rows_); row <= index(y2, bottom_, rows_); ++row)
-        for (std::size_t column = index(x1, left_, columns_); column <= index(x2, left_, columns_); ++column)
-          use(row * columns_ + column, i);
+  void eachBucket(std::uint32_t piece, int size, Use&& use) const {
+    const auto index = [size](double way) { return static_cast<std::uint64_t>(std::ldexp(way, -size)); };
+    const FlatPoint &a = begin(pieces_[piece]), &b = end(pieces_[piece]);
+    const auto [x1, x2] = std::minmax(a.x, b.x);
+    const auto [y1, y2] = std::minmax(a.y, b.y);
+    for (std::uint64_t row = index(y1 - bottom_); row <= index(y2 - bottom_); ++row)
+      for (std::uint64_t column = index(x1 - left_); column <= index(x2 - left_); ++column) {
+        std::uint64_t mixed = (row * 0x9E3779B97F4A7C15U + column) * 0xBF58476D1CE4E5B9U;
+        mixed = (mixed ^ (mixed >> 32) ^ static_cast<std::uint64_t>(size)) * 0x94D049BB133111EBU;
+        use((mixed >> 32) & (starts_.size() - 2));
+      }
+  }
+
+  /// Every pair once: the shorter one of two looks for the other, the earlier one of two alike.
+  void compareWith(std::uint32_t piece, int size, std::size_t bucket) {
+    for (std::size_t entry = starts_[bucket]; entry < starts_[bucket + 1]; ++entry) {
+      const std::uint32_t other = entries_[entry];
+      if (pieces_[other].size != size || (size == pieces_[piece].size && other <= piece)) continue;
+      compare(pieces_[std::min(piece, other)], pieces_[std::max(piece, other)]);
     }
   }
 
@@ -220,26 +250,30 @@ class CrossingFinder {
     const Place first = placeAt(p, t), second = placeAt(q, u);
     const bool firstIsUnder =
         one < two || (one == two && (p.strand < q.strand || (p.strand == q.strand && p.number < q.number)));
-    crossings_.push_back(firstIsUnder ? Crossing{first, second} : Crossing{second, first});
+    const double longer = std::max(lengthOf(p), lengthOf(q));
+    crossings_.push_back(firstIsUnder ? Crossing{first, second, longer} : Crossing{second, first, longer});
   }
 
-  bool areNear(const Place& a, const Place& b) const {
+  bool areNear(const Place& a, const Place& b, double reach) const {
     if (a.strand != b.strand) return false;
     const double length = strands_[a.strand].length();
     const double apart = std::fabs(a.way - b.way);
-    return std::min(apart, length - apart) < cell_ * 1e-3;
+    return std::min(apart, length - apart) < reach;
   }
 
   /// A meeting at the joint of two pieces is found more than once, and so is one at the border of two cells.
   void removeRepeats() {
     std::vector<Crossing> kept;
     std::size_t firstOfStrand = 0;
-    std::sort(crossings_.begin(), crossings_.end(), [](const Crossing& a, const Crossing& b) {
-      return a.under.strand != b.under.strand ? a.under.strand < b.under.strand : a.under.way < b.under.way;
-    });
+    const auto order = [](const Crossing& c) {
+      return std::tuple(c.under.strand, c.under.way, c.over.strand, c.over.way);
+    };
+    std::sort(crossings_.begin(), crossings_.end(),
+              [&](const Crossing& a, const Crossing& b) { return order(a) < order(b); });
     for (const Crossing& c : crossings_) {
       const auto isRepeat = [&](const Crossing& k) {
-        return areNear(c.under, k.under) && areNear(c.over, k.over);
+        const double reach = std::max(c.longer, k.longer) * 1e-3;
+        return areNear(c.under, k.under, reach) && areNear(c.over, k.over, reach);
       };
       // Sorted as they are, repeats follow one another, but for the last and the first of a strand.
       const bool isKnown = !kept.empty() && (isRepeat(kept.back()) || isRepeat(kept[firstOfStrand]));
@@ -251,10 +285,10 @@ class CrossingFinder {
 
   const std::vector<Strand>& strands_;
   std::vector<Piece> pieces_;
-  std::vector<std::size_t> starts_, entries_;
+  std::set<int> sizes_;
+  std::vector<std::uint32_t> starts_, entries_;
   std::vector<Crossing> crossings_;
-  double left_ = 0, bottom_ = 0, cell_ = 1;
-  std::size_t columns_ = 0, rows_ = 0;
+  double left_ = 0, bottom_ = 0;
 };
 
 struct Gap {

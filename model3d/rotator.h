@@ -6,13 +6,10 @@
 #include <cstdint>
 
 #include "model3d/m3ops.h"
+#include "platform/mouse.h"
 #include "platform/surface.h"
 
 namespace lorivan {
-
-/// Mouse buttons as DrawNav and the drag take them.
-inline constexpr int kLeftButton = 1;
-inline constexpr int kRightButton = 2;
 
 /// Where the rotator's circle lies in its picture, pixels.
 struct NavGeometry {

@@ -5,11 +5,7 @@
 source "$root/tools/packages.sh"
 dist=$root/dist
 
-# The version as the program itself tells it.
-version=$(sed -n 's/.*kVersion = "\(.*\)";/\1/p' "$root/design/version.h")
-[[ -n $version ]] || { say "design/version.h names no version"; exit 1; }
-
-# buildPrograms PRESET TARGET...: as a user gets them.
+# buildPrograms PRESET TARGET...: as a user gets them. Sets `version` to theirs.
 buildPrograms() {
   local preset=$1
   shift
@@ -19,13 +15,11 @@ buildPrograms() {
   fi
   quietly "$root/build/$preset.log" cmake --build "$root/build/$preset" --target "$@" || exit 1
   unlockBuild
+  version=$(sed -n 's/^LORIVAN_VERSION:INTERNAL=//p' "$root/build/$preset/CMakeCache.txt")
 }
 
-# copyBeside FOLDER: what lies beside the program.
-copyBeside() {
-  install -m 644 -- "$root/data/povinit.txt" "$1/"
-  [[ -d $root/data/help ]] || return 0
-  mkdir -p -- "$1/help"
-  cp -R -- "$root/data/help/." "$1/help/"
-  chmod -R u=rwX,go=rX -- "$1/help"
+# installPrograms PRESET FOLDER [PREFIX]: programs and everything that belongs to them. The programs lose their symbols.
+installPrograms() {
+  quietly "$root/build/$1.log" env DESTDIR="$2" cmake --install "$root/build/$1" --prefix "${3:-/}" --strip || exit 1
+  chmod -R u=rwX,go=rX -- "$2"
 }

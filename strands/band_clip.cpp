@@ -465,7 +465,7 @@ class BandClipper {
     // Begins at a corner.
     for (std::size_t i = 0; i < ring.size(); ++i)
       if (!isSmooth(kept_[ring[(i + ring.size() - 1) % ring.size()]], kept_[ring[i]])) {
-        std::ranges::rotate(ring, ring.begin() + static_cast<std::ptrdiff_t>(i));
+        std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(i), ring.end());
         break;
       }
     std::vector<PointF> contour{toPointF(kept_[ring.front()].from.at)};

@@ -18,7 +18,7 @@ class Run {
  public:
   using Function = void (*)(Handlers&);
   template <class F>
-  consteval Run(F function) : function_(function) {}
+  constexpr Run(F function) : function_(function) {}
   void operator()(Handlers& handlers) const { function_(handlers); }
 
  private:

@@ -211,8 +211,8 @@ Status keepPreferences(const Workbench& bench) {
 }
 
 std::optional<Document> lastKnot(const std::string& file, const Document& restored) {
-  const auto text =
-      file.empty() ? Result<std::string>(unreadable("none is kept")) : readFile(file, kLargestKnotFile);
+  const auto text = file.empty() ? Result<std::string>(unreadable("none is kept"))
+                                 : readRegularFile(file, kLargestKnotFile);
   auto read = text ? readDocument(*text) : Result<ReadDocument>(text.error());
   if (!read || read->document.fields.shape != restored.fields.shape) return std::nullopt;
   for (const SettingRow& row : settingTable())

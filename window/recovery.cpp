@@ -30,7 +30,7 @@ std::optional<std::string> Recovery::takeLeft() {
     const auto claim = platform_.claim(place(number, ".lock"));
     if (!claim) continue;
     if (own_ == 0 || !moveFile(file, place(own_, ".qzd"))) continue;
-    const auto text = readFile(place(own_, ".qzd"), kLargestKnotFile);
+    const auto text = readRegularFile(place(own_, ".qzd"), kLargestKnotFile);
     if (!text) continue;
     kept_ = *text;
     return kept_;

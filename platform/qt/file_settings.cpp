@@ -103,7 +103,7 @@ std::string printSettings(const SettingsTable& table) {
 SettingsTable& FileSettings::table() const {
   if (loaded_) return table_;
   loaded_ = true;
-  if (const auto text = readFile(path_, kMostBytes)) table_ = parseSettings(*text);
+  if (const auto text = readRegularFile(path_, kMostBytes)) table_ = parseSettings(*text);
   return table_;
 }
 
@@ -122,6 +122,9 @@ void FileSettings::write(std::string_view section, std::string_view key, std::st
 Status FileSettings::flush() {
   if (!changed_) return {};
   std::error_code ignored;  // writing the file tells the reason
+  const auto status = std::filesystem::status(path_, ignored);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+    return unwritable("cannot write " + path_ + ": it is no file");
   const QString folder = toQString(path_.substr(0, path_.find_last_of('/')));
   std::filesystem::create_directories(folder.toStdU16String(), ignored);
   Status written = writeFile(path_, printSettings(table_));

@@ -1,24 +1,8 @@
 #include "platform/win32/checked.h"
 
-#include <array>
-
 #include "platform/win32/text.h"
 
 namespace lorivan::win32 {
-namespace {
-
-std::string systemText(DWORD code) {
-  std::array<wchar_t, 512> buffer{};
-  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                      code, 0, buffer.data(), static_cast<DWORD>(buffer.size()), nullptr);
-  std::string text = narrow({buffer.data(), length});
-  while (!text.empty() && std::string_view("\r\n. ").find(text.back()) != std::string_view::npos)
-    text.pop_back();
-  return text.empty() ? "error " + std::to_string(code) : text;
-}
-
-}  // namespace
-
 std::string systemFault(std::string_view call, DWORD code) {
   std::string text(call);
   text += ": ";

@@ -10,4 +10,7 @@ namespace lorivan::win32 {
 std::wstring widen(std::string_view utf8);
 std::string narrow(std::wstring_view utf16);
 
+/// What the system says to one of its error codes, without a final stop.
+std::string systemText(unsigned long code);
+
 }  // namespace lorivan::win32

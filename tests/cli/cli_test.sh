@@ -280,7 +280,7 @@ expect 4 "too many polygons" --set vtXNo=20 --set vtPolySides=200 --set vtPolyPo
 # What cannot be written: status 5, the old file as it was, and no scraps.
 echo old >old.svg
 ln -s /dev/full full.stl
-expect 5 "cannot write /dev/full" --shape Star -o old.svg -o full.stl
+expect 5 "cannot write full.stl" --shape Star -o old.svg -o full.stl
 [[ $(cat old.svg) == old ]] || fault "an output was replaced although another failed"
 expect 5 "cannot write no/such/x.svg" -o no/such/x.svg
 mkdir folder.svg
@@ -289,6 +289,34 @@ expect 5 "too large" --width 2000000000 -o huge.png
 (ulimit -v 1500000 && faults=0 && expect 5 "not enough memory" -o old.svg --width 15000 -o huge.bmp; exit "$faults") ||
   faults=$((faults + 1))
 [[ -z $(find . -name '*.part') ]] || fault "scraps were left: $(find . -name '*.part')"
+
+# However a run is ended before its time, it leaves no scraps, and ends as that signal ends a program. One file
+# is complete when it waits for a reader of the other.
+mkfifo pipe.svg
+for signal in HUP INT QUIT PIPE TERM XCPU XFSZ; do
+  (ulimit -c 0 && exec env --default-signal "$program" -o first.svg -o pipe.svg) &
+  run=$!
+  until compgen -G '.lorivan-*.part' >/dev/null; do kill -0 "$run" || break; sleep 0.01; done
+  kill -"$signal" "$run"
+  wait "$run" 2>/dev/null
+  got=$?
+  ((got == 128 + $(kill -l "$signal"))) || fault "SIG$signal ends a run with $got"
+  [[ -z $(find . -name '*.part') && ! -e first.svg ]] || fault "SIG$signal leaves $(find . -name '*.part')"
+done
+"$program" -o first.svg -o pipe.svg &
+run=$!
+until compgen -G '.lorivan-*.part' >/dev/null; do kill -0 "$run" || break; sleep 0.01; done
+kill -KILL "$run"
+wait "$run" 2>/dev/null
+expect 0 "" -o first.svg
+[[ -z $(find . -name '*.part') ]] || fault "the scraps of a killed run stay"
+ln -s /dev/stdout stdout.svg
+"$program" -o stdout.svg | cmp -s - first.svg || fault "a link to the standard output fails"
+(echo before && "$program" -o stdout.svg) >second.svg
+[[ $(head -1 second.svg) == before ]] || fault "the standard output is written over"
+same first.svg <(tail -n +2 second.svg)
+got=$(mkdir gone && cd gone && rmdir ../gone && "$program" -o x.svg 2>&1; echo $?)
+[[ $got == "lorivan: cannot write x.svg: No such file or directory"*5 ]] || fault "in a removed folder: $got"
 
 # Rights do not bind root: these are tried as somebody else.
 chmod 755 "$folder" && touch secret.qzd && chmod 0 secret.qzd

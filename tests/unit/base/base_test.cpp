@@ -11,6 +11,7 @@
 #include "base/numbers.h"
 #include "base/random.h"
 #include "base/sink.h"
+#include "scratch_folder.h"
 
 namespace lorivan {
 namespace {
@@ -79,16 +80,12 @@ TEST(Random, DrawsAreThoseOfTheStandardsEngine) {
 
 class Files : public testing::Test {
  protected:
-  void SetUp() override {
-    fs::create_directories(folder_);
-    fs::permissions(folder_, fs::perms::owner_all);
-  }
-  void TearDown() override { fs::remove_all(folder_); }
-  std::string path(const std::string& name) const { return (folder_ / name).string(); }
+  std::string path(const std::string& name) const { return scratch_.file(name); }
   std::size_t filesInFolder() const {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
   }
-  fs::path folder_ = fs::temp_directory_path() / "lorivan-base-test";
+  const Folder scratch_;
+  const fs::path& folder_ = scratch_.path;
 };
 
 TEST_F(Files, AppearOnlyWhenComplete) {
@@ -139,6 +136,43 @@ TEST_F(Files, NamesMayUseAnyLetters) {
   EXPECT_TRUE(fs::exists(name));
 }
 
+/// Another process of this machine that is over gets the name of a scrap of this one.
+TEST_F(Files, WhatAKilledProgramLeftIsClearedAndNothingElse) {
+  std::string own;
+  {
+    const auto sink = std::move(*FileSink::create(path("knot.txt")));
+    own = fs::directory_iterator(folder_)->path().filename().string();
+  }
+  const std::size_t process = own.find('-', own.find('-') + 1) + 1;
+  const std::string rest = own.substr(own.find('-', process));
+  const std::string killed = own.substr(0, process) + "7ffffff1" + rest;
+  for (const std::string& name : {own, killed, ".lorivan-0-7ffffff1" + rest, own.substr(0, process) + ".part",
+                                  killed.substr(0, killed.size() - 5) + ".old", "." + killed})
+    scratch_.write(name, "x");
+  fs::create_directory(folder_ / "sub");
+  ASSERT_TRUE(writeFile(path("sub/other.txt"), "1"));  // so that this folder is looked through anew
+  ASSERT_TRUE(writeFile(path("knot.txt"), "1"));
+  EXPECT_FALSE(fs::exists(folder_ / killed));
+  EXPECT_EQ(filesInFolder(), 7U)
+      << "a scrap of a running program, of another machine, or somebody's last bytes";
+}
+
+TEST_F(Files, ManySmallWritesAndLargeOnesKeepTheirOrder) {
+  const auto sink = std::move(*FileSink::create(path("long")));
+  std::string all;
+  for (std::size_t i = 1; i < 400; ++i) {
+    const std::string part(i % 40 == 0 ? 70'000 : i, static_cast<char>('a' + i % 26));
+    EXPECT_TRUE(sink->write(part));
+    all += part;
+    if (i != 200) continue;
+    std::string back;
+    EXPECT_TRUE(sink->readBack([&](std::string_view bytes) { return back += bytes, true; }));
+    EXPECT_EQ(back, all);
+  }
+  ASSERT_TRUE(sink->commit());
+  EXPECT_EQ(*readFile(path("long"), 10'000'000), all);
+}
+
 #if defined(__linux__)
 TEST_F(Files, ADeviceIsWrittenInPlaceAndAFullOneFails) {
   EXPECT_NE(writeFile("/dev/full", "x").error().message.find("/dev/full"), std::string::npos);
@@ -156,6 +190,19 @@ TEST_F(Files, ALinkToNowhereMakesItsTargetAndACircleIsRefused) {
   fs::permissions(folder_ / "new.txt", fs::perms::owner_read | fs::perms::owner_write);
   ASSERT_TRUE(writeFile(path("new.txt"), "2"));
   EXPECT_EQ(fs::status(folder_ / "new.txt").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  fs::permissions(folder_ / "new.txt", fs::perms::group_write, fs::perm_options::add);
+  fs::create_hard_link(folder_ / "new.txt", folder_ / "backup.txt");
+  {
+    const auto half = std::move(*FileSink::create(path("new.txt")));
+    half->write("3");
+    for (const auto& entry : fs::directory_iterator(folder_)) {
+      if (entry.path().extension() != ".part") continue;
+      EXPECT_EQ(entry.status().permissions(), fs::status(folder_ / "new.txt").permissions())
+          << "from the start";
+    }
+    ASSERT_TRUE(half->commit());
+  }
+  EXPECT_EQ(*readFile(path("backup.txt"), 10), "2") << "what has the file's other name is left alone";
   const std::string longest(255, 'n');
   EXPECT_TRUE(writeFile(path(longest), "1")) << "the temporary name is a short one";
 }

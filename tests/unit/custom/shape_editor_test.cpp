@@ -16,9 +16,7 @@ ShapeEdit gesture(Editor& editor, int button, int shift, Spot from, Spot to) {
   return editor.picShape_MouseUp(button, shift, x, y);
 }
 
-ShapeEdit drag(Editor& editor, Spot from, Spot to) {
-  return gesture(editor, Editor::kLeftButton, 0, from, to);
-}
+ShapeEdit drag(Editor& editor, Spot from, Spot to) { return gesture(editor, kLeftButton, 0, from, to); }
 ShapeEdit click(Editor& editor, Spot at) { return drag(editor, at, at); }
 
 int liveLines(const CustomShape& shape) {
@@ -45,7 +43,7 @@ TEST(ShapeEditor, GesturesMakeMoveJoinAndDelete) {
   drag(editor, {100, 100}, {200, 200});
   EXPECT_EQ(shape.lineBetween(1, 3), 4) << "it comes back in a new slot";
 
-  gesture(editor, Editor::kRightButton, 0, {203, 203}, {250, 220});
+  gesture(editor, kRightButton, 0, {203, 203}, {250, 220});
   EXPECT_TRUE(shape.ShapeX[3] == 250 && shape.ShapeY[3] == 220);
   click(editor, {100, 100});
   EXPECT_TRUE(shape.ShapeX[1] == -1 && shape.ShapeLineEnds[0][1] == -1);
@@ -86,7 +84,7 @@ TEST(ShapeEditor, SnapClampAndConstraint) {
     Editor editor;
     editor.setSnap(c.divisions > 0);
     editor.setDivisions(c.divisions);
-    gesture(editor, Editor::kLeftButton, c.shift, c.from, c.to);
+    gesture(editor, kLeftButton, c.shift, c.from, c.to);
     ASSERT_EQ(editor.shape().ShapePointCount, 1);
     EXPECT_EQ(std::pair(editor.shape().ShapeX[1], editor.shape().ShapeY[1]),
               (std::pair(static_cast<float>(c.lands.x), static_cast<float>(c.lands.y))));

@@ -7,6 +7,7 @@
 #include "design/edits.h"
 #include "design/outputs.h"
 #include "platform/none/none_platform.h"
+#include "scratch_folder.h"
 
 namespace lorivan {
 namespace {
@@ -71,6 +72,7 @@ TEST(Source, PngChunksHaveTheirCheckSums) {
 }
 
 TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
+  const Folder folder;
   NonePlatform platform;
   Document document = withField(withField(Document{}, Param::XNo, "4"), Param::PolyRadius, "0.2");
   document.fields.boxes[2] = 0x123456;
@@ -79,7 +81,7 @@ TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
   for (const ExportFormat& format : exportFormats()) {
     if (!format.carriesSource) continue;
     ++carriers;
-    const std::string path = testing::TempDir() + "source." + std::string(format.extension);
+    const std::string path = folder.file("source." + std::string(format.extension));
     const std::string bytes = made(platform, document, format.extension);
     ASSERT_TRUE(writeFile(path, bytes));
     EXPECT_TRUE(canHoldKnot(path) && holdsKnot(path)) << path;

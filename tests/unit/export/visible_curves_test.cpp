@@ -65,6 +65,25 @@ TEST(VisibleCurves, GapsAreAsWideAsTheBandOnTop) {
   EXPECT_NEAR(2 * lengthOf(whole[0]) - left, 4 * 3, 1.5);
 }
 
+TEST(VisibleCurves, LongPiecesChangeNothingElsewhere) {
+  const auto lines = visibleCurves(crossedEllipses(), 3);
+  KnotCurve curve = crossedEllipses();
+  curve.first[3] = static_cast<int>(curve.X.size());
+  curve.X.insert(curve.X.end(), {-300000, 300000, 0});
+  curve.Y.insert(curve.Y.end(), {100000, 100000, 300000});
+  curve.Z.insert(curve.Z.end(), {-5, -5, -5});
+  curve.last[3] = static_cast<int>(curve.X.size()) - 1;
+  const auto more = visibleCurves(curve, 3);
+  ASSERT_EQ(more.size(), lines.size() + 1);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    ASSERT_EQ(more[i].points.size(), lines[i].points.size());
+    for (std::size_t k = 0; k < lines[i].points.size(); ++k) {
+      EXPECT_EQ(more[i].points[k].x, lines[i].points[k].x);
+      EXPECT_EQ(more[i].points[k].y, lines[i].points[k].y);
+    }
+  }
+}
+
 /// Whether two pieces truly cross; lines that only touch or run along each other do not.
 bool cross(const FlatPoint& a, const FlatPoint& b, const FlatPoint& c, const FlatPoint& d) {
   const auto side = [](const FlatPoint& p, const FlatPoint& q, const FlatPoint& r) {

@@ -60,7 +60,7 @@ TEST(Tube, StrandsCloseAndFacesLookOutward) {
       for (std::size_t k = 0; k < 4; ++k) ++edges[{c[k], c[(k + 1) % 4]}];
       const auto at = [&](std::size_t k) { return model.vertices[static_cast<std::size_t>(c[k])]; };
       const Vec3 p = at(0), q = at(1), r = at(2),
-                 centre = model.centres[static_cast<std::size_t>(c[0] / sides)];
+                 centre = model.centres[static_cast<std::size_t>(c[0] / settings.polySides)];
       float x, y, z;
       CrossProduct(x, y, z, q.x - p.x, q.y - p.y, q.z - p.z, r.x - q.x, r.y - q.y, r.z - q.z);
       const float mx = (p.x + q.x) / 2 - centre.x, my = (p.y + q.y) / 2 - centre.y;

@@ -1,10 +1,10 @@
 // The platform object without a screen and its user for the tests that all back ends share.
 #include "unit/platform_contract/back_end.h"
 
-#include <filesystem>
 #include <map>
 
 #include "platform/none/none_platform.h"
+#include "scratch_folder.h"
 #include "window/form_table.h"
 
 namespace lorivan::contract {
@@ -91,7 +91,8 @@ std::unique_ptr<User> makeUser(Window& window) {
   return std::make_unique<NoneUser>(dynamic_cast<NoneWindow&>(window));
 }
 std::string scrapFile(const std::string& name) {
-  return (std::filesystem::temp_directory_path() / ("lorivan_none_" + name)).string();
+  static const Folder folder;
+  return folder.file(name);
 }
 int clipboardWidth() {
   const auto& picture = current->clipboard().picture;

@@ -93,7 +93,7 @@ TEST(PlatformQt, AClaimEndsWithAProcessThatIsKilled) {
   const pid_t other = fork();
   if (other == 0) {
     const auto claim = claimFile(path);
-    static_cast<void>(write(ready[1], claim ? "y" : "n", 1));
+    if (write(ready[1], claim ? "y" : "n", 1) != 1) _exit(1);
     while (true) pause();
   }
   char claimed = 0;

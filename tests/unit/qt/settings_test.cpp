@@ -1,5 +1,6 @@
 // The settings file: values come back, damage costs no more than the damaged lines.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QTemporaryDir>
 #include <string>
@@ -41,6 +42,15 @@ TEST_F(FileSettingsTest, AnUnusableStoreReadsAsEmptyAndSaysSoWhenWritten) {
   settings.write("Settings", "a", "1");
   EXPECT_FALSE(settings.flush());
   EXPECT_EQ(settings.read("Settings", "a", "0"), "1");
+}
+
+TEST_F(FileSettingsTest, APipeInItsPlaceKeepsNobodyWaiting) {
+  const std::string pipe = folder_.filePath(QStringLiteral("pipe")).toStdString();
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  FileSettings settings(pipe);
+  EXPECT_EQ(settings.read("Settings", "a", "0"), "0");
+  settings.write("Settings", "a", "1");
+  EXPECT_FALSE(settings.flush());
 }
 
 TEST_F(FileSettingsTest, LivesInTheConfigurationFolder) {

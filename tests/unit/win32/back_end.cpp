@@ -3,7 +3,6 @@
 
 #include <atomic>
 #include <cstring>
-#include <filesystem>
 #include <thread>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/text.h"
+#include "scratch_folder.h"
 #include "window/form_table.h"
 
 #include <dlgs.h>  // behind the system's other headers
@@ -208,13 +208,8 @@ std::unique_ptr<Platform> makePlatform(bool fresh) {
 }
 std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<Win32User>(window); }
 std::string scrapFile(const std::string& name) {
-  static const std::filesystem::path folder = [] {
-    const auto path = std::filesystem::temp_directory_path() / "Lorivan test";
-    std::filesystem::remove_all(path);  // an old file would be asked for before it is overwritten
-    std::filesystem::create_directories(path);
-    return path;
-  }();
-  return narrow((folder / widen(name)).wstring());
+  static const Folder folder;
+  return folder.file(name);
 }
 int clipboardWidth() {
   BITMAPINFOHEADER header{};

@@ -12,6 +12,7 @@
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/text.h"
+#include "scratch_folder.h"
 #include "window/commands.h"
 #include "window/main_window.h"
 
@@ -103,11 +104,11 @@ class ProgramTest : public testing::Test {
   }
 
   DialogAnswerer answerer_;
+  const Folder folder_;
 };
 
 TEST_F(ProgramTest, FieldsInFileAndSettingsOut) {
-  const std::string path = testing::TempDir() + "Kn\xC3\xB6tchen.qzd";
-  std::filesystem::remove(widen(path));
+  const std::string path = folder_.file("Kn\xC3\xB6tchen.qzd");
   answerer_.fileName = std::filesystem::path(widen(path)).make_preferred().wstring();
   std::wstring title;
   use([&] {

@@ -3,13 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 
-#include "base/sink.h"
 #include "design/settings_table.h"
 #include "platform/none/none_platform.h"
+#include "scratch_folder.h"
 #include "window/captions.h"
 #include "window/commands.h"
 #include "window/main_window.h"
@@ -19,32 +17,6 @@ namespace lorivan {
 inline constexpr ControlId kGrid = controlId("picGrid"), kSolid = controlId("picKnot"),
                            kSheet = controlId("picShape"), kNav = controlId("picNav"),
                            kShapes = controlId("lstType");
-
-/// A folder of its own that is removed with everything in it.
-struct Folder {
-  Folder()
-      : path(std::filesystem::temp_directory_path() /
-             ("lorivan_window_" +
-              std::to_string(std::filesystem::hash_value(std::filesystem::current_path())) + '_' +
-              std::to_string(counter++))) {
-    std::filesystem::remove_all(path);
-    std::filesystem::create_directories(path);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  ~Folder() { std::filesystem::remove_all(path); }
-  std::string file(const std::string& name) const { return (path / name).string(); }
-  std::string write(const std::string& name, const std::string& bytes) const {
-    std::ofstream(path / name, std::ios::binary) << bytes;
-    return file(name);
-  }
-  static std::string contents(const std::string& file) {
-    const auto bytes = readFile(file, 100'000'000);
-    return bytes ? *bytes : std::string();
-  }
-  static inline int counter = 0;
-  std::filesystem::path path;
-};
 
 class MainWindowTest : public ::testing::Test {
  protected:
