@@ -139,6 +139,9 @@ for seed in 1 23 40; do
   same one.svg "many-$seed.svg"
   same one.stl "many-$seed.stl"
 done
+expect 0 "knot 2: vtPolyRadius=" --random 1..2 --set vtPolyZF=0.5 --fit-radius 0 -o 'many-%d.stl'
+expect 0 "" --random 1..2 --set vtPolyZF=0.5 --fit-radius 0 --quiet -o 'many-%d.stl'
+[[ ! -s err.txt ]] || fault "notes of many knots although --quiet: $(cat err.txt)"
 expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
 [[ $(grep -o 'knot Columns [0-9]' err.txt | tr '\n' ' ') == "knot Columns 1 knot Columns 2 " && $(ls four-* | wc -l) == 7 ]] ||
   fault "order of faults, or files: $(cat err.txt)"
@@ -172,6 +175,7 @@ expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
 expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+grep -q "changes nothing" err.txt && fault "a flat DXF has an origin: $(cat err.txt)"
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
 for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
   "--outline --mm 5 --kerf 5"; do
