@@ -139,6 +139,9 @@ int KnotMaker::make(const Member& member, Document& out, OutputOptions& options)
   // A style brings widths of its own; a box that was asked for stays checked.
   for (const auto& [box, on] : line_.checks) document = withCheck(document, box, on);
   takeValues(document);
+  if (document.fields.check(Check::Wrap) && !canWrap(document.fields.shape) &&
+      std::ranges::any_of(line_.checks, [](const auto& box) { return box.first == Check::Wrap; }))
+    report_.note("chkWrap=1 changes nothing in this shape");
   if (const int status = build(document, random); status != kDone) return status;
   if (line_.frame || line_.inner)
     if (const int status = fitSize(document, options); status != kDone) return status;

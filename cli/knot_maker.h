@@ -17,7 +17,11 @@ class KnotMaker {
       : platform_(platform), line_(line), report_(report) {}
   /// With what another one has read, and words that go elsewhere.
   KnotMaker(const KnotMaker& read, Report& report)
-      : platform_(read.platform_), line_(read.line_), report_(report), base_(read.base_) {}
+      : platform_(read.platform_),
+        line_(read.line_),
+        report_(report),
+        base_(read.base_),
+        ownShape_(read.ownShape_) {}
 
   int read();
   /// What was read, before the line's options.

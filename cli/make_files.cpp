@@ -186,9 +186,10 @@ void FileMaker::noteOverlap(const OutputJob& job, Report& report) const {
   const double overlap = silent ? 0 : bandOverlap(job.document, job.knot);
   if (overlap <= 0) return;
   const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
-  report.note("the bands run together by " +
-              (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
-              ": --fit makes room");
+  report.note(
+      "the bands run together by " +
+      (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+      (job.document.fields.check(Check::FitBands) ? ": fewer cells make room" : ": --fit makes room"));
 }
 
 /// Document, knot and options of one member.

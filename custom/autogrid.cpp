@@ -1,6 +1,7 @@
 #include "custom/autogrid.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -240,6 +241,11 @@ Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, cons
   const ShapeMapping mapping(shape, view);
   const Result<Outline> drawn = Outline::of(shape, mapping, options.within);
   if (!drawn) return drawn.error();
+  const GridBox& reach = drawn->box();
+  if (const Status held = checkNodes(std::array{PointI{toInt32(reach.left), toInt32(reach.bottom)},
+                                                PointI{toInt32(reach.right), toInt32(reach.top)}});
+      !held)
+    return held.error();
   const Pitch pitch(drawn->box(), options);
   Symmetries group = symmetriesOf(*drawn, options.triangles, kSymmetryTolerance);
   const Outline outline = group.size() == 1 ? *drawn : withWholeMiddle(*drawn, group);

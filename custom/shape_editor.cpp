@@ -103,20 +103,20 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y)
   rubberBand_ = false;
   if (!std::exchange(pressed_, false) || !std::isfinite(X) || !std::isfinite(Y)) return {};
   SaveUndo();
-  // Only what is placed or moved snaps and stays within the margins: whether this is a click, and on which
-  // point, is decided where the mouse was.
-  const Position end = constrained(Shift, {X, Y});
+  // Only what is placed or moved goes level, snaps and stays within the margins: whether this is a click, and
+  // on which point, is decided where the mouse was.
+  const Position mouse{X, Y}, end = constrained(Shift, mouse);
   ShapeEdit edit;
   if (const int moved = std::exchange(movedPoint_, 0); moved != 0) {
     move(moved, end);
     edit.outlineChanged = true;
     return edit;
   }
-  const double dx = static_cast<double>(end.x) - press_.x, dy = static_cast<double>(end.y) - press_.y;
+  const double dx = static_cast<double>(X) - press_.x, dy = static_cast<double>(Y) - press_.y;
   if (dx * dx + dy * dy <= kHitRadius * kHitRadius)
-    clickAt(end, Button == kLeftButton && (Shift & kCtrlKey) != 0, edit);
+    clickAt(mouse, Button == kLeftButton && (Shift & kCtrlKey) != 0, edit);
   else
-    drag(end, edit);
+    drag(mouse, end, edit);
   return edit;
 }
 
@@ -165,11 +165,12 @@ void ShapeEditor::move(int point, Position to) {
         shape_.joinPoints(image, other);
 }
 
-/// The point under the mouse, else one where a new point would come to lie.
-void ShapeEditor::drag(Position to, ShapeEdit& edit) {
+/// The point under the mouse, else one where the line would end or a new point would come to lie.
+void ShapeEditor::drag(Position mouse, Position to, ShapeEdit& edit) {
   const Position end = settled(to);
-  int target = shape_.pointNear(to.x, to.y, kHitRadius);
-  if (target == 0) target = shape_.pointNear(end.x, end.y, kHitRadius);
+  int target = 0;
+  for (const Position& at : {mouse, to, end})
+    if (target == 0) target = shape_.pointNear(at.x, at.y, kHitRadius);
   const int source = shape_.pointNear(press_.x, press_.y, kHitRadius);
   if (target != 0 && (source == 0 || source == target)) return;
   const bool done = target == 0 ? appendPoint(source, end) : toggleLine(source, target);

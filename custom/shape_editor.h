@@ -88,7 +88,7 @@ class ShapeEditor {
   bool imageAt(Spot at, int& point);
   void clickAt(Position at, bool fills, ShapeEdit& edit);
   void move(int point, Position to);
-  void drag(Position to, ShapeEdit& edit);
+  void drag(Position mouse, Position to, ShapeEdit& edit);
   bool toggleLine(int from, int to);
   bool appendPoint(int from, Position at);
   void refuse(ShapeEdit& edit);

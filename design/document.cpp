@@ -35,10 +35,16 @@ KnotLines linesOf(const KnotGraph& graph) {
   return lines;
 }
 
+Wrap wrapOf(const Document& document) {
+  if (!isWrapped(document.fields)) return {};
+  return wrapOf(document.fields.shape, document.CellSize, document.fields.whole(Param::XNo));
+}
+
 Status takeLines(KnotGraph& graph, const Document& document) {
   startLines(graph);
   graph.CellSize = document.CellSize;
   graph.NoGrid = !document.lines;
+  graph.wrap = wrapOf(document);
   if (document.lines) {
     if (document.lines->size() > kMostLines) return refused(std::string(kTooManyLines));
     for (const KnotLine& line : *document.lines)

@@ -48,6 +48,9 @@ struct Document {
 /// The lines of a graph that is in use.
 KnotLines linesOf(const KnotGraph& graph);
 
+/// How the document's lines lie on a cylinder, if they do.
+Wrap wrapOf(const Document& document);
+
 /// Gives the graph the document's lines and collects its points; without lines the graph has NoGrid set.
 Status takeLines(KnotGraph& graph, const Document& document);
 

@@ -32,10 +32,17 @@ GridView shapeView(const Document& document) {
   return GridView(stretchFactor(document.fields.number(Param::Skew)));
 }
 
+/// What goes round is a whole ring.
+Document withWholeRing(Document document) {
+  std::string& ring = document.fields.text(Param::RingPerc);
+  if (isWrapped(document.fields)) ring = parameterSpec(Param::RingPerc).max;
+  return document;
+}
+
 /// The grid of the fields; bands are as they were.
 Result<Document> withNewGrid(const Document& document, const Rnd* random) {
   if (document.fields.shape == Shape::Custom) return document;
-  Document next = document;
+  Document next = withWholeRing(document);
   if (!next.askedScale.empty()) next.fields.text(Param::Scale) = next.askedScale;
   const std::string asked = next.fields.text(Param::Scale);
   KnotGraph graph;
@@ -78,6 +85,13 @@ void keepKinds(KnotGraph& graph, const Document& document) {
   }
 }
 
+/// The grid once more after its borders were joined or parted.
+Document withBorders(const Document& before, const Document& after) {
+  if (!canWrap(after.fields.shape) || !after.lines) return withWholeRing(after);
+  const auto made = withNewGrid(after, nullptr);
+  return made ? fitAgain(withKindsOf(before, *made)) : before;
+}
+
 }  // namespace
 
 bool makesGrid(Param p) {
@@ -90,7 +104,7 @@ Document withField(const Document& document, Param p, const std::string& text) {
   next.fields.text(p) = correctedText(p, text);
   if (p == Param::Scale) next.askedScale.clear();
   if (p == Param::Width || p == Param::Edge) next.fields.check(Check::FitBands) = false;
-  return next;
+  return p == Param::RingPerc ? withWholeRing(std::move(next)) : next;
 }
 
 Result<Document> changeField(const Document& document, Param p, const std::string& text) {
@@ -107,6 +121,8 @@ std::string fieldStep(const Document& document, Param p) {
 Document withCheck(const Document& document, Check c, bool on) {
   Document next = document;
   next.fields.check(c) = on;
+  if (c == Check::Wrap && next.fields.check(c) != document.fields.check(c))
+    return withBorders(document, next);
   return c == Check::FitBands ? fitAgain(next) : next;
 }
 

@@ -27,7 +27,8 @@ Result<Document> changeField(const Document& document, Param p, const std::strin
 /// "Width 9": the name of such a step, for the document that it led to.
 std::string fieldStep(const Document& document, Param p);
 
-/// chkFitBands has the bands fitted when it is checked.
+/// chkFitBands has the bands fitted when it is checked. chkWrap builds the grid anew where the shape can be
+/// wrapped; walls stay with their lines, and vtRingPerc is 100 as long as it is wrapped.
 Document withCheck(const Document& document, Check c, bool on);
 /// "Height map on"
 std::string checkStep(Check c, bool on);

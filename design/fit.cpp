@@ -47,9 +47,9 @@ struct Passing {
 };
 
 /// The passings of all crossings: those of a strand one after the other, in the strand's order.
-std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops) {
+std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops, const Seam& seam) {
   std::vector<Passing> all;
-  for (const BandCrossing& c : findBandCrossings(loops)) {
+  for (const BandCrossing& c : findBandCrossings(loops, seam)) {
     all.push_back({c.under, c.underAt, all.size() + 1});
     all.push_back({c.over, c.overAt, all.size() - 1});
   }
@@ -76,6 +76,13 @@ void appendWay(const BandLoop& loop, double from, double to, std::vector<Vec>& w
   for (int i = static_cast<int>(std::floor(from)) + 1; i < to; ++i) way.push_back(loop.point(i));
 }
 
+/// Round a cylinder a way may have been followed in another period than the one that it goes on from.
+void moveNear(Vec begin, const Seam& seam, std::vector<Vec>& way) {
+  if (!seam) return;
+  const double moved = std::round((begin.x - way.front().x) / seam.width) * seam.width;
+  for (Vec& p : way) p.x += moved;
+}
+
 /// About the radius of the largest disc within a closed line: of many-sided shapes as high as they are wide
 /// it is twice the area by the length.
 double innerRadius(const std::vector<Vec>& ring) {
@@ -89,27 +96,26 @@ double innerRadius(const std::vector<Vec>& ring) {
 }
 
 /// The room in a loop that a strand makes round a corner: alone, or with another strand that closes it.
-/// Nothing where no such loop begins at the passing.
-std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const std::vector<Passing>& all,
-                               std::size_t i) {
+/// Nothing where no such loop begins at the passing, or it leads right round a cylinder.
+std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& seam,
+                               const std::vector<Passing>& all, std::size_t i) {
   const std::size_t next = after(all, i), p = all[i].partner, q = all[next].partner;
-  std::vector<Vec> ring;
-  const auto append = [&](std::size_t from, std::size_t to) {
-    appendWay(loops[static_cast<std::size_t>(all[from].loop)], all[from].place, all[to].place, ring);
+  const auto way = [&](std::size_t from, std::size_t to) {
+    std::vector<Vec> points;
+    appendWay(loops[static_cast<std::size_t>(all[from].loop)], all[from].place, all[to].place, points);
+    return points;
   };
-  append(i, next);
-  if (next == p) return 2 * innerRadius(ring);
-  if (after(all, q) == p) {
-    append(q, p);
-    return 2 * innerRadius(ring);
+  std::vector<Vec> ring = way(i, next);
+  if (next != p) {
+    const bool goesOn = after(all, q) == p;
+    if (!goesOn && after(all, p) != q) return std::nullopt;
+    std::vector<Vec> second = goesOn ? way(q, p) : way(p, q);
+    moveNear(goesOn ? ring.back() : ring.front(), seam, second);
+    if (!goesOn) std::ranges::reverse(second);
+    ring.insert(ring.end(), second.begin(), second.end());
   }
-  if (after(all, p) != q) return std::nullopt;
-  std::vector<Vec> first = std::move(ring);
-  ring.clear();
-  append(p, q);
-  std::ranges::reverse(ring);
-  first.insert(first.end(), ring.begin(), ring.end());
-  return 2 * innerRadius(first);
+  if (seam && std::fabs(ring.back().x - ring.front().x) > seam.width / 2) return std::nullopt;
+  return 2 * innerRadius(ring);
 }
 
 /// How wide bands of this share are to be, in pixels of the 500-pixel picture at zoom 1. Where the usual band
@@ -124,15 +130,19 @@ double fittingWidth(const Knot& knot, double gridDistance, float share) {
 }  // namespace
 
 std::optional<double> drawnRoom(const Knot& knot) {
-  const std::vector<BandLoop> loops = bandLoops(knot.curve, GridView(knot.stretch, kReferenceWidth));
-  const std::vector<Passing> all = passingsOf(loops);
+  const GridView view(knot.stretch, kReferenceWidth);
+  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
+  const Seam seam = seamOf(knot.curve, view);
+  const std::vector<Passing> all = passingsOf(loops, seam);
   const auto at = [&](std::size_t i) {
     return loops[static_cast<std::size_t>(all[i].loop)].spot(all[i].place).at;
   };
   double least = HUGE_VAL;
   for (std::size_t i = 0; i < all.size(); ++i) {
-    if (const double d = lengthOf(at(after(all, i)) - at(i)); d > 1e-3) least = std::min(least, d);
-    if (const auto room = loopRoom(loops, all, i)) least = std::min(least, *room);
+    Vec way = at(after(all, i)) - at(i);
+    if (seam) way.x -= std::round(way.x / seam.width) * seam.width;
+    if (const double d = lengthOf(way); d > 1e-3) least = std::min(least, d);
+    if (const auto room = loopRoom(loops, seam, all, i)) least = std::min(least, *room);
   }
   if (least == HUGE_VAL) return std::nullopt;
   return least;
@@ -146,9 +156,11 @@ std::optional<double> leastCrossingDistance(const Knot& knot) {
     for (int round = 0; round < 2; ++round)
       for (const StrandPoint& point : knot.strands.closed(slot)) {
         if (point.z == 0) continue;
-        if (before != nullptr)
-          if (const double d = std::hypot(point.x - before->x, 0.8 * (point.y - before->y)); d > 0)
+        if (before != nullptr) {
+          const double across = knot.strands.wrap.nearest(static_cast<double>(point.x - before->x));
+          if (const double d = std::hypot(across, 0.8 * (point.y - before->y)); d > 0)
             least = std::min(least, d);
+        }
         before = &point;
       }
   }

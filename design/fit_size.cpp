@@ -58,9 +58,9 @@ std::optional<double> roughRatio(const Document& document) {
   const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
   const GridBox box = curveBox(knot->curve, view.stretch);
   if (box.empty()) return std::nullopt;
-  const double bands = style.outerWidth();
+  const double bands = style.outerWidth(), beside = knot->curve.wrap ? 0 : bands;
   return (view.pixelY(box.bottom) - view.pixelY(box.top) + bands) /
-         (view.pixelX(box.right) - view.pixelX(box.left) + bands);
+         (view.pixelX(box.right) - view.pixelX(box.left) + beside);
 }
 
 /// Of what files hold.
@@ -197,6 +197,9 @@ Result<FittedSize> fitFrame(const Document& document, double width, double heigh
 Result<FittedSize> fitRing(const Document& document, double inner, double height) {
   Document start = withRoom(document);
   if (start.fields.number(Param::RingPerc) <= 0) start = withNumber(start, Param::RingPerc, 100);
+  // A whole ring has no borders where its shape can do without; an outline of one's own has no fields.
+  if (start.fields.number(Param::RingPerc) >= 100 && canWrap(start.fields.shape))
+    start.fields.check(Check::Wrap) = true;
   const double share = static_cast<double>(start.fields.number(Param::RingPerc)) / 100;
   start = withRingCells(start, inner, height, share);
   std::optional<Document> made = start;
@@ -224,7 +227,7 @@ std::string fittedNote(const FittedSize& fitted) {
                               ? "less than 0.001"
                               : shortestText(static_cast<float>(roundHalfEven(fitted.error * 1000) / 1000));
   return fields.text(Param::XNo) + " x " + fields.text(Param::YNo) + " cells, stretch " +
-         fields.text(Param::Skew) + "; the error is " + off + " mm";
+         fields.text(Param::Skew) + (isWrapped(fields) ? ", wrapped" : "") + "; the error is " + off + " mm";
 }
 
 Result<TwoLengths> parseLengths(const std::string& text) {

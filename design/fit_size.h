@@ -22,7 +22,8 @@ Result<FittedSize> fitFrame(const Document& document, double width, double heigh
 
 /// A model that is bent into a ring, or a bracelet where vtRingPerc is between 0 and 100, with this diameter
 /// inside and this height, both measured on the faces of its tubes. Cells, scale, stretch, vtRingPerc,
-/// vtPolyRadius and vtPolyZF are set. Strands just run into each other at the crossings.
+/// vtPolyRadius and vtPolyZF are set, and chkWrap for a whole ring of a shape that can be wrapped, which is
+/// then interlaced all round. Strands just run into each other at the crossings.
 Result<FittedSize> fitRing(const Document& document, double inner, double height);
 
 /// "6 x 4 cells, stretch 1.08" and how large the error is.

@@ -80,7 +80,7 @@ std::optional<int> placeOf(const PlainGrid& from, int line, const PlainGrid& to)
 }
 
 bool sameCells(const GridFields& a, const GridFields& b) {
-  return a.XNo == b.XNo && a.YNo == b.YNo && a.crossOffset == b.crossOffset;
+  return a.wrapped == b.wrapped && a.XNo == b.XNo && a.YNo == b.YNo && a.crossOffset == b.crossOffset;
 }
 
 }  // namespace

@@ -17,7 +17,8 @@ Result<TraceEnd> walkStrands(Knot& knot, const TraceSettings& settings, const Tr
 }  // namespace
 
 Status KnotStages::followGrid(const Document& document) {
-  const bool same = cellSize_ == document.CellSize && lines_ == document.lines;
+  const Wrap wrap = wrapOf(document);
+  const bool same = cellSize_ == document.CellSize && wrap_ == wrap && lines_ == document.lines;
   if (same && static_cast<bool>(lines_) != knot_->graph.NoGrid) {
     lines_ = document.lines;  // equal, but perhaps another copy
     return {};
@@ -25,6 +26,7 @@ Status KnotStages::followGrid(const Document& document) {
   walked_.reset();
   lines_ = document.lines;
   cellSize_ = document.CellSize;
+  wrap_ = wrap;
   return takeLines(knot_->graph, document);
 }
 

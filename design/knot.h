@@ -50,6 +50,7 @@ class KnotStages {
   std::unique_ptr<Knot> knot_;
   Shared<KnotLines> lines_;
   std::int16_t cellSize_ = 0;
+  Wrap wrap_;
   std::optional<TraceSettings> walked_;  // what the strands were walked with
   std::optional<Curve> sampled_;
   int walk_ = 0;

@@ -32,6 +32,10 @@ std::optional<int> colourBoxOf(const KnotFields& fields, int slot) {
   return boxOfColour(knotStyle(fields, {}).colourNumber(slot));
 }
 
+bool canWrap(Shape shape) { return shapeTable()[static_cast<std::size_t>(shape)].wraps; }
+
+bool isWrapped(const KnotFields& fields) { return fields.check(Check::Wrap) && canWrap(fields.shape); }
+
 GridFields gridFields(const KnotFields& fields) {
   GridFields grid;
   grid.shape = fields.shape;
@@ -40,6 +44,7 @@ GridFields gridFields(const KnotFields& fields) {
   grid.scale = fields.number(Param::Scale);
   grid.skew = fields.number(Param::Skew);
   grid.crossOffset = fields.whole(Param::CrossOffset);
+  grid.wrapped = isWrapped(fields);
   return grid;
 }
 

@@ -41,6 +41,10 @@ std::string correctedText(Param p, const std::string& text);
 /// The colour box that the band of a strand slot takes its colour from; none: it is the white of number 15.
 std::optional<int> colourBoxOf(const KnotFields& fields, int slot);
 
+/// Whether a shape's left and right borders can be joined, and whether those of the fields' grid are.
+bool canWrap(Shape shape);
+bool isWrapped(const KnotFields& fields);
+
 GridFields gridFields(const KnotFields& fields);
 TraceSettings traceSettings(const KnotFields& fields);
 KnotStyle knotStyle(const KnotFields& fields, const StrandColours& colours);

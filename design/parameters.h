@@ -154,8 +154,9 @@ enum class Check {
   FitBands,
   Classic,
   Smooth,
+  Wrap,
 };
-inline constexpr int kCheckCount = static_cast<int>(Check::Smooth) + 1;
+inline constexpr int kCheckCount = static_cast<int>(Check::Wrap) + 1;
 
 struct CheckSpec {
   std::string_view field;                               // "chkShowGrid"
@@ -202,6 +203,10 @@ inline constexpr std::array<CheckSpec, kCheckCount> kChecks = {{
     {"chkSmooth", "Smooth view", "Smooth",
      "Shade the 3D view smoothly, as the round strands are, instead of face by face",
      "round strands; without it every face is painted by itself", "chkSmooth", true},
+    {"chkWrap", "Wrap", "",
+     "Join the left and the right border: the knot becomes a ring that is interlaced all round",
+     "the left and the right border are joined: the ring is interlaced all round", "chkWrap", false,
+     kInPicture},
 }};
 
 template <class Enum, class Table>

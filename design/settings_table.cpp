@@ -53,6 +53,7 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    WindowState::maximised,
                                    Check::Classic,
                                    Check::Smooth,
+                                   Check::Wrap,
                                    WindowState::symmetry,
                                    WindowState::saveOptions};
 

@@ -29,12 +29,15 @@ Extents extentsOf(const std::vector<FlatLine>& lines) {
   return box;
 }
 
+/// How much wider the drawn knot is than its lines. One that is wrapped is cut off at its seams.
+double bandsBeside(const ExportScene& scene) { return scene.curve.wrap ? 0 : scene.bandWidth; }
+
 /// Moves the lower left corner of the drawn knot, bands included, to the origin.
 void moveToCorner(const ExportScene& scene, std::vector<FlatLine>& lines) {
   const GridBox curves = curveBox(scene.curve, static_cast<float>(kProportion));
   for (FlatLine& line : lines)
     for (FlatPoint& p : line.points) {
-      p.x -= curves.left - scene.bandWidth / 2;
+      p.x -= curves.left - bandsBeside(scene) / 2;
       p.y -= curves.bottom - scene.bandWidth / 2;
     }
 }
@@ -47,7 +50,7 @@ Result<double> scaleOf(const ExportScene& scene, const Extents& box) {
     if (!isWidth(*scene.millimetres)) return wrongUsage(kWidthOutOfRange);
     const GridBox curves = curveBox(scene.curve, 1);
     if (!(curves.right > curves.left)) return impossibleKnot("a knot without strands has no width to scale");
-    scale = *scene.millimetres / (curves.right - curves.left + scene.bandWidth);
+    scale = *scene.millimetres / (curves.right - curves.left + bandsBeside(scene));
   }
   if (!(box.furthest() * scale <= kMostCoordinate)) return unwritable("the knot is too large for the file");
   return scale;

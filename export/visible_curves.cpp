@@ -7,6 +7,9 @@
 #include <set>
 #include <tuple>
 
+#include "strands/flat_path.h"
+#include "strands/seam_cut.h"
+
 namespace lorivan {
 namespace {
 
@@ -372,9 +375,41 @@ FlatLine stretch(const Strand& strand, double from, double to) {
   return line;
 }
 
+/// A chain of Bezier segments as straight lines.
+std::vector<FlatPoint> flattened(const std::vector<PointF>& chain, const GridView& view) {
+  constexpr double kStray = 0.01;  // pixels of the view
+  const double unit = 1 / acrossScale(view);
+  std::vector<FlatPoint> points;
+  for (const PathVertex& p : flatPath(chain, {unit, view.pixelX(0), view.pixelY(0)}, kStray * unit, false))
+    points.push_back({p.x, p.y});
+  return points;
+}
+
+/// The lines of a wrapped knot between its seams, `broken` where other bands lie over them.
+std::vector<FlatLine> periodOfCurves(const KnotCurve& curve, double bandWidth, bool broken) {
+  const GridView view(static_cast<float>(kProportion), 5000);
+  const Seam seam = seamOf(curve, view);
+  OutlineOptions options;
+  if (broken) options.band = options.outer = bandWidth * acrossScale(view);
+  options.centres = true;
+  std::vector<FlatLine> lines;
+  const auto add = [&](int slot, const std::vector<PointF>& chain) {
+    if (chain.size() < 4) return;
+    for (const auto& part : chainsAtSeam(seam, chain))
+      lines.push_back({slot, isClosed(part), flattened(part, view)});
+  };
+  for (const StrandOutline& strand : bandOutlines(curve, view, options).strands) {
+    if (!broken) add(strand.slot, strand.centre);
+    for (const BandStretch& stretch : strand.stretches)
+      if (broken) add(strand.slot, stretch.centre);
+  }
+  return lines;
+}
+
 }  // namespace
 
 std::vector<FlatLine> wholeCurves(const KnotCurve& curve) {
+  if (curve.wrap) return periodOfCurves(curve, 0, false);
   std::vector<FlatLine> lines;
   for (Strand& strand : makeStrands(curve)) lines.push_back({strand.slot, true, std::move(strand.points)});
   return lines;
@@ -382,6 +417,7 @@ std::vector<FlatLine> wholeCurves(const KnotCurve& curve) {
 
 std::vector<FlatLine> visibleCurves(const KnotCurve& curve, double bandWidth) {
   if (!(bandWidth > 0)) return wholeCurves(curve);
+  if (curve.wrap) return periodOfCurves(curve, bandWidth, true);
   std::vector<Strand> strands = makeStrands(curve);
   std::erase_if(strands, [](const Strand& strand) { return !(strand.length() > 0); });
   const auto gaps = findGaps(strands, bandWidth);

@@ -21,7 +21,8 @@ struct FlatLine {
   std::vector<FlatPoint> points;
 };
 
-/// Every strand as one closed line, along the curve that is drawn in 2-D.
+/// Every strand as one closed line, along the curve that is drawn in 2-D. Lines of a wrapped knot, here and
+/// below, end at its seams.
 std::vector<FlatLine> wholeCurves(const KnotCurve& curve);
 
 /// The stretches of every strand that a viewer sees: at each crossing the strand with the lower height is

@@ -47,11 +47,12 @@ class PointIndex {
 };
 
 /// Adds one neighbour; false when the record has no room for it.
-bool addNeighbour(GridPoint& point, int neighbour, int line) {
+bool addNeighbour(GridPoint& point, int neighbour, int line, int turn) {
   if (point.NbCount >= kMostNeighbours) return false;
   const auto slot = static_cast<std::size_t>(point.NbCount++);
   point.Nb[slot] = static_cast<std::int16_t>(neighbour);
   point.NbLine[slot] = static_cast<std::int16_t>(line);
+  point.NbTurn[slot] = static_cast<std::int16_t>(turn);
   return true;
 }
 
@@ -62,14 +63,15 @@ bool linkLines(KnotGraph& graph, const PointIndex& index) {
   for (int j = 0; j <= graph.LastLine; ++j) {
     const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
     if (line.Kind == kNoLine) continue;
-    const int first = index.find(line.X1, line.Y1);
-    const int second = index.find(line.X2, line.Y2);
+    const int first = index.find(graph.wrap.within(line.X1), line.Y1);
+    const int second = index.find(graph.wrap.within(line.X2), line.Y2);
+    const int turns = graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
     if (first >= 0)
-      roomForAll &=
-          addNeighbour(graph.Points[static_cast<std::size_t>(first)], second < 0 ? unmatched : second, j);
+      roomForAll &= addNeighbour(graph.Points[static_cast<std::size_t>(first)],
+                                 second < 0 ? unmatched : second, j, turns);
     if (second >= 0)
-      roomForAll &=
-          addNeighbour(graph.Points[static_cast<std::size_t>(second)], first < 0 ? unmatched : first, j);
+      roomForAll &= addNeighbour(graph.Points[static_cast<std::size_t>(second)],
+                                 first < 0 ? unmatched : first, j, -turns);
   }
   return roomForAll;
 }
@@ -84,7 +86,8 @@ void sortNeighbours(const KnotGraph& graph, GridPoint& point) {
     const int neighbour = point.Nb[static_cast<std::size_t>(k)];
     if (neighbour > graph.LastPoint) continue;  // matches no point: no direction
     const GridPoint& other = graph.Points[static_cast<std::size_t>(neighbour)];
-    FindAngle(static_cast<float>(other.X - point.X), static_cast<float>(other.Y - point.Y),
+    const int turned = point.NbTurn[static_cast<std::size_t>(k)] * graph.wrap.period;
+    FindAngle(static_cast<float>(other.X + turned - point.X), static_cast<float>(other.Y - point.Y),
               angle[static_cast<std::size_t>(k)]);
   }
   for (int pass = 0; pass < count; ++pass)
@@ -95,6 +98,7 @@ void sortNeighbours(const KnotGraph& graph, GridPoint& point) {
       angle[m + 1] = moved;
       std::swap(point.Nb[m], point.Nb[m + 1]);
       std::swap(point.NbLine[m], point.NbLine[m + 1]);
+      std::swap(point.NbTurn[m], point.NbTurn[m + 1]);
     }
 }
 
@@ -123,6 +127,7 @@ void startLines(KnotGraph& graph) {
   graph.NextLine = 0;
   graph.LastLine = -1;
   graph.LastPoint = -1;
+  graph.wrap = {};
   graph.TooManyLines = false;
 }
 
@@ -155,10 +160,10 @@ Status collectPoints(KnotGraph& graph) {
   for (int j = 0; j <= graph.LastLine; ++j) {
     GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
     GridPoint& first = graph.Points[static_cast<std::size_t>(count++)];
-    first.X = line.X1;
+    first.X = graph.wrap.within(line.X1);
     first.Y = line.Y1;
     GridPoint& second = graph.Points[static_cast<std::size_t>(count++)];
-    second.X = line.X2;
+    second.X = graph.wrap.within(line.X2);
     second.Y = line.Y2;
     if (line.Kind != kNoLine) line.Passes = 0;
   }
@@ -183,13 +188,19 @@ Status CalcGrid(KnotGraph& graph) {
   return refused(kTooManyAtPoint);
 }
 
+bool isFirstEnd(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour) {
+  const GridLine& line = graph.Lines[static_cast<std::size_t>(point.NbLine[neighbour])];
+  return graph.wrap.within(line.X1) == point.X && line.Y1 == point.Y &&
+         point.NbTurn[neighbour] == graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
+}
+
 int FindLine(const KnotGraph& graph, float X, float Y) {
   if (graph.NoGrid) return -1;
   const double reach = graph.CellSize / 6.0;
   const auto limit = static_cast<float>(reach * reach);
   for (int j = 0; j <= graph.LastLine; ++j) {
     const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
-    const double dx = line.MidX - static_cast<double>(X);
+    const double dx = graph.wrap.nearest(line.MidX - static_cast<double>(X));
     const double dy = line.MidY - static_cast<double>(Y);
     if (dx * dx + dy * dy < limit) return j;
   }

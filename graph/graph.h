@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -16,12 +17,33 @@ inline constexpr int kMostPoints = 12000;
 inline constexpr int kMostLines = 5000;
 inline constexpr int kMostNeighbours = 13;
 
+/// A wrapped graph lies on a cylinder: places a whole number of periods apart, from left to right, are one
+/// and the same. Lines keep the places that they are drawn at, so one across the seam ends beyond it. Grid
+/// units.
+struct Wrap {
+  std::int16_t left = 0;    // the seam
+  std::int16_t period = 0;  // 0: not wrapped
+
+  explicit operator bool() const { return period > 0; }
+  /// How many periods a place lies to the right of the first one.
+  int turn(double x) const { return *this ? static_cast<int>(std::floor((x - left) / period)) : 0; }
+  /// The same place within the first period.
+  std::int16_t within(std::int16_t x) const { return static_cast<std::int16_t>(x - turn(x) * period); }
+  /// A distance from left to right, the short way round.
+  double nearest(double dx) const { return *this ? dx - std::round(dx / period) * period : dx; }
+  bool operator==(const Wrap&) const = default;
+};
+
+/// The periods that a graph is wrapped with.
+inline constexpr int kLeastPeriod = 4, kMostPeriod = 16000;
+
 /// One grid point with its neighbours in angular order.
 struct GridPoint {
   std::int16_t X = 0, Y = 0;
   std::int16_t NbCount = 0;
   std::array<std::int16_t, kMostNeighbours> Nb{};      // indices of the neighbouring points
   std::array<std::int16_t, kMostNeighbours> NbLine{};  // NbLine[k] joins this point to Nb[k]
+  std::array<std::int16_t, kMostNeighbours> NbTurn{};  // periods that Nb[k] has to be moved to lie at its end
 };
 
 /// Kinds of GridLine. Strands cross ordinary and reversed lines and turn back at walls.
@@ -47,6 +69,7 @@ struct KnotGraph {
   int LastLine = -1;   // lines 0 to LastLine are in use
   int NextLine = 0;    // the slot that MakeKE fills next
   std::int16_t CellSize = 20;
+  Wrap wrap;
   bool NoGrid = true;         // no grid has been built yet
   bool KnotError = false;     // building or tracing failed
   bool TooManyLines = false;  // MakeKE was asked for a line past the table
@@ -62,7 +85,7 @@ inline constexpr std::string_view kTooManyLines =
 /// Direction of the vector (DX, DY), radians in [0, 2 pi), growing from +x towards +y. (0, 0) gives pi / 2.
 void FindAngle(float DX, float DY, float& Angle);
 
-/// Forgets all lines and points before a build.
+/// Forgets all lines and points, and that the graph was wrapped, before a build.
 void startLines(KnotGraph& graph);
 
 /// Appends one line in slot NextLine. Past the table's capacity nothing is stored and TooManyLines is set.
@@ -74,9 +97,9 @@ Status finishLines(KnotGraph& graph);
 /// The direction stored with a line whose ends differ by (DX, DY) = first end - second end.
 float lineAngle(float DX, float DY);
 
-/// Fills the point table with both ends of every line, of any kind, in line order, duplicates kept, and
-/// resets Passes of every line that is there (Kind not 0). Fails with kTooManyLines when the table is too
-/// small.
+/// Fills the point table with both ends of every line, of any kind, in line order, duplicates kept, all of a
+/// wrapped graph within the first period, and resets Passes of every line that is there (Kind not 0). Fails
+/// with kTooManyLines when the table is too small.
 Status collectPoints(KnotGraph& graph);
 
 /// Rebuilds every point's neighbours from the lines of Kind other than 0 and orders them by angle. A line end
@@ -84,8 +107,12 @@ Status collectPoints(KnotGraph& graph);
 /// is overwritten: KnotError is set and the error is a limit; the lists built so far stay.
 Status CalcGrid(KnotGraph& graph);
 
-/// Index of the first line, of any kind, whose midpoint lies less than CellSize / 6 from (X, Y); -1 when none
-/// does or no grid was built yet.
+/// Whether a point lies at the first end of the line to a neighbour of its. A line right round a wrapped
+/// graph has both its ends at one point.
+bool isFirstEnd(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour);
+
+/// Index of the first line, of any kind, whose midpoint lies less than CellSize / 6 from (X, Y), in a wrapped
+/// graph round the cylinder; -1 when none does or no grid was built yet.
 int FindLine(const KnotGraph& graph, float X, float Y);
 
 }  // namespace lorivan

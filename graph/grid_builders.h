@@ -19,6 +19,7 @@ struct GridBuild {
   std::int16_t cell = 0;        // C, the cell size
 
   double draw() const { return (*random)(); }
+  bool wraps() const { return static_cast<bool>(graph.wrap); }
   void line(int kind, double x1, double y1, double x2, double y2) const {
     MakeKE(graph, static_cast<std::int16_t>(kind), static_cast<float>(x1), static_cast<float>(y1),
            static_cast<float>(x2), static_cast<float>(y2));
@@ -31,7 +32,7 @@ inline double octagonPitch(double side) { return 2 * (side * 0.70710677) + side;
 void buildSquare(GridBuild& build);  // Square-Square and Square-Triangle
 void buildCross(GridBuild& build);
 void buildOctagonal(GridBuild& build);
-void buildTriangle(GridBuild& build);
+void buildTriangle(GridBuild& build);   // a band of triangles where the graph is wrapped
 void buildDiamond(GridBuild& build);    // Diamond1 and Diamond2
 void buildHexagonal(GridBuild& build);  // Hexagonal and Regular Hexagonal
 void buildCircular(GridBuild& build);

@@ -24,24 +24,44 @@ struct GridColours {
 
 /// Two short strokes through the midpoint along the directions in which strands cross the line there: 0.4
 /// cells long, or 0.8 of a line that is shorter than half a cell.
-void drawCrossingMark(const GridLine& line, double cell, Surface& surface, const GridView& view,
+void drawCrossingMark(const GridLine& line, double cell, double moved, Surface& surface, const GridView& view,
                       const GridColours& colours) {
   cell = std::min(cell, 2 * std::hypot(line.X2 - line.X1, line.Y2 - line.Y1));
   const double s = cell * 0.2 * std::sin(static_cast<double>(line.Angle));
   const double c = cell * 0.2 * std::cos(static_cast<double>(line.Angle));
   const int width = view.penWidth(1);
-  const double x = line.MidX, y = line.MidY;
+  const double x = line.MidX + moved, y = line.MidY;
   surface.segment(view.pixel(x + s, y - c), view.pixel(x - s, y + c), {width, colours.along, true});
   surface.segment(view.pixel(x - c, y - s), view.pixel(x + c, y + s), {width, colours.across, false});
 }
 
-/// Without its mark.
-void drawGridLine(const GridLine& line, Surface& surface, const GridView& view, Colour colour) {
-  surface.segment(view.pixel(line.X1, line.Y1), view.pixel(line.X2, line.Y2),
-                  {view.penWidth(1), colour, false});
+/// Without its mark. Of a line across the seam only what lies between the seams.
+void drawGridLine(const GridLine& line, double moved, const Wrap& wrap, Surface& surface,
+                  const GridView& view, Colour colour) {
+  const double x1 = line.X1 + moved, x2 = line.X2 + moved;
+  const auto place = [&](double x, double y) {
+    const double held = wrap ? std::clamp<double>(x, wrap.left, wrap.left + wrap.period) : x;
+    return view.pixel(held, held == x ? y : line.Y1 + (line.Y2 - line.Y1) * (held - x1) / (x2 - x1));
+  };
+  surface.segment(place(x1, line.Y1), place(x2, line.Y2), {view.penWidth(1), colour, false});
 }
 
 }  // namespace
+
+std::vector<int> shownCopies(const KnotGraph& graph, const GridLine& line) {
+  const Wrap& wrap = graph.wrap;
+  if (!wrap) return {0};
+  const auto [low, high] = std::minmax(line.X1, line.X2);
+  std::vector<int> copies;
+  // Whatever a file says, no line goes round more than a few times.
+  const int first = -wrap.turn(high), last = std::min(first + 3, -wrap.turn(low) + 1);
+  const int onSeam = low == high ? 1 : 0;
+  for (int turn = first; turn <= last; ++turn) {
+    const int moved = turn * wrap.period - wrap.left;
+    if (low + moved < wrap.period + onSeam && high + moved > -onSeam) copies.push_back(turn * wrap.period);
+  }
+  return copies;
+}
 
 void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& view,
                    const GridDrawOptions& options) {
@@ -49,9 +69,11 @@ void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& vie
   for (int j = 0; j <= graph.LastLine; ++j) {
     const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
     if (line.Kind == kNoLine) continue;
-    drawGridLine(line, surface, view,
-                 colours.lines[static_cast<std::size_t>(std::clamp<int>(line.Kind, 0, 3))]);
-    if (options.showCrossings) drawCrossingMark(line, graph.CellSize, surface, view, colours);
+    const Colour colour = colours.lines[static_cast<std::size_t>(std::clamp<int>(line.Kind, 0, 3))];
+    for (const int moved : shownCopies(graph, line)) {
+      drawGridLine(line, moved, graph.wrap, surface, view, colour);
+      if (options.showCrossings) drawCrossingMark(line, graph.CellSize, moved, surface, view, colours);
+    }
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "graph/graph.h"
 #include "graph/grid_view.h"
@@ -20,6 +21,10 @@ struct GridDrawOptions {
 /// view's width is the surface's. Fails with kTooManyLines, drawing nothing, when the points do not fit their
 /// table.
 Status DrawGrid(KnotGraph& graph, Surface& surface, const GridView& view, const GridDrawOptions& options);
+
+/// How far to the right a line is drawn, grid units: 0, and for one of a wrapped graph every whole number of
+/// periods that brings a part of it between the seams or onto one of them.
+std::vector<int> shownCopies(const KnotGraph& graph, const GridLine& line);
 
 /// Draws the lines, and their crossing marks when wanted, over what the surface holds. Kinds past the table
 /// of colours take its last entry.

@@ -14,6 +14,10 @@ GridBox lineBox(const KnotGraph& graph) {
     box.add(line.X1, line.Y1);
     box.add(line.X2, line.Y2);
   }
+  if (graph.wrap && !box.empty()) {
+    box.left = graph.wrap.left;
+    box.right = graph.wrap.left + graph.wrap.period;
+  }
   return box;
 }
 

@@ -27,7 +27,7 @@ struct GridBox {
   }
 };
 
-/// The box around all lines in use, of any kind.
+/// The box around all lines in use, of any kind; of a wrapped graph from seam to seam.
 GridBox lineBox(const KnotGraph& graph);
 
 struct GridView {

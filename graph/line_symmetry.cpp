@@ -28,10 +28,13 @@ class MiddleIndex {
   explicit MiddleIndex(const KnotGraph& graph) : graph_(graph) {
     for (int j = 0; j <= graph.LastLine; ++j) {
       const Spot spot = middleOf(graph.Lines[static_cast<std::size_t>(j)]);
-      cells_[cellOf(spot.x, spot.y)].push_back(j);
+      const int period = graph.wrap.period, turned = graph.wrap.turn(spot.x) * period;
+      for (int copy = graph.wrap ? -1 : 0; copy <= (graph.wrap ? 1 : 0); ++copy)
+        cells_[cellOf(spot.x - turned + copy * period, spot.y)].push_back(j);
       centre_.x += spot.x / (graph.LastLine + 1);
       centre_.y += spot.y / (graph.LastLine + 1);
     }
+    if (graph.wrap) centre_.x = graph.wrap.left + graph.wrap.period / 2.0;
   }
 
   Spot centre() const { return centre_; }
@@ -39,7 +42,8 @@ class MiddleIndex {
   /// The line nearest to where `line` comes by the map, or -1.
   template <class Map>
   int imageOf(const GridLine& line, Map map) const {
-    const Spot spot = map(middleOf(line));
+    Spot spot = map(middleOf(line));
+    spot.x -= graph_.wrap.turn(spot.x) * graph_.wrap.period;
     int best = -1;
     double least = kReach;
     for (int dx = -1; dx <= 1; ++dx)
@@ -48,7 +52,7 @@ class MiddleIndex {
         if (cell == cells_.end()) continue;
         for (const int j : cell->second) {
           const Spot there = middleOf(graph_.Lines[static_cast<std::size_t>(j)]);
-          const double distance = std::hypot(there.x - spot.x, there.y - spot.y);
+          const double distance = std::hypot(graph_.wrap.nearest(there.x - spot.x), there.y - spot.y);
           if (distance >= least || !endsMeet(line, graph_.Lines[static_cast<std::size_t>(j)], map)) continue;
           least = distance;
           best = j;
@@ -66,10 +70,12 @@ class MiddleIndex {
   }
 
   template <class Map>
-  static bool endsMeet(const GridLine& line, const GridLine& image, Map map) {
+  bool endsMeet(const GridLine& line, const GridLine& image, Map map) const {
     const Spot end = map(Spot{static_cast<double>(line.X1), static_cast<double>(line.Y1)});
-    return std::min(std::hypot(end.x - image.X1, end.y - image.Y1),
-                    std::hypot(end.x - image.X2, end.y - image.Y2)) < 2 * kReach;
+    const auto apart = [&](double x, double y) {
+      return std::hypot(graph_.wrap.nearest(end.x - x), end.y - y);
+    };
+    return std::min(apart(image.X1, image.Y1), apart(image.X2, image.Y2)) < 2 * kReach;
   }
 
   const KnotGraph& graph_;
@@ -94,9 +100,12 @@ class LineSets {
   std::vector<int> parent_;
 };
 
-auto turnAbout(Spot c, int turns) {
+/// A wrapped graph turns as the ring does that it is bent into, but for the half turn of the flat picture.
+auto turnAbout(Spot c, int turns, const Wrap& wrap) {
   const double angle = kTwoPi / turns, cosine = std::cos(angle), sine = std::sin(angle);
+  const double onwards = turns > 2 && wrap ? static_cast<double>(wrap.period) / turns : 0;
   return [=](Spot p) {
+    if (onwards > 0) return Spot{p.x + onwards, p.y};
     const double x = p.x - c.x, y = p.y - c.y;
     return Spot{c.x + cosine * x - sine * y, c.y + sine * x + cosine * y};
   };
@@ -122,14 +131,15 @@ bool joinSymmetric(const KnotGraph& graph, const MiddleIndex& index, LineSets& s
     complete &= joinImages(graph, index, sets, [c](Spot p) { return Spot{2 * c.x - p.x, p.y}; });
   if (symmetry.topBottom)
     complete &= joinImages(graph, index, sets, [c](Spot p) { return Spot{p.x, 2 * c.y - p.y}; });
-  if (symmetry.turns > 1) complete &= joinImages(graph, index, sets, turnAbout(c, symmetry.turns));
+  if (symmetry.turns > 1)
+    complete &= joinImages(graph, index, sets, turnAbout(c, symmetry.turns, graph.wrap));
   return complete;
 }
 
 /// Whether the turn brings every line to one, and so many turns each back to itself: where lines stand close,
 /// a turn that is a little off finds lines as well.
 bool turnsRound(const KnotGraph& graph, const MiddleIndex& index, int turns) {
-  const auto turn = turnAbout(index.centre(), turns);
+  const auto turn = turnAbout(index.centre(), turns, graph.wrap);
   std::vector<int> images;
   for (int j = 0; j <= graph.LastLine; ++j) {
     images.push_back(index.imageOf(graph.Lines[static_cast<std::size_t>(j)], turn));

@@ -8,7 +8,8 @@
 namespace lorivan {
 
 /// Turning by a full turn's `turns`-th part, and mirroring at the upright and at the level axis, all about
-/// the middle of the lines.
+/// the middle of the lines. Turns of a wrapped graph move it along by that part of its period, but for the
+/// half turn.
 struct Symmetry {
   bool leftRight = false, topBottom = false;
   int turns = 1;

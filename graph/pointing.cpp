@@ -20,6 +20,12 @@ GridPlace midpoint(const KnotGraph& graph, int line) {
 
 double cross(GridPlace a, GridPlace b) { return a.x * b.y - a.y * b.x; }
 
+/// Where a stroke begins, seen from the line: in a wrapped graph it may be moved by whole periods.
+GridPlace besideStroke(const KnotGraph& graph, int line, GridPlace from) {
+  const double middle = midpoint(graph, line).x;
+  return {graph.wrap ? middle + graph.wrap.nearest(from.x - middle) : from.x, from.y};
+}
+
 GridPlace between(GridPlace from, GridPlace to) { return {to.x - from.x, to.y - from.y}; }
 
 double distanceTo(GridPlace p, GridPlace from, GridPlace way) {
@@ -49,7 +55,8 @@ std::vector<int> linesPassed(const KnotGraph& graph, GridPlace from, GridPlace t
   for (int j = 0; j <= graph.LastLine; ++j) {
     const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
     if (line.Kind == kNoLine) continue;
-    if (distanceTo(midpoint(graph, j), from, way) < reach || crossesMiddle(line, from, way))
+    const GridPlace near = besideStroke(graph, j, from);
+    if (distanceTo(midpoint(graph, j), near, way) < reach || crossesMiddle(line, near, way))
       passed.push_back(j);
   }
   return passed;
@@ -60,7 +67,7 @@ int nearestLine(const KnotGraph& graph, GridPlace at) {
   double least = HUGE_VAL;
   for (int j = 0; j <= graph.LastLine; ++j) {
     const GridPlace to = between(at, midpoint(graph, j));
-    const double distance = std::hypot(to.x, to.y);
+    const double distance = std::hypot(graph.wrap.nearest(to.x), to.y);
     if (distance < least) best = j, least = distance;
   }
   return best;
@@ -76,8 +83,10 @@ bool LineWalk::step(const KnotGraph& graph, int dx, int dy) {
   int best = -1;
   double least = HUGE_VAL;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridPlace there = midpoint(graph, j), to = between(here, there);
-    const double ahead = to.x * dx + to.y * dy, aside = std::abs((level ? there.y : there.x) - lane_);
+    const GridPlace there = midpoint(graph, j);
+    const GridPlace to{graph.wrap.nearest(there.x - here.x), there.y - here.y};
+    const double away = level ? there.y - lane_ : graph.wrap.nearest(there.x - lane_);
+    const double ahead = to.x * dx + to.y * dy, aside = std::abs(away);
     if (ahead < 1 || aside > kWidestTurn * ahead + graph.CellSize / 2.0) continue;
     // Of two alike, the one to the right or above, whichever way the step goes.
     const double cost = ahead + kAsideCost * aside - 1e-6 * (level ? there.y : there.x);

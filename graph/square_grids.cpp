@@ -71,7 +71,8 @@ CellKinds drawSquareCells(const GridBuild& build) {
   const GridFields& f = build.grid.fields;
   for (int x = 0; x <= 21; ++x)
     for (int y = 0; y <= 21; ++y) {
-      const bool interior = 1 < x && x < f.XNo && 1 < y && y < f.YNo;
+      const bool across = build.wraps() ? 0 < x && x <= f.XNo : 1 < x && x < f.XNo;
+      const bool interior = across && 1 < y && y < f.YNo;
       if (build.draw() < 0.15 && interior)
         cells[static_cast<std::size_t>(x)][static_cast<std::size_t>(y)] =
             build.draw() >= 0.5 ? kWall : kNoLine;
@@ -82,15 +83,17 @@ CellKinds drawSquareCells(const GridBuild& build) {
 void buildSquare(GridBuild& build) {
   const GridFields& f = build.grid.fields;
   const bool diagonal = f.shape == Shape::SquareTriangle;
-  const SquareLayer layer{build, drawSquareCells(build)};
+  SquareLayer layer{build, drawSquareCells(build)};
+  // Round a cylinder the last column lies before the first one.
+  if (build.wraps()) layer.cells[0] = layer.cells[static_cast<std::size_t>(f.XNo)];
   for (int x = 1; x <= f.XNo; ++x)
     for (int y = 1; y <= f.YNo + 1; ++y) {
       const bool inner = y != 1 && y != f.YNo + 1;
       layer.level(diagonal && inner ? kNoLine : layer.levelKind(x, y), x, y);
     }
-  for (int x = 1; x <= f.XNo + 1; ++x)
+  for (int x = 1; x <= f.XNo + (build.wraps() ? 0 : 1); ++x)
     for (int y = 1; y <= f.YNo; ++y) {
-      const bool inner = x != 1 && x != f.XNo + 1;
+      const bool inner = build.wraps() || (x != 1 && x != f.XNo + 1);
       layer.upright(diagonal && inner ? kNoLine : layer.uprightKind(x, y), x, y);
     }
   if (diagonal) diagonals(layer, f.XNo, f.YNo);

@@ -11,11 +11,14 @@
 namespace lorivan {
 namespace {
 
+constexpr bool kWraps = true;
+
 constexpr std::array<ShapeSpec, kShapeCount> kShapes = {{
-    {"Square-Square", "", false, "squares in rows and columns"},
-    {"Square-Triangle", "", false, "squares cut by diagonals that change direction from column to column"},
-    {"Triangle", "", false, "a triangle of triangles; never more rows than columns"},
-    {"Hexagonal", "", false, "tall hexagons in a honeycomb"},
+    {"Square-Square", "", false, "squares in rows and columns", kWraps},
+    {"Square-Triangle", "", false, "squares cut by diagonals that change direction from column to column",
+     kWraps},
+    {"Triangle", "", false, "a triangle of triangles; never more rows than columns", kWraps},
+    {"Hexagonal", "", false, "tall hexagons in a honeycomb", kWraps},
     {"Circular", "", true, "rings and spokes; at least 4 columns"},
     {"Octagonal", "", false, "octagons with squares in the gaps"},
     {"Diamond1", "", false, "triangles mirrored about the middle, without level lines"},
@@ -23,7 +26,7 @@ constexpr std::array<ShapeSpec, kShapeCount> kShapes = {{
     {"Cross", "CO", false, "a square grid cut to a cross; the rows are the width of its arms"},
     {"Star", "", true, "rings with pointed tips; at least 3 columns and 2 rows"},
     {"Spiral", "SO", true, "a spiral whose turns are joined; at least 2 columns and 2 rows"},
-    {"Regular Hexagonal", "", false, "even hexagons in a honeycomb"},
+    {"Regular Hexagonal", "", false, "even hexagons in a honeycomb", kWraps},
     {"(Custom)", "", false, "a shape of one's own"},
 }};
 
@@ -35,8 +38,18 @@ constexpr std::array<Builder, kShapeCount - 1> kBuilders = {
     buildDiamond, buildDiamond, buildCross,    buildStar,      buildSpiral,   buildHexagonal,
 };
 
+/// Whether a grid of these fields lies on a cylinder.
+bool isWrapped(const GridFields& fields) {
+  return fields.wrapped && kShapes[static_cast<std::size_t>(fields.shape)].wraps;
+}
+
 /// Cell counts that a shape cannot be made with are raised or cut.
 void correctCounts(GridFields& fields) {
+  if (isWrapped(fields)) {
+    // Diagonals that change direction from column to column meet their likes after an even number.
+    if (fields.shape == Shape::SquareTriangle) fields.XNo += fields.XNo % 2;
+    return;
+  }
   switch (fields.shape) {
     case Shape::Circular:
       fields.XNo = std::max(fields.XNo, 4);
@@ -118,6 +131,7 @@ void placeOrigin(GridBuild& build) {
   }
   build.grid.GridOriginX = toInt32(x);
   build.grid.GridOriginY = toInt32(y);
+  if (build.wraps()) build.grid.GridOriginX = build.graph.wrap.left;
 }
 
 /// At the smallest scales the ends of a line can round to one point. Such a line is taken out, and the lines
@@ -134,8 +148,9 @@ void buildOnce(GridBuild& build) {
   build.cell = toInt16(fields.scale * cellFactor(fields.shape));
   build.graph.CellSize = build.cell;
   build.grid.RowH = toInt32(build.cell * 0.8660254);
-  placeOrigin(build);
   startLines(build.graph);
+  if (isWrapped(fields)) build.graph.wrap = wrapOf(fields.shape, build.cell, fields.XNo);
+  placeOrigin(build);
   kBuilders[static_cast<std::size_t>(fields.shape)](build);
   dropPointLikeLines(build.graph);
 }
@@ -143,6 +158,13 @@ void buildOnce(GridBuild& build) {
 }  // namespace
 
 std::span<const ShapeSpec> shapeTable() { return kShapes; }
+
+Wrap wrapOf(Shape shape, int cellSize, int xNo) {
+  const long long period = static_cast<long long>(cellSize) * xNo;
+  if (!kShapes[static_cast<std::size_t>(shape)].wraps || period < kLeastPeriod || period > kMostPeriod)
+    return {};
+  return {toInt16(-static_cast<double>(period) / 2), static_cast<std::int16_t>(period)};
+}
 
 float stretchFactor(float skew) { return 0.8F / std::clamp(skew, 0.1F, 10.F); }
 

@@ -16,10 +16,6 @@ std::size_t across(std::size_t entry, bool wall) {
   return entry ^ (wall ? kSecondPoint | kNextSide : kSecondPoint);
 }
 
-bool isAt(const GridLine& line, bool second, const GridPoint& point) {
-  return (second ? line.X2 : line.X1) == point.X && (second ? line.Y2 : line.Y1) == point.Y;
-}
-
 }  // namespace
 
 StrandRuns::StrandRuns(const KnotGraph& graph) {
@@ -35,11 +31,8 @@ StrandRuns::StrandRuns(const KnotGraph& graph) {
       const auto slot = static_cast<std::size_t>(k),
                  after = static_cast<std::size_t>((k + 1) % point.NbCount);
       const int from = point.NbLine[slot], to = point.NbLine[after];
-      const auto lineAt = [&](int line) -> const GridLine& {
-        return graph.Lines[static_cast<std::size_t>(line)];
-      };
-      const std::size_t a = endAt(from, !isAt(lineAt(from), false, point), true);
-      const std::size_t b = endAt(to, !isAt(lineAt(to), false, point), false);
+      const std::size_t a = endAt(from, !isFirstEnd(graph, point, slot), true);
+      const std::size_t b = endAt(to, !isFirstEnd(graph, point, after), false);
       corner_[a] = static_cast<std::int32_t>(b);
       corner_[b] = static_cast<std::int32_t>(a);
     }

@@ -30,8 +30,33 @@ TriangleSides triangleAt(const GridBuild& build, int row, int place) {
 
 std::int16_t drawTriangleKind(const GridBuild& build, int row, int place) {
   if (build.random == nullptr) return kOrdinary;
-  if (!(build.draw() < 0.35) || !isInterior(build.grid.fields, row, place)) return kOrdinary;
+  const bool interior =
+      build.wraps() ? 0 < row && row < build.grid.fields.YNo - 1 : isInterior(build.grid.fields, row, place);
+  if (!(build.draw() < 0.35) || !interior) return kOrdinary;
   return build.draw() < 0.5 ? kNoLine : kWall;
+}
+
+/// In whole units, for grids whose rows are moved by it and meet again across the seam.
+int halfCell(const GridBuild& build) { return build.cell / 2; }
+
+/// Rows of triangles round a cylinder, between two level borders.
+void buildTriangleBand(GridBuild& build) {
+  const GridFields& f = build.grid.fields;
+  const auto y = [&](int row) { return static_cast<double>(row * build.grid.RowH + build.grid.GridOriginY); };
+  for (int r = 0; r <= f.YNo; ++r)
+    for (int i = 0; i < f.XNo; ++i) {
+      const int half = halfCell(build), before = r % 2 != 0 ? half : 0;
+      const double left = build.grid.GridOriginX + i * build.cell + before, right = left + build.cell;
+      if (r == f.YNo) {
+        build.line(kOrdinary, left, y(r), right, y(r));
+        continue;
+      }
+      const double middle = left + (r % 2 != 0 ? build.cell - half : half);
+      const int kind = drawTriangleKind(build, r, i);
+      build.line(kind, left, y(r), right, y(r));
+      build.line(kind, right, y(r), middle, y(r + 1));
+      build.line(kind, left, y(r), middle, y(r + 1));
+    }
 }
 
 /// Random kinds for the diamonds, never for two triangles next to each other.
@@ -79,6 +104,7 @@ struct Honeycomb {
   }
   void hexagon(int u, int i, double x0, double y0) const;
   void tips(int u, int i, double x0, double y0, int own) const;
+  void ringHexagon(int u, int i, double y0) const;
 };
 
 void Honeycomb::hexagon(int u, int i, double x0, double y0) const {
@@ -94,6 +120,24 @@ void Honeycomb::hexagon(int u, int i, double x0, double y0) const {
   tips(u, i, x0, y0, own);
 }
 
+/// Of a row that goes round a cylinder every hexagon has a neighbour on both sides. Half cells are whole
+/// units, so that places on both sides of the seam agree.
+void Honeycomb::ringHexagon(int u, int i, double y0) const {
+  const int count = build.grid.fields.XNo, half = halfCell(build), odd = u % 2;
+  const double x0 = build.grid.GridOriginX + i * build.cell + (odd != 0 ? half : 0);
+  const double middle = x0 + (odd != 0 ? build.cell - half : half), x1 = x0 + build.cell;
+  const int own = kind(u, i), beside = kind(u, (i + count - 1) % count);
+  const bool plain = own == kOrdinary;
+  const int below = kind(u + 1, odd != 0 ? i : (i + count - 1) % count);
+  const int belowRight = kind(u + 1, odd != 0 ? (i + 1) % count : i);
+  build.line(beside == kOrdinary ? own : beside, x0, y0, x0, y0 + b);
+  build.line(plain ? below : own, x0, y0 + b, middle, y0 + b + a);
+  build.line(plain ? belowRight : own, middle, y0 + b + a, x1, y0 + b);
+  if (u > 0) return;
+  build.line(own, x1, y0, middle, y0 - a);
+  build.line(own, middle, y0 - a, x0, y0);
+}
+
 /// The two sides above: all of the first row's, and below it those that no row above has made.
 void Honeycomb::tips(int u, int i, double x0, double y0, int own) const {
   const double x1 = x0 + build.cell, middle = x0 + build.cell / 2.0;
@@ -105,6 +149,7 @@ void Honeycomb::tips(int u, int i, double x0, double y0, int own) const {
 }  // namespace
 
 void buildTriangle(GridBuild& build) {
+  if (build.wraps()) return buildTriangleBand(build);
   const GridFields& f = build.grid.fields;
   for (int r = 0; r < f.YNo; ++r)
     for (int i = 0; i < f.XNo - r; ++i) {
@@ -141,7 +186,9 @@ void buildHexagonal(GridBuild& build) {
   const Honeycomb comb{build, drawHexagonCells(build), regular ? c * 0.6 / 2 : c / 2,
                        regular ? c * 0.67335 * 0.8660254 : c * 0.8660254};
   double y0 = build.grid.GridOriginY;
-  for (int u = 0; u < f.YNo; ++u) {
+  for (int u = 0; u < f.YNo && build.wraps(); ++u, y0 += comb.b + comb.a)
+    for (int i = 0; i < f.XNo; ++i) comb.ringHexagon(u, i, y0);
+  for (int u = 0; u < f.YNo && !build.wraps(); ++u) {
     const double left = build.grid.GridOriginX + (u % 2 != 0 ? c / 2 : 0);
     for (int i = 0; i < f.XNo; ++i) comb.hexagon(u, i, left + i * c, y0);
     y0 += comb.b + comb.a;

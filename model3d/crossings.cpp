@@ -46,13 +46,16 @@ std::vector<RingCrossing> ringCrossings(const StrandStore& strands, const TubeSe
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     const int count = std::clamp(strands.ThreadCount[static_cast<std::size_t>(slot)], 0, kStrandPoints - 1);
     for (int i = 0; i < count; ++i) {
-      const StrandPoint& at = strands.point(slot, i);
+      const StrandPoint at = strands.point(slot, i);
       if (at.z == 0) continue;
       // The curve is nearest to a control point half an order after it.
       const int ring = firstRing + (i * points + order * points / 2) % (count * points);
-      const Pass pass{ring, at.z > 0, at, strands.point(slot, (i + count - 1) % count),
-                      strands.point(slot, (i + 1) % count)};
-      const auto [other, isFirst] = waiting.emplace(keyOf(at), pass);
+      Pass pass{ring, at.z > 0, at, strands.turned(slot, i - 1), strands.turned(slot, i + 1)};
+      // Both passes of one round a cylinder are compared within its first period; x is negated.
+      const auto turned =
+          static_cast<float>(strands.wrap.turn(static_cast<double>(-at.x)) * int{strands.wrap.period});
+      for (StrandPoint* p : {&pass.at, &pass.before, &pass.after}) p->x += turned;
+      const auto [other, isFirst] = waiting.emplace(keyOf(pass.at), pass);
       if (isFirst) continue;
       if (other->second.over != pass.over && cross(other->second, pass))
         crossings.push_back(pass.over ? RingCrossing{ring, other->second.ring}

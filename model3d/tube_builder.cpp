@@ -51,6 +51,7 @@ double proportionalY(const StrandPoint& p) { return coordinate(p.y) * kProportio
 /// The centre and the scale that bring the knot to its size in the model.
 struct Placement {
   double centreX = 0, centreY = 0, scale = 0;
+  double period = 0;       // of a wrapped knot, model units
   bool degenerate = true;  // no strands, or no width
 
   double x(const StrandPoint& p) const { return (coordinate(p.x) - centreX) * scale; }
@@ -83,20 +84,27 @@ Placement placementOf(const StrandStore& strands) {
     minY = std::min(minY, y);
     maxY = std::max(maxY, y);
   });
+  if (strands.wrap) {
+    maxX = -strands.wrap.left;
+    minX = maxX - strands.wrap.period;
+  }
   Placement placed;
-  if (minX == maxX) return placed;
+  if (minX == maxX || first) return placed;
   const int extent = std::max({maxX, -minX, maxY, -minY});
   placed.centreX = (maxX + minX) / 2.0;
   placed.centreY = (maxY + minY) / 2.0;
   placed.scale = kHalfSpan / extent;
+  placed.period = kModelUnit * placed.scale * strands.wrap.period;
   placed.degenerate = false;
   return placed;
 }
 
 float leastCoordinate(const StrandStore& strands, const Placement& placed) {
   std::int16_t least = 0;
+  const double halfPeriod = placed.period / (2 * kModelUnit);
   forEachPoint(strands, [&](const StrandPoint& p) {
-    least = std::min({least, toInt16(placed.x(p)), toInt16(placed.y(p))});
+    const double x = strands.wrap ? -halfPeriod : placed.x(p);
+    least = std::min({least, toInt16(x), toInt16(placed.y(p))});
   });
   return static_cast<float>(least);
 }
@@ -110,7 +118,7 @@ void controlPoints(const StrandStore& strands, int slot, const Placement& placed
   const int before = settings.polySmooth - 1;
   out.resize(static_cast<std::size_t>(count) + static_cast<std::size_t>(before));
   for (int k = 0; k < count + before; ++k) {
-    const StrandPoint& p = strands.point(slot, (((k - before) % count) + count) % count);
+    const StrandPoint p = strands.turned(slot, k - before);
     out[static_cast<std::size_t>(k)] = {static_cast<float>(kModelUnit * placed.x(p)),
                                         static_cast<float>(-kModelUnit * placed.y(p)),
                                         signOf(p.z) * settings.polyZF};
@@ -153,10 +161,11 @@ void sampleStrands(const StrandStore& strands, const Placement& placed, const Tu
 }
 
 /// Wraps the flat samples round the y axis: the knot's width takes the given share of a turn.
-void bendIntoRing(TubeModel& model, float ringPercent) {
-  const auto left = static_cast<double>(model.curveMinimum.x);
-  const auto right = static_cast<double>(model.curveMaximum.x);
-  const double share = static_cast<double>(ringPercent) / 100;
+/// A wrapped knot's period goes round exactly once.
+void bendIntoRing(TubeModel& model, double period, float ringPercent) {
+  const double left = period > 0 ? -period / 2 : static_cast<double>(model.curveMinimum.x);
+  const double right = period > 0 ? period / 2 : static_cast<double>(model.curveMaximum.x);
+  const double share = period > 0 ? 1 : static_cast<double>(ringPercent) / 100;
   if (share <= 0 || right <= left) return;
   const double step = share / (right - left) * kTwoPi;
   for (Vec3& p : model.centres) {
@@ -249,7 +258,11 @@ Status buildTube(const StrandStore& strands, const TubeSettings& settings, const
   out.curveMaximum = {-9999, -9999, -9999};
   layOut(strands, corrected, colours, out);
   sampleStrands(strands, placed, corrected, out);
-  bendIntoRing(out, corrected.ringPercent);
+  if (strands.wrap) {
+    out.curveMaximum.x = static_cast<float>(placed.period / 2);
+    out.curveMinimum.x = -out.curveMaximum.x;
+  }
+  bendIntoRing(out, placed.period, corrected.ringPercent);
   if (const Status swept = sweepTube(out); !swept) return swept;
   joinRings(out);
   return {};

@@ -20,7 +20,7 @@ std::int64_t polygonBudget(const StrandStore& strands, const TubeSettings& setti
 /// Builds the model of all strands into `out` and reuses its memory. Lengths are model units: the knot is
 /// centred and fits about 16 of them. A store without strands, or a knot without width, gives an empty model.
 /// The error is a limit, when the polygons are too many; `out` is then untouched. Settings outside their
-/// ranges are held in them.
+/// ranges are held in them. A wrapped knot is always a whole ring.
 Status buildTube(const StrandStore& strands, const TubeSettings& settings, const SlotColours& colours,
                  TubeModel& out);
 

@@ -25,6 +25,9 @@ class Metafile {
   /// units. Fewer than two points draw nothing.
   virtual void strokePath(std::span<const PointI> points, bool closed, int width, Colour colour) = 0;
 
+  /// Nothing of what is drawn afterwards shows outside of these corners.
+  virtual void clip(PointI upperLeft, PointI lowerRight) = 0;
+
   /// The bytes of the whole file, or the first fault since it was begun. Nothing is drawn afterwards.
   virtual Result<std::string> finish() = 0;
 };

@@ -83,6 +83,11 @@ class Surface {
   /// segments, 3 n + 1 points of which the last repeats the first. Anti-aliased where the system can.
   virtual void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) = 0;
 
+  /// On surfaces without pixels, nothing of what is drawn until endClip() shows left or right of these
+  /// places.
+  virtual void beginClip(double left, double right) { static_cast<void>(left), static_cast<void>(right); }
+  virtual void endClip() {}
+
   /// The colour of one pixel; the background outside the surface and on surfaces without pixels.
   virtual Colour pixel(PointI at) const = 0;
   /// Lends the pixels for direct filling; an empty block on surfaces without pixels. What was drawn before is

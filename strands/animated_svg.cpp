@@ -51,6 +51,7 @@ std::string animatedSvg(const KnotGraph& graph, const KnotCurve& curve, const Kn
   surface.setRound(static_cast<double>(all) * stepSeconds, options.loop);
   BandPainter painter(surface, curve, style, view);
   {
+    const SeamClip clip(surface, seamOf(curve, view));
     StrandGroups groups(surface);
     double begin = 0;
     for (std::size_t i = 0; i < steps.size(); ++i) {

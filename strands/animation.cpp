@@ -49,6 +49,7 @@ void drawAnimationFrame(Surface& surface, const KnotGraph& graph, const KnotCurv
                         std::span<const AnimationStep> steps, std::size_t count) {
   if (count >= steps.size()) return drawKnotPicture(surface, graph, curve, style, view, options);
   drawPictureGround(surface, graph, view, options);
+  const SeamClip clip(surface, seamOf(curve, view));
   BandPainter painter(surface, curve, style, view);
   const auto drawn = steps.first(count);
   for (std::size_t i = 0; i < drawn.size(); ++i) {
@@ -95,25 +96,36 @@ void AnimatedDrawing::draw(Surface& surface, const AnimationStep& step) {
     loopPoints(curve_, step.slot, view_, true, points_);
   else
     runPoints(curve_, step.slot, step.run, view_, true, points_);
-  pixels_.clear();
-  for (const PointF p : points_) pixels_.push_back({toInt32(p.x), toInt32(p.y)});
-  const std::size_t all = pixels_.size();
-  const std::size_t inner = step.grows() ? std::min(all, static_cast<std::size_t>(step.points)) : all;
+  const double lap = curve_.lap(step.slot) * acrossScale(view_);
+  // Round a cylinder the closed band ends a lap on from where it begins.
+  if (step.closed && lap != 0)
+    points_.push_back({static_cast<float>(points_.front().x + lap), points_.front().y});
+  const bool closed = step.closed && lap == 0;
+  const std::size_t all = points_.size();
+  const std::size_t inner =
+      step.grows() && !step.closed ? std::min(all, static_cast<std::size_t>(step.points)) : all;
   // The black of an over-crossing stops three points short, as in the smooth picture.
   const std::size_t outer = step.grows() ? inner : all - std::min<std::size_t>(all, 3);
-  drawLines(surface, outer, step.closed, style_.outerWidth(), 0);
-  drawLines(surface, inner, step.closed, style_.innerWidth(), style_.bandColour(step.slot));
+  const SeamClip clip(surface, seamOf(curve_, view_));
+  drawLines(surface, outer, closed, style_.outerWidth(), 0);
+  drawLines(surface, inner, closed, style_.innerWidth(), style_.bandColour(step.slot));
 }
 
 void AnimatedDrawing::drawLines(Surface& surface, std::size_t count, bool closed, double referenceWidth,
                                 Colour colour) {
   if (count < 2) return;
-  const std::span<const PointI> pixels(pixels_.data(), count);
   const Pen pen{view_.penWidth(referenceWidth), colour, false};
-  if (closed)
-    surface.polygonOutline(pixels, pen);
-  else
-    surface.polyline(pixels, pen);
+  Reach reach;
+  reach.add(std::span(points_).first(count));
+  eachCopy(seamOf(curve_, view_), reach.low - pen.width, reach.high + pen.width, [&](double right) {
+    pixels_.clear();
+    for (std::size_t i = 0; i < count; ++i)
+      pixels_.push_back({toInt32(points_[i].x + right), toInt32(points_[i].y)});
+    if (closed)
+      surface.polygonOutline(pixels_, pen);
+    else
+      surface.polyline(pixels_, pen);
+  });
 }
 
 }  // namespace lorivan

@@ -35,7 +35,7 @@ struct Chord {
 class PointList {
  public:
   PointList(const BandPiece& piece, double far, double probe)
-      : loop_(*piece.loop), most_(kStray * 8 * probe), turn_(std::min(kTurn, std::sqrt(most_ / far))) {
+      : loop_(piece.loop), most_(kStray * 8 * probe), turn_(std::min(kTurn, std::sqrt(most_ / far))) {
     BandLoop::Spot last = loop_.spot(piece.from);
     add(last);
     for (double from = piece.from; from < piece.to;) {
@@ -221,15 +221,17 @@ class BandClipper {
   };
 
   bool isOwn(const BandPiece& cover) const {
-    const double middle = (cover.from + cover.to) / 2;
-    if (cover.loop != band_.loop) return false;
-    return band_.from + band_.loop->wrapped(middle - band_.from) < band_.to;
+    const auto same = band_.loop.sameLine(cover.loop);
+    if (!same) return false;
+    const double middle = (cover.from + cover.to) / 2 + *same;
+    if (!band_.loop.isRing()) return band_.from <= middle && middle < band_.to;
+    return band_.from + band_.loop.wrapped(middle - band_.from) < band_.to;
   }
 
   /// A covering piece without ends that are too far away to hide anything.
   BandPiece nearPart(BandPiece cover) const {
     const auto isFar = [&](double from, double to) {
-      return !line_.isNear(cover.loop->spot(from).at, cover.loop->spot(to).at, 1.1 * (half_ + clear_));
+      return !line_.isNear(cover.loop.spot(from).at, cover.loop.spot(to).at, 1.1 * (half_ + clear_));
     };
     while (cover.from + 2 < cover.to && isFar(cover.from, cover.from + 1)) ++cover.from;
     while (cover.from + 2 < cover.to && isFar(cover.to - 1, cover.to)) --cover.to;
@@ -511,17 +513,21 @@ class BandClipper {
 std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
   std::vector<BandPiece> out;
   for (BandPiece piece : pieces) {
-    const double lap = piece.loop->size();
+    const double lap = piece.loop.size();
     for (std::size_t i = 0; i < out.size();) {
-      const double shift = std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap;
-      const bool meet =
-          out[i].loop == piece.loop && out[i].from <= piece.to + shift && piece.from + shift <= out[i].to;
+      const auto same = out[i].loop.sameLine(piece.loop);
+      const double shift = piece.loop.isRing()
+                               ? std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap
+                               : same.value_or(0);
+      const bool meet = same && out[i].from <= piece.to + shift && piece.from + shift <= out[i].to;
       if (!meet) {
         ++i;
         continue;
       }
       piece.from = std::min(out[i].from, piece.from + shift);
-      piece.to = std::min(std::max(out[i].to, piece.to + shift), piece.from + lap);
+      piece.to = std::max(out[i].to, piece.to + shift);
+      if (piece.loop.isRing()) piece.to = std::min(piece.to, piece.from + lap);
+      piece.loop = out[i].loop;
       out.erase(out.begin() + static_cast<std::ptrdiff_t>(i));
     }
     out.push_back(piece);

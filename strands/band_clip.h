@@ -12,7 +12,7 @@ namespace lorivan {
 
 /// A stretch of a centre line, from one place to a later one, which may lie in the next lap.
 struct BandPiece {
-  const BandLoop* loop = nullptr;
+  BandLoop loop;
   double from = 0, to = 0;
 };
 

@@ -8,6 +8,9 @@ namespace {
 
 constexpr int kChunk = 4;       // chords that are compared with others as one box
 constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
+constexpr double kAside =
+    0.1234567;  // of a period from the seam to where the search ends: few crossings lie there
+constexpr double kSlack = 1e-3;  // pixels that it goes on there, so that none is lost between both ends
 
 struct Box {
   double left, top, right, bottom;
@@ -27,11 +30,15 @@ struct Chunk {
   Box box;
   int loop, begin, end;
   int column0, row0, column1, row1;
+  int turn = 0;  // periods that it was moved to the right
 };
 
 class CrossingSearch {
  public:
-  explicit CrossingSearch(std::span<const BandLoop> loops) : loops_(loops) { cutLoops(); }
+  CrossingSearch(std::span<const BandLoop> loops, const Seam& seam)
+      : loops_(loops), width_(seam.width), left_(seam.left + kAside * seam.width) {
+    cutLoops();
+  }
 
   std::vector<BandCrossing> find() {
     if (chunks_.empty()) return {};
@@ -54,8 +61,23 @@ class CrossingSearch {
         const Vec first = loops_[l].point(begin);
         chunk.box = {first.x, first.y, first.x, first.y};
         for (int i = begin + 1; i <= chunk.end; ++i) chunk.box.add(loops_[l].point(i));
-        chunks_.push_back(chunk);
+        if (width_ > 0)
+          addCopies(chunk);
+        else
+          chunks_.push_back(chunk);
       }
+  }
+
+  /// Round a cylinder: a chunk wherever it reaches into the one period that is searched.
+  void addCopies(const Chunk& chunk) {
+    const int last = static_cast<int>(std::floor((left_ + width_ + kSlack - chunk.box.left) / width_));
+    for (int turn = last; chunk.box.right + turn * width_ >= left_ - kSlack; --turn) {
+      Chunk copy = chunk;
+      copy.turn = turn;
+      copy.box.left += turn * width_;
+      copy.box.right += turn * width_;
+      chunks_.push_back(copy);
+    }
   }
 
   /// Square cells about as large as a chunk, each with the numbers of the chunks that touch it.
@@ -105,20 +127,22 @@ class CrossingSearch {
     const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
     if (isOneWay(a, b)) return;
     const BandLoop& other = loops_[static_cast<std::size_t>(b.loop)];
+    const Vec moved{a.turn * width_, 0}, movedToo{b.turn * width_, 0};
     for (int i = a.begin; i < a.end; ++i) {
-      const Vec p = loop.point(i), q = loop.point(i + 1);
+      const Vec p = loop.point(i) + moved, q = loop.point(i + 1) + moved;
       constexpr double slack = 1e-3;
       const Box chord{std::min(p.x, q.x) - slack, std::min(p.y, q.y) - slack, std::max(p.x, q.x) + slack,
                       std::max(p.y, q.y) + slack};
       if (!chord.meets(b.box)) continue;
       for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j)
-        if (touches(chord, other.point(j), other.point(j + 1))) compare(a.loop, i, b.loop, j);
+        if (touches(chord, other.point(j) + movedToo, other.point(j + 1) + movedToo)) compare(a, i, b, j);
     }
   }
 
   /// Whether two chunks are neighbours, or one, in which no chord leads back: they can not meet.
   bool isOneWay(const Chunk& a, const Chunk& b) const {
-    if (a.loop != b.loop || (&a != &b && a.end != b.begin && b.end != a.begin)) return false;
+    if (a.loop != b.loop || a.turn != b.turn || (&a != &b && a.end != b.begin && b.end != a.begin))
+      return false;
     const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
     const int begin = std::min(a.begin, b.begin), end = std::max(a.end, b.end);
     if (end - begin > 2 * kChunk) return false;
@@ -133,31 +157,40 @@ class CrossingSearch {
            std::min(a.y, b.y) <= box.bottom && std::max(a.y, b.y) >= box.top;
   }
 
-  bool touchAnyway(int loopA, int i, int loopB, int j) const {
-    if (loopA != loopB) return false;
-    const int apart = std::abs(i - j), count = loops_[static_cast<std::size_t>(loopA)].size();
-    return apart <= 1 || apart == count - 1;
+  /// Neighbours, also those where one lap ends and the next one begins.
+  bool touchAnyway(const Chunk& one, int i, const Chunk& two, int j) const {
+    if (one.loop != two.loop) return false;
+    const BandLoop& loop = loops_[static_cast<std::size_t>(one.loop)];
+    const int apart = j - i, turn = two.turn - one.turn, end = loop.size() - 1;
+    if (std::abs(apart) <= 1 && turn == 0) return true;
+    return std::abs(apart) == end && turn == (apart > 0 ? -loop.turns() : loop.turns());
   }
 
-  void compare(int loopA, int i, int loopB, int j) {
+  void compare(const Chunk& chunkA, int i, const Chunk& chunkB, int j) {
+    const int loopA = chunkA.loop, loopB = chunkB.loop, turn = chunkB.turn - chunkA.turn;
     const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
                    &two = loops_[static_cast<std::size_t>(loopB)];
-    const Vec a = one.point(i), c = two.point(j);
-    const Vec r = one.point(i + 1) - a, s = two.point(j + 1) - c;
+    const Vec moved{turn * width_, 0};
+    const Vec a = one.point(i), c = two.point(j) + moved;
+    const Vec r = one.point(i + 1) - a, s = two.point(j + 1) + moved - c;
     const double area = cross(r, s);
-    if (area == 0 || touchAnyway(loopA, i, loopB, j)) return;
+    if (area == 0 || touchAnyway(chunkA, i, chunkB, j)) return;
     const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
     constexpr double slack = 1e-4;  // lines often meet at a sample of both; repeats are dropped
     if (t < -slack || t > 1 + slack || u < -slack || u > 1 + slack) return;
-    add(loopA, i + t, loopB, j + u);
+    if (width_ > 0) {
+      const double x = a.x + t * r.x + chunkA.turn * width_;
+      if (x < left_ - kSlack || x > left_ + width_ + kSlack) return;  // another copy of it is found
+    }
+    add(loopA, i + t, loopB, j + u, turn);
   }
 
   /// From where two chords meet to where the curves do.
-  static void refine(const BandLoop& one, double& a, const BandLoop& two, double& b) {
+  static void refine(const BandLoop& one, double& a, const BandLoop& two, double& b, double moved) {
     const double a0 = a, b0 = b;
     for (int step = 0; step < 3; ++step) {
       const BandLoop::Spot p = one.spot(a), q = two.spot(b);
-      const Vec gap = q.at - p.at;
+      const Vec gap = q.at + Vec{moved, 0} - p.at;
       const double area = cross(p.along, q.along);
       if (std::fabs(area) < 1e-9) break;
       const double moveA = cross(gap, q.along) / area, moveB = cross(gap, p.along) / area;
@@ -171,15 +204,27 @@ class CrossingSearch {
     }
   }
 
-  void add(int loopA, double a, int loopB, double b) {
+  void add(int loopA, double a, int loopB, double b, int turn) {
     const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
                    &two = loops_[static_cast<std::size_t>(loopB)];
-    refine(one, a, two, b);
+    refine(one, a, two, b, turn * width_);
     const double highA = one.height(a), highB = two.height(b);
+    turn += laps(two, b) * two.turns() - laps(one, a) * one.turns();
     a = one.wrapped(a);
     b = two.wrapped(b);
     const bool aIsUnder = highA < highB || (highA == highB && (loopA < loopB || (loopA == loopB && a < b)));
-    found_.push_back(aIsUnder ? BandCrossing{loopA, loopB, a, b} : BandCrossing{loopB, loopA, b, a});
+    found_.push_back(aIsUnder ? BandCrossing{loopA, loopB, a, b, turn}
+                              : BandCrossing{loopB, loopA, b, a, -turn});
+  }
+
+  /// How many laps a place lies beyond the first one.
+  static int laps(const BandLoop& loop, double place) {
+    return static_cast<int>(std::lround((place - loop.wrapped(place)) / loop.size()));
+  }
+
+  /// The number of laps, -1 to 1, that bring one place in the first lap next to another.
+  int lapsBetween(int loop, double a, double b) const {
+    return static_cast<int>(std::lround((a - b) / loops_[static_cast<std::size_t>(loop)].size()));
   }
 
   double apart(int loop, double a, double b) const {
@@ -188,8 +233,13 @@ class CrossingSearch {
   }
 
   bool isSame(const BandCrossing& a, const BandCrossing& b) const {
-    return a.under == b.under && a.over == b.over && apart(a.under, a.underAt, b.underAt) < kNear &&
-           apart(a.over, a.overAt, b.overAt) < kNear;
+    if (a.under != b.under || a.over != b.over || apart(a.under, a.underAt, b.underAt) >= kNear ||
+        apart(a.over, a.overAt, b.overAt) >= kNear)
+      return false;
+    const int moved =
+        lapsBetween(a.under, a.underAt, b.underAt) * loops_[static_cast<std::size_t>(a.under)].turns() -
+        lapsBetween(a.over, a.overAt, b.overAt) * loops_[static_cast<std::size_t>(a.over)].turns();
+    return a.turn == b.turn + moved;
   }
 
   void dropRepeats() {
@@ -208,6 +258,7 @@ class CrossingSearch {
   }
 
   std::span<const BandLoop> loops_;
+  double width_, left_;  // of the period that is searched, pixels; no width: all of the plane
   std::vector<Chunk> chunks_;
   std::vector<std::size_t> starts_;
   std::vector<std::uint32_t> entries_;
@@ -217,8 +268,8 @@ class CrossingSearch {
 
 }  // namespace
 
-std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops) {
-  return CrossingSearch(loops).find();
+std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam) {
+  return CrossingSearch(loops, seam).find();
 }
 
 }  // namespace lorivan

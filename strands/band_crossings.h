@@ -11,10 +11,11 @@ namespace lorivan {
 struct BandCrossing {
   int under = 0, over = 0;         // numbers of the loops
   double underAt = 0, overAt = 0;  // places on them, within the first lap
+  int turn = 0;                    // periods that the upper loop has to be moved to the right to be there
 };
 
 /// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the
-/// later place of one loop, is over.
-std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops);
+/// later place of one loop, is over. Loops of a wrapped knot cross round the cylinder.
+std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam = {});
 
 }  // namespace lorivan

@@ -36,14 +36,17 @@ struct Beside {
 
 }  // namespace
 
-BandExits::BandExits(std::span<const BandLoop> loops, double half, double clear, double tolerance)
+BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear,
+                     double tolerance)
     : loops_(loops),
       half_(half),
       clear_(clear),
       tolerance_(tolerance),
-      crossings_(findBandCrossings(loops)),
+      crossings_(findBandCrossings(loops, seam)),
       ways_(loops.size()),
       overs_(loops.size()) {
+  if (seam)
+    for (const BandCrossing& c : crossings_) moved_.push_back(loop(c.over).moved(c.turn * seam.width));
   for (const BandCrossing& c : crossings_) {
     ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
     ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
@@ -58,7 +61,7 @@ BandExits::BandExits(std::span<const BandLoop> loops, double half, double clear,
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
 bool BandExits::mayReturn(const BandCrossing& c) const {
-  const BandLoop& over = loop(c.over);
+  const BandLoop& over = overOf(c);
   const BandLoop::Spot s = over.spot(c.overAt);
   const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
@@ -94,8 +97,7 @@ double BandExits::mostOfRoom(const BandCrossing& c, int direction) const {
 
 BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   const double most = mostOfRoom(c, direction);
-  BandEnd end;
-  end.crossing = &c;
+  BandEnd end{.side = {}, .crossing = &c, .over = overOf(c), .isPlain = true};
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
@@ -122,14 +124,14 @@ BandPiece BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
     back = std::max(back, c.overAt - exit.foot + kBeyond);
     on = std::max(on, exit.foot - c.overAt + kBeyond);
   }
-  return {&loop(c.over), c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
+  return {end.over, c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
 }
 
 /// As far as the covering band may come back, but at most half the way to where the lower band crosses over
 /// it, and not beyond the lower band's own beginning.
 double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction,
                              double least) const {
-  const BandLoop &over = loop(c.over), &under = loop(c.under);
+  const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
   const auto& overs = overs_[static_cast<std::size_t>(c.under)];
@@ -139,7 +141,7 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
     if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) / 2);
   }
-  if (c.over == c.under) {
+  if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
     const double end = isOwn == (direction > 0) ? band.to : band.from;
     most = std::min(most, wayTo(end) * (isOwn ? 0.5 : 1));
@@ -160,7 +162,7 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
-  if (!mayReturn_[static_cast<std::size_t>(&c - crossings_.data())]) return exit;
+  if (!mayReturn_[numberOf(c)]) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);
@@ -173,7 +175,7 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
 
 /// Looks along the covering band for a bend that brings it nearer to an exit than it may be.
 bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const {
-  const BandLoop& over = loop(c.over);
+  const BandLoop& over = overOf(c);
   const Vec at = offsetPoint(loop(c.under).spot(exit.place), distance);
   const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
   double nearest = least;
@@ -183,7 +185,7 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
       const Vec away = over.point(i) - at;
       const double square = dot(away, away);
       if (square > 16 * clear_ * clear_) break;
-      if (square >= nearest || (c.under == c.over && isOwn(c, exit.place, i))) continue;
+      if (square >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
       nearest = square;
       exit.foot = i;
     }
@@ -201,7 +203,7 @@ bool BandExits::isOwn(const BandCrossing& c, double place, int sample) const {
 /// takes two or three; false where they lead elsewhere.
 bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int direction, double most,
                             BandExit& exit) const {
-  const BandLoop &under = loop(c.under), &over = loop(c.over);
+  const BandLoop &under = loop(c.under), &over = overOf(c);
   double edge = 0, expected = 0;
   // What a step leaves is the square of the gap by the diameter of a bend, which seldom is a quarter of the
   // band's.
@@ -230,7 +232,7 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
 /// where the side leads away from that band, else by as much as is missing at least.
 BandExit BandExits::leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
                                   BandExit exit) const {
-  const BandLoop &under = loop(c.under), &over = loop(c.over);
+  const BandLoop &under = loop(c.under), &over = overOf(c);
   for (int step = 0; step < kMostSteps; ++step) {
     const BandLoop::Spot s = under.spot(exit.place);
     const Vec at = offsetPoint(s, distance);

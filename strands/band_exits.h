@@ -20,6 +20,7 @@ struct BandExit {
 struct BandEnd {
   BandExit side[2];
   const BandCrossing* crossing = nullptr;
+  BandLoop over;        // that lies there
   bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
   bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
@@ -28,7 +29,7 @@ class BandExits {
  public:
   /// For bands `half` to each side, of which `clear` to each side of a covering band's centre line can not be
   /// seen. Exits are true to `tolerance`. The loops must outlive this.
-  BandExits(std::span<const BandLoop> loops, double half, double clear, double tolerance);
+  BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear, double tolerance);
 
   const std::vector<BandCrossing>& crossings() const { return crossings_; }
 
@@ -49,6 +50,17 @@ class BandExits {
 
  private:
   const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  std::size_t numberOf(const BandCrossing& c) const {
+    return static_cast<std::size_t>(&c - crossings_.data());
+  }
+  /// The upper loop where it crosses the lower one.
+  const BandLoop& overOf(const BandCrossing& c) const {
+    return moved_.empty() ? loop(c.over) : moved_[numberOf(c)];
+  }
+  /// Whether a strand crosses itself, and not another of its copies round a cylinder.
+  bool isSelf(const BandCrossing& c) const {
+    return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
+  }
   bool isCalm(int number, double from, double to, double distance) const;
   bool mayReturn(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
@@ -64,6 +76,7 @@ class BandExits {
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
+  std::vector<BandLoop> moved_;                          // upper loops of a wrapped knot, by crossing
   std::vector<std::vector<double>> ways_;                // places of a loop's crossings, over and under
   std::vector<char> mayReturn_;                          // of each crossing
   std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it

@@ -10,23 +10,41 @@ constexpr int kSteps = 6;       // towards a nearest point; each one at least ha
 
 }  // namespace
 
-BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view) : slot_(slot) {
+BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view)
+    : slot_(slot),
+      turns_(curve.turns[static_cast<std::size_t>(slot)]),
+      lap_(curve.lap(slot) * acrossScale(view)) {
+  std::vector<Node> nodes;
   const auto at = static_cast<std::size_t>(slot);
-  nodes_.reserve(static_cast<std::size_t>(curve.last[at] - curve.first[at] + 1));
+  nodes.reserve(static_cast<std::size_t>(curve.last[at] - curve.first[at] + 1));
   for (int i = curve.first[at]; i <= curve.last[at]; ++i) {
     const auto sample = static_cast<std::size_t>(i);
     const SamplePlace place = samplePlace(curve, sample, view);
     const Vec p{place.x, place.y};
-    if (nodes_.empty() || lengthOf(p - nodes_.back().at) > kSame)
-      nodes_.push_back({p, {}, {}, curve.Z[sample]});
+    if (nodes.empty() || lengthOf(p - nodes.back().at) > kSame) nodes.push_back({p, {}, {}, curve.Z[sample]});
   }
-  while (nodes_.size() > 1 && lengthOf(nodes_.back().at - nodes_.front().at) <= kSame) nodes_.pop_back();
-  if (nodes_.size() < 3) nodes_.clear();
-  for (int i = 0; i < size(); ++i) {
+  const auto meetsFirst = [&] {
+    return lengthOf(nodes.back().at - nodes.front().at - Vec{lap_, 0}) <= kSame;
+  };
+  while (nodes.size() > 1 && meetsFirst()) nodes.pop_back();
+  if (nodes.size() < 3) return;
+  size_ = static_cast<int>(nodes.size());
+  nodes_ = std::make_shared<Node[]>(nodes.size());
+  std::ranges::copy(nodes, nodes_.get());
+  for (int i = 0; i < size_; ++i) {
     Node& node = nodes_[wrap(i)];
-    node.along = (nodes_[wrap(i + 1)].at - nodes_[wrap(i - 1)].at) * 0.5;
+    node.along = (point(i + 1) - point(i - 1)) * 0.5;
     node.direction = unit(node.along);
   }
+}
+
+std::optional<double> BandLoop::sameLine(const BandLoop& other) const {
+  if (nodes_ != other.nodes_) return std::nullopt;
+  const double apart = other.left_ - left_;
+  if (isRing()) return std::fabs(apart) < kSame ? std::optional(0.0) : std::nullopt;
+  const double laps = std::round(apart / lap_);
+  if (std::fabs(apart - laps * lap_) > kSame) return std::nullopt;
+  return laps * size_;
 }
 
 double BandLoop::wrapped(double place) const {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "strands/knot_curve.h"
@@ -28,18 +30,37 @@ inline Vec unit(Vec a) {
 }
 
 /// The closed cardinal curve through a strand's samples, unrounded. A place on it is a number of samples from
-/// 0 up; numbers at or above size() lie a lap further on.
+/// 0 up; numbers at or above size() lie a lap further on. The laps of a strand that goes round a cylinder lie
+/// beside each other. Copies share what they are made of.
 class BandLoop {
  public:
   /// Samples that repeat the one before are left out. Fewer than three points make an empty loop.
   BandLoop(const KnotCurve& curve, int slot, const GridView& view);
 
   int slot() const { return slot_; }
-  int size() const { return static_cast<int>(nodes_.size()); }
+  int size() const { return size_; }
   /// At a sample, whichever lap it is in.
-  Vec point(int i) const { return nodes_[wrap(i)].at; }
+  Vec point(int i) const {
+    double x = left_;
+    const Vec at = nodes_[wrap(i, x)].at;
+    return {at.x + x, at.y};
+  }
   Vec tangent(int i) const { return nodes_[wrap(i)].along; }
   Vec direction(int i) const { return nodes_[wrap(i)].direction; }
+  /// Whether its laps lie on one another.
+  bool isRing() const { return turns_ == 0; }
+  /// Periods that it goes to the right in one lap, and how many pixels that is.
+  int turns() const { return turns_; }
+  double lap() const { return lap_; }
+  /// The same line further to the right.
+  BandLoop moved(double right) const {
+    BandLoop copy = *this;
+    copy.left_ += right;
+    return copy;
+  }
+  /// What has to be added to a place on `other` for the same point on this one; none where they are different
+  /// lines.
+  std::optional<double> sameLine(const BandLoop& other) const;
   double wrapped(double place) const;
 
   struct Spot {
@@ -59,9 +80,18 @@ class BandLoop {
     const int n = size();
     return static_cast<std::size_t>(i >= 0 && i < n ? i : (i % n + n) % n);
   }
+  /// Adds to x how far the sample's lap lies to the right of the first one.
+  std::size_t wrap(int i, double& x) const {
+    const int n = size();
+    if (i >= 0 && i < n) return static_cast<std::size_t>(i);
+    const int within = (i % n + n) % n;
+    x += lap_ * ((i - within) / n);
+    return static_cast<std::size_t>(within);
+  }
 
-  int slot_;
-  std::vector<Node> nodes_;
+  int slot_, size_ = 0, turns_ = 0;
+  double lap_ = 0, left_ = 0;
+  std::shared_ptr<Node[]> nodes_;
 };
 
 // Both are asked for hundreds of thousands of times in one picture: they are worth being inline.
@@ -69,10 +99,14 @@ inline BandLoop::Spot BandLoop::spot(double place) const {
   auto low = static_cast<int>(place);
   if (low > place) --low;
   const double t = place - low;
-  const std::size_t at = wrap(low), next = at + 1 < nodes_.size() ? at + 1 : 0;
-  const Node &a = nodes_[at], &b = nodes_[next];
-  const Vec d = b.at - a.at, square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
-  return {a.at + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
+  double left = left_;
+  const std::size_t at = wrap(low, left);
+  const bool isLast = at + 1 == static_cast<std::size_t>(size_);
+  const Node &a = nodes_[at], &b = nodes_[isLast ? 0 : at + 1];
+  const Vec from{a.at.x + left, a.at.y};
+  const Vec d{b.at.x + (isLast ? left + lap_ : left) - from.x, b.at.y - a.at.y};
+  const Vec square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
+  return {from + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
           square * 2 + cube * (6 * t)};
 }
 

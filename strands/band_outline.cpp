@@ -23,14 +23,14 @@ constexpr double kStraight = 0.1;    // radians that an edge may turn for a band
 
 class Outliner {
  public:
-  Outliner(const std::vector<BandLoop>& loops, const OutlineOptions& options)
+  Outliner(const std::vector<BandLoop>& loops, const Seam& seam, const OutlineOptions& options)
       : loops_(loops),
         options_(options),
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest))),
         fit_(options.fitted ? tolerance_ : 0),
-        exits_(loops, half_, clear_, tolerance_) {}
+        exits_(loops, seam, half_, clear_, tolerance_) {}
 
   BandOutlines run() {
     BandOutlines outlines;
@@ -59,7 +59,7 @@ class Outliner {
     const int calm = calmPlace(band);
     if (options_.centres) {
       made.centre = centreLine(band, calm, calm + band.size());
-      made.centre.back() = made.centre.front();
+      if (band.isRing()) made.centre.back() = made.centre.front();
     }
     if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
     if (begin == end) {
@@ -114,6 +114,7 @@ class Outliner {
   }
 
   std::vector<BandContour> ring(const BandLoop& band, int calm, double half, bool* folded = nullptr) {
+    if (!band.isRing()) return wayRound(band, calm, half, folded);
     std::vector<BandContour> contours;
     for (const int sense : {-1, 1}) {
       followSide(band, calm, calm + band.size(), sense * half, line_);
@@ -129,6 +130,30 @@ class Outliner {
         std::ranges::move(simple(std::move(contour)), std::back_inserter(contours));
     }
     return contours;
+  }
+
+  /// One lap of a band that goes round a cylinder, cut off straight where it begins again.
+  std::vector<BandContour> wayRound(const BandLoop& band, int calm, double half, bool* folded) {
+    BandContour contour;
+    bool hasFolds = false;
+    for (const int side : {-1, 1}) {
+      followSide(band, calm, calm + band.size(), side * half, line_);
+      hasFolds |= !line_.corners.empty();
+      if (side > 0) reverseSide(line_);
+      appendStraightTo(line_.points.front().at, contour);
+      appendSide(line_, tolerance_, contour);
+    }
+    appendStraightTo({contour.front().x, contour.front().y}, contour);
+    contour.back() = contour.front();
+    if (folded != nullptr) *folded |= hasFolds;
+    if (!hasFolds || folded != nullptr) return {std::move(contour)};
+    return simple(std::move(contour));
+  }
+
+  static void appendStraightTo(Vec to, BandContour& contour) {
+    if (contour.empty()) return contour.push_back(toPointF(to));
+    const Vec from{contour.back().x, contour.back().y}, way = unit(to - from);
+    appendArc({from, way}, {to, way}, contour);
   }
 
   LinePoint capPoint(const BandLoop& band, double place, double foot, int side, const BandLoop& over) const {
@@ -161,7 +186,7 @@ class Outliner {
 
   /// The end of a band along the edge of the one that covers it, from one of its sides to the other.
   void cap(const BandLoop& band, const BandEnd& end, int fromSide, double fit, BandContour& contour) {
-    const BandLoop& over = loop(end.crossing->over);
+    const BandLoop& over = end.over;
     const BandExit &a = end.side[fromSide], &b = end.side[1 - fromSide];
     LinePoint from = capPoint(band, a.place, a.foot, fromSide, over);
     LinePoint to = capPoint(band, b.place, b.foot, 1 - fromSide, over);
@@ -207,6 +232,7 @@ class Outliner {
   void stretch(const BandLoop& band, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
+    if (lap > 0) end.over = end.over.moved(band.lap());
     const std::size_t before = made.stretches.size();
     if (mustClip(begin) || mustClip(end))
       clipped(band, begin, end, first, last, made);
@@ -269,7 +295,7 @@ class Outliner {
   /// to what covers it.
   void clipped(const BandLoop& band, BandEnd begin, BandEnd end, double first, double last,
                StrandOutline& made) {
-    const BandPiece piece{&band, first, last};
+    const BandPiece piece{band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
     auto chains = clipBand(piece, half_, covers, clear_, tolerance_);
@@ -305,7 +331,7 @@ class Outliner {
 
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options) {
   const std::vector<BandLoop> loops = bandLoops(curve, view);
-  return Outliner(loops, options).run();
+  return Outliner(loops, seamOf(curve, view), options).run();
 }
 
 double contourArea(const BandContour& contour) {

@@ -37,7 +37,7 @@ struct BandStretch {
 
 struct StrandOutline {
   int slot = 0;
-  std::vector<PointF> centre;     // chain along the whole strand, closed
+  std::vector<PointF> centre;     // chain along the whole strand, closed; one lap of it round a cylinder
   std::vector<BandContour> ring;  // the whole band, `outer` wide, covered or not; it may cross itself
   bool folded = false;            // the ring had folds: where bends follow closely it may miss a corner
   std::vector<BandStretch> stretches;
@@ -51,7 +51,8 @@ struct BandOutlines {
 
 /// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
-/// that cover its ends, it is left out; where one of them cuts it in two, there are two. Outlines overlap
+/// that cover its ends, it is left out; where one of them cuts it in two, there are two. Of a wrapped knot
+/// every stretch is there once, whole, wherever that is: the seam cuts nothing. Outlines overlap
 /// only where three bands have no room between their crossings, and where bands that do not cross lie nearer
 /// to each other than their width.
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);

@@ -7,14 +7,20 @@ namespace lorivan {
 
 void BandPainter::strand(int slot) { strandStart(slot, std::numeric_limits<int>::max()); }
 
+void BandPainter::edge(int slot) {
+  loopPoints(curve_, slot, view_, false, points_);
+  slot_ = 0;  // others are rounded where there are pixels
+  stretch(slot, 0, points_.size(), std::max(outer(), inner()), 0, CapStyle::round);
+}
+
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.
 void BandPainter::strandStart(int slot, int count) {
   takePoints(slot);
   const int samples = static_cast<int>(points_.size());
   if (count < 2 || samples < 2) return;
   const auto pieces = static_cast<std::size_t>(count < samples ? count - 1 : samples);
-  stretch(0, pieces, outer(), 0, CapStyle::round);
-  stretch(0, pieces, inner(), style_.bandColour(slot), CapStyle::round);
+  stretch(slot, 0, pieces, outer(), 0, CapStyle::round);
+  stretch(slot, 0, pieces, inner(), style_.bandColour(slot), CapStyle::round);
 }
 
 void BandPainter::overRun(int slot, const OverRun& run) {
@@ -24,8 +30,8 @@ void BandPainter::overRun(int slot, const OverRun& run) {
   const bool wholeStrand = count == points_.size();
   // The black stops three points short, so that it does not cut into the band where the strand dives.
   const std::size_t black = wholeStrand ? count : count - std::min<std::size_t>(count, 3);
-  stretch(begin, black, outer(), 0, CapStyle::flat);
-  stretch(begin, wholeStrand ? count : count - 1, inner(), style_.bandColour(slot), CapStyle::round);
+  stretch(slot, begin, black, outer(), 0, CapStyle::flat);
+  stretch(slot, begin, wholeStrand ? count : count - 1, inner(), style_.bandColour(slot), CapStyle::round);
 }
 
 void BandPainter::takePoints(int slot) {
@@ -34,11 +40,19 @@ void BandPainter::takePoints(int slot) {
   slot_ = slot;
 }
 
-void BandPainter::stretch(std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps) {
+void BandPainter::stretch(int slot, std::size_t begin, std::size_t pieces, float width, Colour colour,
+                          CapStyle caps) {
   if (pieces == 0) return;
   bezier_.clear();
-  closedCardinalToBezier(points_, begin, pieces, bezier_);
-  surface_.wideCurve({bezier_, width, colour, caps});
+  closedCardinalToBezier(points_, begin, pieces, bezier_,
+                         static_cast<float>(curve_.lap(slot) * acrossScale(view_)));
+  if (!seam_) return surface_.wideCurve({bezier_, width, colour, caps});
+  Reach reach;
+  reach.add(bezier_);
+  eachCopy(seam_, reach.low - width, reach.high + width, [&](double right) {
+    const std::vector<PointF> copy = movedRight(bezier_, right);
+    surface_.wideCurve({copy, width, colour, caps});
+  });
 }
 
 }  // namespace lorivan

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "strands/seam_copies.h"
 
 namespace lorivan {
 namespace {
@@ -43,16 +44,21 @@ void shortenLine(std::vector<PointF>& line, double length) {
 /// Rounds to whole units and strokes.
 class Stroker {
  public:
-  explicit Stroker(Metafile& metafile) : metafile_(metafile) {}
+  Stroker(Metafile& metafile, const Seam& seam) : metafile_(metafile), seam_(seam) {}
 
   void operator()(const std::vector<PointF>& line, bool closed, int width, Colour colour) {
-    rounded_.clear();
-    for (const PointF p : line) rounded_.push_back({toInt32(p.x), toInt32(p.y)});
-    metafile_.strokePath(rounded_, closed, width, colour);
+    Reach reach;
+    reach.add(line);
+    eachCopy(seam_, reach.low - width, reach.high + width, [&](double right) {
+      rounded_.clear();
+      for (const PointF p : line) rounded_.push_back({toInt32(p.x + right), toInt32(p.y)});
+      metafile_.strokePath(rounded_, closed, width, colour);
+    });
   }
 
  private:
   Metafile& metafile_;
+  Seam seam_;
   std::vector<PointI> rounded_;
 };
 
@@ -60,13 +66,17 @@ class Stroker {
 
 void strokeBands(Metafile& metafile, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
   const int outer = view.penWidth(style.outerWidth()), inner = view.penWidth(style.innerWidth());
-  Stroker stroke(metafile);
+  const Seam seam = seamOf(curve, view);
+  if (seam) metafile.clip({toInt32(seam.left), 0}, {toInt32(seam.right()), view.height()});
+  Stroker stroke(metafile, seam);
   std::vector<PointF> points;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     if (!curve.used(slot)) continue;
     loopPoints(curve, slot, view, false, points);
-    stroke(points, true, outer, 0);
-    stroke(points, true, inner, style.bandColour(slot));
+    const double lap = curve.lap(slot) * acrossScale(view);
+    if (lap != 0) points.push_back({static_cast<float>(points.front().x + lap), points.front().y});
+    stroke(points, lap == 0, outer, 0);
+    stroke(points, lap == 0, inner, style.bandColour(slot));
   }
   std::vector<OverRun> runs;
   std::vector<PointF> black;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "strands/cap_joiner.h"
 #include "strands/cut_room.h"
+#include "strands/seam_cut.h"
 
 namespace lorivan {
 namespace {
@@ -61,13 +63,18 @@ std::vector<BandContour> contoursOf(const CutDrawing& drawing) {
   return contours;
 }
 
-CutStrand cutStrand(StrandOutline&& outline, const KnotStyle& style, const CutOptions& options) {
+/// Pieces of a wrapped knot end at the seams, with half the cut's width beyond.
+CutStrand cutStrand(StrandOutline&& outline, const KnotStyle& style, const CutOptions& options,
+                    const Seam& seam, double grow) {
   CutStrand strand{outline.slot, lineColour(style.bandColour(outline.slot)), {}, {}};
-  for (BandStretch& stretch : outline.stretches) {
-    if (options.outlines) strand.shapes.push_back(std::move(stretch.contours));
-    if (stretch.centre.size() > 3) strand.centres.push_back(std::move(stretch.centre));
+  const bool whole = !options.outlines && !options.broken;
+  if (whole) strand.centres = chainsAtSeam(seam, outline.centre);
+  for (const BandStretch& stretch : outline.stretches) {
+    if (options.outlines)
+      std::ranges::move(cutAtSeam(seam, stretch.contours, grow), std::back_inserter(strand.shapes));
+    if (!whole && stretch.centre.size() > 3)
+      std::ranges::move(chainsAtSeam(seam, stretch.centre), std::back_inserter(strand.centres));
   }
-  if (!options.outlines && !options.broken) strand.centres = {std::move(outline.centre)};
   return strand;
 }
 
@@ -76,9 +83,10 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   CutDrawing drawing;
   drawing.outlines = options.outlines;
   BandOutlines outlines = bandOutlines(curve, view, widths);
+  const Seam seam = seamOf(curve, view);
   drawing.apart = !options.outlines || outlines.crowded == 0;
   for (StrandOutline& outline : outlines.strands)
-    drawing.strands.push_back(cutStrand(std::move(outline), style, options));
+    drawing.strands.push_back(cutStrand(std::move(outline), style, options, seam, widths.grow));
   drawing.box = boxOf(drawing);
   return drawing;
 }

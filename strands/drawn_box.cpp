@@ -1,6 +1,7 @@
 #include "strands/drawn_box.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "strands/band_paths.h"
 
@@ -9,7 +10,12 @@ namespace {
 
 class Extent {
  public:
-  const PictureBox& box() const { return box_; }
+  PictureBox box() const {
+    if (!held_ || box_.left > box_.right) return box_;
+    return {held_->left, box_.top, held_->right, box_.bottom};
+  }
+  /// A wrapped knot reaches from seam to seam.
+  void hold(double left, double right) { held_ = {left, 0, right, 0}; }
 
   void add(double x, double y, double margin) {
     box_ = {std::min(box_.left, x - margin), std::min(box_.top, y - margin), std::max(box_.right, x + margin),
@@ -28,6 +34,7 @@ class Extent {
 
  private:
   PictureBox box_ = kEmptyBox;
+  std::optional<PictureBox> held_;
 };
 
 /// Draws nothing. Ends of bands that are cut off straight always lie on a band that goes on.
@@ -35,7 +42,7 @@ class MeasuringSurface final : public Surface {
  public:
   explicit MeasuringSurface(const GridView& view) : view_(view) {}
 
-  const PictureBox& box() const { return extent_.box(); }
+  PictureBox box() const { return extent_.box(); }
 
   int width() const override { return view_.width; }
   int height() const override { return view_.height(); }
@@ -60,6 +67,7 @@ class MeasuringSurface final : public Surface {
   void fillPath(std::span<const std::vector<PointF>> contours, Colour) override {
     for (const auto& contour : contours) extent_.add(contour, 0);
   }
+  void beginClip(double left, double right) override { extent_.hold(left, right); }
 
  private:
   const GridView& view_;
@@ -68,11 +76,12 @@ class MeasuringSurface final : public Surface {
 
 class MeasuringMetafile final : public Metafile {
  public:
-  const PictureBox& box() const { return extent_.box(); }
+  PictureBox box() const { return extent_.box(); }
 
   void strokePath(std::span<const PointI> points, bool, int width, Colour) override {
     for (const PointI p : points) extent_.add(p.x, p.y, width / 2.0);
   }
+  void clip(PointI upperLeft, PointI lowerRight) override { extent_.hold(upperLeft.x, lowerRight.x); }
   Result<std::string> finish() override { return std::string(); }
 
  private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "base/numbers.h"
 #include "strands/bspline.h"
@@ -10,17 +11,21 @@ namespace lorivan {
 namespace {
 
 /// Samples one closed polygon of `count` points; polygon[count] repeats polygon[0] and is not read.
-void sampleClosed(const StrandPoint* polygon, int count, const BsplineTable& table, KnotCurve& curve) {
+/// `lap` is how far x changes from one lap to the next.
+void sampleClosed(const StrandPoint* polygon, int count, double lap, const BsplineTable& table,
+                  KnotCurve& curve) {
   const int order = table.order();
   for (int interval = 0; interval < count; ++interval)
     for (int phase = 0; phase < table.samples(); ++phase) {
       const double* weight = table.weights(phase);
       double x = 0, y = 0, z = 0;
+      double moved = 0;
       for (int j = 0, k = interval; j < order; ++j) {
         const StrandPoint& p = polygon[k];
-        x += weight[j] * p.x;
+        x += weight[j] * (p.x + moved);
         y += weight[j] * p.y;
         z += weight[j] * p.z;
+        if (k == 0) moved -= lap;
         k = k == 0 ? count - 1 : k - 1;
       }
       curve.X.push_back(static_cast<float>(-x));
@@ -33,14 +38,20 @@ void sampleClosed(const StrandPoint* polygon, int count, const BsplineTable& tab
 /// looks smooth in them.
 double steps(const GridView& view) { return view.width <= kReferenceWidth ? 1 : 8; }
 
-PointF place(const KnotCurve& curve, int sample, const GridView& view, bool raster) {
-  const auto [x, y] = samplePlace(curve, static_cast<std::size_t>(sample), view);
+PointF place(const KnotCurve& curve, int sample, const GridView& view, bool raster, double lap = 0) {
+  auto [x, y] = samplePlace(curve, static_cast<std::size_t>(sample), view);
+  if (lap != 0) x += lap * acrossScale(view);
   if (!raster) return {static_cast<float>(x), static_cast<float>(y)};
   const double n = steps(view);
   return {static_cast<float>(roundHalfEven(x * n) / n), static_cast<float>(roundHalfEven(y * n) / n)};
 }
 
 }  // namespace
+
+Seam seamOf(const KnotCurve& curve, const GridView& view) {
+  if (!curve.wrap) return {};
+  return {view.pixelX(curve.wrap.left), curve.wrap.period * acrossScale(view)};
+}
 
 int samplesPerPoint(float scale) {
   if (scale < 10) return 3;
@@ -52,31 +63,37 @@ void sampleStrands(const StrandStore& store, int order, int samples, KnotCurve& 
   curve.X.clear();
   curve.Y.clear();
   curve.Z.clear();
+  curve.wrap = store.wrap;
+  curve.turns = store.turns;
   for (int slot = 0; slot < kStrandSlots; ++slot) {
     const auto at = static_cast<std::size_t>(slot);
     curve.first[at] = static_cast<int>(curve.X.size());
     const int count = store.ThreadCount[at];
-    if (count > 0) sampleClosed(&store.point(slot, 0), count, table, curve);
+    if (count > 0)
+      sampleClosed(&store.point(slot, 0), count, static_cast<double>(store.lap(slot)), table, curve);
     curve.last[at] = static_cast<int>(curve.X.size()) - 1;
   }
 }
 
 void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std::size_t pieces,
-                            std::vector<PointF>& bezier) {
+                            std::vector<PointF>& bezier, float lap) {
   constexpr float pull = 0.5F / 3;  // tension over three
   const std::size_t count = loop.size();
   if (count < 2) return;
-  const auto after = [count](std::size_t i) { return i + 1 == count ? 0 : i + 1; };
-  std::size_t from = begin % count, before = from == 0 ? count - 1 : from - 1;
-  bezier.push_back(loop[from]);
+  // Points are told by how many come before them since the first lap's end.
+  const auto at = [&](std::size_t i) {
+    const PointF p = loop[i % count];
+    return lap == 0 ? p : PointF{p.x + lap * (static_cast<float>(i / count) - 1), p.y};
+  };
+  const std::size_t first = begin + count;
+  PointF before = at(first - 1), a = at(first), b = at(first + 1);
+  bezier.push_back(a);
   for (std::size_t i = 0; i < pieces; ++i) {
-    const std::size_t to = after(from), next = after(to);
-    const PointF a = loop[from], b = loop[to];
-    bezier.push_back({a.x + (b.x - loop[before].x) * pull, a.y + (b.y - loop[before].y) * pull});
-    bezier.push_back({b.x - (loop[next].x - a.x) * pull, b.y - (loop[next].y - a.y) * pull});
+    const PointF next = at(first + i + 2);
+    bezier.push_back({a.x + (b.x - before.x) * pull, a.y + (b.y - before.y) * pull});
+    bezier.push_back({b.x - (next.x - a.x) * pull, b.y - (next.y - a.y) * pull});
     bezier.push_back(b);
-    before = from;
-    from = to;
+    before = std::exchange(a, std::exchange(b, next));
   }
 }
 
@@ -112,13 +129,17 @@ GridBox curveBox(const KnotCurve& curve, float stretch) {
     for (int i = curve.first[static_cast<std::size_t>(slot)]; i <= curve.last[static_cast<std::size_t>(slot)];
          ++i)
       points.push_back({curve.X[static_cast<std::size_t>(i)], curve.Y[static_cast<std::size_t>(i)]});
-    closedCardinalToBezier(points, 0, points.size(), bezier);
+    closedCardinalToBezier(points, 0, points.size(), bezier, static_cast<float>(curve.lap(slot)));
     for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) {
       addExtremes(bezier[i].x, bezier[i + 1].x, bezier[i + 2].x, bezier[i + 3].x, left, right);
       addExtremes(bezier[i].y, bezier[i + 1].y, bezier[i + 2].y, bezier[i + 3].y, bottom, top);
     }
   }
   if (left > right) return box;
+  if (curve.wrap) {
+    left = curve.wrap.left;
+    right = left + curve.wrap.period;
+  }
   box.add(left, bottom * stretch);
   box.add(right, top * stretch);
   return box;
@@ -129,7 +150,7 @@ void loopPoints(const KnotCurve& curve, int slot, const GridView& view, bool ras
   points.clear();
   const auto at = static_cast<std::size_t>(slot);
   for (int i = curve.first[at] + 1; i <= curve.last[at]; ++i) points.push_back(place(curve, i, view, raster));
-  if (curve.used(slot)) points.push_back(place(curve, curve.first[at], view, raster));
+  if (curve.used(slot)) points.push_back(place(curve, curve.first[at], view, raster, curve.lap(slot)));
 }
 
 void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
@@ -153,8 +174,10 @@ void runPoints(const KnotCurve& curve, int slot, const OverRun& run, const GridV
   points.clear();
   const int first = curve.first[static_cast<std::size_t>(slot)],
             count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
-  for (int i = 0; i <= run.count; ++i)
-    points.push_back(place(curve, first + (run.begin - first + i) % count, view, raster));
+  for (int i = 0; i <= run.count; ++i) {
+    const int number = run.begin - first + i;
+    points.push_back(place(curve, first + number % count, view, raster, number / count * curve.lap(slot)));
+  }
 }
 
 }  // namespace lorivan

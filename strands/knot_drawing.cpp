@@ -7,6 +7,7 @@
 #include "base/numbers.h"
 #include "strands/band_outline.h"
 #include "strands/band_painter.h"
+#include "strands/seam_copies.h"
 
 namespace lorivan {
 namespace {
@@ -18,21 +19,17 @@ constexpr double kFilledEdge =
 
 /// The edges of all bands, which lie beneath all colours: no colour's end shows what is under it. Files get
 /// shapes where a band has no folds.
-void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& curve, const GridView& view,
-               float width) {
+void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& curve, const KnotStyle& style,
+               const GridView& view) {
+  const Seam seam = seamOf(curve, view);
   std::vector<BandContour> rings;
   for (const StrandOutline& strand : outlines.strands)
-    if (!strand.folded) rings.insert(rings.end(), strand.ring.begin(), strand.ring.end());
+    if (!strand.folded) appendCopies(seam, strand.ring, rings);
   surface.beginGroup("edges");
   if (!rings.empty()) surface.fillPath(rings, 0);
-  std::vector<PointF> points, bezier;
-  for (const StrandOutline& strand : outlines.strands) {
-    if (!strand.ring.empty() && !strand.folded) continue;
-    loopPoints(curve, strand.slot, view, false, points);
-    bezier.clear();
-    closedCardinalToBezier(points, 0, points.size(), bezier);
-    surface.wideCurve({bezier, width, 0, CapStyle::round});
-  }
+  BandPainter painter(surface, curve, style, view);
+  for (const StrandOutline& strand : outlines.strands)
+    if (strand.ring.empty() || strand.folded) painter.edge(strand.slot);
   surface.endGroup();
 }
 
@@ -72,14 +69,16 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   options.rings = options.fitted = !surface.isRaster();
   const BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
-  drawEdges(surface, outlines, curve, view, static_cast<float>(options.outer));
+  const Seam seam = seamOf(curve, view);
+  const SeamClip clip(surface, seam);
+  drawEdges(surface, outlines, curve, style, view);
   surface.beginGroup("strands");
   std::vector<BandContour> shapes;
   for (const StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
     shapes.clear();
     for (const BandStretch& stretch : strand.stretches) {
-      shapes.insert(shapes.end(), stretch.contours.begin(), stretch.contours.end());
+      appendCopies(seam, stretch.contours, shapes);
       if (surface.isRaster()) continue;  // all at once
       surface.fillPath(shapes, style.bandColour(strand.slot));
       shapes.clear();
@@ -91,6 +90,7 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
 }
 
 void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  const SeamClip clip(surface, seamOf(curve, view));
   BandPainter painter(surface, curve, style, view);
   surface.beginGroup("strands");
   for (int slot = 1; slot < kStrandSlots; ++slot) {

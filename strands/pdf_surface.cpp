@@ -195,6 +195,11 @@ void PdfSurface::endGroup() {
   word("EMC");
 }
 
+void PdfSurface::beginClip(double left, double right) {
+  word("q");
+  numbers({pageX(left), 0, (right - left) * scale(), pageHeight()}, "re W n");
+}
+
 /// Millimetres with y downwards, as what was drawn.
 std::string PdfSurface::contents() const {
   std::string text;

@@ -29,6 +29,8 @@ class PdfSurface final : public VectorSurface {
   void beginGroup(std::string_view name) override { beginLayer(name, false); }
   void beginHiddenGroup(std::string_view name) override { beginLayer(name, true); }
   void endGroup() override;
+  void beginClip(double left, double right) override;
+  void endClip() override { word("Q"); }
 
   std::string finish() override;
 

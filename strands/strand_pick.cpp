@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "strands/band_outline.h"
+#include "strands/seam_copies.h"
 
 namespace lorivan {
 namespace {
@@ -32,11 +33,16 @@ Nearest passageAt(const KnotCurve& curve, int slot, const GridView& view, double
   const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
   Nearest highest, passage;
   const auto sample = [&](int i) { return static_cast<std::size_t>(first + i % count); };
+  const auto placeOf = [&](int i) {
+    SamplePlace place = samplePlace(curve, sample(i), view);
+    place.x += i / count * curve.lap(slot) * acrossScale(view);
+    return place;
+  };
   for (int i = 0; i <= count; ++i) {
     // Samples beyond reach part the passages from each other.
     Nearest piece;
-    takeNearer(piece, samplePlace(curve, sample(i), view), samplePlace(curve, sample(i + 1), view),
-               static_cast<double>(curve.Z[sample(i)]), static_cast<double>(curve.Z[sample(i + 1)]), x, y);
+    takeNearer(piece, placeOf(i), placeOf(i + 1), static_cast<double>(curve.Z[sample(i)]),
+               static_cast<double>(curve.Z[sample(i + 1)]), x, y);
     const bool within = piece.distance <= reach;
     if (within && piece.distance < passage.distance) passage = piece;
     if (within && i < count) continue;
@@ -47,18 +53,33 @@ Nearest passageAt(const KnotCurve& curve, int slot, const GridView& view, double
   return highest;
 }
 
+/// How far the samples of a strand reach across, in the laps that were sampled.
+Reach reachOf(const KnotCurve& curve, int slot, const GridView& view) {
+  std::vector<PointF> points;
+  loopPoints(curve, slot, view, false, points);
+  Reach reach;
+  reach.add(points);
+  return reach;
+}
+
 }  // namespace
 
 int strandAt(const KnotCurve& curve, const KnotStyle& style, const GridView& view, double x, double y) {
   const double reach = style.outerWidth() / 2 * view.pixelFactor();
+  const Seam seam = seamOf(curve, view);
+  if (seam && (x < seam.left - reach || x > seam.right() + reach)) return 0;
   int found = 0;
   double height = 0;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     if (!curve.used(slot)) continue;
-    const Nearest at = passageAt(curve, slot, view, x, y, reach);
-    if (at.distance > reach || (found != 0 && at.height <= height)) continue;
-    found = slot;
-    height = at.height;
+    const Reach across = reachOf(curve, slot, view);
+    // Seen from the strand, the place lies in as many periods as the strand has copies there.
+    eachCopy(seam, across.low - reach, across.high + reach, [&](double right) {
+      const Nearest at = passageAt(curve, slot, view, x - right, y, reach);
+      if (at.distance > reach || (found != 0 && at.height <= height)) return;
+      found = slot;
+      height = at.height;
+    });
   }
   return found;
 }
@@ -68,9 +89,11 @@ double strandLength(const KnotCurve& curve, int slot, float stretch) {
   const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
   const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
   double length = 0;
-  for (std::size_t i = first, before = last; i <= last; before = i++)
-    length += std::hypot(static_cast<double>(curve.X[i]) - curve.X[before],
+  for (std::size_t i = first, before = last; i <= last; before = i++) {
+    const double lap = i == first ? curve.lap(slot) : 0;
+    length += std::hypot(curve.X[i] + lap - curve.X[before],
                          (static_cast<double>(curve.Y[i]) - curve.Y[before]) * stretch);
+  }
   return length;
 }
 
@@ -80,6 +103,7 @@ double strandLength(const KnotCurve& curve, int slot, const GridView& view) {
   const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
   double length = 0;
   SamplePlace before = samplePlace(curve, last, view);
+  before.x -= curve.lap(slot) * acrossScale(view);
   for (std::size_t i = first; i <= last; ++i) {
     const SamplePlace here = samplePlace(curve, i, view);
     length += std::hypot(here.x - before.x, here.y - before.y);
@@ -101,12 +125,15 @@ void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& s
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   const BandOutlines outlines = bandOutlines(curve, view, options);
+  const Seam seam = seamOf(curve, view);
+  const SeamClip clip(surface, seam);
+  std::vector<BandContour> shown;
   for (const StrandOutline& strand : outlines.strands) {
     if (strand.slot != slot) continue;
+    for (const BandStretch& stretch : strand.stretches) appendCopies(seam, stretch.contours, shown);
     for (const auto& [width, colour] : {std::pair(kDarkWidth, kMarkDark), {kBrightWidth, kMarkBright}})
-      for (const BandStretch& stretch : strand.stretches)
-        for (const BandContour& contour : stretch.contours)
-          surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});
+      for (const BandContour& contour : shown)
+        surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});
   }
 }
 

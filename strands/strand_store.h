@@ -6,6 +6,8 @@
 #include <span>
 #include <vector>
 
+#include "graph/graph.h"
+
 namespace lorivan {
 
 inline constexpr int kStrandSlots = 41;     // slots 0 to 40; slot 0 is never used
@@ -24,6 +26,8 @@ struct StrandStore {
   StrandStore() : ThreadPoints(static_cast<std::size_t>(kStrandSlots) * kStrandPoints) {}
 
   std::vector<StrandPoint> ThreadPoints;                 // slot-major
+  Wrap wrap;                                             // of the graph that the strands run through
+  std::array<std::int32_t, kStrandSlots> turns{};        // periods that a strand goes to the right in one lap
   std::array<std::int32_t, kStrandSlots> ThreadCount{};  // points of each slot; 0: the slot is empty
 
   StrandPoint& point(int slot, int number) {
@@ -32,7 +36,20 @@ struct StrandStore {
   const StrandPoint& point(int slot, int number) const {
     return const_cast<StrandStore*>(this)->point(slot, number);
   }
-  /// Points 0 to count of a slot; the last is a copy of the first. Empty for an unused slot.
+  /// How far x, which is negated, changes in one lap of a strand; not 0 for one that goes round a cylinder.
+  float lap(int slot) const {
+    return static_cast<float>(-turns[static_cast<std::size_t>(slot)] * int{wrap.period});
+  }
+  /// Any point of a strand, whichever lap its number is in, below 0 too.
+  StrandPoint turned(int slot, int number) const {
+    const int count = ThreadCount[static_cast<std::size_t>(slot)];
+    const int laps = number >= 0 ? number / count : -((count - 1 - number) / count);
+    StrandPoint p = point(slot, number - laps * count);
+    if (laps != 0 && turns[static_cast<std::size_t>(slot)] != 0) p.x += static_cast<float>(laps) * lap(slot);
+    return p;
+  }
+  /// Points 0 to count of a slot; the last is a copy of the first, a lap further on. Empty for an unused
+  /// slot.
   std::span<const StrandPoint> closed(int slot) const {
     const std::int32_t count = ThreadCount[static_cast<std::size_t>(slot)];
     if (count == 0) return {};

@@ -85,6 +85,7 @@ void SvgSurface::clear(Colour background) {
 void SvgSurface::clearTransparent(Colour background) {
   background_ = background;
   body_.clear();
+  clip_.clear();
   groups_.clear();
   paints_.clear();
 }
@@ -276,7 +277,9 @@ void SvgSurface::setMotion(const SvgMotion& motion) {
 void SvgSurface::beginLayer(std::string_view name, bool hidden) {
   indent();
   body_ += "<g id=\"" + xmlText(name) + "\" inkscape:groupmode=\"layer\" inkscape:label=\"" +
-           xmlText(labelOf(name)) + (hidden ? "\" style=\"display:none\">\n" : "\">\n");
+           xmlText(labelOf(name)) + '"';
+  if (clips_ && groups_.empty()) body_ += " clip-path=\"url(#period)\"";
+  body_ += hidden ? " style=\"display:none\">\n" : ">\n";
   groups_.emplace_back(name);
 }
 
@@ -286,6 +289,17 @@ void SvgSurface::endGroup() {
   body_ += "</g>\n";
 }
 
-std::string SvgSurface::finish() { return head() + styleSheet() + body_ + "</svg>\n"; }
+void SvgSurface::beginClip(double left, double right) {
+  clip_ = "  <clipPath id=\"period\"><rect x=\"";
+  appendDecimal(clip_, pageX(left), decimals());
+  clip_ += "\" y=\"0\" width=\"";
+  appendDecimal(clip_, (right - left) * scale(), decimals());
+  clip_ += "\" height=\"";
+  appendDecimal(clip_, pageHeight(), decimals());
+  clip_ += "\"/></clipPath>\n";
+  clips_ = true;
+}
+
+std::string SvgSurface::finish() { return head() + styleSheet() + clip_ + body_ + "</svg>\n"; }
 
 }  // namespace lorivan

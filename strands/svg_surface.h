@@ -38,6 +38,9 @@ class SvgSurface final : public VectorSurface {
   void beginGroup(std::string_view name) override { beginLayer(name, false); }
   void beginHiddenGroup(std::string_view name) override { beginLayer(name, true); }
   void endGroup() override;
+  /// Outermost groups that are begun meanwhile are clipped; there is one clip in a drawing.
+  void beginClip(double left, double right) override;
+  void endClip() override { clips_ = false; }
 
   /// Lets the wide curves move that are drawn between two calls of setMotion(): a round of `seconds` (above
   /// 0), played once or for ever. The curves themselves are written as they are in the end, and only rules of
@@ -72,7 +75,8 @@ class SvgSurface final : public VectorSurface {
   void circleElement(PointI centre, double radius);
   void indent() { body_.append(2 * (groups_.size() + 1), ' '); }
 
-  std::string title_, source_, body_;
+  std::string title_, source_, body_, clip_;
+  bool clips_ = false;
   std::vector<std::string> groups_;
   std::vector<Paint> paints_;
   SvgMotion motion_;

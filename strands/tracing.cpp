@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <string_view>
+#include <vector>
 
 #include "base/numbers.h"
 
@@ -17,9 +18,10 @@ float angleOf(PointF from, PointF to) {
   return angle;
 }
 
-PointF midpoint(const GridPoint& a, const GridPoint& b) {
-  return {static_cast<float>(a.X + b.X) / 2, static_cast<float>(a.Y + b.Y) / 2};
-}
+/// A point of the graph as the walk comes to it: of a wrapped one so many periods further to the right.
+struct Stop {
+  int point = 0, turn = 0;
+};
 
 float quarterTurn(float angle) {
   return static_cast<float>(angle >= 4.712389F ? angle - 1.5 * kPi : angle + kPi / 2);
@@ -60,15 +62,32 @@ class Walk {
     PointF A, B, C;  // the two midpoints, and the spot between them
   };
 
+  /// A corner with the sign that its apex was found with.
+  struct Turned {
+    Corner corner;
+    int sign;
+  };
+
   GridLine& line(int index) { return graph_.Lines[static_cast<std::size_t>(index)]; }
-  const GridPoint& point(int index) const { return graph_.Points[static_cast<std::size_t>(index)]; }
+  const GridPoint& point(const Stop& stop) const {
+    return graph_.Points[static_cast<std::size_t>(stop.point)];
+  }
+  PointF midpoint(const Stop& a, const Stop& b) const {
+    const int x = point(a).X + point(b).X + (a.turn + b.turn) * graph_.wrap.period;
+    return {static_cast<float>(x) / 2, static_cast<float>(point(a).Y + point(b).Y) / 2};
+  }
+  bool isBack(const GridPoint& turn, std::size_t k, int incoming) const;
 
   void enterStartLine(int index);
-  bool stepOver(int& outgoing, int& next);
+  bool stepOver(int incoming, int& outgoing, Stop& next);
   PointF apex(const Corner& corner) const;
   PointF swungApex(const Corner& corner) const;
   PointF wallApex(const Corner& corner) const;
   bool store(int number, PointF apexPoint, PointF crossing);
+  Stop startStop(int start, int slot, int index);
+  TraceStep shown(TraceStep step) const;
+  void turnAgain(int turns, const std::vector<Turned>& corners);
+  bool isClosed(const Stop& first, const Stop& second, bool sameLine) const;
 
   KnotGraph& graph_;
   const TraceSettings& settings_;
@@ -78,7 +97,7 @@ class Walk {
   int slot_ = 0;
   int sign_ = -1;  // s: turns to the next (+1) or the previous (-1) neighbour
   int walls_ = 0;  // w
-  int previous_ = 0, current_ = 0;
+  Stop previous_, current_;
   PointF reference_;  // R: the previous apex
 };
 
@@ -103,20 +122,27 @@ void Walk::enterStartLine(int index) {
   }
 }
 
+/// Whether a neighbour is where the walk came from. Round a cylinder two lines may lead to one point, and a
+/// line from a point to itself.
+bool Walk::isBack(const GridPoint& turn, std::size_t k, int incoming) const {
+  if (turn.Nb[k] != previous_.point) return false;
+  return !graph_.wrap || (turn.NbLine[k] == incoming && turn.NbTurn[k] == previous_.turn - current_.turn);
+}
+
 /// Chooses the outgoing line at the current point and marks its crossing. False when the neighbour is no
 /// point.
-bool Walk::stepOver(int& outgoing, int& next) {
+bool Walk::stepOver(int incoming, int& outgoing, Stop& next) {
   const GridPoint& turn = point(current_);
   int k = 0;
-  while (k < turn.NbCount && turn.Nb[static_cast<std::size_t>(k)] != previous_) ++k;
+  while (k < turn.NbCount && !isBack(turn, static_cast<std::size_t>(k), incoming)) ++k;
   int m = k + sign_;
   sign_ = -sign_;
   if (m > turn.NbCount - 1) m = 0;
   if (m < 0) m = turn.NbCount > 0 ? turn.NbCount - 1 : 0;
   if (turn.NbCount == 0) return false;
   outgoing = turn.NbLine[static_cast<std::size_t>(m)];
-  next = turn.Nb[static_cast<std::size_t>(m)];
-  if (next > graph_.LastPoint) return false;
+  next = {turn.Nb[static_cast<std::size_t>(m)], current_.turn + turn.NbTurn[static_cast<std::size_t>(m)]};
+  if (next.point > graph_.LastPoint) return false;
 
   GridLine& out = line(outgoing);
   if (out.Kind == kWall) {
@@ -145,8 +171,12 @@ PointF Walk::swungApex(const Corner& corner) const {
 PointF Walk::wallApex(const Corner& corner) const {
   const PointF A = corner.A, R = reference_;
   const PointF X{A.x - (A.y - R.y), A.y + (A.x - R.x)};
-  const PointF middle{static_cast<float>(corner.in.MidX), static_cast<float>(corner.in.MidY)};
-  const float wall = angleOf(middle, {static_cast<float>(corner.in.X1), static_cast<float>(corner.in.Y1)});
+  // The line's own place, or where the walk has come to it round a cylinder.
+  const auto moved = static_cast<float>(A.x - corner.in.MidX - graph_.wrap.nearest(A.x - corner.in.MidX));
+  const float onwards = graph_.wrap ? moved : 0;
+  const PointF middle{static_cast<float>(corner.in.MidX) + onwards, static_cast<float>(corner.in.MidY)};
+  const float wall =
+      angleOf(middle, {static_cast<float>(corner.in.X1) + onwards, static_cast<float>(corner.in.Y1)});
   const auto fromWall = [&](PointF spot) {
     const double turn = static_cast<double>(angleOf(middle, spot)) - wall;
     return turn < 0 ? turn + kTwoPi : turn;
@@ -179,29 +209,75 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   walls_ = 0;
   enterStartLine(startLine);
   const int firstSign = sign_;
-  const int second = point(start).Nb[static_cast<std::size_t>(startSlot)];
-  if (second > graph_.LastPoint) return Outcome::endless;
-  previous_ = start;
+  const Stop first = startStop(start, startSlot, startLine);
+  const GridPoint& from = point(first);
+  const Stop second{from.Nb[static_cast<std::size_t>(startSlot)],
+                    first.turn + from.NbTurn[static_cast<std::size_t>(startSlot)]};
+  if (second.point > graph_.LastPoint) return Outcome::endless;
+  previous_ = first;
   current_ = second;
   int incoming = startLine, count = 0;
+  std::vector<Turned> corners;
   do {
-    int outgoing = 0, next = 0;
-    if (!stepOver(outgoing, next)) return Outcome::endless;
-    const PointF A = midpoint(point(previous_), point(current_)), B = midpoint(point(current_), point(next));
+    int outgoing = 0;
+    Stop next;
+    if (!stepOver(incoming, outgoing, next)) return Outcome::endless;
+    const PointF A = midpoint(previous_, current_), B = midpoint(current_, next);
     const Corner corner{line(incoming), line(outgoing), A, B, {(A.x + B.x) / 2, (A.y + B.y) / 2}};
     const PointF X = apex(corner);
+    if (graph_.wrap) corners.push_back({corner, sign_});
     incoming = outgoing;
     if (walls_ > 0) --walls_;
     if (!store(count, X, B)) return Outcome::endless;
     count += 2;
-    if (watcher_ && !watcher_({slot, reference_, A, B, X})) return Outcome::abandoned;
+    if (watcher_ && !watcher_(shown({slot, reference_, A, B, X}))) return Outcome::abandoned;
     reference_ = X;
     previous_ = current_;
     current_ = next;
-  } while (previous_ != start || current_ != second || sign_ != firstSign);
+  } while (!isClosed(first, second, incoming == startLine) || sign_ != firstSign);
   store_.ThreadCount[static_cast<std::size_t>(slot)] = count;
-  store_.point(slot, count) = store_.point(slot, 0);
+  store_.turns[static_cast<std::size_t>(slot)] = previous_.turn - first.turn;
+  turnAgain(previous_.turn - first.turn, corners);
+  store_.point(slot, count) = store_.turned(slot, count);
   return Outcome::closed;
+}
+
+/// A step that went round a cylinder is shown where it ends in the first period.
+TraceStep Walk::shown(TraceStep step) const {
+  const auto turned =
+      static_cast<float>(graph_.wrap.turn(static_cast<double>(step.B.x)) * graph_.wrap.period);
+  for (PointF* p : {&step.R, &step.A, &step.B, &step.X}) p->x -= turned;
+  return step;
+}
+
+/// The first corner was turned by a guess of the apex before it. Round a cylinder, where all corners may look
+/// alike, one that swung the wrong way is seen: the strand's last apex tells better.
+void Walk::turnAgain(int turns, const std::vector<Turned>& corners) {
+  reference_.x -= static_cast<float>(turns * graph_.wrap.period);
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    sign_ = corners[i].sign;
+    reference_ = apex(corners[i].corner);
+    StrandPoint& stored = store_.point(slot_, static_cast<int>(2 * i));
+    const StrandPoint turned{-reference_.x, reference_.y / settings_.stretch, 0};
+    if (stored.x == turned.x && stored.y == turned.y) return;
+    stored = turned;
+  }
+}
+
+/// Where a line lies decides where a strand that starts on it does.
+Stop Walk::startStop(int start, int slot, int index) {
+  Stop first{start, 0};
+  if (!graph_.wrap) return first;
+  const GridLine& from = line(index);
+  first.turn =
+      graph_.wrap.turn(isFirstEnd(graph_, point(first), static_cast<std::size_t>(slot)) ? from.X1 : from.X2);
+  return first;
+}
+
+/// Whether the walk is at the line that it began on, and in the same direction.
+bool Walk::isClosed(const Stop& first, const Stop& second, bool sameLine) const {
+  if (previous_.point != first.point || current_.point != second.point) return false;
+  return !graph_.wrap || (sameLine && current_.turn - previous_.turn == second.turn - first.turn);
 }
 
 /// Hands out slots: one further for every strand, from 40 back to 1, until all strands that are kept have
@@ -237,6 +313,8 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
                               const TraceWatcher& watcher) {
   if (graph.KnotError) return impossibleKnot(kKnotErrorText);
   store.ThreadCount.fill(0);
+  store.turns.fill(0);
+  store.wrap = graph.wrap;
   SlotCounter slots(settings.startColour);
   Walk walk(graph, settings, store, watcher);
   for (int start = 0; start <= graph.LastPoint; ++start) {

@@ -87,11 +87,15 @@ void FlatView::drawMarks(Surface& picture, const Knot& knot) {
 void FlatView::ring(Surface& picture, const KnotGraph& graph, int line, Colour colour) const {
   if (line < 0 || line > graph.LastLine) return;
   const GridLine& at = graph.Lines[static_cast<std::size_t>(line)];
-  const PointI middle = view_.pixel(at.MidX, at.MidY);
   const double reach = graph.CellSize / 6.0 * view_.width / (2 * kHalfView * view_.zoom);
   const int radius = std::max(3, toInt32(reach)), width = std::max(1, toInt32(slack() / 2));
-  picture.circle(middle, radius, {width + 2, 0x000000, false});
-  picture.circle(middle, radius, {width, colour, false});
+  for (const int moved : shownCopies(graph, at)) {
+    const double x = at.MidX + moved - graph.wrap.left;
+    if (graph.wrap && (x < 0 || x > graph.wrap.period)) continue;  // its middle is not shown here
+    const PointI middle = view_.pixel(at.MidX + moved, at.MidY);
+    picture.circle(middle, radius, {width + 2, 0x000000, false});
+    picture.circle(middle, radius, {width, colour, false});
+  }
 }
 
 void FlatView::keepPixels(Surface& picture) {

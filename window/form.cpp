@@ -49,6 +49,7 @@ void Form::show(const Document& document, bool record) {
   showColours();
   showOffset();
   showAnimation();
+  showWrap();
 }
 
 KnotFields Form::read() const {
@@ -169,6 +170,13 @@ void Form::showOffset() {
   window_.setVisible(controlId("lblXF"), !label.empty());
   window_.setVisible(fieldControl(Param::CrossOffset), !label.empty());
   if (!label.empty()) window_.setText(controlId("lblXF"), std::string(label));
+}
+
+/// It has its place where other shapes have their offset.
+void Form::showWrap() {
+  const ControlId box = checkControl(Check::Wrap);
+  window_.setVisible(box, shapeTable()[static_cast<std::size_t>(shown_.shape)].offsetLabel.empty());
+  window_.setEnabled(box, canWrap(shown_.shape));
 }
 
 /// Speed and loop can be used only while animation is chosen.

@@ -68,6 +68,7 @@ class Form {
   void showColours();
   void showOffset();
   void showAnimation();
+  void showWrap();
 
   Window& window_;
   std::vector<Field> fields_;

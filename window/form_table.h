@@ -51,6 +51,7 @@ inline constexpr auto kRows = std::to_array<FormRow>({
     {"vtYNo", number, "fraBasic", {31, 1, 6, 1}},
     {"lblXF", label, "fraBasic", {37, 1, 5, 1}, "CO"},
     {"vtCrossOffset", number, "fraBasic", {42, 1, 6, 1}},
+    {"chkWrap", check, "fraBasic", {38, 1, 10, 1}},
     {"lblAGS", label, "fraBasic", {0, 2, 17, 1}, "", "", 'G'},
     {"vtGridSize", number, "fraBasic", {17, 2, 6, 1}},
     {"chkShapeT", check, "fraBasic", {24, 2, 24, 1}},

@@ -34,6 +34,12 @@ After follows(const Workbench& bench, Param p) {
   return After::same;
 }
 
+After followsCheck(const Workbench& bench, Check c) {
+  if (c == Check::Wrap && !bench.drawAtOnce) return After::grid;
+  if (c == Check::Smooth) return After::view;
+  return checkSpec(c).inPicture ? After::same : After::nothing;
+}
+
 }  // namespace
 
 Handlers::Handlers(Workbench& bench) : bench_(bench) {
@@ -94,11 +100,10 @@ bool Handlers::scaleRefused(Param p) {
 
 void Handlers::chk_Click(Check c) {
   const bool on = bench_.form.checked(c);
-  bench_.step(checkStep(c, on), withCheck(bench_.document(), c, on),
-              checkSpec(c).inPicture ? After::same
-              : c == Check::Smooth   ? After::view
-                                     : After::nothing);
+  const Document before = bench_.document();
+  bench_.step(checkStep(c, on), withCheck(before, c, on), followsCheck(bench_, c));
   if (c == Check::HeightMap) bench_.modelFieldChanged();
+  if (c == Check::Wrap) tellDropped(before);
 }
 
 void Handlers::txtCol_Click(int box) { chooseColour(box); }

@@ -63,7 +63,8 @@ std::string knotSummary(const Knot& knot) {
 std::string overlapNote(const Document& document, const Knot& knot) {
   const double overlap = bandOverlap(document, knot);
   if (overlap <= 0) return {};
-  return "; the bands run together by " + roundedUp(overlap, 10) + " pixels: Fit bands makes room";
+  return "; the bands run together by " + roundedUp(overlap, 10) + " pixels: " +
+         (document.fields.check(Check::FitBands) ? "fewer cells make room" : "Fit bands makes room");
 }
 
 std::string emptyShare(const AutoGridReport& report, const std::string& advice) {

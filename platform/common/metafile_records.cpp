@@ -17,6 +17,7 @@ enum Record {
   kEof = 14,
   kSetMapMode = 17,
   kMoveToEx = 27,
+  kIntersectClipRect = 30,
   kSelectObject = 37,
   kCreatePen = 38,
   kDeleteObject = 40,
@@ -108,6 +109,10 @@ void MetafileRecords::strokePath(std::span<const PointI> points, bool closed, in
   putRecord(kStrokePath, {box.left, box.top, box.right, box.bottom});
   putRecord(kSelectObject, {kStockBlackPen});  // a pen in use cannot be deleted
   putRecord(kDeleteObject, {kPenHandle});
+}
+
+void MetafileRecords::clip(PointI upperLeft, PointI lowerRight) {
+  putRecord(kIntersectClipRect, {upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y});
 }
 
 void MetafileRecords::putHeader(std::size_t bytesBehind, int records) {

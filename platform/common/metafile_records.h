@@ -14,6 +14,7 @@ class MetafileRecords final : public Metafile {
   explicit MetafileRecords(const MetafileSize& size);
 
   void strokePath(std::span<const PointI> points, bool closed, int width, Colour colour) override;
+  void clip(PointI upperLeft, PointI lowerRight) override;
   Result<std::string> finish() override;
 
  private:

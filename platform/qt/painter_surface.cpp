@@ -55,6 +55,11 @@ void PainterSurface::wideCurve(const WideCurve& curve) {
                                                  Qt::SolidLine, caps, Qt::RoundJoin));
 }
 
+void PainterSurface::beginClip(double left, double right) {
+  painter_.save();
+  painter_.setClipRect(QRectF(left, 0, right - left, height_), Qt::IntersectClip);
+}
+
 void PainterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
   QPainterPath whole;
   whole.setFillRule(Qt::WindingFill);

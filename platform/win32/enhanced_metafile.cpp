@@ -51,6 +51,12 @@ void EnhancedMetafile::strokePath(std::span<const PointI> points, bool closed, i
   status_ = stroke(closed, width, colour);
 }
 
+void EnhancedMetafile::clip(PointI upperLeft, PointI lowerRight) {
+  if (!status_) return;
+  const int clipped = IntersectClipRect(context_.get(), upperLeft.x, upperLeft.y, lowerRight.x, lowerRight.y);
+  status_ = checked(clipped != ERROR, "IntersectClipRect");
+}
+
 Status EnhancedMetafile::stroke(bool closed, int width, Colour colour) {
   const HDC context = context_.get();
   const OwnedPen pen(CreatePen(PS_SOLID, width, colour));

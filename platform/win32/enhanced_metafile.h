@@ -14,6 +14,7 @@ class EnhancedMetafile final : public Metafile {
   static Result<std::unique_ptr<Metafile>> create(const MetafileSize& size);
 
   void strokePath(std::span<const PointI> points, bool closed, int width, Colour colour) override;
+  void clip(PointI upperLeft, PointI lowerRight) override;
   Result<std::string> finish() override;
 
  private:

@@ -54,6 +54,17 @@ void PaperSurface::fill(Colour colour, const char* call, Draw drawIt) {
   draw(GetStockObject(NULL_PEN), made.get(), call, drawIt);
 }
 
+void PaperSurface::beginClip(double left, double right) {
+  const bool clipped =
+      SaveDC(context_) != 0 && IntersectClipRect(context_, static_cast<int>(std::lround(left)), 0,
+                                                 static_cast<int>(std::lround(right)), height_) != ERROR;
+  if (!clipped && fault_.empty()) fault_ = systemFault("IntersectClipRect");
+}
+
+void PaperSurface::endClip() {
+  if (!RestoreDC(context_, -1) && fault_.empty()) fault_ = systemFault("RestoreDC");
+}
+
 void PaperSurface::clear(Colour background) {
   background_ = background;
   const PointI corners[] = {{0, 0}, {width_, 0}, {width_, height_}, {0, height_}};
@@ -123,6 +134,8 @@ bool PaperSurface::addContour(const std::vector<PointF>& contour) {
 }
 
 void PaperSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
+  // GDI takes a path without a line for a mistake.
+  if (std::none_of(contours.begin(), contours.end(), [](const auto& c) { return c.size() >= 4; })) return;
   SetPolyFillMode(context_, WINDING);
   fill(colour, "FillPath", [&] {
     return BeginPath(context_) &&

@@ -25,6 +25,8 @@ class PaperSurface final : public Surface {
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
   void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
+  void beginClip(double left, double right) override;
+  void endClip() override;
   Colour pixel(PointI) const override { return background_; }
   std::string fault() const override { return fault_; }
 

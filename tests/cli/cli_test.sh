@@ -139,15 +139,18 @@ for seed in 1 23 40; do
   same one.svg "many-$seed.svg"
   same one.stl "many-$seed.stl"
 done
+expect 0 "knot 2: vtPolyRadius=" --random 1..2 --set vtPolyZF=0.5 --fit-radius 0 -o 'many-%d.stl'
+expect 0 "" --random 1..2 --set vtPolyZF=0.5 --fit-radius 0 --quiet -o 'many-%d.stl'
+[[ ! -s err.txt ]] || fault "notes of many knots although --quiet: $(cat err.txt)"
 expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
 [[ $(grep -o 'knot Columns [0-9]' err.txt | tr '\n' ' ') == "knot Columns 1 knot Columns 2 " && $(ls four-* | wc -l) == 7 ]] ||
   fault "order of faults, or files: $(cat err.txt)"
 env --default-signal "$program" --random 1..20000 -o 'halt-%d.svg' >/dev/null 2>err.txt &
 run=$!
 for ((wait = 0; wait < 500; ++wait)); do [[ -e halt-5.svg ]] && break || sleep 0.02; done
-kill -INT $run 2>/dev/null
+kill -TERM $run 2>/dev/null
 wait $run
-[[ $? == 130 ]] || fault "an interrupted run ends otherwise: $(cat err.txt)"
+[[ $? == 143 ]] || fault "an interrupted run ends otherwise: $(cat err.txt)"
 made=$(ls halt-* | wc -l)
 [[ -s halt-$made.svg && -z $(find . -name '.lorivan-*') ]] || fault "an interrupted run leaves gaps or scraps"
 rm -f halt-* many-*
@@ -172,6 +175,7 @@ expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
 expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
+grep -q "changes nothing" err.txt && fault "a flat DXF has an origin: $(cat err.txt)"
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
 for words in "--outline --lines" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
   "--outline --mm 5 --kerf 5"; do
@@ -217,6 +221,8 @@ expect 0 "" square.qzd -o again.svg
 same square.svg again.svg
 expect 0 "" square.qzc --set vtGridSize=4 -o triangles.svg
 cmp -s square.svg triangles.svg && fault "squares and triangles are equal"
+expect 0 "" square.qzc --sweep vtGridSize=3..4 -o 'square-%d.svg' -o 'square-%d.qzd'
+same square-4.svg triangles.svg
 echo '7500,6000 4 50,50 440,50 440,340 50,340 4 1,2 2,3 3,4 4,1' >large.qzc
 expect 4 "This knot would be too complicated. Reduce the AG factor and try again" large.qzc \
   --set vtGridSize=50 -o never.svg

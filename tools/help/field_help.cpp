@@ -15,6 +15,11 @@ constexpr auto kFields = std::to_array<FieldHelp>({
      "up or down by whole cells, or makes the spiral longer or shorter by single points. Its label reads CO for the cross "
      "and SO for the spiral.", "-2 0 2"},
     {"shape", "chkMirror", "Swaps over and under at every crossing, in 2D, in 3D and in every file.", "0 1"},
+    {"shape", "chkWrap", "Joins the left and the right border: the strands run on across the seam, and the model is "
+     "a ring that is interlaced all round, whatever Ring % said before. The picture shows it cut off at the seam, "
+     "with ends that match, so pictures side by side go on and on. Square-Square, Square-Triangle (with an even number of columns), "
+     "Triangle, which becomes a straight band, and both honeycombs can be wrapped; AutoGrids and shapes of your "
+     "own cannot. Walls stay where there is still a line for them.", "0 1"},
     {"shape", "vtGridSize", "For custom shapes: how many cells the AutoGrid lays across the outline, and how "
      "many lines the alignment grid has. Larger numbers make a finer knot.", "6 10 16"},
     {"shape", "chkShapeT", "Lays an AutoGrid of triangles. Without it the AutoGrid has square cells.", "0 1"},

@@ -139,6 +139,15 @@ TEST(ShapeEditor, ClicksAndTargetsAreWhereTheMouseIs) {
     click(editor, {22, 392});
     EXPECT_FALSE(editor.shape().pointIsLive(1));
   }
+  Editor level;
+  for (const Spot at : {Spot{100, 100}, Spot{300, 130}}) drag(level, {200, 300}, at);
+  const auto withShift = [&](Spot from, Spot to) {
+    gesture(level, kLeftButton, Editor::kShiftKey, from, to);
+  };
+  withShift({100, 100}, {300, 129});
+  EXPECT_EQ(level.shape().lineBetween(1, 2), 1) << "the point under the mouse, though it is not level";
+  withShift({100, 100}, {106, 105});
+  EXPECT_TRUE(level.shape().pointIsLive(1)) << "a drag of eight units is no click";
 }
 
 TEST(ShapeEditor, TablesRefuseWhatTheyCannotHold) {

@@ -70,6 +70,13 @@ TEST(SheetSymmetry, WhateverIsDrawnIsItsOwnImage) {
             << step;
     }
     EXPECT_GT(editor.shape().ShapeLineCount, 20);
+    for (const Spot ray : group.rays()) {  // axes are shown where they are
+      const Spot p = Spot{250, 200} + 90 * ray;
+      EXPECT_TRUE(!(symmetry.leftRight || symmetry.topBottom) ||
+                  std::any_of(group.maps().begin() + 1, group.maps().end(),
+                              [&](const Isometry& map) { return distance(map(p), p) < 1e-6; }))
+          << symmetry.turns << "-fold: " << ray.x << ',' << ray.y;
+    }
   }
 }
 

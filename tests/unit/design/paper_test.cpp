@@ -59,7 +59,9 @@ TEST(Printing, KnotsStandInTheMiddleInTheirTrueSize) {
   EXPECT_NEAR(wide.size.width, 120, 0.1);
   EXPECT_TRUE(wide.landscape && wide.size.whole);
   EXPECT_FALSE(printed("2", "5", {}).landscape);
-  EXPECT_FALSE(printed("5", "2", {.height = 200}).size.whole);
+  // The page is 277 by 190 mm: too wide, too high.
+  EXPECT_FALSE(printed("5", "2", {.millimetres = 300}).size.whole);
+  EXPECT_FALSE(printed("2", "5", {.height = 200}).size.whole);
 }
 
 TEST(Printing, WithoutASizeTheKnotFillsThePageOneWay) {

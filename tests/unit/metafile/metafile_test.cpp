@@ -26,6 +26,7 @@ struct FileRead {
   std::vector<std::int32_t> header;  // without type and size
   std::vector<Path> paths;
   PointI window, viewport;
+  std::vector<std::int32_t> clip;   // corners; without them all is shown
   int records = 0, penHandles = 0;  // pens made and not deleted
 
   double millimetres(int units) const {
@@ -48,6 +49,7 @@ FileRead readMetafile(const std::string& bytes) {
     const bool narrow = type >= 86;
     if (type == 1)
       for (std::size_t i = 8; i < 108; i += 4) file.header.push_back(word(i));
+    if (type == 30) file.clip = {word(8), word(12), word(16), word(20)};
     if (type == 9) file.window = {word(8), word(12)};
     if (type == 11) file.viewport = {word(8), word(12)};
     if (type == 38) pen = {{}, false, word(12), word(16), std::uint32_t(word(24))};
@@ -147,6 +149,21 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
     check.overRun(slot, points);
   }
   EXPECT_EQ(check.seen(), file.paths.size());
+  EXPECT_TRUE(file.clip.empty());
+}
+
+TEST(Metafile, ShowsOnePeriodOfAWrappedKnot) {
+  GridFields fields = fieldsOf(Shape::SquareSquare, 4, 1);
+  fields.wrapped = true;
+  const MadeKnot knot = makeKnot(fields);
+  const GridView view(0.8F, 10000);
+  const auto metafile = platform->createMetafile({view.width, view.height(), 264.5833});
+  ASSERT_TRUE(metafile) << metafile.error().message;
+  strokeBands(**metafile, knot.curve, {}, view);
+  const auto bytes = (*metafile)->finish();
+  ASSERT_TRUE(bytes) << bytes.error().message;
+  const int left = toInt32(view.pixelX(-60)), right = toInt32(view.pixelX(60));
+  EXPECT_EQ(readMetafile(*bytes).clip, (std::vector<std::int32_t>{left, 0, right, view.height()}));
 }
 
 TEST(Metafile, SizesAgreeWhateverTheyAre) {

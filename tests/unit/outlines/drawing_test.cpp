@@ -25,12 +25,13 @@ std::string rounded(double value) {
   return text;
 }
 
-/// The ends of all segments, "z" behind closed chains: "0,0 10,0 10,5 z".
-std::string endsOf(const Result<Drawing>& drawing) {
+/// The ends of all segments, "z" behind closed chains: "0,0 10,0 10,5 z". With a step of 1 the control
+/// points, too.
+std::string endsOf(const Result<Drawing>& drawing, std::size_t step = 3) {
   if (!drawing) return drawing.error().message;
   std::string text;
   for (const CurveChain& chain : drawing->chains) {
-    for (std::size_t i = 0; i < chain.points.size(); i += 3)
+    for (std::size_t i = 0; i < chain.points.size(); i += step)
       text.append(text.empty() ? "" : " ")
           .append(rounded(chain.points[i].x))
           .append(",")
@@ -55,6 +56,10 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
        "0,0 2.93,7.07 10,10 17.07,7.07 20,0"},      // radii too small are enlarged
       {openPath("M0 0a0 5 0 1 1 7 0"), "0,0 7,0"},  // an arc without a radius is a line
       {svg("<rect x='1' y='2' width='3' height='4'/>"), "1,2 4,2 4,6 1,6 1,2 z"},
+      {svg("<rect width='20' height='10' rx='3'/>"),  // as round upwards
+       "3,0 17,0 19.12,0.88 20,3 20,7 19.12,9.12 17,10 3,10 0.88,9.12 0,7 0,3 0.88,0.88 3,0 z"},
+      {svg("<rect width='100' height='80'/><rect width='100' height='80' fill='white'/>"),
+       "0,0 100,0 100,80 0,80 0,0 z"},  // a white page is no part of it, a dark one is
       {svg("<circle cx='10' cy='20' r='2'/>"),
        "12,20 11.41,21.41 10,22 8.59,21.41 8,20 8.59,18.59 10,18 11.41,18.59 12,20 z"},
       {svg("<polygon points='0,0 9,0 0 9'/><line x2='3' y2='4'/>"), "0,0 9,0 0,9 0,0 z 0,0 3,4"},
@@ -73,6 +78,16 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
   };
   for (const auto& [text, ends] : cases) EXPECT_EQ(endsOf(readSvgOutline(text)), ends) << text;
   EXPECT_EQ(readSvgOutline(svg("<text>a</text><image/>"))->notes.size(), 2U);
+}
+
+TEST(Svg, SmoothCurvesGoOnAsTheOneBeforeEnded) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"M0 0C0 10 5 10 10 0S20-9 20 0", "0,0 0,10 5,10 10,0 15,-10 20,-9 20,0"},
+      {"M0 0S5 10 10 0s9-9 10 0", "0,0 0,0 5,10 10,0 15,-10 19,-9 20,0"},
+      {"M0 0Q3 6 6 0T12 0", "0,0 2,4 4,4 6,0 8,-4 10,-4 12,0"},
+      {"M0 0Q3 6 6 0S12 6 12 0", "0,0 2,4 4,4 6,0 6,0 12,6 12,0"},  // nothing to go on from
+  };
+  for (const auto& [data, points] : cases) EXPECT_EQ(endsOf(readSvgOutline(openPath(data)), 1), points);
 }
 
 TEST(Svg, CurvesKeepWithinTheToleranceOfTheirFlattening) {
@@ -166,7 +181,7 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
   ASSERT_TRUE(quarter && quarter->chains.size() == 1);
   for (const Spot p : flattened(quarter->chains[0], 1e-3)) EXPECT_NEAR(length(p), 1, 1e-6);
   const auto through = readDxfOutline(dxf("0 SPLINE 70 0 71 3 11 0 21 0 11 5 21 5 11 9 21 0 0 TEXT 0 TEXT"));
-  EXPECT_EQ(endsOf(through), "0,0 5,-5 9,0");
+  EXPECT_EQ(endsOf(through, 1), "0,0 0.83,-0.83 3.5,-5 5,-5 6.5,-5 8.33,-0.83 9,0");
   EXPECT_EQ(through->notes, std::vector<std::string>{"2 of kind TEXT left out"});
 }
 

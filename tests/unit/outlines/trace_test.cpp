@@ -94,6 +94,19 @@ TEST(Trace, LettersAreAngularAndSymmetric) {
   EXPECT_TRUE(isMirrored(made->shape, 242.5));
 }
 
+TEST(Trace, CornersThatMeetHangTogetherWhereThePictureIsDarkThere) {
+  const auto loops = [](std::uint32_t inkThere, std::uint32_t groundThere) {
+    Drawn picture(40, 40, 0xFFFFFF, 0, [](double x, double y) {
+      return (x < 20) == (y < 20) && x > 8 && x < 32 && y > 8 && y < 32;
+    });
+    picture.pixels[19 * 40 + 19] = inkThere;
+    picture.pixels[19 * 40 + 20] = picture.pixels[20 * 40 + 19] = groundThere;
+    return traceOutline(picture.block())->loops.size();
+  };
+  EXPECT_EQ(loops(0xFF000000, 0xFFC8C8C8), 1U);
+  EXPECT_EQ(loops(0xFF606060, 0xFFFFFFFF), 2U);
+}
+
 TEST(Trace, TheGroundSpecksAndTheBorderAreToldApart) {
   // The shape runs out of the picture; two dots are noise, a third is part of it.
   Drawn picture(200, 200, 0xFFFFFF, 0, [](double x, double y) {

@@ -256,6 +256,19 @@ TEST(StrandSolver, MakesManyStrandsAndSaysWhatIsImpossible) {
       << "one strand would pass more lines than it may";
 }
 
+TEST(StrandSolver, FindsFewLinesForNumbersThatAreFarAway) {
+  // A third more lines than the best that are known: searches that only stumble find nothing, or twice as
+  // many.
+  for (const auto& [shape, columns, rows, most] : {std::tuple(Shape::SquareSquare, 8, 6, 17U),
+                                                   {Shape::Triangle, 6, 6, 15U},
+                                                   {Shape::Circular, 8, 4, 17U}}) {
+    const MadeKnot knot = makeKnot(fieldsOf(shape, columns, rows));
+    const auto plan = planStrands(*knot.graph, {.strands = 13});
+    ASSERT_TRUE(plan) << plan.error().message;
+    EXPECT_LE(plan->lines.size(), most) << columns << " x " << rows;
+  }
+}
+
 TEST(LineSymmetry, ImagesLieWhereMirrorsPutThem) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 5, 3));
   for (const bool upright : {false, true}) {

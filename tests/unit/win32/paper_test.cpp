@@ -60,6 +60,7 @@ TEST(PaperTest, ShapesKeepTheirWindingAndNoObjectIsLeftOnAnyWay) {
   const ObjectCounts before = countGuiObjects();
   for (int i = 0; i < 20; ++i) drawAll();
   surface.fillPath(std::vector<std::vector<PointF>>{{{0, 0}}}, kRed);  // nothing to draw
+  EXPECT_EQ(surface.fault(), "");
   EXPECT_EQ(countGuiObjects().graphics, before.graphics);
 }
 

@@ -1,5 +1,6 @@
 // The knot that draws itself: its frames and delays, and a user who does not wait for its end.
 #include "strands/animation.h"
+#include "base/bytes.h"
 #include "main_window_driver.h"
 
 namespace lorivan {
@@ -148,6 +149,22 @@ TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
   EXPECT_EQ(document().fields.shape, Shape::Star);
   w->userDrops(folder.file("whole.png"));
   EXPECT_EQ(document().fields.shape, Shape::SquareSquare) << "it holds its knot";
+
+  // A large knot has more steps than frames; it takes no less time.
+  enter(Param::XNo, "9");
+  enter(Param::YNo, "7");
+  click("cmd2D");
+  const std::string large = save("large.png", [] {});
+  int frames = 0, milliseconds = 0;
+  for (std::size_t at = large.find("fcTL"); at != std::string::npos;
+       at = large.find("fcTL", at + 1), ++frames) {
+    const std::uint32_t share = big32(large.data() + at + 24);
+    EXPECT_EQ(share & 0xFFFF, 1000U);
+    milliseconds += static_cast<int>(share >> 16);
+  }
+  const auto steps = static_cast<int>(animationSteps(bench().knot().curve).size());
+  EXPECT_TRUE(steps > 300 && frames <= 240) << steps << ' ' << frames;
+  EXPECT_NEAR(milliseconds / 10.0, steps, 0.05 * steps);
 }
 
 }  // namespace

@@ -43,7 +43,7 @@ TEST_F(FieldsTest, WhateverIsMovedIsTheDocumentsAndComesBackWithUndoAndRedo) {
   }
   for (int i = 0; i < kCheckCount; ++i) {
     const auto c = static_cast<Check>(i);
-    if (c == Check::Loop || c == Check::Animate || checkControl(c) < 0) continue;
+    if (c == Check::Loop || c == Check::Animate || c == Check::Wrap || checkControl(c) < 0) continue;
     const auto hold = [c](const KnotFields& f) { return std::to_string(f.check(c)); };
     const auto show = [this, c] { return std::to_string(w->checked(checkControl(c))); };
     moved(checkSpec(c).field, hold, show, [&] { click(checkSpec(c).field); });
@@ -104,6 +104,30 @@ TEST_F(FieldsTest, WithDrawAtOnceEveryChangeShowsTheKnot) {
   EXPECT_TRUE(statusStarts("Line 4 is a wall: strands turn back at it; ")) << w->status();
   enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}, {Param::XNo, "20"}, {Param::YNo, "12"}});
   EXPECT_TRUE(drawn() && asked() == 0 && w->busyTimes() == 0) << "no box for a model nobody asked for";
+}
+
+TEST_F(FieldsTest, WrapIsOfferedToShapesThatHaveTwoBorders) {
+  platform.settings().values.clear();
+  start();
+  click("chkWrap");
+  EXPECT_TRUE(drawn() && lines() == 2 * 3 + 2 * 2) << "no right border";
+  EXPECT_EQ(text(Param::RingPerc), "100");
+  enter(Param::RingPerc, "50");
+  EXPECT_TRUE(text(Param::RingPerc) == "100" && w->status().find("50 became 100") != std::string::npos);
+  clickLine(6);
+  EXPECT_EQ(line(6).Kind, kWall) << "the seam's line";
+  choose(Shape::SquareTriangle);
+  enter(Param::XNo, "3");
+  EXPECT_TRUE(text(Param::XNo) == "4" && w->status().ends_with("Columns: 3 became 4 for this shape"));
+  choose(Shape::Star);
+  EXPECT_TRUE(visible("chkWrap") && !enabled("chkWrap") && drawn());
+  choose(Shape::Cross);
+  EXPECT_TRUE(!visible("chkWrap") && visible("vtCrossOffset"));
+  choose(Shape::SquareSquare);
+  click("chkWrap");
+  EXPECT_FALSE(bench().knot().graph.wrap);
+  pick("mnuEditUndoStep");
+  EXPECT_TRUE(bench().knot().graph.wrap && checked("chkWrap") && drawn());
 }
 
 TEST_F(FieldsTest, TypedTextIsCorrectedAndTheCorrectionTold) {

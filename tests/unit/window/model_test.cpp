@@ -270,9 +270,16 @@ TEST_F(ModelTest, AStrandIsPickedAndRecolouredInEveryShading) {
     const auto flat = pixels();
     click("cmd3DView");
     for (on = {250, 200}; bench().solid.strandAt(on.x, on.y) != slot;) on = {on.x + 1, on.y};
-    bench().saveOptions.millimetres = 100;
-    w->userClicksAt(kSolid, 1, on.x, on.y);
-    EXPECT_NE(w->status().find(" mm long"), std::string::npos) << w->status();
+    std::vector<double> lengths;
+    for (const double width : {100.0, 250.0}) {
+      bench().saveOptions.millimetres = width;
+      w->userClicksAt(kSolid, 1, on.x, on.y);
+      const std::size_t begin = w->status().find(": ") + 2, end = w->status().find(" mm long");
+      ASSERT_NE(end, std::string::npos) << w->status();
+      lengths.push_back(parseNumber(w->status().substr(begin, end - begin)).value_or(0));
+    }
+    EXPECT_GT(lengths[0], 100) << "once round a third of the knot, and more";
+    EXPECT_NEAR(lengths[1] / lengths[0], 2.5, 0.01);
     click("cmd2DView");
     EXPECT_NE(pixels(), flat);
     w->userClicksAt(kGrid, 1, 2, 2);

@@ -250,6 +250,9 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   EXPECT_TRUE(statusStarts("Fill region: ")) << w->status();
   EXPECT_LT(lines(), 2 * whole);
   for (int j = 0; j < lines(); ++j) EXPECT_LE(std::abs(line(j).X1), 40);
+  // Its bands are fitted, and still too wide for cells as small as these.
+  click("cmd2D");
+  EXPECT_TRUE(w->status().ends_with(" pixels: fewer cells make room")) << w->status();
   pick("mnuEditUndoStep");
   EXPECT_EQ(lines(), whole);
   pick("mnuShapeView");

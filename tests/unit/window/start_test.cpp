@@ -32,7 +32,7 @@ TEST_F(StartTest, AFirstRunShowsTheFirstGrid) {
   for (int i = 0; i < kParamCount; ++i) fields += text(static_cast<Param>(i)) + ' ';
   EXPECT_EQ(fields, "2 2 0 20 12 7 30 10 2 1 4 9 5 4 5 4 2 0 15 0 0 0 0.3 0.9 0.5 10 -1100 ");
   for (const CheckSpec& row : checkTable()) checks += bench().form.checked(*findCheck(row.field)) ? '1' : '0';
-  EXPECT_EQ(checks, "1100100000001");
+  EXPECT_EQ(checks, "11001000000010");
   for (const SettingRow& row : settingTable())
     if (std::get_if<WindowState>(&row.owner) != nullptr) states.append(row.fallback) += ' ';
   EXPECT_EQ(states, "0 0 0 False False  1 False True 0 0 False None  ");
@@ -59,7 +59,8 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "txtGridSize=33");
   const Pairs checks = pairs(
       "chkShowGrid=0 chkShowCrossings=0 chkDXF2D=1 chkFullyCrossed=1 chkShapeT=0 chkHeightMap=1 "
-      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0");
+      "chkAnimate=1 chkLoop=1 chkConstantShape=1 chkFitBands=1 chkClassic=1 chkSmooth=0 "
+      "chkWrap=1");
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
       "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "

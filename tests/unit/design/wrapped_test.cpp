@@ -1,0 +1,106 @@
+// Wrapped grids as something that is done to a knot, kept in files and found by size.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+
+#include "design/document_text.h"
+#include "design/edits.h"
+#include "design/fit.h"
+#include "design/fit_size.h"
+#include "design/kept_walls.h"
+#include "design/knot_model.h"
+
+namespace lorivan {
+namespace {
+
+Document gridOf(Shape shape, int x, int y) {
+  Document document;
+  document.fields.text(Param::XNo) = std::to_string(x);
+  document.fields.text(Param::YNo) = std::to_string(y);
+  return *chooseShape(document, shape);
+}
+
+TEST(Wrap, JoinsAndPartsTheBordersInOneStep) {
+  const Document flat = gridOf(Shape::SquareTriangle, 5, 3), joined = withCheck(flat, Check::Wrap, true);
+  EXPECT_EQ(joined.fields.text(Param::XNo), "6") << "diagonals meet their likes";
+  EXPECT_EQ(joined.fields.text(Param::RingPerc), "100");
+  EXPECT_EQ(withField(joined, Param::RingPerc, "40").fields.text(Param::RingPerc), "100");
+  EXPECT_TRUE(wrapOf(joined) && !wrapOf(flat));
+  const Document parted = withCheck(joined, Check::Wrap, false);
+  EXPECT_EQ(*parted.lines, *gridOf(Shape::SquareTriangle, 6, 3).lines);
+  // Other shapes take no notice, and what the box says comes back with the shape.
+  const Document star = *chooseShape(joined, Shape::Star);
+  EXPECT_FALSE(wrapOf(star));
+  EXPECT_TRUE(wrapOf(*chooseShape(star, Shape::Triangle)));
+}
+
+TEST(Wrap, KeepsWallsWithTheirLinesAndInTheSeam) {
+  Document document = gridOf(Shape::SquareSquare, 4, 3);
+  KnotLines lines = *document.lines;
+  const auto lineAt = [&](int midX, int midY) {
+    return static_cast<int>(
+        std::ranges::find_if(lines, [&](const KnotLine& l) { return l.MidX == midX && l.MidY == midY; }) -
+        lines.begin());
+  };
+  const std::vector<int> walls = {lineAt(-60, 0), lineAt(0, 30), lineAt(45, -15)};  // the first in the seam
+  document = withKind(document, walls, kWall, {});
+  ASSERT_EQ(wallCount(document), 3);
+  const Document joined = withCheck(document, Check::Wrap, true);
+  EXPECT_EQ(wallCount(joined), 3);
+  EXPECT_EQ(wallCount(*changeField(joined, Param::XNo, "6")), 3);
+  EXPECT_EQ(wallCount(withCheck(joined, Check::Wrap, false)), 3);
+  // A wall of the right border has no line any more.
+  EXPECT_EQ(wallCount(withCheck(withKind(document, {lineAt(60, 0)}, kWall, {}), Check::Wrap, true)), 3);
+  KnotGraph graph;
+  ASSERT_TRUE(takeLines(graph, joined));
+  EXPECT_EQ(FindLine(graph, 60, 1), FindLine(graph, -60, 1)) << "the seam's line is at both borders";
+}
+
+TEST(Wrap, SurvivesFilesAndGivesOneStrandInSymmetry) {
+  const Document joined = withCheck(gridOf(Shape::Triangle, 6, 3), Check::Wrap, true);
+  const auto read = readDocument(documentText(joined), Document{});
+  ASSERT_TRUE(read);
+  EXPECT_EQ(documentText(read->document), documentText(joined));
+  EXPECT_EQ(wrapOf(read->document), wrapOf(joined));
+  const auto one = withStrands(joined, 1, {.turns = 3});
+  ASSERT_TRUE(one);
+  const auto knot = std::make_unique<Knot>();
+  ASSERT_TRUE(makeKnot(*one, *knot));
+  EXPECT_EQ(countKnot(knot->graph, knot->strands).strands, 1);
+  EXPECT_EQ(possibleTurns(knot->graph), (std::vector<int>{3, 6}));
+}
+
+TEST(Wrap, NonsenseInFilesIsNoKnotOrOneButNeverWorse) {
+  const std::string text = documentText(withCheck(gridOf(Shape::SquareSquare, 3, 2), Check::Wrap, true));
+  const auto tried = [&](const std::string& from, const std::string& to) {
+    std::string changed = text;
+    changed.replace(changed.find(from), from.size(), to);
+    const auto read = readDocument(changed, Document{});
+    ASSERT_TRUE(read) << changed;
+    const auto knot = std::make_unique<Knot>();
+    const bool made = static_cast<bool>(makeKnot(read->document, *knot));
+    EXPECT_TRUE(!made || countKnot(knot->graph, knot->strands).strands >= 0);
+  };
+  for (const char* cell : {"-5,0", "0,0", "1,0", "7,0", "32767,0"}) tried("30,0", cell);
+  for (const char* line : {"\r\n32767,-32768,-32768,32767,0,0,1,0", "\r\n-32768,0,32767,0,0,0,1,0"})
+    tried("\r\n-45", std::string(line) + "\r\n-45");
+}
+
+TEST(Wrap, FittedRingsAreInterlacedAllRound) {
+  const auto ring = fitRing(gridOf(Shape::SquareSquare, 2, 2), 18.2, 6);
+  ASSERT_TRUE(ring);
+  EXPECT_TRUE(isWrapped(ring->document.fields));
+  EXPECT_NE(fittedNote(*ring).find(", wrapped"), std::string::npos);
+  Document bracelet = gridOf(Shape::SquareSquare, 2, 2);
+  bracelet.fields.text(Param::RingPerc) = "75";
+  const auto open = fitRing(bracelet, 60, 20);
+  ASSERT_TRUE(open);
+  EXPECT_FALSE(isWrapped(open->document.fields)) << "it has two ends";
+  const auto room = std::make_unique<Knot>();
+  ASSERT_TRUE(makeKnot(withCheck(gridOf(Shape::SquareSquare, 5, 3), Check::Wrap, true), *room));
+  EXPECT_NEAR(*drawnRoom(*room), *leastCrossingDistance(*room), 0.15 * *leastCrossingDistance(*room));
+}
+
+}  // namespace
+}  // namespace lorivan

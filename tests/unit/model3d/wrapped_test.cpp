@@ -1,0 +1,78 @@
+// Rings that are interlaced all round: their tubes close without a seam, a kink or a gap.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "knot_maker.h"
+#include "model3d/crossings.h"
+#include "model3d/tube_builder.h"
+#include "model3d/vec3_math.h"
+
+namespace lorivan {
+namespace {
+
+using namespace vec;
+
+MadeKnot wrapped(Shape shape, int x, int y) {
+  GridFields fields = fieldsOf(shape, x, y);
+  fields.wrapped = true;
+  return makeKnot(fields);
+}
+
+TubeModel ringOf(const MadeKnot& knot, const TubeSettings& settings) {
+  TubeModel model;
+  SlotColours colours;
+  colours.fill(0);
+  EXPECT_TRUE(buildTube(*knot.store, settings, colours, model));
+  return model;
+}
+
+TEST(WrappedRing, StrandsCloseAsSmoothlyAsTheyRun) {
+  const TubeSettings settings{.polyPoints = 6};
+  for (const Shape shape : {Shape::SquareSquare, Shape::SquareTriangle, Shape::Triangle, Shape::Hexagonal,
+                            Shape::RegularHexagonal})
+    for (const int x : {1, 2, 5, 8}) {
+      SCOPED_TRACE(::testing::Message() << static_cast<int>(shape) << ' ' << x);
+      const MadeKnot knot = wrapped(shape, x, 3);
+      const TubeModel model = ringOf(knot, settings);
+      for (const TubeStrand& strand : model.strands) {
+        const auto centre = [&](int r) {
+          return model.centres[static_cast<std::size_t>(strand.firstRing + r % strand.ringCount)];
+        };
+        const auto bend = [&](int r) { return length(centre(r + 2) - centre(r + 1) * 2 + centre(r)); };
+        double longest = 0, sharpest = 0;
+        for (int r = 0; r + 2 < strand.ringCount; ++r) {
+          longest = std::max<double>(longest, length(centre(r + 1) - centre(r)));
+          sharpest = std::max<double>(sharpest, bend(r));
+        }
+        const int last = strand.ringCount - 1;
+        EXPECT_LE(length(centre(last + 1) - centre(last)), 1.01 * longest);
+        EXPECT_LE(std::max(bend(last - 1), bend(last)), 1.01 * sharpest + 1e-3);
+      }
+      EXPECT_EQ(ringCrossings(*knot.store, settings).size(),
+                static_cast<std::size_t>(countKnot(*knot.graph, *knot.store).crossings));
+    }
+}
+
+TEST(WrappedRing, LooksTheSameFromEveryCell) {
+  // Turned by one cell the ring of squares lies on itself: its period is a full turn.
+  constexpr int kCells = 6;
+  const TubeModel model =
+      ringOf(wrapped(Shape::SquareSquare, kCells, 2), {.polyPoints = 3, .ringPercent = 40});
+  const double turn = kTwoPi / kCells;
+  double worst = 0;
+  for (const Vec3& p : model.centres) {
+    const Vec3 turned{static_cast<float>(p.x * std::cos(turn) - p.z * std::sin(turn)), p.y,
+                      static_cast<float>(p.x * std::sin(turn) + p.z * std::cos(turn))};
+    double least = 1e9;
+    for (const Vec3& other : model.centres) least = std::min<double>(least, length(other - turned));
+    worst = std::max(worst, least);
+  }
+  EXPECT_LT(worst, 1e-4);
+  const double radius = model.curveMaximum.x;
+  EXPECT_FLOAT_EQ(static_cast<float>(radius), -model.curveMinimum.x);
+}
+
+}  // namespace
+}  // namespace lorivan
