@@ -44,6 +44,12 @@ int KnotMaker::readOutline() {
     return report_.fail(wrongUsage(line_.knotFile +
                                    " holds no knot but an outline, which brings its own shape; "
                                    "--random does not go with it"));
+  const auto isInput = [&](const std::string& path) {
+    return absolutePath(path) == absolutePath(line_.knotFile);
+  };
+  if (std::ranges::any_of(line_.outputs, isInput))
+    return report_.fail(wrongUsage(line_.knotFile + " holds no knot but the outline that is read from it; "
+                                                    "choose another name to write to"));
   auto fitted = readOutlineFile(platform_, line_.knotFile);
   if (!fitted)
     return report_.fail(fitted.error(),

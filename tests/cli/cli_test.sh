@@ -237,6 +237,9 @@ expect 0 "" ring.svg --set vtGridSize=9 -o ring.qzd -o knot.svg
 expect 0 "" knot.svg -o ring2.qzd
 same ring.qzd ring2.qzd
 expect 2 "--random does not go with it" ring.svg --random -o never.svg
+cp ring.svg drawn.svg
+expect 2 "choose another name" drawn.svg -o other.qzd -o ./drawn.svg
+same ring.svg drawn.svg
 printf '0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n40\n9\n0\nTEXT\n0\nENDSEC\n' >disc.dxf
 expect 0 "disc.dxf: 1 of kind TEXT left out" disc.dxf --set vtGridSize=9 -o disc.qzd
 expect 0 "" disc.qzd --set vtWidth=40 -o fat.bmp
