@@ -171,9 +171,9 @@ TEST_F(OpenFileTest, ADamagedFileChangesNothing) {
 
 TEST_F(OpenFileTest, TenRecentFilesAndNoneThatIsGone) {
   start();
-  const auto name = [&](int i) { return folder.file("k" + std::to_string(i) + ".qzd"); };
-  for (int i = 0; i < 13; ++i)
-    w->userDrops(folder.write("k" + std::to_string(i) + ".qzd", "20,0\r\n25,3,4\r\n"));
+  const auto knot = [](int i) { return std::string("k").append(std::to_string(i)).append(".qzd"); };
+  const auto name = [&](int i) { return folder.file(knot(i)); };
+  for (int i = 0; i < 13; ++i) w->userDrops(folder.write(knot(i), "20,0\r\n25,3,4\r\n"));
   const auto& recent = bench().recentFiles;
   EXPECT_TRUE(recent.size() == 10 && recent.front() == name(12) && recent.back() == name(3));
   pickFile("mnuFileLoad", "");
