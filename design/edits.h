@@ -80,8 +80,8 @@ Result<Document> outlineFromGrid(const Document& document);
 /// The shape's lines become the grid. Those that are where the old grid has a line keep its kind.
 Result<Document> lineGrid(const Document& document);
 
-/// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say; `within`, in shape units: inside
-/// its region at that place alone.
+/// Lays a grid inside the shape, as vtGridSize, chkShapeT and the stretch say; `within`, in shape units:
+/// inside its region at that place alone.
 Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr,
                           std::optional<Spot> within = {});
 

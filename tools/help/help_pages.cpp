@@ -70,8 +70,8 @@ std::string fieldSection(const FieldHelp& help) {
   if (const auto parameter = findParameter(help.field)) {
     const ParamSpec& spec = parameterSpec(*parameter);
     caption = spec.caption;
-    limits = shortly(spec.shortName) + std::string(spec.min) + " to " + std::string(spec.max) + ", at first " +
-             correctedText(*parameter, std::string(spec.firstRun));
+    limits = shortly(spec.shortName) + std::string(spec.min) + " to " + std::string(spec.max) +
+             ", at first " + correctedText(*parameter, std::string(spec.firstRun));
   } else if (const auto box = findCheck(help.field)) {
     const CheckSpec& spec = checkSpec(*box);
     caption = spec.caption;
