@@ -6,6 +6,7 @@
 #include "base/memory_reserve.h"
 #include "base/system_files.h"
 #include "cli/command_line.h"
+#include "cli/lists.h"
 #include "cli/make_files.h"
 #include "design/version.h"
 #include "platform/entry.h"

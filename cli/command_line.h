@@ -85,7 +85,4 @@ Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
 
 std::string usageText();
 
-/// What --list prints.
-std::string listText(const std::string& what);
-
 }  // namespace lorivan

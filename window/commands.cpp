@@ -46,34 +46,22 @@ std::string recentText(const Workbench& b, std::size_t place) {
 
 template <std::size_t Place>
 constexpr CommandRow recentRow(std::string_view name) {
-  return {name,
-          kFile,
-          "",
-          "",
-          [](Handlers& h) { h.mnuFileRecent_Click(Place); },
-          nullptr,
-          nullptr,
-          [](const Workbench& b) { return recentText(b, Place); },
-          false,
-          false,
-          false,
-          kRecent};
+  return {.name = name,
+          .menu = kFile,
+          .run = [](Handlers& h) { h.mnuFileRecent_Click(Place); },
+          .words = [](const Workbench& b) { return recentText(b, Place); },
+          .submenu = kRecent};
 }
 
 template <const Symmetry& Which>
 constexpr CommandRow symmetryRow(std::string_view name, std::string_view text) {
-  return {name,
-          kEdit,
-          text,
-          "",
-          [](Handlers& h) { h.mnuSymmetry_Click(Which); },
-          [](const Workbench& b) { return b.symmetry.allows(Which); },
-          [](const Workbench& b) { return b.symmetry.inForce() == Which; },
-          nullptr,
-          false,
-          false,
-          false,
-          kSymmetry};
+  return {.name = name,
+          .menu = kEdit,
+          .text = text,
+          .run = [](Handlers& h) { h.mnuSymmetry_Click(Which); },
+          .enabled = [](const Workbench& b) { return b.symmetry.allows(Which); },
+          .checked = [](const Workbench& b) { return b.symmetry.inForce() == Which; },
+          .submenu = kSymmetry};
 }
 
 /// "&4-fold turn"; more than nine have no letter.
@@ -85,71 +73,51 @@ std::string turnsText(const Workbench& b, std::size_t place) {
 
 template <std::size_t Place>
 constexpr CommandRow turnsRow(std::string_view name) {
-  return {name,
-          kEdit,
-          "",
-          "",
-          [](Handlers& h) { h.mnuSymmetryTurns_Click(Place); },
-          [](const Workbench& b) { return Place < b.symmetry.turns().size(); },
-          [](const Workbench& b) {
-            const auto& turns = b.symmetry.turns();
-            return Place < turns.size() && b.symmetry.inForce().turns == turns[Place];
-          },
-          [](const Workbench& b) { return turnsText(b, Place); },
-          false,
-          false,
-          false,
-          kSymmetry};
+  return {.name = name,
+          .menu = kEdit,
+          .run = [](Handlers& h) { h.mnuSymmetryTurns_Click(Place); },
+          .enabled = [](const Workbench& b) { return Place < b.symmetry.turns().size(); },
+          .checked =
+              [](const Workbench& b) {
+                const auto& turns = b.symmetry.turns();
+                return Place < turns.size() && b.symmetry.inForce().turns == turns[Place];
+              },
+          .words = [](const Workbench& b) { return turnsText(b, Place); },
+          .submenu = kSymmetry};
 }
 
 template <int Number>
 constexpr CommandRow strandsRow(std::string_view name, std::string_view text) {
-  return {name,
-          kEdit,
-          text,
-          "",
-          [](Handlers& h) { h.mnuStrands_Click(Number); },
-          hasLinesNow,
-          [](const Workbench& b) {
-            return b.knotDrawn() && countKnot(b.knot().graph, b.knot().strands).strands == Number;
-          },
-          nullptr,
-          false,
-          false,
-          false,
-          kStrands};
+  return {.name = name,
+          .menu = kEdit,
+          .text = text,
+          .run = [](Handlers& h) { h.mnuStrands_Click(Number); },
+          .enabled = hasLinesNow,
+          .checked =
+              [](const Workbench& b) {
+                return b.knotDrawn() && countKnot(b.knot().graph, b.knot().strands).strands == Number;
+              },
+          .submenu = kStrands};
 }
 
 template <const Symmetry& Which>
 constexpr CommandRow sheetRow(std::string_view name, std::string_view text) {
-  return {name,
-          kShape,
-          text,
-          "",
-          [](Handlers& h) { h.mnuSheetSymmetry_Click(Which); },
-          nullptr,
-          [](const Workbench& b) { return b.sheet.symmetry() == Which; },
-          nullptr,
-          false,
-          false,
-          false,
-          kSheetSymmetry};
+  return {.name = name,
+          .menu = kShape,
+          .text = text,
+          .run = [](Handlers& h) { h.mnuSheetSymmetry_Click(Which); },
+          .checked = [](const Workbench& b) { return b.sheet.symmetry() == Which; },
+          .submenu = kSheetSymmetry};
 }
 
 template <int Turns>
 constexpr CommandRow sheetTurnsRow(std::string_view name, std::string_view text) {
-  return {name,
-          kShape,
-          text,
-          "",
-          [](Handlers& h) { h.mnuSheetTurns_Click(Turns); },
-          nullptr,
-          [](const Workbench& b) { return b.sheet.symmetry().turns == Turns; },
-          nullptr,
-          false,
-          false,
-          false,
-          kSheetSymmetry};
+  return {.name = name,
+          .menu = kShape,
+          .text = text,
+          .run = [](Handlers& h) { h.mnuSheetTurns_Click(Turns); },
+          .checked = [](const Workbench& b) { return b.sheet.symmetry().turns == Turns; },
+          .submenu = kSheetSymmetry};
 }
 
 /// Ten styles have a digit for their mnemonic, 0 for the tenth.

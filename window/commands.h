@@ -31,9 +31,9 @@ using Words = std::string (*)(const Workbench&);
 struct CommandRow {
   std::string_view name;
   std::string_view menu;
-  std::string_view text;
-  std::string_view shortcut;
-  Run run;
+  std::string_view text = {};
+  std::string_view shortcut = {};
+  Run run = nullptr;
   When enabled = nullptr;  // none: always
   When checked = nullptr;  // there is one: the command has a check mark
   Words words = nullptr;   // the text as things stand; an empty one hides the command
