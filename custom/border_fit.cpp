@@ -23,9 +23,11 @@ constexpr double kGrain = 1.0 / 16;  // of a cell: tells the places of a lattice
 
 class BorderFit {
  public:
-  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, const Symmetries& group)
+  BorderFit(CellMesh& mesh, const Outline& outline, std::span<const OutlineCorner> corners, double cellSide,
+            const Symmetries& group)
       : mesh_(mesh),
         outline_(outline),
+        corners_(corners),
         cell_(cellSide),
         group_(group),
         images_(mesh.nodes, group, kGrain * cellSide) {
@@ -86,6 +88,7 @@ class BorderFit {
 
   CellMesh& mesh_;
   const Outline& outline_;
+  std::span<const OutlineCorner> corners_;
   double cell_;
   Symmetries group_;
   Images images_;  // of the nodes
@@ -151,7 +154,7 @@ BorderFit::BorderNode* BorderFit::nodeForCorner(Spot corner, std::vector<int>& s
 void BorderFit::pinCorners() {
   std::vector<int> stabiliser;
   std::vector<Spot> done;
-  for (const OutlineCorner& corner : outline_.corners(kCornerSpan * cell_, kSharpTurn)) {
+  for (const OutlineCorner& corner : corners_) {
     if (std::ranges::any_of(done, [&](Spot p) { return distance(p, corner.at) < 0.5 * cell_; })) continue;
     const BorderNode* const nearest = nodeForCorner(corner.at, stabiliser);
     if (nearest == nullptr) continue;
@@ -440,9 +443,9 @@ bool BorderFit::dropFarOutside(const std::vector<PointI>& at) {
 
 }  // namespace
 
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide,
-                              const Symmetries& group) {
-  return BorderFit(mesh, outline, cellSide, group).run();
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, std::span<const OutlineCorner> corners,
+                              double cellSide, const Symmetries& group) {
+  return BorderFit(mesh, outline, corners, cellSide, group).run();
 }
 
 }  // namespace lorivan
