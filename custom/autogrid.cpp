@@ -237,10 +237,15 @@ Result<Fitted> bestFit(std::vector<Candidate> all, const Ground& ground, const P
   if (std::ranges::any_of(group, [](const Isometry& map) { return !map.keepsWhole(); }))
     if (const Status entered = enterSizes(kOtherSizes); !entered) return entered.error();
   if (!contest.isWellFilled()) {
-    auto others = candidates(ground, pitch, group, kMoreShifts);
-    if (!others) return others.error();
-    contest.enter(*others);
-    contest.enter(*others, kOtherShares);
+    std::vector<Candidate> shifted;
+    for (const Spot& shift : kMoreShifts) {
+      if (!contest.hasTime()) break;
+      auto others = candidates(ground, pitch, group, std::span(&shift, 1));
+      if (!others) return others.error();
+      contest.enter(*others);
+      shifted.insert(shifted.end(), others->begin(), others->end());
+    }
+    contest.enter(shifted, kOtherShares);
     if (const Status entered = enterSizes(kMoreSizes); !entered) return entered.error();
     contest.enter(all, kMoreShares);
   }

@@ -84,7 +84,8 @@ class BorderFit {
   std::vector<bool> nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const;
   int outermost(const std::vector<int>& cells) const;
   bool dropFarOutside(const std::vector<PointI>& at);
-  void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
+  void markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
+                           std::vector<bool>& bad) const;
 
   CellMesh& mesh_;
   const Outline& outline_;
@@ -365,8 +366,8 @@ std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wh
 
 /// Marks the ends of border sides that cross or touch another part of the border: cells may be well shaped
 /// while two arms of the mesh overlap.
-void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const {
-  const MeshBorder border(mesh_);
+void BorderFit::markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
+                                    std::vector<bool>& bad) const {
   const auto spot = [&](int n) {
     const PointI p = at[static_cast<std::size_t>(n)];
     return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
@@ -393,10 +394,11 @@ void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<b
 /// lattice of whole units is well shaped, so this ends.
 std::vector<PointI> BorderFit::settle() {
   share_.assign(mesh_.nodes.size(), 1);
+  const MeshBorder border(mesh_);
   for (bool wholeCells = false;;) {
     std::vector<PointI> at = wholePlaces();
     std::vector<bool> bad = nodesAtFault(at, wholeCells);
-    markBorderCrossings(at, bad);
+    markBorderCrossings(border, at, bad);
     images_.spread(bad);
     bool moved = false;
     for (std::size_t node = 0; node < bad.size(); ++node) {
