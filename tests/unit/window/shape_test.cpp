@@ -237,6 +237,19 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   expectOnGrid();
   const int whole = lines();
 
+  // What is too complicated names what is not, and Fill Outline takes that.
+  enter(Param::GridSize, "90");
+  platform.dialogs.answerMessage();
+  pick("mnuShapeAutoGrid");
+  EXPECT_TRUE(statusStarts("The largest AG factor that works here is ") && lines() == whole) << w->status();
+  const std::string told = w->status();
+  pick("mnuShapeFill");
+  EXPECT_NE(told.find(" is " + text(Param::GridSize) + ": Fill Outline"), std::string::npos) << told;
+  EXPECT_GT(lines(), whole);
+  pick("mnuEditUndoStep");
+  pick("mnuEditUndoStep");
+  EXPECT_TRUE(lines() == whole && text(Param::GridSize) == "20");
+
   // A click with Ctrl in the ring's hole fills the hole alone; one beside the ring changes nothing.
   pick("mnuShapeView");
   w->userMouse(kSheet, {MouseAction::move, 0, 243, 193, false, true});
