@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -84,5 +85,21 @@ struct CommandLine {
 Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
 
 std::string usageText();
+
+/// What the usage text says of an option.
+struct OptionUsage {
+  std::string_view name;
+  std::string_view
+      value;  // what follows it: PLACEHOLDER, word, or several of them, parted by "|"; or nothing
+  std::string_view about;
+};
+/// Every option of the usage text, in its order.
+std::vector<OptionUsage> optionUsages();
+
+struct StatusUsage {
+  ExitStatus status;
+  std::string_view about;
+};
+std::span<const StatusUsage> statusUsages();
 
 }  // namespace lorivan

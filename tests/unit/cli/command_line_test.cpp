@@ -8,9 +8,11 @@
 
 #include "cli/batch.h"
 #include "cli/progress_line.h"
+#include "cli/unquoted_file.h"
 #include "design/frame_files.h"
 #include "design/presets.h"
 #include "platform/none/none_platform.h"
+#include "scratch_folder.h"
 
 namespace lorivan {
 namespace {
@@ -112,6 +114,18 @@ TEST(ProgressLine, ShowsLongWorkOnOneLineAndLeavesNothing) {
   const std::string gone = '\r' + std::string(20, ' ') + '\r';
   EXPECT_EQ(terminal.str(), "lorivan: 50 %, a.stl" + gone + "lorivan: 60 %, a.stl" + gone);
   EXPECT_EQ(pipe.str(), "");
+}
+
+TEST(UnquotedFile, IsFoundAsAWhole) {
+  const Folder folder;
+  const std::string path = folder.file("my  Kn\xC3\xB6tchen .qzd"), half = folder.file("my");
+  ASSERT_TRUE(writeFile(path, "x"));
+  EXPECT_TRUE(isUnquotedFile(path, wordsOf(path))) << "with both blanks";
+  EXPECT_FALSE(isUnquotedFile(path, {path})) << "quoted";
+  EXPECT_FALSE(isUnquotedFile(half + " other.qzd", wordsOf(half + " other.qzd"))) << "no such file";
+  ASSERT_TRUE(writeFile(half, "x"));
+  EXPECT_TRUE(isUnquotedFile(path, wordsOf(path))) << "its first word is a file, too";
+  EXPECT_FALSE(isUnquotedFile(path, {half, half})) << "two files";
 }
 
 }  // namespace
