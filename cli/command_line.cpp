@@ -438,8 +438,7 @@ Status Parser::takeOutput() {
 
 Status Parser::takeList() {
   if (const Status got = value(line_.listed); !got) return got;
-  if (line_.listed != "parameters" && line_.listed != "shapes" && line_.listed != "presets" &&
-      line_.listed != "formats")
+  if (std::ranges::find(kLists, line_.listed) == kLists.end())
     return wrongUsage("--list takes parameters, shapes, presets or formats, not \"" + line_.listed + "\"");
   return kind(CommandKind::list);
 }

@@ -1,6 +1,7 @@
 // The words of the command line as a job description. Parsing touches no file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -42,6 +43,9 @@ struct Sweep {
 
 struct CommandLine;
 
+/// What --list prints.
+inline constexpr std::array<std::string_view, 4> kLists = {"parameters", "shapes", "presets", "formats"};
+
 /// An option that not every output follows.
 struct OutputOption {
   std::string_view name;
@@ -53,7 +57,7 @@ struct OutputOption {
 
 struct CommandLine {
   CommandKind kind = CommandKind::window;
-  std::string listed;    // parameters, shapes, presets or formats
+  std::string listed;    // one of kLists
   std::string knotFile;  // empty: none named
   std::optional<Shape> shape;
   std::optional<int> preset;
