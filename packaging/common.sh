@@ -5,7 +5,7 @@
 source "$root/tools/packages.sh"
 dist=$root/dist
 
-# buildPrograms PRESET TARGET...: as a user gets them. Sets `version` to theirs.
+# buildPrograms PRESET TARGET...: as a user gets them. Sets `version` and `releaseDate` to theirs.
 buildPrograms() {
   local preset=$1
   shift
@@ -16,6 +16,8 @@ buildPrograms() {
   quietly "$root/build/$preset.log" cmake --build "$root/build/$preset" --target "$@" || exit 1
   unlockBuild
   version=$(sed -n 's/^LORIVAN_VERSION:INTERNAL=//p' "$root/build/$preset/CMakeCache.txt")
+  # shellcheck disable=SC2034
+  releaseDate=$(sed -n 's/^LORIVAN_DATE:INTERNAL=//p' "$root/build/$preset/CMakeCache.txt")
 }
 
 # installPrograms PRESET FOLDER [PREFIX]: programs and everything that belongs to them. The programs lose their symbols.
