@@ -25,3 +25,17 @@ installPrograms() {
   quietly "$root/build/$1.log" env DESTDIR="$2" cmake --install "$root/build/$1" --prefix "${3:-/}" --strip || exit 1
   chmod -R u=rwX,go=rX -- "$2"
 }
+
+# notice PACKAGE: what it says about its authors and licences, with the line ends of Windows.
+notice() { sed 's/$/\r/' "/usr/share/doc/$1/copyright"; }
+
+# installForWindows FOLDER: the programs with what belongs to them, and the notices of what is linked into them.
+installForWindows() {
+  mkdir -p -- "$1/licences"
+  installPrograms mingw "$1"
+  sed 's/$/\r/' "$root/docs/third-party.md" >"$1/third-party.txt"
+  notice libz-mingw-w64-dev >"$1/licences/zlib.txt"
+  notice mingw-w64-x86-64-dev >"$1/licences/mingw-w64.txt"
+  notice g++-mingw-w64-x86-64-posix >"$1/licences/gcc.txt"
+  find "$1" -exec touch -d "$releaseDate UTC" {} +
+}

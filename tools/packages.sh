@@ -11,8 +11,8 @@ readerPackages=(povray povray-includes admesh assimp-utils python3-ezdxf librsvg
 # What packaging/ needs beyond that, and what reads the packages.
 debPackages=(dpkg-dev python3)
 debCheckers=(lintian appstream desktop-file-utils man-db)
-installerPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build)
-nsisPackages=(nsis)
+zipPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build)
+installerPackages=(nsis)
 
 # say TEXT...: to the error output, so that a program's own output stays clean.
 say() { printf '%s\n' "$*" >&2; }
