@@ -1,6 +1,6 @@
 ; The installer for Windows: for one user, without administrator rights. make-installer calls it with
 ;   VERSION "3.44k"   NUMBERS "3.44.11.0"   KILOBYTES of what is installed
-;   TREE its folder   REMOVE a file with the commands that remove it   OUTPUT   ICON
+;   TREE its folder   REMOVE a file with the commands that remove it   OUTPUT   ICON   PICTURE, 164 x 314 pixels
 ; Switches: /S silent, /PATH adds the command line to the search path, /D=FOLDER (last, without quotes); of the
 ; uninstaller: /S, /SETTINGS removes the user's settings as well. Exit status: 0 done, 1 cancelled, 2 failed, 3 refused
 ; because the program runs.
@@ -36,6 +36,7 @@ VIAddVersionKey "LegalCopyright" "The authors of Lorivan"
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
 !define MUI_FINISHPAGE_RUN "$INSTDIR\lorivan.exe"
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
@@ -187,7 +188,7 @@ Section "Lorivan" Main
   CreateShortCut "$SMPROGRAMS\Lorivan.lnk" "$INSTDIR\lorivan.exe"
 SectionEnd
 
-Section /o "Command line on the search path" Path
+Section /o "Command line" Path
   ExecWait '"$INSTDIR\lorivan.exe" --search-path add' $0
   ${If} $0 <> 0
     MessageBox MB_OK|MB_ICONEXCLAMATION "The search path could not be changed." /SD IDOK
@@ -197,7 +198,7 @@ Section /o "Command line on the search path" Path
 SectionEnd
 
 LangString AboutMain ${LANG_ENGLISH} "The program, its help and examples, and an entry in the start menu. Knot files (.qzd) and shape files (.qzc) open with a double click."
-LangString AboutPath ${LANG_ENGLISH} "A command prompt knows lorivan wherever you are. Prompts that are open already do not."
+LangString AboutPath ${LANG_ENGLISH} "Adds the folder to your search path: a command prompt knows lorivan wherever you are. Prompts that are open already do not."
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${Main} $(AboutMain)
   !insertmacro MUI_DESCRIPTION_TEXT ${Path} $(AboutPath)
@@ -248,6 +249,7 @@ Section "un.Lorivan" UnMain
     Delete "$INSTDIR\uninstall.exe"
     RMDir "$INSTDIR"
     RMDir "$LOCALAPPDATA\Programs"
+    RMDir "$LOCALAPPDATA\Lorivan"
   ${EndIf}
 SectionEnd
 
