@@ -27,7 +27,7 @@ std::string escaped(std::string_view text) {
 std::string bold(std::string_view text) { return "\\fB" + escaped(text) + "\\fR"; }
 
 bool isPlaceholder(std::string_view word) {
-  return std::isupper(static_cast<unsigned char>(word.front())) != 0;
+  return word.front() == '[' || std::isupper(static_cast<unsigned char>(word.front())) != 0;
 }
 
 /// "N|most": what is to be replaced is set in italics, what is typed as it is in bold.
