@@ -46,14 +46,8 @@ int openWindow(Platform& platform, const ProgramStart& start, const CommandLine&
   return kDone;
 }
 
-Result<CommandLine> readWords(const ProgramStart& start) {
-  auto line = parseCommandLine(start.arguments);
-  if (line || !isUnquotedFile(start.typed, start.arguments)) return line;
-  return parseCommandLine({start.typed});
-}
-
 int run(Platform& platform, const ProgramStart& start) {
-  const auto line = readWords(start);
+  const auto line = parseTyped(start.arguments, start.typed);
   if (!line) {
     tell(start, line.error().message + "\nlorivan --help tells more.");
     return exitStatusOf(line.error().kind);

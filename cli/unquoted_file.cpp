@@ -6,8 +6,10 @@
 
 namespace lorivan {
 
-bool isUnquotedFile(const std::string& typed, const std::vector<std::string>& words) {
-  return words.size() > 1 && fileExists(typed) && !std::ranges::all_of(words, fileExists);
+Result<CommandLine> parseTyped(const std::vector<std::string>& words, const std::string& typed) {
+  auto line = parseCommandLine(words);
+  const bool isFile = !line && fileExists(typed) && !std::ranges::all_of(words, fileExists);
+  return isFile ? parseCommandLine({typed}) : line;
 }
 
 }  // namespace lorivan

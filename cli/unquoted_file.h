@@ -1,13 +1,12 @@
 // File names with blanks that nobody put into quotes.
 #pragma once
 
-#include <string>
-#include <vector>
+#include "cli/command_line.h"
 
 namespace lorivan {
 
-/// Whether `typed`, which the system took apart into `words`, names a file as a whole, and not every one of
-/// several words does so by itself.
-bool isUnquotedFile(const std::string& typed, const std::vector<std::string>& words);
+/// As parseCommandLine(), for words that the system made of what was `typed`. Where they make no sense, the
+/// whole text may name a file; not every one of the words does so by itself, else it would be two files.
+Result<CommandLine> parseTyped(const std::vector<std::string>& words, const std::string& typed);
 
 }  // namespace lorivan

@@ -118,14 +118,19 @@ TEST(ProgressLine, ShowsLongWorkOnOneLineAndLeavesNothing) {
 
 TEST(UnquotedFile, IsFoundAsAWhole) {
   const Folder folder;
-  const std::string path = folder.file("my  Kn\xC3\xB6tchen .qzd"), half = folder.file("my");
+  const std::string path = folder.file("my  Kn\xC3\xB6tchen --best .qzd"), half = folder.file("my");
+  const auto fileOf = [](const std::string& typed) {
+    const auto line = parseTyped(wordsOf(typed), typed);
+    return line ? line->knotFile : line.error().message;
+  };
   ASSERT_TRUE(writeFile(path, "x"));
-  EXPECT_TRUE(isUnquotedFile(path, wordsOf(path))) << "with both blanks";
-  EXPECT_FALSE(isUnquotedFile(path, {path})) << "quoted";
-  EXPECT_FALSE(isUnquotedFile(half + " other.qzd", wordsOf(half + " other.qzd"))) << "no such file";
+  EXPECT_EQ(fileOf(path), path);
   ASSERT_TRUE(writeFile(half, "x"));
-  EXPECT_TRUE(isUnquotedFile(path, wordsOf(path))) << "its first word is a file, too";
-  EXPECT_FALSE(isUnquotedFile(path, {half, half})) << "two files";
+  EXPECT_EQ(fileOf(path), path) << "its first word is a file, too";
+  EXPECT_EQ(fileOf(half + " --quiet"), half) << "words that make sense";
+  EXPECT_EQ(fileOf(half + ' ' + half), "one knot file at a time, not also \"" + half + '"');
+  ASSERT_TRUE(writeFile(folder.file("my b"), "x") && writeFile(folder.file("b"), "x"));
+  EXPECT_FALSE(parseTyped({half, folder.file("b")}, folder.file("my b"))) << "two files";
 }
 
 }  // namespace
