@@ -16,9 +16,9 @@ namespace {
 constexpr double kMostCoordinate = 1e9;
 constexpr std::size_t kMostVertices = 100'000;
 constexpr int kHighestDegree = 12;
-constexpr int kPiecesOfSpan = 12;             // of a spline between two knots
-constexpr int kMostInserts = 16;              // nested
-constexpr std::size_t kMostVisits = 500'000;  // entities drawn, those of blocks each time
+constexpr int kPiecesOfSpan = 12;            // of a spline between two knots
+constexpr int kMostInserts = 16;             // nested
+constexpr std::size_t kMostDrawn = 500'000;  // entities drawn, those of blocks each time
 constexpr Affine kUpwards{1, 0, 0, -1, 0, 0};
 
 /// A code with its value, and the line that the value stands in.
@@ -240,7 +240,7 @@ class DxfReader {
   Status draw(const std::vector<Entity>& entities, const Affine& place, int inserts) {
     for (const Entity& e : entities) {
       if (e.value(67) != 0 || e.value(60) != 0) continue;
-      if (++visits_ > kMostVisits) return at(e.line, "the drawing inserts too many blocks");
+      if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
       const bool flat = e.kind != "LINE" && e.kind != "SPLINE" && e.kind != "ELLIPSE";
       const Affine own = flat && e.fromBehind() ? place.after({-1, 0, 0, 1, 0, 0}) : place;
       if (e.kind == "INSERT") {
@@ -267,7 +267,7 @@ class DxfReader {
     const double across = e.value(41, 1), up = e.value(42, 1);
     for (int row = 0; row < std::max(1.0, e.value(71)); ++row)
       for (int column = 0; column < std::max(1.0, e.value(70)); ++column) {
-        if (++visits_ > kMostVisits) return at(e.line, "the drawing inserts too many blocks");
+        if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
         const Affine scaled{across,
                             0,
                             0,
