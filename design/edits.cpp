@@ -271,7 +271,7 @@ std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot>
   while (size > 0) {
     const auto laid = layAutoGrid(graph, document, size, within);
     if (laid) return size;
-    if (laid.error().kind != ErrorKind::limit) break;
+    if (laid.error().kind != ErrorKind::limit || graph.LastLine < 0) break;
     // The lines grow no faster than the square of the size, but for what lattices differ.
     const double most = 1.03 * size * std::sqrt(1.0 * kMostAutoGridLines / (graph.LastLine + 1));
     size = std::min(size - 1, static_cast<int>(most) + 1);
@@ -280,7 +280,7 @@ std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot>
 }
 
 std::string autoGridHint(const Document& document, const Error& error, std::optional<Spot> within) {
-  const auto size = error.message == kTooComplicated ? largestAutoGrid(document, within) : std::nullopt;
+  const auto size = error.kind == ErrorKind::limit ? largestAutoGrid(document, within) : std::nullopt;
   return size ? "The largest AG factor that works here is " + std::to_string(*size) : std::string();
 }
 
