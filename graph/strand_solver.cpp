@@ -264,9 +264,13 @@ Result<StrandPlan> Search::run() {
   plan.strands = runs_.count(bestWalls_).strands;
   plan.lines = changedLines(bestWalls_);
   if (!goal_.strands || best_.distance == 0) return plan;
-  return impossibleKnot("no walls " + std::string(goal_.symmetry.isNone() ? "" : "in this symmetry ") +
-                        "give " + std::to_string(wanted_) + (wanted_ == 1 ? " strand" : " strands") +
-                        "; the nearest found is " + std::to_string(plan.strands));
+  return impossibleKnot(goal_.symmetry.isNone()
+                            ? trn("no walls give {n} strand; the nearest found is {1}",
+                                  "no walls give {n} strands; the nearest found is {1}", wanted_,
+                                  plan.strands)
+                            : trn("no walls in this symmetry give {n} strand; the nearest found is {1}",
+                                  "no walls in this symmetry give {n} strands; the nearest found is {1}",
+                                  wanted_, plan.strands));
 }
 
 }  // namespace

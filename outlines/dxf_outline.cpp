@@ -34,10 +34,9 @@ class DxfPairs {
     const auto code = line();
     if (!code || (trimmed(*code).empty() && at_ >= text_.size())) return std::optional<DxfPair>();
     const auto number = parseInteger(*code, -32768, 32767);
-    if (!number)
-      return unreadable("line " + std::to_string(line_) + ": " + quoted(*code) + " is no group code");
+    if (!number) return unreadable("line {1}: {2} is no group code", line_, quoted(*code));
     const auto value = line();
-    if (!value) return unreadable("line " + std::to_string(line_) + ": the file ends before a value");
+    if (!value) return unreadable("line {1}: the file ends before a value", line_);
     return std::optional<DxfPair>({static_cast<int>(*number), trimmed(*value), line_});
   }
 
@@ -165,19 +164,17 @@ class DxfReader {
       if (!pair) return pair.error();
       if (!*pair) break;
       if (const Status taken = takePair(**pair); !taken) return taken.error();
-      if (pen_.tooMany()) return at((*pair)->line, "the drawing has too many curves");
+      if (pen_.tooMany()) return at((*pair)->line, tr("the drawing has too many curves"));
     }
     endEntity();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");
     for (const auto& [kind, count] : passedOver_)
-      drawing_.notes.push_back(std::to_string(count) + " of kind " + kind + " left out");
+      drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
     return std::move(drawing_);
   }
 
  private:
-  static Error at(int line, const std::string& reason) {
-    return unreadable("line " + std::to_string(line) + ": " + reason);
-  }
+  static Error at(int line, const std::string& reason) { return unreadable("line {1}: {2}", line, reason); }
 
   Status takePair(const DxfPair& pair) {
     if (pair.code == 0) {
@@ -191,8 +188,8 @@ class DxfReader {
     if (!inEntities_ || !isKept(pair.code)) return {};
     const auto value = parseNumber(pair.value);
     if (!value || !(std::fabs(*value) <= kMostNumber))
-      return at(pair.line, quoted(pair.value) + " is not a number in range");
-    if (!take(entity_, pair.code, *value)) return at(pair.line, "an entity has too many points");
+      return at(pair.line, tr("{1} is not a number in range", quoted(pair.value)));
+    if (!take(entity_, pair.code, *value)) return at(pair.line, tr("an entity has too many points"));
     return {};
   }
 

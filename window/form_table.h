@@ -175,7 +175,7 @@ consteval ControlId controlId(std::string_view name) {
 /// The colour boxes follow each other in the form.
 inline constexpr ControlId kFirstColourBox = controlId("txtCol0");
 
-/// What the window is made from.
+/// What the window is made from, in English; see ShownTables.
 std::span<const ControlSpec> formTable();
 
 /// The control of this name; it has to be there.

@@ -43,6 +43,7 @@ class Handlers {
   void mnuViewFitPicture_Click();
   void mnuViewClassic_Click();
   void mnuViewDrawAtOnce_Click();
+  void mnuLanguage_Click(std::string_view code);
 
   // --- the hand on the 2-D picture (handlers_grid.cpp) ---
   void picGrid_Mouse(const MouseEvent& event);
@@ -160,7 +161,7 @@ class Handlers {
   void drawIn(const Symmetry& symmetry);
   void loadOutline(const std::string& path);
   void loadTracePicture(const std::string& path);
-  void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told);
+  void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& path);
   void fillRegion(PointF at);
   bool saveKnot(const std::string& path);
   bool saveAs(const std::string& proposed = {});

@@ -94,6 +94,9 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
     case WindowState::saveOptions:
       bench.saveOptions = readSaveOptions(text);
       return;
+    case WindowState::language:
+      bench.language = text;
+      return;
     case WindowState::fitPicture:
     case WindowState::shape:
       return;
@@ -157,6 +160,8 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.drawAtOnce);
     case WindowState::saveOptions:
       return saveOptionsText(bench_.saveOptions);
+    case WindowState::language:
+      return bench_.language;
     case WindowState::symmetry:
       return symmetryName(bench_.symmetry.chosen());
     case WindowState::saveFormat:
@@ -182,6 +187,10 @@ Document restoredDocument(const Settings& settings) {
   if (made) document = *made;
   document.fields.check(Check::FitBands) = fit;
   return document;
+}
+
+std::string languageSetting(const Settings& settings) {
+  return settings.read(kSettingsSection, kLanguageKey, "");
 }
 
 bool isFirstStart(const Settings& settings) {

@@ -1,6 +1,7 @@
 #include "window/session.h"
 
 #include "base/sink.h"
+#include "base/texts.h"
 #include "design/document_text.h"
 
 namespace lorivan {
@@ -65,7 +66,7 @@ bool Session::recover(const std::string& text) {
   auto read = readDocument(text);
   if (!read) return false;
   const Document before = document();
-  begin("Recovered knot", std::move(read->document));
+  begin(tr("Recovered knot"), std::move(read->document));
   history_.now().origin->basis = before;
   keepAside();
   return true;
