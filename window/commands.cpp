@@ -14,7 +14,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
-                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent",
+                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open re&cent",
                            kSymmetry = "&Symmetry", kStrands = "S&trands",
                            kSheetSymmetry = "Draw in s&ymmetry", kLanguage = "&Language";
 

@@ -171,7 +171,7 @@ void Form::showOffset() {
   const std::string_view label = shapeTable()[static_cast<std::size_t>(shown_.shape)].offsetLabel;
   window_.setVisible(controlId("lblXF"), !label.empty());
   window_.setVisible(fieldControl(Param::CrossOffset), !label.empty());
-  if (!label.empty()) window_.setText(controlId("lblXF"), std::string(label));
+  if (!label.empty()) window_.setText(controlId("lblXF"), translated(kShortContext, label));
 }
 
 /// It has its place where other shapes have their offset.

@@ -53,7 +53,10 @@ void addWindow(Texts& texts) {
 void addDesign(Texts& texts) {
   for (const ParamSpec& spec : parameterTable()) addField(texts, spec);
   for (const CheckSpec& spec : checkTable()) addField(texts, spec);
-  for (const ShapeSpec& shape : shapeTable()) texts.add(shape.name, kShapeContext);
+  for (const ShapeSpec& shape : shapeTable()) {
+    texts.add(shape.name, kShapeContext);
+    texts.add(shape.offsetLabel, kShortContext);
+  }
   for (const Preset& style : presetTable()) {
     texts.add(style.name, kStyleContext);
     texts.add(style.about);
