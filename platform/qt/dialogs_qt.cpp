@@ -117,6 +117,19 @@ void followFilter(QFileDialog& dialog, const FileDialogSpec& spec) {
 
 }  // namespace
 
+namespace {
+
+/// Qt's own translations need not be installed.
+void nameParts(QFileDialog& dialog, bool save) {
+  dialog.setLabelText(QFileDialog::LookIn, toQString(tr("Look in:")));
+  dialog.setLabelText(QFileDialog::FileName, toQString(tr("File &name:")));
+  dialog.setLabelText(QFileDialog::FileType, toQString(tr("Files of type:")));
+  dialog.setLabelText(QFileDialog::Accept, save ? toQString(tr("&Save")) : toQString(tr("&Open")));
+  dialog.setLabelText(QFileDialog::Reject, toQString(tr("Cancel")));
+}
+
+}  // namespace
+
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
   const NormalPointer pointer;
   const InitialName initial = splitInitialName(spec.initialName);
@@ -130,6 +143,7 @@ std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
   dialog.setFileMode(spec.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setDefaultSuffix(toQString(spec.defaultExtension));
   followFilter(dialog, spec);
+  nameParts(dialog, spec.save);
   if (!initial.name.empty()) dialog.selectFile(toQString(initial.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return toUtf8(dialog.selectedFiles().constFirst());

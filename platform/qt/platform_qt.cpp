@@ -8,6 +8,7 @@
 #include <QTranslator>
 
 #include "platform/common/metafile_records.h"
+#include "platform/qt/accessible.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/file_settings.h"
 #include "platform/qt/look.h"
@@ -119,6 +120,7 @@ Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec,
     QApplication::setApplicationName(QStringLiteral("Lorivan"));
     QApplication::setQuitOnLastWindowClosed(false);
     applyLook(*application_);
+    nameRoles();
     // The texts of Qt's own dialogs, where they are installed.
     dialogTexts_ = std::make_unique<QTranslator>();
     if (dialogTexts_->load("qtbase_" + toQString(language_),
