@@ -32,6 +32,13 @@ constexpr Tints kLight = {0xF2F3F5, 0xFFFFFF, 0xFAFAFB, 0xFCFCFD, 0x1F2328, 0x92
 constexpr Tints kDark = {0x30343B, 0x1D2025, 0x363B43, 0x434952, 0xE6E9EC, 0x858D97,
                          0x4D545E, 0x48B394, 0x0F1512, 0x434952, 0xE6E9EC};
 
+// For people who ask their desktop for high contrast: every text and every border stands out, also of what
+// cannot be used.
+constexpr Tints kLightContrast = {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0x000000, 0x595959,
+                                  0x000000, 0x00429B, 0xFFFFFF, 0xFFFFFF, 0x000000};
+constexpr Tints kDarkContrast = {0x000000, 0x000000, 0x000000, 0x000000, 0xFFFFFF, 0xB0B0B0,
+                                 0xFFFFFF, 0xFFFF00, 0x000000, 0x000000, 0xFFFFFF};
+
 QPalette paletteOf(const Tints& t) {
   QPalette palette(QColor(t.button), QColor(t.window));
   using Role = QPalette::ColorRole;
@@ -59,23 +66,23 @@ QPalette paletteOf(const Tints& t) {
   return palette;
 }
 
-/// The desktop's settings service, and the setting of it that is asked for.
+/// The desktop's settings service, and the settings of it that are asked for.
 struct ColourService {
   QString name = QStringLiteral("org.freedesktop.portal.Desktop");
   QString path = QStringLiteral("/org/freedesktop/portal/desktop");
   QString interface = QStringLiteral("org.freedesktop.portal.Settings");
   QString section = QStringLiteral("org.freedesktop.appearance");
-  QString key = QStringLiteral("color-scheme");
+  QString dark = QStringLiteral("color-scheme"), contrast = QStringLiteral("contrast");
   bool exists = !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS");
 };
 
-/// What the service says; false where there is none.
-bool serviceSaysDark() {
+/// Whether the service says yes, which is 1; false where there is none.
+bool serviceSays(const QString& key) {
   const ColourService service;
   if (!service.exists) return false;
   QDBusMessage ask =
       QDBusMessage::createMethodCall(service.name, service.path, service.interface, QStringLiteral("Read"));
-  ask << service.section << service.key;
+  ask << service.section << key;
   const QDBusMessage answer = QDBusConnection::sessionBus().call(ask, QDBus::Block, 300);
   if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return false;
   QVariant value = answer.arguments().constFirst();
@@ -83,21 +90,29 @@ bool serviceSaysDark() {
   return value.toUInt() == 1;
 }
 
+bool wantsContrast() {
+  return qEnvironmentVariable("GTK_THEME").startsWith(QStringLiteral("HighContrast")) ||
+         serviceSays(ColourService().contrast);
+}
+
 void followService(QApplication& application) {
   const ColourService service;
   if (!service.exists) return;
   auto* const soon = new QTimer(&application);
   soon->setSingleShot(true);
-  QObject::connect(soon, &QTimer::timeout, [] { applyColours(serviceSaysDark()); });
-  QDBusConnection::sessionBus().connect(service.name, service.path, service.interface,
-                                        QStringLiteral("SettingChanged"), {service.section, service.key},
-                                        QString(), soon, SLOT(start()));
+  QObject::connect(soon, &QTimer::timeout,
+                   [service] { applyColours(serviceSays(service.dark), wantsContrast()); });
+  for (const QString& key : {service.dark, service.contrast})
+    QDBusConnection::sessionBus().connect(service.name, service.path, service.interface,
+                                          QStringLiteral("SettingChanged"), {service.section, key}, QString(),
+                                          soon, SLOT(start()));
 }
 
 bool isDesktopDark() {
   if (QApplication::palette().color(QPalette::Window).lightness() < 128) return true;
-  return qEnvironmentVariable("GTK_THEME").endsWith(QStringLiteral("dark"), Qt::CaseInsensitive) ||
-         serviceSaysDark();
+  const QString theme = qEnvironmentVariable("GTK_THEME");
+  return theme.endsWith(QStringLiteral("dark"), Qt::CaseInsensitive) ||
+         theme.endsWith(QStringLiteral("Inverse")) || serviceSays(ColourService().dark);
 }
 
 /// The system's font, in a size at which the whole form fits the screen.
@@ -144,18 +159,22 @@ class Style final : public QProxyStyle {
 
 }  // namespace
 
-void applyColours(bool dark) { QApplication::setPalette(paletteOf(dark ? kDark : kLight)); }
+void applyColours(bool dark, bool contrast) {
+  const Tints& usual = dark ? kDark : kLight;
+  const Tints& strong = dark ? kDarkContrast : kLightContrast;
+  QApplication::setPalette(paletteOf(contrast ? strong : usual));
+}
 
-void applyLook(QApplication& application, bool dark) {
+void applyLook(QApplication& application, bool dark, bool contrast) {
   QApplication::setStyle(new Style);
-  applyColours(dark);
+  applyColours(dark, contrast);
   application.setFont(fittingFont(application.font()));
   initResources();
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/lorivan.ico")));
 }
 
 void applyLook(QApplication& application) {
-  applyLook(application, isDesktopDark());
+  applyLook(application, isDesktopDark(), wantsContrast());
   followService(application);
 }
 

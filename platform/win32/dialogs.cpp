@@ -230,7 +230,7 @@ std::string askFile(HWND owner, const FileDialogSpec& dialog) {
 }
 
 std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialogSpec& spec) {
-  constexpr short kWidth = 220, kLineHeight = 17, kFirst = 32, kMargin = 7;
+  constexpr short kWidth = 265, kLineHeight = 17, kFirst = 32, kMargin = 7, kButton = 50;
   const auto count = static_cast<short>(spec.lines.size());
   const auto end = static_cast<short>(kFirst + count * kLineHeight);
   WORD items = 3;
@@ -252,9 +252,10 @@ std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialog
               {150, top, kWidth - kMargin, static_cast<short>(top + 13)}, L"");
   }
   const auto top = static_cast<short>(end + 4), bottom = static_cast<short>(end + 18);
-  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {109, top, 159, bottom}, L"OK");
-  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {163, top, kWidth - kMargin, bottom},
-            widen(tr("Cancel")));
+  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP,
+            {kWidth - kMargin - 2 * kButton - 4, top, kWidth - kMargin - kButton - 4, bottom}, L"OK");
+  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP,
+            {kWidth - kMargin - kButton, top, kWidth - kMargin, bottom}, widen(tr("Cancel")));
   std::vector<OptionLine> lines = spec.lines;
   const INT_PTR button = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner,
                                                  optionsProcedure, reinterpret_cast<LPARAM>(&lines));
