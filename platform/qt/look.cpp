@@ -6,6 +6,7 @@
 #include <QDBusVariant>
 #include <QFont>
 #include <QIcon>
+#include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QScreen>
@@ -127,6 +128,17 @@ QFont fittingFont(QFont font) {
   return font;
 }
 
+/// Borders take their colour from the window's, a little darker, which high contrast has no use for: there
+/// everything that can be used gets a whole border, and what has the focus a thick one.
+void drawBorder(const QStyleOption& option, QPainter& painter) {
+  const auto colour = [&](QPalette::ColorRole role) { return option.palette.color(QPalette::Active, role); };
+  if (colour(QPalette::Mid) != colour(QPalette::WindowText)) return;
+  const bool focused = (option.state & QStyle::State_HasFocus) != 0;
+  painter.setPen(QPen(colour(focused ? QPalette::Highlight : QPalette::Mid), focused ? 3 : 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
 /// Plain buttons in dialogs, and lists that drop down.
 class Style final : public QProxyStyle {
  public:
@@ -148,6 +160,20 @@ class Style final : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     const bool indicator = element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton;
+    const bool bordered =
+        element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_IndicatorCheckBox;
+    drawUsual(element, indicator, option, painter, widget);
+    if (bordered) drawBorder(*option, *painter);
+  }
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (control == CC_ComboBox) drawBorder(*option, *painter);
+  }
+
+ private:
+  void drawUsual(PrimitiveElement element, bool indicator, const QStyleOption* option, QPainter* painter,
+                 const QWidget* widget) const {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     if (!indicator || !button || button->palette.color(QPalette::Window).lightness() >= 128)
       return QProxyStyle::drawPrimitive(element, option, painter, widget);
