@@ -40,8 +40,11 @@ void Handlers::picShape_Mouse(const MouseEvent& event) {
 void Handlers::fillRegion(PointF at) {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report, Spot{at.x, at.y});
+  const std::string hint =
+      made ? std::string() : autoGridHint(bench_.document(), made.error(), Spot{at.x, at.y});
   shapeGrid(tr("Fill region"), made ? fitBands(*made) : made,
             emptyShare(report, tr("more AutoGrid cells are smaller ones")));
+  if (!hint.empty()) bench_.status(hint);
 }
 
 void Handlers::mnuShapeBlank_Click() {
@@ -235,8 +238,10 @@ void Handlers::mnuShapeMakeGrid_Click() { shapeGrid(tr("New Grid"), lineGrid(ben
 void Handlers::mnuShapeAutoGrid_Click() {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report);
+  const std::string hint = made ? std::string() : autoGridHint(bench_.document(), made.error());
   shapeGrid(tr("AutoGrid"), made ? fitBands(*made) : made,
             emptyShare(report, tr("Fill Outline in the Shape menu finds cells that fill it")));
+  if (!hint.empty()) bench_.status(tr("{1}: Fill Outline in the Shape menu takes it", hint));
 }
 
 void Handlers::mnuShapeFill_Click() {

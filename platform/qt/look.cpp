@@ -197,6 +197,7 @@ void applyLook(QApplication& application, bool dark, bool contrast) {
   application.setFont(fittingFont(application.font()));
   initResources();
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/lorivan.ico")));
+  QGuiApplication::setDesktopFileName(QStringLiteral("lorivan"));
 }
 
 void applyLook(QApplication& application) {
