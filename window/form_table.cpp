@@ -35,15 +35,15 @@ std::string marked(std::string_view caption, char mnemonic) {
   return text;
 }
 
-struct Form {
+struct BuiltForm {
   std::deque<std::string> captions;  // the table's texts point into it
   std::vector<ControlSpec> controls;
   std::array<ControlId, kParamCount> fields{};
   std::array<ControlId, kCheckCount> checks{};  // -1: it has none
 };
 
-Form makeForm() {
-  Form form;
+BuiltForm makeForm() {
+  BuiltForm form;
   form.checks.fill(-1);
   const auto& rows = form::kRows;
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -64,8 +64,8 @@ Form makeForm() {
   return form;
 }
 
-const Form& form_() {
-  static const Form form = makeForm();
+const BuiltForm& form_() {
+  static const BuiltForm form = makeForm();
   return form;
 }
 
