@@ -45,10 +45,13 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view, doubl
   for (std::size_t i = 1; i + 1 < all.size(); ++i) all[i].along = (all[i + 1].at - all[i - 1].at) * 0.5;
   all.front().along = (all[1].at - (all.back().at - lap)) * 0.5;
   all.back().along = (all.front().at + lap - all[all.size() - 2].at) * 0.5;
-  heights_ = std::make_shared_for_overwrite<double[]>(all.size() + 1);
-  std::copy_n(heights.begin(), all.size(), heights_.get());
-  heights_[all.size()] = heights.front();
-  keep(all, stray);
+  const auto line = std::make_shared<Line>();
+  line->heights.assign(heights.begin(), heights.begin() + static_cast<std::ptrdiff_t>(all.size()));
+  line->heights.push_back(heights.front());
+  keep(all, stray, line->nodes);
+  size_ = static_cast<int>(line->nodes.size());
+  nodes_ = line->nodes.data();
+  line_ = line;
 }
 
 /// Whether the cubic from one sample to one further on passes those between.
@@ -80,14 +83,14 @@ std::size_t BandLoop::stepFrom(std::span<const Node> all, std::size_t from, doub
   return step;
 }
 
-void BandLoop::keep(std::span<const Node> all, double stray) {
-  nodes_ = std::make_shared_for_overwrite<Node[]>(all.size());
+void BandLoop::keep(std::span<const Node> all, double stray, std::vector<Node>& kept) const {
+  kept.reserve(stray > 0 ? all.size() / 2 : all.size());
   for (std::size_t from = 0, step = 1; from < all.size(); from += step) {
     step = stepFrom(all, from, stray);
-    Node& node = nodes_[size_++];
-    node = all[from];
+    Node node = all[from];
     node.direction = unit(node.along);
     node.step = static_cast<double>(step);
+    kept.push_back(node);
   }
 }
 
@@ -104,7 +107,7 @@ void BandLoop::appendAll(std::vector<PointF>& chain) const {
 }
 
 std::optional<double> BandLoop::sameLine(const BandLoop& other) const {
-  if (nodes_ != other.nodes_) return std::nullopt;
+  if (line_ != other.line_) return std::nullopt;
   const double apart = other.left_ - left_;
   if (isRing()) return std::fabs(apart) < kSame ? std::optional(0.0) : std::nullopt;
   const double laps = std::round(apart / lap_);
@@ -125,7 +128,7 @@ double BandLoop::height(double place) const {
   const Node& node = nodes_[wrap(static_cast<int>(low))];
   const double sample = node.sample + (place - low) * node.step, first = std::floor(sample),
                t = sample - first;
-  const double* at = &heights_[static_cast<std::ptrdiff_t>(first)];
+  const double* at = &line_->heights[static_cast<std::size_t>(first)];
   return t > 0 ? at[0] * (1 - t) + at[1] * t : at[0];
 }
 

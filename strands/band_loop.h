@@ -89,7 +89,7 @@ class BandLoop {
     double step;               // samples to the next node
     int sample;                // its number among all
   };
-  void keep(std::span<const Node> all, double stray);
+  void keep(std::span<const Node> all, double stray, std::vector<Node>& kept) const;
   std::size_t stepFrom(std::span<const Node> all, std::size_t from, double stray) const;
   static bool passesBetween(std::span<const Node> all, std::size_t from, std::size_t step, Vec lap,
                             double stray);
@@ -108,8 +108,12 @@ class BandLoop {
 
   int slot_, size_ = 0, turns_ = 0;
   double lap_ = 0, left_ = 0;
-  std::shared_ptr<Node[]> nodes_;
-  std::shared_ptr<double[]> heights_;  // of all samples, the first one once more at the end
+  struct Line {
+    std::vector<Node> nodes;
+    std::vector<double> heights;  // of all samples, the first one once more at the end
+  };
+  std::shared_ptr<const Line> line_;
+  const Node* nodes_ = nullptr;  // of the line
 };
 
 // Both are asked for hundreds of thousands of times in one picture: they are worth being inline.
