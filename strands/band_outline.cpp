@@ -15,6 +15,7 @@ namespace {
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kStrayShare = 0.1;  // of the tolerance that a centre line may lie off its samples
+constexpr double kNarrow = 10;       // pixels: bands whose strands need fewer samples
 constexpr double kPictureStray = 0.03;  // pixels that it may in a picture
 constexpr double kSharp = 0.2;          // radians from one sample to the next but one
 constexpr double kTight = 0.8;          // of the bend that folds a side
@@ -341,8 +342,10 @@ class Outliner {
 }  // namespace
 
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options) {
-  const double stray = options.fitted ? kStrayShare * toleranceOf(options) : kPictureStray;
-  const std::vector<BandLoop> loops = bandLoops(curve, view, stray);
+  // Wider bands over samples as near to one another have no room: every sample tells where they are cut.
+  const bool isNarrow = options.outer <= kNarrow;
+  const double most = options.fitted ? kStrayShare * toleranceOf(options) : kPictureStray;
+  const std::vector<BandLoop> loops = bandLoops(curve, view, isNarrow ? most : 0);
   return Outliner(loops, seamOf(curve, view), options).run();
 }
 
