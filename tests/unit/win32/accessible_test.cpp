@@ -1,7 +1,10 @@
 // What a screen reader is told of the window: a name and a role for every control.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
+
+#include "base/numbers.h"
 
 #include "own_windows.h"
 #include "platform/win32/handles.h"
