@@ -18,7 +18,7 @@ namespace {
 constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
 
 // With fewer moves a search for many strands has time to start more often, and to hold faces.
-constexpr std::size_t kFewMoves = 256;
+constexpr std::size_t kFewMoves = 256, kVeryFewMoves = 100;
 // A fault in a score's distance: far more than strands could be wrong.
 constexpr int kFault = 10'000;
 
@@ -257,7 +257,7 @@ void Search::scatter(const Rnd& random, std::int64_t effort) {
       const bool wall = !start_[static_cast<std::size_t>(orbit.front())];
       for (const int j : orbit) walls[static_cast<std::size_t>(j)] = wall;
     }
-    effort_ -= runs_.lineCount() / 4 + 1;
+    effort_ -= runs_.lineCount() / 8 + 40;
     keep(walls, scoreOf(runs_.count(walls), static_cast<int>(changedLines(walls).size())));
   }
 }
@@ -303,9 +303,11 @@ void Search::findFewest() {
 void Search::findMany() {
   const std::int64_t rest = kEffort - kEffortForMany;
   const Rnd random = seededRandom(1);
-  scatter(random, kEffort / 6);
+  const bool few = moves_.size() < kFewMoves;
+  scatter(random, moves_.size() < kVeryFewMoves ? kEffort / 3 : kEffort / 10);
+  if (few) climb(bestWalls_);
   for (const double share : {1.0, 0.8, 0.6}) climb(randomWalls(random, share));
-  for (int round = moves_.size() < kFewMoves ? 9 : 5; round > 0 && effort_ > rest; --round) {
+  for (int round = few ? 9 : 5; round > 0 && effort_ > rest; --round) {
     const Walls from = round == 1 ? start_ : round % 2 == 0 ? bestWalls_ : randomWalls(random, random());
     anneal(from, random, (effort_ - rest) / round);
   }

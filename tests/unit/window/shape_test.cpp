@@ -255,7 +255,10 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   EXPECT_TRUE(w->status().ends_with(" pixels: fewer cells make room")) << w->status();
   pick("mnuEditUndoStep");
   EXPECT_EQ(lines(), whole);
-  pick("mnuShapeView");
+  expectOnSheet();  // where the step was made
+  pick("mnuEditRedoStep");
+  expectOnGrid();
+  pick("mnuEditUndoStep");
   ctrlClick(20, 20);
   expectOnSheet();
   EXPECT_TRUE(lines() == whole && w->status() == "There is no closed outline round that place")
