@@ -7,7 +7,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kHot = 1.1, kWarm = 0.45;  // what annealing begins with
+constexpr double kHotStart = 1.1, kWarmStart = 0.45;  // what annealing begins with
 constexpr int kRounds = 8;
 constexpr double kWeightFar = 0.1;        // of changed lines, where any solution is welcome
 constexpr std::size_t kMostTogether = 3;  // ways that are tried in all their combinations
@@ -164,7 +164,7 @@ const WayBundle* FewestChanges::nextBundle() {
 void FewestChanges::annealWith(const WayBundle& bundle, const Rnd& random, std::int64_t effort) {
   taken_ = bundle;
   held_ = bundle.size();
-  if (!tooMany()) anneal(random, effort, kHot, 1);
+  if (!tooMany()) anneal(random, effort, kHotStart, 1);
   held_ = 0;
 }
 
@@ -187,13 +187,13 @@ void FewestChanges::run(std::int64_t effort, int least) {
     const std::int64_t share = effort_ / (bundle != nullptr ? 2 * round : round);
     if (round % 2 == 0) {
       taken_.clear();
-      anneal(random, share, kHot, 1);
+      anneal(random, share, kHotStart, 1);
     } else if (score_.distance > 0) {
       takeMany(random);
-      anneal(random, share, kHot, kWeightFar);
+      anneal(random, share, kHotStart, kWeightFar);
     } else {
       takeBest();
-      anneal(random, share, kWarm, 1);
+      anneal(random, share, kWarmStart, 1);
     }
     exchange();
     if (bundle != nullptr) annealWith(*bundle, random, share);

@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/surface.h"
+#include "base/pixels.h"
+#include "base/points.h"
 
 namespace lorivan {
 
