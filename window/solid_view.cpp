@@ -155,7 +155,7 @@ void SolidView::drawMark(const Document& document, const PixelBlock& block) {
 
 /// Rendering takes most of the time, and clicks may follow each other quickly.
 void SolidView::paintMark(const Document& document) {
-  Surface& picture = window_.surface(kPicture);
+  Surface& picture = window_.surface(kModelPicture);
   const PixelBlock block = picture.lendPixels();
   const auto width = static_cast<std::size_t>(std::max(0, block.width));
   if (unmarked_.empty() || unmarked_.size() != width * static_cast<std::size_t>(block.height))
