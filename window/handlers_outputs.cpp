@@ -1,5 +1,6 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
+#include "design/edits.h"
 #include "design/outputs.h"
 #include "design/source.h"
 #include "design/vector_outputs.h"
@@ -101,10 +102,13 @@ OutputJob Handlers::outputJob(const StrandColours& colours) const {
 }
 
 /// The drawn knot in a format of the format table.
-Result<std::string> Handlers::knotOutput(std::string_view extension) {
+Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
+  OutputJob job = outputJob(colours);
+  const Document withoutGrid = withCheck(job.document, Check::ShowGrid, false);
+  const OutputJob bareJob{job.platform, withoutGrid, job.knot, colours, job.options};
   MemorySink sink;
-  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), outputJob(colours), sink);
+  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), bare ? bareJob : job, sink);
   if (!made) return made.error();
   return std::move(sink.bytes);
 }
