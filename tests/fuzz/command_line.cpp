@@ -17,7 +17,7 @@ namespace lorivan::fuzz {
 namespace {
 
 constexpr std::int64_t kMostPolygons = 6000;  // a fuzzer has to be fast
-constexpr int kMostWidth = 160, kMostCells = 5;
+constexpr int kMostWidth = 160, kMostCells = 2;
 
 std::vector<std::string> argumentsOf(std::string_view text) {
   std::vector<std::string> arguments;

@@ -6,7 +6,7 @@
 namespace lorivan::fuzz {
 namespace {
 
-constexpr int kLines = 300;
+constexpr int kLines = 120;
 
 void setEnd(Draws& draws, bool anywhere, std::int16_t& x, std::int16_t& y) {
   if (anywhere) {

@@ -12,7 +12,7 @@
 namespace lorivan::fuzz {
 namespace {
 
-constexpr std::int64_t kMostPolygons = 40'000;  // a fuzzer has to be fast
+constexpr std::int64_t kMostPolygons = 6000;  // a fuzzer has to be fast
 
 bool isPlace(double x, double y) { return std::isfinite(x) && std::isfinite(y); }
 
@@ -29,7 +29,7 @@ void requireOutlines(const KnotCurve& curve, const TraceSettings& trace, const R
   view.zoomToShow(curveBox(curve, trace.stretch), road.band);
   const BandOutlines outlines = bandOutlines(
       curve, view,
-      {.band = road.band, .outer = road.band, .gap = road.gap, .centres = true, .mostClipped = 300});
+      {.band = road.band, .outer = road.band, .gap = road.gap, .centres = true, .mostClipped = 60});
   for (const StrandOutline& strand : outlines.strands)
     for (const BandStretch& stretch : strand.stretches)
       for (const BandContour& contour : stretch.contours) {

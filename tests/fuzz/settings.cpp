@@ -28,16 +28,28 @@ Values valuesOf(std::string_view text) {
   return values;
 }
 
+/// One window for all settings: what a start makes anew, takes long.
+struct Bench {
+  Bench() : main(platform, {}) { require(static_cast<bool>(main.open()), "the window opens"); }
+  NonePlatform platform;
+  MainWindow main;
+};
+
 /// What a window that started with `values` leaves behind.
 Values kept(const Values& values, Document& shown) {
-  NonePlatform platform;
-  platform.settings().values = values;
-  MainWindow main(platform, {});
-  require(static_cast<bool>(main.open()), "the window opens");
-  shown = main.bench().document();
-  require(main.bench().form.read() == shown.fields, "the form shows the document");
-  require(static_cast<bool>(keepPreferences(main.bench())), "the settings are kept");
-  return platform.settings().values;
+  static Bench one;
+  Workbench& bench = one.main.bench();
+  Values& stored = one.platform.settings().values;
+  stored = values;
+  shown = restoredDocument(one.platform.settings());
+  bench.session.begin("", shown);
+  bench.show(After::nothing);
+  bench.recentFiles.clear();
+  restorePreferences(bench);
+  require(bench.form.read() == shown.fields, "the form shows the document");
+  stored.clear();
+  require(static_cast<bool>(keepPreferences(bench)), "the settings are kept");
+  return stored;
 }
 
 }  // namespace

@@ -227,7 +227,7 @@ inline void RandomUserTest::changeSurroundings() {
   if (kind == 0) w->userResizes(kSmallPicture);
   if (kind == 1) w->userColours(static_cast<Colour>(below(0x1000000)), static_cast<Colour>(below(0x1000000)));
   if (kind == 2) w->userPoints(below(static_cast<int>(formTable().size()) + 1) - 1);
-  if (kind == 3) w->userDrops(fileFor({DialogKind::file, {}, "drop"}));
+  if (kind == 3) w->userDrops(fileFor(AskedDialog()));
   if (kind == 4) {
     w->userHighlights(below(static_cast<int>(commandRows().size())));
     w->userHighlights(kNoCommand);
