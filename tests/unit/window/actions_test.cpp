@@ -79,7 +79,7 @@ void ActionsTest::expectStored() {
   const std::string text = documentText(document());
   const auto read = readDocument(text);
   ASSERT_TRUE(read && read->corrections.empty());
-  EXPECT_EQ(documentText(read->document), text);
+  EXPECT_TRUE(documentText(read->document) == text);
   const History<Opened>& history = bench().session.history();
   EXPECT_LE(history.steps(), HistoryLimits().steps);
   EXPECT_LE(history.bytes(), HistoryLimits().bytes);
@@ -87,14 +87,15 @@ void ActionsTest::expectStored() {
 
 void ActionsTest::expectThereAndBack() {
   const Document now = document();
+  const std::string path = bench().session.path();
   for (const auto& [first, second] :
        {std::pair("mnuEditUndoStep", "mnuEditRedoStep"), {"mnuEditRedoStep", "mnuEditUndoStep"}}) {
     if (!commandEnabled(first)) continue;
     const std::string name = commandText(first);
     pick(first);
-    EXPECT_FALSE(document() == now) << name;
+    EXPECT_FALSE(document() == now && bench().session.path() == path) << name;
     pick(second);
-    EXPECT_TRUE(document() == now) << name;
+    EXPECT_TRUE(document() == now && bench().session.path() == path) << name;
     EXPECT_EQ(commandText(first), name);
   }
 }
@@ -157,7 +158,7 @@ long memory() {
 
 TEST_F(ActionsTest, WhatIsShownIsAlwaysWhatAFreshWindowShows) {
   const char* const asked = std::getenv("LORIVAN_ACTIONS");
-  const int actions = asked != nullptr ? std::atoi(asked) : 1200;
+  const int actions = asked != nullptr ? std::atoi(asked) : 600;
   const char* const seed = std::getenv("LORIVAN_SEED");
   begin(seed != nullptr ? static_cast<std::uint64_t>(std::atoll(seed)) : 1);
   long early = 0;

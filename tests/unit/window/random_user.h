@@ -172,7 +172,8 @@ inline void RandomUserTest::typeField() {
   const auto p = static_cast<Param>(below(kParamCount));
   // Models of a million polygons have tests of their own.
   const bool many = p == Param::PolySides || p == Param::PolyPoints;
-  const std::string text = many ? std::to_string(below(9)) : number();
+  const bool cells = p == Param::XNo || p == Param::YNo || p == Param::GridSize;
+  const std::string text = many || (cells && !oneIn(10)) ? std::to_string(below(9)) : number();
   did.push_back("type " + std::string(parameterSpec(p).field) + " \"" + text + '"');
   w->userTypes(fieldControl(p), text);
   const int after = below(6);
@@ -184,6 +185,9 @@ inline void RandomUserTest::pickCommand() {
   const CommandId command = below(static_cast<int>(commandRows().size()));
   const std::string_view name = commandRows()[static_cast<std::size_t>(command)].name;
   if (name == "mnuFileExit" || !w->commandEnabled(command) || !w->commandVisible(command)) return;
+  const bool slow = name.starts_with("mnuViewCheck") || name.starts_with("mnuViewFitR") ||
+                    name.starts_with("mnuStrands") || name.starts_with("mnuFileSaveA");
+  if (slow && !oneIn(8)) return;
   did.push_back("pick " + std::string(name));
   w->userPicks(command);
 }
@@ -255,7 +259,7 @@ inline void RandomUserTest::leaveAndReturn() {
   if (!w->closed()) return;
   const std::string last = documentText(document());
   open();
-  EXPECT_EQ(documentText(document()), last) << "the next start shows another knot";
+  EXPECT_TRUE(documentText(document()) == last) << "the next start shows another knot";
 }
 
 inline std::string RandomUserTest::story() const {
