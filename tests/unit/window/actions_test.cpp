@@ -108,7 +108,7 @@ void ActionsTest::expectAsFresh() {
   ASSERT_TRUE(fresh.open());
   NoneWindow& other = *platformOfItsOwn.window();
   other.userResizes(kSmallPicture);
-  fresh.bench().drawAtOnce = bench().drawAtOnce;
+  fresh.bench().drawAtOnce = bench().drawAtOnce && drawn();
   Document still = document();
   still.fields.check(Check::Animate) = false;  // a fresh window waits for no animation
   fresh.bench().session.begin("", still);
