@@ -8,6 +8,7 @@
 #include "cli/command_line.h"
 #include "cli/lists.h"
 #include "cli/make_files.h"
+#include "cli/unquoted_file.h"
 #include "design/version.h"
 #include "platform/entry.h"
 #include "window/main_window.h"
@@ -23,26 +24,32 @@ int print(const std::string& text) {
   return std::cout ? kDone : kBadOutput;
 }
 
-int openWindow(Platform& platform, const CommandLine& line) {
+/// Where somebody sees it.
+void tell(const ProgramStart& start, const std::string& fault) {
+  std::cerr << "lorivan: " << fault << std::endl;
+  if (start.showFault) start.showFault(fault);
+}
+
+int openWindow(Platform& platform, const ProgramStart& start, const CommandLine& line) {
   MainWindow window(platform, {line.knotFile, line.stepDisplay, {}, isFirstStart(platform.settings())});
   Status opened = platform.canOpenWindow();
   if (opened) opened = window.open();
   if (!opened) {
-    std::cerr << "lorivan: no window can be opened: " << opened.error().message
-              << "\nWithout one, make a knot with: lorivan --shape Hexagonal -o knot.svg\n";
+    tell(start, "no window can be opened: " + opened.error().message +
+                    "\nWithout one, make a knot with: lorivan --shape Hexagonal -o knot.svg");
     return kNoDisplay;
   }
   if (const Status kept = window.run(); !kept) {
-    std::cerr << "lorivan: " << kept.error().message << '\n';
+    tell(start, kept.error().message);
     if (kept.error().kind == ErrorKind::limit) return kBadOutput;
   }
   return kDone;
 }
 
-int run(Platform& platform, const std::vector<std::string>& arguments) {
-  const auto line = parseCommandLine(arguments);
+int run(Platform& platform, const ProgramStart& start) {
+  const auto line = parseTyped(start.arguments, start.typed);
   if (!line) {
-    std::cerr << "lorivan: " << line.error().message << "\nlorivan --help tells more.\n";
+    tell(start, line.error().message + "\nlorivan --help tells more.");
     return exitStatusOf(line.error().kind);
   }
   switch (line->kind) {
@@ -59,16 +66,16 @@ int run(Platform& platform, const std::vector<std::string>& arguments) {
     case CommandKind::window:
       break;
   }
-  return openWindow(platform, *line);
+  return openWindow(platform, start, *line);
 }
 
 }  // namespace
 
-int runProgram(Platform& platform, const std::vector<std::string>& arguments) {
+int runProgram(Platform& platform, const ProgramStart& start) {
   removeScrapsAtEnd();
   reserveMemory();
   try {
-    return run(platform, arguments);
+    return run(platform, start);
   } catch (const std::bad_alloc&) {
     std::cerr << "lorivan: " << kOutOfMemory << std::endl;
     // Libraries that were stopped half-way need not end in order.

@@ -15,7 +15,7 @@ constexpr int kMemory = 9;
 constexpr std::size_t kMostAtOnce = std::size_t{1} << 30;  // zlib counts in 32 bits
 constexpr std::size_t kBlock = std::size_t{1} << 16;
 
-Bytef* inputOf(std::string_view bytes) {
+Bytef* readOnlyInput(std::string_view bytes) {
   return reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));  // zlib only reads it
 }
 
@@ -51,7 +51,7 @@ bool DeflateSink::write(std::string_view more) {
   rawSize_ += more.size();
   while (ok_ && !more.empty()) {
     const std::string_view part = more.substr(0, kMostAtOnce);
-    stream_->z.next_in = inputOf(part);
+    stream_->z.next_in = readOnlyInput(part);
     stream_->z.avail_in = static_cast<uInt>(part.size());
     ok_ = run(false);
     more.remove_prefix(part.size());
@@ -68,7 +68,7 @@ bool inflateRaw(std::string_view bytes, const std::function<bool(std::string_vie
   z_stream z{};
   if (bytes.size() > kMostAtOnce || inflateInit2(&z, -kWindowBits) != Z_OK) return false;
   std::array<char, kBlock> block;
-  z.next_in = inputOf(bytes);
+  z.next_in = readOnlyInput(bytes);
   z.avail_in = static_cast<uInt>(bytes.size());
   int result = Z_OK;
   bool taken = true;

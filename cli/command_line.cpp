@@ -1,6 +1,7 @@
 #include "cli/command_line.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/numbers.h"
@@ -437,8 +438,7 @@ Status Parser::takeOutput() {
 
 Status Parser::takeList() {
   if (const Status got = value(line_.listed); !got) return got;
-  if (line_.listed != "parameters" && line_.listed != "shapes" && line_.listed != "presets" &&
-      line_.listed != "formats")
+  if (std::ranges::find(kLists, line_.listed) == kLists.end())
     return wrongUsage("--list takes parameters, shapes, presets or formats, not \"" + line_.listed + "\"");
   return kind(CommandKind::list);
 }
@@ -490,23 +490,47 @@ Result<CommandLine> Parser::run() {
   return line_;
 }
 
-/// The option's lines of the usage text.
-std::string usageOf(const Option& option) {
-  constexpr std::size_t kColumn = 23, kLineLength = 100;
-  std::string line = "  ", out;
-  appendColumn(line, std::string(option.name) + (option.value.empty() ? "" : " ") + std::string(option.value),
-               kColumn - 2);
-  const std::string& about = option.about;
+constexpr std::array<StatusUsage, 6> kStatuses = {{
+    {kDone, "done"},
+    {kWrongUsage, "wrong usage"},
+    {kBadInput, "an input that cannot be read"},
+    {kNoKnot, "a knot that cannot be made or a model that --check finds fault with"},
+    {kBadOutput, "an output that cannot be written"},
+    {kNoDisplay, "no display for the window"},
+}};
+
+/// A text in lines that begin, but for the first, in this column.
+std::string inLines(std::string line, std::string_view about, std::size_t column) {
+  constexpr std::size_t kLineLength = 100;
+  std::string out;
   for (std::size_t at = 0; at < about.size();) {
     const std::size_t end = std::min(about.find(' ', at), about.size());
     if (line.size() + end - at >= kLineLength) {
       out += line + '\n';
-      line.assign(kColumn, ' ');
+      line.assign(column, ' ');
     }
-    line.append(line.back() != ' ' ? " " : "").append(about, at, end - at);
+    line.append(!line.empty() && line.back() != ' ' ? " " : "").append(about, at, end - at);
     at = end + 1;
   }
   return out + line + '\n';
+}
+
+/// The option's lines of the usage text.
+std::string usageOf(const Option& option) {
+  constexpr std::size_t kColumn = 23;
+  std::string line = "  ";
+  appendColumn(line, std::string(option.name) + (option.value.empty() ? "" : " ") + std::string(option.value),
+               kColumn - 2);
+  return inLines(line, option.about, kColumn);
+}
+
+std::string statusLines() {
+  std::string all;
+  for (const StatusUsage& usage : kStatuses)
+    all.append(all.empty() ? "Exit status: " : ", ")
+        .append(std::to_string(usage.status) + ' ')
+        .append(usage.about);
+  return inLines("", all + '.', 0);
 }
 
 }  // namespace
@@ -543,11 +567,16 @@ std::string usageText() {
       "without a knot in it: with -o its outline gets an AutoGrid by vtGridSize and chkShapeT.\n\n";
   for (const Option& option : options())
     if (!option.about.empty()) out += usageOf(option);
-  return out +
-         "\n"
-         "Exit status: 0 done, 2 wrong usage, 3 an input that cannot be read, 4 a knot that cannot be made\n"
-         "or a model that --check finds fault with, 5 an output that cannot be written, 6 no display for the "
-         "window.\n";
+  return out + '\n' + statusLines();
 }
+
+std::vector<OptionUsage> optionUsages() {
+  std::vector<OptionUsage> all;
+  for (const Option& option : options())
+    if (!option.about.empty()) all.push_back({option.name, option.value, option.about});
+  return all;
+}
+
+std::span<const StatusUsage> statusUsages() { return kStatuses; }
 
 }  // namespace lorivan

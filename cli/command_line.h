@@ -1,8 +1,10 @@
 // The words of the command line as a job description. Parsing touches no file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -41,6 +43,9 @@ struct Sweep {
 
 struct CommandLine;
 
+/// What --list prints.
+inline constexpr std::array<std::string_view, 4> kLists = {"parameters", "shapes", "presets", "formats"};
+
 /// An option that not every output follows.
 struct OutputOption {
   std::string_view name;
@@ -52,7 +57,7 @@ struct OutputOption {
 
 struct CommandLine {
   CommandKind kind = CommandKind::window;
-  std::string listed;    // parameters, shapes, presets or formats
+  std::string listed;    // one of kLists
   std::string knotFile;  // empty: none named
   std::optional<Shape> shape;
   std::optional<int> preset;
@@ -84,5 +89,21 @@ struct CommandLine {
 Result<CommandLine> parseCommandLine(const std::vector<std::string>& arguments);
 
 std::string usageText();
+
+/// What the usage text says of an option.
+struct OptionUsage {
+  std::string_view name;
+  std::string_view
+      value;  // what follows it: PLACEHOLDER, word, or several of them, parted by "|"; or nothing
+  std::string_view about;
+};
+/// Every option of the usage text, in its order.
+std::vector<OptionUsage> optionUsages();
+
+struct StatusUsage {
+  ExitStatus status;
+  std::string_view about;
+};
+std::span<const StatusUsage> statusUsages();
 
 }  // namespace lorivan

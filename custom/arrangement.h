@@ -6,9 +6,9 @@
 #include <span>
 #include <vector>
 
+#include "base/points.h"
 #include "base/result.h"
 #include "custom/geometry.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

@@ -6,9 +6,9 @@
 #include <span>
 #include <vector>
 
+#include "base/points.h"
 #include "custom/geometry.h"
 #include "custom/outline.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

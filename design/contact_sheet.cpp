@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kMargin = 0.06, kCaption = 0.13, kCapitals = 0.055;  // parts of a picture's width
 constexpr double kSheetShape = std::numbers::sqrt2;                   // width to height
-constexpr int kRounds = 3;
+constexpr int kLayoutRounds = 3;
 
 /// Width and height of a whole sheet whose pictures are 1 wide.
 double widthInPictures(int columns) { return columns + (columns + 1) * kMargin; }
@@ -50,7 +50,7 @@ SheetLayout within(SheetLayout layout, int width, int height) {
 void enlarge(GridView& view, KnotStyle& style, const KnotCurve& curve) {
   const KnotStyle before = style;
   const double zoom = view.zoom;
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kLayoutRounds; ++round) {
     fillView(view, curve, style);
     const auto factor = static_cast<float>(zoom / view.zoom);
     style.width = before.width * factor;

@@ -15,7 +15,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kRounds = 4;
+constexpr int kFitRounds = 4;
 // Styles were made on grids on which bands of this width take this share.
 constexpr float kUsualWidth = 9, kUsualBand = BandShares{}.band;
 // Where the smoothing brings crossings closer together than their grid does, as in the loops of corners,
@@ -179,7 +179,7 @@ Document fitBands(const Document& document, BandShares shares) {
   const double width = fittingWidth(*knot, *distance, shares.band);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
-  for (int round = 0; round < kRounds; ++round)
+  for (int round = 0; round < kFitRounds; ++round)
     next = withBands(std::move(next), width / zoomOf(next, *knot), shares.edge);
   return next;
 }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr double kLeastRadius = 0.1, kMostRadius = 1;  // model units; ten times as much in the field
 constexpr double kMeeting = 1.05;
-constexpr int kRounds = 4;  // which parts of a strand count for its gaps depends on the radius
+constexpr int kRadiusRounds = 4;  // which parts of a strand count for its gaps depends on the radius
 constexpr float kAnywhere = 1e6F;
 
 /// Least distance of centre lines that clear each other.
@@ -39,7 +39,7 @@ double furthestCrossing(const Knot& knot, const TubeSettings& settings, const Tu
 
 double radiusForGap(TubeModel model, int window, double gap, std::optional<double> millimetres) {
   double radius = model.radius;
-  for (int round = 0; round < kRounds; ++round) {
+  for (int round = 0; round < kRadiusRounds; ++round) {
     model.radius = static_cast<float>(std::clamp(radius, kLeastRadius, kMostRadius));
     const double apart = nearestCentres(model, window), centres = widthOf(model.centres);
     // A gap in millimetres is this many model units, which grow with the width that the tubes add.

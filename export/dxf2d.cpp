@@ -70,7 +70,7 @@ std::vector<MeshPoint> textPoints(const FlatLine& line, double scale) {
   return points;
 }
 
-char* putPoint(char* at, const MeshPoint& p) {
+char* putPlanePoint(char* at, const MeshPoint& p) {
   at = putThousandths(putText(at, "10\r\n"), p.x);
   at = putThousandths(putText(at, "\r\n20\r\n"), p.y);
   return putText(at, kLineEnd);
@@ -78,9 +78,9 @@ char* putPoint(char* at, const MeshPoint& p) {
 
 void writeHeader(TextOut& out, const MeshPoint& low, const MeshPoint& high) {
   out.text("0\r\nSECTION\r\n2\r\nHEADER\r\n9\r\n$EXTMIN\r\n");
-  out.take(putPoint(out.room(64), low));
+  out.take(putPlanePoint(out.room(64), low));
   out.text("9\r\n$EXTMAX\r\n");
-  out.take(putPoint(out.room(64), high));
+  out.take(putPlanePoint(out.room(64), high));
   out.text("0\r\nENDSEC\r\n0\r\nSECTION\r\n2\r\nENTITIES\r\n");
 }
 
@@ -89,7 +89,7 @@ void writePolyline(TextOut& out, int slot, int colour, bool closed, const std::v
   out.text("0\r\nPOLYLINE\r\n8\r\n" + layer + "62\r\n" + std::to_string(colour) + "\r\n66\r\n1\r\n70\r\n" +
            (closed ? "1" : "0") + "\r\n40\r\n0.003\r\n41\r\n0.003\r\n");
   const std::string head = "0\r\nVERTEX\r\n8\r\n" + layer;
-  for (const MeshPoint& p : points) out.take(putPoint(putText(out.room(128), head), p));
+  for (const MeshPoint& p : points) out.take(putPlanePoint(putText(out.room(128), head), p));
   out.text("0\r\nSEQEND\r\n");
 }
 

@@ -8,7 +8,7 @@
 namespace lorivan {
 namespace {
 
-char* putPoint(char* at, const MeshPoint& p) {
+char* putRingPoint(char* at, const MeshPoint& p) {
   at = putThousandths(at, p.x);
   *at++ = ',';
   at = putThousandths(at, p.y);
@@ -35,7 +35,7 @@ Status writeGemVision(const ExportScene& scene, Sink& sink) {
     for (int ring = strand.firstRing; ring < strand.firstRing + strand.ringCount && out.ok(); ++ring) {
       for (int side = 0; side < model.sides; ++side) {
         if (side > 0) out.text(" : ");
-        out.take(putPoint(out.room(4 * kMostDigits), meshPoint(model.vertex(ring, side), *scale)));
+        out.take(putRingPoint(out.room(4 * kMostDigits), meshPoint(model.vertex(ring, side), *scale)));
       }
       out.text(kLineEnd);
       out.reached(scene.progress, static_cast<std::size_t>(ring), model.centres.size());

@@ -23,23 +23,6 @@ void widen(ModelSpan& span, float value) {
 
 double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const auto span = [](std::int32_t from, std::int32_t to) {
-    return static_cast<double>(to) - static_cast<double>(from);
-  };
-  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
-  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
-  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
-}
-
-std::uint64_t hashOf(const MeshPoint& p) {
-  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
-                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
-                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
-  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
-  return mixed ^ mixed >> 32;
-}
-
 /// Sixteen bits or more for each of so many hashes.
 class BitTable {
  public:
@@ -65,6 +48,23 @@ struct Edge {
 };
 
 }  // namespace
+
+bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const auto span = [](std::int32_t from, std::int32_t to) {
+    return static_cast<double>(to) - static_cast<double>(from);
+  };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
+}
+
+std::uint64_t hashOf(const MeshPoint& p) {
+  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
+                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
+                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
+  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
+  return mixed ^ mixed >> 32;
+}
 
 MeshPoint meshPoint(const Vec3& at, double scale) {
   const auto number = [scale](float x) {

@@ -22,6 +22,11 @@ struct MeshPoint {
 /// they fit.
 MeshPoint meshPoint(const Vec3& at, double scale);
 
+/// Whether the three lie on one line, or coincide.
+bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c);
+/// For tables of places; all 64 bits are mixed.
+std::uint64_t hashOf(const MeshPoint& p);
+
 /// From where to where a model reaches along an axis, model units.
 struct ModelSpan {
   double low = 0, high = 0;

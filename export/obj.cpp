@@ -11,9 +11,9 @@ namespace {
 
 constexpr std::string_view kTooManyPolygonsObj =
     "Use less Sides or less points\r\nSorry, too many polygons for the OBJ save";
-constexpr std::size_t kPolygonRoom = 4 * (8 + 3 * kMostDigits);
+constexpr std::size_t kObjFaceRoom = 4 * (8 + 3 * kMostDigits);
 
-char* putVertex(char* at, const MeshPoint& p) {
+char* putObjVertex(char* at, const MeshPoint& p) {
   at = putThousandths(putText(at, "v "), p.x);
   *at++ = ' ';
   at = putThousandths(at, p.y);
@@ -23,7 +23,7 @@ char* putVertex(char* at, const MeshPoint& p) {
 }
 
 /// Each index carries a blank on either side, as a directly printed number does.
-char* putFace(char* at, std::int32_t first, std::size_t corners) {
+char* putObjFace(char* at, std::int32_t first, std::size_t corners) {
   *at++ = 'f';
   *at++ = ' ';
   for (std::size_t i = 0; i < corners; ++i) {
@@ -39,9 +39,9 @@ void writeVertices(const ExportScene& scene, const TubeMesh& mesh, TextOut& out)
   for (const TubeMesh::Strand& strand : mesh.strands())
     for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
       mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
-        char* at = out.room(kPolygonRoom);
+        char* at = out.room(kObjFaceRoom);
         for (const std::uint8_t corner : polygonCorners(face.cut))
-          at = putVertex(at, mesh.points()[face.corner[corner]]);
+          at = putObjVertex(at, mesh.points()[face.corner[corner]]);
         out.take(at);
       });
       out.reached(scene.progress, strand.firstRing + ring, 2 * mesh.ringCount());
@@ -56,7 +56,7 @@ void writeFaces(const ExportScene& scene, const TubeMesh& mesh, TextOut& out) {
       mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
         const std::size_t corners = polygonCorners(face.cut).size();
         if (corners == 0) return;
-        out.take(putFace(out.room(kPolygonRoom), index, corners));
+        out.take(putObjFace(out.room(kObjFaceRoom), index, corners));
         index += static_cast<std::int32_t>(corners);
       });
       out.reached(scene.progress, mesh.ringCount() + strand.firstRing + ring, 2 * mesh.ringCount());
@@ -75,11 +75,11 @@ Status writeBody(const ExportScene& scene, Sink& sink) {
     out.text("#");
     out.line(scene.remark);
   }
-  for (const MeshPoint& p : body.points) out.take(putVertex(out.room(kPolygonRoom), p));
+  for (const MeshPoint& p : body.points) out.take(putObjVertex(out.room(kObjFaceRoom), p));
   out.line("g " + body.name);
   std::size_t done = 0;
   eachTriangle(body, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-    char* at = out.room(kPolygonRoom);
+    char* at = out.room(kObjFaceRoom);
     *at++ = 'f';
     for (const std::uint32_t corner : {a, b, c}) {
       *at++ = ' ';

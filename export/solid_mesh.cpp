@@ -7,8 +7,8 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMoveRounds = 20;
-constexpr std::uint32_t kNone = 0xFFFFFFFF;
+constexpr int kSolidRounds = 20;
+constexpr std::uint32_t kFree = 0xFFFFFFFF;
 
 Result<double> scaleOf(const TriangleMesh& mesh, std::optional<double> millimetres) {
   if (mesh.points.empty()) return impossibleKnot("a model without strands has no width to scale");
@@ -25,14 +25,6 @@ Result<double> scaleOf(const TriangleMesh& mesh, std::optional<double> millimetr
   return scale;
 }
 
-std::size_t hashOf(const MeshPoint& p) {
-  std::uint64_t h = static_cast<std::uint32_t>(p.x);
-  h = (h ^ h >> 29) * 0x9E3779B97F4A7C15U + static_cast<std::uint32_t>(p.y);
-  h = (h ^ h >> 32) * 0xBF58476D1CE4E5B9U + static_cast<std::uint32_t>(p.z);
-  h = (h ^ h >> 29) * 0x94D049BB133111EBU;
-  return h ^ h >> 32;
-}
-
 /// By a thousandth along one axis after the other, then further.
 void move(MeshPoint& p, int round) {
   const int step = 1 + round / 3;
@@ -42,12 +34,12 @@ void move(MeshPoint& p, int round) {
 /// Moves corners that have the place of another one; whether there were any.
 bool partCorners(std::vector<MeshPoint>& points, int round) {
   const std::size_t mask = std::bit_ceil(points.size() * 2 + 1) - 1;
-  std::vector<std::uint32_t> table(mask + 1, kNone);
+  std::vector<std::uint32_t> table(mask + 1, kFree);
   bool moved = false;
   for (std::uint32_t i = 0; i < points.size(); ++i) {
     std::size_t at = hashOf(points[i]) & mask;
-    while (table[at] != kNone && !(points[table[at]] == points[i])) at = (at + 1) & mask;
-    if (table[at] == kNone) {
+    while (table[at] != kFree && !(points[table[at]] == points[i])) at = (at + 1) & mask;
+    if (table[at] == kFree) {
       table[at] = i;
       continue;
     }
@@ -55,12 +47,6 @@ bool partCorners(std::vector<MeshPoint>& points, int round) {
     moved = true;
   }
   return moved;
-}
-
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const std::int64_t ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
-  const std::int64_t vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
-  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
 }
 
 /// Moves a corner of every flat triangle; whether there were any.
@@ -85,7 +71,7 @@ Result<MeshPart> solidPart(const ExportScene& scene, std::optional<double> stand
   for (const auto& t : scene.solid->triangles) mesh.faces.push_back({t[0], t[1], t[2], kNoCorner});
   mesh.points.reserve(scene.solid->points.size());
   for (const Vec3& p : scene.solid->points) mesh.points.push_back(meshPoint(p, *scale));
-  for (int round = 0; round < kMoveRounds; ++round) {
+  for (int round = 0; round < kSolidRounds; ++round) {
     const bool parted = partCorners(mesh.points, round);
     if (!raiseFlat(mesh, round) && !parted) return mesh;
   }

@@ -42,7 +42,7 @@ char* putTriple(char* at, const MeshPoint& p) {
   return putThousandths(at, p.z);
 }
 
-char* putVertex(char* at, const MeshPoint& p) {
+char* putTextVertex(char* at, const MeshPoint& p) {
   at = putTriple(putText(at, "    vertex "), p);
   return putText(at, kLineEnd);
 }
@@ -51,7 +51,7 @@ void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const M
   char* at = out.room(kTriangleRoom);
   at = putTriple(putText(at, "facet normal "), printed(normalOf(a, b, c)));
   at = putText(at, "\r\n  outer loop\r\n");
-  at = putVertex(putVertex(putVertex(at, a), b), c);
+  at = putTextVertex(putTextVertex(putTextVertex(at, a), b), c);
   out.take(putText(at, "  endloop\r\nendfacet\r\n"));
 }
 
@@ -59,7 +59,7 @@ void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const M
 constexpr std::string_view kBinaryHead = "Binary STL, a knot produced by Lorivan";
 constexpr std::size_t kHeadSize = 80, kFacetSize = 50;
 
-char* putPoint(char* at, const MeshPoint& p) {
+char* putBinaryVertex(char* at, const MeshPoint& p) {
   const auto number = [](std::int32_t thousandths) {
     return static_cast<float>(static_cast<double>(thousandths) / 1000);
   };
@@ -71,7 +71,7 @@ void writeFacet(TextOut& out, const MeshPoint& a, const MeshPoint& b, const Mesh
   char* at = out.room(kFacetSize);
   at = putFloat(putFloat(putFloat(at, static_cast<float>(n.x)), static_cast<float>(n.y)),
                 static_cast<float>(n.z));
-  out.take(putLittle16(putPoint(putPoint(putPoint(at, a), b), c), 0));
+  out.take(putLittle16(putBinaryVertex(putBinaryVertex(putBinaryVertex(at, a), b), c), 0));
 }
 
 /// Passes every triangle's corners to `use`.

@@ -24,7 +24,7 @@ constexpr std::string_view kCore = "http://schemas.microsoft.com/3dmanufacturing
 constexpr std::string_view kXmlHead = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 constexpr std::string_view kVertexStart = "<vertex x=\"";
 constexpr std::string_view kTriangleStart = "<triangle v1=\"";
-constexpr std::size_t kLineRoom = 48 + 3 * kMostDigits;
+constexpr std::size_t kElementRoom = 48 + 3 * kMostDigits;
 constexpr int kMaterials = 1;    // number of the colours' resource
 constexpr int kFirstObject = 2;  // of the strands'
 
@@ -88,14 +88,14 @@ void writeObject(TextOut& out, const MeshPart& part, std::size_t number, const M
            "\" pid=\"" + std::to_string(kMaterials) + "\" pindex=\"" + std::to_string(number) +
            "\">\n<mesh>\n<vertices>\n");
   for (const MeshPoint& p : part.points) {
-    char* at = putThousandths(putText(out.room(kLineRoom), kVertexStart), p.x - origin.x);
+    char* at = putThousandths(putText(out.room(kElementRoom), kVertexStart), p.x - origin.x);
     at = putThousandths(putText(at, "\" y=\""), p.y - origin.y);
     at = putThousandths(putText(at, "\" z=\""), p.z - origin.z);
     out.take(putText(at, "\"/>\n"));
   }
   out.text("</vertices>\n<triangles>\n");
   eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-    char* at = putInteger(putText(out.room(kLineRoom), kTriangleStart), static_cast<std::int32_t>(a));
+    char* at = putInteger(putText(out.room(kElementRoom), kTriangleStart), static_cast<std::int32_t>(a));
     at = putInteger(putText(at, "\" v2=\""), static_cast<std::int32_t>(b));
     at = putInteger(putText(at, "\" v3=\""), static_cast<std::int32_t>(c));
     out.take(putText(at, "\"/>\n"));

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kTooManyPolygonsVrml =
     "Use less Sides or less points\r\nSorry, too many polygons for the VRML save";
-constexpr std::size_t kPolygonRoom = 4 * (8 + 3 * kMostDigits);
+constexpr std::size_t kVrmlFaceRoom = 4 * (8 + 3 * kMostDigits);
 
 constexpr std::string_view kHead =
     "#VRML V2.0 utf8\r\n"
@@ -79,7 +79,7 @@ std::string backgroundLine(Colour c) {
   return "Background {skyColor " + printed(part(redOf(c)), ",", part(greenOf(c)), part(blueOf(c))) + "}";
 }
 
-char* putPoint(char* at, const MeshPoint& p) {
+char* putVrmlPoint(char* at, const MeshPoint& p) {
   at = putThousandths(at, p.x);
   *at++ = ' ';
   at = putThousandths(at, p.y);
@@ -88,7 +88,7 @@ char* putPoint(char* at, const MeshPoint& p) {
   return putText(at, ",\r\n");
 }
 
-char* putFace(char* at, std::int32_t first, std::size_t corners) {
+char* putVrmlFace(char* at, std::int32_t first, std::size_t corners) {
   for (std::size_t i = 0; i < corners; ++i) {
     *at++ = ' ';
     at = putInteger(at, first + static_cast<std::int32_t>(i));
@@ -107,9 +107,9 @@ void writeShape(const ExportScene& scene, const TubeMesh& mesh, const TubeMesh::
   out.line("coord Coordinate {point [");
   for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
-      char* at = out.room(kPolygonRoom);
+      char* at = out.room(kVrmlFaceRoom);
       for (const std::uint8_t corner : polygonCorners(face.cut))
-        at = putPoint(at, mesh.points()[face.corner[corner]]);
+        at = putVrmlPoint(at, mesh.points()[face.corner[corner]]);
       out.take(at);
     });
     out.reached(scene.progress, strand.firstRing + ring, mesh.ringCount());
@@ -121,7 +121,7 @@ void writeShape(const ExportScene& scene, const TubeMesh& mesh, const TubeMesh::
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
       const std::size_t corners = polygonCorners(face.cut).size();
       if (corners == 0) return;
-      out.take(putFace(out.room(kPolygonRoom), index, corners));
+      out.take(putVrmlFace(out.room(kVrmlFaceRoom), index, corners));
       index += static_cast<std::int32_t>(corners);
     });
   out.line("] } } ");

@@ -7,7 +7,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kHot = 1.1, kWarm = 0.45;  // what annealing begins with
+constexpr double kHotStart = 1.1, kWarmStart = 0.45;  // what annealing begins with
 constexpr int kRounds = 8;
 constexpr double kWeightFar = 0.1;        // of changed lines, where any solution is welcome
 constexpr std::size_t kMostTogether = 3;  // ways that are tried in all their combinations
@@ -166,13 +166,13 @@ void FewestChanges::run(std::int64_t effort, int least) {
   for (int round = kRounds; round > 0 && !isDone(); --round) {
     if (round % 2 == 0) {
       taken_.clear();
-      anneal(random, effort_ / round, kHot, 1);
+      anneal(random, effort_ / round, kHotStart, 1);
     } else if (score_.distance > 0) {
       takeMany(random);
-      anneal(random, effort_ / round, kHot, kWeightFar);
+      anneal(random, effort_ / round, kHotStart, kWeightFar);
     } else {
       takeBest();
-      anneal(random, effort_ / round, kWarm, 1);
+      anneal(random, effort_ / round, kWarmStart, 1);
     }
     exchange();
   }

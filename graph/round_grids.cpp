@@ -9,11 +9,13 @@
 namespace lorivan {
 namespace {
 
-struct Spot {
+struct PlanePoint {
   double x, y;
 };
 
-Spot onCircle(double radius, double angle) { return {radius * std::cos(angle), radius * std::sin(angle)}; }
+PlanePoint onCircle(double radius, double angle) {
+  return {radius * std::cos(angle), radius * std::sin(angle)};
+}
 
 /// The directions in which a full turn is cut into sectors, the last one a repeat of the first.
 class Sectors {
@@ -23,16 +25,16 @@ class Sectors {
     for (int s = 0; s <= count; ++s)
       rim_[static_cast<std::size_t>(s)] = onCircle(1, s * static_cast<double>(step));
   }
-  Spot at(double radius, int sector) const {
-    const Spot rim = rim_[static_cast<std::size_t>(sector)];
+  PlanePoint at(double radius, int sector) const {
+    const PlanePoint rim = rim_[static_cast<std::size_t>(sector)];
     return {radius * rim.x, radius * rim.y};
   }
 
  private:
-  std::array<Spot, 41> rim_{};
+  std::array<PlanePoint, 41> rim_{};
 };
 
-void join(const GridBuild& build, int kind, Spot from, Spot to) {
+void join(const GridBuild& build, int kind, PlanePoint from, PlanePoint to) {
   build.line(kind, from.x, from.y, to.x, to.y);
 }
 
@@ -54,8 +56,8 @@ CellKinds drawRingCells(const GridBuild& build) {
 
 /// The tip over a chord of the outermost ring: as far outwards as half the chord, times a factor that grows
 /// with the number of tips.
-Spot tipOver(Spot first, Spot second, int tips) {
-  const Spot middle{(first.x + second.x) / 2, (first.y + second.y) / 2};
+PlanePoint tipOver(PlanePoint first, PlanePoint second, int tips) {
+  const PlanePoint middle{(first.x + second.x) / 2, (first.y + second.y) / 2};
   const double dx = first.x - middle.x, dy = first.y - middle.y;
   const double reach = tips / 12.0 + 1;
   return {middle.x - dy * reach, middle.y + dx * reach};
@@ -68,8 +70,8 @@ class SpiralPath {
     spots_.reserve(static_cast<std::size_t>(last) + 1);
     for (int i = 0; i <= last; ++i) spots_.push_back(onCircle(radius(i), angle(i)));
   }
-  Spot at(int i) const { return spots_[static_cast<std::size_t>(i)]; }
-  Spot oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
+  PlanePoint at(int i) const { return spots_[static_cast<std::size_t>(i)]; }
+  PlanePoint oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
 
  private:
   double angle(int i) const { return i * kTwoPi / pointsPerTurn_; }
@@ -77,7 +79,7 @@ class SpiralPath {
 
   double cell_;
   int pointsPerTurn_;
-  std::vector<Spot> spots_;
+  std::vector<PlanePoint> spots_;
 };
 
 /// Whether the last line made runs between the same ends as an earlier one. No strand could tell the two
@@ -121,13 +123,13 @@ void buildStar(GridBuild& build) {
   for (int r = 0; r <= f.YNo - 2; ++r) {
     const double radius = build.cell * (r + 1);
     for (int s = 0; s < f.XNo; ++s) {
-      const Spot first = rim.at(radius, s), second = rim.at(radius, s + 1);
+      const PlanePoint first = rim.at(radius, s), second = rim.at(radius, s + 1);
       join(build, kOrdinary, first, second);
       if (r < f.YNo - 2) {
         join(build, kOrdinary, first, rim.at(radius + build.cell, s));
         continue;
       }
-      const Spot tip = tipOver(first, second, f.XNo);
+      const PlanePoint tip = tipOver(first, second, f.XNo);
       join(build, kOrdinary, first, tip);
       join(build, kOrdinary, second, tip);
     }
@@ -142,7 +144,7 @@ void buildSpiral(GridBuild& build) {
   const SpiralPath path(build.cell, turn, last);
   for (int i = 0; i <= last; ++i) {
     // The first radial line starts at point 1, although it ends over point 0.
-    const Spot from = path.at(i == 0 ? 1 : i);
+    const PlanePoint from = path.at(i == 0 ? 1 : i);
     if (i < (f.YNo - 1) * turn + offset) join(build, kOrdinary, from, path.at(i + turn));
     if (i == last) {
       join(build, kOrdinary, from, path.oneTurnInside(i + 1));

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/surface.h"
+#include "base/colour.h"
+#include "base/pixels.h"
+#include "base/points.h"
 
 namespace lorivan {
 

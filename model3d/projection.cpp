@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/surface.h"
+
 namespace lorivan {
 namespace {
 

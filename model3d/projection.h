@@ -1,9 +1,9 @@
 // From model units to the picture: turning, perspective, scale. Both renderers use it.
 #pragma once
 
+#include "base/points.h"
 #include "model3d/m3ops.h"
 #include "model3d/tube_model.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

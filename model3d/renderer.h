@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/pixels.h"
+#include "base/points.h"
 #include "model3d/key_sort.h"
 #include "model3d/painter.h"
 #include "model3d/projection.h"
 #include "model3d/shader.h"
 #include "model3d/tube_model.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

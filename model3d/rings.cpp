@@ -8,7 +8,7 @@
 namespace lorivan {
 namespace {
 
-double dot(const Triple& a, const Triple& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+double dotOf(const Triple& a, const Triple& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 
 Triple between(const Vec3& from, const Vec3& to) {
   return {static_cast<double>(to.x) - static_cast<double>(from.x),
@@ -31,14 +31,14 @@ RingFrame frameOf(const TubeModel& model, int ring, double sine, double cosine) 
 RingFrame takenOver(const TubeModel& model, int ring, int next, const RingFrame& before) {
   const Triple along =
       between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
-  const double size = std::sqrt(dot(along, along));
+  const double size = std::sqrt(dotOf(along, along));
   if (size == 0) return before;  // two samples at one place
   const Triple a = before.a, t = {along.x * (1 / size), along.y * (1 / size), along.z * (1 / size)};
   return {a, {a.y * t.z - a.z * t.y, a.z * t.x - a.x * t.z, a.x * t.y - a.y * t.x}};
 }
 
 bool hasRadius(const RingFrame& frame, double radius) {
-  return dot(frame.b, frame.b) > 1e-6 * radius * radius;
+  return dotOf(frame.b, frame.b) > 1e-6 * radius * radius;
 }
 
 void repairStrand(TubeModel& model, const TubeStrand& strand) {
@@ -89,8 +89,8 @@ Vec3 onRing(const TubeModel& model, int ring, const RingFrame& frame, int side) 
 
 /// The turn psi with the greatest sum of products of partners is atan2(b.a' - a.b', a.a' + b.b').
 int nearestSide(const RingFrame& one, const RingFrame& two, int sides, double radius) {
-  const double along = dot(one.a, two.a) + dot(one.b, two.b);
-  const double across = dot(one.b, two.a) - dot(one.a, two.b);
+  const double along = dotOf(one.a, two.a) + dotOf(one.b, two.b);
+  const double across = dotOf(one.b, two.a) - dotOf(one.a, two.b);
   if (std::fabs(across) * sides < along) return 0;  // far less than half a side: tan(pi / sides) > 1 / sides
   const double tiny = 1e-6 * radius * radius;
   if (!(std::fabs(along) > tiny || std::fabs(across) > tiny)) return 0;  // opposed: no side is nearest

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/pixels.h"
 #include "model3d/projection.h"
 #include "model3d/smooth_light.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

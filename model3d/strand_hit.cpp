@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/surface.h"
+
 namespace lorivan {
 namespace {
 

@@ -13,7 +13,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMostNumber = 1e9;
+constexpr double kMostCoordinate = 1e9;
 constexpr std::size_t kMostVertices = 100'000;
 constexpr int kHighestDegree = 12;
 constexpr int kPiecesOfSpan = 12;  // of a spline between two knots
@@ -190,7 +190,7 @@ class DxfReader {
     if (pair.code == 2 && entity_.kind == "SECTION") inEntities_ = pair.value == "ENTITIES";
     if (!inEntities_ || !isKept(pair.code)) return {};
     const auto value = parseNumber(pair.value);
-    if (!value || !(std::fabs(*value) <= kMostNumber))
+    if (!value || !(std::fabs(*value) <= kMostCoordinate))
       return at(pair.line, quoted(pair.value) + " is not a number in range");
     if (!take(entity_, pair.code, *value)) return at(pair.line, "an entity has too many points");
     return {};

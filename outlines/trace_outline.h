@@ -3,9 +3,9 @@
 
 #include <vector>
 
+#include "base/pixels.h"
 #include "base/result.h"
 #include "outlines/few_points.h"
-#include "platform/surface.h"
 
 namespace lorivan {
 

@@ -14,20 +14,14 @@
 #include <vector>
 
 #include "base/colour.h"
+#include "base/pixels.h"
+#include "base/points.h"
 #include "base/result.h"
 
 namespace lorivan {
 
 /// The size of picture that widths given in pixels refer to: at twice the size everything is twice as wide.
 inline constexpr int kReferenceWidth = 500, kReferenceHeight = 400;
-
-struct PointF {
-  float x = 0, y = 0;
-};
-
-struct PointI {
-  std::int32_t x = 0, y = 0;
-};
 
 enum class CapStyle { round, flat };
 
@@ -44,13 +38,6 @@ struct WideCurve {
   float width = 1;                 // pixels
   Colour colour = 0;
   CapStyle caps = CapStyle::round;
-};
-
-/// A surface's own pixels, 0xFFRRGGBB each, rows from the top, `stride` pixels from one row to the next.
-/// Valid until the surface is resized or destroyed.
-struct PixelBlock {
-  std::uint32_t* pixels = nullptr;
-  int width = 0, height = 0, stride = 0;
 };
 
 class Surface {
@@ -90,8 +77,8 @@ class Surface {
 
   /// The colour of one pixel; the background outside the surface and on surfaces without pixels.
   virtual Colour pixel(PointI at) const = 0;
-  /// Lends the pixels for direct filling; an empty block on surfaces without pixels. What was drawn before is
-  /// in them, and what is written to them is on the surface.
+  /// Lends its own pixels for direct filling; an empty block on surfaces without pixels. What was drawn
+  /// before is in them, and what is written to them is on the surface.
   virtual PixelBlock lendPixels() { return {}; }
 
   /// Whether coordinates end as whole pixels. Drawing code rounds its points on such surfaces and keeps the

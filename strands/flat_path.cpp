@@ -14,7 +14,7 @@ constexpr double kStraightBulge = 1e-6;
 
 Vec middle(Vec a, Vec b) { return (a + b) * 0.5; }
 
-struct Cubic {
+struct BezierSegment {
   std::array<Vec, 4> p;
 
   Vec at(double t) const {
@@ -29,10 +29,10 @@ struct Cubic {
   Vec begin() const { return direction(p[0], {p[1], p[2], p[3]}); }
   Vec end() const { return direction(p[3], {p[2], p[1], p[0]}) * -1; }
 
-  std::array<Cubic, 2> halves() const {
+  std::array<BezierSegment, 2> halves() const {
     const Vec a = middle(p[0], p[1]), b = middle(p[1], p[2]), c = middle(p[2], p[3]);
     const Vec d = middle(a, b), e = middle(b, c), f = middle(d, e);
-    return {Cubic{{p[0], a, d, f}}, Cubic{{f, e, c, p[3]}}};
+    return {BezierSegment{{p[0], a, d, f}}, BezierSegment{{f, e, c, p[3]}}};
   }
 
  private:
@@ -69,7 +69,7 @@ struct Biarc {
   bool exists = false;
 };
 
-Biarc biarcOf(const Cubic& curve) {
+Biarc biarcOf(const BezierSegment& curve) {
   const Vec a = curve.p[0], b = curve.p[3], from = curve.begin(), to = curve.end(), way = b - a;
   const double square = 2 * (1 - dot(from, to)), linear = dot(way, from + to), far = dot(way, way);
   double reach = 0;
@@ -88,7 +88,7 @@ class Flattener {
   Flattener(double tolerance, bool arcs, std::vector<PathVertex>& out)
       : tolerance_(tolerance), arcs_(arcs), out_(out) {}
 
-  void curve(const Cubic& cubic) {
+  void curve(const BezierSegment& cubic) {
     if (arcs_)
       arcs(cubic, 0);
     else
@@ -98,7 +98,7 @@ class Flattener {
 
  private:
   /// A curve strays from n chords by at most an eighth of its second derivative over n squared.
-  void lines(const Cubic& c) {
+  void lines(const BezierSegment& c) {
     const double bend =
         6 * std::max(lengthOf(c.p[0] - c.p[1] * 2 + c.p[2]), lengthOf(c.p[1] - c.p[2] * 2 + c.p[3]));
     const int parts = std::clamp(static_cast<int>(std::ceil(std::sqrt(bend / (8 * tolerance_)))), 1, 4096);
@@ -106,7 +106,7 @@ class Flattener {
     add(c.p[3]);
   }
 
-  void arcs(const Cubic& c, int depth) {
+  void arcs(const BezierSegment& c, int depth) {
     const Biarc two = biarcOf(c);
     if (two.exists && fits(c, two)) {
       out_.back().bulge = two.first;
@@ -115,11 +115,11 @@ class Flattener {
     } else if (depth == kMostHalvings) {
       add(c.p[3]);
     } else {
-      for (const Cubic& half : c.halves()) arcs(half, depth + 1);
+      for (const BezierSegment& half : c.halves()) arcs(half, depth + 1);
     }
   }
 
-  bool fits(const Cubic& c, const Biarc& two) const {
+  bool fits(const BezierSegment& c, const Biarc& two) const {
     constexpr int kParts = 16;
     if (std::fabs(two.first) > 1 || std::fabs(two.second) > 1) return false;
     const Vec joint = two.joint, normal = c.p[3] - c.p[0];
@@ -150,7 +150,7 @@ std::vector<PathVertex> flatPath(std::span<const PointF> chain, const CutPlace& 
   Flattener flattener(tolerance, arcs, path);
   flattener.add(point(0));
   for (std::size_t i = 0; i + 3 < chain.size(); i += 3) {
-    const Cubic cubic{{Vec{path.back().x, path.back().y}, point(i + 1), point(i + 2), point(i + 3)}};
+    const BezierSegment cubic{{Vec{path.back().x, path.back().y}, point(i + 1), point(i + 2), point(i + 3)}};
     if (cubic.most() > tolerance) flattener.curve(cubic);
   }
   const bool closed = isClosed(chain);

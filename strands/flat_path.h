@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/surface.h"
+#include "base/points.h"
 
 namespace lorivan {
 

@@ -5,8 +5,8 @@
 #include <span>
 #include <vector>
 
+#include "base/points.h"
 #include "graph/grid_view.h"
-#include "platform/surface.h"
 #include "strands/strand_store.h"
 
 namespace lorivan {

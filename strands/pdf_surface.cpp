@@ -9,8 +9,8 @@
 namespace lorivan {
 namespace {
 
-constexpr double kPoint = 72 / 25.4;     // points in a millimetre
-constexpr double kMostPoints = 14400;    // readers take no larger pages; their unit can be larger, though
+constexpr double kPointsPerMillimetre = 72 / 25.4;  // points in a millimetre
+constexpr double kLargestPage = 14400;   // readers take no larger pages; their unit can be larger, though
 constexpr double kArc = 0.552284749831;  // control points of a quarter circle, by its radius
 constexpr int kFirstLayer = 7;           // object number
 constexpr std::string_view kMaker = "Lorivan";
@@ -203,7 +203,8 @@ void PdfSurface::beginClip(double left, double right) {
 /// Millimetres with y downwards, as what was drawn.
 std::string PdfSurface::contents() const {
   std::string text;
-  const double unit = kPoint / std::max(1.0, std::max(pageWidth(), pageHeight()) * kPoint / kMostPoints);
+  const double unit = kPointsPerMillimetre / std::max(1.0, std::max(pageWidth(), pageHeight()) *
+                                                               kPointsPerMillimetre / kLargestPage);
   for (const double value : {unit, 0.0, 0.0, -unit, 0.0, pageHeight() * unit}) {
     appendDecimal(text, value, 8);
     text += ' ';
@@ -248,10 +249,11 @@ std::string PdfSurface::finish() {
     if (layers_[i].hidden) hidden += reference(kFirstLayer + i) + ' ';
     names += "/L" + std::to_string(i) + ' ' + reference(kFirstLayer + i) + ' ';
   }
-  const double larger = std::max(1.0, std::max(pageWidth(), pageHeight()) * kPoint / kMostPoints);
+  const double larger =
+      std::max(1.0, std::max(pageWidth(), pageHeight()) * kPointsPerMillimetre / kLargestPage);
   for (const double side : {pageWidth(), pageHeight()}) {
     size += ' ';
-    appendDecimal(size, side * kPoint / larger, 5);
+    appendDecimal(size, side * kPointsPerMillimetre / larger, 5);
   }
   appendDecimal(unit, larger, 8);
   const std::string layers = layers_.empty() ? ""

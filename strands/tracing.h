@@ -4,10 +4,10 @@
 #include <functional>
 #include <string_view>
 
+#include "base/points.h"
 #include "base/result.h"
 #include "graph/graph.h"
 #include "graph/standard_grids.h"
-#include "platform/surface.h"
 #include "strands/strand_store.h"
 
 namespace lorivan {

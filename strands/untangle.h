@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "platform/surface.h"
+#include "base/points.h"
 
 namespace lorivan {
 

@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# What building, running and testing need, as Debian packages, and how to get it. Sourced by run and test.
+# What building, running, testing and packaging need, as Debian packages, and how to get it. Sourced by run and test.
 
 runPackages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev zlib1g-dev fonts-dejavu-core)
 testPackages=(libgtest-dev googletest)
@@ -8,6 +8,11 @@ windowsPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64)
 # Foreign readers of the exported files, for the tests that ask them.
 readerPackages=(povray povray-includes admesh assimp-utils python3-ezdxf librsvg2-bin libxml2-utils emf2svg
   view3dscene qpdf poppler-utils mupdf-tools)
+# What packaging/ needs beyond that, and what reads the packages.
+debPackages=(dpkg-dev python3)
+debCheckers=(lintian appstream desktop-file-utils man-db)
+zipPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build)
+installerPackages=(nsis)
 
 # say TEXT...: to the error output, so that a program's own output stays clean.
 say() { printf '%s\n' "$*" >&2; }

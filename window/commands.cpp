@@ -29,7 +29,6 @@ bool solidInFront(const Workbench& b) { return b.solidShown(); }
 bool flatHasLines(const Workbench& b) {
   return b.picture() == Picture::flat && static_cast<bool>(b.document().lines);
 }
-bool hasLinesNow(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
@@ -92,7 +91,7 @@ constexpr CommandRow strandsRow(std::string_view name, std::string_view text) {
           .menu = kEdit,
           .text = text,
           .run = [](Handlers& h) { h.mnuStrands_Click(Number); },
-          .enabled = hasLinesNow,
+          .enabled = hasGrid,
           .checked =
               [](const Workbench& b) {
                 return b.knotDrawn() && countKnot(b.knot().graph, b.knot().strands).strands == Number;
@@ -141,7 +140,7 @@ constexpr CommandRow styleRow(std::string_view name) {
 constexpr bool kSeparator = true, kDuringWork = true, kKeepsUndone = true;
 
 // clang-format off
-constexpr auto kRows = std::to_array<CommandRow>({
+constexpr auto kCommandRows = std::to_array<CommandRow>({
     {"mnuFileNewGrid", kFile, "&New grid", "Ctrl+N", [](Handlers& h) { h.mnuFileNewGrid_Click(); }},
     {"mnuFileRandom", kFile, "&Random knot", "Ctrl+R", [](Handlers& h) { h.cmdRandknot_Click(); }},
     {"mnuFileLoad", kFile, "&Load knot file", "Ctrl+O", [](Handlers& h) { h.mnuFileLoad_Click(); }, nullptr, nullptr, nullptr, kSeparator},
@@ -178,8 +177,8 @@ constexpr auto kRows = std::to_array<CommandRow>({
     strandsRow<1>("mnuStrands1", "&1 strand"), strandsRow<2>("mnuStrands2", "&2 strands"),
     strandsRow<3>("mnuStrands3", "&3 strands"), strandsRow<4>("mnuStrands4", "&4 strands"),
     strandsRow<5>("mnuStrands5", "&5 strands"), strandsRow<6>("mnuStrands6", "&6 strands"),
-    {"mnuStrandsMost", kEdit, "As &many as possible", "", [](Handlers& h) { h.mnuStrandsMost_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
-    {"mnuStrandsOther", kEdit, "&Other number...", "", [](Handlers& h) { h.mnuStrandsOther_Click(); }, hasLinesNow, nullptr, nullptr, false, false, false, kStrands},
+    {"mnuStrandsMost", kEdit, "As &many as possible", "", [](Handlers& h) { h.mnuStrandsMost_Click(); }, hasGrid, nullptr, nullptr, false, false, false, kStrands},
+    {"mnuStrandsOther", kEdit, "&Other number...", "", [](Handlers& h) { h.mnuStrandsOther_Click(); }, hasGrid, nullptr, nullptr, false, false, false, kStrands},
 
     {"mnuEditFitFrame", kEdit, "Fit to fr&ame...", "", [](Handlers& h) { h.mnuEditFitFrame_Click(); }, hasGrid, nullptr, nullptr, kSeparator},
     {"mnuEditFitRing", kEdit, "Fit to ri&ng...", "", [](Handlers& h) { h.mnuEditFitRing_Click(); }, hasGrid},
@@ -251,16 +250,17 @@ constexpr auto kRows = std::to_array<CommandRow>({
 
 }  // namespace
 
-std::span<const CommandRow> commandRows() { return kRows; }
+std::span<const CommandRow> commandRows() { return kCommandRows; }
 
 CommandId commandId(std::string_view name) {
-  return static_cast<CommandId>(std::ranges::find(kRows, name, &CommandRow::name) - kRows.begin());
+  return static_cast<CommandId>(std::ranges::find(kCommandRows, name, &CommandRow::name) -
+                                kCommandRows.begin());
 }
 
 std::span<const CommandSpec> commandTable() {
   static const std::vector<CommandSpec> table = [] {
     std::vector<CommandSpec> specs;
-    for (const CommandRow& row : kRows)
+    for (const CommandRow& row : kCommandRows)
       specs.push_back({row.name, row.menu, row.text, row.shortcut, row.checked != nullptr,
                        row.separatorBefore, row.submenu, row.alternative});
     return specs;
@@ -269,8 +269,8 @@ std::span<const CommandSpec> commandTable() {
 }
 
 void sortOutCommands(Workbench& bench) {
-  for (std::size_t i = 0; i < kRows.size(); ++i) {
-    const CommandRow& row = kRows[i];
+  for (std::size_t i = 0; i < kCommandRows.size(); ++i) {
+    const CommandRow& row = kCommandRows[i];
     const auto command = static_cast<CommandId>(i);
     const bool on = row.enabled == nullptr || row.enabled(bench);
     if (on != bench.window.commandEnabled(command)) bench.window.setCommandEnabled(command, on);
@@ -284,8 +284,8 @@ void sortOutCommands(Workbench& bench) {
 
 int styleOf(CommandId command) {
   constexpr std::string_view prefix = "mnuStyle";
-  if (command < 0 || static_cast<std::size_t>(command) >= kRows.size()) return -1;
-  const std::string_view name = kRows[static_cast<std::size_t>(command)].name;
+  if (command < 0 || static_cast<std::size_t>(command) >= kCommandRows.size()) return -1;
+  const std::string_view name = kCommandRows[static_cast<std::size_t>(command)].name;
   if (!name.starts_with(prefix)) return -1;
   return static_cast<int>(parseInteger(name.substr(prefix.size()), 0, 99).value_or(-1));
 }

@@ -12,7 +12,7 @@ struct ControlRow {
   When enabled = nullptr;  // none: always, or somebody else's affair
 };
 
-bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
+bool hasOldGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool gridIsCurrent(const Workbench& b) { return b.gridIsCurrent(); }
 
 template <int Box>
@@ -20,11 +20,11 @@ constexpr ControlRow colourRow() {
   return {kFirstColourBox + Box, [](Handlers& h) { h.txtCol_Click(Box); }};
 }
 
-constexpr auto kRows = std::to_array<ControlRow>({
+constexpr auto kControlRows = std::to_array<ControlRow>({
     {controlId("lstType"), [](Handlers& h) { h.lstType_Click(); }},
     {controlId("cmdRandknot"), [](Handlers& h) { h.cmdRandknot_Click(); }},
     {controlId("cmdNewGrid"), [](Handlers& h) { h.cmdNewGrid_Click(); }},
-    {controlId("cmdOldGrid"), [](Handlers& h) { h.cmdOldGrid_Click(); }, hasGrid},
+    {controlId("cmdOldGrid"), [](Handlers& h) { h.cmdOldGrid_Click(); }, hasOldGrid},
     {controlId("cmd2D"), [](Handlers& h) { h.cmd2D_Click(); }, gridIsCurrent},
     {controlId("cmd3D"), [](Handlers& h) { h.cmd3D_Click(); },
      [](const Workbench& b) { return gridIsCurrent(b) && b.canCreate3D(); }},
@@ -88,9 +88,9 @@ consteval bool isHandled(ControlId control) {
     case ControlKind::picture:
       return names(kPictures, &MouseRow::picture, control);
     case ControlKind::check:
-      return findCheck(row.name).has_value() || names(kRows, &ControlRow::control, control);
+      return findCheck(row.name).has_value() || names(kControlRows, &ControlRow::control, control);
     default:
-      return names(kRows, &ControlRow::control, control);
+      return names(kControlRows, &ControlRow::control, control);
   }
 }
 
@@ -104,7 +104,7 @@ static_assert(everyControlIsHandled(), "a control of the form does nothing");
 }  // namespace
 
 void sortOutControls(Workbench& bench) {
-  for (const ControlRow& row : kRows) {
+  for (const ControlRow& row : kControlRows) {
     if (row.enabled == nullptr) continue;
     const bool on = row.enabled(bench);
     if (on != bench.window.enabled(row.control)) bench.window.setEnabled(row.control, on);
@@ -112,7 +112,7 @@ void sortOutControls(Workbench& bench) {
 }
 
 void runControl(ControlId control, Handlers& handlers) {
-  for (const ControlRow& row : kRows)
+  for (const ControlRow& row : kControlRows)
     if (row.control == control) row.run(handlers);
 }
 

@@ -17,7 +17,7 @@ constexpr float kZoomStep = 1.2F;  // of a notch of the wheel, and of a key
 constexpr float kFarthestPan = 100;
 constexpr int kMiddleButton = 3;
 
-constexpr ControlId kPicture = controlId("picKnot"), kRotator = controlId("picNav");
+constexpr ControlId kModelPicture = controlId("picKnot"), kRotator = controlId("picNav");
 
 /// The keys' codes as turnByKey takes them.
 int keyCode(Key key) {
@@ -131,7 +131,7 @@ PictureLook SolidView::look(const Document& document) const {
 }
 
 void SolidView::paint(const Document& document) {
-  Surface& picture = window_.surface(kPicture);
+  Surface& picture = window_.surface(kModelPicture);
   const TubeModel& shown = shownModel();
   const auto polygons = static_cast<float>(std::max(1, model_->built().QuadCount));
   picture.clear(background_);
@@ -144,7 +144,7 @@ void SolidView::paint(const Document& document) {
 }
 
 int SolidView::strandAt(int x, int y) const {
-  const Surface& picture = window_.surface(kPicture);
+  const Surface& picture = window_.surface(kModelPicture);
   return lorivan::strandAt(shownModel(), angles_, lens_, picture.width(), picture.height(), x, y);
 }
 
@@ -164,7 +164,7 @@ bool SolidView::paintPreview(const Document& document, const KnotStages& stages)
   if (polygonBudget(stages.knot().strands, tubeSettings(document.fields)) > kLargeModel) return false;
   KnotModel model;
   if (!model.build(stages.knot(), document.fields, strandColours(document.fields.boxes))) return false;
-  Surface& picture = window_.surface(kPicture);
+  Surface& picture = window_.surface(kModelPicture);
   PictureLook styled = look(document);
   styled.background = backgroundOf(document);
   picture.clear(styled.background);
@@ -183,7 +183,8 @@ bool SolidView::dragged(const MouseEvent& event) {
   // A new drag starts where it is, not where the last one ended.
   if (event.action == MouseAction::press) drag_ = {};
   if (event.action != MouseAction::press && event.action != MouseAction::move) return false;
-  const float perPixel = kReferenceWidth / static_cast<float>(std::max(1, window_.surface(kPicture).width()));
+  const float perPixel =
+      kReferenceWidth / static_cast<float>(std::max(1, window_.surface(kModelPicture).width()));
   const DragState before = drag_;
   const bool turned = dragView(angles_, drag_, event.button, static_cast<float>(event.x) * perPixel,
                                static_cast<float>(event.y) * perPixel);
@@ -203,7 +204,7 @@ bool SolidView::rotatorMoved(const MouseEvent& event) {
 bool SolidView::keyPressed(Key key) { return turnByKey(angles_, keyCode(key)); }
 
 PointF SolidView::placeOf(int x, int y) {
-  const Surface& picture = window_.surface(kPicture);
+  const Surface& picture = window_.surface(kModelPicture);
   const auto width = static_cast<float>(std::max(1, picture.width()));
   return {(static_cast<float>(x) + 0.5F) / width - 0.5F,
           (static_cast<float>(y) + 0.5F - static_cast<float>(picture.height()) / 2) / width};
@@ -219,7 +220,7 @@ void SolidView::zoom(float factor, PointF at) {
 bool SolidView::lensMoved(const MouseEvent& event) {
   const Lens before = lens_;
   const PointF at = placeOf(event.x, event.y);
-  const Surface& picture = window_.surface(kPicture);
+  const Surface& picture = window_.surface(kModelPicture);
   if (event.action == MouseAction::wheel)
     zoom(std::pow(kZoomStep, static_cast<float>(std::clamp(event.steps, -10, 10))), at);
   if (event.action == MouseAction::doubleClick && event.button == kLeftButton)
@@ -242,7 +243,7 @@ bool SolidView::lensKey(Key key) {
 bool SolidView::rest() { return std::exchange(moving_, false); }
 
 Surface* SolidView::picBig(const Document& document) {
-  const Surface& shown = window_.surface(kPicture);
+  const Surface& shown = window_.surface(kModelPicture);
   const TubeModel& model = model_->built();
   if (model.QuadCount == 0) return nullptr;
   auto made = platform_.createSurface(2 * shown.width(), 2 * shown.height());

@@ -10,7 +10,7 @@
 namespace lorivan {
 namespace {
 
-constexpr ControlId kPicture = controlId("picGrid");
+constexpr ControlId kSheetPicture = controlId("picGrid");
 constexpr int kVectorWidth = 10'000;
 constexpr double kVectorMillimetres = 2 * kReferenceWidth * 25.4 / 96;
 
@@ -47,7 +47,7 @@ void VariationView::drawAll(Surface& surface, const SheetLayout& layout) const {
 }
 
 void VariationView::paint() {
-  Surface& surface = window_.surface(kPicture);
+  Surface& surface = window_.surface(kSheetPicture);
   drawAll(surface, layoutOn(surface));
   drawMark(inkOn(ground_));
 }
@@ -62,7 +62,7 @@ void VariationView::setPlain(bool plain) { drawMark(plain ? ground_ : inkOn(grou
 
 /// A frame in the margin round the marked one.
 void VariationView::drawMark(Colour colour) {
-  Surface& surface = window_.surface(kPicture);
+  Surface& surface = window_.surface(kSheetPicture);
   const SheetLayout layout = layoutOn(surface);
   const PointI corner = layout.corner(mark_);
   const int out = layout.margin / 2, right = corner.x + layout.pictureWidth + out,
@@ -81,14 +81,14 @@ void VariationView::mark(int place) {
 }
 
 bool VariationView::markAt(int x, int y) {
-  const int place = layoutOn(window_.surface(kPicture)).placeAt(x, y);
+  const int place = layoutOn(window_.surface(kSheetPicture)).placeAt(x, y);
   if (place < 0 || place >= static_cast<int>(variations_.size())) return false;
   mark(place);
   return true;
 }
 
 bool VariationView::moveMark(Key key) {
-  const int columns = layoutOn(window_.surface(kPicture)).columns;
+  const int columns = layoutOn(window_.surface(kSheetPicture)).columns;
   const int by = key == Key::left    ? -1
                  : key == Key::right ? 1
                  : key == Key::up    ? -columns

@@ -10,9 +10,9 @@
 namespace lorivan {
 namespace {
 
-constexpr float kFlatness = 0.05F;         // pixels that a flattened curve, or a join, may stray
+constexpr float kSagitta = 0.05F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
-constexpr float kFarthest = 1e6F;          // pixels
+constexpr float kOutermost = 1e6F;         // pixels
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
 
@@ -47,7 +47,7 @@ struct Spine {
   void curve(const PointF* p) {
     const float bend = std::max(lengthOf(p[0].x - 2 * p[1].x + p[2].x, p[0].y - 2 * p[1].y + p[2].y),
                                 lengthOf(p[1].x - 2 * p[2].x + p[3].x, p[1].y - 2 * p[2].y + p[3].y));
-    const int steps = std::clamp(static_cast<int>(std::sqrt(6 / (8 * kFlatness) * bend)) + 1, 1, 64);
+    const int steps = std::clamp(static_cast<int>(std::sqrt(6 / (8 * kSagitta) * bend)) + 1, 1, 64);
     for (int k = 1; k < steps; ++k) {
       const float t = static_cast<float>(k) / static_cast<float>(steps), s = 1 - t;
       const float a = s * s * s, b = 3 * s * s * t, c = 3 * s * t * t, d = t * t * t;
@@ -73,8 +73,8 @@ class SideWalker {
   SideWalker(const Spine& spine, float half, std::array<std::vector<PointF>, 2>& outlines)
       : spine_(spine),
         half_(half),
-        arcStep_(2 * std::acos(std::max(0.5F, 1 - kFlatness / half))),
-        sharpest_(std::tan(std::min(kSharpestMiter, std::sqrt(8 * kFlatness / half)))),
+        arcStep_(2 * std::acos(std::max(0.5F, 1 - kSagitta / half))),
+        sharpest_(std::tan(std::min(kSharpestMiter, std::sqrt(8 * kSagitta / half)))),
         outlines_(outlines) {}
 
   void run(CapStyle caps) {
@@ -175,7 +175,7 @@ class SideWalker {
 };
 
 bool isDrawable(const WideCurve& curve) {
-  const auto inReach = [](PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; };
+  const auto inReach = [](PointF p) { return std::fabs(p.x) < kOutermost && std::fabs(p.y) < kOutermost; };
   return curve.bezier.size() % 3 == 1 && curve.width > 0 && curve.width <= static_cast<float>(kLongestSide) &&
          std::ranges::all_of(curve.bezier, inReach);
 }

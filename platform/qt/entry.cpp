@@ -8,5 +8,5 @@
 int main(int count, char** values) {
   lorivan::reserveMemory();  // making the platform may need it
   lorivan::PlatformQt platform(lorivan::userSettingsPath());
-  return lorivan::runProgram(platform, std::vector<std::string>(values + (count > 0), values + count));
+  return lorivan::runProgram(platform, {std::vector<std::string>(values + (count > 0), values + count)});
 }

@@ -152,6 +152,7 @@ void applyLook(QApplication& application, bool dark) {
   application.setFont(fittingFont(application.font()));
   initResources();
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/lorivan.ico")));
+  QGuiApplication::setDesktopFileName(QStringLiteral("lorivan"));
 }
 
 void applyLook(QApplication& application) {

@@ -12,7 +12,7 @@
 namespace lorivan {
 namespace {
 
-constexpr std::size_t kMostBytes = 256'000'000;
+constexpr std::size_t kMostPictureBytes = 256'000'000;
 constexpr int kMostDecodedMegabytes = static_cast<int>(kMostPixels * 4 >> 20) + 1;
 
 /// The surface's pixels without their alpha, or with it when the picture is transparent.
@@ -54,7 +54,7 @@ Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
 
 Result<std::unique_ptr<RasterSurface>> loadRaster(const std::string& path, int width, int height) {
   if (const Status size = checkPictureSize(width, height); !size) return size.error();
-  const auto file = readFile(path, kMostBytes);
+  const auto file = readFile(path, kMostPictureBytes);
   if (!file) return file.error();
   QByteArray bytes = QByteArray::fromRawData(file->data(), static_cast<qsizetype>(file->size()));
   QBuffer buffer(&bytes);

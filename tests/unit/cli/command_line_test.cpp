@@ -8,9 +8,11 @@
 
 #include "cli/batch.h"
 #include "cli/progress_line.h"
+#include "cli/unquoted_file.h"
 #include "design/frame_files.h"
 #include "design/presets.h"
 #include "platform/none/none_platform.h"
+#include "scratch_folder.h"
 
 namespace lorivan {
 namespace {
@@ -112,6 +114,23 @@ TEST(ProgressLine, ShowsLongWorkOnOneLineAndLeavesNothing) {
   const std::string gone = '\r' + std::string(20, ' ') + '\r';
   EXPECT_EQ(terminal.str(), "lorivan: 50 %, a.stl" + gone + "lorivan: 60 %, a.stl" + gone);
   EXPECT_EQ(pipe.str(), "");
+}
+
+TEST(UnquotedFile, IsFoundAsAWhole) {
+  const Folder folder;
+  const std::string path = folder.file("my  Kn\xC3\xB6tchen --best .qzd"), half = folder.file("my");
+  const auto fileOf = [](const std::string& typed) {
+    const auto line = parseTyped(wordsOf(typed), typed);
+    return line ? line->knotFile : line.error().message;
+  };
+  ASSERT_TRUE(writeFile(path, "x"));
+  EXPECT_EQ(fileOf(path), path);
+  ASSERT_TRUE(writeFile(half, "x"));
+  EXPECT_EQ(fileOf(path), path) << "its first word is a file, too";
+  EXPECT_EQ(fileOf(half + " --quiet"), half) << "words that make sense";
+  EXPECT_EQ(fileOf(half + ' ' + half), "one knot file at a time, not also \"" + half + '"');
+  ASSERT_TRUE(writeFile(folder.file("my b"), "x") && writeFile(folder.file("b"), "x"));
+  EXPECT_FALSE(parseTyped({half, folder.file("b")}, folder.file("my b"))) << "two files";
 }
 
 }  // namespace

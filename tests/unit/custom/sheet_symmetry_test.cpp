@@ -10,7 +10,7 @@ namespace {
 
 using Editor = ShapeEditor;
 
-void drag(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
+void pull(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
   editor.picShape_MouseDown(button, 0, static_cast<float>(from.x), static_cast<float>(from.y));
   editor.picShape_MouseUp(button, 0, static_cast<float>(to.x), static_cast<float>(to.y));
 }
@@ -60,9 +60,9 @@ TEST(SheetSymmetry, WhateverIsDrawnIsItsOwnImage) {
       const Spot from = somewhere(editor.shape(), random), to = somewhere(editor.shape(), random);
       const double what = random();
       if (what < 0.1)
-        drag(editor, from, from);
+        pull(editor, from, from);
       else
-        drag(editor, from, to, what < 0.3 ? kRightButton : kLeftButton);
+        pull(editor, from, to, what < 0.3 ? kRightButton : kLeftButton);
       for (const Isometry& map : {group.maps()[1], group.maps().back()})  // they make all others
 
         ASSERT_TRUE(laidOntoItself(editor.shape(), map))
@@ -84,16 +84,16 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
   Editor editor;
   const CustomShape& shape = editor.shape();
   editor.setSymmetry({true, false, 1});
-  drag(editor, {20, 20}, {253, 100});  // closer to its image than can be told apart
+  pull(editor, {20, 20}, {253, 100});  // closer to its image than can be told apart
   ASSERT_EQ(shape.ShapePointCount, 1);
   EXPECT_EQ(shape.ShapeX[1], 250);
-  drag(editor, {250, 100}, {350, 200});  // a roof
+  pull(editor, {250, 100}, {350, 200});  // a roof
   EXPECT_EQ(shape.ShapePointCount, 3);
   EXPECT_EQ(shape.lineBetween(1, 2) + shape.lineBetween(1, 3), 1 + 2);
   EXPECT_EQ(shape.ShapeX[3], 150);
-  drag(editor, {250, 100}, {300, 80}, kRightButton);
+  pull(editor, {250, 100}, {300, 80}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[1] == 250 && shape.ShapeY[1] == 80) << "a point on the axis leaves it";
-  drag(editor, {350, 200}, {252, 240}, kRightButton);
+  pull(editor, {350, 200}, {252, 240}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[2] == 250 && !shape.pointIsLive(3)) << "images that meet are not joined";
   EXPECT_TRUE(shape.lineIsLive(1) && !shape.lineIsLive(2));
   editor.undo();
@@ -101,16 +101,16 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
 
   Editor turned;
   turned.setSymmetry({false, false, 6});
-  drag(turned, {20, 20}, {250, 10});  // kept off the margins in all images
+  pull(turned, {20, 20}, {250, 10});  // kept off the margins in all images
   ASSERT_EQ(turned.shape().ShapePointCount, 6);
   for (int point = 1; point <= 6; ++point)
     EXPECT_GE(turned.shape().ShapeY[static_cast<std::size_t>(point)], 60);
   for (int point = 1; point <= 6; ++point)
     EXPECT_LE(turned.shape().ShapeY[static_cast<std::size_t>(point)], 340);
-  drag(turned, place(turned.shape(), 1), place(turned.shape(), 2));  // a side of six
+  pull(turned, place(turned.shape(), 1), place(turned.shape(), 2));  // a side of six
   EXPECT_EQ(turned.shape().ShapeLineCount, 6);
   turned.setSymmetry({});
-  drag(turned, place(turned.shape(), 1), place(turned.shape(), 2));
+  pull(turned, place(turned.shape(), 1), place(turned.shape(), 2));
   EXPECT_EQ(turned.shape().lineBetween(1, 2), 0);
   EXPECT_NE(turned.shape().lineBetween(2, 3), 0) << "without symmetry a line goes by itself";
 }
@@ -122,7 +122,7 @@ TEST(SheetSymmetry, AFullTableLeavesNoHalfOfAnEdit) {
   Editor editor;
   editor.replaceShape(full);
   editor.setSymmetry({true, false, 1});
-  drag(editor, {100, 100}, {200, 300});  // room for one line of two
+  pull(editor, {100, 100}, {200, 300});  // room for one line of two
   EXPECT_TRUE(editor.shape() == full);
 }
 

@@ -189,10 +189,10 @@ TEST(Metafile, SizesAgreeWhateverTheyAre) {
 
 }  // namespace
 
-int runProgram(Platform& tested, const std::vector<std::string>& arguments) {
+int runProgram(Platform& tested, const ProgramStart& start) {
   platform = &tested;
   std::vector<std::string> words = {"metafile_test"};
-  words.insert(words.end(), arguments.begin(), arguments.end());
+  words.insert(words.end(), start.arguments.begin(), start.arguments.end());
   std::vector<char*> values;
   for (std::string& word : words) values.push_back(word.data());
   int count = static_cast<int>(values.size());

@@ -7,9 +7,19 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 
 namespace lorivan {
+
+/// The view at three angles in degrees.
+inline ViewState viewAt(float theta, float phi, float psi) {
+  ViewState view;
+  setTheta(view, theta);
+  setPhi(view, phi);
+  setPsi(view, psi);
+  return view;
+}
 
 inline void addStrand(StrandStore& store, int slot, const std::vector<StrandPoint>& points) {
   for (std::size_t i = 0; i < points.size(); ++i) store.point(slot, static_cast<int>(i)) = points[i];

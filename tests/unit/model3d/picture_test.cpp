@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "model3d/renderer.h"
-#include "model3d/rotator.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
@@ -50,14 +49,6 @@ TubeModel brightModel(const StrandStore& store, const TubeSettings& settings,
   for (TubeStrand& strand : model.strands)
     for (float& factor : strand.factors) factor *= 2;
   return model;
-}
-
-ViewState viewAt(float theta, float phi, float psi) {
-  ViewState view;
-  setTheta(view, theta);
-  setPhi(view, phi);
-  setPsi(view, psi);
-  return view;
 }
 
 Picture shown(const TubeModel& model, const ViewState& view, const LightSettings& light = kFlat,

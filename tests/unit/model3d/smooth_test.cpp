@@ -8,7 +8,6 @@
 #include "model3d/marks.h"
 #include "model3d/model_picture.h"
 #include "model3d/rings.h"
-#include "model3d/rotator.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
@@ -17,16 +16,10 @@ namespace {
 constexpr int kWidth = 250, kHeight = 200;
 constexpr Colour kPaper = 0xFF00FF;
 
-ViewState viewAt(float theta, float phi, float psi) {
-  ViewState view;
-  setTheta(view, theta);
-  setPhi(view, phi);
-  setPsi(view, psi);
-  return view;
-}
-
-std::vector<std::uint32_t> shown(const TubeModel& model, const ViewState& view, const LightSettings& light,
-                                 const PictureLook& look = {.background = kPaper}, const Lens& lens = {}) {
+std::vector<std::uint32_t> smoothPixels(const TubeModel& model, const ViewState& view,
+                                        const LightSettings& light,
+                                        const PictureLook& look = {.background = kPaper},
+                                        const Lens& lens = {}) {
   std::vector<std::uint32_t> pixels(static_cast<std::size_t>(kWidth * kHeight));
   ModelPicture().render(model, light, view, lens, look, {pixels.data(), kWidth, kHeight, kWidth});
   return pixels;
@@ -123,7 +116,7 @@ TEST(Smooth, ShowsWhatRaysMeetAtRandomAngles) {
     if (phi == 180) phi = 90;  // which the view does not show exactly
     const float theta = degrees(), psi = degrees();
     const ViewState view = viewAt(theta, phi, psi);
-    const auto pixels = shown(model, view, {1, 0, 0, 1, -1100});
+    const auto pixels = smoothPixels(model, view, {1, 0, 0, 1, -1100});
     const Caster caster(model, theta, phi, psi);
     const double scale = static_cast<double>(placing(model, Projection(view), {}, kWidth, kHeight).scale);
     for (int k = 0; k < 400; ++k) {
@@ -185,7 +178,7 @@ TEST(Smooth, HighlightsFallOffAsTheMirroredLampDoes) {
 /// Mean luminance of the covered pixels.
 double brightness(const TubeModel& model, const ViewState& view) {
   double light = 0, weight = 0;
-  for (const std::uint32_t p : shown(model, view, {}, {.background = 0, .transparent = true})) {
+  for (const std::uint32_t p : smoothPixels(model, view, {}, {.background = 0, .transparent = true})) {
     const double alpha = (p >> 24) / 255.0;
     light += alpha * (0.2126 * (p >> 16 & 255) + 0.7152 * (p >> 8 & 255) + 0.0722 * (p & 255));
     weight += alpha;
@@ -214,7 +207,7 @@ TEST(Smooth, OneScaleServesAllAnglesAndTheLensComesCloser) {
                                     static_cast<float>(i * 13 % 360));
       EXPECT_EQ(placing(model, Projection(view), {}, kWidth, kHeight).scale, scale);
       for (const bool smooth : {true, false}) {
-        const auto pixels = shown(model, view, {}, {.background = kPaper, .smooth = smooth});
+        const auto pixels = smoothPixels(model, view, {}, {.background = kPaper, .smooth = smooth});
         for (int x = 0; x < kWidth; ++x)
           EXPECT_TRUE(pixels[static_cast<std::size_t>(x)] == toArgb(kPaper) &&
                       pixels[pixels.size() - 1 - static_cast<std::size_t>(x)] == toArgb(kPaper));
@@ -222,7 +215,7 @@ TEST(Smooth, OneScaleServesAllAnglesAndTheLensComesCloser) {
         const Lens fitted = fittedLens(model, view, kWidth, kHeight);
         EXPECT_GE(fitted.zoom, 0.9F);
         // However close one looks, nothing is written outside the picture, and the middle is filled.
-        shown(model, view, {}, {.background = kPaper, .smooth = smooth}, {kMostZoom, {7, -3}});
+        smoothPixels(model, view, {}, {.background = kPaper, .smooth = smooth}, {kMostZoom, {7, -3}});
       }
     }
   }

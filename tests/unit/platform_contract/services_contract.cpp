@@ -49,7 +49,7 @@ TEST_F(ServicesContract, SizesThatNoPictureHasAreRefused) {
 }
 
 TEST_F(ServicesContract, LinesReachBothEndsAndAreClipped) {
-  constexpr int far = std::numeric_limits<int>::max();
+  constexpr int most = std::numeric_limits<int>::max();
   const auto s = make(40, 30);
   EXPECT_EQ(countOf(*s, kWhite), 1200);
   s->clear(kPaper);
@@ -61,8 +61,8 @@ TEST_F(ServicesContract, LinesReachBothEndsAndAreClipped) {
   s->segment({20, 20}, {20, 20}, {1, kGreen});
   EXPECT_EQ(countOf(*s, kGreen), 1);
   s->dot({-3, -3}, 20, kGreen);
-  s->segment({-far - 1, 14}, {far, 14}, {5, kRed, true});
-  for (const PointI outside : {PointI{-1, 0}, {40, 3}, {5, -1}, {0, 30}, {25, far}})
+  s->segment({-most - 1, 14}, {most, 14}, {5, kRed, true});
+  for (const PointI outside : {PointI{-1, 0}, {40, 3}, {5, -1}, {0, 30}, {25, most}})
     EXPECT_EQ(s->pixel(outside), kPaper);
   EXPECT_EQ(s->fault(), "");
 }

@@ -143,7 +143,7 @@ std::vector<double> endsOn(double seam, const CutDrawing& drawing) {
   return ends;
 }
 
-double areaOf(const CutDrawing& drawing) {
+double pixelArea(const CutDrawing& drawing) {
   double area = 0;
   for (const CutStrand& strand : drawing.strands)
     for (const CutShape& shape : strand.shapes)
@@ -170,7 +170,8 @@ TEST(Wrapped, PiecesAreClosedAtTheSeamsAndMatchThere) {
       for (std::size_t i = 0; i < left.size(); ++i) EXPECT_NEAR(left[i], right[i], 0.02);
       // Wherever it is cut there is as much of it.
       for (float& at : knot.curve.X) at += static_cast<float>(knot.graph->wrap.period * 0.3);
-      EXPECT_NEAR(areaOf(cut), areaOf(cutDrawing(knot.curve, style, view, options)), areaOf(cut) * 1e-3);
+      EXPECT_NEAR(pixelArea(cut), pixelArea(cutDrawing(knot.curve, style, view, options)),
+                  pixelArea(cut) * 1e-3);
     }
 }
 
