@@ -158,7 +158,7 @@ long memory() {
 
 TEST_F(ActionsTest, WhatIsShownIsAlwaysWhatAFreshWindowShows) {
   const char* const asked = std::getenv("LORIVAN_ACTIONS");
-  const int actions = asked != nullptr ? std::atoi(asked) : 600;
+  const int actions = asked != nullptr ? std::atoi(asked) : 400;
   const char* const seed = std::getenv("LORIVAN_SEED");
   begin(seed != nullptr ? static_cast<std::uint64_t>(std::atoll(seed)) : 1);
   long early = 0;
