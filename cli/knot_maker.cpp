@@ -88,7 +88,12 @@ int KnotMaker::build(Document& document, const Rnd& random) {
     return report_.fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
   AutoGridReport filled;
   auto made = ownShape_ ? autoGrid(document, &filled) : newGrid(document, random ? &random : nullptr);
-  if (!made) return report_.fail(made.error());
+  if (!made) {
+    const int status = report_.fail(made.error());
+    if (const std::string hint = autoGridHint(document, made.error()); ownShape_ && !hint.empty())
+      report_.note(hint);
+    return status;
+  }
   if (filled.filled < kFilled) noteEmptyOutline(document, filled);
   for (const auto& [parameter, text] : values_)
     if (made->fields.text(parameter) != document.fields.text(parameter))

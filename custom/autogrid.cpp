@@ -23,7 +23,7 @@ namespace {
 constexpr std::string_view kTooNarrow =
     "The outline is too narrow for cells of this size: raise the AutoGrid value";
 constexpr double kLeastFilled = 0.25;       // specks in an outline are no grid
-constexpr double kLeastPitch = 2.4;         // grid units: with less, rounding to whole units shows
+constexpr double kLeastPitch = 1.95;        // grid units: with less, rounding to whole units shows
 constexpr double kSymmetryTolerance = 1.5;  // grid units: joining near points moves an outline by up to 1.4
 constexpr int kMostCells = 100000;
 constexpr double kTriangleHeight = 0.8660254037844386;
@@ -73,12 +73,21 @@ Outline withWholeMiddle(const Outline& outline, Symmetries& group) {
   return Outline(std::move(sides));
 }
 
+/// What is filled, and the sharp corners that cells are drawn into.
+struct Ground {
+  Outline outline;
+  std::vector<OutlineCorner> corners;
+
+  Ground(Outline drawn, double cell)
+      : outline(std::move(drawn)), corners(outline.corners(kCornerSpan * cell, kSharpTurn)) {}
+};
+
 /// Sharp corners on an axis of the outline that no border node of the mesh can be put on, since none near
 /// lies on that axis.
-int lostCorners(const CellMesh& mesh, const MeshBorder& border, const Outline& outline, double cell,
-                const Symmetries& group) {
+int lostCorners(const CellMesh& mesh, const MeshBorder& border, std::span<const OutlineCorner> corners,
+                double cell, const Symmetries& group) {
   int lost = 0;
-  for (const OutlineCorner& corner : outline.corners(kCornerSpan * cell, kSharpTurn))
+  for (const OutlineCorner& corner : corners)
     for (std::size_t g = 1; g < group.size(); ++g) {
       if (distance(group[g](corner.at), corner.at) > cell / 2) continue;
       const auto fits = [&](int node) {
@@ -95,9 +104,10 @@ int lostCorners(const CellMesh& mesh, const MeshBorder& border, const Outline& o
 
 /// How far the mesh's border lies from the outline before it is drawn to it: mean square, cells. A corner
 /// that will be cut off counts as much as a node a cell off.
-double misfit(const CellMesh& mesh, const Outline& outline, double cell, const Symmetries& group) {
+double misfit(const CellMesh& mesh, const Ground& ground, double cell, const Symmetries& group) {
+  const Outline& outline = ground.outline;
   const MeshBorder border(mesh);
-  double sum = lostCorners(mesh, border, outline, cell, group);
+  double sum = lostCorners(mesh, border, ground.corners, cell, group);
   int count = 0;
   for (int node = 0; node < static_cast<int>(mesh.nodes.size()); ++node) {
     if (!border.contains(node)) continue;
@@ -119,7 +129,13 @@ constexpr double kHalf = 0.5, kOtherShares[] = {0.4, 0.62, 0.3};
 
 /// For turns by a third, which few lattices allow, other cells, nearer to those of gridSize than of the next.
 constexpr double kOtherSizes[] = {0.3, -0.25};
-constexpr double kHandicap = 0.1;  // faults, as MeshQuality counts them
+
+/// What is tried besides where those leave more of the outline empty than this.
+constexpr double kWellFilled = 0.94;
+constexpr double kMoreShares[] = {0.22, 0.45, 0.55}, kMoreSizes[] = {0.15, -0.12, 0.45, -0.4};
+constexpr Spot kMoreShifts[] = {{0.25, 0},    {0.75, 0},    {0, 0.25},    {0, 0.75},
+                                {0.25, 0.25}, {0.75, 0.25}, {0.25, 0.75}, {0.75, 0.75},
+                                {0.25, 0.5},  {0.75, 0.5},  {0.5, 0.25},  {0.5, 0.75}};
 
 struct Candidate {
   Lattice lattice;
@@ -129,89 +145,111 @@ struct Candidate {
 
 /// The meshes of lattices that are as symmetric as the group, those that lie best first; none where the
 /// outline is too narrow.
-Result<std::vector<Candidate>> candidates(const Outline& outline, const Pitch& pitch,
-                                          const Symmetries& group) {
+Result<std::vector<Candidate>> candidates(const Ground& ground, const Pitch& pitch, const Symmetries& group,
+                                          std::span<const Spot> shifts) {
   std::vector<Candidate> all;
-  const std::span<const Spot> shifts = pitch.triangles ? std::span<const Spot>(kTriangleShifts) : kShifts;
   for (const Spot shift : shifts) {
     const Lattice lattice = pitch.lattice(group[0].centre, shift);
     if (!allows(lattice, group)) continue;
-    Result<CellMesh> mesh = fillOutline(outline, lattice, kHalf, kMostCells, group);
+    Result<CellMesh> mesh = fillOutline(ground.outline, lattice, kHalf, kMostCells, group);
     if (!mesh) return mesh.error();
     if (mesh->cells.empty()) continue;
-    const double off = misfit(*mesh, outline, pitch.across, group);
+    const double off = misfit(*mesh, ground, pitch.across, group);
     all.push_back({lattice, std::move(*mesh), off});
   }
   std::ranges::stable_sort(all, {}, &Candidate::misfit);
   return all;
 }
 
+Result<std::vector<Candidate>> candidates(const Ground& ground, const Pitch& pitch, const Symmetries& group) {
+  return candidates(ground, pitch, group, pitch.triangles ? std::span<const Spot>(kTriangleShifts) : kShifts);
+}
+
 struct Fitted {
   CellMesh mesh;
   std::vector<PointI> at;
   MeshQuality quality;
-  double faults = 0;
 };
 
 /// Draws meshes to the outline, as many as there is time for, and keeps the best.
 class Contest {
  public:
-  explicit Contest(const Outline& outline) : outline_(outline) {}
+  Contest(const Ground& ground, const Symmetries& group)
+      : outline_(ground.outline), corners_(ground.corners), group_(group) {}
 
-  /// The candidates' meshes, then others of their lattices. What is symmetric to a smaller group than it
-  /// could be has a handicap.
-  void enter(std::vector<Candidate>& all, const Symmetries& group, double handicap) {
+  void enter(std::vector<Candidate>& all) {
     for (Candidate& candidate : all)
-      if (hasTime()) enter(candidate.lattice, std::move(candidate.mesh), group, handicap);
-    for (const double share : kOtherShares)
+      if (hasTime()) enter(candidate.lattice, std::move(candidate.mesh));
+  }
+
+  /// Meshes of the candidates' lattices whose cells have to lie inside by other shares.
+  void enter(const std::vector<Candidate>& all, std::span<const double> shares) {
+    for (const double share : shares)
       for (const Candidate& candidate : all)
         if (hasTime())
-          if (auto mesh = fillOutline(outline_, candidate.lattice, share, kMostCells, group); mesh)
-            enter(candidate.lattice, std::move(*mesh), group, handicap);
+          if (auto mesh = fillOutline(outline_, candidate.lattice, share, kMostCells, group_); mesh)
+            enter(candidate.lattice, std::move(*mesh));
   }
 
   bool hasTime() const { return cells_ < kCells; }
-  Fitted best() { return std::move(*best_); }
+  bool isWellFilled() const { return best_ && best_->quality.filled >= kWellFilled; }
+  std::optional<Fitted> best() { return std::move(best_); }
 
  private:
   static constexpr double kCells = 3500;
 
-  void enter(const Lattice& lattice, CellMesh mesh, const Symmetries& group, double handicap) {
+  void enter(const Lattice& lattice, CellMesh mesh) {
     if (mesh.cells.empty() || mesh.sides().size() > kMostAutoGridLines) return;
     const GridBox& box = outline_.box();
     cells_ += static_cast<double>(mesh.cells.size()) +
               0.25 * (box.right - box.left) * (box.top - box.bottom) / lattice.cellArea();
-    dropSpecks(mesh, outline_, mesh.cellImages(group, lattice.across));
-    std::vector<PointI> at = fitBorder(mesh, outline_, lattice.across, group);
+    dropSpecks(mesh, outline_, mesh.cellImages(group_, lattice.across));
+    std::vector<PointI> at = fitBorder(mesh, outline_, corners_, lattice.across, group_);
     const MeshQuality quality = qualityOf(mesh, at, outline_, lattice);
-    const double faults = quality.faults() + handicap;
-    if (best_ && faults >= best_->faults) return;
-    best_ = Fitted{std::move(mesh), std::move(at), quality, faults};
+    if (best_ && quality.faults() >= best_->quality.faults()) return;
+    best_ = Fitted{std::move(mesh), std::move(at), quality};
   }
 
   const Outline& outline_;
+  std::span<const OutlineCorner> corners_;
+  const Symmetries& group_;
   double cells_ = 0;  // drawn to the outline, and looked at for it
   std::optional<Fitted> best_;
 };
 
 /// The first of the candidates has to be one that is not too complicated.
-Result<Fitted> bestFit(std::vector<Candidate> all, const Outline& outline, const Pitch& pitch,
-                       Symmetries group) {
-  Contest contest(outline);
-  contest.enter(all, group, 0);
-  const auto turned = [](const Isometry& map) { return !map.keepsWhole(); };
-  if (std::ranges::any_of(group, turned))
-    for (const double off : kOtherSizes) {
-      auto others = candidates(outline, pitch.changed(off), group);
+Result<Fitted> bestFit(std::vector<Candidate> all, const Ground& ground, const Pitch& pitch,
+                       const Symmetries& group) {
+  Contest contest(ground, group);
+  const auto enterSizes = [&](std::span<const double> sizes) -> Status {
+    for (const double off : sizes) {
+      if (!contest.hasTime()) break;
+      auto others = candidates(ground, pitch.changed(off), group);
       if (!others) return others.error();
-      contest.enter(*others, group, 0);
+      contest.enter(*others);
+      contest.enter(*others, kOtherShares);
+      all.insert(all.end(), others->begin(), others->end());
     }
-  if (std::erase_if(group, turned) > 0 && contest.hasTime()) {
-    auto lesser = candidates(outline, pitch, group);
-    if (!lesser) return lesser.error();
-    contest.enter(*lesser, group, kHandicap);
+    return {};
+  };
+  contest.enter(all);
+  contest.enter(all, kOtherShares);
+  if (std::ranges::any_of(group, [](const Isometry& map) { return !map.keepsWhole(); }))
+    if (const Status entered = enterSizes(kOtherSizes); !entered) return entered.error();
+  if (!contest.isWellFilled()) {
+    std::vector<Candidate> shifted;
+    for (const Spot& shift : kMoreShifts) {
+      if (!contest.hasTime()) break;
+      auto others = candidates(ground, pitch, group, std::span(&shift, 1));
+      if (!others) return others.error();
+      contest.enter(*others);
+      shifted.insert(shifted.end(), others->begin(), others->end());
+    }
+    contest.enter(shifted, kOtherShares);
+    if (const Status entered = enterSizes(kMoreSizes); !entered) return entered.error();
+    contest.enter(all, kMoreShares);
   }
-  return contest.best();
+  return std::move(*contest.best());
 }
 
 void makeLines(KnotGraph& graph, const CellMesh& mesh, const std::vector<PointI>& at) {
@@ -246,10 +284,11 @@ Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, cons
                                                 PointI{toInt32(reach.right), toInt32(reach.top)}});
       !held)
     return held.error();
-  const Pitch pitch(drawn->box(), options);
+  const Result<Outline> whole = options.within ? Outline::of(shape, mapping) : drawn;
+  const Pitch pitch((whole ? *whole : *drawn).box(), options);
   Symmetries group = symmetriesOf(*drawn, options.triangles, kSymmetryTolerance);
-  const Outline outline = group.size() == 1 ? *drawn : withWholeMiddle(*drawn, group);
-  Result<std::vector<Candidate>> all = candidates(outline, pitch, group);
+  const Ground ground(group.size() == 1 ? *drawn : withWholeMiddle(*drawn, group), pitch.across);
+  Result<std::vector<Candidate>> all = candidates(ground, pitch, group);
   if (!all) return all.error();
   if (all->empty()) return impossibleKnot(kTooNarrow);
   if (const CellMesh& mesh = all->front().mesh; mesh.sides().size() > kMostAutoGridLines) {
@@ -257,7 +296,7 @@ Result<AutoGridReport> AutoGrid(KnotGraph& graph, const CustomShape& shape, cons
     if (const Status made = finishLines(graph); !made) graph.TooManyLines = false;
     return refused(kTooComplicated);
   }
-  const Result<Fitted> fitted = bestFit(std::move(*all), outline, pitch, std::move(group));
+  const Result<Fitted> fitted = bestFit(std::move(*all), ground, pitch, group);
   if (!fitted) return fitted.error();
   if (fitted->quality.filled < kLeastFilled) return impossibleKnot(kTooNarrow);
   if (const Status held = checkNodes(fitted->at); !held) return held.error();

@@ -16,7 +16,7 @@ inline constexpr std::string_view kTooComplicated =
     "This knot would be too complicated. Reduce the AG factor and try again";
 
 struct AutoGridOptions {
-  int gridSize = 20;                // cells along the longer side of the outline's box, 1 to 100
+  int gridSize = 20;                // cells along the longer side of the whole outline's box, 1 to 100
   bool triangles = false;           // cells are triangles, else squares
   std::optional<Spot> within = {};  // a place of the shape, in its units: the region round it alone is filled
 };
@@ -31,7 +31,7 @@ struct AutoGridReport {
 /// convex. Sets CellSize and clears NoGrid; the points are not collected yet (DrawGrid does).
 ///
 /// What mirrors and quarter turns leave of the outline in place, they leave of the graph, too. The cell is at
-/// least 2.4 grid units; nodes are rounded each by itself.
+/// least 1.95 grid units; nodes are rounded each by itself.
 ///
 /// More than kMostAutoGridLines are refused by ErrorKind::limit: the lines, as many as the table holds, are
 /// then in the graph, but it must not be drawn. A fault of the outline (none is closed, too narrow for a

@@ -23,9 +23,11 @@ constexpr double kGrain = 1.0 / 16;  // of a cell: tells the places of a lattice
 
 class BorderFit {
  public:
-  BorderFit(CellMesh& mesh, const Outline& outline, double cellSide, const Symmetries& group)
+  BorderFit(CellMesh& mesh, const Outline& outline, std::span<const OutlineCorner> corners, double cellSide,
+            const Symmetries& group)
       : mesh_(mesh),
         outline_(outline),
+        corners_(corners),
         cell_(cellSide),
         group_(group),
         images_(mesh.nodes, group, kGrain * cellSide) {
@@ -82,10 +84,12 @@ class BorderFit {
   std::vector<bool> nodesAtFault(const std::vector<PointI>& at, bool wholeCells) const;
   int outermost(const std::vector<int>& cells) const;
   bool dropFarOutside(const std::vector<PointI>& at);
-  void markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const;
+  void markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
+                           std::vector<bool>& bad) const;
 
   CellMesh& mesh_;
   const Outline& outline_;
+  std::span<const OutlineCorner> corners_;
   double cell_;
   Symmetries group_;
   Images images_;  // of the nodes
@@ -151,7 +155,7 @@ BorderFit::BorderNode* BorderFit::nodeForCorner(Spot corner, std::vector<int>& s
 void BorderFit::pinCorners() {
   std::vector<int> stabiliser;
   std::vector<Spot> done;
-  for (const OutlineCorner& corner : outline_.corners(kCornerSpan * cell_, kSharpTurn)) {
+  for (const OutlineCorner& corner : corners_) {
     if (std::ranges::any_of(done, [&](Spot p) { return distance(p, corner.at) < 0.5 * cell_; })) continue;
     const BorderNode* const nearest = nodeForCorner(corner.at, stabiliser);
     if (nearest == nullptr) continue;
@@ -362,8 +366,8 @@ std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wh
 
 /// Marks the ends of border sides that cross or touch another part of the border: cells may be well shaped
 /// while two arms of the mesh overlap.
-void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<bool>& bad) const {
-  const MeshBorder border(mesh_);
+void BorderFit::markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
+                                    std::vector<bool>& bad) const {
   const auto spot = [&](int n) {
     const PointI p = at[static_cast<std::size_t>(n)];
     return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
@@ -390,10 +394,11 @@ void BorderFit::markBorderCrossings(const std::vector<PointI>& at, std::vector<b
 /// lattice of whole units is well shaped, so this ends.
 std::vector<PointI> BorderFit::settle() {
   share_.assign(mesh_.nodes.size(), 1);
+  const MeshBorder border(mesh_);
   for (bool wholeCells = false;;) {
     std::vector<PointI> at = wholePlaces();
     std::vector<bool> bad = nodesAtFault(at, wholeCells);
-    markBorderCrossings(at, bad);
+    markBorderCrossings(border, at, bad);
     images_.spread(bad);
     bool moved = false;
     for (std::size_t node = 0; node < bad.size(); ++node) {
@@ -440,9 +445,9 @@ bool BorderFit::dropFarOutside(const std::vector<PointI>& at) {
 
 }  // namespace
 
-std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, double cellSide,
-                              const Symmetries& group) {
-  return BorderFit(mesh, outline, cellSide, group).run();
+std::vector<PointI> fitBorder(CellMesh& mesh, const Outline& outline, std::span<const OutlineCorner> corners,
+                              double cellSide, const Symmetries& group) {
+  return BorderFit(mesh, outline, corners, cellSide, group).run();
 }
 
 }  // namespace lorivan

@@ -72,10 +72,13 @@ std::vector<int> Outline::sidesNear(Spot p, double reach) const {
 
 std::optional<Spot> Outline::nearest(Spot p, std::span<const int> among) const {
   std::optional<Spot> best;
+  double least = std::numeric_limits<double>::max();
   for (const int i : among) {
     const OutlineSide& side = sides_[static_cast<std::size_t>(i)];
-    const Spot spot = nearestOn(p, side.a, side.b);
-    if (!best || distance(p, spot) < distance(p, *best)) best = spot;
+    const Spot spot = nearestOn(p, side.a, side.b), away = spot - p;
+    if (dot(away, away) >= least) continue;
+    least = dot(away, away);
+    best = spot;
   }
   return best;
 }

@@ -1,5 +1,6 @@
 #include "custom/smooth_lines.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -24,17 +25,33 @@ class Tangents {
 
   /// On the way to `next`. As on the circle through three points: each side counts by the other's length.
   std::optional<Spot> at(int point, int next) const {
+    if (isCorner(point)) return std::nullopt;
     const std::vector<int>& around = neighbours_[static_cast<std::size_t>(point)];
-    if (around.size() != 2) return std::nullopt;
     const int before = around[around[0] == next ? 1 : 0];
     const Spot in = place(point) - place(before), out = place(next) - place(point);
-    const double inLength = length(in), outLength = length(out);
-    if (inLength <= 0 || outLength <= 0 || degreesBetween(in, out) >= kKeptCorner) return std::nullopt;
-    const Spot sum = (outLength / inLength) * in + (inLength / outLength) * out;
+    const Spot sum = (length(out) / length(in)) * in + (length(in) / length(out)) * out;
     return (1 / length(sum)) * sum;
   }
 
  private:
+  /// By how much the two lines at a point turn, degrees; nothing where there are not two.
+  std::optional<double> turnAt(int point) const {
+    const std::vector<int>& around = neighbours_[static_cast<std::size_t>(point)];
+    if (around.size() != 2) return std::nullopt;
+    const Spot in = place(point) - place(around[0]), out = place(around[1]) - place(point);
+    if (length(in) <= 0 || length(out) <= 0) return std::nullopt;
+    return degreesBetween(in, out);
+  }
+
+  bool isCorner(int point) const {
+    const std::optional<double> turn = turnAt(point);
+    if (!turn || *turn >= kKeptCorner) return true;
+    if (*turn < kKeptTip) return false;
+    return std::ranges::all_of(neighbours_[static_cast<std::size_t>(point)], [&](int beside) {
+      return kTipStandsOut * turnAt(beside).value_or(0) <= *turn;
+    });
+  }
+
   const CustomShape& shape_;
   std::vector<std::vector<int>> neighbours_;
 };

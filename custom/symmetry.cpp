@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <map>
-#include <utility>
+#include <unordered_map>
 
 #include "base/numbers.h"
 
@@ -111,11 +110,11 @@ Symmetries symmetriesOf(const Outline& outline, bool triangles, double tolerance
 
 Images::Images(std::span<const Spot> spots, const Symmetries& group, double grain)
     : images_(group.size(), std::vector<int>(spots.size(), -1)) {
-  using Place = std::pair<std::int64_t, std::int64_t>;
-  std::map<Place, int> at;
+  std::unordered_map<std::int64_t, int> at;  // by place; no lattice has 2^31 grains across
+  at.reserve(spots.size());
   const auto placeOf = [&](Spot p) {
-    return Place{std::llround((p.x - group[0].centre.x) / grain),
-                 std::llround((p.y - group[0].centre.y) / grain)};
+    return std::llround((p.x - group[0].centre.x) / grain) * (std::int64_t{1} << 32) +
+           std::llround((p.y - group[0].centre.y) / grain);
   };
   for (std::size_t i = 0; i < spots.size(); ++i) at.emplace(placeOf(spots[i]), static_cast<int>(i));
   for (std::size_t g = 0; g < group.size(); ++g)

@@ -1,6 +1,7 @@
 #include "design/edits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -30,6 +31,19 @@ Document withGraph(Document document, const KnotGraph& graph) {
 
 GridView shapeView(const Document& document) {
   return GridView(stretchFactor(document.fields.number(Param::Skew)));
+}
+
+/// An AutoGrid in the document's shape, in order, whose strands are short enough to be traced.
+Result<AutoGridReport> layAutoGrid(KnotGraph& graph, const Document& document, int size,
+                                   std::optional<Spot> within) {
+  const AutoGridOptions options{size, document.fields.check(Check::ShapeT), within};
+  const auto laid = AutoGrid(graph, outlineOf(document), shapeView(document), options);
+  if (!laid) return laid;
+  if (const Status ordered = collectPoints(graph) ? CalcGrid(graph) : Status(); !ordered)
+    return ordered.error();
+  const StrandRuns runs(graph);
+  if (runs.count(runs.walls()).longest > kLongestStrand) return refused(kTooComplicated);
+  return laid;
 }
 
 /// What goes round is a whole ring.
@@ -245,21 +259,37 @@ Result<Document> lineGrid(const Document& document) {
 
 Result<Document> autoGrid(const Document& document, AutoGridReport* report, std::optional<Spot> within) {
   KnotGraph graph;
-  const AutoGridOptions options{document.fields.whole(Param::GridSize), document.fields.check(Check::ShapeT),
-                                within};
-  const auto laid = AutoGrid(graph, outlineOf(document), shapeView(document), options);
+  const auto laid = layAutoGrid(graph, document, document.fields.whole(Param::GridSize), within);
   if (!laid) return laid.error();
   if (report != nullptr) *report = *laid;
-  const auto made = withShapeGrid(document, graph, {});
-  if (const Status ordered = collectPoints(graph) ? CalcGrid(graph) : Status(); !ordered)
-    return ordered.error();
-  const StrandRuns runs(graph);
-  if (runs.count(runs.walls()).longest > kLongestStrand) return refused(kTooComplicated);
-  return made;
+  return withShapeGrid(document, graph, {});
+}
+
+std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot> within) {
+  KnotGraph graph;
+  int size = document.fields.whole(Param::GridSize);
+  while (size > 0) {
+    const auto laid = layAutoGrid(graph, document, size, within);
+    if (laid) return size;
+    if (laid.error().kind != ErrorKind::limit) break;
+    // The lines grow no faster than the square of the size, but for what lattices differ.
+    const double most = 1.03 * size * std::sqrt(1.0 * kMostAutoGridLines / (graph.LastLine + 1));
+    size = std::min(size - 1, static_cast<int>(most) + 1);
+  }
+  return {};
+}
+
+std::string autoGridHint(const Document& document, const Error& error, std::optional<Spot> within) {
+  const auto size = error.message == kTooComplicated ? largestAutoGrid(document, within) : std::nullopt;
+  return size ? "The largest AG factor that works here is " + std::to_string(*size) : std::string();
 }
 
 Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report) {
   Result<Document> best = autoGrid(document, report);
+  if (!best && best.error().kind == ErrorKind::limit) {
+    const auto most = largestAutoGrid(document);
+    return most ? autoGrid(withField(document, Param::GridSize, std::to_string(*most)), report) : best;
+  }
   AutoGridReport reached, tried;
   if (report != nullptr && best) reached = *report;
   if (!best) reached.filled = 0;

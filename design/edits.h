@@ -85,11 +85,18 @@ Result<Document> lineGrid(const Document& document);
 Result<Document> autoGrid(const Document& document, AutoGridReport* report = nullptr,
                           std::optional<Spot> within = {});
 
+/// The largest vtGridSize, not above the field's, whose AutoGrid is not too complicated; none where the shape
+/// has another fault.
+std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot> within = {});
+
+/// What helps where autoGrid failed by this error; empty where nothing is known.
+std::string autoGridHint(const Document& document, const Error& error, std::optional<Spot> within = {});
+
 /// An outline that is filled to this share has no gap that anyone would see.
 inline constexpr double kFilled = 0.92;
 
 /// The same with the smallest vtGridSize from the field's on that fills the shape; where none does, with the
-/// one that fills it best.
+/// one that fills it best; where the field's is too complicated, with the largest that is not.
 Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report = nullptr);
 
 }  // namespace lorivan

@@ -18,22 +18,35 @@ constexpr BandShares kBoldBands{0.62F, 0.13F};
 struct Cells {
   const char *across, *down;
 };
-constexpr std::array<Cells, kShapeCount - 1> kCells = {{{"3", "2"},
-                                                        {"3", "2"},
-                                                        {"3", "3"},
-                                                        {"2", "2"},
-                                                        {"4", "1"},
-                                                        {"2", "2"},
-                                                        {"3", "2"},
-                                                        {"3", "2"},
-                                                        {"3", "1"},
-                                                        {"5", "2"},
-                                                        {"6", "2"},
-                                                        {"2", "2"}}};
+constexpr Cells cellsOf(Shape shape) {
+  switch (shape) {
+    case Shape::Triangle:
+      return {"3", "3"};
+    case Shape::Hexagonal:
+    case Shape::Octagonal:
+    case Shape::RegularHexagonal:
+      return {"2", "2"};
+    case Shape::Circular:
+      return {"4", "1"};
+    case Shape::Cross:
+      return {"3", "1"};
+    case Shape::Star:
+      return {"5", "2"};
+    case Shape::Spiral:
+      return {"6", "2"};
+    case Shape::SquareSquare:
+    case Shape::SquareTriangle:
+    case Shape::Diamond1:
+    case Shape::Diamond2:
+    case Shape::Custom:
+      break;
+  }
+  return {"3", "2"};
+}
 
 /// White bands on black whose edges are black, too: its brightness is the coverage.
 Result<Document> smallKnot(Shape shape) {
-  const Cells& cells = kCells[static_cast<std::size_t>(shape)];
+  const Cells cells = cellsOf(shape);
   Document document = withField(Document(), Param::XNo, cells.across);
   document = withField(withField(document, Param::YNo, cells.down), Param::CrossOffset, "0");
   auto made = chooseShape(document, shape);

@@ -16,7 +16,10 @@ namespace {
 constexpr double kMostCoordinate = 1e9;
 constexpr std::size_t kMostVertices = 100'000;
 constexpr int kHighestDegree = 12;
-constexpr int kPiecesOfSpan = 12;  // of a spline between two knots
+constexpr int kPiecesOfSpan = 12;            // of a spline between two knots
+constexpr int kMostInserts = 16;             // nested
+constexpr std::size_t kMostDrawn = 500'000;  // entities drawn, those of blocks each time
+constexpr Affine kUpwards{1, 0, 0, -1, 0, 0};
 
 /// A code with its value, and the line that the value stands in.
 struct DxfPair {
@@ -64,7 +67,7 @@ struct DxfVertex {
 
 /// An entity's values: the last one of each code, and the lists that some codes make.
 struct Entity {
-  std::string kind;
+  std::string kind, name;  // name: of blocks, without regard to case
   int line = 0;
   std::map<int, double> values;
   std::vector<DxfVertex> vertices;  // 10, 20, 42
@@ -155,6 +158,12 @@ class Spline {
   std::vector<Weighted> points_;
 };
 
+/// Entities that are inserted together, about a point of theirs.
+struct Block {
+  Spot base;
+  std::vector<Entity> entities;
+};
+
 class DxfReader {
  public:
   explicit DxfReader(std::string_view text) : pairs_(text), pen_(drawing_) {}
@@ -165,12 +174,14 @@ class DxfReader {
       if (!pair) return pair.error();
       if (!*pair) break;
       if (const Status taken = takePair(**pair); !taken) return taken.error();
-      if (pen_.tooMany()) return at((*pair)->line, "the drawing has too many curves");
     }
     endEntity();
+    endSection();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");
+    if (const Status drawn = draw(entities_, kUpwards, 0); !drawn) return drawn.error();
     for (const auto& [kind, count] : passedOver_)
       drawing_.notes.push_back(std::to_string(count) + " of kind " + kind + " left out");
+    if (cutShort_) drawing_.notes.push_back("a polyline in it has no end: points of it may be missing");
     return std::move(drawing_);
   }
 
@@ -182,12 +193,13 @@ class DxfReader {
   Status takePair(const DxfPair& pair) {
     if (pair.code == 0) {
       endEntity();
-      entity_ = Entity{std::string(pair.value), pair.line, {}, {}, {}, {}, {}};
+      if (pair.value == "ENDSEC") endSection();
+      entity_ = Entity{std::string(pair.value), {}, pair.line, {}, {}, {}, {}, {}};
       sections_ |= pair.value == "SECTION";
-      if (pair.value == "ENDSEC") inEntities_ = false;
       return {};
     }
-    if (pair.code == 2 && entity_.kind == "SECTION") inEntities_ = pair.value == "ENTITIES";
+    if (pair.code == 2) entity_.name = lowerCase(pair.value);
+    if (entity_.kind == "SECTION") inEntities_ = entity_.name == "entities" || entity_.name == "blocks";
     if (!inEntities_ || !isKept(pair.code)) return {};
     const auto value = parseNumber(pair.value);
     if (!value || !(std::fabs(*value) <= kMostCoordinate))
@@ -197,7 +209,7 @@ class DxfReader {
   }
 
   void endEntity() {
-    const Entity e = std::exchange(entity_, {});
+    Entity e = std::exchange(entity_, {});
     if (!inEntities_ || e.kind.empty() || e.kind == "SECTION") return;
     if (e.kind == "VERTEX") {
       // The frame of a smoothed polyline is not part of it.
@@ -205,19 +217,67 @@ class DxfReader {
         polyline_->vertices.push_back({{e.value(10), e.value(20)}, e.value(42)});
       return;
     }
-    if (polyline_) draw(*std::exchange(polyline_, std::nullopt));
-    if (e.kind == "SEQEND") return;
+    if (polyline_) keep(*std::exchange(polyline_, std::nullopt));
     if (e.kind == "POLYLINE")
-      polyline_ = e;
-    else
-      draw(e);
+      polyline_ = std::move(e);
+    else if (e.kind == "BLOCK")
+      block_ = &(blocks_[e.name] = {{e.value(10), e.value(20)}, {}});
+    else if (e.kind == "ENDBLK")
+      block_ = nullptr;
+    else if (e.kind != "SEQEND")
+      keep(std::move(e));
   }
 
-  void draw(const Entity& e) {
-    if (e.value(67) != 0 || e.value(60) != 0) return;
-    const bool flat = e.kind != "LINE" && e.kind != "SPLINE" && e.kind != "ELLIPSE";
-    pen_.setTransform({flat && e.fromBehind() ? -1.0 : 1.0, 0, 0, -1, 0, 0});
-    if (!drawn(e)) ++passedOver_[e.kind.substr(0, 20)];
+  void endSection() {
+    cutShort_ |= polyline_.has_value();
+    if (polyline_) keep(*std::exchange(polyline_, std::nullopt));
+    block_ = nullptr;
+    inEntities_ = false;
+  }
+
+  void keep(Entity e) { (block_ == nullptr ? entities_ : block_->entities).push_back(std::move(e)); }
+
+  Status draw(const std::vector<Entity>& entities, const Affine& place, int inserts) {
+    for (const Entity& e : entities) {
+      if (e.value(67) != 0 || e.value(60) != 0) continue;
+      if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
+      const bool flat = e.kind != "LINE" && e.kind != "SPLINE" && e.kind != "ELLIPSE";
+      const Affine own = flat && e.fromBehind() ? place.after({-1, 0, 0, 1, 0, 0}) : place;
+      if (e.kind == "INSERT") {
+        if (const Status drawn = insert(e, own, inserts); !drawn) return drawn;
+        continue;
+      }
+      pen_.setTransform(own);
+      if (!drawn(e)) ++passedOver_[e.kind.substr(0, 20)];
+      if (pen_.tooMany()) return at(e.line, "the drawing has too many curves");
+    }
+    return {};
+  }
+
+  /// In rows and columns, which are turned with the block but not scaled.
+  Status insert(const Entity& e, const Affine& place, int inserts) {
+    const auto found = blocks_.find(e.name);
+    if (found == blocks_.end() || inserts >= kMostInserts) {
+      ++passedOver_[e.kind];
+      return {};
+    }
+    const Block& block = found->second;
+    const double angle = e.value(50) * kPi / 180, c = std::cos(angle), s = std::sin(angle);
+    const Affine turned = place.after({c, s, -s, c, e.value(10), e.value(20)});
+    const double across = e.value(41, 1), up = e.value(42, 1);
+    for (int row = 0; row < std::max(1.0, e.value(71)); ++row)
+      for (int column = 0; column < std::max(1.0, e.value(70)); ++column) {
+        if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
+        const Affine scaled{across,
+                            0,
+                            0,
+                            up,
+                            column * e.value(44) - across * block.base.x,
+                            row * e.value(45) - up * block.base.y};
+        if (const Status drawn = draw(block.entities, turned.after(scaled), inserts + 1); !drawn)
+          return drawn;
+      }
+    return {};
   }
 
   /// False when this kind is not known, or its values make no sense.
@@ -302,8 +362,12 @@ class DxfReader {
   ChainPen pen_;
   Entity entity_;
   std::optional<Entity> polyline_;  // that waits for its vertices
+  std::vector<Entity> entities_;
+  std::map<std::string, Block> blocks_;
+  Block* block_ = nullptr;  // that is read
   std::map<std::string, int> passedOver_;
-  bool sections_ = false, inEntities_ = false;
+  std::size_t visits_ = 0;
+  bool sections_ = false, inEntities_ = false, cutShort_ = false;
 };
 
 }  // namespace

@@ -14,6 +14,9 @@ namespace lorivan {
 namespace {
 
 constexpr double kCandidateShare = 0.25;  // of the tolerance: how closely the points to choose from follow
+constexpr double kCoarserShares[] = {0.5, 1};  // where there would be too many of them
+constexpr int kMostCandidates = 3000;
+constexpr std::size_t kMostLooks = 40'000'000;  // at points, for the fewest
 constexpr double kNever = std::numeric_limits<double>::infinity();
 
 /// Takes points out of a piece, the one that matters least first.
@@ -36,7 +39,9 @@ class Thinning {
 
   /// Those that stay when each goes for itself, the cheapest first, as long as that costs no more than this.
   void thin(double most) {
-    for (int i = 0; i < count_; ++i) offer(i);
+    offers_ = {};
+    for (int i = 0; i < count_; ++i)
+      if (keeps(i)) offer(i);
     while (!offers_.empty() && kept_ > (closed_ ? 3 : 2)) {
       const Offer best = offers_.top();
       offers_.pop();
@@ -46,27 +51,40 @@ class Thinning {
     }
   }
 
-  /// Of those that are left the fewest within the tolerance; of equally few the ones that fit best.
-  void takeFewest(double tolerance) {
+  int left() const { return kept_; }
+
+  /// Of those that are left the fewest within the tolerance; of equally few the ones that fit best. Looks no
+  /// further ahead than its time allows; true where that has left fewer points, from which it may see
+  /// further.
+  bool takeFewest(double tolerance) {
     std::vector<int> way = keptFrom(sharpest());
-    if (way.size() < 3) return;
+    if (way.size() < 3) return false;
+    const int before = kept_;
+    bool cutShort = false;
     if (closed_) way.push_back(way.front());
     std::vector<Best> best(way.size());
     best.front() = {0, 0, -1};
+    const std::size_t mostLooks = kMostLooks / way.size();
     for (std::size_t i = 0; i + 1 < way.size(); ++i)
-      for (std::size_t j = i + 1, misses = 0; j < way.size() && misses < kMostMisses; ++j) {
+      for (std::size_t j = i + 1, misses = 0, looks = 0; j < way.size() && misses < kMostMisses; ++j) {
+        looks += pointsBetween(way[i], way[j]);
+        if (looks > mostLooks && j > i + 1) {
+          cutShort = true;
+          break;
+        }
         const double off = j == i + 1 ? 0 : bandOf(way[i], way[j]);
         misses = off > tolerance ? misses + 1 : 0;
         if (off > tolerance) continue;
         const Best through{best[i].lines + 1, best[i].squares + off * off, static_cast<int>(i)};
         if (through < best[j]) best[j] = through;
       }
-    if (best.back().lines < (closed_ ? 3 : 1)) return;
+    if (best.back().lines < (closed_ ? 3 : 1)) return false;
     std::vector<bool> stays(points_.size(), false);
     for (int k = static_cast<int>(way.size()) - 1; k >= 0; k = best[index(k)].from)
       stays[index(way[index(k)])] = true;
     for (const int i : way)
       if (keeps(i) && !stays[index(i)]) unlink(i);
+    return cutShort && kept_ < before;
   }
 
   /// Of two points that are too close the one goes whose going changes less. `ends`: points close to the ends
@@ -175,6 +193,7 @@ class Thinning {
     return way;
   }
 
+  std::size_t pointsBetween(int a, int b) const { return index(a < b ? b - a : b - a + count_); }
   int following(int i) const { return i + 1 == count_ ? 0 : i + 1; }
 
   void offer(int i) {
@@ -253,7 +272,10 @@ OutlinePiece thinned(const OutlinePiece& piece, double tolerance, double spacing
                      std::optional<double> axis = {}) {
   Thinning thinning(piece);
   thinning.thin(tolerance * kCandidateShare);
-  thinning.takeFewest(tolerance);
+  for (const double share : kCoarserShares)
+    if (thinning.left() > kMostCandidates) thinning.thin(tolerance * share);
+  while (thinning.takeFewest(tolerance)) {
+  }
   thinning.keepApart(spacing, !axis);
   return {thinning.result(tolerance, axis), piece.closed};
 }

@@ -9,6 +9,7 @@
 
 #include "base/numbers.h"
 #include "outlines/svg_path.h"
+#include "outlines/svg_style.h"
 #include "outlines/xml_tree.h"
 
 namespace lorivan {
@@ -18,54 +19,44 @@ constexpr int kMostUses = 16;                 // nested
 constexpr std::size_t kMostVisits = 500'000;  // elements drawn, those of uses each time
 constexpr double kPageShare = 0.999;          // of the page that a background covers
 
-/// What elements hand on to those within them.
-struct Style {
-  bool filled = true, white = false, hidden = false;
-};
-
-/// The name without the prefix that some programs write; those of other namespaces stay whole, and unknown.
-std::string_view plainName(std::string_view name) { return name.starts_with("svg:") ? name.substr(4) : name; }
-
-bool isWhite(std::string_view paint) {
-  std::string text = lowerCase(paint);
-  std::erase(text, ' ');
-  return text == "white" || text == "#fff" || text == "#ffffff" || text == "rgb(255,255,255)" ||
-         text == "rgb(100%,100%,100%)";
-}
-
-void applyStyle(Style& style, std::string_view key, std::string_view value) {
-  if (key == "fill") style.filled = value != "none";
-  if (key == "fill") style.white = isWhite(value);
-  if (key == "display" && value == "none") style.hidden = true;
-  if (key == "visibility") style.hidden = style.hidden || value == "hidden" || value == "collapse";
-}
-
-/// Attributes, then the rules of the attribute "style", which weigh more.
-Style styleOf(const XmlElement& element, Style style) {
-  for (const auto& [key, value] : element.attributes) applyStyle(style, key, trimmed(value));
-  const std::string* rules = element.attribute("style");
-  std::string_view left = rules == nullptr ? std::string_view() : *rules;
-  while (!left.empty()) {
-    const std::string_view rule = left.substr(0, left.find(';'));
-    left.remove_prefix(std::min(left.size(), rule.size() + 1));
-    if (const std::size_t colon = rule.find(':'); colon != std::string_view::npos)
-      applyStyle(style, trimmed(rule.substr(0, colon)), trimmed(rule.substr(colon + 1)));
-  }
-  return style;
+/// How what lies in a view box is laid into a place of this size; in its own units where there is none.
+Affine viewOf(const XmlElement& element, double width, double height) {
+  const std::string* box = element.attribute("viewBox");
+  if (box == nullptr) return {};
+  SvgNumbers numbers(*box);
+  double view[4] = {};  // left, top, width, height
+  for (double& value : view) value = numbers.next().value_or(0);
+  if (!(view[2] > 0 && view[3] > 0 && width > 0 && height > 0)) return {};
+  const std::string* aspect = element.attribute("preserveAspectRatio");
+  const std::string_view asked = aspect == nullptr ? std::string_view() : trimmed(*aspect);
+  const auto has = [&](std::string_view word) { return asked.find(word) != std::string_view::npos; };
+  double across = width / view[2], down = height / view[3];
+  if (!asked.starts_with("none"))
+    across = down = has("slice") ? std::max(across, down) : std::min(across, down);
+  const double left = has("xMin") ? 0 : has("xMax") ? 1 : 0.5, top = has("YMin") ? 0 : has("YMax") ? 1 : 0.5;
+  return {across,
+          0,
+          0,
+          down,
+          left * (width - across * view[2]) - across * view[0],
+          top * (height - down * view[3]) - down * view[1]};
 }
 
 class SvgReader {
  public:
   explicit SvgReader(XmlTree tree) : tree_(std::move(tree)), pen_(drawing_) {
-    for (std::size_t i = 0; i < tree_.elements.size(); ++i)
-      if (const std::string* id = tree_.elements[i].attribute("id")) byId_.emplace(*id, static_cast<int>(i));
+    for (std::size_t i = 0; i < tree_.elements.size(); ++i) {
+      const XmlElement& element = tree_.elements[i];
+      if (const std::string* id = element.attribute("id")) byId_.emplace(*id, static_cast<int>(i));
+      if (plainSvgName(element.name) == "style") sheet_.add(element.text);
+    }
   }
 
   Result<Drawing> run() {
     const XmlElement& root = tree_.elements.front();
-    if (plainName(root.name) != "svg") return unreadable("line 1: it is no SVG drawing");
+    if (plainSvgName(root.name) != "svg") return unreadable("line 1: it is no SVG drawing");
     takePage(root);
-    if (const Status drawn = children(root, {}, styleOf(root, {}), 0); !drawn) return drawn.error();
+    if (const Status drawn = children(root, {}, sheet_.styleOf(root, {}), 0); !drawn) return drawn.error();
     if (texts_) drawing_.notes.push_back("texts were left out: turn them into paths first");
     if (pictures_) drawing_.notes.push_back("pictures in it were left out");
     return std::move(drawing_);
@@ -99,7 +90,7 @@ class SvgReader {
     return length(e, key, page_[3]).value_or(0);
   }
 
-  Status children(const XmlElement& element, const Affine& place, const Style& style, int uses) {
+  Status children(const XmlElement& element, const Affine& place, const SvgStyle& style, int uses) {
     for (const int child : element.children)
       if (const Status drawn = visit(tree_.elements[static_cast<std::size_t>(child)], place, style, uses);
           !drawn)
@@ -107,21 +98,20 @@ class SvgReader {
     return {};
   }
 
-  Status visit(const XmlElement& element, Affine place, const Style& outer, int uses) {
-    const Style style = styleOf(element, outer);
-    if (style.hidden) return {};
+  Status visit(const XmlElement& element, Affine place, const SvgStyle& outer, int uses) {
+    const SvgStyle style = sheet_.styleOf(element, outer);
+    if (style.gone) return {};
     if (++visits_ > kMostVisits) return at(element, "the drawing uses too many elements");
     if (const std::string* text = element.attribute("transform")) {
       const auto own = svgTransform(*text);
       if (!own) return at(element, own.error().message);
       place = place.after(*own);
     }
-    const std::string_view name = plainName(element.name);
+    const std::string_view name = plainSvgName(element.name);
     if (name == "g" || name == "a" || name == "switch") return children(element, place, style, uses);
-    if (name == "svg")
-      return children(element, place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")}), style,
-                      uses);
+    if (name == "svg") return viewport(element, element, place, style, uses);
     if (name == "use") return use(element, place, style, uses);
+    if (style.hidden) return {};
     texts_ |= name == "text";
     pictures_ |= name == "image";
     pen_.setTransform(place);
@@ -131,7 +121,7 @@ class SvgReader {
     return {};
   }
 
-  Status use(const XmlElement& element, const Affine& place, const Style& style, int uses) {
+  Status use(const XmlElement& element, const Affine& place, const SvgStyle& style, int uses) {
     const std::string* link = element.attribute("href");
     if (link == nullptr) link = element.attribute("xlink:href");
     const auto found = link != nullptr && link->starts_with('#') ? byId_.find(link->substr(1)) : byId_.end();
@@ -139,11 +129,26 @@ class SvgReader {
     if (uses >= kMostUses) return at(element, "uses are nested too deeply");
     const XmlElement& used = tree_.elements[static_cast<std::size_t>(found->second)];
     const Affine moved = place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")});
-    if (plainName(used.name) == "symbol") return children(used, moved, styleOf(used, style), uses + 1);
-    return visit(used, moved, style, uses + 1);
+    const std::string_view name = plainSvgName(used.name);
+    if (name != "symbol" && name != "svg") return visit(used, moved, style, uses + 1);
+    const SvgStyle own = sheet_.styleOf(used, style);
+    return own.gone ? Status() : viewport(used, element, moved, own, uses + 1);
   }
 
-  Status shape(const XmlElement& e, std::string_view name, const Style& style, const Affine& place) {
+  /// What lies in a symbol or a drawing of its own, as large as who shows it asks, or else itself.
+  Status viewport(const XmlElement& element, const XmlElement& shown, const Affine& place,
+                  const SvgStyle& style, int uses) {
+    const auto asked = [&](std::string_view key, double whole) {
+      const auto size = length(shown, key, whole);
+      return size ? *size : length(element, key, whole).value_or(whole);
+    };
+    const Affine moved = place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")});
+    return children(element,
+                    moved.after(viewOf(element, asked("width", page_[2]), asked("height", page_[3]))), style,
+                    uses);
+  }
+
+  Status shape(const XmlElement& e, std::string_view name, const SvgStyle& style, const Affine& place) {
     if (name == "path") {
       const std::string* data = e.attribute("d");
       return data == nullptr ? Status() : drawSvgPath(pen_, *data, style.filled);
@@ -218,6 +223,7 @@ class SvgReader {
   Drawing drawing_;
   ChainPen pen_;
   std::map<std::string, int> byId_;
+  SvgStyleSheet sheet_;
   std::array<double, 4> page_{};  // left, top, width, height
   std::size_t visits_ = 0;
   bool texts_ = false, pictures_ = false;

@@ -7,6 +7,8 @@
 namespace lorivan {
 namespace {
 
+constexpr std::string_view kSection = "<![CDATA[";
+
 bool isSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
 bool endsName(char c) { return isSpace(c) || c == '/' || c == '>' || c == '=' || c == '<'; }
 
@@ -67,8 +69,23 @@ class XmlReader {
 
   bool findTag() {
     const std::size_t tag = text_.find('<', at_);
+    if (XmlElement* style = openStyle()) style->text += decoded(text_.substr(at_, tag - at_));
     advance(std::min(tag, text_.size()));
     return tag != std::string_view::npos;
+  }
+
+  /// The element whose text is kept, where the reader is in one.
+  XmlElement* openStyle() {
+    if (open_.empty()) return nullptr;
+    XmlElement& element = tree_.elements[static_cast<std::size_t>(open_.back())];
+    return element.name == "style" || element.name == "svg:style" ? &element : nullptr;
+  }
+
+  void takeSection() {
+    const std::size_t begin = at_ + kSection.size();
+    skipPast("]]>", "a CDATA section");
+    if (XmlElement* style = openStyle(); style != nullptr && fault_.empty())
+      style->text += text_.substr(begin, at_ - 3 - begin);
   }
 
   void skipPast(std::string_view end, const char* what) {
@@ -79,7 +96,7 @@ class XmlReader {
 
   void takeTag() {
     if (startsWith("<!--")) return skipPast("-->", "a comment");
-    if (startsWith("<![CDATA[")) return skipPast("]]>", "a CDATA section");
+    if (startsWith(kSection)) return takeSection();
     if (startsWith("<?")) return skipPast("?>", "an instruction");
     if (startsWith("<!")) return skipDeclaration();
     startsWith("</") ? takeEnd() : takeElement();

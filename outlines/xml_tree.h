@@ -1,4 +1,4 @@
-// The elements of an XML text with their attributes; the text between them is passed over.
+// The elements of an XML text with their attributes, and the text within some of them.
 #pragma once
 
 #include <string>
@@ -19,6 +19,7 @@ struct XmlElement {
   int line = 1;      // that it begins in
   std::vector<std::pair<std::string, std::string>> attributes;
   std::vector<int> children;  // places in the tree's list
+  std::string text;           // of elements "style", CDATA sections included; that of others is passed over
 
   /// Null when there is none of this name.
   const std::string* attribute(std::string_view wanted) const;
@@ -28,7 +29,7 @@ struct XmlTree {
   std::vector<XmlElement> elements;  // the first is the root
 };
 
-/// Comments, instructions, declarations and CDATA sections are passed over. Of the entities, the five of XML
+/// Comments, instructions and declarations are passed over. Of the entities, the five of XML
 /// and numbers are known; others stay as they are written, and none is ever expanded. The error begins with
 /// "line 7: ".
 Result<XmlTree> readXml(std::string_view text);

@@ -38,8 +38,11 @@ void Handlers::picShape_Mouse(const MouseEvent& event) {
 void Handlers::fillRegion(PointF at) {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report, Spot{at.x, at.y});
+  const std::string hint =
+      made ? std::string() : autoGridHint(bench_.document(), made.error(), Spot{at.x, at.y});
   shapeGrid("Fill region", made ? fitBands(*made) : made,
             emptyShare(report, "more AutoGrid cells are smaller ones"));
+  if (!hint.empty()) bench_.status(hint);
 }
 
 void Handlers::mnuShapeBlank_Click() {
@@ -230,8 +233,10 @@ void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.
 void Handlers::mnuShapeAutoGrid_Click() {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report);
+  const std::string hint = made ? std::string() : autoGridHint(bench_.document(), made.error());
   shapeGrid("AutoGrid", made ? fitBands(*made) : made,
             emptyShare(report, "Fill Outline in the Shape menu finds cells that fill it"));
+  if (!hint.empty()) bench_.status(hint + ": Fill Outline in the Shape menu takes it");
 }
 
 void Handlers::mnuShapeFill_Click() {

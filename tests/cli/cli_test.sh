@@ -226,6 +226,8 @@ same square-4.svg triangles.svg
 echo '7500,6000 4 50,50 440,50 440,340 50,340 4 1,2 2,3 3,4 4,1' >large.qzc
 expect 4 "This knot would be too complicated. Reduce the AG factor and try again" large.qzc \
   --set vtGridSize=50 -o never.svg
+most=$(sed -n 's/.*The largest AG factor that works here is //p' err.txt)
+expect 0 "" large.qzc --set vtGridSize="${most:-50}" --fit -o most.svg
 echo "$square 1,2 2,3 3,4 -1,-1" >open.qzc
 expect 4 "There is no closed outline" open.qzc -o never.svg
 expect 2 "a shape file brings its own shape" square.qzc --random -o never.svg

@@ -113,7 +113,8 @@ TEST(ShapeEditor, AClickDeletesTheFirstPointNearAndNothingElse) {
         expected.deletePoint(point);
       }
       deleted += expected == shape ? 0 : 1;
-      gesture(editor, kLeftButton, mode / 2 != 0 ? Editor::kShiftKey : 0, {x, y}, {x, y});
+      const Spot pressed{x + 3.0 * (k % 3) - 3, y + 1.0 * (k % 7) - 3};  // the hand trembles
+      gesture(editor, kLeftButton, mode / 2 != 0 ? Editor::kShiftKey : 0, pressed, {x, y});
       ASSERT_TRUE(editor.shape() == expected) << x << ',' << y << " mode " << mode;
       editor.undo();
       ASSERT_TRUE(editor.shape() == shape);

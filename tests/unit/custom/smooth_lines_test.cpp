@@ -55,6 +55,22 @@ TEST(SmoothLines, CornersJunctionsAndEndsStay) {
   EXPECT_EQ(ShapeLines(arch).lines.size(), 6U);
 }
 
+/// By how much the drawn lines turn at the first point.
+double turnAtFirst(const CustomShape& shape) {
+  const ShapeLines drawn(shape);
+  std::vector<Spot> ways;
+  for (const auto& [a, b] : drawn.lines)
+    if (a == 0 || b == 0) ways.push_back(drawn.spots[static_cast<std::size_t>(a + b)] - drawn.spots[0]);
+  return ways.size() == 2 ? degreesBetween(-1 * ways[0], ways[1]) : -1;
+}
+
+TEST(SmoothLines, ATipThatStandsOutStays) {
+  // It turns by 67 degrees, the points beside it by 20, or by 34, which makes it a bend like theirs.
+  const Spot tip{250, 330}, left{130, 250.6}, right{370, 250.6};
+  EXPECT_GT(turnAtFirst(smoothed({tip, right, {429.5, 170.2}, {70.5, 170.2}, left})), 40);
+  EXPECT_LT(turnAtFirst(smoothed({tip, right, {408.3, 158.2}, {91.7, 158.2}, left})), 20);
+}
+
 TEST(SmoothLines, GridsFollowThemAndFilesKeepThem) {
   CustomShape shape = smoothed(polygon(6, 120));
   KnotGraph round, cornered;

@@ -147,6 +147,12 @@ TEST(Edits, CustomShapesKeepTheirLinesAndTellWhatTheyLack) {
   EXPECT_EQ(lineGrid(made)->lines->size(), 4U) << "the outline's own lines";
   const Document wide = withOutline(withField(made, Param::GridSize, "50"), box(50, 50, 440, 340));
   EXPECT_EQ(autoGrid(wide).error().kind, ErrorKind::limit);
+  const int most = largestAutoGrid(wide).value_or(0);
+  EXPECT_TRUE(autoGrid(withField(wide, Param::GridSize, std::to_string(most))));
+  for (const int more : {1, 2, 3})
+    EXPECT_FALSE(autoGrid(withField(wide, Param::GridSize, std::to_string(most + more)))) << most;
+  EXPECT_EQ(fillingAutoGrid(wide)->fields.text(Param::GridSize), std::to_string(most));
+  EXPECT_TRUE(autoGridHint(wide, autoGrid(wide).error()).ends_with(' ' + std::to_string(most)));
   EXPECT_EQ(autoGrid(blankShape(made)).error().kind, ErrorKind::knot);
   EXPECT_FALSE(lineGrid(blankShape(made)));
   EXPECT_EQ(outlineFromGrid({}).error().kind, ErrorKind::knot);

@@ -1,6 +1,7 @@
 // SVG and DXF drawings: points computed by hand, and files that are damaged.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -74,6 +75,22 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
       {svg("<g style='display: none'><path d='M0 0h9v9z'/></g><rect width='100' height='80' fill='#FFF'/>"
            "<!-- <path d='M0 0h9v9z'/> --><![CDATA[<path d='M0 0h9v9z'/>]]><svg:path d='M1 1h1v&#49;z'/>"),
        "1,1 2,1 2,2 1,1 z"},
+      {svg("<style> @media print { .a { fill: red } } /* .a{} */ .a, #b { fill: none }\n"
+           "path.c{fill:red} .d{display:none} g .a{display:none} .i{fill:none!important}</style>"
+           "<path class='e a' d='M0 0h1v1'/><path id='b' d='M0 0h2'/><path class='a c' d='M0 0h3'/>"
+           "<g class='d'><path d='M0 0h9'/></g><path class='a' style='fill:blue' d='M0 0h4'/>"
+           "<path class='i' style='fill:blue' d='M0 0h5'/>"),
+       "0,0 1,0 1,1 0,0 2,0 0,0 3,0 0,0 z 0,0 4,0 0,0 z 0,0 5,0"},
+      {svg("<style><![CDATA[line{visibility:hidden}#l{visibility:visible}]]></style>"
+           "<line x2='1'/><g visibility='hidden'><line id='l' x2='2'/></g>"),
+       "0,0 2,0"},
+      {svg("<symbol id='s' viewBox='10 10 4 2'><line x1='10' y1='10' x2='14' y2='12'/></symbol>"
+           "<use href='#s' x='1' width='8' height='8'/><use href='#s'/>"),
+       "1,2 9,6 0,15 100,65"},  // as wide as it goes, in the middle
+      {svg("<svg x='5' width='8' height='8' viewBox='0 0 4 2' preserveAspectRatio='none'><line x2='4' "
+           "y2='2'/></svg><symbol id='t' viewBox='0 0 4 2' width='8' preserveAspectRatio='xMaxYMax slice'>"
+           "<line x2='4' y2='2'/></symbol><use href='#t' height='8'/>"),
+       "5,0 13,8 -8,0 8,8"},
       {"<!DOCTYPE svg [<!ENTITY a \"<b>\">]>" + path("M0 0h1"), "0,0 1,0 0,0 z"},
   };
   for (const auto& [text, ends] : cases) EXPECT_EQ(endsOf(readSvgOutline(text)), ends) << text;
@@ -173,6 +190,27 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
   };
   for (const auto& [entities, ends] : cases)
     EXPECT_EQ(endsOf(readDxfOutline(dxf(entities))), ends) << entities;
+
+  // Blocks: moved, turned and scaled about their base, in rows and columns, one in another, without end.
+  const auto blocks = [](const std::string& inserts) {
+    std::string text =
+        "0 SECTION 2 BLOCKS 0 BLOCK 2 A 10 1 20 0 0 LINE 10 1 20 0 11 2 21 1 0 ENDBLK "
+        "0 BLOCK 2 B 0 INSERT 2 a 10 5 20 0 0 ENDBLK 0 BLOCK 2 C 0 INSERT 2 C 0 ENDBLK 0 ENDSEC ";
+    std::ranges::replace(text, ' ', '\n');
+    return readDxfOutline(text + dxf(inserts));
+  };
+  EXPECT_EQ(endsOf(blocks("0 INSERT 2 A 10 7 20 3 41 2 42 -3")), "7,-3 9,0");
+  EXPECT_EQ(endsOf(blocks("0 INSERT 2 A 50 90 70 2 44 10 71 2 45 20")),
+            "0,0 -1,-1 0,-10 -1,-11 -20,0 -21,-1 -20,-10 -21,-11");
+  EXPECT_EQ(endsOf(blocks("0 INSERT 2 B 10 1 41 2 42 2 0 INSERT 2 A 10 4 230 -1")), "11,0 13,-2 -4,0 -5,-1");
+  for (const char* none : {"0 INSERT 2 C", "0 INSERT 2 D"})
+    EXPECT_EQ(blocks(none)->notes, std::vector<std::string>{"1 of kind INSERT left out"});
+  EXPECT_FALSE(blocks("0 INSERT 2 A 70 9000 71 9000"));
+
+  const auto cut =
+      readDxfOutline("0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n10\n1\n0\nVERTEX\n10\n2\n");
+  EXPECT_EQ(endsOf(cut), "1,0 2,0");
+  EXPECT_EQ(cut->notes.size(), 1U);
 
   // A quarter of a circle as a rational spline of degree 2.
   const auto quarter =

@@ -35,6 +35,20 @@ TEST(Fit, DrawingsFillTheFrameWithTheirProportion) {
   EXPECT_NEAR(pointOf(high->shape, high->shape.pointNear(242.5F, 45, 1)).y, 45, 1e-3) << "the tip stays up";
 }
 
+TEST(Fit, DenseZigzagsAreThinnedWithoutEnd) {
+  // Each of so many points has thousands behind it that one line could lead to.
+  OutlinePiece flat{{}, false}, round{{}, true};
+  for (int k = 0; k < 40'000; ++k) {
+    const double off = k % 2 == 0 ? 0.4 : -0.4, angle = kTwoPi * k / 40'000;
+    flat.points.push_back({k / 100.0, off});
+    round.points.push_back({(150 + off) * std::cos(angle), (150 + off) * std::sin(angle)});
+  }
+  EXPECT_LE(withFewPoints(flat, 0.5, 4).points.size(), 3U);
+  const OutlinePiece ring = withFewPoints(round, 0.8, 4);
+  EXPECT_LT(ring.points.size(), 60U);
+  for (const Spot p : ring.points) EXPECT_NEAR(length(p), 150, 1.3);
+}
+
 TEST(Fit, RoundThingsHaveFewPointsTheirAreaAndTheirSymmetry) {
   const auto ring = fitted("<circle r='90'/><circle r='20'/>");
   ASSERT_TRUE(ring);

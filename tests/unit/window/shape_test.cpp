@@ -237,6 +237,19 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   expectOnGrid();
   const int whole = lines();
 
+  // What is too complicated names what is not, and Fill Outline takes that.
+  enter(Param::GridSize, "90");
+  platform.dialogs.answerMessage();
+  pick("mnuShapeAutoGrid");
+  EXPECT_TRUE(statusStarts("The largest AG factor that works here is ") && lines() == whole) << w->status();
+  const std::string told = w->status();
+  pick("mnuShapeFill");
+  EXPECT_NE(told.find(" is " + text(Param::GridSize) + ": Fill Outline"), std::string::npos) << told;
+  EXPECT_GT(lines(), whole);
+  pick("mnuEditUndoStep");
+  pick("mnuEditUndoStep");
+  EXPECT_TRUE(lines() == whole && text(Param::GridSize) == "20");
+
   // A click with Ctrl in the ring's hole fills the hole alone; one beside the ring changes nothing.
   pick("mnuShapeView");
   w->userMouse(kSheet, {MouseAction::move, 0, 243, 193, false, true});
@@ -248,11 +261,8 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   ctrlClick(243, 193);
   expectOnGrid();
   EXPECT_TRUE(statusStarts("Fill region: ")) << w->status();
-  EXPECT_LT(lines(), 2 * whole);
+  EXPECT_LT(lines(), whole) << "cells as large as those of the whole drawing";
   for (int j = 0; j < lines(); ++j) EXPECT_LE(std::abs(line(j).X1), 40);
-  // Its bands are fitted, and still too wide for cells as small as these.
-  click("cmd2D");
-  EXPECT_TRUE(w->status().ends_with(" pixels: fewer cells make room")) << w->status();
   pick("mnuEditUndoStep");
   EXPECT_EQ(lines(), whole);
   pick("mnuShapeView");

@@ -1,0 +1,153 @@
+#include "outlines/svg_style.h"
+
+#include <algorithm>
+
+#include "base/numbers.h"
+
+namespace lorivan {
+namespace {
+
+constexpr std::size_t kMostRules = 10'000;
+constexpr std::string_view kSpace = " \t\r\n\f";
+
+/// Without blanks and line ends at either end.
+std::string_view stripped(std::string_view text) {
+  const std::size_t begin = text.find_first_not_of(kSpace);
+  return begin == std::string_view::npos ? std::string_view()
+                                         : text.substr(begin, text.find_last_not_of(kSpace) + 1 - begin);
+}
+
+bool isWhite(std::string_view paint) {
+  std::string text = lowerCase(paint);
+  std::erase(text, ' ');
+  return text == "white" || text == "#fff" || text == "#ffffff" || text == "rgb(255,255,255)" ||
+         text == "rgb(100%,100%,100%)";
+}
+
+void apply(SvgStyle& style, std::string_view key, std::string_view value) {
+  if (key == "fill") style.filled = value != "none";
+  if (key == "fill") style.white = isWhite(value);
+  if (key == "display") style.gone = value == "none";
+  if (key == "visibility") style.hidden = value == "hidden" || value == "collapse";
+}
+
+/// Those of "fill: none; stroke: red" that are marked as important, or the others.
+void applyDeclarations(SvgStyle& style, std::string_view left, bool important) {
+  while (!left.empty()) {
+    const std::string_view rule = left.substr(0, left.find(';'));
+    left.remove_prefix(std::min(left.size(), rule.size() + 1));
+    const std::size_t colon = rule.find(':'), mark = std::min(rule.find('!'), rule.size());
+    if (colon < mark && important == (mark < rule.size()))
+      apply(style, stripped(rule.substr(0, colon)), stripped(rule.substr(colon + 1, mark - colon - 1)));
+  }
+}
+
+std::string withoutComments(std::string_view text) {
+  std::string out;
+  while (!text.empty()) {
+    const std::size_t begin = std::min(text.find("/*"), text.size());
+    out += text.substr(0, begin);
+    text.remove_prefix(begin);
+    const std::size_t end = text.find("*/", 2);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 2);
+  }
+  return out;
+}
+
+/// The end of what begins with @: a semicolon, or the brace that closes its block.
+std::size_t endOfAtRule(std::string_view text) {
+  int depth = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    if (text[at] == '{') ++depth;
+    if (text[at] == '}' && --depth <= 0) return at + 1;
+    if (text[at] == ';' && depth == 0) return at + 1;
+  }
+  return text.size();
+}
+
+/// The words of a text between any of some characters.
+std::vector<std::string_view> split(std::string_view text, std::string_view between) {
+  std::vector<std::string_view> words;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find_first_of(between, at), text.size());
+    if (end > at) words.push_back(text.substr(at, end - at));
+    at = end + 1;
+  }
+  return words;
+}
+
+/// Names by which rules may call an element: "*", "path", ".cut", "#a".
+std::vector<std::string> namesOf(const XmlElement& element) {
+  std::vector<std::string> names{"*", std::string(plainSvgName(element.name))};
+  if (const std::string* classes = element.attribute("class"))
+    for (const std::string_view name : split(*classes, kSpace)) names.push_back('.' + std::string(name));
+  if (const std::string* id = element.attribute("id")) names.push_back('#' + *id);
+  return names;
+}
+
+}  // namespace
+
+std::string_view plainSvgName(std::string_view name) {
+  return name.starts_with("svg:") ? name.substr(4) : name;
+}
+
+void SvgStyleSheet::add(std::string_view sheet) {
+  const std::string plain = withoutComments(sheet);
+  std::string_view left = stripped(plain);
+  while (!left.empty()) {
+    if (left.starts_with('@')) {
+      left = stripped(left.substr(endOfAtRule(left)));
+      continue;
+    }
+    const std::size_t open = left.find('{'), close = left.find('}');
+    if (open == std::string_view::npos || close == std::string_view::npos || close < open) return;
+    for (const std::string_view selector : split(left.substr(0, open), ","))
+      addRule(stripped(selector), left.substr(open + 1, close - open - 1));
+    left = stripped(left.substr(close + 1));
+  }
+}
+
+void SvgStyleSheet::addRule(std::string_view selector, std::string_view declarations) {
+  if (selector.empty() || selector.find_first_of(" \t\r\n\f>+~:[]()") != std::string_view::npos ||
+      count_ >= kMostRules)
+    return;
+  Rule rule{{}, 0, count_++, std::string(declarations)};
+  while (!selector.empty()) {
+    const std::size_t end = std::min(selector.find_first_of(".#", 1), selector.size());
+    rule.parts.emplace_back(selector.substr(0, end));
+    rule.weight += selector[0] == '#' ? 10'000 : selector[0] == '.' ? 100 : selector[0] == '*' ? 0 : 1;
+    selector.remove_prefix(end);
+  }
+  rules_[rule.parts.back()].push_back(std::move(rule));
+}
+
+std::vector<const SvgStyleSheet::Rule*> SvgStyleSheet::rulesFor(const XmlElement& element) const {
+  std::vector<const Rule*> fitting;
+  if (rules_.empty()) return fitting;
+  const std::vector<std::string> names = namesOf(element);
+  for (const std::string& name : names) {
+    const auto found = rules_.find(name);
+    if (found == rules_.end()) continue;
+    for (const Rule& rule : found->second)
+      if (std::ranges::all_of(rule.parts, [&](const std::string& part) {
+            return std::ranges::find(names, part) != names.end();
+          }))
+        fitting.push_back(&rule);
+  }
+  std::ranges::sort(fitting, {}, [](const Rule* rule) { return std::pair(rule->weight, rule->order); });
+  return fitting;
+}
+
+SvgStyle SvgStyleSheet::styleOf(const XmlElement& element, const SvgStyle& outer) const {
+  SvgStyle style = outer;
+  for (const auto& [key, value] : element.attributes) apply(style, key, stripped(value));
+  const std::vector<const Rule*> rules = rulesFor(element);
+  const std::string* own = element.attribute("style");
+  for (const bool important : {false, true}) {
+    for (const Rule* rule : rules) applyDeclarations(style, rule->declarations, important);
+    if (own != nullptr) applyDeclarations(style, *own, important);
+  }
+  return style;
+}
+
+}  // namespace lorivan
