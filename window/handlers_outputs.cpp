@@ -161,9 +161,10 @@ const ExportFormat* Handlers::chosenFormat() const {
 /// has been told. Where the format has its own number of sides the model shown is left alone.
 std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
   if (format.sides == 0) {
-    if (!bench_.modelCurrent() && !bench_.buildModel(true)) return nullptr;
-    if (bench_.solidShown()) bench_.paintSolid();
-    return bench_.solid.sharedModel();
+    const bool built = bench_.modelCurrent() || bench_.buildModel(true);
+    if (built && bench_.solidShown()) bench_.paintSolid();
+    bench_.sortOut();
+    return built ? bench_.solid.sharedModel() : nullptr;
   }
   const Document& document = bench_.document();
   auto own = std::make_shared<KnotModel>();
@@ -186,7 +187,6 @@ void Handlers::mnuFileSave3D_Click() {
   if (model == nullptr || !window.processEvents()) return;
   const std::string path =
       bench_.files.NewFname(std::string(format->label), std::string(format->extension), modelFilters());
-  bench_.sortOut();
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   if (const ExportFormat* const named = findFormat(extensionOf(path), DxfKind::faces); hasNoButton(named)) {
