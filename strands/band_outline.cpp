@@ -21,7 +21,7 @@ constexpr double kSharp = 0.2;          // radians from one sample to the next b
 constexpr double kTight = 0.8;          // of the bend that folds a side
 constexpr double kFlat = 0.8;           // tangent of the angle between a band's end and its sides
 constexpr double kLeastHole = 4;        // squares of half the width; what a fold surrounds is smaller
-constexpr int kUsualContour = 40;       // of a contour
+constexpr int kUsualContour = 40;       // points
 constexpr double kStraight = 0.1;       // radians that an edge may turn for a band's end to be one arc
 
 double toleranceOf(const OutlineOptions& options) {

@@ -45,6 +45,7 @@ Status FlatView::paintKnot(const Document& document, const Knot& knot) {
   view_ = through(viewOf(knot, document.fields, style, picture.width(), true));
   PictureOptions options = pictureOptions(document.fields);
   options.quick = true;
+  options.showGrid = options.showGrid && !bare_;
   drawKnotPicture(picture, knot.graph, knot.curve, style, view_, options);
   if (markedStrand_ != 0 && !plain_) drawStrandMark(picture, knot.curve, style, view_, markedStrand_);
   return shown(picture, knot);

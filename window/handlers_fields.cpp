@@ -147,8 +147,9 @@ void Handlers::mnuEditUndo_Click() {
 void Handlers::mnuEditUndoStep_Click() {
   const std::string name = bench_.session.history().undoName();
   const Document before = bench_.document();
-  bench_.session.undo();
-  showHistory(before, tr("Undone: {1}", name));
+  const bool fromSheet = bench_.session.undo();
+  if (fromSheet) bench_.bringToFront(Picture::sheet);
+  showHistory(before, tr("Undone: {1}", name), fromSheet);
 }
 
 void Handlers::mnuEditRedoStep_Click() {
@@ -158,13 +159,14 @@ void Handlers::mnuEditRedoStep_Click() {
   showHistory(before, tr("Done again: {1}", name));
 }
 
-/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot.
-void Handlers::showHistory(const Document& before, const std::string& what) {
+/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot. `stays`: the
+/// picture in front is the one that belongs to it.
+void Handlers::showHistory(const Document& before, const std::string& what, bool stays) {
   const Document& now = bench_.document();
   const bool linesNew = now.lines != before.lines;
   const bool shapeNew = outlineOf(now) != outlineOf(before) || now.fields.shape != before.fields.shape;
   const bool onSheet = linesNew ? !now.lines : now.fields.shape == Shape::Custom;
-  if ((linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
+  if (!stays && (linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
     bench_.bringToFront(onSheet ? Picture::sheet : Picture::flat);
   bench_.status({});
   bench_.show(After::all, false);

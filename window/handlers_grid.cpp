@@ -93,9 +93,10 @@ void Handlers::stroke(const GridHand::Place& at) {
 
 void Handlers::pickStrand(int slot) {
   if (slot == 0 && bench_.flat.markedStrand() == 0) return;
-  bench_.markStrand(slot);
-  bench_.paintFlat();
-  if (bench_.solidShown()) bench_.paintSolid();
+  if (slot != bench_.flat.markedStrand()) {
+    bench_.markStrand(slot);
+    bench_.solidShown() ? bench_.solid.paintMark(bench_.document()) : bench_.paintFlat();
+  }
   if (slot == 0) return bench_.status(bench_.summary());
   bench_.status(strandSummary(bench_.knot(), slot,
                               strandMillimetres(bench_.document(), bench_.knot(), bench_.saveOptions, slot)));

@@ -1,6 +1,7 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
 #include "base/texts.h"
+#include "design/edits.h"
 #include "design/outputs.h"
 #include "design/source.h"
 #include "design/vector_outputs.h"
@@ -103,10 +104,13 @@ OutputJob Handlers::outputJob(const StrandColours& colours) const {
 }
 
 /// The drawn knot in a format of the format table.
-Result<std::string> Handlers::knotOutput(std::string_view extension) {
+Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
+  OutputJob job = outputJob(colours);
+  const Document withoutGrid = withCheck(job.document, Check::ShowGrid, false);
+  const OutputJob bareJob{job.platform, withoutGrid, job.knot, colours, job.options};
   MemorySink sink;
-  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), outputJob(colours), sink);
+  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), bare ? bareJob : job, sink);
   if (!made) return made.error();
   return std::move(sink.bytes);
 }
@@ -161,9 +165,10 @@ const ExportFormat* Handlers::chosenFormat() const {
 /// has been told. Where the format has its own number of sides the model shown is left alone.
 std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
   if (format.sides == 0) {
-    if (!bench_.modelCurrent() && !bench_.buildModel(true)) return nullptr;
-    if (bench_.solidShown()) bench_.paintSolid();
-    return bench_.solid.sharedModel();
+    const bool built = bench_.modelCurrent() || bench_.buildModel(true);
+    if (built && bench_.solidShown()) bench_.paintSolid();
+    bench_.sortOut();
+    return built ? bench_.solid.sharedModel() : nullptr;
   }
   const Document& document = bench_.document();
   auto own = std::make_shared<KnotModel>();
@@ -186,7 +191,6 @@ void Handlers::mnuFileSave3D_Click() {
   if (model == nullptr || !window.processEvents()) return;
   const std::string path =
       bench_.files.NewFname(std::string(format->label), std::string(format->extension), modelFilters());
-  bench_.sortOut();
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   if (const ExportFormat* const named = findFormat(extensionOf(path), DxfKind::faces); hasNoButton(named)) {

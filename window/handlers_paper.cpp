@@ -20,14 +20,17 @@ std::string sizeText(const PrintedSize& size) {
 
 }  // namespace
 
+/// Drawings are worked on elsewhere: the grid stays here.
 void Handlers::mnuEditCopyDrawing_Click() {
-  const auto svg = knotOutput("svg"), metafile = knotOutput("emf");
+  const auto svg = knotOutput("svg", true), metafile = knotOutput("emf", true);
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
   if (!svg || !metafile) return bench_.status((svg ? metafile : svg).error().message);
-  const Status copied = bench_.lendPicture([&](Surface& picture) {
-    return clipboard.putDrawing({*svg, *metafile}, picture);
-  });
+  const Status copied = bench_.lendPicture(
+      [&](Surface& picture) {
+        return clipboard.putDrawing({*svg, *metafile}, picture);
+      },
+      true);
   bench_.status(copied ? tr("The knot is on the clipboard as a drawing") : copied.error().message);
 }
 

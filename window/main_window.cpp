@@ -69,8 +69,8 @@ void MainWindow::chooseLanguage() {
 
 Document MainWindow::floor() const {
   if (options_.welcome) return welcomeDocument();
-  const Document restored = restoredDocument(platform_.settings());
-  return lastKnot(lastKnotFile(platform_.userFolder()), restored).value_or(restored);
+  auto last = lastKnot(lastKnotFile(platform_.userFolder()), platform_.settings());
+  return last ? std::move(*last) : restoredDocument(platform_.settings());
 }
 
 bool MainWindow::screenTooSmall() {

@@ -174,13 +174,19 @@ std::string settingOf(const Settings& settings, const SettingRow& row) {
   return settings.read(kSettingsSection, row.key, row.fallback);
 }
 
-}  // namespace
-
-Document restoredDocument(const Settings& settings) {
+/// The fields as they were left, before a grid corrects them.
+Document keptFields(const Settings& settings) {
   Document document;
   const DocumentRestorer restorer(document);
   for (const SettingRow& row : settingTable())
     std::visit([&](const auto& owner) { restorer.take(owner, settingOf(settings, row)); }, row.owner);
+  return document;
+}
+
+}  // namespace
+
+Document restoredDocument(const Settings& settings) {
+  Document document = keptFields(settings);
   // Widths are as they were left, also where walls were drawn after the bands were fitted.
   const bool fit = std::exchange(document.fields.check(Check::FitBands), false);
   const auto made = newGrid(document);
@@ -219,14 +225,15 @@ Status keepPreferences(const Workbench& bench) {
   return settings.flush();
 }
 
-std::optional<Document> lastKnot(const std::string& file, const Document& restored) {
+std::optional<Document> lastKnot(const std::string& file, const Settings& settings) {
   const auto text = file.empty() ? Result<std::string>(unreadable("none is kept"))
                                  : readRegularFile(file, kLargestKnotFile);
   auto read = text ? readDocument(*text) : Result<ReadDocument>(text.error());
-  if (!read || read->document.fields.shape != restored.fields.shape) return std::nullopt;
+  const KnotFields kept = keptFields(settings).fields;
+  if (!read || read->document.fields.shape != kept.shape) return std::nullopt;
   for (const SettingRow& row : settingTable())
     if (const Param* p = std::get_if<Param>(&row.owner))
-      if (read->document.fields.text(*p) != restored.fields.text(*p)) return std::nullopt;
+      if (read->document.fields.text(*p) != kept.text(*p)) return std::nullopt;
   return std::move(read->document);
 }
 

@@ -26,6 +26,6 @@ Status keepPreferences(const Workbench& bench);
 
 /// The knot shown last, with its walls and its own shape, where it has the fields that the settings hold;
 /// else none.
-std::optional<Document> lastKnot(const std::string& file, const Document& restored);
+std::optional<Document> lastKnot(const std::string& file, const Settings& settings);
 
 }  // namespace lorivan

@@ -111,6 +111,7 @@ void Workbench::showSame(bool model) {
 
 void Workbench::bringToFront(Picture picture) {
   picture_ = picture;
+  session.setOnSheet(picture == Picture::sheet);
   window.setVisible(controlId("picGrid"), picture == Picture::flat || picture == Picture::variations);
   window.setVisible(controlId("picKnot"), picture == Picture::solid);
   window.setVisible(controlId("picShape"), picture == Picture::sheet);

@@ -76,13 +76,14 @@ class Workbench {
   void showMarks();
   /// Outlines a strand of the drawn knot in both pictures; 0: none.
   void markStrand(int slot);
-  /// Lends a picture as it leaves the program: the flat one whole, both without marks.
+  /// Lends a picture as it leaves the program: the flat one whole, both without marks; a `bare` one without
+  /// the grid behind the knot, too.
   template <class Use>
-  auto lendPicture(Use use) {
+  auto lendPicture(Use use, bool bare = false) {
     const bool flatOne = !solidShown();
-    const bool altered = flatOne ? !deeds.animating() && flat.altered() : solid.altered();
+    const bool altered = flatOne ? !deeds.animating() && (bare || flat.altered()) : solid.altered();
     const auto paintPlain = [&](bool plain) {
-      flat.setPlain(plain);
+      flat.setPlain(plain, plain && bare);
       solid.setPlain(plain);
       if (altered) flatOne ? paintFlat() : paintSolid();
     };

@@ -16,6 +16,8 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/common/layout.h"
+
 /// Outside of any namespace, as the resource compiler wants it: a static library's resources are not found
 /// by themselves.
 static void initResources() { Q_INIT_RESOURCE(lorivan); }
@@ -118,12 +120,11 @@ bool isDesktopDark() {
 
 /// The system's font, in a size at which the whole form fits the screen.
 QFont fittingFont(QFont font) {
-  constexpr int kLeast = 11;
   const QScreen* const screen = QApplication::primaryScreen();
   const QSize room = screen ? screen->availableSize() : QSize(1280, 800);
   const double dpi = screen ? screen->logicalDotsPerInchY() : 96;
   const int system = font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * dpi / 72);
-  const int most = std::max(kLeast, std::min(room.width() / 72, room.height() / 50));
+  const int most = std::max(kLeastFont, std::min(room.width() / 72, room.height() / 50));
   font.setPixelSize(std::min(std::max(system, 12), most));
   return font;
 }

@@ -181,6 +181,11 @@ TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   exit();
   start();
   EXPECT_TRUE(text(Param::Width) == last.fields.text(Param::Width) && line(3).Kind == kWall);
+  // A file may have fields that its grid would not be built with.
+  bench().begin("Load", withField(document(), Param::Scale, "99"), After::draw);
+  exit();
+  start();
+  EXPECT_TRUE(text(Param::Scale) == "99" && line(3).Kind == kWall);
   // Settings of another program version, or by hand: they win over the last knot.
   exit();
   stored("txtXNo") = "5";
