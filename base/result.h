@@ -7,6 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "base/texts.h"
+
 namespace lorivan {
 
 /// What stood in the way. Callers decide by it what to do; the sentence is for people alone.
@@ -24,11 +26,34 @@ struct Error {
   std::string message;
 };
 
-inline Error wrongUsage(std::string_view sentence) { return {ErrorKind::usage, std::string(sentence)}; }
-inline Error unreadable(std::string_view sentence) { return {ErrorKind::input, std::string(sentence)}; }
-inline Error impossibleKnot(std::string_view sentence) { return {ErrorKind::knot, std::string(sentence)}; }
-inline Error unwritable(std::string_view sentence) { return {ErrorKind::output, std::string(sentence)}; }
-inline Error refused(std::string_view sentence) { return {ErrorKind::limit, std::string(sentence)}; }
+/// Errors of each kind, with a sentence that is told in the window's language. Words have their places in it,
+/// see base/texts.h: unreadable("line {1}: {2}", line, reason).
+inline Error wrongUsage(std::string_view sentence) { return {ErrorKind::usage, translated(sentence)}; }
+inline Error unreadable(std::string_view sentence) { return {ErrorKind::input, translated(sentence)}; }
+inline Error impossibleKnot(std::string_view sentence) { return {ErrorKind::knot, translated(sentence)}; }
+inline Error unwritable(std::string_view sentence) { return {ErrorKind::output, translated(sentence)}; }
+inline Error refused(std::string_view sentence) { return {ErrorKind::limit, translated(sentence)}; }
+
+template <class... Words>
+requires(sizeof...(Words) > 0) Error wrongUsage(Pattern<Words...> sentence, const Words&... words) {
+  return {ErrorKind::usage, tr(sentence, words...)};
+}
+template <class... Words>
+requires(sizeof...(Words) > 0) Error unreadable(Pattern<Words...> sentence, const Words&... words) {
+  return {ErrorKind::input, tr(sentence, words...)};
+}
+template <class... Words>
+requires(sizeof...(Words) > 0) Error impossibleKnot(Pattern<Words...> sentence, const Words&... words) {
+  return {ErrorKind::knot, tr(sentence, words...)};
+}
+template <class... Words>
+requires(sizeof...(Words) > 0) Error unwritable(Pattern<Words...> sentence, const Words&... words) {
+  return {ErrorKind::output, tr(sentence, words...)};
+}
+template <class... Words>
+requires(sizeof...(Words) > 0) Error refused(Pattern<Words...> sentence, const Words&... words) {
+  return {ErrorKind::limit, tr(sentence, words...)};
+}
 
 /// Either a value or an Error.
 template <class T>

@@ -31,11 +31,11 @@ std::string fromPath(const fs::path& path) {
 }
 
 std::string lastReason() {
-  return errno != 0 ? std::generic_category().message(errno) : std::string("the system gave no reason");
+  return errno != 0 ? std::generic_category().message(errno) : tr("the system gave no reason");
 }
 
 Error cannotWrite(const std::string& path, const std::string& reason) {
-  return unwritable("cannot write " + path + ": " + reason);
+  return unwritable("cannot write {1}: {2}", path, reason);
 }
 
 struct Place {
@@ -260,7 +260,7 @@ Status FileSink::takeNames(std::span<const std::unique_ptr<FileSink>> sinks) {
     FileSink& sink = *sinks[reached];
     // A single renaming is whole by itself.
     const bool kept = sinks.size() == 1 || sink.keepFormer();
-    done = kept ? sink.takeName() : cannotWrite(sink.target_, "what is there cannot be replaced");
+    done = kept ? sink.takeName() : cannotWrite(sink.target_, tr("what is there cannot be replaced"));
   }
   if (!done)
     while (reached > 0) sinks[--reached]->giveNameBack();
@@ -288,7 +288,7 @@ Result<std::string> readFile(const std::string& path, std::size_t limit) {
   while (stream) {
     stream.read(block.data(), static_cast<std::streamsize>(block.size()));
     bytes.append(block, 0, static_cast<std::size_t>(stream.gcount()));
-    if (bytes.size() > limit) return unreadable("it is larger than " + std::to_string(limit) + " bytes");
+    if (bytes.size() > limit) return unreadable("it is larger than {1} bytes", limit);
   }
   if (stream.bad()) return unreadable(lastReason());
   return bytes;

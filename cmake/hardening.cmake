@@ -17,7 +17,7 @@ elseif(NOT APPLE)
   target_compile_options(lorivan_flags INTERFACE -fstack-protector-strong
     $<$<BOOL:${LORIVAN_HAS_CF_PROTECTION}>:-fcf-protection>)
   target_link_options(lorivan_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
-  if(NOT LORIVAN_SANITIZE)  # which does the same, and more
+  if(NOT (LORIVAN_SANITIZE OR LORIVAN_FUZZ))  # which do the same, and more
     target_compile_options(lorivan_flags INTERFACE
       $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>)
   endif()

@@ -16,11 +16,6 @@ constexpr Colour kBandColour = makeColour(210, 60, 30);
 constexpr Colour kAxisColour = makeColour(235, 150, 90);
 constexpr Colour kAlignmentColour = makeColour(200, 210, 225);
 
-std::string usedUp(int most, const char* what) {
-  return "A shape holds at most " + std::to_string(most) + ' ' + what +
-         ", deleted ones included: New Grid, then Make from Standard drops those";
-}
-
 float snapped(float value, float extent, int divisions) {
   const float step = extent / static_cast<float>(divisions);
   if (!(step > 0)) return value;
@@ -182,8 +177,13 @@ void ShapeEditor::drag(Position mouse, Position to, ShapeEdit& edit) {
 
 /// Nothing of an edit stays that the tables have no room for.
 void ShapeEditor::refuse(ShapeEdit& edit) {
-  edit.refusal = shape_.ShapeLineCount >= kMostShapeLines ? usedUp(kMostShapeLines, "lines")
-                                                          : usedUp(kMostShapePoints, "points");
+  edit.refusal = shape_.ShapeLineCount >= kMostShapeLines
+                     ? tr("A shape holds at most {1} lines, deleted ones included: New Grid, then Make from "
+                          "Standard drops those",
+                          kMostShapeLines)
+                     : tr("A shape holds at most {1} points, deleted ones included: New Grid, then Make from "
+                          "Standard drops those",
+                          kMostShapePoints);
   shape_ = undo_;
 }
 

@@ -20,20 +20,19 @@ class ShapeReader {
   bool failed() const { return !fault_.empty(); }
   Error error() const { return unreadable(fault_); }
 
-  double number(const char* what, double low, double high) {
+  double number(const std::string& what, double low, double high) {
     const std::string_view word = nextWord();
     if (failed()) return 0;
-    if (word.empty()) return fail(std::string("the file ends where ") + what + " should be");
+    if (word.empty()) return fail(tr("the file ends where {1} should be", what));
     const auto value = parseNumber(word);
-    if (!value) return fail(shown(word).append(" is not a number"));
-    if (*value < low || *value > high)
-      return fail(std::string(what) + " " + shown(word) + " is out of range");
+    if (!value) return fail(tr("{1} is not a number", shown(word)));
+    if (*value < low || *value > high) return fail(tr("{1} {2} is out of range", what, shown(word)));
     return *value;
   }
 
-  int wholeNumber(const char* what, int low, int high) {
+  int wholeNumber(const std::string& what, int low, int high) {
     const double value = number(what, low, high);
-    if (!failed() && value != std::floor(value)) fail(std::string(what) + " is not a whole number");
+    if (!failed() && value != std::floor(value)) fail(tr("{1} is not a whole number", what));
     return failed() ? 0 : static_cast<int>(value);
   }
 
@@ -41,7 +40,7 @@ class ShapeReader {
   std::string_view word() { return nextWord(); }
 
   double fail(const std::string& reason) {
-    if (!failed()) fault_ = "line " + std::to_string(line_) + ": " + reason;
+    if (!failed()) fault_ = tr("line {1}: {2}", line_, reason);
     return 0;
   }
 
@@ -70,21 +69,21 @@ class ShapeReader {
 };
 
 void readPoints(ShapeReader& reader, CustomShape& shape) {
-  const int count = reader.wholeNumber("the number of points", 0, kMostShapePoints);
+  const int count = reader.wholeNumber(tr("the number of points"), 0, kMostShapePoints);
   for (int k = 0; k < count && !reader.failed(); ++k) {
-    const double x = reader.number("the coordinate", -kMostCoordinate, kMostCoordinate);
-    const double y = reader.number("the coordinate", -kMostCoordinate, kMostCoordinate);
+    const double x = reader.number(tr("the coordinate"), -kMostCoordinate, kMostCoordinate);
+    const double y = reader.number(tr("the coordinate"), -kMostCoordinate, kMostCoordinate);
     shape.addPoint(static_cast<float>(x), static_cast<float>(y));
   }
 }
 
 void readLines(ShapeReader& reader, CustomShape& shape) {
   const int deleted = static_cast<int>(kDeletedSlot);
-  const int count = reader.wholeNumber("the number of lines", 0, kMostShapeLines);
+  const int count = reader.wholeNumber(tr("the number of lines"), 0, kMostShapeLines);
   for (int k = 0; k < count && !reader.failed(); ++k) {
-    const int a = reader.wholeNumber("the point number", deleted, shape.ShapePointCount);
-    const int b = reader.wholeNumber("the point number", deleted, shape.ShapePointCount);
-    if (a == 0 || b == 0 || (a == deleted) != (b == deleted)) reader.fail("a line needs two points");
+    const int a = reader.wholeNumber(tr("the point number"), deleted, shape.ShapePointCount);
+    const int b = reader.wholeNumber(tr("the point number"), deleted, shape.ShapePointCount);
+    if (a == 0 || b == 0 || (a == deleted) != (b == deleted)) reader.fail(tr("a line needs two points"));
     shape.addLine(a, b);
   }
 }
@@ -117,9 +116,9 @@ Result<CustomShape> readShapeText(std::string_view text) {
   ShapeReader reader(withoutMark(text));
   CustomShape shape;
   shape.surfaceWidth =
-      static_cast<float>(reader.number("the width", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
+      static_cast<float>(reader.number(tr("the width"), kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
   shape.surfaceHeight =
-      static_cast<float>(reader.number("the height", kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
+      static_cast<float>(reader.number(tr("the height"), kTwipsPerUnit, kMostTwips)) / kTwipsPerUnit;
   readPoints(reader, shape);
   readLines(reader, shape);
   if (reader.failed()) return reader.error();
@@ -129,7 +128,7 @@ Result<CustomShape> readShapeText(std::string_view text) {
 
 Result<CustomShape> loadShapeFile(const std::string& path) {
   const auto named = [&](const std::string& reason) {
-    return unreadable(std::string(fileNameOf(path)) + ": " + reason);
+    return unreadable("{1}: {2}", fileNameOf(path), reason);
   };
   const Result<std::string> text = readFile(path, kMostShapeFileBytes);
   if (!text) return named(text.error().message);

@@ -35,13 +35,11 @@ class LineReader {
   int number_ = 0;
 };
 
-Error faultAt(int line, const std::string& reason) {
-  return unreadable("line " + std::to_string(line) + ": " + reason);
-}
+Error faultAt(int line, const std::string& reason) { return unreadable("line {1}: {2}", line, reason); }
 
 /// A sentence about a text of one line, without that line's number.
 std::string withoutLine(const std::string& sentence) {
-  constexpr std::string_view number = "line 1: ";
+  const std::string number = tr("line {1}: {2}", 1, "");
   return sentence.starts_with(number) ? sentence.substr(number.size()) : sentence;
 }
 
@@ -52,15 +50,15 @@ Result<std::array<std::int16_t, Count>> readNumbers(std::string_view line, int l
   for (std::size_t i = 0; i < Count; ++i) {
     const auto comma = line.find(',');
     if (i + 1 < Count && comma == std::string_view::npos)
-      return faultAt(lineNumber,
-                     "ends after " + std::to_string(i + 1) + " of " + std::to_string(Count) + " values");
+      return faultAt(lineNumber, tr("ends after {1} of {2} values", i + 1, Count));
     const std::string_view text = line.substr(0, comma);
     const auto value = parseInteger(text, -32768, 32767);
-    if (!value) return faultAt(lineNumber, quoted(text) + " is not a whole number from -32768 to 32767");
+    if (!value)
+      return faultAt(lineNumber, tr("{1} is not a whole number from -32768 to 32767", quoted(text)));
     values[i] = static_cast<std::int16_t>(*value);
     line = comma == std::string_view::npos ? std::string_view() : line.substr(comma + 1);
     if (i + 1 == Count && comma != std::string_view::npos)
-      return faultAt(lineNumber, "has more than " + std::to_string(Count) + " values");
+      return faultAt(lineNumber, tr("has more than {1} values", Count));
   }
   return values;
 }
@@ -86,7 +84,7 @@ class DocumentReader {
   Status readColour(std::string_view box, std::string_view text);
   Status readLines();
   static Error badValue(std::string_view name, std::string_view text, const std::string& wanted) {
-    return faultAt(2, quoted(text) + " is not " + wanted + " for " + std::string(name));
+    return faultAt(2, tr("{1} is not {2} for {3}", quoted(text), wanted, name));
   }
 
   LineReader lines_;
@@ -95,12 +93,11 @@ class DocumentReader {
 };
 
 Status DocumentReader::readHead() {
-  if (lines_.atEnd()) return faultAt(1, "the file is empty");
+  if (lines_.atEnd()) return faultAt(1, tr("the file is empty"));
   const auto values = readNumbers<2>(lines_.next(), 1);
   if (!values) return values.error();
   const auto [cellSize, shape] = *values;
-  if (shape < 0 || shape >= kShapeCount)
-    return faultAt(1, "there is no shape number " + std::to_string(shape));
+  if (shape < 0 || shape >= kShapeCount) return faultAt(1, tr("there is no shape number {1}", shape));
   made_.document.CellSize = cellSize;
   made_.document.fields.shape = static_cast<Shape>(shape);
   return {};
@@ -116,7 +113,7 @@ Status DocumentReader::readFields() {
   for (bool more = true; more; ++place) {
     const auto comma = line.find(',');
     more = comma != std::string_view::npos;
-    if (!more && place < 2) return faultAt(2, "has fewer than three values");
+    if (!more && place < 2) return faultAt(2, tr("has fewer than three values"));
     const std::string_view text = line.substr(0, comma);
     const Status taken =
         place < kKnotFileFields.size() ? readField(kKnotFileFields[place], text) : readNamed(text);
@@ -128,12 +125,12 @@ Status DocumentReader::readFields() {
 
 Status DocumentReader::readField(Param p, std::string_view text) {
   const std::string name(parameterSpec(p).field);
-  if (!parseNumber(text)) return badValue(name, text, "a number");
+  if (!parseNumber(text)) return badValue(name, text, tr("a number"));
   std::string& field = made_.document.fields.text(p);
   // The fall-back may lie beyond the limits, and is then what the field showed all the same.
   field = text == parameterSpec(p).fallback ? std::string(text) : correctedText(p, std::string(text));
   if (parseNumber(field) != parseNumber(text))
-    made_.corrections.push_back(name + " " + quoted(text) + " corrected to " + field);
+    made_.corrections.push_back(tr("{1} {2} corrected to {3}", name, quoted(text), field));
   return {};
 }
 
@@ -146,15 +143,15 @@ Status DocumentReader::readNamed(std::string_view pair) {
   if (const auto p = findParameter(name)) return readField(*p, text);
   if (const auto c = findCheck(name)) {
     const auto on = parseInteger(text, 0, 1);
-    if (!on) return badValue(name, text, "0 or 1");
+    if (!on) return badValue(name, text, tr("0 or 1"));
     document.fields.check(*c) = *on == 1;
   } else if (name == kAheadName || name == kFillName) {
     const auto on = parseInteger(text, 0, 1);
-    if (!on) return badValue(name, text, "0 or 1");
+    if (!on) return badValue(name, text, tr("0 or 1"));
     (name == kAheadName ? document.outlineAhead : document.fields.fitPicture) = *on == 1;
   } else if (name == kBandName || name == kEdgeName) {
     const auto share = parseNumber(text);
-    if (!share || *share < 0 || *share > 1) return badValue(name, text, "a share from 0 to 1");
+    if (!share || *share < 0 || *share > 1) return badValue(name, text, tr("a share from 0 to 1"));
     (name == kBandName ? document.bands.band : document.bands.edge) = static_cast<float>(*share);
   } else if (name.starts_with(kColourName)) {
     return readColour(name.substr(kColourName.size()), text);
@@ -170,7 +167,7 @@ Status DocumentReader::readColour(std::string_view box, std::string_view text) {
   const auto number = parseInteger(box, 0, kColourBoxes - 1);
   const auto colour = parseInteger(text, 0, 0xFFFFFF);
   if (!number) return {};
-  if (!colour) return badValue("txtCol" + std::string(box), text, "a colour");
+  if (!colour) return badValue("txtCol" + std::string(box), text, tr("a colour"));
   made_.document.fields.boxes[static_cast<std::size_t>(*number)] = static_cast<Colour>(*colour);
   return {};
 }
@@ -186,9 +183,9 @@ Status DocumentReader::readLines() {
   while (!lines_.atEnd()) {
     const std::string_view text = lines_.next();
     if (trimmed(text).empty() && lines_.onlyBlankLinesLeft()) break;
-    if (trimmed(text).empty()) return faultAt(lines_.number(), "is empty");
+    if (trimmed(text).empty()) return faultAt(lines_.number(), tr("is empty"));
     if (lines.size() >= kMostLines)
-      return faultAt(lines_.number(), "a knot has at most " + std::to_string(kMostLines) + " lines");
+      return faultAt(lines_.number(), tr("a knot has at most {1} lines", kMostLines));
     const auto values = readNumbers<8>(text, lines_.number());
     if (!values) return values.error();
     lines.push_back(lineFrom(*values));

@@ -11,6 +11,7 @@
 #include "custom/planar_grid.h"
 #include "design/fit.h"
 #include "design/kept_walls.h"
+#include "design/names.h"
 #include "design/presets.h"
 #include "design/random_knot.h"
 #include "graph/strand_runs.h"
@@ -129,7 +130,7 @@ Result<Document> changeField(const Document& document, Param p, const std::strin
 }
 
 std::string fieldStep(const Document& document, Param p) {
-  return std::string(parameterSpec(p).caption) + ' ' + document.fields.text(p);
+  return tr("{1} {2}", fieldName(p), document.fields.text(p));
 }
 
 Document withCheck(const Document& document, Check c, bool on) {
@@ -140,7 +141,9 @@ Document withCheck(const Document& document, Check c, bool on) {
   return c == Check::FitBands ? fitAgain(next) : next;
 }
 
-std::string checkStep(Check c, bool on) { return std::string(checkSpec(c).caption) + (on ? " on" : " off"); }
+std::string checkStep(Check c, bool on) {
+  return on ? tr("{1} on", checkName(c)) : tr("{1} off", checkName(c));
+}
 
 Document withFitPicture(const Document& document, bool on) {
   Document next = document;
@@ -281,7 +284,7 @@ std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot>
 
 std::string autoGridHint(const Document& document, const Error& error, std::optional<Spot> within) {
   const auto size = error.kind == ErrorKind::limit ? largestAutoGrid(document, within) : std::nullopt;
-  return size ? "The largest AG factor that works here is " + std::to_string(*size) : std::string();
+  return size ? tr("The largest AG factor that works here is {1}", *size) : std::string();
 }
 
 Result<Document> fillingAutoGrid(const Document& document, AutoGridReport* report) {

@@ -69,8 +69,8 @@ Result<Document> withFittedRadius(const Document& document, const Knot& knot, do
       gap > 0 ? radiusForGap(model, crossingWindow(settings), gap, millimetres) : meeting * crossing / 2;
   if (gap <= 0 && radius > kMostRadius) {
     const double share = std::floor(100 * 2 * model.radius / (meeting * crossing)) / 100;
-    return impossibleKnot("strands cannot meet at any Radius: with this one they do from a Depth of " +
-                          zFactorFor(document, share) + " down");
+    return impossibleKnot("strands cannot meet at any Radius: with this one they do from a Depth of {1} down",
+                          zFactorFor(document, share));
   }
   if (radius < kLeastRadius)
     return impossibleKnot("strands lie too close for such a gap: a larger Depth makes room");

@@ -224,15 +224,18 @@ Result<FittedSize> fitRing(const Document& document, double inner, double height
 std::string fittedNote(const FittedSize& fitted) {
   const KnotFields& fields = fitted.document.fields;
   const std::string off = fitted.error < 0.001
-                              ? "less than 0.001"
+                              ? tr("less than 0.001")
                               : shortestText(static_cast<float>(roundHalfEven(fitted.error * 1000) / 1000));
-  return fields.text(Param::XNo) + " x " + fields.text(Param::YNo) + " cells, stretch " +
-         fields.text(Param::Skew) + (isWrapped(fields) ? ", wrapped" : "") + "; the error is " + off + " mm";
+  const std::string &across = fields.text(Param::XNo), &down = fields.text(Param::YNo),
+                    &stretch = fields.text(Param::Skew);
+  return isWrapped(fields)
+             ? tr("{1} x {2} cells, stretch {3}, wrapped; the error is {4} mm", across, down, stretch, off)
+             : tr("{1} x {2} cells, stretch {3}; the error is {4} mm", across, down, stretch, off);
 }
 
 Result<TwoLengths> parseLengths(const std::string& text) {
   const auto cross = lowerCase(text).find('x');
-  const Error wrong = wrongUsage("two lengths in millimetres are written like 200x120, not \"" + text + "\"");
+  const Error wrong = wrongUsage("two lengths in millimetres are written like 200x120, not \"{1}\"", text);
   if (cross == std::string::npos) return wrong;
   const auto first = parseNumber(trimmed(text.substr(0, cross))),
              second = parseNumber(trimmed(text.substr(cross + 1)));

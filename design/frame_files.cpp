@@ -9,8 +9,8 @@ namespace lorivan {
 Result<NumberedName> parseFrameNames(const std::string& pattern) {
   auto names = parseNumberedName(pattern);
   if (names && names->places() == 1) return names;
-  return wrongUsage("\"" + pattern +
-                    "\" does not number its frames; --animate takes pictures named like frame-%03d.png");
+  return wrongUsage("\"{1}\" does not number its frames; --animate takes pictures named like frame-%03d.png",
+                    pattern);
 }
 
 FrameMaker::FrameMaker(const OutputJob& job, int most) : job_(job), steps_(animationSteps(job.knot.curve)) {

@@ -9,6 +9,9 @@
 
 namespace lorivan {
 
+/// Tells translators what a word names.
+inline constexpr std::string_view kMaterialContext = "material";
+
 /// Densities and linear shrinkages are usual values of the trade; a founder's own may differ a little.
 struct Material {
   std::string_view name;

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "export/read_back.h"
 #include "model3d/vec3_math.h"
 
@@ -26,7 +27,9 @@ class Words {
   std::string bare(double modelUnits) const { return rounded(modelUnits * scale_); }
   std::string length(double modelUnits) const { return bare(modelUnits) + std::string(unit_); }
   std::string place(const Vec3& at) const { return bare(at.x) + ", " + bare(at.y) + ", " + bare(at.z); }
-  std::string found(const FoundLength& what) const { return length(what.value) + " at " + place(what.at); }
+  std::string found(const FoundLength& what) const {
+    return tr("{1} at {2}", length(what.value), place(what.at));
+  }
 
  private:
   double scale_;
@@ -36,21 +39,21 @@ class Words {
 std::string lengthsText(const Verdict& verdict, const Words& words) {
   constexpr std::size_t kMostNamed = 12;
   const double all = std::accumulate(verdict.lengths.begin(), verdict.lengths.end(), 0.0);
-  std::string text = std::to_string(verdict.lengths.size()) + ", " + words.length(all) + " long";
-  if (verdict.lengths.size() < 2) return text;
-  text += " together: ";
-  for (std::size_t i = 0; i < std::min(verdict.lengths.size(), kMostNamed); ++i)
+  const std::size_t count = verdict.lengths.size();
+  if (count < 2) return tr("{1}, {2} long", count, words.length(all));
+  std::string text;
+  for (std::size_t i = 0; i < std::min(count, kMostNamed); ++i)
     text += (i == 0 ? "" : ", ") + words.bare(verdict.lengths[i]);
-  return text + (verdict.lengths.size() > kMostNamed ? " ..." : "");
+  if (count > kMostNamed) text += " ...";
+  return tr("{1}, {2} long together: {3}", count, words.length(all), text);
 }
 
 std::string weightText(const ModelCheck& check, const Material& material) {
-  std::string text =
-      std::string(material.name) + ' ' + rounded(check.volume / 1000 * material.density) + " g";
-  if (material.shrinkage > 0)
-    text += ", cast from a pattern " + rounded(*check.millimetres / (1 - material.shrinkage / 100)) +
-            " mm wide (shrinks by " + rounded(material.shrinkage) + " %)";
-  return text;
+  const std::string name = translated(kMaterialContext, material.name);
+  const std::string grams = rounded(check.volume / 1000 * material.density);
+  if (material.shrinkage <= 0) return tr("{1} {2} g", name, grams);
+  return tr("{1} {2} g, cast from a pattern {3} mm wide (shrinks by {4} %)", name, grams,
+            rounded(*check.millimetres / (1 - material.shrinkage / 100)), rounded(material.shrinkage));
 }
 
 void addWeights(CheckLines& lines, const ModelCheck& check, const Material* material) {
@@ -67,12 +70,16 @@ void addFolds(CheckLines& lines, const ModelCheck& check, const Words& words) {
   const Verdict& verdict = check.verdict;
   if (check.solid) return;
   std::string what = verdict.overlap.found
-                         ? "tubes run into each other by up to " + words.found(verdict.overlap)
-                         : std::string("none");
-  if (verdict.folds > 0)
-    what += (verdict.overlap.found ? "; " : "; but ") + std::to_string(verdict.folds) +
-            " sides turn inwards in tight bends, first at " + words.place(verdict.foldAt);
-  if (verdict.overlap.found || verdict.folds > 0) what += " (--solid heals it)";
+                         ? tr("tubes run into each other by up to {1}", words.found(verdict.overlap))
+                         : tr("none");
+  if (verdict.folds > 0) {
+    const std::string place = words.place(verdict.foldAt);
+    what =
+        verdict.overlap.found
+            ? tr("{1}; {2} sides turn inwards in tight bends, first at {3}", what, verdict.folds, place)
+            : tr("{1}; but {2} sides turn inwards in tight bends, first at {3}", what, verdict.folds, place);
+  }
+  if (verdict.overlap.found || verdict.folds > 0) what = tr("{1} (--solid heals it)", what);
   lines.emplace_back("overlap", what);
 }
 
@@ -132,18 +139,19 @@ Result<ModelCheck> checkModel(const Knot& knot, const KnotFields& fields, const 
 std::vector<std::string> faultsOf(const ModelCheck& check, const Material& material) {
   std::vector<std::string> faults;
   const Verdict& verdict = check.verdict;
-  if (!check.closed) faults.emplace_back("the mesh is not closed");
+  if (!check.closed) faults.push_back(tr("the mesh is not closed"));
   if (check.pieces > 1)
-    faults.push_back("it comes out as " + std::to_string(check.pieces) +
-                     " loose pieces: a lower Depth, a larger Radius or Fit radius lets strands meet");
+    faults.push_back(
+        tr("it comes out as {1} loose pieces: a lower Depth, a larger Radius or Fit radius lets strands meet",
+           check.pieces));
   if (!check.millimetres) return faults;
+  const std::string name = translated(kMaterialContext, material.name);
   if (verdict.wall.found && verdict.wall.value * check.scale < material.thinnest)
-    faults.push_back("its thinnest wall is less than the " + rounded(material.thinnest) + " mm that " +
-                     std::string(material.name) + " needs");
+    faults.push_back(
+        tr("its thinnest wall is less than the {1} mm that {2} needs", rounded(material.thinnest), name));
   const double gap = verdict.clearance.value * check.scale;
   if (verdict.clearance.found && gap > 0 && gap < material.narrowest)
-    faults.push_back("gaps of less than " + rounded(material.narrowest) + " mm close in " +
-                     std::string(material.name));
+    faults.push_back(tr("gaps of less than {1} mm close in {2}", rounded(material.narrowest), name));
   return faults;
 }
 
@@ -153,20 +161,20 @@ CheckLines checkLines(const ModelCheck& check, const Material* material) {
   CheckLines lines;
   lines.emplace_back("strands", lengthsText(verdict, words));
   lines.emplace_back("pieces", piecesText(check.pieces, {check.pieces, verdict.crossings, verdict.touching}));
-  lines.emplace_back("closed", check.closed ? "yes" : "no");
-  lines.emplace_back("wall", verdict.wall.found ? words.found(verdict.wall) : "none");
-  lines.emplace_back("clearance", !verdict.clearance.found ? "no strands near each other"
+  lines.emplace_back("closed", check.closed ? tr("yes") : tr("no"));
+  lines.emplace_back("wall", verdict.wall.found ? words.found(verdict.wall) : tr("none"));
+  lines.emplace_back("clearance", !verdict.clearance.found ? tr("no strands near each other")
                                   : verdict.clearance.value > 0
                                       ? words.found(verdict.clearance)
-                                      : "none: strands meet at " + words.place(verdict.clearance.at));
+                                      : tr("none: strands meet at {1}", words.place(verdict.clearance.at)));
   addFolds(lines, check, words);
-  lines.emplace_back("volume", check.millimetres ? rounded(check.volume / 1000) + " cm3"
-                                                 : rounded(check.volume) + " cubic units");
+  lines.emplace_back("volume", check.millimetres ? tr("{1} cm3", rounded(check.volume / 1000))
+                                                 : tr("{1} cubic units", rounded(check.volume)));
   addWeights(lines, check, material);
   const auto faults = faultsOf(check, material != nullptr ? *material : kMaterials.front());
   for (const std::string& fault : faults) lines.emplace_back("fault", fault);
   lines.emplace_back("verdict",
-                     faults.empty() ? "it can be made as one piece" : "it would not come out well");
+                     faults.empty() ? tr("it can be made as one piece") : tr("it would not come out well"));
   return lines;
 }
 

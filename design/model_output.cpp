@@ -101,7 +101,8 @@ Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) 
   if (job.note && format.takesSolid && !(job.options.relief && canBeRelief(format))) {
     const Verdict verdict = inspectModel(job.knot, job.document.fields, model);
     tellPieces(job, verdict.pieces, {verdict.pieces, verdict.crossings, verdict.touching});
-    if (verdict.folds > 0 || verdict.overlap.found) job.note("the model overlaps itself; --solid heals it");
+    if (verdict.folds > 0 || verdict.overlap.found)
+      job.note(tr("the model overlaps itself; --solid heals it"));
   }
   return writeWith(format, job, *texts, model, *millimetres, nullptr, sink);
 }
@@ -156,9 +157,9 @@ Result<std::string> makeReliefPicture(const OutputJob& job) {
   std::string bytes = greyPng(picture);
   if (bytes.empty()) return unwritable("the picture could not be deflated");
   if (job.note)
-    job.note(perLevel + " mm per level, " + std::string(MyFormat(static_cast<float>(map->top * width))) +
-             " mm from 0 to 65535 at a width of " +
-             shortestText(static_cast<float>(roundHalfEven(width * 1000) / 1000)) + " mm");
+    job.note(tr("{1} mm per level, {2} mm from 0 to 65535 at a width of {3} mm", perLevel,
+                MyFormat(static_cast<float>(map->top * width)),
+                shortestText(static_cast<float>(roundHalfEven(width * 1000) / 1000))));
   return withPngSource(std::move(bytes), sourceOf(job));
 }
 

@@ -38,8 +38,7 @@ int NumberedName::most() const {
 }
 
 Result<NumberedName> parseNumberedName(const std::string& pattern) {
-  const Error wrong =
-      wrongUsage("\"" + pattern + "\" has a % that is no place for a number as %d or %03d is");
+  const Error wrong = wrongUsage("\"{1}\" has a % that is no place for a number as %d or %03d is", pattern);
   NumberedName names;
   std::size_t at = 0, percent = pattern.size() - fileNameOf(pattern).size();
   while ((percent = pattern.find('%', percent)) != std::string::npos) {

@@ -115,7 +115,7 @@ Status makeOutput(const ExportFormat& format, const OutputJob& job, Sink& sink) 
     sink.write(*bytes);
     return {};
   }
-  return unwritable("the format " + std::string(format.identifier) + " has no writer");
+  return unwritable("the format {1} has no writer", format.identifier);
 }
 
 }  // namespace lorivan

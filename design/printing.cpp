@@ -20,28 +20,16 @@ struct FlatKnot {
   PictureOptions options = paperOptions();
 
   GridView view(int width) const { return viewOf(job.knot, job.document.fields, style, width, true); }
-  /// The grid stands out of the knot where it is shown.
   PictureBox box(const GridView& view) const {
-    PictureBox box = drawnBox(job.knot.curve, style, view, options.classic);
-    if (!options.showGrid) return box;
-    const KnotGraph& graph = job.knot.graph;
-    for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
-      for (const auto& [x, y] : {std::pair{line.X1, line.Y1}, {line.X2, line.Y2}}) {
-        box.left = std::min(box.left, view.pixelX(x));
-        box.right = std::max(box.right, view.pixelX(x));
-        box.top = std::min(box.top, view.pixelY(y));
-        box.bottom = std::max(box.bottom, view.pixelY(y));
-      }
-    }
-    return box;
+    return drawnBox(job.knot.curve, style, view, options.classic);
   }
 
  private:
-  /// Paper is the ground of what is printed.
+  /// Paper is the ground of what is printed, and the grid a help for drawing only.
   PictureOptions paperOptions() const {
     PictureOptions made = pictureOptions(job.document.fields);
-    made.background = made.grid.KindColour[0] = kPaper;
+    made.background = kPaper;
+    made.showGrid = false;
     return made;
   }
 };

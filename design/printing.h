@@ -15,7 +15,8 @@ struct PrintedSize {
 };
 
 /// Draws the knot in the middle of the page: as large as the options say in millimetres, else as large as
-/// there is room for. Bands are lines and shapes on bare paper; with solidView it is the 3-D picture.
+/// there is room for. Bands are lines and shapes on bare paper,
+/// without the grid; with solidView it is the 3-D picture.
 Result<PrintedSize> printKnot(const OutputJob& job, PrintPage& page);
 
 }  // namespace lorivan

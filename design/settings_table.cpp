@@ -55,7 +55,8 @@ constexpr SettingOwner kOrder[] = {WindowState::left,
                                    Check::Smooth,
                                    Check::Wrap,
                                    WindowState::symmetry,
-                                   WindowState::saveOptions};
+                                   WindowState::saveOptions,
+                                   WindowState::language};
 
 struct KeySpec {
   std::string_view key, fallback;
@@ -66,7 +67,7 @@ constexpr KeySpec kStateKeys[] = {{"LastX", "0"},       {"LastY", "0"},         
                                   {"GridOn", "False"},  {"SnapOn", "False"},     {"LastFolder", ""},
                                   {"3DSave", "1"},      {"FitPicture", "False"}, {"DrawAtOnce", "True"},
                                   {"LastWidth", "0"},   {"LastHeight", "0"},     {"Maximised", "False"},
-                                  {"Symmetry", "None"}, {"SaveOptions", ""}};
+                                  {"Symmetry", "None"}, {"SaveOptions", ""},     {kLanguageKey, ""}};
 
 KeySpec keyOf(const SettingOwner& owner) {
   if (const Param* p = std::get_if<Param>(&owner)) return {parameterSpec(*p).key, parameterSpec(*p).firstRun};

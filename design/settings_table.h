@@ -11,6 +11,8 @@
 namespace lorivan {
 
 inline constexpr std::string_view kSettingsSection = "Settings";
+/// Its code, as "de"; empty: the system's.
+inline constexpr std::string_view kLanguageKey = "Language";
 
 /// What is kept beside fields, check boxes and colours. Positions are in twips, fifteen to a pixel; a size of
 /// 0 is the window's own.
@@ -28,7 +30,8 @@ enum class WindowState {
   height,
   maximised,
   symmetry,
-  saveOptions
+  saveOptions,
+  language
 };
 
 inline constexpr int kRecentFiles = 10;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/texts.h"
 #include "design/knot_model.h"
 #include "export/mesh.h"
 #include "model3d/rings.h"
@@ -131,10 +132,9 @@ Verdict inspectModel(const Knot& knot, const KnotFields& fields, const TubeModel
 }
 
 std::string piecesText(int pieces, const Contacts& contacts) {
-  const std::string what = pieces == 1 ? "1 piece" : std::to_string(pieces) + " separate pieces";
-  const std::string text = what + ", touching at " + std::to_string(contacts.touching) + " of " +
-                           std::to_string(contacts.crossings) + " crossings";
-  return pieces == 1 ? text : text + ": they will move";
+  return trn("{n} piece, touching at {1} of {2} crossings",
+             "{n} separate pieces, touching at {1} of {2} crossings: they will move", pieces,
+             contacts.touching, contacts.crossings);
 }
 
 }  // namespace lorivan

@@ -5,8 +5,10 @@
 #include <sstream>
 
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "design/edits.h"
 #include "design/fit.h"
+#include "design/names.h"
 
 namespace lorivan {
 namespace {
@@ -79,7 +81,8 @@ std::vector<Variation> variationsAlong(const Document& document, Param across, P
     const auto base = withValue(document, down, row);
     for (const std::string& column : columns)
       if (auto made = withValue(*base, across, column))
-        variations.push_back({captionOf(*made, across) + ", " + captionOf(*made, down), std::move(*made)});
+        variations.push_back(
+            {tr("{1}, {2}", captionOf(*made, across), captionOf(*made, down)), std::move(*made)});
   }
   return variations;
 }
@@ -89,9 +92,9 @@ std::vector<Variation> randomVariations(const Document& document, const Rnd& ran
   for (int i = 0; i < kMostTries && variations.size() < kVariations; ++i) {
     const auto made = randomKnot(document, random);
     if (!made) continue;
-    const std::string shape(shapeTable()[static_cast<std::size_t>(made->fields.shape)].name);
-    variations.push_back(
-        {shape + ' ' + made->fields.text(Param::XNo) + 'x' + made->fields.text(Param::YNo), fitBands(*made)});
+    variations.push_back({tr("{1} {2}x{3}", shapeName(made->fields.shape), made->fields.text(Param::XNo),
+                             made->fields.text(Param::YNo)),
+                          fitBands(*made)});
   }
   return variations;
 }
@@ -105,12 +108,13 @@ Result<std::vector<Param>> variedFields(const std::string& text) {
     for (int i = kParamCount - 1; i >= 0; --i) {
       const ParamSpec& spec = parameterTable()[static_cast<std::size_t>(i)];
       const auto isWord = [&](std::string_view name) { return lowerCase(name) == lowerCase(word); };
-      if ((isWord(spec.caption) || isWord(spec.shortName) || isWord(spec.field)) &&
+      if ((isWord(spec.caption) || isWord(fieldName(static_cast<Param>(i))) || isWord(spec.shortName) ||
+           isWord(spec.field)) &&
           variesPicture(static_cast<Param>(i)))
         found = i;
     }
     if (found < 0)
-      return wrongUsage("\"" + word + "\" names no field that the picture changes with, such as Swish");
+      return wrongUsage("\"{1}\" names no field that the picture changes with, such as Swish", word);
     fields.push_back(static_cast<Param>(found));
   }
   if (fields.empty() || fields.size() > 2 || (fields.size() == 2 && fields[0] == fields[1]))

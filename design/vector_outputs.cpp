@@ -44,8 +44,8 @@ std::string narrowNote(const CutDrawing& cut) {
   const auto text = [](double millimetres) {
     return shortestText(static_cast<float>(roundHalfEven(millimetres * 100) / 100));
   };
-  return "the bands have no room beside each other: their outlines are " + text(cut.bandWidth) +
-         " mm wide instead of " + text(cut.bandWidth / cut.narrowed);
+  return tr("the bands have no room beside each other: their outlines are {1} mm wide instead of {2}",
+            text(cut.bandWidth), text(cut.bandWidth / cut.narrowed));
 }
 
 Result<CutDrawing> makeCut(const VectorJob& vector) {

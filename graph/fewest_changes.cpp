@@ -15,9 +15,11 @@ constexpr std::size_t kMostTogether = 3;  // ways that are tried in all their co
 }  // namespace
 
 FewestChanges::FewestChanges(const StrandRuns& runs, const Walls& start, std::vector<ChangeWay> ways,
-                             StrandJudge judge, std::vector<int> best, const StrandScore& score)
+                             std::vector<WayBundle> bundles, StrandJudge judge, std::vector<int> best,
+                             const StrandScore& score)
     : runs_(runs, start),
       ways_(std::move(ways)),
+      bundles_(std::move(bundles)),
       judge_(std::move(judge)),
       best_(std::move(best)),
       score_(score) {
@@ -61,8 +63,8 @@ bool FewestChanges::propose(const Rnd& random) {
     return std::min(static_cast<std::size_t>(random() * static_cast<double>(count)), count - 1);
   };
   const double kind = random();
-  if (kind < 0.6 && !taken_.empty()) {
-    std::swap(taken_[draw(taken_.size())], taken_.back());
+  if (kind < 0.6 && taken_.size() > held_) {
+    std::swap(taken_[held_ + draw(taken_.size() - held_)], taken_.back());
     taken_.pop_back();
     if (kind < 0.3) return true;
   }
@@ -73,7 +75,7 @@ bool FewestChanges::propose(const Rnd& random) {
     taken_.push_back(way);
     return true;
   }
-  if (*sameOrbit == way) return false;
+  if (*sameOrbit == way || sameOrbit < taken_.begin() + static_cast<std::ptrdiff_t>(held_)) return false;
   *sameOrbit = way;
   return true;
 }
@@ -149,6 +151,23 @@ void FewestChanges::exchange() {
   }
 }
 
+/// The bundles take turns, but for those that are too many lines already.
+const WayBundle* FewestChanges::nextBundle() {
+  for (std::size_t i = 0; i < bundles_.size(); ++i) {
+    const WayBundle& bundle = bundles_[bundle_++ % bundles_.size()];
+    taken_ = bundle;
+    if (!tooMany()) return &bundle;
+  }
+  return nullptr;
+}
+
+void FewestChanges::annealWith(const WayBundle& bundle, const Rnd& random, std::int64_t effort) {
+  taken_ = bundle;
+  held_ = bundle.size();
+  if (!tooMany()) anneal(random, effort, kHotStart, 1);
+  held_ = 0;
+}
+
 void FewestChanges::run(std::int64_t effort, int least) {
   if (ways_.empty()) return;
   effort_ = effort;
@@ -164,17 +183,20 @@ void FewestChanges::run(std::int64_t effort, int least) {
   }
   const Rnd random = seededRandom(1);
   for (int round = kRounds; round > 0 && !isDone(); --round) {
+    const WayBundle* const bundle = nextBundle();
+    const std::int64_t share = effort_ / (bundle != nullptr ? 2 * round : round);
     if (round % 2 == 0) {
       taken_.clear();
-      anneal(random, effort_ / round, kHotStart, 1);
+      anneal(random, share, kHotStart, 1);
     } else if (score_.distance > 0) {
       takeMany(random);
-      anneal(random, effort_ / round, kHotStart, kWeightFar);
+      anneal(random, share, kHotStart, kWeightFar);
     } else {
       takeBest();
-      anneal(random, effort_ / round, kWarmStart, 1);
+      anneal(random, share, kWarmStart, 1);
     }
     exchange();
+    if (bundle != nullptr) annealWith(*bundle, random, share);
   }
 }
 

@@ -27,11 +27,15 @@ struct ChangeWay {
   int orbit = 0;
 };
 
+/// Ways, by index, that do together what no part of them comes nearer to.
+using WayBundle = std::vector<std::size_t>;
+
 class FewestChanges {
  public:
   /// `best`: what is known already, as lines with their score.
-  FewestChanges(const StrandRuns& runs, const Walls& start, std::vector<ChangeWay> ways, StrandJudge judge,
-                std::vector<int> best, const StrandScore& score);
+  FewestChanges(const StrandRuns& runs, const Walls& start, std::vector<ChangeWay> ways,
+                std::vector<WayBundle> bundles, StrandJudge judge, std::vector<int> best,
+                const StrandScore& score);
 
   /// Spends at most so much: a count of c lines costs c + 1. Ends early with a solution of `least` lines.
   void run(std::int64_t effort, int least);
@@ -49,9 +53,12 @@ class FewestChanges {
   bool tooMany() const;
   bool propose(const Rnd& random);
   void anneal(const Rnd& random, std::int64_t effort, double hot, double weight);
+  const WayBundle* nextBundle();
+  void annealWith(const WayBundle& bundle, const Rnd& random, std::int64_t effort);
 
   ChangedRuns runs_;
   std::vector<ChangeWay> ways_;
+  std::vector<WayBundle> bundles_;
   StrandJudge judge_;
   std::vector<int> best_;
   StrandScore score_;
@@ -59,6 +66,8 @@ class FewestChanges {
   int least_ = 0;
   double linesOfWay_ = 1;                    // on average
   std::vector<std::size_t> taken_, before_;  // ways
+  std::size_t held_ = 0;                     // so many of the taken ones stay
+  std::size_t bundle_ = 0;                   // the next to hold
   std::vector<int> lines_;                   // of the ways that are taken
 };
 

@@ -8,6 +8,7 @@
 
 #include "base/random.h"
 #include "graph/fewest_changes.h"
+#include "graph/own_faces.h"
 
 namespace lorivan {
 namespace {
@@ -15,6 +16,11 @@ namespace {
 // What a search may spend, in changed lines that are counted: about 150 ms of one core in all. The search for
 // many strands shares it.
 constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
+
+// With fewer moves a search for many strands has time to start more often, and to hold faces.
+constexpr std::size_t kFewMoves = 256, kVeryFewMoves = 100;
+// A fault in a score's distance: far more than strands could be wrong.
+constexpr int kFault = 10'000;
 
 /// Lines that change together, and what they become.
 struct Move {
@@ -40,17 +46,13 @@ class Search {
         start_(runs_.walls()),
         first_(runs_.count(start_)),
         wanted_(goal.strands.value_or(goal.mostStrands)) {
-    for (const std::vector<int>& orbit : orbits_.all())
-      if (std::ranges::all_of(orbit, [&](int j) { return canChange(graph, j); }))
-        for (const bool toWalls : {true, false}) moves_.push_back({&orbit, toWalls});
+    findMoves(graph);
   }
 
   Result<StrandPlan> run();
 
  private:
-  bool canChange(const KnotGraph& graph, int line) const {
-    return runs_.isPart(line) && graph.Lines[static_cast<std::size_t>(line)].Kind != kReversed;
-  }
+  void findMoves(const KnotGraph& graph);
   std::vector<int> changedLines(const Walls& walls) const;
   StrandScore scoreOf(const StrandRuns::Counts& counts, int changed) const;
   void keep(const Walls& walls, const StrandScore& score);
@@ -62,7 +64,9 @@ class Search {
   void climb(const Walls& from);
   void anneal(const Walls& from, const Rnd& random, std::int64_t effort);
   Walls randomWalls(const Rnd& random, double share) const;
+  std::vector<WayBundle> walledFaces(const std::vector<ChangeWay>& ways) const;
   void findFewest();
+  void scatter(const Rnd& random, std::int64_t effort);
   void findMany();
 
   StrandRuns runs_;
@@ -71,12 +75,39 @@ class Search {
   Walls start_;
   StrandRuns::Counts first_;
   std::vector<Move> moves_;
+  std::size_t orbitMoves_ = 0;                    // so many of them are one orbit each, two by two
+  std::vector<std::vector<int>> faces_, rounds_;  // that are their own image: their orbits, their lines
   int wanted_;
   std::int64_t effort_ = kEffort;
   Walls bestWalls_;
   StrandScore best_;
   std::vector<int> lines_;  // that the move tried last changes
 };
+
+void Search::findMoves(const KnotGraph& graph) {
+  std::vector<bool> changes;  // by orbit
+  for (const std::vector<int>& orbit : orbits_.all()) {
+    changes.push_back(std::ranges::all_of(orbit, [&](int j) {
+      return runs_.isPart(j) && graph.Lines[static_cast<std::size_t>(j)].Kind != kReversed;
+    }));
+    if (changes.back())
+      for (const bool toWalls : {true, false}) moves_.push_back({&orbit, toWalls});
+  }
+  orbitMoves_ = moves_.size();
+  if (goal_.symmetry.isNone()) return;
+  faces_ = ownFaces(runs_, orbits_);
+  std::erase_if(faces_, [&](const std::vector<int>& face) {
+    return !std::ranges::all_of(face, [&](int orbit) { return changes[static_cast<std::size_t>(orbit)]; });
+  });
+  rounds_.resize(faces_.size());
+  for (std::size_t i = 0; i < faces_.size(); ++i) {
+    for (const int orbit : faces_[i]) {
+      const std::vector<int>& lines = orbits_.all()[static_cast<std::size_t>(orbit)];
+      rounds_[i].insert(rounds_[i].end(), lines.begin(), lines.end());
+    }
+    for (const bool toWalls : {true, false}) moves_.push_back({&rounds_[i], toWalls});
+  }
+}
 
 std::vector<int> Search::changedLines(const Walls& walls) const {
   std::vector<int> lines;
@@ -88,7 +119,6 @@ std::vector<int> Search::changedLines(const Walls& walls) const {
 /// Strands that would be too long, more than can be drawn, and loops that are never drawn are worse than a
 /// wrong number.
 StrandScore Search::scoreOf(const StrandRuns::Counts& counts, int changed) const {
-  constexpr int kFault = 10'000;
   StrandScore score;
   score.distance = std::abs(counts.strands - wanted_) +
                    kFault * (std::max(0, counts.wallLoops - first_.wallLoops) +
@@ -184,11 +214,14 @@ void Search::climb(const Walls& from) {
 }
 
 /// Simulated annealing (S. Kirkpatrick et al., 1983): moves at random, and ever fewer of those that lead
-/// away. Changed lines weigh little, so that the fewest are found on the way.
+/// away. Changed lines weigh little, so that the fewest are found on the way; faults weigh no more than a
+/// strand, for many ways to the goal lead through a loop too many.
 void Search::anneal(const Walls& from, const Rnd& random, std::int64_t effort) {
-  constexpr double kHot = 0.7, kCold = 0.05, kOrbit = 0.06;
+  constexpr double kHot = 0.7, kCold = 0.05, kOrbit = 0.06, kWrongLoop = 0.8;
   const double line = kOrbit * static_cast<double>(orbits_.all().size()) / runs_.lineCount();
-  const auto energy = [&](const StrandScore& score) { return score.distance + line * score.changed; };
+  const auto energy = [&](const StrandScore& score) {
+    return score.distance % kFault + kWrongLoop * (score.distance / kFault) + line * score.changed;
+  };
   const std::int64_t end = std::max<std::int64_t>(0, effort_ - effort);
   const double all = static_cast<double>(effort_ - end);
   Stage here = stage(from);
@@ -206,17 +239,48 @@ void Search::anneal(const Walls& from, const Rnd& random, std::int64_t effort) {
 /// So large a share of all orbits as walls.
 Walls Search::randomWalls(const Rnd& random, double share) const {
   Walls walls = start_;
-  for (std::size_t i = 0; i < moves_.size(); i += 2) {  // of every orbit there are two moves
+  for (std::size_t i = 0; i < orbitMoves_; i += 2) {
     const bool wall = random() < share;
     for (const int j : *moves_[i].orbit) walls[static_cast<std::size_t>(j)] = wall;
   }
   return walls;
 }
 
+/// Blind draws reach what a search from a few places may miss where few orbits change.
+void Search::scatter(const Rnd& random, std::int64_t effort) {
+  for (const std::int64_t end = effort_ - effort; effort_ > end;) {
+    Walls walls = start_;
+    const double share = random();
+    for (std::size_t i = 0; i < orbitMoves_; i += 2) {
+      if (random() >= share) continue;
+      const std::vector<int>& orbit = *moves_[i].orbit;
+      const bool wall = !start_[static_cast<std::size_t>(orbit.front())];
+      for (const int j : orbit) walls[static_cast<std::size_t>(j)] = wall;
+    }
+    effort_ -= runs_.lineCount() / 8 + 40;
+    keep(walls, scoreOf(runs_.count(walls), static_cast<int>(changedLines(walls).size())));
+  }
+}
+
+/// The ways that put walls round the faces that are their own image.
+std::vector<WayBundle> Search::walledFaces(const std::vector<ChangeWay>& ways) const {
+  std::vector<WayBundle> bundles;
+  for (const std::vector<int>& face : faces_) {
+    WayBundle bundle;
+    for (std::size_t way = 0; way < ways.size(); ++way)
+      if (!start_[static_cast<std::size_t>(ways[way].lines.front())] &&
+          std::ranges::binary_search(face, ways[way].orbit))
+        bundle.push_back(way);
+    if (bundle.size() > 1) bundles.push_back(std::move(bundle));
+  }
+  return bundles;
+}
+
 /// The number that is wanted, by small sets of lines.
 void Search::findFewest() {
   std::vector<ChangeWay> ways;
-  for (const Move& move : moves_) {
+  for (std::size_t i = 0; i < orbitMoves_; ++i) {
+    const Move& move = moves_[i];
     ChangeWay way{{}, static_cast<int>(move.orbit - orbits_.all().data())};
     for (const int j : *move.orbit)
       if (start_[static_cast<std::size_t>(j)] != move.toWalls) way.lines.push_back(j);
@@ -225,7 +289,10 @@ void Search::findFewest() {
   const auto judge = [this](const StrandRuns::Counts& counts, int changed) {
     return scoreOf(counts, changed);
   };
-  FewestChanges fewest(runs_, start_, std::move(ways), judge, changedLines(bestWalls_), best_);
+  std::vector<WayBundle> bundles;
+  if (goal_.strands || moves_.size() < kFewMoves) bundles = walledFaces(ways);
+  FewestChanges fewest(runs_, start_, std::move(ways), std::move(bundles), judge, changedLines(bestWalls_),
+                       best_);
   fewest.run(effort_, std::abs(first_.strands - wanted_));  // one line joins or splits at most once
   Walls walls = start_;
   for (const int j : fewest.lines()) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
@@ -236,8 +303,11 @@ void Search::findFewest() {
 void Search::findMany() {
   const std::int64_t rest = kEffort - kEffortForMany;
   const Rnd random = seededRandom(1);
+  const bool few = moves_.size() < kFewMoves;
+  scatter(random, moves_.size() < kVeryFewMoves ? kEffort / 3 : kEffort / 10);
+  if (few) climb(bestWalls_);
   for (const double share : {1.0, 0.8, 0.6}) climb(randomWalls(random, share));
-  for (int round = 5; round > 0 && effort_ > rest; --round) {
+  for (int round = few ? 9 : 5; round > 0 && effort_ > rest; --round) {
     const Walls from = round == 1 ? start_ : round % 2 == 0 ? bestWalls_ : randomWalls(random, random());
     anneal(from, random, (effort_ - rest) / round);
   }
@@ -264,9 +334,13 @@ Result<StrandPlan> Search::run() {
   plan.strands = runs_.count(bestWalls_).strands;
   plan.lines = changedLines(bestWalls_);
   if (!goal_.strands || best_.distance == 0) return plan;
-  return impossibleKnot("no walls " + std::string(goal_.symmetry.isNone() ? "" : "in this symmetry ") +
-                        "give " + std::to_string(wanted_) + (wanted_ == 1 ? " strand" : " strands") +
-                        "; the nearest found is " + std::to_string(plan.strands));
+  return impossibleKnot(goal_.symmetry.isNone()
+                            ? trn("no walls give {n} strand; the nearest found is {1}",
+                                  "no walls give {n} strands; the nearest found is {1}", wanted_,
+                                  plan.strands)
+                            : trn("no walls in this symmetry give {n} strand; the nearest found is {1}",
+                                  "no walls in this symmetry give {n} strands; the nearest found is {1}",
+                                  wanted_, plan.strands));
 }
 
 }  // namespace

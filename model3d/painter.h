@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/colour.h"
 #include "base/pixels.h"
 #include "base/points.h"
 

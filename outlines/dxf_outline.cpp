@@ -38,10 +38,9 @@ class DxfPairs {
     const auto code = line();
     if (!code || (trimmed(*code).empty() && at_ >= text_.size())) return std::optional<DxfPair>();
     const auto number = parseInteger(*code, -32768, 32767);
-    if (!number)
-      return unreadable("line " + std::to_string(line_) + ": " + quoted(*code) + " is no group code");
+    if (!number) return unreadable("line {1}: {2} is no group code", line_, quoted(*code));
     const auto value = line();
-    if (!value) return unreadable("line " + std::to_string(line_) + ": the file ends before a value");
+    if (!value) return unreadable("line {1}: the file ends before a value", line_);
     return std::optional<DxfPair>({static_cast<int>(*number), trimmed(*value), line_});
   }
 
@@ -175,22 +174,20 @@ class DxfReader {
       if (!pair) return pair.error();
       if (!*pair) break;
       if (const Status taken = takePair(**pair); !taken) return taken.error();
-      if (kept_ > kMostKept) return at((*pair)->line, "the drawing has too many entities");
+      if (kept_ > kMostKept) return at((*pair)->line, tr("the drawing has too many entities"));
     }
     endEntity();
     endSection();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");
     if (const Status drawn = draw(entities_, kUpwards, 0); !drawn) return drawn.error();
     for (const auto& [kind, count] : passedOver_)
-      drawing_.notes.push_back(std::to_string(count) + " of kind " + kind + " left out");
-    if (cutShort_) drawing_.notes.push_back("a polyline in it has no end: points of it may be missing");
+      drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
+    if (cutShort_) drawing_.notes.push_back(tr("a polyline in it has no end: points of it may be missing"));
     return std::move(drawing_);
   }
 
  private:
-  static Error at(int line, const std::string& reason) {
-    return unreadable("line " + std::to_string(line) + ": " + reason);
-  }
+  static Error at(int line, const std::string& reason) { return unreadable("line {1}: {2}", line, reason); }
 
   Status takePair(const DxfPair& pair) {
     if (pair.code == 0) {
@@ -205,8 +202,8 @@ class DxfReader {
     if (!inEntities_ || !isKept(pair.code)) return {};
     const auto value = parseNumber(pair.value);
     if (!value || !(std::fabs(*value) <= kMostCoordinate))
-      return at(pair.line, quoted(pair.value) + " is not a number in range");
-    if (!take(entity_, pair.code, *value)) return at(pair.line, "an entity has too many points");
+      return at(pair.line, tr("{1} is not a number in range", quoted(pair.value)));
+    if (!take(entity_, pair.code, *value)) return at(pair.line, tr("an entity has too many points"));
     return {};
   }
 
@@ -246,7 +243,7 @@ class DxfReader {
 
   Status draw(const std::vector<Entity>& entities, const Affine& place, int inserts) {
     for (const Entity& e : entities) {
-      if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
+      if (++visits_ > kMostDrawn) return at(e.line, tr("the drawing inserts too many blocks"));
       const bool flat = e.kind != "LINE" && e.kind != "SPLINE" && e.kind != "ELLIPSE";
       const Affine own = flat && e.fromBehind() ? place.after({-1, 0, 0, 1, 0, 0}) : place;
       if (e.kind == "INSERT") {
@@ -258,7 +255,7 @@ class DxfReader {
         ++passedOver_[e.kind.substr(0, 20)];
         if (inserts > 0) visits_ += e.vertices.size();  // which were looked at for nothing
       }
-      if (pen_.tooMany()) return at(e.line, "the drawing has too many curves");
+      if (pen_.tooMany()) return at(e.line, tr("the drawing has too many curves"));
     }
     return {};
   }
@@ -276,7 +273,7 @@ class DxfReader {
     const double across = e.value(41, 1), up = e.value(42, 1);
     for (int row = 0; row < std::max(1.0, e.value(71)); ++row)
       for (int column = 0; column < std::max(1.0, e.value(70)); ++column) {
-        if (++visits_ > kMostDrawn) return at(e.line, "the drawing inserts too many blocks");
+        if (++visits_ > kMostDrawn) return at(e.line, tr("the drawing inserts too many blocks"));
         const Affine scaled{across,
                             0,
                             0,

@@ -22,10 +22,6 @@ constexpr double kFarthest = 1e15;                   // of a drawing's coordinat
 constexpr std::size_t kMostDrawnPoints = 1'000'000;
 constexpr std::size_t kMostOpenPieces = 4000;
 
-std::string numberOf(std::size_t count, const std::string& what) {
-  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
-
 /// Joins open pieces, each to the nearest free end within reach, and closes those that come back.
 class EndJoiner {
  public:
@@ -137,8 +133,8 @@ std::vector<OutlinePiece> thatFit(const std::vector<OutlinePiece>& pieces, doubl
     few = withFewPoints(pieces, used, kSpacing);
   }
   if (used > tolerance)
-    notes.push_back("made coarser, to within " + roundedUp(used, 10) + " units, for a shape holds " +
-                    std::to_string(kMostShapeLines) + " lines");
+    notes.push_back(tr("made coarser, to within {1} units, for a shape holds {2} lines", roundedUp(used, 10),
+                       kMostShapeLines));
   return few;
 }
 
@@ -172,16 +168,15 @@ Result<FittedOutline> fitOutline(std::vector<OutlinePiece> pieces, const GridBox
   std::erase_if(pieces, [](const OutlinePiece& piece) { return piece.points.size() < 2; });
   const auto open = std::ranges::count(pieces, false, &OutlinePiece::closed);
   if (static_cast<std::size_t>(open) > kMostOpenPieces)
-    return unreadable("it has " + numberOf(static_cast<std::size_t>(open), "open line") +
-                      ", more than can be joined");
+    return unreadable("it has {1} open lines, more than can be joined", open);
   pieces = EndJoiner(std::move(pieces)).run();
   FittedOutline fitted;
   if (const std::size_t specks = dropSpecks(pieces); specks > 0)
-    fitted.notes.push_back(numberOf(specks, "speck") + " left out");
+    fitted.notes.push_back(trn("{n} speck left out", "{n} specks left out", static_cast<long long>(specks)));
   if (pieces.empty()) return empty;
   const std::vector<OutlinePiece> few = thatFit(pieces, tolerance, fitted.notes);
   if (!amountOf(few).fits())
-    return unreadable("it is too intricate for a shape of " + std::to_string(kMostShapeLines) + " lines");
+    return unreadable("it is too intricate for a shape of {1} lines", kMostShapeLines);
   fitted.shape = shapeFrom(few);
   return fitted;
 }
@@ -191,8 +186,9 @@ Result<FittedOutline> fitTraced(TracedPicture traced, const GridBox& within) {
       fitOutline(std::move(traced.loops), within, std::clamp(step, kTracedTolerance, kMostSmoothed));
   if (fitted && traced.specks > 0)
     fitted->notes.insert(fitted->notes.begin(),
-                         numberOf(traced.specks, "speck") + " of the picture left out");
-  if (fitted && traced.lightOnDark) fitted->notes.insert(fitted->notes.begin(), "light on a dark ground");
+                         trn("{n} speck of the picture left out", "{n} specks of the picture left out",
+                             static_cast<long long>(traced.specks)));
+  if (fitted && traced.lightOnDark) fitted->notes.insert(fitted->notes.begin(), tr("light on a dark ground"));
   return fitted;
 }
 

@@ -59,14 +59,14 @@ class SvgReader {
     if (plainSvgName(root.name) != "svg") return unreadable("line 1: it is no SVG drawing");
     takePage(root);
     if (const Status drawn = children(root, {}, sheet_.styleOf(root, {}), 0); !drawn) return drawn.error();
-    if (texts_) drawing_.notes.push_back("texts were left out: turn them into paths first");
-    if (pictures_) drawing_.notes.push_back("pictures in it were left out");
+    if (texts_) drawing_.notes.push_back(tr("texts were left out: turn them into paths first"));
+    if (pictures_) drawing_.notes.push_back(tr("pictures in it were left out"));
     return std::move(drawing_);
   }
 
  private:
   Error at(const XmlElement& element, const std::string& reason) const {
-    return unreadable("line " + std::to_string(element.line) + ": " + reason);
+    return unreadable("line {1}: {2}", element.line, reason);
   }
 
   void takePage(const XmlElement& root) {
@@ -98,8 +98,8 @@ class SvgReader {
     std::size_t bytes = 0;
     for (const auto& [key, value] : element.attributes) bytes += key.size() + value.size() + kMarks;
     visits_ += 1 + bytes / kBytesOfVisit;
-    if (visits_ > kMostVisits) return at(element, "the drawing uses too many elements");
-    if (sheet_.looks() > kMostRuleLooks) return at(element, "too many style rules for so many elements");
+    if (visits_ > kMostVisits) return at(element, tr("the drawing uses too many elements"));
+    if (sheet_.looks() > kMostRuleLooks) return at(element, tr("too many style rules for so many elements"));
     return {};
   }
 
@@ -130,7 +130,7 @@ class SvgReader {
     pen_.setTransform(place);
     const Status drawn = shape(element, name, style, place);
     if (!drawn) return at(element, drawn.error().message);
-    if (pen_.tooMany()) return at(element, "the drawing has too many curves");
+    if (pen_.tooMany()) return at(element, tr("the drawing has too many curves"));
     return {};
   }
 
@@ -139,7 +139,7 @@ class SvgReader {
     if (link == nullptr) link = element.attribute("xlink:href");
     const auto found = link != nullptr && link->starts_with('#') ? byId_.find(link->substr(1)) : byId_.end();
     if (found == byId_.end()) return {};
-    if (uses >= kMostUses) return at(element, "uses are nested too deeply");
+    if (uses >= kMostUses) return at(element, tr("uses are nested too deeply"));
     const XmlElement& used = tree_.elements[static_cast<std::size_t>(found->second)];
     const Affine moved = place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")});
     const std::string_view name = plainSvgName(used.name);
@@ -226,7 +226,7 @@ class SvgReader {
     SvgNumbers numbers(text == nullptr ? std::string_view() : *text);
     for (bool first = true; !numbers.atEnd(); first = false) {
       const auto x = numbers.next(), y = x ? numbers.next() : std::nullopt;
-      if (!y) return unreadable("points cannot be read at " + quoted(numbers.rest()));
+      if (!y) return unreadable("points cannot be read at {1}", quoted(numbers.rest()));
       first ? pen_.moveTo({*x, *y}) : pen_.lineTo({*x, *y});
     }
     pen_.finish(closed);

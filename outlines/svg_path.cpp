@@ -69,8 +69,8 @@ class PathReader {
  private:
   Error fault() const {
     const std::string_view rest = in_.rest();
-    return unreadable(rest.empty() ? "a path ends within a command"
-                                   : "a path cannot be read at " + quoted(rest));
+    return rest.empty() ? unreadable("a path ends within a command")
+                        : unreadable("a path cannot be read at {1}", quoted(rest));
   }
 
   bool number(double& out) {
@@ -233,7 +233,7 @@ Result<Affine> svgTransform(std::string_view text) {
   Affine all;
   while ((text = text.substr(std::min(text.find_first_not_of(kBlank), text.size()))) != "") {
     const std::size_t open = text.find('('), close = text.find(')');
-    const Error fault = unreadable("a transform cannot be read at " + quoted(text));
+    const Error fault = unreadable("a transform cannot be read at {1}", quoted(text));
     if (open > close || close == std::string_view::npos) return fault;
     const std::string_view name = text.substr(0, text.substr(0, open).find_last_not_of(" \t\r\n") + 1);
     SvgNumbers numbers(text.substr(open + 1, close - open - 1));

@@ -47,16 +47,16 @@ class XmlReader {
   Result<XmlTree> run() {
     while (fault_.empty() && findTag()) takeTag();
     if (fault_.empty() && !open_.empty())
-      fail("the file ends within " + quoted(tree_.elements[static_cast<std::size_t>(open_.back())].name));
-    if (fault_.empty() && tree_.elements.empty()) fail("there is no element in it");
+      fail(tr("the file ends within {1}",
+              quoted(tree_.elements[static_cast<std::size_t>(open_.back())].name)));
+    if (fault_.empty() && tree_.elements.empty()) fail(tr("there is no element in it"));
     if (!fault_.empty()) return unreadable(fault_);
     return std::move(tree_);
   }
 
  private:
   void fail(const std::string& reason) {
-    if (fault_.empty())
-      fault_ = std::string("line ").append(std::to_string(line_)).append(": ").append(reason);
+    if (fault_.empty()) fault_ = tr("line {1}: {2}", line_, reason);
   }
 
   void advance(std::size_t to) {
@@ -83,21 +83,21 @@ class XmlReader {
 
   void takeSection() {
     const std::size_t begin = at_ + kSection.size();
-    skipPast("]]>", "a CDATA section");
+    skipPast("]]>", tr("a CDATA section is not ended"));
     if (XmlElement* style = openStyle(); style != nullptr && fault_.empty())
       style->text += text_.substr(begin, at_ - 3 - begin);
   }
 
-  void skipPast(std::string_view end, const char* what) {
+  void skipPast(std::string_view end, const std::string& unended) {
     const std::size_t found = text_.find(end, at_);
-    if (found == std::string_view::npos) return fail(std::string(what) + " is not ended");
+    if (found == std::string_view::npos) return fail(unended);
     advance(found + end.size());
   }
 
   void takeTag() {
-    if (startsWith("<!--")) return skipPast("-->", "a comment");
+    if (startsWith("<!--")) return skipPast("-->", tr("a comment is not ended"));
     if (startsWith(kSection)) return takeSection();
-    if (startsWith("<?")) return skipPast("?>", "an instruction");
+    if (startsWith("<?")) return skipPast("?>", tr("an instruction is not ended"));
     if (startsWith("<!")) return skipDeclaration();
     startsWith("</") ? takeEnd() : takeElement();
   }
@@ -112,7 +112,7 @@ class XmlReader {
       if (c == '"' || c == '\'') at = std::min(text_.find(c, at + 1), text_.size());
       if (c == '>' && depth <= 0) return advance(at + 1);
     }
-    fail("a declaration is not ended");
+    fail(tr("a declaration is not ended"));
   }
 
   std::string_view name() {
@@ -133,7 +133,7 @@ class XmlReader {
     skipSpace();
     if (open_.empty() || tree_.elements[static_cast<std::size_t>(open_.back())].name != ended ||
         !startsWith(">"))
-      return fail(quoted(ended) + " ends nothing that is open");
+      return fail(tr("{1} ends nothing that is open", quoted(ended)));
     open_.pop_back();
     ++at_;
   }
@@ -143,15 +143,16 @@ class XmlReader {
     element.line = line_;
     ++at_;
     element.name = std::string(name());
-    if (element.name.empty()) return fail("a < without a name");
-    if (tree_.elements.size() >= kMostXmlElements) return fail("there are more elements than can be read");
-    if (static_cast<int>(open_.size()) >= kDeepestXml) return fail("elements are nested too deeply");
-    if (open_.empty() && !tree_.elements.empty()) return fail("there is a second root element");
+    if (element.name.empty()) return fail(tr("a < without a name"));
+    if (tree_.elements.size() >= kMostXmlElements)
+      return fail(tr("there are more elements than can be read"));
+    if (static_cast<int>(open_.size()) >= kDeepestXml) return fail(tr("elements are nested too deeply"));
+    if (open_.empty() && !tree_.elements.empty()) return fail(tr("there is a second root element"));
     while (fault_.empty() && takeAttribute(element)) {
     }
     if (!fault_.empty()) return;
     const bool whole = startsWith("/>");
-    if (!whole && !startsWith(">")) return fail("the element " + quoted(element.name) + " is not ended");
+    if (!whole && !startsWith(">")) return fail(tr("the element {1} is not ended", quoted(element.name)));
     at_ += whole ? 2 : 1;
     const int place = static_cast<int>(tree_.elements.size());
     if (!open_.empty()) tree_.elements[static_cast<std::size_t>(open_.back())].children.push_back(place);
@@ -164,13 +165,13 @@ class XmlReader {
     const std::string key(name());
     if (key.empty()) return false;
     skipSpace();
-    if (!startsWith("=")) return fail(quoted(key) + " has no value"), false;
+    if (!startsWith("=")) return fail(tr("{1} has no value", quoted(key))), false;
     ++at_;
     skipSpace();
     const char quote = at_ < text_.size() ? text_[at_] : '\0';
     const std::size_t end =
         quote == '"' || quote == '\'' ? text_.find(quote, at_ + 1) : std::string_view::npos;
-    if (end == std::string_view::npos) return fail("the value of " + quoted(key) + " has no quotes"), false;
+    if (end == std::string_view::npos) return fail(tr("the value of {1} has no quotes", quoted(key))), false;
     element.attributes.emplace_back(key, decoded(text_.substr(at_ + 1, end - at_ - 1)));
     advance(end + 1);
     return true;

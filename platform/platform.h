@@ -20,8 +20,7 @@ inline constexpr long long kMostPixels = 200'000'000;
 inline Status checkPictureSize(int width, int height) {
   if (width < 1 || height < 1) return unwritable("a picture needs at least one pixel");
   if (width > kLongestSide || height > kLongestSide || 1LL * width * height > kMostPixels)
-    return unwritable("a picture of " + std::to_string(width) + " x " + std::to_string(height) +
-                      " pixels is too large");
+    return unwritable("a picture of {1} x {2} pixels is too large", width, height);
   return {};
 }
 
@@ -66,6 +65,11 @@ class Platform {
   virtual std::unique_ptr<FileClaim> claim(const std::string& path) = 0;
   /// Whether somebody reads the error output on a terminal, and it is not piped into a file or a program.
   virtual bool errorsGoToTerminal() const = 0;
+
+  /// The language that the user's system speaks, as "de" or "de_AT.UTF-8"; empty when there is none.
+  virtual std::string language() const = 0;
+  /// The language of the program's window, as "de", for what the back end brings along of its own.
+  virtual void setLanguage(std::string_view /*code*/) {}
 
   /// Whether a window can be opened; otherwise what it would need, as the error.
   virtual Status canOpenWindow() const = 0;

@@ -9,14 +9,15 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.15;    // radians that a line may turn between two of its points
-constexpr double kStray = 0.4;    // of a probe that a chord may lie beside its curve
-constexpr int kMostHalvings = 6;  // of a piece between two samples
-constexpr double kProbe = 0.35;   // tolerances beside a border at which its two sides are looked at
-constexpr double kJoin = 60;      // tolerances that ends of borders may lie apart
-constexpr double kSpur = 12;      // tolerances that a border may go on too far
-constexpr double kExact = 1e-6;   // pixels that copies of one point may lie apart
-constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
+constexpr double kTurn = 0.15;            // radians that a line may turn between two of its points
+constexpr double kStray = 0.4;            // of a probe that a chord may lie beside its curve
+constexpr int kMostHalvings = 6;          // of a piece between two samples
+constexpr double kProbe = 0.35;           // tolerances beside a border at which its two sides are looked at
+constexpr double kJoin = 60;              // tolerances that ends of borders may lie apart
+constexpr double kSpur = 12;              // tolerances that a border may go on too far
+constexpr double kExact = 1e-6;           // pixels that copies of one point may lie apart
+constexpr std::size_t kUsualPoints = 64;  // of a piece
+constexpr double kSmooth = 0.94;          // cosine of the turn from which on there is a corner
 
 struct Chord {
   Chord(Vec a, Vec b) : from(a), way(b - a), inverse(dot(way, way) > 0 ? 1 / dot(way, way) : 0) {}
@@ -37,6 +38,7 @@ class PointList {
   PointList(const BandPiece& piece, double far, double probe)
       : loop_(piece.loop), most_(kStray * 8 * probe), turn_(std::min(kTurn, std::sqrt(most_ / far))) {
     BandLoop::Spot last = loop_.spot(piece.from);
+    points_.reserve(kUsualPoints);
     add(last);
     for (double from = piece.from; from < piece.to;) {
       const double to = std::min(std::floor(from + 1 + 1e-6), piece.to);
@@ -74,6 +76,7 @@ class CentreLine {
  public:
   explicit CentreLine(const std::vector<LinePoint>& points) : begin_(points.front()), end_(points.back()) {
     chords_.reserve(points.size());
+    boxes_.reserve(points.size() / kBlock + 1);
     for (std::size_t i = 1; i < points.size(); ++i) add(Chord(points[i - 1].at, points[i].at));
   }
 
@@ -367,7 +370,7 @@ class BandClipper {
   /// Where borders meet at a flat angle, the one that is left there may seem to go on for a little way. Such
   /// parts that lead nowhere, or come from nowhere, go, so that contours do not turn back at their ends.
   void dropSpurs() {
-    const auto meet = [](Vec a, Vec b) { return lengthOf(b - a) < kExact; };
+    const auto meet = [](Vec a, Vec b) { return dot(b - a, b - a) < kExact * kExact; };
     const auto first = [this](const Run& r) { return kept_[r.begin].from.at; };
     const auto last = [this](const Run& r) { return kept_[r.end - 1].to.at; };
     const auto isSpur = [&](const Run& r) {
@@ -426,23 +429,27 @@ class BandClipper {
   /// is missing between them. A number past the end means none.
   std::vector<std::size_t> followers() const {
     struct Join {
-      double away;
+      double square;  // of the distance
       std::size_t from, to;
     };
     std::vector<std::size_t> next(kept_.size(), kept_.size());
     std::vector<bool> reached(kept_.size(), false);
     for (std::size_t i = 0; i + 1 < kept_.size(); ++i)
-      if (lengthOf(kept_[i + 1].from.at - kept_[i].to.at) == 0) {
+      if (const Vec way = kept_[i + 1].from.at - kept_[i].to.at; way.x == 0 && way.y == 0) {
         next[i] = i + 1;
         reached[i + 1] = true;
       }
     std::vector<Join> joins;
-    for (std::size_t i = 0; i < kept_.size(); ++i)
-      for (std::size_t k = 0; next[i] == kept_.size() && k < kept_.size(); ++k)
-        if (const double away = lengthOf(kept_[k].from.at - kept_[i].to.at);
-            !reached[k] && k != i && away < kJoin * tolerance_)
-          joins.push_back({away, i, k});
-    std::ranges::sort(joins, {}, &Join::away);
+    const double most = kJoin * tolerance_ * kJoin * tolerance_;
+    for (std::size_t i = 0; i < kept_.size(); ++i) {
+      if (next[i] < kept_.size()) continue;
+      for (std::size_t k = 0; k < kept_.size(); ++k) {
+        if (reached[k] || k == i) continue;
+        const Vec way = kept_[k].from.at - kept_[i].to.at;
+        if (const double square = dot(way, way); square < most) joins.push_back({square, i, k});
+      }
+    }
+    std::ranges::sort(joins, {}, &Join::square);
     for (const Join& join : joins) {
       if (next[join.from] < kept_.size() || reached[join.to]) continue;
       next[join.from] = join.to;

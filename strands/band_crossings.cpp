@@ -6,7 +6,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 4;       // chords that are compared with others as one box
+constexpr int kChunk = 2;       // chords that are compared with others as one box
 constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =
     0.1234567;  // of a period from the seam to where the search ends: few crossings lie there

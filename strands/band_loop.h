@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "strands/knot_curve.h"
@@ -34,8 +35,10 @@ inline Vec unit(Vec a) {
 /// beside each other. Copies share what they are made of.
 class BandLoop {
  public:
-  /// Samples that repeat the one before are left out. Fewer than three points make an empty loop.
-  BandLoop(const KnotCurve& curve, int slot, const GridView& view);
+  /// Samples that repeat the one before are left out. Fewer than three points make an empty loop. Where
+  /// the cubic between a sample and one a few further on, with the line's directions at both, passes those
+  /// between within `stray` pixels, they are left out as well: places count the samples that are kept.
+  BandLoop(const KnotCurve& curve, int slot, const GridView& view, double stray = 0);
 
   int slot() const { return slot_; }
   int size() const { return size_; }
@@ -45,7 +48,14 @@ class BandLoop {
     const Vec at = nodes_[wrap(i, x)].at;
     return {at.x + x, at.y};
   }
-  Vec tangent(int i) const { return nodes_[wrap(i)].along; }
+  /// The first derivative there by the place, further on and up to there.
+  Vec tangent(int i) const {
+    const Node& node = nodes_[wrap(i)];
+    return node.along * node.step;
+  }
+  Vec tangentTo(int i) const { return nodes_[wrap(i)].along * nodes_[wrap(i - 1)].step; }
+  /// Whether samples between it and the next one were left out.
+  bool isWide(int i) const { return nodes_[wrap(i)].step > 1; }
   Vec direction(int i) const { return nodes_[wrap(i)].direction; }
   /// Whether its laps lie on one another.
   bool isRing() const { return turns_ == 0; }
@@ -68,14 +78,21 @@ class BandLoop {
   };
   Spot spot(double place) const;
   double height(double place) const;
+  /// The whole line, one Bezier segment from sample to sample.
+  void appendAll(std::vector<PointF>& chain) const;
   /// The place near `guess` whose point is nearest to `from`.
   double nearest(Vec from, double guess) const;
 
  private:
   struct Node {
-    Vec at, along, direction;
-    double height = 0;
+    Vec at, along, direction;  // `along`: the derivative by the number of a sample, kept or not
+    double step;               // samples to the next node
+    int sample;                // its number among all
   };
+  void keep(std::span<const Node> all, double stray, std::vector<Node>& kept) const;
+  std::size_t stepFrom(std::span<const Node> all, std::size_t from, double stray) const;
+  static bool passesBetween(std::span<const Node> all, std::size_t from, std::size_t step, Vec lap,
+                            double stray);
   std::size_t wrap(int i) const {
     const int n = size();
     return static_cast<std::size_t>(i >= 0 && i < n ? i : (i % n + n) % n);
@@ -91,7 +108,12 @@ class BandLoop {
 
   int slot_, size_ = 0, turns_ = 0;
   double lap_ = 0, left_ = 0;
-  std::shared_ptr<Node[]> nodes_;
+  struct Line {
+    std::vector<Node> nodes;
+    std::vector<double> heights;  // of all samples, the first one once more at the end
+  };
+  std::shared_ptr<const Line> line_;
+  const Node* nodes_ = nullptr;  // of the line
 };
 
 // Both are asked for hundreds of thousands of times in one picture: they are worth being inline.
@@ -105,8 +127,9 @@ inline BandLoop::Spot BandLoop::spot(double place) const {
   const Node &a = nodes_[at], &b = nodes_[isLast ? 0 : at + 1];
   const Vec from{a.at.x + left, a.at.y};
   const Vec d{b.at.x + (isLast ? left + lap_ : left) - from.x, b.at.y - a.at.y};
-  const Vec square = d * 3 - a.along * 2 - b.along, cube = a.along + b.along - d * 2;
-  return {from + (a.along + (square + cube * t) * t) * t, a.along + (square * 2 + cube * (3 * t)) * t,
+  const Vec out = a.along * a.step, in = b.along * a.step;
+  const Vec square = d * 3 - out * 2 - in, cube = out + in - d * 2;
+  return {from + (out + (square + cube * t) * t) * t, out + (square * 2 + cube * (3 * t)) * t,
           square * 2 + cube * (6 * t)};
 }
 
@@ -115,7 +138,7 @@ inline Vec offsetPoint(const BandLoop::Spot& spot, double distance) {
   return spot.at + quarter(unit(spot.along)) * distance;
 }
 
-/// All strands that have a loop, by slot.
-std::vector<BandLoop> bandLoops(const KnotCurve& curve, const GridView& view);
+/// All strands that have a loop, by slot. See BandLoop for `stray`.
+std::vector<BandLoop> bandLoops(const KnotCurve& curve, const GridView& view, double stray = 0);
 
 }  // namespace lorivan

@@ -14,12 +14,19 @@ namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
-constexpr double kSharp = 0.2;       // radians from one sample to the next but one
-constexpr double kTight = 0.8;       // of the bend that folds a side
-constexpr double kFlat = 0.8;        // tangent of the angle between a band's end and its sides
-constexpr double kLeastHole = 4;     // squares of half the width; what a fold surrounds is smaller
-constexpr int kUsualPoints = 40;     // of a contour
-constexpr double kStraight = 0.1;    // radians that an edge may turn for a band's end to be one arc
+constexpr double kStrayShare = 0.1;  // of the tolerance that a centre line may lie off its samples
+constexpr double kNarrow = 10;       // pixels: bands whose strands need fewer samples
+constexpr double kPictureStray = 0.03;  // pixels that it may in a picture
+constexpr double kSharp = 0.2;          // radians from one sample to the next but one
+constexpr double kTight = 0.8;          // of the bend that folds a side
+constexpr double kFlat = 0.8;           // tangent of the angle between a band's end and its sides
+constexpr double kLeastHole = 4;        // squares of half the width; what a fold surrounds is smaller
+constexpr int kUsualContour = 40;       // points
+constexpr double kStraight = 0.1;       // radians that an edge may turn for a band's end to be one arc
+
+double toleranceOf(const OutlineOptions& options) {
+  return std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest));
+}
 
 class Outliner {
  public:
@@ -28,7 +35,7 @@ class Outliner {
         options_(options),
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
-        tolerance_(std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest))),
+        tolerance_(toleranceOf(options)),
         fit_(options.fitted ? tolerance_ : 0),
         exits_(loops, seam, half_, clear_, tolerance_) {}
 
@@ -61,6 +68,10 @@ class Outliner {
       made.centre = centreLine(band, calm, calm + band.size());
       if (band.isRing()) made.centre.back() = made.centre.front();
     }
+    if (options_.spines) {
+      band.appendAll(made.spine);
+      if (band.isRing()) made.spine.back() = made.spine.front();
+    }
     if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
     if (begin == end) {
       made.stretches.push_back({ring(band, calm, half_), made.centre});
@@ -81,6 +92,7 @@ class Outliner {
       on_.push_back(exits_.leave(c, 1));
       crowded_ += back_.back().isCrowded() || on_.back().isCrowded();
       clipped_ += mustClip(back_.back()) || mustClip(on_.back());
+      if (clipped_ > options_.mostClipped) return;
     }
   }
   static bool mustClip(const BandEnd& end) { return !end.isPlain || end.isCrowded(); }
@@ -178,7 +190,7 @@ class Outliner {
       return sharp * sharp > kTight * kTight * fast * fast * fast;
     };
     for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
-      const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
+      const Vec a = band.tangent(i), b = band.tangentTo(i + 1), chord = band.point(i + 1) - band.point(i);
       if (isTight(a, chord * 6 - b * 2) || isTight(b, a * 2 - chord * 6)) return true;
     }
     return false;
@@ -267,7 +279,7 @@ class Outliner {
   BandContour around(const BandLoop& band, const BandEnd& begin, const BandEnd& end, double fit) {
     mayCross_ = false;
     BandContour contour;
-    contour.reserve(kUsualPoints);
+    contour.reserve(kUsualContour);
     appendSideOf(band, begin, end, 0, fit, contour);
     cap(band, end, 0, fit, contour);
     appendSideOf(band, begin, end, 1, fit, contour);
@@ -330,7 +342,10 @@ class Outliner {
 }  // namespace
 
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options) {
-  const std::vector<BandLoop> loops = bandLoops(curve, view);
+  // Wider bands over samples as near to one another have no room: every sample tells where they are cut.
+  const bool isNarrow = options.outer <= kNarrow;
+  const double most = options.fitted ? kStrayShare * toleranceOf(options) : kPictureStray;
+  const std::vector<BandLoop> loops = bandLoops(curve, view, isNarrow ? most : 0);
   return Outliner(loops, seamOf(curve, view), options).run();
 }
 

@@ -23,7 +23,10 @@ struct OutlineOptions {
   double grow = 0;       // moves every outline outwards, or inwards below 0: half the width of a cut
   bool centres = false;  // whether strands and stretches get their centre lines
   bool rings = false;    // whether strands get their whole bands with edges
-  bool fitted = true;    // few segments; else many, which are made faster
+  /// Few segments that are true to the tolerance of files; else what a picture of these pixels needs, made
+  /// faster.
+  bool fitted = true;
+  bool spines = false;  // whether strands get their `spine`
   /// Stretches that are cut by distances take some time. Where more crossings than this have such ends, there
   /// are no outlines.
   int mostClipped = std::numeric_limits<int>::max();
@@ -38,6 +41,7 @@ struct BandStretch {
 struct StrandOutline {
   int slot = 0;
   std::vector<PointF> centre;     // chain along the whole strand, closed; one lap of it round a cylinder
+  std::vector<PointF> spine;      // the same line, and only this one, in many segments
   std::vector<BandContour> ring;  // the whole band, `outer` wide, covered or not; it may cross itself
   bool folded = false;            // the ring had folds: where bends follow closely it may miss a corner
   std::vector<BandStretch> stretches;

@@ -13,6 +13,10 @@ void BandPainter::edge(int slot) {
   stretch(slot, 0, points_.size(), std::max(outer(), inner()), 0, CapStyle::round);
 }
 
+void BandPainter::edge(std::span<const PointF> spine) {
+  stroke(spine, std::max(outer(), inner()), 0, CapStyle::round);
+}
+
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.
 void BandPainter::strandStart(int slot, int count) {
   takePoints(slot);
@@ -46,11 +50,15 @@ void BandPainter::stretch(int slot, std::size_t begin, std::size_t pieces, float
   bezier_.clear();
   closedCardinalToBezier(points_, begin, pieces, bezier_,
                          static_cast<float>(curve_.lap(slot) * acrossScale(view_)));
-  if (!seam_) return surface_.wideCurve({bezier_, width, colour, caps});
+  stroke(bezier_, width, colour, caps);
+}
+
+void BandPainter::stroke(std::span<const PointF> bezier, float width, Colour colour, CapStyle caps) {
+  if (!seam_) return surface_.wideCurve({bezier, width, colour, caps});
   Reach reach;
-  reach.add(bezier_);
+  reach.add(bezier);
   eachCopy(seam_, reach.low - width, reach.high + width, [&](double right) {
-    const std::vector<PointF> copy = movedRight(bezier_, right);
+    const std::vector<PointF> copy = movedRight(bezier, right);
     surface_.wideCurve({copy, width, colour, caps});
   });
 }

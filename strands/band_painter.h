@@ -1,6 +1,7 @@
 // Smooth bands, one strand or over-crossing at a time: what pictures and animations are put together from.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "strands/knot_drawing.h"
@@ -19,6 +20,8 @@ class BandPainter {
   void strand(int slot);
   /// The black one alone, unrounded.
   void edge(int slot);
+  /// The same along a line that is known.
+  void edge(std::span<const PointF> spine);
   /// The beginning of a strand: the same curve as far as its point number `count`.
   void strandStart(int slot, int count);
   /// Both bands of a stretch that lies over others.
@@ -28,6 +31,7 @@ class BandPainter {
   float outer() const { return static_cast<float>(style_.outerWidth() * view_.pixelFactor()); }
   float inner() const { return static_cast<float>(style_.innerWidth() * view_.pixelFactor()); }
   void takePoints(int slot);
+  void stroke(std::span<const PointF> bezier, float width, Colour colour, CapStyle caps);
   void stretch(int slot, std::size_t begin, std::size_t pieces, float width, Colour colour, CapStyle caps);
 
   Surface& surface_;

@@ -29,7 +29,10 @@ void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& 
   if (!rings.empty()) surface.fillPath(rings, 0);
   BandPainter painter(surface, curve, style, view);
   for (const StrandOutline& strand : outlines.strands)
-    if (strand.ring.empty() || strand.folded) painter.edge(strand.slot);
+    if (!strand.spine.empty())
+      painter.edge(strand.spine);
+    else if (strand.ring.empty() || strand.folded)
+      painter.edge(strand.slot);
   surface.endGroup();
 }
 
@@ -67,6 +70,7 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   options.rings = options.fitted = !surface.isRaster();
+  options.spines = surface.isRaster();
   const BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
   const Seam seam = seamOf(curve, view);

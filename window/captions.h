@@ -3,9 +3,12 @@
 
 #include <string_view>
 
+#include "base/texts.h"
+
 namespace lorivan {
 
-inline constexpr std::string_view kStopCaption = "Stop";  // Create 2D, while an animation runs
-inline constexpr std::string_view kWaitCaption = "wait...";
+/// Create 2D, while an animation runs.
+inline std::string stopCaption() { return tr("Stop"); }
+inline std::string waitCaption() { return tr("wait..."); }
 
 }  // namespace lorivan

@@ -4,17 +4,19 @@
 #include <vector>
 
 #include "base/numbers.h"
-#include "design/presets.h"
+#include "base/texts.h"
+#include "design/names.h"
 #include "window/handlers.h"
+#include "window/languages.h"
 #include "window/summaries.h"
 
 namespace lorivan {
 namespace {
 
 constexpr std::string_view kFile = "&File", kEdit = "&Edit", kView = "V&iew", kShape = "&Shape",
-                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open &recent",
+                           kStyle = "Sty&le", kHelp = "&Help", kRecent = "Open re&cent",
                            kSymmetry = "&Symmetry", kStrands = "S&trands",
-                           kSheetSymmetry = "Draw in s&ymmetry";
+                           kSheetSymmetry = "Draw in s&ymmetry", kLanguage = "&Language";
 
 bool hasKnot(const Workbench& b) { return b.knotDrawn(); }
 bool knotIsCurrent(const Workbench& b) { return b.knotDrawn() && b.gridIsCurrent(); }
@@ -33,8 +35,14 @@ bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == 
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
 /// "&Undo Random knot"
-std::string withStep(const char* word, const std::string& step) {
-  return step.empty() ? std::string(word) : word + (' ' + marksDoubled(step));
+std::string undoText(const Workbench& b) {
+  const std::string step = marksDoubled(b.session.history().undoName());
+  return step.empty() ? tr("&Undo") : tr("&Undo {1}", step);
+}
+
+std::string redoText(const Workbench& b) {
+  const std::string step = marksDoubled(b.session.history().redoName());
+  return step.empty() ? tr("&Redo") : tr("&Redo {1}", step);
 }
 
 /// "&1 knot.qzd": the file's name behind its digit.
@@ -67,7 +75,7 @@ constexpr CommandRow symmetryRow(std::string_view name, std::string_view text) {
 std::string turnsText(const Workbench& b, std::size_t place) {
   if (place >= b.symmetry.turns().size()) return {};
   const int turns = b.symmetry.turns()[place];
-  return std::string(turns < 10 ? "&" : "").append(std::to_string(turns)).append("-fold turn");
+  return tr("{1}-fold turn", std::string(turns < 10 ? "&" : "").append(std::to_string(turns)));
 }
 
 template <std::size_t Place>
@@ -120,9 +128,11 @@ constexpr CommandRow sheetTurnsRow(std::string_view name, std::string_view text)
 }
 
 /// Ten styles have a digit for their mnemonic, 0 for the tenth.
-std::string styleText(std::size_t place) {
-  const std::string name(presetTable()[place].name);
-  return place < 10 ? '&' + std::to_string((place + 1) % 10) + ' ' + name : '&' + name;
+std::string styleText(int place) {
+  const std::string name = styleName(place);
+  std::string text = "&";
+  if (place < 10) text.append(std::to_string((place + 1) % 10)) += ' ';
+  return text + name;
 }
 
 template <int Place>
@@ -135,6 +145,26 @@ constexpr CommandRow styleRow(std::string_view name) {
           nullptr,
           nullptr,
           [](const Workbench&) { return styleText(Place); }};
+}
+
+constexpr std::string_view languageCode(int place) {
+  constexpr std::array<std::string_view, 3> codes = {"", "en", "de"};
+  return codes[static_cast<std::size_t>(place + 1)];
+}
+
+/// The language's own name; no place: that of the system.
+template <int Place>
+constexpr CommandRow languageRow(std::string_view name) {
+  return {.name = name,
+          .menu = kView,
+          .run = [](Handlers& h) { h.mnuLanguage_Click(languageCode(Place)); },
+          .checked = [](const Workbench& b) { return b.language == languageCode(Place); },
+          .words =
+              [](const Workbench&) {
+                if constexpr (Place < 0) return tr("&System");
+                return std::string("&").append(languages()[static_cast<std::size_t>(Place)].name);
+              },
+          .submenu = kLanguage};
 }
 
 constexpr bool kSeparator = true, kDuringWork = true, kKeepsUndone = true;
@@ -160,10 +190,10 @@ constexpr auto kCommandRows = std::to_array<CommandRow>({
 
     {"mnuEditUndoStep", kEdit, "&Undo", "Ctrl+Z", [](Handlers& h) { h.mnuEditUndoStep_Click(); },
      [](const Workbench& b) { return b.session.history().canUndo(); }, nullptr,
-     [](const Workbench& b) { return withStep("&Undo", b.session.history().undoName()); }},
+     undoText},
     {"mnuEditRedoStep", kEdit, "&Redo", "Ctrl+Y", [](Handlers& h) { h.mnuEditRedoStep_Click(); },
      [](const Workbench& b) { return b.session.history().canRedo(); }, nullptr,
-     [](const Workbench& b) { return withStep("&Redo", b.session.history().redoName()); }, false, false, false, {}, "Ctrl+Shift+Z"},
+     redoText, false, false, false, {}, "Ctrl+Shift+Z"},
     {"mnuEditUndo", kEdit, "Undo &field", "", [](Handlers& h) { h.mnuEditUndo_Click(); }, nullptr, nullptr, nullptr, false, false, kKeepsUndone},
     {"mnuEditCopy", kEdit, "&Copy picture", "Ctrl+C", [](Handlers& h) { h.mnuEditCopy_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuEditCopyDrawing", kEdit, "Copy as &vector", "Ctrl+Shift+C", [](Handlers& h) { h.mnuEditCopyDrawing_Click(); }, knotIsCurrent},
@@ -199,6 +229,7 @@ constexpr auto kCommandRows = std::to_array<CommandRow>({
 
     {"mnuViewVariations", kView, "Va&riations", "Ctrl+Shift+R", [](Handlers& h) { h.mnuViewVariations_Click(); }, nullptr, nullptr, nullptr, kSeparator},
     {"mnuViewVariationsOf", kView, "Variations &of fields...", "", [](Handlers& h) { h.mnuViewVariationsOf_Click(); }, hasGrid},
+    languageRow<-1>("mnuLanguageSystem"), languageRow<0>("mnuLanguageEnglish"), languageRow<1>("mnuLanguageDeutsch"),
 
     {"mnuShapeBlank", kShape, "&Blank", "", [](Handlers& h) { h.mnuShapeBlank_Click(); }},
     {"mnuShapeView", kShape, "&View", "", [](Handlers& h) { h.mnuShapeView_Click(); }, nullptr,

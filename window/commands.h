@@ -50,7 +50,7 @@ std::span<const CommandRow> commandRows();
 /// Place of the command of this name; it has to be there.
 CommandId commandId(std::string_view name);
 
-/// What the window is made from.
+/// What the window is made from, in English; see ShownTables.
 std::span<const CommandSpec> commandTable();
 
 /// Brings every command's state and text up to date.

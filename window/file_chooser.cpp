@@ -2,6 +2,7 @@
 
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "base/texts.h"
 
 namespace lorivan {
 
@@ -43,8 +44,8 @@ std::string FileChooser::ask(const FileQuestion& question, bool save, bool bare)
 
 std::string FileChooser::NewFname(const std::string& description, const std::string& extension,
                                   std::vector<FileFilter> others) {
-  return toSave({"Saving:  Enter your " + description + " file name",
-                 description + " files",
+  return toSave({tr("Saving:  Enter your {1} file name", description),
+                 tr("{1} files", description),
                  extension,
                  {},
                  std::move(others)});

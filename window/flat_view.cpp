@@ -24,10 +24,10 @@ Surface& FlatView::surface() const { return window_.surface(kPicture); }
 Status FlatView::shown(Surface& surface, const Knot& knot) {
   const std::string fault = surface.fault();
   unmarked_.clear();
-  if (plain_) return fault.empty() ? Status() : Status(unwritable("The picture is not whole: " + fault));
+  if (plain_) return fault.empty() ? Status() : Status(unwritable("The picture is not whole: {1}", fault));
   drawMarks(surface, knot);
   surface.refresh();
-  return fault.empty() ? Status() : Status(unwritable("The picture is not whole: " + fault));
+  return fault.empty() ? Status() : Status(unwritable("The picture is not whole: {1}", fault));
 }
 
 Status FlatView::paintGrid(const Document& document, const Knot& knot) {
@@ -45,6 +45,7 @@ Status FlatView::paintKnot(const Document& document, const Knot& knot) {
   view_ = through(viewOf(knot, document.fields, style, picture.width(), true));
   PictureOptions options = pictureOptions(document.fields);
   options.quick = true;
+  options.showGrid = options.showGrid && !bare_;
   drawKnotPicture(picture, knot.graph, knot.curve, style, view_, options);
   if (markedStrand_ != 0 && !plain_) drawStrandMark(picture, knot.curve, style, view_, markedStrand_);
   return shown(picture, knot);

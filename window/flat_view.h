@@ -29,8 +29,12 @@ class FlatView {
   Status paintGrid(const Document& document, const Knot& knot);
   Status paintKnot(const Document& document, const Knot& knot);
 
-  /// While `plain` the picture is painted as it leaves the program: whole and without marks.
-  void setPlain(bool plain) { plain_ = plain; }
+  /// While `plain` the picture is painted as it leaves the program: whole and without marks; `bare`: without
+  /// the grid behind the knot, too.
+  void setPlain(bool plain, bool bare = false) {
+    plain_ = plain;
+    bare_ = bare;
+  }
   /// Whether the picture differs from that.
   bool altered() const { return !lens.isWhole() || markedStrand_ != 0 || !(marks_ == GridMarks{}); }
 
@@ -77,7 +81,7 @@ class FlatView {
   PointerShape pointer_ = PointerShape::arrow;
   GridMarks marks_;
   int markedStrand_ = 0;
-  bool plain_ = false;
+  bool plain_ = false, bare_ = false;
   std::vector<std::uint32_t> unmarked_;  // the pixels under the marks; empty while there are none
 };
 

@@ -4,6 +4,8 @@
 #include <cstdlib>
 
 #include "base/numbers.h"
+#include "base/texts.h"
+#include "design/names.h"
 #include "design/shape_pictures.h"
 
 namespace lorivan {
@@ -25,7 +27,7 @@ Form::Form(Window& window, Platform& platform) : window_(window) {
         {ValidText(std::move(limits), std::string(spec.value), [&clock] { return clock.secondsOfDay(); })});
   }
   std::vector<std::string> shapes;
-  for (const ShapeSpec& row : shapeTable()) shapes.emplace_back(row.name);
+  for (int i = 0; i < kShapeCount; ++i) shapes.push_back(shapeName(static_cast<Shape>(i)));
   window_.setItems(controlId("lstType"), shapes);
   window_.setItemPictures(controlId("lstType"), shapePictures(platform));
 }
@@ -75,8 +77,8 @@ Form::Confirmed Form::confirm(Param p) {
   Confirmed confirmed{text(p), {}, text(p) != shown_.text(p)};
   const ParamSpec& spec = parameterSpec(p);
   if (typed != text(p) && ChkNum(typed) != ChkNum(text(p)))
-    confirmed.correction = std::string(spec.caption) + ": \"" + typed + "\" became " + text(p) + " (" +
-                           std::string(spec.min) + " to " + std::string(spec.max) + ")";
+    confirmed.correction =
+        tr("{1}: \"{2}\" became {3} ({4} to {5})", fieldName(p), typed, text(p), spec.min, spec.max);
   return confirmed;
 }
 
@@ -169,7 +171,7 @@ void Form::showOffset() {
   const std::string_view label = shapeTable()[static_cast<std::size_t>(shown_.shape)].offsetLabel;
   window_.setVisible(controlId("lblXF"), !label.empty());
   window_.setVisible(fieldControl(Param::CrossOffset), !label.empty());
-  if (!label.empty()) window_.setText(controlId("lblXF"), std::string(label));
+  if (!label.empty()) window_.setText(controlId("lblXF"), translated(kShortContext, label));
 }
 
 /// It has its place where other shapes have their offset.

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "base/texts.h"
+#include "design/names.h"
 
 namespace lorivan {
 namespace {
@@ -33,15 +35,15 @@ std::string marked(std::string_view caption, char mnemonic) {
   return text;
 }
 
-struct Form {
+struct BuiltForm {
   std::deque<std::string> captions;  // the table's texts point into it
   std::vector<ControlSpec> controls;
   std::array<ControlId, kParamCount> fields{};
   std::array<ControlId, kCheckCount> checks{};  // -1: it has none
 };
 
-Form makeForm() {
-  Form form;
+BuiltForm makeForm() {
+  BuiltForm form;
   form.checks.fill(-1);
   const auto& rows = form::kRows;
   for (std::size_t i = 0; i < rows.size(); ++i) {
@@ -62,8 +64,8 @@ Form makeForm() {
   return form;
 }
 
-const Form& form_() {
-  static const Form form = makeForm();
+const BuiltForm& form_() {
+  static const BuiltForm form = makeForm();
   return form;
 }
 
@@ -78,24 +80,24 @@ ControlId controlNamed(std::string_view name) {
 
 std::string controlHint(ControlId control) {
   if (control < 0) return {};
-  const auto sentence = [](std::string_view caption, std::string_view shortName, std::string_view about) {
-    std::string text(caption);
-    if (!shortName.empty()) text.append(" (").append(shortName) += ')';
-    return text.append(": ").append(about);
+  const auto sentence = [](const auto& spec) {
+    const std::string caption = translated(spec.caption), about = translated(spec.about);
+    return spec.shortName.empty()
+               ? tr("{1}: {2}", caption, about)
+               : tr("{1} ({2}): {3}", caption, translated(kShortContext, spec.shortName), about);
   };
   if (const auto p = parameterOf(control)) {
     const ParamSpec& spec = parameterSpec(*p);
-    return sentence(spec.caption, spec.shortName, spec.about) + ", " + std::string(spec.min) + " to " +
-           std::string(spec.max);
+    return tr("{1}, {2} to {3}", sentence(spec), spec.min, spec.max);
   }
-  if (const auto c = checkOf(control))
-    return sentence(checkSpec(*c).caption, checkSpec(*c).shortName, checkSpec(*c).about);
+  if (const auto c = checkOf(control)) return sentence(checkSpec(*c));
   const ControlSpec& spec = formTable()[static_cast<std::size_t>(control)];
   if (spec.kind == ControlKind::colourBox)
-    return "Strand colour " + std::to_string(control - kFirstColourBox + 1) + ": a click chooses another one";
+    return tr("Strand colour {1}: a click chooses another one", control - kFirstColourBox + 1);
   if (spec.kind == ControlKind::list)
-    return std::string(spec.tooltip) + ": what its grid is made of; the arrow keys go through the shapes";
-  return std::string(spec.tooltip);
+    return tr("{1}: what its grid is made of; the arrow keys go through the shapes",
+              translated(spec.tooltip));
+  return translated(spec.tooltip);
 }
 
 ControlId fieldControl(Param parameter) { return form_().fields[static_cast<std::size_t>(parameter)]; }

@@ -93,22 +93,22 @@ inline constexpr auto kRows = std::to_array<FormRow>({
 
     {"fraView", group, "", {0, 3, 24, 5}, "3D View", ""},
     {"picNav", picture, "fraView", {0, 0, 13, 4}, "", "3D Rotator - Left click for Theta/Phi, Right click for Psi"},
-    {"lblTheta", label, "fraView", {13, 0, 7, 1}},
-    {"vtTheta", number, "fraView", {20, 0, 8, 1}},
-    {"lblKa", label, "fraView", {28, 0, 11, 1}},
-    {"vtKa", number, "fraView", {39, 0, 9, 1}},
-    {"lblPhi", label, "fraView", {13, 1, 7, 1}},
-    {"vtPhi", number, "fraView", {20, 1, 8, 1}},
-    {"lblKd", label, "fraView", {28, 1, 11, 1}},
-    {"vtKd", number, "fraView", {39, 1, 9, 1}},
-    {"lblPsi", label, "fraView", {13, 2, 7, 1}},
-    {"vtPsi", number, "fraView", {20, 2, 8, 1}},
-    {"lblKs", label, "fraView", {28, 2, 11, 1}},
-    {"vtKs", number, "fraView", {39, 2, 9, 1}},
-    {"lblNFact", label, "fraView", {13, 3, 7, 1}},
-    {"vtNFact", number, "fraView", {20, 3, 8, 1}},
-    {"lblKDist", label, "fraView", {28, 3, 11, 1}},
-    {"vtKDist", number, "fraView", {39, 3, 9, 1}},
+    {"lblTheta", label, "fraView", {13, 0, 8, 1}},
+    {"vtTheta", number, "fraView", {21, 0, 7, 1}},
+    {"lblKa", label, "fraView", {28, 0, 12, 1}},
+    {"vtKa", number, "fraView", {40, 0, 8, 1}},
+    {"lblPhi", label, "fraView", {13, 1, 8, 1}},
+    {"vtPhi", number, "fraView", {21, 1, 7, 1}},
+    {"lblKd", label, "fraView", {28, 1, 12, 1}},
+    {"vtKd", number, "fraView", {40, 1, 8, 1}},
+    {"lblPsi", label, "fraView", {13, 2, 8, 1}},
+    {"vtPsi", number, "fraView", {21, 2, 7, 1}},
+    {"lblKs", label, "fraView", {28, 2, 12, 1}},
+    {"vtKs", number, "fraView", {40, 2, 8, 1}},
+    {"lblNFact", label, "fraView", {13, 3, 8, 1}},
+    {"vtNFact", number, "fraView", {21, 3, 7, 1}},
+    {"lblKDist", label, "fraView", {28, 3, 12, 1}},
+    {"vtKDist", number, "fraView", {40, 3, 8, 1}},
     {"chkSmooth", check, "fraView", {0, 4, 16, 1}},
     {"lblNPoly", label, "fraView", {16, 4, 10, 1}, "Polygons", "Number of polygons of the model"},
     {"txtNPoly", text, "fraView", {26, 4, 8, 1}, "", "Number of polygons of the model"},
@@ -175,7 +175,7 @@ consteval ControlId controlId(std::string_view name) {
 /// The colour boxes follow each other in the form.
 inline constexpr ControlId kFirstColourBox = controlId("txtCol0");
 
-/// What the window is made from.
+/// What the window is made from, in English; see ShownTables.
 std::span<const ControlSpec> formTable();
 
 /// The control of this name; it has to be there.

@@ -43,6 +43,7 @@ class Handlers {
   void mnuViewFitPicture_Click();
   void mnuViewClassic_Click();
   void mnuViewDrawAtOnce_Click();
+  void mnuLanguage_Click(std::string_view code);
 
   // --- the hand on the 2-D picture (handlers_grid.cpp) ---
   void picGrid_Mouse(const MouseEvent& event);
@@ -130,7 +131,7 @@ class Handlers {
   // Handlers do not call each other; what several of them do stands here.
   void applyField(Param p, const std::string& text, const std::string& run, const std::string& note);
   bool scaleRefused(Param p);
-  void showHistory(const Document& before, const std::string& what);
+  void showHistory(const Document& before, const std::string& what, bool stays = false);
   void chooseColour(int box);
   void tellDropped(const Document& before);
   void hoverLine(int line);
@@ -160,14 +161,14 @@ class Handlers {
   void drawIn(const Symmetry& symmetry);
   void loadOutline(const std::string& path);
   void loadTracePicture(const std::string& path);
-  void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told);
+  void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& path);
   void fillRegion(PointF at);
   bool saveKnot(const std::string& path);
   bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
   Result<std::string> shownPicture(const std::string& extension, bool solid);
-  Result<std::string> knotOutput(std::string_view extension);
+  Result<std::string> knotOutput(std::string_view extension, bool bare = false);
   Result<std::string> movingPicture(const OutputJob& job, const std::string& path);
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});

@@ -1,8 +1,9 @@
 // Handlers of the fields, check boxes and colours, and of undo.
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "design/edits.h"
 #include "design/kept_walls.h"
-#include "design/presets.h"
+#include "design/names.h"
 #include "export/formats.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
@@ -69,8 +70,8 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
   if (taken && parameterSpec(p).followUp == FollowUp::model) bench_.modelFieldChanged();
   const std::string& given = bench_.document().fields.text(p);
   if (taken && given != text)
-    bench_.statusToo(std::string(parameterSpec(p).caption) + ": " + text + " became " + given +
-                     (p == Param::Scale ? " to fit" : " for this shape"));
+    bench_.statusToo(p == Param::Scale ? tr("{1}: {2} became {3} to fit", fieldName(p), text, given)
+                                       : tr("{1}: {2} became {3} for this shape", fieldName(p), text, given));
   else if (!note.empty())
     bench_.statusToo(note);
   if (makesGrid(p)) tellDropped(before);
@@ -80,8 +81,8 @@ void Handlers::applyField(Param p, const std::string& text, const std::string& r
 void Handlers::tellDropped(const Document& before) {
   const int dropped = wallCount(before) - wallCount(bench_.document());
   if (dropped <= 0) return;
-  bench_.status(counted(dropped, "wall") + " dropped, Ctrl+Z brings " + (dropped == 1 ? "it" : "them") +
-                " back; " + bench_.statusText());
+  bench_.status(trn("{n} wall dropped, Ctrl+Z brings it back; {1}",
+                    "{n} walls dropped, Ctrl+Z brings them back; {1}", dropped, bench_.statusText()));
 }
 
 /// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
@@ -90,8 +91,8 @@ bool Handlers::scaleRefused(Param p) {
   // The lines of a shape of one's own stay whatever the scale is: nothing to ask for.
   if (p != Param::Scale || bench_.drawAtOnce || !bench_.knotDrawn() ||
       bench_.document().fields.shape == Shape::Custom ||
-      bench_.window.confirm("Changing scale will erase your current grid. OK to continue?",
-                            "Scale change warning"))
+      bench_.window.confirm(tr("Changing scale will erase your current grid. OK to continue?"),
+                            tr("Scale change warning")))
     return false;
   bench_.form.forgetLatest(p);
   bench_.form.restore(p);
@@ -111,13 +112,12 @@ void Handlers::txtCol_Click(int box) { chooseColour(box); }
 void Handlers::chooseColour(int box) {
   const auto chosen =
       bench_.window.chooseColour(bench_.document().fields.boxes[static_cast<std::size_t>(box)]);
-  if (chosen)
-    bench_.step("Colour " + std::to_string(box + 1), withColour(bench_.document(), box, *chosen), After::all);
+  if (chosen) bench_.step(tr("Colour {1}", box + 1), withColour(bench_.document(), box, *chosen), After::all);
 }
 
 void Handlers::lstType_Click() {
   const Shape shape = bench_.form.shape();
-  const std::string name(shapeTable()[static_cast<std::size_t>(shape)].name);
+  const std::string name = shapeName(shape);
   const Document before = bench_.document();
   const auto next = chooseShape(before, shape);
   if (shape == Shape::Custom)
@@ -129,47 +129,48 @@ void Handlers::lstType_Click() {
 
 /// The chosen format is no part of the knot; it is read when a file is saved.
 void Handlers::opt_Click() {
-  if (const ExportFormat* format = chosenFormat()) bench_.status("3D files: " + std::string(format->summary));
+  if (const ExportFormat* format = chosenFormat())
+    bench_.status(tr("3D files: {1}", translated(format->summary)));
 }
 
 void Handlers::mnuStyle_Click(int style) {
-  bench_.step("Style " + std::string(presetTable()[static_cast<std::size_t>(style)].name),
-              withFittedStyle(bench_.document(), style),
+  bench_.step(tr("Style {1}", styleName(style)), withFittedStyle(bench_.document(), style),
               bench_.picture() == Picture::flat ? After::draw : After::all);
 }
 
 void Handlers::mnuEditUndo_Click() {
   const auto p = bench_.form.undoLatest();
   if (p)
-    bench_.status(std::string(parameterSpec(*p).caption) + " shows " + bench_.form.text(*p) +
-                  " again; press Enter in it to apply");
+    bench_.status(tr("{1} shows {2} again; press Enter in it to apply", fieldName(*p), bench_.form.text(*p)));
 }
 
 void Handlers::mnuEditUndoStep_Click() {
   const std::string name = bench_.session.history().undoName();
   const Document before = bench_.document();
-  bench_.session.undo();
-  showHistory(before, "Undone: " + name);
+  const bool fromSheet = bench_.session.undo();
+  if (fromSheet) bench_.bringToFront(Picture::sheet);
+  showHistory(before, tr("Undone: {1}", name), fromSheet);
 }
 
 void Handlers::mnuEditRedoStep_Click() {
   const std::string name = bench_.session.history().redoName();
   const Document before = bench_.document();
   bench_.session.redo();
-  showHistory(before, "Done again: " + name);
+  showHistory(before, tr("Done again: {1}", name));
 }
 
-/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot.
-void Handlers::showHistory(const Document& before, const std::string& what) {
+/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot. `stays`: the
+/// picture in front is the one that belongs to it.
+void Handlers::showHistory(const Document& before, const std::string& what, bool stays) {
   const Document& now = bench_.document();
   const bool linesNew = now.lines != before.lines;
   const bool shapeNew = outlineOf(now) != outlineOf(before) || now.fields.shape != before.fields.shape;
   const bool onSheet = linesNew ? !now.lines : now.fields.shape == Shape::Custom;
-  if ((linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
+  if (!stays && (linesNew || shapeNew) && (onSheet || bench_.picture() == Picture::sheet))
     bench_.bringToFront(onSheet ? Picture::sheet : Picture::flat);
   bench_.status({});
   bench_.show(After::all, false);
-  bench_.status(what + "; " + bench_.summary());
+  bench_.status(tr("{1}; {2}", what, bench_.summary()));
 }
 
 }  // namespace lorivan

@@ -2,7 +2,9 @@
 #include <algorithm>
 
 #include "base/sink.h"
+#include "base/texts.h"
 #include "custom/shape_file.h"
+#include "design/names.h"
 #include "design/outline_files.h"
 #include "design/settings_table.h"
 #include "design/source.h"
@@ -12,8 +14,8 @@
 namespace lorivan {
 namespace {
 
-FileQuestion knotQuestion(const char* title) {
-  return {title, "Lorivan files", std::string(kKnotFileExtension)};
+FileQuestion knotQuestion(const std::string& title) {
+  return {title, tr("Lorivan files"), std::string(kKnotFileExtension)};
 }
 
 }  // namespace
@@ -41,13 +43,13 @@ bool Handlers::mnuFileSave_Click() {
 bool Handlers::mnuFileSaveAs_Click() {
   std::string name(fileNameOf(bench_.session.path()));
   name = name.substr(0, name.rfind('.'));
-  if (name.empty()) name = shapeTable()[static_cast<std::size_t>(bench_.document().fields.shape)].name;
+  if (name.empty()) name = shapeName(bench_.document().fields.shape);
   std::erase_if(name, [](char c) { return c == '(' || c == ')'; });
   return saveAs(name + '.' + std::string(kKnotFileExtension));
 }
 
 bool Handlers::saveAs(const std::string& proposed) {
-  FileQuestion question = knotQuestion("Saving knot configuration - Enter your Lorivan file name");
+  FileQuestion question = knotQuestion(tr("Saving knot configuration - Enter your Lorivan file name"));
   question.proposed = proposed;
   const std::string path = bench_.files.toSave(question);
   return !path.empty() && saveKnot(path);
@@ -57,24 +59,24 @@ bool Handlers::saveKnot(const std::string& path) {
   const Document& document = bench_.document();
   const Status written = writeFile(path, documentText(withPasses(document, bench_.knot().graph)));
   if (!written) {
-    bench_.window.message(std::string(kKnotFileProblem), "", MessageIcon::none);
+    bench_.window.message(translated(kKnotFileProblem), "", MessageIcon::none);
     bench_.status(written.error().message);
     return false;
   }
   bench_.session.saved(path);
   remember(path);
   bench_.showCaption();
-  bench_.status("Saved as " + path);
+  bench_.status(tr("Saved as {1}", path));
   return true;
 }
 
 void Handlers::mnuFileLoad_Click() {
-  FileQuestion question = knotQuestion("Enter your Lorivan file name");
+  FileQuestion question = knotQuestion(tr("Enter your Lorivan file name"));
   std::string carriers;
   for (const ExportFormat& format : exportFormats())
     if (format.carriesSource) carriers.append(format.extension).append(" ");
   carriers.pop_back();
-  question.others = {{"Files that hold their knot", carriers}};
+  question.others = {{tr("Files that hold their knot"), carriers}};
   const std::string path = bench_.files.toLoad(question);
   if (!path.empty()) loadKnot(path);
 }
@@ -88,9 +90,10 @@ void Handlers::mnuFileRecent_Click(std::size_t place) {
 void Handlers::fileDropped(const std::string& path) {
   const bool known = canHoldKnot(path) || isDrawing(path) || isPicture(path);
   if (!known && extensionOf(path) != kShapeFileExtension)
-    return bench_.status(std::string(fileNameOf(path)) +
-                         " is no knot file (*.qzd), shape file (*.qzc), drawing or picture, and no file that "
-                         "holds its knot");
+    return bench_.status(
+        tr("{1} is no knot file (*.qzd), shape file (*.qzc), drawing or picture, and no file that holds its "
+           "knot",
+           fileNameOf(path)));
   bench_.files.rememberFolder(path);
   loadFile(path);
 }
@@ -118,15 +121,16 @@ void Handlers::loadKnot(const std::string& path) {
   if (!read) {
     std::erase(bench_.recentFiles, path);
     bench_.sortOut();
-    bench_.status("Could not load " + path + ": " + read.error().message);
+    bench_.status(tr("Could not load {1}: {2}", path, read.error().message));
     return;
   }
-  if (!mayLeave("The knot has changes that are not saved. Save them before another one is opened?")) return;
+  if (!mayLeave(tr("The knot has changes that are not saved. Save them before another one is opened?")))
+    return;
   remember(path);
-  bench_.begin("Load " + std::string(fileNameOf(path)), std::move(read->document), After::draw, path);
+  bench_.begin(tr("Load {1}", fileNameOf(path)), std::move(read->document), After::draw, path);
   std::string told = bench_.knotDrawn() ? bench_.summary() : bench_.statusText();
   for (const std::string& correction : read->corrections) told += "; " + correction;
-  bench_.status("Loaded " + path + ": " + told);
+  bench_.status(tr("Loaded {1}: {2}", path, told));
 }
 
 void Handlers::remember(const std::string& path) {

@@ -1,5 +1,6 @@
 // Handlers of the hand on the flat picture: lines, strands, symmetry, and how closely it is looked at.
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "design/edits.h"
 #include "design/kept_walls.h"
 #include "design/vector_outputs.h"
@@ -67,7 +68,8 @@ void Handlers::stepLineKind(int line, int steps) {
   const Document next = stepLine(bench_.document(), line, steps, bench_.symmetry.inForce());
   const int kind = (*next.lines)[static_cast<std::size_t>(line)].Kind;
   bench_.step(kindStep(kind), next, afterLines());
-  bench_.status(lineSummary(next, line) + (bench_.knotDrawn() ? "; " + bench_.summary() : std::string()));
+  const std::string told = lineSummary(next, line);
+  bench_.status(bench_.knotDrawn() ? tr("{1}; {2}", told, bench_.summary()) : told);
 }
 
 /// Lines leave the picture in front as it is, but for a grid that waits for Create 2D.
@@ -85,15 +87,16 @@ void Handlers::stroke(const GridHand::Place& at) {
   const Document next =
       withKind(bench_.document(), passed, walls ? kWall : kOrdinary, bench_.symmetry.inForce());
   if (next == bench_.document()) return;
-  bench_.step(walls ? "Walls" : "Ordinary lines", next, afterLines(), "stroke");
-  bench_.status(counted(wallCount(next), "wall") + "; " + bench_.summary());
+  bench_.step(walls ? tr("Walls") : tr("Ordinary lines"), next, afterLines(), "stroke");
+  bench_.status(trn("{n} wall; {1}", "{n} walls; {1}", wallCount(next), bench_.summary()));
 }
 
 void Handlers::pickStrand(int slot) {
   if (slot == 0 && bench_.flat.markedStrand() == 0) return;
-  bench_.markStrand(slot);
-  bench_.paintFlat();
-  if (bench_.solidShown()) bench_.paintSolid();
+  if (slot != bench_.flat.markedStrand()) {
+    bench_.markStrand(slot);
+    bench_.solidShown() ? bench_.solid.paintMark(bench_.document()) : bench_.paintFlat();
+  }
   if (slot == 0) return bench_.status(bench_.summary());
   bench_.status(strandSummary(bench_.knot(), slot,
                               strandMillimetres(bench_.document(), bench_.knot(), bench_.saveOptions, slot)));
@@ -113,7 +116,7 @@ void Handlers::recolourStrand(int slot) {
   if (const auto box = colourBoxOf(bench_.document().fields, slot))
     chooseColour(*box);
   else
-    bench_.status("Strand colour 15 is always white: a start colour above or below leads round it");
+    bench_.status(tr("Strand colour 15 is always white: a start colour above or below leads round it"));
 }
 
 bool Handlers::flatKey(const KeyEvent& key) {
@@ -173,8 +176,8 @@ void Handlers::mnuSymmetry_Click(const Symmetry& symmetry) {
   bench_.hand.hovered = -1;
   bench_.showMarks();
   bench_.sortOut();
-  bench_.status(symmetry.isNone() ? "Every line is changed by itself"
-                                  : "Lines that are each other's image are changed together");
+  bench_.status(symmetry.isNone() ? tr("Every line is changed by itself")
+                                  : tr("Lines that are each other's image are changed together"));
 }
 
 void Handlers::mnuSymmetryTurns_Click(std::size_t place) {
@@ -187,22 +190,24 @@ void Handlers::mnuStrands_Click(int strands) { setStrands(strands); }
 void Handlers::mnuStrandsMost_Click() { setStrands(std::nullopt); }
 
 void Handlers::mnuStrandsOther_Click() {
-  const std::string text = bench_.window.inputBox("How many strands is the knot to have?", "Strands", "7");
+  const std::string text =
+      bench_.window.inputBox(tr("How many strands is the knot to have?"), tr("Strands"), "7");
   if (text.empty()) return;
   if (const auto number = parseInteger(trimmed(text), 1, kMostStrands))
     setStrands(static_cast<int>(*number));
   else
-    bench_.status("A knot has 1 to " + std::to_string(kMostStrands) + " strands");
+    bench_.status(tr("A knot has 1 to {1} strands", kMostStrands));
 }
 
 /// Walls come and go until the knot has so many strands; none: as many as possible.
 void Handlers::setStrands(std::optional<int> strands) {
-  const std::string name = !strands ? "Most strands" : counted(*strands, "strand");
+  const std::string name = !strands ? tr("Most strands") : countedStrands(*strands);
   const Document before = bench_.document();
   const auto next = withStrands(before, strands, bench_.symmetry.inForce());
   if (!bench_.step(name, next, afterLines())) return;
   const bool same = before == bench_.document();
-  bench_.status(bench_.summary() + (same ? ": no wall had to be changed" : "; Ctrl+Z brings the walls back"));
+  bench_.status(same ? tr("{1}: no wall had to be changed", bench_.summary())
+                     : tr("{1}; Ctrl+Z brings the walls back", bench_.summary()));
 }
 
 void Handlers::mnuViewWhole_Click() {

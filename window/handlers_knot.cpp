@@ -1,8 +1,10 @@
 // Handlers of the grid and the 2-D knot.
+#include "base/texts.h"
 #include "design/edits.h"
 #include "design/fit.h"
 #include "window/captions.h"
 #include "window/handlers.h"
+#include "window/languages.h"
 #include "window/summaries.h"
 
 namespace lorivan {
@@ -21,14 +23,14 @@ void Handlers::makeGridAnew() {
   const Document& document = bench_.document();
   if (document.fields.shape != Shape::Custom) {
     const Document before = document;
-    bench_.begin("New grid", newGrid(before), After::grid);
+    bench_.begin(tr("New grid"), newGrid(before), After::grid);
     tellDropped(before);
     return;
   }
   // Its lines stay; a grid comes from the Shape menu.
   bench_.show(document.lines ? After::same : After::sheet);
   bench_.status(hasLines(bench_.sheet.shape())
-                    ? "A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid"
+                    ? tr("A shape of your own gets its grid from the Shape menu: AutoGrid or New Grid")
                     : shapeSummary(bench_.sheet.shape()));
 }
 
@@ -46,10 +48,10 @@ void Handlers::cmdRandknot_Click() {
   const std::string caption = window.text(button);
   // An animation is no time of waiting.
   const bool waits = !bench_.document().fields.check(Check::Animate);
-  if (waits) window.setText(button, std::string(kWaitCaption));
+  if (waits) window.setText(button, waitCaption());
   if (window.processEvents()) {
     window.setBusy(waits);
-    bench_.begin("Random knot", fitted(randomKnot(bench_.document(), bench_.random)), After::draw);
+    bench_.begin(tr("Random knot"), fitted(randomKnot(bench_.document(), bench_.random)), After::draw);
     window.setBusy(false);
   }
   window.setText(button, caption);
@@ -63,7 +65,8 @@ void Handlers::cmd2D_Click() {
 
 void Handlers::mnuViewFitPicture_Click() {
   const bool on = !bench_.document().fields.fitPicture;
-  bench_.step(on ? "Fit picture" : "Fit picture off", withFitPicture(bench_.document(), on), After::same);
+  bench_.step(on ? tr("Fit picture") : tr("Fit picture off"), withFitPicture(bench_.document(), on),
+              After::same);
 }
 
 void Handlers::mnuViewClassic_Click() {
@@ -75,8 +78,17 @@ void Handlers::mnuViewDrawAtOnce_Click() {
   bench_.drawAtOnce = !bench_.drawAtOnce;
   if (bench_.drawAtOnce) bench_.show(After::same);
   bench_.sortOut();
-  bench_.status(bench_.drawAtOnce ? "Every grid is drawn as a knot at once"
-                                  : "A new grid is shown by itself; Create 2D draws its knot");
+  bench_.status(bench_.drawAtOnce ? tr("Every grid is drawn as a knot at once")
+                                  : tr("A new grid is shown by itself; Create 2D draws its knot"));
+}
+
+/// Texts that are there already stay as they are; the next start makes all of them anew.
+void Handlers::mnuLanguage_Click(std::string_view code) {
+  bench_.language = code;
+  bench_.sortOut();
+  const std::string_view chosen = languageFor(code, bench_.platform.language());
+  for (const Language& language : languages())
+    if (language.code == chosen) bench_.status(tr("{1} from the next start on", language.name));
 }
 
 }  // namespace lorivan

@@ -1,5 +1,7 @@
 // Handlers of what leaves the program: picture files, the metafile, the clipboard, files for 3-D programs.
 #include "base/sink.h"
+#include "base/texts.h"
+#include "design/edits.h"
 #include "design/outputs.h"
 #include "design/source.h"
 #include "design/vector_outputs.h"
@@ -18,7 +20,7 @@ std::vector<FileFilter> pictureFilters(bool curves) {
   for (const ExportFormat& format : exportFormats())
     if (format.carriesSource &&
         (format.kind == FormatKind::picture || (curves && format.kind == FormatKind::vector)))
-      filters.push_back({std::string(format.label) + " files", std::string(format.extension)});
+      filters.push_back({tr("{1} files", format.label), std::string(format.extension)});
   return filters;
 }
 
@@ -31,7 +33,7 @@ std::vector<FileFilter> modelFilters() {
   std::vector<FileFilter> filters;
   for (const ExportFormat& format : exportFormats())
     if (hasNoButton(&format))
-      filters.push_back({std::string(format.label) + " files", std::string(format.extension)});
+      filters.push_back({tr("{1} files", format.label), std::string(format.extension)});
   return filters;
 }
 
@@ -50,7 +52,7 @@ void Handlers::mnuFileSaveBMP_Click() {
   const auto bytes = pictureFile(extensionOf(path), solid, curves);
   if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
-    bench_.status("Could not save " + path + ": " + bytes.error().message);
+    bench_.status(tr("Could not save {1}: {2}", path, bytes.error().message));
     return;
   }
   const Status written = writeFile(path, *bytes);
@@ -60,7 +62,8 @@ void Handlers::mnuFileSaveBMP_Click() {
 /// Options that were chosen once are easily forgotten.
 void Handlers::tellSaved(const std::string& path, const std::string& more) {
   const bool options = bench_.saveOptions != OutputOptions{};
-  bench_.status("Saved as " + path + more + (options ? ", with the saving options" : ""));
+  bench_.status(options ? tr("Saved as {1}{2}, with the saving options", path, more)
+                        : tr("Saved as {1}{2}", path, more));
 }
 
 /// The shown picture as a file of this kind; a name without an extension means a bitmap.
@@ -68,14 +71,14 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
   if (bench_.picture() == Picture::variations) {
     if (extension == "svg") return bench_.variations.svg();
     if (extension.empty() || extension == "bmp" || extension == "png") return shownPicture(extension, false);
-    return wrongUsage("variations are saved as bmp, png or svg, not as " + extension);
+    return wrongUsage("variations are saved as bmp, png or svg, not as {1}", extension);
   }
   const ExportFormat* format = findFormat(extension.empty() ? "bmp" : extension, DxfKind::faces);
   const bool picture = format != nullptr && format->kind == FormatKind::picture;
   const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;
   if (!picture && !drawing)
-    return wrongUsage("a picture is saved as " + std::string(curves ? "bmp, png, svg or pdf" : "bmp or png") +
-                      ", not as " + extension);
+    return wrongUsage("a picture is saved as {1}, not as {2}",
+                      curves ? tr("bmp, png, svg or pdf") : tr("bmp or png"), extension);
   const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
   return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
 }
@@ -101,10 +104,13 @@ OutputJob Handlers::outputJob(const StrandColours& colours) const {
 }
 
 /// The drawn knot in a format of the format table.
-Result<std::string> Handlers::knotOutput(std::string_view extension) {
+Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
+  OutputJob job = outputJob(colours);
+  const Document withoutGrid = withCheck(job.document, Check::ShowGrid, false);
+  const OutputJob bareJob{job.platform, withoutGrid, job.knot, colours, job.options};
   MemorySink sink;
-  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), outputJob(colours), sink);
+  const Status made = makeOutput(*findFormat(extension, DxfKind::faces), bare ? bareJob : job, sink);
   if (!made) return made.error();
   return std::move(sink.bytes);
 }
@@ -114,33 +120,35 @@ void Handlers::mnuFileSaveOptions_Click() {
   if (!lines) return;
   const auto chosen = optionsOf(*lines);
   if (!chosen) {
-    bench_.status("The saving options stay as they were: " + chosen.error().message);
+    bench_.status(tr("The saving options stay as they were: {1}", chosen.error().message));
     return;
   }
   bench_.saveOptions = *chosen;
-  bench_.status(*chosen == OutputOptions{} ? "Files are saved as usual"
-                                           : "Files are saved with these options from now on");
+  bench_.status(*chosen == OutputOptions{} ? tr("Files are saved as usual")
+                                           : tr("Files are saved with these options from now on"));
 }
 
 void Handlers::mnuFileSaveEMF_Click() {
-  const std::string path = bench_.files.toSave({"Saving Knot emf", "EMF files", "emf"});
+  const std::string path = bench_.files.toSave({tr("Saving Knot emf"), tr("{1} files", "EMF"), "emf"});
   if (path.empty()) return;
   const auto bytes = knotOutput("emf");
   const Status written = bytes ? writeFile(path, *bytes) : Status(bytes.error());
   if (written) return tellSaved(path);
-  bench_.complain(std::string(kMetafileProblem));
+  bench_.complain(translated(kMetafileProblem));
   bench_.status(written.error().message);
 }
 
 void Handlers::mnuEditCopy_Click() {
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
-  std::string size;
+  int width = 0, height = 0;
   const Status copied = bench_.lendPicture([&](Surface& picture) {
-    size = std::to_string(picture.width()) + " x " + std::to_string(picture.height()) + " pixels";
+    width = picture.width();
+    height = picture.height();
     return clipboard.putPicture(picture);
   });
-  bench_.status(copied ? "The picture is on the clipboard, " + size : copied.error().message);
+  bench_.status(copied ? tr("The picture is on the clipboard, {1} x {2} pixels", width, height)
+                       : copied.error().message);
 }
 
 /// The row for the option button that is chosen; null when none is.
@@ -157,9 +165,10 @@ const ExportFormat* Handlers::chosenFormat() const {
 /// has been told. Where the format has its own number of sides the model shown is left alone.
 std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
   if (format.sides == 0) {
-    if (!bench_.modelCurrent() && !bench_.buildModel(true)) return nullptr;
-    if (bench_.solidShown()) bench_.paintSolid();
-    return bench_.solid.sharedModel();
+    const bool built = bench_.modelCurrent() || bench_.buildModel(true);
+    if (built && bench_.solidShown()) bench_.paintSolid();
+    bench_.sortOut();
+    return built ? bench_.solid.sharedModel() : nullptr;
   }
   const Document& document = bench_.document();
   auto own = std::make_shared<KnotModel>();
@@ -172,7 +181,7 @@ std::shared_ptr<KnotModel> Handlers::modelFor(const ExportFormat& format) {
 void Handlers::mnuFileSave3D_Click() {
   const ExportFormat* format = chosenFormat();
   if (format == nullptr) {
-    bench_.status("Choose one of the 3D save formats first");
+    bench_.status(tr("Choose one of the 3D save formats first"));
     return;
   }
   Window& window = bench_.window;
@@ -182,7 +191,6 @@ void Handlers::mnuFileSave3D_Click() {
   if (model == nullptr || !window.processEvents()) return;
   const std::string path =
       bench_.files.NewFname(std::string(format->label), std::string(format->extension), modelFilters());
-  bench_.sortOut();
   // The dialog is to go from the screen before the work begins.
   if (path.empty() || !window.processEvents()) return;
   if (const ExportFormat* const named = findFormat(extensionOf(path), DxfKind::faces); hasNoButton(named)) {
@@ -195,7 +203,7 @@ void Handlers::mnuFileSave3D_Click() {
   const Status written = writeModel(*format, model, path, note);
   window.setBusy(false);
   if (written) {
-    tellSaved(path, ": " + std::to_string(model->built().QuadCount) + " polygons");
+    tellSaved(path, trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));
     if (!note.empty()) bench_.statusToo(note);
     return;
   }
@@ -203,7 +211,7 @@ void Handlers::mnuFileSave3D_Click() {
   // Limits and the template that is not there have messages of their own.
   const bool message = kind == ErrorKind::limit || kind == ErrorKind::input;
   if (message) bench_.complain(written.error().message);
-  bench_.status(message ? "Nothing was saved" : written.error().message);
+  bench_.status(message ? tr("Nothing was saved") : written.error().message);
 }
 
 /// A file that was there before stays as it is unless the new one is complete. `note` is what its maker must
@@ -216,7 +224,7 @@ Status Handlers::writeModel(const ExportFormat& format, std::shared_ptr<KnotMode
   const auto progress = [&](double part) {
     const int percent = static_cast<int>(100 * part);
     if (percent != std::exchange(shown, percent))
-      bench_.status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(percent) + " %");
+      bench_.status(tr("Saving {1}: {2} %", fileNameOf(path), percent));
   };
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);

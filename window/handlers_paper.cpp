@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "base/sink.h"
+#include "base/texts.h"
 #include "design/animated_png.h"
 #include "design/frame_files.h"
 #include "design/printing.h"
@@ -14,20 +15,23 @@ constexpr int kMostFrames = 240, kFrameWidth = 600;
 
 std::string sizeText(const PrintedSize& size) {
   const auto whole = [](double millimetres) { return std::to_string(std::lround(millimetres)); };
-  return whole(size.width) + " x " + whole(size.height) + " mm";
+  return tr("{1} x {2} mm", whole(size.width), whole(size.height));
 }
 
 }  // namespace
 
+/// Drawings are worked on elsewhere: the grid stays here.
 void Handlers::mnuEditCopyDrawing_Click() {
-  const auto svg = knotOutput("svg"), metafile = knotOutput("emf");
+  const auto svg = knotOutput("svg", true), metafile = knotOutput("emf", true);
   Clipboard& clipboard = bench_.platform.clipboard();
   clipboard.clear();
   if (!svg || !metafile) return bench_.status((svg ? metafile : svg).error().message);
-  const Status copied = bench_.lendPicture([&](Surface& picture) {
-    return clipboard.putDrawing({*svg, *metafile}, picture);
-  });
-  bench_.status(copied ? "The knot is on the clipboard as a drawing" : copied.error().message);
+  const Status copied = bench_.lendPicture(
+      [&](Surface& picture) {
+        return clipboard.putDrawing({*svg, *metafile}, picture);
+      },
+      true);
+  bench_.status(copied ? tr("The knot is on the clipboard as a drawing") : copied.error().message);
 }
 
 void Handlers::mnuFilePrint_Click() {
@@ -41,15 +45,17 @@ void Handlers::mnuFilePrint_Click() {
         size = *drawn;
         return {};
       });
-  if (!printed) return bench_.status("Nothing was printed: " + printed.error().message);
+  if (!printed) return bench_.status(tr("Nothing was printed: {1}", printed.error().message));
   if (*printed)
-    bench_.status("Printed, " + sizeText(size) +
-                  (size.whole ? "" : "; the page is smaller than the knot, which is cut off at its edges"));
+    bench_.status(size.whole
+                      ? tr("Printed, {1}", sizeText(size))
+                      : tr("Printed, {1}; the page is smaller than the knot, which is cut off at its edges",
+                           sizeText(size)));
 }
 
 void Handlers::mnuFileSaveAnimation_Click() {
   const std::string path = bench_.files.toSave(
-      {"Saving the animation", "SVG drawings", "svg", {}, {{"Animated PNG pictures", "png"}}});
+      {tr("Saving the animation"), tr("SVG drawings"), "svg", {}, {{tr("Animated PNG pictures"), "png"}}});
   if (path.empty()) return;
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);
@@ -71,7 +77,7 @@ Result<std::string> Handlers::movingPicture(const OutputJob& job, const std::str
     if (!made) return made.error();
     return std::move(sink.bytes);
   }
-  if (extension != "png") return wrongUsage("an animation is saved as svg or png, not as " + extension);
+  if (extension != "png") return wrongUsage("an animation is saved as svg or png, not as {1}", extension);
   if (!moving.options.width) moving.options.width = kFrameWidth;
   const KnotFields& fields = job.document.fields;
   const FrameMaker frames(moving, kMostFrames);
@@ -84,8 +90,7 @@ Result<std::string> Handlers::movingPicture(const OutputJob& job, const std::str
   const auto step = [&] {
     const auto frame = frames.make(++number, PictureFormat::png);
     made = frame ? file.add(*frame, number < last ? delay : 5 * delay) : Status(frame.error());
-    bench_.status("Saving " + std::string(fileNameOf(path)) + ": " + std::to_string(100 * number / last) +
-                  " %; Esc stops");
+    bench_.status(tr("Saving {1}: {2} %; Esc stops", fileNameOf(path), 100 * number / last));
     return made && number < last;
   };
   if (!bench_.deeds.work(step, [&] { return bench_.window.processEvents(); }))

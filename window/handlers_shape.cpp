@@ -1,8 +1,10 @@
 // Handlers of shapes of one's own: the sheet, its files, and the grids made from it.
 #include "base/sink.h"
+#include "base/texts.h"
 #include "custom/shape_file.h"
 #include "design/edits.h"
 #include "design/fit.h"
+#include "design/names.h"
 #include "design/outline_files.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
@@ -11,7 +13,7 @@ namespace lorivan {
 namespace {
 
 FileQuestion shapeQuestion() {
-  return {"Select an shape file", "Lorivan custom files", std::string(kShapeFileExtension)};
+  return {tr("Select an shape file"), tr("Lorivan custom files"), std::string(kShapeFileExtension)};
 }
 
 }  // namespace
@@ -19,7 +21,7 @@ FileQuestion shapeQuestion() {
 void Handlers::picShape_Mouse(const MouseEvent& event) {
   const auto edit = bench_.sheet.mouse(event);
   if (!edit) return;
-  const std::string name = "Shape: " + counted(bench_.sheet.shape().ShapePointCount, "point");
+  const std::string name = trn("Shape: {n} point", "Shape: {n} points", bench_.sheet.shape().ShapePointCount);
   Document next = bench_.document();
   if (edit->outlineChanged)
     next = withOutline(next, bench_.sheet.shape());
@@ -31,7 +33,7 @@ void Handlers::picShape_Mouse(const MouseEvent& event) {
   else if (!edit->refusal.empty())
     bench_.status(edit->refusal);
   else
-    bench_.status(edit->outlineChanged ? shapeSummary(bench_.sheet.shape()) : std::string(kShapeHint));
+    bench_.status(edit->outlineChanged ? shapeSummary(bench_.sheet.shape()) : shapeHint());
 }
 
 /// A place outside of all loops is told and changes nothing.
@@ -40,17 +42,17 @@ void Handlers::fillRegion(PointF at) {
   const auto made = autoGrid(bench_.document(), &report, Spot{at.x, at.y});
   const std::string hint =
       made ? std::string() : autoGridHint(bench_.document(), made.error(), Spot{at.x, at.y});
-  shapeGrid("Fill region", made ? fitBands(*made) : made,
-            emptyShare(report, "more AutoGrid cells are smaller ones"));
+  shapeGrid(tr("Fill region"), made ? fitBands(*made) : made,
+            emptyShare(report, tr("more AutoGrid cells are smaller ones")));
   if (!hint.empty()) bench_.status(hint);
 }
 
 void Handlers::mnuShapeBlank_Click() {
   bench_.sheet.SaveUndo();
   bench_.sheet.picture().clear();
-  bench_.step("Blank shape", blankShape(bench_.document()), After::sheet);
+  bench_.step(tr("Blank shape"), blankShape(bench_.document()), After::sheet);
   bench_.bringToFront(Picture::sheet);
-  bench_.status(std::string(kShapeHint));
+  bench_.status(shapeHint());
 }
 
 void Handlers::mnuShapeView_Click() {
@@ -59,20 +61,20 @@ void Handlers::mnuShapeView_Click() {
   if (!on) bench_.paintFlat();
   bench_.sortOut();
   bench_.status(on ? shapeSummary(bench_.sheet.shape())
-                   : "The shape is hidden, not lost: View in the Shape menu shows it again");
+                   : tr("The shape is hidden, not lost: View in the Shape menu shows it again"));
 }
 
 void Handlers::mnuShapeMakeStandard_Click() {
   const auto made = outlineFromGrid(bench_.document());
   if (made) bench_.sheet.SaveUndo();
-  if (bench_.step("Make from Standard", made, After::sheet)) bench_.bringToFront(Picture::sheet);
+  if (bench_.step(tr("Make from Standard"), made, After::sheet)) bench_.bringToFront(Picture::sheet);
 }
 
 void Handlers::mnuShapeClear_Click() {
   bench_.sheet.picture().clear();
   bench_.bringToFront(bench_.picture());
   bench_.sortOut();
-  bench_.status("The picture behind the shape was taken away");
+  bench_.status(tr("The picture behind the shape was taken away"));
 }
 
 void Handlers::mnuShapeGridOnOff_Click() {
@@ -80,15 +82,16 @@ void Handlers::mnuShapeGridOnOff_Click() {
   bench_.sheet.setAlignmentGrid(on);
   bench_.bringToFront(bench_.picture());
   bench_.sortOut();
-  bench_.status(on ? "Alignment grid of " + bench_.document().fields.text(Param::GridSize) + " lines each way"
-                   : "Alignment grid off");
+  bench_.status(
+      on ? tr("Alignment grid of {1} lines each way", bench_.document().fields.text(Param::GridSize))
+         : tr("Alignment grid off"));
 }
 
 void Handlers::mnuShapeSnap_Click() {
   const bool on = !bench_.sheet.snap();
   bench_.sheet.setSnap(on);
   bench_.sortOut();
-  bench_.status(on ? "Points snap to the alignment grid" : "Points stay where they are put");
+  bench_.status(on ? tr("Points snap to the alignment grid") : tr("Points stay where they are put"));
 }
 
 void Handlers::mnuSheetSymmetry_Click(const Symmetry& symmetry) { drawIn(symmetry); }
@@ -98,8 +101,8 @@ void Handlers::drawIn(const Symmetry& symmetry) {
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
   bench_.status(symmetry.isNone()
-                    ? "Points and lines are drawn by themselves"
-                    : "Points and lines are drawn with all their images, as the pale axes show");
+                    ? tr("Points and lines are drawn by themselves")
+                    : tr("Points and lines are drawn with all their images, as the pale axes show"));
 }
 
 void Handlers::mnuSheetTurns_Click(int turns) {
@@ -117,15 +120,16 @@ void Handlers::mnuShapeSmooth_Click() {
   CustomShape shape = bench_.sheet.shape();
   shape.smooth = !shape.smooth;
   const bool on = shape.smooth;
-  bench_.step(on ? "Smooth outline" : "Straight lines", withOutline(bench_.document(), std::move(shape)),
-              After::sheet);
+  bench_.step(on ? tr("Smooth outline") : tr("Straight lines"),
+              withOutline(bench_.document(), std::move(shape)), After::sheet);
   bench_.bringToFront(Picture::sheet);
-  bench_.status(on ? "Lines are curves through the points; sharp corners stay" : "Lines are straight again");
+  bench_.status(on ? tr("Lines are curves through the points; sharp corners stay")
+                   : tr("Lines are straight again"));
 }
 
 void Handlers::mnuShapeUndo_Click() {
   bench_.sheet.undo();
-  bench_.step("Undo shape", withOutline(bench_.document(), bench_.sheet.shape()), After::sheet);
+  bench_.step(tr("Undo shape"), withOutline(bench_.document(), bench_.sheet.shape()), After::sheet);
   bench_.bringToFront(Picture::sheet);
   bench_.status(shapeSummary(bench_.sheet.shape()));
 }
@@ -140,7 +144,7 @@ void Handlers::mnuShapeSaveFile_Click() {
   bench_.session.named(path);
   remember(path);
   bench_.showCaption();
-  bench_.status("Saved as " + path);
+  bench_.status(tr("Saved as {1}", path));
 }
 
 void Handlers::mnuShapeLoadFile_Click() {
@@ -153,52 +157,52 @@ void Handlers::loadShape(const std::string& path) {
   if (!shape) {
     std::erase(bench_.recentFiles, path);
     bench_.sortOut();
-    bench_.status("Could not load " + shape.error().message);
+    bench_.status(tr("Could not load {1}", shape.error().message));
     return;
   }
-  if (!mayLeave("The knot has changes that are not saved. Save them before a shape is opened?")) return;
+  if (!mayLeave(tr("The knot has changes that are not saved. Save them before a shape is opened?"))) return;
   remember(path);
   bench_.sheet.picture().clear();
   Document next = withOutline(bench_.document(), std::move(*shape));
   next.fields.shape = Shape::Custom;
-  bench_.begin("Load " + std::string(fileNameOf(path)), next, After::sheet, path);
+  bench_.begin(tr("Load {1}", fileNameOf(path)), next, After::sheet, path);
   bench_.sheet.SaveUndo();
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
-  bench_.status("Loaded " + path + ". " + shapeSummary(bench_.sheet.shape()));
+  bench_.status(tr("Loaded {1}. {2}", path, shapeSummary(bench_.sheet.shape())));
 }
 
 void Handlers::mnuShapeLoadPicture_Click() {
-  const std::string path =
-      bench_.files.toLoadAny({"Select a picture to trace", "Pictures", std::string(kPictureExtensions)});
+  const std::string path = bench_.files.toLoadAny(
+      {tr("Select a picture to trace"), tr("Pictures"), std::string(kPictureExtensions)});
   if (!path.empty()) loadTracePicture(path);
 }
 
 void Handlers::loadTracePicture(const std::string& path) {
   bench_.files.rememberFolder(path);
   if (const Status loaded = bench_.sheet.picture().load(bench_.platform, path); !loaded) {
-    bench_.status("Could not load " + path + ": " + loaded.error().message);
+    bench_.status(tr("Could not load {1}: {2}", path, loaded.error().message));
     return;
   }
   Document next = bench_.document();
   next.fields.shape = Shape::Custom;
-  bench_.step("(Custom)", next, After::sheet);
+  bench_.step(shapeName(Shape::Custom), next, After::sheet);
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
   bench_.status(
-      "Draw the outline over the picture, or let Trace Picture in the Shape menu find it; Clear takes it "
-      "away");
+      tr("Draw the outline over the picture, or let Trace Picture in the Shape menu find it; Clear takes it "
+         "away"));
 }
 
 void Handlers::mnuShapeTrace_Click() {
   auto traced = bench_.sheet.picture().traced();
   if (!traced) return bench_.status(traced.error().message);
-  takeOutline("Trace picture", std::move(*traced), {});
+  takeOutline(tr("Trace picture"), std::move(*traced), {});
 }
 
 void Handlers::mnuShapeLoadOutline_Click() {
   const std::string path =
-      bench_.files.toLoadAny({"Select a drawing", "Drawings", std::string(kDrawingExtensions)});
+      bench_.files.toLoadAny({tr("Select a drawing"), tr("Drawings"), std::string(kDrawingExtensions)});
   if (!path.empty()) loadOutline(path);
 }
 
@@ -208,16 +212,16 @@ void Handlers::loadOutline(const std::string& path) {
   if (!read) {
     std::erase(bench_.recentFiles, path);
     bench_.sortOut();
-    bench_.status("Could not load " + path + ": " + read.error().message);
+    bench_.status(tr("Could not load {1}: {2}", path, read.error().message));
     return;
   }
   remember(path);
   bench_.sheet.picture().clear();
-  takeOutline("Outline " + std::string(fileNameOf(path)), std::move(*read), "Loaded " + path + ". ");
+  takeOutline(tr("Outline {1}", fileNameOf(path)), std::move(*read), path);
 }
 
 /// The outline comes onto the sheet in the place of the shape that is there.
-void Handlers::takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& told) {
+void Handlers::takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& path) {
   bench_.sheet.SaveUndo();
   Document next = withOutline(bench_.document(), std::move(fitted.shape));
   next.fields.shape = Shape::Custom;
@@ -225,25 +229,26 @@ void Handlers::takeOutline(const std::string& name, FittedOutline&& fitted, cons
   bench_.flat.lens.reset();
   bench_.bringToFront(Picture::sheet);
   bench_.sortOut();
-  bench_.status(told + shapeSummary(bench_.sheet.shape()) + notesOf(fitted));
+  const std::string told = shapeSummary(bench_.sheet.shape()) + notesOf(fitted);
+  bench_.status(path.empty() ? told : tr("Loaded {1}. {2}", path, told));
 }
 
-void Handlers::mnuShapeMakeGrid_Click() { shapeGrid("New Grid", lineGrid(bench_.document())); }
+void Handlers::mnuShapeMakeGrid_Click() { shapeGrid(tr("New Grid"), lineGrid(bench_.document())); }
 
 void Handlers::mnuShapeAutoGrid_Click() {
   AutoGridReport report;
   const auto made = autoGrid(bench_.document(), &report);
   const std::string hint = made ? std::string() : autoGridHint(bench_.document(), made.error());
-  shapeGrid("AutoGrid", made ? fitBands(*made) : made,
-            emptyShare(report, "Fill Outline in the Shape menu finds cells that fill it"));
-  if (!hint.empty()) bench_.status(hint + ": Fill Outline in the Shape menu takes it");
+  shapeGrid(tr("AutoGrid"), made ? fitBands(*made) : made,
+            emptyShare(report, tr("Fill Outline in the Shape menu finds cells that fill it")));
+  if (!hint.empty()) bench_.status(tr("{1}: Fill Outline in the Shape menu takes it", hint));
 }
 
 void Handlers::mnuShapeFill_Click() {
   AutoGridReport report;
   const auto made = fillingAutoGrid(bench_.document(), &report);
-  const std::string name = made ? "AutoGrid " + made->fields.text(Param::GridSize) : "AutoGrid";
-  shapeGrid(name, made ? fitBands(*made) : made, emptyShare(report, "no cells fill it better"));
+  const std::string name = made ? tr("AutoGrid {1}", made->fields.text(Param::GridSize)) : tr("AutoGrid");
+  shapeGrid(name, made ? fitBands(*made) : made, emptyShare(report, tr("no cells fill it better")));
 }
 
 /// A grid that could not be made leaves everything as it was.
@@ -252,10 +257,11 @@ void Handlers::shapeGrid(const std::string& name, const Result<Document>& made, 
   bench_.bringToFront(Picture::flat);
   bench_.sortOut();
   const bool tight = strandsRunTogether(bench_.document());
-  bench_.status(name + ": " + counted(static_cast<long long>(bench_.document().lines->size()), "line") +
-                ". " + (bench_.knotDrawn() ? bench_.summary() : "Create 2D draws the knot") +
-                (tight ? "; its strands will run together: lower Width, Edge or AutoGrid cells" : "") +
-                remark);
+  const std::string knot = bench_.knotDrawn() ? bench_.summary() : tr("Create 2D draws the knot");
+  const auto lines = static_cast<long long>(bench_.document().lines->size());
+  std::string told = trn("{1}: {n} line. {2}", "{1}: {n} lines. {2}", lines, name, knot);
+  if (tight) told = tr("{1}; its strands will run together: lower Width, Edge or AutoGrid cells", told);
+  bench_.status(told + remark);
 }
 
 }  // namespace lorivan

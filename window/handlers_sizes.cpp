@@ -1,26 +1,28 @@
 // Handlers that give the knot a wanted size.
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "window/handlers.h"
 
 namespace lorivan {
 
 void Handlers::mnuEditFitFrame_Click() {
-  const std::string asked = bench_.window.inputBox(
-      "Width and height of the drawn knot in millimetres, bands included", "Fit to frame", "200 x 120");
+  const std::string asked =
+      bench_.window.inputBox(tr("Width and height of the drawn knot in millimetres, bands included"),
+                             tr("Fit to frame"), "200 x 120");
   if (asked.empty()) return;
   const auto size = parseLengths(asked);
   if (!size) return bench_.status(size.error().message);
-  adoptSize("Fit to frame", fitFrame(bench_.document(), size->first, size->second), false);
+  adoptSize(tr("Fit to frame"), fitFrame(bench_.document(), size->first, size->second), false);
 }
 
 void Handlers::mnuEditFitRing_Click() {
   const std::string asked = bench_.window.inputBox(
-      "Inner diameter and height of the ring in millimetres; Ring % below 100 makes a bracelet",
-      "Fit to ring", "18.2 x 6");
+      tr("Inner diameter and height of the ring in millimetres; Ring % below 100 makes a bracelet"),
+      tr("Fit to ring"), "18.2 x 6");
   if (asked.empty()) return;
   const auto size = parseLengths(asked);
   if (!size) return bench_.status(size.error().message);
-  adoptSize("Fit to ring", fitRing(bench_.document(), size->first, size->second), true);
+  adoptSize(tr("Fit to ring"), fitRing(bench_.document(), size->first, size->second), true);
 }
 
 /// The document holds no millimetres: the width to save files with is told.
@@ -30,7 +32,7 @@ void Handlers::adoptSize(const std::string& step, const Result<FittedSize>& fitt
   if (solid && (bench_.modelCurrent() || bench_.buildModel(true))) showModel();
   bench_.sortOut();
   const double width = roundHalfEven(fitted->width * 1000) / 1000;
-  bench_.status("Save it " + shortestText(static_cast<float>(width)) + " mm wide: " + fittedNote(*fitted));
+  bench_.status(tr("Save it {1} mm wide: {2}", shortestText(static_cast<float>(width)), fittedNote(*fitted)));
 }
 
 }  // namespace lorivan

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "design/edits.h"
 #include "design/fit_radius.h"
 #include "design/model_check.h"
@@ -45,13 +46,13 @@ std::optional<double> Handlers::askMillimetres(const std::string& prompt, const 
   if (text.empty()) return {};
   const auto length = parseNumber(text);
   if (length && *length >= 0 && *length <= kMostMillimetres) return length;
-  bench_.status("\"" + text + "\" is no length in millimetres");
+  bench_.status(tr("\"{1}\" is no length in millimetres", text));
   return {};
 }
 
 void Handlers::mnuViewCheckModel_Click() {
   const auto width =
-      askMillimetres("Width of the finished knot in millimetres:", "Check model", millimetres_);
+      askMillimetres(tr("Width of the finished knot in millimetres:"), tr("Check model"), millimetres_);
   if (!width) return;
   if (!bench_.modelCurrent() && !bench_.buildModel(true)) return bench_.sortOut();
   OutputOptions options;
@@ -66,22 +67,23 @@ void Handlers::mnuViewCheckModel_Click() {
   bench_.sortOut();
   std::string text;  // in letters of any width
   for (const auto& [name, what] : checkLines(*check, nullptr))
-    text.append(name.empty() ? "     " : std::string(name) + ": ").append(what).append("\n");
-  bench_.window.message(text, "Check model", MessageIcon::none);
+    text.append(name.empty() ? "     " + what : tr("{1}: {2}", translated(kCheckContext, name), what)) +=
+        '\n';
+  bench_.window.message(text, tr("Check model"), MessageIcon::none);
   const Verdict& verdict = check->verdict;
-  bench_.status(piecesText(check->pieces, {check->pieces, verdict.crossings, verdict.touching}) +
-                "; the hoops mark the thinnest wall and the least clearance");
+  bench_.status(tr("{1}; the hoops mark the thinnest wall and the least clearance",
+                   piecesText(check->pieces, {check->pieces, verdict.crossings, verdict.touching})));
 }
 
 void Handlers::mnuViewFitRadius_Click() {
-  const auto gap = askMillimetres("Gap between strands in millimetres, for a knot " +
-                                      shortestText(static_cast<float>(millimetres_)) +
-                                      " mm wide (0: they meet at every crossing):",
-                                  "Fit radius", 0);
+  const auto gap = askMillimetres(
+      tr("Gap between strands in millimetres, for a knot {1} mm wide (0: they meet at every crossing):",
+         shortestText(static_cast<float>(millimetres_))),
+      tr("Fit radius"), 0);
   if (!gap) return;
   const auto fitted = withFittedRadius(bench_.document(), bench_.knot(), *gap, millimetres_);
-  if (bench_.step("Fit radius", fitted, After::all))
-    bench_.statusToo("Radius " + bench_.document().fields.text(Param::PolyRadius));
+  if (bench_.step(tr("Fit radius"), fitted, After::all))
+    bench_.statusToo(fieldStep(bench_.document(), Param::PolyRadius));
 }
 
 void Handlers::picKnot_Mouse(const MouseEvent& event) {
@@ -126,7 +128,7 @@ void Handlers::mnuViewFront_Click() {
   Document front = bench_.document();
   for (const Param angle : {Param::Theta, Param::Phi, Param::Psi}) front = withField(front, angle, "0");
   bench_.solid.resetLens();
-  bench_.step("Front view", front, After::view);
+  bench_.step(tr("Front view"), front, After::view);
 }
 
 bool Handlers::frmLorivan_KeyDown(const KeyEvent& key) {

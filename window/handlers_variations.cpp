@@ -1,4 +1,5 @@
 // Handlers of the sheet of variations.
+#include "base/texts.h"
 #include "window/handlers.h"
 #include "window/summaries.h"
 
@@ -25,14 +26,14 @@ void Handlers::mnuViewVariations_Click() {
   if (field && document.lines)
     bench_.showVariations(along(document, {*field}), {});
   else
-    bench_.showVariations(randomVariations(document, bench_.random), "Random knot");
+    bench_.showVariations(randomVariations(document, bench_.random), tr("Random knot"));
 }
 
 void Handlers::mnuViewVariationsOf_Click() {
   const auto field = focusedField(bench_);
   const std::string asked =
-      bench_.window.inputBox("One or two fields to vary, for example: Swish Width", "Variations",
-                             field ? std::string(parameterSpec(*field).field) : "Swish Width");
+      bench_.window.inputBox(tr("One or two fields to vary, for example: Swish Width"), tr("Variations"),
+                             field ? std::string(parameterSpec(*field).field) : tr("Swish Width"));
   if (asked.empty()) return;
   const auto fields = variedFields(asked);
   if (!fields) return bench_.status(fields.error().message);

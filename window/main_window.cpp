@@ -6,10 +6,12 @@
 
 #include "base/memory_reserve.h"
 #include "base/sink.h"
+#include "base/texts.h"
 #include "design/document_text.h"
 #include "design/welcome.h"
 #include "window/captions.h"
 #include "window/control_handlers.h"
+#include "window/languages.h"
 #include "window/preferences.h"
 
 namespace lorivan {
@@ -37,8 +39,10 @@ MainWindow::MainWindow(Platform& platform, MainWindowOptions options)
     : platform_(platform), options_(std::move(options)) {}
 
 Status MainWindow::open() {
+  chooseLanguage();
   events_ = makeEvents();
-  auto made = platform_.createWindow({formTable(), commandTable(), "Lorivan"}, events_);
+  tables_ = std::make_unique<ShownTables>();
+  auto made = platform_.createWindow({tables_->controls(), tables_->commands(), "Lorivan"}, events_);
   if (!made) return made.error();
   window_ = std::move(*made);
   tooSmall_ = screenTooSmall();
@@ -56,16 +60,23 @@ Status MainWindow::open() {
   return {};
 }
 
+/// All texts are made in it from here on.
+void MainWindow::chooseLanguage() {
+  const std::string_view code = languageFor(languageSetting(platform_.settings()), platform_.language());
+  speak(textsOf(code));
+  platform_.setLanguage(code);
+}
+
 Document MainWindow::floor() const {
   if (options_.welcome) return welcomeDocument();
-  const Document restored = restoredDocument(platform_.settings());
-  return lastKnot(lastKnotFile(platform_.userFolder()), restored).value_or(restored);
+  auto last = lastKnot(lastKnotFile(platform_.userFolder()), platform_.settings());
+  return last ? std::move(*last) : restoredDocument(platform_.settings());
 }
 
 bool MainWindow::screenTooSmall() {
   if (window_->screen().height / window_->scaling() >= kLeastScreenHeight) return false;
   window_->message(
-      "Sorry, this program only works at resolutions of SuperVGA (800*600, small fonts) or better", "",
+      tr("Sorry, this program only works at resolutions of SuperVGA (800*600, small fonts) or better"), "",
       MessageIcon::none);
   return true;
 }
@@ -95,8 +106,8 @@ void MainWindow::endForLackOfMemory() {
   try {
     bench_->session.keepAside();
     window_->message(
-        "There is not enough memory left. Your knot is kept aside and offered at the next start.", "Lorivan",
-        MessageIcon::critical);
+        tr("There is not enough memory left. Your knot is kept aside and offered at the next start."),
+        "Lorivan", MessageIcon::critical);
   } catch (const std::bad_alloc&) {
     // The copy of the step before is there.
   }
@@ -106,7 +117,7 @@ void MainWindow::endForLackOfMemory() {
 void MainWindow::onStarted() {
   if (options_.welcome)
     bench_->status(
-        "Welcome! Press Random for another knot, or turn the wheel over a field that has the focus");
+        tr("Welcome! Press Random for another knot, or turn the wheel over a field that has the focus"));
   offerRecovered();
   if (!options_.knotFile.empty()) handlers_->openFile(options_.knotFile);
 }
@@ -114,16 +125,17 @@ void MainWindow::onStarted() {
 /// Each knot that a crash left behind is offered once.
 void MainWindow::offerRecovered() {
   while (const auto text = bench_->session.recovery().takeLeft()) {
-    if (!window_->confirm("Lorivan did not end in order last time. Open the knot that was being worked on? "
-                          "Cancel throws it away.",
-                          "Lorivan")) {
+    if (!window_->confirm(
+            tr("Lorivan did not end in order last time. Open the knot that was being worked on? "
+               "Cancel throws it away."),
+            "Lorivan")) {
       bench_->session.recovery().clear();
     } else if (bench_->session.recover(*text)) {
       bench_->show(After::draw);
-      bench_->status("Recovered: " + bench_->summary() + "; it is not saved yet");
+      bench_->status(tr("Recovered: {1}; it is not saved yet", bench_->summary()));
       return;
     } else {
-      bench_->status("The knot that was left behind could not be read");
+      bench_->status(tr("The knot that was left behind could not be read"));
     }
   }
 }
@@ -189,7 +201,7 @@ void MainWindow::onConfirmed(Param p) {
 }
 
 void MainWindow::onClicked(ControlId control) {
-  if (control == controlId("cmd2D") && window_->text(control) == kStopCaption) return bench_->deeds.stop();
+  if (control == controlId("cmd2D") && window_->text(control) == stopCaption()) return bench_->deeds.stop();
   bench_->deeds.act([this, control] {
     bench_->confirmPending(true);
     if (window_->enabled(control)) runControl(control, *handlers_);
@@ -246,17 +258,17 @@ bool MainWindow::onKey(const KeyEvent& key) {
 
 bool MainWindow::closeQuery() {
   if (tooSmall_ || outOfMemory_) return true;
-  if (!window_->confirm("Are you sure you want to exit?", "Exit check")) return false;
+  if (!window_->confirm(tr("Are you sure you want to exit?"), tr("Exit check"))) return false;
   // What the fields show is taken, for the settings keep it; the last knot has to agree with them.
   bench_->deeds.stop();
   bench_->deeds.forget();
   if (!bench_->deeds.working()) bench_->confirmPending(true);
-  if (!handlers_->mayLeave("The knot has changes that are not saved. Save them before the program ends?"))
+  if (!handlers_->mayLeave(tr("The knot has changes that are not saved. Save them before the program ends?")))
     return false;
   // The window closes all the same.
   if (const Status kept = keepPreferences(*bench_); !kept) {
-    ended_ = unwritable("the settings could not be kept: " + kept.error().message);
-    bench_->status("The settings could not be kept: " + kept.error().message);
+    ended_ = unwritable("the settings could not be kept: {1}", kept.error().message);
+    bench_->status(tr("The settings could not be kept: {1}", kept.error().message));
   }
   keepLastKnot();
   return true;

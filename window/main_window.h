@@ -6,6 +6,7 @@
 #include <string>
 
 #include "window/handlers.h"
+#include "window/shown_tables.h"
 #include "window/workbench.h"
 
 namespace lorivan {
@@ -27,6 +28,7 @@ class MainWindow {
   Handlers& handlers() { return *handlers_; }
 
  private:
+  void chooseLanguage();
   WindowEvents makeEvents();
   void fieldEvents(WindowEvents& events);
   void onStarted();
@@ -47,6 +49,7 @@ class MainWindow {
   Platform& platform_;
   MainWindowOptions options_;
   WindowEvents events_;
+  std::unique_ptr<ShownTables> tables_;  // the window refers to it
   std::unique_ptr<Window> window_;
   std::unique_ptr<Workbench> bench_;
   std::unique_ptr<Handlers> handlers_;

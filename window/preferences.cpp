@@ -94,6 +94,9 @@ void restoreWindow(Workbench& bench, WindowState state, const std::string& text)
     case WindowState::saveOptions:
       bench.saveOptions = readSaveOptions(text);
       return;
+    case WindowState::language:
+      bench.language = text;
+      return;
     case WindowState::fitPicture:
     case WindowState::shape:
       return;
@@ -157,6 +160,8 @@ std::string Keeper::kept(WindowState state) const {
       return truth(bench_.drawAtOnce);
     case WindowState::saveOptions:
       return saveOptionsText(bench_.saveOptions);
+    case WindowState::language:
+      return bench_.language;
     case WindowState::symmetry:
       return symmetryName(bench_.symmetry.chosen());
     case WindowState::saveFormat:
@@ -169,19 +174,29 @@ std::string settingOf(const Settings& settings, const SettingRow& row) {
   return settings.read(kSettingsSection, row.key, row.fallback);
 }
 
-}  // namespace
-
-Document restoredDocument(const Settings& settings) {
+/// The fields as they were left, before a grid corrects them.
+Document keptFields(const Settings& settings) {
   Document document;
   const DocumentRestorer restorer(document);
   for (const SettingRow& row : settingTable())
     std::visit([&](const auto& owner) { restorer.take(owner, settingOf(settings, row)); }, row.owner);
+  return document;
+}
+
+}  // namespace
+
+Document restoredDocument(const Settings& settings) {
+  Document document = keptFields(settings);
   // Widths are as they were left, also where walls were drawn after the bands were fitted.
   const bool fit = std::exchange(document.fields.check(Check::FitBands), false);
   const auto made = newGrid(document);
   if (made) document = *made;
   document.fields.check(Check::FitBands) = fit;
   return document;
+}
+
+std::string languageSetting(const Settings& settings) {
+  return settings.read(kSettingsSection, kLanguageKey, "");
 }
 
 bool isFirstStart(const Settings& settings) {
@@ -210,14 +225,15 @@ Status keepPreferences(const Workbench& bench) {
   return settings.flush();
 }
 
-std::optional<Document> lastKnot(const std::string& file, const Document& restored) {
+std::optional<Document> lastKnot(const std::string& file, const Settings& settings) {
   const auto text = file.empty() ? Result<std::string>(unreadable("none is kept"))
                                  : readRegularFile(file, kLargestKnotFile);
   auto read = text ? readDocument(*text) : Result<ReadDocument>(text.error());
-  if (!read || read->document.fields.shape != restored.fields.shape) return std::nullopt;
+  const KnotFields kept = keptFields(settings).fields;
+  if (!read || read->document.fields.shape != kept.shape) return std::nullopt;
   for (const SettingRow& row : settingTable())
     if (const Param* p = std::get_if<Param>(&row.owner))
-      if (read->document.fields.text(*p) != restored.fields.text(*p)) return std::nullopt;
+      if (read->document.fields.text(*p) != kept.text(*p)) return std::nullopt;
   return std::move(read->document);
 }
 

@@ -14,6 +14,9 @@ Document restoredDocument(const Settings& settings);
 /// Whether nothing was ever kept.
 bool isFirstStart(const Settings& settings);
 
+/// The language that was chosen in the menu, as its code; empty: the system's.
+std::string languageSetting(const Settings& settings);
+
 /// Gives the window and the sheet what the settings hold of them: place and size, flags, folder, recent
 /// files.
 void restorePreferences(Workbench& bench);
@@ -23,6 +26,6 @@ Status keepPreferences(const Workbench& bench);
 
 /// The knot shown last, with its walls and its own shape, where it has the fields that the settings hold;
 /// else none.
-std::optional<Document> lastKnot(const std::string& file, const Document& restored);
+std::optional<Document> lastKnot(const std::string& file, const Settings& settings);
 
 }  // namespace lorivan

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "export/scene.h"
 #include "platform/platform.h"
 
@@ -60,12 +61,13 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
 }  // namespace
 
 OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
-  OptionDialogSpec dialog{
-      "Saving options", "For every file that is saved from now on. What is left empty is as usual.", {}};
+  OptionDialogSpec dialog{tr("Saving options"),
+                          tr("For every file that is saved from now on. What is left empty is as usual."),
+                          {}};
   for (const Choice& choice : kChoices) {
     const std::string text = textOf(choice, options);
     dialog.lines.push_back(
-        {std::string(choice.label), isBox(choice), isBox(choice) ? std::string() : text, text == "1"});
+        {translated(choice.label), isBox(choice), isBox(choice) ? std::string() : text, text == "1"});
     if (!isBox(choice)) dialog.lines.back().on = false;
   }
   return dialog;
@@ -77,9 +79,8 @@ Result<OutputOptions> optionsOf(const std::vector<OptionLine>& lines) {
     const OptionLine& line = lines[i];
     const Choice& choice = kChoices[i];
     if (take(choice, line.isBox ? (line.on ? "1" : "0") : line.text, options)) continue;
-    return wrongUsage("there is no such " +
-                      std::string(choice.pixels != nullptr ? "number of pixels" : "length") + ": " +
-                      quoted(line.text));
+    return choice.pixels != nullptr ? wrongUsage("there is no such number of pixels: {1}", quoted(line.text))
+                                    : wrongUsage("there is no such length: {1}", quoted(line.text));
   }
   return options;
 }

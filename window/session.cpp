@@ -1,6 +1,7 @@
 #include "window/session.h"
 
 #include "base/sink.h"
+#include "base/texts.h"
 #include "design/document_text.h"
 
 namespace lorivan {
@@ -12,7 +13,7 @@ Session::Session(Platform& platform, Document floor)
 
 void Session::step(const std::string& name, Document next, std::string_view run) {
   const bool joins = !run.empty() && history_.undoName() == name && run == run_;
-  history_.add(name, {std::move(next), history_.now().origin}, run);
+  history_.add(name, {std::move(next), history_.now().origin, onSheet_}, run);
   run_ = run;
   // The moves of one drag are one step: the first of them is kept, and the last at its end.
   if (!joins) keepAside();
@@ -35,7 +36,7 @@ void Session::begin(const std::string& name, Document next, const std::string& p
   const auto origin = std::make_shared<Origin>(Origin{path, next, extensionOf(path) == kKnotFileExtension});
   std::erase_if(origins_, [](const auto& other) { return other.expired(); });
   origins_.push_back(origin);
-  history_.add(name, {std::move(next), origin});
+  history_.add(name, {std::move(next), origin, onSheet_});
   keepAside();
 }
 
@@ -49,10 +50,12 @@ void Session::saved(const std::string& path) {
   keepAside();
 }
 
-void Session::undo() {
+bool Session::undo() {
+  const bool fromSheet = history_.canUndo() && history_.now().fromSheet;
   run_.clear();
   history_.undo();
   keepAside();
+  return fromSheet;
 }
 
 void Session::redo() {
@@ -65,7 +68,7 @@ bool Session::recover(const std::string& text) {
   auto read = readDocument(text);
   if (!read) return false;
   const Document before = document();
-  begin("Recovered knot", std::move(read->document));
+  begin(tr("Recovered knot"), std::move(read->document));
   history_.now().origin->basis = before;
   keepAside();
   return true;

@@ -24,7 +24,8 @@ struct Origin {
 struct Opened {
   Document document;
   std::shared_ptr<Origin> origin;
-  bool operator==(const Opened&) const = default;
+  bool fromSheet = false;  // the step that led here was made on the shape's sheet
+  bool operator==(const Opened& other) const { return document == other.document && origin == other.origin; }
 };
 inline std::size_t sizeBeside(const Opened& step, const Opened& neighbour) {
   return sizeBeside(step.document, neighbour.document);
@@ -42,6 +43,8 @@ class Session {
   /// Whether there are changes since the document was saved, loaded or made.
   bool modified() const { return document() != history_.now().origin->basis; }
 
+  /// Steps are made on the shape's sheet from now on, or are not.
+  void setOnSheet(bool on) { onSheet_ = on; }
   /// One step of the user's. `run`: see History::add.
   void step(const std::string& name, Document next, std::string_view run = {});
   /// The step leads to another knot that came from a file, or, without a path, from nowhere.
@@ -55,7 +58,8 @@ class Session {
   void named(const std::string& path) { history_.now().origin->caption = path; }
 
   const History<Opened>& history() const { return history_; }
-  void undo();
+  /// Whether the step that was taken back was made on the shape's sheet.
+  bool undo();
   void redo();
 
   /// A knot that a crash left behind becomes the document; it counts as unsaved.
@@ -69,6 +73,7 @@ class Session {
   History<Opened> history_;
   std::vector<std::weak_ptr<Origin>> origins_;
   std::string run_;  // of the step made last
+  bool onSheet_ = false;
   Recovery recovery_;
 };
 

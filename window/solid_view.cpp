@@ -138,8 +138,32 @@ void SolidView::paint(const Document& document) {
   const PictureLook shownLook = look(document);
   renderer_.render(shown, lightSettings(document.fields), angles_, lens_, shownLook, picture.lendPixels(),
                    static_cast<float>(shown.QuadCount) / polygons);
-  if (markedStrand_ != 0 && !plain_)
-    mark_.draw(shown, markedStrand_, angles_, lens_, shownLook, picture.lendPixels());
+  const PixelBlock block = picture.lendPixels();
+  unmarked_.clear();
+  for (int y = 0; y < block.height && !moving_; ++y) {
+    const std::uint32_t* const row = block.pixels + static_cast<std::ptrdiff_t>(y) * block.stride;
+    unmarked_.insert(unmarked_.end(), row, row + block.width);
+  }
+  drawMark(document, block);
+  picture.refresh();
+}
+
+void SolidView::drawMark(const Document& document, const PixelBlock& block) {
+  if (markedStrand_ == 0 || plain_) return;
+  mark_.draw(shownModel(), markedStrand_, angles_, lens_, look(document), block);
+}
+
+/// Rendering takes most of the time, and clicks may follow each other quickly.
+void SolidView::paintMark(const Document& document) {
+  Surface& picture = window_.surface(kModelPicture);
+  const PixelBlock block = picture.lendPixels();
+  const auto width = static_cast<std::size_t>(std::max(0, block.width));
+  if (unmarked_.empty() || unmarked_.size() != width * static_cast<std::size_t>(block.height))
+    return paint(document);
+  for (int y = 0; y < block.height; ++y)
+    std::copy_n(unmarked_.begin() + y * static_cast<std::ptrdiff_t>(width), width,
+                block.pixels + static_cast<std::ptrdiff_t>(y) * block.stride);
+  drawMark(document, block);
   picture.refresh();
 }
 
@@ -167,6 +191,7 @@ bool SolidView::paintPreview(const Document& document, const KnotStages& stages)
   Surface& picture = window_.surface(kModelPicture);
   PictureLook styled = look(document);
   styled.background = backgroundOf(document);
+  unmarked_.clear();
   picture.clear(styled.background);
   renderer_.render(model.built(), lightSettings(document.fields), angles_, lens_, styled,
                    picture.lendPixels());

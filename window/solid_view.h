@@ -51,6 +51,8 @@ class SolidView {
   /// While the view is being moved a coarser model stands in for a large one, and the next paint() after
   /// rest() shows the model itself.
   void paint(const Document& document);
+  /// The same after another strand was marked, without rendering the model again.
+  void paintMark(const Document& document);
   void paintRotator();
   /// The document in another style, without a change of the model that is shown. False when that would take
   /// long.
@@ -96,6 +98,7 @@ class SolidView {
     return marked_ ? *marked_ : model_->built();
   }
   PictureLook look(const Document& document) const;
+  void drawMark(const Document& document, const PixelBlock& block);
   void zoom(float factor, PointF at);
   /// A place of the picture, in its widths from its middle.
   PointF placeOf(int x, int y);
@@ -108,6 +111,7 @@ class SolidView {
   std::optional<TubeModel> marked_, markedStandIn_;  // both with marks, while there are any
   ModelPicture renderer_;                            // keeps its memory from one picture to the next
   StrandMark mark_;
+  std::vector<std::uint32_t> unmarked_;  // the pixels of the last paint(), without the mark of a strand
   int markedStrand_ = 0;
   bool plain_ = false;
   ViewState angles_;

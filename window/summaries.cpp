@@ -6,22 +6,33 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "base/texts.h"
 #include "custom/groups.h"
 #include "design/fit.h"
+#include "design/names.h"
 #include "strands/strand_pick.h"
 
 namespace lorivan {
 namespace {
 
-struct KindWords {
-  std::string_view step, meaning, hint;
-};
-constexpr std::array<KindWords, 4> kKinds = {
-    {{"No line", "is taken out: strands pass as if it were not there", "No line"},
-     {"Ordinary line", "is an ordinary line: strands cross on it", "Crossing"},
-     {"Wall", "is a wall: strands turn back at it", "Wall: strands turn back"},
-     {"Reversed line", "is reversed: over and under start the other way round",
-      "Crossing, first sign reversed"}}};
+int kindOf(const Document& document, int line) {
+  return (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
+}
+
+std::string kindHint(int kind) {
+  switch (kind) {
+    case kNoLine:
+      return tr("No line");
+    case kWall:
+      return tr("Wall: strands turn back");
+    case kReversed:
+      return tr("Crossing, first sign reversed");
+    default:
+      return tr("Crossing");
+  }
+}
+
+std::string countedCrossings(long long n) { return trn("{n} crossing", "{n} crossings", n); }
 
 /// Regions that lines part from each other, where none cross: by Euler's formula, lines less points and one
 /// more for each part that hangs together.
@@ -41,36 +52,41 @@ int regionsOf(const CustomShape& shape) {
 
 }  // namespace
 
-std::string counted(long long n, const std::string& what) {
-  return std::to_string(n) + ' ' + what + (n == 1 ? "" : "s");
+std::string countedStrands(long long n) { return trn("{n} strand", "{n} strands", n); }
+
+std::string shapeHint() {
+  return tr(
+      "Drag to set a point, drag from a point to draw a line; the right button moves, a click deletes a "
+      "point");
 }
 
 std::string gridSummary(const Document& document) {
   const KnotFields& fields = document.fields;
-  const std::string name(shapeTable()[static_cast<std::size_t>(fields.shape)].name);
-  const std::string lines =
-      counted(document.lines ? static_cast<long long>(document.lines->size()) : 0, "line");
-  if (fields.shape == Shape::Custom) return name + ": " + lines;
-  return name + ", " + fields.text(Param::XNo) + " x " + fields.text(Param::YNo) + ", scale " +
-         fields.text(Param::Scale) + ": " + lines;
+  const std::string name = shapeName(fields.shape);
+  const auto lines = document.lines ? static_cast<long long>(document.lines->size()) : 0;
+  if (fields.shape == Shape::Custom) return trn("{1}: {n} line", "{1}: {n} lines", lines, name);
+  return trn("{1}, {2} x {3}, scale {4}: {n} line", "{1}, {2} x {3}, scale {4}: {n} lines", lines, name,
+             fields.text(Param::XNo), fields.text(Param::YNo), fields.text(Param::Scale));
 }
 
 std::string knotSummary(const Knot& knot) {
   const KnotCounts counts = countKnot(knot.graph, knot.strands);
-  return counted(counts.strands, "strand") + ", " + counted(counts.crossings, "crossing");
+  return tr("{1}, {2}", countedStrands(counts.strands), countedCrossings(counts.crossings));
 }
 
 std::string overlapNote(const Document& document, const Knot& knot) {
   const double overlap = bandOverlap(document, knot);
   if (overlap <= 0) return {};
-  return "; the bands run together by " + roundedUp(overlap, 10) + " pixels: " +
-         (document.fields.check(Check::FitBands) ? "fewer cells make room" : "Fit bands makes room");
+  const std::string pixels = roundedUp(overlap, 10);
+  return document.fields.check(Check::FitBands)
+             ? tr("; the bands run together by {1} pixels: fewer cells make room", pixels)
+             : tr("; the bands run together by {1} pixels: Fit bands makes room", pixels);
 }
 
 std::string emptyShare(const AutoGridReport& report, const std::string& advice) {
   if (report.filled >= kFilled) return {};
-  return "; " + std::to_string(static_cast<int>(std::lround(100 * (1 - report.filled)))) +
-         " % of the outline stayed empty: " + advice;
+  const auto percent = std::lround(100 * (1 - report.filled));
+  return tr("; {1} % of the outline stayed empty: {2}", percent, advice);
 }
 
 std::string shapeSummary(const CustomShape& shape) {
@@ -85,13 +101,16 @@ std::string shapeSummary(const CustomShape& shape) {
     points += shape.pointIsLive(point) ? 1 : 0;
     looseEnds += linesAt[static_cast<std::size_t>(point)] == 1 ? 1 : 0;
   }
-  if (points == 0) return std::string(kShapeHint);
-  const std::string counts = "Shape: " + counted(points, "point") + ", " + counted(lines, "line");
-  if (lines == 0) return counts + ": drag from a point to draw a line";
-  if (looseEnds > 0) return counts + ", " + counted(looseEnds, "loose end");
+  if (points == 0) return shapeHint();
+  const std::string counts =
+      tr("Shape: {1}, {2}", trn("{n} point", "{n} points", points), trn("{n} line", "{n} lines", lines));
+  if (lines == 0) return tr("{1}: drag from a point to draw a line", counts);
+  if (looseEnds > 0) return trn("{1}, {n} loose end", "{1}, {n} loose ends", looseEnds, counts);
   if (lines <= 2) return counts;
-  const std::string closed = counts + ", closed: AutoGrid in the Shape menu fills it";
-  return regionsOf(shape) > 1 ? closed + ", a click with Ctrl one region alone" : closed;
+  return regionsOf(shape) > 1
+             ? tr("{1}, closed: AutoGrid in the Shape menu fills it, a click with Ctrl one region alone",
+                  counts)
+             : tr("{1}, closed: AutoGrid in the Shape menu fills it", counts);
 }
 
 std::string marksDoubled(std::string_view text) {
@@ -101,15 +120,23 @@ std::string marksDoubled(std::string_view text) {
 }
 
 std::string lineSummary(const Document& document, int line) {
-  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
-  return "Line " + std::to_string(line + 1) + ' ' +
-         std::string(kKinds[static_cast<std::size_t>(kind)].meaning);
+  switch (kindOf(document, line)) {
+    case kNoLine:
+      return tr("Line {1} is taken out: strands pass as if it were not there", line + 1);
+    case kWall:
+      return tr("Line {1} is a wall: strands turn back at it", line + 1);
+    case kReversed:
+      return tr("Line {1} is reversed: over and under start the other way round", line + 1);
+    default:
+      return tr("Line {1} is an ordinary line: strands cross on it", line + 1);
+  }
 }
 
 std::string lineHint(const Document& document, int line, std::size_t together) {
-  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
-  return std::string(kKinds[static_cast<std::size_t>(kind)].hint) + "; a click changes " +
-         (together > 1 ? counted(static_cast<long long>(together), "line") : "it") + ", a drag sets walls";
+  const std::string kind = kindHint(kindOf(document, line));
+  if (together <= 1) return tr("{1}; a click changes it, a drag sets walls", kind);
+  return trn("{1}; a click changes {n} line, a drag sets walls",
+             "{1}; a click changes {n} lines, a drag sets walls", static_cast<long long>(together), kind);
 }
 
 std::string strandSummary(const Knot& knot, int slot, std::optional<double> millimetres) {
@@ -121,11 +148,25 @@ std::string strandSummary(const Knot& knot, int slot, std::optional<double> mill
   }
   const double length = millimetres.value_or(strandLength(knot.curve, slot, knot.stretch));
   const std::string shown = shortestText(static_cast<float>(roundHalfEven(length * 10) / 10));
-  return "Strand " + std::to_string(number) + " of " + std::to_string(strands) + ": " + shown +
-         (millimetres ? " mm" : " grid units") + " long, passes " +
-         counted(crossingsPassed(knot.strands, slot), "crossing") + "; a double click changes its colour";
+  const std::string crossings = countedCrossings(crossingsPassed(knot.strands, slot));
+  return millimetres
+             ? tr("Strand {1} of {2}: {3} mm long, passes {4}; a double click changes its colour", number,
+                  strands, shown, crossings)
+             : tr("Strand {1} of {2}: {3} grid units long, passes {4}; a double click changes its colour",
+                  number, strands, shown, crossings);
 }
 
-std::string kindStep(int kind) { return std::string(kKinds[static_cast<std::size_t>(kind & 3)].step); }
+std::string kindStep(int kind) {
+  switch (kind & 3) {
+    case kNoLine:
+      return tr("No line");
+    case kWall:
+      return tr("Wall");
+    case kReversed:
+      return tr("Reversed line");
+    default:
+      return tr("Ordinary line");
+  }
+}
 
 }  // namespace lorivan

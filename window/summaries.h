@@ -11,7 +11,7 @@
 namespace lorivan {
 
 /// "1 strand", "3 strands".
-std::string counted(long long n, const std::string& what);
+std::string countedStrands(long long n);
 
 /// "Hexagonal, 2 x 2, scale 30: 24 lines"
 std::string gridSummary(const Document& document);
@@ -24,8 +24,7 @@ std::string shapeSummary(const CustomShape& shape);
 /// "; 34 % of the outline stayed empty: <advice>" or nothing.
 std::string emptyShare(const AutoGridReport& report, const std::string& advice);
 /// How a shape is drawn.
-inline constexpr std::string_view kShapeHint =
-    "Drag to set a point, drag from a point to draw a line; the right button moves, a click deletes a point";
+std::string shapeHint();
 
 /// A text for a menu, where a single "&" would mark a letter.
 std::string marksDoubled(std::string_view text);

@@ -111,6 +111,7 @@ void Workbench::showSame(bool model) {
 
 void Workbench::bringToFront(Picture picture) {
   picture_ = picture;
+  session.setOnSheet(picture == Picture::sheet);
   window.setVisible(controlId("picGrid"), picture == Picture::flat || picture == Picture::variations);
   window.setVisible(controlId("picKnot"), picture == Picture::solid);
   window.setVisible(controlId("picShape"), picture == Picture::sheet);
@@ -118,7 +119,7 @@ void Workbench::bringToFront(Picture picture) {
 }
 
 void Workbench::showVariations(std::vector<Variation> shown, const std::string& step) {
-  if (shown.empty()) return status("There are no variations of this knot");
+  if (shown.empty()) return status(tr("There are no variations of this knot"));
   if (picture_ != Picture::variations) beforeVariations_ = picture_;
   variations.take(std::move(shown), document(), step);
   bringToFront(Picture::variations);
@@ -149,11 +150,11 @@ void Workbench::pointed(ControlId control) {
 void Workbench::modelFieldChanged() {
   modelFieldsTouched_ = true;
   sortOut();
-  if (drawn_ && !modelCurrent()) status("Press Create 3D to show the changed 3D values");
+  if (drawn_ && !modelCurrent()) status(tr("Press Create 3D to show the changed 3D values"));
 }
 
 void Workbench::viewTurned() {
-  session.step("Turn", solid.withAngles(document()), "turn");
+  session.step(tr("Turn"), solid.withAngles(document()), "turn");
   form.show(document(), false);
   if (solidShown()) paintSolid();
   solid.paintRotator();
@@ -188,20 +189,21 @@ void Workbench::resized(ControlId picture) {
 
 std::string Workbench::summary() const {
   if (picture_ == Picture::variations)
-    return counted(static_cast<long long>(variations.count()), "variation") +
-           ": click one, or go there with the arrow keys and press Enter; Esc goes back";
+    return trn("{n} variation: click one, or go there with the arrow keys and press Enter; Esc goes back",
+               "{n} variations: click one, or go there with the arrow keys and press Enter; Esc goes back",
+               static_cast<long long>(variations.count()));
   if (picture_ == Picture::sheet) return shapeSummary(sheet.shape());
   if (!document().lines) return shapeSummary(sheet.shape());
   if (!drawn_) return gridSummary(document());
   const std::string knot = knotSummary(stages_.knot()) + overlapNote(document(), stages_.knot());
   if (picture_ == Picture::flat) return knot;
-  return knot + ", " + counted(solid.model().QuadCount, "polygon") +
-         (modelCurrent() ? "" : "; press Create 3D to show the changed 3D values");
+  const std::string model = trn("{1}, {n} polygon", "{1}, {n} polygons", solid.model().QuadCount, knot);
+  return modelCurrent() ? model : tr("{1}; press Create 3D to show the changed 3D values", model);
 }
 
 void Workbench::tell(const Error& error) {
   if (error.kind == ErrorKind::limit) complain(error.message);
-  status(error.kind == ErrorKind::limit ? "Nothing was changed: a limit was reached" : error.message);
+  status(error.kind == ErrorKind::limit ? tr("Nothing was changed: a limit was reached") : error.message);
 }
 
 }  // namespace lorivan

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "base/random.h"
+#include "base/texts.h"
 #include "design/output_options.h"
 #include "window/deeds.h"
 #include "window/file_chooser.h"
@@ -75,13 +76,14 @@ class Workbench {
   void showMarks();
   /// Outlines a strand of the drawn knot in both pictures; 0: none.
   void markStrand(int slot);
-  /// Lends a picture as it leaves the program: the flat one whole, both without marks.
+  /// Lends a picture as it leaves the program: the flat one whole, both without marks; a `bare` one without
+  /// the grid behind the knot, too.
   template <class Use>
-  auto lendPicture(Use use) {
+  auto lendPicture(Use use, bool bare = false) {
     const bool flatOne = !solidShown();
-    const bool altered = flatOne ? !deeds.animating() && flat.altered() : solid.altered();
+    const bool altered = flatOne ? !deeds.animating() && (bare || flat.altered()) : solid.altered();
     const auto paintPlain = [&](bool plain) {
-      flat.setPlain(plain);
+      flat.setPlain(plain, plain && bare);
       solid.setPlain(plain);
       if (altered) flatOne ? paintFlat() : paintSolid();
     };
@@ -137,7 +139,7 @@ class Workbench {
   void pointed(ControlId control);
   const std::string& statusText() const { return status_; }
   /// Adds to what the status line says already.
-  void statusToo(const std::string& text) { status(status_.empty() ? text : status_ + "; " + text); }
+  void statusToo(const std::string& text) { status(status_.empty() ? text : tr("{1}; {2}", status_, text)); }
   /// What the picture in front holds, for the status line.
   std::string summary() const;
   /// A message box with the program's own title.
@@ -159,6 +161,7 @@ class Workbench {
   VariationView variations;
   Rnd random;
   bool drawAtOnce = true;
+  std::string language;       // code of the one chosen for the next start; empty: the system's
   OutputOptions saveOptions;  // of files that are saved from the window
   std::vector<std::string> recentFiles;
 

@@ -50,7 +50,7 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
   if (!document().lines) return false;
   const Deeds::Working working(deeds);
   const bool animated = asked && document().fields.check(Check::Animate);
-  const Caption caption(window, controlId("cmd2D"), animated ? kStopCaption : kWaitCaption);
+  const Caption caption(window, controlId("cmd2D"), animated ? stopCaption() : waitCaption());
   if (!trace(asked)) return false;
   if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) markStrand(0);
   if (animated) {
@@ -72,14 +72,14 @@ bool Workbench::trace(bool asked) {
   if (end && *end == TraceEnd::complete) return true;
   drawn_ = false;
   if (end) {
-    status("The trace was abandoned");
+    status(tr("The trace was abandoned"));
     return false;
   }
   if (asked)
     window.message(end.error().message,
-                   std::string(end.error().kind == ErrorKind::knot ? kKnotErrorTitle : "Lorivan"),
+                   end.error().kind == ErrorKind::knot ? translated(kKnotErrorTitle) : "Lorivan",
                    MessageIcon::none);
-  status("No knot can be drawn on this grid");
+  status(tr("No knot can be drawn on this grid"));
   return false;
 }
 
@@ -87,14 +87,14 @@ TraceWatcher Workbench::stepWatcher() {
   if (!options.stepDisplay || !window.checked(controlId("Check1"))) return {};
   return [this](const TraceStep& step) {
     flat.showStep(step, strandColours(document().fields.boxes));
-    return !window.inputBox("Hi", "OK", "OK").empty();
+    return !window.inputBox(tr("Hi"), tr("OK"), tr("OK")).empty();
   };
 }
 
 /// Draws the knot as an animation. False when the window was closed meanwhile.
 bool Workbench::play() {
   flat.startAnimation(document(), knot());
-  status(knotSummary(knot()) + "; Stop or Esc ends the drawing");
+  status(tr("{1}; Stop or Esc ends the drawing", knotSummary(knot())));
   drawn_ = true;
   sortOut();
   const bool alive = deeds.play(
@@ -126,20 +126,20 @@ bool Workbench::buildModel(bool asked) {
   const std::int64_t polygons = polygonBudget(knot().strands, tubeSettings(document().fields));
   // Nobody waits for a large model that nobody looks at: it is built when it is to be shown.
   if (!asked && !solidShown() && polygons >= SolidView::kLargeModel) return false;
-  const Caption caption(window, controlId("cmd3D"), "wait..");
+  const Caption caption(window, controlId("cmd3D"), tr("wait.."));
   Status built;
   {
     const Hourglass hourglass(window, polygons);
-    if (hourglass.shown()) status("Building " + std::to_string(polygons) + " polygons ...");
+    if (hourglass.shown()) status(trn("Building {n} polygon ...", "Building {n} polygons ...", polygons));
     if (!hourglass.shown() || window.processEvents()) built = solid.build(document(), stages_);
   }
   if (!built) {
     if (asked) complain(built.error().message);
-    status("No model: it would have " + std::to_string(polygons) + " polygons");
+    status(trn("No model: it would have {n} polygon", "No model: it would have {n} polygons", polygons));
     return false;
   }
   if (solid.model().QuadCount == 0) {
-    if (asked) status("The knot has no strands that a model could be made of");
+    if (asked) status(tr("The knot has no strands that a model could be made of"));
     return false;
   }
   modelFieldsTouched_ = false;
@@ -167,7 +167,7 @@ void Workbench::preview(int style) {
                    : !flat.paintKnot(styled, previewStages_.knot()))
     return;
   if (!std::exchange(previewing_, true)) statusBeforePreview_ = status_;
-  status(std::string(presetTable()[static_cast<std::size_t>(style)].about));
+  status(translated(presetTable()[static_cast<std::size_t>(style)].about));
 }
 
 }  // namespace lorivan

@@ -6,6 +6,9 @@
 #include "design/edits.h"
 #include "design/fit.h"
 #include "design/knot.h"
+#include "design/knot_model.h"
+#include "model3d/model_picture.h"
+#include "model3d/rotator.h"
 #include "platform/qt/platform_qt.h"
 #include "strands/band_outline.h"
 
@@ -55,7 +58,7 @@ void largestPicture(benchmark::State& state) {
   PictureOptions options;
   options.showGrid = false;
   options.quick = true;
-  const CopyRatio ratio(state);
+  const CopyRatio ratio(state, pictureBytes(static_cast<std::size_t>(view.width)));
   for (auto _ : state) {
     drawKnotPicture(**surface, largest.knot->graph, largest.knot->curve, largest.style, view, options);
     benchmark::DoNotOptimize((*surface)->lendPixels());
@@ -64,6 +67,88 @@ void largestPicture(benchmark::State& state) {
 BENCHMARK(largestPicture)
     ->ArgsProduct({benchmark::CreateDenseRange(0, kShapeCount - 2, 1), {0, 1}, {500, 4000}})
     ->Unit(benchmark::kMillisecond);
+
+Document squares(int cells) {
+  const std::string text = std::to_string(cells);
+  Document document = withField(Document(), Param::XNo, text);
+  return fitBands(*newGrid(withField(document, Param::YNo, text)));
+}
+
+/// How cost grows with the grid. Arguments: cells across and up, and whether the picture is made or outlines.
+void grown(benchmark::State& state) {
+  PlatformQt platform("");
+  const Document document = squares(static_cast<int>(state.range(0)));
+  const auto knot = std::make_unique<Knot>();
+  if (!makeKnot(document, *knot)) state.SkipWithError("no knot");
+  const KnotStyle style = knotStyle(document.fields, strandColours(document.fields.boxes));
+  const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
+  const auto surface = platform.createSurface(view.width, view.height());
+  OutlineOptions options;
+  options.band = style.innerWidth();
+  options.outer = style.outerWidth();
+  PictureOptions picture;
+  picture.showGrid = false;
+  const CopyRatio ratio(state, pictureBytes(kReferenceWidth));
+  for (auto _ : state) {
+    if (state.range(1) == 0) {
+      benchmark::DoNotOptimize(bandOutlines(knot->curve, view, options));
+      continue;
+    }
+    drawKnotPicture(**surface, knot->graph, knot->curve, style, view, picture);
+    benchmark::DoNotOptimize((*surface)->lendPixels());
+  }
+  state.SetLabel(state.range(1) == 0 ? "outlines" : "picture");
+}
+BENCHMARK(grown)->ArgsProduct({{1, 2, 5, 10, 15, 20}, {0, 1}})->Unit(benchmark::kMillisecond);
+
+/// A step of a live edit: a key in a field of the largest knots, the fields, and so on to the pixels of the
+/// window. Argument: the shape.
+void edit(benchmark::State& state) {
+  PlatformQt platform("");
+  Document document = squares(20);
+  document.fields.shape = static_cast<Shape>(state.range(0));
+  KnotStages stages;
+  const auto surface = platform.createSurface(kReferenceWidth, kReferenceHeight);
+  PictureOptions options;
+  options.showGrid = false;
+  options.quick = true;
+  int cells = 20;
+  const CopyRatio ratio(state, pictureBytes(kReferenceWidth));
+  for (auto _ : state) {
+    cells = 39 - cells;
+    document = fitAgain(*newGrid(withField(document, Param::YNo, std::to_string(cells))));
+    if (!stages.followGrid(document) || !stages.trace(document)) state.SkipWithError("no knot");
+    const KnotStyle style = knotStyle(document.fields, strandColours(document.fields.boxes));
+    const Knot& knot = stages.knot();
+    drawKnotPicture(**surface, knot.graph, knot.curve, style,
+                    viewOf(knot, document.fields, style, kReferenceWidth, true), options);
+    benchmark::DoNotOptimize((*surface)->lendPixels());
+  }
+  state.SetLabel(std::string(shapeTable()[static_cast<std::size_t>(state.range(0))].name));
+}
+BENCHMARK(edit)->DenseRange(0, kShapeCount - 2)->Unit(benchmark::kMillisecond);
+
+/// The smooth picture of the knot that the first fields make, from another side each time.
+void firstModel(benchmark::State& state) {
+  const Document document = *newGrid(Document());
+  const auto knot = std::make_unique<Knot>();
+  TubeModel model;
+  if (!makeKnot(document, *knot) ||
+      !buildModel(*knot, document.fields, strandColours(document.fields.boxes), 0, model))
+    state.SkipWithError("no model");
+  std::vector<std::uint32_t> pixels(kReferenceWidth * kReferenceHeight);
+  ModelPicture renderer;
+  PictureLook look = pictureLook(document.fields);
+  look.smooth = true;
+  ViewState view = viewState(document.fields);
+  const CopyRatio ratio(state, pixels.size() * 4);
+  for (auto _ : state) {
+    turnByKey(view, 37);
+    renderer.render(model, lightSettings(document.fields), view, {}, look,
+                    {pixels.data(), kReferenceWidth, kReferenceHeight, kReferenceWidth});
+  }
+}
+BENCHMARK(firstModel)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lorivan

@@ -35,7 +35,7 @@ void writeMillion(benchmark::State& state) {
   if (!format.write(scene, sink)) state.SkipWithError("not written");
   std::size_t bytes = 0;
   {
-    const CopyRatio ratio(state);
+    const CopyRatio ratio(state, sink.used);
     for (auto _ : state) {
       sink.used = 0;
       if (!format.write(scene, sink)) state.SkipWithError("not written");
@@ -72,6 +72,52 @@ void reliefOfMillion(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(heightMapOf(model, 1000, SamplesAt::middles)->top);
 }
 BENCHMARK(reliefOfMillion)->Unit(benchmark::kMillisecond);
+
+/// Writes a file as the program does, on the disk under its own name at the end.
+template <class Write>
+bool makeFile(const std::string& path, const Write& write) {
+  const auto sink = FileSink::create(path);
+  return sink && write(**sink) && (*sink)->commit();
+}
+
+/// Argument: whether the file is copied, in memory already, instead of made.
+void millionToDisk(benchmark::State& state) {
+  SampleKnot knot;
+  knot.model = torus(7.5F, 2, 9900, 98);
+  ExportScene scene = knot.scene();
+  scene.binary = true;
+  const ExportFormat& stl = *findFormat("stl", DxfKind::faces);
+  MemorySink whole;
+  if (!stl.write(scene, whole)) state.SkipWithError("not written");
+  const std::string path = "lorivan-bench.stl";
+  const CopyRatio ratio(state, whole.bytes.size());
+  for (auto _ : state) {
+    const bool made = state.range(0) != 0
+                          ? makeFile(path, [&](Sink& sink) { return sink.write(whole.bytes); })
+                          : makeFile(path, [&](Sink& sink) { return bool(stl.write(scene, sink)); });
+    if (!made) state.SkipWithError("not written");
+  }
+  removeFile(path);
+  state.SetBytesProcessed(static_cast<std::int64_t>(whole.bytes.size()) * state.iterations());
+  state.SetLabel(state.range(0) != 0 ? "copied" : "written");
+}
+BENCHMARK(millionToDisk)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+/// How cost grows with the model. Argument: quads.
+void writeGrown(benchmark::State& state) {
+  SampleKnot knot;
+  knot.model = torus(7.5F, 2, static_cast<int>(state.range(0) / 100), 100);
+  ExportScene scene = knot.scene();
+  const ExportFormat& stl = *findFormat("stl", DxfKind::faces);
+  ReusedSink sink;
+  if (!stl.write(scene, sink)) state.SkipWithError("not written");
+  const CopyRatio ratio(state, sink.used);
+  for (auto _ : state) {
+    sink.used = 0;
+    benchmark::DoNotOptimize(stl.write(scene, sink));
+  }
+}
+BENCHMARK(writeGrown)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Arg(990'000)->Unit(benchmark::kMillisecond);
 
 BENCHMARK(writeMillion)->Apply(everyMesh)->Unit(benchmark::kMillisecond);
 

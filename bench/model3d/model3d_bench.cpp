@@ -68,7 +68,7 @@ void turnAndShow(benchmark::State& state) {
   PictureLook look;
   look.smooth = state.range(2) != 0;
   ViewState view;
-  const CopyRatio ratio(state);
+  const CopyRatio ratio(state, pixels.size() * 4);
   for (auto _ : state) {
     turnByKey(view, 37);
     renderer.render(model, {}, view, {}, look, {pixels.data(), width, height, width});
@@ -99,7 +99,7 @@ void drag(benchmark::State& state) {
   look.smooth = state.range(2) != 0;
   look.draft = true;
   ViewState view;
-  const CopyRatio ratio(state);
+  const CopyRatio ratio(state, pixels.size() * 4);
   for (auto _ : state) {
     turnByKey(view, 37);
     renderer.render(model, {}, view, {}, look, {pixels.data(), width, height, width});
@@ -109,6 +109,33 @@ void drag(benchmark::State& state) {
 BENCHMARK(drag)
     ->ArgsProduct({{1'000, 100'000, 960'000}, {500, 1000, 2000}, {0, 1}})
     ->Unit(benchmark::kMillisecond);
+
+/// How cost grows with the model. Arguments: quads, and whether the model is built or shown.
+void grown(benchmark::State& state) {
+  TubeSettings settings;
+  settings.polySides = 20;
+  settings.polyPoints = 10;
+  settings.polyRadius = 2;
+  const StrandStore strands = woven(static_cast<int>(state.range(0) / 200), 19, 20);
+  TubeModel model;
+  if (!buildTube(strands, settings, colours(), model)) state.SkipWithError("refused");
+  std::vector<std::uint32_t> pixels(500 * 400);
+  ModelPicture renderer;
+  PictureLook look;
+  look.smooth = true;
+  ViewState view;
+  const bool shown = state.range(1) != 0;
+  const CopyRatio ratio(state, shown ? pixels.size() * 4 : model.vertices.size() * sizeof(Vec3));
+  for (auto _ : state) {
+    turnByKey(view, 37);
+    if (shown)
+      renderer.render(model, {}, view, {}, look, {pixels.data(), 500, 400, 500});
+    else
+      benchmark::DoNotOptimize(buildTube(strands, settings, colours(), model));
+  }
+  state.SetLabel(shown ? "shown" : "built");
+}
+BENCHMARK(grown)->ArgsProduct({{1'000, 10'000, 100'000, 990'000}, {0, 1}})->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lorivan

@@ -20,7 +20,7 @@ void drawPicture(benchmark::State& state) {
   PictureOptions options;
   options.showGrid = false;
   options.classic = state.range(2) != 0;
-  const CopyRatio ratio(state);
+  const CopyRatio ratio(state, pictureBytes(static_cast<std::size_t>(state.range(1))));
   for (auto _ : state) {
     drawKnotPicture(**surface, *knot.graph, knot.curve, style, view, options);
     benchmark::DoNotOptimize((*surface)->lendPixels());

@@ -7,9 +7,11 @@
 namespace lorivan {
 namespace {
 
+/// Arguments: the shape, and its cells across and up.
 void fieldsToStrands(benchmark::State& state) {
   const auto shape = static_cast<Shape>(state.range(0));
-  const GridFields fields = fieldsOf(shape, 20, 20);
+  const auto cells = static_cast<int>(state.range(1));
+  const GridFields fields = fieldsOf(shape, cells, cells);
   KnotGraph graph;
   StrandStore store;
   KnotCurve curve;
@@ -25,7 +27,10 @@ void fieldsToStrands(benchmark::State& state) {
   }
   state.SetLabel(std::string(shapeTable()[static_cast<std::size_t>(shape)].name));
 }
-BENCHMARK(fieldsToStrands)->DenseRange(0, kShapeCount - 2)->Unit(benchmark::kMillisecond);
+BENCHMARK(fieldsToStrands)
+    ->ArgsProduct({benchmark::CreateDenseRange(0, kShapeCount - 2, 1), {20}})
+    ->ArgsProduct({{0}, {1, 2, 4, 10}})
+    ->Unit(benchmark::kMillisecond);
 
 /// Strands planned at 20 x 20 cells; arguments: shape, and 0 for as many as possible.
 void plan(benchmark::State& state) {

@@ -30,7 +30,7 @@ Measures measuresOf(const LayoutMetrics& metrics) {
           .gap = std::max(2, scaled(2)),
           .title = metrics.lineHeight + scaled(2),
           .column = std::max(scaled(11), static_cast<int>(std::lround(metrics.digitWidth * 1.75))),
-          .line = metrics.lineHeight + scaled(6),
+          .line = metrics.lineHeight + std::max(6, scaled(6)),
           .lineMost = metrics.lineHeight + scaled(14)};
 }
 
@@ -209,6 +209,12 @@ LayoutSize clientFor(std::span<const ControlSpec> controls, const LayoutMetrics&
           std::max(picture(kReferenceHeight) + stripHeight(panels, m), panels.side.height()) + 2 * m.margin};
 }
 
+LayoutMetrics multiplied(const LayoutMetrics& metrics, double factor) {
+  return {.lineHeight = static_cast<int>(std::ceil(metrics.lineHeight * factor)),
+          .scale = metrics.scale * factor,
+          .digitWidth = metrics.digitWidth * factor};
+}
+
 }  // namespace
 
 FormLayout computeLayout(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
@@ -255,10 +261,19 @@ LayoutSize referenceClient(std::span<const ControlSpec> controls, const LayoutMe
 
 double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
                    const LayoutMetrics& metrics) {
-  constexpr double kRoomy = 1.7, kMost = 1.4;  // up to that many reference sizes nothing is enlarged
-  const LayoutSize reference = referenceClient(controls, metrics);
-  const double times = std::min(1.0 * clientWidth / reference.width, 1.0 * clientHeight / reference.height);
-  return std::clamp(times / kRoomy, 1.0, kMost);
+  constexpr double kRoomy = 1.3, kMost = 3;  // up to that many reference sizes nothing is enlarged
+  const auto times = [&](const LayoutSize& size) {
+    return std::min(1.0 * clientWidth / size.width, 1.0 * clientHeight / size.height);
+  };
+  const auto fits = [&](double factor) {
+    return times(minimumClient(controls, multiplied(metrics, factor))) >= 1;
+  };
+  if (!fits(1)) {
+    double factor = 1;
+    while (factor > metrics.least && !fits(factor)) factor -= 0.01;  // sizes go in steps of whole pixels
+    return std::max(factor, metrics.least);
+  }
+  return std::clamp(times(referenceClient(controls, metrics)) / kRoomy, 1.0, kMost);
 }
 
 ControlId pictureInUse(std::span<const ControlSpec> controls, const std::function<bool(ControlId)>& usable) {

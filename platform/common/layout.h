@@ -41,11 +41,15 @@ namespace lorivan {
 inline constexpr int kSideColumns = 24;
 inline constexpr int kStripColumns = 40;
 
+/// Pixels at 100 %: smaller letters are hard to read.
+inline constexpr int kLeastFont = 11;
+
 /// What the layout needs to know of the window's font and screen. Device pixels.
 struct LayoutMetrics {
   int lineHeight = 15;    // of the window's font, descenders included
   double scale = 1;       // Window::scaling()
   double digitWidth = 6;  // of the window's font; wide fonts widen the columns
+  double least = 1;       // what a small window may multiply the font with
 };
 
 /// Device pixels from the client area's top left corner; left + width is the first pixel outside.
@@ -73,14 +77,16 @@ struct LayoutSize {
   int width = 0, height = 0;
 };
 
-/// The smallest client area that shows everything, with a picture of 3/4 of the reference size.
+/// The smallest client area that shows everything in the smallest font, with a picture of 3/4 of the
+/// reference size.
 LayoutSize minimumClient(std::span<const ControlSpec> controls, const LayoutMetrics& metrics);
 
 /// The client area for a picture of the reference size, times the scale, with the panels at their smallest.
 LayoutSize referenceClient(std::span<const ControlSpec> controls, const LayoutMetrics& metrics);
 
-/// What a window much larger than the reference size multiplies its font and its scale with, so that the
-/// panels grow with the picture: 1 to 1.4. `metrics` are those of the unmultiplied font.
+/// What a window multiplies its font and its scale with, so that the panels grow and shrink with the picture:
+/// 1 about the reference size, about 2 in one of 2560 x 1440, at most 3. `metrics` are those of the
+/// unmultiplied font. Fonts below 1 have to be rounded down.
 double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int clientHeight,
                    const LayoutMetrics& metrics);
 

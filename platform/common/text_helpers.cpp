@@ -5,6 +5,7 @@
 
 #include "base/numbers.h"
 #include "base/sink.h"
+#include "base/texts.h"
 
 namespace lorivan {
 namespace {
@@ -83,6 +84,14 @@ std::string shortcutText(const Shortcut& shortcut) {
   if (shortcut.ctrl) text += "Ctrl+";
   if (shortcut.alt) text += "Alt+";
   if (shortcut.shift) text += "Shift+";
+  return text + shortcut.key;
+}
+
+std::string shortcutLabel(const Shortcut& shortcut) {
+  std::string text;
+  if (shortcut.ctrl) text += tr("Ctrl+");
+  if (shortcut.alt) text += tr("Alt+");
+  if (shortcut.shift) text += tr("Shift+");
   return text + shortcut.key;
 }
 

@@ -25,6 +25,8 @@ std::optional<Shortcut> parseShortcut(std::string_view text);
 
 /// The text to show in a menu: "Ctrl+Shift+F1".
 std::string shortcutText(const Shortcut& shortcut);
+/// The same with the keys' names in the window's language: "Strg+Umschalt+F1".
+std::string shortcutLabel(const Shortcut& shortcut);
 
 /// "bmp png jpg" as patterns with a separator between them: "*.bmp;*.png;*.jpg".
 std::string filePatterns(std::string_view extensions, std::string_view separator);

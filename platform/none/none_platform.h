@@ -80,6 +80,7 @@ class NonePlatform final : public Platform {
   /// Makes no file; this object alone knows of it.
   std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override { return false; }
+  std::string language() const override { return userLanguage; }
   Status canOpenWindow() const override { return windowStatus; }
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 
@@ -87,7 +88,7 @@ class NonePlatform final : public Platform {
   NoneWindow* window() { return window_; }
 
   DialogQueue dialogs;
-  std::string folder = "/program", documents, userFolder_;
+  std::string folder = "/program", documents, userFolder_, userLanguage;
   Status windowStatus;
   bool outOfMemory = false;  // pictures cannot be made and saved
   WindowPlace screen{0, 0, 1920, 1080};

@@ -24,6 +24,7 @@ DialogQueue::Answer DialogQueue::take(AskedDialog asked) {
   const std::string words = asked.text.empty() ? asked.title : asked.text;
   const DialogKind kind = asked.kind;
   asked_.push_back(std::move(asked));
+  if (answers_.empty() && otherwise) return otherwise(asked_.back());
   if (answers_.empty() || answers_.front().kind != kind) refuse("no answer waits for the dialog: " + words);
   Answer answer = std::move(answers_.front());
   answers_.pop_front();

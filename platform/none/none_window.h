@@ -43,13 +43,6 @@ class DialogQueue {
     answers_.push_back({DialogKind::options, {}, {}, false, SaveAnswer::cancel, std::move(lines)});
   }
 
-  /// Dialogs shown since the queue was made or forget() was called.
-  const std::vector<AskedDialog>& asked() const { return asked_; }
-  void forget() { asked_.clear(); }
-  bool allAnswersUsed() const { return answers_.empty(); }
-
- private:
-  friend class NoneWindow;
   struct Answer {
     DialogKind kind = DialogKind::message;
     std::string text;
@@ -58,6 +51,16 @@ class DialogQueue {
     SaveAnswer save = SaveAnswer::cancel;
     std::optional<std::vector<OptionLine>> lines = {};
   };
+  /// Answers the dialogs that come while no answer waits.
+  std::function<Answer(const AskedDialog&)> otherwise;
+
+  /// Dialogs shown since the queue was made or forget() was called.
+  const std::vector<AskedDialog>& asked() const { return asked_; }
+  void forget() { asked_.clear(); }
+  bool allAnswersUsed() const { return answers_.empty(); }
+
+ private:
+  friend class NoneWindow;
   Answer take(AskedDialog asked);
 
   std::deque<Answer> answers_;

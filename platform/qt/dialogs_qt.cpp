@@ -14,6 +14,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "base/texts.h"
 #include "platform/common/text_helpers.h"
 #include "platform/qt/convert.h"
 
@@ -46,6 +47,9 @@ void setUpMessage(QMessageBox& box, const std::string& text, const std::string& 
   box.setText(toQString(text));
 }
 
+/// Qt's own translations need not be installed.
+void nameCancel(QAbstractButton* button) { button->setText(toQString(tr("Cancel"))); }
+
 /// Shows the box with even margins: where it has no icon, Qt leaves more room before its text.
 void show(QMessageBox& box) {
   constexpr int kMargin = 20, kIndent = 20, kBelow = 14;
@@ -70,6 +74,7 @@ bool confirm(QWidget* parent, const std::string& text, const std::string& title)
   setUpMessage(box, text, title);
   box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
   box.setDefaultButton(QMessageBox::Ok);
+  nameCancel(box.button(QMessageBox::Cancel));
   show(box);
   return box.result() == QMessageBox::Ok;
 }
@@ -78,10 +83,10 @@ SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string
   const NormalPointer pointer;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
-  QPushButton* const save = box.addButton(QStringLiteral("&Save"), QMessageBox::AcceptRole);
+  QPushButton* const save = box.addButton(toQString(tr("&Save")), QMessageBox::AcceptRole);
   const QPushButton* const discard =
-      box.addButton(QStringLiteral("&Don't save"), QMessageBox::DestructiveRole);
-  QPushButton* const cancel = box.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+      box.addButton(toQString(tr("&Don't save")), QMessageBox::DestructiveRole);
+  QPushButton* const cancel = box.addButton(toQString(tr("Cancel")), QMessageBox::RejectRole);
   box.setDefaultButton(save);
   box.setEscapeButton(cancel);
   show(box);
@@ -112,6 +117,19 @@ void followFilter(QFileDialog& dialog, const FileDialogSpec& spec) {
 
 }  // namespace
 
+namespace {
+
+/// Qt's own translations need not be installed.
+void nameParts(QFileDialog& dialog, bool save) {
+  dialog.setLabelText(QFileDialog::LookIn, toQString(tr("Look in:")));
+  dialog.setLabelText(QFileDialog::FileName, toQString(tr("File &name:")));
+  dialog.setLabelText(QFileDialog::FileType, toQString(tr("Files of type:")));
+  dialog.setLabelText(QFileDialog::Accept, save ? toQString(tr("&Save")) : toQString(tr("&Open")));
+  dialog.setLabelText(QFileDialog::Reject, toQString(tr("Cancel")));
+}
+
+}  // namespace
+
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
   const NormalPointer pointer;
   const InitialName initial = splitInitialName(spec.initialName);
@@ -125,6 +143,7 @@ std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
   dialog.setFileMode(spec.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setDefaultSuffix(toQString(spec.defaultExtension));
   followFilter(dialog, spec);
+  nameParts(dialog, spec.save);
   if (!initial.name.empty()) dialog.selectFile(toQString(initial.name));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return toUtf8(dialog.selectedFiles().constFirst());
@@ -133,7 +152,7 @@ std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
 std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
   const NormalPointer pointer;
   QColorDialog dialog(toQColor(initial), parent);
-  dialog.setWindowTitle(QStringLiteral("Colour"));
+  dialog.setWindowTitle(toQString(tr("Colour")));
   dialog.setOption(QColorDialog::DontUseNativeDialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return toColour(dialog.selectedColor());
@@ -161,6 +180,7 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  nameCancel(buttons->button(QDialogButtonBox::Cancel));
   form.addRow(buttons);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   std::vector<OptionLine> lines = spec.lines;
@@ -175,10 +195,12 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
 std::string inputBox(QWidget* parent, const std::string& prompt, const std::string& title,
                      const std::string& initial) {
   const NormalPointer pointer;
-  bool accepted = false;
-  const QString text = QInputDialog::getText(parent, titleOf(title), toQString(prompt), QLineEdit::Normal,
-                                             toQString(initial), &accepted);
-  return accepted ? toUtf8(text) : std::string();
+  QInputDialog dialog(parent);
+  dialog.setWindowTitle(titleOf(title));
+  dialog.setLabelText(toQString(prompt));
+  dialog.setTextValue(toQString(initial));
+  dialog.setCancelButtonText(toQString(tr("Cancel")));
+  return dialog.exec() == QDialog::Accepted ? toUtf8(dialog.textValue()) : std::string();
 }
 
 }  // namespace lorivan::dialogs

@@ -124,7 +124,7 @@ Status FileSettings::flush() {
   std::error_code ignored;  // writing the file tells the reason
   const auto status = std::filesystem::status(path_, ignored);
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-    return unwritable("cannot write " + path_ + ": it is no file");
+    return unwritable("cannot write {1}: {2}", path_, tr("it is no file"));
   const QString folder = toQString(path_.substr(0, path_.find_last_of('/')));
   std::filesystem::create_directories(folder.toStdU16String(), ignored);
   Status written = writeFile(path_, printSettings(table_));

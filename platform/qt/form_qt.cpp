@@ -297,14 +297,16 @@ LayoutMetrics FormQt::metrics(const QFont& font) const {
   const double ratio = devicePixelRatioF();
   return {.lineHeight = static_cast<int>(std::ceil(size.height() * ratio)),
           .scale = scaling() * font.pixelSize() / QApplication::font().pixelSize(),
-          .digitWidth = size.horizontalAdvance(QLatin1Char('0')) * ratio};
+          .digitWidth = size.horizontalAdvance(QLatin1Char('0')) * ratio,
+          .least = std::min(1.0, 1.0 * kLeastFont / font.pixelSize())};
 }
 
 /// In whole pixels, so that it changes in few steps while the window is resized.
 void FormQt::fitFont(int clientWidth, int clientHeight) {
   QFont font = QApplication::font();
   const double factor = panelFactor(controls_, clientWidth, clientHeight, metrics(font));
-  font.setPixelSize(qRound(font.pixelSize() * factor));
+  const double size = font.pixelSize() * factor;
+  font.setPixelSize(factor < 1 ? std::max(kLeastFont, static_cast<int>(size)) : qRound(size));
   if (font == this->font()) return;
   setFont(font);
   fitLists();
@@ -316,7 +318,9 @@ QSize FormQt::toLogical(LayoutSize size) const {
 }
 
 QSize FormQt::minimumClientSize() const {
-  return toLogical(minimumClient(controls_, metrics(QApplication::font())));
+  QFont font = QApplication::font();
+  font.setPixelSize(std::min(font.pixelSize(), kLeastFont));
+  return toLogical(minimumClient(controls_, metrics(font)));
 }
 QSize FormQt::referenceClientSize() const {
   return toLogical(referenceClient(controls_, metrics(QApplication::font())));

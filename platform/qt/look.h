@@ -5,13 +5,13 @@ class QApplication;
 
 namespace lorivan {
 
-/// Light or dark, as the desktop is, now and whenever its settings service tells of a change.
+/// Light or dark, and of high contrast, as the desktop is, now and whenever its settings service tells of a change.
 void applyLook(QApplication& application);
 
 /// The same with the choice made.
-void applyLook(QApplication& application, bool dark);
+void applyLook(QApplication& application, bool dark, bool contrast = false);
 
 /// The colours alone.
-void applyColours(bool dark);
+void applyColours(bool dark, bool contrast = false);
 
 }  // namespace lorivan

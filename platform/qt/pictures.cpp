@@ -48,7 +48,7 @@ Result<std::string> encodeRaster(Surface& picture, PictureFormat format) {
   QBuffer buffer(&bytes);
   QImageWriter writer(&buffer, format == PictureFormat::png ? "png" : "bmp");
   if (!buffer.open(QIODevice::WriteOnly) || !writer.write(image))
-    return unwritable("the picture cannot be encoded: " + toUtf8(writer.errorString()));
+    return unwritable("the picture cannot be encoded: {1}", toUtf8(writer.errorString()));
   return bytes.toStdString();
 }
 

@@ -4,8 +4,11 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QLibrary>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 #include "platform/common/metafile_records.h"
+#include "platform/qt/accessible.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/file_settings.h"
 #include "platform/qt/look.h"
@@ -87,6 +90,11 @@ std::unique_ptr<FileClaim> PlatformQt::claim(const std::string& path) { return c
 
 bool PlatformQt::errorsGoToTerminal() const { return isatty(STDERR_FILENO) == 1; }
 
+std::string PlatformQt::language() const {
+  const QStringList languages = QLocale::system().uiLanguages();
+  return languages.isEmpty() ? std::string() : toUtf8(languages.constFirst());
+}
+
 Status PlatformQt::canOpenWindow() const {
 #ifdef Q_OS_MACOS
   return {};
@@ -96,7 +104,7 @@ Status PlatformQt::canOpenWindow() const {
   if (qEnvironmentVariableIsEmpty("DISPLAY"))
     return unwritable("a window needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set");
   if (!displayAnswers())
-    return unwritable("a window needs a desktop: no display answers at DISPLAY=" +
+    return unwritable("a window needs a desktop: no display answers at DISPLAY={1}",
                       toUtf8(qEnvironmentVariable("DISPLAY")));
   return {};
 #endif
@@ -112,6 +120,12 @@ Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec,
     QApplication::setApplicationName(QStringLiteral("Lorivan"));
     QApplication::setQuitOnLastWindowClosed(false);
     applyLook(*application_);
+    nameRoles();
+    // The texts of Qt's own dialogs, where they are installed.
+    dialogTexts_ = std::make_unique<QTranslator>();
+    if (dialogTexts_->load("qtbase_" + toQString(language_),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+      QCoreApplication::installTranslator(dialogTexts_.get());
   }
   return makeWindowQt(spec, events);
 }

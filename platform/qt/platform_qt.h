@@ -8,6 +8,7 @@
 #include "platform/platform.h"
 
 class QApplication;
+class QTranslator;
 
 namespace lorivan {
 
@@ -30,11 +31,15 @@ class PlatformQt final : public Platform {
   std::string documentsFolder() override;
   std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override;
+  std::string language() const override;
+  void setLanguage(std::string_view code) override { language_ = code; }
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 
  private:
   std::unique_ptr<QApplication> application_;
+  std::unique_ptr<QTranslator> dialogTexts_;
+  std::string language_;
   std::unique_ptr<Settings> settings_;
   std::unique_ptr<Clipboard> clipboard_;
   std::unique_ptr<Clock> clock_;

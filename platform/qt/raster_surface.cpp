@@ -14,8 +14,7 @@ Result<QImage> makeImage(int width, int height) {
   if (const Status size = checkPictureSize(width, height); !size) return size.error();
   QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull())
-    return unwritable("there is not enough memory for a picture of " + std::to_string(width) + " x " +
-                      std::to_string(height) + " pixels");
+    return unwritable("there is not enough memory for a picture of {1} x {2} pixels", width, height);
   image.setDotsPerMeterX(3780);  // 96 dpi, whatever the screen: the same file everywhere
   image.setDotsPerMeterY(3780);
   return image;
@@ -61,7 +60,7 @@ QPainter* RasterSurface::painter() {
   drawn_ = true;
   paintShapes();
   if (!painter_.isActive() && !painter_.begin(&image_)) {
-    fail("the picture cannot be drawn on");
+    fail(tr("the picture cannot be drawn on"));
     return nullptr;
   }
   return &painter_;
@@ -69,7 +68,7 @@ QPainter* RasterSurface::painter() {
 
 QPainter* RasterSurface::painterWith(const Pen& pen) {
   if (pen.width < 1 || pen.width > kLongestSide) {
-    fail("a pen of " + std::to_string(pen.width) + " pixels cannot be made");
+    fail(tr("a pen of {1} pixels cannot be made", pen.width));
     return nullptr;
   }
   QPainter* const made = painter();
@@ -141,11 +140,11 @@ void RasterSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
 }
 
 void RasterSurface::wideCurve(const WideCurve& curve) {
-  if (!addWideCurve(shapes(), curve)) fail("a curve cannot be drawn");
+  if (!addWideCurve(shapes(), curve)) fail(tr("a curve cannot be drawn"));
 }
 
 void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
-  if (!shapes().add(contours, colour)) fail("a shape has points that cannot be drawn");
+  if (!shapes().add(contours, colour)) fail(tr("a shape has points that cannot be drawn"));
 }
 
 Colour RasterSurface::pixel(PointI at) const {

@@ -72,10 +72,10 @@ std::uint64_t ClockQt::seed() const { return QRandomGenerator::system()->generat
 Status HelpQt::open(const std::string& page) {
   const auto mark = page.find('#');
   const std::string file = folder_ + "/" + page.substr(0, mark);
-  if (!QFileInfo(toQString(file)).isFile()) return unreadable("Help is missing: there is no " + file);
+  if (!QFileInfo(toQString(file)).isFile()) return unreadable("Help is missing: there is no {1}", file);
   QUrl url = QUrl::fromLocalFile(toQString(file));
   if (mark != std::string::npos) url.setFragment(toQString(page.substr(mark + 1)));
-  if (!QDesktopServices::openUrl(url)) return unwritable("No browser could be started to show " + file);
+  if (!QDesktopServices::openUrl(url)) return unwritable("No browser could be started to show {1}", file);
   return {};
 }
 

@@ -6,7 +6,7 @@ namespace lorivan::win32 {
 std::string systemFault(std::string_view call, DWORD code) {
   std::string text(call);
   text += ": ";
-  text += code == ERROR_SUCCESS ? "the system gave no reason" : systemText(code);
+  text += code == ERROR_SUCCESS ? tr("the system gave no reason") : systemText(code);
   return text;
 }
 
@@ -19,7 +19,7 @@ Status checkedPlus(Gdiplus::GpStatus status, std::string_view call) {
   if (status == Gdiplus::Ok) return {};
   if (status == Gdiplus::Win32Error) return unwritable(systemFault(call));
   if (status == Gdiplus::OutOfMemory) return unwritable(systemFault(call, ERROR_OUTOFMEMORY));
-  return unwritable(std::string(call) + ": GDI+ status " + std::to_string(static_cast<int>(status)));
+  return unwritable("{1}: GDI+ status {2}", call, static_cast<int>(status));
 }
 
 }  // namespace lorivan::win32

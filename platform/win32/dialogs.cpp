@@ -3,6 +3,7 @@
 #include <cstring>
 #include <vector>
 
+#include "base/texts.h"
 #include "platform/common/text_helpers.h"
 #include "platform/win32/text.h"
 
@@ -180,9 +181,9 @@ class SaveLabels {
   static LRESULT CALLBACK relabel(int code, WPARAM wide, LPARAM argument) {
     const auto box = reinterpret_cast<HWND>(wide);
     if (code == HCBT_ACTIVATE && GetDlgItem(box, IDYES) != nullptr && GetDlgItem(box, IDNO) != nullptr) {
-      SetDlgItemTextW(box, IDYES, L"&Save");
-      SetDlgItemTextW(box, IDNO, L"&Don't save");
-      SetDlgItemTextW(box, IDCANCEL, L"Cancel");
+      SetDlgItemTextW(box, IDYES, widen(tr("&Save")).c_str());
+      SetDlgItemTextW(box, IDNO, widen(tr("&Don't save")).c_str());
+      SetDlgItemTextW(box, IDCANCEL, widen(tr("Cancel")).c_str());
     }
     return CallNextHookEx(nullptr, code, wide, argument);
   }
@@ -229,7 +230,7 @@ std::string askFile(HWND owner, const FileDialogSpec& dialog) {
 }
 
 std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialogSpec& spec) {
-  constexpr short kWidth = 220, kLineHeight = 17, kFirst = 32, kMargin = 7;
+  constexpr short kWidth = 265, kLineHeight = 17, kFirst = 32, kMargin = 7, kButton = 50;
   const auto count = static_cast<short>(spec.lines.size());
   const auto end = static_cast<short>(kFirst + count * kLineHeight);
   WORD items = 3;
@@ -251,9 +252,10 @@ std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialog
               {150, top, kWidth - kMargin, static_cast<short>(top + 13)}, L"");
   }
   const auto top = static_cast<short>(end + 4), bottom = static_cast<short>(end + 18);
-  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {109, top, 159, bottom}, L"OK");
-  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {163, top, kWidth - kMargin, bottom},
-            L"Cancel");
+  form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP,
+            {kWidth - kMargin - 2 * kButton - 4, top, kWidth - kMargin - kButton - 4, bottom}, L"OK");
+  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP,
+            {kWidth - kMargin - kButton, top, kWidth - kMargin, bottom}, widen(tr("Cancel")));
   std::vector<OptionLine> lines = spec.lines;
   const INT_PTR button = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner,
                                                  optionsProcedure, reinterpret_cast<LPARAM>(&lines));
@@ -267,7 +269,7 @@ std::string askText(HWND owner, const std::string& prompt, const std::string& ti
   form.item(kStaticClass, 101, SS_LEFT, {7, 7, 233, 27}, widen(prompt));
   form.item(kEditClass, kEntry, WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, {7, 29, 233, 43}, L"");
   form.item(kButtonClass, IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, {129, 50, 179, 64}, L"OK");
-  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {183, 50, 233, 64}, L"Cancel");
+  form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, {183, 50, 233, 64}, widen(tr("Cancel")));
   TextQuestion question{widen(initial), {}};
   DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner, textQuestionProcedure,
                           reinterpret_cast<LPARAM>(&question));

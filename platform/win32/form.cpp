@@ -111,6 +111,8 @@ Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onM
   state.handle = CreateWindowExW(kind.extendedStyle, kind.className, widen(spec.caption).c_str(), style, 0, 0,
                                  0, 0, parent, identifier, GetModuleHandleW(nullptr), nullptr);
   if (state.handle == nullptr) return unwritable(systemFault("CreateWindowEx"));
+  // Drawn without a text, but read out with it.
+  if (spec.kind == ControlKind::colourBox) SetWindowTextW(state.handle, widen(spec.tooltip).c_str());
   if (spec.kind == ControlKind::number) SendMessageW(state.handle, EM_LIMITTEXT, kLongestEntry, 0);
   return {};
 }

@@ -111,7 +111,7 @@ void MenuBar::refill(CommandId command) const {
 void MenuBar::append(HMENU menu, std::size_t row) const {
   const State& state = states_[row];
   std::string text = state.text;
-  if (const auto shortcut = parseShortcut(specs_[row].shortcut)) text += '\t' + shortcutText(*shortcut);
+  if (const auto shortcut = parseShortcut(specs_[row].shortcut)) text += '\t' + shortcutLabel(*shortcut);
   AppendMenuW(menu, MF_STRING | stateFlags(state.enabled, state.checked),
               static_cast<UINT_PTR>(kFirstCommand) + row, widen(text).c_str());
 }

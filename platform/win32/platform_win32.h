@@ -26,6 +26,7 @@ class PlatformWin32 final : public Platform {
   std::string documentsFolder() override { return win32::documentsFolder(); }
   std::unique_ptr<FileClaim> claim(const std::string& path) override { return claimFile(path); }
   bool errorsGoToTerminal() const override;
+  std::string language() const override { return userLanguage(); }
   Status canOpenWindow() const override;
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 

@@ -19,7 +19,7 @@ struct PrintChoice {
 Status failed(DWORD code) {
   if (code == PDERR_NODEFAULTPRN || code == PDERR_NODEVICES || code == PDERR_PRINTERNOTFOUND)
     return unwritable("There is no printer to print on");
-  return unwritable("The printing dialog could not be shown: error " + std::to_string(code));
+  return unwritable("The printing dialog could not be shown: error {1}", code);
 }
 
 bool ask(PRINTDLGW& dialog, PrintChoice& choice) {

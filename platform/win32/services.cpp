@@ -180,11 +180,17 @@ Status BrowserHelp::open(const std::string& page) {
   std::wstring path = widen(folder_ + "/" + page.substr(0, cut));
   std::replace(path.begin(), path.end(), L'/', L'\\');
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
-    return unreadable("Help is missing: there is no " + narrow(path));
+    return unreadable("Help is missing: there is no {1}", narrow(path));
   const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
   if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
   // The shell drops a topic behind a file's name, the browser itself takes it.
   return shellOpen(browser, L"\"" + url + widen(page.substr(cut)) + L"\"");
+}
+
+std::string userLanguage() {
+  wchar_t name[LOCALE_NAME_MAX_LENGTH] = {};
+  LCIDToLocaleName(MAKELCID(GetUserDefaultUILanguage(), SORT_DEFAULT), name, LOCALE_NAME_MAX_LENGTH, 0);
+  return narrow(name);
 }
 
 std::string makeUserFolder(std::string_view application) {

@@ -40,6 +40,8 @@ class BrowserHelp final : public Help {
 
 /// The application's folder among this user's own files, made when it is missing; empty when there is none.
 std::string makeUserFolder(std::string_view application);
+/// The language of the user's desktop: "de-AT".
+std::string userLanguage();
 /// The folder of the user's documents; empty when there is none.
 std::string documentsFolder();
 /// Null while somebody holds it.

@@ -34,7 +34,7 @@ void WindowWin32::moveTo(int left, int top) {
 
 void WindowWin32::resizeTo(int width, int height) {
   if (maximised()) return;
-  const LayoutSize least = frameAround(minimumClient(form_.specs(), metrics_));
+  const LayoutSize least = frameAround(minimumClient(form_.specs(), leastMetrics_));
   const WindowPlace room = toPlace(monitorOf(window_).rcWork);
   width = std::min(std::max(width, least.width), room.width);
   height = std::min(std::max(height, least.height), room.height);

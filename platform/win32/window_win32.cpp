@@ -242,7 +242,9 @@ OwnedFont WindowWin32::fitFormFont(int clientWidth, int clientHeight) {
   GetObjectW(font_.get(), sizeof font, &font);
   const LONG usual = font.lfHeight;
   const double factor = panelFactor(form_.specs(), clientWidth, clientHeight, metrics_);
-  font.lfHeight = static_cast<LONG>(std::lround(usual * factor));
+  const double height = usual * factor;
+  font.lfHeight =
+      static_cast<LONG>(factor > metrics_.least && factor < 1 ? std::trunc(height) : std::round(height));
   if (formFont_ && font.lfHeight == formFontHeight_) return {};
   OwnedFont made(CreateFontIndirectW(&font));
   if (!made) {
@@ -251,14 +253,16 @@ OwnedFont WindowWin32::fitFormFont(int clientWidth, int clientHeight) {
   }
   formFontHeight_ = font.lfHeight;
   const FontSize size = sizeOf(window_, made.get());
-  formMetrics_ = {size.lineHeight, metrics_.scale * font.lfHeight / usual, size.digitWidth};
+  formMetrics_ = {.lineHeight = size.lineHeight,
+                  .scale = metrics_.scale * font.lfHeight / usual,
+                  .digitWidth = size.digitWidth};
   std::swap(formFont_, made);
   return made;
 }
 
 void WindowWin32::limitSize(MINMAXINFO& limits) const {
   if (status_ == nullptr) return;
-  const LayoutSize least = frameAround(minimumClient(form_.specs(), metrics_));
+  const LayoutSize least = frameAround(minimumClient(form_.specs(), leastMetrics_));
   const WindowPlace room = toPlace(monitorOf(window_).rcWork);
   limits.ptMinTrackSize = {std::min(least.width, room.width), std::min(least.height, room.height)};
 }
@@ -270,10 +274,24 @@ void WindowWin32::takeFont() {
   const FontSize size = sizeOf(window_, font.get());
   metrics_.lineHeight = size.lineHeight;
   metrics_.digitWidth = size.digitWidth;
+  takeLeastFont(font.get());
   SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
   font_ = std::move(font);
   formFontHeight_ = 0;  // another face or density
   sized(SIZE_RESTORED);
+}
+
+/// The smallest window takes the smallest font.
+void WindowWin32::takeLeastFont(HFONT usual) {
+  LOGFONTW font{};
+  GetObjectW(usual, sizeof font, &font);
+  const double height = std::abs(static_cast<double>(font.lfHeight));
+  metrics_.least = height > 0 ? std::min(1.0, kLeastFont * metrics_.scale / height) : 1;
+  font.lfHeight = static_cast<LONG>(std::lround(font.lfHeight * metrics_.least));
+  const OwnedFont made(CreateFontIndirectW(&font));
+  const FontSize size = sizeOf(window_, made ? made.get() : usual);
+  leastMetrics_ = {
+      .lineHeight = size.lineHeight, .scale = metrics_.scale * metrics_.least, .digitWidth = size.digitWidth};
 }
 
 void WindowWin32::densityChanged(const RECT& proposal) {

@@ -101,6 +101,7 @@ class WindowWin32 final : public Window {
   void limitSize(MINMAXINFO& limits) const;
   void densityChanged(const RECT& proposal);
   void takeFont();
+  void takeLeastFont(HFONT usual);
   void paintFrame();
   void activated(bool on);
   void giveFocusBack();
@@ -145,8 +146,8 @@ class WindowWin32 final : public Window {
   HWND status_ = nullptr;
   HWND lastFocus_ = nullptr;  // gets the focus back when the window becomes active
   OwnedFont font_;
-  LayoutMetrics metrics_;
-  OwnedFont formFont_;  // the same, larger in a large window
+  LayoutMetrics metrics_, leastMetrics_;
+  OwnedFont formFont_;  // the same, larger in a large window and smaller in a small one
   LONG formFontHeight_ = 0;
   LayoutMetrics formMetrics_;
   ControlId pointed_ = -1;          // the control under the pointer, as told

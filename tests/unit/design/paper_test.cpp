@@ -26,7 +26,7 @@ struct Printed {
 Printed printed(const char* x, const char* y, const OutputOptions& options) {
   NonePlatform platform;
   Document document = withField(withField(Document(), Param::XNo, x), Param::YNo, y);
-  document = withCheck(*newGrid(document), Check::ShowGrid, false);
+  document = withCheck(*newGrid(document), Check::ShowGrid, true);
   document = withField(document, Param::PicKnotBackColour, "3");
   Knot knot;
   EXPECT_TRUE(makeKnot(document, knot));
@@ -39,7 +39,7 @@ Printed printed(const char* x, const char* y, const OutputOptions& options) {
   result.size = *size;
   for (const DrawCall& call : result.page.drawn().calls()) {
     const bool band = call.kind == DrawKind::wideCurve;
-    EXPECT_TRUE(band || call.kind == DrawKind::fillPath || call.points.empty()) << "paper is the ground";
+    EXPECT_TRUE(band || call.kind == DrawKind::fillPath || call.points.empty()) << "bare paper is the ground";
     const float half = band ? call.size / 2 : 0;
     for (const PointF p : call.points) {
       result.left = std::min(result.left, p.x - half);

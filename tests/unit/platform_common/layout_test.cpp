@@ -72,16 +72,33 @@ TEST(Layout, StaysTidyWithThePanelsGrownInALargeWindow) {
   const LayoutMetrics base{15, 1, 8};
   const LayoutSize reference = referenceClient(kForm, base);
   double before = 1;
-  for (const double times : {1.0, 1.7, 2.0, 3.0, 5.0}) {
+  for (const double times : {1.0, 1.2, 1.7, 3.0, 4.0, 5.0}) {
     const int width = static_cast<int>(reference.width * times);
     const int height = static_cast<int>(reference.height * times);
     const double factor = panelFactor(kForm, width, height, base);
-    EXPECT_EQ(factor > before, times == 2 || times == 3) << times;  // none near the reference size, then held
+    EXPECT_EQ(factor > before, times > 1.2 && times < 5)
+        << times;  // none at the reference size, held at the end
     EXPECT_EQ(panelFactor(kForm, 4 * width, reference.height, base), 1) << times;
     expectTidy(width, height, {static_cast<int>(15 * factor), factor, 8 * factor});
     before = factor;
   }
-  EXPECT_EQ(before, 1.4);
+  EXPECT_EQ(before, 3);
+  EXPECT_NEAR(panelFactor(kForm, 2560, 1370, base), 2, 0.2);
+}
+
+TEST(Layout, ShrinksTheFontWhereTheWindowIsSmall) {
+  const LayoutMetrics base{.lineHeight = 15, .scale = 1, .digitWidth = 8, .least = 11.0 / 13};
+  const LayoutSize least = minimumClient(kForm, {13, base.least, 8 * base.least}),
+                   usual = minimumClient(kForm, base);
+  EXPECT_LT(least.width, usual.width);
+  EXPECT_LE(least.height, 600 - 80);  // title bar, menu bar and status line
+  for (int step = 0; step <= 10; ++step) {
+    const int width = least.width + (usual.width - least.width) * step / 10;
+    const int height = least.height + (usual.height - least.height) * step / 10;
+    const double font = std::floor(13 * panelFactor(kForm, width, height, base)), factor = font / 13;
+    EXPECT_GE(font, 11);
+    expectTidy(width, height, {static_cast<int>(std::ceil(15 * factor)), factor, 8 * factor});
+  }
 }
 
 TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {

@@ -74,7 +74,10 @@ class QtUser final : public User {
     const auto which = button == 1 ? Qt::LeftButton : button == 2 ? Qt::RightButton : Qt::MiddleButton;
     if (action == MouseAction::press) QTest::mousePress(widget, which, {}, {x, y});
     if (action == MouseAction::release) QTest::mouseRelease(widget, which, {}, {x, y});
-    if (action == MouseAction::leave) widget->hide();
+    if (action == MouseAction::leave) {
+      widget->hide();
+      QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
+    }
     const bool again = action == MouseAction::doubleClick;
     if (again || action == MouseAction::move) {
       QMouseEvent event(again ? QEvent::MouseButtonDblClick : QEvent::MouseMove, QPointF(x, y),

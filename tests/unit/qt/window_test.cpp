@@ -11,14 +11,18 @@
 #include "platform/qt/look.h"
 #include "platform/qt/window_qt.h"
 #include "window/form_table.h"
+#include "window/languages.h"
+#include "window/shown_tables.h"
 
 namespace lorivan {
 namespace {
 
 class WindowQtTest : public testing::Test {
  protected:
-  WindowQtTest() {
-    window_ = makeWindowQt({formTable(), {}, "Test"}, events_);
+  WindowQtTest() { open(formTable()); }
+  void open(std::span<const ControlSpec> form) {
+    window_.reset();
+    window_ = makeWindowQt({form, {}, "Test"}, events_);
     for (QWidget* const w : QApplication::topLevelWidgets())
       if (auto* const main = qobject_cast<QMainWindow*>(w)) frame_ = main;
     window_->show();
@@ -26,6 +30,21 @@ class WindowQtTest : public testing::Test {
   }
   QWidget* find(std::string_view name) const {
     return frame_->findChild<QWidget*>(QString::fromUtf8(name.data(), std::ssize(name)));
+  }
+  void expectNothingIsCut(std::span<const ControlSpec> form) const {
+    for (const ControlSpec& row : form) {
+      const QWidget* const w = find(row.name);
+      const bool marked = row.kind == ControlKind::check || row.kind == ControlKind::radio;
+      const bool button = row.kind == ControlKind::button;
+      if (!marked && !button && row.kind != ControlKind::label) continue;
+      const int mark = w->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, w) +
+                       w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
+      const QString caption = QString::fromStdString(withoutMnemonic(row.caption));
+      EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + (marked   ? mark
+                                                                           : button ? 8
+                                                                                    : 2))
+          << row.name << ": " << row.caption;
+    }
   }
   WindowEvents events_;
   std::unique_ptr<Window> window_;
@@ -77,25 +96,20 @@ TEST_F(WindowQtTest, AltWithTheLetterOfADisabledButtonTypesNothing) {
   EXPECT_EQ(window_->text(controlId("vtXNo")), "7");
 }
 
-TEST_F(WindowQtTest, NoTextIsCutAtAnySize) {
-  const int usual = find("vtXNo")->font().pixelSize();
-  for (const QSize size : {frame_->size(), QSize(1600, 1000), QSize(2500, 1400)}) {
-    frame_->resize(size);
-    for (const ControlSpec& row : formTable()) {
-      const QWidget* const w = find(row.name);
-      const bool marked = row.kind == ControlKind::check || row.kind == ControlKind::radio;
-      const bool button = row.kind == ControlKind::button;
-      if (!marked && !button && row.kind != ControlKind::label) continue;
-      const int mark = w->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, w) +
-                       w->style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
-      const QString caption = QString::fromStdString(withoutMnemonic(row.caption));
-      EXPECT_GE(w->width(), w->fontMetrics().horizontalAdvance(caption) + (marked   ? mark
-                                                                           : button ? 8
-                                                                                    : 2))
-          << row.name;
+TEST_F(WindowQtTest, NoTextIsCutAtAnySizeInAnyLanguage) {
+  for (const Language& language : languages()) {
+    speak(textsOf(language.code));
+    const ShownTables tables;
+    open(tables.controls());
+    const int usual = find("vtXNo")->font().pixelSize();
+    for (const QSize size : {frame_->size(), QSize(1600, 1000), QSize(2500, 1400)}) {
+      frame_->resize(size);
+      expectNothingIsCut(tables.controls());
     }
+    EXPECT_GT(find("vtXNo")->font().pixelSize(), usual);
+    open(formTable());
+    speak(nullptr);
   }
-  EXPECT_GT(find("vtXNo")->font().pixelSize(), usual);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "platform/win32/text.h"
 #include "scratch_folder.h"
 #include "window/commands.h"
+#include "window/languages.h"
 #include "window/main_window.h"
 
 #include <dlgs.h>  // behind the system's other headers
@@ -137,7 +138,13 @@ TEST_F(ProgramTest, FieldsInFileAndSettingsOut) {
   EXPECT_EQ(settings.read("Settings", "txtyNo", ""), "20") << "corrected";
 }
 
-TEST_F(ProgramTest, NoTextIsCutOff) {
+class CaptionsTest : public ProgramTest, public testing::WithParamInterface<Language> {
+ protected:
+  ~CaptionsTest() override { speak(nullptr); }
+};
+
+TEST_P(CaptionsTest, AreNotCutOff) {
+  RegistrySettings(kApplication).write("Settings", "Language", GetParam().code);
   use([] {
     for (std::size_t i = 0; i < form::kRows.size(); ++i) {
       const HWND control = User::child(static_cast<ControlId>(i));
@@ -157,6 +164,10 @@ TEST_F(ProgramTest, NoTextIsCutOff) {
     }
   });
 }
+
+INSTANTIATE_TEST_SUITE_P(InEveryLanguage, CaptionsTest,
+                         testing::ValuesIn(languages().begin(), languages().end()),
+                         [](const auto& language) { return std::string(language.param.name); });
 
 bool opensDialog(std::string_view command) {
   return command.starts_with("mnuFile") || command.starts_with("mnuHelp") ||

@@ -28,7 +28,7 @@ class AnimationTest : public MainWindowTest {
     return platform.clock().now - begin;
   }
   bool whole() const { return count(DrawKind::fillPath) > 0; }
-  bool running() const { return w->text(controlId("cmd2D")) == kStopCaption; }
+  bool running() const { return w->text(controlId("cmd2D")) == stopCaption(); }
 
   int growing = 0, laid = 0;
 };

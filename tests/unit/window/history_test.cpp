@@ -1,4 +1,4 @@
-// Everything can be taken back, and what is shown is always what the document says.
+// Everything can be taken back, and done again by its name.
 #include "design/document_text.h"
 #include "design/edits.h"
 #include "main_window_driver.h"
@@ -6,34 +6,11 @@
 namespace lorivan {
 namespace {
 
-constexpr int kSmall = 100;  // pixels; thousands of pictures are painted
-
 class HistoryTest : public MainWindowTest {
  protected:
   HistoryTest() { platform.settings().values.clear(); }
   void undo() { pick("mnuEditUndoStep"); }
   void redo() { pick("mnuEditRedoStep"); }
-  /// What a person sees that depends on the document alone.
-  std::vector<std::string> shown(NoneWindow& window, Workbench& of) {
-    std::vector<std::string> all;
-    for (ControlId control = 0; control < static_cast<ControlId>(formTable().size()); ++control) {
-      const ControlSpec& row = formTable()[static_cast<std::size_t>(control)];
-      const bool made = row.name == "cmdOldGrid" || row.name == "cmd2D";
-      if (!made && !parameterOf(control) && !checkOf(control) && row.kind != ControlKind::colourBox &&
-          row.kind != ControlKind::list)
-        continue;
-      all.push_back(std::string(row.name) + ' ' + window.text(control) + ' ' +
-                    std::to_string(window.background(control)) + (window.enabled(control) ? "" : " off") +
-                    (window.visible(control) ? "" : " hidden") + (window.checked(control) ? " on" : ""));
-    }
-    for (const char* command : {"mnuShapeMakeGrid", "mnuShapeAutoGrid"})
-      all.push_back(std::string(command) + (window.commandEnabled(window.command(command)) ? " on" : " off"));
-    all.push_back(of.form.read() == of.document().fields ? "form" : "another form");
-    return all;
-  }
-  void expectAsFresh();
-  void actRandomly(const std::function<int(int)>& draw);
-
   Folder folder;
 };
 
@@ -109,99 +86,6 @@ TEST_F(HistoryTest, TheStartIsTheFloor) {
   for (const char* before : {"50", "30", "0"}) {
     undo();
     EXPECT_EQ(text(Param::Theta), before);
-  }
-}
-
-/// Another window that does nothing but show the document.
-void HistoryTest::expectAsFresh() {
-  if (bench().picture() == Picture::variations) w->userPresses({Key::escape});
-  NonePlatform other;
-  MainWindow fresh(other, {});
-  ASSERT_TRUE(fresh.open());
-  other.window()->userResizes(kSmall);
-  fresh.bench().session.begin("", document());
-  fresh.bench().show(drawn() ? After::draw : After::grid);
-  EXPECT_EQ(shown(*w, bench()), shown(*other.window(), fresh.bench()));
-  const auto read = readDocument(documentText(document()));
-  ASSERT_TRUE(read && read->corrections.empty());
-  EXPECT_EQ(documentText(read->document), documentText(document()));
-  if (!drawn()) return;
-  ASSERT_TRUE(fresh.bench().knotDrawn());
-  bench().flat.setPlain(true);  // without what is laid over the picture
-  bench().paintFlat();
-  bench().flat.setPlain(false);
-  EXPECT_TRUE(std::ranges::equal(w->surface(kGrid).pixels(), other.window()->surface(kGrid).pixels()));
-}
-
-/// Whatever a person can do that opens no dialog. Animations would take their time.
-void HistoryTest::actRandomly(const std::function<int(int)>& draw) {
-  const int kind = draw(10);
-  const PointI at{draw(kSmall), draw(kSmall)};
-  const ControlId picture = visible("picShape") ? kSheet : visible("picKnot") ? kSolid : kGrid;
-  if (kind < 3) {
-    const ControlId control = draw(static_cast<int>(formTable().size()));
-    const ControlSpec& row = formTable()[static_cast<std::size_t>(control)];
-    if (!w->enabled(control) || !w->visible(control) || row.name == "chkAnimate") return;
-    if (row.kind == ControlKind::button || row.kind == ControlKind::check) w->userClicks(control);
-    if (row.kind == ControlKind::colourBox) {
-      w->message("", "", MessageIcon::none);  // the answer that waits for a message
-      platform.dialogs.answerColour(static_cast<Colour>(draw(0x1000000)));
-      w->userClicks(control);
-    }
-    if (row.kind == ControlKind::list) w->userChooses(control, draw(kShapeCount));
-    if (row.kind == ControlKind::number) w->userSteps(control, draw(5) - 2);
-  } else if (kind == 3) {
-    const auto p = static_cast<Param>(draw(kParamCount));
-    if (!w->visible(fieldControl(p)) || !w->enabled(fieldControl(p))) return;
-    const std::string typed = std::to_string(draw(24) - 2);
-    draw(3) == 0 ? w->userTypes(fieldControl(p), typed) : enter(p, typed);
-  } else if (kind < 6) {
-    const CommandId command = draw(static_cast<int>(commandRows().size()));
-    const CommandRow& row = commandRows()[static_cast<std::size_t>(command)];
-    const bool asks = row.menu == "&File" && row.name != "mnuFileNewGrid" && row.name != "mnuFileRandom";
-    if (row.text.ends_with("...")) return;
-    if (row.name == "mnuViewDrawAtOnce") return;  // without it scales ask
-    const bool files = row.name.starts_with("mnuShapeLoad") || row.name == "mnuShapeSaveFile" ||
-                       row.name == "mnuStrandsOther";
-    if (!asks && !files && w->commandEnabled(command)) w->userPicks(command);
-  } else if (kind == 6) {
-    const bool back = draw(3) > 0;
-    if (commandEnabled(back ? "mnuEditUndoStep" : "mnuEditRedoStep")) back ? undo() : redo();
-  } else if (kind == 7) {
-    w->userPresses({static_cast<Key>(draw(8))});
-  } else if (kind == 8 && picture == kGrid && document().lines && draw(2) == 0) {
-    clickLine(draw(lines()), 1 + draw(2));
-  } else {
-    drag(picture, at, {draw(kSmall), draw(kSmall)}, 1 + draw(2));
-  }
-}
-
-TEST_F(HistoryTest, WhatIsShownIsAlwaysWhatAFreshWindowShows) {
-  for (const std::uint64_t seed : {1U, 2U, 3U, 4U, 5U}) {
-    start({{}, false, seededRandom(seed)});
-    w->userResizes(kSmall);
-    const Rnd random = seededRandom(seed);
-    const auto draw = [&](int n) { return static_cast<int>(random() * static_cast<float>(n)) % n; };
-    const Document first = document();
-    for (int step = 0; step < 400; ++step) {
-      const std::size_t before = asked();
-      platform.dialogs.answerMessage();
-      actRandomly(draw);
-      if (asked() == before) w->message("", "", MessageIcon::none);  // takes the answer that is left
-      if (step % 10 != 9) continue;
-      SCOPED_TRACE("seed " + std::to_string(seed) + ", step " + std::to_string(step));
-      bench().confirmPending(true);
-      expectAsFresh();
-      if (HasFailure()) return;
-    }
-    while (commandEnabled("mnuEditRedoStep")) redo();
-    const Document last = document();
-    while (commandEnabled("mnuEditUndoStep")) undo();
-    EXPECT_TRUE(document() == first) << seed;
-    expectAsFresh();
-    while (commandEnabled("mnuEditRedoStep")) redo();
-    EXPECT_TRUE(document() == last) << seed;
-    expectAsFresh();
   }
 }
 

@@ -265,7 +265,10 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   for (int j = 0; j < lines(); ++j) EXPECT_LE(std::abs(line(j).X1), 40);
   pick("mnuEditUndoStep");
   EXPECT_EQ(lines(), whole);
-  pick("mnuShapeView");
+  expectOnSheet();  // where the step was made
+  pick("mnuEditRedoStep");
+  expectOnGrid();
+  pick("mnuEditUndoStep");
   ctrlClick(20, 20);
   expectOnSheet();
   EXPECT_TRUE(lines() == whole && w->status() == "There is no closed outline round that place")

@@ -5,6 +5,8 @@
 #include "main_window_driver.h"
 #include "platform/common/text_helpers.h"
 #include "window/form_table.h"
+#include "window/languages.h"
+#include "window/shown_tables.h"
 
 namespace lorivan {
 namespace {
@@ -25,22 +27,28 @@ TEST_F(MainWindowTest, NamesAreUniqueAndNumbersHaveTheirLabels) {
   }
 }
 
-TEST_F(MainWindowTest, MnemonicsAndShortcutsDoNotClash) {
+class Mnemonics : public MainWindowTest, public ::testing::WithParamInterface<Language> {};
+
+TEST_P(Mnemonics, OfOneMenuAndOfTheFormDoNotClash) {
   for (int i = 0; i < kRecentFiles; ++i) stored("Recent" + std::to_string(i)) = "/a & b.qzd";
+  stored("Language") = GetParam().code;
   start();
+  const ShownTables shownTables;
   std::map<char, std::string_view> taken;
-  for (const CommandRow& row : commandRows()) taken[mnemonicOf(row.menu)] = row.menu;
+  for (const CommandSpec& row : shownTables.commands()) taken[mnemonicOf(row.menu)] = row.menu;
   EXPECT_EQ(taken.size(), 6U) << "two menus have one letter";
-  for (const ControlSpec& row : formTable()) {
+  for (const ControlSpec& row : shownTables.controls()) {
     const char letter = mnemonicOf(row.caption);
     // Of the two view buttons only one can be pressed at a time.
     if (letter == 0 || row.name == "cmd3DView") continue;
     EXPECT_TRUE(taken.emplace(letter, row.name).second) << row.name << " and " << taken[letter];
   }
   std::set<std::pair<std::string, char>> inMenus;
-  std::set<std::string_view> shortcuts;
-  for (const CommandRow& row : commandRows()) {
+  std::set<std::string_view> shortcuts, submenus;
+  for (const CommandSpec& row : shownTables.commands()) {
     if (!w->commandVisible(w->command(row.name))) continue;
+    const bool newSubmenu = !row.submenu.empty() && submenus.insert(row.submenu).second;
+    EXPECT_TRUE(!newSubmenu || inMenus.emplace(row.menu, mnemonicOf(row.submenu)).second) << row.submenu;
     const std::string shown = commandText(row.name);
     EXPECT_TRUE(inMenus.emplace(std::string(row.menu) + std::string(row.submenu), mnemonicOf(shown)).second)
         << row.name << ": " << shown;
@@ -50,6 +58,10 @@ TEST_F(MainWindowTest, MnemonicsAndShortcutsDoNotClash) {
     }
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(InEveryLanguage, Mnemonics,
+                         ::testing::ValuesIn(languages().begin(), languages().end()),
+                         [](const auto& language) { return std::string(language.param.name); });
 
 }  // namespace
 }  // namespace lorivan
