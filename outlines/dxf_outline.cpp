@@ -180,14 +180,24 @@ class DxfReader {
     endSection();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");
     if (const Status drawn = draw(entities_, kUpwards, 0); !drawn) return drawn.error();
-    for (const auto& [kind, count] : passedOver_)
-      drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
+    notePassedOver();
     if (cutShort_) drawing_.notes.push_back(tr("a polyline in it has no end: points of it may be missing"));
     return std::move(drawing_);
   }
 
  private:
   static Error at(int line, const std::string& reason) { return unreadable("line {1}: {2}", line, reason); }
+
+  void notePassedOver() {
+    constexpr std::size_t kMostNamed = 12;
+    int others = 0;
+    for (const auto& [kind, count] : passedOver_)
+      if (drawing_.notes.size() < kMostNamed)
+        drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
+      else
+        others += count;
+    if (others > 0) drawing_.notes.push_back(tr("{1} of other kinds left out", others));
+  }
 
   Status takePair(const DxfPair& pair) {
     if (pair.code == 0) {

@@ -196,6 +196,7 @@ Section /o "Command line" Path
   ${If} ${Errors}
   ${OrIf} $0 <> 0
     MessageBox MB_OK|MB_ICONEXCLAMATION "The search path could not be changed." /SD IDOK
+    SetErrorLevel ${FAILED}
   ${Else}
     WriteRegDWORD HKCU "${UNINSTALL}" "OnPath" 1
   ${EndIf}

@@ -223,6 +223,11 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
   for (const char* none : {"0 INSERT 2 C", "0 INSERT 2 D"})
     EXPECT_EQ(blocks(none)->notes, std::vector<std::string>{"1 of kind INSERT left out"});
   EXPECT_FALSE(blocks("0 INSERT 2 A 70 9000 71 9000"));
+  std::string kinds = "0 LINE 11 1";
+  for (char c = 'A'; c <= 'Z'; ++c) kinds.append(" 0 ").append(1, c);
+  const auto many = readDxfOutline(dxf(kinds));
+  EXPECT_EQ(many->notes.size(), 13U) << "not a line for each of hundreds of thousands";
+  EXPECT_EQ(many->notes.back(), "14 of other kinds left out");
   // A spline without a span is nothing, but takes its time wherever it is inserted.
   const std::string idle = "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nA\n0\nSPLINE\n71\n1\n" +
                            repeated("40\n0\n", 102) + repeated("10\n0\n20\n0\n", 100) +
