@@ -32,7 +32,7 @@ constexpr Colour QBColor(int index) {
   constexpr std::array<Colour, 16> palette = {0x000000, 0x800000, 0x008000, 0x808000, 0x000080, 0x800080,
                                               0x008080, 0xC0C0C0, 0x808080, 0xFF0000, 0x00FF00, 0xFFFF00,
                                               0x0000FF, 0xFF00FF, 0x00FFFF, 0xFFFFFF};
-  return palette[static_cast<std::size_t>(std::clamp(index, 0, 15))];
+  return palette[std::clamp(index, 0, 15)];
 }
 
 /// Relative luminance, 0 black to 1 white (the definition of sRGB). White letters on a colour below 0.18, and

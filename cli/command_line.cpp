@@ -243,7 +243,7 @@ Status Parser::takeShape() {
   if (const Status got = value(name); !got) return got;
   const auto index = parseInteger(name, 0, kShapeCount - 2);
   for (int i = 0; i < kShapeCount - 1; ++i)
-    if (index == i || lowerCase(shapeTable()[static_cast<std::size_t>(i)].name) == lowerCase(name)) {
+    if (index == i || lowerCase(shapeTable()[i].name) == lowerCase(name)) {
       line_.shape = static_cast<Shape>(i);
       return {};
     }

@@ -28,7 +28,7 @@ std::string parameterList() {
 std::string shapeList() {
   std::string out;
   for (int i = 0; i < kShapeCount - 1; ++i) {
-    const ShapeSpec& spec = shapeTable()[static_cast<std::size_t>(i)];
+    const ShapeSpec& spec = shapeTable()[i];
     appendColumn(out, std::to_string(i), 4);
     appendColumn(out, spec.name, 20);
     out += std::string(spec.about) + '\n';

@@ -90,8 +90,7 @@ class NearIndex {
         const auto cell = cells_.find(key(column(p.x) + i, column(p.y) + j));
         if (cell == cells_.end()) continue;
         for (const int node : cell->second)
-          if (distance(nodes_[static_cast<std::size_t>(node)], p) < reach_ && (best < 0 || node < best))
-            best = node;
+          if (distance(nodes_[node], p) < reach_ && (best < 0 || node < best)) best = node;
       }
     return best;
   }
@@ -113,11 +112,10 @@ class Joiner {
     std::vector<int> nodeOf(spots.size(), -1);
     std::vector<bool> used(spots.size(), false);
     for (const NodePair& line : lines)
-      for (const int end : line) used[static_cast<std::size_t>(end)] = true;
+      for (const int end : line) used[end] = true;
     for (std::size_t i = 0; i < spots.size(); ++i)
       if (used[i]) nodeOf[i] = index_.findOrAdd(spots[i]);
-    for (const NodePair& line : lines)
-      edges.push_back({nodeOf[static_cast<std::size_t>(line[0])], nodeOf[static_cast<std::size_t>(line[1])]});
+    for (const NodePair& line : lines) edges.push_back({nodeOf[line[0]], nodeOf[line[1]]});
     StopLists none(edges.size());
     edges = chains(edges, none);
   }
@@ -133,7 +131,7 @@ class Joiner {
   std::vector<NodePair> edges;
 
  private:
-  Spot at(int node) const { return nodes[static_cast<std::size_t>(node)]; }
+  Spot at(int node) const { return nodes[node]; }
 
   void leadThroughNodes() {
     StopLists stops(edges.size());
@@ -157,7 +155,7 @@ class Joiner {
     StopLists stops(edges.size());
     std::size_t pieces = edges.size();
     const auto split = [&](int i, int j) {
-      const NodePair e = edges[static_cast<std::size_t>(i)], f = edges[static_cast<std::size_t>(j)];
+      const NodePair e = edges[i], f = edges[j];
       const Spot a = at(e[0]), b = at(e[1]), c = at(f[0]), d = at(f[1]);
       const double turn = cross(b - a, d - c);
       if (turn == 0) return true;
@@ -165,8 +163,8 @@ class Joiner {
       if (!(s > 0 && s < 1 && t > 0 && t < 1)) return true;
       const int node = index_.findOrAdd(a + s * (b - a));
       pieces += 2;
-      if (node != e[0] && node != e[1]) stops[static_cast<std::size_t>(i)].push_back({s, node});
-      if (node != f[0] && node != f[1]) stops[static_cast<std::size_t>(j)].push_back({t, node});
+      if (node != e[0] && node != e[1]) stops[i].push_back({s, node});
+      if (node != f[0] && node != f[1]) stops[j].push_back({t, node});
       return pieces <= 8 * mostEdges;
     };
     const bool complete = visitNearPairs(
@@ -186,8 +184,7 @@ class Rounder {
     std::vector<int> nodeOf;
     for (const Spot& spot : joined.nodes)
       nodeOf.push_back(nodeAt({toInt32(spot.x * scale.x), toInt32(spot.y * scale.y)}));
-    for (NodePair& edge : edges_)
-      edge = {nodeOf[static_cast<std::size_t>(edge[0])], nodeOf[static_cast<std::size_t>(edge[1])]};
+    for (NodePair& edge : edges_) edge = {nodeOf[edge[0]], nodeOf[edge[1]]};
     StopLists none(edges_.size());
     edges_ = chains(edges_, none);
   }
@@ -210,7 +207,7 @@ class Rounder {
   }
 
  private:
-  PointI node(int n) const { return nodes_[static_cast<std::size_t>(n)]; }
+  PointI node(int n) const { return nodes_[n]; }
   Spot spot(int n) const { return {static_cast<double>(node(n).x), static_cast<double>(node(n).y)}; }
 
   int nodeAt(PointI p) {
@@ -228,7 +225,7 @@ class Rounder {
 
   /// Notes where two edges meet other than at a common end; false when they do not.
   bool touch(int i, int j, StopLists& stops) {
-    const NodePair e = edges_[static_cast<std::size_t>(i)], f = edges_[static_cast<std::size_t>(j)];
+    const NodePair e = edges_[i], f = edges_[j];
     bool met = false;
     for (const int p : f) met |= stopAt(i, p, stops);
     for (const int p : e) met |= stopAt(j, p, stops);
@@ -246,18 +243,18 @@ class Rounder {
 
   /// A node that lies exactly on an edge, between its ends.
   bool stopAt(int edge, int p, StopLists& stops) {
-    const NodePair e = edges_[static_cast<std::size_t>(edge)];
+    const NodePair e = edges_[edge];
     if (p == e[0] || p == e[1] || side(e[0], e[1], p) != 0) return false;
     const double place = placeAlong(spot(p), spot(e[0]), spot(e[1]));
     if (!(place > 0 && place < 1)) return false;
-    stops[static_cast<std::size_t>(edge)].push_back({place, p});
+    stops[edge].push_back({place, p});
     return true;
   }
 
   void stopAnywhere(int edge, int p, StopLists& stops) {
-    const NodePair e = edges_[static_cast<std::size_t>(edge)];
+    const NodePair e = edges_[edge];
     if (p == e[0] || p == e[1]) return;
-    stops[static_cast<std::size_t>(edge)].push_back({placeAlong(spot(p), spot(e[0]), spot(e[1])), p});
+    stops[edge].push_back({placeAlong(spot(p), spot(e[0]), spot(e[1])), p});
   }
 
   std::vector<PointI> nodes_;

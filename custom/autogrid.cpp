@@ -91,7 +91,7 @@ int lostCorners(const CellMesh& mesh, const MeshBorder& border, std::span<const 
     for (std::size_t g = 1; g < group.size(); ++g) {
       if (distance(group[g](corner.at), corner.at) > cell / 2) continue;
       const auto fits = [&](int node) {
-        const Spot at = mesh.nodes[static_cast<std::size_t>(node)];
+        const Spot at = mesh.nodes[node];
         return border.contains(node) && distance(at, corner.at) <= kCornerReach * cell &&
                distance(group[g](at), at) < 1e-6;
       };
@@ -111,7 +111,7 @@ double misfit(const CellMesh& mesh, const Ground& ground, double cell, const Sym
   int count = 0;
   for (int node = 0; node < static_cast<int>(mesh.nodes.size()); ++node) {
     if (!border.contains(node)) continue;
-    const Spot at = mesh.nodes[static_cast<std::size_t>(node)];
+    const Spot at = mesh.nodes[node];
     const auto nearest = outline.nearest(at, outline.sidesNear(at, 2 * cell));
     const double off = nearest ? distance(at, *nearest) / cell : 2;
     sum += off * off;
@@ -255,7 +255,7 @@ Result<Fitted> bestFit(std::vector<Candidate> all, const Ground& ground, const P
 void makeLines(KnotGraph& graph, const CellMesh& mesh, const std::vector<PointI>& at) {
   startLines(graph);
   for (const auto& [first, second] : mesh.sides()) {
-    PointI a = at[static_cast<std::size_t>(first)], b = at[static_cast<std::size_t>(second)];
+    PointI a = at[first], b = at[second];
     // As in the standard grids: level lines from left to right, upright ones upwards.
     const bool level = std::abs(a.x - b.x) >= std::abs(a.y - b.y);
     if (level ? a.x > b.x : a.y > b.y) std::swap(a, b);

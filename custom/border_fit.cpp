@@ -59,9 +59,9 @@ class BorderFit {
     Spot corner;
   };
 
-  Spot lattice(int node) const { return mesh_.nodes[static_cast<std::size_t>(node)]; }
-  Spot& place(int node) { return places_[static_cast<std::size_t>(node)]; }
-  Spot place(int node) const { return places_[static_cast<std::size_t>(node)]; }
+  Spot lattice(int node) const { return mesh_.nodes[node]; }
+  Spot& place(int node) { return places_[node]; }
+  Spot place(int node) const { return places_[node]; }
 
   void ease();
   void findNeighbours();
@@ -105,8 +105,8 @@ class BorderFit {
 void BorderFit::findNeighbours() {
   neighbours_.assign(mesh_.nodes.size(), {});
   for (const auto& [a, b] : mesh_.sides()) {
-    neighbours_[static_cast<std::size_t>(a)].push_back(b);
-    neighbours_[static_cast<std::size_t>(b)].push_back(a);
+    neighbours_[a].push_back(b);
+    neighbours_[b].push_back(a);
   }
 }
 
@@ -119,9 +119,9 @@ void BorderFit::findDepths(const MeshBorder& border) {
       queue.push_back(static_cast<int>(node));
     }
   for (std::size_t i = 0; i < queue.size(); ++i)
-    for (const int next : neighbours_[static_cast<std::size_t>(queue[i])])
-      if (int& depth = depth_[static_cast<std::size_t>(next)]; depth < 0) {
-        depth = depth_[static_cast<std::size_t>(queue[i])] + 1;
+    for (const int next : neighbours_[queue[i]])
+      if (int& depth = depth_[next]; depth < 0) {
+        depth = depth_[queue[i]] + 1;
         queue.push_back(next);
       }
 }
@@ -161,8 +161,7 @@ void BorderFit::pinCorners() {
     if (nearest == nullptr) continue;
     Spot middle;
     for (const int g : stabiliser)
-      middle = middle + (1.0 / static_cast<double>(stabiliser.size())) *
-                            group_[static_cast<std::size_t>(g)](corner.at);
+      middle = middle + (1.0 / static_cast<double>(stabiliser.size())) * group_[g](corner.at);
     const int node = nearest->node;
     for (std::size_t g = 0; g < group_.size(); ++g) {
       done.push_back(group_[g](middle));
@@ -195,8 +194,7 @@ void BorderFit::average(std::vector<Spot>& places) const {
 /// On the outline, drawn a little towards the middle between its neighbours.
 Spot BorderFit::borderGoal(const BorderNode& b, const MeshBorder& border) const {
   if (b.pinned) return b.corner;
-  const Spot between = 0.5 * (place(border.before[static_cast<std::size_t>(b.node)]) +
-                              place(border.after[static_cast<std::size_t>(b.node)]));
+  const Spot between = 0.5 * (place(border.before[b.node]) + place(border.after[b.node]));
   const Spot here = place(b.node);
   const Spot wish = here + 0.3 * (between - here) + 0.05 * (lattice(b.node) - here);
   return outline_.nearest(wish, b.sides).value_or(lattice(b.node));
@@ -206,9 +204,9 @@ Spot BorderFit::borderGoal(const BorderNode& b, const MeshBorder& border) const 
 Spot BorderFit::innerGoal(int node) const {
   constexpr std::array<double, kEasedLayers> kAnchor = {0, 0.1, 0.3, 0.6};
   Spot sum;
-  const std::vector<int>& around = neighbours_[static_cast<std::size_t>(node)];
+  const std::vector<int>& around = neighbours_[node];
   for (const int next : around) sum = sum + place(next);
-  const double anchor = kAnchor[static_cast<std::size_t>(depth_[static_cast<std::size_t>(node)])];
+  const double anchor = kAnchor[depth_[static_cast<std::size_t>(node)]];
   return (1 - anchor) / static_cast<double>(around.size()) * sum + anchor * lattice(node);
 }
 
@@ -221,13 +219,12 @@ void BorderFit::ease() {
   cellsAt_.clear();
   for (const auto& cells : mesh_.cellsAtNodes()) cellsAt_.push_back(static_cast<int>(cells.size()));
   pinned_.assign(mesh_.nodes.size(), false);
-  for (const BorderNode& b : border_) pinned_[static_cast<std::size_t>(b.node)] = b.pinned;
+  for (const BorderNode& b : border_) pinned_[b.node] = b.pinned;
   places_ = mesh_.nodes;
   std::vector<Spot> next = places_;
   for (int round = 0; round < kRounds; ++round) {
     for (const BorderNode& b : border_)
-      next[static_cast<std::size_t>(b.node)] =
-          place(b.node) + kStep * (borderGoal(b, border) - place(b.node));
+      next[b.node] = place(b.node) + kStep * (borderGoal(b, border) - place(b.node));
     for (std::size_t node = 0; node < places_.size(); ++node)
       if (depth_[node] > 0 && depth_[node] < kEasedLayers)
         next[node] = places_[node] + kStep * (innerGoal(static_cast<int>(node)) - places_[node]);
@@ -237,7 +234,7 @@ void BorderFit::ease() {
 }
 
 double BorderFit::angleAt(const MeshCell& cell, int k) const {
-  const auto node = [&](int i) { return place(cell.node[static_cast<std::size_t>(i % cell.corners)]); };
+  const auto node = [&](int i) { return place(cell.node[i % cell.corners]); };
   const Spot here = node(k), ahead = node(k + 1) - here, behind = node(k + cell.corners - 1) - here;
   const double angle = degreesBetween(ahead, behind);
   return cross(ahead, behind) < 0 ? 360 - angle : angle;
@@ -248,7 +245,7 @@ double BorderFit::angleAt(const MeshCell& cell, int k) const {
 int BorderFit::flatFreeCorner(const MeshCell& cell, double limit) const {
   int flattest = -1;
   for (int k = 0; k < cell.corners; ++k) {
-    const auto node = static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)]);
+    const auto node = static_cast<std::size_t>(cell.node[k]);
     if (cellsAt_[node] != 1 || pinned_[node] || angleAt(cell, k) <= limit) continue;
     if (flattest < 0 || angleAt(cell, k) > angleAt(cell, flattest)) flattest = k;
   }
@@ -259,10 +256,10 @@ int BorderFit::flatFreeCorner(const MeshCell& cell, double limit) const {
 /// too.
 int BorderFit::nodeToCut(const MeshCell& cell, int number, const Images& cells) const {
   const bool lone = std::all_of(cell.node.begin(), cell.node.begin() + cell.corners,
-                                [&](int node) { return cellsAt_[static_cast<std::size_t>(node)] == 1; });
+                                [&](int node) { return cellsAt_[node] == 1; });
   const int flat = flatFreeCorner(cell, cell.corners == 4 ? kFlatAngle : kFlatEar);
   if (flat < 0 || lone) return -1;
-  const int node = cell.node[static_cast<std::size_t>(flat)];
+  const int node = cell.node[flat];
   for (std::size_t g = 0; g < group_.size(); ++g)
     if (cells.of(g, number) == number && images_.of(g, node) != node) return -1;
   return node;
@@ -274,9 +271,8 @@ bool BorderFit::cutFlatCorners() {
   std::vector<int> cutAt(mesh_.cells.size(), -1);
   for (int i = 0; i < static_cast<int>(mesh_.cells.size()); ++i) {
     if (cells.leader(i) != i) continue;
-    const int node = nodeToCut(mesh_.cells[static_cast<std::size_t>(i)], i, cells);
-    for (std::size_t g = 0; g < group_.size() && node >= 0; ++g)
-      cutAt[static_cast<std::size_t>(cells.of(g, i))] = images_.of(g, node);
+    const int node = nodeToCut(mesh_.cells[i], i, cells);
+    for (std::size_t g = 0; g < group_.size() && node >= 0; ++g) cutAt[cells.of(g, i)] = images_.of(g, node);
   }
   std::vector<MeshCell> kept;
   for (std::size_t i = 0; i < cutAt.size(); ++i) {
@@ -296,7 +292,7 @@ bool BorderFit::cutFlatCorners() {
 /// The whole place nearest to a node's that those of the node's own symmetries that keep whole places leave
 /// there.
 PointI BorderFit::whole(int node) const {
-  const Spot at = lattice(node) + share_[static_cast<std::size_t>(node)] * (place(node) - lattice(node));
+  const Spot at = lattice(node) + share_[node] * (place(node) - lattice(node));
   PointI best{toInt32(at.x), toInt32(at.y)};
   const PointI middle = best;
   double least = 1e30;
@@ -323,7 +319,7 @@ std::vector<PointI> BorderFit::wholePlaces() const {
   std::vector<PointI> at(mesh_.nodes.size());
   std::vector<bool> found(at.size(), false);
   for (int node = 0; node < static_cast<int>(at.size()); ++node) {
-    if (found[static_cast<std::size_t>(node)]) continue;
+    if (found[node]) continue;
     const PointI p = whole(node);
     for (std::size_t g = 0; g < group_.size(); ++g) {
       if (!group_[g].keepsWhole()) continue;
@@ -339,7 +335,7 @@ std::vector<PointI> BorderFit::wholePlaces() const {
 bool BorderFit::markBadCorners(const MeshCell& cell, const std::vector<PointI>& at,
                                std::vector<bool>& bad) const {
   const auto spot = [&](int k) {
-    const PointI p = at[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k % cell.corners)])];
+    const PointI p = at[cell.node[static_cast<std::size_t>(k % cell.corners)]];
     return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
   };
   bool any = false;
@@ -349,7 +345,7 @@ bool BorderFit::markBadCorners(const MeshCell& cell, const std::vector<PointI>& 
     if (cross(ahead, behind) > 0 && angle >= kLeastAngle && angle <= kMostAngle &&
         std::min(length(ahead), length(behind)) >= kLeastSide * cell_)
       continue;
-    bad[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = any = true;
+    bad[cell.node[static_cast<std::size_t>(k)]] = any = true;
   }
   return any;
 }
@@ -359,8 +355,7 @@ std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wh
   std::vector<bool> bad(mesh_.nodes.size(), false);
   for (const MeshCell& cell : mesh_.cells)
     if (markBadCorners(cell, at, bad) && wholeCells)
-      for (int k = 0; k < cell.corners; ++k)
-        bad[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = true;
+      for (int k = 0; k < cell.corners; ++k) bad[cell.node[static_cast<std::size_t>(k)]] = true;
   return bad;
 }
 
@@ -369,7 +364,7 @@ std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wh
 void BorderFit::markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
                                     std::vector<bool>& bad) const {
   const auto spot = [&](int n) {
-    const PointI p = at[static_cast<std::size_t>(n)];
+    const PointI p = at[n];
     return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
   };
   const auto apart = [&](Spot a, Spot b, Spot c, Spot d) {  // whether c and d lie on one side of a-b
@@ -378,15 +373,15 @@ void BorderFit::markBorderCrossings(const MeshBorder& border, const std::vector<
   };
   for (std::size_t i = 0; i < border_.size(); ++i)
     for (std::size_t j = i + 1; j < border_.size(); ++j) {
-      const int a = border_[i].node, b = border.after[static_cast<std::size_t>(a)];
-      const int c = border_[j].node, d = border.after[static_cast<std::size_t>(c)];
+      const int a = border_[i].node, b = border.after[a];
+      const int c = border_[j].node, d = border.after[c];
       if (a == d || b == c) continue;
       const Spot pa = spot(a), pb = spot(b), pc = spot(c), pd = spot(d);
       if (std::max(pa.x, pb.x) < std::min(pc.x, pd.x) || std::max(pc.x, pd.x) < std::min(pa.x, pb.x) ||
           std::max(pa.y, pb.y) < std::min(pc.y, pd.y) || std::max(pc.y, pd.y) < std::min(pa.y, pb.y) ||
           apart(pa, pb, pc, pd) || apart(pc, pd, pa, pb))
         continue;
-      for (const int node : {a, b, c, d}) bad[static_cast<std::size_t>(node)] = true;
+      for (const int node : {a, b, c, d}) bad[node] = true;
     }
 }
 
@@ -417,8 +412,8 @@ int BorderFit::outermost(const std::vector<int>& cells) const {
   int best = cells.front();
   double least = 1e30;
   for (const int cell : cells) {
-    const Spot centre = mesh_.centreOf(mesh_.cells[static_cast<std::size_t>(cell)]);
-    const OutlineSide& side = outline_.sides()[static_cast<std::size_t>(outline_.nearestSide(centre))];
+    const Spot centre = mesh_.centreOf(mesh_.cells[cell]);
+    const OutlineSide& side = outline_.sides()[outline_.nearestSide(centre)];
     const double depth =
         distance(centre, nearestOn(centre, side.a, side.b)) * (outline_.contains(centre) ? 1 : -1);
     if (depth >= least - 1e-9) continue;
@@ -436,7 +431,7 @@ bool BorderFit::dropFarOutside(const std::vector<PointI>& at) {
   std::vector<bool> dropped(mesh_.cells.size(), false);
   const auto cellsAt = mesh_.cellsAtNodes();
   for (std::size_t node = 0; node < far.size(); ++node)
-    if (far[node]) dropped[static_cast<std::size_t>(outermost(cellsAt[node]))] = true;
+    if (far[node]) dropped[outermost(cellsAt[node])] = true;
   mesh_.cellImages(group_, cell_).spread(dropped);
   dropCells(mesh_, dropped);
   dropCornerHangers(mesh_, outline_, group_, cell_);

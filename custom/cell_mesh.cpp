@@ -49,8 +49,8 @@ class CellFilter {
       if (images.leader(i) != i) continue;
       double sum = 0;
       for (std::size_t g = 0; g < group.size(); ++g)
-        sum += images.of(g, i) >= 0 ? shares_[static_cast<std::size_t>(images.of(g, i))] : 0;
-      stays[static_cast<std::size_t>(i)] = sum >= leastShare * static_cast<double>(group.size());
+        sum += images.of(g, i) >= 0 ? shares_[images.of(g, i)] : 0;
+      stays[i] = sum >= leastShare * static_cast<double>(group.size());
     }
     images.spread(stays);
     stays.flip();
@@ -63,7 +63,7 @@ class CellFilter {
     constexpr int kLines = 6;
     double low = 1e30, high = -1e30;
     for (int k = 0; k < cell.corners; ++k) {
-      const double y = mesh_.nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])].y;
+      const double y = mesh_.nodes[cell.node[static_cast<std::size_t>(k)]].y;
       low = std::min(low, y);
       high = std::max(high, y);
     }
@@ -118,9 +118,7 @@ NodePair ordered(int a, int b) { return {std::min(a, b), std::max(a, b)}; }
 /// The sides of a cell, in order.
 template <class Visit>
 void visitSides(const MeshCell& cell, Visit visit) {
-  for (int k = 0; k < cell.corners; ++k)
-    visit(cell.node[static_cast<std::size_t>(k)],
-          cell.node[static_cast<std::size_t>((k + 1) % cell.corners)]);
+  for (int k = 0; k < cell.corners; ++k) visit(cell.node[k], cell.node[(k + 1) % cell.corners]);
 }
 
 bool hasNode(const MeshCell& cell, int node) {
@@ -130,7 +128,7 @@ bool hasNode(const MeshCell& cell, int node) {
 
 int sharedNodes(const MeshCell& a, const MeshCell& b) {
   int shared = 0;
-  for (int k = 0; k < a.corners; ++k) shared += hasNode(b, a.node[static_cast<std::size_t>(k)]) ? 1 : 0;
+  for (int k = 0; k < a.corners; ++k) shared += hasNode(b, a.node[k]) ? 1 : 0;
   return shared;
 }
 
@@ -142,8 +140,8 @@ std::vector<std::vector<int>> fansAt(const CellMesh& mesh, std::vector<int> cell
     cells.pop_back();
     for (std::size_t i = 0; i < fan.size(); ++i)
       for (std::size_t k = 0; k < cells.size();) {
-        const auto& a = mesh.cells[static_cast<std::size_t>(fan[i])];
-        if (sharedNodes(a, mesh.cells[static_cast<std::size_t>(cells[k])]) < 2) {
+        const auto& a = mesh.cells[fan[i]];
+        if (sharedNodes(a, mesh.cells[cells[k]]) < 2) {
           ++k;
           continue;
         }
@@ -189,8 +187,7 @@ class CornerSearch {
     bool loners = false;
     for (const auto& cells : atNodes_)
       for (const int cell : cells)
-        if (cells.size() > 1 && shared_[static_cast<std::size_t>(cell)] == 0)
-          loners = hanging[static_cast<std::size_t>(cell)] = true;
+        if (cells.size() > 1 && shared_[cell] == 0) loners = hanging[cell] = true;
     if (loners) return hanging;
     for (const auto& cells : atNodes_) markWeaker(fansAt(mesh_, cells), hanging);
     return hanging;
@@ -200,9 +197,9 @@ class CornerSearch {
   Hold holdOf(const std::vector<int>& fan) const {
     Hold hold{fan.size(), 0, 0};
     for (const int cell : fan) {
-      hold.sides += shared_[static_cast<std::size_t>(cell)];
-      const Spot centre = mesh_.centreOf(mesh_.cells[static_cast<std::size_t>(cell)]);
-      const OutlineSide& side = outline_.sides()[static_cast<std::size_t>(outline_.nearestSide(centre))];
+      hold.sides += shared_[cell];
+      const Spot centre = mesh_.centreOf(mesh_.cells[cell]);
+      const OutlineSide& side = outline_.sides()[outline_.nearestSide(centre)];
       hold.depth += distance(centre, nearestOn(centre, side.a, side.b));
     }
     return hold;
@@ -219,7 +216,7 @@ class CornerSearch {
                                     [&](const Hold& hold) { return !hold.weakerThan(firmest); });
     for (std::size_t i = 0; i < fans.size(); ++i)
       if (firm > 1 || holds[i].weakerThan(firmest))
-        for (const int cell : fans[i]) hanging[static_cast<std::size_t>(cell)] = true;
+        for (const int cell : fans[i]) hanging[cell] = true;
   }
 
   const CellMesh& mesh_;
@@ -233,11 +230,11 @@ void dropUnusedNodes(CellMesh& mesh) {
   std::vector<Spot> used;
   for (MeshCell& cell : mesh.cells)
     for (int k = 0; k < cell.corners; ++k) {
-      int& node = cell.node[static_cast<std::size_t>(k)];
-      int& at = number[static_cast<std::size_t>(node)];
+      int& node = cell.node[k];
+      int& at = number[node];
       if (at < 0) {
         at = static_cast<int>(used.size());
-        used.push_back(mesh.nodes[static_cast<std::size_t>(node)]);
+        used.push_back(mesh.nodes[node]);
       }
       node = at;
     }
@@ -250,14 +247,13 @@ std::vector<std::vector<int>> CellMesh::cellsAtNodes() const {
   std::vector<std::vector<int>> at(nodes.size());
   for (std::size_t i = 0; i < cells.size(); ++i)
     for (int k = 0; k < cells[i].corners; ++k)
-      at[static_cast<std::size_t>(cells[i].node[static_cast<std::size_t>(k)])].push_back(static_cast<int>(i));
+      at[cells[i].node[static_cast<std::size_t>(k)]].push_back(static_cast<int>(i));
   return at;
 }
 
 Spot CellMesh::centreOf(const MeshCell& cell) const {
   Spot sum;
-  for (int k = 0; k < cell.corners; ++k)
-    sum = sum + nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
+  for (int k = 0; k < cell.corners; ++k) sum = sum + nodes[cell.node[static_cast<std::size_t>(k)]];
   return (1.0 / cell.corners) * sum;
 }
 
@@ -293,9 +289,8 @@ double CellSpan::inside(const std::vector<double>& places) const {
 CellSpan spanAt(const MeshCell& cell, const std::vector<Spot>& nodes, double y) {
   CellSpan span{1e30, -1e30};
   for (int k = 0; k < cell.corners; ++k) {
-    const Spot a = nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])];
-    const Spot b =
-        nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>((k + 1) % cell.corners)])];
+    const Spot a = nodes[cell.node[static_cast<std::size_t>(k)]];
+    const Spot b = nodes[cell.node[static_cast<std::size_t>((k + 1) % cell.corners)]];
     if ((a.y > y) == (b.y > y)) continue;
     const double x = a.x + (y - a.y) / (b.y - a.y) * (b.x - a.x);
     span = {std::min(span.from, x), std::max(span.to, x)};
@@ -342,19 +337,19 @@ void dropSpecks(CellMesh& mesh, const Outline& outline, const Images& images) {
   Groups islands(mesh.cells.size());
   std::map<NodePair, int> firstOn;
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
-    visitSides(mesh.cells[static_cast<std::size_t>(cell)], [&](int a, int b) {
+    visitSides(mesh.cells[cell], [&](int a, int b) {
       islands.join(cell, firstOn.try_emplace(ordered(a, b), cell).first->second);
     });
   std::map<int, int> corners;  // of an island's cells, by its leading cell
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
-    corners[islands.of(cell)] += mesh.cells[static_cast<std::size_t>(cell)].corners;
+    corners[islands.of(cell)] += mesh.cells[cell].corners;
   const auto isSpeck = [&](int cell) { return corners[islands.of(cell)] <= kSpeckCorners; };
   const auto isLarge = [&](int cell) { return corners[islands.of(cell)] > 4 * kSpeckCorners; };
   if (std::none_of(corners.begin(), corners.end(), [](auto& c) { return c.second <= kSpeckCorners; })) return;
   const std::vector<int> parts = outline.parts();
   const auto partAt = [&](int cell) {
-    const Spot centre = mesh.centreOf(mesh.cells[static_cast<std::size_t>(cell)]);
-    return parts[static_cast<std::size_t>(outline.nearestSide(centre))];
+    const Spot centre = mesh.centreOf(mesh.cells[cell]);
+    return parts[outline.nearestSide(centre)];
   };
   std::set<int> held;  // parts with a large island
   for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
@@ -374,8 +369,8 @@ MeshBorder::MeshBorder(const CellMesh& mesh) : before(mesh.nodes.size(), -1), af
   for (const MeshCell& cell : mesh.cells)
     visitSides(cell, [&](int a, int b) {
       if (cellsOfSide[ordered(a, b)] != 1) return;
-      after[static_cast<std::size_t>(a)] = b;
-      before[static_cast<std::size_t>(b)] = a;
+      after[a] = b;
+      before[b] = a;
     });
 }
 

@@ -71,7 +71,7 @@ void dropSpecks(CellMesh& mesh, const Outline& outline, const Images& images);
 /// A mesh's border: for each node the border nodes before and after it, -1 for nodes within.
 struct MeshBorder {
   explicit MeshBorder(const CellMesh& mesh);
-  bool contains(int node) const { return after[static_cast<std::size_t>(node)] >= 0; }
+  bool contains(int node) const { return after[node] >= 0; }
   std::vector<int> before, after;
 };
 

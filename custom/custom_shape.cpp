@@ -12,7 +12,7 @@ CustomShape::CustomShape()
 }
 
 bool CustomShape::pointIsLive(int point) const {
-  return point >= 1 && point <= ShapePointCount && ShapeX[static_cast<std::size_t>(point)] > kDeletedSlot;
+  return point >= 1 && point <= ShapePointCount && ShapeX[point] > kDeletedSlot;
 }
 
 bool CustomShape::lineIsLive(int line) const {
@@ -20,34 +20,32 @@ bool CustomShape::lineIsLive(int line) const {
          pointIsLive(lineEnd(1, line));
 }
 
-int CustomShape::lineEnd(int end, int line) const {
-  return toInt32(ShapeLineEnds[static_cast<std::size_t>(end)][static_cast<std::size_t>(line)]);
-}
+int CustomShape::lineEnd(int end, int line) const { return toInt32(ShapeLineEnds[end][line]); }
 
 int CustomShape::addPoint(float x, float y) {
   if (ShapePointCount >= kMostShapePoints) return 0;
   ++ShapePointCount;
-  ShapeX[static_cast<std::size_t>(ShapePointCount)] = x;
-  ShapeY[static_cast<std::size_t>(ShapePointCount)] = y;
+  ShapeX[ShapePointCount] = x;
+  ShapeY[ShapePointCount] = y;
   return ShapePointCount;
 }
 
 int CustomShape::addLine(int first, int second) {
   if (ShapeLineCount >= kMostShapeLines) return 0;
   ++ShapeLineCount;
-  ShapeLineEnds[0][static_cast<std::size_t>(ShapeLineCount)] = static_cast<float>(first);
-  ShapeLineEnds[1][static_cast<std::size_t>(ShapeLineCount)] = static_cast<float>(second);
+  ShapeLineEnds[0][ShapeLineCount] = static_cast<float>(first);
+  ShapeLineEnds[1][ShapeLineCount] = static_cast<float>(second);
   return ShapeLineCount;
 }
 
 void CustomShape::deletePoint(int point) {
   for (int line = 1; line <= ShapeLineCount; ++line)
     if (lineEnd(0, line) == point || lineEnd(1, line) == point) deleteLine(line);
-  ShapeX[static_cast<std::size_t>(point)] = ShapeY[static_cast<std::size_t>(point)] = kDeletedSlot;
+  ShapeX[point] = ShapeY[point] = kDeletedSlot;
 }
 
 void CustomShape::deleteLine(int line) {
-  for (auto& column : ShapeLineEnds) column[static_cast<std::size_t>(line)] = kDeletedSlot;
+  for (auto& column : ShapeLineEnds) column[line] = kDeletedSlot;
 }
 
 void CustomShape::joinPoints(int kept, int gone) {
@@ -58,8 +56,7 @@ void CustomShape::joinPoints(int kept, int gone) {
       if (other == kept || other == gone || lineBetween(kept, other) != 0)
         deleteLine(line);
       else
-        ShapeLineEnds[static_cast<std::size_t>(end)][static_cast<std::size_t>(line)] =
-            static_cast<float>(kept);
+        ShapeLineEnds[end][line] = static_cast<float>(kept);
     }
   deletePoint(gone);
 }
@@ -75,8 +72,8 @@ int CustomShape::lineBetween(int a, int b) const {
 int CustomShape::pointNear(float x, float y, float reach) const {
   for (int point = 1; point <= ShapePointCount; ++point) {
     if (!pointIsLive(point)) continue;
-    const double dx = static_cast<double>(ShapeX[static_cast<std::size_t>(point)]) - x;
-    const double dy = static_cast<double>(ShapeY[static_cast<std::size_t>(point)]) - y;
+    const double dx = static_cast<double>(ShapeX[point]) - x;
+    const double dy = static_cast<double>(ShapeY[point]) - y;
     if (dx * dx + dy * dy <= static_cast<double>(reach) * reach) return point;
   }
   return 0;
@@ -87,8 +84,8 @@ int CustomShape::nearestPoint(float x, float y, float reach) const {
   double least = static_cast<double>(reach) * reach;
   for (int point = 1; point <= ShapePointCount; ++point) {
     if (!pointIsLive(point)) continue;
-    const double dx = static_cast<double>(ShapeX[static_cast<std::size_t>(point)]) - x;
-    const double dy = static_cast<double>(ShapeY[static_cast<std::size_t>(point)]) - y;
+    const double dx = static_cast<double>(ShapeX[point]) - x;
+    const double dy = static_cast<double>(ShapeY[point]) - y;
     if (dx * dx + dy * dy > least || (best != 0 && dx * dx + dy * dy == least)) continue;
     least = dx * dx + dy * dy;
     best = point;

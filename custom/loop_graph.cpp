@@ -12,8 +12,7 @@ LoopGraph::LoopGraph(const Arrangement& plane, double scale)
     : plane_(plane), scale_(scale), dead_(plane.edges.size(), false) {
   around_.resize(plane.nodes.size());
   for (std::size_t e = 0; e < plane.edges.size(); ++e)
-    for (const int node : plane.edges[e])
-      around_[static_cast<std::size_t>(node)].push_back(static_cast<int>(e));
+    for (const int node : plane.edges[e]) around_[node].push_back(static_cast<int>(e));
 }
 
 /// Depth first: an edge is on a loop when something beyond it leads back to where it came from, or before.
@@ -42,24 +41,24 @@ std::vector<OutlineSide> LoopGraph::sides() const {
 }
 
 Spot LoopGraph::spot(int node) const {
-  const PointI p = plane_.nodes[static_cast<std::size_t>(node)];
+  const PointI p = plane_.nodes[node];
   return {p.x / scale_, p.y / scale_};
 }
 
 int LoopGraph::otherEnd(int edge, int node) const {
-  const NodePair& e = plane_.edges[static_cast<std::size_t>(edge)];
+  const NodePair& e = plane_.edges[edge];
   return e[0] == node ? e[1] : e[0];
 }
 
 int LoopGraph::degree(int node) const {
   int count = 0;
-  for (const int edge : around_[static_cast<std::size_t>(node)]) count += dead(edge) ? 0 : 1;
+  for (const int edge : around_[node]) count += dead(edge) ? 0 : 1;
   return count;
 }
 
 void LoopGraph::descend(int root, std::vector<int>& order, std::vector<int>& low, int& next) {
   std::vector<Visit> path{{root, -1, 0}};
-  order[static_cast<std::size_t>(root)] = low[static_cast<std::size_t>(root)] = next++;
+  order[root] = low[root] = next++;
   while (!path.empty()) {
     Visit& top = path.back();
     const auto node = static_cast<std::size_t>(top.node);
@@ -80,18 +79,18 @@ void LoopGraph::descend(int root, std::vector<int>& order, std::vector<int>& low
     if (path.empty()) break;
     const auto before = static_cast<std::size_t>(path.back().node);
     low[before] = std::min(low[before], low[node]);
-    if (low[node] > order[before]) dead_[static_cast<std::size_t>(fromEdge)] = true;
+    if (low[node] > order[before]) dead_[fromEdge] = true;
   }
 }
 
 std::vector<int> LoopGraph::partOf(int start, std::vector<bool>& seen) const {
   std::vector<int> part{start};
-  seen[static_cast<std::size_t>(start)] = true;
+  seen[start] = true;
   for (std::size_t i = 0; i < part.size(); ++i)
-    for (const int edge : around_[static_cast<std::size_t>(part[i])]) {
+    for (const int edge : around_[part[i]]) {
       const int other = otherEnd(edge, part[i]);
-      if (dead(edge) || seen[static_cast<std::size_t>(other)]) continue;
-      seen[static_cast<std::size_t>(other)] = true;
+      if (dead(edge) || seen[other]) continue;
+      seen[other] = true;
       part.push_back(other);
     }
   return part;
@@ -101,7 +100,7 @@ std::vector<int> LoopGraph::partOf(int start, std::vector<bool>& seen) const {
 int LoopGraph::rightmost(int node, Spot direction, int fromEdge) const {
   int best = fromEdge;
   double bestTurn = 10;
-  for (const int edge : around_[static_cast<std::size_t>(node)]) {
+  for (const int edge : around_[node]) {
     if (dead(edge) || edge == fromEdge) continue;
     const Spot away = spot(otherEnd(edge, node)) - spot(node);
     const double turn = std::atan2(cross(direction, away), dot(direction, away));
@@ -128,27 +127,24 @@ void LoopGraph::keepBoundary(const std::vector<int>& part) {
     node = next;
   } while (node != start || edge != firstEdge);
   for (const int member : part)
-    for (const int e : around_[static_cast<std::size_t>(member)])
-      if (const auto entry = walked.find(e); entry == walked.end() || entry->second != 1)
-        dead_[static_cast<std::size_t>(e)] = true;
+    for (const int e : around_[member])
+      if (const auto entry = walked.find(e); entry == walked.end() || entry->second != 1) dead_[e] = true;
 }
 
-int LoopGraph::tail(int direction) const {
-  return plane_.edges[static_cast<std::size_t>(direction / 2)][static_cast<std::size_t>(direction % 2)];
-}
+int LoopGraph::tail(int direction) const { return plane_.edges[direction / 2][direction % 2]; }
 
 int LoopGraph::following(int direction) const {
   const int edge = direction / 2, from = tail(direction), to = otherEnd(edge, from);
   const int next = rightmost(to, spot(to) - spot(from), edge);
-  return 2 * next + (plane_.edges[static_cast<std::size_t>(next)][0] == to ? 0 : 1);
+  return 2 * next + (plane_.edges[next][0] == to ? 0 : 1);
 }
 
 LoopGraph::Walks LoopGraph::walks() const {
   Walks walks{std::vector<int>(2 * dead_.size(), -1), {}};
   for (int begin = 0; begin < static_cast<int>(walks.of.size()); ++begin) {
-    if (dead(begin / 2) || walks.of[static_cast<std::size_t>(begin)] >= 0) continue;
-    for (int at = begin; walks.of[static_cast<std::size_t>(at)] < 0; at = following(at))
-      walks.of[static_cast<std::size_t>(at)] = static_cast<int>(walks.first.size());
+    if (dead(begin / 2) || walks.of[begin] >= 0) continue;
+    for (int at = begin; walks.of[at] < 0; at = following(at))
+      walks.of[at] = static_cast<int>(walks.first.size());
     walks.first.push_back(begin);
   }
   return walks;
@@ -175,12 +171,12 @@ std::vector<OutlineSide> LoopGraph::regionAt(Spot p) const {
   Groups regions(all.first.size() + 1);
   const auto walkLeftOf = [&](Spot at) {
     const auto edge = leftOf(at);
-    return edge ? all.of[static_cast<std::size_t>(*edge)] : outside;
+    return edge ? all.of[*edge] : outside;
   };
   for (int walk = 0; walk < outside; ++walk) {
     double area = 0;
     Spot leftmost{1e30, 0};
-    const int begin = all.first[static_cast<std::size_t>(walk)];
+    const int begin = all.first[walk];
     for (int at = begin, round = 0; at != begin || round == 0; at = following(at), ++round) {
       const Spot a = spot(tail(at)), b = spot(tail(at ^ 1));
       area += cross(a, b);

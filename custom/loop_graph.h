@@ -39,7 +39,7 @@ class LoopGraph {
   };
 
   Spot spot(int node) const;
-  bool dead(int edge) const { return dead_[static_cast<std::size_t>(edge)]; }
+  bool dead(int edge) const { return dead_[edge]; }
   int otherEnd(int edge, int node) const;
   int degree(int node) const;
   void descend(int root, std::vector<int>& order, std::vector<int>& low, int& next);

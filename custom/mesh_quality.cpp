@@ -12,9 +12,7 @@ std::vector<Spot> spots(const std::vector<PointI>& at) {
 }
 
 double areaOf(const MeshCell& cell, const std::vector<Spot>& nodes) {
-  const auto corner = [&](int k) {
-    return nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k % cell.corners)])];
-  };
+  const auto corner = [&](int k) { return nodes[cell.node[static_cast<std::size_t>(k % cell.corners)]]; };
   double twice = 0;
   for (int k = 0; k < cell.corners; ++k) twice += cross(corner(k), corner(k + 1));
   return twice / 2;
@@ -26,16 +24,16 @@ std::vector<std::vector<int>> cellsAtLines(const CellMesh& mesh, const std::vect
   std::vector<std::vector<int>> all(static_cast<std::size_t>(lines));
   const double strip = (box.top - box.bottom) / lines;
   for (int i = 0; i < static_cast<int>(mesh.cells.size()); ++i) {
-    const MeshCell& cell = mesh.cells[static_cast<std::size_t>(i)];
+    const MeshCell& cell = mesh.cells[i];
     double low = 1e30, high = -1e30;
     for (int k = 0; k < cell.corners; ++k) {
-      const double y = nodes[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])].y;
+      const double y = nodes[cell.node[static_cast<std::size_t>(k)]].y;
       low = std::min(low, y);
       high = std::max(high, y);
     }
     const int first = std::max(0, static_cast<int>((low - box.bottom) / strip));
     const int last = std::min(lines - 1, static_cast<int>((high - box.bottom) / strip));
-    for (int line = first; line <= last; ++line) all[static_cast<std::size_t>(line)].push_back(i);
+    for (int line = first; line <= last; ++line) all[line].push_back(i);
   }
   return all;
 }
@@ -50,8 +48,8 @@ void measureAreas(MeshQuality& quality, const CellMesh& mesh, const std::vector<
     const double y = box.bottom + (line + 0.5) * (box.top - box.bottom) / kLines;
     const std::vector<double> places = outline.crossingsAt(y);
     inside += CellSpan{-1e30, 1e30}.inside(places);
-    for (const int cell : cells[static_cast<std::size_t>(line)]) {
-      const CellSpan span = spanAt(mesh.cells[static_cast<std::size_t>(cell)], nodes, y);
+    for (const int cell : cells[line]) {
+      const CellSpan span = spanAt(mesh.cells[cell], nodes, y);
       covered += span.to - span.from;
       filled += span.inside(places);
     }
@@ -84,8 +82,7 @@ std::vector<bool> nodesFarOutside(const CellMesh& mesh, const std::vector<PointI
   const std::vector<Spot> nodes = spots(at);
   std::vector<bool> used(nodes.size(), false), far = used;
   for (const MeshCell& cell : mesh.cells)
-    for (int k = 0; k < cell.corners; ++k)
-      used[static_cast<std::size_t>(cell.node[static_cast<std::size_t>(k)])] = true;
+    for (int k = 0; k < cell.corners; ++k) used[cell.node[static_cast<std::size_t>(k)]] = true;
   for (std::size_t node = 0; node < nodes.size(); ++node)
     far[node] = used[node] && !outline.contains(nodes[node]) &&
                 outline.sidesNear(nodes[node], kMostOutside * cellSide).empty();

@@ -74,7 +74,7 @@ std::optional<Spot> Outline::nearest(Spot p, std::span<const int> among) const {
   std::optional<Spot> best;
   double least = std::numeric_limits<double>::max();
   for (const int i : among) {
-    const OutlineSide& side = sides_[static_cast<std::size_t>(i)];
+    const OutlineSide& side = sides_[i];
     const Spot spot = nearestOn(p, side.a, side.b), away = spot - p;
     if (dot(away, away) >= least) continue;
     least = dot(away, away);

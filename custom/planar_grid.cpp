@@ -30,8 +30,8 @@ Status makeGridFromShape(KnotGraph& graph, const CustomShape& shape, const GridV
   if (const Status held = checkNodes(plane->nodes); !held) return held;
   startLines(graph);
   for (const NodePair& edge : plane->edges) {
-    const PointI a = plane->nodes[static_cast<std::size_t>(edge[0])];
-    const PointI b = plane->nodes[static_cast<std::size_t>(edge[1])];
+    const PointI a = plane->nodes[edge[0]];
+    const PointI b = plane->nodes[edge[1]];
     MakeKE(graph, kOrdinary, static_cast<float>(a.x), static_cast<float>(a.y), static_cast<float>(b.x),
            static_cast<float>(b.y));
   }
@@ -55,7 +55,7 @@ Result<CustomShape> makeShapeFromGrid(const KnotGraph& graph, const GridView& vi
     return entry->second;
   };
   for (int j = 0; j <= graph.LastLine && fits; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     if (line.Kind == kNoLine) continue;
     const int a = pointAt(line.X1, line.Y1), b = pointAt(line.X2, line.Y2);
     if (a != b && made.insert(std::minmax(a, b)).second) fits &= shape.addLine(a, b) != 0;

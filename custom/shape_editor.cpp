@@ -85,13 +85,11 @@ SheetSymmetry ShapeEditor::symmetry() const {
   return {chosenSymmetry_, {shape_.surfaceWidth / 2.0, shape_.surfaceHeight / 2.0}};
 }
 
-Spot ShapeEditor::place(int point) const {
-  return {shape_.ShapeX[static_cast<std::size_t>(point)], shape_.ShapeY[static_cast<std::size_t>(point)]};
-}
+Spot ShapeEditor::place(int point) const { return {shape_.ShapeX[point], shape_.ShapeY[point]}; }
 
 void ShapeEditor::put(int point, Spot at) {
-  shape_.ShapeX[static_cast<std::size_t>(point)] = static_cast<float>(at.x);
-  shape_.ShapeY[static_cast<std::size_t>(point)] = static_cast<float>(at.y);
+  shape_.ShapeX[point] = static_cast<float>(at.x);
+  shape_.ShapeY[point] = static_cast<float>(at.y);
 }
 
 ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y) {
@@ -241,17 +239,13 @@ void ShapeEditor::RedrawCustom(Surface& surface) const {
   const GridView view(0.8F, surface.width());
   if (alignmentGrid_) drawAlignmentGrid(surface);
   drawAxes(surface);
-  const auto at = [&](int point) {
-    return pixel(surface, shape_.ShapeX[static_cast<std::size_t>(point)],
-                 shape_.ShapeY[static_cast<std::size_t>(point)]);
-  };
+  const auto at = [&](int point) { return pixel(surface, shape_.ShapeX[point], shape_.ShapeY[point]); };
   const auto atSpot = [&](Spot spot) {
     return pixel(surface, static_cast<float>(spot.x), static_cast<float>(spot.y));
   };
   const ShapeLines drawn(shape_);
   for (const auto& [first, second] : drawn.lines)
-    surface.segment(atSpot(drawn.spots[static_cast<std::size_t>(first)]),
-                    atSpot(drawn.spots[static_cast<std::size_t>(second)]),
+    surface.segment(atSpot(drawn.spots[first]), atSpot(drawn.spots[second]),
                     {view.penWidth(2), kLineColour, false});
   for (int point = 1; point <= shape_.ShapePointCount; ++point)
     if (shape_.pointIsLive(point)) surface.dot(at(point), view.penWidth(7), kPointColour);

@@ -29,7 +29,7 @@ SheetSymmetry::SheetSymmetry(const Symmetry& chosen, Spot centre) : centre_(cent
   if (!chosen.leftRight && !chosen.topBottom) return;
   const double x = chosen.leftRight ? -1 : 1;
   for (int k = 0; k < turns; ++k) {
-    const Isometry turn = maps_[static_cast<std::size_t>(k)];
+    const Isometry turn = maps_[k];
     maps_.push_back({x * turn.xx, -x * turn.xy, x * turn.yx, -x * turn.yy, centre});
   }
 }

@@ -15,18 +15,15 @@ class Tangents {
     for (int line = 1; line <= shape.ShapeLineCount; ++line)
       if (shape.lineIsLive(line))
         for (const int end : {0, 1})
-          neighbours_[static_cast<std::size_t>(shape.lineEnd(end, line))].push_back(
-              shape.lineEnd(1 - end, line));
+          neighbours_[shape.lineEnd(end, line)].push_back(shape.lineEnd(1 - end, line));
   }
 
-  Spot place(int point) const {
-    return {shape_.ShapeX[static_cast<std::size_t>(point)], shape_.ShapeY[static_cast<std::size_t>(point)]};
-  }
+  Spot place(int point) const { return {shape_.ShapeX[point], shape_.ShapeY[point]}; }
 
   /// On the way to `next`. As on the circle through three points: each side counts by the other's length.
   std::optional<Spot> at(int point, int next) const {
     if (isCorner(point)) return std::nullopt;
-    const std::vector<int>& around = neighbours_[static_cast<std::size_t>(point)];
+    const std::vector<int>& around = neighbours_[point];
     const int before = around[around[0] == next ? 1 : 0];
     const Spot in = place(point) - place(before), out = place(next) - place(point);
     const Spot sum = (length(out) / length(in)) * in + (length(in) / length(out)) * out;
@@ -36,7 +33,7 @@ class Tangents {
  private:
   /// By how much the two lines at a point turn, degrees; nothing where there are not two.
   std::optional<double> turnAt(int point) const {
-    const std::vector<int>& around = neighbours_[static_cast<std::size_t>(point)];
+    const std::vector<int>& around = neighbours_[point];
     if (around.size() != 2) return std::nullopt;
     const Spot in = place(point) - place(around[0]), out = place(around[1]) - place(point);
     if (length(in) <= 0 || length(out) <= 0) return std::nullopt;
@@ -51,7 +48,7 @@ class Tangents {
 
   bool standsOut(int point, double turn) const {
     bool compared = false;
-    for (const int beside : neighbours_[static_cast<std::size_t>(point)])
+    for (const int beside : neighbours_[point])
       if (const std::optional<double> other = turnAt(beside)) {
         if (kTipStandsOut * *other > turn) return false;
         compared = true;

@@ -131,7 +131,7 @@ bool Images::complete() const {
 int Images::leader(int item) const {
   int least = item;
   for (const std::vector<int>& image : images_)
-    if (const int there = image[static_cast<std::size_t>(item)]; there >= 0) least = std::min(least, there);
+    if (const int there = image[item]; there >= 0) least = std::min(least, there);
   return least;
 }
 
@@ -139,7 +139,7 @@ void Images::spread(std::vector<bool>& flags) const {
   const std::vector<bool> set = flags;
   for (const std::vector<int>& image : images_)
     for (std::size_t i = 0; i < set.size(); ++i)
-      if (set[i] && image[i] >= 0) flags[static_cast<std::size_t>(image[i])] = true;
+      if (set[i] && image[i] >= 0) flags[image[i]] = true;
 }
 
 }  // namespace lorivan

@@ -47,7 +47,7 @@ class Images {
   Images(std::span<const Spot> spots, const Symmetries& group, double grain);
 
   /// The spot that `item` is laid onto; -1 when none lies there.
-  int of(std::size_t symmetry, int item) const { return images_[symmetry][static_cast<std::size_t>(item)]; }
+  int of(std::size_t symmetry, int item) const { return images_[symmetry][item]; }
   /// Whether every spot has all its images.
   bool complete() const;
   /// The lowest of an item's images, itself included.

@@ -29,7 +29,7 @@ KnotLines linesOf(const KnotGraph& graph) {
   KnotLines lines;
   lines.reserve(static_cast<std::size_t>(graph.LastLine + 1));
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& l = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& l = graph.Lines[j];
     lines.push_back({l.X1, l.Y1, l.X2, l.Y2, l.MidX, l.MidY, l.Kind, l.Passes, l.Angle});
   }
   return lines;
@@ -47,8 +47,7 @@ Status takeLines(KnotGraph& graph, const Document& document) {
   graph.wrap = wrapOf(document);
   if (document.lines) {
     if (document.lines->size() > kMostLines) return refused(std::string(kTooManyLines));
-    for (const KnotLine& line : *document.lines)
-      graph.Lines[static_cast<std::size_t>(graph.NextLine++)] = gridLine(line);
+    for (const KnotLine& line : *document.lines) graph.Lines[graph.NextLine++] = gridLine(line);
   }
   if (const Status made = finishLines(graph); !made) return made;
   return collectPoints(graph);

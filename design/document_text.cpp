@@ -168,7 +168,7 @@ Status DocumentReader::readColour(std::string_view box, std::string_view text) {
   const auto colour = parseInteger(text, 0, 0xFFFFFF);
   if (!number) return {};
   if (!colour) return badValue("txtCol" + std::string(box), text, tr("a colour"));
-  made_.document.fields.boxes[static_cast<std::size_t>(*number)] = static_cast<Colour>(*colour);
+  made_.document.fields.boxes[*number] = static_cast<Colour>(*colour);
   return {};
 }
 

@@ -73,7 +73,7 @@ void setKind(KnotLine& line, std::int16_t kind) {
   if (line.X1 != line.X2 || line.Y1 != line.Y2) line.Kind = kind;
 }
 
-/// A grid of the shape of one's own, which it then is no longer ahead of.
+/// A grid of the custom shape, which it then is no longer ahead of.
 Result<Document> withShapeGrid(const Document& document, const KnotGraph& graph, const Status& made) {
   if (!made) return made.error();
   Document next = withGraph(document, graph);
@@ -93,7 +93,7 @@ void keepKinds(KnotGraph& graph, const Document& document) {
            (near(line.X1, line.Y1, old.X2, old.Y2) && near(line.X2, line.Y2, old.X1, old.Y1));
   };
   for (int j = 0; j <= graph.LastLine; ++j) {
-    GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    GridLine& line = graph.Lines[j];
     const auto old = std::ranges::find_if(
         *document.lines, [&](const KnotLine& l) { return l.Kind != kNoLine && same(line, l); });
     if (old != document.lines->end()) line.Kind = old->Kind;
@@ -153,13 +153,13 @@ Document withFitPicture(const Document& document, bool on) {
 
 Document withFittedStyle(const Document& document, int style) {
   const Document next = withStyle(document, style);
-  const bool classic = presetTable()[static_cast<std::size_t>(style)].firstColours;
+  const bool classic = presetTable()[style].firstColours;
   return classic ? next : fitBands(next, sharesOfStyle(style));
 }
 
 Document withColour(const Document& document, int box, Colour colour) {
   Document next = document;
-  next.fields.boxes[static_cast<std::size_t>(box)] = colour;
+  next.fields.boxes[box] = colour;
   return next;
 }
 
@@ -190,7 +190,7 @@ Result<Document> randomKnot(const Document& document, const Rnd& random) {
 
 Document stepLine(const Document& document, int line, int step, const Symmetry& symmetry) {
   if (!document.lines || line < 0 || line >= static_cast<int>(document.lines->size())) return document;
-  const int kind = (*document.lines)[static_cast<std::size_t>(line)].Kind;
+  const int kind = (*document.lines)[line].Kind;
   return withKind(document, {line}, static_cast<std::int16_t>((kind + step) & 3), symmetry);
 }
 
@@ -201,7 +201,7 @@ Document withKind(const Document& document, const std::vector<int>& lines, std::
   const LineOrbits orbits(*graph, symmetry);
   KnotLines changed = *document.lines;
   for (const int line : lines)
-    for (const int image : orbits.of(line)) setKind(changed[static_cast<std::size_t>(image)], kind);
+    for (const int image : orbits.of(line)) setKind(changed[image], kind);
   Document next = document;
   next.lines = Shared(std::move(changed));
   return next;
@@ -218,7 +218,7 @@ Result<Document> withStrands(const Document& document, std::optional<int> strand
   if (plan->lines.empty()) return document;
   KnotLines changed = *document.lines;
   for (const int line : plan->lines) {
-    std::int16_t& kind = changed[static_cast<std::size_t>(line)].Kind;
+    std::int16_t& kind = changed[line].Kind;
     kind = kind == kWall ? kOrdinary : kWall;
   }
   Document next = document;

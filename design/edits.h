@@ -21,7 +21,7 @@ bool makesGrid(Param p);
 Document withField(const Document& document, Param p, const std::string& text);
 
 /// The same, and the grid is built anew where the field makes grids. Walls stay with their cells, see
-/// withKindsOf(). A shape of one's own keeps its lines.
+/// withKindsOf(). A custom shape keeps its lines.
 Result<Document> changeField(const Document& document, Param p, const std::string& text);
 
 /// "Width 9": the name of such a step, for the document that it led to.
@@ -49,7 +49,7 @@ Document withFitPicture(const Document& document, bool on);
 Result<Document> chooseShape(const Document& document, Shape shape);
 
 /// Builds the grid of the fields, which then show what it was really built with. The scale starts from what
-/// the user asked for. With `random`, line kinds are varied by draws from it. A shape of one's own keeps its
+/// the user asked for. With `random`, line kinds are varied by draws from it. A custom shape keeps its
 /// lines.
 Result<Document> newGrid(const Document& document, const Rnd* random = nullptr);
 
@@ -68,13 +68,13 @@ Document withKind(const Document& document, const std::vector<int>& lines, std::
 /// planStrands.
 Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry);
 
-/// The document with another shape of one's own, which is ahead of the grid from now on.
+/// The document with another custom shape, which is ahead of the grid from now on.
 Document withOutline(const Document& document, CustomShape shape);
 
-/// An empty shape of one's own is chosen.
+/// An empty custom shape is chosen.
 Document blankShape(const Document& document);
 
-/// The points and lines of the grid become the shape of one's own, which is chosen.
+/// The points and lines of the grid become the custom shape, which is chosen.
 Result<Document> outlineFromGrid(const Document& document);
 
 /// The shape's lines become the grid. Those that are where the old grid has a line keep its kind.

@@ -102,7 +102,7 @@ std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& s
   const std::size_t next = after(all, i), p = all[i].partner, q = all[next].partner;
   const auto way = [&](std::size_t from, std::size_t to) {
     std::vector<Vec> points;
-    appendWay(loops[static_cast<std::size_t>(all[from].loop)], all[from].place, all[to].place, points);
+    appendWay(loops[all[from].loop], all[from].place, all[to].place, points);
     return points;
   };
   std::vector<Vec> ring = way(i, next);
@@ -134,9 +134,7 @@ std::optional<double> drawnRoom(const Knot& knot) {
   const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
   const Seam seam = seamOf(knot.curve, view);
   const std::vector<Passing> all = passingsOf(loops, seam);
-  const auto at = [&](std::size_t i) {
-    return loops[static_cast<std::size_t>(all[i].loop)].spot(all[i].place).at;
-  };
+  const auto at = [&](std::size_t i) { return loops[all[i].loop].spot(all[i].place).at; };
   double least = HUGE_VAL;
   for (std::size_t i = 0; i < all.size(); ++i) {
     Vec way = at(after(all, i)) - at(i);
@@ -191,7 +189,7 @@ Document fitAgain(const Document& document) {
 }
 
 BandShares sharesOfStyle(int style) {
-  const Preset& preset = presetTable()[static_cast<std::size_t>(style)];
+  const Preset& preset = presetTable()[style];
   const float width = static_cast<float>(preset.width);
   return {kUsualBand * width / kUsualWidth, static_cast<float>(preset.edge) / (2 * width)};
 }

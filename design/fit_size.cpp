@@ -197,7 +197,7 @@ Result<FittedSize> fitFrame(const Document& document, double width, double heigh
 Result<FittedSize> fitRing(const Document& document, double inner, double height) {
   Document start = withRoom(document);
   if (start.fields.number(Param::RingPerc) <= 0) start = withNumber(start, Param::RingPerc, 100);
-  // A whole ring has no borders where its shape can do without; an outline of one's own has no fields.
+  // A whole ring has no borders where its shape can do without; a custom outline has no fields.
   if (start.fields.number(Param::RingPerc) >= 100 && canWrap(start.fields.shape))
     start.fields.check(Check::Wrap) = true;
   const double share = static_cast<double>(start.fields.number(Param::RingPerc)) / 100;

@@ -28,7 +28,7 @@ struct PlainGrid {
     return static_cast<bool>(built);
   }
   int lines() const { return graph.LastLine + 1; }
-  const GridLine& line(int j) const { return graph.Lines[static_cast<std::size_t>(j)]; }
+  const GridLine& line(int j) const { return graph.Lines[j]; }
   /// Shapes that are laid round the middle have their cells' places from there.
   Spot origin() const {
     const Shape shape = frame.fields.shape;
@@ -40,7 +40,7 @@ struct PlainGrid {
 bool sameEnds(const KnotLines& lines, const PlainGrid& grid) {
   if (static_cast<int>(lines.size()) != grid.lines()) return false;
   for (int j = 0; j < grid.lines(); ++j) {
-    const KnotLine& a = lines[static_cast<std::size_t>(j)];
+    const KnotLine& a = lines[j];
     const GridLine& b = grid.line(j);
     if (a.X1 != b.X1 || a.Y1 != b.Y1 || a.X2 != b.X2 || a.Y2 != b.Y2) return false;
   }
@@ -97,10 +97,9 @@ Document withKindsOf(const Document& before, Document after) {
     return after;
   KnotLines lines = *after.lines;
   for (int j = 0; j < from->lines(); ++j) {
-    const std::int16_t kind = (*before.lines)[static_cast<std::size_t>(j)].Kind;
+    const std::int16_t kind = (*before.lines)[j].Kind;
     if (kind == from->line(j).Kind) continue;
-    if (const auto place = sameOrder ? j : placeOf(*from, j, *to))
-      lines[static_cast<std::size_t>(*place)].Kind = kind;
+    if (const auto place = sameOrder ? j : placeOf(*from, j, *to)) lines[*place].Kind = kind;
   }
   after.lines = Shared(std::move(lines));
   return after;

@@ -8,7 +8,7 @@ namespace {
 Result<TraceEnd> walkStrands(Knot& knot, const TraceSettings& settings, const TraceWatcher& watcher) {
   KnotGraph& graph = knot.graph;
   graph.KnotError = false;
-  for (int j = 0; j <= graph.LastLine; ++j) graph.Lines[static_cast<std::size_t>(j)].Passes = 0;
+  for (int j = 0; j <= graph.LastLine; ++j) graph.Lines[j].Passes = 0;
   if (const Status ordered = CalcGrid(graph); !ordered) return ordered.error();
   knot.stretch = settings.stretch;
   return traceStrands(graph, settings, knot.strands, watcher);

@@ -42,7 +42,7 @@ constexpr auto kCharacters = std::to_array<std::string_view>({
 std::string_view strokesOf(char character) {
   const int place = static_cast<unsigned char>(character) - kFirstCharacter;
   if (place < 0 || place >= static_cast<int>(kCharacters.size())) return kUnknown;
-  const std::string_view strokes = kCharacters[static_cast<std::size_t>(place)];
+  const std::string_view strokes = kCharacters[place];
   return strokes.empty() ? kUnknown : strokes;
 }
 
@@ -80,7 +80,7 @@ class Stroke {
  private:
   PointF at(int i) const {
     const int count = static_cast<int>(points_.size());
-    return points_[static_cast<std::size_t>(closed_ ? (i + count) % count : std::clamp(i, 0, count - 1))];
+    return points_[closed_ ? (i + count) % count : std::clamp(i, 0, count - 1)];
   }
   /// The control point before or behind a point: a sixth of the way between its neighbours.
   PointF beside(int i, int side) const {

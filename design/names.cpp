@@ -9,9 +9,7 @@ std::string shapeName(Shape shape) {
   return translated(kShapeContext, shapeTable()[static_cast<std::size_t>(shape)].name);
 }
 
-std::string styleName(int style) {
-  return translated(kStyleContext, presetTable()[static_cast<std::size_t>(style)].name);
-}
+std::string styleName(int style) { return translated(kStyleContext, presetTable()[style].name); }
 
 std::string fieldName(Param p) { return translated(parameterSpec(p).caption); }
 

@@ -1,4 +1,4 @@
-// Outlines from files of other programs, as shapes of one's own.
+// Outlines from files of other programs, as custom shapes.
 #pragma once
 
 #include <string>

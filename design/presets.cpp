@@ -47,12 +47,12 @@ std::optional<int> findPreset(std::string_view nameOrNumber) {
   const auto number = parseInteger(nameOrNumber, 0, count - 1);
   const std::string wanted = lowerCase(nameOrNumber);
   for (int i = 0; i < count; ++i)
-    if (number == i || lowerCase(kPresets[static_cast<std::size_t>(i)].name) == wanted) return i;
+    if (number == i || lowerCase(kPresets[i].name) == wanted) return i;
   return std::nullopt;
 }
 
 void applyPreset(KnotFields& fields, int index) {
-  const Preset& preset = kPresets[static_cast<std::size_t>(index)];
+  const Preset& preset = kPresets[index];
   set(fields, Param::Width, preset.width);
   set(fields, Param::Edge, preset.edge);
   set(fields, Param::Swish, preset.swish);

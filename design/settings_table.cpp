@@ -88,8 +88,7 @@ Table makeTable() {
   const ColourBoxes first = firstColourBoxes();
   for (int box = 0; box < kColourBoxes; ++box) {
     const std::string& key = table.texts.emplace_back(std::to_string(box) + "txtCol");
-    const std::string& colour =
-        table.texts.emplace_back(std::to_string(first[static_cast<std::size_t>(box)]));
+    const std::string& colour = table.texts.emplace_back(std::to_string(first[box]));
     table.rows.push_back({key, colour, ColourBoxNumber{box}});
   }
   for (const SettingOwner& owner : kOrder) {

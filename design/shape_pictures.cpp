@@ -104,7 +104,7 @@ std::vector<ItemPicture> shapePictures(Platform& platform) {
       const StrandColours colours = strandColours(document->fields.boxes);
       if (!drawOnSheet(**surface, whole, 0, {platform, *document, *knot, colours})) continue;
     }
-    pictures[static_cast<std::size_t>(i)] = coverOf(**surface);
+    pictures[i] = coverOf(**surface);
   }
   return pictures;
 }

@@ -106,7 +106,7 @@ Result<std::vector<Param>> variedFields(const std::string& text) {
     std::erase(word, ',');
     int found = -1;
     for (int i = kParamCount - 1; i >= 0; --i) {
-      const ParamSpec& spec = parameterTable()[static_cast<std::size_t>(i)];
+      const ParamSpec& spec = parameterTable()[i];
       const auto isWord = [&](std::string_view name) { return lowerCase(name) == lowerCase(word); };
       if ((isWord(spec.caption) || isWord(fieldName(static_cast<Param>(i))) || isWord(spec.shortName) ||
            isWord(spec.field)) &&

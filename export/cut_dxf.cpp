@@ -229,13 +229,13 @@ std::array<int, 3> paletteColour(int index) {
                                                         {192, 192, 192}}};
   constexpr std::array<int, 6> greys = {51, 80, 105, 130, 190, 255};
   constexpr std::array<int, 5> shades = {255, 189, 129, 104, 79};
-  if (index <= 9) return named[static_cast<std::size_t>(index - 1)];
+  if (index <= 9) return named[index - 1];
   if (index >= 250) {
-    const int grey = greys[static_cast<std::size_t>(index - 250)];
+    const int grey = greys[index - 250];
     return {grey, grey, grey};
   }
   const double hue = (index / 10 - 1) / 4.0;  // in sixths of the circle
-  const int shade = shades[static_cast<std::size_t>(index % 10 / 2)];
+  const int shade = shades[index % 10 / 2];
   const double pale = index % 2 == 0 ? 0 : 2.0 / 3;
   std::array<int, 3> colour{};
   for (std::size_t part = 0; part < 3; ++part) {

@@ -136,8 +136,7 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
   for (const int ring : repaired)
     for (int side = 0; side < model.sides; ++side)
       points_[static_cast<std::size_t>(strand.firstRing + ring) * sides_ + static_cast<std::size_t>(side)] =
-          meshPoint(onRing(model, strand.firstRing + ring, frames[static_cast<std::size_t>(ring)], side),
-                    scale);
+          meshPoint(onRing(model, strand.firstRing + ring, frames[ring], side), scale);
   strands_.push_back({strand.slot, strand.factors, rings_.size(), frames.size()});
   for (std::size_t i = 0; i < frames.size(); ++i) {
     const RingFrame& next = frames[i + 1 < frames.size() ? i + 1 : 0];

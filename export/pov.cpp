@@ -64,8 +64,7 @@ void writeColours(const ExportScene& scene, TextOut& out) {
     const int number = scene.colourNumber(strand.slot);
     const auto part = [&](std::size_t i) { return toInt32(strand.factors[i] * 255.0F); };
     const Colour colour = makeColour(part(0), part(1), part(2));
-    if (colour == firstColour(number) || std::exchange(written[static_cast<std::size_t>(number)], true))
-      continue;
+    if (colour == firstColour(number) || std::exchange(written[number], true)) continue;
     out.line("#declare colour" + std::to_string(number) + " = texture { pigment { " + srgb(colour) +
              " } finish { ambient 0.12 diffuse 0.8 phong 0.35 phong_size 40 } }");
   }
@@ -88,7 +87,7 @@ void writeStrand(const ExportScene& scene, const TubeStrand& strand, double scal
   const std::string radius = std::string(",").append(MyFormat(scene.model.radius)).append(",1}\r\n");
   bool begun = false;
   for (int piece = 0; piece < strand.ringCount && out.ok(); ++piece) {
-    const Vec3* centres = &scene.model.centres[static_cast<std::size_t>(strand.firstRing)];
+    const Vec3* centres = &scene.model.centres[strand.firstRing];
     const MeshPoint from = meshPoint(centres[piece], scale);
     const MeshPoint to = meshPoint(centres[piece + 1 < strand.ringCount ? piece + 1 : 0], scale);
     if (from == to) continue;

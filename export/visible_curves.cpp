@@ -40,11 +40,11 @@ double cardinal(double p0, double p1, double p2, double p3, double t) {
 Strand makeStrand(const KnotCurve& curve, int slot) {
   Strand strand;
   strand.slot = slot;
-  const int first = curve.first[static_cast<std::size_t>(slot)];
-  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  const int first = curve.first[slot];
+  const int count = curve.last[slot] - first + 1;
   const auto at = [&](const std::vector<float>& values, int i) {
     const int sample = first + (i + count) % count;
-    return static_cast<double>(values[static_cast<std::size_t>(sample)]);
+    return static_cast<double>(values[sample]);
   };
   for (int i = 0; i < count; ++i)
     for (int piece = 0; piece < kPieces; ++piece) {

@@ -17,7 +17,7 @@ class PointIndex {
  public:
   explicit PointIndex(const KnotGraph& graph) : graph_(graph), slots_(kSlots, -1) {
     for (int i = 0; i <= graph.LastPoint; ++i) {
-      const GridPoint& p = graph.Points[static_cast<std::size_t>(i)];
+      const GridPoint& p = graph.Points[i];
       std::int16_t& slot = slots_[slotOf(p.X, p.Y)];
       if (slot < 0) slot = static_cast<std::int16_t>(i);
     }
@@ -37,7 +37,7 @@ class PointIndex {
     for (;; slot = (slot + 1) % kSlots) {
       const int held = slots_[slot];
       if (held < 0) return slot;
-      const GridPoint& p = graph_.Points[static_cast<std::size_t>(held)];
+      const GridPoint& p = graph_.Points[held];
       if (p.X == x && p.Y == y) return slot;
     }
   }
@@ -61,17 +61,15 @@ bool linkLines(KnotGraph& graph, const PointIndex& index) {
   bool roomForAll = true;
   const int unmatched = graph.LastPoint + 1;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     if (line.Kind == kNoLine) continue;
     const int first = index.find(graph.wrap.within(line.X1), line.Y1);
     const int second = index.find(graph.wrap.within(line.X2), line.Y2);
     const int turns = graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
     if (first >= 0)
-      roomForAll &= addNeighbour(graph.Points[static_cast<std::size_t>(first)],
-                                 second < 0 ? unmatched : second, j, turns);
+      roomForAll &= addNeighbour(graph.Points[first], second < 0 ? unmatched : second, j, turns);
     if (second >= 0)
-      roomForAll &= addNeighbour(graph.Points[static_cast<std::size_t>(second)],
-                                 first < 0 ? unmatched : first, j, -turns);
+      roomForAll &= addNeighbour(graph.Points[second], first < 0 ? unmatched : first, j, -turns);
   }
   return roomForAll;
 }
@@ -83,12 +81,12 @@ void sortNeighbours(const KnotGraph& graph, GridPoint& point) {
   std::array<float, kMostNeighbours> angle{};
   const int count = point.NbCount;
   for (int k = 0; k < count; ++k) {
-    const int neighbour = point.Nb[static_cast<std::size_t>(k)];
+    const int neighbour = point.Nb[k];
     if (neighbour > graph.LastPoint) continue;  // matches no point: no direction
-    const GridPoint& other = graph.Points[static_cast<std::size_t>(neighbour)];
-    const int turned = point.NbTurn[static_cast<std::size_t>(k)] * graph.wrap.period;
+    const GridPoint& other = graph.Points[neighbour];
+    const int turned = point.NbTurn[k] * graph.wrap.period;
     FindAngle(static_cast<float>(other.X + turned - point.X), static_cast<float>(other.Y - point.Y),
-              angle[static_cast<std::size_t>(k)]);
+              angle[k]);
   }
   for (int pass = 0; pass < count; ++pass)
     for (std::size_t m = 0; m + 1 < static_cast<std::size_t>(count); ++m) {
@@ -136,7 +134,7 @@ void MakeKE(KnotGraph& graph, std::int16_t Kind, float X1, float Y1, float X2, f
     graph.TooManyLines = true;
     return;
   }
-  GridLine& line = graph.Lines[static_cast<std::size_t>(graph.NextLine++)];
+  GridLine& line = graph.Lines[graph.NextLine++];
   line.X1 = toInt16(X1);
   line.Y1 = toInt16(Y1);
   line.X2 = toInt16(X2);
@@ -158,11 +156,11 @@ Status collectPoints(KnotGraph& graph) {
   if (2 * (graph.LastLine + 1) > kMostPoints) return refused(kTooManyLines);
   int count = 0;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
-    GridPoint& first = graph.Points[static_cast<std::size_t>(count++)];
+    GridLine& line = graph.Lines[j];
+    GridPoint& first = graph.Points[count++];
     first.X = graph.wrap.within(line.X1);
     first.Y = line.Y1;
-    GridPoint& second = graph.Points[static_cast<std::size_t>(count++)];
+    GridPoint& second = graph.Points[count++];
     second.X = graph.wrap.within(line.X2);
     second.Y = line.Y2;
     if (line.Kind != kNoLine) line.Passes = 0;
@@ -172,16 +170,16 @@ Status collectPoints(KnotGraph& graph) {
 }
 
 Status CalcGrid(KnotGraph& graph) {
-  for (int i = 0; i <= graph.LastPoint; ++i) graph.Points[static_cast<std::size_t>(i)].NbCount = 0;
+  for (int i = 0; i <= graph.LastPoint; ++i) graph.Points[i].NbCount = 0;
   const PointIndex index(graph);
   const bool roomForAll = linkLines(graph, index);
   for (int i = 0; i <= graph.LastPoint; ++i) {
-    GridPoint& point = graph.Points[static_cast<std::size_t>(i)];
+    GridPoint& point = graph.Points[i];
     const int first = index.find(point.X, point.Y);
     if (first == i)
       sortNeighbours(graph, point);
     else  // a duplicate has the neighbours of the first point at its place
-      point = graph.Points[static_cast<std::size_t>(first)];
+      point = graph.Points[first];
   }
   if (roomForAll) return {};
   graph.KnotError = true;
@@ -189,7 +187,7 @@ Status CalcGrid(KnotGraph& graph) {
 }
 
 bool isFirstEnd(const KnotGraph& graph, const GridPoint& point, std::size_t neighbour) {
-  const GridLine& line = graph.Lines[static_cast<std::size_t>(point.NbLine[neighbour])];
+  const GridLine& line = graph.Lines[point.NbLine[neighbour]];
   return graph.wrap.within(line.X1) == point.X && line.Y1 == point.Y &&
          point.NbTurn[neighbour] == graph.wrap.turn(line.X2) - graph.wrap.turn(line.X1);
 }
@@ -199,7 +197,7 @@ int FindLine(const KnotGraph& graph, float X, float Y) {
   const double reach = graph.CellSize / 6.0;
   const auto limit = static_cast<float>(reach * reach);
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     const double dx = graph.wrap.nearest(line.MidX - static_cast<double>(X));
     const double dy = line.MidY - static_cast<double>(Y);
     if (dx * dx + dy * dy < limit) return j;

@@ -67,9 +67,9 @@ void drawGridLines(const KnotGraph& graph, Surface& surface, const GridView& vie
                    const GridDrawOptions& options) {
   const GridColours colours(options);
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     if (line.Kind == kNoLine) continue;
-    const Colour colour = colours.lines[static_cast<std::size_t>(std::clamp<int>(line.Kind, 0, 3))];
+    const Colour colour = colours.lines[std::clamp<int>(line.Kind, 0, 3)];
     for (const int moved : shownCopies(graph, line)) {
       drawGridLine(line, moved, graph.wrap, surface, view, colour);
       if (options.showCrossings) drawCrossingMark(line, graph.CellSize, moved, surface, view, colours);

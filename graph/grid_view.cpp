@@ -10,7 +10,7 @@ constexpr double kLeastZoom = 0.02;  // of a single point
 GridBox lineBox(const KnotGraph& graph) {
   GridBox box;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     box.add(line.X1, line.Y1);
     box.add(line.X2, line.Y2);
   }

@@ -27,7 +27,7 @@ class MiddleIndex {
  public:
   explicit MiddleIndex(const KnotGraph& graph) : graph_(graph) {
     for (int j = 0; j <= graph.LastLine; ++j) {
-      const Spot spot = middleOf(graph.Lines[static_cast<std::size_t>(j)]);
+      const Spot spot = middleOf(graph.Lines[j]);
       const int period = graph.wrap.period, turned = graph.wrap.turn(spot.x) * period;
       for (int copy = graph.wrap ? -1 : 0; copy <= (graph.wrap ? 1 : 0); ++copy)
         cells_[cellOf(spot.x - turned + copy * period, spot.y)].push_back(j);
@@ -51,9 +51,9 @@ class MiddleIndex {
         const auto cell = cells_.find(cellOf(spot.x + dx * kCell, spot.y + dy * kCell));
         if (cell == cells_.end()) continue;
         for (const int j : cell->second) {
-          const Spot there = middleOf(graph_.Lines[static_cast<std::size_t>(j)]);
+          const Spot there = middleOf(graph_.Lines[j]);
           const double distance = std::hypot(graph_.wrap.nearest(there.x - spot.x), there.y - spot.y);
-          if (distance >= least || !endsMeet(line, graph_.Lines[static_cast<std::size_t>(j)], map)) continue;
+          if (distance >= least || !endsMeet(line, graph_.Lines[j], map)) continue;
           least = distance;
           best = j;
         }
@@ -90,11 +90,11 @@ class LineSets {
     std::iota(parent_.begin(), parent_.end(), 0);
   }
   int find(int line) {
-    int& parent = parent_[static_cast<std::size_t>(line)];
+    int& parent = parent_[line];
     if (parent != line) parent = find(parent);
     return parent;
   }
-  void join(int a, int b) { parent_[static_cast<std::size_t>(find(std::max(a, b)))] = find(std::min(a, b)); }
+  void join(int a, int b) { parent_[find(std::max(a, b))] = find(std::min(a, b)); }
 
  private:
   std::vector<int> parent_;
@@ -116,7 +116,7 @@ template <class Map>
 bool joinImages(const KnotGraph& graph, const MiddleIndex& index, LineSets& sets, Map map) {
   bool complete = true;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const int image = index.imageOf(graph.Lines[static_cast<std::size_t>(j)], map);
+    const int image = index.imageOf(graph.Lines[j], map);
     complete &= image >= 0;
     if (image >= 0) sets.join(j, image);
   }
@@ -142,12 +142,12 @@ bool turnsRound(const KnotGraph& graph, const MiddleIndex& index, int turns) {
   const auto turn = turnAbout(index.centre(), turns, graph.wrap);
   std::vector<int> images;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    images.push_back(index.imageOf(graph.Lines[static_cast<std::size_t>(j)], turn));
+    images.push_back(index.imageOf(graph.Lines[j], turn));
     if (images.back() < 0) return false;
   }
   for (int j = 0; j <= graph.LastLine; ++j) {
     int at = j;
-    for (int k = 0; k < turns; ++k) at = images[static_cast<std::size_t>(at)];
+    for (int k = 0; k < turns; ++k) at = images[at];
     if (at != j) return false;
   }
   return true;
@@ -161,13 +161,13 @@ LineOrbits::LineOrbits(const KnotGraph& graph, const Symmetry& symmetry)
   if (!symmetry.isNone()) complete_ = joinSymmetric(graph, MiddleIndex(graph), sets, symmetry);
   for (int j = 0; j <= graph.LastLine; ++j) {
     const int root = sets.find(j);
-    int& number = number_[static_cast<std::size_t>(root)];
+    int& number = number_[root];
     if (number < 0) {
       number = static_cast<int>(orbits_.size());
       orbits_.emplace_back();
     }
-    number_[static_cast<std::size_t>(j)] = number;
-    orbits_[static_cast<std::size_t>(number)].push_back(j);
+    number_[j] = number;
+    orbits_[number].push_back(j);
   }
 }
 

@@ -25,9 +25,9 @@ class LineOrbits {
  public:
   LineOrbits(const KnotGraph& graph, const Symmetry& symmetry);
 
-  const std::vector<int>& of(int line) const { return orbits_[static_cast<std::size_t>(indexOf(line))]; }
+  const std::vector<int>& of(int line) const { return orbits_[indexOf(line)]; }
   /// Of the line's orbit in `all`.
-  int indexOf(int line) const { return number_[static_cast<std::size_t>(line)]; }
+  int indexOf(int line) const { return number_[line]; }
   /// Every orbit once.
   const std::vector<std::vector<int>>& all() const { return orbits_; }
   /// Whether every line has an image: the graph, its kinds aside, is as symmetrical.

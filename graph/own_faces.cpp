@@ -11,7 +11,7 @@ namespace {
 bool isOwnImage(const std::vector<int>& face, const LineOrbits& orbits, std::size_t largest) {
   return std::ranges::all_of(face, [&](int orbit) {
     return std::ranges::upper_bound(face, orbit) - std::ranges::lower_bound(face, orbit) > 1 ||
-           orbits.all()[static_cast<std::size_t>(orbit)].size() < largest;
+           orbits.all()[orbit].size() < largest;
   });
 }
 
@@ -22,9 +22,8 @@ std::vector<std::vector<int>> ownFaces(const StrandRuns& runs, const LineOrbits&
   const StrandRuns::Tour tour = runs.tour(Walls(static_cast<std::size_t>(runs.lineCount()), true));
   std::vector<std::vector<int>> faces(tour.lengths.size());
   for (int line = 0; line < runs.lineCount(); ++line)
-    for (const StrandRuns::Passage& passage : tour.passages[static_cast<std::size_t>(line)])
-      if (passage.strand >= 0)
-        faces[static_cast<std::size_t>(passage.strand)].push_back(orbits.indexOf(line));
+    for (const StrandRuns::Passage& passage : tour.passages[line])
+      if (passage.strand >= 0) faces[passage.strand].push_back(orbits.indexOf(line));
   std::size_t largest = 1;
   for (const std::vector<int>& orbit : orbits.all()) largest = std::max(largest, orbit.size());
   std::erase_if(faces, [&](std::vector<int>& face) {

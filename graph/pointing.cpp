@@ -14,7 +14,7 @@ constexpr double kAsideCost = 0.9;
 constexpr double kWidestTurn = 5;
 
 GridPlace midpoint(const KnotGraph& graph, int line) {
-  const GridLine& l = graph.Lines[static_cast<std::size_t>(line)];
+  const GridLine& l = graph.Lines[line];
   return {static_cast<double>(l.MidX), static_cast<double>(l.MidY)};
 }
 
@@ -53,7 +53,7 @@ std::vector<int> linesPassed(const KnotGraph& graph, GridPlace from, GridPlace t
   const double reach = graph.CellSize / 6.0;
   const GridPlace way = between(from, to);
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     if (line.Kind == kNoLine) continue;
     const GridPlace near = besideStroke(graph, j, from);
     if (distanceTo(midpoint(graph, j), near, way) < reach || crossesMiddle(line, near, way))

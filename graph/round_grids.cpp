@@ -22,11 +22,10 @@ class Sectors {
  public:
   explicit Sectors(int count) {
     const float step = kTwoPiF / static_cast<float>(count);
-    for (int s = 0; s <= count; ++s)
-      rim_[static_cast<std::size_t>(s)] = onCircle(1, s * static_cast<double>(step));
+    for (int s = 0; s <= count; ++s) rim_[s] = onCircle(1, s * static_cast<double>(step));
   }
   PlanePoint at(double radius, int sector) const {
-    const PlanePoint rim = rim_[static_cast<std::size_t>(sector)];
+    const PlanePoint rim = rim_[sector];
     return {radius * rim.x, radius * rim.y};
   }
 
@@ -47,9 +46,9 @@ CellKinds drawRingCells(const GridBuild& build) {
   for (int r = 1; r <= f.YNo - 3; ++r)
     for (int s = 0; s < sectors; ++s) {
       if (!(build.draw() < 0.04)) continue;
-      auto& ring = cells[static_cast<std::size_t>(r)];
-      ring[static_cast<std::size_t>(s)] = kWall;
-      ring[static_cast<std::size_t>((f.XNo + s) % sectors)] = kWall;
+      auto& ring = cells[r];
+      ring[s] = kWall;
+      ring[(f.XNo + s) % sectors] = kWall;
     }
   return cells;
 }
@@ -70,7 +69,7 @@ class SpiralPath {
     spots_.reserve(static_cast<std::size_t>(last) + 1);
     for (int i = 0; i <= last; ++i) spots_.push_back(onCircle(radius(i), angle(i)));
   }
-  PlanePoint at(int i) const { return spots_[static_cast<std::size_t>(i)]; }
+  PlanePoint at(int i) const { return spots_[i]; }
   PlanePoint oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
 
  private:
@@ -85,9 +84,9 @@ class SpiralPath {
 /// Whether the last line made runs between the same ends as an earlier one. No strand could tell the two
 /// apart.
 bool repeatsALine(const KnotGraph& graph) {
-  const GridLine& last = graph.Lines[static_cast<std::size_t>(graph.NextLine - 1)];
+  const GridLine& last = graph.Lines[graph.NextLine - 1];
   for (int j = 0; j + 1 < graph.NextLine; ++j) {
-    const GridLine& l = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& l = graph.Lines[j];
     const bool same = l.X1 == last.X1 && l.Y1 == last.Y1 && l.X2 == last.X2 && l.Y2 == last.Y2;
     const bool turned = l.X1 == last.X2 && l.Y1 == last.Y2 && l.X2 == last.X1 && l.Y2 == last.Y1;
     if (same || turned) return true;
@@ -102,9 +101,7 @@ void buildCircular(GridBuild& build) {
   const CellKinds cells = drawRingCells(build);
   const int sectors = 2 * f.XNo;
   const Sectors rim(sectors);
-  const auto special = [&](int r, int s) {
-    return cells[static_cast<std::size_t>(r)][static_cast<std::size_t>(s)] != kOrdinary;
-  };
+  const auto special = [&](int r, int s) { return cells[r][s] != kOrdinary; };
   for (int r = 0; r < f.YNo; ++r) {
     const double radius = build.cell * (r + 1);
     for (int s = 0; s < sectors; ++s) {

@@ -21,14 +21,13 @@ struct SquareLayer {
   double y(int row) const { return (row - 1) * build.cell + build.grid.GridOriginY; }
   /// Kind of the line above cell (column, row).
   std::int16_t levelKind(int column, int row) const {
-    const auto& kinds = cells[static_cast<std::size_t>(column)];
-    return kindBetween(kinds[static_cast<std::size_t>(row - 1)], kinds[static_cast<std::size_t>(row)]);
+    const auto& kinds = cells[column];
+    return kindBetween(kinds[row - 1], kinds[row]);
   }
   /// Kind of the line left of cell (column, row).
   std::int16_t uprightKind(int column, int row) const {
     const auto at = static_cast<std::size_t>(row);
-    return kindBetween(cells[static_cast<std::size_t>(column - 1)][at],
-                       cells[static_cast<std::size_t>(column)][at]);
+    return kindBetween(cells[column - 1][at], cells[column][at]);
   }
   void level(int kind, int column, int row) const {
     build.line(kind, x(column), y(row), x(column) + build.cell, y(row));
@@ -73,9 +72,7 @@ CellKinds drawSquareCells(const GridBuild& build) {
     for (int y = 0; y <= 21; ++y) {
       const bool across = build.wraps() ? 0 < x && x <= f.XNo : 1 < x && x < f.XNo;
       const bool interior = across && 1 < y && y < f.YNo;
-      if (build.draw() < 0.15 && interior)
-        cells[static_cast<std::size_t>(x)][static_cast<std::size_t>(y)] =
-            build.draw() >= 0.5 ? kWall : kNoLine;
+      if (build.draw() < 0.15 && interior) cells[x][y] = build.draw() >= 0.5 ? kWall : kNoLine;
     }
   return cells;
 }
@@ -85,7 +82,7 @@ void buildSquare(GridBuild& build) {
   const bool diagonal = f.shape == Shape::SquareTriangle;
   SquareLayer layer{build, drawSquareCells(build)};
   // Round a cylinder the last column lies before the first one.
-  if (build.wraps()) layer.cells[0] = layer.cells[static_cast<std::size_t>(f.XNo)];
+  if (build.wraps()) layer.cells[0] = layer.cells[f.XNo];
   for (int x = 1; x <= f.XNo; ++x)
     for (int y = 1; y <= f.YNo + 1; ++y) {
       const bool inner = y != 1 && y != f.YNo + 1;
@@ -120,9 +117,7 @@ void buildOctagonal(GridBuild& build) {
   const GridFields& f = build.grid.fields;
   const CellKinds cells = drawSquareCells(build);
   const double c = build.cell, d = c * 0.70710677, pitch = octagonPitch(c);
-  const auto kindOf = [&](int x, int y) {
-    return cells[static_cast<std::size_t>(x)][static_cast<std::size_t>(y)];
-  };
+  const auto kindOf = [&](int x, int y) { return cells[x][y]; };
   for (int x = 1; x <= f.XNo; ++x)
     for (int y = 1; y <= f.YNo; ++y) {
       // Shared corners are computed alike from both octagons, so that they round alike.

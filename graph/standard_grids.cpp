@@ -27,7 +27,7 @@ constexpr std::array<ShapeSpec, kShapeCount> kShapes = {{
     {"Star", "", true, "rings with pointed tips; at least 3 columns and 2 rows"},
     {"Spiral", "SO", true, "a spiral whose turns are joined; at least 2 columns and 2 rows"},
     {"Regular Hexagonal", "", false, "even hexagons in a honeycomb", kWraps},
-    {"(Custom)", "", false, "a shape of one's own"},
+    {"(Custom)", "", false, "a custom shape"},
 }};
 
 using Builder = void (*)(GridBuild&);
@@ -138,7 +138,7 @@ void placeOrigin(GridBuild& build) {
 /// at both its ends meet there.
 void dropPointLikeLines(KnotGraph& graph) {
   for (int j = 0; j < graph.NextLine; ++j) {
-    GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    GridLine& line = graph.Lines[j];
     if (line.X1 == line.X2 && line.Y1 == line.Y2) line.Kind = kNoLine;
   }
 }

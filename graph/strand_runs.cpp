@@ -26,7 +26,7 @@ StrandRuns::StrandRuns(const KnotGraph& graph) {
   for (std::size_t j = 0; j < lines; ++j) walls_[j] = graph.Lines[j].Kind == kWall;
 
   for (int i = 0; i <= graph.LastPoint; ++i) {
-    const GridPoint& point = graph.Points[static_cast<std::size_t>(i)];
+    const GridPoint& point = graph.Points[i];
     for (int k = 0; k < point.NbCount; ++k) {
       const auto slot = static_cast<std::size_t>(k),
                  after = static_cast<std::size_t>((k + 1) % point.NbCount);
@@ -110,8 +110,7 @@ ChangedRuns::ChangedRuns(const StrandRuns& runs, const Walls& walls)
     : tour_(runs.tour(walls)), walls_(walls.begin(), walls.end()), whole_(runs.count(walls)) {
   for (std::size_t s = 0; s < tour_.lengths.size(); ++s)
     if (tour_.crossings[s] > 0) byLength_.push_back(static_cast<int>(s));
-  std::ranges::sort(byLength_, std::ranges::greater(),
-                    [&](int s) { return tour_.lengths[static_cast<std::size_t>(s)]; });
+  std::ranges::sort(byLength_, std::ranges::greater(), [&](int s) { return tour_.lengths[s]; });
   cutAtEnd_.resize(walls.size());
   isCut_.resize(tour_.lengths.size());
 }
@@ -121,7 +120,7 @@ void ChangedRuns::cutAt(const std::vector<int>& lines) {
   order_.clear();
   for (const int line : lines)
     for (std::size_t which = 0; which < 2; ++which) {
-      const StrandRuns::Passage& passage = tour_.passages[static_cast<std::size_t>(line)][which];
+      const StrandRuns::Passage& passage = tour_.passages[line][which];
       order_.push_back(static_cast<std::uint64_t>(passage.strand) << 48 |
                        static_cast<std::uint64_t>(passage.place) << 24 |
                        static_cast<std::uint64_t>(line) << 1 | which);
@@ -148,8 +147,8 @@ void ChangedRuns::measurePieces(StrandRuns::Counts& counts) {
     const bool last = i + 1 == cuts_.size() || cuts_[i + 1].passage->strand != cut.passage->strand;
     const StrandRuns::Passage& end = *cuts_[last ? first : i + 1].passage;
     cut.next = static_cast<std::int32_t>(last ? first : i + 1);
-    cuts_[static_cast<std::size_t>(cut.next)].before = static_cast<std::int32_t>(i);
-    const int own = walls_[static_cast<std::size_t>(cut.line)] != 0 ? 0 : 1;
+    cuts_[cut.next].before = static_cast<std::int32_t>(i);
+    const int own = walls_[cut.line] != 0 ? 0 : 1;
     cut.length = end.place - cut.passage->place - 1 + (last ? tour_.lengths[strand] : 0);
     cut.crossings = end.crossings - cut.passage->crossings - own + (last ? tour_.crossings[strand] : 0);
     if (!last) continue;
@@ -167,9 +166,9 @@ void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
     auto piece = static_cast<std::int32_t>(start);
     bool forwards = true;
     do {
-      Cut& walked = cuts_[static_cast<std::size_t>(piece)];
+      Cut& walked = cuts_[piece];
       walked.walked = true;
-      const Cut& at = forwards ? cuts_[static_cast<std::size_t>(walked.next)] : walked;
+      const Cut& at = forwards ? cuts_[walked.next] : walked;
       const auto line = static_cast<std::size_t>(at.line);
       const bool wall = walls_[line] == 0;
       length += walked.length + 1;
@@ -177,7 +176,7 @@ void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
       const std::size_t end = forwards ? at.passage->entry : across(at.passage->entry, !wall);
       const std::int32_t cut = cutAtEnd_[line][across(end, wall)];
       forwards = cut >= 0;
-      piece = forwards ? cut : cuts_[static_cast<std::size_t>(~cut)].before;
+      piece = forwards ? cut : cuts_[~cut].before;
     } while (piece != static_cast<std::int32_t>(start) || !forwards);
     ++(crossings > 0 ? counts.strands : counts.wallLoops);
     if (crossings > 0) counts.longest = std::max(counts.longest, length);
@@ -186,7 +185,7 @@ void ChangedRuns::joinPieces(StrandRuns::Counts& counts) {
 
 int ChangedRuns::longestOfOthers() const {
   for (const int s : byLength_)
-    if (isCut_[static_cast<std::size_t>(s)] == 0) return tour_.lengths[static_cast<std::size_t>(s)];
+    if (isCut_[s] == 0) return tour_.lengths[s];
   return 0;
 }
 
@@ -196,7 +195,7 @@ StrandRuns::Counts ChangedRuns::count(const std::vector<int>& lines) {
   measurePieces(counts);
   counts.longest = longestOfOthers();
   joinPieces(counts);
-  for (const Cut& cut : cuts_) isCut_[static_cast<std::size_t>(cut.passage->strand)] = 0;
+  for (const Cut& cut : cuts_) isCut_[cut.passage->strand] = 0;
   return counts;
 }
 

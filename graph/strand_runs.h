@@ -25,7 +25,7 @@ class StrandRuns {
 
   int lineCount() const { return static_cast<int>(part_.size()); }
   /// Whether strands meet the line. They do not meet lines of kind 0, nor those that an equal line hides.
-  bool isPart(int line) const { return part_[static_cast<std::size_t>(line)]; }
+  bool isPart(int line) const { return part_[line]; }
   const Walls& walls() const { return walls_; }
 
   struct Counts {

@@ -87,9 +87,8 @@ class Search {
 void Search::findMoves(const KnotGraph& graph) {
   std::vector<bool> changes;  // by orbit
   for (const std::vector<int>& orbit : orbits_.all()) {
-    changes.push_back(std::ranges::all_of(orbit, [&](int j) {
-      return runs_.isPart(j) && graph.Lines[static_cast<std::size_t>(j)].Kind != kReversed;
-    }));
+    changes.push_back(std::ranges::all_of(
+        orbit, [&](int j) { return runs_.isPart(j) && graph.Lines[j].Kind != kReversed; }));
     if (changes.back())
       for (const bool toWalls : {true, false}) moves_.push_back({&orbit, toWalls});
   }
@@ -97,12 +96,12 @@ void Search::findMoves(const KnotGraph& graph) {
   if (goal_.symmetry.isNone()) return;
   faces_ = ownFaces(runs_, orbits_);
   std::erase_if(faces_, [&](const std::vector<int>& face) {
-    return !std::ranges::all_of(face, [&](int orbit) { return changes[static_cast<std::size_t>(orbit)]; });
+    return !std::ranges::all_of(face, [&](int orbit) { return changes[orbit]; });
   });
   rounds_.resize(faces_.size());
   for (std::size_t i = 0; i < faces_.size(); ++i) {
     for (const int orbit : faces_[i]) {
-      const std::vector<int>& lines = orbits_.all()[static_cast<std::size_t>(orbit)];
+      const std::vector<int>& lines = orbits_.all()[orbit];
       rounds_[i].insert(rounds_[i].end(), lines.begin(), lines.end());
     }
     for (const bool toWalls : {true, false}) moves_.push_back({&rounds_[i], toWalls});
@@ -160,7 +159,7 @@ StrandScore Search::tryMove(Stage& stage, const Move& move) {
 /// The move that was tried last.
 void Search::make(Stage& from) {
   Walls walls = from.walls;
-  for (const int j : lines_) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+  for (const int j : lines_) walls[j] = !walls[j];
   from = stage(walls);
 }
 
@@ -171,12 +170,10 @@ void Search::joinStrands() {
   std::vector<int> strand(tour.lengths.size());
   for (std::size_t i = 0; i < strand.size(); ++i) strand[i] = static_cast<int>(i);
   const auto find = [&](int s) {
-    while (strand[static_cast<std::size_t>(s)] != s) s = strand[static_cast<std::size_t>(s)];
+    while (strand[s] != s) s = strand[s];
     return s;
   };
-  const auto isDrawn = [&](const StrandRuns::Passage& passage) {
-    return tour.crossings[static_cast<std::size_t>(passage.strand)] > 0;
-  };
+  const auto isDrawn = [&](const StrandRuns::Passage& passage) { return tour.crossings[passage.strand] > 0; };
   Walls walls = start_;
   int left = first_.strands - wanted_;
   for (const Move& move : moves_) {
@@ -186,7 +183,7 @@ void Search::joinStrands() {
     if (!isDrawn(two[0]) || !isDrawn(two[1])) continue;
     const int a = find(two[0].strand), b = find(two[1].strand);
     if (a == b) continue;
-    strand[static_cast<std::size_t>(std::max(a, b))] = std::min(a, b);
+    strand[std::max(a, b)] = std::min(a, b);
     walls[line] = move.toWalls;
     --left;
   }
@@ -241,7 +238,7 @@ Walls Search::randomWalls(const Rnd& random, double share) const {
   Walls walls = start_;
   for (std::size_t i = 0; i < orbitMoves_; i += 2) {
     const bool wall = random() < share;
-    for (const int j : *moves_[i].orbit) walls[static_cast<std::size_t>(j)] = wall;
+    for (const int j : *moves_[i].orbit) walls[j] = wall;
   }
   return walls;
 }
@@ -254,8 +251,8 @@ void Search::scatter(const Rnd& random, std::int64_t effort) {
     for (std::size_t i = 0; i < orbitMoves_; i += 2) {
       if (random() >= share) continue;
       const std::vector<int>& orbit = *moves_[i].orbit;
-      const bool wall = !start_[static_cast<std::size_t>(orbit.front())];
-      for (const int j : orbit) walls[static_cast<std::size_t>(j)] = wall;
+      const bool wall = !start_[orbit.front()];
+      for (const int j : orbit) walls[j] = wall;
     }
     effort_ -= runs_.lineCount() / 8 + 40;
     keep(walls, scoreOf(runs_.count(walls), static_cast<int>(changedLines(walls).size())));
@@ -268,8 +265,7 @@ std::vector<WayBundle> Search::walledFaces(const std::vector<ChangeWay>& ways) c
   for (const std::vector<int>& face : faces_) {
     WayBundle bundle;
     for (std::size_t way = 0; way < ways.size(); ++way)
-      if (!start_[static_cast<std::size_t>(ways[way].lines.front())] &&
-          std::ranges::binary_search(face, ways[way].orbit))
+      if (!start_[ways[way].lines.front()] && std::ranges::binary_search(face, ways[way].orbit))
         bundle.push_back(way);
     if (bundle.size() > 1) bundles.push_back(std::move(bundle));
   }
@@ -283,7 +279,7 @@ void Search::findFewest() {
     const Move& move = moves_[i];
     ChangeWay way{{}, static_cast<int>(move.orbit - orbits_.all().data())};
     for (const int j : *move.orbit)
-      if (start_[static_cast<std::size_t>(j)] != move.toWalls) way.lines.push_back(j);
+      if (start_[j] != move.toWalls) way.lines.push_back(j);
     if (!way.lines.empty()) ways.push_back(std::move(way));
   }
   const auto judge = [this](const StrandRuns::Counts& counts, int changed) {
@@ -295,7 +291,7 @@ void Search::findFewest() {
                        best_);
   fewest.run(effort_, std::abs(first_.strands - wanted_));  // one line joins or splits at most once
   Walls walls = start_;
-  for (const int j : fewest.lines()) walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+  for (const int j : fewest.lines()) walls[j] = !walls[j];
   keep(walls, fewest.score());
 }
 

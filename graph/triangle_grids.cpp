@@ -88,8 +88,7 @@ CellKinds drawHexagonCells(const GridBuild& build) {
   for (int u = 0; u <= 21; ++u)
     for (int i = 0; i <= 21; ++i) {
       const bool inside = 0 < u && u < f.XNo - 2 && 0 < i && i < f.YNo - 2;
-      if (build.draw() < 0.25 && inside)
-        cells[static_cast<std::size_t>(u)][static_cast<std::size_t>(i)] = kWall;
+      if (build.draw() < 0.25 && inside) cells[u][i] = kWall;
     }
   return cells;
 }
@@ -99,9 +98,7 @@ struct Honeycomb {
   CellKinds cells;
   double a, b;  // height of a tip, height of an upright side
 
-  int kind(int row, int column) const {
-    return cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
-  }
+  int kind(int row, int column) const { return cells[row][column]; }
   void hexagon(int u, int i, double x0, double y0) const;
   void tips(int u, int i, double x0, double y0, int own) const;
   void ringHexagon(int u, int i, double y0) const;

@@ -31,7 +31,7 @@ Face faceOf(int number) {
 const std::array<Face, kCellFaces>& faces() {
   static const std::array<Face, kCellFaces> all = [] {
     std::array<Face, kCellFaces> made{};
-    for (int f = 0; f < kCellFaces; ++f) made[static_cast<std::size_t>(f)] = faceOf(f);
+    for (int f = 0; f < kCellFaces; ++f) made[f] = faceOf(f);
     return made;
   }();
   return all;
@@ -43,10 +43,8 @@ struct Links {
   std::array<int, kCellEdges> count{};
 
   void join(int one, int two) {
-    next[static_cast<std::size_t>(one)][static_cast<std::size_t>(count[static_cast<std::size_t>(one)]++)] =
-        two;
-    next[static_cast<std::size_t>(two)][static_cast<std::size_t>(count[static_cast<std::size_t>(two)]++)] =
-        one;
+    next[one][count[static_cast<std::size_t>(one)]++] = two;
+    next[two][count[static_cast<std::size_t>(two)]++] = one;
   }
 };
 
@@ -76,14 +74,12 @@ CellLoops loopsOf(std::uint8_t inside, std::uint8_t joined) {
   CellLoops loops;
   loops.loop.fill(kNoLoop);
   for (int start = 0; start < kCellEdges; ++start) {
-    if (links.count[static_cast<std::size_t>(start)] == 0 ||
-        loops.loop[static_cast<std::size_t>(start)] != kNoLoop)
-      continue;
+    if (links.count[start] == 0 || loops.loop[start] != kNoLoop) continue;
     for (int edge = start, before = -1;;) {
-      loops.loop[static_cast<std::size_t>(edge)] = loops.count;
-      const auto& [one, two] = links.next[static_cast<std::size_t>(edge)];
+      loops.loop[edge] = loops.count;
+      const auto& [one, two] = links.next[edge];
       const int next = one == before ? two : one;
-      if (next == start || loops.loop[static_cast<std::size_t>(next)] != kNoLoop) break;
+      if (next == start || loops.loop[next] != kNoLoop) break;
       before = edge;
       edge = next;
     }
@@ -102,11 +98,11 @@ const CellLoops& plainLoops(std::uint8_t inside) {
 }
 
 bool passesTwice(const CellLoops& loops, int face) {
-  const auto& edges = faces()[static_cast<std::size_t>(face)].edge;
-  const std::uint8_t loop = loops.loop[static_cast<std::size_t>(edges[0])];
+  const auto& edges = faces()[face].edge;
+  const std::uint8_t loop = loops.loop[edges[0]];
   if (loop == kNoLoop) return false;
   for (const int edge : edges)
-    if (loops.loop[static_cast<std::size_t>(edge)] != loop) return false;
+    if (loops.loop[edge] != loop) return false;
   return true;
 }
 

@@ -44,7 +44,7 @@ std::vector<RingCrossing> ringCrossings(const StrandStore& strands, const TubeSe
   std::vector<RingCrossing> crossings;
   int firstRing = 0;
   for (int slot = 1; slot < kStrandSlots; ++slot) {
-    const int count = std::clamp(strands.ThreadCount[static_cast<std::size_t>(slot)], 0, kStrandPoints - 1);
+    const int count = std::clamp(strands.ThreadCount[slot], 0, kStrandPoints - 1);
     for (int i = 0; i < count; ++i) {
       const StrandPoint at = strands.point(slot, i);
       if (at.z == 0) continue;

@@ -15,14 +15,14 @@ struct Rows {
   std::span<float> keys;
   std::span<std::int32_t> index;
 
-  float key(int i) const { return keys[static_cast<std::size_t>(i)]; }
+  float key(int i) const { return keys[i]; }
   void copy(int to, int from) const {
-    keys[static_cast<std::size_t>(to)] = keys[static_cast<std::size_t>(from)];
-    index[static_cast<std::size_t>(to)] = index[static_cast<std::size_t>(from)];
+    keys[to] = keys[from];
+    index[to] = index[from];
   }
   void swap(int a, int b) const {
-    std::swap(keys[static_cast<std::size_t>(a)], keys[static_cast<std::size_t>(b)]);
-    std::swap(index[static_cast<std::size_t>(a)], index[static_cast<std::size_t>(b)]);
+    std::swap(keys[a], keys[b]);
+    std::swap(index[a], index[b]);
   }
 };
 
@@ -48,7 +48,7 @@ void heapSort(const Rows& rows, int lo, int hi) {
 /// Keys equal to the pivot go to its right.
 int partition(const Rows& rows, int lo, int hi, int pivot) {
   const float value = rows.key(pivot);
-  const std::int32_t number = rows.index[static_cast<std::size_t>(pivot)];
+  const std::int32_t number = rows.index[pivot];
   rows.copy(pivot, lo);
   int hole = lo;
   while (true) {
@@ -61,8 +61,8 @@ int partition(const Rows& rows, int lo, int hi, int pivot) {
     if (lo >= hi) break;
     rows.copy(hi, lo);
   }
-  rows.keys[static_cast<std::size_t>(hole)] = value;
-  rows.index[static_cast<std::size_t>(hole)] = number;
+  rows.keys[hole] = value;
+  rows.index[hole] = number;
   return hole;
 }
 
@@ -141,11 +141,11 @@ void KeySorter::radixSort(std::span<float> keys, std::span<std::int32_t> index) 
   for (std::size_t i = 0; i < count; ++i) {
     pairs_[i] = static_cast<std::uint64_t>(orderedBits(keys[i])) << 32 | i;
     for (int place = 0; place < kDigits; ++place) {
-      ++starts[static_cast<std::size_t>(place)][digit(pairs_[i], place)];
+      ++starts[place][digit(pairs_[i], place)];
     }
   }
   for (int place = 0; place < kDigits; ++place) {
-    auto& start = starts[static_cast<std::size_t>(place)];
+    auto& start = starts[place];
     if (start[digit(pairs_[0], place)] == count) continue;
     std::exclusive_scan(start.begin(), start.end(), start.begin(), 0U);
     for (const std::uint64_t pair : pairs_) spare_[start[digit(pair, place)]++] = pair;

@@ -11,17 +11,15 @@ namespace lorivan {
 /// Rows and columns count from 1. Row 4 holds the translation, column 4 the perspective term.
 struct Matrix4 {
   std::array<float, 16> cells{};
-  float& operator()(int row, int column) { return cells[static_cast<std::size_t>(row * 4 + column - 5)]; }
-  float operator()(int row, int column) const {
-    return cells[static_cast<std::size_t>(row * 4 + column - 5)];
-  }
+  float& operator()(int row, int column) { return cells[row * 4 + column - 5]; }
+  float operator()(int row, int column) const { return cells[row * 4 + column - 5]; }
 };
 
 /// x, y, z, w under the numbers 1 to 4. Operations expect w = 1 of what they are given.
 struct Point4 {
   std::array<float, 4> parts{0, 0, 0, 1};
-  float& operator()(int k) { return parts[static_cast<std::size_t>(k - 1)]; }
-  float operator()(int k) const { return parts[static_cast<std::size_t>(k - 1)]; }
+  float& operator()(int k) { return parts[k - 1]; }
+  float operator()(int k) const { return parts[k - 1]; }
 };
 
 /// A place or a direction given to the view set-up.

@@ -26,7 +26,7 @@ constexpr int kSmall = 64;  // samples, height and width of what the fast path t
 constexpr std::array<std::int32_t, kSmall> kShares = [] {
   std::array<std::int32_t, kSmall> shares{};
   for (int height = 1; height < kSmall; ++height) {
-    shares[static_cast<std::size_t>(height)] = (1 << kFraction) / height;
+    shares[height] = (1 << kFraction) / height;
   }
   return shares;
 }();
@@ -36,8 +36,7 @@ Edge edgeBetween(PointI a, PointI b) {
   const int height = b.y - a.y;
   const std::int64_t run = static_cast<std::int64_t>(b.x) - a.x;
   const std::int64_t one = std::int64_t{1} << kFraction;
-  const std::int64_t step =
-      height < kSmall ? run * kShares[static_cast<std::size_t>(height)] : run * one / height;
+  const std::int64_t step = height < kSmall ? run * kShares[height] : run * one / height;
   return {a.y, b.y, (static_cast<std::int64_t>(a.x) << kFraction) + (step >> 1), step};
 }
 
@@ -124,7 +123,7 @@ void Painter::fillSmallConvex(const GridQuad& quad, int left, int top, int botto
     tops[k] = std::min(a.y, b.y);
     bottoms[k] = std::max(a.y, b.y);
     const std::int32_t from = upward ? b.x : a.x, to = upward ? a.x : b.x;
-    steps[k] = (to - from) * kShares[static_cast<std::size_t>(bottoms[k] - tops[k])];
+    steps[k] = (to - from) * kShares[bottoms[k] - tops[k]];
     xs[k] = ((from - left) * (1 << kFraction)) + (steps[k] >> 1);
   }
   std::uint32_t* row =

@@ -59,8 +59,8 @@ void Renderer::sortByDepth(const TubeModel& model) {
   keys_.resize(static_cast<std::size_t>(model.QuadCount));
   order_.resize(keys_.size());
   forEachQuad(model, [this](int quad, const QuadCorners& c, int) {
-    const auto depth = [&](std::size_t k) { return depths_[static_cast<std::size_t>(c[k])]; };
-    keys_[static_cast<std::size_t>(quad)] = std::min({depth(0), depth(1), depth(2), depth(3)});
+    const auto depth = [&](std::size_t k) { return depths_[c[k]]; };
+    keys_[quad] = std::min({depth(0), depth(1), depth(2), depth(3)});
   });
   sorter_.sort(keys_, order_);
 }
@@ -70,7 +70,7 @@ void Renderer::sortByDepth(const TubeModel& model) {
 bool Renderer::facing(const QuadCorners& c) const {
   std::array<PointI, 4> at;
   for (std::size_t k = 0; k < 4; ++k) {
-    at[k] = grid_[static_cast<std::size_t>(c[k])];
+    at[k] = grid_[c[k]];
     if (at[k].x == kUnseen) return false;
   }
   return turnsOf(at).left;
@@ -87,7 +87,7 @@ void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, co
     marks_[quad] = lit.reached ? kReached : std::uint8_t{0};
     if (!facing(corners)) return;
     marks_[quad] |= lit.waiting ? kFacing | kWaiting : kFacing;
-    argb_[quad] = litColour(lit.intensity, factorsIn(look, model.strands[static_cast<std::size_t>(strand)]));
+    argb_[quad] = litColour(lit.intensity, factorsIn(look, model.strands[strand]));
   });
   int reached = -1;
   for (const std::int32_t number : order_) {
@@ -103,13 +103,12 @@ void Renderer::paint(PixelBlock target, const PictureLook& look) {
   const auto count = static_cast<int>(order_.size());
   const auto quadAt = [&](int rank) {
     GridQuad shown;
-    const std::int32_t quad = order_[static_cast<std::size_t>(rank)];
-    if ((marks_[static_cast<std::size_t>(quad)] & kFacing) == 0) return shown;
+    const std::int32_t quad = order_[rank];
+    if ((marks_[quad] & kFacing) == 0) return shown;
     const QuadCorners c = quads_.corners(quad);
-    for (std::size_t k = 0; k < 4; ++k) shown.corners[k] = grid_[static_cast<std::size_t>(c[k])];
+    for (std::size_t k = 0; k < 4; ++k) shown.corners[k] = grid_[c[k]];
     const double share = (rank + 1.0) / count;
-    shown.argb =
-        look.heightMap ? litColour(share * 255 * share, {1, 1, 1}) : argb_[static_cast<std::size_t>(quad)];
+    shown.argb = look.heightMap ? litColour(share * 255 * share, {1, 1, 1}) : argb_[quad];
     return shown;
   };
   painter_.paint(target, look.background, look.transparent, least_, most_, count, quadAt);

@@ -18,7 +18,7 @@ Triple between(const Vec3& from, const Vec3& to) {
 
 /// From sides 0 and 1, which lie a step of `sine` and `cosine` apart.
 RingFrame frameOf(const TubeModel& model, int ring, double sine, double cosine) {
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const Vec3& centre = model.centres[ring];
   const Triple b = between(centre, model.vertex(ring, 0)), next = between(centre, model.vertex(ring, 1));
   const double share = 1 / sine;
   const Triple a = {(next.x - b.x * cosine) * share, (next.y - b.y * cosine) * share,
@@ -29,8 +29,7 @@ RingFrame frameOf(const TubeModel& model, int ring, double sine, double cosine) 
 /// The frame that a ring without radius takes over from the one before it. The sweep leaves a ring without
 /// radius where the tube runs along z; across that direction every a will do.
 RingFrame takenOver(const TubeModel& model, int ring, int next, const RingFrame& before) {
-  const Triple along =
-      between(model.centres[static_cast<std::size_t>(ring)], model.centres[static_cast<std::size_t>(next)]);
+  const Triple along = between(model.centres[ring], model.centres[next]);
   const double size = std::sqrt(dotOf(along, along));
   if (size == 0) return before;  // two samples at one place
   const Triple a = before.a, t = {along.x * (1 / size), along.y * (1 / size), along.z * (1 / size)};
@@ -47,8 +46,7 @@ void repairStrand(TubeModel& model, const TubeStrand& strand) {
   for (const int ring : repaired)
     for (int side = 0; side < model.sides; ++side) {
       const int at = strand.firstRing + ring;
-      model.vertices[static_cast<std::size_t>(at * model.sides + side)] =
-          onRing(model, at, frames[static_cast<std::size_t>(ring)], side);
+      model.vertices[at * model.sides + side] = onRing(model, at, frames[ring], side);
     }
 }
 
@@ -66,7 +64,7 @@ std::vector<RingFrame> ringFrames(const TubeModel& model, const TubeStrand& stra
                                   [radius](const RingFrame& frame) { return hasRadius(frame, radius); });
   RingFrame before = whole != frames.rend() ? *whole : RingFrame{{radius, 0, 0}, {0, radius, 0}};
   for (int i = 0; i < strand.ringCount; ++i) {
-    RingFrame& frame = frames[static_cast<std::size_t>(i)];
+    RingFrame& frame = frames[i];
     if (!hasRadius(frame, radius)) {
       const int next = i + 1 < strand.ringCount ? i + 1 : 0;
       frame = takenOver(model, strand.firstRing + i, strand.firstRing + next, before);
@@ -79,7 +77,7 @@ std::vector<RingFrame> ringFrames(const TubeModel& model, const TubeStrand& stra
 
 Vec3 onRing(const TubeModel& model, int ring, const RingFrame& frame, int side) {
   const double turn = kTwoPi * side / model.sides, s = std::sin(turn), c = std::cos(turn);
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const Vec3& centre = model.centres[ring];
   const auto sum = [=](float middle, double a, double b) {
     return static_cast<float>(static_cast<double>(middle) + a * s + b * c);
   };
@@ -109,7 +107,7 @@ void joinRings(TubeModel& model) {
     RingFrame here = frame(0);
     for (int i = 0; i < strand.ringCount; ++i) {
       const RingFrame next = frame(i + 1 < strand.ringCount ? i + 1 : 0);
-      model.joins[static_cast<std::size_t>(strand.firstRing + i)] =
+      model.joins[strand.firstRing + i] =
           static_cast<std::uint8_t>(nearestSide(here, next, model.sides, radius));
       here = next;
     }

@@ -16,7 +16,7 @@ constexpr Triple kEye = {0, 0, 1000};
 constexpr double kMostIntensity = 511;
 
 const Vec3& cornerOf(const TubeModel& model, const QuadCorners& corners, std::size_t k) {
-  return model.vertices[static_cast<std::size_t>(corners[k])];
+  return model.vertices[corners[k]];
 }
 
 /// From `to` back to the place `from`; returns the length and makes the vector a unit vector.

@@ -122,14 +122,14 @@ void SmoothRenderer::drawStrand(const TubeModel& model, const TubeStrand& strand
 
 void SmoothRenderer::ringCorners(const TubeModel& model, int ring, const Projection& projection,
                                  const SmoothLight& light, std::vector<Corner>& out) const {
-  const Vec3& centre = model.centres[static_cast<std::size_t>(ring)];
+  const Vec3& centre = model.centres[ring];
   const float arriving = light.arriving(projection.turned(centre));
   const auto rows = static_cast<float>(rows_);
   out.resize(static_cast<std::size_t>(model.sides));
   for (int side = 0; side < model.sides; ++side) {
     const Vec3& p = model.vertex(ring, side);
     const Shown shown = projection(p);
-    Corner& corner = out[static_cast<std::size_t>(side)];
+    Corner& corner = out[side];
     corner.x = placing_.x + shown.x * placing_.scale;
     corner.y = (placing_.y + shown.y * placing_.scale) * rows;
     corner.nearness = shown.nearness;

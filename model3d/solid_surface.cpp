@@ -205,7 +205,7 @@ void Netting::placeCorners(const Place& cube, const Place& cell, const CellLoops
     Vec3 sum;
     float count = 0;
     for (int edge = 0; edge < kCellEdges; ++edge) {
-      if (loops.loop[static_cast<std::size_t>(edge)] != loop) continue;
+      if (loops.loop[edge] != loop) continue;
       const int from = edgeCorners(edge)[0];
       sum = sum + Vec3{static_cast<float>(from & 1), static_cast<float>(from >> 1 & 1),
                        static_cast<float>(from >> 2)};
@@ -293,7 +293,7 @@ void Netting::tellApart(const Place& cube, const Place& cell, int face) {
   const auto turn = [&](const Cube& in, std::size_t number, int side) {
     std::uint8_t& mask = joined_[in.key * kCubeCells + number];
     mask = static_cast<std::uint8_t>(mask | 1U << side);
-    Cube& changed = cubes_[static_cast<std::size_t>(&in - cubes_.data())];
+    Cube& changed = cubes_[&in - cubes_.data()];
     changed.firstCorner[number] = static_cast<std::uint32_t>(mesh_.points.size());
     const Place where = &in == one ? cell : nextCell;
     const std::vector<std::uint32_t> near = segmentsOf(in.key);
@@ -336,7 +336,7 @@ void Netting::weave(const Cube& cube, const std::array<const Cube*, 8>& before) 
     const Cube* const home = before[back];
     if (home == nullptr) return kNone;
     const std::size_t number = cellNumber(cell);
-    const std::uint8_t loop = loopsIn(*home, number).loop[static_cast<std::size_t>(edge)];
+    const std::uint8_t loop = loopsIn(*home, number).loop[edge];
     return loop == kNoLoop ? kNone : home->firstCorner[number] + loop;
   };
   const std::vector<std::uint32_t> near = segmentsOf(cube.key);

@@ -39,13 +39,13 @@ int strandAt(const TubeModel& model, const ViewState& view, const Lens& lens, in
   int found = 0;
   forEachQuad(model, [&](int, const QuadCorners& quad, int strand) {
     std::array<Shown, 4> c;
-    for (std::size_t k = 0; k < 4; ++k) c[k] = corners[static_cast<std::size_t>(quad[k])];
+    for (std::size_t k = 0; k < 4; ++k) c[k] = corners[quad[k]];
     if (!(c[0].seen && c[1].seen && c[2].seen && c[3].seen)) return;
     const double here =
         std::max(nearnessAt(c[0], c[1], c[2], atX, atY), nearnessAt(c[0], c[2], c[3], atX, atY));
     if (here <= nearest) return;
     nearest = here;
-    found = model.strands[static_cast<std::size_t>(strand)].slot;
+    found = model.strands[strand].slot;
   });
   return found;
 }

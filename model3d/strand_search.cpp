@@ -21,7 +21,7 @@ struct BoundQuad {
 
 BoundQuad boundQuad(const TubeModel& model, const QuadCorners& corners) {
   BoundQuad quad;
-  for (std::size_t i = 0; i < 4; ++i) quad.corner[i] = model.vertices[static_cast<std::size_t>(corners[i])];
+  for (std::size_t i = 0; i < 4; ++i) quad.corner[i] = model.vertices[corners[i]];
   quad.middle = (quad.corner[0] + quad.corner[1] + quad.corner[2] + quad.corner[3]) * 0.25F;
   for (const Vec3& corner : quad.corner) quad.radius = std::max(quad.radius, length(corner - quad.middle));
   return quad;

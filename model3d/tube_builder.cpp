@@ -25,7 +25,7 @@ constexpr double kModelUnit = 0.01;
 constexpr double kFarthest = 1e6;  // no traced point lies farther out
 
 int pointCount(const StrandStore& strands, int slot) {
-  return std::clamp(strands.ThreadCount[static_cast<std::size_t>(slot)], 0, kStrandPoints - 1);
+  return std::clamp(strands.ThreadCount[slot], 0, kStrandPoints - 1);
 }
 
 /// Not-a-number and anything outside the range end inside it.
@@ -119,9 +119,8 @@ void controlPoints(const StrandStore& strands, int slot, const Placement& placed
   out.resize(static_cast<std::size_t>(count) + static_cast<std::size_t>(before));
   for (int k = 0; k < count + before; ++k) {
     const StrandPoint p = strands.turned(slot, k - before);
-    out[static_cast<std::size_t>(k)] = {static_cast<float>(kModelUnit * placed.x(p)),
-                                        static_cast<float>(-kModelUnit * placed.y(p)),
-                                        signOf(p.z) * settings.polyZF};
+    out[k] = {static_cast<float>(kModelUnit * placed.x(p)), static_cast<float>(-kModelUnit * placed.y(p)),
+              signOf(p.z) * settings.polyZF};
   }
 }
 
@@ -206,8 +205,7 @@ std::vector<Turn> turnsOf(int sides) {
   std::vector<Turn> turns(static_cast<std::size_t>(sides));
   for (int m = 0; m < sides; ++m) {
     const double angle = kTwoPi / sides * m;
-    turns[static_cast<std::size_t>(m)] = {static_cast<float>(std::sin(angle)),
-                                          static_cast<float>(std::cos(angle))};
+    turns[m] = {static_cast<float>(std::sin(angle)), static_cast<float>(std::cos(angle))};
   }
   return turns;
 }
@@ -218,7 +216,7 @@ void layOut(const StrandStore& strands, const TubeSettings& settings, const Slot
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     const int count = pointCount(strands, slot);
     if (count == 0) continue;
-    const Colour colour = colours[static_cast<std::size_t>(slot)];
+    const Colour colour = colours[slot];
     TubeStrand strand;
     strand.slot = slot;
     strand.factors = {static_cast<float>(redOf(colour)) / 255, static_cast<float>(greenOf(colour)) / 255,

@@ -56,7 +56,7 @@ struct TubeModel {
                     static_cast<std::size_t>(side)];
   }
   /// The side of the next ring that side 0 of a ring is joined to.
-  int join(int ring) const { return joins.empty() ? 0 : joins[static_cast<std::size_t>(ring)]; }
+  int join(int ring) const { return joins.empty() ? 0 : joins[ring]; }
   void clear() {
     sides = QuadCount = 0;
     centres.clear();
@@ -75,7 +75,7 @@ template <class Visit>
 void forEachQuad(const TubeModel& model, Visit&& visit) {
   int quad = 0;
   for (int s = 0; s < static_cast<int>(model.strands.size()); ++s) {
-    const TubeStrand& strand = model.strands[static_cast<std::size_t>(s)];
+    const TubeStrand& strand = model.strands[s];
     for (int r = 0; r < strand.ringCount; ++r) {
       const int here = (strand.firstRing + r) * model.sides;
       const int there = (strand.firstRing + (r + 1 == strand.ringCount ? 0 : r + 1)) * model.sides;
@@ -111,12 +111,12 @@ class QuadIndex {
     const int ring = quad / sides_;
     const int side = quad - ring * sides_;
     const auto after = [this](int m) { return m + 1 == sides_ ? 0 : m + 1; };
-    const int joined = (side + joins_[static_cast<std::size_t>(ring)]) % sides_;
-    const int here = ring * sides_, there = nextRing_[static_cast<std::size_t>(ring)];
+    const int joined = (side + joins_[ring]) % sides_;
+    const int here = ring * sides_, there = nextRing_[ring];
     return {here + side, here + after(side), there + after(joined), there + joined};
   }
   /// Position of the quad's strand in TubeModel::strands.
-  std::size_t strand(int quad) const { return ringStrand_[static_cast<std::size_t>(quad / sides_)]; }
+  std::size_t strand(int quad) const { return ringStrand_[quad / sides_]; }
 
  private:
   int sides_ = 1;

@@ -52,7 +52,7 @@ Contacts findContacts(const StrandSearch& search, const CentreLines& lines,
 }
 
 Triangle3 triangleOf(const TubeModel& model, const QuadCorners& c, bool second) {
-  const auto at = [&](std::size_t i) { return model.vertices[static_cast<std::size_t>(c[i])]; };
+  const auto at = [&](std::size_t i) { return model.vertices[c[i]]; };
   return second ? Triangle3{at(0), at(2), at(3)} : Triangle3{at(0), at(1), at(2)};
 }
 
@@ -84,7 +84,7 @@ class SideWalk {
   /// Whether the triangle looks away from the centre line, as it does not in folds.
   bool isOutside(const TubeStrand& strand, int ring, const Triangle3& t) const {
     const int held = (ring + strand.ringCount) % strand.ringCount;
-    const CentreSegment& axis = lines_.segments()[static_cast<std::size_t>(strand.firstRing + held)];
+    const CentreSegment& axis = lines_.segments()[strand.firstRing + held];
     const Vec3 normal = normalOf(t);
     return dot(normal, normal) > 0 &&
            dot(axis.apart((t[0] + t[1] + t[2]) * (1 / 3.0F)), unit(normal)) > 0.2F * model_.radius;
@@ -98,7 +98,7 @@ class SideWalk {
       const Triangle3 t = triangleOf(model_, c, second);
       verdict_.volume += static_cast<double>(dot(cross(t[0], t[1]), t[2])) / 6;
     }
-    const auto vertex = [&](std::size_t i) { return model_.vertices[static_cast<std::size_t>(c[i])]; };
+    const auto vertex = [&](std::size_t i) { return model_.vertices[c[i]]; };
     const Vec3 way = model_.centres[next] - model_.centres[here];
     if (dot(vertex(3) - vertex(0), way) < 0) {
       if (verdict_.folds++ == 0) verdict_.foldAt = vertex(0);
@@ -112,7 +112,7 @@ class SideWalk {
   bool bendsAt(const TubeStrand& strand, int ring) const {
     const auto way = [&](int r) {
       const int held = (r + strand.ringCount) % strand.ringCount;
-      return unit(lines_.segments()[static_cast<std::size_t>(strand.firstRing + held)].way);
+      return unit(lines_.segments()[strand.firstRing + held].way);
     };
     return dot(way(ring - 1), way(ring)) < kStraight || dot(way(ring), way(ring + 1)) < kStraight;
   }

@@ -105,9 +105,7 @@ class SvgReader {
 
   Status children(const XmlElement& element, const Affine& place, const SvgStyle& style, int uses) {
     for (const int child : element.children)
-      if (const Status drawn = visit(tree_.elements[static_cast<std::size_t>(child)], place, style, uses);
-          !drawn)
-        return drawn;
+      if (const Status drawn = visit(tree_.elements[child], place, style, uses); !drawn) return drawn;
     return {};
   }
 
@@ -140,7 +138,7 @@ class SvgReader {
     const auto found = link != nullptr && link->starts_with('#') ? byId_.find(link->substr(1)) : byId_.end();
     if (found == byId_.end()) return {};
     if (uses >= kMostUses) return at(element, tr("uses are nested too deeply"));
-    const XmlElement& used = tree_.elements[static_cast<std::size_t>(found->second)];
+    const XmlElement& used = tree_.elements[found->second];
     const Affine moved = place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")});
     const std::string_view name = plainSvgName(used.name);
     if (name != "symbol" && name != "svg") return visit(used, moved, style, uses + 1);

@@ -146,7 +146,7 @@ class LevelLines {
       if (!in[k] || in[(k + 1) % 4]) continue;
       std::size_t end = (k + step) % 4;
       while (in[end] || !in[(end + 1) % 4]) end = (end + step) % 4;
-      next_[static_cast<std::size_t>(sides[k])] = sides[end];
+      next_[sides[k]] = sides[end];
     }
   }
 

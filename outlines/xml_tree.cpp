@@ -47,8 +47,7 @@ class XmlReader {
   Result<XmlTree> run() {
     while (fault_.empty() && findTag()) takeTag();
     if (fault_.empty() && !open_.empty())
-      fail(tr("the file ends within {1}",
-              quoted(tree_.elements[static_cast<std::size_t>(open_.back())].name)));
+      fail(tr("the file ends within {1}", quoted(tree_.elements[open_.back()].name)));
     if (fault_.empty() && tree_.elements.empty()) fail(tr("there is no element in it"));
     if (!fault_.empty()) return unreadable(fault_);
     return std::move(tree_);
@@ -77,7 +76,7 @@ class XmlReader {
   /// The element whose text is kept, where the reader is in one.
   XmlElement* openStyle() {
     if (open_.empty()) return nullptr;
-    XmlElement& element = tree_.elements[static_cast<std::size_t>(open_.back())];
+    XmlElement& element = tree_.elements[open_.back()];
     return element.name == "style" || element.name == "svg:style" ? &element : nullptr;
   }
 
@@ -131,8 +130,7 @@ class XmlReader {
     at_ += 2;
     const std::string_view ended = name();
     skipSpace();
-    if (open_.empty() || tree_.elements[static_cast<std::size_t>(open_.back())].name != ended ||
-        !startsWith(">"))
+    if (open_.empty() || tree_.elements[open_.back()].name != ended || !startsWith(">"))
       return fail(tr("{1} ends nothing that is open", quoted(ended)));
     open_.pop_back();
     ++at_;
@@ -155,7 +153,7 @@ class XmlReader {
     if (!whole && !startsWith(">")) return fail(tr("the element {1} is not ended", quoted(element.name)));
     at_ += whole ? 2 : 1;
     const int place = static_cast<int>(tree_.elements.size());
-    if (!open_.empty()) tree_.elements[static_cast<std::size_t>(open_.back())].children.push_back(place);
+    if (!open_.empty()) tree_.elements[open_.back()].children.push_back(place);
     tree_.elements.push_back(std::move(element));
     if (!whole) open_.push_back(place);
   }

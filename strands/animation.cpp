@@ -32,10 +32,7 @@ std::vector<AnimationStep> animationSteps(const KnotCurve& curve) {
   std::vector<AnimationStep> steps;
   std::vector<OverRun> runs;
   for (int slot = 1; slot < kStrandSlots; ++slot)
-    if (curve.used(slot))
-      appendGrowth(
-          slot, curve.last[static_cast<std::size_t>(slot)] - curve.first[static_cast<std::size_t>(slot)] + 1,
-          steps);
+    if (curve.used(slot)) appendGrowth(slot, curve.last[slot] - curve.first[slot] + 1, steps);
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     if (!curve.used(slot)) continue;
     overRuns(curve, slot, runs);

@@ -323,7 +323,7 @@ class BandClipper {
     if (border.cover < 0)
       return !isCovered(middle, nullptr) && line_.isInBand(middle + aside, half_) &&
              !line_.isInBand(middle - aside, half_);
-    const Cover& cover = covers_[static_cast<std::size_t>(border.cover)];
+    const Cover& cover = covers_[border.cover];
     return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);
   }

@@ -124,9 +124,9 @@ class CrossingSearch {
         static_cast<std::size_t>(std::max(a.row0, b.row0)) * static_cast<std::size_t>(columns_) +
         static_cast<std::size_t>(std::max(a.column0, b.column0));
     if (cell != firstShared) return;
-    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    const BandLoop& loop = loops_[a.loop];
     if (isOneWay(a, b)) return;
-    const BandLoop& other = loops_[static_cast<std::size_t>(b.loop)];
+    const BandLoop& other = loops_[b.loop];
     const Vec moved{a.turn * width_, 0}, movedToo{b.turn * width_, 0};
     for (int i = a.begin; i < a.end; ++i) {
       const Vec p = loop.point(i) + moved, q = loop.point(i + 1) + moved;
@@ -143,7 +143,7 @@ class CrossingSearch {
   bool isOneWay(const Chunk& a, const Chunk& b) const {
     if (a.loop != b.loop || a.turn != b.turn || (&a != &b && a.end != b.begin && b.end != a.begin))
       return false;
-    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    const BandLoop& loop = loops_[a.loop];
     const int begin = std::min(a.begin, b.begin), end = std::max(a.end, b.end);
     if (end - begin > 2 * kChunk) return false;
     const Vec way = loop.point(end) - loop.point(begin);
@@ -160,7 +160,7 @@ class CrossingSearch {
   /// Neighbours, also those where one lap ends and the next one begins.
   bool touchAnyway(const Chunk& one, int i, const Chunk& two, int j) const {
     if (one.loop != two.loop) return false;
-    const BandLoop& loop = loops_[static_cast<std::size_t>(one.loop)];
+    const BandLoop& loop = loops_[one.loop];
     const int apart = j - i, turn = two.turn - one.turn, end = loop.size() - 1;
     if (std::abs(apart) <= 1 && turn == 0) return true;
     return std::abs(apart) == end && turn == (apart > 0 ? -loop.turns() : loop.turns());
@@ -168,8 +168,7 @@ class CrossingSearch {
 
   void compare(const Chunk& chunkA, int i, const Chunk& chunkB, int j) {
     const int loopA = chunkA.loop, loopB = chunkB.loop, turn = chunkB.turn - chunkA.turn;
-    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
-                   &two = loops_[static_cast<std::size_t>(loopB)];
+    const BandLoop &one = loops_[loopA], &two = loops_[loopB];
     const Vec moved{turn * width_, 0};
     const Vec a = one.point(i), c = two.point(j) + moved;
     const Vec r = one.point(i + 1) - a, s = two.point(j + 1) + moved - c;
@@ -205,8 +204,7 @@ class CrossingSearch {
   }
 
   void add(int loopA, double a, int loopB, double b, int turn) {
-    const BandLoop &one = loops_[static_cast<std::size_t>(loopA)],
-                   &two = loops_[static_cast<std::size_t>(loopB)];
+    const BandLoop &one = loops_[loopA], &two = loops_[loopB];
     refine(one, a, two, b, turn * width_);
     const double highA = one.height(a), highB = two.height(b);
     turn += laps(two, b) * two.turns() - laps(one, a) * one.turns();
@@ -224,21 +222,20 @@ class CrossingSearch {
 
   /// The number of laps, -1 to 1, that bring one place in the first lap next to another.
   int lapsBetween(int loop, double a, double b) const {
-    return static_cast<int>(std::lround((a - b) / loops_[static_cast<std::size_t>(loop)].size()));
+    return static_cast<int>(std::lround((a - b) / loops_[loop].size()));
   }
 
   double apart(int loop, double a, double b) const {
     const double d = std::fabs(a - b);
-    return std::min(d, loops_[static_cast<std::size_t>(loop)].size() - d);
+    return std::min(d, loops_[loop].size() - d);
   }
 
   bool isSame(const BandCrossing& a, const BandCrossing& b) const {
     if (a.under != b.under || a.over != b.over || apart(a.under, a.underAt, b.underAt) >= kNear ||
         apart(a.over, a.overAt, b.overAt) >= kNear)
       return false;
-    const int moved =
-        lapsBetween(a.under, a.underAt, b.underAt) * loops_[static_cast<std::size_t>(a.under)].turns() -
-        lapsBetween(a.over, a.overAt, b.overAt) * loops_[static_cast<std::size_t>(a.over)].turns();
+    const int moved = lapsBetween(a.under, a.underAt, b.underAt) * loops_[a.under].turns() -
+                      lapsBetween(a.over, a.overAt, b.overAt) * loops_[a.over].turns();
     return a.turn == b.turn + moved;
   }
 

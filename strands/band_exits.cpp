@@ -48,9 +48,9 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
   if (seam)
     for (const BandCrossing& c : crossings_) moved_.push_back(loop(c.over).moved(c.turn * seam.width));
   for (const BandCrossing& c : crossings_) {
-    ways_[static_cast<std::size_t>(c.under)].push_back(c.underAt);
-    ways_[static_cast<std::size_t>(c.over)].push_back(c.overAt);
-    overs_[static_cast<std::size_t>(c.over)].push_back(&c);
+    ways_[c.under].push_back(c.underAt);
+    ways_[c.over].push_back(c.overAt);
+    overs_[c.over].push_back(&c);
   }
   for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
   mayReturn_.reserve(crossings_.size());
@@ -78,7 +78,7 @@ bool BandExits::mayReturn(const BandCrossing& c) const {
 
 /// How far it is from a place on a loop to its next crossing, on or back.
 double BandExits::room(int number, double place, int direction) const {
-  const auto& ways = ways_[static_cast<std::size_t>(number)];
+  const auto& ways = ways_[number];
   const double lap = loop(number).size();
   if (direction > 0) {
     const auto next = std::upper_bound(ways.begin(), ways.end(), place + 1e-9);
@@ -134,7 +134,7 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
-  const auto& overs = overs_[static_cast<std::size_t>(c.under)];
+  const auto& overs = overs_[c.under];
   const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];

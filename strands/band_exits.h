@@ -49,7 +49,7 @@ class BandExits {
   BandPiece coverOf(const BandEnd& end, const BandPiece& band) const;
 
  private:
-  const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  const BandLoop& loop(int number) const { return loops_[number]; }
   std::size_t numberOf(const BandCrossing& c) const {
     return static_cast<std::size_t>(&c - crossings_.data());
   }

@@ -17,9 +17,7 @@ constexpr double kMostTurn = 0.5;       // tangent of the turn from one that is 
 }  // namespace
 
 BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view, double stray)
-    : slot_(slot),
-      turns_(curve.turns[static_cast<std::size_t>(slot)]),
-      lap_(curve.lap(slot) * acrossScale(view)) {
+    : slot_(slot), turns_(curve.turns[slot]), lap_(curve.lap(slot) * acrossScale(view)) {
   thread_local std::vector<Node> all;
   thread_local std::vector<double> heights;
   const auto at = static_cast<std::size_t>(slot);

@@ -56,7 +56,7 @@ class Outliner {
   }
 
  private:
-  const BandLoop& loop(int number) const { return loops_[static_cast<std::size_t>(number)]; }
+  const BandLoop& loop(int number) const { return loops_[number]; }
 
   /// A strand that lies under others at the crossings from number `begin` on.
   StrandOutline outline(int number, std::size_t begin, std::size_t end) {

@@ -17,9 +17,9 @@ std::optional<int> boxOfColour(int number) {
 StrandColours strandColours(const ColourBoxes& boxes) {
   StrandColours colours;
   for (int i = 1; i < kStrandSlots; ++i) {
-    const Colour box = boxes[static_cast<std::size_t>((i - 1) % 14)];
-    colours.display[static_cast<std::size_t>(i)] = box;
-    colours.argb[static_cast<std::size_t>(i)] = toArgb(box);
+    const Colour box = boxes[(i - 1) % 14];
+    colours.display[i] = box;
+    colours.argb[i] = toArgb(box);
   }
   colours.argb[kAlwaysWhite] = 0xFFFFFFFF;
   return colours;
@@ -31,7 +31,7 @@ void setStrandColour(StrandColours& colours, int box, Colour colour) {
 }
 
 Colour BColor(const ColourBoxes& boxes, int index) {
-  return boxes[static_cast<std::size_t>(std::clamp(index - 1, 0, kColourBoxes - 1))];
+  return boxes[std::clamp(index - 1, 0, kColourBoxes - 1)];
 }
 
 }  // namespace lorivan

@@ -16,7 +16,7 @@ using ColourBoxes = std::array<Colour, kColourBoxes>;
 /// What the boxes hold at a first start: box k is entry k + 1 of the standard palette.
 constexpr ColourBoxes firstColourBoxes() {
   ColourBoxes boxes{};
-  for (int k = 0; k < kColourBoxes; ++k) boxes[static_cast<std::size_t>(k)] = QBColor(k + 1);
+  for (int k = 0; k < kColourBoxes; ++k) boxes[k] = QBColor(k + 1);
   return boxes;
 }
 

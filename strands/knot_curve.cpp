@@ -126,9 +126,7 @@ GridBox curveBox(const KnotCurve& curve, float stretch) {
     if (!curve.used(slot)) continue;
     points.clear();
     bezier.clear();
-    for (int i = curve.first[static_cast<std::size_t>(slot)]; i <= curve.last[static_cast<std::size_t>(slot)];
-         ++i)
-      points.push_back({curve.X[static_cast<std::size_t>(i)], curve.Y[static_cast<std::size_t>(i)]});
+    for (int i = curve.first[slot]; i <= curve.last[slot]; ++i) points.push_back({curve.X[i], curve.Y[i]});
     closedCardinalToBezier(points, 0, points.size(), bezier, static_cast<float>(curve.lap(slot)));
     for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) {
       addExtremes(bezier[i].x, bezier[i + 1].x, bezier[i + 2].x, bezier[i + 3].x, left, right);
@@ -155,9 +153,8 @@ void loopPoints(const KnotCurve& curve, int slot, const GridView& view, bool ras
 
 void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
   runs.clear();
-  const int first = curve.first[static_cast<std::size_t>(slot)],
-            last = curve.last[static_cast<std::size_t>(slot)];
-  const auto isUnder = [&](int i) { return curve.Z[static_cast<std::size_t>(i)] < 0; };
+  const int first = curve.first[slot], last = curve.last[slot];
+  const auto isUnder = [&](int i) { return curve.Z[i] < 0; };
   for (int i = first; i <= last;) {
     while (i <= last && isUnder(i)) ++i;
     const int begin = i;
@@ -172,8 +169,7 @@ void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs) {
 void runPoints(const KnotCurve& curve, int slot, const OverRun& run, const GridView& view, bool raster,
                std::vector<PointF>& points) {
   points.clear();
-  const int first = curve.first[static_cast<std::size_t>(slot)],
-            count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  const int first = curve.first[slot], count = curve.last[slot] - first + 1;
   for (int i = 0; i <= run.count; ++i) {
     const int number = run.begin - first + i;
     points.push_back(place(curve, first + number % count, view, raster, number / count * curve.lap(slot)));

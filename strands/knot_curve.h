@@ -21,10 +21,8 @@ struct KnotCurve {
   std::array<std::int32_t, kStrandSlots> turns{};  // periods that a strand goes to the right in one lap
 
   /// How much further to the right a strand's samples lie in its next lap, grid units.
-  double lap(int slot) const { return 1.0 * turns[static_cast<std::size_t>(slot)] * wrap.period; }
-  bool used(int slot) const {
-    return last[static_cast<std::size_t>(slot)] > first[static_cast<std::size_t>(slot)];
-  }
+  double lap(int slot) const { return 1.0 * turns[slot] * wrap.period; }
+  bool used(int slot) const { return last[slot] > first[slot]; }
 };
 
 struct SamplePlace {
@@ -88,8 +86,8 @@ void overRuns(const KnotCurve& curve, int slot, std::vector<OverRun>& runs);
 
 /// Number of a sample within the ring that loopPoints() gives.
 inline std::size_t loopIndex(const KnotCurve& curve, int slot, int sample) {
-  const int first = curve.first[static_cast<std::size_t>(slot)];
-  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  const int first = curve.first[slot];
+  const int count = curve.last[slot] - first + 1;
   return static_cast<std::size_t>((sample - first + count - 1) % count);
 }
 

@@ -46,9 +46,7 @@ int KnotStyle::colourNumber(int slot) const {
   return startColour < 0 ? std::min(-startColour, kStrandSlots - 1) : slot;
 }
 
-Colour KnotStyle::bandColour(int slot) const {
-  return fromArgb(colours.argb[static_cast<std::size_t>(colourNumber(slot))]);
-}
+Colour KnotStyle::bandColour(int slot) const { return fromArgb(colours.argb[colourNumber(slot)]); }
 
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
 

@@ -29,8 +29,8 @@ void takeNearer(Nearest& nearest, SamplePlace from, SamplePlace to, double fromZ
 
 /// The highest of the passages of one strand that cover the point; a distance past `reach` where none does.
 Nearest passageAt(const KnotCurve& curve, int slot, const GridView& view, double x, double y, double reach) {
-  const int first = curve.first[static_cast<std::size_t>(slot)];
-  const int count = curve.last[static_cast<std::size_t>(slot)] - first + 1;
+  const int first = curve.first[slot];
+  const int count = curve.last[slot] - first + 1;
   Nearest highest, passage;
   const auto sample = [&](int i) { return static_cast<std::size_t>(first + i % count); };
   const auto placeOf = [&](int i) {
@@ -86,8 +86,8 @@ int strandAt(const KnotCurve& curve, const KnotStyle& style, const GridView& vie
 
 double strandLength(const KnotCurve& curve, int slot, float stretch) {
   if (!curve.used(slot)) return 0;
-  const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
-  const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
+  const auto first = static_cast<std::size_t>(curve.first[slot]);
+  const auto last = static_cast<std::size_t>(curve.last[slot]);
   double length = 0;
   for (std::size_t i = first, before = last; i <= last; before = i++) {
     const double lap = i == first ? curve.lap(slot) : 0;
@@ -99,8 +99,8 @@ double strandLength(const KnotCurve& curve, int slot, float stretch) {
 
 double strandLength(const KnotCurve& curve, int slot, const GridView& view) {
   if (!curve.used(slot)) return 0;
-  const auto first = static_cast<std::size_t>(curve.first[static_cast<std::size_t>(slot)]);
-  const auto last = static_cast<std::size_t>(curve.last[static_cast<std::size_t>(slot)]);
+  const auto first = static_cast<std::size_t>(curve.first[slot]);
+  const auto last = static_cast<std::size_t>(curve.last[slot]);
   double length = 0;
   SamplePlace before = samplePlace(curve, last, view);
   before.x -= curve.lap(slot) * acrossScale(view);

@@ -37,21 +37,19 @@ struct StrandStore {
     return const_cast<StrandStore*>(this)->point(slot, number);
   }
   /// How far x, which is negated, changes in one lap of a strand; not 0 for one that goes round a cylinder.
-  float lap(int slot) const {
-    return static_cast<float>(-turns[static_cast<std::size_t>(slot)] * int{wrap.period});
-  }
+  float lap(int slot) const { return static_cast<float>(-turns[slot] * int{wrap.period}); }
   /// Any point of a strand, whichever lap its number is in, below 0 too.
   StrandPoint turned(int slot, int number) const {
-    const int count = ThreadCount[static_cast<std::size_t>(slot)];
+    const int count = ThreadCount[slot];
     const int laps = number >= 0 ? number / count : -((count - 1 - number) / count);
     StrandPoint p = point(slot, number - laps * count);
-    if (laps != 0 && turns[static_cast<std::size_t>(slot)] != 0) p.x += static_cast<float>(laps) * lap(slot);
+    if (laps != 0 && turns[slot] != 0) p.x += static_cast<float>(laps) * lap(slot);
     return p;
   }
   /// Points 0 to count of a slot; the last is a copy of the first, a lap further on. Empty for an unused
   /// slot.
   std::span<const StrandPoint> closed(int slot) const {
-    const std::int32_t count = ThreadCount[static_cast<std::size_t>(slot)];
+    const std::int32_t count = ThreadCount[slot];
     if (count == 0) return {};
     return {&point(slot, 0), static_cast<std::size_t>(count) + 1};
   }

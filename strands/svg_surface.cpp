@@ -18,8 +18,8 @@ std::string hexColour(Colour colour) {
   constexpr std::string_view digits = "0123456789abcdef";
   std::string text = "#";
   for (const int part : {redOf(colour), greenOf(colour), blueOf(colour)}) {
-    text += digits[static_cast<std::size_t>(part / 16)];
-    text += digits[static_cast<std::size_t>(part % 16)];
+    text += digits[part / 16];
+    text += digits[part % 16];
   }
   return text;
 }

@@ -68,10 +68,8 @@ class Walk {
     int sign;
   };
 
-  GridLine& line(int index) { return graph_.Lines[static_cast<std::size_t>(index)]; }
-  const GridPoint& point(const Stop& stop) const {
-    return graph_.Points[static_cast<std::size_t>(stop.point)];
-  }
+  GridLine& line(int index) { return graph_.Lines[index]; }
+  const GridPoint& point(const Stop& stop) const { return graph_.Points[stop.point]; }
   PointF midpoint(const Stop& a, const Stop& b) const {
     const int x = point(a).X + point(b).X + (a.turn + b.turn) * graph_.wrap.period;
     return {static_cast<float>(x) / 2, static_cast<float>(point(a).Y + point(b).Y) / 2};
@@ -140,8 +138,8 @@ bool Walk::stepOver(int incoming, int& outgoing, Stop& next) {
   if (m > turn.NbCount - 1) m = 0;
   if (m < 0) m = turn.NbCount > 0 ? turn.NbCount - 1 : 0;
   if (turn.NbCount == 0) return false;
-  outgoing = turn.NbLine[static_cast<std::size_t>(m)];
-  next = {turn.Nb[static_cast<std::size_t>(m)], current_.turn + turn.NbTurn[static_cast<std::size_t>(m)]};
+  outgoing = turn.NbLine[m];
+  next = {turn.Nb[m], current_.turn + turn.NbTurn[m]};
   if (next.point > graph_.LastPoint) return false;
 
   GridLine& out = line(outgoing);
@@ -211,8 +209,7 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
   const int firstSign = sign_;
   const Stop first = startStop(start, startSlot, startLine);
   const GridPoint& from = point(first);
-  const Stop second{from.Nb[static_cast<std::size_t>(startSlot)],
-                    first.turn + from.NbTurn[static_cast<std::size_t>(startSlot)]};
+  const Stop second{from.Nb[startSlot], first.turn + from.NbTurn[startSlot]};
   if (second.point > graph_.LastPoint) return Outcome::endless;
   previous_ = first;
   current_ = second;
@@ -235,8 +232,8 @@ Walk::Outcome Walk::run(int slot, int start, int startSlot, int startLine) {
     previous_ = current_;
     current_ = next;
   } while (!isClosed(first, second, incoming == startLine) || sign_ != firstSign);
-  store_.ThreadCount[static_cast<std::size_t>(slot)] = count;
-  store_.turns[static_cast<std::size_t>(slot)] = previous_.turn - first.turn;
+  store_.ThreadCount[slot] = count;
+  store_.turns[slot] = previous_.turn - first.turn;
   turnAgain(previous_.turn - first.turn, corners);
   store_.point(slot, count) = store_.turned(slot, count);
   return Outcome::closed;
@@ -318,11 +315,11 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
   SlotCounter slots(settings.startColour);
   Walk walk(graph, settings, store, watcher);
   for (int start = 0; start <= graph.LastPoint; ++start) {
-    const GridPoint& point = graph.Points[static_cast<std::size_t>(start)];
+    const GridPoint& point = graph.Points[start];
     for (int k = 0; k < point.NbCount; ++k) {
-      const int startLine = point.NbLine[static_cast<std::size_t>(k)];
+      const int startLine = point.NbLine[k];
       for (int attempt = 0; attempt < 2; ++attempt) {
-        if (!canStart(graph.Lines[static_cast<std::size_t>(startLine)])) break;
+        if (!canStart(graph.Lines[startLine])) break;
         const Walk::Outcome outcome = walk.run(slots.next(), start, k, startLine);
         if (outcome == Walk::Outcome::abandoned) return TraceEnd::abandoned;
         if (outcome == Walk::Outcome::closed) continue;
@@ -338,7 +335,7 @@ KnotCounts countKnot(const KnotGraph& graph, const StrandStore& store) {
   KnotCounts counts;
   for (const std::int32_t points : store.ThreadCount) counts.strands += points > 0 ? 1 : 0;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     counts.crossings += line.Kind != kNoLine && line.Kind != kWall && line.Passes == 2 ? 1 : 0;
   }
   return counts;

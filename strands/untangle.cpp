@@ -77,8 +77,7 @@ std::vector<PointF> contourOf(const Ring& ring) {
 
 std::array<Vec, kChords + 1> chordsOf(const Piece& piece) {
   std::array<Vec, kChords + 1> points;
-  for (int k = 0; k <= kChords; ++k)
-    points[static_cast<std::size_t>(k)] = piece.at(static_cast<double>(k) / kChords);
+  for (int k = 0; k <= kChords; ++k) points[k] = piece.at(static_cast<double>(k) / kChords);
   return points;
 }
 

@@ -21,7 +21,7 @@ struct Side {
 inline std::vector<Side> sidesOf(const KnotGraph& graph) {
   std::vector<Side> sides;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& l = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& l = graph.Lines[j];
     if (l.Kind != kNoLine) sides.push_back({{1.0 * l.X1, 1.0 * l.Y1}, {1.0 * l.X2, 1.0 * l.Y2}});
   }
   return sides;

@@ -149,7 +149,7 @@ constexpr CommandRow styleRow(std::string_view name) {
 
 constexpr std::string_view languageCode(int place) {
   constexpr std::array<std::string_view, 3> codes = {"", "en", "de"};
-  return codes[static_cast<std::size_t>(place + 1)];
+  return codes[place + 1];
 }
 
 /// The language's own name; no place: that of the system.
@@ -162,7 +162,7 @@ constexpr CommandRow languageRow(std::string_view name) {
           .words =
               [](const Workbench&) {
                 if constexpr (Place < 0) return tr("&System");
-                return std::string("&").append(languages()[static_cast<std::size_t>(Place)].name);
+                return std::string("&").append(languages()[Place].name);
               },
           .submenu = kLanguage};
 }
@@ -316,7 +316,7 @@ void sortOutCommands(Workbench& bench) {
 int styleOf(CommandId command) {
   constexpr std::string_view prefix = "mnuStyle";
   if (command < 0 || static_cast<std::size_t>(command) >= kCommandRows.size()) return -1;
-  const std::string_view name = kCommandRows[static_cast<std::size_t>(command)].name;
+  const std::string_view name = kCommandRows[command].name;
   if (!name.starts_with(prefix)) return -1;
   return static_cast<int>(parseInteger(name.substr(prefix.size()), 0, 99).value_or(-1));
 }

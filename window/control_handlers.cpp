@@ -77,7 +77,7 @@ consteval bool names(const Rows& rows, Member member, ControlId control) {
 
 /// Whether a row of the form that a person can use does something.
 consteval bool isHandled(ControlId control) {
-  const FormRow& row = form::kRows[static_cast<std::size_t>(control)];
+  const FormRow& row = form::kRows[control];
   switch (row.kind) {
     case ControlKind::group:
     case ControlKind::label:

@@ -87,7 +87,7 @@ void FlatView::drawMarks(Surface& picture, const Knot& knot) {
 /// As large as the place where a click finds the line.
 void FlatView::ring(Surface& picture, const KnotGraph& graph, int line, Colour colour) const {
   if (line < 0 || line > graph.LastLine) return;
-  const GridLine& at = graph.Lines[static_cast<std::size_t>(line)];
+  const GridLine& at = graph.Lines[line];
   const double reach = graph.CellSize / 6.0 * view_.width / (2 * kHalfView * view_.zoom);
   const int radius = std::max(3, toInt32(reach)), width = std::max(1, toInt32(slack() / 2));
   for (const int moved : shownCopies(graph, at)) {
@@ -143,7 +143,7 @@ void FlatView::repaintAnimation(const Document& document, const Knot& knot) {
 void FlatView::showStep(const TraceStep& step, const StrandColours& colours) {
   Surface& picture = surface();
   const auto at = [this](PointF p) { return view_.pixel(p.x, p.y); };
-  const Pen pen{view_.penWidth(1), colours.display[static_cast<std::size_t>(step.slot)], false};
+  const Pen pen{view_.penWidth(1), colours.display[step.slot], false};
   picture.segment(at(step.A), at(step.X), pen);
   picture.segment(at(step.X), at(step.B), pen);
   const std::pair<PointF, int> dots[] = {{step.R, 15}, {step.A, 11}, {step.B, 1}, {step.X, 12}};

@@ -156,13 +156,13 @@ void Form::setText(Param p, const std::string& text) {
 
 void Form::showColours() {
   for (int box = 0; box < kColourBoxes; ++box)
-    window_.setColours(kFirstColourBox + box, shown_.boxes[static_cast<std::size_t>(box)], kBlack);
+    window_.setColours(kFirstColourBox + box, shown_.boxes[box], kBlack);
   const KnotFields now = read();  // a field may show another number than the document has
   const int back = now.whole(Param::PicKnotBackColour);
   const Colour background = BColor(shown_.boxes, back);
   window_.setColours(fieldControl(Param::PicKnotBackColour), background, textOn(background));
   const int start = std::abs(now.whole(Param::StartColour));
-  const Colour first = strandColours(shown_.boxes).display[static_cast<std::size_t>(start)];
+  const Colour first = strandColours(shown_.boxes).display[start];
   window_.setColours(fieldControl(Param::StartColour), first, textOn(first));
 }
 

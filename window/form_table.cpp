@@ -91,7 +91,7 @@ std::string controlHint(ControlId control) {
     return tr("{1}, {2} to {3}", sentence(spec), spec.min, spec.max);
   }
   if (const auto c = checkOf(control)) return sentence(checkSpec(*c));
-  const ControlSpec& spec = formTable()[static_cast<std::size_t>(control)];
+  const ControlSpec& spec = formTable()[control];
   if (spec.kind == ControlKind::colourBox)
     return tr("Strand colour {1}: a click chooses another one", control - kFirstColourBox + 1);
   if (spec.kind == ControlKind::list)
@@ -106,13 +106,13 @@ ControlId checkControl(Check check) { return form_().checks[static_cast<std::siz
 
 std::optional<Param> parameterOf(ControlId control) {
   if (control < 0 || static_cast<std::size_t>(control) >= form::kRows.size()) return std::nullopt;
-  const FormRow& row = form::kRows[static_cast<std::size_t>(control)];
+  const FormRow& row = form::kRows[control];
   return row.kind == ControlKind::number ? findParameter(row.name) : std::nullopt;
 }
 
 std::optional<Check> checkOf(ControlId control) {
   if (control < 0 || static_cast<std::size_t>(control) >= form::kRows.size()) return std::nullopt;
-  return findCheck(form::kRows[static_cast<std::size_t>(control)].name);
+  return findCheck(form::kRows[control].name);
 }
 
 }  // namespace lorivan

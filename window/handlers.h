@@ -101,7 +101,7 @@ class Handlers {
   void mnuFilePrint_Click();
   void mnuFileSaveAnimation_Click();
 
-  // --- shapes of one's own (handlers_shape.cpp) ---
+  // --- custom shapes (handlers_shape.cpp) ---
   void mnuShapeBlank_Click();
   void mnuShapeView_Click();
   void mnuShapeMakeStandard_Click();

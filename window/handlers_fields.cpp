@@ -88,7 +88,7 @@ void Handlers::tellDropped(const Document& before) {
 /// Asks before a new scale erases a grid that is not drawn again by itself. The refused scale is gone from
 /// the field.
 bool Handlers::scaleRefused(Param p) {
-  // The lines of a shape of one's own stay whatever the scale is: nothing to ask for.
+  // The lines of a custom shape stay whatever the scale is: nothing to ask for.
   if (p != Param::Scale || bench_.drawAtOnce || !bench_.knotDrawn() ||
       bench_.document().fields.shape == Shape::Custom ||
       bench_.window.confirm(tr("Changing scale will erase your current grid. OK to continue?"),
@@ -110,8 +110,7 @@ void Handlers::chk_Click(Check c) {
 void Handlers::txtCol_Click(int box) { chooseColour(box); }
 
 void Handlers::chooseColour(int box) {
-  const auto chosen =
-      bench_.window.chooseColour(bench_.document().fields.boxes[static_cast<std::size_t>(box)]);
+  const auto chosen = bench_.window.chooseColour(bench_.document().fields.boxes[box]);
   if (chosen) bench_.step(tr("Colour {1}", box + 1), withColour(bench_.document(), box, *chosen), After::all);
 }
 
@@ -159,7 +158,7 @@ void Handlers::mnuEditRedoStep_Click() {
   showHistory(before, tr("Done again: {1}", name));
 }
 
-/// What is another one now comes to the front: the sheet with a shape of one's own, or the knot. `stays`: the
+/// What is another one now comes to the front: the sheet with a custom shape, or the knot. `stays`: the
 /// picture in front is the one that belongs to it.
 void Handlers::showHistory(const Document& before, const std::string& what, bool stays) {
   const Document& now = bench_.document();

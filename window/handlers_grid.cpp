@@ -66,7 +66,7 @@ void Handlers::clickGrid(const GridHand::Click& click) {
 /// Kinds follow each other 1, 2, 3, 0 and round again; three steps on are one back.
 void Handlers::stepLineKind(int line, int steps) {
   const Document next = stepLine(bench_.document(), line, steps, bench_.symmetry.inForce());
-  const int kind = (*next.lines)[static_cast<std::size_t>(line)].Kind;
+  const int kind = (*next.lines)[line].Kind;
   bench_.step(kindStep(kind), next, afterLines());
   const std::string told = lineSummary(next, line);
   bench_.status(bench_.knotDrawn() ? tr("{1}; {2}", told, bench_.summary()) : told);

@@ -42,7 +42,7 @@ void Handlers::cmdOldGrid_Click() {
 }
 
 void Handlers::cmdRandknot_Click() {
-  const Deeds::Working working(bench_.deeds);
+  const ActionQueue::Working working(bench_.actions);
   Window& window = bench_.window;
   const ControlId button = controlId("cmdRandknot");
   const std::string caption = window.text(button);

@@ -185,7 +185,7 @@ void Handlers::mnuFileSave3D_Click() {
     return;
   }
   Window& window = bench_.window;
-  const Deeds::Working working(bench_.deeds);
+  const ActionQueue::Working working(bench_.actions);
   std::shared_ptr<KnotModel> model = modelFor(*format);
   // Building a large model lets events in; the window may be closed by now.
   if (model == nullptr || !window.processEvents()) return;

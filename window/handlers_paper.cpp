@@ -93,7 +93,7 @@ Result<std::string> Handlers::movingPicture(const OutputJob& job, const std::str
     bench_.status(tr("Saving {1}: {2} %; Esc stops", fileNameOf(path), 100 * number / last));
     return made && number < last;
   };
-  if (!bench_.deeds.work(step, [&] { return bench_.window.processEvents(); }))
+  if (!bench_.actions.work(step, [&] { return bench_.window.processEvents(); }))
     return unwritable("The animation was not saved");
   if (!made) return made.error();
   return file.finish();

@@ -1,4 +1,4 @@
-// Handlers of shapes of one's own: the sheet, its files, and the grids made from it.
+// Handlers of custom shapes: the sheet, its files, and the grids made from it.
 #include "base/sink.h"
 #include "base/texts.h"
 #include "custom/shape_file.h"

@@ -101,8 +101,8 @@ Status MainWindow::run() {
 void MainWindow::endForLackOfMemory() {
   if (std::exchange(outOfMemory_, true)) return;
   ended_ = refused(kOutOfMemory);
-  bench_->deeds.stop();
-  bench_->deeds.forget();
+  bench_->actions.stop();
+  bench_->actions.forget();
   try {
     bench_->session.keepAside();
     window_->message(
@@ -157,10 +157,10 @@ WindowEvents MainWindow::makeEvents() {
     if (bench_) bench_->pointed(control);
   };
   events.fileDropped = [this](const std::string& path) {
-    bench_->deeds.act([this, path] { handlers_->fileDropped(path); });
+    bench_->actions.act([this, path] { handlers_->fileDropped(path); });
   };
   events.closeQuery = [this] { return closeQuery(); };
-  events.started = [this] { bench_->deeds.act([this] { onStarted(); }); };
+  events.started = [this] { bench_->actions.act([this] { onStarted(); }); };
   const auto all = [](const auto& use, auto&... each) { (use(each), ...); };
   all([this](auto& event) { guard(event, [this] { endForLackOfMemory(); }); }, events.confirmed,
       events.clicked, events.changed, events.command, events.highlighted, events.mouse, events.key,
@@ -179,7 +179,7 @@ void MainWindow::fieldEvents(WindowEvents& events) {
   };
   events.stepped = [this](ControlId control, int steps) {
     const auto p = parameterOf(control);
-    if (p) bench_->deeds.act([this, p, steps] { handlers_->vt_Stepped(*p, steps); });
+    if (p) bench_->actions.act([this, p, steps] { handlers_->vt_Stepped(*p, steps); });
   };
   events.escaped = [this](ControlId control) {
     if (const auto p = parameterOf(control)) handlers_->vt_Escaped(*p);
@@ -188,11 +188,11 @@ void MainWindow::fieldEvents(WindowEvents& events) {
 
 void MainWindow::onConfirmed(Param p) {
   // The speed of an animation can be changed while it runs.
-  if (p == Param::Animate && bench_->deeds.animating())
+  if (p == Param::Animate && bench_->actions.animating())
     handlers_->vt_Changed(p);
-  else if (bench_->form.isNew(p) || !bench_->deeds.working())
-    bench_->deeds.act([this, p, text = window_->text(fieldControl(p))] {
-      // A deed before this one may have shown another document.
+  else if (bench_->form.isNew(p) || !bench_->actions.working())
+    bench_->actions.act([this, p, text = window_->text(fieldControl(p))] {
+      // An action before this one may have shown another document.
       window_->setText(fieldControl(p), text);
       handlers_->vt_Changed(p);
     });
@@ -201,8 +201,8 @@ void MainWindow::onConfirmed(Param p) {
 }
 
 void MainWindow::onClicked(ControlId control) {
-  if (control == controlId("cmd2D") && window_->text(control) == stopCaption()) return bench_->deeds.stop();
-  bench_->deeds.act([this, control] {
+  if (control == controlId("cmd2D") && window_->text(control) == stopCaption()) return bench_->actions.stop();
+  bench_->actions.act([this, control] {
     bench_->confirmPending(true);
     if (window_->enabled(control)) runControl(control, *handlers_);
   });
@@ -211,37 +211,37 @@ void MainWindow::onClicked(ControlId control) {
 void MainWindow::onChanged(ControlId control) {
   const auto c = checkOf(control);
   // A loop can be ended, or begun, while it runs.
-  if (c == Check::Loop && bench_->deeds.animating()) return handlers_->chk_Click(*c);
+  if (c == Check::Loop && bench_->actions.animating()) return handlers_->chk_Click(*c);
   // Radios leave the knot alone.
   if (!c && control != kShapes) return runControl(control, *handlers_);
   const bool on = c && window_->checked(control);
   const int choice = c ? -1 : window_->selected(control);
-  bench_->deeds.act([this, control, c, on, choice] {
-    // A deed before this one may have shown another document.
+  bench_->actions.act([this, control, c, on, choice] {
+    // An action before this one may have shown another document.
     c ? window_->setChecked(control, on) : window_->select(control, choice);
     c ? handlers_->chk_Click(*c) : runControl(control, *handlers_);
   });
 }
 
 void MainWindow::onCommand(CommandId command) {
-  const CommandRow& row = commandRows()[static_cast<std::size_t>(command)];
+  const CommandRow& row = commandRows()[command];
   const auto choose = [this, &row, command] {
-    if (!bench_->deeds.working()) bench_->confirmPending(!row.keepsUndone);
+    if (!bench_->actions.working()) bench_->confirmPending(!row.keepsUndone);
     if (window_->commandEnabled(command)) row.run(*handlers_);
   };
-  if (row.duringWork && bench_->deeds.working())
+  if (row.duringWork && bench_->actions.working())
     choose();
   else
-    bench_->deeds.act(choose);
+    bench_->actions.act(choose);
 }
 
 void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
-  if (!bench_->deeds.working())
-    return bench_->deeds.act([this, picture, event] { runMouse(picture, *handlers_, event); });
+  if (!bench_->actions.working())
+    return bench_->actions.act([this, picture, event] { runMouse(picture, *handlers_, event); });
   // A press counts as a click where it was; one that hits no line does nothing anyway.
   if (event.action != MouseAction::press) return;
   if (picture == controlId("picGrid") && bench_->flat.lineAt(bench_->knot(), event.x, event.y) < 0) return;
-  bench_->deeds.act([this, picture, event] {
+  bench_->actions.act([this, picture, event] {
     runMouse(picture, *handlers_, event);
     MouseEvent release = event;
     release.action = MouseAction::release;
@@ -250,9 +250,9 @@ void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
 }
 
 bool MainWindow::onKey(const KeyEvent& key) {
-  if (!bench_->deeds.working()) return handlers_->frmLorivan_KeyDown(key);
-  if (!bench_->deeds.canStop() || key.key != Key::escape) return false;
-  bench_->deeds.stop();
+  if (!bench_->actions.working()) return handlers_->frmLorivan_KeyDown(key);
+  if (!bench_->actions.canStop() || key.key != Key::escape) return false;
+  bench_->actions.stop();
   return true;
 }
 
@@ -260,9 +260,9 @@ bool MainWindow::closeQuery() {
   if (tooSmall_ || outOfMemory_) return true;
   if (!window_->confirm(tr("Are you sure you want to exit?"), tr("Exit check"))) return false;
   // What the fields show is taken, for the settings keep it; the last knot has to agree with them.
-  bench_->deeds.stop();
-  bench_->deeds.forget();
-  if (!bench_->deeds.working()) bench_->confirmPending(true);
+  bench_->actions.stop();
+  bench_->actions.forget();
+  if (!bench_->actions.working()) bench_->confirmPending(true);
   if (!handlers_->mayLeave(tr("The knot has changes that are not saved. Save them before the program ends?")))
     return false;
   // The window closes all the same.

@@ -17,7 +17,7 @@ class MainWindow {
   MainWindow(const MainWindow&) = delete;
   MainWindow& operator=(const MainWindow&) = delete;
 
-  /// Makes the window and brings everything to where it was left. The error says why no window can be had.
+  /// Creates the window and restores its saved state. The error says why no window can be had.
   Status open();
   /// Shows the window and handles events until it closes. Returns at once on a screen that is too small. The
   /// error says why the settings could not be kept, or that memory ran out (ErrorKind::limit): the knot is

@@ -33,7 +33,7 @@ class DocumentRestorer {
 
   void take(ColourBoxNumber box, const std::string& text) const {
     const auto number = parseInteger(text, INT32_MIN, INT32_MAX).value_or(0);
-    fields_.boxes[static_cast<std::size_t>(box.box)] = static_cast<Colour>(number) & 0xFFFFFF;
+    fields_.boxes[box.box] = static_cast<Colour>(number) & 0xFFFFFF;
   }
   void take(Param p, const std::string& text) const { fields_.text(p) = correctedText(p, text); }
   void take(Check c, const std::string& text) const { fields_.check(c) = numberOf(text) == 1; }
@@ -117,9 +117,7 @@ class Keeper {
  public:
   explicit Keeper(const Workbench& bench) : bench_(bench), fields_(bench.form.read()) {}
 
-  std::string kept(ColourBoxNumber box) const {
-    return std::to_string(fields_.boxes[static_cast<std::size_t>(box.box)]);
-  }
+  std::string kept(ColourBoxNumber box) const { return std::to_string(fields_.boxes[box.box]); }
   std::string kept(Param p) const { return fields_.text(p); }
   std::string kept(Check c) const { return fields_.check(c) ? "1" : "0"; }
   std::string kept(RecentFile file) const {

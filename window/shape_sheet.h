@@ -1,4 +1,4 @@
-// The sheet that shapes of one's own are drawn on.
+// The sheet that custom shapes are drawn on.
 #pragma once
 
 #include "custom/shape_editor.h"

@@ -15,9 +15,7 @@
 namespace lorivan {
 namespace {
 
-int kindOf(const Document& document, int line) {
-  return (*document.lines)[static_cast<std::size_t>(line)].Kind & 3;
-}
+int kindOf(const Document& document, int line) { return (*document.lines)[line].Kind & 3; }
 
 std::string kindHint(int kind) {
   switch (kind) {
@@ -95,11 +93,11 @@ std::string shapeSummary(const CustomShape& shape) {
   for (int line = 1; line <= shape.ShapeLineCount; ++line) {
     if (!shape.lineIsLive(line)) continue;
     ++lines;
-    for (const int end : {0, 1}) ++linesAt[static_cast<std::size_t>(shape.lineEnd(end, line))];
+    for (const int end : {0, 1}) ++linesAt[shape.lineEnd(end, line)];
   }
   for (int point = 1; point <= shape.ShapePointCount; ++point) {
     points += shape.pointIsLive(point) ? 1 : 0;
-    looseEnds += linesAt[static_cast<std::size_t>(point)] == 1 ? 1 : 0;
+    looseEnds += linesAt[point] == 1 ? 1 : 0;
   }
   if (points == 0) return shapeHint();
   const std::string counts =

@@ -19,7 +19,7 @@ std::string gridSummary(const Document& document);
 std::string knotSummary(const Knot& knot);
 /// "; the bands run together by 3 pixels: ..." or nothing.
 std::string overlapNote(const Document& document, const Knot& knot);
-/// Points, lines and loose ends of a shape of one's own, and what to do next.
+/// Points, lines and loose ends of a custom shape, and what to do next.
 std::string shapeSummary(const CustomShape& shape);
 /// "; 34 % of the outline stayed empty: <advice>" or nothing.
 std::string emptyShare(const AutoGridReport& report, const std::string& advice);

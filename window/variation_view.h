@@ -23,7 +23,7 @@ class VariationView {
   /// Hides the mark as long as it is true.
   void setPlain(bool plain);
 
-  const Variation& marked() const { return variations_[static_cast<std::size_t>(mark_)]; }
+  const Variation& marked() const { return variations_[mark_]; }
   std::size_t count() const { return variations_.size(); }
   /// The name of the step that adopts the marked one; empty: its caption.
   std::string stepName() const { return step_.empty() ? marked().caption : step_; }

@@ -9,7 +9,7 @@
 #include "base/random.h"
 #include "base/texts.h"
 #include "design/output_options.h"
-#include "window/deeds.h"
+#include "window/action_queue.h"
 #include "window/file_chooser.h"
 #include "window/flat_view.h"
 #include "window/form.h"
@@ -81,7 +81,7 @@ class Workbench {
   template <class Use>
   auto lendPicture(Use use, bool bare = false) {
     const bool flatOne = !solidShown();
-    const bool altered = flatOne ? !deeds.animating() && (bare || flat.altered()) : solid.altered();
+    const bool altered = flatOne ? !actions.animating() && (bare || flat.altered()) : solid.altered();
     const auto paintPlain = [&](bool plain) {
       flat.setPlain(plain, plain && bare);
       solid.setPlain(plain);
@@ -152,7 +152,7 @@ class Workbench {
   Session session;
   Form form;
   FileChooser files;
-  Deeds deeds;
+  ActionQueue actions;
   FlatView flat;
   SolidView solid;
   ShapeSheet sheet;

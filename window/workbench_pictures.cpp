@@ -48,7 +48,7 @@ class Caption {
 
 bool Workbench::drawKnot(bool asked, bool modelAsked) {
   if (!document().lines) return false;
-  const Deeds::Working working(deeds);
+  const ActionQueue::Working working(actions);
   const bool animated = asked && document().fields.check(Check::Animate);
   const Caption caption(window, controlId("cmd2D"), animated ? stopCaption() : waitCaption());
   if (!trace(asked)) return false;
@@ -97,7 +97,7 @@ bool Workbench::play() {
   status(tr("{1}; Stop or Esc ends the drawing", knotSummary(knot())));
   drawn_ = true;
   sortOut();
-  const bool alive = deeds.play(
+  const bool alive = actions.play(
       platform.clock(), [this] { return flat.frame(document()); }, [this] { return window.processEvents(); });
   flat.endAnimation();
   return alive;
@@ -109,7 +109,7 @@ void Workbench::showGrid() {
 }
 
 void Workbench::paintFlat() {
-  if (deeds.animating()) return flat.repaintAnimation(document(), knot());
+  if (actions.animating()) return flat.repaintAnimation(document(), knot());
   const Status painted = drawn_ ? flat.paintKnot(document(), knot()) : flat.paintGrid(document(), knot());
   if (!painted) tell(painted.error());
 }
@@ -122,7 +122,7 @@ void Workbench::markStrand(int slot) {
 void Workbench::showMarks() { flat.setMarks(knot(), {symmetry.imagesOf(hand.hovered), hand.walk.line()}); }
 
 bool Workbench::buildModel(bool asked) {
-  const Deeds::Working working(deeds);
+  const ActionQueue::Working working(actions);
   const std::int64_t polygons = polygonBudget(knot().strands, tubeSettings(document().fields));
   // Nobody waits for a large model that nobody looks at: it is built when it is to be shown.
   if (!asked && !solidShown() && polygons >= SolidView::kLargeModel) return false;
@@ -153,7 +153,7 @@ void Workbench::paintSolid() {
 }
 
 void Workbench::preview(int style) {
-  if (deeds.working() || picture_ == Picture::sheet || picture_ == Picture::variations || !document().lines)
+  if (actions.working() || picture_ == Picture::sheet || picture_ == Picture::variations || !document().lines)
     return;
   if (style < 0) {
     if (!std::exchange(previewing_, false)) return;
@@ -167,7 +167,7 @@ void Workbench::preview(int style) {
                    : !flat.paintKnot(styled, previewStages_.knot()))
     return;
   if (!std::exchange(previewing_, true)) statusBeforePreview_ = status_;
-  status(translated(presetTable()[static_cast<std::size_t>(style)].about));
+  status(translated(presetTable()[style].about));
 }
 
 }  // namespace lorivan

@@ -22,7 +22,7 @@ void drawSheet(Platform& platform, Surface& surface, const std::vector<Variation
   const auto knot = std::make_unique<Knot>();
   surface.clear(0xFFFFFF);
   for (int i = 0; i < static_cast<int>(variations.size()); ++i) {
-    const Document& document = variations[static_cast<std::size_t>(i)].document;
+    const Document& document = variations[i].document;
     const StrandColours colours = strandColours(document.fields.boxes);
     if (makeKnot(document, *knot))
       benchmark::DoNotOptimize(drawOnSheet(surface, layout, i, {platform, document, *knot, colours}));

@@ -124,7 +124,7 @@ void edit(benchmark::State& state) {
                     viewOf(knot, document.fields, style, kReferenceWidth, true), options);
     benchmark::DoNotOptimize((*surface)->lendPixels());
   }
-  state.SetLabel(std::string(shapeTable()[static_cast<std::size_t>(state.range(0))].name));
+  state.SetLabel(std::string(shapeTable()[state.range(0)].name));
 }
 BENCHMARK(edit)->DenseRange(0, kShapeCount - 2)->Unit(benchmark::kMillisecond);
 

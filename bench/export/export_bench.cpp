@@ -24,7 +24,7 @@ class ReusedSink final : public Sink {
 enum Kind : std::int64_t { plain, binary, shared };
 
 void writeMillion(benchmark::State& state) {
-  const ExportFormat& format = exportFormats()[static_cast<std::size_t>(state.range(0))];
+  const ExportFormat& format = exportFormats()[state.range(0)];
   SampleKnot knot;
   knot.model = torus(7.5F, 2, 9900, 98);
   ExportScene scene = knot.scene();

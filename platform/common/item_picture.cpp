@@ -13,7 +13,7 @@ double meanCover(const ItemPicture& picture, double left, double top, double rig
     const double tall = std::min<double>(bottom, y + 1) - std::max<double>(top, y);
     for (int x = static_cast<int>(left); x < right && x < picture.width; ++x) {
       const double wide = std::min<double>(right, x + 1) - std::max<double>(left, x);
-      sum += tall * wide * picture.cover[static_cast<std::size_t>(y * picture.width + x)];
+      sum += tall * wide * picture.cover[y * picture.width + x];
     }
   }
   return sum / ((right - left) * (bottom - top));

@@ -278,7 +278,7 @@ double panelFactor(std::span<const ControlSpec> controls, int clientWidth, int c
 
 ControlId pictureInUse(std::span<const ControlSpec> controls, const std::function<bool(ControlId)>& usable) {
   for (ControlId id = 0; id < static_cast<ControlId>(controls.size()); ++id) {
-    const ControlSpec& control = controls[static_cast<std::size_t>(id)];
+    const ControlSpec& control = controls[id];
     if (control.kind == ControlKind::picture && control.group.empty() && usable(id)) return id;
   }
   return -1;

@@ -115,7 +115,7 @@ Result<std::unique_ptr<Window>> NonePlatform::createWindow(const WindowSpec& spe
   if (!windowStatus) return windowStatus.error();
   auto window = std::make_unique<NoneWindow>(spec, events, dialogs, screen);
   window_ = window.get();
-  window->gone = [this] { window_ = nullptr; };
+  window->onDestroyed = [this] { window_ = nullptr; };
   return std::unique_ptr<Window>(std::move(window));
 }
 

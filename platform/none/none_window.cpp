@@ -53,7 +53,7 @@ NoneWindow::NoneWindow(const WindowSpec& spec, const WindowEvents& events, Dialo
   }
 }
 
-NoneWindow::~NoneWindow() { call(gone); }
+NoneWindow::~NoneWindow() { call(onDestroyed); }
 
 NoneWindow::Control& NoneWindow::at(ControlId control) {
   return controls_.at(static_cast<std::size_t>(control));
@@ -103,11 +103,11 @@ void NoneWindow::show() {
 }
 
 bool NoneWindow::processEvents() {
-  if (!closed_) call(looked);
+  if (!closed_) call(onEvents);
   while (!waiting_.empty() && !closed_) {
-    const std::function<void()> deed = std::move(waiting_.front());
+    const std::function<void()> action = std::move(waiting_.front());
     waiting_.pop_front();
-    deed();
+    action();
   }
   return !closed_;
 }
@@ -120,7 +120,7 @@ void NoneWindow::close() {
 std::string NoneWindow::text(ControlId control) const {
   const Control& c = at(control);
   if (spec(control).kind != ControlKind::list) return c.text;
-  return c.selected < 0 ? std::string() : c.items[static_cast<std::size_t>(c.selected)];
+  return c.selected < 0 ? std::string() : c.items[c.selected];
 }
 
 void NoneWindow::setChecked(ControlId control, bool on) {
@@ -318,7 +318,7 @@ void NoneWindow::userChooses(ControlId list, int index) {
 
 void NoneWindow::userPicks(CommandId command) {
   if (closed_ || !commandEnabled(command) || !commandVisible(command))
-    refuse(std::string(commandSpecs_[static_cast<std::size_t>(command)].name) + " cannot be chosen");
+    refuse(std::string(commandSpecs_[command].name) + " cannot be chosen");
   call(events_.command, command);
 }
 

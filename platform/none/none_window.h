@@ -89,7 +89,7 @@ class NonePage final : public PrintPage {
   RecordingSurface surface_;
 };
 
-/// Pictures outside of groups are the large ones; userResizes() sets their width. The user's deeds throw
+/// Pictures outside of groups are the large ones; userResizes() sets their width. The user's actions throw
 /// std::logic_error when no person could do them: a click on a disabled button, a choice outside the list.
 class NoneWindow final : public Window {
  public:
@@ -203,12 +203,12 @@ class NoneWindow final : public Window {
   /// The desktop becomes dark, or light again.
   void userColours(Colour face, Colour text);
   /// Something to happen at the next processEvents() or run().
-  void later(std::function<void()> deed) { waiting_.push_back(std::move(deed)); }
+  void later(std::function<void()> action) { waiting_.push_back(std::move(action)); }
 
-  /// Called at the beginning of every processEvents() and run(), for deeds at a certain time.
-  std::function<void()> looked;
+  /// Called at the beginning of every processEvents() and run(), for actions at a certain time.
+  std::function<void()> onEvents;
   /// Called when the window is destroyed.
-  std::function<void()> gone;
+  std::function<void()> onDestroyed;
 
  private:
   struct Control {

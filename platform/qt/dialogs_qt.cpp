@@ -109,8 +109,7 @@ void followFilter(QFileDialog& dialog, const FileDialogSpec& spec) {
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog, &spec](const QString& chosen) {
     const auto place = filtersOf(spec).indexOf(chosen);
     if (place < 0) return;
-    const std::string extensions =
-        place == 0 ? spec.defaultExtension : spec.more[static_cast<std::size_t>(place - 1)].extensions;
+    const std::string extensions = place == 0 ? spec.defaultExtension : spec.more[place - 1].extensions;
     dialog.setDefaultSuffix(toQString(extensions.substr(0, extensions.find(' '))));
   });
 }

@@ -56,7 +56,7 @@ FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget
     : QWidget(parent), controls_(controls), events_(std::move(events)) {
   QWidget* previous = nullptr;
   for (ControlId id = 0; id < static_cast<ControlId>(controls_.size()); ++id) {
-    const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+    const ControlSpec& spec = controls_[id];
     QWidget* const made = make(id);
     widgets_.push_back(made);
     made->setObjectName(toQString(spec.name));
@@ -75,7 +75,7 @@ FormQt::FormQt(std::span<const ControlSpec> controls, FormEvents events, QWidget
 }
 
 QWidget* FormQt::make(ControlId id) {
-  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  const ControlSpec& spec = controls_[id];
   switch (spec.kind) {
     case ControlKind::group:
       return new GroupFrame(toQString(withoutMnemonic(spec.caption)), this);
@@ -101,7 +101,7 @@ QWidget* FormQt::make(ControlId id) {
 }
 
 QWidget* FormQt::makeButton(ControlId id) {
-  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  const ControlSpec& spec = controls_[id];
   QAbstractButton* button = nullptr;
   if (spec.kind == ControlKind::colourBox) {
     button = new ColourBox(this);
@@ -120,7 +120,7 @@ QWidget* FormQt::makeButton(ControlId id) {
 }
 
 QWidget* FormQt::makeToggle(ControlId id) {
-  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  const ControlSpec& spec = controls_[id];
   QAbstractButton* toggle = nullptr;
   if (spec.kind == ControlKind::radio) {
     toggle = new QRadioButton(toQString(spec.caption), this);
@@ -135,7 +135,7 @@ QWidget* FormQt::makeToggle(ControlId id) {
 }
 
 QWidget* FormQt::makeField(ControlId id) {
-  const ControlSpec& spec = controls_[static_cast<std::size_t>(id)];
+  const ControlSpec& spec = controls_[id];
   if (spec.kind == ControlKind::list) {
     auto* const box = new QComboBox(this);
     box->setFocusPolicy(Qt::StrongFocus);  // the wheel, which does nothing here, leaves the focus alone
@@ -166,7 +166,7 @@ void FormQt::flatten(QWidget& text) const {
 }
 
 QWidget* FormQt::makeLabel(ControlId id) {
-  auto* const label = new QLabel(toQString(controls_[static_cast<std::size_t>(id)].caption), this);
+  auto* const label = new QLabel(toQString(controls_[id].caption), this);
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   label->setTextFormat(Qt::PlainText);
   label->setContentsMargins(0, 0, 2, 0);
@@ -384,7 +384,7 @@ void FormQt::tellPointed(const QWidget* watched, const QEvent& event) {
   const auto at = std::ranges::find(widgets_, watched);
   if (at == widgets_.end()) return;
   auto control = static_cast<ControlId>(at - widgets_.begin());
-  const ControlSpec& spec = controls_[static_cast<std::size_t>(control)];
+  const ControlSpec& spec = controls_[control];
   if (spec.kind == ControlKind::picture && spec.group.empty()) return;
   if (event.type() == QEvent::FocusIn) {
     const Qt::FocusReason reason = static_cast<const QFocusEvent&>(event).reason();

@@ -33,7 +33,7 @@ void ListPictures::fit(QComboBox& list) const {
   const QPalette& palette = list.palette();
   list.setIconSize(size);
   for (int i = 0; i < std::min(list.count(), static_cast<int>(found->second.size())); ++i) {
-    const ItemPicture& picture = found->second[static_cast<std::size_t>(i)];
+    const ItemPicture& picture = found->second[i];
     QIcon icon;
     for (const auto& [mode, group, role] : {std::tuple{QIcon::Normal, QPalette::Active, QPalette::Text},
                                             {QIcon::Selected, QPalette::Active, QPalette::HighlightedText},

@@ -238,7 +238,7 @@ std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialog
   DialogTemplate form(titleText(spec.title), kWidth, static_cast<short>(end + 25), items);
   form.item(kStaticClass, 90, SS_LEFT, {kMargin, kMargin, kWidth - kMargin, kFirst - 3}, widen(spec.hint));
   for (short i = 0; i < count; ++i) {
-    const OptionLine& line = spec.lines[static_cast<std::size_t>(i)];
+    const OptionLine& line = spec.lines[i];
     const auto top = static_cast<short>(kFirst + i * kLineHeight);
     const auto identifier = static_cast<WORD>(kEntry + i);
     if (line.isBox) {

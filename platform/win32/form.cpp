@@ -88,7 +88,7 @@ Status Form::create(HWND parent, const MouseHandler& onMouse) {
 }
 
 Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onMouse) {
-  const ControlSpec& spec = specs_[static_cast<std::size_t>(control)];
+  const ControlSpec& spec = specs_[control];
   State& state = at(control);
   state.group = groupOf(spec);
   if (spec.kind == ControlKind::picture) {
@@ -105,7 +105,7 @@ Status Form::makeControl(ControlId control, HWND parent, const MouseHandler& onM
   // Radios of one group follow each other; the first one starts the arrow keys' circle and is the Tab stop.
   const bool follows = spec.kind == ControlKind::radio && control > 0 &&
                        this->kind(control - 1) == ControlKind::radio &&
-                       specs_[static_cast<std::size_t>(control - 1)].group == spec.group;
+                       specs_[control - 1].group == spec.group;
   if (!follows) style |= WS_GROUP | (spec.kind == ControlKind::radio ? WS_TABSTOP : 0U);
   const auto identifier = reinterpret_cast<HMENU>(static_cast<INT_PTR>(kFirstControl + control));
   state.handle = CreateWindowExW(kind.extendedStyle, kind.className, widen(spec.caption).c_str(), style, 0, 0,
@@ -132,7 +132,7 @@ ControlId Form::find(HWND window) const {
 // ---- Places ----
 
 bool Form::isPlaced(ControlId control) const {
-  const CellPlace& place = specs_[static_cast<std::size_t>(control)].place;
+  const CellPlace& place = specs_[control].place;
   return place.columns > 0 && place.rows > 0;
 }
 
@@ -143,7 +143,7 @@ std::vector<ControlId> Form::place(int clientWidth, int clientHeight, HFONT font
   SendMessageW(tips_, TTM_SETMAXTIPWIDTH, 0, scaled(400, metrics));
   std::vector<ControlId> resized;
   for (ControlId control = 0; control < static_cast<ControlId>(specs_.size()); ++control) {
-    const LayoutRect& rect = layout.controls[static_cast<std::size_t>(control)];
+    const LayoutRect& rect = layout.controls[control];
     takeFont(control, font, metrics);
     at(control).place = rect;
     placeControl(control, rect, metrics);
@@ -338,10 +338,9 @@ bool Form::checked(ControlId control) const {
 
 void Form::setChecked(ControlId control, bool on) {
   if (on && kind(control) == ControlKind::radio) {
-    const std::string_view group = specs_[static_cast<std::size_t>(control)].group;
+    const std::string_view group = specs_[control].group;
     for (ControlId other = 0; other < static_cast<ControlId>(specs_.size()); ++other)
-      if (other != control && kind(other) == ControlKind::radio &&
-          specs_[static_cast<std::size_t>(other)].group == group)
+      if (other != control && kind(other) == ControlKind::radio && specs_[other].group == group)
         setChecked(other, false);
   }
   SendMessageW(handle(control), BM_SETCHECK, on ? BST_CHECKED : BST_UNCHECKED, 0);

@@ -32,7 +32,7 @@ class Form {
   std::span<const ControlSpec> specs() const { return specs_; }
   HWND handle(ControlId control) const { return at(control).handle; }
   PictureView* picture(ControlId control) const { return at(control).picture.get(); }
-  ControlKind kind(ControlId control) const { return specs_[static_cast<std::size_t>(control)].kind; }
+  ControlKind kind(ControlId control) const { return specs_[control].kind; }
   /// The control with this window, or -1.
   ControlId find(HWND window) const;
 
@@ -88,8 +88,8 @@ class Form {
     std::vector<ItemPicture> pictures;  // of a list's items
   };
 
-  State& at(ControlId control) { return states_[static_cast<std::size_t>(control)]; }
-  const State& at(ControlId control) const { return states_[static_cast<std::size_t>(control)]; }
+  State& at(ControlId control) { return states_[control]; }
+  const State& at(ControlId control) const { return states_[control]; }
   ControlId groupOf(const ControlSpec& control) const;
   Status makeControl(ControlId control, HWND parent, const MouseHandler& onMouse);
   bool isPlaced(ControlId control) const;

@@ -104,7 +104,7 @@ void MenuBar::fill(std::string_view title, HMENU handle) const {
 }
 
 void MenuBar::refill(CommandId command) const {
-  const std::string_view title = specs_[static_cast<std::size_t>(command)].menu;
+  const std::string_view title = specs_[command].menu;
   if (bar_ != nullptr) fill(title, menus_.at(title));
 }
 
@@ -117,14 +117,14 @@ void MenuBar::append(HMENU menu, std::size_t row) const {
 }
 
 void MenuBar::setText(CommandId command, const std::string& text) {
-  State& state = states_[static_cast<std::size_t>(command)];
+  State& state = states_[command];
   if (state.text == text) return;
   state.text = text;
   if (state.visible) refill(command);
 }
 
 void MenuBar::setVisible(CommandId command, bool on) {
-  State& state = states_[static_cast<std::size_t>(command)];
+  State& state = states_[command];
   if (state.visible == on) return;
   state.visible = on;
   refill(command);
@@ -135,13 +135,13 @@ void MenuBar::attach(HWND window) {
 }
 
 void MenuBar::enable(CommandId command, bool on) {
-  states_[static_cast<std::size_t>(command)].enabled = on;
+  states_[command].enabled = on;
   EnableMenuItem(bar_, static_cast<UINT>(kFirstCommand + command),
                  static_cast<UINT>(MF_BYCOMMAND | (on ? MF_ENABLED : MF_GRAYED)));
 }
 
 void MenuBar::check(CommandId command, bool on) {
-  states_[static_cast<std::size_t>(command)].checked = on;
+  states_[command].checked = on;
   CheckMenuItem(bar_, static_cast<UINT>(kFirstCommand + command),
                 static_cast<UINT>(MF_BYCOMMAND | (on ? MF_CHECKED : MF_UNCHECKED)));
 }

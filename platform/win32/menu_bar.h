@@ -27,12 +27,12 @@ class MenuBar {
 
   int count() const { return static_cast<int>(states_.size()); }
   void enable(CommandId command, bool on);
-  bool enabled(CommandId command) const { return states_[static_cast<std::size_t>(command)].enabled; }
+  bool enabled(CommandId command) const { return states_[command].enabled; }
   void check(CommandId command, bool on);
-  bool checked(CommandId command) const { return states_[static_cast<std::size_t>(command)].checked; }
+  bool checked(CommandId command) const { return states_[command].checked; }
   void setText(CommandId command, const std::string& text);
   void setVisible(CommandId command, bool on);
-  bool visible(CommandId command) const { return states_[static_cast<std::size_t>(command)].visible; }
+  bool visible(CommandId command) const { return states_[command].visible; }
 
  private:
   struct State {

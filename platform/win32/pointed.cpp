@@ -22,8 +22,8 @@ void WindowWin32::followPointer(const MSG& message) {
   }
   const POINT at = {static_cast<short>(LOWORD(message.lParam)), static_cast<short>(HIWORD(message.lParam))};
   const ControlId control = message.hwnd == window_ ? form_.controlAt(at) : form_.find(message.hwnd);
-  const bool large = control >= 0 && form_.kind(control) == ControlKind::picture &&
-                     form_.specs()[static_cast<std::size_t>(control)].group.empty();
+  const bool large =
+      control >= 0 && form_.kind(control) == ControlKind::picture && form_.specs()[control].group.empty();
   tellPointed(large ? -1 : control);
 }
 

@@ -13,12 +13,12 @@ namespace lorivan::fuzz {
 using Bytes = std::span<const std::uint8_t>;
 
 void knotText(Bytes bytes);     // a knot file
-void shapeText(Bytes bytes);    // a file of a shape of one's own
+void shapeText(Bytes bytes);    // a file of a custom shape
 void source(Bytes bytes);       // a knot inside a picture, drawing or model
 void svgOutline(Bytes bytes);   // a drawing as an outline
 void dxfOutline(Bytes bytes);   // the same
 void picture(Bytes bytes);      // a picture that is traced
-void shapeGrid(Bytes bytes);    // a shape of one's own, its grids and their knots
+void shapeGrid(Bytes bytes);    // a custom shape, its grids and their knots
 void graph(Bytes bytes);        // any lines, their knot, its outlines and its model
 void commandLine(Bytes bytes);  // arguments, their knot and its files
 void settings(Bytes bytes);     // what is kept from one start to the next

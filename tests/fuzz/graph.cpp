@@ -42,7 +42,7 @@ void graph(Bytes bytes) {
   if (draws.below(4) == 0)
     graph.wrap = {draws.number(), static_cast<std::int16_t>(kLeastPeriod + draws.below(400))};
   for (graph.LastLine = -1; graph.LastLine + 1 < kLines && !draws.empty();)
-    graph.Lines[static_cast<std::size_t>(++graph.LastLine)] = drawLine(draws);
+    graph.Lines[++graph.LastLine] = drawLine(draws);
   graph.NextLine = graph.LastLine + 1;
   graph.NoGrid = graph.LastLine < 0;
   followRoad(graph, road, false);

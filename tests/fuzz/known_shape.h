@@ -1,4 +1,4 @@
-// What holds for every shape of one's own.
+// What holds for every custom shape.
 #pragma once
 
 #include "custom/shape_file.h"

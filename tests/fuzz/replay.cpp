@@ -74,8 +74,8 @@ void alter(Content& content, std::mt19937_64& random) {
     const Content part(content.begin() + at, content.begin() + at + run);
     const auto to = static_cast<std::ptrdiff_t>(below(content.size()));
     const std::size_t how = below(7);
-    if (how < 3) content[static_cast<std::size_t>(at)] = static_cast<std::uint8_t>(random());
-    if (how == 3) content[static_cast<std::size_t>(at)] ^= static_cast<std::uint8_t>(1U << below(8));
+    if (how < 3) content[at] = static_cast<std::uint8_t>(random());
+    if (how == 3) content[at] ^= static_cast<std::uint8_t>(1U << below(8));
     if (how == 4) content.erase(content.begin() + at, content.begin() + at + run);
     if (how == 5) content.insert(content.begin() + to, part.begin(), part.end());
     if (how == 6) std::copy_n(part.begin(), std::min(run, std::ssize(content) - to), content.begin() + to);

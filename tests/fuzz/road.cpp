@@ -22,7 +22,7 @@ bool isPlace(double x, double y) { return std::isfinite(x) && std::isfinite(y); 
 bool isSimple(const KnotGraph& graph) {
   std::set<std::array<int, 5>> known;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& l = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& l = graph.Lines[j];
     if (l.Kind == kNoLine) continue;
     const int turns = graph.wrap.turn(l.X2) - graph.wrap.turn(l.X1);
     const int a = graph.wrap.within(l.X1), b = graph.wrap.within(l.X2);
@@ -34,7 +34,7 @@ bool isSimple(const KnotGraph& graph) {
 
 void requirePassedTwice(const KnotGraph& graph) {
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     require((line.Kind != kOrdinary && line.Kind != kReversed) || line.Passes == 2,
             "every crossing line is passed twice");
   }

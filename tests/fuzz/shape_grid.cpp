@@ -1,4 +1,4 @@
-// A shape of one's own, its lines and its cells as grids, and their knots. After the settings come records of
+// A custom shape, its lines and its cells as grids, and their knots. After the settings come records of
 // five bytes: what to do, and a place.
 #include <algorithm>
 #include <vector>
@@ -20,17 +20,17 @@ std::int16_t coordinate(Draws& draws) { return std::max<std::int16_t>(draws.numb
 class Hand {
  public:
   void record(Draws& draws) {
-    const int deed = draws.byte();
+    const int what = draws.byte();
     const std::int16_t x = coordinate(draws), y = coordinate(draws);
     const int count = std::max(1, shape.ShapePointCount);
-    if ((deed & 7) == 7 && shape.ShapePointCount > 0) {
+    if ((what & 7) == 7 && shape.ShapePointCount > 0) {
       shape.addLine(1 + (x & 0x7FFF) % count, 1 + (y & 0x7FFF) % count);
-    } else if ((deed & 7) == 6) {
+    } else if ((what & 7) == 6) {
       shape.deletePoint(1 + (x & 0x7FFF) % count);
     } else {
-      if ((deed & 7) == 5) finish();
+      if ((what & 7) == 5) finish();
       // Mostly on the sheet, seldom anywhere that a file may name.
-      const float unit = (deed & 0x78) == 0x78 ? 1 : 1 / 64.0F;
+      const float unit = (what & 0x78) == 0x78 ? 1 : 1 / 64.0F;
       const int point = shape.addPoint(static_cast<float>(x) * unit, static_cast<float>(y) * unit);
       if (first_ == 0) first_ = point;
       if (last_ != 0) shape.addLine(last_, point);

@@ -1,4 +1,4 @@
-// Files of a shape of one's own: what can be read is written and read again without a change.
+// Files of a custom shape: what can be read is written and read again without a change.
 #include "custom/shape_file.h"
 
 #include "fuzz.h"

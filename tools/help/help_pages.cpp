@@ -101,7 +101,7 @@ std::string fields(std::string_view group) {
 std::string shapes() {
   std::string html = "<div class=\"strip four\">\n";
   for (int i = 0; i < kShapeCount - 1; ++i) {
-    const ShapeSpec& spec = shapeTable()[static_cast<std::size_t>(i)];
+    const ShapeSpec& spec = shapeTable()[i];
     html += picture("shape-" + std::to_string(i), std::string(spec.name) + ": " + std::string(spec.about),
                     spec.name);
   }
@@ -144,9 +144,7 @@ std::string shortcuts() {
   return html + "</table>\n";
 }
 
-std::string titleOf(const HelpPage& page) {
-  return shownText(commandTable()[static_cast<std::size_t>(commandId(page.command))].text);
-}
+std::string titleOf(const HelpPage& page) { return shownText(commandTable()[commandId(page.command)].text); }
 
 /// What all pages begin with, up to the title that the reader sees.
 std::string head(const HelpPage& page) {

@@ -60,7 +60,7 @@ std::string inputs() {
   return all;
 }
 
-/// What can stand in the place of a placeholder that is not a number or a text of one's own.
+/// What can stand in the place of a placeholder that is not a number or a free text.
 struct Choice {
   std::string_view option;
   std::string command;  // of the shell; empty: nothing can be offered

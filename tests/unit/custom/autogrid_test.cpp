@@ -328,7 +328,7 @@ TEST(AutoGrid, EverySizeMakesAnotherGridOfARing) {
     ASSERT_TRUE(AutoGrid(graph, ring, GridView(), {size, false})) << size;
     std::vector<int> places;
     for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+      const GridLine& line = graph.Lines[j];
       places.insert(places.end(), {line.X1, line.Y1, line.X2, line.Y2});
     }
     EXPECT_TRUE(grids.insert(std::move(places)).second) << size;

@@ -75,7 +75,7 @@ TEST(NewGrid, RefusesMoreLinesThanTheTableHolds) {
 
 TEST(MakeFromStandard, GoesThereAndBack) {
   for (int index = 0; index < kShapeCount - 1; ++index) {
-    SCOPED_TRACE(shapeTable()[static_cast<std::size_t>(index)].name);
+    SCOPED_TRACE(shapeTable()[index].name);
     KnotGraph graph, again;
     GridFields fields;
     fields.shape = static_cast<Shape>(index);

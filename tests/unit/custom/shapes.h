@@ -50,8 +50,7 @@ inline void expectKnot(KnotGraph& graph) {
   ASSERT_TRUE(CalcGrid(graph)) << "more than 13 lines at a point";
   StrandStore store;
   ASSERT_TRUE(traceStrands(graph, {}, store));
-  for (int j = 0; j <= graph.LastLine; ++j)
-    ASSERT_EQ(graph.Lines[static_cast<std::size_t>(j)].Passes, 2) << "line " << j;
+  for (int j = 0; j <= graph.LastLine; ++j) ASSERT_EQ(graph.Lines[j].Passes, 2) << "line " << j;
 }
 
 }  // namespace lorivan

@@ -15,9 +15,7 @@ void pull(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
   editor.picShape_MouseUp(button, 0, static_cast<float>(to.x), static_cast<float>(to.y));
 }
 
-Spot place(const CustomShape& shape, int point) {
-  return {shape.ShapeX[static_cast<std::size_t>(point)], shape.ShapeY[static_cast<std::size_t>(point)]};
-}
+Spot place(const CustomShape& shape, int point) { return {shape.ShapeX[point], shape.ShapeY[point]}; }
 
 /// Whether every point and line lies where the map lays one.
 bool laidOntoItself(const CustomShape& shape, const Isometry& map) {
@@ -25,14 +23,12 @@ bool laidOntoItself(const CustomShape& shape, const Isometry& map) {
   for (int point = 1; point <= shape.ShapePointCount; ++point) {
     if (!shape.pointIsLive(point)) continue;
     const Spot to = map(place(shape, point));
-    image[static_cast<std::size_t>(point)] =
-        shape.nearestPoint(static_cast<float>(to.x), static_cast<float>(to.y), 0.02F);
-    if (image[static_cast<std::size_t>(point)] == 0) return false;
+    image[point] = shape.nearestPoint(static_cast<float>(to.x), static_cast<float>(to.y), 0.02F);
+    if (image[point] == 0) return false;
   }
   for (int line = 1; line <= shape.ShapeLineCount; ++line)
     if (shape.lineIsLive(line) &&
-        shape.lineBetween(image[static_cast<std::size_t>(shape.lineEnd(0, line))],
-                          image[static_cast<std::size_t>(shape.lineEnd(1, line))]) == 0)
+        shape.lineBetween(image[shape.lineEnd(0, line)], image[shape.lineEnd(1, line)]) == 0)
       return false;
   return true;
 }
@@ -103,10 +99,8 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
   turned.setSymmetry({false, false, 6});
   pull(turned, {20, 20}, {250, 10});  // kept off the margins in all images
   ASSERT_EQ(turned.shape().ShapePointCount, 6);
-  for (int point = 1; point <= 6; ++point)
-    EXPECT_GE(turned.shape().ShapeY[static_cast<std::size_t>(point)], 60);
-  for (int point = 1; point <= 6; ++point)
-    EXPECT_LE(turned.shape().ShapeY[static_cast<std::size_t>(point)], 340);
+  for (int point = 1; point <= 6; ++point) EXPECT_GE(turned.shape().ShapeY[point], 60);
+  for (int point = 1; point <= 6; ++point) EXPECT_LE(turned.shape().ShapeY[point], 340);
   pull(turned, place(turned.shape(), 1), place(turned.shape(), 2));  // a side of six
   EXPECT_EQ(turned.shape().ShapeLineCount, 6);
   turned.setSymmetry({});

@@ -29,9 +29,7 @@ TEST(SmoothLines, PointsOfACircleGiveTheCircle) {
     const ShapeLines drawn(smoothed(polygon(corners, 120)));
     EXPECT_GT(drawn.lines.size(), 30U);
     for (const Spot p : drawn.spots) EXPECT_NEAR(distance(p, {250, 200}), 120, 0.3) << corners;
-    for (const auto& [a, b] : drawn.lines)
-      EXPECT_GE(distance(drawn.spots[static_cast<std::size_t>(a)], drawn.spots[static_cast<std::size_t>(b)]),
-                5);
+    for (const auto& [a, b] : drawn.lines) EXPECT_GE(distance(drawn.spots[a], drawn.spots[b]), 5);
   }
   // Points at uneven distances, too: a quarter with one, the rest with eight.
   std::vector<Spot> uneven = polygon(12, 120);
@@ -45,7 +43,7 @@ TEST(SmoothLines, CornersJunctionsAndEndsStay) {
   const ShapeLines drawn(arch);
   EXPECT_GT(drawn.lines.size(), 20U);
   for (const auto& [a, b] : drawn.lines) {  // the level side between the two corners
-    const Spot p = drawn.spots[static_cast<std::size_t>(a)], q = drawn.spots[static_cast<std::size_t>(b)];
+    const Spot p = drawn.spots[a], q = drawn.spots[b];
     EXPECT_FALSE(p.y > 301 || q.y > 301);
   }
   const int tail = arch.addPoint(200, 50);
@@ -60,7 +58,7 @@ double turnAtFirst(const CustomShape& shape) {
   const ShapeLines drawn(shape);
   std::vector<Spot> ways;
   for (const auto& [a, b] : drawn.lines)
-    if (a == 0 || b == 0) ways.push_back(drawn.spots[static_cast<std::size_t>(a + b)] - drawn.spots[0]);
+    if (a == 0 || b == 0) ways.push_back(drawn.spots[a + b] - drawn.spots[0]);
   return ways.size() == 2 ? degreesBetween(-1 * ways[0], ways[1]) : -1;
 }
 

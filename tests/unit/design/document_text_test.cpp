@@ -22,10 +22,10 @@ KnotLine line(std::int16_t x1, std::int16_t y1, std::int16_t x2, std::int16_t y2
 Document otherDocument() {
   Document d;
   for (int i = 0; i < kParamCount; ++i) {
-    const ParamSpec& spec = parameterTable()[static_cast<std::size_t>(i)];
+    const ParamSpec& spec = parameterTable()[i];
     const auto p = static_cast<Param>(i);
     const std::string most = correctedText(p, std::string(spec.max));
-    d.fields.texts[static_cast<std::size_t>(i)] = d.fields.text(p) == most ? std::string(spec.min) : most;
+    d.fields.texts[i] = d.fields.text(p) == most ? std::string(spec.min) : most;
   }
   for (const Param angle : {Param::Theta, Param::Phi, Param::Psi})
     d.fields.text(angle) = "359.5";  // 360 is 0

@@ -20,7 +20,7 @@ Document gridOf(Shape shape, const char* x, const char* y, const char* scale) {
 TEST(Fit, BandsLeaveGapsOnEveryGridAndTheKnotFillsThePicture) {
   for (int i = 0; i < kShapeCount - 1; ++i)
     for (const auto& [x, y, scale] : {std::array{"2", "2", "30"}, {"5", "3", "20"}, {"8", "8", "15"}}) {
-      SCOPED_TRACE(shapeTable()[static_cast<std::size_t>(i)].name);
+      SCOPED_TRACE(shapeTable()[i].name);
       const Document plain = gridOf(static_cast<Shape>(i), x, y, scale);
       const Document fitted = fitBands(withFitPicture(plain, true));
       Knot knot;

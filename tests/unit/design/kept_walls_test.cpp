@@ -20,7 +20,7 @@ Document withWalls(const Document& d, std::uint32_t seed) {
   const Rnd random = seededRandom(seed);
   std::vector<int> lines;
   for (int j = 0; j < std::ssize(*d.lines); ++j)
-    if ((*d.lines)[static_cast<std::size_t>(j)].Kind == kOrdinary && random() < 0.3) lines.push_back(j);
+    if ((*d.lines)[j].Kind == kOrdinary && random() < 0.3) lines.push_back(j);
   return withKind(d, lines, kWall, {});
 }
 
@@ -53,7 +53,7 @@ TEST(KeptWalls, AGrowingSquareGridKeepsTheWallsOfItsColumns) {
 
 TEST(KeptWalls, ScaleStretchAndStyleKeepEveryKindOfEveryShape) {
   for (int s = 0; s < kShapeCount - 1; ++s) {
-    SCOPED_TRACE(shapeTable()[static_cast<std::size_t>(s)].name);
+    SCOPED_TRACE(shapeTable()[s].name);
     Document d = withWalls(made(static_cast<Shape>(s), "5", "4", "20"), 9);
     d = stepLine(d, 7, 3);
     const auto kinds = [](const Document& of) {

@@ -36,7 +36,7 @@ TEST(Presets, KeepTheirBandsAndColours) {
       {"Woodcut", 1850845035},       {"Classic", 2954717201}};
   ASSERT_EQ(presetTable().size(), std::size(styles));
   for (int i = 0; i < static_cast<int>(std::size(styles)); ++i) {
-    EXPECT_EQ(presetTable()[static_cast<std::size_t>(i)].name, styles[i].first);
+    EXPECT_EQ(presetTable()[i].name, styles[i].first);
     EXPECT_EQ(fingerprint(i), styles[i].second) << styles[i].first;
     EXPECT_TRUE(findPreset(styles[i].first) == i && findPreset(std::to_string(i)) == i);
   }

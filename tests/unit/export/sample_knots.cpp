@@ -23,8 +23,7 @@ TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, floa
 
 TubeModel builtTube(const StrandStore& store, const TubeSettings& settings) {
   SlotColours colours{};
-  for (int slot = 1; slot < kStrandSlots; ++slot)
-    colours[static_cast<std::size_t>(slot)] = QBColor((slot - 1) % 14 + 1);
+  for (int slot = 1; slot < kStrandSlots; ++slot) colours[slot] = QBColor((slot - 1) % 14 + 1);
   TubeModel model;
   if (!buildTube(store, settings, colours, model)) model.clear();
   return model;

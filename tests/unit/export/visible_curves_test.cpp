@@ -14,7 +14,7 @@ namespace {
 KnotCurve crossedEllipses() {
   KnotCurve curve;
   for (int slot = 1; slot <= 2; ++slot) {
-    curve.first[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size());
+    curve.first[slot] = static_cast<int>(curve.X.size());
     for (int i = 0; i < 200; ++i) {
       const double turn = 2 * 3.14159265358979 * i / 200;
       const double x = (slot == 1 ? 40 : 10) * std::cos(turn), y = (slot == 1 ? 10 : 40) * std::sin(turn);
@@ -22,7 +22,7 @@ KnotCurve crossedEllipses() {
       curve.Y.push_back(static_cast<float>(y / 0.8));
       curve.Z.push_back(static_cast<float>((slot == 1 ? x : -x) / 40));
     }
-    curve.last[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size()) - 1;
+    curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
   }
   return curve;
 }

@@ -20,7 +20,7 @@ TEST(LinesPassed, MiddlesAreStruckAndPointsAreNot) {
   EXPECT_EQ(struck({-52, -8}, {-38, -8}), 0U) << "within a cell";
   EXPECT_EQ(struck({-30, -30}, {-30, -30}), 0U) << "on a point";
   const int line = linesPassed(graph, {-40, -45}, {-20, -45}).front();
-  graph.Lines[static_cast<std::size_t>(line)].Kind = kNoLine;
+  graph.Lines[line].Kind = kNoLine;
   EXPECT_EQ(struck({-40, -45}, {-20, -45}), 0U) << "it is not there";
 }
 
@@ -43,11 +43,11 @@ TEST(LineWalk, ArrowsReachEveryLineAndStepBack) {
     // Lines in one place, as where a spiral's ends meet, are one to the eye.
     std::set<std::pair<int, int>> places, seen;
     for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+      const GridLine& line = graph.Lines[j];
       places.insert({line.MidX, line.MidY});
       if (reached.contains(j)) seen.insert({line.MidX, line.MidY});
     }
-    EXPECT_EQ(seen.size(), places.size()) << shapeTable()[static_cast<std::size_t>(s)].name;
+    EXPECT_EQ(seen.size(), places.size()) << shapeTable()[s].name;
   }
   KnotGraph graph;
   ASSERT_TRUE(buildStandardGrid(graph, {Shape::SquareSquare, 6, 4, 20, 1, 0}));

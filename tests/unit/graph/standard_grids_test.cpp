@@ -43,7 +43,7 @@ TEST(StandardGrids, LinesStandWhereTheirFormulasPutThem) {
     ASSERT_TRUE(buildStandardGrid(graph, fieldsOf(c.shape, c.x, c.y, c.scale)));
     EXPECT_EQ(graph.LastLine, c.last) << static_cast<int>(c.shape);
     EXPECT_FALSE(graph.NoGrid);
-    const GridLine& l = graph.Lines[static_cast<std::size_t>(c.index)];
+    const GridLine& l = graph.Lines[c.index];
     EXPECT_EQ((std::array<int, 5>{l.X1, l.Y1, l.X2, l.Y2, l.Kind}), c.endsAndKind)
         << static_cast<int>(c.shape);
   }
@@ -130,7 +130,7 @@ TEST(RandomKinds, MakeOneCellAWallOrEmpty) {
     EXPECT_EQ(taken, c.draws);
     int lines = 0, sumX = 0, sumY = 0;
     for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+      const GridLine& line = graph.Lines[j];
       if (line.Kind == kOrdinary) continue;
       EXPECT_EQ(line.Kind, c.kind);
       ++lines, sumX += line.MidX, sumY += line.MidY;

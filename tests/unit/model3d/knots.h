@@ -24,7 +24,7 @@ inline ViewState viewAt(float theta, float phi, float psi) {
 inline void addStrand(StrandStore& store, int slot, const std::vector<StrandPoint>& points) {
   for (std::size_t i = 0; i < points.size(); ++i) store.point(slot, static_cast<int>(i)) = points[i];
   store.point(slot, static_cast<int>(points.size())) = points[0];
-  store.ThreadCount[static_cast<std::size_t>(slot)] = static_cast<std::int32_t>(points.size());
+  store.ThreadCount[slot] = static_cast<std::int32_t>(points.size());
 }
 
 /// A closed round of `count` points of the given radius; z alternates over and under when `woven`.

@@ -79,12 +79,11 @@ TEST(Sort, AnyKeysComeOutAscendingAndEqualOnesInOrder) {
       std::vector<float> keys = before;
       std::vector<std::int32_t> index(count), expected(count);
       std::iota(expected.begin(), expected.end(), 0);
-      std::stable_sort(expected.begin(), expected.end(), [&](std::int32_t a, std::int32_t b) {
-        return before[static_cast<std::size_t>(a)] < before[static_cast<std::size_t>(b)];
-      });
+      std::stable_sort(expected.begin(), expected.end(),
+                       [&](std::int32_t a, std::int32_t b) { return before[a] < before[b]; });
       sorter.sort(keys, index);
       EXPECT_EQ(index, expected) << "pattern " << pattern << " of " << count;
-      for (std::size_t i = 0; i < count; ++i) ASSERT_EQ(keys[i], before[static_cast<std::size_t>(index[i])]);
+      for (std::size_t i = 0; i < count; ++i) ASSERT_EQ(keys[i], before[index[i]]);
     }
   }
 }

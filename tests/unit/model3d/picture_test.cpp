@@ -15,12 +15,12 @@ constexpr Colour kRed = 0x0000FF, kGreen = 0x00FF00, kBlue = 0xFF0000, kMagenta 
 struct Picture {
   explicit Picture(int w) : width(w), height(w * 4 / 5), pixels(static_cast<std::size_t>(width * height)) {}
   PixelBlock block() { return {pixels.data(), width, height, width}; }
-  std::uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+  std::uint32_t at(int x, int y) const { return pixels[y * width + x]; }
   /// Middle of the pixels of one pure colour, as shares of the picture's size.
   PointF middleOf(Colour colour) const {
     double x = 0, y = 0, count = 0;
     for (int i = 0; i < width * height; ++i) {
-      if (pixels[static_cast<std::size_t>(i)] != toArgb(colour)) continue;
+      if (pixels[i] != toArgb(colour)) continue;
       x += i % width + 0.5;
       y += i / width + 0.5;
       ++count;
@@ -215,9 +215,8 @@ TEST(Painter, FillsByTheEvenOddRuleInAnyNumberOfBands) {
   // Grid lines are half pixels here. A bow tie, and a square over its right half.
   const GridQuad quads[] = {{{{{0, 0}, {2000, 2000}, {2000, 0}, {0, 2000}}}, 0xFF112233},
                             {{{{1500, 0}, {1500, 3000}, {2000, 3000}, {2000, 0}}}, 0xFF445566}};
-  painter.paint(block, 0x0A0B0C, true, {0, 0}, {2000, 3000}, 2,
-                [&](int rank) { return quads[static_cast<std::size_t>(rank)]; });
-  const auto at = [&](int x, int y) { return pixels[static_cast<std::size_t>(y * 3000 + x)]; };
+  painter.paint(block, 0x0A0B0C, true, {0, 0}, {2000, 3000}, 2, [&](int rank) { return quads[rank]; });
+  const auto at = [&](int x, int y) { return pixels[y * 3000 + x]; };
   EXPECT_TRUE(at(100, 500) == 0xFF112233 && at(740, 500) == 0xFF112233 && at(750, 1499) == 0xFF445566);
   EXPECT_EQ(at(500, 100) | at(500, 900) | at(750, 1500), 0U);
   EXPECT_EQ(at(300, 300), 0x40112233U) << "one sample of four, with straight alpha";

@@ -28,7 +28,7 @@ void expectSameStrandsOnTop(const MadeKnot& knot) {
 
   int left = kWidth, right = 0, top = kHeight, bottom = 0;
   for (int i = 0; i < kWidth * kHeight; ++i) {
-    if (pixels[static_cast<std::size_t>(i)] == kBackground) continue;
+    if (pixels[i] == kBackground) continue;
     left = std::min(left, i % kWidth), right = std::max(right, i % kWidth);
     top = std::min(top, i / kWidth), bottom = std::max(bottom, i / kWidth);
   }
@@ -48,7 +48,7 @@ void expectSameStrandsOnTop(const MadeKnot& knot) {
       const int x = between(curve.X[i], *leastX, *mostX, left, right);
       const int y = between(curve.Y[i], *mostY, *leastY, top, bottom);
       ++crossings;
-      if (static_cast<int>(pixels[static_cast<std::size_t>(y * kWidth + x)] & 255) != slot * 3) ++wrong;
+      if (static_cast<int>(pixels[y * kWidth + x] & 255) != slot * 3) ++wrong;
     }
   }
   EXPECT_GT(crossings, 20);

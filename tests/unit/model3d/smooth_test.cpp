@@ -128,7 +128,7 @@ TEST(Smooth, ShowsWhatRaysMeetAtRandomAngles) {
       if (std::ranges::count(strands, strands[0]) != 4) continue;
       constexpr std::uint32_t kColours[] = {0xFFFF00FF, 0xFFFF0000, 0xFF00FF00};
       met += strands[0] >= 0;
-      wrong += pixels[static_cast<std::size_t>(y * kWidth + x)] != kColours[strands[0] + 1];
+      wrong += pixels[y * kWidth + x] != kColours[strands[0] + 1];
     }
   }
   EXPECT_GT(met, views * 20);
@@ -151,7 +151,7 @@ TEST(Smooth, DraftsTakeTheMiddlesOfPixels) {
   int rows = 0, wrong = 0;
   for (int y = 1; y < high; y += 5) {
     int x = 0;
-    while (x < wide && pixels[static_cast<std::size_t>(y * wide + x)] == toArgb(kPaper)) ++x;
+    while (x < wide && pixels[y * wide + x] == toArgb(kPaper)) ++x;
     if (x == 0 || x == wide) continue;
     ++rows;
     wrong += !met(x, y) || met(x - 1, y);
@@ -209,7 +209,7 @@ TEST(Smooth, OneScaleServesAllAnglesAndTheLensComesCloser) {
       for (const bool smooth : {true, false}) {
         const auto pixels = smoothPixels(model, view, {}, {.background = kPaper, .smooth = smooth});
         for (int x = 0; x < kWidth; ++x)
-          EXPECT_TRUE(pixels[static_cast<std::size_t>(x)] == toArgb(kPaper) &&
+          EXPECT_TRUE(pixels[x] == toArgb(kPaper) &&
                       pixels[pixels.size() - 1 - static_cast<std::size_t>(x)] == toArgb(kPaper));
         // A fitted knot comes near to two edges and passes none.
         const Lens fitted = fittedLens(model, view, kWidth, kHeight);
@@ -228,8 +228,7 @@ TEST(Rings, OfBentTubesAreNeitherWrungNorEmpty) {
       const TubeModel model = wovenModel(sides, 3, percent);
       forEachQuad(model, [&](int, const QuadCorners& c, int) {
         const auto ring = [sides](int corner) { return static_cast<std::size_t>(corner / sides); };
-        const Vec3 &p = model.vertices[static_cast<std::size_t>(c[0])],
-                   &q = model.vertices[static_cast<std::size_t>(c[3])];
+        const Vec3 &p = model.vertices[c[0]], &q = model.vertices[c[3]];
         const Vec3 &a = model.centres[ring(c[0])], &b = model.centres[ring(c[3])];
         const Vec3 half = {(p.x + q.x - a.x - b.x) / 2, (p.y + q.y - a.y - b.y) / 2,
                            (p.z + q.z - a.z - b.z) / 2};
@@ -260,8 +259,7 @@ TEST(Rings, OfAModelStayJoinedWhenMarksAreAdded) {
   forEachQuad(model, [&](int, const QuadCorners& c, int) { before.push_back(c); });
   QuadIndex quads;
   quads.build(marked);
-  for (int quad = 0; quad < model.QuadCount; ++quad)
-    EXPECT_EQ(quads.corners(quad), before[static_cast<std::size_t>(quad)]);
+  for (int quad = 0; quad < model.QuadCount; ++quad) EXPECT_EQ(quads.corners(quad), before[quad]);
   EXPECT_EQ(marked.QuadCount, model.QuadCount + 3 * 2 * 32 * 7);
 }
 

@@ -147,7 +147,7 @@ TEST(Solid, RoundsThroughACellUseEveryCrossedEdgeOnce) {
       for (int e = 0; e < kCellEdges; ++e) {
         const auto [a, b] = edgeCorners(e);
         const bool crossed = (inside >> a & 1) != (inside >> b & 1);
-        const std::uint8_t loop = loops.loop[static_cast<std::size_t>(e)];
+        const std::uint8_t loop = loops.loop[e];
         EXPECT_EQ(loop != kNoLoop, crossed);
         if (crossed) ++edges.at(loop);
       }

@@ -25,7 +25,7 @@ TEST(StrandHit, FindsWhatBothPicturesShow) {
       int white = 0, wrong = 0;
       for (int y = 0; y < kDown; y += 3)
         for (int x = 0; x < kAcross; x += 3) {
-          const std::uint32_t argb = pixels[static_cast<std::size_t>(y * kAcross + x)];
+          const std::uint32_t argb = pixels[y * kAcross + x];
           const int other = slot == 1 ? 7 : 1;
           const int shown = argb == 0xFFFFFFFF ? slot : argb == 0xFF000000 ? other : 0;
           const bool mixed = shown == 0 && argb != 0xFF00FF00;

@@ -58,9 +58,8 @@ TEST(Tube, StrandsCloseAndFacesLookOutward) {
     forEachQuad(model, [&](int quad, const QuadCorners& c, int) {
       EXPECT_EQ(quad, quads++);
       for (std::size_t k = 0; k < 4; ++k) ++edges[{c[k], c[(k + 1) % 4]}];
-      const auto at = [&](std::size_t k) { return model.vertices[static_cast<std::size_t>(c[k])]; };
-      const Vec3 p = at(0), q = at(1), r = at(2),
-                 centre = model.centres[static_cast<std::size_t>(c[0] / settings.polySides)];
+      const auto at = [&](std::size_t k) { return model.vertices[c[k]]; };
+      const Vec3 p = at(0), q = at(1), r = at(2), centre = model.centres[c[0] / settings.polySides];
       float x, y, z;
       CrossProduct(x, y, z, q.x - p.x, q.y - p.y, q.z - p.z, r.x - q.x, r.y - q.y, r.z - q.z);
       const float mx = (p.x + q.x) / 2 - centre.x, my = (p.y + q.y) / 2 - centre.y;
@@ -85,9 +84,7 @@ TEST(Tube, RingClosesAtAHundredPercentAndLeavesAGapAtSeventyFive) {
     const TubeModel bent = built(store, settings);
     const auto byX = [](const Vec3& a, const Vec3& b) { return a.x < b.x; };
     const auto [left, right] = std::minmax_element(flat.centres.begin(), flat.centres.end(), byX);
-    const auto at = [&](auto it) {
-      return bent.centres[static_cast<std::size_t>(it - flat.centres.begin())];
-    };
+    const auto at = [&](auto it) { return bent.centres[it - flat.centres.begin()]; };
     EXPECT_EQ(at(left).y, left->y);
     return std::pair(distance({at(left).x, 0, at(left).z}, {at(right).x, 0, at(right).z}), right->x);
   };

@@ -37,9 +37,7 @@ TEST(WrappedRing, StrandsCloseAsSmoothlyAsTheyRun) {
       const MadeKnot knot = wrapped(shape, x, 3);
       const TubeModel model = ringOf(knot, settings);
       for (const TubeStrand& strand : model.strands) {
-        const auto centre = [&](int r) {
-          return model.centres[static_cast<std::size_t>(strand.firstRing + r % strand.ringCount)];
-        };
+        const auto centre = [&](int r) { return model.centres[strand.firstRing + r % strand.ringCount]; };
         const auto bend = [&](int r) { return length(centre(r + 2) - centre(r + 1) * 2 + centre(r)); };
         double longest = 0, sharpest = 0;
         for (int r = 0; r + 2 < strand.ringCount; ++r) {

@@ -12,8 +12,10 @@ namespace {
 
 NonePlatform* current = nullptr;
 
-/// A deed that a driver of this back end has no words for.
-void unknown(const std::string& deed) { ADD_FAILURE() << "nobody can do this without a screen: " << deed; }
+/// An action that a driver of this back end has no words for.
+void unknown(const std::string& action) {
+  ADD_FAILURE() << "nobody can do this without a screen: " << action;
+}
 
 class NoneUser final : public User {
  public:
@@ -32,8 +34,7 @@ class NoneUser final : public User {
   }
   void tab() {
     ControlId next = window_.focused() + 1;
-    while (formTable()[static_cast<std::size_t>(next)].kind == ControlKind::label || !window_.enabled(next))
-      ++next;
+    while (formTable()[next].kind == ControlKind::label || !window_.enabled(next)) ++next;
     window_.userFocuses(next);
   }
   void click(ControlId control) override { window_.userClicks(control); }

@@ -10,7 +10,7 @@
 namespace lorivan {
 
 inline Spot pointOf(const CustomShape& shape, int point) {
-  return {shape.ShapeX[static_cast<std::size_t>(point)], shape.ShapeY[static_cast<std::size_t>(point)]};
+  return {shape.ShapeX[point], shape.ShapeY[point]};
 }
 
 /// Areas of the loops, which must be made as one line after the other.

@@ -15,7 +15,7 @@ constexpr std::uint32_t kWhite = 0xFFFFFFFF, kRed = 0xFFFF0000, kBlue = 0xFF0000
 struct Picture {
   Picture(int w, int h) : width(w), height(h), pixels(static_cast<std::size_t>(w * h), kWhite) {}
   PixelBlock block() { return {pixels.data(), width, height, width}; }
-  std::uint32_t at(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
+  std::uint32_t at(int x, int y) const { return pixels[y * width + x]; }
   int green(int x, int y) const { return static_cast<int>(at(x, y) >> 8 & 0xFF); }
   int width, height;
   std::vector<std::uint32_t> pixels;

@@ -17,7 +17,7 @@ std::span<const CommandSpec> contractCommands();
 /// The row of a name among them.
 CommandId contractCommand(std::string_view name);
 
-/// What a person does in the window that was opened last. A deed is done and told when it returns.
+/// What a person does in the window that was opened last. An action is done and told when it returns.
 class User {
  public:
   virtual ~User() = default;

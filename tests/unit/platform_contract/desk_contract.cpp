@@ -37,7 +37,7 @@ TEST_F(DeskContract, WhatIsDisabledOrHiddenLeavesItsFocusWhereNothingIsPressed) 
   window_->setVisible(kGrid, false);
   window_->setEnabled(kBox, false);
   for (const char* const keys : {"Space", "Return"}) user_->press(keys);
-  EXPECT_EQ(told(), Told{}) << "nothing was pressed, and the program's own deeds are not told";
+  EXPECT_EQ(told(), Told{}) << "nothing was pressed, and the program's own actions are not told";
   takesKeys_ = true;
   user_->press("Escape");
   EXPECT_EQ(told(), Told{"key 5"}) << "the window itself still hears the keyboard";

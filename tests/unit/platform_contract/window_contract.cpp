@@ -1,5 +1,5 @@
 // The window as a person at a screen uses it, key by key and click by click: what the program is told of each
-// deed.
+// action.
 #include <algorithm>
 #include <vector>
 

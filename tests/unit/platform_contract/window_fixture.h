@@ -23,7 +23,7 @@ class WindowFixture : public testing::Test {
   WindowFixture() {
     const auto note = [this](const char* what) {
       return [this, what](ControlId control) {
-        told_.push_back(std::string(what) + std::string(formTable()[static_cast<std::size_t>(control)].name));
+        told_.push_back(std::string(what) + std::string(formTable()[control].name));
       };
     };
     events_.confirmed = note("confirmed ");
@@ -34,13 +34,10 @@ class WindowFixture : public testing::Test {
     events_.escaped = note("escaped ");
     events_.pointed = [this](ControlId control) { pointed_ = control; };
     events_.stepped = [this](ControlId control, int by) {
-      told_.push_back("stepped " + std::string(formTable()[static_cast<std::size_t>(control)].name) + " " +
-                      std::to_string(by));
+      told_.push_back("stepped " + std::string(formTable()[control].name) + " " + std::to_string(by));
     };
     events_.coloursChanged = [this] { told_.emplace_back("colours"); };
-    events_.command = [this](CommandId command) {
-      told_.emplace_back(contractCommands()[static_cast<std::size_t>(command)].name);
-    };
+    events_.command = [this](CommandId command) { told_.emplace_back(contractCommands()[command].name); };
     events_.mouse = [this](ControlId, const MouseEvent& e) {
       constexpr const char* actions[] = {"press ", "move ", "release ", "leave ", "wheel ", "doubleClick "};
       if (e.steps != 0) told_.push_back("wheel " + std::to_string(e.steps));

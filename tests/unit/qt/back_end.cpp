@@ -131,11 +131,11 @@ class QtUser final : public User {
 
  private:
   QWidget* find(ControlId control) const {
-    const auto& name = formTable()[static_cast<std::size_t>(control)].name;
+    const auto& name = formTable()[control].name;
     return frame_->findChild<QWidget*>(QString::fromUtf8(name.data(), std::ssize(name)));
   }
   QAction* action(CommandId command) const {
-    const auto& name = contractCommands()[static_cast<std::size_t>(command)].name;
+    const auto& name = contractCommands()[command].name;
     return frame_->findChild<QAction*>(QString::fromUtf8(name.data(), std::ssize(name)));
   }
   QWidget* focused() const { return frame_->focusWidget() != nullptr ? frame_->focusWidget() : frame_; }

@@ -18,13 +18,13 @@
 namespace lorivan {
 namespace {
 
-/// Runs `deed` on the dialog that opens next.
+/// Runs `action` on the dialog that opens next.
 template <class Dialog>
-void whenOpen(std::function<void(Dialog&)> deed) {
-  QTimer::singleShot(0, qApp, [deed] {
+void whenOpen(std::function<void(Dialog&)> action) {
+  QTimer::singleShot(0, qApp, [action] {
     auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
     ASSERT_TRUE(dialog);
-    deed(*dialog);
+    action(*dialog);
   });
 }
 

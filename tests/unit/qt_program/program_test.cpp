@@ -28,7 +28,7 @@ TEST(QtProgram, ThousandsOfRandomKeysAndClicks) {
     if (auto* const found = qobject_cast<QMainWindow*>(w)) frame = found;
   ASSERT_NE(frame, nullptr);
   const Rnd random = seededRandom(5);
-  QTimer dismiss;  // whatever dialog a random deed opens is closed again
+  QTimer dismiss;  // whatever dialog a random action opens is closed again
   QObject::connect(&dismiss, &QTimer::timeout, [] {
     if (QWidget* const dialog = QApplication::activeModalWidget()) QTest::keyClick(dialog, Qt::Key_Escape);
   });

@@ -68,7 +68,7 @@ TEST(KnotCurve, OverRunsThatTouchTheClosingPointAreOne) {
   EXPECT_EQ(found(std::vector<float>(10, 1.F)), (Pairs{{0, 10}}));
   EXPECT_EQ(found(std::vector<float>(10, -1.F)), Pairs{});
   curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
-  for (int i = 0; i < 10; ++i) curve.X[static_cast<std::size_t>(i)] = static_cast<float>(i);
+  for (int i = 0; i < 10; ++i) curve.X[i] = static_cast<float>(i);
   std::vector<PointF> points;
   runPoints(curve, 1, {8, 4}, GridView(), false, points);
   ASSERT_EQ(points.size(), 5U) << "and the sample after it";

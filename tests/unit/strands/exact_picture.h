@@ -72,7 +72,7 @@ class ExactPicture {
     if (top == nullptr) return Shows::together;
     if (std::fabs(top->distance - band_) < margin || std::fabs(top->distance - outer_) < margin)
       return Shows::unclear;
-    slot = loops_[static_cast<std::size_t>(top->loop)].slot();
+    slot = loops_[top->loop].slot();
     return top->distance < band_ ? Shows::band : Shows::edge;
   }
 
@@ -96,10 +96,10 @@ class ExactPicture {
   bool matters(const Pass& p, const Pass& q) const {
     return std::min(p.distance, q.distance) <= band_ && std::max(p.distance, q.distance) <= outer_;
   }
-  double lap(const Pass& p) const { return loops_[static_cast<std::size_t>(p.loop)].size(); }
+  double lap(const Pass& p) const { return loops_[p.loop].size(); }
 
   void walk(int number) {
-    const BandLoop& loop = loops_[static_cast<std::size_t>(number)];
+    const BandLoop& loop = loops_[number];
     for (int i = 0; i < loop.size(); ++i) {
       const int parts = 1 + static_cast<int>(lengthOf(loop.point(i + 1) - loop.point(i)) * 3);
       for (int k = 0; k < parts; ++k) stamp(number, i + static_cast<double>(k) / parts);
@@ -108,7 +108,7 @@ class ExactPicture {
 
   void stamp(int number, double place) {
     const double reach = outer_ + 2;
-    const Vec p = loops_[static_cast<std::size_t>(number)].spot(place).at;
+    const Vec p = loops_[number].spot(place).at;
     const auto limit = [](double v, int most) {
       return std::clamp(static_cast<int>(std::floor(v)), 0, most);
     };
@@ -199,8 +199,8 @@ class ExactPicture {
   }
 
   void noteCrossing(int number) {
-    const BandCrossing& c = crossings_[static_cast<std::size_t>(number)];
-    const Vec p = loops_[static_cast<std::size_t>(c.under)].spot(c.underAt).at;
+    const BandCrossing& c = crossings_[number];
+    const Vec p = loops_[c.under].spot(c.underAt).at;
     const int x = static_cast<int>(std::lround(p.x)), y = static_cast<int>(std::lround(p.y));
     if (x < 0 || y < 0 || x >= width_ || y >= height_) return;
     const std::size_t at = index(x, y);
@@ -218,7 +218,7 @@ class ExactPicture {
       const auto is = [](const Pass& a, const Pass& b) { return a.loop == b.loop && a.place == b.place; };
       if (!(is(pair.a, p) && is(pair.b, q)) && !(is(pair.a, q) && is(pair.b, p))) continue;
       for (const int number : pairs_[root(i)].crossings) {
-        const BandCrossing& c = crossings_[static_cast<std::size_t>(number)];
+        const BandCrossing& c = crossings_[number];
         const Order says = misfit(c, p, q) < misfit(c, q, p) ? Order::below : Order::above;
         if (order != Order::none && order != says) return Order::none;
         order = says;
@@ -230,7 +230,7 @@ class ExactPicture {
   /// Whether two passes are the legs of one tight bend.
   bool isOneBend(const Pass& a, const Pass& b) const {
     if (a.loop != b.loop) return false;
-    const BandLoop& loop = loops_[static_cast<std::size_t>(a.loop)];
+    const BandLoop& loop = loops_[a.loop];
     double from = std::min(a.place, b.place), to = std::max(a.place, b.place);
     if (to - from > loop.size() / 2.0) std::swap(from, to), to += loop.size();
     double way = 0;
@@ -251,8 +251,8 @@ class ExactPicture {
 inline double smallestRoom(const std::vector<BandLoop>& loops) {
   std::vector<std::vector<double>> ways(loops.size());
   for (const BandCrossing& c : findBandCrossings(loops)) {
-    ways[static_cast<std::size_t>(c.under)].push_back(c.underAt);
-    ways[static_cast<std::size_t>(c.over)].push_back(c.overAt);
+    ways[c.under].push_back(c.underAt);
+    ways[c.over].push_back(c.overAt);
   }
   double room = 1e300;
   for (std::size_t l = 0; l < loops.size(); ++l) {

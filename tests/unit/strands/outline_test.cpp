@@ -218,7 +218,7 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
       const auto shape = static_cast<Shape>(s);
       const int wrong = wrongPixels(Drawn(shape, 2 + order % 2, 2, order, 0.35 + 0.05 * (s % 3)));
       looked += wrong >= 0;
-      EXPECT_LE(wrong, 0) << shapeTable()[static_cast<std::size_t>(s)].name << ", order " << order;
+      EXPECT_LE(wrong, 0) << shapeTable()[s].name << ", order " << order;
     }
   EXPECT_GE(looked, 43);
   // Corners within crossings, and bands that go over one leg of a corner and under the other.

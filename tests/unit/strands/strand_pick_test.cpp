@@ -17,8 +17,7 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
     KnotStyle style;
     style.width = 6;
     style.edge = 2;
-    for (int k = 1; k < kStrandSlots; ++k)
-      style.colours.argb[static_cast<std::size_t>(k)] = toArgb(0x400000 + k);
+    for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
     KnotStyle thinner = style;
     thinner.width = 5;
     GridView view(knot.settings.stretch, 1000);
@@ -42,13 +41,13 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
 
 /// Samples with heights; y as shown.
 void addLoop(KnotCurve& curve, int slot, const std::vector<StrandPoint>& points) {
-  curve.first[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size());
+  curve.first[slot] = static_cast<int>(curve.X.size());
   for (const StrandPoint& p : points) {
     curve.X.push_back(p.x);
     curve.Y.push_back(p.y);
     curve.Z.push_back(p.z);
   }
-  curve.last[static_cast<std::size_t>(slot)] = static_cast<int>(curve.X.size()) - 1;
+  curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
 }
 
 TEST(StrandPick, TheHighestPassageOfAStrandCounts) {
@@ -69,8 +68,7 @@ TEST(StrandPick, TheMarkFollowsTheBorderOfWhatIsSeen) {
   KnotStyle style;
   style.width = 12;
   style.edge = 8;
-  for (int k = 1; k < kStrandSlots; ++k)
-    style.colours.argb[static_cast<std::size_t>(k)] = toArgb(0x400000 + k);
+  for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
   GridView view(knot.settings.stretch, 1000);
   fitView(view, *knot.graph, knot.curve, style);
   RecordingSurface picture(1000, 800), marked(1000, 800);

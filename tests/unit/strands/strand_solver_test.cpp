@@ -21,7 +21,7 @@ GridFields randomFields(const Rnd& random, int most) {
 
 void change(KnotGraph& graph, const std::vector<int>& lines) {
   for (const int j : lines) {
-    std::int16_t& kind = graph.Lines[static_cast<std::size_t>(j)].Kind;
+    std::int16_t& kind = graph.Lines[j].Kind;
     kind = kind == kWall ? kOrdinary : kWall;
   }
 }
@@ -55,9 +55,9 @@ TEST(StrandRuns, KnowWhatOneLineChanges) {
   const int before = runs.count(walls).strands;
   for (int j = 0; j < runs.lineCount(); ++j) {
     Walls changed = walls;
-    changed[static_cast<std::size_t>(j)] = true;
+    changed[j] = true;
     const auto counts = runs.count(changed);
-    const auto change = StrandRuns::changeAt(tour.passages[static_cast<std::size_t>(j)]);
+    const auto change = StrandRuns::changeAt(tour.passages[j]);
     const int step = change == StrandRuns::Change::join ? -1 : change == StrandRuns::Change::split ? 1 : 0;
     EXPECT_EQ(counts.strands + counts.wallLoops, before + step) << j;
   }
@@ -77,7 +77,7 @@ TEST(StrandRuns, CountFewChangedLinesAsTheyCountAll) {
       for (int j = 0; j < runs.lineCount(); ++j) {
         if (!runs.isPart(j) || random() >= share) continue;
         lines.push_back(j);
-        walls[static_cast<std::size_t>(j)] = !walls[static_cast<std::size_t>(j)];
+        walls[j] = !walls[j];
       }
       const auto counts = runs.count(walls);
       EXPECT_EQ(few.count(lines), counts);
@@ -132,9 +132,8 @@ class BlindTries {
   BlindTries(const KnotGraph& graph, const StrandGoal& goal)
       : runs_(graph), orbits_(graph, goal.symmetry), goal_(goal), first_(runs_.count(runs_.walls())) {
     for (const auto& orbit : orbits_.all())
-      if (std::ranges::all_of(orbit, [&](int j) {
-            return runs_.isPart(j) && graph.Lines[static_cast<std::size_t>(j)].Kind != kReversed;
-          }))
+      if (std::ranges::all_of(orbit,
+                              [&](int j) { return runs_.isPart(j) && graph.Lines[j].Kind != kReversed; }))
         free_.push_back(&orbit);
   }
 
@@ -148,8 +147,7 @@ class BlindTries {
       for (int changed = 0; left > end;) {
         const auto drawn = static_cast<std::size_t>(random() * static_cast<double>(left));
         std::swap(free_[drawn], free_[--left]);
-        for (const int j : *free_[left])
-          changed += turnOver(walls, j, !runs_.walls()[static_cast<std::size_t>(free_[left]->front())]);
+        for (const int j : *free_[left]) changed += turnOver(walls, j, !runs_.walls()[free_[left]->front()]);
         if (everyStep && changed >= static_cast<int>(plan->lines.size())) break;
         if ((everyStep || left == end) && isBetter(walls, changed, plan))
           return std::pair(runs_.count(walls).strands, changed);
@@ -297,7 +295,7 @@ TEST(LineSymmetry, ImagesLieWhereMirrorsPutThem) {
     const LineOrbits orbits(*knot.graph, {upright, !upright, 1});
     ASSERT_TRUE(orbits.complete());
     for (const auto& orbit : orbits.all()) {
-      const auto at = [&](int line) { return knot.graph->Lines[static_cast<std::size_t>(line)]; };
+      const auto at = [&](int line) { return knot.graph->Lines[line]; };
       const GridLine a = at(orbit.front()), b = at(orbit.back());
       EXPECT_NEAR(a.MidX, upright ? -b.MidX : b.MidX, 1);
       EXPECT_NEAR(a.MidY, upright ? b.MidY : -b.MidY, 1);

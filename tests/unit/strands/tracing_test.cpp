@@ -16,7 +16,7 @@ namespace {
 int wronglyPassed(const KnotGraph& graph) {
   int wrong = 0;
   for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[static_cast<std::size_t>(j)];
+    const GridLine& line = graph.Lines[j];
     wrong += line.Kind != kNoLine && line.Kind != kWall && line.Passes != 2 ? 1 : 0;
   }
   return wrong;
@@ -24,7 +24,7 @@ int wronglyPassed(const KnotGraph& graph) {
 
 void expectAlternating(const StrandStore& store) {
   for (int slot = 1; slot < kStrandSlots; ++slot) {
-    const int count = store.ThreadCount[static_cast<std::size_t>(slot)];
+    const int count = store.ThreadCount[slot];
     ASSERT_EQ(count % 2, 0);
     for (int n = 0; n < count; n += 2) {
       EXPECT_EQ(store.point(slot, n).z, 0);
@@ -54,8 +54,7 @@ TEST(Tracing, SlotsFollowTheStartColour) {
   for (const auto& [start, first] : {std::pair{12, 12}, {-3, 3}, {0, 1}, {15, 15}}) {
     const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 1, 1), {.startColour = start});
     for (int slot = 0; slot < kStrandSlots; ++slot)
-      EXPECT_EQ(knot.store->ThreadCount[static_cast<std::size_t>(slot)] > 0,
-                slot == first || slot == first + 1)
+      EXPECT_EQ(knot.store->ThreadCount[slot] > 0, slot == first || slot == first + 1)
           << start << ' ' << slot;
   }
 }
@@ -124,7 +123,7 @@ int wronglyCrossed(const MadeKnot& knot) {
       ++(points[n].z > 0 ? over : under)[{points[n].x, points[n].y}];
   }
   for (int j = 0; j <= knot.graph->LastLine; ++j) {
-    const GridLine& l = knot.graph->Lines[static_cast<std::size_t>(j)];
+    const GridLine& l = knot.graph->Lines[j];
     const float x = static_cast<float>(l.X1 + l.X2) / 2, y = static_cast<float>(l.Y1 + l.Y2) / 2;
     lines[{-x, y / knot.settings.stretch}] += l.Kind == kOrdinary || l.Kind == kReversed ? 1 : 100;
   }
@@ -143,7 +142,7 @@ TEST(Tracing, ReversedLinesLoseNoStrandAndRepeatNone) {
     ASSERT_TRUE(buildStandardGrid(*knot.graph, knot.fields));
     // The first lines are those that strands start on.
     for (int edits = i < 400 ? 1 : 1 + below(8); edits > 0; --edits)
-      knot.graph->Lines[static_cast<std::size_t>(below(below(2) == 0 ? 3 : knot.graph->LastLine + 1))].Kind =
+      knot.graph->Lines[below(below(2) == 0 ? 3 : knot.graph->LastLine + 1)].Kind =
           edits == 1 ? kReversed : static_cast<std::int16_t>(below(4));
     knot.trace();
     if (!knot.error.empty()) continue;
@@ -166,8 +165,7 @@ TEST(Tracing, TwentyThousandRandomKnotsEndOneWayOrTheOther) {
         fieldsOf(static_cast<Shape>(whole(12)), 1 + whole(11), 1 + whole(11), 30, whole(15) - 7);
     ASSERT_TRUE(buildStandardGrid(*graph, fields, &random));
     for (int edits = whole(4); edits > 0; --edits)
-      graph->Lines[static_cast<std::size_t>(whole(graph->LastLine + 1))].Kind =
-          static_cast<std::int16_t>(whole(6) - 1);
+      graph->Lines[whole(graph->LastLine + 1)].Kind = static_cast<std::int16_t>(whole(6) - 1);
     graph->KnotError = false;
     const bool circular = usesCircularRule(fields.shape, fields.XNo);
     const bool failed = !CalcGrid(*graph) || !traceStrands(*graph, {.circular = circular}, *store);

@@ -28,7 +28,7 @@ MadeKnot wrappedKnot(Shape shape, int x, int y, const Rnd* random = nullptr, flo
 /// Over and under by turns along every strand, from its last crossing on to its first as well.
 bool alternates(const StrandStore& store) {
   for (int slot = 1; slot < kStrandSlots; ++slot) {
-    const int count = store.ThreadCount[static_cast<std::size_t>(slot)];
+    const int count = store.ThreadCount[slot];
     for (int i = 1; i < count; i += 2)
       if (store.point(slot, i).z == store.turned(slot, i + 2).z) return false;
   }
@@ -44,7 +44,7 @@ TEST(Wrapped, EveryLineIsPassedTwiceAndHeightsAlternateRightRound) {
         ASSERT_EQ(knot.error, "");
         ASSERT_EQ(knot.graph->wrap.period, knot.graph->CellSize * knot.fields.XNo);
         for (int j = 0; j <= knot.graph->LastLine; ++j) {
-          const GridLine& line = knot.graph->Lines[static_cast<std::size_t>(j)];
+          const GridLine& line = knot.graph->Lines[j];
           ASSERT_EQ(line.Passes, line.Kind == kNoLine ? 0 : 2) << "line " << j;
         }
         EXPECT_TRUE(alternates(*knot.store));
@@ -61,7 +61,7 @@ TEST(Wrapped, WallsAndGapsAcrossTheSeamLoseNoStrand) {
                                       3 + static_cast<int>(seed % 7), &random);
     ASSERT_EQ(knot.error, "") << seed;
     for (int j = 0; j <= knot.graph->LastLine; ++j) {
-      const GridLine& line = knot.graph->Lines[static_cast<std::size_t>(j)];
+      const GridLine& line = knot.graph->Lines[j];
       ASSERT_TRUE(line.Kind != kOrdinary || line.Passes == 2) << seed << " line " << j;
     }
   }

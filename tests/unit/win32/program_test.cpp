@@ -179,12 +179,12 @@ void actRandomly(std::mt19937& random) {
   const auto pick = [&](std::size_t count) { return static_cast<int>(random() % count); };
   const ControlId control = pick(form::kRows.size());
   const HWND target = User::child(control);
-  const ControlKind kind = form::kRows[static_cast<std::size_t>(control)].kind;
+  const ControlKind kind = form::kRows[control].kind;
   const LPARAM place = MAKELPARAM(pick(400), pick(300));
   if (kind == ControlKind::picture) {
     constexpr std::array<UINT, 5> messages = {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP,
                                               WM_MOUSEMOVE};
-    PostMessageW(target, messages[static_cast<std::size_t>(pick(5))], 0, place);
+    PostMessageW(target, messages[pick(5)], 0, place);
   } else if (kind == ControlKind::number) {
     const std::wstring text = std::to_wstring(pick(40) - 5);
     SendMessageTimeoutW(target, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()), SMTO_NORMAL, 1000,
@@ -196,7 +196,7 @@ void actRandomly(std::mt19937& random) {
     PostMessageW(target, BM_CLICK, 0, 0);
   }
   const CommandId command = pick(commandRows().size());
-  const std::string_view name = commandRows()[static_cast<std::size_t>(command)].name;
+  const std::string_view name = commandRows()[command].name;
   if (pick(20) == 0 && (!opensDialog(name) || pick(20) == 0))
     PostMessageW(User::window(), WM_COMMAND, static_cast<WPARAM>(kFirstCommand + command), 0);
 }

@@ -33,7 +33,7 @@ class ActionsTest : public RandomUserTest {
 std::vector<std::string> ActionsTest::shown(NoneWindow& window, Workbench& of) const {
   std::vector<std::string> all;
   for (ControlId control = 0; control < static_cast<ControlId>(formTable().size()); ++control) {
-    const ControlSpec& row = formTable()[static_cast<std::size_t>(control)];
+    const ControlSpec& row = formTable()[control];
     const bool made = row.name == "cmdOldGrid" || row.name == "cmd2D";
     if (!made && !parameterOf(control) && !checkOf(control) && row.kind != ControlKind::colourBox &&
         row.kind != ControlKind::list)
@@ -57,22 +57,21 @@ std::vector<std::string> ActionsTest::states() const {
     all.push_back(w->commandText(c) + (w->commandEnabled(c) ? " on" : " off") +
                   (w->commandVisible(c) ? "" : " hidden") + (w->commandChecked(c) ? " checked" : ""));
   for (ControlId c = 0; c < static_cast<ControlId>(formTable().size()); ++c)
-    all.push_back(std::string(formTable()[static_cast<std::size_t>(c)].name) +
-                  (w->enabled(c) ? " on" : " off"));
+    all.push_back(std::string(formTable()[c].name) + (w->enabled(c) ? " on" : " off"));
   return all;
 }
 
 /// Rules that were asked when something happened still say the same.
 void ActionsTest::expectStatesOfTheTables() {
   for (CommandId c = 0; c < static_cast<CommandId>(commandRows().size()); ++c) {
-    const CommandRow& row = commandRows()[static_cast<std::size_t>(c)];
+    const CommandRow& row = commandRows()[c];
     EXPECT_EQ(w->commandEnabled(c), row.enabled == nullptr || row.enabled(bench())) << row.name;
     EXPECT_EQ(w->commandChecked(c), row.checked != nullptr && row.checked(bench())) << row.name;
   }
   const std::vector<std::string> before = states();
   bench().sortOut();
   EXPECT_EQ(differences(before, states()), "");
-  EXPECT_FALSE(w->busy() || bench().deeds.working());
+  EXPECT_FALSE(w->busy() || bench().actions.working());
 }
 
 void ActionsTest::expectStored() {

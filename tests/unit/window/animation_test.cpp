@@ -15,16 +15,16 @@ class AnimationTest : public MainWindowTest {
     click("chkAnimate");
     enter(Param::Animate, "9");
   }
-  /// Presses Create 2D and returns the milliseconds that the drawing took. `deed` is done after `frame`
-  /// frames; at speed 9 the window is looked after once for each.
-  std::int64_t draw(int frame = 0, const std::function<void()>& deed = {}) {
+  /// Presses Create 2D and returns the milliseconds that the drawing took. `action` is done after `frame`
+  /// frames; at speed 9 the window is onEvents after once for each.
+  std::int64_t draw(int frame = 0, const std::function<void()>& action = {}) {
     int looks = 0;
-    w->looked = [&] {
-      if (++looks == frame) deed();
+    w->onEvents = [&] {
+      if (++looks == frame) action();
     };
     const std::int64_t begin = platform.clock().now;
     click("cmd2D");
-    w->looked = {};
+    w->onEvents = {};
     return platform.clock().now - begin;
   }
   bool whole() const { return count(DrawKind::fillPath) > 0; }
@@ -57,7 +57,7 @@ TEST_F(AnimationTest, StopLeavesTheStrandHalfDrawn) {
 TEST_F(AnimationTest, ALoopBeginsAgainUntilItIsStopped) {
   click("chkLoop");
   int rounds = 0;
-  w->looked = [&, before = clears()] {
+  w->onEvents = [&, before = clears()] {
     if (clears() == before + 3) rounds = 2, click("cmd2D");
   };
   const std::int64_t begin = platform.clock().now;
@@ -70,7 +70,7 @@ TEST_F(AnimationTest, ALoopBeginsAgainUntilItIsStopped) {
 }
 
 TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
-  const auto deeds = [this] {
+  const auto actions = [this] {
     pick("mnuHelpFAQ");
     pick("mnuEditCopy");
     click("optSTL");
@@ -81,7 +81,7 @@ TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
     EXPECT_EQ(count(DrawKind::polyline), 2);
     EXPECT_FALSE(w->userPresses({Key::left}));
   };
-  EXPECT_EQ(draw(9, deeds), growing * 10);
+  EXPECT_EQ(draw(9, actions), growing * 10);
   EXPECT_TRUE(whole());
   EXPECT_EQ(platform.help().pages.size(), 1U);
   EXPECT_TRUE(platform.clipboard().picture && platform.clipboard().picture->width() == 500);
@@ -133,13 +133,13 @@ TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
   click("cmd2D");
   bench().saveOptions.width = 50;
   int looks = 0;
-  const auto save = [&](const std::string& name, const std::function<void()>& deed) {
+  const auto save = [&](const std::string& name, const std::function<void()>& action) {
     looks = 0;
-    w->looked = [&] {
-      if (++looks == 4) deed();
+    w->onEvents = [&] {
+      if (++looks == 4) action();
     };
     pickFile("mnuFileSaveAnimation", folder.file(name));
-    w->looked = nullptr;
+    w->onEvents = nullptr;
     return Folder::contents(folder.file(name));
   };
   EXPECT_EQ(save("stopped.png", [this] { w->userPresses({Key::escape}); }), "");

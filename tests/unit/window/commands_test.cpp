@@ -11,18 +11,18 @@ using namespace std::string_literals;
 
 class CommandsTest : public MainWindowTest {
  protected:
-  using Deed = std::function<void()>;
+  using Action = std::function<void()>;
   using Sight = std::function<bool()>;
   struct Row {
     const char *name, *words;  // "menu|text|shortcut", as the program starts
-    Deed before;               // makes it possible, or answers its dialogs
+    Action before;             // makes it possible, or answers its dialogs
     Sight done;
   };
 
   /// A knot is drawn, nothing is open, nothing else was done.
   void drawnKnot() { startDrawn({{}, false, seededRandom(7)}); }
   void square() { drawSquare(), enter(Param::GridSize, "4"); }
-  Deed file(const std::string& name) {
+  Action file(const std::string& name) {
     return [this, name] { platform.dialogs.answerFile(folder.file(name)); };
   }
   /// The lines of the dialog of saving options: texts of entries, and boxes that are checked where there is
@@ -82,7 +82,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
   dot.dot({10, 10}, 12, 0);
   const std::string picture = folder.write("p.bmp", *platform.encodePicture(dot, PictureFormat::bmp));
   const std::string drawing = folder.write("d.svg", "<svg><path d='M0 0h9v9z'/></svg>");
-  const Deed none = [] {};
+  const Action none = [] {};
   const auto answer = [this](std::string path) { return [this, path] { platform.dialogs.answerFile(path); }; };
   std::vector<Row> all = {
     {"mnuFileNewGrid", "&File|&New grid|Ctrl+N", [this] { markGrid(); }, [this] { return gridIsNew() && !drawn(); }},
@@ -168,7 +168,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     all.push_back(row);
   for (int i = 0; i < static_cast<int>(presetTable().size()); ++i)
     all.push_back({nullptr, nullptr, [this] { enter(Param::Width, "9"), was = document(); }, [this, i] {
-      return document() == withFittedStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[static_cast<std::size_t>(i)].name);
+      return document() == withFittedStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[i].name);
     }});
   for (Row row : std::vector<Row>{
     {"mnuHelpHelp", "&Help|How to &use Lorivan|F1", none, [this] { return helped("index"); }},

@@ -183,9 +183,9 @@ TEST_F(HandTest, RandomGesturesKeepTheSymmetryAndEveryCrossing) {
                           Shape::RegularHexagonal};
   for (int i = 0; i < gestures; ++i) {
     if (i % 50 == 0) {
-      choose(shapes[static_cast<std::size_t>(i / 50 % 5)]);
+      choose(shapes[i / 50 % 5]);
       grid(i % 100 == 0 ? "5" : "4", "4");
-      const char* const symmetry = symmetries[static_cast<std::size_t>(i / 50 % 6)];
+      const char* const symmetry = symmetries[i / 50 % 6];
       if (w->commandVisible(w->command(symmetry)) && commandEnabled(symmetry)) pick(symmetry);
     }
     const PointI from{below(500), below(400)}, to{below(500), below(400)};

@@ -17,7 +17,7 @@ class HistoryTest : public MainWindowTest {
 TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
   start();
   const std::string knot = folder.write("k&n.qzd", documentText(*chooseShape({}, Shape::Hexagonal)));
-  const std::pair<const char*, std::function<void()>> deeds[] = {
+  const std::pair<const char*, std::function<void()>> actions[] = {
       {"Wall", [this] { clickLine(3), w->userMouse(kGrid, {MouseAction::leave}); }},
       {"Width 9", [this] { enter(Param::Width, "9"); }},
       {"Scale 20", [this] { enter(Param::Scale, "20"); }},
@@ -43,8 +43,8 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
   std::vector<Document> documents = {document()};
   std::vector<std::vector<std::uint32_t>> pictures = {pixels()};
   std::vector<std::string> names;
-  for (const auto& [name, deed] : deeds) {
-    deed();
+  for (const auto& [name, action] : actions) {
+    action();
     const std::string told = commandText("mnuEditUndoStep");
     EXPECT_EQ(told, "&Undo " + std::string(name));
     EXPECT_FALSE(document() == documents.back()) << name;

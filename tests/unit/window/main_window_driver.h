@@ -83,7 +83,7 @@ class MainWindowTest : public ::testing::Test {
   std::string commandText(std::string_view name) const { return w->commandText(w->command(name)); }
   bool visible(std::string_view name) const { return w->visible(w->control(name)); }
   int lines() { return bench().knot().graph.LastLine + 1; }
-  const GridLine& line(int j) { return bench().knot().graph.Lines[static_cast<std::size_t>(j)]; }
+  const GridLine& line(int j) { return bench().knot().graph.Lines[j]; }
   int clears() const { return w->surface(kGrid).clears(); }
   int count(DrawKind kind) const { return w->surface(kGrid).count(kind); }
   std::size_t asked() const { return platform.dialogs.asked().size(); }

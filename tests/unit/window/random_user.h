@@ -37,8 +37,8 @@ class RandomUserTest : public MainWindowTest {
   DialogQueue::Answer answer(const AskedDialog& asked);
   std::string fileFor(const AskedDialog& asked);
   void writeFiles();
-  template <class Deed>
-  void attempt(const Deed& deed);
+  template <class Action>
+  void attempt(const Action& action);
   void meddle();
   void open();
   void useControl();
@@ -71,7 +71,7 @@ inline void RandomUserTest::open() {
   platform.clock().seedValue = static_cast<std::uint64_t>(below(1'000'000));
   start();
   w->userResizes(kSmallPicture);
-  w->looked = [this] { meddle(); };
+  w->onEvents = [this] { meddle(); };
 }
 
 /// Good ones, bad ones, and names of none.
@@ -89,8 +89,7 @@ inline void RandomUserTest::writeFiles() {
   folder.write("circle.dxf", "0\nSECTION\n2\nENTITIES\n0\nCIRCLE\n10\n5\n20\n5\n40\n4\n0\nENDSEC\n0\nEOF\n");
   std::vector<std::uint32_t> disc(40 * 40, 0xFFFFFFFF);
   for (int i = 0; i < 40 * 40; ++i)
-    if ((i % 40 - 20) * (i % 40 - 20) + (i / 40 - 20) * (i / 40 - 20) < 200)
-      disc[static_cast<std::size_t>(i)] = 0xFF000000;
+    if ((i % 40 - 20) * (i % 40 - 20) + (i / 40 - 20) * (i / 40 - 20) < 200) disc[i] = 0xFF000000;
   folder.write("disc.bmp", encodeBmp(disc.data(), 40, 40, 40));
   folder.write("cut.bmp", "BM");
   std::filesystem::create_directory(folder.path / "folder.qzd");
@@ -125,10 +124,10 @@ inline DialogQueue::Answer RandomUserTest::answer(const AskedDialog& asked) {
   return given;
 }
 
-template <class Deed>
-void RandomUserTest::attempt(const Deed& deed) {
+template <class Action>
+void RandomUserTest::attempt(const Action& action) {
   try {
-    deed();
+    action();
   } catch (const std::logic_error& impossible) {
     // What no person could do: the control is hidden, or leaving a field has disabled it.
     if (typeid(impossible) != typeid(std::logic_error)) throw;
@@ -138,7 +137,7 @@ void RandomUserTest::attempt(const Deed& deed) {
 
 /// What comes while an animation or long work runs.
 inline void RandomUserTest::meddle() {
-  if (!bench().deeds.working() || !oneIn(20)) return;
+  if (!bench().actions.working() || !oneIn(20)) return;
   did.push_back("  meanwhile");
   attempt([this] {
     const int kind = below(4);
@@ -158,7 +157,7 @@ inline std::string RandomUserTest::number() {
 
 inline void RandomUserTest::useControl() {
   const ControlId control = below(static_cast<int>(formTable().size()));
-  const ControlSpec& row = formTable()[static_cast<std::size_t>(control)];
+  const ControlSpec& row = formTable()[control];
   did.push_back("control " + std::string(row.name));
   // An animation that never ends has tests of its own.
   if (row.name == "chkLoop") return;
@@ -183,7 +182,7 @@ inline void RandomUserTest::typeField() {
 
 inline void RandomUserTest::pickCommand() {
   const CommandId command = below(static_cast<int>(commandRows().size()));
-  const std::string_view name = commandRows()[static_cast<std::size_t>(command)].name;
+  const std::string_view name = commandRows()[command].name;
   if (name == "mnuFileExit" || !w->commandEnabled(command) || !w->commandVisible(command)) return;
   const bool slow = name.starts_with("mnuViewCheck") || name.starts_with("mnuViewFitR") ||
                     name.starts_with("mnuStrands") || name.starts_with("mnuFileSaveA");
@@ -214,8 +213,8 @@ inline void RandomUserTest::useMouse() {
     at = view.pixel(any.MidX, any.MidY);
   }
   const int button = event.button;
-  did.push_back("mouse " + std::string(formTable()[static_cast<std::size_t>(picture)].name) + ' ' +
-                std::to_string(at.x) + ' ' + std::to_string(at.y) + " button " + std::to_string(button));
+  did.push_back("mouse " + std::string(formTable()[picture].name) + ' ' + std::to_string(at.x) + ' ' +
+                std::to_string(at.y) + " button " + std::to_string(button));
   if (oneIn(6)) return event.steps = below(7) - 3, send(MouseAction::wheel, 0, at);
   send(MouseAction::move, 0, at);
   send(MouseAction::press, button, at);
@@ -264,7 +263,7 @@ inline void RandomUserTest::leaveAndReturn() {
 
 inline std::string RandomUserTest::story() const {
   std::string all;
-  for (const std::string& deed : did) all += deed + '\n';
+  for (const std::string& action : did) all += action + '\n';
   return all;
 }
 

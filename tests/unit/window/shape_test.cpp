@@ -1,4 +1,4 @@
-// Drawing a shape of one's own in the window, its files, and the knots made from it.
+// Drawing a custom shape in the window, its files, and the knots made from it.
 #include "main_window_driver.h"
 
 namespace lorivan {
@@ -211,8 +211,7 @@ TEST_F(ShapeTest, APictureIsTracedWhereItLies) {
   EXPECT_TRUE(statusStarts("Shape: ")) << w->status();
   const double unit = 395.0 / 200;
   for (int k = 1; k <= shape().ShapePointCount; ++k)
-    EXPECT_NEAR(std::hypot(shape().ShapeX[static_cast<std::size_t>(k)] - (45 + 50.5 * unit),
-                           shape().ShapeY[static_cast<std::size_t>(k)] - (192.5 + 0.5 * unit)),
+    EXPECT_NEAR(std::hypot(shape().ShapeX[k] - (45 + 50.5 * unit), shape().ShapeY[k] - (192.5 + 0.5 * unit)),
                 30 * unit, 2.5);
   EXPECT_EQ(commandText("mnuEditUndoStep"), "&Undo Trace picture");
   pick("mnuEditUndoStep");

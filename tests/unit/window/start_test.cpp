@@ -169,10 +169,10 @@ TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   exit(SaveAnswer::discard);
   start();
   EXPECT_TRUE(document().fields == last.fields);
-  for (int j = 0; j < lines(); ++j) EXPECT_EQ(line(j).Kind, (*last.lines)[static_cast<std::size_t>(j)].Kind);
+  for (int j = 0; j < lines(); ++j) EXPECT_EQ(line(j).Kind, (*last.lines)[j].Kind);
   EXPECT_EQ(line(3).Kind, kWall);
   EXPECT_TRUE(drawn() && !bench().session.modified());
-  EXPECT_TRUE(document().outline == last.outline) << "a shape of one's own as well";
+  EXPECT_TRUE(document().outline == last.outline) << "a custom shape as well";
   // A field that was stepped back goes into the settings and the knot alike.
   enter(Param::Width, "12");
   w->userFocuses(fieldControl(Param::Edge));

@@ -1,5 +1,5 @@
-// The queue of the user's deeds, and an animation that takes turns with it, without a window.
-#include "window/deeds.h"
+// The queue of the user's actions, and an animation that takes turns with it, without a window.
+#include "window/action_queue.h"
 
 #include <gtest/gtest.h>
 
@@ -9,50 +9,50 @@ namespace lorivan {
 namespace {
 
 struct DeedsTest : testing::Test {
-  Deeds::Deed note(char c) {
+  ActionQueue::Action note(char c) {
     return [this, c] { done += c; };
   }
   /// Plays up to five frames of 50 ms; every look at the events calls `looked`.
   bool play(const std::function<bool()>& looked) {
     frames = 0;
     const auto frame = [this]() -> std::optional<int> {
-      EXPECT_TRUE(deeds.animating());
+      EXPECT_TRUE(actions.animating());
       return ++frames <= 5 ? std::optional(50) : std::nullopt;
     };
-    return deeds.play(clock, frame, looked);
+    return actions.play(clock, frame, looked);
   }
 
-  Deeds deeds;
+  ActionQueue actions;
   ManualClock clock;
   std::string done;
   int frames = 0;
 };
 
 TEST_F(DeedsTest, WhatComesDuringWorkIsDoneAfterItInItsOrder) {
-  deeds.act([this] {
-    const Deeds::Working working(deeds);
-    for (const char c : {'b', 'c'}) deeds.act(note(c));
-    deeds.act([this] { deeds.act(note('e')), deeds.act(note('d')); });
-    EXPECT_TRUE(deeds.working());
+  actions.act([this] {
+    const ActionQueue::Working working(actions);
+    for (const char c : {'b', 'c'}) actions.act(note(c));
+    actions.act([this] { actions.act(note('e')), actions.act(note('d')); });
+    EXPECT_TRUE(actions.working());
     done += 'a';
   });
   EXPECT_EQ(done, "abced");
-  EXPECT_FALSE(deeds.working());
+  EXPECT_FALSE(actions.working());
 }
 
 TEST_F(DeedsTest, StopADeedAndAClosedWindowEndIt) {
-  deeds.stop();  // nothing plays: forgotten at the next start
-  EXPECT_TRUE(play([] { return true; }) && frames == 6 && clock.now == 5 * 50 && !deeds.animating());
+  actions.stop();  // nothing plays: forgotten at the next start
+  EXPECT_TRUE(play([] { return true; }) && frames == 6 && clock.now == 5 * 50 && !actions.animating());
   EXPECT_TRUE(play([this] {
-    if (frames == 2) deeds.stop();
+    if (frames == 2) actions.stop();
     return true;
   }));
   EXPECT_EQ(frames, 2);
 
-  deeds.act([this] {
-    const Deeds::Working working(deeds);
+  actions.act([this] {
+    const ActionQueue::Working working(actions);
     EXPECT_TRUE(play([this] {
-      if (frames == 3) deeds.act(note('x'));
+      if (frames == 3) actions.act(note('x'));
       return true;
     }));
     EXPECT_EQ(done, "") << "it waits for the end of the work";
@@ -61,11 +61,11 @@ TEST_F(DeedsTest, StopADeedAndAClosedWindowEndIt) {
   EXPECT_EQ(done, "x");
 
   clock.now = 0;
-  deeds.act([this] {
-    const Deeds::Working working(deeds);
+  actions.act([this] {
+    const ActionQueue::Working working(actions);
     EXPECT_FALSE(play([this] {
-      deeds.act(note('y'));
-      deeds.forget();
+      actions.act(note('y'));
+      actions.forget();
       return frames < 2;
     }));
   });

@@ -9,24 +9,24 @@
 
 namespace lorivan {
 
-class Deeds {
+class ActionQueue {
  public:
-  using Deed = std::function<void()>;
+  using Action = std::function<void()>;
 
-  /// Does it now. What comes while another deed works (see Working) is done after that one, in its order, and
-  /// ends an animation.
-  void act(Deed deed);
+  /// Does it now. What comes while another action works (see Working) is done after that one, in its order,
+  /// and ends an animation.
+  void act(Action action);
 
-  /// While it lives, deeds wait.
+  /// While it lives, actions wait.
   class Working {
    public:
-    explicit Working(Deeds& deeds) : deeds_(deeds) { ++deeds_.working_; }
+    explicit Working(ActionQueue& actions) : actions_(actions) { ++actions_.working_; }
     Working(const Working&) = delete;
     Working& operator=(const Working&) = delete;
-    ~Working() { --deeds_.working_; }
+    ~Working() { --actions_.working_; }
 
    private:
-    Deeds& deeds_;
+    ActionQueue& actions_;
   };
 
   bool working() const { return working_ > 0; }
@@ -44,19 +44,19 @@ class Deeds {
   /// Lets the user's events in; false when the window was closed.
   using Events = std::function<bool()>;
 
-  /// Plays frame after frame until the last, until stop(), or until a deed waits. False when the window was
-  /// closed.
+  /// Plays frame after frame until the last, until stop(), or until an action waits. False when the window
+  /// was closed.
   bool play(Clock& clock, const Frame& frame, const Events& events);
 
-  /// Does long work step by step, until a step says that it was the last, or until stop(). Deeds wait
+  /// Does long work step by step, until a step says that it was the last, or until stop(). ActionQueue wait
   /// meanwhile. False when it was stopped or the window was closed.
   bool work(const std::function<bool()>& step, const Events& events);
 
  private:
-  bool attend(Clock& clock, int milliseconds, const Events& events) const;
+  bool serveEvents(Clock& clock, int milliseconds, const Events& events) const;
   bool toEnd() const { return stop_ || !waiting_.empty(); }
 
-  std::deque<Deed> waiting_;
+  std::deque<Action> waiting_;
   int working_ = 0;
   bool stop_ = false, animating_ = false, stepping_ = false;
 };

@@ -1,4 +1,4 @@
-#include "window/deeds.h"
+#include "window/action_queue.h"
 
 #include <algorithm>
 
@@ -10,31 +10,31 @@ constexpr std::int64_t kLongestNap = 20;
 
 }  // namespace
 
-void Deeds::act(Deed deed) {
-  waiting_.push_back(std::move(deed));
+void ActionQueue::act(Action action) {
+  waiting_.push_back(std::move(action));
   if (working_ > 0) return;
   while (!waiting_.empty()) {
-    const Deed next = std::move(waiting_.front());
+    const Action next = std::move(waiting_.front());
     waiting_.pop_front();
     next();
   }
 }
 
-bool Deeds::play(Clock& clock, const Frame& frame, const Events& events) {
+bool ActionQueue::play(Clock& clock, const Frame& frame, const Events& events) {
   stop_ = false;
   animating_ = true;
   bool alive = true;
   while (alive) {
     const std::optional<int> wait = frame();
     if (!wait) break;
-    alive = attend(clock, *wait, events);
+    alive = serveEvents(clock, *wait, events);
     if (toEnd()) break;
   }
   animating_ = false;
   return alive;
 }
 
-bool Deeds::work(const std::function<bool()>& step, const Events& events) {
+bool ActionQueue::work(const std::function<bool()>& step, const Events& events) {
   const Working working(*this);
   stop_ = false;
   stepping_ = true;
@@ -48,7 +48,7 @@ bool Deeds::work(const std::function<bool()>& step, const Events& events) {
 }
 
 /// Lets events in for so many milliseconds, at least once; returns early when the animation is to end.
-bool Deeds::attend(Clock& clock, int milliseconds, const Events& events) const {
+bool ActionQueue::serveEvents(Clock& clock, int milliseconds, const Events& events) const {
   const std::int64_t end = clock.milliseconds() + milliseconds;
   while (true) {
     const std::int64_t left = end - clock.milliseconds();
