@@ -15,7 +15,7 @@ TEST(Texts, TakeTheirWordsInEveryOrder) {
   EXPECT_EQ(filled("{2} {3} {} {x} {1", std::vector<std::string>{"a", "b"}), "b {3} {} {x} {1");
   auto table = readPo(
       "# A comment\nmsgid \"\"\nmsgstr \"head\"\n\n#: x.cpp\nmsgid \"{1} of {2}\"\nmsgstr \"von {2} "
-      "\"\n\"{1}\\n\"\n"
+      "\"\n\"{1}\\t\\n\"\n"
       "msgctxt \"style\"\nmsgid \"Sea\"\nmsgstr \"Meer\"\n\nmsgid \"{n} line of {1}\"\n"
       "msgid_plural \"{n} lines of {1}\"\nmsgstr[0] \"{n} Linie: {1}\"\nmsgstr[1] \"{n} Linien: {1}\"\n\n"
       "#, fuzzy\nmsgid \"Old\"\nmsgstr \"Alt\"\n\nmsgid \"Open\"\nmsgstr \"\"\n",
@@ -23,11 +23,11 @@ TEST(Texts, TakeTheirWordsInEveryOrder) {
   ASSERT_TRUE(table) << table.error().message;
   EXPECT_EQ(table->entries().size(), 3U);
   speak(&*table);
-  EXPECT_EQ(tr("{1} of {2}", 3, 4), "von 4 3\n");
+  EXPECT_EQ(tr("{1} of {2}", 3, 4), "von 4 3\t\n");
   EXPECT_EQ(trn("{n} line of {1}", "{n} lines of {1}", 0, 7), "0 Linien: 7");
   EXPECT_EQ(translated("style", "Sea") + translated("Sea") + translated("Old") + translated("Open"),
             "MeerSeaOldOpen");
-  EXPECT_EQ(unreadable("{1} of {2}", "a", "b").message, "von b a\n");
+  EXPECT_EQ(unreadable("{1} of {2}", "a", "b").message, "von b a\t\n");
   speak(nullptr);
   EXPECT_EQ(tr("{1} of {2}", 3, 4), "3 of 4");
 }
@@ -35,6 +35,7 @@ TEST(Texts, TakeTheirWordsInEveryOrder) {
 TEST(PoFile, NamesTheLineThatCannotBeRead) {
   const std::pair<const char*, const char*> cases[] = {
       {"msgid \"a\"\nmsgstr \"b", "line 2: a text in quotes is missing"},
+      {"msgid \"a\"\nmsgstr \"b\"\n\n\"c\"", "line 4: a text in quotes is missing"},
       {"msgid \"a\"b\"", "line 1: a quote stands within a text"},
       {"\"a\"", "line 1: a text in quotes is missing"},
       {"\nmsgid \"a\\q\"", "line 2: an escape is not known"},

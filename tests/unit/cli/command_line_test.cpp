@@ -127,6 +127,7 @@ TEST(UnquotedFile, IsFoundAsAWhole) {
   EXPECT_EQ(fileOf(path), path);
   ASSERT_TRUE(writeFile(half, "x"));
   EXPECT_EQ(fileOf(path), path) << "its first word is a file, too";
+  ASSERT_TRUE(writeFile(half + " --quiet", "x"));
   EXPECT_EQ(fileOf(half + " --quiet"), half) << "words that make sense";
   EXPECT_EQ(fileOf(half + ' ' + half), "one knot file at a time, not also \"" + half + '"');
   ASSERT_TRUE(writeFile(folder.file("my b"), "x") && writeFile(folder.file("b"), "x"));

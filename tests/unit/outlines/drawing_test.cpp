@@ -75,12 +75,15 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
       {svg("<g style='display: none'><path d='M0 0h9v9z'/></g><rect width='100' height='80' fill='#FFF'/>"
            "<!-- <path d='M0 0h9v9z'/> --><![CDATA[<path d='M0 0h9v9z'/>]]><svg:path d='M1 1h1v&#49;z'/>"),
        "1,1 2,1 2,2 1,1 z"},
-      {svg("<style> @media print { .a { fill: red } } /* .a{} */ .a, #b { fill: none }\n"
+      {svg("<style> @import 'a.css'; @media print { .a { fill: red; } } /* .a{} */ .a, #b { fill: none }\n"
            "path.c{fill:red} .d{display:none} g .a{display:none} .i{fill:none!important}</style>"
            "<path class='e a' d='M0 0h1v1'/><path id='b' d='M0 0h2'/><path class='a c' d='M0 0h3'/>"
            "<g class='d'><path d='M0 0h9'/></g><path class='a' style='fill:blue' d='M0 0h4'/>"
            "<path class='i' style='fill:blue' d='M0 0h5'/>"),
        "0,0 1,0 1,1 0,0 2,0 0,0 3,0 0,0 z 0,0 4,0 0,0 z 0,0 5,0"},
+      {svg("<style>#i{fill:none} .b{fill:red} path{fill:red} .d{fill:none} .c{fill:red}</style>"
+           "<path id='i' class='b' d='M0 0h1'/><path class='c d' d='M0 0h2'/>"),
+       "0,0 1,0 0,0 2,0 0,0 z"},  // the more exact rule, of equal ones the last
       {svg("<style><![CDATA[line{visibility:hidden}#l{visibility:visible}]]></style>"
            "<line x2='1'/><g visibility='hidden'><line id='l' x2='2'/></g>"),
        "0,0 2,0"},
@@ -241,6 +244,10 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
       readDxfOutline("0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n10\n1\n0\nVERTEX\n10\n2\n");
   EXPECT_EQ(endsOf(cut), "1,0 2,0");
   EXPECT_EQ(cut->notes.size(), 1U);
+  EXPECT_EQ(readDxfOutline(dxf("0 POLYLINE 0 VERTEX 10 1 0 VERTEX 10 2"))->notes, cut->notes);
+  EXPECT_EQ(endsOf(readDxfOutline("0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n0\nENDSEC\n" + dxf("0 LINE 11 1"))),
+            "0,0 1,0")
+      << "a block ends with its section";
 
   // A quarter of a circle as a rational spline of degree 2.
   const auto quarter =

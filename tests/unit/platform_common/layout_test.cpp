@@ -99,6 +99,9 @@ TEST(Layout, ShrinksTheFontWhereTheWindowIsSmall) {
     EXPECT_GE(font, 11);
     expectTidy(width, height, {static_cast<int>(std::ceil(15 * factor)), factor, 8 * factor});
   }
+  EXPECT_EQ(panelFactor(kForm, 1, 1, base), base.least);
+  EXPECT_NEAR(panelFactor(kForm, minimumClient(kForm, {14, 0.9, 0.9 * 8}).width, 2000, base), 0.9, 0.011)
+      << "and no further than it has to";
 }
 
 TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {

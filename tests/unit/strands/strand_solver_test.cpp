@@ -8,6 +8,7 @@
 #include <ctime>
 #include <set>
 
+#include "graph/own_faces.h"
 #include "graph/strand_runs.h"
 #include "tests/knot_maker.h"
 
@@ -287,6 +288,14 @@ TEST(StrandSolver, ChangesOddNumbersByLoopsRoundTheMiddle) {
     ASSERT_TRUE(plan) << plan.error().message;
     EXPECT_LE(plan->lines.size(), most) << columns << " x " << rows;
   }
+}
+
+TEST(OwnFaces, AreThoseThatTheSymmetryLaysOntoThemselves) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 3));
+  const StrandRuns runs(*knot.graph);
+  for (const auto& [symmetry, faces] : {std::pair(Symmetry{true, false, 1}, 4U), {{false, false, 2}, 2U}})
+    EXPECT_EQ(ownFaces(runs, LineOrbits(*knot.graph, symmetry)).size(), faces)
+        << "the outside, and the cells on the axis or in the middle";
 }
 
 TEST(LineSymmetry, ImagesLieWhereMirrorsPutThem) {

@@ -197,6 +197,7 @@ TEST_F(CommandsTest, EveryCommandDoesItsOwn) {
     pick(command.name);
     EXPECT_TRUE(row.done());
   }
+  EXPECT_EQ(commandText("mnuStyle0").substr(0, 3) + commandText("mnuStyle9").substr(0, 3), "&1 &0 ");
 }
 // clang-format on
 

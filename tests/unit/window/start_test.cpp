@@ -192,6 +192,10 @@ TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   start();
   EXPECT_EQ(text(Param::XNo), "5");
   EXPECT_FALSE(document().lines || document().outline);
+  exit();
+  stored("lsttype") = "3";
+  start();
+  EXPECT_EQ(static_cast<int>(document().fields.shape), 3);
 }
 
 TEST_F(StartTest, WithoutMemoryTheKnotIsKeptAsideForTheNextStart) {
