@@ -90,8 +90,8 @@ int KnotMaker::build(Document& document, const Rnd& random) {
   auto made = ownShape_ ? autoGrid(document, &filled) : newGrid(document, random ? &random : nullptr);
   if (!made) {
     const int status = report_.fail(made.error());
-    if (const std::string hint = autoGridHint(document, made.error()); ownShape_ && !hint.empty())
-      report_.note(hint);
+    if (!ownShape_) return status;
+    if (const std::string hint = autoGridHint(document, made.error()); !hint.empty()) report_.note(hint);
     return status;
   }
   if (filled.filled < kFilled) noteEmptyOutline(document, filled);

@@ -43,9 +43,17 @@ class Tangents {
   bool isCorner(int point) const {
     const std::optional<double> turn = turnAt(point);
     if (!turn || *turn >= kKeptCorner) return true;
-    if (*turn < kKeptTip) return false;
-    return std::ranges::all_of(
-        neighbours_[point], [&](int beside) { return kTipStandsOut * turnAt(beside).value_or(0) <= *turn; });
+    return *turn >= kKeptTip && standsOut(point, *turn);
+  }
+
+  bool standsOut(int point, double turn) const {
+    bool compared = false;
+    for (const int beside : neighbours_[point])
+      if (const std::optional<double> other = turnAt(beside)) {
+        if (kTipStandsOut * *other > turn) return false;
+        compared = true;
+      }
+    return compared;
   }
 
   const CustomShape& shape_;

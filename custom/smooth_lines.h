@@ -13,7 +13,8 @@ namespace lorivan {
 /// other points stay corners. Regular polygons of five corners and more become round.
 inline constexpr double kKeptCorner = 75;
 
-/// So do points that turn by this and by so many times more than those beside them: the tip of a heart.
+/// So do points that turn by this and by so many times more than those beside them: the tip of a heart. Ends
+/// of lines and places where more than two meet are not compared.
 inline constexpr double kKeptTip = 50, kTipStandsOut = 2.5;
 
 /// How curves are cut to straight pieces: a piece for so many degrees, none shorter than so many units.

@@ -274,7 +274,7 @@ std::optional<int> largestAutoGrid(const Document& document, std::optional<Spot>
   while (size > 0) {
     const auto laid = layAutoGrid(graph, document, size, within);
     if (laid) return size;
-    if (laid.error().kind != ErrorKind::limit) break;
+    if (laid.error().kind != ErrorKind::limit || graph.LastLine < 0) break;
     // The lines grow no faster than the square of the size, but for what lattices differ.
     const double most = 1.03 * size * std::sqrt(1.0 * kMostAutoGridLines / (graph.LastLine + 1));
     size = std::min(size - 1, static_cast<int>(most) + 1);

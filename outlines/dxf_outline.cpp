@@ -18,6 +18,7 @@ constexpr std::size_t kMostVertices = 100'000;
 constexpr int kHighestDegree = 12;
 constexpr int kPiecesOfSpan = 12;            // of a spline between two knots
 constexpr int kMostInserts = 16;             // nested
+constexpr std::size_t kMostKept = 500'000;   // entities of a file
 constexpr std::size_t kMostDrawn = 500'000;  // entities drawn, those of blocks each time
 constexpr Affine kUpwards{1, 0, 0, -1, 0, 0};
 
@@ -173,19 +174,30 @@ class DxfReader {
       if (!pair) return pair.error();
       if (!*pair) break;
       if (const Status taken = takePair(**pair); !taken) return taken.error();
+      if (kept_ > kMostKept) return at((*pair)->line, tr("the drawing has too many entities"));
     }
     endEntity();
     endSection();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");
     if (const Status drawn = draw(entities_, kUpwards, 0); !drawn) return drawn.error();
-    for (const auto& [kind, count] : passedOver_)
-      drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
+    notePassedOver();
     if (cutShort_) drawing_.notes.push_back(tr("a polyline in it has no end: points of it may be missing"));
     return std::move(drawing_);
   }
 
  private:
   static Error at(int line, const std::string& reason) { return unreadable("line {1}: {2}", line, reason); }
+
+  void notePassedOver() {
+    constexpr std::size_t kMostNamed = 12;
+    int others = 0;
+    for (const auto& [kind, count] : passedOver_)
+      if (drawing_.notes.size() < kMostNamed)
+        drawing_.notes.push_back(tr("{1} of kind {2} left out", count, kind));
+      else
+        others += count;
+    if (others > 0) drawing_.notes.push_back(tr("{1} of other kinds left out", others));
+  }
 
   Status takePair(const DxfPair& pair) {
     if (pair.code == 0) {
@@ -232,11 +244,15 @@ class DxfReader {
     inEntities_ = false;
   }
 
-  void keep(Entity e) { (block_ == nullptr ? entities_ : block_->entities).push_back(std::move(e)); }
+  /// Unless it lies on paper space or is invisible.
+  void keep(Entity e) {
+    if (e.value(67) != 0 || e.value(60) != 0) return;
+    (block_ == nullptr ? entities_ : block_->entities).push_back(std::move(e));
+    ++kept_;
+  }
 
   Status draw(const std::vector<Entity>& entities, const Affine& place, int inserts) {
     for (const Entity& e : entities) {
-      if (e.value(67) != 0 || e.value(60) != 0) continue;
       if (++visits_ > kMostDrawn) return at(e.line, tr("the drawing inserts too many blocks"));
       const bool flat = e.kind != "LINE" && e.kind != "SPLINE" && e.kind != "ELLIPSE";
       const Affine own = flat && e.fromBehind() ? place.after({-1, 0, 0, 1, 0, 0}) : place;
@@ -245,7 +261,10 @@ class DxfReader {
         continue;
       }
       pen_.setTransform(own);
-      if (!drawn(e)) ++passedOver_[e.kind.substr(0, 20)];
+      if (!drawn(e)) {
+        ++passedOver_[e.kind.substr(0, 20)];
+        if (inserts > 0) visits_ += e.vertices.size();  // which were looked at for nothing
+      }
       if (pen_.tooMany()) return at(e.line, tr("the drawing has too many curves"));
     }
     return {};
@@ -363,7 +382,7 @@ class DxfReader {
   std::map<std::string, Block> blocks_;
   Block* block_ = nullptr;  // that is read
   std::map<std::string, int> passedOver_;
-  std::size_t visits_ = 0;
+  std::size_t kept_ = 0, visits_ = 0;
   bool sections_ = false, inEntities_ = false, cutShort_ = false;
 };
 

@@ -15,9 +15,11 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostUses = 16;                 // nested
-constexpr std::size_t kMostVisits = 500'000;  // elements drawn, those of uses each time
-constexpr double kPageShare = 0.999;          // of the page that a background covers
+constexpr int kMostUses = 16;                      // nested
+constexpr std::size_t kMostVisits = 500'000;       // elements looked at, those of uses each time
+constexpr std::size_t kBytesOfVisit = 500;         // of attributes: longer elements count as several
+constexpr std::size_t kMostRuleLooks = 5'000'000;  // for parts of style rules
+constexpr double kPageShare = 0.999;               // of the page that a background covers
 
 /// How what lies in a view box is laid into a place of this size; in its own units where there is none.
 Affine viewOf(const XmlElement& element, double width, double height) {
@@ -90,6 +92,17 @@ class SvgReader {
     return length(e, key, page_[3]).value_or(0);
   }
 
+  /// Refuses what would take too long. A file that shows no element twice has less than the most visits.
+  Status counted(const XmlElement& element) {
+    constexpr std::size_t kMarks = 4;  // a blank, an equals sign and two quotes
+    std::size_t bytes = 0;
+    for (const auto& [key, value] : element.attributes) bytes += key.size() + value.size() + kMarks;
+    visits_ += 1 + bytes / kBytesOfVisit;
+    if (visits_ > kMostVisits) return at(element, tr("the drawing uses too many elements"));
+    if (sheet_.looks() > kMostRuleLooks) return at(element, tr("too many style rules for so many elements"));
+    return {};
+  }
+
   Status children(const XmlElement& element, const Affine& place, const SvgStyle& style, int uses) {
     for (const int child : element.children)
       if (const Status drawn = visit(tree_.elements[child], place, style, uses); !drawn) return drawn;
@@ -97,9 +110,9 @@ class SvgReader {
   }
 
   Status visit(const XmlElement& element, Affine place, const SvgStyle& outer, int uses) {
+    if (const Status held = counted(element); !held) return held;
     const SvgStyle style = sheet_.styleOf(element, outer);
     if (style.gone) return {};
-    if (++visits_ > kMostVisits) return at(element, tr("the drawing uses too many elements"));
     if (const std::string* text = element.attribute("transform")) {
       const auto own = svgTransform(*text);
       if (!own) return at(element, own.error().message);
@@ -129,6 +142,7 @@ class SvgReader {
     const Affine moved = place.after({1, 0, 0, 1, across(element, "x"), down(element, "y")});
     const std::string_view name = plainSvgName(used.name);
     if (name != "symbol" && name != "svg") return visit(used, moved, style, uses + 1);
+    if (const Status held = counted(used); !held) return held;
     const SvgStyle own = sheet_.styleOf(used, style);
     return own.gone ? Status() : viewport(used, element, moved, own, uses + 1);
   }

@@ -8,6 +8,8 @@ namespace lorivan {
 namespace {
 
 constexpr std::size_t kMostRules = 10'000;
+constexpr std::size_t kMostParts = 16;  // of a selector
+constexpr std::size_t kMostNames = 64;  // of an element, by which rules may call it
 constexpr std::string_view kSpace = " \t\r\n\f";
 
 /// Without blanks and line ends at either end.
@@ -24,7 +26,7 @@ bool isWhite(std::string_view paint) {
          text == "rgb(100%,100%,100%)";
 }
 
-void apply(SvgStyle& style, std::string_view key, std::string_view value) {
+void apply(SvgSettings& style, std::string_view key, std::string_view value) {
   if (key == "fill") style.filled = value != "none";
   if (key == "fill") style.white = isWhite(value);
   if (key == "display") style.gone = value == "none";
@@ -32,14 +34,16 @@ void apply(SvgStyle& style, std::string_view key, std::string_view value) {
 }
 
 /// Those of "fill: none; stroke: red" that are marked as important, or the others.
-void applyDeclarations(SvgStyle& style, std::string_view left, bool important) {
+SvgSettings settingsOf(std::string_view left, bool important) {
+  SvgSettings settings;
   while (!left.empty()) {
     const std::string_view rule = left.substr(0, left.find(';'));
     left.remove_prefix(std::min(left.size(), rule.size() + 1));
     const std::size_t colon = rule.find(':'), mark = std::min(rule.find('!'), rule.size());
     if (colon < mark && important == (mark < rule.size()))
-      apply(style, stripped(rule.substr(0, colon)), stripped(rule.substr(colon + 1, mark - colon - 1)));
+      apply(settings, stripped(rule.substr(0, colon)), stripped(rule.substr(colon + 1, mark - colon - 1)));
   }
+  return settings;
 }
 
 std::string withoutComments(std::string_view text) {
@@ -80,12 +84,20 @@ std::vector<std::string_view> split(std::string_view text, std::string_view betw
 std::vector<std::string> namesOf(const XmlElement& element) {
   std::vector<std::string> names{"*", std::string(plainSvgName(element.name))};
   if (const std::string* classes = element.attribute("class"))
-    for (const std::string_view name : split(*classes, kSpace)) names.push_back('.' + std::string(name));
+    for (const std::string_view name : split(*classes, kSpace))
+      if (names.size() < kMostNames) names.push_back('.' + std::string(name));
   if (const std::string* id = element.attribute("id")) names.push_back('#' + *id);
   return names;
 }
 
 }  // namespace
+
+void SvgSettings::applyTo(SvgStyle& style) const {
+  style.filled = filled.value_or(style.filled);
+  style.white = white.value_or(style.white);
+  style.hidden = hidden.value_or(style.hidden);
+  style.gone = gone.value_or(style.gone);
+}
 
 std::string_view plainSvgName(std::string_view name) {
   return name.starts_with("svg:") ? name.substr(4) : name;
@@ -101,18 +113,21 @@ void SvgStyleSheet::add(std::string_view sheet) {
     }
     const std::size_t open = left.find('{'), close = left.find('}');
     if (open == std::string_view::npos || close == std::string_view::npos || close < open) return;
+    const std::string_view declarations = left.substr(open + 1, close - open - 1);
+    const Rule rule{{}, 0, 0, settingsOf(declarations, false), settingsOf(declarations, true)};
     for (const std::string_view selector : split(left.substr(0, open), ","))
-      addRule(stripped(selector), left.substr(open + 1, close - open - 1));
+      addRule(stripped(selector), rule);
     left = stripped(left.substr(close + 1));
   }
 }
 
-void SvgStyleSheet::addRule(std::string_view selector, std::string_view declarations) {
+void SvgStyleSheet::addRule(std::string_view selector, Rule rule) {
   if (selector.empty() || selector.find_first_of(" \t\r\n\f>+~:[]()") != std::string_view::npos ||
       count_ >= kMostRules)
     return;
-  Rule rule{{}, 0, count_++, std::string(declarations)};
+  rule.order = count_++;
   while (!selector.empty()) {
+    if (rule.parts.size() == kMostParts) return;
     const std::size_t end = std::min(selector.find_first_of(".#", 1), selector.size());
     rule.parts.emplace_back(selector.substr(0, end));
     rule.weight += selector[0] == '#' ? 10'000 : selector[0] == '.' ? 100 : selector[0] == '*' ? 0 : 1;
@@ -121,31 +136,35 @@ void SvgStyleSheet::addRule(std::string_view selector, std::string_view declarat
   rules_[rule.parts.back()].push_back(std::move(rule));
 }
 
-std::vector<const SvgStyleSheet::Rule*> SvgStyleSheet::rulesFor(const XmlElement& element) const {
+std::vector<const SvgStyleSheet::Rule*> SvgStyleSheet::rulesFor(const XmlElement& element) {
   std::vector<const Rule*> fitting;
   if (rules_.empty()) return fitting;
   const std::vector<std::string> names = namesOf(element);
   for (const std::string& name : names) {
     const auto found = rules_.find(name);
     if (found == rules_.end()) continue;
-    for (const Rule& rule : found->second)
+    for (const Rule& rule : found->second) {
+      looks_ += rule.parts.size();
       if (std::ranges::all_of(rule.parts, [&](const std::string& part) {
             return std::ranges::find(names, part) != names.end();
           }))
         fitting.push_back(&rule);
+    }
   }
   std::ranges::sort(fitting, {}, [](const Rule* rule) { return std::pair(rule->weight, rule->order); });
   return fitting;
 }
 
-SvgStyle SvgStyleSheet::styleOf(const XmlElement& element, const SvgStyle& outer) const {
+SvgStyle SvgStyleSheet::styleOf(const XmlElement& element, const SvgStyle& outer) {
   SvgStyle style = outer;
-  for (const auto& [key, value] : element.attributes) apply(style, key, stripped(value));
+  SvgSettings plain;
+  for (const auto& [key, value] : element.attributes) apply(plain, key, stripped(value));
+  plain.applyTo(style);
   const std::vector<const Rule*> rules = rulesFor(element);
   const std::string* own = element.attribute("style");
   for (const bool important : {false, true}) {
-    for (const Rule* rule : rules) applyDeclarations(style, rule->declarations, important);
-    if (own != nullptr) applyDeclarations(style, *own, important);
+    for (const Rule* rule : rules) (important ? rule->important : rule->usual).applyTo(style);
+    if (own != nullptr) settingsOf(*own, important).applyTo(style);
   }
   return style;
 }

@@ -1,7 +1,9 @@
 // What SVG styles say of shapes: attributes, style sheets, and the attribute "style".
 #pragma once
 
+#include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,11 +19,19 @@ struct SvgStyle {
   bool gone = false;  // with all that lies within
 };
 
+/// What declarations say of a style; what they do not mention stays.
+struct SvgSettings {
+  std::optional<bool> filled, white, hidden, gone;
+
+  void applyTo(SvgStyle& style) const;
+};
+
 /// The name without the prefix that some programs write; those of other namespaces stay whole, and unknown.
 std::string_view plainSvgName(std::string_view name);
 
 /// The style sheets of a drawing. Selectors of a name, classes and ids are known, in lists and run together
-/// as in "path.cut#a"; rules with others, and those that begin with @, are passed over.
+/// as in "path.cut#a"; rules with others or very many of them, those that begin with @, and those beyond the
+/// first ten thousand are passed over.
 class SvgStyleSheet {
  public:
   /// Takes a sheet in behind those before.
@@ -29,22 +39,26 @@ class SvgStyleSheet {
 
   /// The style of an element within another: its attributes, then the rules for it, the more exact ones last,
   /// then its attribute "style".
-  SvgStyle styleOf(const XmlElement& element, const SvgStyle& outer) const;
+  SvgStyle styleOf(const XmlElement& element, const SvgStyle& outer);
+
+  /// How often a part of a rule was looked for among the names of an element.
+  std::size_t looks() const { return looks_; }
 
  private:
   struct Rule {
     std::vector<std::string> parts;  // "path", ".cut", "#a": all have to fit
     int weight = 0;
     std::size_t order = 0;
-    std::string declarations;
+    SvgSettings usual, important;
   };
 
-  void addRule(std::string_view selector, std::string_view declarations);
+  /// `rule` without its selector.
+  void addRule(std::string_view selector, Rule rule);
   /// Those that fit, the less exact ones first.
-  std::vector<const Rule*> rulesFor(const XmlElement& element) const;
+  std::vector<const Rule*> rulesFor(const XmlElement& element);
 
   std::map<std::string, std::vector<Rule>, std::less<>> rules_;  // by their last part
-  std::size_t count_ = 0;
+  std::size_t count_ = 0, looks_ = 0;
 };
 
 }  // namespace lorivan

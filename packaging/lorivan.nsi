@@ -128,8 +128,10 @@ Section "Lorivan" Main
     StrCpy $R0 $Old
     Call RefuseWhileRunning
     ; With "_?" it stays where it is, and can be waited for.
+    ClearErrors
     ExecWait '"$Old\uninstall.exe" /S /UPGRADE _?=$Old' $0
-    ${If} $0 <> 0
+    ${If} ${Errors}
+    ${OrIf} $0 <> 0
       !insertmacro Fail "The version that is installed could not be removed."
     ${EndIf}
     Delete "$Old\uninstall.exe"
@@ -189,9 +191,12 @@ Section "Lorivan" Main
 SectionEnd
 
 Section /o "Command line" Path
+  ClearErrors
   ExecWait '"$INSTDIR\lorivan.exe" --search-path add' $0
-  ${If} $0 <> 0
+  ${If} ${Errors}
+  ${OrIf} $0 <> 0
     MessageBox MB_OK|MB_ICONEXCLAMATION "The search path could not be changed." /SD IDOK
+    SetErrorLevel ${FAILED}
   ${Else}
     WriteRegDWORD HKCU "${UNINSTALL}" "OnPath" 1
   ${EndIf}
@@ -255,7 +260,11 @@ SectionEnd
 
 Section /o "un.Settings and unsaved work" UnSettings
   DeleteRegKey HKCU "Software\Lorivan"
-  RMDir /r "$LOCALAPPDATA\Lorivan"
+  ; By name: the program may have been installed into this folder, beside files of the user's own.
+  Delete "$LOCALAPPDATA\Lorivan\last.qzd"
+  Delete "$LOCALAPPDATA\Lorivan\unsaved-*"
+  Delete "$LOCALAPPDATA\Lorivan\.lorivan-*"
+  RMDir "$LOCALAPPDATA\Lorivan"
 SectionEnd
 
 LangString AboutUnMain ${LANG_ENGLISH} "Everything that was installed. Files of your own stay, also those in the program's folder."

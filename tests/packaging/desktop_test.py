@@ -65,6 +65,16 @@ def check_desktop(share, types):
     return about.find("releases/release")
 
 
+def check_installer(share, manual):
+    """That the installer for Windows opens and offers what the program reads as knots and shapes."""
+    script = (source / "packaging/lorivan.nsi").read_text()
+    own = {g.get("pattern")[1:] for g in xml.parse(share / "mime/packages/lorivan.xml").getroot().iter(MIME + "glob")}
+    holding = re.search(r"still holds it \(([^)]*)\)", manual)[1].replace(" and ", ", ").split(", ")
+    for macro, wanted in (("Associate", own), ("Dissociate", own), ("Supported", own | {f".{name}" for name in holding})):
+        listed = re.findall(rf'!insertmacro {macro} "(\.\w+)"', script)
+        check(sorted(listed) == sorted(wanted), f"the installer has {macro} for {listed}")
+
+
 def completed(script, *words):
     """What a shell would offer for the last word."""
     run = 'source "$1"; shift; COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _lorivan; printf "%s\\n" "${COMPREPLY[@]}"'
@@ -100,6 +110,7 @@ def main():
         check(release.get("version") == version, "the metadata have another version than the program")
         manual = (place / "share/man/man1/lorivan.1").read_text()
         check(f'"{release.get("date")}" "Lorivan {version}"' in manual, "the manual page has another version")
+        check_installer(place / "share", manual)
         check_completion(place / "share/bash-completion/completions/lorivan")
     print("\n".join(faults) or "all agree")
     sys.exit(1 if faults else 0)

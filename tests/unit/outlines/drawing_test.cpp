@@ -122,6 +122,12 @@ TEST(Svg, CurvesKeepWithinTheToleranceOfTheirFlattening) {
   EXPECT_NEAR(top, 67.5, 0.11);
 }
 
+std::string repeated(const std::string& text, int times) {
+  std::string all;
+  while (times-- > 0) all += text;
+  return all;
+}
+
 TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
   std::string deep, wide = "<g id='a0'><path d='M0 0h1v1z'/></g>";
   for (int k = 0; k < 300; ++k) deep += "<g>";
@@ -146,6 +152,13 @@ TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
       {svg(deep), "line 3: elements are nested too deeply"},
       {svg(wide), "too many"},
       {svg("<g id='a'><use href='#a'/></g>"), "uses are nested too deeply"},
+      {svg("<g id='a'>" + repeated("<g display='none'/>", 2000) + "</g>" + repeated("<use href='#a'/>", 300)),
+       "too many elements"},
+      {svg("<g id='a' b='" + std::string(400'000, 'x') + "'/>" + repeated("<use href='#a'/>", 700)),
+       "too many elements"},
+      {svg("<style>" + repeated("g.c.c.c.c.c.c.c.c{fill:red}", 9000) + "</style>" +
+           repeated("<path class='c'/>", 100)),
+       "too many style rules"},
       {path("10 10"), "line 3: a path cannot be read at \"10 10\""},
       {path("L1 1"), "line 3: a path does not begin with M"},
       {path("M0 0L5"), "line 3: a path ends within a command"},
@@ -162,6 +175,10 @@ TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
     ASSERT_FALSE(drawing) << says;
     EXPECT_NE(drawing.error().message.find(says), std::string::npos) << drawing.error().message;
   }
+  EXPECT_EQ(endsOf(readSvgOutline(
+                svg("<style>" + repeated("#a", 300'000) + "{fill:none}</style><path id='a' d='M0 0h1'/>"))),
+            "0,0 1,0 0,0 z")
+      << "a selector without end is passed over";
   std::string many = "M0 0";
   for (std::size_t k = 0; k <= kMostSegments; ++k) many += "h1";
   EXPECT_NE(endsOf(readSvgOutline(path(many))).find("too many curves"), std::string::npos);
@@ -206,6 +223,19 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
   for (const char* none : {"0 INSERT 2 C", "0 INSERT 2 D"})
     EXPECT_EQ(blocks(none)->notes, std::vector<std::string>{"1 of kind INSERT left out"});
   EXPECT_FALSE(blocks("0 INSERT 2 A 70 9000 71 9000"));
+  std::string kinds = "0 LINE 11 1";
+  for (char c = 'A'; c <= 'Z'; ++c) kinds.append(" 0 ").append(1, c);
+  const auto many = readDxfOutline(dxf(kinds));
+  EXPECT_EQ(many->notes.size(), 13U) << "not a line for each of hundreds of thousands";
+  EXPECT_EQ(many->notes.back(), "14 of other kinds left out");
+  // A spline without a span is nothing, but takes its time wherever it is inserted.
+  const std::string idle = "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n2\nA\n0\nSPLINE\n71\n1\n" +
+                           repeated("40\n0\n", 102) + repeated("10\n0\n20\n0\n", 100) +
+                           "0\nENDBLK\n0\nENDSEC\n";
+  EXPECT_EQ(endsOf(readDxfOutline(idle + dxf("0 INSERT 2 A"))), "");
+  EXPECT_FALSE(readDxfOutline(idle + dxf("0 INSERT 2 A 70 90 71 90")));
+  EXPECT_NE(endsOf(readDxfOutline(dxf(repeated("0 A ", 500'010)))).find("too many entities"),
+            std::string::npos);
 
   const auto cut =
       readDxfOutline("0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n10\n1\n0\nVERTEX\n10\n2\n");
