@@ -49,9 +49,9 @@ double volumeUnder(const Vec3& a, const Vec3& b, const Vec3& c) {
          6;
 }
 
-/// Takes out what is turned inwards, the surfaces of hollows, and corners that no triangle has. No strand is as
-/// small as `speck`, a volume: smaller bodies are single corners of the lattice that rounding found inside, in
-/// the narrow ends of gaps.
+/// Takes out what is turned inwards, the surfaces of hollows, and corners that no triangle has. No strand is
+/// as small as `speck`, a volume: smaller bodies are single corners of the lattice that rounding found
+/// inside, in the narrow ends of gaps.
 void keepOuter(SolidBody& body, double speck) {
   TriangleMesh& mesh = body.mesh;
   Pieces pieces(mesh);

@@ -24,12 +24,9 @@ struct HelpPage {
   std::string_view title = {};  // of a page that no command opens
 };
 
-constexpr HelpPage kPages[] = {{"mnuHelpHelp", "index.html"},
-                               {"mnuHelpCustom", "custom.html"},
-                               {"mnuHelp3D", "3d.html"},
-                               {"", "things.html", "From knot to thing"},
-                               {"mnuHelpFAQ", "faq.html"},
-                               {"mnuHelpAbout", "about.html"}};
+constexpr HelpPage kPages[] = {{"mnuHelpHelp", "index.html"}, {"mnuHelpCustom", "custom.html"},
+                               {"mnuHelp3D", "3d.html"},      {"", "things.html", "From knot to thing"},
+                               {"mnuHelpFAQ", "faq.html"},    {"mnuHelpAbout", "about.html"}};
 constexpr std::string_view kOpen = "<!-- made: ", kClose = "<!-- end -->";
 
 std::string escaped(std::string_view text) {
