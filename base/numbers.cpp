@@ -1,5 +1,6 @@
 #include "base/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -97,6 +98,12 @@ std::optional<double> parseNumber(std::string_view text) {
   const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (fault != std::errc{} || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
   return value;
+}
+
+std::optional<double> parseTyped(std::string_view text) {
+  std::string withPoint(text);
+  std::ranges::replace(withPoint, ',', '.');
+  return parseNumber(withPoint);
 }
 
 std::string lowerCase(std::string_view text) {

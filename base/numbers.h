@@ -63,6 +63,9 @@ std::optional<long long> parseInteger(std::string_view text, long long low, long
 /// Strict finite decimal number (an exponent is allowed); blanks around it are allowed.
 std::optional<double> parseNumber(std::string_view text);
 
+/// The same as people type it: a comma may stand in place of the point.
+std::optional<double> parseTyped(std::string_view text);
+
 /// At most the first 20 characters of a text, in quotes and printable, for a message.
 std::string quoted(std::string_view text);
 

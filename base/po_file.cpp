@@ -1,5 +1,6 @@
 #include "base/po_file.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/numbers.h"

@@ -237,8 +237,7 @@ Result<TwoLengths> parseLengths(const std::string& text) {
   const auto cross = lowerCase(text).find('x');
   const Error wrong = wrongUsage("two lengths in millimetres are written like 200x120, not \"{1}\"", text);
   if (cross == std::string::npos) return wrong;
-  const auto first = parseNumber(trimmed(text.substr(0, cross))),
-             second = parseNumber(trimmed(text.substr(cross + 1)));
+  const auto first = parseTyped(text.substr(0, cross)), second = parseTyped(text.substr(cross + 1));
   const auto fits = [](const auto& length) {
     return length && *length >= kLeastMillimetres && *length <= kMostMillimetres;
   };

@@ -39,15 +39,41 @@ constexpr auto kCharacters = std::to_array<std::string_view>({
 });
 // clang-format on
 
-std::string_view strokesOf(char character) {
-  const int place = static_cast<unsigned char>(character) - kFirstCharacter;
-  if (place < 0 || place >= static_cast<int>(kCharacters.size())) return kUnknown;
+struct Letter {
+  std::string_view text, strokes;
+};
+
+// What the window's languages have beside these.
+constexpr auto kFurther = std::to_array<Letter>({{"ä", "@2g4e2c0e 4g4c 1i 3i"},
+                                                 {"ö", "@2g4e2c0e 1i 3i"},
+                                                 {"ü", "0g0e ~0e2c4e 4g4c 1i 3i"},
+                                                 {"ß", "0c0h ~0h1i3h2g1f ~1f3f4d3c1c"},
+                                                 {"Ä", "0c2i4c 1e3e 1k 3k"},
+                                                 {"Ö", "@2i3i5g5e3c2c0e0g 1k 4k"},
+                                                 {"Ü", "~0i0e2c4e4i 1k 3k"}});
+
+/// The character that a UTF-8 text begins with, which is taken off.
+std::string_view takeCharacter(std::string_view& text) {
+  const auto goesOn = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U; };
+  std::size_t size = 1;
+  while (size < text.size() && goesOn(text[size])) ++size;
+  const std::string_view character = text.substr(0, size);
+  text.remove_prefix(size);
+  return character;
+}
+
+std::string_view strokesOf(std::string_view character) {
+  if (character == " ") return {};
+  const auto further = std::ranges::find(kFurther, character, &Letter::text);
+  if (further != kFurther.end()) return further->strokes;
+  const int place = static_cast<unsigned char>(character.front()) - kFirstCharacter;
+  if (character.size() > 1 || place < 0 || place >= static_cast<int>(kCharacters.size())) return kUnknown;
   const std::string_view strokes = kCharacters[place];
   return strokes.empty() ? kUnknown : strokes;
 }
 
-double widthOf(char character) {
-  if (character == ' ') return kBlank;
+double widthOf(std::string_view character) {
+  if (character == " ") return kBlank;
   double width = 0;
   for (const char c : strokesOf(character))
     if (c >= '0' && c <= '9') width = std::max(width, static_cast<double>(c - '0'));
@@ -97,22 +123,23 @@ class Stroke {
 
 double letteringWidth(std::string_view text) {
   double width = 0;
-  for (const char c : text) width += widthOf(c) + kGap;
+  while (!text.empty()) width += widthOf(takeCharacter(text)) + kGap;
   return std::max(0.0, width - kGap) / kCapitals;
 }
 
 void drawLettering(Surface& surface, std::string_view text, PointF baseline, double capitalHeight,
                    Colour colour) {
   const auto unit = static_cast<float>(capitalHeight / kCapitals);
-  for (const char c : text) {
-    std::string_view strokes = c == ' ' ? std::string_view() : strokesOf(c);
+  while (!text.empty()) {
+    const std::string_view character = takeCharacter(text);
+    std::string_view strokes = strokesOf(character);
     while (!strokes.empty()) {
       const std::size_t end = std::min(strokes.find(' '), strokes.size());
       const std::vector<PointF> bezier = Stroke(strokes.substr(0, end), baseline, unit).bezier();
       surface.wideCurve({bezier, unit * static_cast<float>(kStroke), colour, CapStyle::round});
       strokes.remove_prefix(std::min(end + 1, strokes.size()));
     }
-    baseline.x += unit * static_cast<float>(widthOf(c) + kGap);
+    baseline.x += unit * static_cast<float>(widthOf(character) + kGap);
   }
 }
 

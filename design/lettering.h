@@ -10,8 +10,8 @@ namespace lorivan {
 /// Width of a line of text, in units of the height of its capital letters.
 double letteringWidth(std::string_view text);
 
-/// Draws a line of text from the left end of its base line. Letters, digits and `.,-+=%/:()` are drawn, other
-/// characters as an empty box.
+/// Draws a line of UTF-8 text from the left end of its base line. Letters, also those of German, digits and
+/// `.,-+=%/:()` are drawn, other characters as an empty box.
 void drawLettering(Surface& surface, std::string_view text, PointF baseline, double capitalHeight,
                    Colour colour);
 

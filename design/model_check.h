@@ -29,12 +29,12 @@ Result<ModelCheck> checkModel(const Knot& knot, const KnotFields& fields, const 
 /// are judged where the size is known.
 std::vector<std::string> faultsOf(const ModelCheck& check, const Material& material);
 
-/// What people want to know: names and texts. A name is empty where the one before it goes on. Weights of one
-/// material, or of all when null.
 /// What each line is called, in English; the context tells translators where the words stand.
 inline constexpr std::string_view kCheckContext = "check";
 inline constexpr std::string_view kCheckNames[] = {"strands", "pieces", "closed", "wall",  "clearance",
                                                    "overlap", "volume", "weight", "fault", "verdict"};
+/// What people want to know: names and texts. A name is empty where the one before it goes on. Weights of one
+/// material, or of all when null.
 using CheckLines = std::vector<std::pair<std::string_view, std::string>>;
 CheckLines checkLines(const ModelCheck& check, const Material* material);
 

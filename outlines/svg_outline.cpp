@@ -122,7 +122,7 @@ class SvgReader {
     if (name == "g" || name == "a" || name == "switch") return children(element, place, style, uses);
     if (name == "svg") return viewport(element, element, place, style, uses);
     if (name == "use") return use(element, place, style, uses);
-    if (style.hidden) return {};
+    if (style.hidden || (!style.filled && style.withoutStroke)) return {};
     texts_ |= name == "text";
     pictures_ |= name == "image";
     pen_.setTransform(place);

@@ -29,7 +29,9 @@ bool isWhite(std::string_view paint) {
 void apply(SvgSettings& style, std::string_view key, std::string_view value) {
   if (key == "fill") style.filled = value != "none";
   if (key == "fill") style.white = isWhite(value);
+  if (key == "stroke") style.withoutStroke = value == "none";
   if (key == "display") style.gone = value == "none";
+  if (key == "opacity" && parseNumber(value) == 0.0) style.gone = true;
   if (key == "visibility") style.hidden = value == "hidden" || value == "collapse";
 }
 
@@ -96,6 +98,7 @@ void SvgSettings::applyTo(SvgStyle& style) const {
   style.filled = filled.value_or(style.filled);
   style.white = white.value_or(style.white);
   style.hidden = hidden.value_or(style.hidden);
+  style.withoutStroke = withoutStroke.value_or(style.withoutStroke);
   style.gone = gone.value_or(style.gone);
 }
 

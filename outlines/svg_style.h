@@ -16,12 +16,13 @@ namespace lorivan {
 /// What elements hand on to those within them.
 struct SvgStyle {
   bool filled = true, white = false, hidden = false;
-  bool gone = false;  // with all that lies within
+  bool withoutStroke = false;  // it says so; many drawings for machines say nothing of strokes
+  bool gone = false;           // with all that lies within
 };
 
 /// What declarations say of a style; what they do not mention stays.
 struct SvgSettings {
-  std::optional<bool> filled, white, hidden, gone;
+  std::optional<bool> filled, white, hidden, withoutStroke, gone;
 
   void applyTo(SvgStyle& style) const;
 };

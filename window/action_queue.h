@@ -48,7 +48,7 @@ class ActionQueue {
   /// was closed.
   bool play(Clock& clock, const Frame& frame, const Events& events);
 
-  /// Does long work step by step, until a step says that it was the last, or until stop(). ActionQueue wait
+  /// Does long work step by step, until a step says that it was the last, or until stop(). Actions wait
   /// meanwhile. False when it was stopped or the window was closed.
   bool work(const std::function<bool()>& step, const Events& events);
 

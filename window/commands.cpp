@@ -31,7 +31,7 @@ bool solidInFront(const Workbench& b) { return b.solidShown(); }
 bool flatHasLines(const Workbench& b) {
   return b.picture() == Picture::flat && static_cast<bool>(b.document().lines);
 }
-bool flatIsBehind(const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }
+bool flatIsBehind(const Workbench& b) { return b.flatIsBehind(); }
 bool canShowSolid(const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }
 
 /// "&Undo Random knot"

@@ -29,7 +29,7 @@ constexpr auto kControlRows = std::to_array<ControlRow>({
     {controlId("cmd3D"), [](Handlers& h) { h.cmd3D_Click(); },
      [](const Workbench& b) { return gridIsCurrent(b) && b.canCreate3D(); }},
     {controlId("cmd2DView"), [](Handlers& h) { h.cmd2DView_Click(); },
-     [](const Workbench& b) { return b.solidShown() || b.picture() == Picture::variations; }},
+     [](const Workbench& b) { return b.flatIsBehind(); }},
     {controlId("cmd3DView"), [](Handlers& h) { h.cmd3DView_Click(); },
      [](const Workbench& b) { return b.knotDrawn() && !b.solidShown(); }},
     colourRow<0>(),

@@ -44,7 +44,7 @@ std::optional<double> Handlers::askMillimetres(const std::string& prompt, const 
                                                double initial) {
   const std::string text = bench_.window.inputBox(prompt, title, shortestText(static_cast<float>(initial)));
   if (text.empty()) return {};
-  const auto length = parseNumber(text);
+  const auto length = parseTyped(text);
   if (length && *length >= 0 && *length <= kMostMillimetres) return length;
   bench_.status(tr("\"{1}\" is no length in millimetres", text));
   return {};

@@ -52,7 +52,7 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
     if (pixels) options.*choice.pixels = static_cast<int>(*pixels);
     return pixels.has_value();
   }
-  const auto length = parseNumber(text);
+  const auto length = parseTyped(text);
   const bool good = length && *length >= kLeastMillimetres && *length <= kMostMillimetres;
   if (good) options.*choice.length = *length;
   return good;

@@ -81,6 +81,7 @@ class NonePlatform final : public Platform {
   std::unique_ptr<FileClaim> claim(const std::string& path) override;
   bool errorsGoToTerminal() const override { return false; }
   std::string language() const override { return userLanguage; }
+  void setLanguage(std::string_view code) override { windowLanguage = code; }
   Status canOpenWindow() const override { return windowStatus; }
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 
@@ -88,7 +89,7 @@ class NonePlatform final : public Platform {
   NoneWindow* window() { return window_; }
 
   DialogQueue dialogs;
-  std::string folder = "/program", documents, userFolder_, userLanguage;
+  std::string folder = "/program", documents, userFolder_, userLanguage, windowLanguage;
   Status windowStatus;
   bool outOfMemory = false;  // pictures cannot be made and saved
   WindowPlace screen{0, 0, 1920, 1080};

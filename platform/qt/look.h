@@ -5,7 +5,8 @@ class QApplication;
 
 namespace lorivan {
 
-/// Light or dark, and of high contrast, as the desktop is, now and whenever its settings service tells of a change.
+/// Light or dark, and of high contrast, as the desktop is, now and whenever its settings service tells of a
+/// change.
 void applyLook(QApplication& application);
 
 /// The same with the choice made.

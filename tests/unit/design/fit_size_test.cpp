@@ -78,6 +78,7 @@ TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
       EXPECT_TRUE(shape != Shape::SquareSquare || std::abs(stretch - 1) < 0.25) << "cells are about square";
     }
   EXPECT_EQ(parseLengths(" 200 X 120.5 ")->second, 120.5);
+  EXPECT_EQ(parseLengths("18,2x6")->first, 18.2);
   for (const char* wrong : {"", "200", "x", "200x", "0x5", "2x3x4", "1x1e9"})
     EXPECT_FALSE(parseLengths(wrong)) << wrong;
 }

@@ -84,6 +84,10 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
       {svg("<style><![CDATA[line{visibility:hidden}#l{visibility:visible}]]></style>"
            "<line x2='1'/><g visibility='hidden'><line id='l' x2='2'/></g>"),
        "0,0 2,0"},
+      {svg("<g fill='none'><path stroke='none' d='M0 0h9'/><path d='M0 0h2'/></g><g opacity='0.0'><path "
+           "d='M0 "
+           "0h9v9z'/></g>"),
+       "0,0 2,0"},  // what nobody can see is no outline; what says nothing of strokes is
       {svg("<symbol id='s' viewBox='10 10 4 2'><line x1='10' y1='10' x2='14' y2='12'/></symbol>"
            "<use href='#s' x='1' width='8' height='8'/><use href='#s'/>"),
        "1,2 9,6 0,15 100,65"},  // as wide as it goes, in the middle

@@ -1,4 +1,5 @@
 // The language of the window: whose it is, what it reaches, and what it leaves alone.
+#include "design/lettering.h"
 #include "main_window_driver.h"
 #include "window/languages.h"
 
@@ -51,6 +52,13 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   const std::string file = folder.write("k.qzd", "20,4\r\n25\r\n");
   w->userDrops(file);
   EXPECT_EQ(w->status(), file + " konnte nicht geladen werden: Zeile 2: hat weniger als drei Werte");
+}
+
+TEST_F(LanguageTest, HasItsLettersInPicturesToo) {
+  for (const auto& [letter, plain] :
+       {std::pair{"ä", "a"}, {"ö", "o"}, {"ü", "u"}, {"Ä", "A"}, {"Ö", "O"}, {"Ü", "U"}})
+    EXPECT_EQ(letteringWidth(letter), letteringWidth(plain)) << letter;
+  EXPECT_EQ(letteringWidth("€"), letteringWidth("#")) << "one box for a character of many bytes";
 }
 
 TEST_F(LanguageTest, LeavesFilesAlone) {

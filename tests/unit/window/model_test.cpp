@@ -168,7 +168,7 @@ TEST_F(ModelTest, LightActsAtOnceAndTheBackgroundWithTheNextBuildOrKey) {
 TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
   startSolid();
   const auto plain = pixels(kSolid);
-  platform.dialogs.answerInput("80");
+  platform.dialogs.answerInput("80,5");
   platform.dialogs.answerMessage();
   pick("mnuViewCheckModel");
   for (const char* line :

@@ -55,6 +55,10 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   EXPECT_EQ(lines(), 5);
   click("cmd2D");
   EXPECT_TRUE(drawn() && twoPassesEach());
+  pick("mnuShapeView");
+  ASSERT_TRUE(visible("picShape"));
+  click("cmd2DView");
+  EXPECT_TRUE(visible("picGrid") && !visible("picShape") && !enabled("cmd2DView")) << "back to the knot";
   choose(Shape::Triangle);
   expectOnGrid();
   const int drawn = shape().ShapeLineCount;
