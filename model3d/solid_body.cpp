@@ -49,18 +49,21 @@ double volumeUnder(const Vec3& a, const Vec3& b, const Vec3& c) {
          6;
 }
 
-/// Takes out what is turned inwards, the surfaces of hollows, and corners that no triangle has.
-void keepOuter(SolidBody& body) {
+/// Takes out what is turned inwards, the surfaces of hollows, and corners that no triangle has. No strand is
+/// as small as `speck`, a volume: smaller bodies are single corners of the lattice that rounding found
+/// inside, in the narrow ends of gaps.
+void keepOuter(SolidBody& body, double speck) {
   TriangleMesh& mesh = body.mesh;
   Pieces pieces(mesh);
   std::vector<double> volume(mesh.points.size());
   for (const auto& t : mesh.triangles)
     volume[pieces.of(t[0])] += volumeUnder(mesh.points[t[0]], mesh.points[t[1]], mesh.points[t[2]]);
-  std::erase_if(mesh.triangles, [&](const auto& t) { return volume[pieces.of(t[0])] <= 0; });
-  for (const double one : volume) {
-    body.pieces += one > 0 ? 1 : 0;
-    body.volume += std::max(one, 0.0);
-  }
+  std::erase_if(mesh.triangles, [&](const auto& t) { return volume[pieces.of(t[0])] <= speck; });
+  for (const double one : volume)
+    if (one > speck) {
+      ++body.pieces;
+      body.volume += one;
+    }
   std::vector<std::uint32_t> number(mesh.points.size(), kUnused);
   std::vector<Vec3> kept;
   kept.reserve(mesh.points.size());
@@ -116,7 +119,7 @@ Result<SolidBody> fuse(const TubeModel& model, const SolidShape& shape) {
   auto surface = surfaceOf(field, lines, cell);
   if (!surface) return surface.error();
   body.mesh = std::move(*surface);
-  keepOuter(body);
+  keepOuter(body, radius * radius * radius);
   return body;
 }
 

@@ -21,13 +21,12 @@ namespace {
 struct HelpPage {
   std::string_view command;  // the Help menu's, whose text is the page's title
   std::string_view file;
+  std::string_view title = {};  // of a page that no command opens
 };
 
-constexpr HelpPage kPages[] = {{"mnuHelpHelp", "index.html"},
-                               {"mnuHelpCustom", "custom.html"},
-                               {"mnuHelp3D", "3d.html"},
-                               {"mnuHelpFAQ", "faq.html"},
-                               {"mnuHelpAbout", "about.html"}};
+constexpr HelpPage kPages[] = {{"mnuHelpHelp", "index.html"}, {"mnuHelpCustom", "custom.html"},
+                               {"mnuHelp3D", "3d.html"},      {"", "things.html", "From knot to thing"},
+                               {"mnuHelpFAQ", "faq.html"},    {"mnuHelpAbout", "about.html"}};
 constexpr std::string_view kOpen = "<!-- made: ", kClose = "<!-- end -->";
 
 std::string escaped(std::string_view text) {
@@ -144,7 +143,10 @@ std::string shortcuts() {
   return html + "</table>\n";
 }
 
-std::string titleOf(const HelpPage& page) { return shownText(commandTable()[commandId(page.command)].text); }
+std::string titleOf(const HelpPage& page) {
+  return page.command.empty() ? std::string(page.title)
+                              : shownText(commandTable()[commandId(page.command)].text);
+}
 
 /// What all pages begin with, up to the title that the reader sees.
 std::string head(const HelpPage& page) {

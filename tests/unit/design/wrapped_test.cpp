@@ -10,6 +10,7 @@
 #include "design/fit_size.h"
 #include "design/kept_walls.h"
 #include "design/knot_model.h"
+#include "design/solid_model.h"
 
 namespace lorivan {
 namespace {
@@ -85,6 +86,21 @@ TEST(Wrap, NonsenseInFilesIsNoKnotOrOneButNeverWorse) {
   for (const char* cell : {"-5,0", "0,0", "1,0", "7,0", "32767,0"}) tried("30,0", cell);
   for (const char* line : {"\r\n32767,-32768,-32768,32767,0,0,1,0", "\r\n-32768,0,32767,0,0,0,1,0"})
     tried("\r\n-45", std::string(line) + "\r\n-45");
+}
+
+TEST(Wrap, FittedRingsAreOneBodyWithoutSpecks) {
+  Document gold = gridOf(Shape::SquareSquare, 2, 2);
+  gold.fields.text(Param::Swish) = "14";
+  gold.fields.text(Param::Smooth) = "4";
+  const auto ring = fitRing(gold, 18.2, 6);
+  ASSERT_TRUE(ring);
+  const auto knot = std::make_unique<Knot>();
+  ASSERT_TRUE(makeKnot(ring->document, *knot));
+  OutputOptions options;
+  options.millimetres = ring->width;
+  const auto made = makeBody(*knot, ring->document.fields, options);
+  ASSERT_TRUE(made);
+  EXPECT_EQ(made->body.pieces, 1);
 }
 
 TEST(Wrap, FittedRingsAreInterlacedAllRound) {
