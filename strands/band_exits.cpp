@@ -8,13 +8,12 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;     // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;     // cosine of the turn from which on a covering band may come back
-constexpr double kFarLeg = 6;       // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;    // times the way out from under one leg, for the other one
-constexpr double kTightBend = 0.8;  // of the bend that folds a side
-constexpr double kBeyond = 3;       // samples that a covering band is followed beyond an exit
-constexpr double kCoverReach = 8;   // times the width that is covered: where a covering band may come back
+constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;    // cosine of the turn from which on a covering band may come back
+constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
+constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
 
 /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
 bool isTight(const BandLoop& band, int i, double distance) {

@@ -9,6 +9,9 @@
 
 namespace lorivan {
 
+/// Of the bend that folds a side: from there on a band counts as bent tightly.
+inline constexpr double kTightBend = 0.8;
+
 /// Where one side of a band comes out from under another.
 struct BandExit {
   double place = 0;  // on the band's loop

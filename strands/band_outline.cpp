@@ -18,7 +18,6 @@ constexpr double kStrayShare = 0.1;  // of the tolerance that a centre line may 
 constexpr double kNarrow = 10;       // pixels: bands whose strands need fewer samples
 constexpr double kPictureStray = 0.03;  // pixels that it may in a picture
 constexpr double kSharp = 0.2;          // radians from one sample to the next but one
-constexpr double kTight = 0.8;          // of the bend that folds a side
 constexpr double kFlat = 0.8;           // tangent of the angle between a band's end and its sides
 constexpr double kLeastHole = 4;        // squares of half the width; what a fold surrounds is smaller
 constexpr int kUsualContour = 40;       // points
@@ -187,7 +186,7 @@ class Outliner {
   bool mayFold(const BandLoop& band, double from, double to) const {
     const auto isTight = [this](Vec along, Vec bend) {
       const double sharp = cross(along, bend) * half_, fast = dot(along, along);
-      return sharp * sharp > kTight * kTight * fast * fast * fast;
+      return sharp * sharp > kTightBend * kTightBend * fast * fast * fast;
     };
     for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
       const Vec a = band.tangent(i), b = band.tangentTo(i + 1), chord = band.point(i + 1) - band.point(i);

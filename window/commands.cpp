@@ -25,7 +25,7 @@ bool canPrint(const Workbench& b) {
   return b.knotDrawn() && (b.picture() == Picture::flat || b.picture() == Picture::solid);
 }
 bool hasOutline(const Workbench& b) { return static_cast<bool>(b.document().outline); }
-bool hasGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
+bool hasGrid(const Workbench& b) { return b.hasGrid(); }
 bool outlineHasLines(const Workbench& b) { return hasLines(b.sheet.shape()); }
 bool solidInFront(const Workbench& b) { return b.solidShown(); }
 bool flatHasLines(const Workbench& b) {
@@ -147,10 +147,8 @@ constexpr CommandRow styleRow(std::string_view name) {
           [](const Workbench&) { return styleText(Place); }};
 }
 
-constexpr std::string_view languageCode(int place) {
-  constexpr std::array<std::string_view, 3> codes = {"", "en", "de"};
-  return codes[place + 1];
-}
+/// Of languages(); no place: nothing, which stands for the system's.
+std::string_view languageCode(int place) { return place < 0 ? std::string_view() : languages()[place].code; }
 
 /// The language's own name; no place: that of the system.
 template <int Place>

@@ -12,7 +12,6 @@ struct ControlRow {
   When enabled = nullptr;  // none: always, or somebody else's affair
 };
 
-bool hasOldGrid(const Workbench& b) { return static_cast<bool>(b.document().lines); }
 bool gridIsCurrent(const Workbench& b) { return b.gridIsCurrent(); }
 
 template <int Box>
@@ -24,7 +23,8 @@ constexpr auto kControlRows = std::to_array<ControlRow>({
     {controlId("lstType"), [](Handlers& h) { h.lstType_Click(); }},
     {controlId("cmdRandknot"), [](Handlers& h) { h.cmdRandknot_Click(); }},
     {controlId("cmdNewGrid"), [](Handlers& h) { h.cmdNewGrid_Click(); }},
-    {controlId("cmdOldGrid"), [](Handlers& h) { h.cmdOldGrid_Click(); }, hasOldGrid},
+    {controlId("cmdOldGrid"), [](Handlers& h) { h.cmdOldGrid_Click(); },
+     [](const Workbench& b) { return b.hasGrid(); }},
     {controlId("cmd2D"), [](Handlers& h) { h.cmd2D_Click(); }, gridIsCurrent},
     {controlId("cmd3D"), [](Handlers& h) { h.cmd3D_Click(); },
      [](const Workbench& b) { return gridIsCurrent(b) && b.canCreate3D(); }},

@@ -50,6 +50,7 @@ class Workbench {
   const Document& document() const { return session.document(); }
   const Knot& knot() const { return stages_.knot(); }
   bool knotDrawn() const { return drawn_; }
+  bool hasGrid() const { return static_cast<bool>(document().lines); }
   /// Another picture lies over the flat one.
   bool flatIsBehind() const { return picture_ == Picture::sheet ? drawn_ : picture_ != Picture::flat; }
   Picture picture() const { return picture_; }

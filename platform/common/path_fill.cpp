@@ -23,8 +23,7 @@ struct Range {
 };
 
 bool isDrawable(const std::vector<PointF>& contour) {
-  const auto inReach = [](PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; };
-  return contour.empty() || (contour.size() % 3 == 1 && std::ranges::all_of(contour, inReach));
+  return contour.empty() || (contour.size() % 3 == 1 && std::ranges::all_of(contour, isWithinReach));
 }
 
 class Flattener {
@@ -300,6 +299,8 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
 }
 
 }  // namespace
+
+bool isWithinReach(PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; }
 
 bool PathFiller::add(std::span<const std::vector<PointF>> contours, Colour colour) {
   if (!std::ranges::all_of(contours, isDrawable)) return false;

@@ -10,6 +10,9 @@
 
 namespace lorivan {
 
+/// Whether coordinates are finite and lie within a million pixels.
+bool isWithinReach(PointF p);
+
 /// Shapes that wait until they are painted together, which spares large pictures most of their way to and
 /// from memory. A pixel takes the exact share of its area that a shape has; each shape lies on those before.
 class PathFiller {

@@ -12,7 +12,6 @@ namespace {
 
 constexpr float kSagitta = 0.05F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
-constexpr float kOutermost = 1e6F;         // pixels
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
 
@@ -175,9 +174,8 @@ class SideWalker {
 };
 
 bool isDrawable(const WideCurve& curve) {
-  const auto inReach = [](PointF p) { return std::fabs(p.x) < kOutermost && std::fabs(p.y) < kOutermost; };
   return curve.bezier.size() % 3 == 1 && curve.width > 0 && curve.width <= static_cast<float>(kLongestSide) &&
-         std::ranges::all_of(curve.bezier, inReach);
+         std::ranges::all_of(curve.bezier, isWithinReach);
 }
 
 }  // namespace
