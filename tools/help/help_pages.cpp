@@ -1,7 +1,8 @@
 // Fills the parts of the help pages that come from the program's own tables, in every language:
 //   lorivan_help_pages [--check] data/help
-// English pages lie in the folder, those of another language in its CODE, their texts in ../texts/help/CODE.po. A part
-// stands between <!-- made: NAME --> and <!-- end -->. --check writes nothing and fails when a page is out of date.
+// English pages lie in the folder, those of another language in its CODE, their texts in
+// ../texts/help/CODE.po. A part stands between <!-- made: NAME --> and <!-- end -->. --check writes nothing
+// and fails when a page is out of date.
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -34,8 +35,7 @@ Result<std::string> filled(HelpTexts& texts, const HelpPage& which, const std::s
     const auto nameEnd = page.find(" -->", open), close = page.find(kClose, open);
     if (nameEnd == std::string::npos || close == std::string::npos) return unreadable("a part has no end");
     const auto nameStart = open + kOpen.size();
-    const std::string name = page.substr(nameStart, nameEnd - nameStart),
-                      made = helpPart(texts, name, which);
+    const std::string name = page.substr(nameStart, nameEnd - nameStart), made = helpPart(texts, name, which);
     if (made.empty()) return unreadable("there is no part \"" + name + '"');
     used.insert(name);
     out += page.substr(at, nameEnd + 4 - at) + '\n' + made;

@@ -42,9 +42,7 @@ class PartWriter {
   std::string presets();
   std::string formats();
   std::string shortcuts();
-  std::string version() {
-    return "<p>" + texts_.fill("Version {1}", {std::string(kVersion)}) + "</p>\n";
-  }
+  std::string version() { return "<p>" + texts_.fill("Version {1}", {std::string(kVersion)}) + "</p>\n"; }
 
  private:
   std::string picture(const std::string& name, std::string_view caption, std::string_view alternative);
@@ -61,9 +59,8 @@ class PartWriter {
 std::string PartWriter::picture(const std::string& name, std::string_view caption,
                                 std::string_view alternative) {
   return "  <figure><img src=\"" + std::string(texts_.up()) + "pictures/" + name + ".png\" alt=\"" +
-         escaped(alternative) +
-         "\" width=\"200\" height=\"160\" loading=\"lazy\"><figcaption>" + escaped(caption) +
-         "</figcaption></figure>\n";
+         escaped(alternative) + "\" width=\"200\" height=\"160\" loading=\"lazy\"><figcaption>" +
+         escaped(caption) + "</figcaption></figure>\n";
 }
 
 /// Which values a field takes, with its terse name if it has one.
@@ -92,8 +89,8 @@ std::string PartWriter::fieldSection(const FieldHelp& help) {
       texts_.say(parameter ? parameterSpec(*parameter).caption : checkSpec(*box).caption);
   const std::string name(help.field);
   std::string html = "<section class=\"field\" id=\"" + name + "\">\n<h4>" + escaped(caption) + " <code>" +
-                     name + "</code> <small>" + limits(help) + "</small></h4>\n<p>" +
-                     texts_.say(help.text) + "</p>\n";
+                     name + "</code> <small>" + limits(help) + "</small></h4>\n<p>" + texts_.say(help.text) +
+                     "</p>\n";
   if (help.pictures.empty()) return html + "</section>\n";
   html += "<div class=\"strip\">\n";
   for (const std::string& value : wordsOf(help.pictures)) {
@@ -131,8 +128,8 @@ std::string PartWriter::presets() {
 }
 
 std::string PartWriter::formats() {
-  std::string html = "<table>\n<tr><th>" + texts_.say("File") + "</th><th>" + texts_.say("For") + "</th><th>" +
-                     texts_.say("What is in it") + "</th></tr>\n";
+  std::string html = "<table>\n<tr><th>" + texts_.say("File") + "</th><th>" + texts_.say("For") +
+                     "</th><th>" + texts_.say("What is in it") + "</th></tr>\n";
   for (const FormatHelp& help : formatHelp())
     if (findFormat(help.extension, DxfKind::faces) != nullptr)
       html += "<tr><td><code>." + std::string(help.extension) + "</code></td><td>" + texts_.say(help.tools) +
@@ -158,8 +155,8 @@ std::string PartWriter::shortcuts() {
     if (command.shortcut.empty()) continue;
     html += "<tr><td>" + keys(command.shortcut);
     if (!command.alternative.empty()) html += ", " + keys(command.alternative);
-    html += "</td><td>" + shownText(texts_, command.menu) + " › " +
-            escaped(shownText(texts_, command.text)) + "</td></tr>\n";
+    html += "</td><td>" + shownText(texts_, command.menu) + " › " + escaped(shownText(texts_, command.text)) +
+            "</td></tr>\n";
   }
   return html + "</table>\n";
 }
