@@ -60,7 +60,7 @@ TEST_F(LanguageTest, ReachesHelpFileNamesAndTypes) {
   EXPECT_EQ(platform.help().pages.back(), "help/de/3d.html");
   pickFile("mnuFileSaveBMP", "");
   EXPECT_EQ(lastAsked().file.title + '|' + lastAsked().file.filterLabel,
-            "Speichern:  Name der Datei (2D-Knoten-BMP)|2D-Knoten-BMP-Dateien");
+            "Speichern: Name der Datei (2D-Knoten-BMP)|2D-Knoten-BMP-Dateien");
 }
 
 TEST_F(LanguageTest, HasItsLettersInPicturesToo) {
