@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <numeric>
 
 #include "base/digits.h"
 #include "base/numbers.h"
@@ -23,10 +24,10 @@ void widen(ModelSpan& span, float value) {
 
 double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
-/// Sixteen bits or more for each of so many hashes.
+/// Eight bits or more for each of so many hashes.
 class BitTable {
  public:
-  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 4 + 1)) {}
+  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 8 + 1)) {}
   bool has(std::uint64_t hash) const {
     return (words_[hash >> 6 & (words_.size() - 1)] >> (hash & 63) & 1) != 0;
   }
@@ -48,23 +49,6 @@ struct Edge {
 };
 
 }  // namespace
-
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const auto span = [](std::int32_t from, std::int32_t to) {
-    return static_cast<double>(to) - static_cast<double>(from);
-  };
-  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
-  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
-  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
-}
-
-std::uint64_t hashOf(const MeshPoint& p) {
-  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
-                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
-                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
-  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
-  return mixed ^ mixed >> 32;
-}
 
 MeshPoint meshPoint(const Vec3& at, double scale) {
   const auto number = [scale](float x) {
@@ -145,17 +129,17 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
   }
 }
 
-/// Fills same_ and shared_. Most points have a place of their own: a table of bits, which stays in the
-/// processor's cache, leaves few that must be compared.
+/// Most points have a place of their own: a table of bits, which stays in the processor's cache, leaves few
+/// that must be compared.
 void TubeMesh::findShared() {
-  const auto count = static_cast<std::uint32_t>(points_.size());
-  same_.resize(count);
-  shared_.assign(count, 0);
   anyShared_ = false;
-  BitTable seen(count), again(count);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    same_[i] = i;
-    const std::uint64_t hash = hashOf(points_[i]);
+  same_.clear();
+  shared_.clear();
+  const auto count = static_cast<std::uint32_t>(points_.size());
+  constexpr std::size_t kUsuallySuspect = 8;  // one point of so many
+  BitTable seen(count), again(count / kUsuallySuspect);
+  for (const MeshPoint& p : points_) {
+    const std::uint64_t hash = hashOf(p);
     if (!seen.add(hash)) again.add(hash);
   }
   std::vector<std::uint32_t> suspects;
@@ -171,12 +155,22 @@ void TubeMesh::comparePlaces(const std::vector<std::uint32_t>& suspects) {
   for (const std::uint32_t i : suspects) {
     std::size_t at = hashOf(points_[i]) & (size - 1);
     while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
-    if (table[at] == kNone) table[at] = i;
-    same_[i] = table[at];
-    if (same_[i] == i) continue;
-    shared_[i] = shared_[same_[i]] = 1;
+    if (table[at] == kNone)
+      table[at] = i;
+    else
+      markShared(i, table[at]);
+  }
+}
+
+void TubeMesh::markShared(std::uint32_t point, std::uint32_t first) {
+  if (!anyShared_) {
+    same_.resize(points_.size());
+    std::iota(same_.begin(), same_.end(), 0U);
+    shared_.resize(points_.size(), 0);
     anyShared_ = true;
   }
+  same_[point] = first;
+  shared_[point] = shared_[first] = 1;
 }
 
 Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
@@ -186,11 +180,15 @@ Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
   if (c == d) return Cut::withoutD;
   if (b == c) return a == d ? Cut::gone : Cut::withoutC;
   if (d == a) return Cut::withoutA;
-  const auto flat = [this](std::uint32_t i, std::uint32_t j, std::uint32_t k) {
-    return isFlat(points_[i], points_[j], points_[k]);
-  };
-  const bool flatAC = flat(a, b, c) || flat(a, c, d);
-  return flatAC && !flat(b, c, d) && !flat(b, d, a) ? Cut::alongBD : Cut::alongAC;
+  return diagonalOf(corner);
+}
+
+/// Of a quad whose corners have places of their own.
+Cut TubeMesh::diagonalOf(const std::array<std::uint32_t, 4>& corner) const {
+  const MeshPoint &a = points_[corner[0]], &b = points_[corner[1]], &c = points_[corner[2]],
+                  &d = points_[corner[3]];
+  const bool flatAC = isFlat(a, b, c) || isFlat(a, c, d);
+  return flatAC && !isFlat(b, c, d) && !isFlat(b, d, a) ? Cut::alongBD : Cut::alongAC;
 }
 
 void TubeMesh::cutFaces() {
@@ -198,7 +196,8 @@ void TubeMesh::cutFaces() {
   for (const Strand& strand : strands_)
     for (std::size_t ring = 0; ring < strand.ringCount; ++ring) {
       Cut* cut = &cuts_[(strand.firstRing + ring) * sides_];
-      eachFace(strand, ring, [&](const Face& face) { *cut++ = cutOf(face.corner); });
+      eachFace(strand, ring,
+               [&](const Face& face) { *cut++ = anyShared_ ? cutOf(face.corner) : diagonalOf(face.corner); });
     }
 }
 

@@ -23,9 +23,23 @@ struct MeshPoint {
 MeshPoint meshPoint(const Vec3& at, double scale);
 
 /// Whether the three lie on one line, or coincide.
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c);
+inline bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const auto span = [](std::int32_t from, std::int32_t to) {
+    return static_cast<double>(to) - static_cast<double>(from);
+  };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
+}
+
 /// For tables of places; all 64 bits are mixed.
-std::uint64_t hashOf(const MeshPoint& p);
+inline std::uint64_t hashOf(const MeshPoint& p) {
+  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
+                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
+                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
+  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
+  return mixed ^ mixed >> 32;
+}
 
 /// From where to where a model reaches along an axis, model units.
 struct ModelSpan {
@@ -89,7 +103,7 @@ class TubeMesh {
   /// Whether two points stand at one place. Where none do every point is a corner of whole quads.
   bool anyShared() const { return anyShared_; }
   /// The first point of the whole mesh that stands where this one does.
-  std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+  std::uint32_t samePlace(std::uint32_t point) const { return anyShared_ ? same_[point] : point; }
 
   std::size_t triangleCount() const;
 
@@ -104,7 +118,9 @@ class TubeMesh {
   void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
   void comparePlaces(const std::vector<std::uint32_t>& suspects);
+  void markShared(std::uint32_t point, std::uint32_t first);
   void cutFaces();
+  Cut diagonalOf(const std::array<std::uint32_t, 4>& corner) const;
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
   std::vector<std::uint32_t> pointsToMove() const;
   void movePoint(std::uint32_t point, int round);
@@ -114,10 +130,10 @@ class TubeMesh {
   std::vector<MeshPoint> centres_;  // as the model's rings
   std::vector<Ring> rings_;
   std::vector<Strand> strands_;
-  std::vector<std::uint32_t> same_;   // for each point the first one at its place
-  std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place
   bool anyShared_ = false;
-  std::vector<Cut> cuts_;  // for each ring, for each side
+  std::vector<std::uint32_t> same_;   // for each point the first one at its place; empty: its own
+  std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place; empty: none
+  std::vector<Cut> cuts_;             // for each ring, for each side
 };
 
 /// The scene's mesh at the width that the scene asks for, else at `standard`. Fails for more polygons than a

@@ -47,9 +47,11 @@ void addAll(const TubeMesh& mesh, const TubeMesh::Strand& strand, MeshPart& part
   part.points.assign(from, from + mesh.pointCount(strand));
   for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
-      const auto corners = polygonCorners(face.cut);
-      part.faces.push_back({face.corner[corners[0]] - first, face.corner[corners[1]] - first,
-                            face.corner[corners[2]] - first, face.corner[corners[3]] - first});
+      const auto [a, b, c, d] = face.corner;
+      if (face.cut == Cut::alongAC)
+        part.faces.push_back({a - first, b - first, c - first, d - first});
+      else
+        part.faces.push_back({b - first, c - first, d - first, a - first});
     });
 }
 
@@ -100,7 +102,7 @@ void standUpright(std::vector<MeshPart>& parts) {
     for (MeshPoint& p : part.points) p = {-p.x, -p.y, p.z};
 }
 
-MeshBox boxOf(const std::vector<MeshPart>& parts) {
+MeshBox boxOf(std::span<const MeshPart> parts) {
   MeshBox box;
   bool empty = true;
   for (const MeshPart& part : parts)

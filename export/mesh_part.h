@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,6 @@ struct MeshBox {
   MeshPoint low, high;
 };
 /// The least and the greatest coordinates of all parts, of which at least one has points.
-MeshBox boxOf(const std::vector<MeshPart>& parts);
+MeshBox boxOf(std::span<const MeshPart> parts);
 
 }  // namespace lorivan
