@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <numeric>
 
 #include "base/digits.h"
@@ -14,6 +15,8 @@ namespace {
 
 constexpr int kMoveRounds = 8;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
+constexpr float kFarthest =
+    2'000'001;  // more than kMostCoordinate, and in thousandths less than 32 bits hold
 
 void widen(ModelSpan& span, float value) {
   if (!std::isfinite(value)) return;
@@ -24,21 +27,25 @@ void widen(ModelSpan& span, float value) {
 
 double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
-/// Eight bits or more for each of so many hashes.
+/// Eight bits or more for each of so many hashes, of which each sets two that lie close together.
 class BitTable {
  public:
   explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 8 + 1)) {}
-  bool has(std::uint64_t hash) const {
-    return (words_[hash >> 6 & (words_.size() - 1)] >> (hash & 63) & 1) != 0;
-  }
+  bool has(std::uint64_t hash) const { return (~words_[at(hash)] & bitsOf(hash)) == 0; }
   /// False when it was there.
   bool add(std::uint64_t hash) {
-    const bool isNew = !has(hash);
-    words_[hash >> 6 & (words_.size() - 1)] |= std::uint64_t{1} << (hash & 63);
-    return isNew;
+    std::uint64_t& word = words_[at(hash)];
+    const std::uint64_t before = word;
+    word |= bitsOf(hash);
+    return word != before;
   }
 
  private:
+  std::size_t at(std::uint64_t hash) const { return hash >> 12 & (words_.size() - 1); }
+  static std::uint64_t bitsOf(std::uint64_t hash) {
+    return std::uint64_t{1} << (hash & 63) | std::uint64_t{1} << (hash >> 6 & 63);
+  }
+
   std::vector<std::uint64_t> words_;
 };
 
@@ -55,6 +62,33 @@ MeshPoint meshPoint(const Vec3& at, double scale) {
     return static_cast<std::int32_t>(toThousandths(static_cast<float>(static_cast<double>(x) * scale)));
   };
   return {number(at.x), number(at.y), number(at.z)};
+}
+
+std::vector<MeshPoint> meshPoints(std::span<const Vec3> places, double scale) {
+  // As meshPoint() does it, in loops that take several numbers at once.
+  constexpr std::size_t kBlock = 64;
+  std::array<float, 3 * kBlock> number{};
+  std::array<std::int32_t, 3 * kBlock> thousandths{};
+  static_assert(sizeof(Vec3) * kBlock == sizeof number);
+  std::vector<MeshPoint> points;
+  points.reserve(places.size());
+  for (std::size_t first = 0; first < places.size(); first += kBlock) {
+    const std::size_t count = std::min(kBlock, places.size() - first);
+    std::memcpy(number.data(), &places[first], count * sizeof(Vec3));
+    for (std::size_t i = 0; i < number.size(); ++i) {
+      const auto scaled = static_cast<float>(static_cast<double>(number[i]) * scale);
+      // What is no number, or too far away, becomes 0: selected by bits, as a branch would part the loop.
+      const auto bits = std::bit_cast<std::int32_t>(scaled);
+      const std::int32_t keep = (bits & 0x7FFFFFFF) <= std::bit_cast<std::int32_t>(kFarthest) ? -1 : 0;
+      const auto known = std::bit_cast<float>(bits & keep);
+      const auto whole = static_cast<std::int32_t>(known);
+      const double rest = static_cast<double>(known) - whole;
+      thousandths[i] = whole * 1000 + static_cast<std::int32_t>(rest * 1000.0);
+    }
+    const auto made = std::bit_cast<std::array<MeshPoint, kBlock>>(thousandths);
+    points.insert(points.end(), made.begin(), made.begin() + static_cast<std::ptrdiff_t>(count));
+  }
+  return points;
 }
 
 ModelBox modelBox(const TubeModel& model) {
@@ -96,11 +130,10 @@ std::span<const std::uint8_t> polygonCorners(Cut cut) {
   return {row.corners.data(), row.count};
 }
 
-TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<std::uint32_t>(model.sides)) {
-  points_.reserve(model.vertices.size());
-  for (const Vec3& v : model.vertices) points_.push_back(meshPoint(v, scale));
-  centres_.reserve(model.centres.size());
-  for (const Vec3& v : model.centres) centres_.push_back(meshPoint(v, scale));
+TubeMesh::TubeMesh(const TubeModel& model, double scale)
+    : sides_(static_cast<std::uint32_t>(model.sides)),
+      points_(meshPoints(model.vertices, scale)),
+      centres_(meshPoints(model.centres, scale)) {
   for (const TubeStrand& strand : model.strands) addStrand(model, strand, scale);
   findShared();
   cutFaces();
@@ -255,9 +288,13 @@ Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> stand
   const Result<double> scale = modelScale(scene.model, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
-  if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
+  if (mesh.empty() && scene.model.QuadCount > 0)
     return unwritable("the model is too small for the file's three decimals");
   return mesh;
+}
+
+bool TubeMesh::empty() const {
+  return std::ranges::all_of(cuts_, [](Cut cut) { return cut == Cut::gone; });
 }
 
 std::size_t TubeMesh::triangleCount() const {

@@ -21,6 +21,8 @@ struct MeshPoint {
 /// Every model unit as `scale` units of the file, cut off to three decimals. modelScale() has made sure that
 /// they fit.
 MeshPoint meshPoint(const Vec3& at, double scale);
+/// The same for many.
+std::vector<MeshPoint> meshPoints(std::span<const Vec3> places, double scale);
 
 /// Whether the three lie on one line, or coincide.
 inline bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
@@ -105,6 +107,8 @@ class TubeMesh {
   /// The first point of the whole mesh that stands where this one does.
   std::uint32_t samePlace(std::uint32_t point) const { return anyShared_ ? same_[point] : point; }
 
+  /// Whether a polygon is left.
+  bool empty() const;
   std::size_t triangleCount() const;
 
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
