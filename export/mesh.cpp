@@ -114,22 +114,6 @@ Result<double> modelScale(const TubeModel& model, std::optional<double> millimet
   return scale;
 }
 
-std::span<const std::uint8_t> polygonCorners(Cut cut) {
-  struct Row {
-    std::size_t count;
-    std::array<std::uint8_t, 4> corners;
-  };
-  static constexpr std::array<Row, 7> rows = {{{0, {}},
-                                               {4, {0, 1, 2, 3}},
-                                               {4, {1, 2, 3, 0}},
-                                               {3, {1, 2, 3}},
-                                               {3, {0, 2, 3}},
-                                               {3, {0, 1, 3}},
-                                               {3, {0, 1, 2}}}};
-  const Row& row = rows[static_cast<std::size_t>(cut)];
-  return {row.corners.data(), row.count};
-}
-
 TubeMesh::TubeMesh(const TubeModel& model, double scale)
     : sides_(static_cast<std::uint32_t>(model.sides)),
       points_(meshPoints(model.vertices, scale)),

@@ -64,7 +64,21 @@ enum class Cut : std::uint8_t { gone, alongAC, alongBD, withoutA, withoutB, with
 
 /// The corners (0 to 3) of the polygon that is left, counter-clockwise seen from outside. A fan from the
 /// first of them gives its triangles.
-std::span<const std::uint8_t> polygonCorners(Cut cut);
+inline std::span<const std::uint8_t> polygonCorners(Cut cut) {
+  struct Row {
+    std::size_t count;
+    std::array<std::uint8_t, 4> corners;
+  };
+  static constexpr std::array<Row, 7> rows = {{{0, {}},
+                                               {4, {0, 1, 2, 3}},
+                                               {4, {1, 2, 3, 0}},
+                                               {3, {1, 2, 3}},
+                                               {3, {0, 2, 3}},
+                                               {3, {0, 1, 3}},
+                                               {3, {0, 1, 2}}}};
+  const Row& row = rows[static_cast<std::size_t>(cut)];
+  return {row.corners.data(), row.count};
+}
 
 /// A mesh whose every edge is met from both sides, however coarse three decimals are:
 /// - corners that coincide in the text are one corner; quads that shrink to a line are left out, those that
