@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "base/result.h"
@@ -108,6 +109,8 @@ class TubeMesh {
   TubeMesh(const TubeModel& model, double scale);
 
   const std::vector<MeshPoint>& points() const { return points_; }
+  /// Gives them away; what follows of them is then unknown.
+  std::vector<MeshPoint> takePoints() { return std::move(points_); }
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 

@@ -35,7 +35,7 @@ void eachTriangle(const MeshPart& part, Use&& use) {
 }
 
 /// One part for each strand, named "Strand 1" and so on by its slot.
-std::vector<MeshPart> strandParts(const TubeMesh& mesh);
+std::vector<MeshPart> strandParts(TubeMesh mesh);
 
 /// The scene's relief or fused body where it has one, else its strands; `standard` as for sceneMesh().
 Result<std::vector<MeshPart>> sceneParts(const ExportScene& scene, std::optional<double> standard);
