@@ -19,6 +19,8 @@ constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
 
 // With fewer moves a search for many strands has time to start more often, and to hold faces.
 constexpr std::size_t kFewMoves = 256, kVeryFewMoves = 100;
+constexpr int kPointsForLine = 2;  // that a strand gets where it passes one
+
 // A fault in a score's distance: far more than strands could be wrong.
 constexpr int kFault = 10'000;
 
@@ -52,6 +54,7 @@ class Search {
   Result<StrandPlan> run();
 
  private:
+  Error unreached(int nearest) const;
   void findMoves(const KnotGraph& graph);
   std::vector<int> changedLines(const Walls& walls) const;
   StrandScore scoreOf(const StrandRuns::Counts& counts, int changed) const;
@@ -330,13 +333,29 @@ Result<StrandPlan> Search::run() {
   plan.strands = runs_.count(bestWalls_).strands;
   plan.lines = changedLines(bestWalls_);
   if (!goal_.strands || best_.distance == 0) return plan;
+  return unreached(plan.strands);
+}
+
+/// Why the wanted number was not found. All strands together pass the same lines whatever their number, so
+/// few of them may be too long.
+Error Search::unreached(int nearest) const {
+  const StrandRuns::Tour tour = runs_.tour(bestWalls_);
+  int passed = 0;
+  for (std::size_t i = 0; i < tour.lengths.size(); ++i)
+    if (tour.crossings[i] > 0) passed += tour.lengths[i];
+  if (nearest > wanted_ && passed > static_cast<std::int64_t>(wanted_) * goal_.longest)
+    return impossibleKnot(
+        trn("{n} strand would have {1} points, more than the {2} that a strand may have; the fewest "
+            "found is {3}",
+            "{n} strands would have {1} points together, and a strand may have {2}; the "
+            "fewest found is {3}",
+            wanted_, kPointsForLine * passed, kPointsForLine * goal_.longest, nearest));
   return impossibleKnot(goal_.symmetry.isNone()
                             ? trn("no walls give {n} strand; the nearest found is {1}",
-                                  "no walls give {n} strands; the nearest found is {1}", wanted_,
-                                  plan.strands)
+                                  "no walls give {n} strands; the nearest found is {1}", wanted_, nearest)
                             : trn("no walls in this symmetry give {n} strand; the nearest found is {1}",
                                   "no walls in this symmetry give {n} strands; the nearest found is {1}",
-                                  wanted_, plan.strands));
+                                  wanted_, nearest));
 }
 
 }  // namespace
