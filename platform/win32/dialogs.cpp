@@ -1,10 +1,12 @@
 #include "platform/win32/dialogs.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
 #include "base/texts.h"
 #include "platform/common/text_helpers.h"
+#include "platform/win32/monitor.h"
 #include "platform/win32/text.h"
 
 namespace lorivan::win32 {
@@ -53,7 +55,7 @@ class DialogTemplate {
  public:
   DialogTemplate(const std::wstring& title, short width, short height, WORD items) {
     DLGTEMPLATE head{};
-    head.style = DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+    head.style = DS_SETFONT | DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU;
     head.cdit = items;
     head.cx = width;
     head.cy = height;
@@ -99,6 +101,21 @@ class DialogTemplate {
 constexpr WORD kButtonClass = 0x0080, kEditClass = 0x0081, kStaticClass = 0x0082;
 constexpr WORD kEntry = 100, kHint = 90;
 
+/// In the middle of the window that asks, where the user looks, and on its screen.
+void centreOnOwner(HWND dialog) {
+  const HWND window = GetWindow(dialog, GW_OWNER);
+  RECT owner{}, own{};
+  if (window == nullptr || !GetWindowRect(window, &owner) || !GetWindowRect(dialog, &own)) return;
+  const RECT room = monitorOf(window).rcWork;
+  const LONG width = own.right - own.left, height = own.bottom - own.top;
+  const auto place = [](LONG middle, LONG size, LONG from, LONG to) {
+    return static_cast<int>(std::clamp(middle - size / 2, from, std::max(from, to - size)));
+  };
+  SetWindowPos(dialog, nullptr, place((owner.left + owner.right) / 2, width, room.left, room.right),
+               place((owner.top + owner.bottom) / 2, height, room.top, room.bottom), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
 struct TextQuestion {
   std::wstring initial;
   std::string answer;
@@ -125,6 +142,7 @@ void endTextQuestion(HWND dialog, int button) {
 
 INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
   if (message == WM_INITDIALOG) {
+    centreOnOwner(dialog);
     startTextQuestion(dialog, reinterpret_cast<TextQuestion*>(argument));
     return TRUE;
   }
@@ -174,6 +192,7 @@ bool takeOptions(HWND dialog) {
 
 INT_PTR CALLBACK optionsProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
   if (message == WM_INITDIALOG) {
+    centreOnOwner(dialog);
     startOptions(dialog, reinterpret_cast<OptionQuestion*>(argument));
     return TRUE;
   }
