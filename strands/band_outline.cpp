@@ -219,7 +219,7 @@ class Outliner {
       return;
     }
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
-    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_, fit <= 0);
     mayCross_ |= !edge_.corners.empty();
     if (sense < 0) reverseSide(edge_);
     dropBehind(from, edge_);
@@ -321,7 +321,7 @@ class Outliner {
     if (contour.empty())
       contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
     if (from >= to) return;
-    followSide(band, from, to, side == 0 ? -half_ : half_, line_);
+    followSide(band, from, to, side == 0 ? -half_ : half_, line_, fit <= 0);
     mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
     appendSide(line_, fit, contour);
