@@ -23,7 +23,7 @@ inline double roundHalfEven(double x) {
   const double rest = x - below;
   if (rest < 0.5) return below;
   if (rest > 0.5) return below + 1;
-  return std::fmod(below, 2.0) == 0.0 ? below : below + 1;
+  return std::floor(below / 2) == below / 2 ? below : below + 1;
 }
 
 /// Rounds half to even into an integer type; values past its range stop at the range's ends, NaN gives 0.

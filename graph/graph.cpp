@@ -127,9 +127,11 @@ void startLines(KnotGraph& graph) {
   graph.LastPoint = -1;
   graph.wrap = {};
   graph.TooManyLines = false;
+  graph.overflows = false;
 }
 
 void MakeKE(KnotGraph& graph, std::int16_t Kind, float X1, float Y1, float X2, float Y2) {
+  if (graph.overflows) return;
   if (graph.NextLine >= kMostLines) {
     graph.TooManyLines = true;
     return;
@@ -139,6 +141,12 @@ void MakeKE(KnotGraph& graph, std::int16_t Kind, float X1, float Y1, float X2, f
   line.Y1 = toInt16(Y1);
   line.X2 = toInt16(X2);
   line.Y2 = toInt16(Y2);
+  const int x = std::max(std::abs(line.X1), std::abs(line.X2)),
+            y = std::max(std::abs(line.Y1), std::abs(line.Y2));
+  if (x >= graph.mostX || y >= graph.mostY) {
+    graph.overflows = true;
+    return;
+  }
   line.MidX = toInt16((static_cast<double>(X1) + X2) / 2);
   line.MidY = toInt16((static_cast<double>(Y1) + Y2) / 2);
   line.Kind = Kind;

@@ -73,6 +73,10 @@ struct KnotGraph {
   bool NoGrid = true;         // no grid has been built yet
   bool KnotError = false;     // building or tracing failed
   bool TooManyLines = false;  // MakeKE was asked for a line past the table
+  /// How far up, down and to the sides lines may reach while a build tries a scale. After one that reaches
+  /// further MakeKE stores none.
+  double mostX = HUGE_VAL, mostY = HUGE_VAL;
+  bool overflows = false;
 
   /// Half a cell, rounded half to even: how far the tracer's first reference point lies from a midpoint.
   std::int16_t halfCell() const;
@@ -85,7 +89,7 @@ inline constexpr std::string_view kTooManyLines =
 /// Direction of the vector (DX, DY), radians in [0, 2 pi), growing from +x towards +y. (0, 0) gives pi / 2.
 void FindAngle(float DX, float DY, float& Angle);
 
-/// Forgets all lines and points, and that the graph was wrapped, before a build.
+/// Forgets all lines and points, that the graph was wrapped and that it overflowed, before a build.
 void startLines(KnotGraph& graph);
 
 /// Appends one line in slot NextLine. Past the table's capacity nothing is stored and TooManyLines is set.

@@ -176,9 +176,13 @@ Result<StandardGrid> buildStandardGrid(KnotGraph& graph, const GridFields& field
   correctCounts(grid.fields);
   const GridView view(stretchFactor(fields.skew));
   for (;;) {
+    const bool isLast = grid.fields.scale <= kLeastScale;
+    graph.mostX = isLast || isWrapped(grid.fields) ? HUGE_VAL : kHalfView;
+    graph.mostY = isLast ? HUGE_VAL : kHalfView * view.stretch;
     buildOnce(build);
+    graph.mostX = graph.mostY = HUGE_VAL;
     if (const Status made = finishLines(graph); !made) return made.error();
-    if (grid.fields.scale <= kLeastScale || view.contains(lineBox(graph))) break;
+    if (isLast || (!graph.overflows && view.contains(lineBox(graph)))) break;
     grid.fields.scale = std::max(kLeastScale, grid.fields.scale - 1);
   }
   graph.NoGrid = false;
