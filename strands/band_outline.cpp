@@ -219,7 +219,7 @@ class Outliner {
       return;
     }
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
-    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_, fit <= 0);
     mayCross_ |= !edge_.corners.empty();
     if (sense < 0) reverseSide(edge_);
     dropBehind(from, edge_);
@@ -240,7 +240,7 @@ class Outliner {
     for (std::size_t& corner : side.corners) corner -= behind;
   }
 
-  void stretch(const BandLoop& band, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
+  void stretch(const BandLoop& band, BandEnd& begin, BandEnd& end, double lap, StrandOutline& made) {
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
     if (lap > 0) end.over = end.over.moved(band.lap());
@@ -254,7 +254,7 @@ class Outliner {
                                                  (end.side[0].place + end.side[1].place) / 2);
   }
 
-  void plain(const BandLoop& band, BandEnd begin, BandEnd end, StrandOutline& made) {
+  void plain(const BandLoop& band, BandEnd& begin, BandEnd& end, StrandOutline& made) {
     int gone = 0;
     for (const int side : {0, 1}) {
       double &a = begin.side[side].place, &b = end.side[side].place;
@@ -304,7 +304,7 @@ class Outliner {
 
   /// A stretch with ends that are not plain. They are cut by distances, with as much of the band as is near
   /// to what covers it.
-  void clipped(const BandLoop& band, BandEnd begin, BandEnd end, double first, double last,
+  void clipped(const BandLoop& band, BandEnd& begin, BandEnd& end, double first, double last,
                StrandOutline& made) {
     const BandPiece piece{band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
@@ -321,7 +321,7 @@ class Outliner {
     if (contour.empty())
       contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
     if (from >= to) return;
-    followSide(band, from, to, side == 0 ? -half_ : half_, line_);
+    followSide(band, from, to, side == 0 ? -half_ : half_, line_, fit <= 0);
     mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
     appendSide(line_, fit, contour);
@@ -332,7 +332,7 @@ class Outliner {
   double half_, clear_, tolerance_;
   double fit_;  // tolerance of plain contours
   BandExits exits_;
-  std::vector<BandEnd> back_, on_;  // of each crossing
+  std::vector<BandEnd> back_, on_;  // of each crossing; each of them is an end of one stretch
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself

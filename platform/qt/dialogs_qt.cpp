@@ -16,21 +16,24 @@
 
 #include "base/texts.h"
 #include "platform/common/text_helpers.h"
+#include "platform/common/wide_registers.h"
 #include "platform/qt/convert.h"
 
 namespace lorivan::dialogs {
 namespace {
 
-/// The usual pointer while a dialog is open, also over a busy window.
-class NormalPointer {
+/// While a dialog is open: the usual pointer, also over a busy window. What follows it computes at full
+/// speed.
+class OpenDialog {
  public:
-  NormalPointer() : wasBusy_(QApplication::overrideCursor() != nullptr) {
+  OpenDialog() : wasBusy_(QApplication::overrideCursor() != nullptr) {
     if (wasBusy_) QApplication::setOverrideCursor(Qt::ArrowCursor);
   }
-  NormalPointer(const NormalPointer&) = delete;
-  NormalPointer& operator=(const NormalPointer&) = delete;
-  ~NormalPointer() {
+  OpenDialog(const OpenDialog&) = delete;
+  OpenDialog& operator=(const OpenDialog&) = delete;
+  ~OpenDialog() {
     if (wasBusy_) QApplication::restoreOverrideCursor();
+    leaveWideRegisters();
   }
 
  private:
@@ -69,7 +72,7 @@ void show(QMessageBox& box) {
 }  // namespace
 
 void message(QWidget* parent, const std::string& text, const std::string& title, MessageIcon icon) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   box.setIcon(icon == MessageIcon::critical ? QMessageBox::Critical : QMessageBox::NoIcon);
@@ -77,7 +80,7 @@ void message(QWidget* parent, const std::string& text, const std::string& title,
 }
 
 bool confirm(QWidget* parent, const std::string& text, const std::string& title) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
@@ -88,7 +91,7 @@ bool confirm(QWidget* parent, const std::string& text, const std::string& title)
 }
 
 SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string& title) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   QPushButton* const save = box.addButton(toQString(tr("&Save")), QMessageBox::AcceptRole);
@@ -138,7 +141,7 @@ void nameParts(QFileDialog& dialog, bool save) {
 }  // namespace
 
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   const InitialName initial = splitInitialName(spec.initialName);
   QString folder = toQString(initial.folder);
   if (!QDir(folder).exists()) folder = QDir::homePath();
@@ -157,7 +160,7 @@ std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
 }
 
 std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QColorDialog dialog(toQColor(initial), parent);
   dialog.setWindowTitle(toQString(tr("Colour")));
   dialog.setOption(QColorDialog::DontUseNativeDialog);
@@ -166,7 +169,7 @@ std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
 }
 
 std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const OptionDialogSpec& spec) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QDialog dialog(parent);
   dialog.setWindowTitle(titleOf(spec.title));
   QFormLayout form(&dialog);
@@ -209,7 +212,7 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
 
 std::string inputBox(QWidget* parent, const std::string& prompt, const std::string& title,
                      const std::string& initial) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QInputDialog dialog(parent);
   dialog.setWindowTitle(titleOf(title));
   dialog.setLabelText(toQString(prompt));
