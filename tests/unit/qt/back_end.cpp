@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -21,6 +22,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
+#include <map>
 
 #include "platform/qt/look.h"
 #include "platform/qt/platform_qt.h"
@@ -41,7 +43,10 @@ class QtUser final : public User {
   void type(const char* text) override { QTest::keyClicks(focused(), text); }
   void press(const std::string& keys) override {
     const QString name =
-        QString::fromStdString(keys).replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"));
+        QString::fromStdString(keys)
+            .replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"))
+            .replace(QStringLiteral("Plus"), QStringLiteral("+"))
+            .replace(QStringLiteral("Minus"), QStringLiteral("-"));
     const QKeyCombination pressed = QKeySequence(name)[0];
     if (name.contains(QStringLiteral("Pg")))  // has no character code, which keyClick() looks for
       QTest::sendKeyEvent(QTest::Click, focused(), pressed.key(), QString(), pressed.keyboardModifiers());
@@ -63,27 +68,42 @@ class QtUser final : public User {
     const auto* const menu = qobject_cast<QMenu*>(item.associatedObjects().constFirst());
     return item.isVisible() && menu->isEnabled() ? item.text().toStdString() : std::string();
   }
+  void highlight(CommandId command) override {
+    if (command != kNoCommand) return action(command)->hover();
+    for (QMenu* const menu : frame_->menuBar()->findChildren<QMenu*>()) emit menu->aboutToHide();
+  }
+  void point(ControlId control) override {
+    QEvent leave(QEvent::Leave);
+    if (pointed_ >= 0) QApplication::sendEvent(find(pointed_), &leave);
+    pointed_ = control;
+    if (control < 0) return;
+    QEnterEvent enter({9, 9}, find(control)->mapTo(frame_, QPointF(9, 9)), find(control)->mapToGlobal(QPointF(9, 9)));
+    QApplication::sendEvent(find(control), &enter);
+  }
+  void holdKeys(bool shift, bool ctrl) override {
+    held_ = (shift ? Qt::ShiftModifier : Qt::NoModifier) | (ctrl ? Qt::ControlModifier : Qt::NoModifier);
+  }
   void wheel(ControlId control, int by) override {
     const QPointF at(9, 9);
-    QWheelEvent event(at, find(control)->mapToGlobal(at), {}, {0, by}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent event(at, find(control)->mapToGlobal(at), {}, {0, by}, Qt::NoButton, held_, Qt::NoScrollPhase,
+                      false);
     QApplication::sendEvent(find(control), &event);
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     QWidget* const widget = find(picture);
     const auto which = button == 1 ? Qt::LeftButton : button == 2 ? Qt::RightButton : Qt::MiddleButton;
-    if (action == MouseAction::press) QTest::mousePress(widget, which, {}, {x, y});
-    if (action == MouseAction::release) QTest::mouseRelease(widget, which, {}, {x, y});
     if (action == MouseAction::leave) {
       widget->hide();
-      QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
+      return QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
     }
-    const bool again = action == MouseAction::doubleClick;
-    if (again || action == MouseAction::move) {
-      QMouseEvent event(again ? QEvent::MouseButtonDblClick : QEvent::MouseMove, QPointF(x, y),
-                        widget->mapToGlobal(QPointF(x, y)), again ? which : Qt::NoButton, which, {});
-      QApplication::sendEvent(widget, &event);
-    }
+    const std::map<MouseAction, QEvent::Type> types = {{MouseAction::press, QEvent::MouseButtonPress},
+                                                       {MouseAction::move, QEvent::MouseMove},
+                                                       {MouseAction::release, QEvent::MouseButtonRelease},
+                                                       {MouseAction::doubleClick, QEvent::MouseButtonDblClick}};
+    const bool moves = action == MouseAction::move, held = button != 0 && action != MouseAction::release;
+    QMouseEvent event(types.at(action), QPointF(x, y), widget->mapToGlobal(QPointF(x, y)),
+                      moves ? Qt::NoButton : which, held ? which : Qt::NoButton, held_);
+    QApplication::sendEvent(widget, &event);
   }
   void enlarge(int width, int height) override {
     frame_->resize(frame_->size() + QSize(width, height));
@@ -142,6 +162,8 @@ class QtUser final : public User {
 
   Window& window_;
   QMainWindow* frame_ = nullptr;
+  Qt::KeyboardModifiers held_;
+  ControlId pointed_ = -1;
 };
 
 const QTemporaryDir& scraps() {
@@ -160,6 +182,7 @@ std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<QtUser>
 std::string scrapFile(const std::string& name) {
   return scraps().filePath(QString::fromStdString(name)).toStdString();
 }
+long heldObjects() { return QApplication::allWidgets().size() + QDir(QStringLiteral("/proc/self/fd")).count(); }
 int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
 std::string clipboardSvg() {
   return QGuiApplication::clipboard()->mimeData()->data(QStringLiteral("image/svg+xml")).toStdString();
