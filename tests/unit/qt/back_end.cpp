@@ -42,11 +42,10 @@ class QtUser final : public User {
   bool hasFocus(ControlId control) const override { return find(control)->hasFocus(); }
   void type(const char* text) override { QTest::keyClicks(focused(), text); }
   void press(const std::string& keys) override {
-    const QString name =
-        QString::fromStdString(keys)
-            .replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"))
-            .replace(QStringLiteral("Plus"), QStringLiteral("+"))
-            .replace(QStringLiteral("Minus"), QStringLiteral("-"));
+    const QString name = QString::fromStdString(keys)
+                             .replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"))
+                             .replace(QStringLiteral("Plus"), QStringLiteral("+"))
+                             .replace(QStringLiteral("Minus"), QStringLiteral("-"));
     const QKeyCombination pressed = QKeySequence(name)[0];
     if (name.contains(QStringLiteral("Pg")))  // has no character code, which keyClick() looks for
       QTest::sendKeyEvent(QTest::Click, focused(), pressed.key(), QString(), pressed.keyboardModifiers());
@@ -77,7 +76,8 @@ class QtUser final : public User {
     if (pointed_ >= 0) QApplication::sendEvent(find(pointed_), &leave);
     pointed_ = control;
     if (control < 0) return;
-    QEnterEvent enter({9, 9}, find(control)->mapTo(frame_, QPointF(9, 9)), find(control)->mapToGlobal(QPointF(9, 9)));
+    QEnterEvent enter({9, 9}, find(control)->mapTo(frame_, QPointF(9, 9)),
+                      find(control)->mapToGlobal(QPointF(9, 9)));
     QApplication::sendEvent(find(control), &enter);
   }
   void holdKeys(bool shift, bool ctrl) override {
@@ -96,10 +96,11 @@ class QtUser final : public User {
       widget->hide();
       return QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
     }
-    const std::map<MouseAction, QEvent::Type> types = {{MouseAction::press, QEvent::MouseButtonPress},
-                                                       {MouseAction::move, QEvent::MouseMove},
-                                                       {MouseAction::release, QEvent::MouseButtonRelease},
-                                                       {MouseAction::doubleClick, QEvent::MouseButtonDblClick}};
+    const std::map<MouseAction, QEvent::Type> types = {
+        {MouseAction::press, QEvent::MouseButtonPress},
+        {MouseAction::move, QEvent::MouseMove},
+        {MouseAction::release, QEvent::MouseButtonRelease},
+        {MouseAction::doubleClick, QEvent::MouseButtonDblClick}};
     const bool moves = action == MouseAction::move, held = button != 0 && action != MouseAction::release;
     QMouseEvent event(types.at(action), QPointF(x, y), widget->mapToGlobal(QPointF(x, y)),
                       moves ? Qt::NoButton : which, held ? which : Qt::NoButton, held_);
@@ -182,7 +183,9 @@ std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<QtUser>
 std::string scrapFile(const std::string& name) {
   return scraps().filePath(QString::fromStdString(name)).toStdString();
 }
-long heldObjects() { return QApplication::allWidgets().size() + QDir(QStringLiteral("/proc/self/fd")).count(); }
+long heldObjects() {
+  return QApplication::allWidgets().size() + QDir(QStringLiteral("/proc/self/fd")).count();
+}
 int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
 std::string clipboardSvg() {
   return QGuiApplication::clipboard()->mimeData()->data(QStringLiteral("image/svg+xml")).toStdString();

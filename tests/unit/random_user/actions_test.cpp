@@ -1,8 +1,9 @@
-// Whatever is done, what is shown is what a fresh window shows of the same document. The test programs of all back
-// ends run it.
+// Whatever is done, what is shown is what a fresh window shows of the same document. The test programs of all
+// back ends run it.
 #include <cstdlib>
 #include <limits>
 #include <optional>
+#include <sstream>
 
 #include "base/texts.h"
 #include "design/document_text.h"
@@ -67,15 +68,24 @@ std::vector<std::string> states(const WatchedWindow& window) {
   return all;
 }
 
-bool samePixels(Surface& one, Surface& other) {
+/// How many pixels of two pictures are different, and where; empty when none is.
+std::string differences(Surface& one, Surface& other) {
   const PixelBlock a = one.lendPixels(), b = other.lendPixels();
-  if (a.pixels == nullptr || b.pixels == nullptr || a.width != b.width || a.height != b.height) return false;
+  if (a.pixels == nullptr || b.pixels == nullptr || a.width != b.width || a.height != b.height)
+    return "pictures of other sizes";
+  int count = 0, left = a.width, top = a.height, right = 0, bottom = 0;
   for (int y = 0; y < a.height; ++y)
-    if (!std::equal(a.pixels + std::ptrdiff_t{y} * a.stride, a.pixels + std::ptrdiff_t{y} * a.stride + a.width,
-                    b.pixels + std::ptrdiff_t{y} * b.stride,
-                    [](std::uint32_t p, std::uint32_t q) { return ((p ^ q) & 0xFFFFFF) == 0; }))
-      return false;
-  return true;
+    for (int x = 0; x < a.width; ++x) {
+      const auto at = [x, y](const PixelBlock& p) { return p.pixels[std::ptrdiff_t{y} * p.stride + x]; };
+      if (((at(a) ^ at(b)) & 0xFFFFFF) == 0) continue;
+      ++count;
+      left = std::min(left, x), right = std::max(right, x), top = std::min(top, y),
+      bottom = std::max(bottom, y);
+    }
+  if (count == 0) return {};
+  std::ostringstream text;
+  text << count << " pixels from " << left << ',' << top << " to " << right << ',' << bottom;
+  return text.str();
 }
 
 /// Kilobytes of this process; 0 where that cannot be told.
@@ -158,7 +168,7 @@ void ActionsTest::expectSamePictures() {
   bench().flat.setPlain(true);  // without what is laid over the picture
   bench().paintFlat();
   bench().flat.setPlain(false);
-  EXPECT_TRUE(samePixels(w->surface(kFlat), mirror_->window().surface(kFlat))) << "2-D";
+  EXPECT_EQ(differences(w->surface(kFlat), mirror_->window().surface(kFlat)), "") << "2-D";
   bench().paintFlat();
   if (!bench().solidShown() || !bench().modelCurrent()) return;
   ASSERT_TRUE(fresh.buildModel(false));
@@ -173,7 +183,7 @@ void ActionsTest::expectSamePictures() {
     of->paintSolid();
     of->solid.setPlain(false);
   }
-  EXPECT_TRUE(samePixels(w->surface(kModel), mirror_->window().surface(kModel))) << "3-D";
+  EXPECT_EQ(differences(w->surface(kModel), mirror_->window().surface(kModel)), "") << "3-D";
 }
 
 /// The number that a variable of the environment says.

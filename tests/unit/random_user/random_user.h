@@ -1,5 +1,5 @@
-// A user who does anything at any time, with good and with bad files, and answers every dialog, on whatever back end
-// the test program has.
+// A user who does anything at any time, with good and with bad files, and answers every dialog, on whatever
+// back end the test program has.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,9 +9,9 @@
 #include <string>
 
 #include "base/random.h"
-#include "unit/random_user/watched_platform.h"
 #include "scratch_folder.h"
 #include "unit/platform_contract/back_end.h"
+#include "unit/random_user/watched_platform.h"
 #include "window/commands.h"
 #include "window/main_window.h"
 

@@ -1,5 +1,5 @@
-// A real back end with somebody standing beside it: dialogs are answered by a function, what the program says of
-// colours and commands is noted, and settings, clock, help and folders are those of the memory.
+// A real back end with somebody standing beside it: dialogs are answered by a function, what the program says
+// of colours and commands is noted, and settings, clock, help and folders are those of the memory.
 #pragma once
 
 #include <functional>
@@ -100,7 +100,8 @@ class WatchedWindow final : public Window {
     return answer({DialogKind::save, text, title, {}, MessageIcon::none, {}, 0}).save;
   }
   std::string chooseFile(const FileDialogSpec& dialog) override {
-    return answer({DialogKind::file, {}, dialog.title, dialog.initialName, MessageIcon::none, dialog, 0}).text;
+    return answer({DialogKind::file, {}, dialog.title, dialog.initialName, MessageIcon::none, dialog, 0})
+        .text;
   }
   std::optional<Colour> chooseColour(Colour initial) override {
     return answer({DialogKind::colour, {}, "colour", {}, MessageIcon::none, {}, initial}).colour;
