@@ -12,6 +12,9 @@
 
 namespace lorivan::contract {
 
+/// Milliseconds that a test waits for what has to come, on a machine that does much else at the same time.
+inline constexpr int kPatience = 60'000;
+
 /// The program's commands, and behind them a menu of commands that have whatever a command can have.
 std::span<const CommandSpec> contractCommands();
 /// The row of a name among them.

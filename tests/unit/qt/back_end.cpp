@@ -36,7 +36,7 @@ class QtUser final : public User {
   explicit QtUser(Window& window) : window_(window) {
     for (QWidget* const w : QApplication::topLevelWidgets())
       if (auto* const main = qobject_cast<QMainWindow*>(w)) frame_ = main;
-    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_, kPatience));
   }
   void focus(ControlId control) override { find(control)->setFocus(); }
   bool hasFocus(ControlId control) const override { return find(control)->hasFocus(); }

@@ -171,7 +171,7 @@ void ActionsTest::expectSamePictures() {
   EXPECT_EQ(differences(w->surface(kFlat), mirror_->window().surface(kFlat)), "") << "2-D";
   bench().paintFlat();
   if (!bench().solidShown() || !bench().modelCurrent()) return;
-  ASSERT_TRUE(fresh.buildModel(false));
+  ASSERT_TRUE(fresh.buildModel(true));  // however large
   Document turned = document();
   for (const Param angle : {Param::Theta, Param::Phi, Param::Psi}) turned.fields.text(angle) = "123.4";
   for (Workbench* of : {&bench(), &fresh}) {

@@ -11,6 +11,9 @@ class Mirror {
  public:
   Mirror(Platform& painter, std::string_view language) : painter_(painter) {
     platform_.memory.userLanguage = language;
+    platform_.answer = [](const AskedDialog& asked) {
+      return DialogQueue::Answer{asked.kind, {}, {}, false};
+    };
     opened_ = static_cast<bool>(main_.open());
   }
 

@@ -29,7 +29,7 @@ constexpr const wchar_t* kKey = L"Software\\Lorivan test";
 
 /// Waits, in a thread of its own, until a dialog is open and has filled itself; nullptr if none opens.
 HWND openDialog() {
-  for (int i = 0; i < 500; ++i, Sleep(20)) {
+  for (int waited = 0; waited < kPatience; waited += 20, Sleep(20)) {
     const HWND dialog = findOwnWindow(L"#32770");
     if (dialog == nullptr || !IsWindowVisible(dialog)) continue;
     Sleep(100);

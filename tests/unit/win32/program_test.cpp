@@ -23,6 +23,7 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr const char* kApplication = "Lorivan program test";
+constexpr int kLooks = 3000;  // a minute with 20 milliseconds between them
 constexpr const wchar_t* kKey = L"Software\\Lorivan program test";
 
 /// Answers every dialog of this process: types `fileName` into a file dialog, saves no changes, and refuses
@@ -53,7 +54,7 @@ class DialogAnswerer {
 class User {
  public:
   static void waitForWindow() {
-    for (int i = 0; i < 500 && findOwnWindow(L"LorivanWindow") == nullptr; ++i) Sleep(20);
+    for (int i = 0; i < kLooks && findOwnWindow(L"LorivanWindow") == nullptr; ++i) Sleep(20);
     SendMessageW(window(), WM_NULL, 0, 0);
   }
   static HWND window() { return findOwnWindow(L"LorivanWindow"); }
@@ -66,7 +67,7 @@ class User {
   /// Posted keys are taken behind what is sent.
   static void waitFor(ControlId field, std::wstring_view text) {
     std::array<wchar_t, 20> shown{};
-    for (int i = 0; i < 250 && text != shown.data(); ++i, Sleep(20))
+    for (int i = 0; i < kLooks && text != shown.data(); ++i, Sleep(20))
       SendMessageW(child(field), WM_GETTEXT, shown.size(), reinterpret_cast<LPARAM>(shown.data()));
   }
   static void click(ControlId button) {
@@ -125,7 +126,7 @@ TEST_F(ProgramTest, FieldsInFileAndSettingsOut) {
     User::click(controlId("cmd2D"));
     answerer_.agrees = true;
     User::pick(commandId("mnuFileSave"));
-    for (int i = 0; i < 250 && !std::filesystem::exists(widen(path)); ++i) Sleep(20);
+    for (int i = 0; i < kLooks && !std::filesystem::exists(widen(path)); ++i) Sleep(20);
     User::settle();
     std::array<wchar_t, 200> text{};
     GetWindowTextW(User::window(), text.data(), static_cast<int>(text.size()));
