@@ -138,7 +138,7 @@ class Outliner {
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
       else
-        std::ranges::move(simple(std::move(contour)), std::back_inserter(contours));
+        std::ranges::move(simple(contour), std::back_inserter(contours));
     }
     return contours;
   }
@@ -158,7 +158,7 @@ class Outliner {
     contour.back() = contour.front();
     if (folded != nullptr) *folded |= hasFolds;
     if (!hasFolds || folded != nullptr) return {std::move(contour)};
-    return simple(std::move(contour));
+    return simple(contour);
   }
 
   static void appendStraightTo(Vec to, BandContour& contour) {
@@ -240,7 +240,7 @@ class Outliner {
     for (std::size_t& corner : side.corners) corner -= behind;
   }
 
-  void stretch(const BandLoop& band, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
+  void stretch(const BandLoop& band, const BandEnd& begin, BandEnd end, double lap, StrandOutline& made) {
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
     if (lap > 0) end.over = end.over.moved(band.lap());
@@ -271,7 +271,7 @@ class Outliner {
       return;
     }
     if (fit_ != tolerance_) contour = around(band, begin, end, tolerance_);
-    addStretches(simple(std::move(contour)), made);
+    addStretches(simple(contour), made);
   }
 
   /// Along one side of a stretch, its end, back along the other side, and its beginning.
@@ -287,8 +287,8 @@ class Outliner {
     return contour;
   }
 
-  std::vector<BandContour> simple(BandContour contour) const {
-    return untangled(std::move(contour), half_ * tolerance_, kLeastHole * half_ * half_);
+  std::vector<BandContour> simple(const BandContour& contour) const {
+    return untangled(contour, half_ * tolerance_, kLeastHole * half_ * half_);
   }
 
   /// One stretch for each outer contour; the holes belong to the first one.
@@ -304,14 +304,14 @@ class Outliner {
 
   /// A stretch with ends that are not plain. They are cut by distances, with as much of the band as is near
   /// to what covers it.
-  void clipped(const BandLoop& band, BandEnd begin, BandEnd end, double first, double last,
+  void clipped(const BandLoop& band, const BandEnd& begin, const BandEnd& end, double first, double last,
                StrandOutline& made) {
     const BandPiece piece{band, first, last};
     const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     std::vector<BandContour> all;
     auto chains = clipBand(piece, half_, covers, clear_, tolerance_);
     if (!chains) return plain(band, begin, end, made);
-    for (BandContour& chain : *chains) std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
+    for (const BandContour& chain : *chains) std::ranges::move(simple(chain), std::back_inserter(all));
     addStretches(std::move(all), made);
   }
 
