@@ -101,9 +101,11 @@ class QtUser final : public User {
         {MouseAction::move, QEvent::MouseMove},
         {MouseAction::release, QEvent::MouseButtonRelease},
         {MouseAction::doubleClick, QEvent::MouseButtonDblClick}};
-    const bool moves = action == MouseAction::move, held = button != 0 && action != MouseAction::release;
+    const bool moves = action == MouseAction::move;
+    if (moves && button == 0) down_ = Qt::NoButton;
+    if (!moves) down_.setFlag(which, action != MouseAction::release);
     QMouseEvent event(types.at(action), QPointF(x, y), widget->mapToGlobal(QPointF(x, y)),
-                      moves ? Qt::NoButton : which, held ? which : Qt::NoButton, held_);
+                      moves ? Qt::NoButton : which, down_, held_);
     QApplication::sendEvent(widget, &event);
   }
   void enlarge(int width, int height) override {
@@ -164,6 +166,7 @@ class QtUser final : public User {
   Window& window_;
   QMainWindow* frame_ = nullptr;
   Qt::KeyboardModifiers held_;
+  Qt::MouseButtons down_;
   ControlId pointed_ = -1;
 };
 
