@@ -37,6 +37,14 @@ class NormalPointer {
   bool wasBusy_;
 };
 
+void takeEntries(const std::vector<QWidget*>& entries, std::vector<OptionLine>& lines) {
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (lines[i].isBox)
+      lines[i].on = static_cast<QCheckBox*>(entries[i])->isChecked();
+    else
+      lines[i].text = toUtf8(static_cast<QLineEdit*>(entries[i])->text());
+}
+
 QString titleOf(const std::string& title) {
   return title.empty() ? QStringLiteral("Lorivan") : toQString(title);
 }
@@ -162,7 +170,10 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
   QDialog dialog(parent);
   dialog.setWindowTitle(titleOf(spec.title));
   QFormLayout form(&dialog);
-  if (!spec.hint.empty()) form.addRow(new QLabel(toQString(spec.hint), &dialog));
+  auto* const hint = new QLabel(toQString(spec.hint), &dialog);
+  hint->setTextFormat(Qt::PlainText);
+  hint->setWordWrap(true);
+  form.addRow(hint);
   std::vector<QWidget*> entries;
   for (const OptionLine& line : spec.lines) {
     if (line.isBox) {
@@ -177,17 +188,22 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
     }
   }
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  std::vector<OptionLine> lines = spec.lines;
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
+    takeEntries(entries, lines);
+    const auto wrong = spec.check ? spec.check(lines) : std::nullopt;
+    if (!wrong) return dialog.accept();
+    hint->setText(toQString(wrong->why));
+    QFont bold = hint->font();
+    bold.setBold(true);
+    hint->setFont(bold);
+    entries[wrong->place]->setFocus(Qt::OtherFocusReason);
+    if (auto* const entry = qobject_cast<QLineEdit*>(entries[wrong->place])) entry->selectAll();
+  });
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   nameCancel(buttons->button(QDialogButtonBox::Cancel));
   form.addRow(buttons);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  std::vector<OptionLine> lines = spec.lines;
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    if (lines[i].isBox)
-      lines[i].on = static_cast<QCheckBox*>(entries[i])->isChecked();
-    else
-      lines[i].text = toUtf8(static_cast<QLineEdit*>(entries[i])->text());
   return lines;
 }
 

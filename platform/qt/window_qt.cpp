@@ -10,8 +10,10 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
@@ -27,6 +29,18 @@
 
 namespace lorivan {
 namespace {
+
+/// One line of text that ends in an ellipsis where it is cut; the tooltip then has it whole.
+class StatusText final : public QLabel {
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect box = contentsRect();
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, box.width());
+    style()->drawItemText(&painter, box, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, palette(),
+                          isEnabled(), shown, foregroundRole());
+  }
+};
 
 /// The frame around the form: menus, status line, dropped files, closing.
 class MainFrame final : public QMainWindow {
@@ -93,7 +107,7 @@ class MainFrame final : public QMainWindow {
     return {};
   }
 
-  QLabel status_;
+  StatusText status_;
   std::optional<QSize> wanted_;
 };
 
