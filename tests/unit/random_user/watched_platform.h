@@ -107,9 +107,11 @@ class WatchedWindow final : public Window {
     return answer({DialogKind::colour, {}, "colour", {}, MessageIcon::none, {}, initial}).colour;
   }
   std::optional<std::vector<OptionLine>> chooseOptions(const OptionDialogSpec& dialog) override {
-    return answer(
-               {DialogKind::options, dialog.hint, dialog.title, {}, MessageIcon::none, {}, 0, dialog.lines})
-        .lines;
+    auto lines =
+        answer({DialogKind::options, dialog.hint, dialog.title, {}, MessageIcon::none, {}, 0, dialog.lines})
+            .lines;
+    if (lines && dialog.check && dialog.check(*lines)) return std::nullopt;  // who is told so gives up
+    return lines;
   }
   std::string inputBox(const std::string& prompt, const std::string& title,
                        const std::string& initial) override {
