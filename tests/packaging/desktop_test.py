@@ -13,6 +13,7 @@ import tempfile
 import xml.etree.ElementTree as xml
 
 MIME = "{http://www.freedesktop.org/standards/shared-mime-info}"
+LANGUAGE = "{http://www.w3.org/XML/1998/namespace}lang"
 build, source = (pathlib.Path(a).resolve() for a in sys.argv[1:])
 faults = []
 
@@ -75,6 +76,23 @@ def check_installer(share, manual):
         check(sorted(listed) == sorted(wanted), f"the installer has {macro} for {listed}")
 
 
+def check_words(share):
+    """What several parts say, in both languages."""
+    entry = (share / "applications/lorivan.desktop").read_text()
+    entry = {language: dict(re.findall(rf"(?m)^(\w+){mark}=(.*)", entry)) for language, mark in ((None, ""), ("de", r"\[de\]"))}
+    check({"GenericName", "Comment", "Keywords"} == set(entry["de"]), "the menu entry lacks German words")
+    installer = {name: {None: english, "de": german} for name, english, german in re.findall(
+        r'!insertmacro Text (\w+) "([^"]*)" "([^"]*)"', (source / "packaging/lorivan.nsi").read_text())}
+
+    def said(element, tag):
+        return {e.get(LANGUAGE): e.text for e in element.iter(tag)}
+    about = xml.parse(share / "metainfo/invalid.lorivan.Lorivan.metainfo.xml").getroot()
+    comments = {language: words["Comment"] for language, words in entry.items()}
+    check(said(about, "summary") == comments == installer["AboutLink"], "the program is described in different words")
+    for name, kind in zip(("KnotType", "ShapeType"), xml.parse(share / "mime/packages/lorivan.xml").getroot()):
+        check(said(kind, MIME + "comment") == installer[name], f"the installer has other words for {kind.get('type')}")
+
+
 def completed(script, *words):
     """What a shell would offer for the last word."""
     run = 'source "$1"; shift; COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)); _lorivan; printf "%s\\n" "${COMPREPLY[@]}"'
@@ -111,6 +129,7 @@ def main():
         manual = (place / "share/man/man1/lorivan.1").read_text()
         check(f'"{release.get("date")}" "Lorivan {version}"' in manual, "the manual page has another version")
         check_installer(place / "share", manual)
+        check_words(place / "share")
         check_completion(place / "share/bash-completion/completions/lorivan")
     print("\n".join(faults) or "all agree")
     sys.exit(1 if faults else 0)

@@ -56,11 +56,12 @@ TEST(StandardGrids, CountsBelowAShapesMinimumAreCorrected) {
   } cases[] = {
       {Shape::SquareSquare, 1, 1, 0, 1, 1, 0, 4}, {Shape::Triangle, 3, 5, 0, 3, 3, 0, 18},
       {Shape::Circular, 2, 1, 0, 4, 1, 0, 8},     {Shape::Spiral, 1, 1, 0, 2, 2, 0, 11},
-      {Shape::Star, 2, 1, 0, 3, 2, 0, 9},         {Shape::Cross, 2, 9, 0, 3, 3, 0, 24},
-      {Shape::Cross, 5, 3, 7, 5, 3, 2, 48},       {Shape::Cross, 5, 3, -7, 5, 3, -2, 48},
-      {Shape::Diamond1, 2, 4, 0, 2, 2, 0, 12},    {Shape::Diamond2, 2, 4, 0, 2, 2, 0, 16},
-      {Shape::Hexagonal, 1, 1, 0, 1, 1, 0, 6},    {Shape::Octagonal, 1, 1, 0, 1, 1, 0, 8},
-      {Shape::Hexagonal, 2, 2, 0, 2, 2, 0, 19},   {Shape::Octagonal, 2, 2, 0, 2, 2, 0, 28},
+      {Shape::Spiral, 1, 1, -3, 2, 2, -3, 4},     {Shape::Star, 2, 1, 0, 3, 2, 0, 9},
+      {Shape::Cross, 2, 9, 0, 3, 3, 0, 24},       {Shape::Cross, 5, 3, 7, 5, 3, 2, 48},
+      {Shape::Cross, 5, 3, -7, 5, 3, -2, 48},     {Shape::Diamond1, 2, 4, 0, 2, 2, 0, 12},
+      {Shape::Diamond2, 2, 4, 0, 2, 2, 0, 16},    {Shape::Hexagonal, 1, 1, 0, 1, 1, 0, 6},
+      {Shape::Octagonal, 1, 1, 0, 1, 1, 0, 8},    {Shape::Hexagonal, 2, 2, 0, 2, 2, 0, 19},
+      {Shape::Octagonal, 2, 2, 0, 2, 2, 0, 28},
   };
   for (const auto& c : cases) {
     KnotGraph graph;
@@ -105,6 +106,10 @@ TEST(StandardGrids, TheScaleGoesDownOneByOneAndNotFurtherThanNeeded) {
   GridFields tall = fieldsOf(Shape::SquareSquare, 2, 2, 60);
   tall.skew = 2;  // half the height
   EXPECT_LT(buildStandardGrid(graph, tall)->fields.scale, 41);
+  GridFields round = fieldsOf(Shape::Triangle, 6, 1, 60);
+  round.wrapped = true;
+  EXPECT_EQ(buildStandardGrid(graph, round)->fields.scale, 27)
+      << "lines reach over the seam, pictures do not";
 }
 
 TEST(RandomKinds, MakeOneCellAWallOrEmpty) {

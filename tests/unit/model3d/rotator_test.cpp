@@ -81,6 +81,8 @@ TEST(Rotator, ShowsNoAngleAsZeroABlueMarkerAndARedOne) {
   const std::pair<PointI, Colour> expected[] = {
       {{89, 89}, 0xFF0000}, {{86, 86}, 0xFF0000}, {{82, 86}, 0x123456}, {{175, 89}, 0x0000FF}};
   for (const auto& [at, colour] : expected) EXPECT_EQ(surface.pixel(at), colour) << at.x << ',' << at.y;
+  drawRotator(surface, ViewState(), 0, 0xFFFFFF);
+  EXPECT_GT(greenOf(surface.pixel({89, 89})), 100) << "plain blue is hard to see on black";
 }
 
 }  // namespace

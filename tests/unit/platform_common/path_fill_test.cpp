@@ -78,6 +78,12 @@ TEST(WideCurves, AreWholeWhereTheyCrossThemselvesAndInTightBends) {
     }
 }
 
+TEST(PathFiller, TakesNothingThatReachesTooFar) {
+  for (const float far : {1e6F, -1e9F, std::nanf("")})
+    for (const PointF p : {PointF{far, 1}, PointF{1, far}})
+      EXPECT_FALSE(PathFiller().add({{{{0, 0}, {1, 1}, p, {0, 1}}}}, 0)) << p.x << ' ' << p.y;
+}
+
 TEST(PathFiller, PaintsTheSamePixelsWhateverIsPaintedTogether) {
   const Rnd random = seededRandom(7);
   const auto place = [&](int most) { return static_cast<float>(random()) * static_cast<float>(most) - 7; };

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -39,6 +40,24 @@ TEST(DialogsQt, AMessageShowsItsWordsUnchangedUnderARestingPointer) {
   dialogs::message(nullptr, "<b>No & no</b>", "", MessageIcon::critical);
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
   QApplication::restoreOverrideCursor();
+}
+
+TEST(DialogsQt, OptionsStayOpenAtTheEntryThatIsWrong) {
+  const auto check = [](const std::vector<OptionLine>& lines) -> std::optional<WrongLine> {
+    if (lines[1].text == "x") return WrongLine{1, "no <i>"};
+    return {};
+  };
+  whenOpen<QDialog>([](QDialog& dialog) {
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    EXPECT_EQ(dialog.findChild<QLabel*>()->text(), QStringLiteral("no <i>"));
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_2);  // takes the place of what is wrong
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    if (dialog.isVisible()) dialog.reject();
+  });
+  const auto lines =
+      dialogs::chooseOptions(nullptr, {"Options", "hint", {{"&1", false, "1"}, {"&2", false, "x"}}, check});
+  ASSERT_TRUE(lines);
+  EXPECT_EQ(lines->at(0).text + lines->at(1).text, "12");
 }
 
 TEST(DialogsQt, OverwritingIsAskedForWhereWanted) {

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QMainWindow>
+#include <QStatusBar>
 #include <QStyle>
 #include <QTest>
 #include <QToolTip>
@@ -71,6 +73,17 @@ TEST_F(WindowQtTest, TooltipsShowOverDisabledControlsToo) {
                                 contract::kPatience))
         << name;
   }
+}
+
+TEST_F(WindowQtTest, ALongStatusEndsInAnEllipsisAndIsWholeInItsTip) {
+  auto* const status = frame_->findChild<QStatusBar*>()->findChild<QLabel*>();
+  const QString text(500, QLatin1Char('W'));
+  window_->setStatus(text.toStdString());
+  EXPECT_EQ(status->toolTip(), text);
+  const QImage shown = status->grab().toImage();
+  window_->setStatus(
+      status->fontMetrics().elidedText(text, Qt::ElideRight, status->contentsRect().width()).toStdString());
+  EXPECT_EQ(status->grab().toImage(), shown);
 }
 
 TEST_F(WindowQtTest, LargePicturesAreNamedButNotCoveredByATip) {

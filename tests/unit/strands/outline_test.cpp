@@ -160,7 +160,10 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
             }
           }
         }
-      EXPECT_EQ(stretches, findBandCrossings(loops).size()) << "one between two crossings under others";
+      const std::vector<BandCrossing> crossings = findBandCrossings(loops);
+      EXPECT_EQ(stretches, crossings.size()) << "one between two crossings under others";
+      for (const BandCrossing& c : crossings)
+        EXPECT_LT(lengthOf(loops[c.under].spot(c.underAt).at - loops[c.over].spot(c.overAt).at), 1e-5);
     }
 }
 

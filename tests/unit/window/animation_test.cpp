@@ -154,7 +154,7 @@ TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
   enter(Param::XNo, "9");
   enter(Param::YNo, "7");
   click("cmd2D");
-  const std::string large = save("large.png", [] {});
+  const std::string large = save("large.png", [this] { click("cmd2D"); });  // which is no Stop now
   int frames = 0, milliseconds = 0;
   for (std::size_t at = large.find("fcTL"); at != std::string::npos;
        at = large.find("fcTL", at + 1), ++frames) {

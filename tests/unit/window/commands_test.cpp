@@ -103,7 +103,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
       return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
     }},
-    {"mnuFilePrint", "&File|Prin&t...|Ctrl+P", [this] { platform.dialogs.answerPrint(true); }, [this] { return w->printed() && statusStarts("Printed, 19") && w->status().ends_with(" mm"); }},
+    {"mnuFilePrint", "&File|Prin&t...|Ctrl+P", [this] { platform.dialogs.answerPrint(true); }, [this] { return w->printed() && lastAsked().title == "Knot, Square-Square" && statusStarts("Printed, 19") && w->status().ends_with(" mm"); }},
     {"mnuFileExit", "&File|E&xit|", [this] { platform.dialogs.answerConfirm(true); }, [this] { return w->closed(); }},
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},

@@ -154,6 +154,8 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   pick("mnuFileSaveOptions");
   EXPECT_NE(lastAsked().text.find("0.01 to 100000"), std::string::npos) << lastAsked().text;
   EXPECT_EQ(bench().saveOptions, OutputOptions{.millimetres = 60});
+  lines[2].text = "0";
+  EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 2U);
   bench().saveOptions = {};
   pickFile("mnuFileSaveBMP", folder.file("plain.svg"));
   EXPECT_NE(Folder::contents(folder.file("plain.svg")), svg);

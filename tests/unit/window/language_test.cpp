@@ -56,6 +56,7 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
 
 TEST_F(LanguageTest, ReachesHelpFileNamesAndTypes) {
   startIn("de");
+  pick("mnuLanguageEnglish");  // from the next start on
   pick("mnuHelp3D");
   EXPECT_EQ(platform.help().pages.back(), "help/de/3d.html");
   pickFile("mnuFileSaveBMP", "");

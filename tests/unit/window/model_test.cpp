@@ -70,8 +70,14 @@ TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   click("cmd3DView");
   const auto old = pixels(kSolid);
   enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}});
-  platform.dialogs.answerMessage();
+  std::string behind;
+  platform.dialogs.otherwise = [&](const AskedDialog&) {
+    behind = w->status();
+    return DialogQueue::Answer();
+  };
   click("cmd3D");
+  platform.dialogs.otherwise = nullptr;
+  EXPECT_TRUE(behind.starts_with("No model: it would have ")) << behind;
   EXPECT_EQ(lastAsked().text,
             "Sorry, too many polygons for the program to handle\r\nReduce Sides and/or Points");
   EXPECT_TRUE(shows(true) && pixels(kSolid) == old && enabled("cmd3D"));
