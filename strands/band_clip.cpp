@@ -17,6 +17,9 @@ constexpr double kJoin = 60;              // tolerances that ends of borders may
 constexpr double kSpur = 12;              // tolerances that a border may go on too far
 constexpr double kExact = 1e-6;           // pixels that copies of one point may lie apart
 constexpr std::size_t kUsualPoints = 64;  // of a piece
+constexpr double kPastSide = 1.15;        // of half a band, to where the middle between two bands is followed
+constexpr double kFarBeside = 3;          // times the width that is covered: no band lies further beside another
+constexpr int kMiddleSteps = 24;          // towards a point of that middle; each one about halves what is left
 constexpr double kSmooth = 0.94;          // cosine of the turn from which on there is a corner
 
 struct Chord {
@@ -86,6 +89,17 @@ class CentreLine {
     line.add(b);
     return all_.isWithin(line, half) &&
            std::ranges::any_of(boxes_, [&](const Box& box) { return box.isWithin(line, half); });
+  }
+
+  /// How far away a point is, up to `most`.
+  double distance(Vec p, double most) const {
+    double least = most * most;
+    for (std::size_t b = 0; b < boxes_.size(); ++b) {
+      if (boxes_[b].squareTo(p) >= least) continue;
+      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
+      for (std::size_t i = b * kBlock; i < end; ++i) least = std::min(least, chords_[i].squareTo(p));
+    }
+    return std::sqrt(least);
   }
 
   /// Whether a point is within the band around the line, `half` to each side, with straight ends.
@@ -177,8 +191,8 @@ struct Border {
 
 class BandClipper {
  public:
-  BandClipper(const BandPiece& band, double half, std::span<const BandPiece> covers, double clear,
-              double tolerance)
+  BandClipper(const BandPiece& band, double half, std::span<const BandCover> covers,
+              std::span<const BandBeside> besides, double clear, double tolerance)
       : band_(band),
         half_(half),
         clear_(clear),
@@ -186,11 +200,16 @@ class BandClipper {
         points_(PointList(band, std::max(half, clear), kProbe * tolerance).take()),
         line_(points_) {
     addSides(points_, half, -1);
-    for (const BandPiece& cover : covers) {
-      const std::vector<LinePoint> points =
-          PointList(nearPart(cover), std::max(half_, clear), kProbe * tolerance).take();
-      covers_.push_back({CentreLine(points), isOwn(cover)});
-      addSides(points, -clear, static_cast<int>(covers_.size()) - 1);
+    for (const BandCover& cover : covers) {
+      const std::vector<LinePoint> points = pointsOf(nearPart(cover.piece));
+      covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}});
+      addSides(points, -clear, lastCover());
+      if (cover.limit) addLimit(*cover.limit);
+    }
+    for (const BandBeside& beside : besides) {
+      const std::vector<LinePoint> points = pointsOf(beside.own);
+      covers_.push_back({CentreLine(pointsOf(beside.other)), isOwn(beside.other), {}, CentreLine(points)});
+      addMiddle(points);
     }
   }
 
@@ -213,7 +232,9 @@ class BandClipper {
  private:
   struct Cover {
     CentreLine line;
-    bool isOwn;  // a part of the band itself
+    bool isOwn;                      // a part of the band itself
+    std::optional<LinePoint> limit;  // see BandCover
+    std::optional<CentreLine> own;   // of a band beside: the part of this one that is there
   };
   struct Run {
     std::size_t begin, end;  // of the parts that were kept
@@ -222,6 +243,68 @@ class BandClipper {
     std::size_t line;
     double at;  // 0 to 1
   };
+
+  std::vector<LinePoint> pointsOf(const BandPiece& piece) const {
+    return PointList(piece, std::max(half_, clear_), kProbe * tolerance_).take();
+  }
+  int lastCover() const { return static_cast<int>(covers_.size()) - 1; }
+
+  void addLimit(const LinePoint& limit) {
+    const Vec way = limit.along * (2 * (half_ + clear_));
+    lines_.push_back({{limit.at - way, limit.along}, {limit.at + way, limit.along}, curves_++, lastCover()});
+  }
+
+  /// Where a band ends beside the one that was added last: as far from the middle between both centre lines as
+  /// half an edge is wide.
+  void addMiddle(const std::vector<LinePoint>& points) {
+    const CentreLine& other = covers_.back().line;
+    const auto far = [&](Vec p) { return other.distance(p, kFarBeside * clear_); };
+    const auto nearest = std::ranges::min_element(points, {}, [&](const LinePoint& p) { return far(p.at); });
+    const Vec aside = quarter(nearest->along) * half_;
+    const double side = far(nearest->at + aside) < far(nearest->at - aside) ? 1 : -1;
+    std::vector<LinePoint> border;
+    const double step = std::sqrt(half_ * tolerance_);
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+      const LinePoint &a = points[i], &b = points[i + 1];
+      const int parts = 1 + static_cast<int>(lengthOf(b.at - a.at) / step);
+      for (int k = 0; k < parts; ++k) {
+        const double t = static_cast<double>(k) / parts;
+        addMiddlePoint({a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)}, side, border);
+      }
+    }
+    addMiddlePoint(points.back(), side, border);
+    addCurve(border, side);
+  }
+
+  void addMiddlePoint(const LinePoint& p, double side, std::vector<LinePoint>& border) {
+    const Vec out = quarter(p.along) * side;
+    const double edge = clear_ - half_;
+    double way = half_;
+    for (int step = 0; step < kMiddleSteps; ++step) {
+      const double missing =
+          covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
+      if (std::fabs(missing) < tolerance_ / 50) break;
+      way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+    }
+    if (way < kPastSide * half_)
+      border.push_back({p.at + out * way, p.along});
+    else
+      addCurve(border, side);
+  }
+
+  /// Adds the lines from point to point, in the other sense on the right side, and empties the list.
+  void addCurve(std::vector<LinePoint>& points, double side) {
+    const std::size_t n = points.size();
+    if (side > 0) std::ranges::reverse(points);
+    std::vector<Vec> along;
+    for (std::size_t i = 0; n > 1 && i < n; ++i)
+      along.push_back(unit(points[std::min(i + 1, n - 1)].at - points[i > 0 ? i - 1 : 0].at));
+    for (std::size_t i = 0; i + 1 < n; ++i)
+      lines_.push_back(
+          {{points[i].at, along[i]}, {points[i + 1].at, along[i + 1]}, curves_, lastCover()});
+    if (n > 1) ++curves_;
+    points.clear();
+  }
 
   bool isOwn(const BandPiece& cover) const {
     const auto same = band_.loop.sameLine(cover.loop);
@@ -314,7 +397,17 @@ class BandClipper {
     return std::ranges::any_of(covers_, [&](const Cover& c) { return &c != except && hides(c, p); });
   }
   bool hides(const Cover& c, Vec p) const {
+    if (c.own) return isBeyondMiddle(c, p);
+    if (c.limit && dot(quarter(c.limit->along), p - c.limit->at) >= 0) return false;
     return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
+  }
+
+  /// Of two bands that are one and the same each hides only what is on the other one's side of the middle.
+  bool isBeyondMiddle(const Cover& c, Vec p) const {
+    const double there = c.line.distance(p, clear_);
+    if (there >= clear_) return false;
+    const double here = (c.isOwn ? *c.own : line_).distance(p, clear_);
+    return there < here + clear_ - half_ && !(c.isOwn && there < here);
   }
 
   /// Whether what surely lies beside a line is the border of what its own band is: not within a fold of it.
@@ -517,27 +610,29 @@ class BandClipper {
 };
 
 /// Pieces of one loop that overlap become one: an edge must not lie within its own copy.
-std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
-  std::vector<BandPiece> out;
-  for (BandPiece piece : pieces) {
+std::vector<BandCover> joined(std::span<const BandCover> covers) {
+  std::vector<BandCover> out;
+  for (BandCover cover : covers) {
+    BandPiece& piece = cover.piece;
     const double lap = piece.loop.size();
     for (std::size_t i = 0; i < out.size();) {
-      const auto same = out[i].loop.sameLine(piece.loop);
+      const BandPiece& o = out[i].piece;
+      const auto same = o.loop.sameLine(piece.loop);
       const double shift = piece.loop.isRing()
-                               ? std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap
+                               ? std::round((o.from + o.to - piece.from - piece.to) / 2 / lap) * lap
                                : same.value_or(0);
-      const bool meet = same && out[i].from <= piece.to + shift && piece.from + shift <= out[i].to;
-      if (!meet) {
+      const bool meet = same && o.from <= piece.to + shift && piece.from + shift <= o.to;
+      if (!meet || out[i].limit || cover.limit) {
         ++i;
         continue;
       }
-      piece.from = std::min(out[i].from, piece.from + shift);
-      piece.to = std::max(out[i].to, piece.to + shift);
+      piece.from = std::min(o.from, piece.from + shift);
+      piece.to = std::max(o.to, piece.to + shift);
       if (piece.loop.isRing()) piece.to = std::min(piece.to, piece.from + lap);
-      piece.loop = out[i].loop;
+      piece.loop = o.loop;
       out.erase(out.begin() + static_cast<std::ptrdiff_t>(i));
     }
-    out.push_back(piece);
+    out.push_back(cover);
   }
   return out;
 }
@@ -545,9 +640,10 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
 }  // namespace
 
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
-                                                         std::span<const BandPiece> covers, double clear,
+                                                         std::span<const BandCover> covers,
+                                                         std::span<const BandBeside> besides, double clear,
                                                          double tolerance) {
-  return BandClipper(band, half, joined(covers), clear, tolerance).run();
+  return BandClipper(band, half, joined(covers), besides, clear, tolerance).run();
 }
 
 }  // namespace lorivan

@@ -96,11 +96,11 @@ double BandExits::mostOfRoom(const BandCrossing& c, int direction) const {
 
 BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   const double most = mostOfRoom(c, direction);
-  BandEnd end{.side = {}, .crossing = &c, .over = overOf(c), .isPlain = true};
+  BandEnd end{.side = {}, .crossing = &c, .over = overOf(c), .limit = limitOf(c, direction), .isPlain = true};
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
-  end.isPlain = end.isPlain &&
+  end.isPlain = end.isPlain && !end.limit &&
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
                        std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
@@ -116,20 +116,43 @@ bool BandExits::isCalm(int number, double from, double to, double distance) cons
   return true;
 }
 
-BandPiece BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
+void BandExits::setRivals(std::size_t one, std::size_t two) {
+  rivals_.emplace_back(one, two);
+  rivals_.emplace_back(two, one);
+  std::ranges::sort(rivals_);
+}
+
+std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction) const {
+  for (auto rival = std::ranges::lower_bound(rivals_, std::pair(numberOf(c), std::size_t{0}));
+       rival != rivals_.end() && rival->first == numberOf(c); ++rival) {
+    const BandLoop& under = loop(c.under);
+    const double next = c.underAt + direction * room(c.under, c.underAt, direction);
+    const double apart = std::fabs(under.wrapped(next) - crossings_[rival->second].overAt);
+    if (crossings_[rival->second].over != c.under || std::min(apart, under.size() - apart) > 1e-6) continue;
+    const Vec here = under.spot(c.underAt).at, there = under.spot(next).at, way = unit(there - here);
+    // Half the width of the edge is on this side.
+    return LinePoint{(here + there) * 0.5 + way * ((clear_ - half_) / 2), quarter(way) * -1};
+  }
+  return std::nullopt;
+}
+
+BandCover BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
   const BandCrossing& c = *end.crossing;
   double back = 0, on = 0;
   for (const BandExit& exit : end.side) {
     back = std::max(back, c.overAt - exit.foot + kBeyond);
     on = std::max(on, exit.foot - c.overAt + kBeyond);
   }
-  return {end.over, c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
+  const bool isLimited = end.limit.has_value();
+  const BandPiece piece{end.over, c.overAt - coverReach(c, band, -1, back, isLimited),
+                        c.overAt + coverReach(c, band, 1, on, isLimited)};
+  return {piece, end.limit};
 }
 
 /// As far as the covering band may come back, but at most half the way to where the lower band crosses over
-/// it, and not beyond the lower band's own beginning.
-double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction,
-                             double least) const {
+/// it (nearly there, where a line limits it anyway), and not beyond the lower band's own beginning.
+double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+                             bool isLimited) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
@@ -138,7 +161,7 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
-    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) / 2);
+    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;

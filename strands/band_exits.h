@@ -1,7 +1,9 @@
 // Where bands come out from under the bands that lie over them.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "strands/band_clip.h"
@@ -24,6 +26,9 @@ struct BandEnd {
   BandExit side[2];
   const BandCrossing* crossing = nullptr;
   BandLoop over;        // that lies there
+  /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
+  /// quarter() points away from here.
+  std::optional<LinePoint> limit = {};
   bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
   bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
@@ -49,7 +54,10 @@ class BandExits {
   double room(int number, double place, int direction) const;
 
   /// The part of the upper band that may cover what comes out at an end of a piece of the lower one.
-  BandPiece coverOf(const BandEnd& end, const BandPiece& band) const;
+  BandCover coverOf(const BandEnd& end, const BandPiece& band) const;
+
+  /// Has the bands of two crossings change places half way between them.
+  void setRivals(std::size_t one, std::size_t two);
 
  private:
   const BandLoop& loop(int number) const { return loops_[number]; }
@@ -74,7 +82,9 @@ class BandExits {
                          BandExit exit) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
-  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
+  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+                    bool isLimited) const;
+  std::optional<LinePoint> limitOf(const BandCrossing& c, int direction) const;
 
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
@@ -82,6 +92,7 @@ class BandExits {
   std::vector<BandLoop> moved_;                          // upper loops of a wrapped knot, by crossing
   std::vector<std::vector<double>> ways_;                // places of a loop's crossings, over and under
   std::vector<char> mayReturn_;                          // of each crossing
+  std::vector<std::pair<std::size_t, std::size_t>> rivals_;
   std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };
 

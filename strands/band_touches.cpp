@@ -1,0 +1,361 @@
+#include "strands/band_touches.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace lorivan {
+namespace {
+
+constexpr double kWayTurn = 0.64;     // cosine of the turn at which a way ends
+constexpr int kMostNodes = 12;        // of a way
+constexpr double kStep = 0.25;        // of the reach between two places that are compared
+constexpr int kMostCompared = 48;     // places of a way
+constexpr double kMet = 0.1;          // of the reach: lines that come as near cross
+constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
+constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
+constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
+
+/// A part of a loop without a sharp turn between two joints, at most as long as from crossing to crossing.
+struct Way {
+  int loop;
+  double from, to;
+  int begin, end;  // joints: crossings, or below 0 places where a line was cut
+  Vec a, b;        // its ends
+  Vec along;       // from one to the other, a unit vector
+  double least;    // cosine of the largest angle between the line and `along`
+  double bulge;    // how far it lies beside a straight line
+  int turn;        // periods that it was moved to the right
+};
+
+class TouchSearch {
+ public:
+  TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings, const Seam& seam,
+              double reach)
+      : loops_(loops), crossings_(crossings), seam_(seam), reach_(reach) {}
+
+  BandTouches find() {
+    cutLoops();
+    copies_ = ways_.size();
+    if (seam_) addCopies();
+    if (ways_.empty()) return {};
+    layCells();
+    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+        for (std::size_t k = i + 1; k < starts_[cell + 1]; ++k) meet(entries_[i], entries_[k], cell);
+    return std::move(found_);
+  }
+
+ private:
+  struct Passing {
+    double place;
+    int crossing;
+    bool isOver;
+  };
+  /// From one crossing to the next one.
+  struct Arc {
+    int to = -1, loop = 0;
+    double begin = 0, end = 0;
+    bool isOver = false;  // at the crossing of the smaller number
+  };
+
+  void cutLoops() {
+    std::vector<std::vector<Passing>> passings(loops_.size());
+    for (std::size_t i = 0; i < crossings_.size(); ++i) {
+      const BandCrossing& c = crossings_[i];
+      passings[c.under].push_back({c.underAt, static_cast<int>(i), false});
+      passings[c.over].push_back({c.overAt, static_cast<int>(i), true});
+    }
+    ways_.reserve(3 * crossings_.size());
+    arcs_.resize(crossings_.size());
+    for (std::size_t l = 0; l < loops_.size(); ++l) {
+      auto& at = passings[l];
+      std::ranges::sort(at, {}, &Passing::place);
+      if (at.empty()) at.push_back({0, --joints_, false});
+      for (std::size_t i = 0; i < at.size(); ++i) {
+        const bool isLast = i + 1 == at.size();
+        const Passing& next = at[isLast ? 0 : i + 1];
+        const Passing end{next.place + (isLast ? loops_[l].size() : 0), next.crossing, next.isOver};
+        noteArc(static_cast<int>(l), at[i], end);
+        cutWay(static_cast<int>(l), at[i], end);
+      }
+    }
+  }
+
+  /// Two arcs between the same crossings, of which each lies over the other at one of them, are a clasp.
+  void noteArc(int number, const Passing& from, const Passing& to) {
+    if (from.crossing < 0 || from.crossing == to.crossing || from.isOver == to.isOver) return;
+    const bool isFirst = from.crossing < to.crossing;
+    const Arc arc{std::max(from.crossing, to.crossing), number, from.place, to.place,
+                  (isFirst ? from : to).isOver};
+    const int one = std::min(from.crossing, to.crossing);
+    for (const Arc& o : arcs_[one])
+      if (o.to == arc.to && o.isOver != arc.isOver)
+        if (const double distance = between(arc, o); distance < reach_)
+          found_.clasps.push_back(
+              {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), distance});
+    for (Arc& o : arcs_[one])
+      if (o.to < 0) {
+        o = arc;
+        break;
+      }
+  }
+  double between(const Arc& a, const Arc& b) const {
+    const Vec middle = loops_[a.loop].spot((a.begin + a.end) / 2).at;
+    const double guess = (b.begin + b.end) / 2;
+    BandLoop other = loops_[b.loop];
+    if (seam_) other = other.moved(std::round((middle.x - other.spot(guess).at.x) / seam_.width) * seam_.width);
+    return lengthOf(other.spot(other.nearest(middle, guess)).at - middle);
+  }
+
+  /// Ends a way wherever the line has turned far from where it went at first.
+  void cutWay(int number, Passing from, const Passing& to) {
+    const BandLoop& loop = loops_[number];
+    const int first = static_cast<int>(std::floor(from.place)) + 1;
+    Vec start = loop.direction(first);
+    for (int i = first, nodes = 0; i < to.place; ++i) {
+      const Vec here = loop.direction(i);
+      if (dot(here, start) > kWayTurn && ++nodes < kMostNodes) continue;
+      if (i - from.place > 1e-3) {
+        addWay(number, from, {static_cast<double>(i), --joints_, false});
+        from = {static_cast<double>(i), joints_, false};
+      }
+      start = here;
+      nodes = 0;
+    }
+    addWay(number, from, to);
+  }
+
+  void addWay(int number, const Passing& from, const Passing& to) {
+    const BandLoop& loop = loops_[number];
+    const Vec a = loop.spot(from.place).at, b = loop.spot(to.place).at;
+    Way way{number, from.place, to.place, from.crossing, to.crossing, a, b, unit(b - a), 1, 0, 0};
+    const int last = static_cast<int>(std::ceil(to.place));
+    for (int i = static_cast<int>(std::floor(from.place)); i <= last; ++i) {
+      way.least = std::min(way.least, dot(loop.direction(i), way.along));
+      if (i > from.place && i < to.place)
+        way.bulge = std::max(way.bulge, std::fabs(cross(loop.point(i) - way.a, way.along)));
+    }
+    ways_.push_back(way);
+  }
+
+  /// Round a cylinder: every way in the first period, and once more beside the seam.
+  void addCopies() {
+    for (std::size_t i = 0; i < copies_; ++i) {
+      Way way = ways_[i];
+      const double middle = (way.a.x + way.b.x) / 2;
+      move(way, -static_cast<int>(std::floor((middle - seam_.left) / seam_.width)));
+      ways_[i] = way;
+      const double most = reach_ + std::fabs(way.b.x - way.a.x) + way.bulge;
+      if (std::min(way.a.x, way.b.x) - seam_.left > 2 * most) continue;
+      move(way, 1);
+      ways_.push_back(way);
+    }
+  }
+  void move(Way& way, int turns) const {
+    way.turn += turns;
+    way.a.x += turns * seam_.width;
+    way.b.x += turns * seam_.width;
+  }
+
+  struct Box {
+    double left, top, right, bottom;
+  };
+  Box boxOf(const Way& way) const {
+    const double more = way.bulge + reach_ / 2;
+    return {std::min(way.a.x, way.b.x) - more, std::min(way.a.y, way.b.y) - more,
+            std::max(way.a.x, way.b.x) + more, std::max(way.a.y, way.b.y) + more};
+  }
+
+  /// Square cells about as large as a way, each with the numbers of the ways whose boxes touch it.
+  void layCells() {
+    Box all{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    double sizes = 0;
+    boxes_.reserve(ways_.size());
+    for (const Way& way : ways_) {
+      const Box box = boxOf(way);
+      all = {std::min(all.left, box.left), std::min(all.top, box.top), std::max(all.right, box.right),
+             std::max(all.bottom, box.bottom)};
+      sizes += std::max(box.right - box.left, box.bottom - box.top);
+      boxes_.push_back(box);
+    }
+    const double extent = std::max(all.right - all.left, all.bottom - all.top);
+    const double size = std::max({sizes / static_cast<double>(ways_.size()), extent / 300, 1e-9});
+    columns_ = static_cast<int>((all.right - all.left) / size) + 1;
+    const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
+    cells_.reserve(ways_.size());
+    for (const Box& b : boxes_)
+      cells_.push_back({static_cast<int>((b.left - all.left) / size), static_cast<int>((b.top - all.top) / size),
+                        static_cast<int>((b.right - all.left) / size),
+                        static_cast<int>((b.bottom - all.top) / size)});
+    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
+    for (std::size_t i = 0; i < ways_.size(); ++i) eachCell(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    entries_.resize(starts_.back());
+    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
+    for (std::size_t i = 0; i < ways_.size(); ++i) eachCell(i, [&](std::size_t cell) { entries_[next[cell]++] = i; });
+  }
+
+  template <class Use>
+  void eachCell(std::size_t i, Use&& use) const {
+    const auto& [column0, row0, column1, row1] = cells_[i];
+    for (int row = row0; row <= row1; ++row)
+      for (int column = column0; column <= column1; ++column) use(cellAt(column, row));
+  }
+  std::size_t cellAt(int column, int row) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+  }
+
+  /// Compares two ways in the first cell that both touch, and only there.
+  void meet(std::size_t i, std::size_t k, std::size_t cell) {
+    const Box &p = boxes_[i], &q = boxes_[k];
+    if (p.left > q.right || q.left > p.right || p.top > q.bottom || q.top > p.bottom) return;
+    if (cell != cellAt(std::max(cells_[i][0], cells_[k][0]), std::max(cells_[i][1], cells_[k][1]))) return;
+    const Way &a = ways_[i], &b = ways_[k];
+    if (i >= copies_ && k >= copies_) return;
+    const double most = reach_ + a.bulge + b.bulge;
+    if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(a, b);
+  }
+
+  /// Whether both ends of a way lie too far on one side of another one's line.
+  static bool areBeside(const Way& a, const Way& b, double most) {
+    const double from = cross(a.along, b.a - a.a), to = cross(a.along, b.b - a.a);
+    return (from > most && to > most) || (from < -most && to < -most);
+  }
+
+  /// Whether two ways that begin at one joint lead apart from there on.
+  static bool spread(const Way& a, const Way& b) {
+    const bool fromBegin = a.begin == b.begin || a.begin == b.end, fromEnd = a.end == b.begin || a.end == b.end;
+    if (fromBegin == fromEnd) return false;
+    const Vec one = fromBegin ? a.along : a.along * -1;
+    const Vec two = (fromBegin ? a.begin : a.end) == b.begin ? b.along : b.along * -1;
+    const double turn = std::min(a.least, b.least);
+    return turn > 0 && 2 * turn * turn - 1 > dot(one, two);
+  }
+
+  BandLoop placed(const Way& way) const {
+    const BandLoop& loop = loops_[way.loop];
+    return way.turn != 0 ? loop.moved(way.turn * seam_.width) : loop;
+  }
+
+  struct Place {
+    Vec at;
+    double place;
+  };
+  std::vector<Place> placesOf(const Way& way, const BandLoop& loop) const {
+    const double length = lengthOf(way.b - way.a) + 2 * way.bulge;
+    const int parts = std::clamp(static_cast<int>(length / (kStep * reach_)), 2, kMostCompared);
+    std::vector<Place> places;
+    for (int i = 0; i <= parts; ++i) {
+      const double place = way.from + (way.to - way.from) * i / parts;
+      places.push_back({loop.spot(place).at, place});
+    }
+    return places;
+  }
+
+  /// Follows every pair of places that are nearer to each other than those beside them.
+  void compare(const Way& a, const Way& b) {
+    const BandLoop one = placed(a), two = placed(b);
+    const std::vector<Place> p = placesOf(a, one), q = placesOf(b, two);
+    const auto square = [&](std::size_t i, std::size_t k) {
+      const Vec way = q[k].at - p[i].at;
+      return dot(way, way);
+    };
+    const double most = 1.5 * reach_ * reach_;
+    for (std::size_t i = 0; i < p.size(); ++i)
+      for (std::size_t k = 0; k < q.size(); ++k) {
+        const double here = square(i, k);
+        if (here > most || (i > 0 && square(i - 1, k) < here) || (i + 1 < p.size() && square(i + 1, k) < here) ||
+            (k > 0 && square(i, k - 1) < here) || (k + 1 < q.size() && square(i, k + 1) < here))
+          continue;
+        follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
+      }
+  }
+
+  void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
+    for (int round = 0; round < 6; ++round) {
+      t = b.nearest(a.spot(s).at, t);
+      s = a.nearest(b.spot(t).at, s);
+    }
+    const double least = lengthOf(b.spot(t).at - a.spot(s).at);
+    if (least >= reach_ || isMet(a, s, b, t)) return;
+    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
+    for (const int sense : {-1, 1})
+      if (!walk(touch, s, t, sense)) return;
+    if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
+  }
+
+  /// Whether two places are where lines cross, or lie on one bend.
+  bool isMet(const BandLoop& a, double s, const BandLoop& b, double t) const {
+    const Vec at = a.spot(s).at;
+    if (lengthOf(b.spot(t).at - at) < kMet * reach_) return true;
+    const auto same = a.sameLine(b);
+    if (!same) return false;
+    const double apart = a.isRing() ? std::remainder(t - s, a.size()) : t + *same - s;
+    double way = 0;
+    const int begin = static_cast<int>(std::floor(std::min(s, s + apart)));
+    const int end = static_cast<int>(std::ceil(std::max(s, s + apart)));
+    for (int i = begin; i < end && way < kOneBend * reach_; ++i) way += lengthOf(a.point(i + 1) - a.point(i));
+    return way < kOneBend * reach_;
+  }
+
+  /// Goes on along both lines until they are far from each other; false where they meet before.
+  bool walk(BandTouch& touch, double s, double t, int sense) const {
+    const BandLoop &a = touch.first.loop, &b = touch.second.loop;
+    double way = 0;
+    for (double far = 0; far < kBeyondTouch * reach_;) {
+      const double step = std::min(1.0, kStep * reach_ / std::max(lengthOf(a.spot(s).along), 1e-9));
+      const Vec before = a.spot(s).at;
+      s += sense * step;
+      const Vec at = a.spot(s).at;
+      t = b.nearest(at, t);
+      if (isMet(a, s, b, t)) return false;
+      const double gone = lengthOf(at - before);
+      way += gone;
+      far = lengthOf(b.spot(t).at - at) < reach_ ? 0 : far + gone;
+      if (way > kFarthest * reach_) return true;
+      touch.first.from = std::min(touch.first.from, s);
+      touch.first.to = std::max(touch.first.to, s);
+      touch.second.from = std::min(touch.second.from, t);
+      touch.second.to = std::max(touch.second.to, t);
+    }
+    return true;
+  }
+
+  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+    const auto same = p.loop.sameLine(q.loop);
+    if (!same) return false;
+    const double lap = p.loop.size(), between = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
+    const double apart = p.loop.isRing() ? std::remainder(between, lap) : between;
+    return std::fabs(apart) * 2 < p.to - p.from + q.to - q.from;
+  }
+  bool isKnown(const BandTouch& touch) {
+    return std::ranges::any_of(found_.touches, [&](const BandTouch& o) {
+      return (meetAt(o.first, touch.first) && meetAt(o.second, touch.second)) ||
+             (meetAt(o.first, touch.second) && meetAt(o.second, touch.first));
+    });
+  }
+
+  std::span<const BandLoop> loops_;
+  std::span<const BandCrossing> crossings_;
+  Seam seam_;
+  double reach_;
+  std::vector<Way> ways_;
+  std::size_t copies_ = 0;                 // the number of the first one beside the seam
+  std::vector<std::array<Arc, 4>> arcs_;   // of each crossing, to crossings of larger numbers
+  std::vector<Box> boxes_;
+  std::vector<std::array<int, 4>> cells_;  // of each way: first column and row, last ones
+  std::vector<std::size_t> starts_, entries_;
+  int columns_ = 0, joints_ = 0;
+  BandTouches found_;
+};
+
+}  // namespace
+
+BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
+                            const Seam& seam, double reach) {
+  return TouchSearch(loops, crossings, seam, reach).find();
+}
+
+}  // namespace lorivan
