@@ -13,6 +13,9 @@ constexpr double kAhead = 0.95;    // cosine of the turn from which on a coverin
 constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
 constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
+constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
+constexpr int kArcParts = 16;
+constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
 constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
 
 /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
@@ -32,6 +35,34 @@ struct Beside {
   Vec at;
   double share;  // of the centre line's speed; below 0 in a fold
 };
+
+/// The place between two others where a line is furthest from the straight way, or about half way where it
+/// is straight itself.
+Vec middleOf(const BandLoop& loop, double from, double to) {
+  const Vec a = loop.spot(from).at, b = loop.spot(to).at;
+  const double least = dot(b - a, b - a) * kStraightArc * kStraightArc;
+  double sum = 0, places = 0;
+  for (int k = 1; k < kArcParts; ++k) {
+    const double place = from + (to - from) * k / kArcParts;
+    const double far = cross(unit(b - a), loop.spot(place).at - a), weight = far * far + least;
+    sum += weight * weight;
+    places += place * weight * weight;
+  }
+  return loop.spot(sum > 0 ? places / sum : (from + to) / 2).at;
+}
+
+/// The line between two crossings of the same two lines, through the middles of both: near the tip of a bend
+/// each leg keeps its own side. quarter() points to the second crossing.
+LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop& b, double fromB, double toB) {
+  const Vec here = a.spot(fromA).at, there = a.spot(toA).at, across = there - here;
+  const Vec one = middleOf(a, fromA, toA), two = middleOf(b, fromB, toB);
+  LinePoint line{(one + two) * 0.5, unit(two - one)};
+  if (cross(line.along, across) < 0) line.along = line.along * -1;
+  const bool isBetween = cross(line.along, here - line.at) < 0 && cross(line.along, there - line.at) > 0;
+  if (!isBetween || cross(line.along, unit(across)) < kLeastSlant)
+    line = {(here + there) * 0.5, quarter(unit(across)) * -1};
+  return line;
+}
 
 }  // namespace
 
@@ -129,9 +160,12 @@ std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction
     const double next = c.underAt + direction * room(c.under, c.underAt, direction);
     const double apart = std::fabs(under.wrapped(next) - crossings_[rival->second].overAt);
     if (crossings_[rival->second].over != c.under || std::min(apart, under.size() - apart) > 1e-6) continue;
-    const Vec here = under.spot(c.underAt).at, there = under.spot(next).at, way = unit(there - here);
+    const BandLoop& over = overOf(c);
+    const double back = over.wrapped(crossings_[rival->second].underAt - c.overAt);
+    const double most = back < over.size() / 2.0 ? back : back - over.size();
+    const LinePoint line = changeLine(under, c.underAt, next, over, c.overAt, c.overAt + most);
     // Half the width of the edge is on this side.
-    return LinePoint{(here + there) * 0.5 + way * ((clear_ - half_) / 2), quarter(way) * -1};
+    return LinePoint{line.at - quarter(line.along) * ((half_ - clear_) / 2), line.along};
   }
   return std::nullopt;
 }

@@ -101,11 +101,12 @@ class Outliner {
     for (const BandCrossing& c : crossings) {
       back_.push_back(exits_.leave(c, -1));
       on_.push_back(exits_.leave(c, 1));
-      crowded_ += back_.back().isCrowded() || on_.back().isCrowded();
+      crowded_ += isStuck(back_.back()) || isStuck(on_.back());
       clipped_ += mustClip(back_.back()) || mustClip(on_.back());
       if (clipped_ > options_.mostClipped) return;
     }
   }
+  static bool isStuck(const BandEnd& end) { return end.isCrowded() && !end.limit; }
   static bool mustClip(const BandEnd& end) { return !end.isPlain || end.isCrowded(); }
 
   /// A good sample to begin a ring at: the one that is furthest, in samples, from any sharp bend.
@@ -320,9 +321,28 @@ class Outliner {
       made.stretches[before].contours.push_back(std::move(*hole));
   }
 
+  /// A band that covers another one as far as it lies beside it.
+  static void endBefore(const BandPiece& beside, double crossing, BandPiece& cover) {
+    const auto same = cover.loop.sameLine(beside.loop);
+    if (!same) return;
+    double from = beside.from + *same, to = beside.to + *same;
+    if (cover.loop.isRing()) {
+      const double size = cover.loop.size(), apart = (from + to) / 2 - crossing;
+      const double move = std::remainder(apart, size) - apart;
+      from += move;
+      to += move;
+    }
+    if (from > crossing) cover.to = std::min(cover.to, from);
+    if (to < crossing) cover.from = std::max(cover.from, to);
+  }
+
   void cut(const BandPiece& piece, const BandEnd& begin, const BandEnd& end,
            const std::vector<BandBeside>& besides, StrandOutline& made) {
-    const std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
+    std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
+    for (const BandBeside& beside : besides) {
+      endBefore(beside.other, begin.crossing->overAt, covers[0].piece);
+      endBefore(beside.other, end.crossing->overAt, covers[1].piece);
+    }
     if (clipped(piece, covers, besides, made)) return;
     // Without what lies beside it, where that could not be followed.
     if (!besides.empty() && (mustClip(begin) || mustClip(end)) && clipped(piece, covers, {}, made)) return;

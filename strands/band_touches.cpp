@@ -282,7 +282,7 @@ class TouchSearch {
     if (least >= reach_ || isMet(a, s, b, t)) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
     for (const int sense : {-1, 1})
-      if (!walk(touch, s, t, sense)) return;
+      if (!walk(touch.first, s, touch.second, t, sense) || !walk(touch.second, t, touch.first, s, sense)) return;
     if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
   }
 
@@ -300,25 +300,25 @@ class TouchSearch {
     return way < kOneBend * reach_;
   }
 
-  /// Goes on along both lines until they are far from each other; false where they meet before.
-  bool walk(BandTouch& touch, double s, double t, int sense) const {
-    const BandLoop &a = touch.first.loop, &b = touch.second.loop;
+  /// Goes on along a line until it is far from the other one; false where they meet before.
+  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense) const {
+    const BandLoop &a = one.loop, &b = two.loop;
+    const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
+    const bool first = side();
     double way = 0;
-    for (double far = 0; far < kBeyondTouch * reach_;) {
-      const double step = std::min(1.0, kStep * reach_ / std::max(lengthOf(a.spot(s).along), 1e-9));
-      const Vec before = a.spot(s).at;
-      s += sense * step;
+    for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
+      const BandLoop::Spot before = a.spot(s);
+      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
       const Vec at = a.spot(s).at;
       t = b.nearest(at, t);
-      if (isMet(a, s, b, t)) return false;
-      const double gone = lengthOf(at - before);
+      if (side() != first || isMet(a, s, b, t)) return false;
+      const double gone = lengthOf(at - before.at);
       way += gone;
       far = lengthOf(b.spot(t).at - at) < reach_ ? 0 : far + gone;
-      if (way > kFarthest * reach_) return true;
-      touch.first.from = std::min(touch.first.from, s);
-      touch.first.to = std::max(touch.first.to, s);
-      touch.second.from = std::min(touch.second.from, t);
-      touch.second.to = std::max(touch.second.to, t);
+      one.from = std::min(one.from, s);
+      one.to = std::max(one.to, s);
+      two.from = std::min(two.from, t);
+      two.to = std::max(two.to, t);
     }
     return true;
   }
