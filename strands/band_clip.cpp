@@ -263,23 +263,24 @@ class BandClipper {
     const Vec aside = quarter(nearest->along) * half_;
     const double side = far(nearest->at + aside) < far(nearest->at - aside) ? 1 : -1;
     std::vector<LinePoint> border;
+    double way = half_;
     const double step = std::sqrt(half_ * tolerance_);
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
       const LinePoint &a = points[i], &b = points[i + 1];
       const int parts = 1 + static_cast<int>(lengthOf(b.at - a.at) / step);
       for (int k = 0; k < parts; ++k) {
         const double t = static_cast<double>(k) / parts;
-        addMiddlePoint({a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)}, side, border);
+        addMiddlePoint({a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)}, side, way, border);
       }
     }
-    addMiddlePoint(points.back(), side, border);
+    addMiddlePoint(points.back(), side, way, border);
     addCurve(border, side);
   }
 
-  void addMiddlePoint(const LinePoint& p, double side, std::vector<LinePoint>& border) {
+  /// `way` is how far out it lies, of the point before at first.
+  void addMiddlePoint(const LinePoint& p, double side, double& way, std::vector<LinePoint>& border) {
     const Vec out = quarter(p.along) * side;
     const double edge = clear_ - half_;
-    double way = half_;
     for (int step = 0; step < kMiddleSteps; ++step) {
       const double missing =
           covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;

@@ -10,9 +10,12 @@ namespace {
 
 constexpr double kWayTurn = 0.64;     // cosine of the turn at which a way ends
 constexpr int kMostNodes = 12;        // of a way
-constexpr double kStep = 0.25;        // of the reach between two places that are compared
-constexpr int kMostCompared = 48;     // places of a way
+constexpr double kStep = 0.25;        // of the reach along a line that is followed
+constexpr double kApart = 0.6;        // of the reach between two places that are compared
+constexpr int kMostCompared = 24;     // places of a way
 constexpr double kMet = 0.1;          // of the reach: lines that come as near cross
+constexpr int kEyeParts = 12;  // of lines that cross twice, between which their distance is measured
+constexpr int kRounds = 4;           // towards the nearest places of two lines
 constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
 constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
 constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
@@ -58,6 +61,7 @@ class TouchSearch {
     int to = -1, loop = 0;
     double begin = 0, end = 0;
     bool isOver = false;  // at the crossing of the smaller number
+    bool fromOne = false;  // whether it begins there
   };
 
   void cutLoops() {
@@ -88,11 +92,11 @@ class TouchSearch {
     if (from.crossing < 0 || from.crossing == to.crossing || from.isOver == to.isOver) return;
     const bool isFirst = from.crossing < to.crossing;
     const Arc arc{std::max(from.crossing, to.crossing), number, from.place, to.place,
-                  (isFirst ? from : to).isOver};
+                  (isFirst ? from : to).isOver, isFirst};
     const int one = std::min(from.crossing, to.crossing);
     for (const Arc& o : arcs_[one])
       if (o.to == arc.to && o.isOver != arc.isOver)
-        if (const double distance = between(arc, o); distance < reach_)
+        if (const double distance = std::max(between(arc, o), between(o, arc)); distance < reach_)
           found_.clasps.push_back(
               {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), distance});
     for (Arc& o : arcs_[one])
@@ -102,11 +106,18 @@ class TouchSearch {
       }
   }
   double between(const Arc& a, const Arc& b) const {
-    const Vec middle = loops_[a.loop].spot((a.begin + a.end) / 2).at;
-    const double guess = (b.begin + b.end) / 2;
     BandLoop other = loops_[b.loop];
-    if (seam_) other = other.moved(std::round((middle.x - other.spot(guess).at.x) / seam_.width) * seam_.width);
-    return lengthOf(other.spot(other.nearest(middle, guess)).at - middle);
+    const bool sameSense = (a.fromOne == b.fromOne);
+    double most = 0;
+    for (int k = 1; k < kEyeParts; ++k) {
+      const double t = static_cast<double>(k) / kEyeParts, u = sameSense ? t : 1 - t;
+      const Vec at = loops_[a.loop].spot(a.begin + (a.end - a.begin) * t).at;
+      const double guess = b.begin + (b.end - b.begin) * u;
+      if (seam_ && k == 1)
+        other = other.moved(std::round((at.x - other.spot(guess).at.x) / seam_.width) * seam_.width);
+      most = std::max(most, lengthOf(other.spot(other.nearest(at, guess)).at - at));
+    }
+    return most;
   }
 
   /// Ends a way wherever the line has turned far from where it went at first.
@@ -240,16 +251,17 @@ class TouchSearch {
   }
 
   struct Place {
-    Vec at;
+    Vec at, along;
     double place;
   };
   std::vector<Place> placesOf(const Way& way, const BandLoop& loop) const {
     const double length = lengthOf(way.b - way.a) + 2 * way.bulge;
-    const int parts = std::clamp(static_cast<int>(length / (kStep * reach_)), 2, kMostCompared);
+    const int parts = std::clamp(static_cast<int>(length / (kApart * reach_)), 3, kMostCompared);
     std::vector<Place> places;
     for (int i = 0; i <= parts; ++i) {
       const double place = way.from + (way.to - way.from) * i / parts;
-      places.push_back({loop.spot(place).at, place});
+      const BandLoop::Spot spot = loop.spot(place);
+      places.push_back({spot.at, spot.along, place});
     }
     return places;
   }
@@ -269,12 +281,20 @@ class TouchSearch {
         if (here > most || (i > 0 && square(i - 1, k) < here) || (i + 1 < p.size() && square(i + 1, k) < here) ||
             (k > 0 && square(i, k - 1) < here) || (k + 1 < q.size() && square(i, k + 1) < here))
           continue;
+        const Vec apart = p[i].at - q[k].at;
+        if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
         follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
       }
   }
 
+  /// Whether a way's end comes nearer still on the next way; crossings do as well.
+  static bool leadsOn(const std::vector<Place>& places, std::size_t i, Vec apart) {
+    const double climb = dot(apart, places[i].along);
+    return (i == 0 && climb >= 0) || (i + 1 == places.size() && climb <= 0);
+  }
+
   void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
-    for (int round = 0; round < 6; ++round) {
+    for (int round = 0; round < kRounds; ++round) {
       t = b.nearest(a.spot(s).at, t);
       s = a.nearest(b.spot(t).at, s);
     }

@@ -20,7 +20,7 @@ struct BandTouch {
 /// Two crossings of the same two lines that follow one another on both, with one and then the other above.
 struct BandClasp {
   std::size_t one = 0, two = 0;  // numbers of the crossings
-  double distance = 0;           // of the centre lines half way between
+  double distance = 0;           // of the centre lines where they are furthest apart between
 };
 
 struct BandTouches {
