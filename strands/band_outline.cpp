@@ -14,7 +14,6 @@ namespace lorivan {
 namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
-constexpr double kMostFitShare = 0.01;  // the same of narrow bands; between the points that it is fitted to it strays as much more
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
 constexpr double kStrayShare = 0.1;  // of the tolerance that a centre line may lie off its samples
 constexpr double kNarrow = 10;       // pixels: bands whose strands need fewer samples
@@ -26,7 +25,7 @@ constexpr int kUsualContour = 40;       // points
 constexpr double kStraight = 0.1;       // radians that an edge may turn for a band's end to be one arc
 
 double toleranceOf(const OutlineOptions& options) {
-  return std::max(options.band * kFitShare, std::min(options.band * kMostFitShare, kFinest));
+  return std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest));
 }
 
 class Outliner {

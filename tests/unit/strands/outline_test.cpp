@@ -130,8 +130,8 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
   for (const Shape shape :
        {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal, Shape::Star})
     for (const int order : {2, 3, 4, 6}) {
-      // On the finer grid most samples are left out.
-      const bool isFine = shape == Shape::Hexagonal && order == 4;
+      // On the finer grids most samples are left out, or lie far apart for their bends.
+      const bool isFine = (shape == Shape::Hexagonal || shape == Shape::Octagonal) && order == 4;
       const Drawn drawn(shape, isFine ? 9 : 3, isFine ? 8 : 2, order, 0.4);
       const std::vector<BandLoop> loops = bandLoops(drawn.knot.curve, drawn.view);
       OutlineOptions options;
