@@ -95,7 +95,7 @@ class TouchSearch {
                   (isFirst ? from : to).isOver, isFirst};
     const int one = std::min(from.crossing, to.crossing);
     for (const Arc& o : arcs_[one])
-      if (o.to == arc.to && o.isOver != arc.isOver)
+      if (o.to == arc.to && o.isOver != arc.isOver && !areOneBend(arc, o))
         if (const double distance = std::max(between(arc, o), between(o, arc)); distance < reach_)
           found_.clasps.push_back(
               {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), distance});
@@ -104,6 +104,17 @@ class TouchSearch {
         o = arc;
         break;
       }
+  }
+  /// Whether a line comes back to itself at once: neither of its legs can end for the other one.
+  bool areOneBend(const Arc& a, const Arc& b) const {
+    if (a.loop != b.loop) return false;
+    const BandLoop& loop = loops_[a.loop];
+    const double size = loop.size(), on = loop.wrapped(b.begin - a.end), back = loop.wrapped(a.begin - b.end);
+    const double from = on < back ? a.end : b.end;
+    double way = 0;
+    for (int i = 0; i < std::min(std::min(on, back), size); ++i)
+      way += lengthOf(loop.point(static_cast<int>(from) + i + 1) - loop.point(static_cast<int>(from) + i));
+    return way < kOneBend * reach_;
   }
   double between(const Arc& a, const Arc& b) const {
     BandLoop other = loops_[b.loop];
