@@ -79,7 +79,8 @@ void addFolds(CheckLines& lines, const ModelCheck& check, const Words& words) {
             ? tr("{1}; {2} sides turn inwards in tight bends, first at {3}", what, verdict.folds, place)
             : tr("{1}; but {2} sides turn inwards in tight bends, first at {3}", what, verdict.folds, place);
   }
-  if (verdict.overlap.found || verdict.folds > 0) what = tr("{1} (--solid heals it)", what);
+  if (verdict.overlap.found || verdict.folds > 0)
+    what = tr("{1}; fusing the strands to one body heals it", what);
   lines.emplace_back("overlap", what);
 }
 

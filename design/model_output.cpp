@@ -102,7 +102,7 @@ Status writeTubes(const ExportFormat& format, const OutputJob& job, Sink& sink) 
     const Verdict verdict = inspectModel(job.knot, job.document.fields, model);
     tellPieces(job, verdict.pieces, {verdict.pieces, verdict.crossings, verdict.touching});
     if (verdict.folds > 0 || verdict.overlap.found)
-      job.note(tr("the model overlaps itself; --solid heals it"));
+      job.note(tr("the model overlaps itself; fusing the strands to one body heals it"));
   }
   return writeWith(format, job, *texts, model, *millimetres, nullptr, sink);
 }

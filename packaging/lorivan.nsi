@@ -3,7 +3,7 @@
 ;   TREE its folder   REMOVE a file with the commands that remove it   OUTPUT   ICON   PICTURE, 164 x 314 pixels
 ; Switches: /S silent, /PATH adds the command line to the search path, /D=FOLDER (last, without quotes); of the
 ; uninstaller: /S, /SETTINGS removes the user's settings as well. Exit status: 0 done, 1 cancelled, 2 failed, 3 refused
-; because the program runs.
+; because the program runs. It speaks the language of the user's system, English where that is neither of the two.
 Unicode true
 Target amd64-unicode
 ManifestDPIAware true
@@ -23,11 +23,6 @@ InstallDir "$LOCALAPPDATA\Programs\Lorivan"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 
 VIProductVersion "${NUMBERS}"
-VIAddVersionKey "ProductName" "Lorivan"
-VIAddVersionKey "ProductVersion" "${VERSION}"
-VIAddVersionKey "FileVersion" "${VERSION}"
-VIAddVersionKey "FileDescription" "Installs Lorivan, a designer of interlaced knots"
-VIAddVersionKey "LegalCopyright" "The authors of Lorivan"
 
 !include MUI2.nsh
 !include FileFunc.nsh
@@ -45,7 +40,36 @@ VIAddVersionKey "LegalCopyright" "The authors of Lorivan"
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_COMPONENTS
 !insertmacro MUI_UNPAGE_INSTFILES
-!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "English" ; the first one speaks to everybody else
+!insertmacro MUI_LANGUAGE "German"
+
+!macro VersionKeys language description authors
+  VIAddVersionKey /LANG=${language} "ProductName" "Lorivan"
+  VIAddVersionKey /LANG=${language} "ProductVersion" "${VERSION}"
+  VIAddVersionKey /LANG=${language} "FileVersion" "${VERSION}"
+  VIAddVersionKey /LANG=${language} "FileDescription" "${description}"
+  VIAddVersionKey /LANG=${language} "LegalCopyright" "${authors}"
+!macroend
+!insertmacro VersionKeys ${LANG_ENGLISH} "Installs Lorivan, a designer of interlaced knots" "The authors of Lorivan"
+!insertmacro VersionKeys ${LANG_GERMAN} "Installiert Lorivan, ein Programm für Flechtknoten" "Die Autoren von Lorivan"
+
+!macro Text name english german
+  LangString ${name} ${LANG_ENGLISH} "${english}"
+  LangString ${name} ${LANG_GERMAN} "${german}"
+!macroend
+!insertmacro Text Running "Lorivan is running. Close it, then try again." "Lorivan läuft noch. Bitte beenden und noch einmal versuchen."
+!insertmacro Text NotRemoved "The version that is installed could not be removed." "Die installierte Version konnte nicht entfernt werden."
+!insertmacro Text NotWritten "The files could not be written to $INSTDIR." "Die Dateien konnten nicht nach $INSTDIR geschrieben werden."
+!insertmacro Text NoPath "The search path could not be changed." "Der Suchpfad konnte nicht geändert werden."
+!insertmacro Text KnotType "Lorivan knot" "Lorivan-Knoten"
+!insertmacro Text ShapeType "Lorivan shape" "Lorivan-Form"
+!insertmacro Text NamePath "Command line" "Befehlszeile"
+!insertmacro Text NameSettings "Settings and unsaved work" "Einstellungen, Kopien"
+!insertmacro Text AboutMain "The program, its help and examples, and an entry in the start menu. Knot files (.qzd) and shape files (.qzc) open with a double click." "Das Programm mit Hilfe und Beispielen und ein Eintrag im Startmenü. Knotendateien (.qzd) und Formdateien (.qzc) öffnen sich mit einem Doppelklick."
+!insertmacro Text AboutPath "Adds the folder to your search path: a command prompt knows lorivan wherever you are. Prompts that are open already do not." "Nimmt den Ordner in Ihren Suchpfad auf: Jede neue Eingabeaufforderung kennt lorivan in jedem Ordner; bereits geöffnete kennen es noch nicht."
+!insertmacro Text AboutUnMain "Everything that was installed. Files of your own stay, also those in the program's folder." "Alles, was installiert wurde. Ihre eigenen Dateien bleiben, auch die im Ordner des Programms."
+!insertmacro Text AboutUnSettings "The window's fields, colours and recent files, the knot shown last, and copies of unsaved work." "Felder, Farben und zuletzt geöffnete Dateien des Fensters, der zuletzt gezeigte Knoten und Kopien ungesicherter Arbeit."
+!insertmacro Text AboutLink "Design interlaced knots in two and three dimensions" "Flechtknoten in zwei und drei Dimensionen entwerfen"
 
 Var Old        ; folder of the version that is installed already, or empty
 Var Template   ; "kept" when the template for POV-Ray scenes is the user's own
@@ -68,7 +92,7 @@ Function ${un}RefuseWhileRunning
     ${Next}
     Return
   busy:
-    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "Lorivan is running. Close it, then try again." /SD IDCANCEL IDRETRY again
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(Running)" /SD IDCANCEL IDRETRY again
     SetErrorLevel ${RUNNING}
     Quit
 FunctionEnd
@@ -132,7 +156,7 @@ Section "Lorivan" Main
     ExecWait '"$Old\uninstall.exe" /S /UPGRADE _?=$Old' $0
     ${If} ${Errors}
     ${OrIf} $0 <> 0
-      !insertmacro Fail "The version that is installed could not be removed."
+      !insertmacro Fail "$(NotRemoved)"
     ${EndIf}
     Delete "$Old\uninstall.exe"
     RMDir "$Old"
@@ -151,7 +175,7 @@ Section "Lorivan" Main
   File /r /x povinit.txt "${TREE}/*"
   WriteUninstaller "$INSTDIR\uninstall.exe"
   ${If} ${Errors}
-    !insertmacro Fail "The files could not be written to $INSTDIR."
+    !insertmacro Fail "$(NotWritten)"
   ${EndIf}
 
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Lorivan"
@@ -169,8 +193,8 @@ Section "Lorivan" Main
     WriteRegStr HKCU "${UNINSTALL}" "Template" "$2"
   ${EndIf}
 
-  !insertmacro Associate ".qzd" "Lorivan.Knot" "Lorivan knot" 2
-  !insertmacro Associate ".qzc" "Lorivan.Shape" "Lorivan shape" 3
+  !insertmacro Associate ".qzd" "Lorivan.Knot" "$(KnotType)" 2
+  !insertmacro Associate ".qzc" "Lorivan.Shape" "$(ShapeType)" 3
   WriteRegStr HKCU "${CLASSES}\Applications\lorivan.exe" "FriendlyAppName" "Lorivan"
   WriteRegStr HKCU "${CLASSES}\Applications\lorivan.exe\shell\open\command" "" '"$INSTDIR\lorivan.exe" "%1"'
   !macro Supported extension
@@ -187,23 +211,21 @@ Section "Lorivan" Main
   !insertmacro TellDesktop
 
   SetOutPath "$DOCUMENTS" ; where the program starts
-  CreateShortCut "$SMPROGRAMS\Lorivan.lnk" "$INSTDIR\lorivan.exe"
+  CreateShortCut "$SMPROGRAMS\Lorivan.lnk" "$INSTDIR\lorivan.exe" "" "" "" "" "" "$(AboutLink)"
 SectionEnd
 
-Section /o "Command line" Path
+Section /o "$(NamePath)" Path
   ClearErrors
   ExecWait '"$INSTDIR\lorivan.exe" --search-path add' $0
   ${If} ${Errors}
   ${OrIf} $0 <> 0
-    MessageBox MB_OK|MB_ICONEXCLAMATION "The search path could not be changed." /SD IDOK
+    MessageBox MB_OK|MB_ICONEXCLAMATION "$(NoPath)" /SD IDOK
     SetErrorLevel ${FAILED}
   ${Else}
     WriteRegDWORD HKCU "${UNINSTALL}" "OnPath" 1
   ${EndIf}
 SectionEnd
 
-LangString AboutMain ${LANG_ENGLISH} "The program, its help and examples, and an entry in the start menu. Knot files (.qzd) and shape files (.qzc) open with a double click."
-LangString AboutPath ${LANG_ENGLISH} "Adds the folder to your search path: a command prompt knows lorivan wherever you are. Prompts that are open already do not."
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${Main} $(AboutMain)
   !insertmacro MUI_DESCRIPTION_TEXT ${Path} $(AboutPath)
@@ -258,7 +280,7 @@ Section "un.Lorivan" UnMain
   ${EndIf}
 SectionEnd
 
-Section /o "un.Settings and unsaved work" UnSettings
+Section /o "un.$(NameSettings)" UnSettings
   DeleteRegKey HKCU "Software\Lorivan"
   ; By name: the program may have been installed into this folder, beside files of the user's own.
   Delete "$LOCALAPPDATA\Lorivan\last.qzd"
@@ -267,8 +289,6 @@ Section /o "un.Settings and unsaved work" UnSettings
   RMDir "$LOCALAPPDATA\Lorivan"
 SectionEnd
 
-LangString AboutUnMain ${LANG_ENGLISH} "Everything that was installed. Files of your own stay, also those in the program's folder."
-LangString AboutUnSettings ${LANG_ENGLISH} "The window's fields, colours and recent files, the knot shown last, and copies of unsaved work."
 !insertmacro MUI_UNFUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${UnMain} $(AboutUnMain)
   !insertmacro MUI_DESCRIPTION_TEXT ${UnSettings} $(AboutUnSettings)

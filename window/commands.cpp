@@ -269,11 +269,11 @@ constexpr auto kCommandRows = std::to_array<CommandRow>({
     styleRow<4>("mnuStyle4"), styleRow<5>("mnuStyle5"), styleRow<6>("mnuStyle6"), styleRow<7>("mnuStyle7"),
     styleRow<8>("mnuStyle8"), styleRow<9>("mnuStyle9"), styleRow<10>("mnuStyle10"),
 
-    {"mnuHelpHelp", kHelp, "How to &use Lorivan", "F1", [](Handlers& h) { h.showHelp("help/index.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
-    {"mnuHelpCustom", kHelp, "&Custom knots", "", [](Handlers& h) { h.showHelp("help/custom.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
-    {"mnuHelp3D", kHelp, "How to work in &3D", "", [](Handlers& h) { h.showHelp("help/3d.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
-    {"mnuHelpFAQ", kHelp, "&Frequently Asked Questions", "", [](Handlers& h) { h.showHelp("help/faq.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
-    {"mnuHelpAbout", kHelp, "&About", "", [](Handlers& h) { h.showHelp("help/about.html"); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
+    {"mnuHelpHelp", kHelp, "How to &use Lorivan", "F1", [](Handlers& h) { h.showHelp("index.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpCustom", kHelp, "&Custom knots", "", [](Handlers& h) { h.showHelp("custom.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelp3D", kHelp, "How to work in &3D", "", [](Handlers& h) { h.showHelp("3d.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpFAQ", kHelp, "&Frequently Asked Questions", "", [](Handlers& h) { h.showHelp("faq.html"); }, nullptr, nullptr, nullptr, false, kDuringWork},
+    {"mnuHelpAbout", kHelp, "&About", "", [](Handlers& h) { h.showHelp("about.html"); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
 });
 // clang-format on
 

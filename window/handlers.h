@@ -164,6 +164,7 @@ class Handlers {
   void takeOutline(const std::string& name, FittedOutline&& fitted, const std::string& path);
   void fillRegion(PointF at);
   bool saveKnot(const std::string& path);
+  std::string knotName() const;
   bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
   Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);

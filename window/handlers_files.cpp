@@ -10,6 +10,7 @@
 #include "design/source.h"
 #include "export/formats.h"
 #include "window/handlers.h"
+#include "window/languages.h"
 
 namespace lorivan {
 namespace {
@@ -39,14 +40,16 @@ bool Handlers::mnuFileSave_Click() {
   return extensionOf(path) == kKnotFileExtension ? saveKnot(path) : saveAs();
 }
 
-/// Proposes the open file's name, or the shape's.
-bool Handlers::mnuFileSaveAs_Click() {
+/// The open file's name without its extension, or the shape's; without brackets.
+std::string Handlers::knotName() const {
   std::string name(fileNameOf(bench_.session.path()));
   name = name.substr(0, name.rfind('.'));
   if (name.empty()) name = shapeName(bench_.document().fields.shape);
   std::erase_if(name, [](char c) { return c == '(' || c == ')'; });
-  return saveAs(name + '.' + std::string(kKnotFileExtension));
+  return name;
 }
+
+bool Handlers::mnuFileSaveAs_Click() { return saveAs(knotName() + '.' + std::string(kKnotFileExtension)); }
 
 bool Handlers::saveAs(const std::string& proposed) {
   FileQuestion question = knotQuestion(tr("Saving knot configuration - Enter your Lorivan file name"));
@@ -141,8 +144,11 @@ void Handlers::remember(const std::string& path) {
   bench_.sortOut();
 }
 
+/// In the window's language; the English pages lie above the others.
 void Handlers::showHelp(std::string_view page) {
-  if (const Status opened = bench_.platform.help().open(std::string(page)); !opened)
+  const bool english = bench_.spoken == languages().front().code;
+  const std::string folder = english ? "help/" : "help/" + bench_.spoken + '/';
+  if (const Status opened = bench_.platform.help().open(folder + std::string(page)); !opened)
     bench_.status(opened.error().message);
 }
 

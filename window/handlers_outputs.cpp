@@ -45,7 +45,7 @@ void Handlers::mnuFileSaveBMP_Click() {
   const bool sheet = bench_.picture() == Picture::variations;
   const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
-      bench_.files.NewFname(solid ? "3D-Knot BMP" : "2D-Knot BMP", "bmp", pictureFilters(curves));
+      bench_.files.NewFname(solid ? tr("3D-Knot BMP") : tr("2D-Knot BMP"), "bmp", pictureFilters(curves));
   if (path.empty()) return;
   // The mark is for choosing only.
   if (sheet) bench_.variations.setPlain(true);

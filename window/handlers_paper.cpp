@@ -38,13 +38,13 @@ void Handlers::mnuFilePrint_Click() {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   const OutputJob job = outputJob(colours);
   PrintedSize size;
-  const auto printed =
-      bench_.window.print({titleOf(job.document), printsLandscape(job)}, [&](PrintPage& page) -> Status {
-        const auto drawn = printKnot(job, page);
-        if (!drawn) return drawn.error();
-        size = *drawn;
-        return {};
-      });
+  const auto printed = bench_.window.print({tr("Knot, {1}", knotName()), printsLandscape(job)},
+                                           [&](PrintPage& page) -> Status {
+                                             const auto drawn = printKnot(job, page);
+                                             if (!drawn) return drawn.error();
+                                             size = *drawn;
+                                             return {};
+                                           });
   if (!printed) return bench_.status(tr("Nothing was printed: {1}", printed.error().message));
   if (*printed)
     bench_.status(size.whole

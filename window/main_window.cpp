@@ -9,7 +9,6 @@
 #include "base/texts.h"
 #include "design/document_text.h"
 #include "design/welcome.h"
-#include "window/captions.h"
 #include "window/control_handlers.h"
 #include "window/languages.h"
 #include "window/preferences.h"
@@ -39,7 +38,7 @@ MainWindow::MainWindow(Platform& platform, MainWindowOptions options)
     : platform_(platform), options_(std::move(options)) {}
 
 Status MainWindow::open() {
-  chooseLanguage();
+  const std::string language = chooseLanguage();
   events_ = makeEvents();
   tables_ = std::make_unique<ShownTables>();
   auto made = platform_.createWindow({tables_->controls(), tables_->commands(), "Lorivan"}, events_);
@@ -48,6 +47,7 @@ Status MainWindow::open() {
   tooSmall_ = screenTooSmall();
   if (tooSmall_) return {};
   bench_ = std::make_unique<Workbench>(platform_, *window_, floor(), options_);
+  bench_->spoken = language;
   handlers_ = std::make_unique<Handlers>(*bench_);
   window_->setVisible(controlId("Check1"), options_.stepDisplay);
   window_->setChecked(controlId("Check1"), options_.stepDisplay);
@@ -61,10 +61,11 @@ Status MainWindow::open() {
 }
 
 /// All texts are made in it from here on.
-void MainWindow::chooseLanguage() {
+std::string MainWindow::chooseLanguage() {
   const std::string_view code = languageFor(languageSetting(platform_.settings()), platform_.language());
   speak(textsOf(code));
   platform_.setLanguage(code);
+  return std::string(code);
 }
 
 Document MainWindow::floor() const {
@@ -201,7 +202,7 @@ void MainWindow::onConfirmed(Param p) {
 }
 
 void MainWindow::onClicked(ControlId control) {
-  if (control == controlId("cmd2D") && window_->text(control) == stopCaption()) return bench_->actions.stop();
+  if (control == controlId("cmd2D") && bench_->actions.animating()) return bench_->actions.stop();
   bench_->actions.act([this, control] {
     bench_->confirmPending(true);
     if (window_->enabled(control)) runControl(control, *handlers_);

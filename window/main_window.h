@@ -28,7 +28,7 @@ class MainWindow {
   Handlers& handlers() { return *handlers_; }
 
  private:
-  void chooseLanguage();
+  std::string chooseLanguage();
   WindowEvents makeEvents();
   void fieldEvents(WindowEvents& events);
   void onStarted();

@@ -165,6 +165,7 @@ class Workbench {
   Rnd random;
   bool drawAtOnce = true;
   std::string language;       // code of the one chosen for the next start; empty: the system's
+  std::string spoken = "en";  // code of the one that the window speaks
   OutputOptions saveOptions;  // of files that are saved from the window
   std::vector<std::string> recentFiles;
 

@@ -50,7 +50,7 @@ bool Workbench::drawKnot(bool asked, bool modelAsked) {
   if (!document().lines) return false;
   const ActionQueue::Working working(actions);
   const bool animated = asked && document().fields.check(Check::Animate);
-  const Caption caption(window, controlId("cmd2D"), animated ? stopCaption() : waitCaption());
+  const Caption caption(window, controlId("cmd2D"), waitCaption());
   if (!trace(asked)) return false;
   if (stages_.strands() != std::exchange(markedStrands_, stages_.strands())) markStrand(0);
   if (animated) {
@@ -93,6 +93,7 @@ TraceWatcher Workbench::stepWatcher() {
 
 /// Draws the knot as an animation. False when the window was closed meanwhile.
 bool Workbench::play() {
+  const Caption caption(window, controlId("cmd2D"), stopCaption());
   flat.startAnimation(document(), knot());
   status(tr("{1}; Stop or Esc ends the drawing", knotSummary(knot())));
   drawn_ = true;

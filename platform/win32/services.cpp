@@ -182,9 +182,11 @@ Status BrowserHelp::open(const std::string& page) {
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES)
     return unreadable("Help is missing: there is no {1}", narrow(path));
   const std::wstring browser = browserFor(L".html"), url = fileUrl(path);
-  if (cut == std::string::npos || browser.empty() || url.empty()) return shellOpen(path, L"");
+  const bool bare = cut == std::string::npos || browser.empty() || url.empty();
   // The shell drops a topic behind a file's name, the browser itself takes it.
-  return shellOpen(browser, L"\"" + url + widen(page.substr(cut)) + L"\"");
+  const Status opened =
+      bare ? shellOpen(path, L"") : shellOpen(browser, L"\"" + url + widen(page.substr(cut)) + L"\"");
+  return opened ? opened : unwritable("No browser could be started to show {1}", narrow(path));
 }
 
 std::string userLanguage() {

@@ -208,7 +208,7 @@ expect 5 "too large" --random 1..2 --sheet --width 2000000000 -o huge.svg
 expect 5 "too small" --outline --mm 0.01 -o tiny.dxf
 expect 4 "make it less fine" --relief --width 4000 -o fine.stl
 
-expect 0 "overlaps itself; --solid heals it" --set vtPolyRadius=10 --set vtXNo=6 --set vtYNo=4 -o thick.stl
+expect 0 "overlaps itself; fusing the strands to one body heals it" --set vtPolyRadius=10 --set vtXNo=6 --set vtYNo=4 -o thick.stl
 expect 0 "" -o thin.stl
 grep -q overlaps err.txt && fault "tubes that are apart overlap"
 

@@ -61,9 +61,10 @@ std::string shapeMatches() {
   return Pattern().add(text.substr(0, text.find('\n') + 1)).match(0);
 }
 
-std::string type(const std::string& name, const std::string& comment, std::string_view extension,
-                 const std::string& matches) {
+std::string type(const std::string& name, const std::string& comment, const std::string& german,
+                 std::string_view extension, const std::string& matches) {
   return "<mime-type type=\"application/x-lorivan-" + name + "\">\n<comment>" + comment +
+         "</comment>\n<comment xml:lang=\"de\">" + german +
          "</comment>\n<icon name=\"application-x-lorivan-" + name +
          "\"/>\n<sub-class-of type=\"text/plain\"/>\n<magic priority=\"60\">\n" + matches +
          "</magic>\n<glob pattern=\"*." + std::string(extension) + "\"/>\n</mime-type>\n";
@@ -75,8 +76,9 @@ std::string fileTypes() {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          "<!-- Written by lorivan_package_texts from the program's tables; do not edit. -->\n"
          "<mime-info xmlns=\"http://www.freedesktop.org/standards/shared-mime-info\">\n" +
-         type("knot", "Lorivan knot", "qzd", knotMatches()) +
-         type("shape", "Lorivan shape", kShapeFileExtension, shapeMatches()) + "</mime-info>\n";
+         type("knot", "Lorivan knot", "Lorivan-Knoten", "qzd", knotMatches()) +
+         type("shape", "Lorivan shape", "Lorivan-Form", kShapeFileExtension, shapeMatches()) +
+         "</mime-info>\n";
 }
 
 }  // namespace lorivan

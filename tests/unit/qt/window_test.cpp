@@ -102,7 +102,7 @@ TEST_F(WindowQtTest, NoTextIsCutAtAnySizeInAnyLanguage) {
     const ShownTables tables;
     open(tables.controls());
     const int usual = find("vtXNo")->font().pixelSize();
-    for (const QSize size : {frame_->size(), QSize(1600, 1000), QSize(2500, 1400)}) {
+    for (const QSize size : {frame_->minimumSize(), frame_->size(), QSize(1600, 1000), QSize(2500, 1400)}) {
       frame_->resize(size);
       expectNothingIsCut(tables.controls());
     }

@@ -54,6 +54,15 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   EXPECT_EQ(w->status(), file + " konnte nicht geladen werden: Zeile 2: hat weniger als drei Werte");
 }
 
+TEST_F(LanguageTest, ReachesHelpFileNamesAndTypes) {
+  startIn("de");
+  pick("mnuHelp3D");
+  EXPECT_EQ(platform.help().pages.back(), "help/de/3d.html");
+  pickFile("mnuFileSaveBMP", "");
+  EXPECT_EQ(lastAsked().file.title + '|' + lastAsked().file.filterLabel,
+            "Speichern: Name der Datei (2D-Knoten-BMP)|2D-Knoten-BMP-Dateien");
+}
+
 TEST_F(LanguageTest, HasItsLettersInPicturesToo) {
   for (const auto& [letter, plain] :
        {std::pair{"ä", "a"}, {"ö", "o"}, {"ü", "u"}, {"Ä", "A"}, {"Ö", "O"}, {"Ü", "U"}})

@@ -183,6 +183,18 @@ TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
   EXPECT_EQ(pixels(kSolid), plain) << "marks go with the next build";
 }
 
+TEST_F(ModelTest, WhatOverlapsIsToldWithoutOptionsOfTheCommandLine) {
+  startSolid();
+  enterAll({{Param::PolyRadius, "10"}, {Param::XNo, "6"}});
+  click("cmd2D");
+  platform.dialogs.answerInput("80");
+  platform.dialogs.answerMessage();
+  pick("mnuViewCheckModel");
+  const std::string& told = lastAsked().text;
+  EXPECT_NE(told.find("; fusing the strands to one body heals it"), std::string::npos) << told;
+  EXPECT_EQ(told.find("--"), std::string::npos) << told;
+}
+
 TEST_F(ModelTest, FitRadiusIsOneStep) {
   startSolid();
   const std::string before = text(Param::PolyRadius);
