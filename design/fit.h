@@ -32,7 +32,8 @@ std::optional<double> leastCrossingDistance(const Knot& knot);
 std::optional<double> drawnRoom(const Knot& knot);
 
 /// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings, or, with
-/// one edge for both, than that between bands that lie beside each other as at a wall; 0 while there are gaps.
+/// one edge for both, than that between bands that lie beside each other as at a wall; 0 while there are
+/// gaps.
 double bandOverlap(const Document& document, const Knot& knot);
 
 }  // namespace lorivan

@@ -18,9 +18,9 @@ constexpr double kSpur = 12;              // tolerances that a border may go on 
 constexpr double kExact = 1e-6;           // pixels that copies of one point may lie apart
 constexpr std::size_t kUsualPoints = 64;  // of a piece
 constexpr double kPastSide = 1.15;        // of half a band, to where the middle between two bands is followed
-constexpr double kFarBeside = 3;          // times the width that is covered: no band lies further beside another
-constexpr int kMiddleSteps = 24;          // towards a point of that middle; each one about halves what is left
-constexpr double kSmooth = 0.94;          // cosine of the turn from which on there is a corner
+constexpr double kFarBeside = 3;  // times the width that is covered: no band lies further beside another
+constexpr int kMiddleSteps = 24;  // towards a point of that middle; each one about halves what is left
+constexpr double kSmooth = 0.94;  // cosine of the turn from which on there is a corner
 
 struct Chord {
   Chord(Vec a, Vec b) : from(a), way(b - a), inverse(dot(way, way) > 0 ? 1 / dot(way, way) : 0) {}
@@ -254,8 +254,8 @@ class BandClipper {
     lines_.push_back({{limit.at - way, limit.along}, {limit.at + way, limit.along}, curves_++, lastCover()});
   }
 
-  /// Where a band ends beside the one that was added last: as far from the middle between both centre lines as
-  /// half an edge is wide.
+  /// Where a band ends beside the one that was added last: as far from the middle between both centre lines
+  /// as half an edge is wide.
   void addMiddle(const std::vector<LinePoint>& points) {
     const CentreLine& other = covers_.back().line;
     const auto far = [&](Vec p) { return other.distance(p, kFarBeside * clear_); };
@@ -282,8 +282,7 @@ class BandClipper {
     const Vec out = quarter(p.along) * side;
     const double edge = clear_ - half_;
     for (int step = 0; step < kMiddleSteps; ++step) {
-      const double missing =
-          covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
+      const double missing = covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
       if (std::fabs(missing) < tolerance_ / 50) break;
       way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
     }
@@ -301,8 +300,7 @@ class BandClipper {
     for (std::size_t i = 0; n > 1 && i < n; ++i)
       along.push_back(unit(points[std::min(i + 1, n - 1)].at - points[i > 0 ? i - 1 : 0].at));
     for (std::size_t i = 0; i + 1 < n; ++i)
-      lines_.push_back(
-          {{points[i].at, along[i]}, {points[i + 1].at, along[i + 1]}, curves_, lastCover()});
+      lines_.push_back({{points[i].at, along[i]}, {points[i + 1].at, along[i + 1]}, curves_, lastCover()});
     if (n > 1) ++curves_;
     points.clear();
   }

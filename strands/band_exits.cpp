@@ -8,15 +8,15 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;    // cosine of the turn from which on a covering band may come back
-constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
+constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
+constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
-constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
+constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
 /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
 bool isTight(const BandLoop& band, int i, double distance) {
@@ -53,7 +53,8 @@ Vec middleOf(const BandLoop& loop, double from, double to) {
 
 /// The line between two crossings of the same two lines, through the middles of both: near the tip of a bend
 /// each leg keeps its own side. quarter() points to the second crossing.
-LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop& b, double fromB, double toB) {
+LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop& b, double fromB,
+                     double toB) {
   const Vec here = a.spot(fromA).at, there = a.spot(toA).at, across = there - here;
   const Vec one = middleOf(a, fromA, toA), two = middleOf(b, fromB, toB);
   LinePoint line{(one + two) * 0.5, unit(two - one)};
@@ -195,7 +196,8 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
-    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
+    if (o.under == c.over && &o != &c)
+      most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;

@@ -25,7 +25,7 @@ struct BandExit {
 struct BandEnd {
   BandExit side[2];
   const BandCrossing* crossing = nullptr;
-  BandLoop over;        // that lies there
+  BandLoop over;  // that lies there
   /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
   /// quarter() points away from here.
   std::optional<LinePoint> limit = {};
@@ -89,9 +89,9 @@ class BandExits {
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
-  std::vector<BandLoop> moved_;                          // upper loops of a wrapped knot, by crossing
-  std::vector<std::vector<double>> ways_;                // places of a loop's crossings, over and under
-  std::vector<char> mayReturn_;                          // of each crossing
+  std::vector<BandLoop> moved_;            // upper loops of a wrapped knot, by crossing
+  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<char> mayReturn_;            // of each crossing
   std::vector<std::pair<std::size_t, std::size_t>> rivals_;
   std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };

@@ -60,6 +60,7 @@ class Outliner {
       while (at < crossings.size() && crossings[at].under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), begin, at));
     }
+    outlines.lost = lost_;
     return outlines;
   }
 
@@ -268,6 +269,7 @@ class Outliner {
       cut(piece, begin, end, besides, made);
     else
       plain(band, begin, end, made);
+    lost_ += made.stretches.size() == before;
     if (options_.centres && made.stretches.size() > before)
       made.stretches[before].centre = centreLine(band, (begin.side[0].place + begin.side[1].place) / 2,
                                                  (end.side[0].place + end.side[1].place) / 2);
@@ -365,8 +367,8 @@ class Outliner {
     return besides;
   }
 
-  /// A stretch with ends that are not plain, or another band beside it. It is cut by distances, with as much of
-  /// the bands as is near. False where that did not succeed.
+  /// A stretch with ends that are not plain, or another band beside it. It is cut by distances, with as much
+  /// of the bands as is near. False where that did not succeed.
   bool clipped(const BandPiece& piece, const std::vector<BandCover>& covers,
                const std::vector<BandBeside>& besides, StrandOutline& made) {
     auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_);
@@ -396,9 +398,9 @@ class Outliner {
   BandExits exits_;
   BandTouches touches_;
   std::vector<std::vector<BandBeside>> beside_;  // of each loop
-  std::vector<BandEnd> back_, on_;  // of each crossing
+  std::vector<BandEnd> back_, on_;               // of each crossing
   OffsetSide line_, edge_;
-  int clipped_ = 0, crowded_ = 0;
+  int clipped_ = 0, crowded_ = 0, lost_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

@@ -14,8 +14,9 @@ constexpr double kStep = 0.25;        // of the reach along a line that is follo
 constexpr double kApart = 0.6;        // of the reach between two places that are compared
 constexpr int kMostCompared = 24;     // places of a way
 constexpr double kMet = 0.1;          // of the reach: lines that come as near cross
-constexpr int kEyeParts = 12;  // of lines that cross twice, between which their distance is measured
-constexpr int kRounds = 4;           // towards the nearest places of two lines
+constexpr int kEyeParts = 12;         // of lines that cross twice, between which their distance is measured
+constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
+constexpr int kRounds = 4;            // towards the nearest places of two lines
 constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
 constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
 constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
@@ -60,7 +61,7 @@ class TouchSearch {
   struct Arc {
     int to = -1, loop = 0;
     double begin = 0, end = 0;
-    bool isOver = false;  // at the crossing of the smaller number
+    bool isOver = false;   // at the crossing of the smaller number
     bool fromOne = false;  // whether it begins there
   };
 
@@ -92,7 +93,7 @@ class TouchSearch {
     if (from.crossing < 0 || from.crossing == to.crossing || from.isOver == to.isOver) return;
     const bool isFirst = from.crossing < to.crossing;
     const Arc arc{std::max(from.crossing, to.crossing), number, from.place, to.place,
-                  (isFirst ? from : to).isOver, isFirst};
+                  (isFirst ? from : to).isOver,         isFirst};
     const int one = std::min(from.crossing, to.crossing);
     for (const Arc& o : arcs_[one])
       if (o.to == arc.to && o.isOver != arc.isOver && !areOneBend(arc, o))
@@ -208,15 +209,17 @@ class TouchSearch {
     const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
     cells_.reserve(ways_.size());
     for (const Box& b : boxes_)
-      cells_.push_back({static_cast<int>((b.left - all.left) / size), static_cast<int>((b.top - all.top) / size),
-                        static_cast<int>((b.right - all.left) / size),
-                        static_cast<int>((b.bottom - all.top) / size)});
+      cells_.push_back(
+          {static_cast<int>((b.left - all.left) / size), static_cast<int>((b.top - all.top) / size),
+           static_cast<int>((b.right - all.left) / size), static_cast<int>((b.bottom - all.top) / size)});
     starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
-    for (std::size_t i = 0; i < ways_.size(); ++i) eachCell(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
+    for (std::size_t i = 0; i < ways_.size(); ++i)
+      eachCell(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     entries_.resize(starts_.back());
     std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
-    for (std::size_t i = 0; i < ways_.size(); ++i) eachCell(i, [&](std::size_t cell) { entries_[next[cell]++] = i; });
+    for (std::size_t i = 0; i < ways_.size(); ++i)
+      eachCell(i, [&](std::size_t cell) { entries_[next[cell]++] = i; });
   }
 
   template <class Use>
@@ -226,7 +229,8 @@ class TouchSearch {
       for (int column = column0; column <= column1; ++column) use(cellAt(column, row));
   }
   std::size_t cellAt(int column, int row) const {
-    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column);
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+           static_cast<std::size_t>(column);
   }
 
   /// Compares two ways in the first cell that both touch, and only there.
@@ -248,7 +252,8 @@ class TouchSearch {
 
   /// Whether two ways that begin at one joint lead apart from there on.
   static bool spread(const Way& a, const Way& b) {
-    const bool fromBegin = a.begin == b.begin || a.begin == b.end, fromEnd = a.end == b.begin || a.end == b.end;
+    const bool fromBegin = a.begin == b.begin || a.begin == b.end,
+               fromEnd = a.end == b.begin || a.end == b.end;
     if (fromBegin == fromEnd) return false;
     const Vec one = fromBegin ? a.along : a.along * -1;
     const Vec two = (fromBegin ? a.begin : a.end) == b.begin ? b.along : b.along * -1;
@@ -289,19 +294,22 @@ class TouchSearch {
     for (std::size_t i = 0; i < p.size(); ++i)
       for (std::size_t k = 0; k < q.size(); ++k) {
         const double here = square(i, k);
-        if (here > most || (i > 0 && square(i - 1, k) < here) || (i + 1 < p.size() && square(i + 1, k) < here) ||
-            (k > 0 && square(i, k - 1) < here) || (k + 1 < q.size() && square(i, k + 1) < here))
+        if (here > most || (i > 0 && square(i - 1, k) < here) ||
+            (i + 1 < p.size() && square(i + 1, k) < here) || (k > 0 && square(i, k - 1) < here) ||
+            (k + 1 < q.size() && square(i, k + 1) < here))
           continue;
         const Vec apart = p[i].at - q[k].at;
+        if (dot(apart, apart) < kMet * kMet * reach_ * reach_) continue;
         if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
         follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
       }
   }
 
-  /// Whether a way's end comes nearer still on the next way; crossings do as well.
+  /// Whether a way's end comes nearer still on the next way.
   static bool leadsOn(const std::vector<Place>& places, std::size_t i, Vec apart) {
     const double climb = dot(apart, places[i].along);
-    return (i == 0 && climb >= 0) || (i + 1 == places.size() && climb <= 0);
+    const double least = kLevel * lengthOf(apart) * lengthOf(places[i].along);
+    return (i == 0 && climb > least) || (i + 1 == places.size() && climb < -least);
   }
 
   void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
@@ -313,7 +321,9 @@ class TouchSearch {
     if (least >= reach_ || isMet(a, s, b, t)) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
     for (const int sense : {-1, 1})
-      if (!walk(touch.first, s, touch.second, t, sense) || !walk(touch.second, t, touch.first, s, sense)) return;
+      if (!walk(touch.first, s, touch.second, t, sense, touch.distance) ||
+          !walk(touch.second, t, touch.first, s, sense, touch.distance))
+        return;
     if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
   }
 
@@ -332,7 +342,7 @@ class TouchSearch {
   }
 
   /// Goes on along a line until it is far from the other one; false where they meet before.
-  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense) const {
+  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
     const BandLoop &a = one.loop, &b = two.loop;
     const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
     const bool first = side();
@@ -345,7 +355,9 @@ class TouchSearch {
       if (side() != first || isMet(a, s, b, t)) return false;
       const double gone = lengthOf(at - before.at);
       way += gone;
-      far = lengthOf(b.spot(t).at - at) < reach_ ? 0 : far + gone;
+      const double apart = lengthOf(b.spot(t).at - at);
+      least = std::min(least, apart);
+      far = apart < reach_ ? 0 : far + gone;
       one.from = std::min(one.from, s);
       one.to = std::max(one.to, s);
       two.from = std::min(two.from, t);
@@ -373,8 +385,8 @@ class TouchSearch {
   Seam seam_;
   double reach_;
   std::vector<Way> ways_;
-  std::size_t copies_ = 0;                 // the number of the first one beside the seam
-  std::vector<std::array<Arc, 4>> arcs_;   // of each crossing, to crossings of larger numbers
+  std::size_t copies_ = 0;                // the number of the first one beside the seam
+  std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
   std::vector<Box> boxes_;
   std::vector<std::array<int, 4>> cells_;  // of each way: first column and row, last ones
   std::vector<std::size_t> starts_, entries_;

@@ -1,5 +1,5 @@
-// Where bands come nearer to each other than their width without crossing, as on both sides of a wall, and where
-// two of them cross twice with no room between.
+// Where bands come nearer to each other than their width without crossing, as on both sides of a wall, and
+// where two of them cross twice with no room between.
 #pragma once
 
 #include <span>
@@ -28,8 +28,8 @@ struct BandTouches {
   std::vector<BandClasp> clasps;
 };
 
-/// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the legs
-/// of one bend.
+/// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the
+/// legs of one bend.
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
                             const Seam& seam, double reach);
 

@@ -84,7 +84,7 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   drawing.outlines = options.outlines;
   BandOutlines outlines = bandOutlines(curve, view, widths);
   const Seam seam = seamOf(curve, view);
-  drawing.apart = !options.outlines || outlines.crowded == 0;
+  drawing.apart = !options.outlines || outlines.lost == 0;
   for (StrandOutline& outline : outlines.strands)
     drawing.strands.push_back(cutStrand(std::move(outline), style, options, seam, widths.grow));
   drawing.box = boxOf(drawing);
