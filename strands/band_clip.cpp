@@ -91,6 +91,9 @@ class CentreLine {
            std::ranges::any_of(boxes_, [&](const Box& box) { return box.isWithin(line, half); });
   }
 
+  /// Whether it ends where it begins, and so has no ends.
+  bool isClosed() const { return lengthOf(end_.at - begin_.at) < kExact; }
+
   /// How far away a point is, up to `most`.
   double distance(Vec p, double most) const {
     double least = most * most;
@@ -106,6 +109,7 @@ class CentreLine {
   bool isInBand(Vec p, double half) const {
     const double least = half * half;
     if (all_.squareTo(p) >= least) return false;
+    if (isClosed()) return isWithin(p, least);
     const bool isBefore = dot(p - begin_.at, begin_.along) < 0;
     const bool isBehind = dot(p - end_.at, end_.along) > 0;
     if (!isBefore && !isBehind) return isWithin(p, least);
@@ -330,6 +334,7 @@ class BandClipper {
       return LinePoint{p.at + quarter(p.along) * away, p.along};
     };
     const auto addEnd = [&](Vec from, Vec to) {
+      if (lengthOf(points.back().at - points.front().at) < kExact) return;
       if (cover >= 0 && !line_.isNear(from, to, half_)) return;
       const Vec along = unit(to - from);
       lines_.push_back({{from, along}, {to, along}, curves_, cover});

@@ -359,9 +359,12 @@ class Outliner {
       for (const double lap : {-size, 0.0, size}) {
         const double from = beside.own.from + lap, to = beside.own.to + lap;
         if (to <= piece.from || from >= piece.to) continue;
+        // Of a whole ring it is there once, though it may reach across its ends.
+        const double middle = (from + to) / 2;
+        if (piece.to - piece.from >= size && (middle < piece.from || middle >= piece.to)) continue;
         const double move = piece.loop.spot(from).at.x - beside.own.loop.spot(beside.own.from).at.x;
         BandPiece other = beside.other;
-        if (!piece.loop.isRing() || move != 0) other.loop = other.loop.moved(move);
+        other.loop = other.loop.moved(move);
         besides.push_back({{piece.loop, from, to}, other});
       }
     return besides;
