@@ -102,12 +102,11 @@ class Outliner {
     for (const BandCrossing& c : crossings) {
       back_.push_back(exits_.leave(c, -1));
       on_.push_back(exits_.leave(c, 1));
-      crowded_ += isStuck(back_.back()) || isStuck(on_.back());
+      crowded_ += back_.back().isCrowded() || on_.back().isCrowded();
       clipped_ += mustClip(back_.back()) || mustClip(on_.back());
       if (clipped_ > options_.mostClipped) return;
     }
   }
-  static bool isStuck(const BandEnd& end) { return end.isCrowded() && !end.limit; }
   static bool mustClip(const BandEnd& end) { return !end.isPlain || end.isCrowded(); }
 
   /// A good sample to begin a ring at: the one that is furthest, in samples, from any sharp bend.

@@ -49,9 +49,7 @@ struct StrandOutline {
 
 struct BandOutlines {
   std::vector<StrandOutline> strands;  // by slot
-  /// Crossings without room: the band beneath does not come out before it crosses again. Where it then lies
-  /// over the same band both change places half way and it is none.
-  int crowded = 0;
+  int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
   int lost = 0;          // stretches of which nothing is left
   bool complete = true;  // see OutlineOptions::mostClipped
 };

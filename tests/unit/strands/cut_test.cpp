@@ -84,7 +84,7 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
     }
 }
 
-TEST(CutDrawing, BandsWithoutRoomKeepTheirWidthWhereNothingOverlaps) {
+TEST(CutDrawing, BandsWithoutRoomInCornersKeepTheirWidthWhereNothingOverlaps) {
   const CutDrawing wide = CutKnot(Shape::SquareSquare, 5, 4, 30, 2).cut();
   EXPECT_TRUE(wide.apart);
   EXPECT_EQ(wide.narrowed, 1);

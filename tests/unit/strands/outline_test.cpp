@@ -346,7 +346,8 @@ TEST(BandOutlines, CrossingsWithoutRoomChangePlacesHalfWay) {
   options.band = style.innerWidth() * 1.2;
   options.outer = style.outerWidth();
   const BandOutlines outlines = bandOutlines(curve, view, options);
-  EXPECT_EQ(outlines.crowded, 0);
+  EXPECT_GT(outlines.crowded, 0);
+  EXPECT_LE(outlines.crowded, 8) << "at the four corners only";
   std::vector<BandContour> contours;
   for (const StrandOutline& strand : outlines.strands)
     for (const BandStretch& stretch : strand.stretches)
