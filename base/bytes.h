@@ -9,6 +9,13 @@
 
 namespace lorivan {
 
+/// Least byte first, or back.
+inline std::uint32_t inLittleOrder(std::uint32_t value) {
+  if constexpr (std::endian::native == std::endian::big)
+    value = value << 24 | (value << 8 & 0xFF0000) | (value >> 8 & 0xFF00) | value >> 24;
+  return value;
+}
+
 /// Writes a number at `at` and returns the end.
 inline char* putLittle16(char* at, std::uint16_t value) {
   at[0] = static_cast<char>(value & 0xFF);
@@ -16,8 +23,7 @@ inline char* putLittle16(char* at, std::uint16_t value) {
   return at + 2;
 }
 inline char* putLittle32(char* at, std::uint32_t value) {
-  if constexpr (std::endian::native == std::endian::big)
-    value = value << 24 | (value << 8 & 0xFF0000) | (value >> 8 & 0xFF00) | value >> 24;
+  value = inLittleOrder(value);
   std::memcpy(at, &value, 4);
   return at + 4;
 }
@@ -39,8 +45,8 @@ inline void appendBig32(std::string& out, std::uint32_t value) {
 /// The numbers at `at`, where so many bytes must be.
 inline std::uint32_t little32(const char* at) {
   std::uint32_t value = 0;
-  for (int i = 3; i >= 0; --i) value = value << 8 | static_cast<unsigned char>(at[i]);
-  return value;
+  std::memcpy(&value, at, 4);
+  return inLittleOrder(value);
 }
 inline std::uint32_t big32(const char* at) {
   std::uint32_t value = 0;

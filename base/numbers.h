@@ -17,23 +17,30 @@ inline constexpr float kHalfPiF = 1.5707964F;
 inline constexpr float kPiF = 3.1415927F;
 inline constexpr float kTwoPiF = 6.2831855F;
 
-/// Nearest whole number, halves to even. Does not depend on the rounding mode of the machine.
+/// Nearest whole number, halves to even, of one within the range of 64 bits. Does not depend on the rounding
+/// mode of the machine.
+inline std::int64_t nearestWhole(double x) {
+  const auto whole = static_cast<std::int64_t>(x);
+  const double rest = x - static_cast<double>(whole);  // of the sign of x
+  const bool odd = (whole & 1) != 0;
+  const bool up = rest > 0.5 || (rest == 0.5 && odd), down = rest < -0.5 || (rest == -0.5 && odd);
+  return whole + static_cast<int>(up) - static_cast<int>(down);
+}
+
+/// The same for any number.
 inline double roundHalfEven(double x) {
-  const double below = std::floor(x);
-  const double rest = x - below;
-  if (rest < 0.5) return below;
-  if (rest > 0.5) return below + 1;
-  return std::fmod(below, 2.0) == 0.0 ? below : below + 1;
+  if (!(std::fabs(x) < 0x1p52) || x == 0) return x;  // has no fraction
+  return static_cast<double>(nearestWhole(x));
 }
 
 /// Rounds half to even into an integer type; values past its range stop at the range's ends, NaN gives 0.
 template <class Int>
 Int roundTo(double x) {
+  constexpr Int least = std::numeric_limits<Int>::min(), most = std::numeric_limits<Int>::max();
+  if (x > static_cast<double>(least) && x < static_cast<double>(most))
+    return static_cast<Int>(nearestWhole(x));
   if (std::isnan(x)) return 0;
-  const double r = roundHalfEven(x);
-  if (r <= static_cast<double>(std::numeric_limits<Int>::min())) return std::numeric_limits<Int>::min();
-  if (r >= static_cast<double>(std::numeric_limits<Int>::max())) return std::numeric_limits<Int>::max();
-  return static_cast<Int>(r);
+  return x < 0 ? least : most;
 }
 
 inline std::int16_t toInt16(double x) { return roundTo<std::int16_t>(x); }

@@ -78,7 +78,7 @@ std::string accessorsText(const std::vector<MeshPart>& parts, const Layout& layo
   std::uint64_t indexAt = 0, pointAt = 0;
   for (std::size_t i = 0; i < parts.size(); ++i) {
     const std::size_t count = parts[i].points.size();
-    const MeshBox box = boxOf({parts[i]});
+    const MeshBox box = boxOf({&parts[i], 1});
     out += (i == 0 ? "" : ",\n") + accessorText(0, indexAt, layout.indices[i], true) + ",\n" +
            accessorText(1, pointAt, count, false,
                         ",\"min\":" + triple(box.low) + ",\"max\":" + triple(box.high)) +

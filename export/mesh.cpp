@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
+#include <numeric>
 
 #include "base/digits.h"
 #include "base/numbers.h"
@@ -13,6 +15,8 @@ namespace {
 
 constexpr int kMoveRounds = 8;
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
+constexpr float kFarthest =
+    2'000'001;  // more than kMostCoordinate, and in thousandths less than 32 bits hold
 
 void widen(ModelSpan& span, float value) {
   if (!std::isfinite(value)) return;
@@ -23,21 +27,25 @@ void widen(ModelSpan& span, float value) {
 
 double furthest(const ModelSpan& span) { return std::max(std::fabs(span.low), std::fabs(span.high)); }
 
-/// Sixteen bits or more for each of so many hashes.
+/// Eight bits or more for each of so many hashes, of which each sets two that lie close together.
 class BitTable {
  public:
-  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 4 + 1)) {}
-  bool has(std::uint64_t hash) const {
-    return (words_[hash >> 6 & (words_.size() - 1)] >> (hash & 63) & 1) != 0;
-  }
+  explicit BitTable(std::size_t count) : words_(std::bit_ceil(count / 8 + 1)) {}
+  bool has(std::uint64_t hash) const { return (~words_[at(hash)] & bitsOf(hash)) == 0; }
   /// False when it was there.
   bool add(std::uint64_t hash) {
-    const bool isNew = !has(hash);
-    words_[hash >> 6 & (words_.size() - 1)] |= std::uint64_t{1} << (hash & 63);
-    return isNew;
+    std::uint64_t& word = words_[at(hash)];
+    const std::uint64_t before = word;
+    word |= bitsOf(hash);
+    return word != before;
   }
 
  private:
+  std::size_t at(std::uint64_t hash) const { return hash >> 12 & (words_.size() - 1); }
+  static std::uint64_t bitsOf(std::uint64_t hash) {
+    return std::uint64_t{1} << (hash & 63) | std::uint64_t{1} << (hash >> 6 & 63);
+  }
+
   std::vector<std::uint64_t> words_;
 };
 
@@ -49,28 +57,38 @@ struct Edge {
 
 }  // namespace
 
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const auto span = [](std::int32_t from, std::int32_t to) {
-    return static_cast<double>(to) - static_cast<double>(from);
-  };
-  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
-  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
-  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
-}
-
-std::uint64_t hashOf(const MeshPoint& p) {
-  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
-                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
-                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
-  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
-  return mixed ^ mixed >> 32;
-}
-
 MeshPoint meshPoint(const Vec3& at, double scale) {
   const auto number = [scale](float x) {
     return static_cast<std::int32_t>(toThousandths(static_cast<float>(static_cast<double>(x) * scale)));
   };
   return {number(at.x), number(at.y), number(at.z)};
+}
+
+std::vector<MeshPoint> meshPoints(std::span<const Vec3> places, double scale) {
+  // As meshPoint() does it, in loops that take several numbers at once.
+  constexpr std::size_t kBlock = 64;
+  std::array<float, 3 * kBlock> number{};
+  std::array<std::int32_t, 3 * kBlock> thousandths{};
+  static_assert(sizeof(Vec3) * kBlock == sizeof number);
+  std::vector<MeshPoint> points;
+  points.reserve(places.size());
+  for (std::size_t first = 0; first < places.size(); first += kBlock) {
+    const std::size_t count = std::min(kBlock, places.size() - first);
+    std::memcpy(number.data(), &places[first], count * sizeof(Vec3));
+    for (std::size_t i = 0; i < number.size(); ++i) {
+      const auto scaled = static_cast<float>(static_cast<double>(number[i]) * scale);
+      // What is no number, or too far away, becomes 0: selected by bits, as a branch would part the loop.
+      const auto bits = std::bit_cast<std::int32_t>(scaled);
+      const std::int32_t keep = (bits & 0x7FFFFFFF) <= std::bit_cast<std::int32_t>(kFarthest) ? -1 : 0;
+      const auto known = std::bit_cast<float>(bits & keep);
+      const auto whole = static_cast<std::int32_t>(known);
+      const double rest = static_cast<double>(known) - whole;
+      thousandths[i] = whole * 1000 + static_cast<std::int32_t>(rest * 1000.0);
+    }
+    const auto made = std::bit_cast<std::array<MeshPoint, kBlock>>(thousandths);
+    points.insert(points.end(), made.begin(), made.begin() + static_cast<std::ptrdiff_t>(count));
+  }
+  return points;
 }
 
 ModelBox modelBox(const TubeModel& model) {
@@ -96,27 +114,10 @@ Result<double> modelScale(const TubeModel& model, std::optional<double> millimet
   return scale;
 }
 
-std::span<const std::uint8_t> polygonCorners(Cut cut) {
-  struct Row {
-    std::size_t count;
-    std::array<std::uint8_t, 4> corners;
-  };
-  static constexpr std::array<Row, 7> rows = {{{0, {}},
-                                               {4, {0, 1, 2, 3}},
-                                               {4, {1, 2, 3, 0}},
-                                               {3, {1, 2, 3}},
-                                               {3, {0, 2, 3}},
-                                               {3, {0, 1, 3}},
-                                               {3, {0, 1, 2}}}};
-  const Row& row = rows[static_cast<std::size_t>(cut)];
-  return {row.corners.data(), row.count};
-}
-
-TubeMesh::TubeMesh(const TubeModel& model, double scale) : sides_(static_cast<std::uint32_t>(model.sides)) {
-  points_.reserve(model.vertices.size());
-  for (const Vec3& v : model.vertices) points_.push_back(meshPoint(v, scale));
-  centres_.reserve(model.centres.size());
-  for (const Vec3& v : model.centres) centres_.push_back(meshPoint(v, scale));
+TubeMesh::TubeMesh(const TubeModel& model, double scale)
+    : sides_(static_cast<std::uint32_t>(model.sides)),
+      points_(meshPoints(model.vertices, scale)),
+      centres_(meshPoints(model.centres, scale)) {
   for (const TubeStrand& strand : model.strands) addStrand(model, strand, scale);
   findShared();
   cutFaces();
@@ -145,17 +146,17 @@ void TubeMesh::addStrand(const TubeModel& model, const TubeStrand& strand, doubl
   }
 }
 
-/// Fills same_ and shared_. Most points have a place of their own: a table of bits, which stays in the
-/// processor's cache, leaves few that must be compared.
+/// Most points have a place of their own: a table of bits, which stays in the processor's cache, leaves few
+/// that must be compared.
 void TubeMesh::findShared() {
-  const auto count = static_cast<std::uint32_t>(points_.size());
-  same_.resize(count);
-  shared_.assign(count, 0);
   anyShared_ = false;
-  BitTable seen(count), again(count);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    same_[i] = i;
-    const std::uint64_t hash = hashOf(points_[i]);
+  same_.clear();
+  shared_.clear();
+  const auto count = static_cast<std::uint32_t>(points_.size());
+  constexpr std::size_t kUsuallySuspect = 8;  // one point of so many
+  BitTable seen(count), again(count / kUsuallySuspect);
+  for (const MeshPoint& p : points_) {
+    const std::uint64_t hash = hashOf(p);
     if (!seen.add(hash)) again.add(hash);
   }
   std::vector<std::uint32_t> suspects;
@@ -171,12 +172,22 @@ void TubeMesh::comparePlaces(const std::vector<std::uint32_t>& suspects) {
   for (const std::uint32_t i : suspects) {
     std::size_t at = hashOf(points_[i]) & (size - 1);
     while (table[at] != kNone && !(points_[table[at]] == points_[i])) at = (at + 1) & (size - 1);
-    if (table[at] == kNone) table[at] = i;
-    same_[i] = table[at];
-    if (same_[i] == i) continue;
-    shared_[i] = shared_[same_[i]] = 1;
+    if (table[at] == kNone)
+      table[at] = i;
+    else
+      markShared(i, table[at]);
+  }
+}
+
+void TubeMesh::markShared(std::uint32_t point, std::uint32_t first) {
+  if (!anyShared_) {
+    same_.resize(points_.size());
+    std::iota(same_.begin(), same_.end(), 0U);
+    shared_.resize(points_.size(), 0);
     anyShared_ = true;
   }
+  same_[point] = first;
+  shared_[point] = shared_[first] = 1;
 }
 
 Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
@@ -186,11 +197,15 @@ Cut TubeMesh::cutOf(const std::array<std::uint32_t, 4>& corner) const {
   if (c == d) return Cut::withoutD;
   if (b == c) return a == d ? Cut::gone : Cut::withoutC;
   if (d == a) return Cut::withoutA;
-  const auto flat = [this](std::uint32_t i, std::uint32_t j, std::uint32_t k) {
-    return isFlat(points_[i], points_[j], points_[k]);
-  };
-  const bool flatAC = flat(a, b, c) || flat(a, c, d);
-  return flatAC && !flat(b, c, d) && !flat(b, d, a) ? Cut::alongBD : Cut::alongAC;
+  return diagonalOf(corner);
+}
+
+/// Of a quad whose corners have places of their own.
+Cut TubeMesh::diagonalOf(const std::array<std::uint32_t, 4>& corner) const {
+  const MeshPoint &a = points_[corner[0]], &b = points_[corner[1]], &c = points_[corner[2]],
+                  &d = points_[corner[3]];
+  const bool flatAC = isFlat(a, b, c) || isFlat(a, c, d);
+  return flatAC && !isFlat(b, c, d) && !isFlat(b, d, a) ? Cut::alongBD : Cut::alongAC;
 }
 
 void TubeMesh::cutFaces() {
@@ -198,7 +213,8 @@ void TubeMesh::cutFaces() {
   for (const Strand& strand : strands_)
     for (std::size_t ring = 0; ring < strand.ringCount; ++ring) {
       Cut* cut = &cuts_[(strand.firstRing + ring) * sides_];
-      eachFace(strand, ring, [&](const Face& face) { *cut++ = cutOf(face.corner); });
+      eachFace(strand, ring,
+               [&](const Face& face) { *cut++ = anyShared_ ? cutOf(face.corner) : diagonalOf(face.corner); });
     }
 }
 
@@ -256,9 +272,13 @@ Result<TubeMesh> sceneMesh(const ExportScene& scene, std::optional<double> stand
   const Result<double> scale = modelScale(scene.model, scene.millimetres ? scene.millimetres : standard);
   if (!scale) return scale.error();
   TubeMesh mesh(scene.model, *scale);
-  if (mesh.cornerCount() == 0 && scene.model.QuadCount > 0)
+  if (mesh.empty() && scene.model.QuadCount > 0)
     return unwritable("the model is too small for the file's three decimals");
   return mesh;
+}
+
+bool TubeMesh::empty() const {
+  return std::ranges::all_of(cuts_, [](Cut cut) { return cut == Cut::gone; });
 }
 
 std::size_t TubeMesh::triangleCount() const {

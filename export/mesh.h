@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "base/result.h"
@@ -21,11 +22,27 @@ struct MeshPoint {
 /// Every model unit as `scale` units of the file, cut off to three decimals. modelScale() has made sure that
 /// they fit.
 MeshPoint meshPoint(const Vec3& at, double scale);
+/// The same for many.
+std::vector<MeshPoint> meshPoints(std::span<const Vec3> places, double scale);
 
 /// Whether the three lie on one line, or coincide.
-bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c);
+inline bool isFlat(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+  const auto span = [](std::int32_t from, std::int32_t to) {
+    return static_cast<double>(to) - static_cast<double>(from);
+  };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return uy * vz == uz * vy && uz * vx == ux * vz && ux * vy == uy * vx;
+}
+
 /// For tables of places; all 64 bits are mixed.
-std::uint64_t hashOf(const MeshPoint& p);
+inline std::uint64_t hashOf(const MeshPoint& p) {
+  const std::uint64_t h = static_cast<std::uint32_t>(p.x) * 0x9E3779B97F4A7C15U +
+                          static_cast<std::uint32_t>(p.y) * 0xBF58476D1CE4E5B9U +
+                          static_cast<std::uint32_t>(p.z) * 0x94D049BB133111EBU;
+  const std::uint64_t mixed = (h ^ h >> 32) * 0xD6E8FEB86659FD93U;
+  return mixed ^ mixed >> 32;
+}
 
 /// From where to where a model reaches along an axis, model units.
 struct ModelSpan {
@@ -48,7 +65,21 @@ enum class Cut : std::uint8_t { gone, alongAC, alongBD, withoutA, withoutB, with
 
 /// The corners (0 to 3) of the polygon that is left, counter-clockwise seen from outside. A fan from the
 /// first of them gives its triangles.
-std::span<const std::uint8_t> polygonCorners(Cut cut);
+inline std::span<const std::uint8_t> polygonCorners(Cut cut) {
+  struct Row {
+    std::size_t count;
+    std::array<std::uint8_t, 4> corners;
+  };
+  static constexpr std::array<Row, 7> rows = {{{0, {}},
+                                               {4, {0, 1, 2, 3}},
+                                               {4, {1, 2, 3, 0}},
+                                               {3, {1, 2, 3}},
+                                               {3, {0, 2, 3}},
+                                               {3, {0, 1, 3}},
+                                               {3, {0, 1, 2}}}};
+  const Row& row = rows[static_cast<std::size_t>(cut)];
+  return {row.corners.data(), row.count};
+}
 
 /// A mesh whose every edge is met from both sides, however coarse three decimals are:
 /// - corners that coincide in the text are one corner; quads that shrink to a line are left out, those that
@@ -78,6 +109,8 @@ class TubeMesh {
   TubeMesh(const TubeModel& model, double scale);
 
   const std::vector<MeshPoint>& points() const { return points_; }
+  /// Gives them away; what follows of them is then unknown.
+  std::vector<MeshPoint> takePoints() { return std::move(points_); }
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 
@@ -89,8 +122,10 @@ class TubeMesh {
   /// Whether two points stand at one place. Where none do every point is a corner of whole quads.
   bool anyShared() const { return anyShared_; }
   /// The first point of the whole mesh that stands where this one does.
-  std::uint32_t samePlace(std::uint32_t point) const { return same_[point]; }
+  std::uint32_t samePlace(std::uint32_t point) const { return anyShared_ ? same_[point] : point; }
 
+  /// Whether a polygon is left.
+  bool empty() const;
   std::size_t triangleCount() const;
 
   /// Corners of all the mesh's polygons, each counted in every polygon that it belongs to.
@@ -104,7 +139,9 @@ class TubeMesh {
   void addStrand(const TubeModel& model, const TubeStrand& strand, double scale);
   void findShared();
   void comparePlaces(const std::vector<std::uint32_t>& suspects);
+  void markShared(std::uint32_t point, std::uint32_t first);
   void cutFaces();
+  Cut diagonalOf(const std::array<std::uint32_t, 4>& corner) const;
   Cut cutOf(const std::array<std::uint32_t, 4>& corner) const;
   std::vector<std::uint32_t> pointsToMove() const;
   void movePoint(std::uint32_t point, int round);
@@ -114,10 +151,10 @@ class TubeMesh {
   std::vector<MeshPoint> centres_;  // as the model's rings
   std::vector<Ring> rings_;
   std::vector<Strand> strands_;
-  std::vector<std::uint32_t> same_;   // for each point the first one at its place
-  std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place
   bool anyShared_ = false;
-  std::vector<Cut> cuts_;  // for each ring, for each side
+  std::vector<std::uint32_t> same_;   // for each point the first one at its place; empty: its own
+  std::vector<std::uint8_t> shared_;  // for each point whether another stands at its place; empty: none
+  std::vector<Cut> cuts_;             // for each ring, for each side
 };
 
 /// The scene's mesh at the width that the scene asks for, else at `standard`. Fails for more polygons than a

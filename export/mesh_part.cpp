@@ -41,19 +41,24 @@ class Numbering {
 };
 
 /// Of a strand whose points all have places of their own: they keep their order.
-void addAll(const TubeMesh& mesh, const TubeMesh::Strand& strand, MeshPart& part) {
-  const std::uint32_t first = mesh.firstPoint(strand);
+void addAll(TubeMesh& mesh, const TubeMesh::Strand& strand, MeshPart& part) {
+  const std::uint32_t first = mesh.firstPoint(strand), count = mesh.pointCount(strand);
   const auto from = mesh.points().begin() + first;
-  part.points.assign(from, from + mesh.pointCount(strand));
+  if (count == mesh.points().size())
+    part.points = mesh.takePoints();
+  else
+    part.points.assign(from, from + count);
   for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
-      const auto corners = polygonCorners(face.cut);
-      part.faces.push_back({face.corner[corners[0]] - first, face.corner[corners[1]] - first,
-                            face.corner[corners[2]] - first, face.corner[corners[3]] - first});
+      const auto [a, b, c, d] = face.corner;
+      if (face.cut == Cut::alongAC)
+        part.faces.push_back({a - first, b - first, c - first, d - first});
+      else
+        part.faces.push_back({b - first, c - first, d - first, a - first});
     });
 }
 
-MeshPart partOf(const TubeMesh& mesh, const TubeMesh::Strand& strand) {
+MeshPart partOf(TubeMesh& mesh, const TubeMesh::Strand& strand) {
   MeshPart part{"Strand " + std::to_string(strand.slot), strand.factors, {}, {}};
   part.faces.reserve(mesh.pointCount(strand));
   if (!mesh.anyShared()) {
@@ -75,7 +80,7 @@ MeshPart partOf(const TubeMesh& mesh, const TubeMesh::Strand& strand) {
 
 }  // namespace
 
-std::vector<MeshPart> strandParts(const TubeMesh& mesh) {
+std::vector<MeshPart> strandParts(TubeMesh mesh) {
   std::vector<MeshPart> parts;
   for (const TubeMesh::Strand& strand : mesh.strands()) {
     parts.push_back(partOf(mesh, strand));
@@ -90,9 +95,9 @@ Result<std::vector<MeshPart>> sceneParts(const ExportScene& scene, std::optional
     if (!part) return part.error();
     return std::vector<MeshPart>{std::move(*part)};
   }
-  const auto mesh = sceneMesh(scene, standard);
+  auto mesh = sceneMesh(scene, standard);
   if (!mesh) return mesh.error();
-  return strandParts(*mesh);
+  return strandParts(std::move(*mesh));
 }
 
 void standUpright(std::vector<MeshPart>& parts) {
@@ -100,7 +105,7 @@ void standUpright(std::vector<MeshPart>& parts) {
     for (MeshPoint& p : part.points) p = {-p.x, -p.y, p.z};
 }
 
-MeshBox boxOf(const std::vector<MeshPart>& parts) {
+MeshBox boxOf(std::span<const MeshPart> parts) {
   MeshBox box;
   bool empty = true;
   for (const MeshPart& part : parts)

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ void eachTriangle(const MeshPart& part, Use&& use) {
 }
 
 /// One part for each strand, named "Strand 1" and so on by its slot.
-std::vector<MeshPart> strandParts(const TubeMesh& mesh);
+std::vector<MeshPart> strandParts(TubeMesh mesh);
 
 /// The scene's relief or fused body where it has one, else its strands; `standard` as for sceneMesh().
 Result<std::vector<MeshPart>> sceneParts(const ExportScene& scene, std::optional<double> standard);
@@ -46,6 +47,6 @@ struct MeshBox {
   MeshPoint low, high;
 };
 /// The least and the greatest coordinates of all parts, of which at least one has points.
-MeshBox boxOf(const std::vector<MeshPart>& parts);
+MeshBox boxOf(std::span<const MeshPart> parts);
 
 }  // namespace lorivan

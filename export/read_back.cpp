@@ -1,12 +1,13 @@
 #include "export/read_back.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <span>
 #include <unordered_map>
 
 #include "base/bytes.h"
-#include "base/digits.h"
+#include "base/numbers.h"
 #include "export/line_reader.h"
 
 namespace lorivan {
@@ -50,11 +51,18 @@ class BinaryStlReader final : public MeshReader {
   FileFacts finish() override {
     FileFacts& facts = gatherer_.facts;
     if (!begun_ || !kept_.empty() || count_ != facts.triangles) facts.damaged = true;
+    if (facts.triangles > 0) facts.box = {thousandths(low_), thousandths(high_)};
     return facts;
   }
 
  private:
   static constexpr std::size_t kHead = 84, kTriangle = 50;
+  using Place = std::array<float, 3>;
+
+  static MeshPoint thousandths(const Place& p) {
+    const auto rounded = [](float x) { return toInt32(static_cast<double>(x) * 1000); };
+    return {rounded(p[0]), rounded(p[1]), rounded(p[2])};
+  }
 
   void takeKept() {
     if (kept_.size() < (begun_ ? kTriangle : kHead)) return;
@@ -70,20 +78,25 @@ class BinaryStlReader final : public MeshReader {
   void triangle(const char* at) {
     std::array<std::uint64_t, 3> corners{};
     for (std::size_t i = 0; i < 3; ++i) {
-      const char* point = at + 12 + 12 * i;
-      const auto number = [point](int axis) {
-        return static_cast<std::int32_t>(
-            std::lrint(static_cast<double>(littleFloat(point + 4 * axis)) * 1000));
-      };
-      const MeshPoint p{number(0), number(1), number(2)};
-      gatherer_.point(p);
-      corners[i] = cornerOf(p);
+      MeshPoint bits;  // what is the same for the same corner
+      std::int32_t* const axes[] = {&bits.x, &bits.y, &bits.z};
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        const std::uint32_t number = little32(at + 12 + 12 * i + 4 * axis);
+        const auto x = std::bit_cast<float>(number);
+        *axes[axis] = static_cast<std::int32_t>(number);
+        low_[axis] = std::min(low_[axis], x);
+        high_[axis] = std::max(high_[axis], x);
+      }
+      corners[i] = hashOf(bits);
     }
-    gatherer_.triangle(corners[0], corners[1], corners[2]);
+    gatherer_.hashedTriangle(corners[0], corners[1], corners[2]);
     if (little16(at + 48) != 0) gatherer_.facts.damaged = true;
   }
 
+  static constexpr float kFar = std::numeric_limits<float>::max();
+
   FactsGatherer gatherer_;
+  Place low_{kFar, kFar, kFar}, high_{-kFar, -kFar, -kFar};
   std::string kept_;
   std::size_t count_ = 0;
   bool begun_ = false;
@@ -185,10 +198,11 @@ void FactsGatherer::sharedPoint(const MeshPoint& p) {
 }
 
 void FactsGatherer::triangle(std::uint64_t a, std::uint64_t b, std::uint64_t c) {
+  hashedTriangle(spread(a + 1), spread(b + 1), spread(c + 1));
+}
+
+void FactsGatherer::hashedTriangle(std::uint64_t a, std::uint64_t b, std::uint64_t c) {
   ++facts.triangles;
-  a = spread(a + 1);
-  b = spread(b + 1);
-  c = spread(c + 1);
   facts.open += edge(a, b) + edge(b, c) + edge(c, a);
   if (a == b || b == c || c == a) facts.damaged = true;
 }
@@ -205,7 +219,13 @@ FileFacts factsOf(const std::vector<MeshPart>& parts,
 
 FileFacts factsOf(const TubeMesh& mesh) {
   FactsGatherer gatherer;
-  for (const TubeMesh::Strand& strand : mesh.strands())
+  for (const TubeMesh::Strand& strand : mesh.strands()) {
+    if (!mesh.anyShared()) {
+      const std::span points(mesh.points().data() + mesh.firstPoint(strand), mesh.pointCount(strand));
+      for (const MeshPoint& p : points) gatherer.point(p);
+      gatherer.facts.triangles += 2 * points.size();
+      continue;
+    }
     for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
       mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
         const auto corners = polygonCorners(face.cut);
@@ -213,6 +233,7 @@ FileFacts factsOf(const TubeMesh& mesh) {
         gatherer.facts.triangles += corners.size() - 2;
         for (const std::uint8_t corner : corners) gatherer.point(mesh.points()[face.corner[corner]]);
       });
+  }
   return gatherer.facts;
 }
 

@@ -33,6 +33,8 @@ class FactsGatherer {
   void point(const MeshPoint& p);        // that triangles repeat
   void sharedPoint(const MeshPoint& p);  // that triangles point to
   void triangle(std::uint64_t a, std::uint64_t b, std::uint64_t c);
+  /// The same for corners whose numbers are spread over 64 bits, as hashOf() leaves them.
+  void hashedTriangle(std::uint64_t a, std::uint64_t b, std::uint64_t c);
 
   FileFacts facts;
 

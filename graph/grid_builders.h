@@ -4,25 +4,40 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "base/random.h"
 #include "graph/standard_grids.h"
 
 namespace lorivan {
 
-/// One build: the graph that receives the lines and the frame to lay them in. Builders may correct
+/// A line before it is rounded. Most builds only show that the scale is still too large, and no line of
+/// theirs is made.
+struct PlannedLine {
+  float x1, y1, x2, y2;
+  std::int16_t kind;
+};
+
+/// A point of the spiral: its distance from the middle in cells, and its direction.
+struct SpiralStep {
+  double turns, cos, sin;
+};
+
+/// One build: the frame to lay lines in, and the lines in their order. Builders may correct
 /// `grid.fields.crossOffset`.
 struct GridBuild {
-  KnotGraph& graph;
   StandardGrid& grid;
+  std::vector<PlannedLine>& lines;
   const Rnd* random = nullptr;  // null: every line is ordinary
   std::int16_t cell = 0;        // C, the cell size
+  Wrap wrap{};
+  std::vector<SpiralStep> spiral{};  // the same for every scale
 
   double draw() const { return (*random)(); }
-  bool wraps() const { return static_cast<bool>(graph.wrap); }
+  bool wraps() const { return static_cast<bool>(wrap); }
   void line(int kind, double x1, double y1, double x2, double y2) const {
-    MakeKE(graph, static_cast<std::int16_t>(kind), static_cast<float>(x1), static_cast<float>(y1),
-           static_cast<float>(x2), static_cast<float>(y2));
+    lines.push_back({static_cast<float>(x1), static_cast<float>(y1), static_cast<float>(x2),
+                     static_cast<float>(y2), static_cast<std::int16_t>(kind)});
   }
 };
 

@@ -14,11 +14,13 @@ GridBox lineBox(const KnotGraph& graph) {
     box.add(line.X1, line.Y1);
     box.add(line.X2, line.Y2);
   }
-  if (graph.wrap && !box.empty()) {
-    box.left = graph.wrap.left;
-    box.right = graph.wrap.left + graph.wrap.period;
-  }
+  if (graph.wrap && !box.empty()) setSeams(box, graph.wrap);
   return box;
+}
+
+void setSeams(GridBox& box, const Wrap& wrap) {
+  box.left = wrap.left;
+  box.right = wrap.left + wrap.period;
 }
 
 bool GridView::contains(const GridBox& box) const {

@@ -30,6 +30,9 @@ struct GridBox {
 /// The box around all lines in use, of any kind; of a wrapped graph from seam to seam.
 GridBox lineBox(const KnotGraph& graph);
 
+/// Lets the box of a wrapped graph reach from seam to seam.
+void setSeams(GridBox& box, const Wrap& wrap);
+
 struct GridView {
   explicit GridView(float stretchFactor = 0.8F, int pictureWidth = kReferenceWidth)
       : stretch(stretchFactor), width(pictureWidth) {}

@@ -1,6 +1,8 @@
 // Shapes laid round the middle of the view: rings, star, spiral.
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 #include <vector>
 
 #include "base/numbers.h"
@@ -62,36 +64,39 @@ PlanePoint tipOver(PlanePoint first, PlanePoint second, int tips) {
   return {middle.x - dy * reach, middle.y + dx * reach};
 }
 
-/// Points of an Archimedean spiral that grows by one cell a turn.
+/// Points of an Archimedean spiral that grows by one cell a turn. Its first build finds the directions for
+/// all that differ in the cell alone.
 class SpiralPath {
  public:
-  SpiralPath(double cell, int pointsPerTurn, int last) : cell_(cell), pointsPerTurn_(pointsPerTurn) {
-    spots_.reserve(static_cast<std::size_t>(last) + 1);
-    for (int i = 0; i <= last; ++i) spots_.push_back(onCircle(radius(i), angle(i)));
+  SpiralPath(GridBuild& build, int pointsPerTurn, int count) : cell_(build.cell), steps_(build.spiral) {
+    if (!steps_.empty()) return;
+    steps_.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+      const double angle = i * kTwoPi / pointsPerTurn;
+      steps_.push_back({angle / kTwoPi + 1, std::cos(angle), std::sin(angle)});
+    }
   }
-  PlanePoint at(int i) const { return spots_[i]; }
-  PlanePoint oneTurnInside(int i) const { return onCircle(radius(i) - cell_, angle(i)); }
+  PlanePoint at(int i) const { return onRay(steps_[i].turns * cell_, i); }
+  PlanePoint oneTurnInside(int i) const { return onRay(steps_[i].turns * cell_ - cell_, i); }
 
  private:
-  double angle(int i) const { return i * kTwoPi / pointsPerTurn_; }
-  double radius(int i) const { return (angle(i) / kTwoPi + 1) * cell_; }
+  PlanePoint onRay(double radius, int i) const { return {radius * steps_[i].cos, radius * steps_[i].sin}; }
 
   double cell_;
-  int pointsPerTurn_;
-  std::vector<PlanePoint> spots_;
+  std::vector<SpiralStep>& steps_;
 };
 
-/// Whether the last line made runs between the same ends as an earlier one. No strand could tell the two
-/// apart.
-bool repeatsALine(const KnotGraph& graph) {
-  const GridLine& last = graph.Lines[graph.NextLine - 1];
-  for (int j = 0; j + 1 < graph.NextLine; ++j) {
-    const GridLine& l = graph.Lines[j];
-    const bool same = l.X1 == last.X1 && l.Y1 == last.Y1 && l.X2 == last.X2 && l.Y2 == last.Y2;
-    const bool turned = l.X1 == last.X2 && l.Y1 == last.Y2 && l.X2 == last.X1 && l.Y2 == last.Y1;
-    if (same || turned) return true;
-  }
-  return false;
+/// Whether the last line runs between the same ends as an earlier one, once they are rounded. No strand could
+/// tell the two apart.
+bool repeatsALine(std::span<const PlannedLine> lines) {
+  const PlannedLine& last = lines.back();
+  const std::int16_t x1 = toInt16(last.x1), y1 = toInt16(last.y1), x2 = toInt16(last.x2),
+                     y2 = toInt16(last.y2);
+  return std::ranges::any_of(lines.first(lines.size() - 1), [&](const PlannedLine& l) {
+    if (std::fabs(l.x1 - last.x1) > 1 && std::fabs(l.x1 - last.x2) > 1) return false;
+    const std::int16_t x = toInt16(l.x1), y = toInt16(l.y1), toX = toInt16(l.x2), toY = toInt16(l.y2);
+    return (x == x1 && y == y1 && toX == x2 && toY == y2) || (x == x2 && y == y2 && toX == x1 && toY == y1);
+  });
 }
 
 }  // namespace
@@ -138,14 +143,14 @@ void buildSpiral(GridBuild& build) {
   const int turn = 2 * f.XNo, points = turn * f.YNo;
   const int offset = points - 1 + f.crossOffset < 2 ? 0 : f.crossOffset;
   const int last = points - 1 + offset;
-  const SpiralPath path(build.cell, turn, last);
+  const SpiralPath path(build, turn, last + 2);
   for (int i = 0; i <= last; ++i) {
     // The first radial line starts at point 1, although it ends over point 0.
     const PlanePoint from = path.at(i == 0 ? 1 : i);
     if (i < (f.YNo - 1) * turn + offset) join(build, kOrdinary, from, path.at(i + turn));
     if (i == last) {
       join(build, kOrdinary, from, path.oneTurnInside(i + 1));
-      if (repeatsALine(build.graph)) --build.graph.NextLine;
+      if (repeatsALine(build.lines)) build.lines.pop_back();
     } else if (i > 0) {
       join(build, kOrdinary, from, path.at(i + 1));
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
+#include <vector>
 
 #include "base/numbers.h"
 #include "graph/grid_builders.h"
@@ -131,7 +133,7 @@ void placeOrigin(GridBuild& build) {
   }
   build.grid.GridOriginX = toInt32(x);
   build.grid.GridOriginY = toInt32(y);
-  if (build.wraps()) build.grid.GridOriginX = build.graph.wrap.left;
+  if (build.wraps()) build.grid.GridOriginX = build.wrap.left;
 }
 
 /// At the smallest scales the ends of a line can round to one point. Such a line is taken out, and the lines
@@ -143,16 +145,41 @@ void dropPointLikeLines(KnotGraph& graph) {
   }
 }
 
-void buildOnce(GridBuild& build) {
-  GridFields& fields = build.grid.fields;
+void planOnce(GridBuild& build) {
+  const GridFields& fields = build.grid.fields;
   build.cell = toInt16(fields.scale * cellFactor(fields.shape));
-  build.graph.CellSize = build.cell;
   build.grid.RowH = toInt32(build.cell * 0.8660254);
-  startLines(build.graph);
-  if (isWrapped(fields)) build.graph.wrap = wrapOf(fields.shape, build.cell, fields.XNo);
+  build.wrap = isWrapped(fields) ? wrapOf(fields.shape, build.cell, fields.XNo) : Wrap{};
   placeOrigin(build);
+  build.lines.clear();
   kBuilders[static_cast<std::size_t>(fields.shape)](build);
-  dropPointLikeLines(build.graph);
+}
+
+/// What lineBox() tells of the lines once they are made: rounding keeps their order.
+GridBox plannedBox(const GridBuild& build) {
+  constexpr float kFar = std::numeric_limits<float>::max();
+  float left = kFar, right = -kFar, bottom = kFar, top = -kFar;
+  for (const PlannedLine& l : build.lines) {
+    left = std::min({left, l.x1, l.x2});
+    right = std::max({right, l.x1, l.x2});
+    bottom = std::min({bottom, l.y1, l.y2});
+    top = std::max({top, l.y1, l.y2});
+  }
+  GridBox box;
+  if (build.lines.empty()) return box;
+  box.add(toInt16(left), toInt16(bottom));
+  box.add(toInt16(right), toInt16(top));
+  if (build.wraps()) setSeams(box, build.wrap);
+  return box;
+}
+
+Status makePlanned(KnotGraph& graph, const GridBuild& build) {
+  startLines(graph);
+  graph.wrap = build.wrap;
+  graph.CellSize = build.cell;
+  for (const PlannedLine& l : build.lines) MakeKE(graph, l.kind, l.x1, l.y1, l.x2, l.y2);
+  dropPointLikeLines(graph);
+  return finishLines(graph);
 }
 
 }  // namespace
@@ -172,15 +199,14 @@ Result<StandardGrid> buildStandardGrid(KnotGraph& graph, const GridFields& field
   StandardGrid grid;
   grid.fields = fields;
   if (fields.shape == Shape::Custom) return grid;
-  GridBuild build{graph, grid, random};
+  std::vector<PlannedLine> lines;
+  GridBuild build{grid, lines, random};
   correctCounts(grid.fields);
   const GridView view(stretchFactor(fields.skew));
-  for (;;) {
-    buildOnce(build);
-    if (const Status made = finishLines(graph); !made) return made.error();
-    if (grid.fields.scale <= kLeastScale || view.contains(lineBox(graph))) break;
-    grid.fields.scale = std::max(kLeastScale, grid.fields.scale - 1);
-  }
+  float& scale = grid.fields.scale;
+  for (planOnce(build); scale > kLeastScale && !view.contains(plannedBox(build)); planOnce(build))
+    scale = std::max(kLeastScale, scale - 1);
+  if (const Status made = makePlanned(graph, build); !made) return made.error();
   graph.NoGrid = false;
   if (const Status collected = collectPoints(graph); !collected) return collected.error();
   return grid;

@@ -13,12 +13,12 @@ constexpr std::uint8_t kFacing = 1, kReached = 2, kWaiting = 4;  // marks of a q
 constexpr std::int32_t kFarthestLine = 1 << 24;                  // where a lens may carry a corner
 constexpr std::int32_t kUnseen = std::numeric_limits<std::int32_t>::min();
 
-/// The nearest grid line to a place.
+/// The nearest grid line to a place, halves to the right. Without a branch, as places come in any order.
 std::int32_t gridLine(float place) {
-  const float line = std::floor(place);
-  const float nearest = place - line < 0.5F ? line : line + 1;
-  return static_cast<std::int32_t>(
-      std::clamp(nearest, -static_cast<float>(kFarthestLine), static_cast<float>(kFarthestLine)));
+  const float held = std::clamp(place, -static_cast<float>(kFarthestLine), static_cast<float>(kFarthestLine));
+  const auto whole = static_cast<std::int32_t>(held);
+  const float rest = held - static_cast<float>(whole);  // of the sign of the place
+  return whole + static_cast<std::int32_t>(rest >= 0.5F) - static_cast<std::int32_t>(rest < -0.5F);
 }
 
 }  // namespace
@@ -37,8 +37,8 @@ void Renderer::project(const TubeModel& model, const ViewState& view, const Lens
   const Projection projection(view);
   const Placing placed = placing(model, projection, lens, target.width, target.height);
   const auto samples = static_cast<float>(Painter::samplesFor(target.width, target.height));
-  least_ = {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::max()};
-  most_ = {-kFarthestLine, -kFarthestLine};
+  PointI least = {std::numeric_limits<std::int32_t>::max(), std::numeric_limits<std::int32_t>::max()};
+  PointI most = {-kFarthestLine, -kFarthestLine};
   grid_.resize(model.vertices.size());
   depths_.resize(model.vertices.size());
   for (std::size_t v = 0; v < grid_.size(); ++v) {
@@ -48,10 +48,12 @@ void Renderer::project(const TubeModel& model, const ViewState& view, const Lens
     if (!p.seen) continue;
     const PointI at = {gridLine((placed.x + p.x * placed.scale) * samples),
                        gridLine((placed.y + p.y * placed.scale) * samples)};
-    least_ = {std::min(least_.x, at.x), std::min(least_.y, at.y)};
-    most_ = {std::max(most_.x, at.x), std::max(most_.y, at.y)};
+    least = {std::min(least.x, at.x), std::min(least.y, at.y)};
+    most = {std::max(most.x, at.x), std::max(most.y, at.y)};
     grid_[v] = at;
   }
+  least_ = least;
+  most_ = most;
 }
 
 /// Farthest first: a quad is as far as its farthest corner.
@@ -83,10 +85,13 @@ void Renderer::lightQuads(const TubeModel& model, const LightSettings& light, co
   argb_.resize(order_.size());
   forEachQuad(model, [&](int number, const QuadCorners& corners, int strand) {
     const auto quad = static_cast<std::size_t>(number);
+    if (!facing(corners)) {
+      marks_[quad] = shader.reaches(corners) ? kReached : std::uint8_t{0};
+      return;
+    }
     const QuadLight lit = shader.light(corners);
-    marks_[quad] = lit.reached ? kReached : std::uint8_t{0};
-    if (!facing(corners)) return;
-    marks_[quad] |= lit.waiting ? kFacing | kWaiting : kFacing;
+    marks_[quad] =
+        static_cast<std::uint8_t>(kFacing | (lit.reached ? kReached : 0) | (lit.waiting ? kWaiting : 0));
     argb_[quad] = litColour(lit.intensity, factorsIn(look, model.strands[strand]));
   });
   int reached = -1;

@@ -122,6 +122,8 @@ QuadLight Shader::light(const QuadCorners& corners) const {
   return {intensity(rays, diffuse, specular), c1 >= 0, c1 < 0 && c2 >= 0};
 }
 
+bool Shader::reaches(const QuadCorners& corners) const { return raysOf(corners).c1 >= 0; }
+
 double Shader::lightAfter(const QuadCorners& corners, const QuadCorners& reached) const {
   const Rays last = raysOf(reached);
   Triple v;

@@ -37,6 +37,8 @@ class Shader {
   /// All there is to say of a quad by itself. A waiting quad is lit as if the first light had reached none
   /// yet.
   QuadLight light(const QuadCorners& corners) const;
+  /// The same for a quad that is not seen: whether the first light reaches it.
+  bool reaches(const QuadCorners& corners) const;
   /// The intensity of a waiting quad that is painted after `reached`, a quad which the first light reached.
   double lightAfter(const QuadCorners& corners, const QuadCorners& reached) const;
 

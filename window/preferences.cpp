@@ -35,7 +35,10 @@ class DocumentRestorer {
     const auto number = parseInteger(text, INT32_MIN, INT32_MAX).value_or(0);
     fields_.boxes[box.box] = static_cast<Colour>(number) & 0xFFFFFF;
   }
-  void take(Param p, const std::string& text) const { fields_.text(p) = correctedText(p, text); }
+  /// A fall-back outside the limits is held within them by the second correction, as when a field is left.
+  void take(Param p, const std::string& text) const {
+    fields_.text(p) = correctedText(p, correctedText(p, text));
+  }
   void take(Check c, const std::string& text) const { fields_.check(c) = numberOf(text) == 1; }
   void take(RecentFile, const std::string&) const {}
   void take(WindowState state, const std::string& text) const {

@@ -25,6 +25,11 @@ TEST(Numbers, RoundHalvesToEvenAndStopAtTheRange) {
       {std::nan(""), 0}};
   // clang-format on
   for (const auto& [x, expected] : cases) EXPECT_EQ(toInt16(x), expected) << x;
+  // What the processor does by itself, on both sides of every power of two and of halves.
+  for (int power = -3; power < 64; ++power)
+    for (const double base : {std::ldexp(1, power), std::ldexp(1, power) + 0.5, std::ldexp(3, power) - 0.5})
+      for (const double x : {std::nextafter(base, 0), base, std::nextafter(base, 1e300)})
+        for (const double signedX : {x, -x}) EXPECT_EQ(roundHalfEven(signedX), std::nearbyint(signedX)) << x;
 }
 
 TEST(Numbers, ThreeDecimalsAreCutOff) {

@@ -2,7 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
+#include "base/random.h"
+#include "export/mesh.h"
 #include "export/writers.h"
 #include "unit/export/sample_knots.h"
 #include "unit/export/stl_reader.h"
@@ -17,6 +21,22 @@ MeshFacts stlFacts(const SampleKnot& knot, std::optional<double> millimetres = {
   const Status written = writeStl(scene, sink);
   EXPECT_TRUE(written) << written.error().message;
   return factsOf(readStl(sink.bytes));
+}
+
+TEST(Mesh, ManyPlacesAreRoundedAsOneIs) {
+  std::vector<Vec3> places;
+  const Rnd random = seededRandom(7);
+  const auto number = [&] {
+    return static_cast<float>((2 * random() - 1) * std::pow(10, 13 * random() - 7));  // to a million
+  };
+  for (int i = 0; i < 5000; ++i) places.push_back({number(), number(), number()});
+  places[3] = {std::nanf(""), std::numeric_limits<float>::infinity(), -2e6F};
+  places[4] = {2e6F, -0.F, -0.0009999F};
+  for (const double scale : {1.0, 0.3137}) {
+    const std::vector<MeshPoint> together = meshPoints(places, scale);
+    ASSERT_EQ(together.size(), places.size());
+    for (std::size_t i = 0; i < places.size(); ++i) EXPECT_EQ(together[i], meshPoint(places[i], scale)) << i;
+  }
 }
 
 TEST(Mesh, EveryShapeFlatBentAndClosedIsWatertight) {

@@ -193,6 +193,7 @@ TEST(Shader, IntensitiesMatchHandComputedFaces) {
   EXPECT_NEAR(lit.intensity, (c1 * 0.9 + 0.5 * c1 * c1) * perLight, 1e-3);
   const QuadLight waiting = shader.light(back);
   EXPECT_TRUE(waiting.waiting);
+  EXPECT_TRUE(shader.reaches(front) && !shader.reaches(back));
   EXPECT_NEAR(waiting.intensity, 0.1 * c1 * 0.9 * perLight, 1e-3);
   const double e2 = c1 - 2 * 0.1 * c1 * 0.1;
   EXPECT_NEAR(shader.lightAfter(back, front), (0.1 * c1 * 0.9 + 0.5 * e2 * e2) * perLight, 1e-3);
