@@ -421,8 +421,10 @@ Status Parser::takeLength(std::optional<double>& length) {
   std::string text;
   if (const Status got = value(text); !got) return got;
   const auto read = parseNumber(text);
-  if (!read || *read < kLeastMillimetres || *read > kMostMillimetres)
-    return wrongUsage(option + " takes a length from 0.01 to 100000 millimetres, not \"" + text + "\"");
+  const bool mayBeNone = &length == &line_.output.kerf && read && *read == 0;
+  if (!read || (*read < kLeastMillimetres && !mayBeNone) || *read > kMostMillimetres)
+    return wrongUsage(option + " takes a length from 0.01 to 100000 millimetres" +
+                      (&length == &line_.output.kerf ? ", or 0 for none" : "") + ", not \"" + text + "\"");
   length = *read;
   return {};
 }

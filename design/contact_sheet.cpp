@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kMargin = 0.06, kCaption = 0.13, kCapitals = 0.055;  // parts of a picture's width
 constexpr double kSheetShape = std::numbers::sqrt2;                   // width to height
+constexpr double kCaptionShare = 0.94;                                // of its width, for a long one
 constexpr int kLayoutRounds = 3;
 
 /// Width and height of a whole sheet whose pictures are 1 wide.
@@ -118,7 +119,7 @@ void drawSheetCaption(Surface& sheet, const SheetLayout& layout, int place, cons
   const PointI corner = layout.corner(place);
   const double room = layout.pictureWidth;
   const double width = letteringWidth(caption);
-  const double capitals = std::min(kCapitals * room, width > 0 ? room / width : room);
+  const double capitals = std::min(kCapitals * room, width > 0 ? kCaptionShare * room / width : room);
   drawLettering(sheet, caption,
                 {static_cast<float>(corner.x + (room - capitals * width) / 2),
                  static_cast<float>(corner.y + layout.pictureHeight + (layout.caption + capitals) / 2)},

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <numeric>
 #include <utility>
 #include <vector>
 
@@ -23,6 +22,13 @@ constexpr float kUsualWidth = 9, kUsualBand = BandShares{}.band;
 // them.
 constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
+
+/// To make a document's knot in, over and over: its tables are megabytes, which take longer to get than small
+/// knots take to be made.
+Knot& workingKnot() {
+  thread_local const auto knot = std::make_unique<Knot>();
+  return *knot;
+}
 
 /// A field's text for a number, to a tenth.
 std::string tenths(Param p, double value) {
@@ -48,18 +54,19 @@ struct Passing {
 
 /// The passings of all crossings: those of a strand one after the other, in the strand's order.
 std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops, const Seam& seam) {
+  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
   std::vector<Passing> all;
-  for (const BandCrossing& c : findBandCrossings(loops, seam)) {
+  all.reserve(2 * crossings.size());
+  for (const BandCrossing& c : crossings) {
     all.push_back({c.under, c.underAt, all.size() + 1});
     all.push_back({c.over, c.overAt, all.size() - 1});
   }
-  std::vector<std::size_t> order(all.size()), rank(all.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::sort(order, {}, [&](std::size_t i) { return std::pair(all[i].loop, all[i].place); });
-  for (std::size_t i = 0; i < order.size(); ++i) rank[order[i]] = i;
-  std::vector<Passing> sorted;
-  for (const std::size_t i : order) sorted.push_back({all[i].loop, all[i].place, rank[all[i].partner]});
-  return sorted;
+  // Partners are neighbours until they are sorted.
+  std::vector<std::size_t> rank(all.size());
+  std::ranges::sort(all, {}, [](const Passing& p) { return std::pair(p.loop, p.place); });
+  for (std::size_t i = 0; i < all.size(); ++i) rank[all[i].partner ^ 1] = i;
+  for (Passing& p : all) p.partner = rank[p.partner];
+  return all;
 }
 
 /// The passing after another one on its strand.
@@ -170,15 +177,15 @@ Document fitBands(const Document& document, BandShares shares) {
   Document next = document;
   next.bands = shares;
   next.fields.check(Check::FitBands) = true;
-  const auto knot = std::make_unique<Knot>();
-  if (!document.lines || !makeKnot(document, *knot)) return next;
-  const auto distance = leastCrossingDistance(*knot);
+  Knot& knot = workingKnot();
+  if (!document.lines || !makeKnot(document, knot)) return next;
+  const auto distance = leastCrossingDistance(knot);
   if (!distance) return next;
-  const double width = fittingWidth(*knot, *distance, shares.band);
+  const double width = fittingWidth(knot, *distance, shares.band);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
   for (int round = 0; round < kFitRounds; ++round)
-    next = withBands(std::move(next), width / zoomOf(next, *knot), shares.edge);
+    next = withBands(std::move(next), width / zoomOf(next, knot), shares.edge);
   return next;
 }
 
@@ -196,13 +203,12 @@ BandShares sharesOfStyle(int style) {
 
 BandShares sharesOf(const Document& document) {
   BandShares shares = document.bands;
-  const auto knot = std::make_unique<Knot>();
-  if (document.fields.check(Check::FitBands) || !document.lines || !makeKnot(document, *knot)) return shares;
+  Knot& knot = workingKnot();
+  if (document.fields.check(Check::FitBands) || !document.lines || !makeKnot(document, knot)) return shares;
   const double outer = knotStyle(document.fields, {}).outerWidth();
   shares.edge = document.fields.number(Param::Edge) / static_cast<float>(outer);
-  if (const auto distance = leastCrossingDistance(*knot))
-    shares.band =
-        std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, *knot) / *distance));
+  if (const auto distance = leastCrossingDistance(knot))
+    shares.band = std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, knot) / *distance));
   return shares;
 }
 

@@ -50,6 +50,21 @@ std::vector<std::string> valuesAround(const Document& document, Param p, int cou
   return texts;
 }
 
+/// The first field that the picture changes with and that has the name.
+std::optional<Param> fieldNamed(const std::string& name) {
+  const std::string wanted = lowerCase(name);
+  for (int i = 0; i < kParamCount; ++i) {
+    const auto p = static_cast<Param>(i);
+    const ParamSpec& spec = parameterSpec(p);
+    const auto names = {std::string(spec.caption), fieldName(p), std::string(spec.shortName),
+                        std::string(spec.field)};
+    if (variesPicture(p) &&
+        std::ranges::any_of(names, [&](const std::string& one) { return lowerCase(one) == wanted; }))
+      return p;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 bool variesPicture(Param p) {
@@ -101,21 +116,19 @@ std::vector<Variation> randomVariations(const Document& document, const Rnd& ran
 
 Result<std::vector<Param>> variedFields(const std::string& text) {
   std::vector<Param> fields;
-  std::istringstream words(text);
-  for (std::string word; words >> word;) {
-    std::erase(word, ',');
-    int found = -1;
-    for (int i = kParamCount - 1; i >= 0; --i) {
-      const ParamSpec& spec = parameterTable()[i];
-      const auto isWord = [&](std::string_view name) { return lowerCase(name) == lowerCase(word); };
-      if ((isWord(spec.caption) || isWord(fieldName(static_cast<Param>(i))) || isWord(spec.shortName) ||
-           isWord(spec.field)) &&
-          variesPicture(static_cast<Param>(i)))
-        found = i;
-    }
-    if (found < 0)
-      return wrongUsage("\"{1}\" names no field that the picture changes with, such as Swish", word);
-    fields.push_back(static_cast<Param>(found));
+  std::vector<std::string> words;
+  std::istringstream stream(text);
+  for (std::string word; stream >> word;)
+    if (std::erase(word, ','); !word.empty()) words.push_back(word);
+  for (std::size_t at = 0; at < words.size();) {
+    // Some names are of two words.
+    std::optional<Param> found;
+    if (at + 1 < words.size()) found = fieldNamed(words[at] + ' ' + words[at + 1]);
+    at += found ? 2 : 1;
+    if (!found) found = fieldNamed(words[at - 1]);
+    if (!found)
+      return wrongUsage("\"{1}\" names no field that the picture changes with, such as Swish", words[at - 1]);
+    fields.push_back(*found);
   }
   if (fields.empty() || fields.size() > 2 || (fields.size() == 2 && fields[0] == fields[1]))
     return wrongUsage("name one field or two, such as Swish or Swish Width");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <numeric>
 #include <string>
 #include <utility>
 
@@ -16,9 +17,14 @@ namespace {
 // What a search may spend, in changed lines that are counted: about 150 ms of one core in all. The search for
 // many strands shares it.
 constexpr std::int64_t kEffort = 2'800'000, kEffortForMany = 1'900'000;
+// From so many lines on a change takes more time, and this much is left out.
+constexpr int kManyLines = 600;
+constexpr std::int64_t kLeftOut = 600'000;
 
 // With fewer moves a search for many strands has time to start more often, and to hold faces.
 constexpr std::size_t kFewMoves = 256, kVeryFewMoves = 100;
+constexpr int kPointsForLine = 2;  // that a strand gets where it passes one
+
 // A fault in a score's distance: far more than strands could be wrong.
 constexpr int kFault = 10'000;
 
@@ -45,13 +51,17 @@ class Search {
         orbits_(graph, goal.symmetry),
         start_(runs_.walls()),
         first_(runs_.count(start_)),
-        wanted_(goal.strands.value_or(goal.mostStrands)) {
+        wanted_(goal.strands.value_or(goal.mostStrands)),
+        effort_(runs_.lineCount() < kManyLines ? kEffort : kEffort - kLeftOut) {
     findMoves(graph);
   }
 
   Result<StrandPlan> run();
 
  private:
+  int passages(const Walls& walls) const;
+  int fewest() const;
+  Error unreached(int nearest) const;
   void findMoves(const KnotGraph& graph);
   std::vector<int> changedLines(const Walls& walls) const;
   StrandScore scoreOf(const StrandRuns::Counts& counts, int changed) const;
@@ -78,7 +88,7 @@ class Search {
   std::size_t orbitMoves_ = 0;                    // so many of them are one orbit each, two by two
   std::vector<std::vector<int>> faces_, rounds_;  // that are their own image: their orbits, their lines
   int wanted_;
-  std::int64_t effort_ = kEffort;
+  std::int64_t effort_;
   Walls bestWalls_;
   StrandScore best_;
   std::vector<int> lines_;  // that the move tried last changes
@@ -316,6 +326,9 @@ void Search::findMany() {
 }
 
 Result<StrandPlan> Search::run() {
+  // Where there cannot be so few, the fewest that can be are looked for, to be told.
+  const bool tooFew = goal_.strands && wanted_ < fewest();
+  if (tooFew) wanted_ = fewest();
   stage(start_);
   if (!moves_.empty() && best_.distance > 0) {
     if (goal_.symmetry.isNone() && first_.strands > wanted_) joinStrands();
@@ -324,19 +337,62 @@ Result<StrandPlan> Search::run() {
   const int least = std::abs(first_.strands - wanted_);
   if (!goal_.strands && !moves_.empty())
     findMany();
-  else if (goal_.strands && (best_.distance > 0 || best_.changed > least))
+  else if (goal_.strands && (best_.distance > 0 || (best_.changed > least && !tooFew)))
     findFewest();
   StrandPlan plan;
   plan.strands = runs_.count(bestWalls_).strands;
   plan.lines = changedLines(bestWalls_);
-  if (!goal_.strands || best_.distance == 0) return plan;
+  if (!goal_.strands || (best_.distance == 0 && !tooFew)) return plan;
+  return unreached(plan.strands);
+}
+
+/// How many lines all drawn strands pass together.
+int Search::passages(const Walls& walls) const {
+  const StrandRuns::Tour tour = runs_.tour(walls);
+  int passed = 0;
+  for (std::size_t i = 0; i < tour.lengths.size(); ++i)
+    if (tour.crossings[i] > 0) passed += tour.lengths[i];
+  return passed;
+}
+
+/// No walls give fewer: strands that share no line stay apart, unless they are the loops between walls that
+/// there may be, and none may be too long.
+int Search::fewest() const {
+  const StrandRuns::Tour tour = runs_.tour(start_);
+  std::vector<std::size_t> parts(tour.lengths.size());
+  std::iota(parts.begin(), parts.end(), 0);
+  const auto find = [&](int strand) {
+    auto part = static_cast<std::size_t>(strand);
+    while (parts[part] != part) part = parts[part] = parts[parts[part]];
+    return part;
+  };
+  auto count = static_cast<int>(parts.size());
+  for (const auto& [one, other] : tour.passages) {
+    if (one.strand < 0 || other.strand < 0 || find(one.strand) == find(other.strand)) continue;
+    parts[find(one.strand)] = find(other.strand);
+    --count;
+  }
+  if (first_.wallLoops > 0) return count - first_.wallLoops;  // they may be of any length
+  return std::max(count, (passages(start_) + goal_.longest - 1) / goal_.longest);
+}
+
+/// Why the wanted number was not found. All strands together pass the same lines whatever their number, so
+/// few of them may be too long.
+Error Search::unreached(int nearest) const {
+  const int passed = passages(bestWalls_), wanted = *goal_.strands;
+  if (nearest > wanted && passed > 1LL * wanted * goal_.longest)
+    return impossibleKnot(
+        trn("{n} strand would have {1} points, more than the {2} that a strand may have; the fewest "
+            "found is {3}",
+            "{n} strands would have {1} points together, and a strand may have {2}; the "
+            "fewest found is {3}",
+            wanted, kPointsForLine * passed, kPointsForLine * goal_.longest, nearest));
   return impossibleKnot(goal_.symmetry.isNone()
                             ? trn("no walls give {n} strand; the nearest found is {1}",
-                                  "no walls give {n} strands; the nearest found is {1}", wanted_,
-                                  plan.strands)
+                                  "no walls give {n} strands; the nearest found is {1}", wanted, nearest)
                             : trn("no walls in this symmetry give {n} strand; the nearest found is {1}",
                                   "no walls in this symmetry give {n} strands; the nearest found is {1}",
-                                  wanted_, plan.strands));
+                                  wanted, nearest));
 }
 
 }  // namespace

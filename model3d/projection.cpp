@@ -107,4 +107,30 @@ Lens fittedLens(const TubeModel& model, const ViewState& view, int width, int he
   return lens;
 }
 
+Lens keptInSight(const TubeModel& model, const ViewState& view, Lens lens, int width, int height) {
+  constexpr float kEdge = 0.05F;  // picture widths
+  const Projection projection(view);
+  const Placing placed = placing(model, projection, lens, width, height);
+  const float edge = kEdge * static_cast<float>(width);
+  const auto inward = [edge](float at, int size) {
+    return std::clamp(at, edge, std::max(edge, static_cast<float>(size) - edge)) - at;
+  };
+  float least = std::numeric_limits<float>::max();
+  PointF move;
+  for (const Vec3& centre : model.centres) {
+    const Shown shown = projection(centre);
+    if (!shown.seen) continue;
+    const PointF in{inward(placed.x + shown.x * placed.scale, width),
+                    inward(placed.y + shown.y * placed.scale, height)};
+    const float far = in.x * in.x + in.y * in.y;
+    if (far >= least) continue;
+    least = far;
+    move = in;
+    if (far == 0) return lens;
+  }
+  lens.pan.x += move.x / static_cast<float>(width);
+  lens.pan.y += move.y / static_cast<float>(width);
+  return lens;
+}
+
 }  // namespace lorivan

@@ -82,4 +82,8 @@ Placing placing(const TubeModel& model, const Projection& projection, const Lens
 /// The lens that makes the knot, as it is seen now, fill a picture but for a small margin.
 Lens fittedLens(const TubeModel& model, const ViewState& view, int width, int height);
 
+/// The lens, moved no farther than it takes for a strand's middle to lie in the picture, some way from its
+/// edges.
+Lens keptInSight(const TubeModel& model, const ViewState& view, Lens lens, int width, int height);
+
 }  // namespace lorivan

@@ -220,7 +220,9 @@ void drawRotator(Surface& surface, const ViewState& view, Colour background, Col
   line(surface, {0, middle.y}, {acrossX, middle.y}, thin, cross);
   line(surface, {middle.x, 0}, {middle.x, acrossY}, thin, cross);
   ring(surface, middle, nav.NavRadius, thin, mixed(lines, background, 0.75));
-  disc(surface, markers.thetaPhi, point, makeColour(0, 0, 255));
+  // Plain blue is hard to see on a dark ground.
+  const bool isDark = greenOf(lines) > greenOf(background);
+  disc(surface, markers.thetaPhi, point, isDark ? makeColour(80, 150, 255) : makeColour(0, 0, 255));
   disc(surface, markers.psi, point, makeColour(255, 0, 0));
 }
 

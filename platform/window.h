@@ -119,9 +119,18 @@ struct OptionLine {
   bool on = false;        // of the box
 };
 
+/// A line of such a dialog that cannot be taken, by its place, and why.
+struct WrongLine {
+  std::size_t place = 0;
+  std::string why;
+};
+
 struct OptionDialogSpec {
   std::string title, hint;  // the hint stands above the lines
   std::vector<OptionLine> lines;
+  /// Asked when the user is done. The dialog stays open while a line is wrong, shows the reason in the place
+  /// of the hint, and leads to the line. Empty: everything can be taken.
+  std::function<std::optional<WrongLine>(const std::vector<OptionLine>&)> check = {};
 };
 
 /// A small picture beside the text of a list's item, in whatever colour the text has: how far each pixel is

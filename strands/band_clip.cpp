@@ -74,6 +74,22 @@ class PointList {
   std::vector<LinePoint> points_;
 };
 
+struct LineBox {
+  Vec low, high;
+  void add(Vec p) {
+    low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+    high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+  }
+  bool isWithin(const LineBox& o, double far) const {
+    return low.x - far <= o.high.x && o.low.x <= high.x + far && low.y - far <= o.high.y &&
+           o.low.y <= high.y + far;
+  }
+  double squareTo(Vec p) const {
+    const Vec away{p.x - std::clamp(p.x, low.x, high.x), p.y - std::clamp(p.y, low.y, high.y)};
+    return dot(away, away);
+  }
+};
+
 /// A centre line as chords, for asking how near a point is.
 class CentreLine {
  public:
@@ -85,10 +101,10 @@ class CentreLine {
 
   /// Whether a line may touch the band: for sure not, where this is false.
   bool isNear(Vec a, Vec b, double half) const {
-    Box line{a, a};
+    LineBox line{a, a};
     line.add(b);
     return all_.isWithin(line, half) &&
-           std::ranges::any_of(boxes_, [&](const Box& box) { return box.isWithin(line, half); });
+           std::ranges::any_of(boxes_, [&](const LineBox& box) { return box.isWithin(line, half); });
   }
 
   /// Whether it ends where it begins, and so has no ends.
@@ -120,22 +136,6 @@ class CentreLine {
 
  private:
   static constexpr std::size_t kBlock = 4;
-  struct Box {
-    Vec low, high;
-    void add(Vec p) {
-      low = {std::min(low.x, p.x), std::min(low.y, p.y)};
-      high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-    }
-    bool isWithin(const Box& o, double far) const {
-      return low.x - far <= o.high.x && o.low.x <= high.x + far && low.y - far <= o.high.y &&
-             o.low.y <= high.y + far;
-    }
-    double squareTo(Vec p) const {
-      const Vec away{p.x - std::clamp(p.x, low.x, high.x), p.y - std::clamp(p.y, low.y, high.y)};
-      return dot(away, away);
-    }
-  };
-
   /// Whether any chord is nearer than the root of a square. Begins where the last search ended.
   bool isWithin(Vec p, double square) const {
     const auto isIn = [&](std::size_t block) {
@@ -180,8 +180,8 @@ class CentreLine {
   }
 
   std::vector<Chord> chords_;
-  std::vector<Box> boxes_;  // of blocks of chords
-  Box all_;
+  std::vector<LineBox> boxes_;  // of blocks of chords
+  LineBox all_;
   LinePoint begin_, end_;
   mutable std::size_t last_ = 0;  // the block in which something was found last
 };
@@ -365,22 +365,29 @@ class BandClipper {
   }
 
   void cutAll() {
-    // In the order of their left ends, so that only lines that lie side by side are compared.
+    // In the order in which they begin across, or upright where there is more room, so that only lines that
+    // lie side by side are compared.
     struct Span {
-      double left, right, top, bottom;
+      double begin, end, low, high;
       std::size_t line;
     };
-    std::vector<Span> spans;
-    spans.reserve(lines_.size());
+    thread_local std::vector<Span> spans;
+    spans.clear();
+    LineBox all{points_.front().at, points_.front().at};
+    for (const Border& line : lines_) all.add(line.from.at);
+    const bool isUpright = all.high.y - all.low.y > all.high.x - all.low.x;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-      const Vec a = lines_[i].from.at, b = lines_[i].to.at;
+      const auto turned = [&](Vec p) { return isUpright ? Vec{p.y, p.x} : p; };
+      const Vec a = turned(lines_[i].from.at), b = turned(lines_[i].to.at);
       spans.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y), i});
     }
-    std::ranges::sort(spans, {}, &Span::left);
-    for (std::size_t i = 0; i < spans.size(); ++i)
-      for (std::size_t k = i + 1; k < spans.size() && spans[k].left <= spans[i].right; ++k)
-        if (spans[k].top <= spans[i].bottom && spans[i].top <= spans[k].bottom)
-          cutBoth(std::min(spans[i].line, spans[k].line), std::max(spans[i].line, spans[k].line));
+    std::ranges::sort(spans, {}, &Span::begin);
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+      const Span one = spans[i];
+      for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k)
+        if (spans[k].low <= one.high && one.low <= spans[k].high)
+          cutBoth(std::min(one.line, spans[k].line), std::max(one.line, spans[k].line));
+    }
     std::ranges::sort(
         cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });
   }

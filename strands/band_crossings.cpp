@@ -10,7 +10,8 @@ constexpr int kChunk = 2;       // chords that are compared with others as one b
 constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =
     0.1234567;  // of a period from the seam to where the search ends: few crossings lie there
-constexpr double kSlack = 1e-3;  // pixels that it goes on there, so that none is lost between both ends
+constexpr double kSettled = 3e-4;  // samples; a step of this size leaves about its square
+constexpr double kSlack = 1e-3;    // pixels that it goes on there, so that none is lost between both ends
 
 struct Box {
   double left, top, right, bottom;
@@ -33,40 +34,69 @@ struct Chunk {
   int turn = 0;  // periods that it was moved to the right
 };
 
+/// What a cell knows of a chunk, lying side by side: most pairs are told apart by it.
+struct Entry {
+  Entry() = default;
+  Entry(std::uint32_t number, const Box& box)
+      : chunk(number),
+        left(below(box.left)),
+        top(below(box.top)),
+        right(-below(-box.right)),
+        bottom(-below(-box.bottom)) {}
+  bool mayMeet(const Entry& o) const {
+    return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
+  }
+  /// What rounding may have added is taken off.
+  static float below(double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); }
+
+  std::uint32_t chunk = 0;
+  float left = 0, top = 0, right = 0, bottom = 0;
+};
+
 class CrossingSearch {
  public:
-  CrossingSearch(std::span<const BandLoop> loops, const Seam& seam)
-      : loops_(loops), width_(seam.width), left_(seam.left + kAside * seam.width) {
+  /// Made once and asked again and again, it keeps the memory of its tables.
+  std::vector<BandCrossing> find(std::span<const BandLoop> loops, const Seam& seam) {
+    loops_ = loops;
+    width_ = seam.width;
+    left_ = seam.left + kAside * seam.width;
     cutLoops();
-  }
-
-  std::vector<BandCrossing> find() {
     if (chunks_.empty()) return {};
+    found_.clear();
     layCells();
     for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
       for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
-        for (std::size_t j = i; j < starts_[cell + 1]; ++j) meet(entries_[i], entries_[j], cell);
-    dropRepeats();
-    return std::move(found_);
+        for (std::size_t j = i; j < starts_[cell + 1]; ++j)
+          if (entries_[i].mayMeet(entries_[j])) meet(entries_[i].chunk, entries_[j].chunk, cell);
+    return withoutRepeats();
   }
 
  private:
   void cutLoops() {
-    for (std::size_t l = 0; l < loops_.size(); ++l)
+    points_.clear();
+    firsts_.clear();
+    chunks_.clear();
+    for (std::size_t l = 0; l < loops_.size(); ++l) {
+      firsts_.push_back(points_.size());
+      for (int i = 0; i <= loops_[l].size(); ++i) points_.push_back(loops_[l].point(i));
       for (int begin = 0; begin < loops_[l].size(); begin += kChunk) {
         Chunk chunk{};
         chunk.loop = static_cast<int>(l);
         chunk.begin = begin;
         chunk.end = std::min(begin + kChunk, loops_[l].size());
-        const Vec first = loops_[l].point(begin);
-        chunk.box = {first.x, first.y, first.x, first.y};
-        for (int i = begin + 1; i <= chunk.end; ++i) chunk.box.add(loops_[l].point(i));
+        const Vec* const points = pointsOf(chunk.loop);
+        chunk.box = {points[begin].x, points[begin].y, points[begin].x, points[begin].y};
+        for (int i = begin + 1; i <= chunk.end; ++i) chunk.box.add(points[i]);
         if (width_ > 0)
           addCopies(chunk);
         else
           chunks_.push_back(chunk);
       }
+    }
   }
+
+  /// At the samples from the first one to where the second lap begins.
+  const Vec* pointsOf(int loop) const { return &points_[firsts_[loop]]; }
 
   /// Round a cylinder: a chunk wherever it reaches into the one period that is searched.
   void addCopies(const Chunk& chunk) {
@@ -103,9 +133,11 @@ class CrossingSearch {
     }
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     entries_.resize(starts_.back());
-    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
+    next_.assign(starts_.begin(), starts_.end() - 1);
     for (std::size_t i = 0; i < chunks_.size(); ++i)
-      eachCell(chunks_[i], [&](std::size_t cell) { entries_[next[cell]++] = static_cast<std::uint32_t>(i); });
+      eachCell(chunks_[i], [&](std::size_t cell) {
+        entries_[next_[cell]++] = {static_cast<std::uint32_t>(i), chunks_[i].box};
+      });
   }
 
   template <class Use>
@@ -124,18 +156,17 @@ class CrossingSearch {
         static_cast<std::size_t>(std::max(a.row0, b.row0)) * static_cast<std::size_t>(columns_) +
         static_cast<std::size_t>(std::max(a.column0, b.column0));
     if (cell != firstShared) return;
-    const BandLoop& loop = loops_[a.loop];
     if (isOneWay(a, b)) return;
-    const BandLoop& other = loops_[b.loop];
+    const Vec *const loop = pointsOf(a.loop), *const other = pointsOf(b.loop);
     const Vec moved{a.turn * width_, 0}, movedToo{b.turn * width_, 0};
     for (int i = a.begin; i < a.end; ++i) {
-      const Vec p = loop.point(i) + moved, q = loop.point(i + 1) + moved;
+      const Vec p = loop[i] + moved, q = loop[i + 1] + moved;
       constexpr double slack = 1e-3;
       const Box chord{std::min(p.x, q.x) - slack, std::min(p.y, q.y) - slack, std::max(p.x, q.x) + slack,
                       std::max(p.y, q.y) + slack};
       if (!chord.meets(b.box)) continue;
       for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j)
-        if (touches(chord, other.point(j) + movedToo, other.point(j + 1) + movedToo)) compare(a, i, b, j);
+        if (touches(chord, other[j] + movedToo, other[j + 1] + movedToo)) compare(a, i, b, j);
     }
   }
 
@@ -143,12 +174,12 @@ class CrossingSearch {
   bool isOneWay(const Chunk& a, const Chunk& b) const {
     if (a.loop != b.loop || a.turn != b.turn || (&a != &b && a.end != b.begin && b.end != a.begin))
       return false;
-    const BandLoop& loop = loops_[a.loop];
+    const Vec* const loop = pointsOf(a.loop);
     const int begin = std::min(a.begin, b.begin), end = std::max(a.end, b.end);
     if (end - begin > 2 * kChunk) return false;
-    const Vec way = loop.point(end) - loop.point(begin);
+    const Vec way = loop[end] - loop[begin];
     for (int i = begin; i < end; ++i)
-      if (dot(loop.point(i + 1) - loop.point(i), way) <= 0) return false;
+      if (dot(loop[i + 1] - loop[i], way) <= 0) return false;
     return true;
   }
 
@@ -168,10 +199,10 @@ class CrossingSearch {
 
   void compare(const Chunk& chunkA, int i, const Chunk& chunkB, int j) {
     const int loopA = chunkA.loop, loopB = chunkB.loop, turn = chunkB.turn - chunkA.turn;
-    const BandLoop &one = loops_[loopA], &two = loops_[loopB];
+    const Vec *const one = pointsOf(loopA), *const two = pointsOf(loopB);
     const Vec moved{turn * width_, 0};
-    const Vec a = one.point(i), c = two.point(j) + moved;
-    const Vec r = one.point(i + 1) - a, s = two.point(j + 1) + moved - c;
+    const Vec a = one[i], c = two[j] + moved;
+    const Vec r = one[i + 1] - a, s = two[j + 1] + moved - c;
     const double area = cross(r, s);
     if (area == 0 || touchAnyway(chunkA, i, chunkB, j)) return;
     const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
@@ -195,7 +226,7 @@ class CrossingSearch {
       const double moveA = cross(gap, q.along) / area, moveB = cross(gap, p.along) / area;
       a += std::clamp(moveA, -0.5, 0.5);
       b += std::clamp(moveB, -0.5, 0.5);
-      if (std::max(std::fabs(moveA), std::fabs(moveB)) < 1e-6) break;
+      if (std::max(std::fabs(moveA), std::fabs(moveB)) < kSettled) break;
     }
     if (std::fabs(a - a0) > 1 || std::fabs(b - b0) > 1) {
       a = a0;
@@ -239,11 +270,12 @@ class CrossingSearch {
     return a.turn == b.turn + moved;
   }
 
-  void dropRepeats() {
+  std::vector<BandCrossing> withoutRepeats() {
     std::sort(found_.begin(), found_.end(), [](const BandCrossing& a, const BandCrossing& b) {
       return a.under != b.under ? a.under < b.under : a.underAt < b.underAt;
     });
     std::vector<BandCrossing> kept;
+    kept.reserve(found_.size());
     std::size_t firstOfLoop = 0;
     for (const BandCrossing& c : found_) {
       if (kept.empty() || kept[firstOfLoop].under != c.under) firstOfLoop = kept.size();
@@ -251,14 +283,16 @@ class CrossingSearch {
           kept.size() > firstOfLoop && (isSame(kept.back(), c) || isSame(kept[firstOfLoop], c));
       if (!known) kept.push_back(c);
     }
-    found_ = std::move(kept);
+    return kept;
   }
 
   std::span<const BandLoop> loops_;
-  double width_, left_;  // of the period that is searched, pixels; no width: all of the plane
+  double width_ = 0, left_ = 0;  // of the period that is searched, pixels; no width: all of the plane
   std::vector<Chunk> chunks_;
-  std::vector<std::size_t> starts_;
-  std::vector<std::uint32_t> entries_;
+  std::vector<std::size_t> starts_, next_;
+  std::vector<Entry> entries_;
+  std::vector<Vec> points_;          // of all loops, one after the other, each with its first one again
+  std::vector<std::size_t> firsts_;  // of each loop
   std::vector<BandCrossing> found_;
   int columns_ = 0;
 };
@@ -266,7 +300,8 @@ class CrossingSearch {
 }  // namespace
 
 std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam) {
-  return CrossingSearch(loops, seam).find();
+  thread_local CrossingSearch search;
+  return search.find(loops, seam);
 }
 
 }  // namespace lorivan

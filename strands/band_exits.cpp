@@ -18,19 +18,28 @@ constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
 constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
-/// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
-bool isTight(const BandLoop& band, int i, double distance) {
-  const Vec a = band.tangent(i), b = band.tangent(i + 1), chord = band.point(i + 1) - band.point(i);
-  const double turn = cross(a, b) * distance, both = dot(a, a) * dot(b, b);
-  return turn * turn > kTightBend * kTightBend * both * dot(chord, chord) || dot(a, b) < 0;
+/// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
+/// where it turns back.
+std::vector<double> bendsOf(const BandLoop& band) {
+  std::vector<double> bends(static_cast<std::size_t>(band.size()));
+  Vec a = band.tangent(0), from = band.point(0);
+  for (int i = 0; i < band.size(); ++i) {
+    const Vec b = band.tangent(i + 1), to = band.point(i + 1), chord = to - from;
+    const double turn = cross(a, b);
+    const double bend = turn * turn / (dot(a, a) * dot(b, b) * dot(chord, chord));
+    bends[static_cast<std::size_t>(i)] = dot(a, b) < 0 ? HUGE_VAL : bend;
+    a = b;
+    from = to;
+  }
+  return bends;
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
 struct Beside {
   Beside(const BandLoop::Spot& s, double distance) {
-    const double square = dot(s.along, s.along), length = std::sqrt(square), inverse = 1 / length;
+    const double inverse = 1 / std::sqrt(dot(s.along, s.along));
     at = s.at + quarter(s.along) * (distance * inverse);
-    share = 1 - distance * cross(s.along, s.bend) * inverse / square;
+    share = 1 - distance * cross(s.along, s.bend) * (inverse * inverse * inverse);
   }
   Vec at;
   double share;  // of the centre line's speed; below 0 in a fold
@@ -84,23 +93,28 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     overs_[c.over].push_back(&c);
   }
   for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
-  mayReturn_.reserve(crossings_.size());
-  for (const BandCrossing& c : crossings_) mayReturn_.push_back(mayReturn(c));
+  for (const BandLoop& band : loops) bends_.push_back(bendsOf(band));
+  meetings_.reserve(crossings_.size());
+  for (const BandCrossing& c : crossings_) {
+    Meeting& made = meetings_.emplace_back();
+    made.under = loop(c.under).spot(c.underAt);
+    made.over = overOf(c).spot(c.overAt);
+    made.mayReturn = mayReturn(c, made.over);
+  }
   for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
 }
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
-bool BandExits::mayReturn(const BandCrossing& c) const {
+bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s) const {
   const BandLoop& over = overOf(c);
-  const BandLoop::Spot s = over.spot(c.overAt);
   const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
     for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
       const Vec along = over.tangent(i), away = over.point(i) - s.at;
       const double same = dot(along, s.along);
-      if (same < 0 || same * same < least * dot(along, along) || isTight(over, i, clear_)) return true;
+      if (same < 0 || same * same < least * dot(along, along) || isTight(c.over, i, clear_)) return true;
       if (dot(away, away) > far * far) break;
     }
   }
@@ -144,7 +158,7 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
 /// Whether no bend between two places comes near to folding a line at a distance beside it.
 bool BandExits::isCalm(int number, double from, double to, double distance) const {
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
-    if (isTight(loop(number), i, distance)) return false;
+    if (isTight(number, i, distance)) return false;
   return true;
 }
 
@@ -220,7 +234,7 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
-  if (!mayReturn_[numberOf(c)]) return exit;
+  if (!meetings_[numberOf(c)].mayReturn) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);
@@ -267,7 +281,9 @@ bool BandExits::leaveAtOnce(const BandCrossing& c, double distance, int directio
   // band's.
   const double settled = std::max(tolerance_ / 2, half_ / 8) * tolerance_ / 2;
   for (int step = 0; step < 6; ++step) {
-    const BandLoop::Spot s = under.spot(exit.place), o = over.spot(exit.foot);
+    const Meeting& meeting = meetings_[numberOf(c)];
+    const BandLoop::Spot s = step == 0 ? meeting.under : under.spot(exit.place);
+    const BandLoop::Spot o = step == 0 ? meeting.over : over.spot(exit.foot);
     if (step == 0) edge = cross(o.along, s.along) * direction > 0 ? clear_ : -clear_;
     const Beside side(s, distance), hem(o, edge);
     const Vec gap = hem.at - side.at;

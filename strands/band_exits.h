@@ -73,7 +73,14 @@ class BandExits {
     return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
   }
   bool isCalm(int number, double from, double to, double distance) const;
-  bool mayReturn(const BandCrossing& c) const;
+  bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over) const;
+  /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
+  bool isTight(int number, int sample, double distance) const {
+    const std::vector<double>& bends = bends_[number];
+    const int size = static_cast<int>(bends.size());
+    const int within = sample >= 0 && sample < size ? sample : (sample % size + size) % size;
+    return bends[within] * distance * distance > kTightBend * kTightBend;
+  }
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                       bool& isPlain) const;
@@ -91,8 +98,13 @@ class BandExits {
   std::vector<BandCrossing> crossings_;
   std::vector<BandLoop> moved_;            // upper loops of a wrapped knot, by crossing
   std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
-  std::vector<char> mayReturn_;            // of each crossing
   std::vector<std::pair<std::size_t, std::size_t>> rivals_;
+  struct Meeting {
+    BandLoop::Spot under, over;
+    bool mayReturn = false;
+  };
+  std::vector<Meeting> meetings_;                        // of each crossing
+  std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one
   std::vector<std::vector<const BandCrossing*>> overs_;  // of each loop over others, by the place on it
 };
 

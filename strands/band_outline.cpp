@@ -232,7 +232,7 @@ class Outliner {
       return;
     }
     const double side = cross(over.spot(a.foot).along, from.at - over.spot(a.foot).at) > 0 ? clear_ : -clear_;
-    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_);
+    followSide(over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), side, edge_, fit <= 0);
     mayCross_ |= !edge_.corners.empty();
     if (sense < 0) reverseSide(edge_);
     dropBehind(from, edge_);
@@ -253,7 +253,7 @@ class Outliner {
     for (std::size_t& corner : side.corners) corner -= behind;
   }
 
-  void stretch(int number, BandEnd begin, BandEnd end, double lap, StrandOutline& made) {
+  void stretch(int number, BandEnd& begin, BandEnd& end, double lap, StrandOutline& made) {
     const BandLoop& band = loop(number);
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
@@ -274,7 +274,7 @@ class Outliner {
                                                  (end.side[0].place + end.side[1].place) / 2);
   }
 
-  void plain(const BandLoop& band, BandEnd begin, BandEnd end, StrandOutline& made) {
+  void plain(const BandLoop& band, BandEnd& begin, BandEnd& end, StrandOutline& made) {
     int gone = 0;
     for (const int side : {0, 1}) {
       double &a = begin.side[side].place, &b = end.side[side].place;
@@ -387,7 +387,7 @@ class Outliner {
     if (contour.empty())
       contour.push_back(toPointF(offsetPoint(band.spot(from), side == 0 ? -half_ : half_)));
     if (from >= to) return;
-    followSide(band, from, to, side == 0 ? -half_ : half_, line_);
+    followSide(band, from, to, side == 0 ? -half_ : half_, line_, fit <= 0);
     mayCross_ |= !line_.corners.empty();
     if (side == 1) reverseSide(line_);
     appendSide(line_, fit, contour);
@@ -400,7 +400,7 @@ class Outliner {
   BandExits exits_;
   BandTouches touches_;
   std::vector<std::vector<BandBeside>> beside_;  // of each loop
-  std::vector<BandEnd> back_, on_;               // of each crossing
+  std::vector<BandEnd> back_, on_;               // of each crossing; each of them is an end of one stretch
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0, lost_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself

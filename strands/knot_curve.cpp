@@ -100,6 +100,7 @@ void closedCardinalToBezier(std::span<const PointF> loop, std::size_t begin, std
 void addExtremes(double p0, double p1, double p2, double p3, double& low, double& high) {
   low = std::min({low, p0, p3});
   high = std::max({high, p0, p3});
+  if (std::min(p1, p2) >= low && std::max(p1, p2) <= high) return;  // as are nearly all
   const double a = -p0 + 3 * p1 - 3 * p2 + p3, b = 2 * (p0 - 2 * p1 + p2), c = p1 - p0;
   const auto add = [&](double t) {
     if (!(t > 0 && t < 1)) return;

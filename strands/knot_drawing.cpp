@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <string>
+#include <utility>
 
 #include "base/numbers.h"
 #include "strands/band_outline.h"
@@ -19,12 +20,12 @@ constexpr double kFilledEdge =
 
 /// The edges of all bands, which lie beneath all colours: no colour's end shows what is under it. Files get
 /// shapes where a band has no folds.
-void drawEdges(Surface& surface, const BandOutlines& outlines, const KnotCurve& curve, const KnotStyle& style,
+void drawEdges(Surface& surface, BandOutlines& outlines, const KnotCurve& curve, const KnotStyle& style,
                const GridView& view) {
   const Seam seam = seamOf(curve, view);
   std::vector<BandContour> rings;
-  for (const StrandOutline& strand : outlines.strands)
-    if (!strand.folded) appendCopies(seam, strand.ring, rings);
+  for (StrandOutline& strand : outlines.strands)
+    if (!strand.folded) appendCopies(seam, std::move(strand.ring), rings);
   surface.beginGroup("edges");
   if (!rings.empty()) surface.fillPath(rings, 0);
   BandPainter painter(surface, curve, style, view);
@@ -69,18 +70,18 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   options.rings = options.fitted = !surface.isRaster();
   options.spines = surface.isRaster();
-  const BandOutlines outlines = bandOutlines(curve, view, options);
+  BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
   drawEdges(surface, outlines, curve, style, view);
   surface.beginGroup("strands");
   std::vector<BandContour> shapes;
-  for (const StrandOutline& strand : outlines.strands) {
+  for (StrandOutline& strand : outlines.strands) {
     surface.beginGroup("strand-" + std::to_string(strand.slot));
     shapes.clear();
-    for (const BandStretch& stretch : strand.stretches) {
-      appendCopies(seam, stretch.contours, shapes);
+    for (BandStretch& stretch : strand.stretches) {
+      appendCopies(seam, std::move(stretch.contours), shapes);
       if (surface.isRaster()) continue;  // all at once
       surface.fillPath(shapes, style.bandColour(strand.slot));
       shapes.clear();

@@ -5,8 +5,11 @@
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.25;           // radians that the line may turn between two points of a side
-constexpr double kTurnCosine = 0.969;    // cosine of kTurn
+/// Radians that the line may turn between two points of a side, and the cosine of that.
+struct Turn {
+  double angle, cosine;
+};
+constexpr Turn kFine{0.25, 0.969}, kCoarse{0.5, 0.8776};
 constexpr double kBulge = 0.4;           // times the distance
 constexpr double kTight = 0.3;           // of the way to a fold; from there on it turns by a quarter as much
 constexpr int kMostParts = 24;           // of a piece between two samples
@@ -17,8 +20,8 @@ constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nea
 /// Samples a side, more densely where it turns.
 class SideSampler {
  public:
-  SideSampler(const BandLoop& loop, double distance, std::vector<LinePoint>& points)
-      : loop_(loop), distance_(distance), points_(points) {}
+  SideSampler(const BandLoop& loop, double distance, const Turn& most, std::vector<LinePoint>& points)
+      : loop_(loop), distance_(distance), most_(most), points_(points) {}
 
   void follow(double from, double to) {
     addSpot(from);
@@ -55,17 +58,18 @@ class SideSampler {
     // Nor where samples that were left out say more of the bend.
     const bool isWide = loop_.isWide(static_cast<int>(std::floor(from)));
     const bool isLong = bulge > kBulge * (isWide ? 2.0 : std::max(std::fabs(distance_), 1.0));
-    if (cosine > kTurnCosine && !isLong) return;
+    if (cosine > most_.cosine && !isLong) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
     const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
     const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
     const int parts =
-        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? kTurn / 4 : kTurn)));
+        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? most_.angle / 4 : most_.angle)));
     for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);
   }
 
   const BandLoop& loop_;
   double distance_;
+  const Turn& most_;
   std::vector<LinePoint>& points_;
 };
 
@@ -159,12 +163,13 @@ class Unfolder {
 
 }  // namespace
 
-void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side) {
+void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side,
+                bool coarse) {
   side.points.clear();
   side.corners.clear();
   thread_local std::vector<LinePoint> raw;
   raw.clear();
-  SideSampler(loop, distance, raw).follow(from, to);
+  SideSampler(loop, distance, coarse ? kCoarse : kFine, raw).follow(from, to);
   Unfolder(raw, distance, side).run();
 }
 

@@ -17,7 +17,9 @@ struct OffsetSide {
 
 /// Follows the loop from one place to a later one, which may lie in the next lap, at `distance`. Where the
 /// side folds back on itself it is cut where it meets itself again. A side that has nothing left is empty.
-void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side);
+/// `coarse`: fewer points, for an arc from each of them to the next instead of a fitted curve.
+void followSide(const BandLoop& loop, double from, double to, double distance, OffsetSide& side,
+                bool coarse = false);
 
 /// Appends a side's curves to a chain that holds its first point already.
 void appendSide(const OffsetSide& side, double tolerance, std::vector<PointF>& chain);

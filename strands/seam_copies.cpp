@@ -1,5 +1,7 @@
 #include "strands/seam_copies.h"
 
+#include <iterator>
+
 namespace lorivan {
 
 std::vector<PointF> movedRight(std::span<const PointF> points, double right) {
@@ -8,12 +10,13 @@ std::vector<PointF> movedRight(std::span<const PointF> points, double right) {
   return moved;
 }
 
-void appendCopies(const Seam& seam, const std::vector<std::vector<PointF>>& shape,
+void appendCopies(const Seam& seam, std::vector<std::vector<PointF>>&& shape,
                   std::vector<std::vector<PointF>>& copies) {
+  if (!seam) return void(std::ranges::move(shape, std::back_inserter(copies)));
   Reach reach;
   for (const auto& contour : shape) reach.add(contour);
   eachCopy(seam, reach.low, reach.high, [&](double right) {
-    for (const auto& contour : shape) copies.push_back(seam ? movedRight(contour, right) : contour);
+    for (const auto& contour : shape) copies.push_back(movedRight(contour, right));
   });
 }
 

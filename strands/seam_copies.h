@@ -34,8 +34,8 @@ struct Reach {
 
 std::vector<PointF> movedRight(std::span<const PointF> points, double right);
 
-/// Appends the copies of a shape's contours that a picture needs.
-void appendCopies(const Seam& seam, const std::vector<std::vector<PointF>>& shape,
+/// Appends the copies of a shape's contours that a picture needs; the shape is used up.
+void appendCopies(const Seam& seam, std::vector<std::vector<PointF>>&& shape,
                   std::vector<std::vector<PointF>>& copies);
 
 /// While it lives, nothing that is drawn stays outside of the period that is shown.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "strands/band_outline.h"
 #include "strands/seam_copies.h"
@@ -124,13 +125,13 @@ void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& s
   OutlineOptions options;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
-  const BandOutlines outlines = bandOutlines(curve, view, options);
+  BandOutlines outlines = bandOutlines(curve, view, options);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
   std::vector<BandContour> shown;
-  for (const StrandOutline& strand : outlines.strands) {
+  for (StrandOutline& strand : outlines.strands) {
     if (strand.slot != slot) continue;
-    for (const BandStretch& stretch : strand.stretches) appendCopies(seam, stretch.contours, shown);
+    for (BandStretch& stretch : strand.stretches) appendCopies(seam, std::move(stretch.contours), shown);
     for (const auto& [width, colour] : {std::pair(kDarkWidth, kMarkDark), {kBrightWidth, kMarkBright}})
       for (const BandContour& contour : shown)
         surface.wideCurve({contour, static_cast<float>(view.penWidth(width)), colour, CapStyle::round});

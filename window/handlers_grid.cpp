@@ -204,6 +204,8 @@ void Handlers::setStrands(std::optional<int> strands) {
   const std::string name = !strands ? tr("Most strands") : countedStrands(*strands);
   const Document before = bench_.document();
   const auto next = withStrands(before, strands, bench_.symmetry.inForce());
+  // What changes is to be seen.
+  if (bench_.picture() == Picture::sheet || bench_.picture() == Picture::variations) cmd2DView_Click();
   if (!bench_.step(name, next, afterLines())) return;
   const bool same = before == bench_.document();
   bench_.status(same ? tr("{1}: no wall had to be changed", bench_.summary())

@@ -118,13 +118,8 @@ Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare) 
 void Handlers::mnuFileSaveOptions_Click() {
   const auto lines = bench_.window.chooseOptions(saveOptionsDialog(bench_.saveOptions));
   if (!lines) return;
-  const auto chosen = optionsOf(*lines);
-  if (!chosen) {
-    bench_.status(tr("The saving options stay as they were: {1}", chosen.error().message));
-    return;
-  }
-  bench_.saveOptions = *chosen;
-  bench_.status(*chosen == OutputOptions{} ? tr("Files are saved as usual")
+  bench_.saveOptions = optionsOf(*lines);
+  bench_.status(bench_.saveOptions == OutputOptions{} ? tr("Files are saved as usual")
                                            : tr("Files are saved with these options from now on"));
 }
 

@@ -58,12 +58,26 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
   return good;
 }
 
+/// The first entry that is no such number.
+std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
+  OutputOptions options;
+  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i) {
+    const std::string& text = lines[i].text;
+    if (lines[i].isBox || take(kChoices[i], text, options)) continue;
+    return WrongLine{i, kChoices[i].pixels != nullptr
+                            ? tr("{1} is no whole number from 1 to {2}.", quoted(text), kLongestSide)
+                            : tr("{1} is no length from 0.01 to 100000 millimetres.", quoted(text))};
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
   OptionDialogSpec dialog{tr("Saving options"),
                           tr("For every file that is saved from now on. What is left empty is as usual."),
-                          {}};
+                          {},
+                          wrongEntry};
   for (const Choice& choice : kChoices) {
     const std::string text = textOf(choice, options);
     dialog.lines.push_back(
@@ -73,15 +87,10 @@ OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
   return dialog;
 }
 
-Result<OutputOptions> optionsOf(const std::vector<OptionLine>& lines) {
+OutputOptions optionsOf(const std::vector<OptionLine>& lines) {
   OutputOptions options;
-  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i) {
-    const OptionLine& line = lines[i];
-    const Choice& choice = kChoices[i];
-    if (take(choice, line.isBox ? (line.on ? "1" : "0") : line.text, options)) continue;
-    return choice.pixels != nullptr ? wrongUsage("there is no such number of pixels: {1}", quoted(line.text))
-                                    : wrongUsage("there is no such length: {1}", quoted(line.text));
-  }
+  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i)
+    take(kChoices[i], lines[i].isBox ? (lines[i].on ? "1" : "0") : lines[i].text, options);
   return options;
 }
 

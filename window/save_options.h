@@ -13,8 +13,8 @@ namespace lorivan {
 
 OptionDialogSpec saveOptionsDialog(const OutputOptions& options);
 
-/// What the dialog's lines say. The error names the line that holds no such number.
-Result<OutputOptions> optionsOf(const std::vector<OptionLine>& lines);
+/// What the dialog's lines say.
+OutputOptions optionsOf(const std::vector<OptionLine>& lines);
 
 /// "120,,2000,1,0,0,0"; empty while nothing is chosen. Whatever cannot be read is not chosen.
 std::string saveOptionsText(const OutputOptions& options);

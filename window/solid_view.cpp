@@ -14,7 +14,6 @@ namespace lorivan {
 namespace {
 
 constexpr float kZoomStep = 1.2F;  // of a notch of the wheel, and of a key
-constexpr float kFarthestPan = 100;
 constexpr int kMiddleButton = 3;
 
 constexpr ControlId kModelPicture = controlId("picKnot"), kRotator = controlId("picNav");
@@ -133,6 +132,7 @@ PictureLook SolidView::look(const Document& document) const {
 void SolidView::paint(const Document& document) {
   Surface& picture = window_.surface(kModelPicture);
   const TubeModel& shown = shownModel();
+  if (!(lens_ == Lens{})) lens_ = keptInSight(shown, angles_, lens_, picture.width(), picture.height());
   const auto polygons = static_cast<float>(std::max(1, model_->built().QuadCount));
   picture.clear(background_);
   const PictureLook shownLook = look(document);
@@ -252,8 +252,7 @@ bool SolidView::lensMoved(const MouseEvent& event) {
     lens_ = fittedLens(model_->built(), angles_, picture.width(), picture.height());
   if (event.button == kMiddleButton && event.action == MouseAction::move) {
     moving_ = true;
-    lens_.pan = {std::clamp(lens_.pan.x + at.x - grip_.x, -kFarthestPan, kFarthestPan),
-                 std::clamp(lens_.pan.y + at.y - grip_.y, -kFarthestPan, kFarthestPan)};
+    lens_.pan = {lens_.pan.x + at.x - grip_.x, lens_.pan.y + at.y - grip_.y};
   }
   if (event.button == kMiddleButton) grip_ = at;
   return !(lens_ == before);

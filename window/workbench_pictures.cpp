@@ -135,8 +135,9 @@ bool Workbench::buildModel(bool asked) {
     if (!hourglass.shown() || window.processEvents()) built = solid.build(document(), stages_);
   }
   if (!built) {
-    if (asked) complain(built.error().message);
+    // Before the box, behind which the line would go on saying that the model is being built.
     status(trn("No model: it would have {n} polygon", "No model: it would have {n} polygons", polygons));
+    if (asked) complain(built.error().message);
     return false;
   }
   if (solid.model().QuadCount == 0) {

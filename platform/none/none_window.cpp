@@ -217,7 +217,13 @@ std::optional<Colour> NoneWindow::chooseColour(Colour initial) {
 std::optional<std::vector<OptionLine>> NoneWindow::chooseOptions(const OptionDialogSpec& dialog) {
   AskedDialog asked{DialogKind::options, dialog.hint, dialog.title, {}, MessageIcon::none, {}, 0};
   asked.lines = dialog.lines;
-  return dialogs_.take(std::move(asked)).lines;
+  for (;;) {
+    auto lines = dialogs_.take(asked).lines;
+    const auto wrong = lines && dialog.check ? dialog.check(*lines) : std::nullopt;
+    if (!wrong) return lines;
+    asked.text = wrong->why;  // the dialog stays open and waits for another answer
+    asked.lines = std::move(*lines);
+  }
 }
 
 std::string NoneWindow::inputBox(const std::string& prompt, const std::string& title,

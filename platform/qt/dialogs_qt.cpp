@@ -16,26 +16,37 @@
 
 #include "base/texts.h"
 #include "platform/common/text_helpers.h"
+#include "platform/common/wide_registers.h"
 #include "platform/qt/convert.h"
 
 namespace lorivan::dialogs {
 namespace {
 
-/// The usual pointer while a dialog is open, also over a busy window.
-class NormalPointer {
+/// While a dialog is open: the usual pointer, also over a busy window. What follows it computes at full
+/// speed.
+class OpenDialog {
  public:
-  NormalPointer() : wasBusy_(QApplication::overrideCursor() != nullptr) {
+  OpenDialog() : wasBusy_(QApplication::overrideCursor() != nullptr) {
     if (wasBusy_) QApplication::setOverrideCursor(Qt::ArrowCursor);
   }
-  NormalPointer(const NormalPointer&) = delete;
-  NormalPointer& operator=(const NormalPointer&) = delete;
-  ~NormalPointer() {
+  OpenDialog(const OpenDialog&) = delete;
+  OpenDialog& operator=(const OpenDialog&) = delete;
+  ~OpenDialog() {
     if (wasBusy_) QApplication::restoreOverrideCursor();
+    leaveWideRegisters();
   }
 
  private:
   bool wasBusy_;
 };
+
+void takeEntries(const std::vector<QWidget*>& entries, std::vector<OptionLine>& lines) {
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    if (lines[i].isBox)
+      lines[i].on = static_cast<QCheckBox*>(entries[i])->isChecked();
+    else
+      lines[i].text = toUtf8(static_cast<QLineEdit*>(entries[i])->text());
+}
 
 QString titleOf(const std::string& title) {
   return title.empty() ? QStringLiteral("Lorivan") : toQString(title);
@@ -61,7 +72,7 @@ void show(QMessageBox& box) {
 }  // namespace
 
 void message(QWidget* parent, const std::string& text, const std::string& title, MessageIcon icon) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   box.setIcon(icon == MessageIcon::critical ? QMessageBox::Critical : QMessageBox::NoIcon);
@@ -69,7 +80,7 @@ void message(QWidget* parent, const std::string& text, const std::string& title,
 }
 
 bool confirm(QWidget* parent, const std::string& text, const std::string& title) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
@@ -80,7 +91,7 @@ bool confirm(QWidget* parent, const std::string& text, const std::string& title)
 }
 
 SaveAnswer askToSave(QWidget* parent, const std::string& text, const std::string& title) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QMessageBox box(parent);
   setUpMessage(box, text, title);
   QPushButton* const save = box.addButton(toQString(tr("&Save")), QMessageBox::AcceptRole);
@@ -130,7 +141,7 @@ void nameParts(QFileDialog& dialog, bool save) {
 }  // namespace
 
 std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   const InitialName initial = splitInitialName(spec.initialName);
   QString folder = toQString(initial.folder);
   if (!QDir(folder).exists()) folder = QDir::homePath();
@@ -149,7 +160,7 @@ std::string chooseFile(QWidget* parent, const FileDialogSpec& spec) {
 }
 
 std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QColorDialog dialog(toQColor(initial), parent);
   dialog.setWindowTitle(toQString(tr("Colour")));
   dialog.setOption(QColorDialog::DontUseNativeDialog);
@@ -158,11 +169,14 @@ std::optional<Colour> chooseColour(QWidget* parent, Colour initial) {
 }
 
 std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const OptionDialogSpec& spec) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QDialog dialog(parent);
   dialog.setWindowTitle(titleOf(spec.title));
   QFormLayout form(&dialog);
-  if (!spec.hint.empty()) form.addRow(new QLabel(toQString(spec.hint), &dialog));
+  auto* const hint = new QLabel(toQString(spec.hint), &dialog);
+  hint->setTextFormat(Qt::PlainText);
+  hint->setWordWrap(true);
+  form.addRow(hint);
   std::vector<QWidget*> entries;
   for (const OptionLine& line : spec.lines) {
     if (line.isBox) {
@@ -177,23 +191,28 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
     }
   }
   auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  std::vector<OptionLine> lines = spec.lines;
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
+    takeEntries(entries, lines);
+    const auto wrong = spec.check ? spec.check(lines) : std::nullopt;
+    if (!wrong) return dialog.accept();
+    hint->setText(toQString(wrong->why));
+    QFont bold = hint->font();
+    bold.setBold(true);
+    hint->setFont(bold);
+    entries[wrong->place]->setFocus(Qt::OtherFocusReason);
+    if (auto* const entry = qobject_cast<QLineEdit*>(entries[wrong->place])) entry->selectAll();
+  });
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   nameCancel(buttons->button(QDialogButtonBox::Cancel));
   form.addRow(buttons);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  std::vector<OptionLine> lines = spec.lines;
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    if (lines[i].isBox)
-      lines[i].on = static_cast<QCheckBox*>(entries[i])->isChecked();
-    else
-      lines[i].text = toUtf8(static_cast<QLineEdit*>(entries[i])->text());
   return lines;
 }
 
 std::string inputBox(QWidget* parent, const std::string& prompt, const std::string& title,
                      const std::string& initial) {
-  const NormalPointer pointer;
+  const OpenDialog open;
   QInputDialog dialog(parent);
   dialog.setWindowTitle(titleOf(title));
   dialog.setLabelText(toQString(prompt));

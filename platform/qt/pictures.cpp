@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/sink.h"
+#include "platform/common/wide_registers.h"
 #include "platform/platform.h"
 #include "platform/qt/convert.h"
 
@@ -33,8 +34,8 @@ QImage onWhite(const QImage& picture) {
   QImage page(picture.size(), QImage::Format_ARGB32_Premultiplied);
   if (page.isNull()) return page;
   page.fill(Qt::white);
-  QPainter painter(&page);
-  painter.drawImage(0, 0, picture);
+  QPainter(&page).drawImage(0, 0, picture);
+  leaveWideRegisters();
   return page;
 }
 

@@ -6,6 +6,9 @@
 #include <QLibrary>
 #include <QLibraryInfo>
 #include <QTranslator>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 #include "platform/common/metafile_records.h"
 #include "platform/qt/accessible.h"
@@ -48,6 +51,15 @@ bool displayAnswers() {
   return answers;
 }
 
+/// Freed memory stays with the program, up to some megabytes: tables of knots are that large, and to get them
+/// from the system again for every knot takes longer than to fill them.
+void keepFreedMemory() {
+#ifdef __GLIBC__
+  mallopt(M_MMAP_THRESHOLD, 32 << 20);
+  mallopt(M_TRIM_THRESHOLD, 64 << 20);
+#endif
+}
+
 template <class Made>
 Result<std::unique_ptr<Surface>> asSurface(Result<std::unique_ptr<Made>> made) {
   if (!made) return made.error();
@@ -60,7 +72,9 @@ PlatformQt::PlatformQt(std::string settingsPath)
     : settings_(std::make_unique<FileSettings>(std::move(settingsPath))),
       clipboard_(std::make_unique<ClipboardQt>()),
       clock_(std::make_unique<ClockQt>()),
-      help_(std::make_unique<HelpQt>(folderOfProgram())) {}
+      help_(std::make_unique<HelpQt>(folderOfProgram())) {
+  keepFreedMemory();
+}
 
 PlatformQt::~PlatformQt() = default;
 

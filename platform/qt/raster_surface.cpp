@@ -5,6 +5,7 @@
 
 #include "platform/common/pixels.h"
 #include "platform/common/wide_curve.h"
+#include "platform/common/wide_registers.h"
 #include "platform/qt/painting.h"
 
 namespace lorivan {
@@ -33,7 +34,7 @@ Result<std::unique_ptr<RasterSurface>> RasterSurface::create(int width, int heig
 Status RasterSurface::resize(int width, int height) {
   auto image = makeImage(width, height);
   if (!image) return image.error();
-  if (painter_.isActive()) painter_.end();
+  endPainter();
   image_ = std::move(*image);
   fault_.clear();
   clear(0xFFFFFF);
@@ -44,16 +45,27 @@ void RasterSurface::fail(std::string reason) {
   if (fault_.empty()) fault_ = std::move(reason);
 }
 
+void RasterSurface::endPainter() {
+  if (!painter_.isActive()) return;
+  painter_.end();
+  leaveWideRegisters();
+}
+
 PathFiller& RasterSurface::shapes() {
   drawn_ = true;
-  if (painter_.isActive()) painter_.end();
+  endPainter();
   return shapes_;
 }
 
 void RasterSurface::paintShapes() const {
-  if (!shapes_.empty())
-    shapes_.paint({reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
-                   static_cast<int>(image_.bytesPerLine() / 4)});
+  if (shapes_.empty()) return;
+  leaveWideRegisters();  // whoever looks may be painting elsewhere
+  shapes_.paint(pixels());
+}
+
+PixelBlock RasterSurface::pixels() const {
+  return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
+          static_cast<int>(image_.bytesPerLine() / 4)};
 }
 
 QPainter* RasterSurface::painter() {
@@ -66,28 +78,40 @@ QPainter* RasterSurface::painter() {
   return &painter_;
 }
 
-QPainter* RasterSurface::painterWith(const Pen& pen) {
+/// Has something drawn with the painter, if there is one.
+template <class Draw>
+void RasterSurface::paint(Draw&& draw) {
+  QPainter* const p = painter();
+  if (!p) return;
+  draw(*p);
+  leaveWideRegisters();
+}
+
+template <class Draw>
+void RasterSurface::paintWith(const Pen& pen, Draw&& draw) {
   if (pen.width < 1 || pen.width > kLongestSide) {
-    fail(tr("a pen of {1} pixels cannot be made", pen.width));
-    return nullptr;
+    return fail(tr("a pen of {1} pixels cannot be made", pen.width));
   }
-  QPainter* const made = painter();
-  if (!made) return nullptr;
-  made->setPen(toPen(pen));
-  made->setBrush(Qt::NoBrush);
-  return made;
+  paint([&](QPainter& p) {
+    p.setPen(toPen(pen));
+    p.setBrush(Qt::NoBrush);
+    draw(p);
+  });
 }
 
 const QImage& RasterSurface::image() {
-  if (painter_.isActive()) painter_.end();
+  endPainter();
   paintShapes();
   return image_;
 }
 
 void RasterSurface::fillAll(QColor colour) {
-  if (painter_.isActive()) painter_.end();
+  endPainter();
   shapes_.forget();
-  image_.fill(colour);
+  const PixelBlock block = pixels();
+  const std::uint32_t argb = qPremultiply(colour.rgba());
+  for (int y = 0; y < block.height; ++y)
+    std::fill_n(block.pixels + static_cast<std::ptrdiff_t>(y) * block.stride, block.width, argb);
   drawn_ = true;
 }
 
@@ -104,39 +128,39 @@ void RasterSurface::clearTransparent(Colour background) {
 }
 
 void RasterSurface::segment(PointI from, PointI to, const Pen& pen) {
-  if (QPainter* const p = painterWith(pen)) p->drawLine(toPoint(from), toPoint(to));
+  paintWith(pen, [&](QPainter& p) { p.drawLine(toPoint(from), toPoint(to)); });
 }
 
 void RasterSurface::circle(PointI centre, int radius, const Pen& pen) {
   if (radius < 0) return;
-  if (QPainter* const p = painterWith(pen)) p->drawEllipse(toPoint(centre), radius, radius);
+  paintWith(pen, [&](QPainter& p) { p.drawEllipse(toPoint(centre), radius, radius); });
 }
 
 void RasterSurface::dot(PointI centre, int diameter, Colour colour) {
   if (diameter < 1) return;
-  QPainter* const p = painter();
-  if (!p) return;
-  fillDotRows(centre, diameter,
-              [&](int left, int y, int width) { p->fillRect(left, y, width, 1, toQColor(colour)); });
+  paint([&](QPainter& p) {
+    fillDotRows(centre, diameter,
+                [&](int left, int y, int width) { p.fillRect(left, y, width, 1, toQColor(colour)); });
+  });
 }
 
 void RasterSurface::polygonOutline(std::span<const PointI> points, const Pen& pen) {
   if (points.empty()) return;
-  if (QPainter* const p = painterWith(pen)) p->drawPolygon(toPolygon(points));
+  paintWith(pen, [&](QPainter& p) { p.drawPolygon(toPolygon(points)); });
 }
 
 void RasterSurface::polyline(std::span<const PointI> points, const Pen& pen) {
   if (points.empty()) return;
-  if (QPainter* const p = painterWith(pen)) p->drawPolyline(toPolygon(points));
+  paintWith(pen, [&](QPainter& p) { p.drawPolyline(toPolygon(points)); });
 }
 
 void RasterSurface::fillPolygon(std::span<const PointI> points, Colour colour) {
   if (points.size() < 3) return;
-  QPainter* const p = painter();
-  if (!p) return;
-  p->setPen(Qt::NoPen);
-  p->setBrush(toQColor(colour));
-  p->drawPolygon(toPolygon(points));
+  paint([&](QPainter& p) {
+    p.setPen(Qt::NoPen);
+    p.setBrush(toQColor(colour));
+    p.drawPolygon(toPolygon(points));
+  });
 }
 
 void RasterSurface::wideCurve(const WideCurve& curve) {
@@ -155,10 +179,9 @@ Colour RasterSurface::pixel(PointI at) const {
 
 PixelBlock RasterSurface::lendPixels() {
   drawn_ = true;
-  if (painter_.isActive()) painter_.end();
+  endPainter();
   paintShapes();
-  return {reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
-          static_cast<int>(image_.bytesPerLine() / 4)};
+  return pixels();
 }
 
 void RasterSurface::refresh() {

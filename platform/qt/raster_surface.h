@@ -49,7 +49,12 @@ class RasterSurface final : public Surface {
   explicit RasterSurface(QImage image);
   void fillAll(QColor colour);
   QPainter* painter();
-  QPainter* painterWith(const Pen& pen);
+  template <class Draw>
+  void paint(Draw&& draw);
+  template <class Draw>
+  void paintWith(const Pen& pen, Draw&& draw);
+  void endPainter();
+  PixelBlock pixels() const;
   void fail(std::string reason);
   /// To add shapes to those that wait; whoever sees the image has them painted first.
   PathFiller& shapes();

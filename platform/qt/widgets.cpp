@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/common/wide_registers.h"
+
 namespace lorivan {
 namespace {
 
@@ -194,6 +196,7 @@ PictureView::PictureView(QWidget* parent) : QWidget(parent) {
     if (sinceShown.elapsed() < kFrameMilliseconds) return update();
     sinceShown.restart();
     repaint();
+    leaveWideRegisters();
   });
   setMouseTracking(true);
   setFocusPolicy(Qt::ClickFocus);

@@ -10,8 +10,10 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPainter>
 #include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QUrl>
 #include <QWindow>
@@ -19,6 +21,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/common/wide_registers.h"
 #include "platform/qt/convert.h"
 #include "platform/qt/dialogs_qt.h"
 #include "platform/qt/form_qt.h"
@@ -27,6 +30,18 @@
 
 namespace lorivan {
 namespace {
+
+/// One line of text that ends in an ellipsis where it is cut; the tooltip then has it whole.
+class StatusText final : public QLabel {
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect box = contentsRect();
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, box.width());
+    style()->drawItemText(&painter, box, Qt::AlignVCenter | Qt::AlignLeading | Qt::TextSingleLine, palette(),
+                          isEnabled(), shown, foregroundRole());
+  }
+};
 
 /// The frame around the form: menus, status line, dropped files, closing.
 class MainFrame final : public QMainWindow {
@@ -47,6 +62,7 @@ class MainFrame final : public QMainWindow {
     status_.setText(text);
     status_.setToolTip(text);
     status_.repaint();  // long work shows its progress without handling events
+    leaveWideRegisters();
   }
   /// Logical pixels of the whole frame. Before the window is shown nobody knows how much of that the border
   /// takes: then the size is set right when it is known.
@@ -93,7 +109,7 @@ class MainFrame final : public QMainWindow {
     return {};
   }
 
-  QLabel status_;
+  StatusText status_;
   std::optional<QSize> wanted_;
 };
 
@@ -190,6 +206,7 @@ class WindowQt final : public Window {
   template <class Event, class... Arguments>
   void report(const Event& event, const Arguments&... arguments) {
     if (quiet_ > 0 || !event) return;
+    leaveWideRegisters();
     event(arguments...);
     form_->showDrawn();
   }
@@ -243,6 +260,7 @@ FormEvents WindowQt::formEvents() {
   made.resized = [this](ControlId id) { pictureResized(id); };
   made.pointed = [this](ControlId id) { report(events_.pointed, id); };
   made.key = [this](const KeyEvent& event) {
+    leaveWideRegisters();
     const bool taken = events_.key && events_.key(event);
     form_->showDrawn();
     return taken;
@@ -351,6 +369,7 @@ void WindowQt::run() {
 bool WindowQt::processEvents() {
   form_->showDrawn();
   QApplication::processEvents();
+  leaveWideRegisters();
   return !closed_;
 }
 

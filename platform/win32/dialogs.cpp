@@ -1,10 +1,12 @@
 #include "platform/win32/dialogs.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
 #include "base/texts.h"
 #include "platform/common/text_helpers.h"
+#include "platform/win32/monitor.h"
 #include "platform/win32/text.h"
 
 namespace lorivan::win32 {
@@ -53,7 +55,7 @@ class DialogTemplate {
  public:
   DialogTemplate(const std::wstring& title, short width, short height, WORD items) {
     DLGTEMPLATE head{};
-    head.style = DS_SETFONT | DS_MODALFRAME | DS_CENTER | WS_POPUP | WS_CAPTION | WS_SYSMENU;
+    head.style = DS_SETFONT | DS_MODALFRAME | WS_POPUP | WS_CAPTION | WS_SYSMENU;
     head.cdit = items;
     head.cx = width;
     head.cy = height;
@@ -97,7 +99,22 @@ class DialogTemplate {
 };
 
 constexpr WORD kButtonClass = 0x0080, kEditClass = 0x0081, kStaticClass = 0x0082;
-constexpr WORD kEntry = 100;
+constexpr WORD kEntry = 100, kHint = 90;
+
+/// In the middle of the window that asks, where the user looks, and on its screen.
+void centreOnOwner(HWND dialog) {
+  const HWND window = GetWindow(dialog, GW_OWNER);
+  RECT owner{}, own{};
+  if (window == nullptr || !GetWindowRect(window, &owner) || !GetWindowRect(dialog, &own)) return;
+  const RECT room = monitorOf(window).rcWork;
+  const LONG width = own.right - own.left, height = own.bottom - own.top;
+  const auto place = [](LONG middle, LONG size, LONG from, LONG to) {
+    return static_cast<int>(std::clamp(middle - size / 2, from, std::max(from, to - size)));
+  };
+  SetWindowPos(dialog, nullptr, place((owner.left + owner.right) / 2, width, room.left, room.right),
+               place((owner.top + owner.bottom) / 2, height, room.top, room.bottom), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
 
 struct TextQuestion {
   std::wstring initial;
@@ -125,6 +142,7 @@ void endTextQuestion(HWND dialog, int button) {
 
 INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
   if (message == WM_INITDIALOG) {
+    centreOnOwner(dialog);
     startTextQuestion(dialog, reinterpret_cast<TextQuestion*>(argument));
     return TRUE;
   }
@@ -133,10 +151,15 @@ INT_PTR CALLBACK textQuestionProcedure(HWND dialog, UINT message, WPARAM wide, L
   return TRUE;
 }
 
-void startOptions(HWND dialog, std::vector<OptionLine>* lines) {
-  SetWindowLongPtrW(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(lines));
-  for (std::size_t i = 0; i < lines->size(); ++i) {
-    const OptionLine& line = (*lines)[i];
+struct OptionQuestion {
+  const OptionDialogSpec& spec;
+  std::vector<OptionLine> lines;
+};
+
+void startOptions(HWND dialog, OptionQuestion* question) {
+  SetWindowLongPtrW(dialog, DWLP_USER, reinterpret_cast<LONG_PTR>(question));
+  for (std::size_t i = 0; i < question->lines.size(); ++i) {
+    const OptionLine& line = question->lines[i];
     const int identifier = kEntry + static_cast<int>(i);
     if (line.isBox)
       CheckDlgButton(dialog, identifier, line.on ? BST_CHECKED : BST_UNCHECKED);
@@ -145,26 +168,36 @@ void startOptions(HWND dialog, std::vector<OptionLine>* lines) {
   }
 }
 
-void takeOptions(HWND dialog) {
-  auto* lines = reinterpret_cast<std::vector<OptionLine>*>(GetWindowLongPtrW(dialog, DWLP_USER));
-  if (lines == nullptr) return;
-  for (std::size_t i = 0; i < lines->size(); ++i) {
-    OptionLine& line = (*lines)[i];
+/// False while a line is wrong, which is shown.
+bool takeOptions(HWND dialog) {
+  auto* question = reinterpret_cast<OptionQuestion*>(GetWindowLongPtrW(dialog, DWLP_USER));
+  if (question == nullptr) return true;
+  for (std::size_t i = 0; i < question->lines.size(); ++i) {
+    OptionLine& line = question->lines[i];
     const int identifier = kEntry + static_cast<int>(i);
     if (line.isBox)
       line.on = IsDlgButtonChecked(dialog, identifier) == BST_CHECKED;
     else
       line.text = enteredText(dialog, identifier);
   }
+  const auto wrong = question->spec.check ? question->spec.check(question->lines) : std::nullopt;
+  if (!wrong) return true;
+  SetDlgItemTextW(dialog, kHint, widen(wrong->why).c_str());
+  const HWND entry = GetDlgItem(dialog, kEntry + static_cast<int>(wrong->place));
+  SendMessageW(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(entry), TRUE);
+  SendMessageW(entry, EM_SETSEL, 0, -1);
+  MessageBeep(MB_ICONWARNING);
+  return false;
 }
 
 INT_PTR CALLBACK optionsProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM argument) {
   if (message == WM_INITDIALOG) {
-    startOptions(dialog, reinterpret_cast<std::vector<OptionLine>*>(argument));
+    centreOnOwner(dialog);
+    startOptions(dialog, reinterpret_cast<OptionQuestion*>(argument));
     return TRUE;
   }
   if (message != WM_COMMAND || (LOWORD(wide) != IDOK && LOWORD(wide) != IDCANCEL)) return FALSE;
-  if (LOWORD(wide) == IDOK) takeOptions(dialog);
+  if (LOWORD(wide) == IDOK && !takeOptions(dialog)) return TRUE;
   EndDialog(dialog, LOWORD(wide));
   return TRUE;
 }
@@ -236,7 +269,7 @@ std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialog
   WORD items = 3;
   for (const OptionLine& line : spec.lines) items = static_cast<WORD>(items + (line.isBox ? 1 : 2));
   DialogTemplate form(titleText(spec.title), kWidth, static_cast<short>(end + 25), items);
-  form.item(kStaticClass, 90, SS_LEFT, {kMargin, kMargin, kWidth - kMargin, kFirst - 3}, widen(spec.hint));
+  form.item(kStaticClass, kHint, SS_LEFT, {kMargin, kMargin, kWidth - kMargin, kFirst - 3}, widen(spec.hint));
   for (short i = 0; i < count; ++i) {
     const OptionLine& line = spec.lines[i];
     const auto top = static_cast<short>(kFirst + i * kLineHeight);
@@ -256,11 +289,11 @@ std::optional<std::vector<OptionLine>> askOptions(HWND owner, const OptionDialog
             {kWidth - kMargin - 2 * kButton - 4, top, kWidth - kMargin - kButton - 4, bottom}, L"OK");
   form.item(kButtonClass, IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP,
             {kWidth - kMargin - kButton, top, kWidth - kMargin, bottom}, widen(tr("Cancel")));
-  std::vector<OptionLine> lines = spec.lines;
+  OptionQuestion question{spec, spec.lines};
   const INT_PTR button = DialogBoxIndirectParamW(GetModuleHandleW(nullptr), form.get(), owner,
-                                                 optionsProcedure, reinterpret_cast<LPARAM>(&lines));
+                                                 optionsProcedure, reinterpret_cast<LPARAM>(&question));
   if (button != IDOK) return std::nullopt;
-  return lines;
+  return std::move(question.lines);
 }
 
 std::string askText(HWND owner, const std::string& prompt, const std::string& title,

@@ -12,8 +12,7 @@ namespace lorivan::win32 {
 void WindowWin32::setTitle(const std::string& title) { SetWindowTextW(window_, widen(title).c_str()); }
 
 void WindowWin32::setStatus(const std::string& text) {
-  SendMessageW(status_, SB_SETTEXTW, 0, reinterpret_cast<LPARAM>(widen(text).c_str()));
-  UpdateWindow(status_);  // it also tells how long work goes on
+  if (status_.handle() != nullptr) status_.show(widen(text));
 }
 
 WindowPlace WindowWin32::place() const {

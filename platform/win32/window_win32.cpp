@@ -68,9 +68,7 @@ Status WindowWin32::make(const std::string& title) {
                       nullptr, kind.hInstance, this) == nullptr)
     return unwritable(systemFault("CreateWindowEx"));
   menu_.attach(window_);
-  status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0, 0,
-                            window_, nullptr, kind.hInstance, nullptr);
-  if (status_ == nullptr) return unwritable(systemFault("CreateWindowEx"));
+  if (!status_.create(window_)) return unwritable(systemFault("CreateWindowEx"));
   const auto onMouse = [this](ControlId picture, const MouseEvent& event) {
     confirmLeftEntry();
     tell(events_.mouse, picture, event);
@@ -85,7 +83,7 @@ Status WindowWin32::make(const std::string& title) {
 
 /// The outer size of the window around a client area of the form.
 LayoutSize WindowWin32::frameAround(LayoutSize client) const {
-  RECT frame = {0, 0, client.width, client.height + heightOf(status_)};
+  RECT frame = {0, 0, client.width, client.height + heightOf(status_.handle())};
   growByFrame(frame, kStyle, dpiOf(window_));
   return {toPlace(frame).width, toPlace(frame).height};
 }
@@ -115,7 +113,8 @@ void WindowWin32::close() {
 
 void WindowWin32::destroyed() {
   closed_ = true;
-  window_ = status_ = lastFocus_ = nullptr;
+  window_ = lastFocus_ = nullptr;
+  status_.forget();
   form_.forgetHandles();
   menu_.detach();
 }
@@ -211,12 +210,12 @@ LRESULT WindowWin32::handle(UINT message, WPARAM wide, LPARAM argument) {
 }
 
 void WindowWin32::sized(WPARAM how) {
-  if (how == SIZE_MINIMIZED || status_ == nullptr || !font_) return;
-  SendMessageW(status_, WM_SIZE, 0, 0);
+  if (how == SIZE_MINIMIZED || status_.handle() == nullptr || !font_) return;
+  status_.place();
   RECT client{};
   GetClientRect(window_, &client);
   const int width = static_cast<int>(client.right);
-  const int height = std::max(1, static_cast<int>(client.bottom) - heightOf(status_));
+  const int height = std::max(1, static_cast<int>(client.bottom) - heightOf(status_.handle()));
   const OwnedFont former = fitFormFont(width, height);  // the controls hold it until they are placed
   for (const ControlId picture : form_.place(width, height, formFont_.get(), formMetrics_))
     if (std::ranges::find(resized_, picture) == resized_.end()) resized_.push_back(picture);
@@ -230,7 +229,7 @@ void WindowWin32::tellResized() {
 
 /// The controls of the common library want to be told by their parent.
 void WindowWin32::coloursChanged() {
-  SendMessageW(status_, WM_SYSCOLORCHANGE, 0, 0);
+  SendMessageW(status_.handle(), WM_SYSCOLORCHANGE, 0, 0);
   RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
   PostMessageW(window_, kColours, 0, 0);
 }
@@ -261,7 +260,7 @@ OwnedFont WindowWin32::fitFormFont(int clientWidth, int clientHeight) {
 }
 
 void WindowWin32::limitSize(MINMAXINFO& limits) const {
-  if (status_ == nullptr) return;
+  if (status_.handle() == nullptr) return;
   const LayoutSize least = frameAround(minimumClient(form_.specs(), leastMetrics_));
   const WindowPlace room = toPlace(monitorOf(window_).rcWork);
   limits.ptMinTrackSize = {std::min(least.width, room.width), std::min(least.height, room.height)};
@@ -275,7 +274,7 @@ void WindowWin32::takeFont() {
   metrics_.lineHeight = size.lineHeight;
   metrics_.digitWidth = size.digitWidth;
   takeLeastFont(font.get());
-  SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), TRUE);
+  status_.setFont(font.get());
   font_ = std::move(font);
   formFontHeight_ = 0;  // another face or density
   sized(SIZE_RESTORED);

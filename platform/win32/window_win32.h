@@ -9,6 +9,7 @@
 #include "platform/win32/dialogs.h"
 #include "platform/win32/form.h"
 #include "platform/win32/menu_bar.h"
+#include "platform/win32/status_line.h"
 #include "platform/window.h"
 
 namespace lorivan::win32 {
@@ -142,9 +143,9 @@ class WindowWin32 final : public Window {
   MenuBar menu_;
   Form form_;
   ColourDialog colourDialog_;
-  HWND window_ = nullptr;  // null once it is closed
-  HWND status_ = nullptr;
+  HWND window_ = nullptr;     // null once it is closed
   HWND lastFocus_ = nullptr;  // gets the focus back when the window becomes active
+  StatusLine status_;
   OwnedFont font_;
   LayoutMetrics metrics_, leastMetrics_;
   OwnedFont formFont_;  // the same, larger in a large window and smaller in a small one

@@ -214,6 +214,13 @@ TEST(Smooth, OneScaleServesAllAnglesAndTheLensComesCloser) {
         // A fitted knot comes near to two edges and passes none.
         const Lens fitted = fittedLens(model, view, kWidth, kHeight);
         EXPECT_GE(fitted.zoom, 0.9F);
+        // Whatever is dragged, a strand stays in sight, and what is in sight stays where it is.
+        const Lens kept = keptInSight(model, view, {kMostZoom, {70, -30}}, kWidth, kHeight);
+        EXPECT_EQ(keptInSight(model, view, fitted, kWidth, kHeight), fitted);
+        if (smooth) {
+          const auto seen = smoothPixels(model, view, {}, {.background = kPaper}, kept);
+          EXPECT_TRUE(std::ranges::any_of(seen, [](std::uint32_t p) { return p != toArgb(kPaper); }));
+        }
         // However close one looks, nothing is written outside the picture, and the middle is filled.
         smoothPixels(model, view, {}, {.background = kPaper, .smooth = smooth}, {kMostZoom, {7, -3}});
       }

@@ -1,6 +1,8 @@
 // Curves, bands and what a picture of them holds.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <charconv>
 #include <clocale>
 #include <cmath>
 
@@ -198,6 +200,29 @@ TEST(SvgSurface, EachStrandHasItsColourInOnePlace) {
   EXPECT_EQ(count("viewBox=\"0 0 40 60\""), 1);
   EXPECT_EQ(count("M0,0C2,0"), 4) << "the box's corner is the origin";
   EXPECT_EQ(count("inkscape:label=\"Centre lines\" style=\"display:none\""), 1);
+}
+
+TEST(Decimals, AreThoseOfTheLibrary) {
+  const Rnd random = seededRandom(3);
+  const auto expected = [](double value, int decimals) {
+    std::array<char, 64> text{};
+    std::to_chars(text.data(), text.data() + 63, value, std::chars_format::fixed, decimals);
+    std::string digits = text.data();
+    if (decimals > 0) digits.erase(digits.find_last_not_of('0') + 1);
+    if (digits.back() == '.') digits.pop_back();
+    return digits == "-0" ? "0" : digits;
+  };
+  std::vector<double> values = {0, -0.0, 0.0005, -0.0005, 0.0015, 1.0005, 0.9995, -0.9999999, 1e11};
+  for (int i = 0; i < 20000; ++i) {
+    const double value = (random() - 0.5) * std::pow(10, 14 * random() - 5);
+    values.insert(values.end(), {value, std::round(value * 2000) / 2000});  // and halves of the third decimal
+  }
+  for (const double value : values)
+    for (const int decimals : {0, 3, 6}) {
+      std::string text;
+      appendDecimal(text, value, decimals);
+      ASSERT_EQ(text, expected(value, decimals));
+    }
 }
 
 }  // namespace

@@ -254,9 +254,12 @@ TEST(StrandSolver, MakesManyStrandsAndSaysWhatIsImpossible) {
   const auto none = planStrands(*small.graph, {.strands = 30});
   ASSERT_FALSE(none);
   EXPECT_NE(none.error().message.find("nearest"), std::string::npos);
-  EXPECT_FALSE(
-      planStrands(*makeKnot(fieldsOf(Shape::SquareSquare, 4, 4)).graph, {.strands = 1, .longest = 20}))
-      << "one strand would pass more lines than it may";
+  const auto tooLong =
+      planStrands(*makeKnot(fieldsOf(Shape::SquareSquare, 4, 4)).graph, {.strands = 1, .longest = 30});
+  ASSERT_FALSE(tooLong) << "one strand would pass more lines than it may";
+  EXPECT_NE(tooLong.error().message.find("160 points, more than the 60 "), std::string::npos)
+      << tooLong.error().message;
+  EXPECT_TRUE(tooLong.error().message.ends_with(" 3")) << tooLong.error().message;
 }
 
 TEST(StrandSolver, FindsFewLinesForNumbersThatAreFarAway) {

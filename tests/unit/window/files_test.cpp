@@ -1,5 +1,6 @@
 // Pictures and 3-D files as a user saves them.
 #include "main_window_driver.h"
+#include "window/save_options.h"
 
 namespace lorivan {
 namespace {
@@ -144,6 +145,15 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   EXPECT_TRUE(w->status().ends_with("knot.svg, with the saving options"));
   const std::string svg = Folder::contents(folder.file("knot.svg"));
   EXPECT_EQ(svg.find("background"), std::string::npos);
+  // The dialog stays open as long as an entry is wrong.
+  auto lines = saveOptionsDialog({}).lines;
+  for (const char* const width : {"x", "0", "60"}) {
+    lines[0].text = width;
+    platform.dialogs.answerOptions(lines);
+  }
+  pick("mnuFileSaveOptions");
+  EXPECT_NE(lastAsked().text.find("0.01 to 100000"), std::string::npos) << lastAsked().text;
+  EXPECT_EQ(bench().saveOptions, OutputOptions{.millimetres = 60});
   bench().saveOptions = {};
   pickFile("mnuFileSaveBMP", folder.file("plain.svg"));
   EXPECT_NE(Folder::contents(folder.file("plain.svg")), svg);

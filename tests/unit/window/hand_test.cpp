@@ -159,6 +159,10 @@ TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
   pick("mnuSymmetryHalfTurn");
   pick("mnuStrands3");
   EXPECT_TRUE(symmetric() && undoName() == "3 strands" && statusStarts("3 strands, ")) << w->status();
+  pick("mnuShapeView");
+  pick("mnuStrands1");
+  EXPECT_TRUE(bench().picture() == Picture::flat && statusStarts("1 strand, ")) << w->status();
+  pick("mnuEditUndoStep");
   pick("mnuEditUndoStep");
   const Document before = document();
   for (const char* wrong : {"0", "40", "two"}) {

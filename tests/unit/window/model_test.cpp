@@ -225,6 +225,12 @@ TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
   w->userMouse(kSolid, {MouseAction::move, 3, 400, 100});
   w->userMouse(kSolid, {MouseAction::release, 3, 400, 100});
   EXPECT_LT(w->surface(kSolid).inked(), inked) << "moved out to the right";
+  for (const int end : {-4000, 4000}) {
+    w->userMouse(kSolid, {MouseAction::press, 3, 250, 200});
+    w->userMouse(kSolid, {MouseAction::move, 3, end, end});
+    w->userMouse(kSolid, {MouseAction::release, 3, end, end});
+    EXPECT_GT(w->surface(kSolid).inked(), 0) << "a part of it stays in sight";
+  }
   w->userMouse(kSolid, {MouseAction::doubleClick, 1, 3, 3});
   EXPECT_GT(w->surface(kSolid).inked(), inked);
   EXPECT_TRUE(document() == before && commandText("mnuEditUndoStep") != "&Undo Turn");

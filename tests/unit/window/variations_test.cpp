@@ -68,6 +68,12 @@ TEST_F(VariationsTest, AlongTwoFieldsAndSavedAsOnePicture) {
   platform.dialogs.answerInput("Sides");
   pick("mnuViewVariationsOf");
   EXPECT_FALSE(shown());
+  for (const char* const two : {"1st colour, Width", "Width 1st Colour", "1st Col width"}) {
+    platform.dialogs.answerInput(two);
+    pick("mnuViewVariationsOf");
+    EXPECT_TRUE(shown()) << two << ": " << w->status();
+    key(Key::escape);
+  }
 }
 
 TEST(Variations, HoldDifferentKnotsOfTheirOwnValues) {
