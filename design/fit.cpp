@@ -221,7 +221,9 @@ double bandOverlap(const Document& document, const Knot& knot) {
   const Seam seam = seamOf(knot.curve, view);
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
-  const BandTouches found = findBandTouches(loops, findBandCrossings(loops, seam), seam, room);
+  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
+  const BandTouches found =
+      findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), seam, room);
   for (const BandTouch& touch : found.touches) overlap = std::max(overlap, room - touch.distance);
   for (const BandClasp& clasp : found.clasps) overlap = std::max(overlap, room - clasp.distance);
   return std::max(0.0, overlap);

@@ -83,16 +83,13 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
       clear_(clear),
       tolerance_(tolerance),
       crossings_(findBandCrossings(loops, seam)),
-      ways_(loops.size()),
+      passings_(bandPassings(loops.size(), crossings_)),
       overs_(loops.size()) {
   if (seam)
     for (const BandCrossing& c : crossings_) moved_.push_back(loop(c.over).moved(c.turn * seam.width));
-  for (const BandCrossing& c : crossings_) {
-    ways_[c.under].push_back(c.underAt);
-    ways_[c.over].push_back(c.overAt);
-    overs_[c.over].push_back(&c);
-  }
-  for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
+  for (std::size_t l = 0; l < loops.size(); ++l)
+    for (const BandPassing& p : passings_[l])
+      if (p.isOver) overs_[l].push_back(&crossings_[p.crossing]);
   for (const BandLoop& band : loops) bends_.push_back(bendsOf(band));
   meetings_.reserve(crossings_.size());
   for (const BandCrossing& c : crossings_) {
@@ -101,7 +98,6 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     made.over = overOf(c).spot(c.overAt);
     made.mayReturn = mayReturn(c, made.over);
   }
-  for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
 }
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
@@ -123,14 +119,14 @@ bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s) const 
 
 /// How far it is from a place on a loop to its next crossing, on or back.
 double BandExits::room(int number, double place, int direction) const {
-  const auto& ways = ways_[number];
+  const auto& all = passings_[number];
   const double lap = loop(number).size();
   if (direction > 0) {
-    const auto next = std::upper_bound(ways.begin(), ways.end(), place + 1e-9);
-    return next == ways.end() ? ways.front() + lap - place : *next - place;
+    const auto next = std::ranges::upper_bound(all, place + 1e-9, {}, &BandPassing::place);
+    return next == all.end() ? all.front().place + lap - place : next->place - place;
   }
-  const auto next = std::lower_bound(ways.begin(), ways.end(), place - 1e-9);
-  return next == ways.begin() ? place - (ways.back() - lap) : place - *(next - 1);
+  const auto next = std::ranges::lower_bound(all, place - 1e-9, {}, &BandPassing::place);
+  return next == all.begin() ? place - (all.back().place - lap) : place - (next - 1)->place;
 }
 
 /// A crossing of a strand with itself, left towards itself: there it may come half the way.

@@ -41,6 +41,8 @@ class BandExits {
 
   const std::vector<BandCrossing>& crossings() const { return crossings_; }
 
+  const std::vector<std::vector<BandPassing>>& passings() const { return passings_; }
+
   /// The end of the stretch that begins (direction 1) or ends (-1) at a crossing.
   BandEnd leave(const BandCrossing& c, int direction) const;
 
@@ -96,8 +98,8 @@ class BandExits {
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
-  std::vector<BandLoop> moved_;            // upper loops of a wrapped knot, by crossing
-  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<BandLoop> moved_;                     // upper loops of a wrapped knot, by crossing
+  std::vector<std::vector<BandPassing>> passings_;  // of each loop
   std::vector<std::pair<std::size_t, std::size_t>> rivals_;
   struct Meeting {
     BandLoop::Spot under, over;

@@ -38,7 +38,7 @@ class Outliner {
         tolerance_(toleranceOf(options)),
         fit_(options.fitted ? tolerance_ : 0),
         exits_(loops, seam, half_, clear_, tolerance_),
-        touches_(findBandTouches(loops, exits_.crossings(), seam, half_ + clear_)) {
+        touches_(findBandTouches(loops, exits_.crossings(), exits_.passings(), seam, half_ + clear_)) {
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
     beside_.resize(loops.size());
     for (const BandTouch& touch : touches_.touches) {
@@ -337,8 +337,8 @@ class Outliner {
     if (to < crossing) cover.from = std::max(cover.from, to);
   }
 
-  void cut(const BandPiece& piece, const BandEnd& begin, const BandEnd& end,
-           const std::vector<BandBeside>& besides, StrandOutline& made) {
+  void cut(const BandPiece& piece, BandEnd& begin, BandEnd& end, const std::vector<BandBeside>& besides,
+           StrandOutline& made) {
     std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
     for (const BandBeside& beside : besides) {
       endBefore(beside.other, begin.crossing->overAt, covers[0].piece);

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "strands/band_faces.h"
+
 namespace lorivan {
 namespace {
 
@@ -35,15 +37,22 @@ struct Way {
 
 class TouchSearch {
  public:
-  TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings, const Seam& seam,
-              double reach)
-      : loops_(loops), crossings_(crossings), seam_(seam), reach_(reach) {}
+  /// Of arcs that have no mark nothing is expected; no marks: everything of all of them.
+  TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
+              std::span<const std::vector<BandPassing>> passings, std::span<const char> marks,
+              const Seam& seam, double reach)
+      : loops_(loops),
+        crossings_(crossings),
+        passings_(passings),
+        marks_(marks),
+        seam_(seam),
+        reach_(reach) {}
 
   BandTouches find() {
     cutLoops();
     copies_ = ways_.size();
     if (seam_) addCopies();
-    if (ways_.empty()) return {};
+    if (ways_.empty()) return std::move(found_);
     layCells();
     for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
       for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
@@ -52,11 +61,6 @@ class TouchSearch {
   }
 
  private:
-  struct Passing {
-    double place;
-    int crossing;
-    bool isOver;
-  };
   /// From one crossing to the next one.
   struct Arc {
     int to = -1, loop = 0;
@@ -66,30 +70,26 @@ class TouchSearch {
   };
 
   void cutLoops() {
-    std::vector<std::vector<Passing>> passings(loops_.size());
-    for (std::size_t i = 0; i < crossings_.size(); ++i) {
-      const BandCrossing& c = crossings_[i];
-      passings[c.under].push_back({c.underAt, static_cast<int>(i), false});
-      passings[c.over].push_back({c.overAt, static_cast<int>(i), true});
-    }
-    ways_.reserve(3 * crossings_.size());
     arcs_.resize(crossings_.size());
+    std::size_t number = 0;
     for (std::size_t l = 0; l < loops_.size(); ++l) {
-      auto& at = passings[l];
-      std::ranges::sort(at, {}, &Passing::place);
-      if (at.empty()) at.push_back({0, --joints_, false});
-      for (std::size_t i = 0; i < at.size(); ++i) {
+      const BandPassing whole{0, --joints_, false};
+      const std::span<const BandPassing> at =
+          passings_.empty() || passings_[l].empty() ? std::span(&whole, 1) : std::span(passings_[l]);
+      for (std::size_t i = 0; i < at.size(); ++i, ++number) {
+        const char mark = marks_.empty() ? kMayTouch | kMayClasp : marks_[number];
+        if (mark == 0) continue;
         const bool isLast = i + 1 == at.size();
-        const Passing& next = at[isLast ? 0 : i + 1];
-        const Passing end{next.place + (isLast ? loops_[l].size() : 0), next.crossing, next.isOver};
-        noteArc(static_cast<int>(l), at[i], end);
-        cutWay(static_cast<int>(l), at[i], end);
+        BandPassing end = at[isLast ? 0 : i + 1];
+        if (isLast) end.place += loops_[l].size();
+        if ((mark & kMayClasp) != 0) noteArc(static_cast<int>(l), at[i], end);
+        if ((mark & kMayTouch) != 0) cutWay(static_cast<int>(l), at[i], end);
       }
     }
   }
 
   /// Two arcs between the same crossings, of which each lies over the other at one of them, are a clasp.
-  void noteArc(int number, const Passing& from, const Passing& to) {
+  void noteArc(int number, const BandPassing& from, const BandPassing& to) {
     if (from.crossing < 0 || from.crossing == to.crossing || from.isOver == to.isOver) return;
     const bool isFirst = from.crossing < to.crossing;
     const Arc arc{std::max(from.crossing, to.crossing), number, from.place, to.place,
@@ -133,7 +133,7 @@ class TouchSearch {
   }
 
   /// Ends a way wherever the line has turned far from where it went at first.
-  void cutWay(int number, Passing from, const Passing& to) {
+  void cutWay(int number, BandPassing from, const BandPassing& to) {
     const BandLoop& loop = loops_[number];
     const int first = static_cast<int>(std::floor(from.place)) + 1;
     Vec start = loop.direction(first);
@@ -150,7 +150,7 @@ class TouchSearch {
     addWay(number, from, to);
   }
 
-  void addWay(int number, const Passing& from, const Passing& to) {
+  void addWay(int number, const BandPassing& from, const BandPassing& to) {
     const BandLoop& loop = loops_[number];
     const Vec a = loop.spot(from.place).at, b = loop.spot(to.place).at;
     Way way{number, from.place, to.place, from.crossing, to.crossing, a, b, unit(b - a), 1, 0, 0};
@@ -382,6 +382,8 @@ class TouchSearch {
 
   std::span<const BandLoop> loops_;
   std::span<const BandCrossing> crossings_;
+  std::span<const std::vector<BandPassing>> passings_;
+  std::span<const char> marks_;
   Seam seam_;
   double reach_;
   std::vector<Way> ways_;
@@ -397,8 +399,13 @@ class TouchSearch {
 }  // namespace
 
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
-                            const Seam& seam, double reach) {
-  return TouchSearch(loops, crossings, seam, reach).find();
+                            std::span<const std::vector<BandPassing>> passings, const Seam& seam,
+                            double reach) {
+  std::vector<char> marks;
+  if (!seam && BandFaces(loops, crossings, passings).mark(reach, marks) &&
+      std::ranges::all_of(marks, [](char mark) { return mark == 0; }))
+    return {};
+  return TouchSearch(loops, crossings, passings, marks, seam, reach).find();
 }
 
 }  // namespace lorivan

@@ -31,6 +31,7 @@ struct BandTouches {
 /// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the
 /// legs of one bend.
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
-                            const Seam& seam, double reach);
+                            std::span<const std::vector<BandPassing>> passings, const Seam& seam,
+                            double reach);
 
 }  // namespace lorivan

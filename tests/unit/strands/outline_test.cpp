@@ -316,7 +316,7 @@ TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
   options.band = 14;
   options.outer = 18;
   const auto loops = bandLoops(curve, GridView());
-  const BandTouches found = findBandTouches(loops, {}, {}, (options.band + options.outer) / 2);
+  const BandTouches found = findBandTouches(loops, {}, {}, {}, (options.band + options.outer) / 2);
   ASSERT_EQ(found.touches.size(), 2U) << "left and right";
   for (const BandTouch& touch : found.touches) EXPECT_NEAR(touch.distance, 6, 0.3);
   const BandOutlines outlines = bandOutlines(curve, GridView(), options);
