@@ -7,9 +7,10 @@
 namespace lorivan {
 namespace {
 
-constexpr std::size_t kMostSides = 12;  // of a face of which every pair is compared
-constexpr double kSafety = 1.03;        // of the reach: how lines bend between their samples is not known
-constexpr double kCalm = 0.5;           // cosine of the turn to which an arc is one bend
+constexpr std::size_t kFewSides = 6;     // of a face whose arcs are all about as near
+constexpr std::size_t kMostSides = 150;  // of a face of which every pair is compared
+constexpr double kSafety = 1.03;         // of the reach: how lines bend between their samples is not known
+constexpr double kCalm = 0.5;            // cosine of the turn to which an arc is one bend
 
 double fromSegment(Vec p, Vec a, Vec b) {
   const Vec way = b - a;
@@ -65,10 +66,12 @@ void BandFaces::makeArcs() {
   corners_.resize(crossings_.size());
   for (std::size_t i = 0; i < crossings_.size(); ++i) {
     const BandCrossing& c = crossings_[i];
-    const BandLoop::Spot spot = loops_[c.under].spot(c.underAt);
-    corners_[i].under = spot.at;
-    corners_[i].along = spot.along;
-    corners_[i].isLeft = cross(spot.along, loops_[c.over].spot(c.overAt).along) > 0;
+    const BandLoop::Spot under = loops_[c.under].spot(c.underAt);
+    Corner& corner = corners_[i];
+    corner.at = under.at;
+    corner.along[0] = unit(under.along);
+    corner.along[1] = unit(loops_[c.over].spot(c.overAt).along);
+    corner.isLeft = cross(corner.along[0], corner.along[1]) > 0;
   }
   arcs_.reserve(2 * crossings_.size());
   for (std::size_t l = 0; l < loops_.size(); ++l)
@@ -90,25 +93,30 @@ BandFaces::Arc BandFaces::makeArc(const BandLoop& loop, const BandPassing& from,
   made.to = to.crossing;
   made.fromOver = from.isOver;
   made.toOver = to.isOver;
-  made.a = corners_[from.crossing].under;
-  made.b = corners_[to.crossing].under;
+  made.a = corners_[from.crossing].at;
+  made.b = corners_[to.crossing].at;
   const Vec way = made.b - made.a;
   const double length = lengthOf(way);
   made.along = length > 0 ? way * (1 / length) : Vec{1, 0};
-  const int first = static_cast<int>(std::floor(from.place)), last = static_cast<int>(std::ceil(to.place));
-  for (int i = first; i <= last; ++i) {
-    made.cosine = std::min(made.cosine, dot(loop.direction(i), made.along));
-    const Vec chord = loop.point(i + 1) - loop.point(i);
-    // Half way to the next sample, and there.
-    const Vec half = loop.point(i) + chord * 0.5 + (loop.tangent(i) - loop.tangentTo(i + 1)) * 0.125;
-    for (const auto& [p, place] : {std::pair(half, i + 0.5), std::pair(loop.point(i + 1), i + 1.0)}) {
-      if (place <= from.place || place >= to.place) continue;
-      const double aside = cross(made.along, p - made.a), on = dot(made.along, p - made.a);
-      const double beyond = std::max({-on, on - length, 0.0});
-      made.bulge[0] = std::max(made.bulge[0], aside + beyond);
-      made.bulge[1] = std::max(made.bulge[1], -aside + beyond);
+  const auto turn = [&](Vec along) { made.cosine = std::min(made.cosine, dot(along, made.along)); };
+  turn(corners_[from.crossing].along[from.isOver]);
+  turn(corners_[to.crossing].along[to.isOver]);
+  const auto pass = [&](Vec p) {
+    const double aside = cross(made.along, p - made.a), on = dot(made.along, p - made.a);
+    made.bulge[aside < 0] = std::max(made.bulge[aside < 0], std::fabs(aside));
+    made.beyond = std::max({made.beyond, -on, on - length});
+  };
+  for (int i = static_cast<int>(std::floor(from.place)); i < to.place; ++i) {
+    if (i > from.place) {
+      turn(loop.direction(i));
+      pass(loop.point(i));
     }
+    if (i + 0.5 <= from.place || i + 0.5 >= to.place) continue;
+    // Half way to the next sample.
+    pass((loop.point(i) + loop.point(i + 1)) * 0.5 + (loop.tangent(i) - loop.tangentTo(i + 1)) * 0.125);
   }
+  made.middle = (made.a + made.b) * 0.5;
+  made.radius = length / 2 + made.beyond + std::max(made.bulge[0], made.bulge[1]);
   made.sine = std::sqrt(std::max(0.0, 1 - made.cosine * made.cosine));
   return made;
 }
@@ -125,15 +133,24 @@ int BandFaces::next(int half) const {
 
 void BandFaces::markFace() {
   const std::size_t n = face_.size();
-  if (n <= 2 || n > kMostSides) {
-    for (const int half : face_) (*marks_)[half / 2] |= n == 2 ? kMayTouch | kMayClasp : kMayTouch;
-    return;
+  for (const int half : face_) {
+    char& mark = (*marks_)[half / 2];
+    if (n == 2) mark |= kMayClasp;
+    if (n == 1 || n > kMostSides || (n == 2 && arc(half).cosine <= 0)) mark |= kMayTouch;
   }
+  if (n <= 2 || n > kMostSides) return;
   for (std::size_t i = 0; i < n; ++i) {
     if (!leadApart(face_[i], face_[(i + 1) % n])) markPair(face_[i], face_[(i + 1) % n]);
     for (std::size_t k = i + 2; k < n && k - i < n - 1; ++k)
-      if (!areApart(face_[i], face_[k])) markPair(face_[i], face_[k]);
+      if ((n <= kFewSides || mayBeNear(arc(face_[i]), arc(face_[k]))) && !areApart(face_[i], face_[k]))
+        markPair(face_[i], face_[k]);
   }
+}
+
+bool BandFaces::mayBeNear(const Arc& a, const Arc& b) const {
+  const Vec apart = b.middle - a.middle;
+  const double least = reach_ + a.radius + b.radius;
+  return dot(apart, apart) < least * least;
 }
 
 void BandFaces::markPair(int one, int two) {
@@ -152,21 +169,22 @@ bool BandFaces::leadApart(int one, int two) const {
          fromSegment(farB, a.a, a.b) > reach_ + inner(one);
 }
 
+/// Whether there is room across the way between their middles, or across one of the arcs.
 bool BandFaces::areApart(int one, int two) const {
-  if (isInFront(one, two) || isInFront(two, one)) return true;
   const Arc &a = arc(one), &b = arc(two);
-  const double least = reach_ + outermost(one) + outermost(two);
-  return std::min({fromSegment(a.a, b.a, b.b), fromSegment(a.b, b.a, b.b), fromSegment(b.a, a.a, a.b),
-                   fromSegment(b.b, a.a, a.b)}) > least;
+  const Vec between = b.middle - a.middle;
+  for (const Vec axis : {quarter(a.along), quarter(b.along), unit(between), a.along, b.along}) {
+    const Vec way = dot(axis, between) < 0 ? axis * -1 : axis;
+    if (-furthest(b, way * -1) - furthest(a, way) > reach_) return true;
+  }
+  return false;
 }
 
-/// Whether all of an arc lies on the left of another one's chord, far enough away.
-bool BandFaces::isInFront(int one, int two) const {
-  const Arc &a = arc(one), &b = arc(two);
-  const Vec way = heading(one);
-  const double bulge = dot(way, heading(two)) < 0 ? inner(two) : outermost(two);
-  const double least = reach_ + inner(one) + bulge;
-  return cross(way, b.a - a.a) > least && cross(way, b.b - a.a) > least;
+/// How far an arc reaches to one side, a unit vector.
+double BandFaces::furthest(const Arc& a, Vec way) {
+  const double aside = cross(a.along, way), on = std::fabs(dot(a.along, way));
+  return std::max(dot(a.a, way), dot(a.b, way)) + on * a.beyond +
+         std::max(aside * a.bulge[0], -aside * a.bulge[1]);
 }
 
 }  // namespace lorivan

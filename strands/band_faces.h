@@ -27,29 +27,32 @@ class BandFaces {
   struct Arc {
     int from = 0, to = 0;  // crossings
     bool fromOver = false, toOver = false;
-    Vec a, b, along;              // its ends, and the unit vector from one to the other
-    double bulge[2] = {};         // how far it lies beside the chord, or beyond its ends, on each side
+    Vec a, b, along;       // its ends, and the unit vector from one to the other
+    double beyond = 0;     // how far it goes on past its chord's ends
+    double bulge[2] = {};  // how far it lies beside the chord on each side
+    Vec middle;
+    double radius = 0;            // of a circle round it
     double cosine = 1, sine = 0;  // of the largest angle between it and the chord
   };
   struct Corner {
     int out[2], in[2];  // arcs, under and over
-    Vec under, along;   // the point, and where the lower line goes
+    Vec at, along[2];   // where both lines go, as unit vectors
     bool isLeft;        // whether the upper line goes to the side that quarter() points away from
   };
 
   const Arc& arc(int half) const { return arcs_[static_cast<std::size_t>(half / 2)]; }
   Vec heading(int half) const { return half % 2 == 0 ? arc(half).along : arc(half).along * -1; }
   double inner(int half) const { return arc(half).bulge[half % 2]; }
-  double outermost(int half) const { return std::max(arc(half).bulge[0], arc(half).bulge[1]); }
   bool hangTogether() const;
   void makeArcs();
   Arc makeArc(const BandLoop& loop, const BandPassing& from, const BandPassing& to) const;
   int next(int half) const;
   void markFace();
+  bool mayBeNear(const Arc& a, const Arc& b) const;
   void markPair(int one, int two);
   bool leadApart(int one, int two) const;
   bool areApart(int one, int two) const;
-  bool isInFront(int one, int two) const;
+  static double furthest(const Arc& a, Vec way);
 
   std::span<const BandLoop> loops_;
   std::span<const BandCrossing> crossings_;

@@ -97,9 +97,10 @@ class TouchSearch {
     const int one = std::min(from.crossing, to.crossing);
     for (const Arc& o : arcs_[one])
       if (o.to == arc.to && o.isOver != arc.isOver && !areOneBend(arc, o))
-        if (const double distance = std::max(between(arc, o), between(o, arc)); distance < reach_)
-          found_.clasps.push_back(
-              {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), distance});
+        if (const double distance = between(arc, o); distance < reach_)
+          if (const double back = between(o, arc); back < reach_)
+            found_.clasps.push_back(
+                {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), std::max(distance, back)});
     for (Arc& o : arcs_[one])
       if (o.to < 0) {
         o = arc;
@@ -121,11 +122,13 @@ class TouchSearch {
     BandLoop other = loops_[b.loop];
     const bool sameSense = (a.fromOne == b.fromOne);
     double most = 0;
-    for (int k = 1; k < kEyeParts; ++k) {
+    // From the middle on, where it mostly is largest: beyond the reach nobody asks for more.
+    for (int step = 0; step < kEyeParts - 1 && most < reach_; ++step) {
+      const int k = kEyeParts / 2 + (step % 2 == 0 ? step / 2 : -(step + 1) / 2);
       const double t = static_cast<double>(k) / kEyeParts, u = sameSense ? t : 1 - t;
       const Vec at = loops_[a.loop].spot(a.begin + (a.end - a.begin) * t).at;
       const double guess = b.begin + (b.end - b.begin) * u;
-      if (seam_ && k == 1)
+      if (seam_ && step == 0)
         other = other.moved(std::round((at.x - other.spot(guess).at.x) / seam_.width) * seam_.width);
       most = std::max(most, lengthOf(other.spot(other.nearest(at, guess)).at - at));
     }
