@@ -184,8 +184,10 @@ Document fitBands(const Document& document, BandShares shares) {
   const double width = fittingWidth(knot, *distance, shares.band);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
-  for (int round = 0; round < kFitRounds; ++round)
-    next = withBands(std::move(next), width / zoomOf(next, knot), shares.edge);
+  for (int round = 0; round < kFitRounds; ++round) {
+    const double zoom = zoomOf(next, knot);
+    next = withBands(std::move(next), width / zoom, shares.edge);
+  }
   return next;
 }
 

@@ -32,7 +32,7 @@ class History {
     if (next == now()) return;
     while (states_.size() > at_ + 1) drop(states_.size() - 1);
     if (!run.empty() && at_ > 0 && states_[at_].run == run)
-      rejoin(std::move(name), std::move(next));
+      rejoin(name, std::move(next));
     else
       append({std::move(name), std::string(run), std::move(next), 0});
     while (at_ > 0 && (at_ > limits_.steps || bytes_ > limits_.bytes)) dropOldest();
@@ -77,14 +77,14 @@ class History {
     ++at_;
   }
 
-  void rejoin(std::string name, T next) {
+  void rejoin(const std::string& name, T next) {
     if (next == states_[at_ - 1].value) {
       drop(at_--);
       return;
     }
     State& state = states_[at_];
     bytes_ -= state.bytes;
-    state.name = std::move(name);
+    state.name = name;
     state.value = std::move(next);
     state.bytes = sizeBeside(state.value, states_[at_ - 1].value);
     bytes_ += state.bytes;

@@ -90,9 +90,7 @@ class Thinning {
   /// Of two points that are too close the one goes whose going changes less. `ends`: points close to the ends
   /// of an open piece go, too.
   void keepApart(double spacing, bool ends) {
-    bool dropped = true;
-    while (dropped && kept_ > (closed_ ? 3 : 2)) {
-      dropped = false;
+    while (kept_ > (closed_ ? 3 : 2)) {
       int worst = -1;
       double least = kNever;
       for (int i = 0; i < count_; ++i) {
@@ -103,9 +101,8 @@ class Thinning {
         for (const int end : {i, next})
           if (const double cost = costOf(end); cost < least) least = cost, worst = end;
       }
-      if (worst < 0) break;
+      if (worst < 0) return;
       drop(worst);
-      dropped = true;
     }
   }
 

@@ -231,7 +231,7 @@ Status drawSvgPath(ChainPen& pen, std::string_view data, bool filled) {
 Result<Affine> svgTransform(std::string_view text) {
   constexpr std::string_view kBlank = " \t\r\n,";
   Affine all;
-  while ((text = text.substr(std::min(text.find_first_not_of(kBlank), text.size()))) != "") {
+  while (!(text = text.substr(std::min(text.find_first_not_of(kBlank), text.size()))).empty()) {
     const std::size_t open = text.find('('), close = text.find(')');
     const Error fault = unreadable("a transform cannot be read at {1}", quoted(text));
     if (open > close || close == std::string_view::npos) return fault;

@@ -163,7 +163,8 @@ bool isInside(const Ring& ring, Vec p) {
 
 }  // namespace
 
-std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least, double leastHole) {
+std::vector<std::vector<PointF>> untangled(const std::vector<PointF>& contour, double least,
+                                           double leastHole) {
   std::vector<Ring> open{ringOf(contour)}, simple;
   for (int meetings = 0; !open.empty();) {
     const Ring ring = std::move(open.back());

@@ -2,7 +2,7 @@
 # What building, running, testing and packaging need, as Debian packages, and how to get it. Sourced by run and test.
 
 runPackages=(g++ cmake ninja-build qt6-base-dev libgl1-mesa-dev zlib1g-dev fonts-dejavu-core)
-testPackages=(libgtest-dev googletest)
+testPackages=(libgtest-dev googletest clang-format clang-tidy)
 # Builds the Windows program and runs its tests.
 windowsPackages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine wine64)
 # Foreign readers of the exported files, for the tests that ask them.
@@ -53,7 +53,8 @@ ensurePackages() {
     [[ -t 0 ]] || asRoot=(sudo -n)
     "${asRoot[@]}" true || return 1
   fi
-  asRoot+=(env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300)
+  # Only some of apt's locks can be waited for; two of us at the same time wait here.
+  asRoot+=(flock /var/cache/apt env DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300)
   say "Installing ${#missing[@]} packages: ${missing[*]}"
   # The lists may be old or, on a fresh machine, not there at all.
   "${asRoot[@]}" update >"$log" 2>&1 </dev/null || say "The package lists could not be brought up to date."

@@ -120,7 +120,7 @@ void Handlers::mnuFileSaveOptions_Click() {
   if (!lines) return;
   bench_.saveOptions = optionsOf(*lines);
   bench_.status(bench_.saveOptions == OutputOptions{} ? tr("Files are saved as usual")
-                                           : tr("Files are saved with these options from now on"));
+                                                      : tr("Files are saved with these options from now on"));
 }
 
 void Handlers::mnuFileSaveEMF_Click() {

@@ -1,5 +1,7 @@
 #include "window/session.h"
 
+#include <utility>
+
 #include "base/sink.h"
 #include "base/texts.h"
 #include "design/document_text.h"
@@ -7,7 +9,7 @@
 namespace lorivan {
 
 Session::Session(Platform& platform, Document floor)
-    : history_({floor, std::make_shared<Origin>(Origin{{}, floor})}),
+    : history_({floor, std::make_shared<Origin>(Origin{{}, std::move(floor)})}),
       origins_{history_.now().origin},
       recovery_(platform) {}
 

@@ -124,7 +124,8 @@ class Strip {
     rows_ = rows;
   }
 
-  /// The part of an edge within the strip, row by row.
+  /// The part of an edge within the strip, row by row. Nothing is rounded that depends on where strips begin,
+  /// so the pixels are the same whatever is painted together.
   void add(const Edge& e) {
     const bool down = e.y0 < e.y1;
     const float x0 = down ? e.x0 : e.x1, y0 = down ? e.y0 : e.y1;
@@ -134,14 +135,16 @@ class Strip {
       const auto left = static_cast<float>(left_);
       return cross(only, x0 - left, x1 - left, e.y1 - e.y0);
     }
-    const float slope = (x1 - x0) / (y1 - y0), top = static_cast<float>(top_);
-    const float begin = std::max(y0 - top, 0.F), end = std::min(y1 - top, static_cast<float>(rows_));
-    float x = x0 + (begin + top - y0) * slope - static_cast<float>(left_);
-    for (int row = static_cast<int>(begin); row < rows_ && static_cast<float>(row) < end; ++row) {
-      const float from = std::max(begin, static_cast<float>(row));
-      const float high = std::min(end, static_cast<float>(row + 1)) - from;
-      const float next = x + high * slope;
-      cross(row, x, next, down ? high : -high);
+    const float slope = (x1 - x0) / (y1 - y0), left = static_cast<float>(left_);
+    const auto xAt = [=](float y) { return x0 + (y - y0) * slope - left; };
+    const float begin = std::max(y0, static_cast<float>(top_)),
+                end = std::min(y1, static_cast<float>(top_ + rows_));
+    float x = xAt(begin);
+    for (int row = static_cast<int>(begin); static_cast<float>(row) < end; ++row) {
+      const float from = std::max(begin, static_cast<float>(row)),
+                  to = std::min(end, static_cast<float>(row + 1));
+      const float next = xAt(to);
+      cross(row - top_, x, next, down ? to - from : from - to);
       x = next;
     }
   }
@@ -167,7 +170,8 @@ class Strip {
     const int begin = static_cast<int>(left), end = static_cast<int>(right);
     mark(row, begin, end + 1);
     if (begin == end) {
-      const float rest = high * ((left + right) / 2 - static_cast<float>(begin));
+      const auto whole = static_cast<float>(begin);
+      const float rest = high * ((left - whole + (right - whole)) / 2);
       sums[begin] += high - rest;
       sums[begin + 1] += rest;
       return;
@@ -314,7 +318,7 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
   const auto within = [](float v, int most) {
     return static_cast<int>(std::clamp(std::floor(v), 0.F, static_cast<float>(most)));
   };
-  return {within(left, target.width), within(top, target.height), within(right + 1, target.width),
+  return {within(left - 1, target.width), within(top, target.height), within(right + 1, target.width),
           within(bottom + 1, target.height)};
 }
 

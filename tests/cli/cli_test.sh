@@ -147,7 +147,7 @@ expect 4 "" --sweep vtXNo=1..9 --set vtYNo=1 --strands 4 -o 'four-%d.qzd'
   fault "order of faults, or files: $(cat err.txt)"
 env --default-signal "$program" --random 1..20000 -o 'halt-%d.svg' >/dev/null 2>err.txt &
 run=$!
-for ((wait = 0; wait < 500; ++wait)); do [[ -e halt-5.svg ]] && break || sleep 0.02; done
+for ((wait = 0; wait < 3000; ++wait)); do [[ -e halt-5.svg ]] && break || sleep 0.02; done
 kill -TERM $run 2>/dev/null
 wait $run
 [[ $? == 143 ]] || fault "an interrupted run ends otherwise: $(cat err.txt)"

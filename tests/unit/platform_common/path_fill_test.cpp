@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "base/random.h"
 #include "platform/common/wide_curve.h"
 
 namespace lorivan {
@@ -75,6 +76,23 @@ TEST(WideCurves, AreWholeWhereTheyCrossThemselvesAndInTightBends) {
       filler.paint(picture.block());
       expectWholeBand(picture, bezier, width);
     }
+}
+
+TEST(PathFiller, PaintsTheSamePixelsWhateverIsPaintedTogether) {
+  const Rnd random = seededRandom(7);
+  const auto place = [&](int most) { return static_cast<float>(random()) * static_cast<float>(most) - 7; };
+  Picture together(211, 173), apart(211, 173);
+  PathFiller waiting, alone;
+  for (int shape = 0; shape < 400; ++shape) {
+    const std::vector<std::vector<PointF>> triangle = {
+        {{place(230), place(190)}, {place(230), place(190)}, {place(230), place(190)}}};
+    const Colour colour = static_cast<Colour>(random() * 0xFFFFFF);
+    waiting.addPolygons(triangle, colour);
+    alone.addPolygons(triangle, colour);
+    alone.paint(apart.block());
+  }
+  waiting.paint(together.block());
+  EXPECT_TRUE(together.pixels == apart.pixels);
 }
 
 TEST(WideCurves, ARingShowsNoBeginning) {

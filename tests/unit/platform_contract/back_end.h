@@ -12,6 +12,9 @@
 
 namespace lorivan::contract {
 
+/// Milliseconds that a test waits for what has to come, on a machine that does much else at the same time.
+inline constexpr int kPatience = 60'000;
+
 /// The program's commands, and behind them a menu of commands that have whatever a command can have.
 std::span<const CommandSpec> contractCommands();
 /// The row of a name among them.
@@ -34,6 +37,12 @@ class User {
   /// What a command's menu shows of it, without its shortcut; empty when it does not show it at all, or when
   /// its submenu cannot be opened.
   virtual std::string menuText(CommandId command) const = 0;
+  /// Goes over a menu item without choosing it; kNoCommand: leaves the menu.
+  virtual void highlight(CommandId command) = 0;
+  /// Moves the pointer onto a control, or, with -1, out of the window.
+  virtual void point(ControlId control) = 0;
+  /// Has these keys down, or up again, while the mouse is used.
+  virtual void holdKeys(bool shift, bool ctrl) = 0;
   /// Turns the wheel over a control, by 120 for a notch away from the user.
   virtual void wheel(ControlId control, int by) = 0;
   /// `leave` takes the mouse away from the picture while a button is held.
@@ -58,5 +67,7 @@ std::string scrapFile(const std::string& name);
 int clipboardWidth();
 /// The SVG drawing on it; empty if there is none.
 std::string clipboardSvg();
+/// Windows, menus, pens and the like that this process holds.
+long heldObjects();
 
 }  // namespace lorivan::contract

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTemporaryDir>
@@ -21,6 +22,7 @@
 #include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
+#include <map>
 
 #include "platform/qt/look.h"
 #include "platform/qt/platform_qt.h"
@@ -34,14 +36,16 @@ class QtUser final : public User {
   explicit QtUser(Window& window) : window_(window) {
     for (QWidget* const w : QApplication::topLevelWidgets())
       if (auto* const main = qobject_cast<QMainWindow*>(w)) frame_ = main;
-    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_, kPatience));
   }
   void focus(ControlId control) override { find(control)->setFocus(); }
   bool hasFocus(ControlId control) const override { return find(control)->hasFocus(); }
   void type(const char* text) override { QTest::keyClicks(focused(), text); }
   void press(const std::string& keys) override {
-    const QString name =
-        QString::fromStdString(keys).replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"));
+    const QString name = QString::fromStdString(keys)
+                             .replace(QStringLiteral("PgDn"), QStringLiteral("PgDown"))
+                             .replace(QStringLiteral("Plus"), QStringLiteral("+"))
+                             .replace(QStringLiteral("Minus"), QStringLiteral("-"));
     const QKeyCombination pressed = QKeySequence(name)[0];
     if (name.contains(QStringLiteral("Pg")))  // has no character code, which keyClick() looks for
       QTest::sendKeyEvent(QTest::Click, focused(), pressed.key(), QString(), pressed.keyboardModifiers());
@@ -63,27 +67,46 @@ class QtUser final : public User {
     const auto* const menu = qobject_cast<QMenu*>(item.associatedObjects().constFirst());
     return item.isVisible() && menu->isEnabled() ? item.text().toStdString() : std::string();
   }
+  void highlight(CommandId command) override {
+    if (command != kNoCommand) return action(command)->hover();
+    for (QMenu* const menu : frame_->menuBar()->findChildren<QMenu*>()) emit menu->aboutToHide();
+  }
+  void point(ControlId control) override {
+    QEvent leave(QEvent::Leave);
+    if (pointed_ >= 0) QApplication::sendEvent(find(pointed_), &leave);
+    pointed_ = control;
+    if (control < 0) return;
+    QEnterEvent enter({9, 9}, find(control)->mapTo(frame_, QPointF(9, 9)),
+                      find(control)->mapToGlobal(QPointF(9, 9)));
+    QApplication::sendEvent(find(control), &enter);
+  }
+  void holdKeys(bool shift, bool ctrl) override {
+    held_ = (shift ? Qt::ShiftModifier : Qt::NoModifier) | (ctrl ? Qt::ControlModifier : Qt::NoModifier);
+  }
   void wheel(ControlId control, int by) override {
     const QPointF at(9, 9);
-    QWheelEvent event(at, find(control)->mapToGlobal(at), {}, {0, by}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent event(at, find(control)->mapToGlobal(at), {}, {0, by}, Qt::NoButton, held_, Qt::NoScrollPhase,
+                      false);
     QApplication::sendEvent(find(control), &event);
   }
   void mouse(ControlId picture, MouseAction action, int button, int x, int y) override {
     QWidget* const widget = find(picture);
     const auto which = button == 1 ? Qt::LeftButton : button == 2 ? Qt::RightButton : Qt::MiddleButton;
-    if (action == MouseAction::press) QTest::mousePress(widget, which, {}, {x, y});
-    if (action == MouseAction::release) QTest::mouseRelease(widget, which, {}, {x, y});
     if (action == MouseAction::leave) {
       widget->hide();
-      QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
+      return QTest::mouseRelease(widget->window(), which, {}, {1, 1});  // the button goes up somewhere else
     }
-    const bool again = action == MouseAction::doubleClick;
-    if (again || action == MouseAction::move) {
-      QMouseEvent event(again ? QEvent::MouseButtonDblClick : QEvent::MouseMove, QPointF(x, y),
-                        widget->mapToGlobal(QPointF(x, y)), again ? which : Qt::NoButton, which, {});
-      QApplication::sendEvent(widget, &event);
-    }
+    const std::map<MouseAction, QEvent::Type> types = {
+        {MouseAction::press, QEvent::MouseButtonPress},
+        {MouseAction::move, QEvent::MouseMove},
+        {MouseAction::release, QEvent::MouseButtonRelease},
+        {MouseAction::doubleClick, QEvent::MouseButtonDblClick}};
+    const bool moves = action == MouseAction::move;
+    if (moves && button == 0) down_ = Qt::NoButton;
+    if (!moves) down_.setFlag(which, action != MouseAction::release);
+    QMouseEvent event(types.at(action), QPointF(x, y), widget->mapToGlobal(QPointF(x, y)),
+                      moves ? Qt::NoButton : which, down_, held_);
+    QApplication::sendEvent(widget, &event);
   }
   void enlarge(int width, int height) override {
     frame_->resize(frame_->size() + QSize(width, height));
@@ -142,6 +165,9 @@ class QtUser final : public User {
 
   Window& window_;
   QMainWindow* frame_ = nullptr;
+  Qt::KeyboardModifiers held_;
+  Qt::MouseButtons down_;
+  ControlId pointed_ = -1;
 };
 
 const QTemporaryDir& scraps() {
@@ -159,6 +185,9 @@ std::unique_ptr<Platform> makePlatform(bool fresh) {
 std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<QtUser>(window); }
 std::string scrapFile(const std::string& name) {
   return scraps().filePath(QString::fromStdString(name)).toStdString();
+}
+long heldObjects() {
+  return QApplication::allWidgets().size() + QDir(QStringLiteral("/proc/self/fd")).count();
 }
 int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
 std::string clipboardSvg() {

@@ -10,6 +10,7 @@
 #include "platform/common/text_helpers.h"
 #include "platform/qt/look.h"
 #include "platform/qt/window_qt.h"
+#include "unit/platform_contract/back_end.h"
 #include "window/form_table.h"
 #include "window/languages.h"
 #include "window/shown_tables.h"
@@ -26,7 +27,7 @@ class WindowQtTest : public testing::Test {
     for (QWidget* const w : QApplication::topLevelWidgets())
       if (auto* const main = qobject_cast<QMainWindow*>(w)) frame_ = main;
     window_->show();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(frame_, contract::kPatience));
   }
   QWidget* find(std::string_view name) const {
     return frame_->findChild<QWidget*>(QString::fromUtf8(name.data(), std::ssize(name)));
@@ -66,7 +67,9 @@ TEST_F(WindowQtTest, TooltipsShowOverDisabledControlsToo) {
     QTest::mouseMove(frame_->windowHandle(), at);
     QTest::mouseMove(frame_->windowHandle(), at + QPoint(1, 1));
     const QString tip = find(name)->toolTip();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QToolTip::isVisible() && QToolTip::text() == tip; })) << name;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QToolTip::isVisible() && QToolTip::text() == tip; },
+                                contract::kPatience))
+        << name;
   }
 }
 

@@ -1,11 +1,14 @@
 // The Windows platform object and its user for the tests that all back ends share.
 #include "unit/platform_contract/back_end.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <thread>
+#include <utility>
 #include <vector>
 
+#include "gui_objects.h"
 #include "own_windows.h"
 #include "platform/win32/identifiers.h"
 #include "platform/win32/platform_win32.h"
@@ -26,7 +29,7 @@ constexpr const wchar_t* kKey = L"Software\\Lorivan test";
 
 /// Waits, in a thread of its own, until a dialog is open and has filled itself; nullptr if none opens.
 HWND openDialog() {
-  for (int i = 0; i < 500; ++i, Sleep(20)) {
+  for (int waited = 0; waited < kPatience; waited += 20, Sleep(20)) {
     const HWND dialog = findOwnWindow(L"#32770");
     if (dialog == nullptr || !IsWindowVisible(dialog)) continue;
     Sleep(100);
@@ -79,9 +82,10 @@ class Win32User final : public User {
   }
   void press(const std::string& keys) override {
     constexpr std::pair<const char*, WPARAM> names[] = {
-        {"Return", VK_RETURN}, {"Tab", VK_TAB},       {"Up", VK_UP},     {"Down", VK_DOWN},
-        {"Left", VK_LEFT},     {"Escape", VK_ESCAPE}, {"F1", VK_F1},     {"F11", VK_F11},
-        {"F12", VK_F12},       {"PgUp", VK_PRIOR},    {"PgDn", VK_NEXT}, {"Space", VK_SPACE}};
+        {"Return", VK_RETURN}, {"Tab", VK_TAB},       {"Up", VK_UP},          {"Down", VK_DOWN},
+        {"Left", VK_LEFT},     {"Escape", VK_ESCAPE}, {"F1", VK_F1},          {"F11", VK_F11},
+        {"F12", VK_F12},       {"PgUp", VK_PRIOR},    {"PgDn", VK_NEXT},      {"Space", VK_SPACE},
+        {"Right", VK_RIGHT},   {"Plus", VK_ADD},      {"Minus", VK_SUBTRACT}, {"Del", VK_DELETE}};
     const std::string key = keys.substr(keys.rfind('+') + 1);
     const auto named = std::ranges::find(names, key, [](const auto& n) { return std::string(n.first); });
     const auto code = named != std::end(names) ? named->second : static_cast<WPARAM>(keys.back());
@@ -89,15 +93,31 @@ class Win32User final : public User {
       PostMessageW(GetFocus(), WM_SYSCHAR, code | 0x20, 1 << 29);
       return settle();
     }
-    BYTE state[256] = {};
-    state[VK_CONTROL] = keys.find("Ctrl+") != std::string::npos ? 0x80 : 0;
-    state[VK_SHIFT] = keys.find("Shift+") != std::string::npos ? 0x80 : 0;
-    SetKeyboardState(state);
+    holdKeys(keys.find("Shift+") != std::string::npos, keys.find("Ctrl+") != std::string::npos);
     PostMessageW(GetFocus(), WM_KEYDOWN, code, 1);
     PostMessageW(GetFocus(), WM_KEYUP, code, 1);  // a button is pressed by Space's release
     settle();
-    state[VK_CONTROL] = state[VK_SHIFT] = 0;
+    holdKeys(false, false);
+  }
+  void holdKeys(bool shift, bool ctrl) override {
+    BYTE state[256] = {};
+    state[VK_CONTROL] = ctrl ? 0x80 : 0;
+    state[VK_SHIFT] = shift ? 0x80 : 0;
     SetKeyboardState(state);
+  }
+  void highlight(CommandId command) override {
+    const bool none = command == kNoCommand;
+    PostMessageW(main_, WM_MENUSELECT, none ? MAKEWPARAM(0, 0xFFFF) : MAKEWPARAM(kFirstCommand + command, 0),
+                 0);
+    settle();
+  }
+  void point(ControlId control) override {
+    const ControlId from = std::exchange(pointed_, control);
+    if (control >= 0)
+      PostMessageW(child(control), WM_MOUSEMOVE, 0, MAKELPARAM(3, 3));
+    else if (from >= 0)
+      PostMessageW(child(from), WM_MOUSELEAVE, 0, 0);
+    settle();
   }
   void click(ControlId control) override {
     if (!IsWindowEnabled(child(control))) return;  // posted messages would come through
@@ -155,7 +175,8 @@ class Win32User final : public User {
                                     {WM_NULL, WM_NULL, WM_NULL},
                                     {WM_NULL, WM_NULL, WM_NULL},
                                     {WM_LBUTTONDBLCLK, WM_RBUTTONDBLCLK, WM_MBUTTONDBLCLK}};
-    PostMessageW(child(picture), messages[static_cast<int>(action)][button - 1], 0, MAKELPARAM(x, y));
+    PostMessageW(child(picture), messages[static_cast<int>(action)][std::max(0, button - 1)], 0,
+                 MAKELPARAM(x, y));
     settle();
   }
   void enlarge(int width, int height) override {
@@ -198,6 +219,7 @@ class Win32User final : public User {
   HWND main_;
   std::jthread answer_;
   COLORREF usualFace_ = 0, usualText_ = 0;
+  ControlId pointed_ = -1;
 };
 
 }  // namespace
@@ -210,6 +232,10 @@ std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<Win32Us
 std::string scrapFile(const std::string& name) {
   static const Folder folder;
   return folder.file(name);
+}
+long heldObjects() {
+  const ObjectCounts counts = countGuiObjects();
+  return counts.graphics + counts.windows;
 }
 int clipboardWidth() {
   BITMAPINFOHEADER header{};

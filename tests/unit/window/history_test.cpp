@@ -70,24 +70,5 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
   EXPECT_FALSE(commandEnabled("mnuEditRedoStep"));
 }
 
-TEST_F(HistoryTest, TheStartIsTheFloor) {
-  stored("txtXNo") = "6";
-  stored("txtWidth") = "11";
-  start();
-  const Document first = document();
-  const auto picture = pixels();
-  EXPECT_FALSE(commandEnabled("mnuEditUndoStep"));
-  for (int i = 0; i < 6; ++i) pick("mnuEditUndo");
-  EXPECT_TRUE(document() == first);
-  EXPECT_EQ(pixels(), picture);
-  expectTexts({{Param::XNo, "6"}, {Param::Width, "11"}, {Param::Animate, "9"}});
-  enterAll({{Param::Theta, "30"}, {Param::Theta, "50"}, {Param::Theta, "360"}});
-  EXPECT_EQ(text(Param::Theta), "0");
-  for (const char* before : {"50", "30", "0"}) {
-    undo();
-    EXPECT_EQ(text(Param::Theta), before);
-  }
-}
-
 }  // namespace
 }  // namespace lorivan
