@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t kFewSides = 6;     // of a face whose arcs are all about as near
 constexpr std::size_t kMostSides = 150;  // of a face of which every pair is compared
 constexpr double kSafety = 1.03;         // of the reach: how lines bend between their samples is not known
-constexpr double kCalm = 0.5;            // cosine of the turn to which an arc is one bend
+constexpr double kCalm = 0.8;            // cosine of the turn to which an arc is one bend
 
 double fromSegment(Vec p, Vec a, Vec b) {
   const Vec way = b - a;
@@ -136,7 +136,7 @@ void BandFaces::markFace() {
   for (const int half : face_) {
     char& mark = (*marks_)[half / 2];
     if (n == 2) mark |= kMayClasp;
-    if (n == 1 || n > kMostSides || (n == 2 && arc(half).cosine <= 0)) mark |= kMayTouch;
+    if (n <= 2 || n > kMostSides) mark |= kMayTouch;
   }
   if (n <= 2 || n > kMostSides) return;
   for (std::size_t i = 0; i < n; ++i) {
@@ -165,8 +165,8 @@ bool BandFaces::leadApart(int one, int two) const {
   if (a.cosine * b.cosine - a.sine * b.sine > -dot(heading(one), heading(two))) return true;
   if (std::min(a.cosine, b.cosine) < kCalm) return false;
   const Vec farA = one % 2 == 0 ? a.a : a.b, farB = two % 2 == 0 ? b.b : b.a;
-  return fromSegment(farA, b.a, b.b) > reach_ + inner(two) &&
-         fromSegment(farB, a.a, a.b) > reach_ + inner(one);
+  const double least = reach_ + inner(one) + inner(two);
+  return fromSegment(farA, b.a, b.b) > least && fromSegment(farB, a.a, a.b) > least;
 }
 
 /// Whether there is room across the way between their middles, or across one of the arcs.

@@ -334,6 +334,31 @@ TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
   EXPECT_FALSE(lieApart(contours, 1.15 * edge)) << "but not further";
 }
 
+TEST(BandTouches, FacesLoseNoneOfThem) {
+  std::size_t touches = 0, clasps = 0;
+  for (const Shape shape : {Shape::SquareSquare, Shape::SquareTriangle, Shape::Hexagonal, Shape::Circular,
+                            Shape::Octagonal, Shape::Star})
+    for (const int order : {2, 4}) {
+      const Drawn drawn(shape, 5, 4, order, 0.4);
+      auto loops = bandLoops(drawn.knot.curve, drawn.view);
+      const double reach = 0.6 * smallestRoom(loops);
+      const auto find = [&] {
+        const auto crossings = findBandCrossings(loops);
+        return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {}, reach);
+      };
+      const BandTouches byFaces = find();
+      // With a ring far away from the knot the faces do not hang together: every pair is looked at.
+      loops.push_back(bandLoops(ringOf(20), GridView()).front().moved(3000));
+      const BandTouches all = find();
+      EXPECT_EQ(byFaces.touches.size(), all.touches.size()) << static_cast<int>(shape) << ' ' << order;
+      EXPECT_EQ(byFaces.clasps.size(), all.clasps.size()) << static_cast<int>(shape) << ' ' << order;
+      touches += all.touches.size();
+      clasps += all.clasps.size();
+    }
+  EXPECT_GT(touches, 0U);
+  EXPECT_GT(clasps, 0U);
+}
+
 TEST(BandOutlines, CrossingsWithoutRoomChangePlacesHalfWay) {
   KnotStyle style;
   style.width = 14;
