@@ -102,6 +102,11 @@ void disc(Surface& surface, PointF centre, float diameter, Colour colour) {
   ring(surface, at, diameter / 4, diameter / 2, colour);
 }
 
+/// The rest of a step that may be several turns, as when a hand is quick and the mouse reports seldom.
+float withoutTurns(float step) {
+  return static_cast<float>(std::fmod(static_cast<double>(step), static_cast<double>(kTwoPiF)));
+}
+
 /// Not negative: a full turn is added where needed.
 float turned(float degrees) { return degrees < 0 ? degrees + 360 : degrees + 0.0F; }
 
@@ -138,8 +143,8 @@ bool dragView(ViewState& view, DragState& drag, int button, float x, float y) {
   x /= kDragUnit;
   y /= kDragUnit;
   if (drag.LastDragX > kNoDrag) {
-    view.ViewTheta += x - (static_cast<float>(drag.LastDragX) + drag.restX);
-    view.ViewPhi -= y - (static_cast<float>(drag.LastDragY) + drag.restY);
+    view.ViewTheta += withoutTurns(x - (static_cast<float>(drag.LastDragX) + drag.restX));
+    view.ViewPhi -= withoutTurns(y - (static_cast<float>(drag.LastDragY) + drag.restY));
   }
   drag.LastDragX = toInt32(static_cast<double>(x));
   drag.LastDragY = toInt32(static_cast<double>(y));

@@ -78,10 +78,7 @@ class BandExits {
   bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over) const;
   /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
   bool isTight(int number, int sample, double distance) const {
-    const std::vector<double>& bends = bends_[number];
-    const int size = static_cast<int>(bends.size());
-    const int within = sample >= 0 && sample < size ? sample : (sample % size + size) % size;
-    return bends[within] * distance * distance > kTightBend * kTightBend;
+    return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
   }
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,

@@ -42,6 +42,11 @@ class BandLoop {
 
   int slot() const { return slot_; }
   int size() const { return size_; }
+  /// The number of a sample in the first lap.
+  std::size_t wrap(int i) const {
+    const int n = size();
+    return static_cast<std::size_t>(i >= 0 && i < n ? i : (i % n + n) % n);
+  }
   /// At a sample, whichever lap it is in.
   Vec point(int i) const {
     double x = left_;
@@ -93,10 +98,6 @@ class BandLoop {
   std::size_t stepFrom(std::span<const Node> all, std::size_t from, double stray) const;
   static bool passesBetween(std::span<const Node> all, std::size_t from, std::size_t step, Vec lap,
                             double stray);
-  std::size_t wrap(int i) const {
-    const int n = size();
-    return static_cast<std::size_t>(i >= 0 && i < n ? i : (i % n + n) % n);
-  }
   /// Adds to x how far the sample's lap lies to the right of the first one.
   std::size_t wrap(int i, double& x) const {
     const int n = size();

@@ -151,7 +151,7 @@ class Outliner {
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
       else
-        std::ranges::move(simple(std::move(contour)), std::back_inserter(contours));
+        std::ranges::move(simple(contour), std::back_inserter(contours));
     }
     return contours;
   }
@@ -171,7 +171,7 @@ class Outliner {
     contour.back() = contour.front();
     if (folded != nullptr) *folded |= hasFolds;
     if (!hasFolds || folded != nullptr) return {std::move(contour)};
-    return simple(std::move(contour));
+    return simple(contour);
   }
 
   static void appendStraightTo(Vec to, BandContour& contour) {
@@ -291,7 +291,7 @@ class Outliner {
       return;
     }
     if (fit_ != tolerance_) contour = around(band, begin, end, tolerance_);
-    addStretches(simple(std::move(contour)), made);
+    addStretches(simple(contour), made);
   }
 
   /// Along one side of a stretch, its end, back along the other side, and its beginning.
@@ -307,8 +307,8 @@ class Outliner {
     return contour;
   }
 
-  std::vector<BandContour> simple(BandContour contour) const {
-    return untangled(std::move(contour), half_ * tolerance_, kLeastHole * half_ * half_);
+  std::vector<BandContour> simple(const BandContour& contour) const {
+    return untangled(contour, half_ * tolerance_, kLeastHole * half_ * half_);
   }
 
   /// One stretch for each outer contour; the holes belong to the first one.
@@ -376,7 +376,7 @@ class Outliner {
     auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_);
     if (!chains) return false;
     std::vector<BandContour> all;
-    for (BandContour& chain : *chains) std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
+    for (const BandContour& chain : *chains) std::ranges::move(simple(chain), std::back_inserter(all));
     addStretches(std::move(all), made);
     return true;
   }

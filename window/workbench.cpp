@@ -195,10 +195,11 @@ std::string Workbench::summary() const {
   if (picture_ == Picture::sheet) return shapeSummary(sheet.shape());
   if (!document().lines) return shapeSummary(sheet.shape());
   if (!drawn_) return gridSummary(document());
-  const std::string knot = knotSummary(stages_.knot()) + overlapNote(document(), stages_.knot());
-  if (picture_ == Picture::flat) return knot;
+  const std::string knot = knotSummary(stages_.knot());
+  const std::string note = overlapNote(document(), stages_.knot());
+  if (picture_ == Picture::flat) return knot + note;
   const std::string model = trn("{1}, {n} polygon", "{1}, {n} polygons", solid.model().QuadCount, knot);
-  return modelCurrent() ? model : tr("{1}; press Create 3D to show the changed 3D values", model);
+  return (modelCurrent() ? model : tr("{1}; press Create 3D to show the changed 3D values", model)) + note;
 }
 
 void Workbench::tell(const Error& error) {

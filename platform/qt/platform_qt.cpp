@@ -51,8 +51,8 @@ bool displayAnswers() {
   return answers;
 }
 
-/// Freed memory stays with the program, up to some megabytes: tables of knots are that large, and to get them
-/// from the system again for every knot takes longer than to fill them.
+/// Freed memory stays with the program, up to 64 megabytes: tables of knots take some of these, and to get
+/// them from the system again for every knot takes longer than to fill them.
 void keepFreedMemory() {
 #ifdef __GLIBC__
   mallopt(M_MMAP_THRESHOLD, 32 << 20);

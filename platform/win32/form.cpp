@@ -11,6 +11,7 @@ namespace lorivan::win32 {
 namespace {
 
 constexpr WPARAM kLongestEntry = 64;
+constexpr int kOverhang = 2;  // pixels that a font may draw a word wider than it says
 
 /// What the system needs to know to make one kind of control.
 struct NativeKind {
@@ -23,7 +24,7 @@ NativeKind nativeKind(ControlKind kind) {
     case ControlKind::group:
       return {WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT};
     case ControlKind::label:
-      return {WC_STATICW, SS_RIGHT | SS_CENTERIMAGE, 0};
+      return {WC_STATICW, SS_OWNERDRAW, 0};
     case ControlKind::number:
       return {WC_EDITW, WS_TABSTOP | ES_AUTOHSCROLL | ES_RIGHT, WS_EX_CLIENTEDGE};
     case ControlKind::text:
@@ -178,6 +179,9 @@ void Form::placeControl(ControlId control, const LayoutRect& rect, const LayoutM
       break;
     case ControlKind::button:
       place = centred(rect, metrics.lineHeight + scaled(12, metrics));
+      break;
+    case ControlKind::label:
+      place.width += kOverhang;
       break;
     default:
       break;
@@ -416,6 +420,22 @@ void Form::drawColourBox(const DRAWITEMSTRUCT& item) const {
     InflateRect(&box, -1, -1);
   }
   fillBox(item.hDC, box, fill);
+}
+
+void Form::drawLabel(const DRAWITEMSTRUCT& item) const {
+  const ControlId control = find(item.hwndItem);
+  if (control < 0) return;
+  const bool grey = (item.itemState & ODS_DISABLED) != 0;
+  const bool plain = (SendMessageW(item.hwndItem, WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) != 0;
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0));
+  const Selection selected(item.hDC, font != nullptr ? font : GetStockObject(DEFAULT_GUI_FONT));
+  RECT box = item.rcItem;
+  FillRect(item.hDC, &box, GetSysColorBrush(COLOR_BTNFACE));
+  SetBkMode(item.hDC, TRANSPARENT);
+  SetTextColor(item.hDC, GetSysColor(grey ? COLOR_GRAYTEXT : COLOR_BTNTEXT));
+  box.right -= kOverhang;
+  DrawTextW(item.hDC, widen(text(control)).c_str(), -1, &box,
+            DT_RIGHT | DT_VCENTER | DT_SINGLELINE | DT_NOCLIP | (plain ? DT_HIDEPREFIX : 0U));
 }
 
 void Form::showDrawnPictures() {

@@ -68,6 +68,9 @@ class Form {
   HBRUSH brushFor(HWND control, HDC context) const;
   /// WM_DRAWITEM of a colour box.
   void drawColourBox(const DRAWITEMSTRUCT& item) const;
+  /// WM_DRAWITEM of a label: its text at the right end of its place, whole also where the font draws it wider
+  /// than it says.
+  void drawLabel(const DRAWITEMSTRUCT& item) const;
   /// WM_DRAWITEM of a list's item.
   void drawItem(const DRAWITEMSTRUCT& item) const;
   void showDrawnPictures();

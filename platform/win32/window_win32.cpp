@@ -379,7 +379,8 @@ void WindowWin32::filesDropped(HDROP files) {
 }
 
 void WindowWin32::drawItem(const DRAWITEMSTRUCT& item) {
-  item.CtlType == ODT_COMBOBOX ? form_.drawItem(item) : form_.drawColourBox(item);
+  if (item.CtlType == ODT_COMBOBOX) return form_.drawItem(item);
+  item.CtlType == ODT_STATIC ? form_.drawLabel(item) : form_.drawColourBox(item);
 }
 
 LRESULT WindowWin32::colourControl(UINT message, WPARAM wide, LPARAM argument) {

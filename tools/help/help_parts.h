@@ -22,8 +22,7 @@ std::span<const HelpPage> helpPages();
 /// Splits at single blanks.
 std::vector<std::string> wordsOf(std::string_view text);
 
-/// The text of a menu or command as the window shows it, without the mark before its letter and the dots
-/// after it.
+/// The text of a menu or command as the window shows it, without the mark before its letter.
 std::string shownText(HelpTexts& texts, std::string_view english);
 
 /// What stands in the part of this name on a page; nothing for a name that is not known.

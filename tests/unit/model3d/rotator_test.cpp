@@ -50,6 +50,23 @@ TEST(Rotator, FieldKeyDragAndRotatorAgree) {
   }
 }
 
+TEST(Rotator, ADragInOneJumpTurnsAsASlowOne) {
+  for (const float way : {-2600.0F, -650.0F, -330.0F, 330.0F, 1260.0F}) {
+    ViewState jumped, slow;
+    DragState jump, steps;
+    for (int move = 0; move <= 40; ++move)
+      dragView(slow, steps, kLeftButton, 200 + way * static_cast<float>(move) / 40,
+               90 - way * static_cast<float>(move) / 50);
+    for (const float part : {0.0F, 1.0F})
+      dragView(jumped, jump, kLeftButton, 200 + way * part, 90 - 0.8F * way * part);
+    expectSameView(jumped, slow);
+    for (const float angle : {anglesInDegrees(jumped).theta, anglesInDegrees(jumped).phi}) {
+      EXPECT_GE(angle, 0);
+      EXPECT_LE(angle, 360);
+    }
+  }
+}
+
 TEST(Rotator, RollFollowsThePointerAndIsFoldedIntoTheMatrixOnly) {
   for (int degrees = 5; degrees < 360; degrees += 10) {
     ViewState view;

@@ -118,7 +118,8 @@ TEST_F(ProgramTest, FieldsInFileAndSettingsOut) {
   answerer_.fileName = std::filesystem::path(widen(path)).make_preferred().wstring();
   std::wstring title;
   use([&] {
-    User::enter(controlId("vtXNo"), L"4");
+    User::enter(controlId("vtXNo"), L"4.0");
+    User::waitFor(controlId("vtXNo"), L"4");  // else what it sets going shows all fields again
     User::enter(controlId("vtYNo"), L"99");
     User::waitFor(controlId("vtYNo"), L"20");
     User::click(controlId("cmd2D"));
