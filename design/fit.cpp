@@ -9,7 +9,7 @@
 #include "base/numbers.h"
 #include "design/knot.h"
 #include "design/presets.h"
-#include "strands/band_crossings.h"
+#include "strands/band_touches.h"
 
 namespace lorivan {
 namespace {
@@ -215,10 +215,20 @@ BandShares sharesOf(const Document& document) {
 }
 
 double bandOverlap(const Document& document, const Knot& knot) {
-  const auto distance = leastCrossingDistance(knot);
-  if (!distance) return 0;
-  const double room = *distance / zoomOf(document, knot);
-  return std::max(0.0, knotStyle(document.fields, {}).outerWidth() - room);
+  const KnotStyle style = knotStyle(document.fields, {});
+  const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
+  double overlap = 0;
+  if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
+  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
+  const Seam seam = seamOf(knot.curve, view);
+  // Between bands beside each other one edge is enough.
+  const double room = (style.innerWidth() + style.outerWidth()) / 2;
+  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
+  const BandTouches found =
+      findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), seam, room);
+  for (const BandTouch& touch : found.touches) overlap = std::max(overlap, room - touch.distance);
+  for (const BandClasp& clasp : found.clasps) overlap = std::max(overlap, room - clasp.distance);
+  return std::max(0.0, overlap);
 }
 
 }  // namespace lorivan

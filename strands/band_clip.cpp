@@ -3,170 +3,21 @@
 #include <algorithm>
 #include <utility>
 
+#include "strands/centre_line.h"
 #include "strands/curve_fit.h"
 #include "strands/offset_side.h"
 
 namespace lorivan {
 namespace {
 
-constexpr double kTurn = 0.15;            // radians that a line may turn between two of its points
-constexpr double kStray = 0.4;            // of a probe that a chord may lie beside its curve
-constexpr int kMostHalvings = 6;          // of a piece between two samples
-constexpr double kProbe = 0.35;           // tolerances beside a border at which its two sides are looked at
-constexpr double kJoin = 60;              // tolerances that ends of borders may lie apart
-constexpr double kSpur = 12;              // tolerances that a border may go on too far
-constexpr double kExact = 1e-6;           // pixels that copies of one point may lie apart
-constexpr std::size_t kUsualPoints = 64;  // of a piece
-constexpr double kSmooth = 0.94;          // cosine of the turn from which on there is a corner
-
-struct Chord {
-  Chord(Vec a, Vec b) : from(a), way(b - a), inverse(dot(way, way) > 0 ? 1 / dot(way, way) : 0) {}
-  Vec to() const { return from + way; }
-  double squareTo(Vec p) const {
-    const Vec off = p - from;
-    const Vec away = off - way * std::clamp(dot(off, way) * inverse, 0.0, 1.0);
-    return dot(away, away);
-  }
-  Vec from, way;
-  double inverse;  // of the square of its length
-};
-
-/// A piece as points, near enough to one another for chords to stand for the curve, and for the lines up to
-/// `far` beside it.
-class PointList {
- public:
-  PointList(const BandPiece& piece, double far, double probe)
-      : loop_(piece.loop), most_(kStray * 8 * probe), turn_(std::min(kTurn, std::sqrt(most_ / far))) {
-    BandLoop::Spot last = loop_.spot(piece.from);
-    points_.reserve(kUsualPoints);
-    add(last);
-    for (double from = piece.from; from < piece.to;) {
-      const double to = std::min(std::floor(from + 1 + 1e-6), piece.to);
-      const BandLoop::Spot next = loop_.spot(to);
-      add(from, last, to, next, kMostHalvings);
-      from = to;
-      last = next;
-    }
-  }
-  std::vector<LinePoint> take() { return std::move(points_); }
-
- private:
-  void add(const BandLoop::Spot& spot) { points_.push_back({spot.at, unit(spot.along)}); }
-  void add(double from, const BandLoop::Spot& a, double to, const BandLoop::Spot& b, int depth) {
-    const double sine = std::fabs(cross(a.along, b.along)), cosine = dot(a.along, b.along);
-    const bool bends = cosine <= 0 || sine > turn_ * cosine || lengthOf(b.at - a.at) * sine > most_ * cosine;
-    if (depth > 0 && bends) {
-      const double middle = (from + to) / 2;
-      const BandLoop::Spot m = loop_.spot(middle);
-      add(from, a, middle, m, depth - 1);
-      add(middle, m, to, b, depth - 1);
-      return;
-    }
-    add(b);
-  }
-
-  const BandLoop& loop_;
-  double most_;  // times the turn, eight times as far as a chord may stray
-  double turn_;  // between two points
-  std::vector<LinePoint> points_;
-};
-
-struct LineBox {
-  Vec low, high;
-  void add(Vec p) {
-    low = {std::min(low.x, p.x), std::min(low.y, p.y)};
-    high = {std::max(high.x, p.x), std::max(high.y, p.y)};
-  }
-  bool isWithin(const LineBox& o, double far) const {
-    return low.x - far <= o.high.x && o.low.x <= high.x + far && low.y - far <= o.high.y &&
-           o.low.y <= high.y + far;
-  }
-  double squareTo(Vec p) const {
-    const Vec away{p.x - std::clamp(p.x, low.x, high.x), p.y - std::clamp(p.y, low.y, high.y)};
-    return dot(away, away);
-  }
-};
-
-/// A centre line as chords, for asking how near a point is.
-class CentreLine {
- public:
-  explicit CentreLine(const std::vector<LinePoint>& points) : begin_(points.front()), end_(points.back()) {
-    chords_.reserve(points.size());
-    boxes_.reserve(points.size() / kBlock + 1);
-    for (std::size_t i = 1; i < points.size(); ++i) add(Chord(points[i - 1].at, points[i].at));
-  }
-
-  /// Whether a line may touch the band: for sure not, where this is false.
-  bool isNear(Vec a, Vec b, double half) const {
-    LineBox line{a, a};
-    line.add(b);
-    return all_.isWithin(line, half) &&
-           std::ranges::any_of(boxes_, [&](const LineBox& box) { return box.isWithin(line, half); });
-  }
-
-  /// Whether a point is within the band around the line, `half` to each side, with straight ends.
-  bool isInBand(Vec p, double half) const {
-    const double least = half * half;
-    if (all_.squareTo(p) >= least) return false;
-    const bool isBefore = dot(p - begin_.at, begin_.along) < 0;
-    const bool isBehind = dot(p - end_.at, end_.along) > 0;
-    if (!isBefore && !isBehind) return isWithin(p, least);
-    const std::size_t nearest = nearestChord(p, least);
-    if (nearest == chords_.size() || (isBefore && nearest == 0)) return false;
-    return !isBehind || nearest + 1 < chords_.size();
-  }
-
- private:
-  static constexpr std::size_t kBlock = 4;
-  /// Whether any chord is nearer than the root of a square. Begins where the last search ended.
-  bool isWithin(Vec p, double square) const {
-    const auto isIn = [&](std::size_t block) {
-      if (boxes_[block].squareTo(p) >= square) return false;
-      const std::size_t end = std::min((block + 1) * kBlock, chords_.size());
-      for (std::size_t i = block * kBlock; i < end; ++i)
-        if (chords_[i].squareTo(p) < square) return true;
-      return false;
-    };
-    if (isIn(last_)) return true;
-    for (std::size_t b = 0; b < boxes_.size(); ++b)
-      if (b != last_ && isIn(b)) {
-        last_ = b;
-        return true;
-      }
-    return false;
-  }
-
-  /// The number of the nearest chord; past the end where none is nearer than the root of a square.
-  std::size_t nearestChord(Vec p, double least) const {
-    std::size_t nearest = chords_.size();
-    for (std::size_t b = 0; b < boxes_.size(); ++b) {
-      if (boxes_[b].squareTo(p) >= least) continue;
-      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
-      for (std::size_t i = b * kBlock; i < end; ++i)
-        if (const double square = chords_[i].squareTo(p); square < least) {
-          least = square;
-          nearest = i;
-        }
-    }
-    return nearest;
-  }
-
-  void add(const Chord& chord) {
-    if (chords_.empty()) all_ = {chord.from, chord.from};
-    if (chords_.size() % kBlock == 0) boxes_.push_back({chord.from, chord.from});
-    for (const Vec p : {chord.from, chord.to()}) {
-      boxes_.back().add(p);
-      all_.add(p);
-    }
-    chords_.push_back(chord);
-  }
-
-  std::vector<Chord> chords_;
-  std::vector<LineBox> boxes_;  // of blocks of chords
-  LineBox all_;
-  LinePoint begin_, end_;
-  mutable std::size_t last_ = 0;  // the block in which something was found last
-};
+constexpr double kProbe = 0.35;     // tolerances beside a border at which its two sides are looked at
+constexpr double kJoin = 60;        // tolerances that ends of borders may lie apart
+constexpr double kSpur = 12;        // tolerances that a border may go on too far
+constexpr double kExact = 1e-6;     // pixels that copies of one point may lie apart
+constexpr double kPastSide = 1.15;  // of half a band, to where the middle between two bands is followed
+constexpr double kFarBeside = 3;    // times the width that is covered: no band lies further beside another
+constexpr int kMiddleSteps = 24;    // towards a point of that middle; each one about halves what is left
+constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
 /// A part of a line that may be a border. What it surrounds would lie on the side that quarter() points to.
 struct Border {
@@ -177,20 +28,25 @@ struct Border {
 
 class BandClipper {
  public:
-  BandClipper(const BandPiece& band, double half, std::span<const BandPiece> covers, double clear,
-              double tolerance)
+  BandClipper(const BandPiece& band, double half, std::span<const BandCover> covers,
+              std::span<const BandBeside> besides, double clear, double tolerance)
       : band_(band),
         half_(half),
         clear_(clear),
         tolerance_(tolerance),
-        points_(PointList(band, std::max(half, clear), kProbe * tolerance).take()),
+        points_(pointsAlong(band, std::max(half, clear), kProbe * tolerance)),
         line_(points_) {
     addSides(points_, half, -1);
-    for (const BandPiece& cover : covers) {
-      const std::vector<LinePoint> points =
-          PointList(nearPart(cover), std::max(half_, clear), kProbe * tolerance).take();
-      covers_.push_back({CentreLine(points), isOwn(cover)});
-      addSides(points, -clear, static_cast<int>(covers_.size()) - 1);
+    for (const BandCover& cover : covers) {
+      const std::vector<LinePoint> points = pointsOf(nearPart(cover.piece));
+      covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}});
+      addSides(points, -clear, lastCover());
+      if (cover.limit) addLimit(*cover.limit);
+    }
+    for (const BandBeside& beside : besides) {
+      const std::vector<LinePoint> points = pointsOf(beside.own);
+      covers_.push_back({CentreLine(pointsOf(beside.other)), isOwn(beside.other), {}, CentreLine(points)});
+      addMiddle(points);
     }
   }
 
@@ -213,7 +69,9 @@ class BandClipper {
  private:
   struct Cover {
     CentreLine line;
-    bool isOwn;  // a part of the band itself
+    bool isOwn;                      // a part of the band itself
+    std::optional<LinePoint> limit;  // see BandCover
+    std::optional<CentreLine> own;   // of a band beside: the part of this one that is there
   };
   struct Run {
     std::size_t begin, end;  // of the parts that were kept
@@ -222,6 +80,67 @@ class BandClipper {
     std::size_t line;
     double at;  // 0 to 1
   };
+
+  std::vector<LinePoint> pointsOf(const BandPiece& piece) const {
+    return pointsAlong(piece, std::max(half_, clear_), kProbe * tolerance_);
+  }
+  int lastCover() const { return static_cast<int>(covers_.size()) - 1; }
+
+  void addLimit(const LinePoint& limit) {
+    const Vec way = limit.along * (2 * (half_ + clear_));
+    lines_.push_back({{limit.at - way, limit.along}, {limit.at + way, limit.along}, curves_++, lastCover()});
+  }
+
+  /// Where a band ends beside the one that was added last: as far from the middle between both centre lines
+  /// as half an edge is wide.
+  void addMiddle(const std::vector<LinePoint>& points) {
+    const CentreLine& other = covers_.back().line;
+    const auto far = [&](Vec p) { return other.distance(p, kFarBeside * clear_); };
+    const auto nearest = std::ranges::min_element(points, {}, [&](const LinePoint& p) { return far(p.at); });
+    const Vec aside = quarter(nearest->along) * half_;
+    const double side = far(nearest->at + aside) < far(nearest->at - aside) ? 1 : -1;
+    std::vector<LinePoint> border;
+    double way = half_;
+    const double step = std::sqrt(half_ * tolerance_);
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+      const LinePoint &a = points[i], &b = points[i + 1];
+      const int parts = 1 + static_cast<int>(lengthOf(b.at - a.at) / step);
+      for (int k = 0; k < parts; ++k) {
+        const double t = static_cast<double>(k) / parts;
+        addMiddlePoint({a.at + (b.at - a.at) * t, unit(a.along * (1 - t) + b.along * t)}, side, way, border);
+      }
+    }
+    addMiddlePoint(points.back(), side, way, border);
+    addCurve(border, side);
+  }
+
+  /// `way` is how far out it lies, of the point before at first.
+  void addMiddlePoint(const LinePoint& p, double side, double& way, std::vector<LinePoint>& border) {
+    const Vec out = quarter(p.along) * side;
+    const double edge = clear_ - half_;
+    for (int step = 0; step < kMiddleSteps; ++step) {
+      const double missing = covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
+      if (std::fabs(missing) < tolerance_ / 50) break;
+      way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+    }
+    if (way < kPastSide * half_)
+      border.push_back({p.at + out * way, p.along});
+    else
+      addCurve(border, side);
+  }
+
+  /// Adds the lines from point to point, in the other sense on the right side, and empties the list.
+  void addCurve(std::vector<LinePoint>& points, double side) {
+    const std::size_t n = points.size();
+    if (side > 0) std::ranges::reverse(points);
+    std::vector<Vec> along;
+    for (std::size_t i = 0; n > 1 && i < n; ++i)
+      along.push_back(unit(points[std::min(i + 1, n - 1)].at - points[i > 0 ? i - 1 : 0].at));
+    for (std::size_t i = 0; i + 1 < n; ++i)
+      lines_.push_back({{points[i].at, along[i]}, {points[i + 1].at, along[i + 1]}, curves_, lastCover()});
+    if (n > 1) ++curves_;
+    points.clear();
+  }
 
   bool isOwn(const BandPiece& cover) const {
     const auto same = band_.loop.sameLine(cover.loop);
@@ -248,6 +167,7 @@ class BandClipper {
       return LinePoint{p.at + quarter(p.along) * away, p.along};
     };
     const auto addEnd = [&](Vec from, Vec to) {
+      if (lengthOf(points.back().at - points.front().at) < kExact) return;
       if (cover >= 0 && !line_.isNear(from, to, half_)) return;
       const Vec along = unit(to - from);
       lines_.push_back({{from, along}, {to, along}, curves_, cover});
@@ -321,7 +241,17 @@ class BandClipper {
     return std::ranges::any_of(covers_, [&](const Cover& c) { return &c != except && hides(c, p); });
   }
   bool hides(const Cover& c, Vec p) const {
+    if (c.own) return isBeyondMiddle(c, p);
+    if (c.limit && dot(quarter(c.limit->along), p - c.limit->at) >= 0) return false;
     return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
+  }
+
+  /// Of two bands that are one and the same each hides only what is on the other one's side of the middle.
+  bool isBeyondMiddle(const Cover& c, Vec p) const {
+    const double there = c.line.distance(p, clear_);
+    if (there >= clear_) return false;
+    const double here = (c.isOwn ? *c.own : line_).distance(p, clear_);
+    return there < here + clear_ - half_ && !(c.isOwn && there < here);
   }
 
   /// Whether what surely lies beside a line is the border of what its own band is: not within a fold of it.
@@ -524,27 +454,29 @@ class BandClipper {
 };
 
 /// Pieces of one loop that overlap become one: an edge must not lie within its own copy.
-std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
-  std::vector<BandPiece> out;
-  for (BandPiece piece : pieces) {
+std::vector<BandCover> joined(std::span<const BandCover> covers) {
+  std::vector<BandCover> out;
+  for (BandCover cover : covers) {
+    BandPiece& piece = cover.piece;
     const double lap = piece.loop.size();
     for (std::size_t i = 0; i < out.size();) {
-      const auto same = out[i].loop.sameLine(piece.loop);
+      const BandPiece& o = out[i].piece;
+      const auto same = o.loop.sameLine(piece.loop);
       const double shift = piece.loop.isRing()
-                               ? std::round((out[i].from + out[i].to - piece.from - piece.to) / 2 / lap) * lap
+                               ? std::round((o.from + o.to - piece.from - piece.to) / 2 / lap) * lap
                                : same.value_or(0);
-      const bool meet = same && out[i].from <= piece.to + shift && piece.from + shift <= out[i].to;
-      if (!meet) {
+      const bool meet = same && o.from <= piece.to + shift && piece.from + shift <= o.to;
+      if (!meet || out[i].limit || cover.limit) {
         ++i;
         continue;
       }
-      piece.from = std::min(out[i].from, piece.from + shift);
-      piece.to = std::max(out[i].to, piece.to + shift);
+      piece.from = std::min(o.from, piece.from + shift);
+      piece.to = std::max(o.to, piece.to + shift);
       if (piece.loop.isRing()) piece.to = std::min(piece.to, piece.from + lap);
-      piece.loop = out[i].loop;
+      piece.loop = o.loop;
       out.erase(out.begin() + static_cast<std::ptrdiff_t>(i));
     }
-    out.push_back(piece);
+    out.push_back(cover);
   }
   return out;
 }
@@ -552,9 +484,10 @@ std::vector<BandPiece> joined(std::span<const BandPiece> pieces) {
 }  // namespace
 
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
-                                                         std::span<const BandPiece> covers, double clear,
+                                                         std::span<const BandCover> covers,
+                                                         std::span<const BandBeside> besides, double clear,
                                                          double tolerance) {
-  return BandClipper(band, half, joined(covers), clear, tolerance).run();
+  return BandClipper(band, half, joined(covers), besides, clear, tolerance).run();
 }
 
 }  // namespace lorivan

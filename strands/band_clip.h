@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "strands/band_loop.h"
+#include "strands/curve_fit.h"
 
 namespace lorivan {
 
@@ -16,11 +17,24 @@ struct BandPiece {
   double from = 0, to = 0;
 };
 
+/// What lies over a band. On the side of the limit's line that quarter() points to it hides nothing.
+struct BandCover {
+  BandPiece piece;
+  std::optional<LinePoint> limit = {};
+};
+
+/// A part of a band, and another one that runs beside it with no room between.
+struct BandBeside {
+  BandPiece own, other;
+};
+
 /// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
-/// is taken away: closed contours (see BandContour), holes negative. Features smaller than about four
-/// tolerances may be lost. Nothing where a border could not be followed round.
+/// is taken away, and beside another band what is not nearer to its own centre line by `clear` - `half`:
+/// closed contours (see BandContour), holes negative. Features smaller than about four tolerances may be
+/// lost. Nothing where a border could not be followed round.
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
-                                                         std::span<const BandPiece> covers, double clear,
+                                                         std::span<const BandCover> covers,
+                                                         std::span<const BandBeside> besides, double clear,
                                                          double tolerance);
 
 }  // namespace lorivan

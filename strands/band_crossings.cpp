@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 
 namespace lorivan {
 namespace {
@@ -302,6 +303,25 @@ class CrossingSearch {
 std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam) {
   thread_local CrossingSearch search;
   return search.find(loops, seam);
+}
+
+std::vector<std::vector<BandPassing>> bandPassings(std::size_t loops,
+                                                   std::span<const BandCrossing> crossings) {
+  std::vector<std::vector<BandPassing>> overs(loops), all(loops);
+  for (std::size_t i = 0; i < crossings.size(); ++i)
+    overs[crossings[i].over].push_back({crossings[i].overAt, static_cast<int>(i), true});
+  std::vector<BandPassing> unders;
+  std::size_t at = 0;
+  for (std::size_t l = 0; l < loops; ++l) {
+    unders.clear();
+    for (; at < crossings.size() && crossings[at].under == static_cast<int>(l); ++at)
+      unders.push_back({crossings[at].underAt, static_cast<int>(at), false});
+    std::ranges::sort(overs[l], {}, &BandPassing::place);
+    all[l].reserve(unders.size() + overs[l].size());
+    std::ranges::merge(unders, overs[l], std::back_inserter(all[l]), {}, &BandPassing::place,
+                       &BandPassing::place);
+  }
+  return all;
 }
 
 }  // namespace lorivan

@@ -14,8 +14,19 @@ struct BandCrossing {
   int turn = 0;                    // periods that the upper loop has to be moved to the right to be there
 };
 
+/// Where a loop passes through a crossing.
+struct BandPassing {
+  double place = 0;
+  int crossing = 0;  // its number
+  bool isOver = false;
+};
+
 /// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the
 /// later place of one loop, is over. Loops of a wrapped knot cross round the cylinder.
 std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam = {});
+
+/// Of every loop, by their places.
+std::vector<std::vector<BandPassing>> bandPassings(std::size_t loops,
+                                                   std::span<const BandCrossing> crossings);
 
 }  // namespace lorivan

@@ -8,12 +8,15 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;    // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;    // cosine of the turn from which on a covering band may come back
-constexpr double kFarLeg = 6;      // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;   // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;      // samples that a covering band is followed beyond an exit
-constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
+constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
+constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
+constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
+constexpr int kArcParts = 16;
+constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
+constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -42,6 +45,35 @@ struct Beside {
   double share;  // of the centre line's speed; below 0 in a fold
 };
 
+/// The place between two others where a line is furthest from the straight way, or about half way where it
+/// is straight itself.
+Vec middleOf(const BandLoop& loop, double from, double to) {
+  const Vec a = loop.spot(from).at, b = loop.spot(to).at;
+  const double least = dot(b - a, b - a) * kStraightArc * kStraightArc;
+  double sum = 0, places = 0;
+  for (int k = 1; k < kArcParts; ++k) {
+    const double place = from + (to - from) * k / kArcParts;
+    const double far = cross(unit(b - a), loop.spot(place).at - a), weight = far * far + least;
+    sum += weight * weight;
+    places += place * weight * weight;
+  }
+  return loop.spot(sum > 0 ? places / sum : (from + to) / 2).at;
+}
+
+/// The line between two crossings of the same two lines, through the middles of both: near the tip of a bend
+/// each leg keeps its own side. quarter() points to the second crossing.
+LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop& b, double fromB,
+                     double toB) {
+  const Vec here = a.spot(fromA).at, there = a.spot(toA).at, across = there - here;
+  const Vec one = middleOf(a, fromA, toA), two = middleOf(b, fromB, toB);
+  LinePoint line{(one + two) * 0.5, unit(two - one)};
+  if (cross(line.along, across) < 0) line.along = line.along * -1;
+  const bool isBetween = cross(line.along, here - line.at) < 0 && cross(line.along, there - line.at) > 0;
+  if (!isBetween || cross(line.along, unit(across)) < kLeastSlant)
+    line = {(here + there) * 0.5, quarter(unit(across)) * -1};
+  return line;
+}
+
 }  // namespace
 
 BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear,
@@ -51,16 +83,13 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
       clear_(clear),
       tolerance_(tolerance),
       crossings_(findBandCrossings(loops, seam)),
-      ways_(loops.size()),
+      passings_(bandPassings(loops.size(), crossings_)),
       overs_(loops.size()) {
   if (seam)
     for (const BandCrossing& c : crossings_) moved_.push_back(loop(c.over).moved(c.turn * seam.width));
-  for (const BandCrossing& c : crossings_) {
-    ways_[c.under].push_back(c.underAt);
-    ways_[c.over].push_back(c.overAt);
-    overs_[c.over].push_back(&c);
-  }
-  for (auto& overs : overs_) std::ranges::sort(overs, {}, &BandCrossing::overAt);
+  for (std::size_t l = 0; l < loops.size(); ++l)
+    for (const BandPassing& p : passings_[l])
+      if (p.isOver) overs_[l].push_back(&crossings_[p.crossing]);
   for (const BandLoop& band : loops) bends_.push_back(bendsOf(band));
   meetings_.reserve(crossings_.size());
   for (const BandCrossing& c : crossings_) {
@@ -69,7 +98,6 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     made.over = overOf(c).spot(c.overAt);
     made.mayReturn = mayReturn(c, made.over);
   }
-  for (auto& ways : ways_) std::sort(ways.begin(), ways.end());
 }
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
@@ -91,14 +119,14 @@ bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s) const 
 
 /// How far it is from a place on a loop to its next crossing, on or back.
 double BandExits::room(int number, double place, int direction) const {
-  const auto& ways = ways_[number];
+  const auto& all = passings_[number];
   const double lap = loop(number).size();
   if (direction > 0) {
-    const auto next = std::upper_bound(ways.begin(), ways.end(), place + 1e-9);
-    return next == ways.end() ? ways.front() + lap - place : *next - place;
+    const auto next = std::ranges::upper_bound(all, place + 1e-9, {}, &BandPassing::place);
+    return next == all.end() ? all.front().place + lap - place : next->place - place;
   }
-  const auto next = std::lower_bound(ways.begin(), ways.end(), place - 1e-9);
-  return next == ways.begin() ? place - (ways.back() - lap) : place - *(next - 1);
+  const auto next = std::ranges::lower_bound(all, place - 1e-9, {}, &BandPassing::place);
+  return next == all.begin() ? place - (all.back().place - lap) : place - (next - 1)->place;
 }
 
 /// A crossing of a strand with itself, left towards itself: there it may come half the way.
@@ -110,11 +138,11 @@ double BandExits::mostOfRoom(const BandCrossing& c, int direction) const {
 
 BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   const double most = mostOfRoom(c, direction);
-  BandEnd end{.side = {}, .crossing = &c, .over = overOf(c), .isPlain = true};
+  BandEnd end{.side = {}, .crossing = &c, .over = overOf(c), .limit = limitOf(c, direction), .isPlain = true};
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
-  end.isPlain = end.isPlain &&
+  end.isPlain = end.isPlain && !end.limit &&
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
                        std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
@@ -130,20 +158,46 @@ bool BandExits::isCalm(int number, double from, double to, double distance) cons
   return true;
 }
 
-BandPiece BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
+void BandExits::setRivals(std::size_t one, std::size_t two) {
+  rivals_.emplace_back(one, two);
+  rivals_.emplace_back(two, one);
+  std::ranges::sort(rivals_);
+}
+
+std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction) const {
+  for (auto rival = std::ranges::lower_bound(rivals_, std::pair(numberOf(c), std::size_t{0}));
+       rival != rivals_.end() && rival->first == numberOf(c); ++rival) {
+    const BandLoop& under = loop(c.under);
+    const double next = c.underAt + direction * room(c.under, c.underAt, direction);
+    const double apart = std::fabs(under.wrapped(next) - crossings_[rival->second].overAt);
+    if (crossings_[rival->second].over != c.under || std::min(apart, under.size() - apart) > 1e-6) continue;
+    const BandLoop& over = overOf(c);
+    const double back = over.wrapped(crossings_[rival->second].underAt - c.overAt);
+    const double most = back < over.size() / 2.0 ? back : back - over.size();
+    const LinePoint line = changeLine(under, c.underAt, next, over, c.overAt, c.overAt + most);
+    // Half the width of the edge is on this side.
+    return LinePoint{line.at - quarter(line.along) * ((half_ - clear_) / 2), line.along};
+  }
+  return std::nullopt;
+}
+
+BandCover BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
   const BandCrossing& c = *end.crossing;
   double back = 0, on = 0;
   for (const BandExit& exit : end.side) {
     back = std::max(back, c.overAt - exit.foot + kBeyond);
     on = std::max(on, exit.foot - c.overAt + kBeyond);
   }
-  return {end.over, c.overAt - coverReach(c, band, -1, back), c.overAt + coverReach(c, band, 1, on)};
+  const bool isLimited = end.limit.has_value();
+  const BandPiece piece{end.over, c.overAt - coverReach(c, band, -1, back, isLimited),
+                        c.overAt + coverReach(c, band, 1, on, isLimited)};
+  return {piece, end.limit};
 }
 
 /// As far as the covering band may come back, but at most half the way to where the lower band crosses over
-/// it, and not beyond the lower band's own beginning.
-double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction,
-                             double least) const {
+/// it (nearly there, where a line limits it anyway), and not beyond the lower band's own beginning.
+double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+                             bool isLimited) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
@@ -152,7 +206,8 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
-    if (o.under == c.over && &o != &c) most = std::min(most, wayTo(o.underAt) / 2);
+    if (o.under == c.over && &o != &c)
+      most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;

@@ -1,7 +1,9 @@
 // Where bands come out from under the bands that lie over them.
 #pragma once
 
+#include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "strands/band_clip.h"
@@ -23,7 +25,10 @@ struct BandExit {
 struct BandEnd {
   BandExit side[2];
   const BandCrossing* crossing = nullptr;
-  BandLoop over;        // that lies there
+  BandLoop over;  // that lies there
+  /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
+  /// quarter() points away from here.
+  std::optional<LinePoint> limit = {};
   bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
   bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
@@ -35,6 +40,8 @@ class BandExits {
   BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear, double tolerance);
 
   const std::vector<BandCrossing>& crossings() const { return crossings_; }
+
+  const std::vector<std::vector<BandPassing>>& passings() const { return passings_; }
 
   /// The end of the stretch that begins (direction 1) or ends (-1) at a crossing.
   BandEnd leave(const BandCrossing& c, int direction) const;
@@ -49,7 +56,10 @@ class BandExits {
   double room(int number, double place, int direction) const;
 
   /// The part of the upper band that may cover what comes out at an end of a piece of the lower one.
-  BandPiece coverOf(const BandEnd& end, const BandPiece& band) const;
+  BandCover coverOf(const BandEnd& end, const BandPiece& band) const;
+
+  /// Has the bands of two crossings change places half way between them.
+  void setRivals(std::size_t one, std::size_t two);
 
  private:
   const BandLoop& loop(int number) const { return loops_[number]; }
@@ -78,13 +88,16 @@ class BandExits {
                          BandExit exit) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
-  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least) const;
+  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+                    bool isLimited) const;
+  std::optional<LinePoint> limitOf(const BandCrossing& c, int direction) const;
 
   std::span<const BandLoop> loops_;
   double half_, clear_, tolerance_;
   std::vector<BandCrossing> crossings_;
-  std::vector<BandLoop> moved_;            // upper loops of a wrapped knot, by crossing
-  std::vector<std::vector<double>> ways_;  // places of a loop's crossings, over and under
+  std::vector<BandLoop> moved_;                     // upper loops of a wrapped knot, by crossing
+  std::vector<std::vector<BandPassing>> passings_;  // of each loop
+  std::vector<std::pair<std::size_t, std::size_t>> rivals_;
   struct Meeting {
     BandLoop::Spot under, over;
     bool mayReturn = false;

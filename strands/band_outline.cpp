@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "strands/band_exits.h"
+#include "strands/band_touches.h"
 #include "strands/offset_side.h"
 #include "strands/untangle.h"
 
@@ -36,7 +37,15 @@ class Outliner {
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(toleranceOf(options)),
         fit_(options.fitted ? tolerance_ : 0),
-        exits_(loops, seam, half_, clear_, tolerance_) {}
+        exits_(loops, seam, half_, clear_, tolerance_),
+        touches_(findBandTouches(loops, exits_.crossings(), exits_.passings(), seam, half_ + clear_)) {
+    for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
+    beside_.resize(loops.size());
+    for (const BandTouch& touch : touches_.touches) {
+      beside_[touch.one].push_back({touch.first, touch.second});
+      beside_[touch.two].push_back({touch.second, touch.first});
+    }
+  }
 
   BandOutlines run() {
     BandOutlines outlines;
@@ -51,6 +60,7 @@ class Outliner {
       while (at < crossings.size() && crossings[at].under == static_cast<int>(l)) ++at;
       outlines.strands.push_back(outline(static_cast<int>(l), begin, at));
     }
+    outlines.lost = lost_;
     return outlines;
   }
 
@@ -73,12 +83,15 @@ class Outliner {
     }
     if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
     if (begin == end) {
-      made.stretches.push_back({ring(band, calm, half_), made.centre});
+      const BandPiece whole{band, static_cast<double>(calm), static_cast<double>(calm + band.size())};
+      if (!beside_[number].empty()) clipped(whole, {}, besidesOf(number, whole), made);
+      if (made.stretches.empty()) made.stretches.push_back({ring(band, calm, half_), {}});
+      made.stretches.front().centre = made.centre;
       return made;
     }
     made.stretches.reserve(end - begin);
-    for (std::size_t i = begin; i + 1 < end; ++i) stretch(band, on_[i], back_[i + 1], 0, made);
-    stretch(band, on_[end - 1], back_[begin], band.size(), made);
+    for (std::size_t i = begin; i + 1 < end; ++i) stretch(number, on_[i], back_[i + 1], 0, made);
+    stretch(number, on_[end - 1], back_[begin], band.size(), made);
     return made;
   }
 
@@ -240,15 +253,22 @@ class Outliner {
     for (std::size_t& corner : side.corners) corner -= behind;
   }
 
-  void stretch(const BandLoop& band, BandEnd& begin, BandEnd& end, double lap, StrandOutline& made) {
+  void stretch(int number, BandEnd& begin, BandEnd& end, double lap, StrandOutline& made) {
+    const BandLoop& band = loop(number);
     const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
     for (BandExit& exit : end.side) exit.place += lap;
-    if (lap > 0) end.over = end.over.moved(band.lap());
+    if (lap > 0) {
+      end.over = end.over.moved(band.lap());
+      if (end.limit) end.limit->at.x += band.lap();
+    }
+    const BandPiece piece{band, first, last};
+    const std::vector<BandBeside> besides = besidesOf(number, piece);
     const std::size_t before = made.stretches.size();
-    if (mustClip(begin) || mustClip(end))
-      clipped(band, begin, end, first, last, made);
+    if (!besides.empty() || mustClip(begin) || mustClip(end))
+      cut(piece, begin, end, besides, made);
     else
       plain(band, begin, end, made);
+    lost_ += made.stretches.size() == before;
     if (options_.centres && made.stretches.size() > before)
       made.stretches[before].centre = centreLine(band, (begin.side[0].place + begin.side[1].place) / 2,
                                                  (end.side[0].place + end.side[1].place) / 2);
@@ -302,17 +322,63 @@ class Outliner {
       made.stretches[before].contours.push_back(std::move(*hole));
   }
 
-  /// A stretch with ends that are not plain. They are cut by distances, with as much of the band as is near
-  /// to what covers it.
-  void clipped(const BandLoop& band, BandEnd& begin, BandEnd& end, double first, double last,
-               StrandOutline& made) {
-    const BandPiece piece{band, first, last};
-    const BandPiece covers[2] = {exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
+  /// A band that covers another one as far as it lies beside it.
+  static void endBefore(const BandPiece& beside, double crossing, BandPiece& cover) {
+    const auto same = cover.loop.sameLine(beside.loop);
+    if (!same) return;
+    double from = beside.from + *same, to = beside.to + *same;
+    if (cover.loop.isRing()) {
+      const double size = cover.loop.size(), apart = (from + to) / 2 - crossing;
+      const double move = std::remainder(apart, size) - apart;
+      from += move;
+      to += move;
+    }
+    if (from > crossing) cover.to = std::min(cover.to, from);
+    if (to < crossing) cover.from = std::max(cover.from, to);
+  }
+
+  void cut(const BandPiece& piece, BandEnd& begin, BandEnd& end, const std::vector<BandBeside>& besides,
+           StrandOutline& made) {
+    std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
+    for (const BandBeside& beside : besides) {
+      endBefore(beside.other, begin.crossing->overAt, covers[0].piece);
+      endBefore(beside.other, end.crossing->overAt, covers[1].piece);
+    }
+    if (clipped(piece, covers, besides, made)) return;
+    // Without what lies beside it, where that could not be followed.
+    if (!besides.empty() && (mustClip(begin) || mustClip(end)) && clipped(piece, covers, {}, made)) return;
+    plain(piece.loop, begin, end, made);
+  }
+
+  /// What runs beside a stretch with no room between.
+  std::vector<BandBeside> besidesOf(int number, const BandPiece& piece) const {
+    std::vector<BandBeside> besides;
+    const double size = piece.loop.size();
+    for (const BandBeside& beside : beside_[number])
+      for (const double lap : {-size, 0.0, size}) {
+        const double from = beside.own.from + lap, to = beside.own.to + lap;
+        if (to <= piece.from || from >= piece.to) continue;
+        // Of a whole ring it is there once, though it may reach across its ends.
+        const double middle = (from + to) / 2;
+        if (piece.to - piece.from >= size && (middle < piece.from || middle >= piece.to)) continue;
+        const double move = piece.loop.spot(from).at.x - beside.own.loop.spot(beside.own.from).at.x;
+        BandPiece other = beside.other;
+        other.loop = other.loop.moved(move);
+        besides.push_back({{piece.loop, from, to}, other});
+      }
+    return besides;
+  }
+
+  /// A stretch with ends that are not plain, or another band beside it. It is cut by distances, with as much
+  /// of the bands as is near. False where that did not succeed.
+  bool clipped(const BandPiece& piece, const std::vector<BandCover>& covers,
+               const std::vector<BandBeside>& besides, StrandOutline& made) {
+    auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_);
+    if (!chains) return false;
     std::vector<BandContour> all;
-    auto chains = clipBand(piece, half_, covers, clear_, tolerance_);
-    if (!chains) return plain(band, begin, end, made);
     for (const BandContour& chain : *chains) std::ranges::move(simple(chain), std::back_inserter(all));
     addStretches(std::move(all), made);
+    return true;
   }
 
   void appendSideOf(const BandLoop& band, const BandEnd& begin, const BandEnd& end, int side, double fit,
@@ -332,9 +398,11 @@ class Outliner {
   double half_, clear_, tolerance_;
   double fit_;  // tolerance of plain contours
   BandExits exits_;
-  std::vector<BandEnd> back_, on_;  // of each crossing; each of them is an end of one stretch
+  BandTouches touches_;
+  std::vector<std::vector<BandBeside>> beside_;  // of each loop
+  std::vector<BandEnd> back_, on_;               // of each crossing; each of them is an end of one stretch
   OffsetSide line_, edge_;
-  int clipped_ = 0, crowded_ = 0;
+  int clipped_ = 0, crowded_ = 0, lost_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

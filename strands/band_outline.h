@@ -50,15 +50,17 @@ struct StrandOutline {
 struct BandOutlines {
   std::vector<StrandOutline> strands;  // by slot
   int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
+  int lost = 0;          // stretches of which nothing is left
   bool complete = true;  // see OutlineOptions::mostClipped
 };
 
 /// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
 /// that cover its ends, it is left out; where one of them cuts it in two, there are two. Of a wrapped knot
-/// every stretch is there once, whole, wherever that is: the seam cuts nothing. Outlines overlap
-/// only where three bands have no room between their crossings, and where bands that do not cross lie nearer
-/// to each other than their width.
+/// every stretch is there once, whole, wherever that is: the seam cuts nothing. Bands that do not cross but
+/// lie nearer to each other than their width end on both sides of the middle between them, and two that cross
+/// twice without room on both sides of a line half way; an edge and the gap lie between. Outlines overlap
+/// only where three bands have no room between their crossings.
 BandOutlines bandOutlines(const KnotCurve& curve, const GridView& view, const OutlineOptions& options);
 
 /// The area inside a closed contour, see above for its sign.

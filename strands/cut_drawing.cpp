@@ -84,7 +84,10 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   drawing.outlines = options.outlines;
   BandOutlines outlines = bandOutlines(curve, view, widths);
   const Seam seam = seamOf(curve, view);
-  drawing.apart = !options.outlines || outlines.crowded == 0;
+  std::size_t stretches = 0;
+  for (const StrandOutline& outline : outlines.strands) stretches += outline.stretches.size();
+  const bool isCrowded = static_cast<std::size_t>(outlines.crowded) * 2 > stretches;
+  drawing.apart = !options.outlines || (outlines.lost == 0 && !isCrowded);
   for (StrandOutline& outline : outlines.strands)
     drawing.strands.push_back(cutStrand(std::move(outline), style, options, seam, widths.grow));
   drawing.box = boxOf(drawing);

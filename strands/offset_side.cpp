@@ -57,7 +57,7 @@ class SideSampler {
     const double bulge = sine * (std::fabs(way.x) + std::fabs(way.y));
     // Nor where samples that were left out say more of the bend.
     const bool isWide = loop_.isWide(static_cast<int>(std::floor(from)));
-    const bool isLong = bulge > kBulge * (isWide ? 2.0 : std::max(std::fabs(distance_), 2.0));
+    const bool isLong = bulge > kBulge * (isWide ? 2.0 : std::max(std::fabs(distance_), 1.0));
     if (cosine > most_.cosine && !isLong) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
     const Vec chord = loop_.spot(to).at - loop_.spot(from).at;

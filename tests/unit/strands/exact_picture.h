@@ -12,7 +12,8 @@
 namespace lorivan {
 
 /// Where two bands lie over one another, or the edge of one over the other, the crossing within that area
-/// says which of them is above. An area without a crossing, or with two that disagree, is one where the bands
+/// says which of them is above. In an area without a crossing they lie side by side: each has what is nearer
+/// to its own middle, with an edge between. An area with two crossings that disagree is one where the bands
 /// have no room, and so is a place where each of three bands lies over another one: no picture of them is
 /// right.
 class ExactPicture {
@@ -54,7 +55,7 @@ class ExactPicture {
     for (const Pass& pass : here)
       if (!beneath(pass)) kept.push_back(pass);
     const Pass* top = nullptr;
-    bool isNear = false;
+    bool isNear = false, isMiddle = false;
     for (const Pass& pass : kept) {
       bool above = true;
       for (const Pass& o : kept) {
@@ -63,13 +64,16 @@ class ExactPicture {
         if (std::min(pass.distance, o.distance) > band_ + margin) continue;  // black on black
         if (matters(pass, o) && order == Order::none) return Shows::together;
         isNear |= !matters(pass, o) && order == Order::none;
-        above &= order == Order::above;
+        const double ahead = o.distance - pass.distance - (outer_ - band_);
+        isNear |= order == Order::beside && std::fabs(ahead) < 2 * margin;
+        isMiddle |= order == Order::beside && std::fabs(o.distance - pass.distance) < outer_ - band_;
+        above &= order == Order::above || (order == Order::beside && ahead > 0);
       }
       if (above) top = &pass;
     }
     if (kept.empty()) return Shows::background;
     if (isNear) return Shows::unclear;
-    if (top == nullptr) return Shows::together;
+    if (top == nullptr) return isMiddle ? Shows::edge : Shows::together;
     if (std::fabs(top->distance - band_) < margin || std::fabs(top->distance - outer_) < margin)
       return Shows::unclear;
     slot = loops_[top->loop].slot();
@@ -77,7 +81,7 @@ class ExactPicture {
   }
 
  private:
-  enum class Order { none, above, below };
+  enum class Order { none, above, below, beside };
   /// One band that comes near a pixel, from place `first` to `last`.
   struct Pass {
     int loop;
@@ -223,6 +227,7 @@ class ExactPicture {
         if (order != Order::none && order != says) return Order::none;
         order = says;
       }
+      if (pairs_[root(i)].crossings.empty() && matters(p, q)) return Order::beside;
     }
     return order;
   }

@@ -1,0 +1,414 @@
+#include "strands/band_touches.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "strands/band_faces.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kWayTurn = 0.64;     // cosine of the turn at which a way ends
+constexpr int kMostNodes = 12;        // of a way
+constexpr double kStep = 0.25;        // of the reach along a line that is followed
+constexpr double kApart = 0.6;        // of the reach between two places that are compared
+constexpr int kMostCompared = 24;     // places of a way
+constexpr double kMet = 0.1;          // of the reach: lines that come as near cross
+constexpr int kEyeParts = 12;         // of lines that cross twice, between which their distance is measured
+constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
+constexpr int kRounds = 4;            // towards the nearest places of two lines
+constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
+constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
+constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
+
+/// A part of a loop without a sharp turn between two joints, at most as long as from crossing to crossing.
+struct Way {
+  int loop;
+  double from, to;
+  int begin, end;  // joints: crossings, or below 0 places where a line was cut
+  Vec a, b;        // its ends
+  Vec along;       // from one to the other, a unit vector
+  double least;    // cosine of the largest angle between the line and `along`
+  double bulge;    // how far it lies beside a straight line
+  int turn;        // periods that it was moved to the right
+};
+
+class TouchSearch {
+ public:
+  /// Of arcs that have no mark nothing is expected; no marks: everything of all of them.
+  TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
+              std::span<const std::vector<BandPassing>> passings, std::span<const char> marks,
+              const Seam& seam, double reach)
+      : loops_(loops),
+        crossings_(crossings),
+        passings_(passings),
+        marks_(marks),
+        seam_(seam),
+        reach_(reach) {}
+
+  BandTouches find() {
+    cutLoops();
+    copies_ = ways_.size();
+    if (seam_) addCopies();
+    if (ways_.empty()) return std::move(found_);
+    layCells();
+    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
+      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
+        for (std::size_t k = i + 1; k < starts_[cell + 1]; ++k) meet(entries_[i], entries_[k], cell);
+    return std::move(found_);
+  }
+
+ private:
+  /// From one crossing to the next one.
+  struct Arc {
+    int to = -1, loop = 0;
+    double begin = 0, end = 0;
+    bool isOver = false;   // at the crossing of the smaller number
+    bool fromOne = false;  // whether it begins there
+  };
+
+  void cutLoops() {
+    arcs_.resize(crossings_.size());
+    std::size_t number = 0;
+    for (std::size_t l = 0; l < loops_.size(); ++l) {
+      const BandPassing whole{0, --joints_, false};
+      const std::span<const BandPassing> at =
+          passings_.empty() || passings_[l].empty() ? std::span(&whole, 1) : std::span(passings_[l]);
+      for (std::size_t i = 0; i < at.size(); ++i, ++number) {
+        const char mark = marks_.empty() ? kMayTouch | kMayClasp : marks_[number];
+        if (mark == 0) continue;
+        const bool isLast = i + 1 == at.size();
+        BandPassing end = at[isLast ? 0 : i + 1];
+        if (isLast) end.place += loops_[l].size();
+        if ((mark & kMayClasp) != 0) noteArc(static_cast<int>(l), at[i], end);
+        if ((mark & kMayTouch) != 0) cutWay(static_cast<int>(l), at[i], end);
+      }
+    }
+  }
+
+  /// Two arcs between the same crossings, of which each lies over the other at one of them, are a clasp.
+  void noteArc(int number, const BandPassing& from, const BandPassing& to) {
+    if (from.crossing < 0 || from.crossing == to.crossing || from.isOver == to.isOver) return;
+    const bool isFirst = from.crossing < to.crossing;
+    const Arc arc{std::max(from.crossing, to.crossing), number, from.place, to.place,
+                  (isFirst ? from : to).isOver,         isFirst};
+    const int one = std::min(from.crossing, to.crossing);
+    for (const Arc& o : arcs_[one])
+      if (o.to == arc.to && o.isOver != arc.isOver && !areOneBend(arc, o))
+        if (const double distance = between(arc, o); distance < reach_)
+          if (const double back = between(o, arc); back < reach_)
+            found_.clasps.push_back(
+                {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), std::max(distance, back)});
+    for (Arc& o : arcs_[one])
+      if (o.to < 0) {
+        o = arc;
+        break;
+      }
+  }
+  /// Whether a line comes back to itself at once: neither of its legs can end for the other one.
+  bool areOneBend(const Arc& a, const Arc& b) const {
+    if (a.loop != b.loop) return false;
+    const BandLoop& loop = loops_[a.loop];
+    const double size = loop.size(), on = loop.wrapped(b.begin - a.end), back = loop.wrapped(a.begin - b.end);
+    const double from = on < back ? a.end : b.end;
+    double way = 0;
+    for (int i = 0; i < std::min(std::min(on, back), size); ++i)
+      way += lengthOf(loop.point(static_cast<int>(from) + i + 1) - loop.point(static_cast<int>(from) + i));
+    return way < kOneBend * reach_;
+  }
+  double between(const Arc& a, const Arc& b) const {
+    BandLoop other = loops_[b.loop];
+    const bool sameSense = (a.fromOne == b.fromOne);
+    double most = 0;
+    // From the middle on, where it mostly is largest: beyond the reach nobody asks for more.
+    for (int step = 0; step < kEyeParts - 1 && most < reach_; ++step) {
+      const int k = kEyeParts / 2 + (step % 2 == 0 ? step / 2 : -(step + 1) / 2);
+      const double t = static_cast<double>(k) / kEyeParts, u = sameSense ? t : 1 - t;
+      const Vec at = loops_[a.loop].spot(a.begin + (a.end - a.begin) * t).at;
+      const double guess = b.begin + (b.end - b.begin) * u;
+      if (seam_ && step == 0)
+        other = other.moved(std::round((at.x - other.spot(guess).at.x) / seam_.width) * seam_.width);
+      most = std::max(most, lengthOf(other.spot(other.nearest(at, guess)).at - at));
+    }
+    return most;
+  }
+
+  /// Ends a way wherever the line has turned far from where it went at first.
+  void cutWay(int number, BandPassing from, const BandPassing& to) {
+    const BandLoop& loop = loops_[number];
+    const int first = static_cast<int>(std::floor(from.place)) + 1;
+    Vec start = loop.direction(first);
+    for (int i = first, nodes = 0; i < to.place; ++i) {
+      const Vec here = loop.direction(i);
+      if (dot(here, start) > kWayTurn && ++nodes < kMostNodes) continue;
+      if (i - from.place > 1e-3) {
+        addWay(number, from, {static_cast<double>(i), --joints_, false});
+        from = {static_cast<double>(i), joints_, false};
+      }
+      start = here;
+      nodes = 0;
+    }
+    addWay(number, from, to);
+  }
+
+  void addWay(int number, const BandPassing& from, const BandPassing& to) {
+    const BandLoop& loop = loops_[number];
+    const Vec a = loop.spot(from.place).at, b = loop.spot(to.place).at;
+    Way way{number, from.place, to.place, from.crossing, to.crossing, a, b, unit(b - a), 1, 0, 0};
+    const int last = static_cast<int>(std::ceil(to.place));
+    for (int i = static_cast<int>(std::floor(from.place)); i <= last; ++i) {
+      way.least = std::min(way.least, dot(loop.direction(i), way.along));
+      if (i > from.place && i < to.place)
+        way.bulge = std::max(way.bulge, std::fabs(cross(loop.point(i) - way.a, way.along)));
+    }
+    ways_.push_back(way);
+  }
+
+  /// Round a cylinder: every way in the first period, and once more beside the seam.
+  void addCopies() {
+    for (std::size_t i = 0; i < copies_; ++i) {
+      Way way = ways_[i];
+      const double middle = (way.a.x + way.b.x) / 2;
+      move(way, -static_cast<int>(std::floor((middle - seam_.left) / seam_.width)));
+      ways_[i] = way;
+      const double most = reach_ + std::fabs(way.b.x - way.a.x) + way.bulge;
+      if (std::min(way.a.x, way.b.x) - seam_.left > 2 * most) continue;
+      move(way, 1);
+      ways_.push_back(way);
+    }
+  }
+  void move(Way& way, int turns) const {
+    way.turn += turns;
+    way.a.x += turns * seam_.width;
+    way.b.x += turns * seam_.width;
+  }
+
+  struct Box {
+    double left, top, right, bottom;
+  };
+  Box boxOf(const Way& way) const {
+    const double more = way.bulge + reach_ / 2;
+    return {std::min(way.a.x, way.b.x) - more, std::min(way.a.y, way.b.y) - more,
+            std::max(way.a.x, way.b.x) + more, std::max(way.a.y, way.b.y) + more};
+  }
+
+  /// Square cells about as large as a way, each with the numbers of the ways whose boxes touch it.
+  void layCells() {
+    Box all{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
+    double sizes = 0;
+    boxes_.reserve(ways_.size());
+    for (const Way& way : ways_) {
+      const Box box = boxOf(way);
+      all = {std::min(all.left, box.left), std::min(all.top, box.top), std::max(all.right, box.right),
+             std::max(all.bottom, box.bottom)};
+      sizes += std::max(box.right - box.left, box.bottom - box.top);
+      boxes_.push_back(box);
+    }
+    const double extent = std::max(all.right - all.left, all.bottom - all.top);
+    const double size = std::max({sizes / static_cast<double>(ways_.size()), extent / 300, 1e-9});
+    columns_ = static_cast<int>((all.right - all.left) / size) + 1;
+    const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
+    cells_.reserve(ways_.size());
+    for (const Box& b : boxes_)
+      cells_.push_back(
+          {static_cast<int>((b.left - all.left) / size), static_cast<int>((b.top - all.top) / size),
+           static_cast<int>((b.right - all.left) / size), static_cast<int>((b.bottom - all.top) / size)});
+    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
+    for (std::size_t i = 0; i < ways_.size(); ++i)
+      eachCell(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    entries_.resize(starts_.back());
+    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
+    for (std::size_t i = 0; i < ways_.size(); ++i)
+      eachCell(i, [&](std::size_t cell) { entries_[next[cell]++] = i; });
+  }
+
+  template <class Use>
+  void eachCell(std::size_t i, Use&& use) const {
+    const auto& [column0, row0, column1, row1] = cells_[i];
+    for (int row = row0; row <= row1; ++row)
+      for (int column = column0; column <= column1; ++column) use(cellAt(column, row));
+  }
+  std::size_t cellAt(int column, int row) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+           static_cast<std::size_t>(column);
+  }
+
+  /// Compares two ways in the first cell that both touch, and only there.
+  void meet(std::size_t i, std::size_t k, std::size_t cell) {
+    const Box &p = boxes_[i], &q = boxes_[k];
+    if (p.left > q.right || q.left > p.right || p.top > q.bottom || q.top > p.bottom) return;
+    if (cell != cellAt(std::max(cells_[i][0], cells_[k][0]), std::max(cells_[i][1], cells_[k][1]))) return;
+    const Way &a = ways_[i], &b = ways_[k];
+    if (i >= copies_ && k >= copies_) return;
+    const double most = reach_ + a.bulge + b.bulge;
+    if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(a, b);
+  }
+
+  /// Whether both ends of a way lie too far on one side of another one's line.
+  static bool areBeside(const Way& a, const Way& b, double most) {
+    const double from = cross(a.along, b.a - a.a), to = cross(a.along, b.b - a.a);
+    return (from > most && to > most) || (from < -most && to < -most);
+  }
+
+  /// Whether two ways that begin at one joint lead apart from there on.
+  static bool spread(const Way& a, const Way& b) {
+    const bool fromBegin = a.begin == b.begin || a.begin == b.end,
+               fromEnd = a.end == b.begin || a.end == b.end;
+    if (fromBegin == fromEnd) return false;
+    const Vec one = fromBegin ? a.along : a.along * -1;
+    const Vec two = (fromBegin ? a.begin : a.end) == b.begin ? b.along : b.along * -1;
+    const double turn = std::min(a.least, b.least);
+    return turn > 0 && 2 * turn * turn - 1 > dot(one, two);
+  }
+
+  BandLoop placed(const Way& way) const {
+    const BandLoop& loop = loops_[way.loop];
+    return way.turn != 0 ? loop.moved(way.turn * seam_.width) : loop;
+  }
+
+  struct Place {
+    Vec at, along;
+    double place;
+  };
+  std::vector<Place> placesOf(const Way& way, const BandLoop& loop) const {
+    const double length = lengthOf(way.b - way.a) + 2 * way.bulge;
+    const int parts = std::clamp(static_cast<int>(length / (kApart * reach_)), 3, kMostCompared);
+    std::vector<Place> places;
+    for (int i = 0; i <= parts; ++i) {
+      const double place = way.from + (way.to - way.from) * i / parts;
+      const BandLoop::Spot spot = loop.spot(place);
+      places.push_back({spot.at, spot.along, place});
+    }
+    return places;
+  }
+
+  /// Follows every pair of places that are nearer to each other than those beside them.
+  void compare(const Way& a, const Way& b) {
+    const BandLoop one = placed(a), two = placed(b);
+    const std::vector<Place> p = placesOf(a, one), q = placesOf(b, two);
+    const auto square = [&](std::size_t i, std::size_t k) {
+      const Vec way = q[k].at - p[i].at;
+      return dot(way, way);
+    };
+    const double most = 1.5 * reach_ * reach_;
+    for (std::size_t i = 0; i < p.size(); ++i)
+      for (std::size_t k = 0; k < q.size(); ++k) {
+        const double here = square(i, k);
+        if (here > most || (i > 0 && square(i - 1, k) < here) ||
+            (i + 1 < p.size() && square(i + 1, k) < here) || (k > 0 && square(i, k - 1) < here) ||
+            (k + 1 < q.size() && square(i, k + 1) < here))
+          continue;
+        const Vec apart = p[i].at - q[k].at;
+        if (dot(apart, apart) < kMet * kMet * reach_ * reach_) continue;
+        if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
+        follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
+      }
+  }
+
+  /// Whether a way's end comes nearer still on the next way.
+  static bool leadsOn(const std::vector<Place>& places, std::size_t i, Vec apart) {
+    const double climb = dot(apart, places[i].along);
+    const double least = kLevel * lengthOf(apart) * lengthOf(places[i].along);
+    return (i == 0 && climb > least) || (i + 1 == places.size() && climb < -least);
+  }
+
+  void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
+    for (int round = 0; round < kRounds; ++round) {
+      t = b.nearest(a.spot(s).at, t);
+      s = a.nearest(b.spot(t).at, s);
+    }
+    const double least = lengthOf(b.spot(t).at - a.spot(s).at);
+    if (least >= reach_ || isMet(a, s, b, t)) return;
+    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
+    for (const int sense : {-1, 1})
+      if (!walk(touch.first, s, touch.second, t, sense, touch.distance) ||
+          !walk(touch.second, t, touch.first, s, sense, touch.distance))
+        return;
+    if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
+  }
+
+  /// Whether two places are where lines cross, or lie on one bend.
+  bool isMet(const BandLoop& a, double s, const BandLoop& b, double t) const {
+    const Vec at = a.spot(s).at;
+    if (lengthOf(b.spot(t).at - at) < kMet * reach_) return true;
+    const auto same = a.sameLine(b);
+    if (!same) return false;
+    const double apart = a.isRing() ? std::remainder(t - s, a.size()) : t + *same - s;
+    double way = 0;
+    const int begin = static_cast<int>(std::floor(std::min(s, s + apart)));
+    const int end = static_cast<int>(std::ceil(std::max(s, s + apart)));
+    for (int i = begin; i < end && way < kOneBend * reach_; ++i) way += lengthOf(a.point(i + 1) - a.point(i));
+    return way < kOneBend * reach_;
+  }
+
+  /// Goes on along a line until it is far from the other one; false where they meet before.
+  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
+    const BandLoop &a = one.loop, &b = two.loop;
+    const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
+    const bool first = side();
+    double way = 0;
+    for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
+      const BandLoop::Spot before = a.spot(s);
+      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
+      const Vec at = a.spot(s).at;
+      t = b.nearest(at, t);
+      if (side() != first || isMet(a, s, b, t)) return false;
+      const double gone = lengthOf(at - before.at);
+      way += gone;
+      const double apart = lengthOf(b.spot(t).at - at);
+      least = std::min(least, apart);
+      far = apart < reach_ ? 0 : far + gone;
+      one.from = std::min(one.from, s);
+      one.to = std::max(one.to, s);
+      two.from = std::min(two.from, t);
+      two.to = std::max(two.to, t);
+    }
+    return true;
+  }
+
+  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+    const auto same = p.loop.sameLine(q.loop);
+    if (!same) return false;
+    const double lap = p.loop.size(), between = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
+    const double apart = p.loop.isRing() ? std::remainder(between, lap) : between;
+    return std::fabs(apart) * 2 < p.to - p.from + q.to - q.from;
+  }
+  bool isKnown(const BandTouch& touch) {
+    return std::ranges::any_of(found_.touches, [&](const BandTouch& o) {
+      return (meetAt(o.first, touch.first) && meetAt(o.second, touch.second)) ||
+             (meetAt(o.first, touch.second) && meetAt(o.second, touch.first));
+    });
+  }
+
+  std::span<const BandLoop> loops_;
+  std::span<const BandCrossing> crossings_;
+  std::span<const std::vector<BandPassing>> passings_;
+  std::span<const char> marks_;
+  Seam seam_;
+  double reach_;
+  std::vector<Way> ways_;
+  std::size_t copies_ = 0;                // the number of the first one beside the seam
+  std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
+  std::vector<Box> boxes_;
+  std::vector<std::array<int, 4>> cells_;  // of each way: first column and row, last ones
+  std::vector<std::size_t> starts_, entries_;
+  int columns_ = 0, joints_ = 0;
+  BandTouches found_;
+};
+
+}  // namespace
+
+BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
+                            std::span<const std::vector<BandPassing>> passings, const Seam& seam,
+                            double reach) {
+  std::vector<char> marks;
+  if (!seam && BandFaces(loops, crossings, passings).mark(reach, marks) &&
+      std::ranges::all_of(marks, [](char mark) { return mark == 0; }))
+    return {};
+  return TouchSearch(loops, crossings, passings, marks, seam, reach).find();
+}
+
+}  // namespace lorivan

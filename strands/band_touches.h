@@ -1,0 +1,37 @@
+// Where bands come nearer to each other than their width without crossing, as on both sides of a wall, and
+// where two of them cross twice with no room between.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "strands/band_clip.h"
+#include "strands/band_crossings.h"
+
+namespace lorivan {
+
+/// Two stretches that lie side by side, nearer to each other than `reach` from their ends on.
+struct BandTouch {
+  int one = 0, two = 0;     // numbers of the loops
+  BandPiece first, second;  // of both, moved to where they meet
+  double distance = 0;      // of the centre lines where they are nearest
+};
+
+/// Two crossings of the same two lines that follow one another on both, with one and then the other above.
+struct BandClasp {
+  std::size_t one = 0, two = 0;  // numbers of the crossings
+  double distance = 0;           // of the centre lines where they are furthest apart between
+};
+
+struct BandTouches {
+  std::vector<BandTouch> touches;
+  std::vector<BandClasp> clasps;
+};
+
+/// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the
+/// legs of one bend.
+BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
+                            std::span<const std::vector<BandPassing>> passings, const Seam& seam,
+                            double reach);
+
+}  // namespace lorivan
