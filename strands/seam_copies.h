@@ -16,6 +16,7 @@ namespace lorivan {
 template <class Draw>
 void eachCopy(const Seam& seam, double low, double high, Draw&& draw) {
   if (!seam) return draw(0.0);
+  if (low > high) return;  // nothing there
   const int first = static_cast<int>(std::ceil((seam.left - high) / seam.width));
   const int last = static_cast<int>(std::floor((seam.right() - low) / seam.width));
   for (int turn = first; turn <= last; ++turn) draw(turn * seam.width);
