@@ -37,21 +37,16 @@ class Outliner {
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(toleranceOf(options)),
         fit_(options.fitted ? tolerance_ : 0),
-        exits_(loops, seam, half_, clear_, tolerance_),
-        touches_(findBandTouches(loops, exits_.crossings(), exits_.passings(), seam, half_ + clear_)) {
-    for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
-    beside_.resize(loops.size());
-    for (const BandTouch& touch : touches_.touches) {
-      beside_[touch.one].push_back({touch.first, touch.second});
-      beside_[touch.two].push_back({touch.second, touch.first});
-    }
-  }
+        seam_(seam),
+        exits_(loops, seam, half_, clear_, tolerance_) {}
 
   BandOutlines run() {
     BandOutlines outlines;
     outlines.strands.reserve(loops_.size());
     const std::vector<BandCrossing>& crossings = exits_.crossings();
-    leaveAll(crossings);
+    // A picture that must be quick and has too many of them is not searched for touches, which takes longer.
+    if (options_.mostClipped < std::numeric_limits<int>::max()) leaveAll(crossings);
+    if (clipped_ <= options_.mostClipped) findTouches();
     outlines.complete = clipped_ <= options_.mostClipped;
     outlines.crowded = crowded_;
     std::size_t at = 0;
@@ -95,8 +90,23 @@ class Outliner {
     return made;
   }
 
+  /// Finds where bands have no room beside each other, and then the ends at crossings.
+  void findTouches() {
+    touches_ = findBandTouches(loops_, exits_.crossings(), exits_.passings(), seam_, half_ + clear_);
+    for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
+    beside_.resize(loops_.size());
+    for (const BandTouch& touch : touches_.touches) {
+      beside_[touch.one].push_back({touch.first, touch.second});
+      beside_[touch.two].push_back({touch.second, touch.first});
+    }
+    leaveAll(exits_.crossings());
+  }
+
   /// Finds both ends at every crossing, of which those of one strand follow one another, and counts.
   void leaveAll(const std::vector<BandCrossing>& crossings) {
+    back_.clear();
+    on_.clear();
+    clipped_ = crowded_ = 0;
     back_.reserve(crossings.size());
     on_.reserve(crossings.size());
     for (const BandCrossing& c : crossings) {
@@ -397,6 +407,7 @@ class Outliner {
   const OutlineOptions& options_;
   double half_, clear_, tolerance_;
   double fit_;  // tolerance of plain contours
+  const Seam& seam_;
   BandExits exits_;
   BandTouches touches_;
   std::vector<std::vector<BandBeside>> beside_;  // of each loop
