@@ -106,7 +106,7 @@ class Parser {
   Status takeHelp() { return kind(CommandKind::help); }
   Status takeVersion() { return kind(CommandKind::version); }
   Status takeFile(const std::string& name);
-  Status takeLength(std::optional<double>& length);
+  Status takeLength(std::optional<double>& length, bool mayBeNone = false);
   Status take(const Option& option);
 
   static Status flag(bool& on) {
@@ -416,15 +416,15 @@ Status Parser::takeFrame() {
   return {};
 }
 
-Status Parser::takeLength(std::optional<double>& length) {
+Status Parser::takeLength(std::optional<double>& length, bool mayBeNone) {
   const std::string option = arguments_[at_];
   std::string text;
   if (const Status got = value(text); !got) return got;
   const auto read = parseNumber(text);
-  const bool mayBeNone = &length == &line_.output.kerf && read && *read == 0;
-  if (!read || (*read < kLeastMillimetres && !mayBeNone) || *read > kMostMillimetres)
+  const bool isNone = mayBeNone && read && *read == 0;
+  if (!read || (*read < kLeastMillimetres && !isNone) || *read > kMostMillimetres)
     return wrongUsage(option + " takes a length from 0.01 to 100000 millimetres" +
-                      (&length == &line_.output.kerf ? ", or 0 for none" : "") + ", not \"" + text + "\"");
+                      (mayBeNone ? ", or 0 for none" : "") + ", not \"" + text + "\"");
   length = *read;
   return {};
 }
@@ -458,7 +458,8 @@ Status Parser::take(const Option& option) {
   if (option.heeds != nullptr && std::ranges::none_of(line_.outputOptions, isThis))
     line_.outputOptions.push_back({option.name, option.heeds, option.toldForEach});
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
-  if (option.length != nullptr) return takeLength(line_.output.*option.length);
+  if (option.length != nullptr)
+    return takeLength(line_.output.*option.length, option.length == &OutputOptions::kerf);
   return (this->*option.take)();
 }
 

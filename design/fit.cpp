@@ -57,15 +57,16 @@ std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops, const Seam& 
   const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
   std::vector<Passing> all;
   all.reserve(2 * crossings.size());
-  for (const BandCrossing& c : crossings) {
-    all.push_back({c.under, c.underAt, all.size() + 1});
-    all.push_back({c.over, c.overAt, all.size() - 1});
+  std::vector<std::size_t> first(crossings.size(), 2 * crossings.size());  // of both passings
+  for (int loop = 0; const auto& passings : bandPassings(loops.size(), crossings)) {
+    for (const BandPassing& p : passings) {
+      std::size_t& partner = first[static_cast<std::size_t>(p.crossing)];
+      if (partner < all.size()) all[partner].partner = all.size();
+      all.push_back({loop, p.place, partner});
+      partner = all.size() - 1;
+    }
+    ++loop;
   }
-  // Partners are neighbours until they are sorted.
-  std::vector<std::size_t> rank(all.size());
-  std::ranges::sort(all, {}, [](const Passing& p) { return std::pair(p.loop, p.place); });
-  for (std::size_t i = 0; i < all.size(); ++i) rank[all[i].partner ^ 1] = i;
-  for (Passing& p : all) p.partner = rank[p.partner];
   return all;
 }
 

@@ -1,57 +1,25 @@
 #include "strands/band_crossings.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <iterator>
+
+#include "strands/box_cells.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 2;       // chords that are compared with others as one box
-constexpr double kNear = 0.25;  // samples; crossings of the same two stretches that are nearer are one
+constexpr int kChunk = 2;            // chords that are compared with others as one box
+constexpr double kChunkCells = 500;  // across and down
+constexpr double kNear = 0.25;       // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =
     0.1234567;  // of a period from the seam to where the search ends: few crossings lie there
 constexpr double kSettled = 3e-4;  // samples; a step of this size leaves about its square
 constexpr double kSlack = 1e-3;    // pixels that it goes on there, so that none is lost between both ends
 
-struct Box {
-  double left, top, right, bottom;
-  void add(Vec p) {
-    left = std::min(left, p.x);
-    right = std::max(right, p.x);
-    top = std::min(top, p.y);
-    bottom = std::max(bottom, p.y);
-  }
-  bool meets(const Box& o) const {
-    return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
-  }
-};
-
 /// A few chords of a loop, from sample `begin` to sample `end`.
 struct Chunk {
-  Box box;
   int loop, begin, end;
-  int column0, row0, column1, row1;
   int turn = 0;  // periods that it was moved to the right
-};
-
-/// What a cell knows of a chunk, lying side by side: most pairs are told apart by it.
-struct Entry {
-  Entry() = default;
-  Entry(std::uint32_t number, const Box& box)
-      : chunk(number),
-        left(below(box.left)),
-        top(below(box.top)),
-        right(-below(-box.right)),
-        bottom(-below(-box.bottom)) {}
-  bool mayMeet(const Entry& o) const {
-    return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
-  }
-  /// What rounding may have added is taken off.
-  static float below(double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); }
-
-  std::uint32_t chunk = 0;
-  float left = 0, top = 0, right = 0, bottom = 0;
 };
 
 class CrossingSearch {
@@ -64,11 +32,8 @@ class CrossingSearch {
     cutLoops();
     if (chunks_.empty()) return {};
     found_.clear();
-    layCells();
-    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
-      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
-        for (std::size_t j = i; j < starts_[cell + 1]; ++j)
-          if (entries_[i].mayMeet(entries_[j])) meet(entries_[i].chunk, entries_[j].chunk, cell);
+    cells_.lay(kChunkCells);
+    cells_.eachMeeting([this](std::size_t one, std::size_t two) { meet(one, two); });
     return withoutRepeats();
   }
 
@@ -77,21 +42,19 @@ class CrossingSearch {
     points_.clear();
     firsts_.clear();
     chunks_.clear();
+    cells_.boxes().clear();
     for (std::size_t l = 0; l < loops_.size(); ++l) {
       firsts_.push_back(points_.size());
       for (int i = 0; i <= loops_[l].size(); ++i) points_.push_back(loops_[l].point(i));
       for (int begin = 0; begin < loops_[l].size(); begin += kChunk) {
-        Chunk chunk{};
-        chunk.loop = static_cast<int>(l);
-        chunk.begin = begin;
-        chunk.end = std::min(begin + kChunk, loops_[l].size());
+        const Chunk chunk{static_cast<int>(l), begin, std::min(begin + kChunk, loops_[l].size())};
         const Vec* const points = pointsOf(chunk.loop);
-        chunk.box = {points[begin].x, points[begin].y, points[begin].x, points[begin].y};
-        for (int i = begin + 1; i <= chunk.end; ++i) chunk.box.add(points[i]);
+        Box box{points[begin].x, points[begin].y, points[begin].x, points[begin].y};
+        for (int i = begin + 1; i <= chunk.end; ++i) box.add(points[i]);
         if (width_ > 0)
-          addCopies(chunk);
+          addCopies(chunk, box);
         else
-          chunks_.push_back(chunk);
+          add(chunk, box);
       }
     }
   }
@@ -100,63 +63,20 @@ class CrossingSearch {
   const Vec* pointsOf(int loop) const { return &points_[firsts_[loop]]; }
 
   /// Round a cylinder: a chunk wherever it reaches into the one period that is searched.
-  void addCopies(const Chunk& chunk) {
-    const int last = static_cast<int>(std::floor((left_ + width_ + kSlack - chunk.box.left) / width_));
-    for (int turn = last; chunk.box.right + turn * width_ >= left_ - kSlack; --turn) {
-      Chunk copy = chunk;
-      copy.turn = turn;
-      copy.box.left += turn * width_;
-      copy.box.right += turn * width_;
-      chunks_.push_back(copy);
-    }
+  void addCopies(const Chunk& chunk, const Box& box) {
+    const int last = static_cast<int>(std::floor((left_ + width_ + kSlack - box.left) / width_));
+    for (int turn = last; box.right + turn * width_ >= left_ - kSlack; --turn)
+      add({chunk.loop, chunk.begin, chunk.end, turn},
+          {box.left + turn * width_, box.top, box.right + turn * width_, box.bottom});
+  }
+  void add(const Chunk& chunk, const Box& box) {
+    chunks_.push_back(chunk);
+    cells_.boxes().push_back(box);
   }
 
-  /// Square cells about as large as a chunk, each with the numbers of the chunks that touch it.
-  void layCells() {
-    Box all = chunks_.front().box;
-    double sizes = 0;
-    for (const Chunk& c : chunks_) {
-      all.add({c.box.left, c.box.top});
-      all.add({c.box.right, c.box.bottom});
-      sizes += std::max(c.box.right - c.box.left, c.box.bottom - c.box.top);
-    }
-    const double extent = std::max(all.right - all.left, all.bottom - all.top);
-    const double size = std::max({sizes / static_cast<double>(chunks_.size()), extent / 500, 1e-9});
-    columns_ = static_cast<int>((all.right - all.left) / size) + 1;
-    const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
-    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
-    for (Chunk& c : chunks_) {
-      c.column0 = static_cast<int>((c.box.left - all.left) / size);
-      c.column1 = static_cast<int>((c.box.right - all.left) / size);
-      c.row0 = static_cast<int>((c.box.top - all.top) / size);
-      c.row1 = static_cast<int>((c.box.bottom - all.top) / size);
-      eachCell(c, [&](std::size_t cell) { ++starts_[cell + 1]; });
-    }
-    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
-    entries_.resize(starts_.back());
-    next_.assign(starts_.begin(), starts_.end() - 1);
-    for (std::size_t i = 0; i < chunks_.size(); ++i)
-      eachCell(chunks_[i], [&](std::size_t cell) {
-        entries_[next_[cell]++] = {static_cast<std::uint32_t>(i), chunks_[i].box};
-      });
-  }
-
-  template <class Use>
-  void eachCell(const Chunk& c, Use&& use) const {
-    for (int row = c.row0; row <= c.row1; ++row)
-      for (int column = c.column0; column <= c.column1; ++column)
-        use(static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-            static_cast<std::size_t>(column));
-  }
-
-  /// Compares two chunks in the first cell that both touch, and only there.
-  void meet(std::uint32_t one, std::uint32_t two, std::size_t cell) {
+  /// Compares two chunks whose boxes meet.
+  void meet(std::size_t one, std::size_t two) {
     const Chunk &a = chunks_[one], &b = chunks_[two];
-    if (!a.box.meets(b.box)) return;
-    const auto firstShared =
-        static_cast<std::size_t>(std::max(a.row0, b.row0)) * static_cast<std::size_t>(columns_) +
-        static_cast<std::size_t>(std::max(a.column0, b.column0));
-    if (cell != firstShared) return;
     if (isOneWay(a, b)) return;
     const Vec *const loop = pointsOf(a.loop), *const other = pointsOf(b.loop);
     const Vec moved{a.turn * width_, 0}, movedToo{b.turn * width_, 0};
@@ -165,7 +85,7 @@ class CrossingSearch {
       constexpr double slack = 1e-3;
       const Box chord{std::min(p.x, q.x) - slack, std::min(p.y, q.y) - slack, std::max(p.x, q.x) + slack,
                       std::max(p.y, q.y) + slack};
-      if (!chord.meets(b.box)) continue;
+      if (!chord.meets(cells_.box(two))) continue;
       for (int j = one == two ? i + 1 : b.begin; j < b.end; ++j)
         if (touches(chord, other[j] + movedToo, other[j + 1] + movedToo)) compare(a, i, b, j);
     }
@@ -290,12 +210,10 @@ class CrossingSearch {
   std::span<const BandLoop> loops_;
   double width_ = 0, left_ = 0;  // of the period that is searched, pixels; no width: all of the plane
   std::vector<Chunk> chunks_;
-  std::vector<std::size_t> starts_, next_;
-  std::vector<Entry> entries_;
+  BoxCells cells_;
   std::vector<Vec> points_;          // of all loops, one after the other, each with its first one again
   std::vector<std::size_t> firsts_;  // of each loop
   std::vector<BandCrossing> found_;
-  int columns_ = 0;
 };
 
 }  // namespace

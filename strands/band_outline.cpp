@@ -44,8 +44,8 @@ class Outliner {
     BandOutlines outlines;
     outlines.strands.reserve(loops_.size());
     const std::vector<BandCrossing>& crossings = exits_.crossings();
-    // A picture that must be quick and has too many of them is not searched for touches, which takes longer.
-    if (options_.mostClipped < std::numeric_limits<int>::max()) leaveAll(crossings);
+    leaveAll();
+    // Nobody needs the touches where too much is to be clipped without them: finding them takes longer.
     if (clipped_ <= options_.mostClipped) findTouches();
     outlines.complete = clipped_ <= options_.mostClipped;
     outlines.crowded = crowded_;
@@ -90,7 +90,7 @@ class Outliner {
     return made;
   }
 
-  /// Finds where bands have no room beside each other, and then the ends at crossings.
+  /// Finds where bands have no room beside each other. Clasps change what covers the ends at their crossings.
   void findTouches() {
     touches_ = findBandTouches(loops_, exits_.crossings(), exits_.passings(), seam_, half_ + clear_);
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
@@ -99,11 +99,12 @@ class Outliner {
       beside_[touch.one].push_back({touch.first, touch.second});
       beside_[touch.two].push_back({touch.second, touch.first});
     }
-    leaveAll(exits_.crossings());
+    if (!touches_.clasps.empty()) leaveAll();
   }
 
   /// Finds both ends at every crossing, of which those of one strand follow one another, and counts.
-  void leaveAll(const std::vector<BandCrossing>& crossings) {
+  void leaveAll() {
+    const std::vector<BandCrossing>& crossings = exits_.crossings();
     back_.clear();
     on_.clear();
     clipped_ = crowded_ = 0;

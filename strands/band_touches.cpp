@@ -6,10 +6,12 @@
 #include <utility>
 
 #include "strands/band_faces.h"
+#include "strands/box_cells.h"
 
 namespace lorivan {
 namespace {
 
+constexpr double kWayCells = 300;     // across and down
 constexpr double kWayTurn = 0.64;     // cosine of the turn at which a way ends
 constexpr int kMostNodes = 12;        // of a way
 constexpr double kStep = 0.25;        // of the reach along a line that is followed
@@ -53,10 +55,11 @@ class TouchSearch {
     copies_ = ways_.size();
     if (seam_) addCopies();
     if (ways_.empty()) return std::move(found_);
-    layCells();
-    for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
-      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
-        for (std::size_t k = i + 1; k < starts_[cell + 1]; ++k) meet(entries_[i], entries_[k], cell);
+    for (const Way& way : ways_) cells_.boxes().push_back(boxOf(way));
+    cells_.lay(kWayCells);
+    cells_.eachMeeting([this](std::size_t one, std::size_t two) {
+      if (one != two) meet(one, two);
+    });
     return std::move(found_);
   }
 
@@ -185,62 +188,14 @@ class TouchSearch {
     way.b.x += turns * seam_.width;
   }
 
-  struct Box {
-    double left, top, right, bottom;
-  };
   Box boxOf(const Way& way) const {
     const double more = way.bulge + reach_ / 2;
     return {std::min(way.a.x, way.b.x) - more, std::min(way.a.y, way.b.y) - more,
             std::max(way.a.x, way.b.x) + more, std::max(way.a.y, way.b.y) + more};
   }
 
-  /// Square cells about as large as a way, each with the numbers of the ways whose boxes touch it.
-  void layCells() {
-    Box all{HUGE_VAL, HUGE_VAL, -HUGE_VAL, -HUGE_VAL};
-    double sizes = 0;
-    boxes_.reserve(ways_.size());
-    for (const Way& way : ways_) {
-      const Box box = boxOf(way);
-      all = {std::min(all.left, box.left), std::min(all.top, box.top), std::max(all.right, box.right),
-             std::max(all.bottom, box.bottom)};
-      sizes += std::max(box.right - box.left, box.bottom - box.top);
-      boxes_.push_back(box);
-    }
-    const double extent = std::max(all.right - all.left, all.bottom - all.top);
-    const double size = std::max({sizes / static_cast<double>(ways_.size()), extent / 300, 1e-9});
-    columns_ = static_cast<int>((all.right - all.left) / size) + 1;
-    const int rows = static_cast<int>((all.bottom - all.top) / size) + 1;
-    cells_.reserve(ways_.size());
-    for (const Box& b : boxes_)
-      cells_.push_back(
-          {static_cast<int>((b.left - all.left) / size), static_cast<int>((b.top - all.top) / size),
-           static_cast<int>((b.right - all.left) / size), static_cast<int>((b.bottom - all.top) / size)});
-    starts_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows) + 1, 0);
-    for (std::size_t i = 0; i < ways_.size(); ++i)
-      eachCell(i, [&](std::size_t cell) { ++starts_[cell + 1]; });
-    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
-    entries_.resize(starts_.back());
-    std::vector<std::size_t> next(starts_.begin(), starts_.end() - 1);
-    for (std::size_t i = 0; i < ways_.size(); ++i)
-      eachCell(i, [&](std::size_t cell) { entries_[next[cell]++] = i; });
-  }
-
-  template <class Use>
-  void eachCell(std::size_t i, Use&& use) const {
-    const auto& [column0, row0, column1, row1] = cells_[i];
-    for (int row = row0; row <= row1; ++row)
-      for (int column = column0; column <= column1; ++column) use(cellAt(column, row));
-  }
-  std::size_t cellAt(int column, int row) const {
-    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
-           static_cast<std::size_t>(column);
-  }
-
-  /// Compares two ways in the first cell that both touch, and only there.
-  void meet(std::size_t i, std::size_t k, std::size_t cell) {
-    const Box &p = boxes_[i], &q = boxes_[k];
-    if (p.left > q.right || q.left > p.right || p.top > q.bottom || q.top > p.bottom) return;
-    if (cell != cellAt(std::max(cells_[i][0], cells_[k][0]), std::max(cells_[i][1], cells_[k][1]))) return;
+  /// Compares two ways whose boxes meet.
+  void meet(std::size_t i, std::size_t k) {
     const Way &a = ways_[i], &b = ways_[k];
     if (i >= copies_ && k >= copies_) return;
     const double most = reach_ + a.bulge + b.bulge;
@@ -392,10 +347,8 @@ class TouchSearch {
   std::vector<Way> ways_;
   std::size_t copies_ = 0;                // the number of the first one beside the seam
   std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
-  std::vector<Box> boxes_;
-  std::vector<std::array<int, 4>> cells_;  // of each way: first column and row, last ones
-  std::vector<std::size_t> starts_, entries_;
-  int columns_ = 0, joints_ = 0;
+  BoxCells cells_;
+  int joints_ = 0;
   BandTouches found_;
 };
 

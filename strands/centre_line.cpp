@@ -5,7 +5,7 @@ namespace {
 
 constexpr double kTurn = 0.15;            // radians that a line may turn between two of its points
 constexpr double kStray = 0.4;            // of a probe that a chord may lie beside its curve
-constexpr int kMostHalvings = 6;          // of a piece between two samples
+constexpr int kFewHalvings = 6;           // of a piece between two samples
 constexpr std::size_t kUsualPoints = 64;  // of a piece
 
 /// A piece as points, near enough to one another for chords to stand for the curve, and for the lines up to
@@ -20,7 +20,7 @@ class PointList {
     for (double from = piece.from; from < piece.to;) {
       const double to = std::min(std::floor(from + 1 + 1e-6), piece.to);
       const BandLoop::Spot next = loop_.spot(to);
-      add(from, last, to, next, kMostHalvings);
+      add(from, last, to, next, kFewHalvings);
       from = to;
       last = next;
     }

@@ -26,7 +26,7 @@ struct Range {
 bool isDrawable(const std::vector<PointF>& contour) {
   if (contour.size() % 3 != 1) return contour.empty();
   bool is = true;  // asked of all, since none is ever missing: that takes less time
-  for (const PointF p : contour) is &= (std::fabs(p.x) < kFarthest) & (std::fabs(p.y) < kFarthest);
+  for (const PointF p : contour) is &= isWithinReach(p);
   return is;
 }
 
@@ -324,7 +324,7 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
 
 }  // namespace
 
-bool isWithinReach(PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; }
+bool isWithinReach(PointF p) { return (std::fabs(p.x) < kFarthest) & (std::fabs(p.y) < kFarthest); }
 
 bool PathFiller::add(std::span<const std::vector<PointF>> contours, Colour colour) {
   if (!std::ranges::all_of(contours, isDrawable)) return false;

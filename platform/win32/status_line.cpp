@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/win32/handles.h"
+
 namespace lorivan::win32 {
 namespace {
 
@@ -56,13 +58,10 @@ std::wstring StatusLine::shortened() const {
   const int edge = 3 * GetSystemMetrics(SM_CXEDGE);
   box.right = std::max<LONG>(edge, box.right - GetSystemMetrics(SM_CXVSCROLL) - 2 * edge);
   std::wstring shown = text_ + std::wstring(kEllipsis, L'\0');
-  const HDC context = GetDC(line_);
-  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageW(line_, WM_GETFONT, 0, 0));
-  const HGDIOBJ former = font != nullptr ? SelectObject(context, font) : nullptr;
-  DrawTextW(context, shown.data(), static_cast<int>(text_.size()), &box,
+  const WindowContext context(line_);
+  const Selection font(context.get(), reinterpret_cast<HGDIOBJ>(SendMessageW(line_, WM_GETFONT, 0, 0)));
+  DrawTextW(context.get(), shown.data(), static_cast<int>(text_.size()), &box,
             DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS | DT_MODIFYSTRING);
-  if (former != nullptr) SelectObject(context, former);
-  ReleaseDC(line_, context);
   return shown.c_str();
 }
 
