@@ -132,9 +132,10 @@ QWidget* FormQt::makeToggle(ControlId id) {
     toggle = new QCheckBox(toQString(spec.caption), this);
   }
   // Not clicked: screen readers toggle without a click. The radio that goes off tells nothing.
-  connect(toggle, &QAbstractButton::toggled, this, [this, id, radio = spec.kind == ControlKind::radio](bool on) {
-    if (on || !radio) events_.changed(id);
-  });
+  connect(toggle, &QAbstractButton::toggled, this,
+          [this, id, radio = spec.kind == ControlKind::radio](bool on) {
+            if (on || !radio) events_.changed(id);
+          });
   return toggle;
 }
 
