@@ -248,6 +248,8 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
       readDxfOutline("0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n10\n1\n0\nVERTEX\n10\n2\n");
   EXPECT_EQ(endsOf(cut), "1,0 2,0");
   EXPECT_EQ(cut->notes.size(), 1U);
+  for (const char* end : {"ENDSEC", "EOF"})
+    EXPECT_TRUE(readDxfOutline(std::string("0\nSECTION\n2\nENTITIES\n0\nLINE\n11\n12\n0\n") + end));
   EXPECT_EQ(readDxfOutline(dxf("0 POLYLINE 0 VERTEX 10 1 0 VERTEX 10 2"))->notes, cut->notes);
   EXPECT_EQ(endsOf(readDxfOutline("0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n0\nENDSEC\n" + dxf("0 LINE 11 1"))),
             "0,0 1,0")
@@ -270,6 +272,8 @@ TEST(Dxf, DamagedFilesAreRefusedWithTheirLine) {
       {std::string("Binary DXF\r\n\x1a\0\0", 15), "binary DXF"},
       {"0\nSECTION\nx\nENTITIES\n", "line 3: \"x\" is no group code"},
       {"0\nSECTION\n2", "line 3: the file ends before a value"},
+      {"0\nSECTION\n2\nENTITIES\n0\nLINE\n11\n12", "line 8: the file ends in the middle of it"},
+      {"0\nSECTION\n2\nENTITIES\n0\nENDS", "line 6: the file ends in the middle"},
       {dxf("0 LINE 10 abc"), "line 8: \"abc\" is not a number"},
       {dxf("0 LINE 10 1e40"), "line 8: \"1e40\" is not a number in range"},
   };
