@@ -1,7 +1,5 @@
 #include "cli/report.h"
 
-#include <algorithm>
-
 #include "cli/command_line.h"
 
 namespace lorivan {
@@ -20,7 +18,7 @@ void Report::told(const std::string& lines) {
 int Report::fail(const Error& error, const std::string& where) {
   std::string oneLine = where + error.message;
   std::erase(oneLine, '\r');
-  std::replace(oneLine.begin(), oneLine.end(), '\n', ' ');
+  for (std::size_t at = 0; (at = oneLine.find('\n', at)) != std::string::npos;) oneLine.replace(at, 1, ". ");
   line(oneLine);
   return exitStatusOf(error.kind);
 }

@@ -1,6 +1,8 @@
 #include "model3d/strand_search.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "model3d/vec3_math.h"
 
@@ -114,10 +116,31 @@ void StrandSearch::compare(Search& search, std::uint32_t one, std::uint32_t two)
   const Nearest centres = nearestOf(lines_.segments()[one], lines_.segments()[two]);
   const float round = centres.distance - 2 * model_.radius;
   if (round >= search.best.distance || way < 2 * centres.distance) return;
-  if (search.form == TubeForm::polygons)
-    comparePolygons(search.best, one, two);
+  if (search.form == TubeForm::round || runThrough(one, two, centres))
+    search.best = {search.form == TubeForm::round ? round : 0, centres.one, centres.two};
   else
-    search.best = {round, centres.one, centres.two};
+    comparePolygons(search.best, one, two);
+}
+
+/// How far the sides of a segment's tube lie from a place on its centre line, in the direction `towards`.
+float StrandSearch::reach(std::uint32_t ring, const Vec3& from, const Vec3& towards) const {
+  float least = std::numeric_limits<float>::max();
+  for (int side = 0; side < model_.sides; ++side) {
+    const BoundQuad quad = boundQuad(model_, quads_.corners(static_cast<int>(ring) * model_.sides + side));
+    const Vec3 normal = cross(quad.corner[2] - quad.corner[0], quad.corner[3] - quad.corner[1]);
+    const float away = dot(quad.middle - from, normal), slope = dot(towards, normal);
+    const float outwards = away < 0 ? -slope : slope;
+    if (outwards > 0) least = std::min(least, std::abs(away) / outwards);
+  }
+  return least;
+}
+
+/// Whether the tubes overlap between their centre lines. Where one runs deep through the other the places at
+/// which their surfaces cut each other may belong to other segments.
+bool StrandSearch::runThrough(std::uint32_t one, std::uint32_t two, const Nearest& centres) const {
+  if (centres.distance >= 2 * model_.radius) return false;
+  const Vec3 towards = unit(centres.two - centres.one);
+  return reach(one, centres.one, towards) + reach(two, centres.two, towards * -1) >= centres.distance;
 }
 
 void StrandSearch::comparePolygons(Apart& best, std::uint32_t one, std::uint32_t two) const {

@@ -49,6 +49,8 @@ class StrandSearch {
   bool canCount(const Ball& one, const Ball& two, float apart) const;
   void compare(Search& search, std::uint32_t one, std::uint32_t two) const;
   void comparePolygons(Apart& best, std::uint32_t one, std::uint32_t two) const;
+  float reach(std::uint32_t ring, const Vec3& from, const Vec3& towards) const;
+  bool runThrough(std::uint32_t one, std::uint32_t two, const Nearest& centres) const;
 
   const TubeModel& model_;
   const CentreLines& lines_;

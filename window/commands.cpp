@@ -171,7 +171,7 @@ constexpr bool kSeparator = true, kDuringWork = true, kKeepsUndone = true;
 constexpr auto kCommandRows = std::to_array<CommandRow>({
     {"mnuFileNewGrid", kFile, "&New grid", "Ctrl+N", [](Handlers& h) { h.mnuFileNewGrid_Click(); }},
     {"mnuFileRandom", kFile, "&Random knot", "Ctrl+R", [](Handlers& h) { h.cmdRandknot_Click(); }},
-    {"mnuFileLoad", kFile, "&Load knot file", "Ctrl+O", [](Handlers& h) { h.mnuFileLoad_Click(); }, nullptr, nullptr, nullptr, kSeparator},
+    {"mnuFileLoad", kFile, "&Load knot file...", "Ctrl+O", [](Handlers& h) { h.mnuFileLoad_Click(); }, nullptr, nullptr, nullptr, kSeparator},
     recentRow<0>("mnuFileRecent0"), recentRow<1>("mnuFileRecent1"), recentRow<2>("mnuFileRecent2"),
     recentRow<3>("mnuFileRecent3"), recentRow<4>("mnuFileRecent4"), recentRow<5>("mnuFileRecent5"),
     recentRow<6>("mnuFileRecent6"), recentRow<7>("mnuFileRecent7"), recentRow<8>("mnuFileRecent8"),
@@ -180,7 +180,7 @@ constexpr auto kCommandRows = std::to_array<CommandRow>({
     {"mnuFileSaveAs", kFile, "Save knot file &as...", "Ctrl+Shift+S", [](Handlers& h) { h.mnuFileSaveAs_Click(); }},
     {"mnuFileSaveBMP", kFile, "Save &picture...", "", [](Handlers& h) { h.mnuFileSaveBMP_Click(); }, nullptr, nullptr, nullptr, kSeparator, kDuringWork},
     {"mnuFileSaveEMF", kFile, "Save knot as &EMF...", "", [](Handlers& h) { h.mnuFileSaveEMF_Click(); }, knotIsCurrent},
-    {"mnuFileSave3D", kFile, "Save knot as &3D file", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
+    {"mnuFileSave3D", kFile, "Save knot as &3D file...", "", [](Handlers& h) { h.mnuFileSave3D_Click(); }, hasKnot},
     {"mnuFileSaveAnimation", kFile, "Save ani&mation...", "", [](Handlers& h) { h.mnuFileSaveAnimation_Click(); }, knotIsCurrent},
     {"mnuFileSaveOptions", kFile, "Saving &options...", "", [](Handlers& h) { h.mnuFileSaveOptions_Click(); }},
     {"mnuFilePrint", kFile, "Prin&t...", "Ctrl+P", [](Handlers& h) { h.mnuFilePrint_Click(); }, canPrint, nullptr, nullptr, kSeparator},

@@ -111,6 +111,19 @@ std::string shapeSummary(const CustomShape& shape) {
              : tr("{1}, closed: AutoGrid in the Shape menu fills it", counts);
 }
 
+std::string asSentence(std::string text) {
+  constexpr std::string_view kNames = "./\\:%=";
+  constexpr char kTwoBytes =
+      '\xC3';  // UTF-8 of the small letters from U+00E0 to U+00FE, and of their capitals
+  const std::string_view word = std::string_view(text).substr(0, text.find(' '));
+  if (word.find_first_of(kNames) != std::string_view::npos) return text;
+  const std::size_t at = word.size() > 1 && word[0] == kTwoBytes ? 1 : 0;
+  const auto byte = static_cast<unsigned char>(word.empty() ? 0 : word[at]);
+  const bool small = at == 1 ? byte >= 0xA0 && byte <= 0xBE && byte != 0xB7 : byte >= 'a' && byte <= 'z';
+  if (small) text[at] = static_cast<char>(byte - 0x20);
+  return text;
+}
+
 std::string marksDoubled(std::string_view text) {
   std::string doubled;
   for (const char c : text) doubled.append(c == '&' ? 2U : 1U, c);

@@ -26,6 +26,9 @@ std::string emptyShare(const AutoGridReport& report, const std::string& advice);
 /// How a shape is drawn.
 std::string shapeHint();
 
+/// An error's words as a sentence of its own: with a capital letter, unless they begin with a file's name.
+std::string asSentence(std::string text);
+
 /// A text for a menu, where a single "&" would mark a letter.
 std::string marksDoubled(std::string_view text);
 

@@ -137,7 +137,7 @@ void Workbench::leaveVariations() {
 }
 
 void Workbench::status(const std::string& text) {
-  window.setStatus(status_ = text);
+  window.setStatus(status_ = asSentence(text));
   statusTime_ = platform.clock().milliseconds();
 }
 

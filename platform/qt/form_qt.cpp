@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalBlocker>
 #include <cmath>
 #include <utility>
 
@@ -130,7 +131,11 @@ QWidget* FormQt::makeToggle(ControlId id) {
   } else {
     toggle = new QCheckBox(toQString(spec.caption), this);
   }
-  connect(toggle, &QAbstractButton::clicked, this, [this, id] { events_.changed(id); });
+  // Not clicked: screen readers toggle without a click. The radio that goes off tells nothing.
+  connect(toggle, &QAbstractButton::toggled, this,
+          [this, id, radio = spec.kind == ControlKind::radio](bool on) {
+            if (on || !radio) events_.changed(id);
+          });
   return toggle;
 }
 
@@ -223,6 +228,7 @@ bool FormQt::checked(ControlId control) const {
 void FormQt::setChecked(ControlId control, bool on) {
   auto* const button = qobject_cast<QAbstractButton*>(widget(control));
   if (!button) return;
+  const QSignalBlocker silent(button);
   QButtonGroup* const others = button->group();
   if (others) others->setExclusive(on);  // only so can the last one of a group be switched off
   button->setChecked(on);

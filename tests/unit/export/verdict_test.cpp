@@ -107,6 +107,22 @@ TEST(Verdict, KnowsGapsAndPieces) {
   EXPECT_NEAR(together.lengths.at(0), 6 * 3.14159, 0.01);
 }
 
+/// Two hoops that cross at right angles, so deep in each other that their surfaces meet beside the crossing.
+TEST(Verdict, StrandsThatRunThroughEachOtherTouch) {
+  for (const int sides : {3, 5, 64}) {
+    std::vector<std::vector<Vec3>> lines(2);
+    for (int i = 0; i < 200; ++i) {
+      const auto c = static_cast<float>(3 * std::cos(i * 0.0314159)),
+                 s = static_cast<float>(3 * std::sin(i * 0.0314159));
+      lines[0].push_back({c, s, 0});
+      lines[1].push_back({6.3F + c, 0, s});
+    }
+    const RingCrossing crossing{0, 300};
+    EXPECT_EQ(inspect(sweptTube(lines, sides, 0.5F), {&crossing, 1}, 3, TubeForm::polygons).touching, 1)
+        << sides;
+  }
+}
+
 /// No pair of places on two triangles is nearer than what is said, and one pair is as near.
 TEST(Verdict, TrianglesAreAsFarApartAsTheirNearestPlaces) {
   using namespace vec;

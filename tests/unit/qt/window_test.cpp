@@ -1,6 +1,7 @@
 // What is special in Qt's window: tips over what is disabled, texts that fit, and what is drawn is seen.
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QMainWindow>
@@ -92,6 +93,18 @@ TEST_F(WindowQtTest, LargePicturesAreNamedButNotCoveredByATip) {
     EXPECT_EQ(find(row.name)->accessibleName().toStdString(), row.tooltip);
     EXPECT_EQ(find(row.name)->toolTip().isEmpty(), row.group.empty()) << row.name;
   }
+}
+
+TEST_F(WindowQtTest, WhatAScreenReaderTogglesIsTold) {
+  std::vector<std::string_view> told;
+  events_.changed = [&](ControlId id) { told.push_back(formTable()[id].name); };
+  open(formTable());
+  const auto toggle = [this](std::string_view name) {
+    QAccessibleInterface* const made = QAccessible::queryAccessibleInterface(find(name));
+    made->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+  };
+  for (const char* const name : {"chkMirror", "optPOV", "optSTL", "chkMirror"}) toggle(name);
+  EXPECT_EQ(told, (std::vector<std::string_view>{"chkMirror", "optPOV", "optSTL", "chkMirror"}));
 }
 
 TEST_F(WindowQtTest, TextsThatCannotBeEditedKeepTheWindowsColour) {

@@ -38,7 +38,7 @@ TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
   EXPECT_EQ(w->status(), "Press Create 3D to show the changed 3D values");
   EXPECT_EQ(bitmapWidth(save("heights.bmp")), 1000);
   EXPECT_EQ(save("missing/heights.bmp"), "");
-  EXPECT_TRUE(statusStarts("cannot write"));
+  EXPECT_TRUE(statusStarts("Cannot write"));
 }
 
 TEST_F(FilesTest, TheMetafileHoldsTheKnotAndTellsWhenItCannotBeMade) {
@@ -126,7 +126,7 @@ TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 1);
   click("optSTL");
   EXPECT_EQ(save("missing/knot.stl"), "");
-  EXPECT_TRUE(w->status().find("cannot write") != std::string::npos && !w->busy());
+  EXPECT_TRUE(w->status().find("Cannot write") != std::string::npos && !w->busy());
   enter(Param::XNo, "12");
   click("cmd2D");
   enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}});

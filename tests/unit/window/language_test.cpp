@@ -2,6 +2,7 @@
 #include "design/lettering.h"
 #include "main_window_driver.h"
 #include "window/languages.h"
+#include "window/summaries.h"
 
 namespace lorivan {
 namespace {
@@ -46,12 +47,20 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   enter(Param::Width, "9");
   EXPECT_EQ(commandText("mnuEditUndoStep"), "&Rückgängig: Breite 9");
   enter(Param::Width, "99");
-  EXPECT_TRUE(w->status().ends_with("; Breite: aus \"99\" wurde 30 (2 bis 30)")) << w->status();
+  EXPECT_TRUE(w->status().ends_with("; Breite: aus „99“ wurde 30 (2 bis 30)")) << w->status();
   choose(Shape::Octagonal);
   EXPECT_EQ(commandText("mnuEditUndoStep"), "&Rückgängig: Achteckig");
   const std::string file = folder.write("k.qzd", "20,4\r\n25\r\n");
   w->userDrops(file);
   EXPECT_EQ(w->status(), file + " konnte nicht geladen werden: Zeile 2: hat weniger als drei Werte");
+  platform.dialogs.answerInput("breit");
+  pick("mnuEditFitFrame");
+  EXPECT_TRUE(statusStarts("Zwei Längen in Millimetern")) << w->status();
+  for (const auto& [words, sentence] : {std::pair{"über", "Über"},
+                                        {"ähnlich wie", "Ähnlich wie"},
+                                        {"k.qzd, Zeile 2", "k.qzd, Zeile 2"},
+                                        {"", ""}})
+    EXPECT_EQ(asSentence(words), sentence);
 }
 
 TEST_F(LanguageTest, ReachesHelpFileNamesAndTypes) {
