@@ -299,28 +299,44 @@ class TouchSearch {
     return way < kOneBend * reach_;
   }
 
-  /// Goes on along a line until it is far from the other one; false where they meet before.
+  /// What was seen of two lines on the way along the first one.
+  struct Seen {
+    double s, low, high;  // the place on it, and those on the other one
+    double least;         // distance
+  };
+
+  /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
+  /// part of the gap before that; false where there is none.
   bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
     const BandLoop &a = one.loop, &b = two.loop;
     const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
     const bool first = side();
-    double way = 0;
+    Seen seen{s, t, t, least}, beforeGap = seen;
+    double way = 0, gap = 0;
     for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
       const BandLoop::Spot before = a.spot(s);
       s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
       const Vec at = a.spot(s).at;
       t = b.nearest(at, t);
-      if (side() != first || isMet(a, s, b, t)) return false;
+      if (side() != first || isMet(a, s, b, t)) {
+        if (gap == 0) return false;
+        seen = beforeGap;
+        break;
+      }
       const double gone = lengthOf(at - before.at);
       way += gone;
       const double apart = lengthOf(b.spot(t).at - at);
-      least = std::min(least, apart);
+      seen = {s, std::min(seen.low, t), std::max(seen.high, t), std::min(seen.least, apart)};
       far = apart < reach_ ? 0 : far + gone;
-      one.from = std::min(one.from, s);
-      one.to = std::max(one.to, s);
-      two.from = std::min(two.from, t);
-      two.to = std::max(two.to, t);
+      if (apart < std::max(reach_, gap)) continue;
+      gap = apart;
+      beforeGap = seen;
     }
+    one.from = std::min(one.from, seen.s);
+    one.to = std::max(one.to, seen.s);
+    two.from = std::min(two.from, seen.low);
+    two.to = std::max(two.to, seen.high);
+    least = seen.least;
     return true;
   }
 
