@@ -243,7 +243,8 @@ class BandClipper {
   bool hides(const Cover& c, Vec p) const {
     if (c.own) return isBeyondMiddle(c, p);
     if (c.limit && dot(quarter(c.limit->along), p - c.limit->at) >= 0) return false;
-    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
+    // Its own sides belong to it, whichever way they were rounded.
+    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_ + kProbe / 2 * tolerance_));
   }
 
   /// Of two bands that are one and the same each hides only what is on the other one's side of the middle.
@@ -259,7 +260,7 @@ class BandClipper {
   bool isBorder(const Border& border, Vec middle, Vec aside) const {
     if (border.cover < 0)
       return !isCovered(middle, nullptr) && line_.isInBand(middle + aside, half_) &&
-             !line_.isInBand(middle - aside, half_);
+             (!line_.isInBand(middle - aside, half_) || isCovered(middle - aside, nullptr));
     const Cover& cover = covers_[border.cover];
     return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);

@@ -96,8 +96,8 @@ class Outliner {
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
     beside_.resize(loops_.size());
     for (const BandTouch& touch : touches_.touches) {
-      beside_[touch.one].push_back({touch.first, touch.second});
-      beside_[touch.two].push_back({touch.second, touch.first});
+      beside_[touch.one].push_back({touch.first, touch.besideFirst});
+      beside_[touch.two].push_back({touch.second, touch.besideSecond});
     }
     if (!touches_.clasps.empty()) leaveAll();
   }

@@ -277,10 +277,10 @@ class TouchSearch {
     }
     const double least = lengthOf(b.spot(t).at - a.spot(s).at);
     if (least >= reach_ || isMet(a, s, b, t)) return;
-    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
+    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
     for (const int sense : {-1, 1})
-      if (!walk(touch.first, s, touch.second, t, sense, touch.distance) ||
-          !walk(touch.second, t, touch.first, s, sense, touch.distance))
+      if (!walk(touch.first, s, touch.besideFirst, t, sense, touch.distance) ||
+          !walk(touch.second, t, touch.besideSecond, s, sense, touch.distance))
         return;
     if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
   }
