@@ -16,6 +16,7 @@ constexpr double kBeyond = 3;         // samples that a covering band is followe
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
+constexpr double kGapStep = 0.2;     // of the distance at which bands have room, along a covering band
 constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
@@ -194,20 +195,25 @@ BandCover BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
   return {piece, end.limit};
 }
 
-/// As far as the covering band may come back, but at most half the way to where the lower band crosses over
-/// it (nearly there, where a line limits it anyway), and not beyond the lower band's own beginning.
+/// As far as the covering band may come back, but at most to where both come apart, or half the way to where
+/// the lower band crosses over it (nearly there, where a line limits it anyway), and not beyond the lower
+/// band's own beginning.
 double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                              bool isLimited) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
+  const double gap = wayToGap(c, direction);
+  const Vec apart = over.spot(c.overAt + direction * std::min(gap, most)).at;
   const auto& overs = overs_[c.under];
   const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
-    if (o.under == c.over && &o != &c)
-      most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
+    if (o.under != c.over || &o == &c) continue;
+    const bool isClear = gap < wayTo(o.underAt) &&
+                         lengthOf(under.spot(under.nearest(apart, o.overAt)).at - apart) > half_ + clear_;
+    most = std::min(most, isClear ? gap : wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
@@ -222,6 +228,23 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
     rest -= way;
   }
   return std::min(std::max(reach, least), most);
+}
+
+/// How far along the covering band from a crossing both bands come apart, in samples: what covers the lower
+/// one beyond that is another crossing's. Endless where they do not soon.
+double BandExits::wayToGap(const BandCrossing& c, int direction) const {
+  const BandLoop &over = overOf(c), &under = loop(c.under);
+  const double reach = half_ + clear_;
+  double way = 0, samples = 0, foot = c.underAt;
+  for (BandLoop::Spot spot = over.spot(c.overAt); way < kCoverReach * clear_;) {
+    const Vec before = spot.at;
+    samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
+    spot = over.spot(c.overAt + direction * samples);
+    foot = under.nearest(spot.at, foot);
+    if (lengthOf(under.spot(foot).at - spot.at) > reach) return samples;
+    way += lengthOf(spot.at - before);
+  }
+  return HUGE_VAL;
 }
 
 /// Where a side comes out from under the covering band, whose other leg may lie near as well.

@@ -90,6 +90,7 @@ class BandExits {
   bool isOwn(const BandCrossing& c, double place, int sample) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                     bool isLimited) const;
+  double wayToGap(const BandCrossing& c, int direction) const;
   std::optional<LinePoint> limitOf(const BandCrossing& c, int direction) const;
 
   std::span<const BandLoop> loops_;
