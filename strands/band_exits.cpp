@@ -16,6 +16,7 @@ constexpr double kBeyond = 3;         // samples that a covering band is followe
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
+constexpr double kFarthest = 40;     // the same where it lies above the other all the way
 constexpr double kGapStep = 0.2;     // of the distance at which bands have room, along a covering band
 constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
@@ -204,6 +205,7 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
   const double gap = wayToGap(c, direction);
+  if (gap < HUGE_VAL) least = std::max(least, gap);
   const Vec apart = over.spot(c.overAt + direction * std::min(gap, most)).at;
   const auto& overs = overs_[c.under];
   const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
@@ -236,7 +238,7 @@ double BandExits::wayToGap(const BandCrossing& c, int direction) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   const double reach = half_ + clear_;
   double way = 0, samples = 0, foot = c.underAt;
-  for (BandLoop::Spot spot = over.spot(c.overAt); way < kCoverReach * clear_;) {
+  for (BandLoop::Spot spot = over.spot(c.overAt); way < kFarthest * clear_ && samples < over.size() / 2.0;) {
     const Vec before = spot.at;
     samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
     spot = over.spot(c.overAt + direction * samples);
