@@ -96,8 +96,8 @@ class Outliner {
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
     beside_.resize(loops_.size());
     for (const BandTouch& touch : touches_.touches) {
-      beside_[touch.one].push_back({touch.first, touch.besideFirst});
-      beside_[touch.two].push_back({touch.second, touch.besideSecond});
+      beside_[touch.one].push_back({touch.first, touch.besideFirst, touch.distance});
+      beside_[touch.two].push_back({touch.second, touch.besideSecond, touch.distance});
     }
     if (!touches_.clasps.empty()) leaveAll();
   }
@@ -375,7 +375,7 @@ class Outliner {
         const double move = piece.loop.spot(from).at.x - beside.own.loop.spot(beside.own.from).at.x;
         BandPiece other = beside.other;
         other.loop = other.loop.moved(move);
-        besides.push_back({{piece.loop, from, to}, other});
+        besides.push_back({{piece.loop, from, to}, other, beside.distance});
       }
     return besides;
   }
