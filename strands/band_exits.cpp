@@ -8,12 +8,13 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
-constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
-constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
+constexpr int kLegSamples = 12;        // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;        // cosine of the turn from which on a covering band may come back
+constexpr double kFarLeg = 6;          // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;       // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;          // samples that a covering band is followed beyond an exit
+constexpr double kStraightArc = 0.1;   // of the way between two crossings that a straight line strays
+constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
 constexpr double kFarthest = 40;     // the same where it lies above the other all the way
@@ -34,6 +35,12 @@ std::vector<double> bendsOf(const BandLoop& band) {
     from = to;
   }
   return bends;
+}
+
+/// Whether two bands cross at such an angle that a small bend brings one back to the other.
+bool isFlat(Vec a, Vec b) {
+  const double area = cross(a, b);
+  return area * area < kFlatCrossing * kFlatCrossing * dot(a, a) * dot(b, b);
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
@@ -98,7 +105,7 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     Meeting& made = meetings_.emplace_back();
     made.under = loop(c.under).spot(c.underAt);
     made.over = overOf(c).spot(c.overAt);
-    made.mayReturn = mayReturn(c, made.over);
+    made.mayReturn = isFlat(made.under.along, made.over.along) || mayReturn(c, made.over);
   }
 }
 
@@ -275,12 +282,15 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   const int start = static_cast<int>(std::lround(exit.foot));
   for (const int sense : {-1, 1})
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
-      const Vec away = over.point(i) - at;
+      const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
+      // Samples of straight lines may lie far apart.
+      const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
+      const Vec away = from + way * part;
       const double square = dot(away, away);
       if (square > 16 * clear_ * clear_) break;
       if (square >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
       nearest = square;
-      exit.foot = i;
+      exit.foot = i + sense * part;
     }
   return nearest < least;
 }
