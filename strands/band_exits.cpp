@@ -15,6 +15,7 @@ constexpr double kMostDelay = 2;       // times the way out from under one leg, 
 constexpr double kBeyond = 3;          // samples that a covering band is followed beyond an exit
 constexpr double kStraightArc = 0.1;   // of the way between two crossings that a straight line strays
 constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
+constexpr double kClearStep = 0.5;     // samples
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
 constexpr double kFarthest = 40;     // the same where it lies above the other all the way
@@ -177,9 +178,14 @@ std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction
   for (auto rival = std::ranges::lower_bound(rivals_, std::pair(numberOf(c), std::size_t{0}));
        rival != rivals_.end() && rival->first == numberOf(c); ++rival) {
     const BandLoop& under = loop(c.under);
-    const double next = c.underAt + direction * room(c.under, c.underAt, direction);
+    const double way = room(c.under, c.underAt, direction);
+    const double next = c.underAt + direction * way;
     const double apart = std::fabs(under.wrapped(next) - crossings_[rival->second].overAt);
     if (crossings_[rival->second].over != c.under || std::min(apart, under.size() - apart) > 1e-6) continue;
+    // A line that has no other crossings comes there the long way round as well.
+    if (const double rest = under.size() - way;
+        way > rest && std::fabs(room(c.under, c.underAt, -direction) - rest) < 1e-6)
+      continue;
     const BandLoop& over = overOf(c);
     const double back = over.wrapped(crossings_[rival->second].underAt - c.overAt);
     const double most = back < over.size() / 2.0 ? back : back - over.size();
@@ -262,6 +268,9 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+  if (const Meeting& meeting = meetings_[numberOf(c)]; isFlat(meeting.under.along, meeting.over.along))
+    if (const auto first = firstClear(c, distance, direction, (exit.place - c.underAt) * direction))
+      exit = leaveStepwise(c, distance, direction, most, *first);
   if (!meetings_[numberOf(c)].mayReturn) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
@@ -271,6 +280,21 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   // A leg that runs on beside the side does not hide it all the way.
   const bool isFar = std::fabs(exit.place - c.underAt) > kMostDelay * std::fabs(first.place - c.underAt);
   return exit.free && isFar ? first : exit;
+}
+
+/// At a flat crossing a side may be clear of the covering band much sooner than where Newton's steps lead: a
+/// place between two samples or near one where that is so, up to `most` samples away.
+std::optional<BandExit> BandExits::firstClear(const BandCrossing& c, double distance, int direction,
+                                              double most) const {
+  const BandLoop &under = loop(c.under), &over = overOf(c);
+  BandExit exit{c.underAt, c.overAt, true};
+  for (double travelled = kClearStep; travelled < most - kClearStep; travelled += kClearStep) {
+    exit.place = c.underAt + direction * travelled;
+    const Vec at = offsetPoint(under.spot(exit.place), distance);
+    exit.foot = over.nearest(at, exit.foot);
+    if (lengthOf(at - over.spot(exit.foot).at) > clear_ + tolerance_) return exit;
+  }
+  return std::nullopt;
 }
 
 /// Looks along the covering band for a bend that brings it nearer to an exit than it may be.

@@ -86,6 +86,8 @@ class BandExits {
   bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, BandExit& exit) const;
   BandExit leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
                          BandExit exit) const;
+  std::optional<BandExit> firstClear(const BandCrossing& c, double distance, int direction,
+                                     double most) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
