@@ -169,6 +169,30 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
     }
 }
 
+TEST(BandOutlines, AreTheSameAtEverySize) {
+  for (const Shape shape : {Shape::SquareTriangle, Shape::Circular, Shape::Octagonal, Shape::Star})
+    for (const int order : {2, 3, 4}) {
+      const Drawn drawn(shape, 5, 4, order, 0.6);
+      double areas[2] = {};
+      std::size_t contours[2] = {};
+      for (const int large : {0, 1}) {
+        GridView view = drawn.view;
+        if (large == 1) view.width *= 40;
+        OutlineOptions options;
+        options.band = drawn.style.innerWidth() * view.pixelFactor();
+        options.outer = drawn.style.outerWidth() * view.pixelFactor();
+        for (const StrandOutline& strand : bandOutlines(drawn.knot.curve, view, options).strands)
+          for (const BandStretch& stretch : strand.stretches)
+            for (const BandContour& contour : stretch.contours) {
+              areas[large] += contourArea(contour) / (view.pixelFactor() * view.pixelFactor());
+              ++contours[large];
+            }
+      }
+      EXPECT_NEAR(areas[1] / areas[0], 1, 5e-4) << static_cast<int>(shape) << ' ' << order;
+      EXPECT_EQ(contours[0], contours[1]) << static_cast<int>(shape) << ' ' << order;
+    }
+}
+
 TEST(BandOutlines, ACornerThatLiesOverABandCoversItWithBothLegs) {
   for (const double share : {0.2, 0.34}) {
     const Drawn drawn(Shape::Star, 4, 3, 2, share);
