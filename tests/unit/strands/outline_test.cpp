@@ -85,7 +85,10 @@ TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
 
 /// A knot, and a view and widths with which its bands take a share of the room between its crossings.
 struct Drawn {
-  Drawn(Shape shape, int x, int y, int order, double share) : knot(makeKnot(fieldsOf(shape, x, y))) {
+  /// With walls drawn from a seed, if it is not 0.
+  Drawn(Shape shape, int x, int y, int order, double share, std::uint64_t walls = 0)
+      : knot(makeKnot(fieldsOf(shape, x, y))) {
+    if (walls != 0) setWalls(seededRandom(walls));
     sampleStrands(*knot.store, order, samplesPerPoint(knot.fields.scale), knot.curve);
     fitView(view, *knot.graph);
     style.colours = strandColours(firstColourBoxes());
@@ -93,6 +96,12 @@ struct Drawn {
     style.width = std::max(1.F, static_cast<float>(std::floor(room * share / 2)));
     style.edge = std::max(1.F, std::floor(style.width * 0.4F));
     fitView(view, *knot.graph, knot.curve, style);
+  }
+  void setWalls(const Rnd& random) {
+    for (GridLine& line : knot.graph->Lines)
+      if (line.Kind == kOrdinary && random() < 0.15) line.Kind = kWall;
+    EXPECT_TRUE(collectPoints(*knot.graph));
+    knot.trace();
   }
   MadeKnot knot;
   GridView view;
@@ -252,6 +261,15 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
   // Corners within crossings, and bands that go over one leg of a corner and under the other.
   EXPECT_EQ(wrongPixels(Drawn(Shape::Circular, 6, 4, 2, 0.396)), 0);
   EXPECT_EQ(wrongPixels(Drawn(Shape::SquareSquare, 7, 5, 2, 0.55)), 0);
+}
+
+TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
+  // In gaps next to crossings, round bends, in loops that lie over themselves and where lines nearly meet.
+  for (const std::uint64_t seed : {11, 16, 31}) {
+    const auto n = static_cast<int>(seed);
+    const Drawn drawn(static_cast<Shape>(n % 12), 3 + n % 2, 3, 2 + n % 5, 0.45 + 0.05 * (n % 3), seed);
+    EXPECT_EQ(wrongPixels(drawn), 0) << seed;
+  }
 }
 
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
