@@ -288,8 +288,9 @@ std::optional<BandExit> BandExits::firstClear(const BandCrossing& c, double dist
                                               double most) const {
   const BandLoop &under = loop(c.under), &over = overOf(c);
   BandExit exit{c.underAt, c.overAt, true};
-  for (double travelled = kClearStep; travelled < most - kClearStep; travelled += kClearStep) {
-    exit.place = c.underAt + direction * travelled;
+  const int steps = static_cast<int>(std::clamp(most / kClearStep, 0.0, 2.0 * under.size())) - 1;
+  for (int step = 1; step < steps; ++step) {
+    exit.place = c.underAt + direction * step * kClearStep;
     const Vec at = offsetPoint(under.spot(exit.place), distance);
     exit.foot = over.nearest(at, exit.foot);
     if (lengthOf(at - over.spot(exit.foot).at) > clear_ + tolerance_) return exit;
