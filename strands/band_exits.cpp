@@ -10,6 +10,7 @@ constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a cov
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;        // along a covering band, on which it may come back
 constexpr double kAhead = 0.95;        // cosine of the turn from which on a covering band may come back
+constexpr double kFlatAhead = 0.985;   // the same at flat crossings
 constexpr double kFarLeg = 6;          // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;       // times the way out from under one leg, for the other one
 constexpr double kBeyond = 3;          // samples that a covering band is followed beyond an exit
@@ -106,15 +107,16 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     Meeting& made = meetings_.emplace_back();
     made.under = loop(c.under).spot(c.underAt);
     made.over = overOf(c).spot(c.overAt);
-    made.mayReturn = isFlat(made.under.along, made.over.along) || mayReturn(c, made.over);
+    made.isFlat = isFlat(made.under.along, made.over.along);
+    made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
   }
 }
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
-bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s) const {
+bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, double ahead) const {
   const BandLoop& over = overOf(c);
-  const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
+  const double least = ahead * ahead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
     for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
@@ -268,10 +270,10 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   BandExit exit{c.underAt, c.overAt, true};
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
-  if (const Meeting& meeting = meetings_[numberOf(c)]; isFlat(meeting.under.along, meeting.over.along))
+  if (!meetings_[numberOf(c)].mayReturn) return exit;
+  if (meetings_[numberOf(c)].isFlat)
     if (const auto first = firstClear(c, distance, direction, (exit.place - c.underAt) * direction))
       exit = leaveStepwise(c, distance, direction, most, *first);
-  if (!meetings_[numberOf(c)].mayReturn) return exit;
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);
@@ -310,10 +312,12 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
       const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
       // Samples of straight lines may lie far apart.
       const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
-      const Vec away = from + way * part;
+      const Vec chord = from + way * part;
+      if (dot(chord, chord) > 16 * clear_ * clear_) break;
+      if (dot(chord, chord) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
+      const Vec away = over.spot(i + sense * part).at - at;
       const double square = dot(away, away);
-      if (square > 16 * clear_ * clear_) break;
-      if (square >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
+      if (square >= nearest) continue;
       nearest = square;
       exit.foot = i + sense * part;
     }
