@@ -21,6 +21,9 @@ constexpr float kUsualWidth = 9, kUsualBand = BandShares{}.band;
 // bands take at most this share of what is left, but never less than six tenths of what the grid would give
 // them.
 constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
+// Bands that lie beside each other without crossing take no more than the room there, unless they would have
+// to be narrower than this part, or than that of what the grid would give them.
+constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
 /// To make a document's knot in, over and over: its tables are megabytes, which take longer to get than small
@@ -126,13 +129,47 @@ std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& s
   return 2 * innerRadius(ring);
 }
 
-/// How wide bands of this share are to be, in pixels of the 500-pixel picture at zoom 1. Where the usual band
-/// has no room all wider ones are narrowed as it is, so that styles keep their character.
-double fittingWidth(const Knot& knot, double gridDistance, float share) {
-  const double width = share * gridDistance;
+/// Calls `lack` with the distance of the centre lines wherever bands lie beside or in one another that have
+/// no room for `room`, in pixels of the view.
+template <class Lack>
+void eachLack(const Knot& knot, const GridView& view, double room, Lack lack) {
+  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
+  const Seam seam = seamOf(knot.curve, view);
+  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
+  const BandTouches found =
+      findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), seam, room);
+  for (const BandTouch& touch : found.touches) lack(touch.distance);
+  for (const BandClasp& clasp : found.clasps) lack(clasp.distance);
+}
+
+/// The part of a width, at least `least`, that has room beside bends and walls. Where less would be needed
+/// bands run together, and no others are narrow for it.
+double partBeside(const Knot& knot, double width, float edgeShare, double least) {
+  const GridView view(knot.stretch, kReferenceWidth);
+  const double room = width * (1 - edgeShare);
+  double part = 1;
+  eachLack(knot, view, room, [&](double distance) {
+    if (distance >= least * room) part = std::min(part, distance / room);
+  });
+  return part;
+}
+
+/// How wide bands of these shares are to be, in pixels of the 500-pixel picture at zoom 1, and whether no
+/// part of a pixel more. Where the usual band has no room all wider ones are narrowed as it is, so that
+/// styles keep their character.
+struct FittingWidth {
+  double outer;
+  bool isMost = false;
+};
+FittingWidth fittingWidth(const Knot& knot, double gridDistance, BandShares shares) {
   const auto drawn = drawnRoom(knot);
-  if (!drawn || width <= kDrawnShare * *drawn) return width;
-  return width * std::clamp(kDrawnShare * *drawn / (kUsualBand * gridDistance), kLeastOfGrid, 1.0);
+  const double grid = shares.band * gridDistance;
+  double narrowed = 1;
+  if (drawn && grid > kDrawnShare * *drawn)
+    narrowed = std::clamp(kDrawnShare * *drawn / (kUsualBand * gridDistance), kLeastOfGrid, 1.0);
+  const double least = std::max(kLeastBeside, kLeastBesideOfGrid / narrowed);
+  const double beside = partBeside(knot, grid * narrowed, shares.edge, least);
+  return {grid * narrowed * beside, beside < 1};
 }
 
 }  // namespace
@@ -182,12 +219,13 @@ Document fitBands(const Document& document, BandShares shares) {
   if (!document.lines || !makeKnot(document, knot)) return next;
   const auto distance = leastCrossingDistance(knot);
   if (!distance) return next;
-  const double width = fittingWidth(knot, *distance, shares.band);
+  const FittingWidth width = fittingWidth(knot, *distance, shares);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
   for (int round = 0; round < kFitRounds; ++round) {
     const double zoom = zoomOf(next, knot);
-    next = withBands(std::move(next), width / zoom, shares.edge);
+    // The field takes whole numbers.
+    next = withBands(std::move(next), width.outer / zoom - (width.isMost ? 1 : 0), shares.edge);
   }
   return next;
 }
@@ -220,15 +258,9 @@ double bandOverlap(const Document& document, const Knot& knot) {
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
   double overlap = 0;
   if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
-  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
-  const Seam seam = seamOf(knot.curve, view);
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
-  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
-  const BandTouches found =
-      findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), seam, room);
-  for (const BandTouch& touch : found.touches) overlap = std::max(overlap, room - touch.distance);
-  for (const BandClasp& clasp : found.clasps) overlap = std::max(overlap, room - clasp.distance);
+  eachLack(knot, view, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
   return std::max(0.0, overlap);
 }
 

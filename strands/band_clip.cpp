@@ -16,6 +16,7 @@ constexpr double kSpur = 12;        // tolerances that a border may go on too fa
 constexpr double kExact = 1e-6;     // pixels that copies of one point may lie apart
 constexpr double kPastSide = 1.15;  // of half a band, to where the middle between two bands is followed
 constexpr double kFarBeside = 3;    // times the width that is covered: no band lies further beside another
+constexpr double kEdgeShare = 0.8;  // of the distance of two bands, that an edge between them takes at most
 constexpr int kMiddleSteps = 24;    // towards a point of that middle; each one about halves what is left
 constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
@@ -39,13 +40,17 @@ class BandClipper {
     addSides(points_, half, -1);
     for (const BandCover& cover : covers) {
       const std::vector<LinePoint> points = pointsOf(nearPart(cover.piece));
-      covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}});
+      covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}, 0});
       addSides(points, -clear, lastCover());
       if (cover.limit) addLimit(*cover.limit);
     }
     for (const BandBeside& beside : besides) {
       const std::vector<LinePoint> points = pointsOf(beside.own);
-      covers_.push_back({CentreLine(pointsOf(beside.other)), isOwn(beside.other), {}, CentreLine(points)});
+      covers_.push_back({CentreLine(pointsOf(beside.other)),
+                         isOwn(beside.other),
+                         {},
+                         CentreLine(points),
+                         std::min(clear - half, kEdgeShare * beside.distance)});
       addMiddle(points);
     }
   }
@@ -72,6 +77,7 @@ class BandClipper {
     bool isOwn;                      // a part of the band itself
     std::optional<LinePoint> limit;  // see BandCover
     std::optional<CentreLine> own;   // of a band beside: the part of this one that is there
+    double edge;                     // and what lies between both
   };
   struct Run {
     std::size_t begin, end;  // of the parts that were kept
@@ -117,9 +123,9 @@ class BandClipper {
   /// `way` is how far out it lies, of the point before at first.
   void addMiddlePoint(const LinePoint& p, double side, double& way, std::vector<LinePoint>& border) {
     const Vec out = quarter(p.along) * side;
-    const double edge = clear_ - half_;
+    const Cover& beside = covers_.back();
     for (int step = 0; step < kMiddleSteps; ++step) {
-      const double missing = covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
+      const double missing = beside.line.distance(p.at + out * way, kFarBeside * clear_) - way - beside.edge;
       if (std::fabs(missing) < tolerance_ / 50) break;
       way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
     }
@@ -243,7 +249,8 @@ class BandClipper {
   bool hides(const Cover& c, Vec p) const {
     if (c.own) return isBeyondMiddle(c, p);
     if (c.limit && dot(quarter(c.limit->along), p - c.limit->at) >= 0) return false;
-    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_));
+    // Its own sides belong to it, whichever way they were rounded.
+    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_ + kProbe / 2 * tolerance_));
   }
 
   /// Of two bands that are one and the same each hides only what is on the other one's side of the middle.
@@ -251,7 +258,7 @@ class BandClipper {
     const double there = c.line.distance(p, clear_);
     if (there >= clear_) return false;
     const double here = (c.isOwn ? *c.own : line_).distance(p, clear_);
-    return there < here + clear_ - half_ && !(c.isOwn && there < here);
+    return there < here + c.edge && !(c.isOwn && there < here);
   }
 
   /// Whether what surely lies beside a line is the border of what its own band is: not within a fold of it.
@@ -259,7 +266,7 @@ class BandClipper {
   bool isBorder(const Border& border, Vec middle, Vec aside) const {
     if (border.cover < 0)
       return !isCovered(middle, nullptr) && line_.isInBand(middle + aside, half_) &&
-             !line_.isInBand(middle - aside, half_);
+             (!line_.isInBand(middle - aside, half_) || isCovered(middle - aside, nullptr));
     const Cover& cover = covers_[border.cover];
     return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);

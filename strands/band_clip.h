@@ -26,12 +26,13 @@ struct BandCover {
 /// A part of a band, and another one that runs beside it with no room between.
 struct BandBeside {
   BandPiece own, other;
+  double distance = 0;  // of both where they are nearest
 };
 
 /// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
-/// is taken away, and beside another band what is not nearer to its own centre line by `clear` - `half`:
-/// closed contours (see BandContour), holes negative. Features smaller than about four tolerances may be
-/// lost. Nothing where a border could not be followed round.
+/// is taken away, and beside another band what is not nearer to its own centre line by `clear` - `half`, or
+/// less where they almost lie on one another: closed contours (see BandContour), holes negative. Features
+/// smaller than about four tolerances may be lost. Nothing where a border could not be followed round.
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
                                                          std::span<const BandCover> covers,
                                                          std::span<const BandBeside> besides, double clear,

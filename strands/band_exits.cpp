@@ -8,14 +8,19 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
-constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
-constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
+constexpr int kLegSamples = 12;        // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;        // cosine of the turn from which on a covering band may come back
+constexpr double kFlatAhead = 0.985;   // the same at flat crossings
+constexpr double kFarLeg = 6;          // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;       // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;          // samples that a covering band is followed beyond an exit
+constexpr double kStraightArc = 0.1;   // of the way between two crossings that a straight line strays
+constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
+constexpr double kClearStep = 0.5;     // samples
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
+constexpr double kFarthest = 40;     // the same where it lies above the other all the way
+constexpr double kGapStep = 0.2;     // of the distance at which bands have room, along a covering band
 constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
@@ -32,6 +37,12 @@ std::vector<double> bendsOf(const BandLoop& band) {
     from = to;
   }
   return bends;
+}
+
+/// Whether two bands cross at such an angle that a small bend brings one back to the other.
+bool isFlat(Vec a, Vec b) {
+  const double area = cross(a, b);
+  return area * area < kFlatCrossing * kFlatCrossing * dot(a, a) * dot(b, b);
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
@@ -96,15 +107,16 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     Meeting& made = meetings_.emplace_back();
     made.under = loop(c.under).spot(c.underAt);
     made.over = overOf(c).spot(c.overAt);
-    made.mayReturn = mayReturn(c, made.over);
+    made.isFlat = isFlat(made.under.along, made.over.along);
+    made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
   }
 }
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
-bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s) const {
+bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, double ahead) const {
   const BandLoop& over = overOf(c);
-  const double least = kAhead * kAhead * dot(s.along, s.along), far = kFarLeg * clear_;
+  const double least = ahead * ahead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
     for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
@@ -168,9 +180,14 @@ std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction
   for (auto rival = std::ranges::lower_bound(rivals_, std::pair(numberOf(c), std::size_t{0}));
        rival != rivals_.end() && rival->first == numberOf(c); ++rival) {
     const BandLoop& under = loop(c.under);
-    const double next = c.underAt + direction * room(c.under, c.underAt, direction);
+    const double way = room(c.under, c.underAt, direction);
+    const double next = c.underAt + direction * way;
     const double apart = std::fabs(under.wrapped(next) - crossings_[rival->second].overAt);
     if (crossings_[rival->second].over != c.under || std::min(apart, under.size() - apart) > 1e-6) continue;
+    // A line that has no other crossings comes there the long way round as well.
+    if (const double rest = under.size() - way;
+        way > rest && std::fabs(room(c.under, c.underAt, -direction) - rest) < 1e-6)
+      continue;
     const BandLoop& over = overOf(c);
     const double back = over.wrapped(crossings_[rival->second].underAt - c.overAt);
     const double most = back < over.size() / 2.0 ? back : back - over.size();
@@ -194,20 +211,26 @@ BandCover BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
   return {piece, end.limit};
 }
 
-/// As far as the covering band may come back, but at most half the way to where the lower band crosses over
-/// it (nearly there, where a line limits it anyway), and not beyond the lower band's own beginning.
+/// As far as the covering band may come back, but at most to where both come apart, or half the way to where
+/// the lower band crosses over it (nearly there, where a line limits it anyway), and not beyond the lower
+/// band's own beginning.
 double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                              bool isLimited) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
+  const double gap = wayToGap(c, direction);
+  if (gap < HUGE_VAL) least = std::max(least, gap);
+  const Vec apart = over.spot(c.overAt + direction * std::min(gap, most)).at;
   const auto& overs = overs_[c.under];
   const auto begin = std::ranges::lower_bound(overs, under.wrapped(band.from), {}, &BandCrossing::overAt);
   for (std::size_t i = 0, at = static_cast<std::size_t>(begin - overs.begin()); i < overs.size(); ++i, ++at) {
     const BandCrossing& o = *overs[at % overs.size()];
     if (under.wrapped(o.overAt - band.from) >= band.to - band.from) break;
-    if (o.under == c.over && &o != &c)
-      most = std::min(most, wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
+    if (o.under != c.over || &o == &c) continue;
+    const bool isClear = gap < wayTo(o.underAt) &&
+                         lengthOf(under.spot(under.nearest(apart, o.overAt)).at - apart) > half_ + clear_;
+    most = std::min(most, isClear ? gap : wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
@@ -224,6 +247,23 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   return std::min(std::max(reach, least), most);
 }
 
+/// How far along the covering band from a crossing both bands come apart, in samples: what covers the lower
+/// one beyond that is another crossing's. Endless where they do not soon.
+double BandExits::wayToGap(const BandCrossing& c, int direction) const {
+  const BandLoop &over = overOf(c), &under = loop(c.under);
+  const double reach = half_ + clear_;
+  double way = 0, samples = 0, foot = c.underAt;
+  for (BandLoop::Spot spot = over.spot(c.overAt); way < kFarthest * clear_ && samples < over.size() / 2.0;) {
+    const Vec before = spot.at;
+    samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
+    spot = over.spot(c.overAt + direction * samples);
+    foot = under.nearest(spot.at, foot);
+    if (lengthOf(under.spot(foot).at - spot.at) > reach) return samples;
+    way += lengthOf(spot.at - before);
+  }
+  return HUGE_VAL;
+}
+
 /// Where a side comes out from under the covering band, whose other leg may lie near as well.
 BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                                bool& isPlain) const {
@@ -231,6 +271,9 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   if (!leaveAtOnce(c, distance, direction, most, exit))
     exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
   if (!meetings_[numberOf(c)].mayReturn) return exit;
+  if (meetings_[numberOf(c)].isFlat)
+    if (const auto first = firstClear(c, distance, direction, (exit.place - c.underAt) * direction))
+      exit = leaveStepwise(c, distance, direction, most, *first);
   const BandExit first = exit;
   for (int leg = 0; leg < 2 && exit.free && findNearerLeg(c, distance, exit); ++leg) {
     exit = leaveStepwise(c, distance, direction, most, exit);
@@ -239,6 +282,22 @@ BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direc
   // A leg that runs on beside the side does not hide it all the way.
   const bool isFar = std::fabs(exit.place - c.underAt) > kMostDelay * std::fabs(first.place - c.underAt);
   return exit.free && isFar ? first : exit;
+}
+
+/// At a flat crossing a side may be clear of the covering band much sooner than where Newton's steps lead: a
+/// place between two samples or near one where that is so, up to `most` samples away.
+std::optional<BandExit> BandExits::firstClear(const BandCrossing& c, double distance, int direction,
+                                              double most) const {
+  const BandLoop &under = loop(c.under), &over = overOf(c);
+  BandExit exit{c.underAt, c.overAt, true};
+  const int steps = static_cast<int>(std::clamp(most / kClearStep, 0.0, 2.0 * under.size())) - 1;
+  for (int step = 1; step < steps; ++step) {
+    exit.place = c.underAt + direction * step * kClearStep;
+    const Vec at = offsetPoint(under.spot(exit.place), distance);
+    exit.foot = over.nearest(at, exit.foot);
+    if (lengthOf(at - over.spot(exit.foot).at) > clear_ + tolerance_) return exit;
+  }
+  return std::nullopt;
 }
 
 /// Looks along the covering band for a bend that brings it nearer to an exit than it may be.
@@ -250,12 +309,17 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   const int start = static_cast<int>(std::lround(exit.foot));
   for (const int sense : {-1, 1})
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
-      const Vec away = over.point(i) - at;
+      const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
+      // Samples of straight lines may lie far apart.
+      const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
+      const Vec chord = from + way * part;
+      if (dot(chord, chord) > 16 * clear_ * clear_) break;
+      if (dot(chord, chord) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
+      const Vec away = over.spot(i + sense * part).at - at;
       const double square = dot(away, away);
-      if (square > 16 * clear_ * clear_) break;
-      if (square >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
+      if (square >= nearest) continue;
       nearest = square;
-      exit.foot = i;
+      exit.foot = i + sense * part;
     }
   return nearest < least;
 }

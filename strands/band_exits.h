@@ -75,7 +75,7 @@ class BandExits {
     return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
   }
   bool isCalm(int number, double from, double to, double distance) const;
-  bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over) const;
+  bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over, double ahead) const;
   /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
   bool isTight(int number, int sample, double distance) const {
     return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
@@ -86,10 +86,13 @@ class BandExits {
   bool leaveAtOnce(const BandCrossing& c, double distance, int direction, double most, BandExit& exit) const;
   BandExit leaveStepwise(const BandCrossing& c, double distance, int direction, double most,
                          BandExit exit) const;
+  std::optional<BandExit> firstClear(const BandCrossing& c, double distance, int direction,
+                                     double most) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                     bool isLimited) const;
+  double wayToGap(const BandCrossing& c, int direction) const;
   std::optional<LinePoint> limitOf(const BandCrossing& c, int direction) const;
 
   std::span<const BandLoop> loops_;
@@ -100,7 +103,7 @@ class BandExits {
   std::vector<std::pair<std::size_t, std::size_t>> rivals_;
   struct Meeting {
     BandLoop::Spot under, over;
-    bool mayReturn = false;
+    bool isFlat = false, mayReturn = false;
   };
   std::vector<Meeting> meetings_;                        // of each crossing
   std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one

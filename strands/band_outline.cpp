@@ -96,8 +96,8 @@ class Outliner {
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
     beside_.resize(loops_.size());
     for (const BandTouch& touch : touches_.touches) {
-      beside_[touch.one].push_back({touch.first, touch.second});
-      beside_[touch.two].push_back({touch.second, touch.first});
+      beside_[touch.one].push_back({touch.first, touch.besideFirst, touch.distance});
+      beside_[touch.two].push_back({touch.second, touch.besideSecond, touch.distance});
     }
     if (!touches_.clasps.empty()) leaveAll();
   }
@@ -348,12 +348,24 @@ class Outliner {
     if (to < crossing) cover.from = std::max(cover.from, to);
   }
 
+  /// Where a whole ring lies under one band, and changes places with it on one side, that line holds for all
+  /// of the cover.
+  static void joinLimited(std::vector<BandCover>& covers) {
+    BandCover &one = covers.front(), &two = covers.back();
+    if (one.limit.has_value() == two.limit.has_value()) return;
+    one.piece.from = two.piece.from = std::min(one.piece.from, two.piece.from);
+    one.piece.to = two.piece.to = std::max(one.piece.to, two.piece.to);
+    (one.limit ? two : one) = one.limit ? one : two;
+    covers.pop_back();
+  }
+
   void cut(const BandPiece& piece, BandEnd& begin, BandEnd& end, const std::vector<BandBeside>& besides,
            StrandOutline& made) {
     std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
+    if (begin.crossing == end.crossing && piece.loop.isRing()) joinLimited(covers);
     for (const BandBeside& beside : besides) {
-      endBefore(beside.other, begin.crossing->overAt, covers[0].piece);
-      endBefore(beside.other, end.crossing->overAt, covers[1].piece);
+      endBefore(beside.other, begin.crossing->overAt, covers.front().piece);
+      endBefore(beside.other, end.crossing->overAt, covers.back().piece);
     }
     if (clipped(piece, covers, besides, made)) return;
     // Without what lies beside it, where that could not be followed.
@@ -375,7 +387,7 @@ class Outliner {
         const double move = piece.loop.spot(from).at.x - beside.own.loop.spot(beside.own.from).at.x;
         BandPiece other = beside.other;
         other.loop = other.loop.moved(move);
-        besides.push_back({{piece.loop, from, to}, other});
+        besides.push_back({{piece.loop, from, to}, other, beside.distance});
       }
     return besides;
   }

@@ -17,7 +17,7 @@ constexpr int kMostNodes = 12;        // of a way
 constexpr double kStep = 0.25;        // of the reach along a line that is followed
 constexpr double kApart = 0.6;        // of the reach between two places that are compared
 constexpr int kMostCompared = 24;     // places of a way
-constexpr double kMet = 0.1;          // of the reach: lines that come as near cross
+constexpr double kMet = 0.02;         // of the reach: lines that come as near cross
 constexpr int kEyeParts = 12;         // of lines that cross twice, between which their distance is measured
 constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
 constexpr int kRounds = 4;            // towards the nearest places of two lines
@@ -277,10 +277,10 @@ class TouchSearch {
     }
     const double least = lengthOf(b.spot(t).at - a.spot(s).at);
     if (least >= reach_ || isMet(a, s, b, t)) return;
-    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
+    BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
     for (const int sense : {-1, 1})
-      if (!walk(touch.first, s, touch.second, t, sense, touch.distance) ||
-          !walk(touch.second, t, touch.first, s, sense, touch.distance))
+      if (!walk(touch.first, s, touch.besideFirst, t, sense, touch.distance) ||
+          !walk(touch.second, t, touch.besideSecond, s, sense, touch.distance))
         return;
     if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
   }
@@ -299,28 +299,44 @@ class TouchSearch {
     return way < kOneBend * reach_;
   }
 
-  /// Goes on along a line until it is far from the other one; false where they meet before.
+  /// What was seen of two lines on the way along the first one.
+  struct Seen {
+    double s, low, high;  // the place on it, and those on the other one
+    double least;         // distance
+  };
+
+  /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
+  /// part of the gap before that; false where there is none.
   bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
     const BandLoop &a = one.loop, &b = two.loop;
     const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
     const bool first = side();
-    double way = 0;
+    Seen seen{s, t, t, least}, beforeGap = seen;
+    double way = 0, gap = 0;
     for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
       const BandLoop::Spot before = a.spot(s);
       s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
       const Vec at = a.spot(s).at;
       t = b.nearest(at, t);
-      if (side() != first || isMet(a, s, b, t)) return false;
+      if (side() != first || isMet(a, s, b, t)) {
+        if (gap == 0) return false;
+        seen = beforeGap;
+        break;
+      }
       const double gone = lengthOf(at - before.at);
       way += gone;
       const double apart = lengthOf(b.spot(t).at - at);
-      least = std::min(least, apart);
+      seen = {s, std::min(seen.low, t), std::max(seen.high, t), std::min(seen.least, apart)};
       far = apart < reach_ ? 0 : far + gone;
-      one.from = std::min(one.from, s);
-      one.to = std::max(one.to, s);
-      two.from = std::min(two.from, t);
-      two.to = std::max(two.to, t);
+      if (apart < std::max(reach_, gap)) continue;
+      gap = apart;
+      beforeGap = seen;
     }
+    one.from = std::min(one.from, seen.s);
+    one.to = std::max(one.to, seen.s);
+    two.from = std::min(two.from, seen.low);
+    two.to = std::max(two.to, seen.high);
+    least = seen.least;
     return true;
   }
 

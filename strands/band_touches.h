@@ -10,11 +10,13 @@
 
 namespace lorivan {
 
-/// Two stretches that lie side by side, nearer to each other than `reach` from their ends on.
+/// Two stretches that lie side by side, nearer to each other than `reach` from their ends on. Beside a bend
+/// of one line the other is not followed as far as it is for its own sake.
 struct BandTouch {
-  int one = 0, two = 0;     // numbers of the loops
-  BandPiece first, second;  // of both, moved to where they meet
-  double distance = 0;      // of the centre lines where they are nearest
+  int one = 0, two = 0;                 // numbers of the loops
+  BandPiece first, second;              // of both, moved to where they meet
+  BandPiece besideFirst, besideSecond;  // what each of them has beside it
+  double distance = 0;                  // of the centre lines where they are nearest
 };
 
 /// Two crossings of the same two lines that follow one another on both, with one and then the other above.

@@ -64,6 +64,31 @@ TEST(Mesh, CoarseDecimalsCloseUpWithoutHoles) {
   EXPECT_EQ(writeStl(scene, sink).error().kind, ErrorKind::output);
 }
 
+TEST(Mesh, QuadsWithThreeCornersInOneLineAreCutAlongTheOtherDiagonal) {
+  const SampleKnot knot = standardKnot(Shape::Hexagonal, 4, 3, {.polySides = 8, .polyPoints = 8});
+  const TubeMesh mesh(knot.model, 0.1 / 16);
+  int turned = 0;
+  for (const TubeMesh::Strand& strand : mesh.strands())
+    for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
+      mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        const auto corners = polygonCorners(face.cut);
+        if (corners.size() != 4) return;
+        const auto isFlat = [&](int i, int j, int k) {
+          const auto at = [&](int n) { return mesh.points()[face.corner[corners[n]]]; };
+          const auto way = [](MeshPoint from, MeshPoint to) {
+            return Vec3{static_cast<float>(to.x - from.x), static_cast<float>(to.y - from.y),
+                        static_cast<float>(to.z - from.z)};
+          };
+          const Vec3 a = way(at(i), at(j)), b = way(at(i), at(k));
+          return a.y * b.z == a.z * b.y && a.z * b.x == a.x * b.z && a.x * b.y == a.y * b.x;
+        };
+        const bool otherIsFlat = isFlat(1, 2, 3) || isFlat(1, 3, 0);
+        EXPECT_TRUE(otherIsFlat || !(isFlat(0, 1, 2) || isFlat(0, 2, 3)));
+        turned += face.cut == Cut::alongBD;
+      });
+  EXPECT_GT(turned, 10);
+}
+
 /// Thickness: how much volume the tube has of what its straight length should give.
 double fullness(const SampleKnot& knot, double length) {
   return stlFacts(knot).volume / (kPi * knot.model.radius * knot.model.radius * length);

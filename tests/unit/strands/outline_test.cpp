@@ -6,6 +6,7 @@
 #include "exact_picture.h"
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
+#include "strands/band_exits.h"
 #include "strands/band_touches.h"
 #include "strands/cut_room.h"
 #include "strands/untangle.h"
@@ -84,7 +85,10 @@ TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
 
 /// A knot, and a view and widths with which its bands take a share of the room between its crossings.
 struct Drawn {
-  Drawn(Shape shape, int x, int y, int order, double share) : knot(makeKnot(fieldsOf(shape, x, y))) {
+  /// With walls drawn from a seed, if it is not 0.
+  Drawn(Shape shape, int x, int y, int order, double share, std::uint64_t walls = 0)
+      : knot(makeKnot(fieldsOf(shape, x, y))) {
+    if (walls != 0) setWalls(seededRandom(walls));
     sampleStrands(*knot.store, order, samplesPerPoint(knot.fields.scale), knot.curve);
     fitView(view, *knot.graph);
     style.colours = strandColours(firstColourBoxes());
@@ -92,6 +96,12 @@ struct Drawn {
     style.width = std::max(1.F, static_cast<float>(std::floor(room * share / 2)));
     style.edge = std::max(1.F, std::floor(style.width * 0.4F));
     fitView(view, *knot.graph, knot.curve, style);
+  }
+  void setWalls(const Rnd& random) {
+    for (GridLine& line : knot.graph->Lines)
+      if (line.Kind == kOrdinary && random() < 0.15) line.Kind = kWall;
+    EXPECT_TRUE(collectPoints(*knot.graph));
+    knot.trace();
   }
   MadeKnot knot;
   GridView view;
@@ -169,6 +179,28 @@ TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
     }
 }
 
+TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
+  int plain = 0, others = 0;
+  for (const Shape shape : {Shape::SquareTriangle, Shape::Circular, Shape::Diamond1, Shape::Star})
+    for (const int order : {2, 3, 4}) {
+      const Drawn drawn(shape, 5, 4, order, 0.5);
+      std::vector<bool> ends[2];
+      for (const int large : {0, 1}) {
+        GridView view = drawn.view;
+        if (large == 1) view.width *= 40;
+        const double f = view.pixelFactor(), half = drawn.style.innerWidth() / 2 * f;
+        const auto loops = bandLoops(drawn.knot.curve, view);
+        const Seam seam;
+        const BandExits exits(loops, seam, half, drawn.style.outerWidth() / 2 * f, 0.016 * half);
+        for (const BandCrossing& crossing : exits.crossings())
+          for (const int direction : {-1, 1}) ends[large].push_back(exits.leave(crossing, direction).isPlain);
+      }
+      EXPECT_EQ(ends[0], ends[1]) << static_cast<int>(shape) << ' ' << order;
+      for (const bool isPlain : ends[0]) ++(isPlain ? plain : others);
+    }
+  EXPECT_GT(std::min(plain, others), 50);
+}
+
 TEST(BandOutlines, ACornerThatLiesOverABandCoversItWithBothLegs) {
   for (const double share : {0.2, 0.34}) {
     const Drawn drawn(Shape::Star, 4, 3, 2, share);
@@ -229,6 +261,15 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
   // Corners within crossings, and bands that go over one leg of a corner and under the other.
   EXPECT_EQ(wrongPixels(Drawn(Shape::Circular, 6, 4, 2, 0.396)), 0);
   EXPECT_EQ(wrongPixels(Drawn(Shape::SquareSquare, 7, 5, 2, 0.55)), 0);
+}
+
+TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
+  // In gaps next to crossings, round bends, in loops that lie over themselves and where lines nearly meet.
+  for (const std::uint64_t seed : {11, 16, 31}) {
+    const auto n = static_cast<int>(seed);
+    const Drawn drawn(static_cast<Shape>(n % 12), 3 + n % 2, 3, 2 + n % 5, 0.45 + 0.05 * (n % 3), seed);
+    EXPECT_EQ(wrongPixels(drawn), 0) << seed;
+  }
 }
 
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {

@@ -262,6 +262,22 @@ TEST(StrandSolver, MakesManyStrandsAndSaysWhatIsImpossible) {
   EXPECT_TRUE(tooLong.error().message.ends_with(" 3")) << tooLong.error().message;
 }
 
+TEST(StrandSolver, LoopsBetweenWallsMayTakeLinesThatAStrandMayNotPass) {
+  MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2));
+  const Rnd random = seededRandom(34);
+  const double share = 0.2 + 0.7 * random();
+  for (GridLine& line : knot.graph->Lines)
+    if (line.Kind == kOrdinary && random() < share) line.Kind = kWall;
+  ASSERT_TRUE(collectPoints(*knot.graph));
+  knot.trace();
+  const StrandRuns runs(*knot.graph);
+  const auto counts = runs.count(runs.walls());
+  ASSERT_GT(counts.wallLoops, 0);
+  const auto plan = planStrands(*knot.graph, {.strands = 1, .longest = 24});
+  ASSERT_TRUE(plan) << plan.error().message;
+  EXPECT_EQ(plan->strands, 1);
+}
+
 TEST(StrandSolver, FindsFewLinesForNumbersThatAreFarAway) {
   // A third more lines than the best that are known: searches that only stumble find nothing, or twice as
   // many.
