@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -23,11 +22,11 @@ constexpr float kUsualWidth = 9, kUsualBand = BandShares{}.band;
 constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
-/// To make a document's knot in, over and over: its tables are megabytes, which take longer to get than small
-/// knots take to be made.
-Knot& workingKnot() {
-  thread_local const auto knot = std::make_unique<Knot>();
-  return *knot;
+/// A document's knot, until the next one is made; nothing where there is none.
+const Knot* workingKnot(const Document& document) {
+  KnotStages& stages = workingStages();
+  if (!document.lines || !stages.trace(document)) return nullptr;
+  return &stages.knot();
 }
 
 /// A field's text for a number, to a tenth.
@@ -41,8 +40,8 @@ Document withBands(Document document, double outer, float edgeShare) {
   return document;
 }
 
-double zoomOf(const Document& document, const Knot& knot) {
-  return viewOf(knot, document.fields, knotStyle(document.fields, {}), kReferenceWidth, true).zoom;
+double zoomOf(const Document& document, const KnotBoxes& boxes) {
+  return viewOf(boxes, document.fields, knotStyle(document.fields, {}), kReferenceWidth).zoom;
 }
 
 /// A crossing as one of its strands comes to it.
@@ -178,15 +177,15 @@ Document fitBands(const Document& document, BandShares shares) {
   Document next = document;
   next.bands = shares;
   next.fields.check(Check::FitBands) = true;
-  Knot& knot = workingKnot();
-  if (!document.lines || !makeKnot(document, knot)) return next;
-  const auto distance = leastCrossingDistance(knot);
+  const Knot* const knot = workingKnot(document);
+  const auto distance = knot != nullptr ? leastCrossingDistance(*knot) : std::nullopt;
   if (!distance) return next;
-  const double width = fittingWidth(knot, *distance, shares.band);
+  const double width = fittingWidth(*knot, *distance, shares.band);
+  const KnotBoxes boxes = boxesOf(*knot);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
   for (int round = 0; round < kFitRounds; ++round) {
-    const double zoom = zoomOf(next, knot);
+    const double zoom = zoomOf(next, boxes);
     next = withBands(std::move(next), width / zoom, shares.edge);
   }
   return next;
@@ -206,12 +205,13 @@ BandShares sharesOfStyle(int style) {
 
 BandShares sharesOf(const Document& document) {
   BandShares shares = document.bands;
-  Knot& knot = workingKnot();
-  if (document.fields.check(Check::FitBands) || !document.lines || !makeKnot(document, knot)) return shares;
+  const Knot* const knot = document.fields.check(Check::FitBands) ? nullptr : workingKnot(document);
+  if (knot == nullptr) return shares;
   const double outer = knotStyle(document.fields, {}).outerWidth();
   shares.edge = document.fields.number(Param::Edge) / static_cast<float>(outer);
-  if (const auto distance = leastCrossingDistance(knot))
-    shares.band = std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, knot) / *distance));
+  if (const auto distance = leastCrossingDistance(*knot))
+    shares.band =
+        std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, boxesOf(*knot)) / *distance));
   return shares;
 }
 
