@@ -44,8 +44,10 @@ class BandClipper {
       if (cover.limit) addLimit(*cover.limit);
     }
     for (const BandBeside& beside : besides) {
-      const std::vector<LinePoint> points = pointsOf(beside.own);
-      covers_.push_back({CentreLine(pointsOf(beside.other)), isOwn(beside.other), {}, CentreLine(points)});
+      // A touch may be far longer than the part of the band that is clipped.
+      const std::vector<LinePoint> points = pointsOf(nearPart(beside.own));
+      const BandPiece other = nearPart(beside.other);
+      covers_.push_back({CentreLine(pointsOf(other)), isOwn(beside.other), {}, CentreLine(points)});
       addMiddle(points);
     }
   }
@@ -150,7 +152,7 @@ class BandClipper {
     return band_.from + band_.loop.wrapped(middle - band_.from) < band_.to;
   }
 
-  /// A covering piece without ends that are too far away to hide anything.
+  /// Another piece without ends that are too far away to hide anything.
   BandPiece nearPart(BandPiece cover) const {
     const auto isFar = [&](double from, double to) {
       return !line_.isNear(cover.loop.spot(from).at, cover.loop.spot(to).at, 1.1 * (half_ + clear_));

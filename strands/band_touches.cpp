@@ -48,7 +48,8 @@ class TouchSearch {
         passings_(passings),
         marks_(marks),
         seam_(seam),
-        reach_(reach) {}
+        reach_(reach),
+        lengths_(loops.size()) {}
 
   BandTouches find() {
     cutLoops();
@@ -228,26 +229,27 @@ class TouchSearch {
     Vec at, along;
     double place;
   };
-  std::vector<Place> placesOf(const Way& way, const BandLoop& loop) const {
+  void takePlaces(const Way& way, const BandLoop& loop, std::vector<Place>& places) const {
     const double length = lengthOf(way.b - way.a) + 2 * way.bulge;
     const int parts = std::clamp(static_cast<int>(length / (kApart * reach_)), 3, kMostCompared);
-    std::vector<Place> places;
+    places.clear();
     for (int i = 0; i <= parts; ++i) {
       const double place = way.from + (way.to - way.from) * i / parts;
       const BandLoop::Spot spot = loop.spot(place);
       places.push_back({spot.at, spot.along, place});
     }
-    return places;
   }
 
   /// Follows every pair of places that are nearer to each other than those beside them.
   void compare(const Way& a, const Way& b) {
     const BandLoop one = placed(a), two = placed(b);
-    const std::vector<Place> p = placesOf(a, one), q = placesOf(b, two);
-    const auto square = [&](std::size_t i, std::size_t k) {
-      const Vec way = q[k].at - p[i].at;
-      return dot(way, way);
-    };
+    std::vector<Place>&p = places_[0], &q = places_[1];
+    takePlaces(a, one, p);
+    takePlaces(b, two, q);
+    squares_.clear();
+    for (const Place& place : p)
+      for (const Place& other : q) squares_.push_back(dot(other.at - place.at, other.at - place.at));
+    const auto square = [&](std::size_t i, std::size_t k) { return squares_[i * q.size() + k]; };
     const double most = 1.5 * reach_ * reach_;
     for (std::size_t i = 0; i < p.size(); ++i)
       for (std::size_t k = 0; k < q.size(); ++k) {
@@ -273,47 +275,66 @@ class TouchSearch {
   void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
     for (int round = 0; round < kRounds; ++round) {
       t = b.nearest(a.spot(s).at, t);
-      s = a.nearest(b.spot(t).at, s);
+      const Vec there = b.spot(t).at;
+      s = a.nearest(there, s);
+      if (lengthOf(there - a.spot(s).at) < kMet * reach_) return;  // it never becomes more
     }
-    const double least = lengthOf(b.spot(t).at - a.spot(s).at);
-    if (least >= reach_ || isMet(a, s, b, t)) return;
+    const Vec here = a.spot(s).at, there = b.spot(t).at;
+    const double least = lengthOf(there - here);
+    if (least >= reach_ || isMet(numberA, a, s, here, b, t, there)) return;
+    if (isKnown({numberA, numberB, {a, s, s}, {b, t, t}, least})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
     for (const int sense : {-1, 1})
-      if (!walk(touch.first, s, touch.second, t, sense, touch.distance) ||
-          !walk(touch.second, t, touch.first, s, sense, touch.distance))
+      if (!walk(numberA, touch.first, s, touch.second, t, sense, touch.distance) ||
+          !walk(numberB, touch.second, t, touch.first, s, sense, touch.distance))
         return;
     if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
   }
 
   /// Whether two places are where lines cross, or lie on one bend.
-  bool isMet(const BandLoop& a, double s, const BandLoop& b, double t) const {
-    const Vec at = a.spot(s).at;
-    if (lengthOf(b.spot(t).at - at) < kMet * reach_) return true;
+  bool isMet(int numberA, const BandLoop& a, double s, Vec here, const BandLoop& b, double t,
+             Vec there) const {
+    if (lengthOf(there - here) < kMet * reach_) return true;
     const auto same = a.sameLine(b);
     if (!same) return false;
     const double apart = a.isRing() ? std::remainder(t - s, a.size()) : t + *same - s;
-    double way = 0;
     const int begin = static_cast<int>(std::floor(std::min(s, s + apart)));
     const int end = static_cast<int>(std::ceil(std::max(s, s + apart)));
-    for (int i = begin; i < end && way < kOneBend * reach_; ++i) way += lengthOf(a.point(i + 1) - a.point(i));
-    return way < kOneBend * reach_;
+    return wayTo(numberA, end) - wayTo(numberA, begin) < kOneBend * reach_;
+  }
+
+  /// How far it is along a loop's chords from its beginning to a sample, of any lap.
+  double wayTo(int number, int sample) const {
+    const BandLoop& loop = loops_[number];
+    std::vector<double>& ways = lengths_[number];
+    if (ways.empty()) {
+      ways.reserve(static_cast<std::size_t>(loop.size()) + 1);
+      ways.push_back(0);
+      for (int i = 0; i < loop.size(); ++i)
+        ways.push_back(ways.back() + lengthOf(loop.point(i + 1) - loop.point(i)));
+    }
+    const std::size_t within = loop.wrap(sample);
+    const int laps = (sample - static_cast<int>(within)) / loop.size();
+    return laps * ways.back() + ways[within];
   }
 
   /// Goes on along a line until it is far from the other one; false where they meet before.
-  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
+  bool walk(int number, BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
     const BandLoop &a = one.loop, &b = two.loop;
-    const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
+    BandLoop::Spot here = a.spot(s), there = b.spot(t);
+    const auto side = [&] { return cross(there.along, here.at - there.at) > 0; };
     const bool first = side();
     double way = 0;
     for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
-      const BandLoop::Spot before = a.spot(s);
-      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
-      const Vec at = a.spot(s).at;
-      t = b.nearest(at, t);
-      if (side() != first || isMet(a, s, b, t)) return false;
-      const double gone = lengthOf(at - before.at);
+      const Vec before = here.at;
+      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(here.along), 1e-9));
+      here = a.spot(s);
+      t = b.nearest(here.at, t);
+      there = b.spot(t);
+      if (side() != first || isMet(number, a, s, here.at, b, t, there.at)) return false;
+      const double gone = lengthOf(here.at - before);
       way += gone;
-      const double apart = lengthOf(b.spot(t).at - at);
+      const double apart = lengthOf(there.at - here.at);
       least = std::min(least, apart);
       far = apart < reach_ ? 0 : far + gone;
       one.from = std::min(one.from, s);
@@ -331,8 +352,10 @@ class TouchSearch {
     const double apart = p.loop.isRing() ? std::remainder(between, lap) : between;
     return std::fabs(apart) * 2 < p.to - p.from + q.to - q.from;
   }
-  bool isKnown(const BandTouch& touch) {
+  /// Whether a touch that is known overlaps another one. What begins within it will do so.
+  bool isKnown(const BandTouch& touch) const {
     return std::ranges::any_of(found_.touches, [&](const BandTouch& o) {
+      if (std::minmax(o.one, o.two) != std::minmax(touch.one, touch.two)) return false;
       return (meetAt(o.first, touch.first) && meetAt(o.second, touch.second)) ||
              (meetAt(o.first, touch.second) && meetAt(o.second, touch.first));
     });
@@ -344,10 +367,13 @@ class TouchSearch {
   std::span<const char> marks_;
   Seam seam_;
   double reach_;
+  mutable std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
   std::vector<Way> ways_;
   std::size_t copies_ = 0;                // the number of the first one beside the seam
   std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
   BoxCells cells_;
+  std::vector<Place> places_[2];  // of the ways that are compared
+  std::vector<double> squares_;   // of the distances between them
   int joints_ = 0;
   BandTouches found_;
 };
