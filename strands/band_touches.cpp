@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "strands/band_faces.h"
@@ -23,6 +24,9 @@ constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
 constexpr int kRounds = 4;            // towards the nearest places of two lines
 constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
 constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
+constexpr double kOblique = 0.1;      // of both: places that lie side by side
+constexpr double kSure = 0.6;         // of the reach: lines that have come as near surely cross
+constexpr double kPart = 8;           // places of a loop
 constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
 
 /// A part of a loop without a sharp turn between two joints, at most as long as from crossing to crossing.
@@ -49,7 +53,8 @@ class TouchSearch {
         marks_(marks),
         seam_(seam),
         reach_(reach),
-        lengths_(loops.size()) {}
+        lengths_(loops.size()),
+        followedAt_(loops.size()) {}
 
   BandTouches find() {
     cutLoops();
@@ -225,6 +230,12 @@ class TouchSearch {
     return way.turn != 0 ? loop.moved(way.turn * seam_.width) : loop;
   }
 
+  /// Two stretches that were followed side by side, `sense` below 0 where their places run against each
+  /// other.
+  struct Followed {
+    BandPiece first, second;
+    double sense;
+  };
   struct Place {
     Vec at, along;
     double place;
@@ -282,13 +293,27 @@ class TouchSearch {
     const Vec here = a.spot(s).at, there = b.spot(t).at;
     const double least = lengthOf(there - here);
     if (least >= reach_ || isMet(numberA, a, s, here, b, t, there)) return;
-    if (isKnown({numberA, numberB, {a, s, s}, {b, t, t}, least})) return;
+    if (wasFollowed(numberA, {a, s, s}, {b, t, t})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, least};
+    const double sameSense = dot(a.spot(s).along, b.spot(t).along) < 0 ? -1 : 1;
     for (const int sense : {-1, 1})
-      if (!walk(numberA, touch.first, s, touch.second, t, sense, touch.distance) ||
-          !walk(numberB, touch.second, t, touch.first, s, sense, touch.distance))
-        return;
-    if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
+      for (const bool isFirst : {true, false}) {
+        BandTouch part{numberA, numberB, {a, s, s}, {b, t, t}, least};
+        const bool leadsApart = isFirst ? walk(numberA, part.first, s, part.second, t, sense, touch.distance)
+                                        : walk(numberB, part.second, t, part.first, s, sense, touch.distance);
+        if (!leadsApart && isSure_) noteFollowed(part, sameSense);
+        if (!leadsApart) return;
+        extend(touch.first, part.first);
+        extend(touch.second, part.second);
+      }
+    if (isKnown(touch)) return;
+    noteFollowed(touch, sameSense);
+    found_.touches.push_back(std::move(touch));
+  }
+
+  static void extend(BandPiece& piece, const BandPiece& more) {
+    piece.from = std::min(piece.from, more.from);
+    piece.to = std::max(piece.to, more.to);
   }
 
   /// Whether two places are where lines cross, or lie on one bend.
@@ -325,18 +350,24 @@ class TouchSearch {
     const auto side = [&] { return cross(there.along, here.at - there.at) > 0; };
     const bool first = side();
     double way = 0;
+    bool hadRoom = false;
     for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
-      const Vec before = here.at;
+      const struct {
+        Vec at;
+        double apart;
+      } before{here.at, lengthOf(there.at - here.at)};
       s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(here.along), 1e-9));
       here = a.spot(s);
       t = b.nearest(here.at, t);
       there = b.spot(t);
-      if (side() != first || isMet(number, a, s, here.at, b, t, there.at)) return false;
-      const double gone = lengthOf(here.at - before);
-      way += gone;
       const double apart = lengthOf(there.at - here.at);
+      isSure_ = !hadRoom && std::max(apart, before.apart) < kSure * reach_;
+      if (side() != first || isMet(number, a, s, here.at, b, t, there.at)) return false;
+      const double gone = lengthOf(here.at - before.at);
+      way += gone;
       least = std::min(least, apart);
       far = apart < reach_ ? 0 : far + gone;
+      hadRoom |= far > 0;
       one.from = std::min(one.from, s);
       one.to = std::max(one.to, s);
       two.from = std::min(two.from, t);
@@ -345,14 +376,51 @@ class TouchSearch {
     return true;
   }
 
-  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+  /// From the middle of a piece of the same line to that of another one, in places.
+  static std::optional<double> between(const BandPiece& p, const BandPiece& q) {
     const auto same = p.loop.sameLine(q.loop);
-    if (!same) return false;
-    const double lap = p.loop.size(), between = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
-    const double apart = p.loop.isRing() ? std::remainder(between, lap) : between;
-    return std::fabs(apart) * 2 < p.to - p.from + q.to - q.from;
+    if (!same) return std::nullopt;
+    const double apart = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
+    return p.loop.isRing() ? std::remainder(apart, p.loop.size()) : apart;
   }
-  /// Whether a touch that is known overlaps another one. What begins within it will do so.
+  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+    const auto apart = between(p, q);
+    return apart && std::fabs(*apart) * 2 < p.to - p.from + q.to - q.from;
+  }
+  /// Remembers a touch, or which stretches were followed side by side to a crossing: what begins among them
+  /// leads there again.
+  void noteFollowed(const BandTouch& touch, double sense) {
+    const auto number = static_cast<std::uint32_t>(followed_.size());
+    followed_.push_back({touch.first, touch.second, sense});
+    for (const auto& [loop, piece] : {std::pair(touch.one, &touch.first), {touch.two, &touch.second}}) {
+      auto& parts = followedAt_[loop];
+      if (parts.empty()) parts.resize(static_cast<std::size_t>(loops_[loop].size() / kPart) + 1);
+      for (double place = piece->from;; place = std::min(place + kPart, piece->to)) {
+        std::vector<std::uint32_t>& part = parts[partOf(loop, place)];
+        if (part.empty() || part.back() != number) part.push_back(number);
+        if (place >= piece->to) break;
+      }
+    }
+  }
+  bool wasFollowed(int loop, const BandPiece& one, const BandPiece& two) const {
+    if (followedAt_[loop].empty()) return false;
+    return std::ranges::any_of(followedAt_[loop][partOf(loop, one.from)], [&](std::uint32_t number) {
+      return areBeside(followed_[number], one, two) || areBeside(followed_[number], two, one);
+    });
+  }
+  /// Whether two places lie side by side on two stretches.
+  static bool areBeside(const Followed& both, const BandPiece& a, const BandPiece& b) {
+    const auto one = between(both.first, a), two = between(both.second, b);
+    if (!one || !two) return false;
+    const double length = both.first.to - both.first.from, other = both.second.to - both.second.from;
+    return std::fabs(*one) * 2 < length && std::fabs(*two) * 2 < other &&
+           std::fabs(*one * other - *two * length * both.sense) < kOblique * length * other;
+  }
+  std::size_t partOf(int loop, double place) const {
+    const BandLoop& whole = loops_[loop];
+    return static_cast<std::size_t>(whole.wrapped(place) / kPart);
+  }
+  /// Whether a touch that is known overlaps another one.
   bool isKnown(const BandTouch& touch) const {
     return std::ranges::any_of(found_.touches, [&](const BandTouch& o) {
       if (std::minmax(o.one, o.two) != std::minmax(touch.one, touch.two)) return false;
@@ -368,6 +436,10 @@ class TouchSearch {
   Seam seam_;
   double reach_;
   mutable std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
+  mutable bool isSure_ =
+      false;  // whether other steps on the walk that failed last would have led there as well
+  std::vector<Followed> followed_;
+  std::vector<std::vector<std::vector<std::uint32_t>>> followedAt_;  // numbers, by loops and parts of them
   std::vector<Way> ways_;
   std::size_t copies_ = 0;                // the number of the first one beside the seam
   std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
