@@ -123,7 +123,8 @@ class BandClipper {
     for (int step = 0; step < kMiddleSteps; ++step) {
       const double missing = covers_.back().line.distance(p.at + out * way, kFarBeside * clear_) - way - edge;
       if (std::fabs(missing) < tolerance_ / 50) break;
-      way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+      const double next = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+      if (std::exchange(way, next) == next) break;
     }
     if (way < kPastSide * half_)
       border.push_back({p.at + out * way, p.along});
