@@ -1,6 +1,7 @@
 #include "strands/band_clip.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "strands/centre_line.h"
@@ -200,29 +201,43 @@ class BandClipper {
     if (cover < 0 || line_.isNear(from.at, to.at, half_)) lines_.push_back({from, to, curves_, cover});
   }
 
-  void cutAll() {
-    // In the order in which they begin across, or upright where there is more room, so that only lines that
-    // lie side by side are compared.
-    struct Span {
-      double begin, end, low, high;
-      std::size_t line;
-    };
-    thread_local std::vector<Span> spans;
-    spans.clear();
+  /// A line's box, a little too large, turned so that there is most room across.
+  struct Span {
+    float begin, end, low, high;
+    std::uint32_t line;
+  };
+
+  void takeSpans(std::vector<Span>& spans) const {
     LineBox all{points_.front().at, points_.front().at};
     for (const Border& line : lines_) all.add(line.from.at);
     const bool isUpright = all.high.y - all.low.y > all.high.x - all.low.x;
+    const auto below = [](double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); };
+    spans.clear();
     for (std::size_t i = 0; i < lines_.size(); ++i) {
       const auto turned = [&](Vec p) { return isUpright ? Vec{p.y, p.x} : p; };
       const Vec a = turned(lines_[i].from.at), b = turned(lines_[i].to.at);
-      spans.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y), i});
+      spans.push_back({below(std::min(a.x, b.x)), -below(-std::max(a.x, b.x)), below(std::min(a.y, b.y)),
+                       -below(-std::max(a.y, b.y)), static_cast<std::uint32_t>(i)});
     }
     std::ranges::sort(spans, {}, &Span::begin);
+  }
+
+  /// In the order in which lines begin only those that lie side by side are compared.
+  void cutAll() {
+    thread_local std::vector<Span> spans;
+    thread_local std::vector<std::uint32_t> near;
+    takeSpans(spans);
+    near.resize(spans.size());
     for (std::size_t i = 0; i < spans.size(); ++i) {
       const Span one = spans[i];
-      for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k)
-        if (spans[k].low <= one.high && one.low <= spans[k].high)
-          cutBoth(std::min(one.line, spans[k].line), std::max(one.line, spans[k].line));
+      std::size_t count = 0;
+      // Which of them are beside it cannot be foretold.
+      for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k) {
+        near[count] = spans[k].line;
+        count += (spans[k].low <= one.high) & (one.low <= spans[k].high) ? 1 : 0;
+      }
+      for (std::size_t k = 0; k < count; ++k)
+        cutBoth(std::min(one.line, near[k]), std::max(one.line, near[k]));
     }
     std::ranges::sort(
         cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });
