@@ -7,18 +7,22 @@
 namespace lorivan {
 namespace {
 
+// Digits that a column holds: the side panel has long labels, and with the widest of the usual fonts a small
+// window is still to fit an 800 x 600 screen.
+constexpr double kSideDigits = 1.7, kStripDigits = 1.63;
+
 /// Distances in device pixels, and the two sizes that give way: the width of a column and the height of a
 /// line.
 struct Measures {
-  int margin;    // around the parts of the window
-  int between;   // between groups
-  int sideGap;   // between the groups of the side panel, wider where there is room
-  int padding;   // inside a group's frame
-  int gap;       // between neighbouring controls
-  int title;     // of a group
-  int column;    // width of one column of a panel
-  int line;      // height of one line of controls, the gap below it included
-  int lineMost;  // the largest comfortable line
+  int margin;                      // around the parts of the window
+  int between;                     // between groups
+  int sideGap;                     // between the groups of the side panel, wider where there is room
+  int padding;                     // inside a group's frame
+  int gap;                         // between neighbouring controls
+  int title;                       // of a group
+  double sideColumn, stripColumn;  // widths of one column of the panels
+  int line;                        // height of one line of controls, the gap below it included
+  int lineMost;                    // the largest comfortable line
 };
 
 Measures measuresOf(const LayoutMetrics& metrics) {
@@ -29,7 +33,8 @@ Measures measuresOf(const LayoutMetrics& metrics) {
           .padding = scaled(6),
           .gap = std::max(2, scaled(2)),
           .title = metrics.lineHeight + scaled(2),
-          .column = std::max(scaled(11), static_cast<int>(std::lround(metrics.digitWidth * 1.75))),
+          .sideColumn = std::max<double>(scaled(11), metrics.digitWidth * kSideDigits),
+          .stripColumn = std::max<double>(scaled(11), metrics.digitWidth * kStripDigits),
           .line = metrics.lineHeight + std::max(6, scaled(6)),
           .lineMost = metrics.lineHeight + scaled(14)};
 }
@@ -184,11 +189,14 @@ class Placer {
   FormLayout layout_;
 };
 
+int leastWidth(const Panel& panel, double columns, const Measures& m) {
+  return panel.heights.empty() ? 0 : static_cast<int>(std::lround(columns)) + 2 * m.padding;
+}
 int leastSideWidth(const Panels& panels, const Measures& m) {
-  return panels.side.heights.empty() ? 0 : kSideColumns * m.column + 2 * m.padding;
+  return leastWidth(panels.side, kSideColumns * m.sideColumn, m);
 }
 int leastStripWidth(const Panels& panels, const Measures& m) {
-  return panels.strip.heights.empty() ? 0 : kStripColumns * m.column + 2 * m.padding;
+  return leastWidth(panels.strip, kStripColumns * m.stripColumn, m);
 }
 
 /// Width of the side panel: what a picture of the given width leaves, as far as the strip can spare it.

@@ -324,7 +324,7 @@ Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
 
 }  // namespace
 
-bool isWithinReach(PointF p) { return (std::fabs(p.x) < kFarthest) & (std::fabs(p.y) < kFarthest); }
+bool isWithinReach(PointF p) { return std::fabs(p.x) < kFarthest && std::fabs(p.y) < kFarthest; }
 
 bool PathFiller::add(std::span<const std::vector<PointF>> contours, Colour colour) {
   if (!std::ranges::all_of(contours, isDrawable)) return false;

@@ -38,19 +38,6 @@ std::string folderOfProgram() {
 #endif
 }
 
-/// Whether an X server answers at $DISPLAY. Asked beforehand, because Qt ends the program when none does.
-bool displayAnswers() {
-  QLibrary library(QStringLiteral("xcb"), 1);
-  const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(library.resolve("xcb_connect"));
-  const auto hasError = reinterpret_cast<int (*)(void*)>(library.resolve("xcb_connection_has_error"));
-  const auto disconnect = reinterpret_cast<void (*)(void*)>(library.resolve("xcb_disconnect"));
-  if (!connect || !hasError || !disconnect) return true;
-  void* const connection = connect(nullptr, nullptr);
-  const bool answers = hasError(connection) == 0;
-  disconnect(connection);
-  return answers;
-}
-
 /// Freed memory stays with the program, up to 64 megabytes: tables of knots take some of these, and to get
 /// them from the system again for every knot takes longer than to fill them.
 void keepFreedMemory() {
@@ -67,6 +54,32 @@ Result<std::unique_ptr<Surface>> asSurface(Result<std::unique_ptr<Made>> made) {
 }
 
 }  // namespace
+
+/// A connection to the X server at $DISPLAY: asked for beforehand, because Qt ends the program when none
+/// answers. `answers` is true, too, where there is nothing to ask with.
+class XConnection {
+ public:
+  XConnection() {
+    QLibrary library(QStringLiteral("xcb"), 1);
+    const auto connect = reinterpret_cast<void* (*)(const char*, int*)>(library.resolve("xcb_connect"));
+    const auto hasError = reinterpret_cast<int (*)(void*)>(library.resolve("xcb_connection_has_error"));
+    disconnect_ = reinterpret_cast<void (*)(void*)>(library.resolve("xcb_disconnect"));
+    if (!connect || !hasError || !disconnect_) return;
+    connection_ = connect(nullptr, nullptr);
+    answers_ = hasError(connection_) == 0;
+  }
+  ~XConnection() {
+    if (connection_) disconnect_(connection_);
+  }
+  XConnection(const XConnection&) = delete;
+  XConnection& operator=(const XConnection&) = delete;
+  bool answers() const { return answers_; }
+
+ private:
+  void (*disconnect_)(void*) = nullptr;
+  void* connection_ = nullptr;
+  bool answers_ = true;
+};
 
 PlatformQt::PlatformQt(std::string settingsPath)
     : settings_(std::make_unique<FileSettings>(std::move(settingsPath))),
@@ -117,7 +130,8 @@ Status PlatformQt::canOpenWindow() const {
     return {};
   if (qEnvironmentVariableIsEmpty("DISPLAY"))
     return unwritable("a window needs a desktop: neither DISPLAY nor WAYLAND_DISPLAY is set");
-  if (!displayAnswers())
+  if (!display_) display_ = std::make_unique<XConnection>();
+  if (!display_->answers())
     return unwritable("a window needs a desktop: no display answers at DISPLAY={1}",
                       toUtf8(qEnvironmentVariable("DISPLAY")));
   return {};
@@ -133,6 +147,7 @@ Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec,
     application_ = std::make_unique<QApplication>(count, arguments);
     QApplication::setApplicationName(QStringLiteral("Lorivan"));
     QApplication::setQuitOnLastWindowClosed(false);
+    display_.reset();
     applyLook(*application_);
     nameRoles();
     // The texts of Qt's own dialogs, where they are installed.

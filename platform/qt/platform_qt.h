@@ -12,6 +12,8 @@ class QTranslator;
 
 namespace lorivan {
 
+class XConnection;
+
 class PlatformQt final : public Platform {
  public:
   /// `settingsPath` is the settings file.
@@ -37,6 +39,9 @@ class PlatformQt final : public Platform {
   Result<std::unique_ptr<Window>> createWindow(const WindowSpec& spec, const WindowEvents& events) override;
 
  private:
+  // Held until the application has its own: a server without a desktop starts anew when nobody is left, and
+  // turns down whoever comes just then.
+  mutable std::unique_ptr<XConnection> display_;
   std::unique_ptr<QApplication> application_;
   std::unique_ptr<QTranslator> dialogTexts_;
   std::string language_;

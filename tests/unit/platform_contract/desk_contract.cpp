@@ -104,22 +104,20 @@ TEST_F(DeskContract, CommandsChangeTheirTextsAndComeAndGo) {
 
 TEST_F(DeskContract, TheFrameTakesASizeWithinTheScreen) {
   const WindowPlace screen = window_->screen();
-  window_->resizeTo(screen.width - 20, screen.height - 40);
-  told();
-  const WindowPlace before = window_->place();  // large enough that it can shrink, whatever the font
-  window_->resizeTo(before.width - 10, before.height - 20);
-  told();
-  EXPECT_EQ(window_->place().width, before.width - 10);
-  EXPECT_EQ(window_->place().height, before.height - 20);
-  window_->moveTo(screen.left + screen.width - 100, screen.top + 50);
-  window_->resizeTo(before.width - 20, before.height);
-  told();
-  const WindowPlace inside = window_->place();
-  EXPECT_EQ(inside.width, before.width - 20);
-  EXPECT_LE(inside.left + inside.width, screen.left + screen.width);
   window_->resizeTo(1, 1);
   told();
-  EXPECT_GT(window_->place().width, 400) << "no smaller than its contents";
+  const WindowPlace least = window_->place();
+  EXPECT_GT(least.width, 400) << "no smaller than its contents";
+  window_->resizeTo(least.width + 8, least.height + 20);
+  told();
+  EXPECT_EQ(window_->place().width, least.width + 8);
+  EXPECT_EQ(window_->place().height, least.height + 20);
+  window_->moveTo(screen.left + screen.width - 100, screen.top + 50);
+  window_->resizeTo(least.width + 4, least.height);
+  told();
+  const WindowPlace inside = window_->place();
+  EXPECT_EQ(inside.width, least.width + 4);
+  EXPECT_LE(inside.left + inside.width, screen.left + screen.width);
   window_->resizeTo(99999, 99999);
   told();
   EXPECT_LE(window_->place().width, screen.width);

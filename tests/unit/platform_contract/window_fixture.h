@@ -1,6 +1,7 @@
 // An open window with the program's own form, for the tests that all back ends share.
 #pragma once
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -62,7 +63,8 @@ class WindowFixture : public testing::Test {
     window_->select(kList, 0);
     window_->show();
     user_ = makeUser(*window_);
-    EXPECT_EQ(told().front(), "started");
+    const Told beginning = told();  // a small screen may have changed its size
+    EXPECT_NE(std::ranges::find(beginning, "started"), beginning.end());
     user_->focus(kButton);
     told();
   }
