@@ -37,7 +37,7 @@ inline double roundHalfEven(double x) {
 template <class Int>
 Int roundTo(double x) {
   constexpr Int least = std::numeric_limits<Int>::min(), most = std::numeric_limits<Int>::max();
-  if (x > static_cast<double>(least) && x < static_cast<double>(most))
+  if (x >= static_cast<double>(least) && x < static_cast<double>(most))
     return static_cast<Int>(nearestWhole(x));
   if (std::isnan(x)) return 0;
   return x < 0 ? least : most;

@@ -83,7 +83,11 @@ bool KnotMaker::mustBuild() const {
 }
 
 int KnotMaker::build(Document& document, const Rnd& random) {
-  if (!ownShape_ && !mustBuild()) return kDone;
+  if (!ownShape_ && !mustBuild()) {
+    if (std::ranges::any_of(values_, [](const auto& value) { return changesRoom(value.first); }))
+      document = fitAgain(document);
+    return kDone;
+  }
   if (!ownShape_ && document.fields.shape == Shape::Custom)
     return report_.fail(wrongUsage(line_.knotFile + " holds a custom grid, which no field can build again"));
   AutoGridReport filled;

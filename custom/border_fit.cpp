@@ -363,26 +363,35 @@ std::vector<bool> BorderFit::nodesAtFault(const std::vector<PointI>& at, bool wh
 /// while two arms of the mesh overlap.
 void BorderFit::markBorderCrossings(const MeshBorder& border, const std::vector<PointI>& at,
                                     std::vector<bool>& bad) const {
+  struct Side {
+    int from, to;
+    Spot a, b;
+    double left() const { return std::min(a.x, b.x); }
+  };
   const auto spot = [&](int n) {
     const PointI p = at[n];
     return Spot{static_cast<double>(p.x), static_cast<double>(p.y)};
   };
+  std::vector<Side> sides;
+  sides.reserve(border_.size());
+  for (const BorderNode& b : border_) {
+    const int to = border.after[b.node];
+    sides.push_back({b.node, to, spot(b.node), spot(to)});
+  }
+  std::ranges::sort(sides, {}, &Side::left);
   const auto apart = [&](Spot a, Spot b, Spot c, Spot d) {  // whether c and d lie on one side of a-b
     const double p = cross(b - a, c - a), q = cross(b - a, d - a);
     return (p > 0 && q > 0) || (p < 0 && q < 0);
   };
-  for (std::size_t i = 0; i < border_.size(); ++i)
-    for (std::size_t j = i + 1; j < border_.size(); ++j) {
-      const int a = border_[i].node, b = border.after[a];
-      const int c = border_[j].node, d = border.after[c];
-      if (a == d || b == c) continue;
-      const Spot pa = spot(a), pb = spot(b), pc = spot(c), pd = spot(d);
-      if (std::max(pa.x, pb.x) < std::min(pc.x, pd.x) || std::max(pc.x, pd.x) < std::min(pa.x, pb.x) ||
-          std::max(pa.y, pb.y) < std::min(pc.y, pd.y) || std::max(pc.y, pd.y) < std::min(pa.y, pb.y) ||
-          apart(pa, pb, pc, pd) || apart(pc, pd, pa, pb))
-        continue;
-      for (const int node : {a, b, c, d}) bad[node] = true;
-    }
+  for (auto one = sides.begin(); one != sides.end(); ++one) {
+    const double right = std::max(one->a.x, one->b.x), low = std::min(one->a.y, one->b.y),
+                 high = std::max(one->a.y, one->b.y);
+    for (auto other = one + 1; other != sides.end() && other->left() <= right; ++other)
+      if (std::max(other->a.y, other->b.y) >= low && std::min(other->a.y, other->b.y) <= high &&
+          one->from != other->to && one->to != other->from && !apart(one->a, one->b, other->a, other->b) &&
+          !apart(other->a, other->b, one->a, one->b))
+        for (const int node : {one->from, one->to, other->from, other->to}) bad[node] = true;
+  }
 }
 
 /// Rounds to whole units. Nodes of cells that are not well shaped go back towards the lattice by steps; a

@@ -62,11 +62,13 @@ bool Outline::contains(Spot p) const {
 
 std::vector<int> Outline::sidesNear(Spot p, double reach) const {
   std::vector<int> near;
-  for (std::size_t i = 0; i < sides_.size(); ++i)
-    if (std::min(sides_[i].a.x, sides_[i].b.x) <= p.x + reach &&
-        std::max(sides_[i].a.x, sides_[i].b.x) >= p.x - reach &&
-        distance(p, nearestOn(p, sides_[i].a, sides_[i].b)) <= reach)
+  for (std::size_t i = 0; i < sides_.size(); ++i) {
+    const auto& [a, b] = sides_[i];
+    if (std::min(a.x, b.x) <= p.x + reach && std::max(a.x, b.x) >= p.x - reach &&
+        std::min(a.y, b.y) <= p.y + reach && std::max(a.y, b.y) >= p.y - reach &&
+        distance(p, nearestOn(p, a, b)) <= reach)
       near.push_back(static_cast<int>(i));
+  }
   return near;
 }
 
@@ -87,7 +89,10 @@ int Outline::nearestSide(Spot p) const {
   int best = 0;
   double least = std::numeric_limits<double>::max();
   for (std::size_t i = 0; i < sides_.size(); ++i) {
-    const Spot away = nearestOn(p, sides_[i].a, sides_[i].b) - p;
+    const auto& [a, b] = sides_[i];
+    const double over = std::max(std::min(a.y, b.y) - p.y, p.y - std::max(a.y, b.y));
+    if (over > 0 && over * over >= least) continue;
+    const Spot away = nearestOn(p, a, b) - p;
     if (dot(away, away) >= least) continue;
     least = dot(away, away);
     best = static_cast<int>(i);

@@ -12,6 +12,7 @@ namespace lorivan {
 namespace {
 
 constexpr double kMargin = 0.06, kCaption = 0.13, kCapitals = 0.055;  // parts of a picture's width
+constexpr double kLeastCapitals = 0.033;                              // smaller ones are hard to read
 constexpr double kSheetShape = std::numbers::sqrt2;                   // width to height
 constexpr double kCaptionShare = 0.94;                                // of its width, for a long one
 constexpr int kLayoutRounds = 3;
@@ -118,9 +119,10 @@ void drawSheetCaption(Surface& sheet, const SheetLayout& layout, int place, cons
                       Colour ground) {
   const PointI corner = layout.corner(place);
   const double room = layout.pictureWidth;
-  const double width = letteringWidth(caption);
+  const std::string shown = shortenedTo(caption, kCaptionShare / kLeastCapitals);
+  const double width = letteringWidth(shown);
   const double capitals = std::min(kCapitals * room, width > 0 ? kCaptionShare * room / width : room);
-  drawLettering(sheet, caption,
+  drawLettering(sheet, shown,
                 {static_cast<float>(corner.x + (room - capitals * width) / 2),
                  static_cast<float>(corner.y + layout.pictureHeight + (layout.caption + capitals) / 2)},
                 capitals, inkOn(ground));

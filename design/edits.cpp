@@ -114,6 +114,8 @@ bool makesGrid(Param p) {
   return followUp == FollowUp::newGrid || followUp == FollowUp::newGridOnly || followUp == FollowUp::scale;
 }
 
+bool changesRoom(Param p) { return makesGrid(p) || parameterSpec(p).followUp == FollowUp::style; }
+
 Document withField(const Document& document, Param p, const std::string& text) {
   Document next = document;
   next.fields.text(p) = correctedText(p, text);
@@ -124,7 +126,7 @@ Document withField(const Document& document, Param p, const std::string& text) {
 
 Result<Document> changeField(const Document& document, Param p, const std::string& text) {
   const Document next = withField(document, p, text);
-  if (!makesGrid(p) || document.fields.shape == Shape::Custom) return next;
+  if (!makesGrid(p) || document.fields.shape == Shape::Custom) return changesRoom(p) ? fitAgain(next) : next;
   const auto made = withNewGrid(next, nullptr);
   return made ? fitAgain(withKindsOf(document, *made)) : made;
 }
@@ -148,7 +150,7 @@ std::string checkStep(Check c, bool on) {
 Document withFitPicture(const Document& document, bool on) {
   Document next = document;
   next.fields.fitPicture = on;
-  return next;
+  return fitAgain(next);  // a width is one of the picture, which shows the cells in another size
 }
 
 Document withFittedStyle(const Document& document, int style) {
@@ -204,7 +206,7 @@ Document withKind(const Document& document, const std::vector<int>& lines, std::
     for (const int image : orbits.of(line)) setKind(changed[image], kind);
   Document next = document;
   next.lines = Shared(std::move(changed));
-  return next;
+  return fitAgain(next);
 }
 
 Result<Document> withStrands(const Document& document, std::optional<int> strands, const Symmetry& symmetry) {
@@ -223,7 +225,7 @@ Result<Document> withStrands(const Document& document, std::optional<int> strand
   }
   Document next = document;
   next.lines = Shared(std::move(changed));
-  return next;
+  return fitAgain(next);
 }
 
 Document withOutline(const Document& document, CustomShape shape) {

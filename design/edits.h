@@ -15,9 +15,12 @@ namespace lorivan {
 
 /// Whether the field is one that grids are made from.
 bool makesGrid(Param p);
+/// Whether bands have more or less room when the field changes: their cells, or their way through them.
+bool changesRoom(Param p);
 
 /// A field gets a text, corrected as the field corrects it; nothing else follows, but that bands whose width
-/// or edge is given no longer fit by themselves.
+/// or edge is given no longer fit by themselves. All other steps here that change the bands' room fit them
+/// again.
 Document withField(const Document& document, Param p, const std::string& text);
 
 /// The same, and the grid is built anew where the field makes grids. Walls stay with their cells, see

@@ -44,7 +44,8 @@ struct Letter {
 };
 
 // What the window's languages have beside these.
-constexpr auto kFurther = std::to_array<Letter>({{"ä", "@2g4e2c0e 4g4c 1i 3i"},
+constexpr auto kFurther = std::to_array<Letter>({{"…", "0c 2c 4c"},
+                                                 {"ä", "@2g4e2c0e 4g4c 1i 3i"},
                                                  {"ö", "@2g4e2c0e 1i 3i"},
                                                  {"ü", "0g0e ~0e2c4e 4g4c 1i 3i"},
                                                  {"ß", "0c0h ~0h1i3h2g1f ~1f3f4d3c1c"},
@@ -125,6 +126,18 @@ double letteringWidth(std::string_view text) {
   double width = 0;
   while (!text.empty()) width += widthOf(takeCharacter(text)) + kGap;
   return std::max(0.0, width - kGap) / kCapitals;
+}
+
+std::string shortenedTo(std::string_view text, double width) {
+  if (letteringWidth(text) <= width) return std::string(text);
+  std::string kept;
+  while (!text.empty()) {
+    const std::string longer = kept + std::string(takeCharacter(text));
+    if (letteringWidth(longer + "…") > width) break;
+    kept = longer;
+  }
+  while (kept.ends_with(' ')) kept.pop_back();
+  return kept + "…";
 }
 
 void drawLettering(Surface& surface, std::string_view text, PointF baseline, double capitalHeight,

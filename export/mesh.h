@@ -109,8 +109,8 @@ class TubeMesh {
   TubeMesh(const TubeModel& model, double scale);
 
   const std::vector<MeshPoint>& points() const { return points_; }
-  /// Gives them away; what follows of them is then unknown.
-  std::vector<MeshPoint> takePoints() { return std::move(points_); }
+  /// Gives them away: points() is empty from then on.
+  std::vector<MeshPoint> takePoints() { return std::exchange(points_, {}); }
   const std::vector<Strand>& strands() const { return strands_; }
   std::size_t ringCount() const { return rings_.size(); }
 

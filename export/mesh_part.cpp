@@ -43,11 +43,12 @@ class Numbering {
 /// Of a strand whose points all have places of their own: they keep their order.
 void addAll(TubeMesh& mesh, const TubeMesh::Strand& strand, MeshPart& part) {
   const std::uint32_t first = mesh.firstPoint(strand), count = mesh.pointCount(strand);
-  const auto from = mesh.points().begin() + first;
-  if (count == mesh.points().size())
+  if (count == mesh.points().size()) {
     part.points = mesh.takePoints();
-  else
-    part.points.assign(from, from + count);
+  } else {
+    const auto points = std::span(mesh.points()).subspan(first, count);
+    part.points.assign(points.begin(), points.end());
+  }
   for (std::size_t ring = 0; ring < strand.ringCount; ++ring)
     mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
       const auto [a, b, c, d] = face.corner;

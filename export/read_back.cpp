@@ -1,6 +1,7 @@
 #include "export/read_back.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <span>
@@ -84,6 +85,7 @@ class BinaryStlReader final : public MeshReader {
         const std::uint32_t number = little32(at + 12 + 12 * i + 4 * axis);
         const auto x = std::bit_cast<float>(number);
         *axes[axis] = static_cast<std::int32_t>(number);
+        if (!std::isfinite(x)) gatherer_.facts.damaged = true;
         low_[axis] = std::min(low_[axis], x);
         high_[axis] = std::max(high_[axis], x);
       }

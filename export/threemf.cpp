@@ -17,7 +17,9 @@ namespace lorivan {
 namespace {
 
 constexpr std::string_view kModelName = "3D/3dmodel.model";
-constexpr std::string_view kThumbnailName = "Metadata/thumbnail.png";
+/// Readers find it through its relationship. Some take every PNG with "thumbnail" in its name for a texture
+/// of the model, and fall over it.
+constexpr std::string_view kThumbnailName = "Metadata/preview.png";
 constexpr std::string_view kSourceName = "Metadata/knot.txt";
 constexpr std::string_view kPackage = "http://schemas.openxmlformats.org/package/2006/";
 constexpr std::string_view kCore = "http://schemas.microsoft.com/3dmanufacturing/";

@@ -44,6 +44,10 @@ class DxfPairs {
     return std::optional<DxfPair>({static_cast<int>(*number), trimmed(*value), line_});
   }
 
+  int lineNumber() const { return line_; }
+  /// Not so where the text was cut off, perhaps inside a number.
+  bool lastLineEnds() const { return text_.ends_with('\n'); }
+
  private:
   std::optional<std::string_view> line() {
     if (at_ >= text_.size()) return {};
@@ -176,6 +180,8 @@ class DxfReader {
       if (const Status taken = takePair(**pair); !taken) return taken.error();
       if (kept_ > kMostKept) return at((*pair)->line, tr("the drawing has too many entities"));
     }
+    if (inEntities_ && entity_.kind != "EOF" && !pairs_.lastLineEnds())
+      return at(pairs_.lineNumber(), tr("the file ends in the middle of it"));
     endEntity();
     endSection();
     if (!sections_) return unreadable("line 1: it is no DXF drawing");

@@ -15,11 +15,10 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostUses = 16;                      // nested
-constexpr std::size_t kMostVisits = 500'000;       // elements looked at, those of uses each time
-constexpr std::size_t kBytesOfVisit = 500;         // of attributes: longer elements count as several
-constexpr std::size_t kMostRuleLooks = 5'000'000;  // for parts of style rules
-constexpr double kPageShare = 0.999;               // of the page that a background covers
+constexpr int kMostUses = 16;                 // nested
+constexpr std::size_t kMostVisits = 500'000;  // elements looked at, those of uses each time
+constexpr std::size_t kBytesOfVisit = 500;    // of attributes: longer elements count as several
+constexpr double kPageShare = 0.999;          // of the page that a background covers
 
 /// How what lies in a view box is laid into a place of this size; in its own units where there is none.
 Affine viewOf(const XmlElement& element, double width, double height) {
@@ -59,6 +58,7 @@ class SvgReader {
     if (plainSvgName(root.name) != "svg") return unreadable("line 1: it is no SVG drawing");
     takePage(root);
     if (const Status drawn = children(root, {}, sheet_.styleOf(root, {}), 0); !drawn) return drawn.error();
+    if (const Status held = rulesHeld(root); !held) return held.error();
     if (texts_) drawing_.notes.push_back(tr("texts were left out: turn them into paths first"));
     if (pictures_) drawing_.notes.push_back(tr("pictures in it were left out"));
     return std::move(drawing_);
@@ -99,8 +99,11 @@ class SvgReader {
     for (const auto& [key, value] : element.attributes) bytes += key.size() + value.size() + kMarks;
     visits_ += 1 + bytes / kBytesOfVisit;
     if (visits_ > kMostVisits) return at(element, tr("the drawing uses too many elements"));
-    if (sheet_.looks() > kMostRuleLooks) return at(element, tr("too many style rules for so many elements"));
-    return {};
+    return rulesHeld(element);
+  }
+
+  Status rulesHeld(const XmlElement& element) const {
+    return sheet_.tooMany() ? Status(at(element, tr("too many style rules for so many elements"))) : Status();
   }
 
   Status children(const XmlElement& element, const Affine& place, const SvgStyle& style, int uses) {
@@ -235,7 +238,7 @@ class SvgReader {
   Drawing drawing_;
   ChainPen pen_;
   std::map<std::string, int> byId_;
-  SvgStyleSheet sheet_;
+  SvgStyleSheet sheet_{tree_};
   std::array<double, 4> page_{};  // left, top, width, height
   std::size_t visits_ = 0;
   bool texts_ = false, pictures_ = false;

@@ -8,7 +8,7 @@ namespace lorivan {
 namespace {
 
 constexpr std::size_t kMostRules = 10'000;
-constexpr std::size_t kMostParts = 16;  // of a selector
+constexpr std::size_t kMostParts = 16;  // of a selector, in each of its steps, and as many steps
 constexpr std::size_t kMostNames = 64;  // of an element, by which rules may call it
 constexpr std::string_view kSpace = " \t\r\n\f";
 
@@ -125,18 +125,55 @@ void SvgStyleSheet::add(std::string_view sheet) {
 }
 
 void SvgStyleSheet::addRule(std::string_view selector, Rule rule) {
-  if (selector.empty() || selector.find_first_of(" \t\r\n\f>+~:[]()") != std::string_view::npos ||
-      count_ >= kMostRules)
+  if (selector.empty() || selector.find_first_of("+~:[]()") != std::string_view::npos || count_ >= kMostRules)
     return;
   rule.order = count_++;
   while (!selector.empty()) {
-    if (rule.parts.size() == kMostParts) return;
-    const std::size_t end = std::min(selector.find_first_of(".#", 1), selector.size());
-    rule.parts.emplace_back(selector.substr(0, end));
-    rule.weight += selector[0] == '#' ? 10'000 : selector[0] == '.' ? 100 : selector[0] == '*' ? 0 : 1;
-    selector.remove_prefix(end);
+    Compound step;
+    if (selector[0] == '>') {
+      step.child = true;
+      selector = stripped(selector.substr(1));
+    }
+    const std::size_t end = std::min(selector.find_first_of(" \t\r\n\f>"), selector.size());
+    if (end == 0 || rule.way.size() == kMostParts || (step.child && rule.way.empty())) return;
+    std::string_view left = selector.substr(0, end);
+    while (!left.empty()) {
+      if (step.parts.size() == kMostParts) return;
+      const std::size_t length = std::min(left.find_first_of(".#", 1), left.size());
+      step.parts.emplace_back(left.substr(0, length));
+      rule.weight += left[0] == '#' ? 1'000'000 : left[0] == '.' ? 1000 : left[0] == '*' ? 0 : 1;
+      left.remove_prefix(length);
+    }
+    rule.way.push_back(std::move(step));
+    selector = stripped(selector.substr(end));
   }
-  rules_[rule.parts.back()].push_back(std::move(rule));
+  rules_[rule.way.back().parts.back()].push_back(std::move(rule));
+}
+
+bool SvgStyleSheet::fits(const Compound& compound, const std::vector<std::string>& names) {
+  looks_ += compound.parts.size();
+  return std::ranges::all_of(
+      compound.parts, [&](const std::string& part) { return std::ranges::find(names, part) != names.end(); });
+}
+
+/// Whether what the element lies in fits all steps of the rule but the last.
+bool SvgStyleSheet::fitsAround(const Rule& rule, const XmlElement& element) {
+  const std::size_t steps = rule.way.size() - 1;
+  if (steps == 0) return true;
+  std::vector<const XmlElement*> outer;
+  for (int i = element.parent; i >= 0; i = tree_.elements[i].parent) outer.push_back(&tree_.elements[i]);
+  // From the root on: which steps the last element can be the end of, and which any so far.
+  std::vector<bool> last(steps), any(steps);
+  for (auto at = outer.rbegin(); at != outer.rend() && !tooMany(); ++at) {
+    const std::vector<std::string> names = namesOf(**at);
+    looks_ += names.size();
+    std::vector<bool> now(steps);
+    for (std::size_t k = 0; k < steps; ++k)
+      now[k] = (k == 0 || (rule.way[k].child ? last : any)[k - 1]) && fits(rule.way[k], names);
+    for (std::size_t k = 0; k < steps; ++k) any[k] = any[k] || now[k];
+    last = now;
+  }
+  return (rule.way.back().child ? last : any)[steps - 1];
 }
 
 std::vector<const SvgStyleSheet::Rule*> SvgStyleSheet::rulesFor(const XmlElement& element) {
@@ -146,13 +183,8 @@ std::vector<const SvgStyleSheet::Rule*> SvgStyleSheet::rulesFor(const XmlElement
   for (const std::string& name : names) {
     const auto found = rules_.find(name);
     if (found == rules_.end()) continue;
-    for (const Rule& rule : found->second) {
-      looks_ += rule.parts.size();
-      if (std::ranges::all_of(rule.parts, [&](const std::string& part) {
-            return std::ranges::find(names, part) != names.end();
-          }))
-        fitting.push_back(&rule);
-    }
+    for (const Rule& rule : found->second)
+      if (!tooMany() && fits(rule.way.back(), names) && fitsAround(rule, element)) fitting.push_back(&rule);
   }
   std::ranges::sort(fitting, {}, [](const Rule* rule) { return std::pair(rule->weight, rule->order); });
   return fitting;

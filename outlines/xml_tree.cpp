@@ -153,7 +153,10 @@ class XmlReader {
     if (!whole && !startsWith(">")) return fail(tr("the element {1} is not ended", quoted(element.name)));
     at_ += whole ? 2 : 1;
     const int place = static_cast<int>(tree_.elements.size());
-    if (!open_.empty()) tree_.elements[open_.back()].children.push_back(place);
+    if (!open_.empty()) {
+      element.parent = open_.back();
+      tree_.elements[element.parent].children.push_back(place);
+    }
     tree_.elements.push_back(std::move(element));
     if (!whole) open_.push_back(place);
   }

@@ -19,6 +19,7 @@ struct XmlElement {
   int line = 1;      // that it begins in
   std::vector<std::pair<std::string, std::string>> attributes;
   std::vector<int> children;  // places in the tree's list
+  int parent = -1;            // of the root
   std::string text;           // of elements "style", CDATA sections included; that of others is passed over
 
   /// Null when there is none of this name.

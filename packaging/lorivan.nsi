@@ -19,6 +19,7 @@ OutFile "${OUTPUT}"
 !define CLASSES "Software\Classes"
 !define RUNNING 3
 !define FAILED 2
+!define TRIAL ".lorivan-trial"
 InstallDir "$LOCALAPPDATA\Programs\Lorivan"
 InstallDirRegKey HKCU "${UNINSTALL}" "InstallLocation"
 
@@ -146,11 +147,33 @@ FunctionEnd
   StrCpy ${out} "$0 $1"
 !macroend
 
+; Everything once beside an older version, before that goes: where there is no room, or no right to write, it stays.
+!macro DropTrial
+  SetOutPath "$TEMP"
+  RMDir /r "$INSTDIR\${TRIAL}"
+!macroend
+
+; The files themselves could not be written, and the section was left.
+Function .onInstFailed
+  !insertmacro DropTrial
+FunctionEnd
+
 Section "Lorivan" Main
   SectionIn RO
   ${If} $Old != ""
     StrCpy $R0 $Old
     Call RefuseWhileRunning
+    !insertmacro DropTrial
+    ClearErrors
+    SetOutPath "$INSTDIR\${TRIAL}"
+    File /r "${TREE}/*"
+    WriteUninstaller "$INSTDIR\${TRIAL}\uninstall.exe"
+    ${If} ${Errors}
+      !insertmacro DropTrial
+      RMDir "$INSTDIR"
+      !insertmacro Fail "$(NotWritten)"
+    ${EndIf}
+    !insertmacro DropTrial
     ; With "_?" it stays where it is, and can be waited for.
     ClearErrors
     ExecWait '"$Old\uninstall.exe" /S /UPGRADE _?=$Old' $0

@@ -5,6 +5,14 @@
 #include "base/texts.h"
 
 namespace lorivan {
+namespace {
+
+/// "knot.", but not "..".
+bool endsWithPoint(std::string_view path) {
+  return path.ends_with('.') && fileNameOf(path).find_first_not_of('.') != std::string_view::npos;
+}
+
+}  // namespace
 
 /// The program's own folder, or the user's documents where no file can be made in that.
 std::string FileChooser::firstFolder() const {
@@ -37,6 +45,13 @@ std::string FileChooser::ask(const FileQuestion& question, bool save, bool bare)
   dialog.more = question.others;
   dialog.initialName = startName(question.proposed.empty() ? pattern : question.proposed);
   std::string path = window_.chooseFile(dialog);
+  // Dialogs take the point of "knot." for an extension. Another file's name goes back to them: they ask.
+  while (save && endsWithPoint(path)) {
+    path = path.substr(0, path.find_last_not_of('.') + 1) + '.' + question.extension;
+    if (!fileExists(path)) break;
+    dialog.initialName = path;
+    path = window_.chooseFile(dialog);
+  }
   if (lowerCase(fileNameOf(path)) == pattern) return {};
   rememberFolder(path);
   return path;

@@ -198,7 +198,8 @@ void Handlers::mnuFileSave3D_Click() {
   const Status written = writeModel(*format, model, path, note);
   window.setBusy(false);
   if (written) {
-    tellSaved(path, trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));
+    const bool body = bench_.saveOptions.solid && format->takesSolid;  // whose polygons are others
+    tellSaved(path, body ? std::string() : trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));
     if (!note.empty()) bench_.statusToo(note);
     return;
   }

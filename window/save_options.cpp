@@ -1,6 +1,8 @@
 #include "window/save_options.h"
 
+#include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/numbers.h"
 #include "base/texts.h"
@@ -18,7 +20,8 @@ struct Choice {
   bool OutputOptions::*flag = nullptr;
 };
 
-constexpr std::array<Choice, 7> kChoices = {{
+/// In the order in which the settings keep them: new ones at the end.
+constexpr std::array<Choice, 9> kChoices = {{
     {"&Width of the knot in millimetres", &OutputOptions::millimetres},
     {"&Height of the knot in millimetres", &OutputOptions::height},
     {"&Pixels across, for pictures", nullptr, &OutputOptions::width},
@@ -27,7 +30,14 @@ constexpr std::array<Choice, 7> kChoices = {{
     {"Centre &lines alone (SVG, PDF, flat DXF)", nullptr, nullptr, &OutputOptions::lines},
     {"Page or origin at the knot's &corner (SVG, PDF, flat DXF)", nullptr, nullptr,
      &OutputOptions::cornerOrigin},
+    {"Width of the c&ut in millimetres", &OutputOptions::kerf},
+    {"&Fuse the strands to one body (STL, OBJ, 3MF, GLB)", nullptr, nullptr, &OutputOptions::solid},
 }};
+
+/// In the order of the dialog's lines.
+constexpr std::array<const Choice*, kChoices.size()> kShown = {&kChoices[0], &kChoices[1], &kChoices[2],
+                                                               &kChoices[3], &kChoices[4], &kChoices[7],
+                                                               &kChoices[5], &kChoices[6], &kChoices[8]};
 
 bool isBox(const Choice& choice) { return choice.flag != nullptr; }
 
@@ -53,21 +63,32 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
     return pixels.has_value();
   }
   const auto length = parseTyped(text);
+  if (choice.length == &OutputOptions::kerf && length == 0.0) return true;
   const bool good = length && *length >= kLeastMillimetres && *length <= kMostMillimetres;
   if (good) options.*choice.length = *length;
   return good;
 }
 
-/// The first entry that is no such number.
+WrongLine wrongAt(std::optional<double> OutputOptions::*length, std::string why) {
+  const auto place = std::ranges::find(kShown, length, &Choice::length);
+  return {static_cast<std::size_t>(place - kShown.begin()), std::move(why)};
+}
+
+/// The first entry that is no such number, or does not go with what is checked.
 std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
   OutputOptions options;
-  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i) {
+  for (std::size_t i = 0; i < kShown.size() && i < lines.size(); ++i) {
     const std::string& text = lines[i].text;
-    if (lines[i].isBox || take(kChoices[i], text, options)) continue;
-    return WrongLine{i, kChoices[i].pixels != nullptr
+    if (lines[i].isBox || take(*kShown[i], text, options)) continue;
+    return WrongLine{i, kShown[i]->pixels != nullptr
                             ? tr("{1} is no whole number from 1 to {2}.", quoted(text), kLongestSide)
                             : tr("{1} is no length from 0.01 to 100000 millimetres.", quoted(text))};
   }
+  options = optionsOf(lines);
+  if (options.kerf && !options.outline)
+    return wrongAt(&OutputOptions::kerf, tr("Only outlines make up for a cut: check them, too."));
+  if (options.solid && options.height)
+    return wrongAt(&OutputOptions::height, tr("A fused body takes the width, not the height."));
   return std::nullopt;
 }
 
@@ -78,19 +99,18 @@ OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
                           tr("For every file that is saved from now on. What is left empty is as usual."),
                           {},
                           wrongEntry};
-  for (const Choice& choice : kChoices) {
-    const std::string text = textOf(choice, options);
-    dialog.lines.push_back(
-        {translated(choice.label), isBox(choice), isBox(choice) ? std::string() : text, text == "1"});
-    if (!isBox(choice)) dialog.lines.back().on = false;
+  for (const Choice* choice : kShown) {
+    const std::string text = textOf(*choice, options);
+    const bool box = isBox(*choice);
+    dialog.lines.push_back({translated(choice->label), box, box ? std::string() : text, box && text == "1"});
   }
   return dialog;
 }
 
 OutputOptions optionsOf(const std::vector<OptionLine>& lines) {
   OutputOptions options;
-  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i)
-    take(kChoices[i], lines[i].isBox ? (lines[i].on ? "1" : "0") : lines[i].text, options);
+  for (std::size_t i = 0; i < kShown.size() && i < lines.size(); ++i)
+    take(*kShown[i], lines[i].isBox ? (lines[i].on ? "1" : "0") : lines[i].text, options);
   return options;
 }
 

@@ -16,7 +16,7 @@ OptionDialogSpec saveOptionsDialog(const OutputOptions& options);
 /// What the dialog's lines say.
 OutputOptions optionsOf(const std::vector<OptionLine>& lines);
 
-/// "120,,2000,1,0,0,0"; empty while nothing is chosen. Whatever cannot be read is not chosen.
+/// "120,,2000,1,1,0,0,0.15,0"; empty while nothing is chosen. Whatever cannot be read is not chosen.
 std::string saveOptionsText(const OutputOptions& options);
 OutputOptions readSaveOptions(std::string_view text);
 

@@ -35,7 +35,10 @@ void Session::endRun() {
 
 void Session::begin(const std::string& name, Document next, const std::string& path) {
   if (next == document() && path == this->path()) return;
-  const auto origin = std::make_shared<Origin>(Origin{path, next, extensionOf(path) == kKnotFileExtension});
+  // What was changed and saved nowhere stays so in a knot that goes on from it.
+  const bool unsaved = path.empty() && modified();
+  const auto origin = std::make_shared<Origin>(
+      Origin{path, unsaved ? history_.now().origin->basis : next, extensionOf(path) == kKnotFileExtension});
   std::erase_if(origins_, [](const auto& other) { return other.expired(); });
   origins_.push_back(origin);
   history_.add(name, {std::move(next), origin, onSheet_});

@@ -47,7 +47,8 @@ class Session {
   void setOnSheet(bool on) { onSheet_ = on; }
   /// One step of the user's. `run`: see History::add.
   void step(const std::string& name, Document next, std::string_view run = {});
-  /// The step leads to another knot that came from a file, or, without a path, from nowhere.
+  /// The step leads to another knot that came from a file, or, without a path, from nowhere: then changes
+  /// that were not saved before are not saved yet.
   void begin(const std::string& name, Document next, const std::string& path = {});
   /// The next step joins none before it, and what the run led to is kept aside.
   void endRun();

@@ -1,5 +1,5 @@
 // AutoGrids of outlines with as many lines as a shape holds: a smooth one, one of spikes, one that crosses
-// itself all over.
+// itself all over, a spiral that lies beside itself.
 #include <cmath>
 
 #include "copy_ratio.h"
@@ -8,11 +8,23 @@
 namespace lorivan {
 namespace {
 
-enum Sort { kSmooth, kSpikes, kScribble };
+enum Sort { kSmooth, kSpikes, kScribble, kSpiral };
+
+/// Eight turns outwards and back again beside them.
+void addSpiral(CustomShape& shape) {
+  const int half = kMostShapeLines / 2;
+  for (int i = 0; i < 2 * half; ++i) {
+    const double way = static_cast<double>(i < half ? i : 2 * half - 1 - i) / half;
+    const double angle = 16 * 3.141592653589793 * way, radius = 18 + 150 * way + (i < half ? -5.6 : 5.6);
+    shape.addPoint(static_cast<float>(250 + radius * std::cos(angle)),
+                   static_cast<float>(200 + radius * std::sin(angle)));
+  }
+}
 
 CustomShape outlineOf(Sort sort) {
   CustomShape shape;
-  for (int i = 0; i < kMostShapeLines; ++i) {
+  if (sort == kSpiral) addSpiral(shape);
+  for (int i = 0; i < kMostShapeLines && sort != kSpiral; ++i) {
     const double turn = 2 * 3.141592653589793 * i / kMostShapeLines;
     const double radius = sort == kSpikes   ? 60 + 80 * (i % 2)
                           : sort == kSmooth ? 110 + 30 * std::sin(9 * turn)
@@ -31,13 +43,17 @@ void autoGrid(benchmark::State& state) {
   KnotGraph graph;
   const CopyRatio ratio(state);
   for (auto _ : state) {
-    if (const auto made = AutoGrid(graph, shape, GridView(), {26, state.range(1) != 0}); !made)
+    if (const auto made =
+            AutoGrid(graph, shape, GridView(), {state.range(0) == kSpiral ? 40 : 26, state.range(1) != 0});
+        !made)
       benchmark::DoNotOptimize(made.error().message.data());
     benchmark::DoNotOptimize(graph.Lines.data());
   }
   state.SetLabel(std::to_string(graph.LastLine + 1) + " lines");
 }
-BENCHMARK(autoGrid)->ArgsProduct({{kSmooth, kSpikes, kScribble}, {0, 1}})->Unit(benchmark::kMillisecond);
+BENCHMARK(autoGrid)
+    ->ArgsProduct({{kSmooth, kSpikes, kScribble, kSpiral}, {0, 1}})
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace lorivan

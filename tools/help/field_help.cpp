@@ -47,8 +47,8 @@ constexpr auto kFields = std::to_array<FieldHelp>({
     {"2d", "chkShowCrossings", "Marks on every line of the grid the place where strands cross, wherever "
      "the grid is shown."},
 
-    {"2d", "chkFitBands", "Makes the bands as wide as the grid has room for, and again for every new grid, until "
-     "you type a width or an edge. Random, the styles and AutoGrid check it.", "0 1"},
+    {"2d", "chkFitBands", "Makes the bands as wide as the grid has room for, and again whenever that room changes, as with "
+     "another grid, walls, Smooth or Swish, until you type a width or an edge. Random, the styles and AutoGrid check it.", "0 1"},
 
     {"random", "chkConstantShape", "With this box checked the Random button keeps your shape and draws only the "
      "other values."},

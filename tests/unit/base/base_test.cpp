@@ -25,6 +25,9 @@ TEST(Numbers, RoundHalvesToEvenAndStopAtTheRange) {
       {std::nan(""), 0}};
   // clang-format on
   for (const auto& [x, expected] : cases) EXPECT_EQ(toInt16(x), expected) << x;
+  for (const auto& [x, expected] :
+       {std::pair{0.0, 0}, {-0.0, 0}, {-3.0, 0}, {0.5, 0}, {254.5, 254}, {300.0, 255}})
+    EXPECT_EQ(roundTo<std::uint8_t>(x), expected) << x;
   // What the processor does by itself, on both sides of every power of two and of halves.
   for (int power = -3; power < 64; ++power)
     for (const double base : {std::ldexp(1, power), std::ldexp(1, power) + 0.5, std::ldexp(3, power) - 0.5})

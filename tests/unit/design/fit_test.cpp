@@ -58,6 +58,31 @@ TEST(Fit, FollowsGridsUntilAWidthIsTyped) {
             finer.fields.text(Param::Width));
 }
 
+TEST(Fit, FollowsWhateverChangesTheRoom) {
+  const Document fitted = fitBands(gridOf(Shape::SquareSquare, "3", "3", "30"));
+  std::vector<int> inner;
+  for (int i = 0; const KnotLine& line : *fitted.lines) {
+    if (std::max(std::abs(line.MidX), std::abs(line.MidY)) < 45) inner.push_back(i);
+    ++i;
+  }
+  Document own = fitted;  // the same lines as a shape of one's own
+  own.fields.shape = Shape::Custom;
+  const std::pair<const char*, Result<Document>> changes[] = {
+      {"Smooth", changeField(fitted, Param::Smooth, "6")},
+      {"Swish", changeField(fitted, Param::Swish, "40")},
+      {"Stretch", changeField(own, Param::Skew, "0.4")},
+      {"picture", withFitPicture(fitted, true)},
+      {"walls", withKind(fitted, inner, kWall, {})},
+      {"strands", withStrands(withKind(fitted, inner, kWall, {}), 1, {})}};
+  for (const auto& [what, changed] : changes) {
+    ASSERT_TRUE(changed) << what;
+    EXPECT_NE(changed->fields.text(Param::Width), fitted.fields.text(Param::Width)) << what;
+    EXPECT_EQ(fitAgain(*changed).fields.text(Param::Width), changed->fields.text(Param::Width)) << what;
+  }
+  const Document typed = *changeField(fitted, Param::Width, "3");
+  EXPECT_EQ(changeField(typed, Param::Smooth, "6")->fields.text(Param::Width), "3");
+}
+
 TEST(Fit, StylesKeepTheirCharacter) {
   const Document grid = gridOf(Shape::Hexagonal, "4", "4", "25");
   const auto width = [&](const char* style) {

@@ -7,10 +7,13 @@
 #include "base/bytes.h"
 #include "base/checksum.h"
 #include "design/animated_png.h"
+#include "design/contact_sheet.h"
 #include "design/edits.h"
+#include "design/lettering.h"
 #include "design/printing.h"
 #include "design/shape_pictures.h"
 #include "platform/none/none_platform.h"
+#include "platform/none/recording_surface.h"
 
 namespace lorivan {
 namespace {
@@ -131,6 +134,32 @@ TEST(ShapePictures, EveryShapeHasOneOfItsOwnThatCanBeSeen) {
     EXPECT_GT(rows, picture.height / 2) << different.size();
     EXPECT_TRUE(different.insert({picture.cover.begin(), picture.cover.end()}).second);
   }
+}
+
+TEST(Sheet, CaptionsStayUnderTheirPictureAndAreLegible) {
+  const SheetLayout layout = sheetLayout(2, 2, 600);
+  for (const std::size_t length : {1U, 20U, 35U, 60U, 400U}) {
+    RecordingSurface sheet(layout.width, layout.height);
+    sheet.clear(0xFFFFFF);
+    drawSheetCaption(sheet, layout, 1, std::string(length, 'n'), 0xFFFFFF);
+    const int left = layout.corner(1).x, right = left + layout.pictureWidth;
+    int strokes = 0;
+    float low = 1e9F, high = 0;
+    for (const DrawCall& call : sheet.calls())
+      for (const PointF& at : call.points) {
+        ++strokes;
+        EXPECT_TRUE(at.x >= static_cast<float>(left) && at.x <= static_cast<float>(right)) << length;
+        low = std::min(low, at.y);
+        high = std::max(high, at.y);
+      }
+    EXPECT_GT(strokes, 0);
+    EXPECT_GT(high - low, 5) << length << " letters of " << layout.pictureWidth << " pixels";
+  }
+  const double room = letteringWidth("Columns 3…");
+  EXPECT_EQ(shortenedTo("Columns 3, Rows 5", room), "Columns 3…");
+  EXPECT_EQ(shortenedTo("Columns 3, Rows 5", letteringWidth("Columns …")), "Columns…");
+  EXPECT_EQ(shortenedTo("Größe 5", letteringWidth("Größ…")), "Größ…");
+  EXPECT_EQ(shortenedTo("Columns 3", letteringWidth("Columns 3")), "Columns 3");
 }
 
 }  // namespace

@@ -1,11 +1,14 @@
 // Writes files of all model formats, and outlines for machines, into a folder, for the readers that
 // tools/check_exports runs.
+#include <cstdint>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "base/sink.h"
 #include "export/cut_dxf.h"
 #include "export/formats.h"
+#include "export/grey_png.h"
 #include "model3d/solid_body.h"
 #include "strands/pdf_surface.h"
 #include "unit/export/sample_knots.h"
@@ -46,6 +49,9 @@ bool writeSample(const Sample& sample, const ExportFormat& format, std::string_v
   const auto body = form == "body" ? fuse(knot.model, {.cells = 3}) : Result<SolidBody>(SolidBody());
   if (!body) return false;
   if (form == "body") scene.solid = &body->mesh;
+  const std::vector<std::uint16_t> levels(16 * 16, 30000);
+  const std::string picture = greyPng({16, 16, levels});
+  scene.thumbnail = picture;
   MemorySink sink;
   const Status written = format.write(scene, sink);
   if (!written) std::fprintf(stderr, "%s: %s\n", sample.name, written.error().message.c_str());

@@ -84,6 +84,13 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
       {svg("<style>#i{fill:none} .b{fill:red} path{fill:red} .d{fill:none} .c{fill:red}</style>"
            "<path id='i' class='b' d='M0 0h1'/><path class='c d' d='M0 0h2'/>"),
        "0,0 1,0 0,0 2,0 0,0 z"},  // the more exact rule, of equal ones the last
+      {svg("<style>g .a, #o>g > path.b{fill:none} svg path{fill:red} g>.d .e > path{fill:none} > p{} p "
+           ">{}</style>"
+           "<path class='a' d='M0 0h1'/><g id='o'><g><g><path class='a' d='M0 0h2'/></g>"
+           "<path class='b' d='M0 0h3'/><g><path class='b' d='M0 0h4'/></g></g></g>"
+           "<g><g class='d'><g class='e'><g class='d'><g class='e'><path d='M0 0h5'/></g></g><g>"
+           "<path d='M0 0h6'/></g></g></g></g>"),
+       "0,0 1,0 0,0 z 0,0 2,0 0,0 3,0 0,0 4,0 0,0 z 0,0 5,0 0,0 6,0 0,0 z"},
       {svg("<style><![CDATA[line{visibility:hidden}#l{visibility:visible}]]></style>"
            "<line x2='1'/><g visibility='hidden'><line id='l' x2='2'/></g>"),
        "0,0 2,0"},
@@ -165,6 +172,9 @@ TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
        "too many elements"},
       {svg("<style>" + repeated("g.c.c.c.c.c.c.c.c{fill:red}", 9000) + "</style>" +
            repeated("<path class='c'/>", 100)),
+       "too many style rules"},
+      {svg("<style>" + repeated("* * * * * * * * path{fill:red}", 9000) + "</style>" + repeated("<g>", 150) +
+           "<path/>" + repeated("</g>", 150)),
        "too many style rules"},
       {path("10 10"), "line 3: a path cannot be read at \"10 10\""},
       {path("L1 1"), "line 3: a path does not begin with M"},
@@ -248,6 +258,8 @@ TEST(Dxf, EntitiesAreReadAsHandComputed) {
       readDxfOutline("0\nSECTION\n2\nENTITIES\n0\nPOLYLINE\n0\nVERTEX\n10\n1\n0\nVERTEX\n10\n2\n");
   EXPECT_EQ(endsOf(cut), "1,0 2,0");
   EXPECT_EQ(cut->notes.size(), 1U);
+  for (const char* end : {"ENDSEC", "EOF"})
+    EXPECT_TRUE(readDxfOutline(std::string("0\nSECTION\n2\nENTITIES\n0\nLINE\n11\n12\n0\n") + end));
   EXPECT_EQ(readDxfOutline(dxf("0 POLYLINE 0 VERTEX 10 1 0 VERTEX 10 2"))->notes, cut->notes);
   EXPECT_EQ(endsOf(readDxfOutline("0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n0\nENDSEC\n" + dxf("0 LINE 11 1"))),
             "0,0 1,0")
@@ -270,6 +282,8 @@ TEST(Dxf, DamagedFilesAreRefusedWithTheirLine) {
       {std::string("Binary DXF\r\n\x1a\0\0", 15), "binary DXF"},
       {"0\nSECTION\nx\nENTITIES\n", "line 3: \"x\" is no group code"},
       {"0\nSECTION\n2", "line 3: the file ends before a value"},
+      {"0\nSECTION\n2\nENTITIES\n0\nLINE\n11\n12", "line 8: the file ends in the middle of it"},
+      {"0\nSECTION\n2\nENTITIES\n0\nENDS", "line 6: the file ends in the middle"},
       {dxf("0 LINE 10 abc"), "line 8: \"abc\" is not a number"},
       {dxf("0 LINE 10 1e40"), "line 8: \"1e40\" is not a number in range"},
   };

@@ -156,6 +156,28 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   EXPECT_EQ(bench().saveOptions, OutputOptions{.millimetres = 60});
   lines[2].text = "0";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 2U);
+  lines[2].text = "";
+  lines[5].text = "0.15";
+  EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 5U) << "only outlines have a cut";
+  lines[4].on = lines[8].on = true;
+  EXPECT_EQ(optionsOf(lines),
+            (OutputOptions{.millimetres = 60, .solid = true, .outline = true, .kerf = 0.15}));
+  EXPECT_EQ(readSaveOptions(saveOptionsText(optionsOf(lines))), optionsOf(lines));
+  EXPECT_EQ(readSaveOptions("60,,,0,1,0,1").kerf, std::nullopt) << "kept by a version without cuts";
+  platform.dialogs.answerOptions(lines);
+  pick("mnuFileSaveOptions");
+  pickFile("mnuFileSaveBMP", folder.file("cut.svg"));
+  bench().saveOptions.kerf.reset();
+  pickFile("mnuFileSaveBMP", folder.file("uncut.svg"));
+  EXPECT_NE(Folder::contents(folder.file("cut.svg")), Folder::contents(folder.file("uncut.svg")));
+  pickFile("mnuFileSave3D", folder.file("body.3mf"));
+  EXPECT_NE(w->status().find(" piece"), std::string::npos) << w->status();
+  bench().saveOptions.solid = false;
+  pickFile("mnuFileSave3D", folder.file("tubes.3mf"));
+  EXPECT_NE(Folder::contents(folder.file("body.3mf")).size(),
+            Folder::contents(folder.file("tubes.3mf")).size());
+  lines[1].text = "30";
+  EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 1U) << "bodies have a width";
   bench().saveOptions = {};
   pickFile("mnuFileSaveBMP", folder.file("plain.svg"));
   EXPECT_NE(Folder::contents(folder.file("plain.svg")), svg);

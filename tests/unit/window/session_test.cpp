@@ -107,6 +107,11 @@ TEST_F(OpenFileTest, SavingKeepsToTheOpenFile) {
   EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + path);
   pickFile("mnuFileSaveAs", folder.file("other.qzd"));
   EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + folder.file("other.qzd"));
+  pickFile("mnuFileSaveAs", folder.file("a."));
+  EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + folder.file("a.qzd"));
+  platform.dialogs.answerFile(folder.file("a."));  // the dialog asks whether to replace the other file
+  pickFile("mnuFileSaveAs", "");
+  EXPECT_EQ(lastAsked().initial, folder.file("a.qzd"));
   platform.dialogs.answerFile(folder.file("missing/knot.qzd"));
   platform.dialogs.answerMessage();
   pick("mnuFileSaveAs");
@@ -115,6 +120,29 @@ TEST_F(OpenFileTest, SavingKeepsToTheOpenFile) {
   pickFile("mnuFileSaveAs", folder.file("missing/*.QZD"));
   click("cmdRandknot");
   EXPECT_EQ(w->title(), "Lorivan - V3.44k ") << "another knot is not in that file";
+}
+
+TEST_F(OpenFileTest, ChangesThatAreInNoFileStayMarkedInTheNextKnot) {
+  const std::string path = folder.write("knot.qzd", "20,1\r\n25,3,2,12,11\r\n");
+  start({path, false, {}});
+  for (const bool changed : {false, true}) {
+    if (changed) enter(Param::Swish, "14");
+    const std::vector<std::function<void()>> ways = {
+        [&] { choose(Shape::Circular); }, [&] { click("cmdNewGrid"); }, [&] { click("cmdRandknot"); }};
+    for (const auto& goOn : ways) {
+      goOn();
+      EXPECT_TRUE(starred() == changed && w->title().find(path) == std::string::npos) << w->title();
+    }
+    while (w->title().find(path) == std::string::npos) pick("mnuEditUndoStep");
+    EXPECT_EQ(starred(), changed);
+  }
+  choose(Shape::Circular);
+  platform.dialogs.answerFile(path);
+  platform.dialogs.answerSave(SaveAnswer::cancel);
+  pick("mnuFileLoad");
+  EXPECT_EQ(text(Param::Swish), "14");
+  pickFile("mnuFileSaveAs", folder.file("other.qzd"));
+  EXPECT_FALSE(starred());
 }
 
 TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {

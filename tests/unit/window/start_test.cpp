@@ -64,7 +64,7 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
       "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "
-      "SaveOptions=120,,2000,1,0,0,1 Language=en");
+      "SaveOptions=120,,2000,1,1,0,1,0.2,1 Language=en");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;
