@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -26,11 +25,11 @@ constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
-/// To make a document's knot in, over and over: its tables are megabytes, which take longer to get than small
-/// knots take to be made.
-Knot& workingKnot() {
-  thread_local const auto knot = std::make_unique<Knot>();
-  return *knot;
+/// A document's knot, until the next one is made; nothing where there is none.
+const Knot* workingKnot(const Document& document) {
+  KnotStages& stages = workingStages();
+  if (!document.lines || !stages.trace(document)) return nullptr;
+  return &stages.knot();
 }
 
 /// A field's text for a number, to a tenth.
@@ -44,8 +43,8 @@ Document withBands(Document document, double outer, float edgeShare) {
   return document;
 }
 
-double zoomOf(const Document& document, const Knot& knot) {
-  return viewOf(knot, document.fields, knotStyle(document.fields, {}), kReferenceWidth, true).zoom;
+double zoomOf(const Document& document, const KnotBoxes& boxes) {
+  return viewOf(boxes, document.fields, knotStyle(document.fields, {}), kReferenceWidth).zoom;
 }
 
 /// A crossing as one of its strands comes to it.
@@ -55,13 +54,25 @@ struct Passing {
   std::size_t partner;  // the other strand's passing
 };
 
+/// A knot's centre lines in a view, and where they cross.
+struct CrossingLines {
+  CrossingLines(const Knot& knot, const GridView& view)
+      : loops(bandLoops(knot.curve, view)),
+        seam(seamOf(knot.curve, view)),
+        crossings(findBandCrossings(loops, seam)) {}
+
+  std::vector<BandLoop> loops;
+  Seam seam;
+  std::vector<BandCrossing> crossings;
+};
+
 /// The passings of all crossings: those of a strand one after the other, in the strand's order.
-std::vector<Passing> passingsOf(const std::vector<BandLoop>& loops, const Seam& seam) {
-  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
+std::vector<Passing> passingsOf(const CrossingLines& lines) {
+  const std::vector<BandCrossing>& crossings = lines.crossings;
   std::vector<Passing> all;
   all.reserve(2 * crossings.size());
   std::vector<std::size_t> first(crossings.size(), 2 * crossings.size());  // of both passings
-  for (int loop = 0; const auto& passings : bandPassings(loops.size(), crossings)) {
+  for (int loop = 0; const auto& passings : bandPassings(lines.loops.size(), crossings)) {
     for (const BandPassing& p : passings) {
       std::size_t& partner = first[static_cast<std::size_t>(p.crossing)];
       if (partner < all.size()) all[partner].partner = all.size();
@@ -132,26 +143,36 @@ std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& s
 /// Calls `lack` with the distance of the centre lines wherever bands lie beside or in one another that have
 /// no room for `room`, in pixels of the view.
 template <class Lack>
-void eachLack(const Knot& knot, const GridView& view, double room, Lack lack) {
-  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
-  const Seam seam = seamOf(knot.curve, view);
-  const std::vector<BandCrossing> crossings = findBandCrossings(loops, seam);
-  const BandTouches found =
-      findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), seam, room);
+void eachLack(const CrossingLines& lines, double room, Lack lack) {
+  const BandTouches found = findBandTouches(
+      lines.loops, lines.crossings, bandPassings(lines.loops.size(), lines.crossings), lines.seam, room);
   for (const BandTouch& touch : found.touches) lack(touch.distance);
   for (const BandClasp& clasp : found.clasps) lack(clasp.distance);
 }
 
 /// The part of a width, at least `least`, that has room beside bends and walls. Where less would be needed
 /// bands run together, and no others are narrow for it.
-double partBeside(const Knot& knot, double width, float edgeShare, double least) {
-  const GridView view(knot.stretch, kReferenceWidth);
+double partBeside(const CrossingLines& lines, double width, float edgeShare, double least) {
   const double room = width * (1 - edgeShare);
   double part = 1;
-  eachLack(knot, view, room, [&](double distance) {
+  eachLack(lines, room, [&](double distance) {
     if (distance >= least * room) part = std::min(part, distance / room);
   });
   return part;
+}
+
+std::optional<double> roomOf(const CrossingLines& lines) {
+  const std::vector<Passing> all = passingsOf(lines);
+  const auto at = [&](std::size_t i) { return lines.loops[all[i].loop].spot(all[i].place).at; };
+  double least = HUGE_VAL;
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    Vec way = at(after(all, i)) - at(i);
+    if (lines.seam) way.x -= std::round(way.x / lines.seam.width) * lines.seam.width;
+    if (const double d = lengthOf(way); d > 1e-3) least = std::min(least, d);
+    if (const auto room = loopRoom(lines.loops, lines.seam, all, i)) least = std::min(least, *room);
+  }
+  if (least == HUGE_VAL) return std::nullopt;
+  return least;
 }
 
 /// How wide bands of these shares are to be, in pixels of the 500-pixel picture at zoom 1, and whether no
@@ -162,33 +183,21 @@ struct FittingWidth {
   bool isMost = false;
 };
 FittingWidth fittingWidth(const Knot& knot, double gridDistance, BandShares shares) {
-  const auto drawn = drawnRoom(knot);
+  const CrossingLines lines(knot, GridView(knot.stretch, kReferenceWidth));
+  const auto drawn = roomOf(lines);
   const double grid = shares.band * gridDistance;
   double narrowed = 1;
   if (drawn && grid > kDrawnShare * *drawn)
     narrowed = std::clamp(kDrawnShare * *drawn / (kUsualBand * gridDistance), kLeastOfGrid, 1.0);
   const double least = std::max(kLeastBeside, kLeastBesideOfGrid / narrowed);
-  const double beside = partBeside(knot, grid * narrowed, shares.edge, least);
+  const double beside = partBeside(lines, grid * narrowed, shares.edge, least);
   return {grid * narrowed * beside, beside < 1};
 }
 
 }  // namespace
 
 std::optional<double> drawnRoom(const Knot& knot) {
-  const GridView view(knot.stretch, kReferenceWidth);
-  const std::vector<BandLoop> loops = bandLoops(knot.curve, view);
-  const Seam seam = seamOf(knot.curve, view);
-  const std::vector<Passing> all = passingsOf(loops, seam);
-  const auto at = [&](std::size_t i) { return loops[all[i].loop].spot(all[i].place).at; };
-  double least = HUGE_VAL;
-  for (std::size_t i = 0; i < all.size(); ++i) {
-    Vec way = at(after(all, i)) - at(i);
-    if (seam) way.x -= std::round(way.x / seam.width) * seam.width;
-    if (const double d = lengthOf(way); d > 1e-3) least = std::min(least, d);
-    if (const auto room = loopRoom(loops, seam, all, i)) least = std::min(least, *room);
-  }
-  if (least == HUGE_VAL) return std::nullopt;
-  return least;
+  return roomOf({knot, GridView(knot.stretch, kReferenceWidth)});
 }
 
 std::optional<double> leastCrossingDistance(const Knot& knot) {
@@ -215,17 +224,17 @@ Document fitBands(const Document& document, BandShares shares) {
   Document next = document;
   next.bands = shares;
   next.fields.check(Check::FitBands) = true;
-  Knot& knot = workingKnot();
-  if (!document.lines || !makeKnot(document, knot)) return next;
-  const auto distance = leastCrossingDistance(knot);
+  const Knot* const knot = workingKnot(document);
+  const auto distance = knot != nullptr ? leastCrossingDistance(*knot) : std::nullopt;
   if (!distance) return next;
-  const FittingWidth width = fittingWidth(knot, *distance, shares);
+  const FittingWidth width = fittingWidth(*knot, *distance, shares);
+  const KnotBoxes boxes = boxesOf(*knot);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
   for (int round = 0; round < kFitRounds; ++round) {
-    const double zoom = zoomOf(next, knot);
-    // The field takes whole numbers.
-    next = withBands(std::move(next), width.outer / zoom - (width.isMost ? 1 : 0), shares.edge);
+    const double outer = width.outer / zoomOf(next, boxes);
+    // Bands are drawn in whole pixels.
+    next = withBands(std::move(next), width.isMost ? std::floor(outer) : outer, shares.edge);
   }
   return next;
 }
@@ -244,12 +253,13 @@ BandShares sharesOfStyle(int style) {
 
 BandShares sharesOf(const Document& document) {
   BandShares shares = document.bands;
-  Knot& knot = workingKnot();
-  if (document.fields.check(Check::FitBands) || !document.lines || !makeKnot(document, knot)) return shares;
+  const Knot* const knot = document.fields.check(Check::FitBands) ? nullptr : workingKnot(document);
+  if (knot == nullptr) return shares;
   const double outer = knotStyle(document.fields, {}).outerWidth();
   shares.edge = document.fields.number(Param::Edge) / static_cast<float>(outer);
-  if (const auto distance = leastCrossingDistance(knot))
-    shares.band = std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, knot) / *distance));
+  if (const auto distance = leastCrossingDistance(*knot))
+    shares.band =
+        std::min(BandShares{}.band, static_cast<float>(outer * zoomOf(document, boxesOf(*knot)) / *distance));
   return shares;
 }
 
@@ -260,7 +270,7 @@ double bandOverlap(const Document& document, const Knot& knot) {
   if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
-  eachLack(knot, view, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
+  eachLack({knot, view}, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
   return std::max(0.0, overlap);
 }
 

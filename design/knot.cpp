@@ -1,6 +1,7 @@
 #include "design/knot.h"
 
 #include <cmath>
+#include <utility>
 
 namespace lorivan {
 namespace {
@@ -23,16 +24,36 @@ Status KnotStages::followGrid(const Document& document) {
     lines_ = document.lines;  // equal, but perhaps another copy
     return {};
   }
+  if (takeOver(document, wrap)) return {};
   walked_.reset();
+  ready_.reset();
   lines_ = document.lines;
   cellSize_ = document.CellSize;
   wrap_ = wrap;
   return takeLines(knot_->graph, document);
 }
 
+/// Exchanges knots with the working stages where theirs has these very lines. Its strands count when they are
+/// asked for.
+bool KnotStages::takeOver(const Document& document, const Wrap& wrap) {
+  KnotStages& other = workingStages();
+  if (this == &other || !document.lines || !other.walked_ || !other.lines_.sameAs(document.lines) ||
+      other.cellSize_ != document.CellSize || other.wrap_ != wrap)
+    return false;
+  const int walk = walk_;
+  std::swap(*this, other);
+  walk_ = walk;
+  ready_ = std::exchange(walked_, std::nullopt);
+  return true;
+}
+
 Result<TraceEnd> KnotStages::trace(const Document& document, const TraceWatcher& watcher) {
   if (const Status taken = followGrid(document); !taken) return taken.error();
   const TraceSettings settings = traceSettings(document.fields);
+  if (ready_ && ready_ == settings && !watcher) {
+    walked_ = std::exchange(ready_, std::nullopt);
+    ++walk_;
+  }
   if (watcher || walked_ != settings)
     if (const auto end = walk(settings, watcher); !end || *end != TraceEnd::complete) return end;
   const Curve wanted{document.fields.whole(Param::Smooth),
@@ -44,6 +65,7 @@ Result<TraceEnd> KnotStages::trace(const Document& document, const TraceWatcher&
 
 Result<TraceEnd> KnotStages::walk(const TraceSettings& settings, const TraceWatcher& watcher) {
   walked_.reset();
+  ready_.reset();
   sampled_.reset();
   auto end = walkStrands(*knot_, settings, watcher);
   if (!end || *end != TraceEnd::complete) return end;
@@ -54,17 +76,32 @@ Result<TraceEnd> KnotStages::walk(const TraceSettings& settings, const TraceWatc
 
 GridView viewOf(const Knot& knot, const KnotFields& fields, const KnotStyle& style, int pictureWidth,
                 bool knotDrawn) {
-  // A drawn knot stands at the stretch that it was made with, whatever the field shows meanwhile.
-  GridView view(knotDrawn ? knot.stretch : stretchFactor(fields.number(Param::Skew)), pictureWidth);
-  if (fields.fitPicture && knotDrawn)
-    fillView(view, knot.curve, style);
-  else if (fields.fitPicture)
+  if (knotDrawn) return viewOf(boxesOf(knot), fields, style, pictureWidth);
+  GridView view(stretchFactor(fields.number(Param::Skew)), pictureWidth);
+  if (fields.fitPicture)
     fillView(view, knot.graph);
-  else if (knotDrawn)
-    fitView(view, knot.graph, knot.curve, style);
   else
     fitView(view, knot.graph);
   return view;
+}
+
+KnotBoxes boxesOf(const Knot& knot) {
+  return {lineBox(knot.graph), curveBox(knot.curve, knot.stretch), knot.stretch};
+}
+
+GridView viewOf(const KnotBoxes& boxes, const KnotFields& fields, const KnotStyle& style, int pictureWidth) {
+  // A drawn knot stands at the stretch that it was made with, whatever the field shows meanwhile.
+  GridView view(boxes.stretch, pictureWidth);
+  if (fields.fitPicture)
+    fillView(view, boxes.strands, style);
+  else
+    fitView(view, boxes.grid, boxes.strands, style);
+  return view;
+}
+
+KnotStages& workingStages() {
+  thread_local KnotStages stages;
+  return stages;
 }
 
 Status makeKnot(const Document& document, Knot& knot) {

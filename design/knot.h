@@ -23,6 +23,16 @@ struct Knot {
 GridView viewOf(const Knot& knot, const KnotFields& fields, const KnotStyle& style, int pictureWidth,
                 bool knotDrawn);
 
+/// What a drawn knot's view is laid round, in grid units. It depends on no width.
+struct KnotBoxes {
+  GridBox grid, strands;
+  float stretch;  // of the view
+};
+KnotBoxes boxesOf(const Knot& knot);
+
+/// viewOf() of a drawn knot.
+GridView viewOf(const KnotBoxes& boxes, const KnotFields& fields, const KnotStyle& style, int pictureWidth);
+
 /// Follows documents. Each call does what is out of date since the one before and nothing else.
 class KnotStages {
  public:
@@ -46,15 +56,21 @@ class KnotStages {
   };
 
   Result<TraceEnd> walk(const TraceSettings& settings, const TraceWatcher& watcher);
+  bool takeOver(const Document& document, const Wrap& wrap);
 
   std::unique_ptr<Knot> knot_;
   Shared<KnotLines> lines_;
   std::int16_t cellSize_ = 0;
   Wrap wrap_;
   std::optional<TraceSettings> walked_;  // what the strands were walked with
+  std::optional<TraceSettings> ready_;   // the same of a knot that was taken over, and not asked for yet
   std::optional<Curve> sampled_;
   int walk_ = 0;
 };
+
+/// Those that functions from one document to another make their knots in, one of each thread. The next stages
+/// to follow a document that these have followed last take its knot over instead of making it again.
+KnotStages& workingStages();
 
 /// All stages at once. Errors are the program's messages.
 Status makeKnot(const Document& document, Knot& knot);

@@ -1,6 +1,7 @@
 #include "strands/band_clip.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "strands/centre_line.h"
@@ -45,8 +46,9 @@ class BandClipper {
       if (cover.limit) addLimit(*cover.limit);
     }
     for (const BandBeside& beside : besides) {
-      const std::vector<LinePoint> points = pointsOf(beside.own);
-      covers_.push_back({CentreLine(pointsOf(beside.other)),
+      // A touch may be far longer than the part of the band that is clipped.
+      const std::vector<LinePoint> points = pointsOf(nearPart(beside.own));
+      covers_.push_back({CentreLine(pointsOf(nearPart(beside.other))),
                          isOwn(beside.other),
                          {},
                          CentreLine(points),
@@ -127,7 +129,8 @@ class BandClipper {
     for (int step = 0; step < kMiddleSteps; ++step) {
       const double missing = beside.line.distance(p.at + out * way, kFarBeside * clear_) - way - beside.edge;
       if (std::fabs(missing) < tolerance_ / 50) break;
-      way = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+      const double next = std::clamp(way + missing / 2, -half_, kPastSide * half_);
+      if (std::exchange(way, next) == next) break;
     }
     if (way < kPastSide * half_)
       border.push_back({p.at + out * way, p.along});
@@ -156,7 +159,7 @@ class BandClipper {
     return band_.from + band_.loop.wrapped(middle - band_.from) < band_.to;
   }
 
-  /// A covering piece without ends that are too far away to hide anything.
+  /// Another piece without ends that are too far away to hide anything.
   BandPiece nearPart(BandPiece cover) const {
     const auto isFar = [&](double from, double to) {
       return !line_.isNear(cover.loop.spot(from).at, cover.loop.spot(to).at, 1.1 * (half_ + clear_));
@@ -203,29 +206,43 @@ class BandClipper {
     if (cover < 0 || line_.isNear(from.at, to.at, half_)) lines_.push_back({from, to, curves_, cover});
   }
 
-  void cutAll() {
-    // In the order in which they begin across, or upright where there is more room, so that only lines that
-    // lie side by side are compared.
-    struct Span {
-      double begin, end, low, high;
-      std::size_t line;
-    };
-    thread_local std::vector<Span> spans;
-    spans.clear();
+  /// A line's box, a little too large, turned so that there is most room across.
+  struct Span {
+    float begin, end, low, high;
+    std::uint32_t line;
+  };
+
+  void takeSpans(std::vector<Span>& spans) const {
     LineBox all{points_.front().at, points_.front().at};
     for (const Border& line : lines_) all.add(line.from.at);
     const bool isUpright = all.high.y - all.low.y > all.high.x - all.low.x;
+    const auto below = [](double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); };
+    spans.clear();
     for (std::size_t i = 0; i < lines_.size(); ++i) {
       const auto turned = [&](Vec p) { return isUpright ? Vec{p.y, p.x} : p; };
       const Vec a = turned(lines_[i].from.at), b = turned(lines_[i].to.at);
-      spans.push_back({std::min(a.x, b.x), std::max(a.x, b.x), std::min(a.y, b.y), std::max(a.y, b.y), i});
+      spans.push_back({below(std::min(a.x, b.x)), -below(-std::max(a.x, b.x)), below(std::min(a.y, b.y)),
+                       -below(-std::max(a.y, b.y)), static_cast<std::uint32_t>(i)});
     }
     std::ranges::sort(spans, {}, &Span::begin);
+  }
+
+  /// In the order in which lines begin only those that lie side by side are compared.
+  void cutAll() {
+    thread_local std::vector<Span> spans;
+    thread_local std::vector<std::uint32_t> near;
+    takeSpans(spans);
+    near.resize(spans.size());
     for (std::size_t i = 0; i < spans.size(); ++i) {
       const Span one = spans[i];
-      for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k)
-        if (spans[k].low <= one.high && one.low <= spans[k].high)
-          cutBoth(std::min(one.line, spans[k].line), std::max(one.line, spans[k].line));
+      std::size_t count = 0;
+      // Which of them are beside it cannot be foretold.
+      for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k) {
+        near[count] = spans[k].line;
+        count += (spans[k].low <= one.high) & (one.low <= spans[k].high) ? 1 : 0;
+      }
+      for (std::size_t k = 0; k < count; ++k)
+        cutBoth(std::min(one.line, near[k]), std::max(one.line, near[k]));
     }
     std::ranges::sort(
         cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });

@@ -171,9 +171,8 @@ bool BandExits::isCalm(int number, double from, double to, double distance) cons
 }
 
 void BandExits::setRivals(std::size_t one, std::size_t two) {
-  rivals_.emplace_back(one, two);
-  rivals_.emplace_back(two, one);
-  std::ranges::sort(rivals_);
+  for (const auto& rivals : {std::pair(one, two), std::pair(two, one)})
+    rivals_.insert(std::ranges::upper_bound(rivals_, rivals), rivals);
 }
 
 std::optional<LinePoint> BandExits::limitOf(const BandCrossing& c, int direction) const {

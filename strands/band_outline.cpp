@@ -99,24 +99,31 @@ class Outliner {
       beside_[touch.one].push_back({touch.first, touch.besideFirst, touch.distance});
       beside_[touch.two].push_back({touch.second, touch.besideSecond, touch.distance});
     }
-    if (!touches_.clasps.empty()) leaveAll();
+    for (const BandClasp& clasp : touches_.clasps)
+      for (const std::size_t number : {clasp.one, clasp.two}) {
+        count(number, -1);
+        back_[number] = exits_.leave(exits_.crossings()[number], -1);
+        on_[number] = exits_.leave(exits_.crossings()[number], 1);
+        count(number, 1);
+      }
   }
 
   /// Finds both ends at every crossing, of which those of one strand follow one another, and counts.
   void leaveAll() {
     const std::vector<BandCrossing>& crossings = exits_.crossings();
-    back_.clear();
-    on_.clear();
-    clipped_ = crowded_ = 0;
     back_.reserve(crossings.size());
     on_.reserve(crossings.size());
     for (const BandCrossing& c : crossings) {
       back_.push_back(exits_.leave(c, -1));
       on_.push_back(exits_.leave(c, 1));
-      crowded_ += back_.back().isCrowded() || on_.back().isCrowded();
-      clipped_ += mustClip(back_.back()) || mustClip(on_.back());
+      count(back_.size() - 1, 1);
       if (clipped_ > options_.mostClipped) return;
     }
+  }
+  void count(std::size_t crossing, int times) {
+    const BandEnd &back = back_[crossing], &on = on_[crossing];
+    crowded_ += times * (back.isCrowded() || on.isCrowded());
+    clipped_ += times * (mustClip(back) || mustClip(on));
   }
   static bool mustClip(const BandEnd& end) { return !end.isPlain || end.isCrowded(); }
 
@@ -297,11 +304,12 @@ class Outliner {
     BandContour contour = around(band, begin, end, fit_);
     const double from = std::min(begin.side[0].place, begin.side[1].place);
     const double to = std::max(end.side[0].place, end.side[1].place);
-    if (!mayCross_ && !mayFold(band, from, to)) {
+    const bool isFinal = fit_ == tolerance_;
+    if ((!mayCross_ && !mayFold(band, from, to)) || (!isFinal && !crossesItself(contour))) {
       made.stretches.emplace_back().contours.push_back(std::move(contour));
       return;
     }
-    if (fit_ != tolerance_) contour = around(band, begin, end, tolerance_);
+    if (!isFinal) contour = around(band, begin, end, tolerance_);
     addStretches(simple(contour), made);
   }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 #include "strands/band_faces.h"
@@ -23,6 +24,9 @@ constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
 constexpr int kRounds = 4;            // towards the nearest places of two lines
 constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
 constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
+constexpr double kOblique = 0.1;      // of both: places that lie side by side
+constexpr double kSure = 0.6;         // of the reach: lines that have come as near surely cross
+constexpr double kPart = 8;           // places of a loop
 constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
 
 /// A part of a loop without a sharp turn between two joints, at most as long as from crossing to crossing.
@@ -48,7 +52,9 @@ class TouchSearch {
         passings_(passings),
         marks_(marks),
         seam_(seam),
-        reach_(reach) {}
+        reach_(reach),
+        lengths_(loops.size()),
+        followedAt_(loops.size()) {}
 
   BandTouches find() {
     cutLoops();
@@ -224,30 +230,37 @@ class TouchSearch {
     return way.turn != 0 ? loop.moved(way.turn * seam_.width) : loop;
   }
 
+  /// Two stretches that were followed side by side, `sense` below 0 where their places run against each
+  /// other.
+  struct Followed {
+    BandPiece first, second;
+    double sense;
+  };
   struct Place {
     Vec at, along;
     double place;
   };
-  std::vector<Place> placesOf(const Way& way, const BandLoop& loop) const {
+  void takePlaces(const Way& way, const BandLoop& loop, std::vector<Place>& places) const {
     const double length = lengthOf(way.b - way.a) + 2 * way.bulge;
     const int parts = std::clamp(static_cast<int>(length / (kApart * reach_)), 3, kMostCompared);
-    std::vector<Place> places;
+    places.clear();
     for (int i = 0; i <= parts; ++i) {
       const double place = way.from + (way.to - way.from) * i / parts;
       const BandLoop::Spot spot = loop.spot(place);
       places.push_back({spot.at, spot.along, place});
     }
-    return places;
   }
 
   /// Follows every pair of places that are nearer to each other than those beside them.
   void compare(const Way& a, const Way& b) {
     const BandLoop one = placed(a), two = placed(b);
-    const std::vector<Place> p = placesOf(a, one), q = placesOf(b, two);
-    const auto square = [&](std::size_t i, std::size_t k) {
-      const Vec way = q[k].at - p[i].at;
-      return dot(way, way);
-    };
+    std::vector<Place>&p = places_[0], &q = places_[1];
+    takePlaces(a, one, p);
+    takePlaces(b, two, q);
+    squares_.clear();
+    for (const Place& place : p)
+      for (const Place& other : q) squares_.push_back(dot(other.at - place.at, other.at - place.at));
+    const auto square = [&](std::size_t i, std::size_t k) { return squares_[i * q.size() + k]; };
     const double most = 1.5 * reach_ * reach_;
     for (std::size_t i = 0; i < p.size(); ++i)
       for (std::size_t k = 0; k < q.size(); ++k) {
@@ -273,30 +286,61 @@ class TouchSearch {
   void follow(int numberA, const BandLoop& a, double s, int numberB, const BandLoop& b, double t) {
     for (int round = 0; round < kRounds; ++round) {
       t = b.nearest(a.spot(s).at, t);
-      s = a.nearest(b.spot(t).at, s);
+      const Vec there = b.spot(t).at;
+      s = a.nearest(there, s);
+      if (lengthOf(there - a.spot(s).at) < kMet * reach_) return;  // it never becomes more
     }
-    const double least = lengthOf(b.spot(t).at - a.spot(s).at);
-    if (least >= reach_ || isMet(a, s, b, t)) return;
+    const Vec here = a.spot(s).at, there = b.spot(t).at;
+    const double least = lengthOf(there - here);
+    if (least >= reach_ || isMet(numberA, a, s, here, b, t, there)) return;
+    if (wasFollowed(numberA, {a, s, s}, {b, t, t})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
+    const double sameSense = dot(a.spot(s).along, b.spot(t).along) < 0 ? -1 : 1;
     for (const int sense : {-1, 1})
-      if (!walk(touch.first, s, touch.besideFirst, t, sense, touch.distance) ||
-          !walk(touch.second, t, touch.besideSecond, s, sense, touch.distance))
-        return;
-    if (!isKnown(touch)) found_.touches.push_back(std::move(touch));
+      for (const bool isFirst : {true, false}) {
+        BandPiece one{a, s, s}, two{b, t, t};
+        const bool leadsApart = isFirst ? walk(numberA, one, s, two, t, sense, touch.distance)
+                                        : walk(numberB, two, t, one, s, sense, touch.distance);
+        if (!leadsApart && isSure_) noteFollowed(numberA, one, numberB, two, sameSense);
+        if (!leadsApart) return;
+        extend(isFirst ? touch.first : touch.besideSecond, one);
+        extend(isFirst ? touch.besideFirst : touch.second, two);
+      }
+    if (isKnown(touch)) return;
+    noteFollowed(numberA, touch.first, numberB, touch.second, sameSense);
+    found_.touches.push_back(std::move(touch));
+  }
+
+  static void extend(BandPiece& piece, const BandPiece& more) {
+    piece.from = std::min(piece.from, more.from);
+    piece.to = std::max(piece.to, more.to);
   }
 
   /// Whether two places are where lines cross, or lie on one bend.
-  bool isMet(const BandLoop& a, double s, const BandLoop& b, double t) const {
-    const Vec at = a.spot(s).at;
-    if (lengthOf(b.spot(t).at - at) < kMet * reach_) return true;
+  bool isMet(int numberA, const BandLoop& a, double s, Vec here, const BandLoop& b, double t,
+             Vec there) const {
+    if (lengthOf(there - here) < kMet * reach_) return true;
     const auto same = a.sameLine(b);
     if (!same) return false;
     const double apart = a.isRing() ? std::remainder(t - s, a.size()) : t + *same - s;
-    double way = 0;
     const int begin = static_cast<int>(std::floor(std::min(s, s + apart)));
     const int end = static_cast<int>(std::ceil(std::max(s, s + apart)));
-    for (int i = begin; i < end && way < kOneBend * reach_; ++i) way += lengthOf(a.point(i + 1) - a.point(i));
-    return way < kOneBend * reach_;
+    return wayTo(numberA, end) - wayTo(numberA, begin) < kOneBend * reach_;
+  }
+
+  /// How far it is along a loop's chords from its beginning to a sample, of any lap.
+  double wayTo(int number, int sample) const {
+    const BandLoop& loop = loops_[number];
+    std::vector<double>& ways = lengths_[number];
+    if (ways.empty()) {
+      ways.reserve(static_cast<std::size_t>(loop.size()) + 1);
+      ways.push_back(0);
+      for (int i = 0; i < loop.size(); ++i)
+        ways.push_back(ways.back() + lengthOf(loop.point(i + 1) - loop.point(i)));
+    }
+    const std::size_t within = loop.wrap(sample);
+    const int laps = (sample - static_cast<int>(within)) / loop.size();
+    return laps * ways.back() + ways[within];
   }
 
   /// What was seen of two lines on the way along the first one.
@@ -307,25 +351,32 @@ class TouchSearch {
 
   /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
   /// part of the gap before that; false where there is none.
-  bool walk(BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
+  bool walk(int number, BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
     const BandLoop &a = one.loop, &b = two.loop;
-    const auto side = [&] { return cross(b.spot(t).along, a.spot(s).at - b.spot(t).at) > 0; };
+    BandLoop::Spot here = a.spot(s), there = b.spot(t);
+    const auto side = [&] { return cross(there.along, here.at - there.at) > 0; };
     const bool first = side();
     Seen seen{s, t, t, least}, beforeGap = seen;
     double way = 0, gap = 0;
+    bool leadsApart = true;
     for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
-      const BandLoop::Spot before = a.spot(s);
-      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(before.along), 1e-9));
-      const Vec at = a.spot(s).at;
-      t = b.nearest(at, t);
-      if (side() != first || isMet(a, s, b, t)) {
-        if (gap == 0) return false;
-        seen = beforeGap;
+      const struct {
+        Vec at;
+        double apart;
+      } before{here.at, lengthOf(there.at - here.at)};
+      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(here.along), 1e-9));
+      here = a.spot(s);
+      t = b.nearest(here.at, t);
+      there = b.spot(t);
+      const double apart = lengthOf(there.at - here.at);
+      isSure_ = gap == 0 && std::max(apart, before.apart) < kSure * reach_;
+      if (side() != first || isMet(number, a, s, here.at, b, t, there.at)) {
+        leadsApart = gap > 0;
+        if (leadsApart) seen = beforeGap;
         break;
       }
-      const double gone = lengthOf(at - before.at);
+      const double gone = lengthOf(here.at - before.at);
       way += gone;
-      const double apart = lengthOf(b.spot(t).at - at);
       seen = {s, std::min(seen.low, t), std::max(seen.high, t), std::min(seen.least, apart)};
       far = apart < reach_ ? 0 : far + gone;
       if (apart < std::max(reach_, gap)) continue;
@@ -337,18 +388,57 @@ class TouchSearch {
     two.from = std::min(two.from, seen.low);
     two.to = std::max(two.to, seen.high);
     least = seen.least;
-    return true;
+    return leadsApart;
   }
 
-  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+  /// From the middle of a piece of the same line to that of another one, in places.
+  static std::optional<double> between(const BandPiece& p, const BandPiece& q) {
     const auto same = p.loop.sameLine(q.loop);
-    if (!same) return false;
-    const double lap = p.loop.size(), between = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
-    const double apart = p.loop.isRing() ? std::remainder(between, lap) : between;
-    return std::fabs(apart) * 2 < p.to - p.from + q.to - q.from;
+    if (!same) return std::nullopt;
+    const double apart = (p.from + p.to) / 2 - (q.from + q.to) / 2 - *same;
+    return p.loop.isRing() ? std::remainder(apart, p.loop.size()) : apart;
   }
-  bool isKnown(const BandTouch& touch) {
+  static bool meetAt(const BandPiece& p, const BandPiece& q) {
+    const auto apart = between(p, q);
+    return apart && std::fabs(*apart) * 2 < p.to - p.from + q.to - q.from;
+  }
+  /// Remembers a touch, or which stretches were followed side by side to a crossing: what begins among them
+  /// leads there again.
+  void noteFollowed(int one, const BandPiece& first, int two, const BandPiece& second, double sense) {
+    const auto number = static_cast<std::uint32_t>(followed_.size());
+    followed_.push_back({first, second, sense});
+    for (const auto& [loop, piece] : {std::pair(one, &first), {two, &second}}) {
+      auto& parts = followedAt_[loop];
+      if (parts.empty()) parts.resize(static_cast<std::size_t>(loops_[loop].size() / kPart) + 1);
+      for (double place = piece->from;; place = std::min(place + kPart, piece->to)) {
+        std::vector<std::uint32_t>& part = parts[partOf(loop, place)];
+        if (part.empty() || part.back() != number) part.push_back(number);
+        if (place >= piece->to) break;
+      }
+    }
+  }
+  bool wasFollowed(int loop, const BandPiece& one, const BandPiece& two) const {
+    if (followedAt_[loop].empty()) return false;
+    return std::ranges::any_of(followedAt_[loop][partOf(loop, one.from)], [&](std::uint32_t number) {
+      return areBeside(followed_[number], one, two) || areBeside(followed_[number], two, one);
+    });
+  }
+  /// Whether two places lie side by side on two stretches.
+  static bool areBeside(const Followed& both, const BandPiece& a, const BandPiece& b) {
+    const auto one = between(both.first, a), two = between(both.second, b);
+    if (!one || !two) return false;
+    const double length = both.first.to - both.first.from, other = both.second.to - both.second.from;
+    return std::fabs(*one) * 2 < length && std::fabs(*two) * 2 < other &&
+           std::fabs(*one * other - *two * length * both.sense) < kOblique * length * other;
+  }
+  std::size_t partOf(int loop, double place) const {
+    const BandLoop& whole = loops_[loop];
+    return static_cast<std::size_t>(whole.wrapped(place) / kPart);
+  }
+  /// Whether a touch that is known overlaps another one.
+  bool isKnown(const BandTouch& touch) const {
     return std::ranges::any_of(found_.touches, [&](const BandTouch& o) {
+      if (std::minmax(o.one, o.two) != std::minmax(touch.one, touch.two)) return false;
       return (meetAt(o.first, touch.first) && meetAt(o.second, touch.second)) ||
              (meetAt(o.first, touch.second) && meetAt(o.second, touch.first));
     });
@@ -360,10 +450,17 @@ class TouchSearch {
   std::span<const char> marks_;
   Seam seam_;
   double reach_;
+  mutable std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
+  mutable bool isSure_ =
+      false;  // whether other steps on the walk that failed last would have led there as well
+  std::vector<Followed> followed_;
+  std::vector<std::vector<std::vector<std::uint32_t>>> followedAt_;  // numbers, by loops and parts of them
   std::vector<Way> ways_;
   std::size_t copies_ = 0;                // the number of the first one beside the seam
   std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
   BoxCells cells_;
+  std::vector<Place> places_[2];  // of the ways that are compared
+  std::vector<double> squares_;   // of the distances between them
   int joints_ = 0;
   BandTouches found_;
 };

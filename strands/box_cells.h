@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "strands/band_loop.h"
@@ -36,12 +37,13 @@ class BoxCells {
   /// Calls use(one, two) with the numbers of all boxes that meet, each pair once, and each with itself: cell
   /// by cell, the smaller number first.
   template <class Use>
-  void eachMeeting(Use&& use) const {
+  void eachMeeting(Use&& use) {
     for (std::size_t cell = 0; cell + 1 < starts_.size(); ++cell)
-      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i)
-        for (std::size_t k = i; k < starts_[cell + 1]; ++k)
-          if (entries_[i].mayMeet(entries_[k]) && meetFirst(entries_[i].number, entries_[k].number, cell))
-            use(static_cast<std::size_t>(entries_[i].number), static_cast<std::size_t>(entries_[k].number));
+      for (std::size_t i = starts_[cell]; i < starts_[cell + 1]; ++i) {
+        const std::uint32_t one = entries_[i].number;
+        for (const std::uint32_t two : mayMeet(i, starts_[cell + 1]))
+          if (meetFirst(one, two, cell)) use(static_cast<std::size_t>(one), static_cast<std::size_t>(two));
+      }
   }
 
  private:
@@ -54,8 +56,8 @@ class BoxCells {
           top(below(its.top)),
           right(-below(-its.right)),
           bottom(-below(-its.bottom)) {}
-    bool mayMeet(const Entry& o) const {
-      return left <= o.right && o.left <= right && top <= o.bottom && o.top <= bottom;
+    bool mayMeet(const Entry& o) const {  // all asked: which one says no cannot be foretold
+      return (left <= o.right) & (o.left <= right) & (top <= o.bottom) & (o.top <= bottom);
     }
     /// What rounding may have added is taken off.
     static float below(double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); }
@@ -66,6 +68,18 @@ class BoxCells {
   struct Cells {
     int column0, row0, column1, row1;
   };
+
+  /// Those of the entries from one on that may meet it.
+  std::span<const std::uint32_t> mayMeet(std::size_t first, std::size_t end) {
+    if (near_.size() < end - first) near_.resize(end - first);
+    const Entry one = entries_[first];
+    std::size_t count = 0;
+    for (std::size_t i = first; i < end; ++i) {
+      near_[count] = entries_[i].number;
+      count += one.mayMeet(entries_[i]) ? 1 : 0;
+    }
+    return {near_.data(), count};
+  }
 
   /// Whether two boxes meet, and this is the first cell that both touch.
   bool meetFirst(std::uint32_t one, std::uint32_t two, std::size_t cell) const {
@@ -87,6 +101,7 @@ class BoxCells {
   std::vector<Cells> cells_;                // of each box
   std::vector<std::size_t> starts_, next_;  // of each cell
   std::vector<Entry> entries_;
+  std::vector<std::uint32_t> near_;
   int columns_ = 0;
 };
 

@@ -57,14 +57,20 @@ class CentreLine {
   /// Whether it ends where it begins, and so has no ends.
   bool isClosed() const { return lengthOf(end_.at - begin_.at) < 1e-6; }
 
-  /// How far away a point is, up to `most`.
+  /// How far away a point is, up to `most`. Begins where the last search ended.
   double distance(Vec p, double most) const {
     double least = most * most;
-    for (std::size_t b = 0; b < boxes_.size(); ++b) {
-      if (boxes_[b].squareTo(p) >= least) continue;
-      const std::size_t end = std::min((b + 1) * kBlock, chords_.size());
-      for (std::size_t i = b * kBlock; i < end; ++i) least = std::min(least, chords_[i].squareTo(p));
-    }
+    if (all_.squareTo(p) >= least) return most;
+    const auto search = [&](std::size_t block) {
+      const std::size_t end = std::min((block + 1) * kBlock, chords_.size());
+      const double before = least;
+      for (std::size_t i = block * kBlock; i < end; ++i) least = std::min(least, chords_[i].squareTo(p));
+      return least < before;
+    };
+    const std::size_t first = last_;
+    search(first);
+    for (std::size_t b = 0; b < boxes_.size(); ++b)
+      if (b != first && boxes_[b].squareTo(p) < least && search(b)) last_ = b;
     return std::sqrt(least);
   }
 

@@ -51,13 +51,21 @@ Colour KnotStyle::bandColour(int slot) const { return fromArgb(colours.argb[colo
 
 void fitView(GridView& view, const KnotGraph& graph) { view.zoomToShow(lineBox(graph), kEdgeMargin); }
 
+void fitView(GridView& view, const GridBox& grid, const GridBox& strands, const KnotStyle& style) {
+  view.zoomToShow(grid, kEdgeMargin);
+  view.zoomToShow(strands, style.outerWidth() / 2 + kEdgeMargin);
+}
+
 void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style) {
-  fitView(view, graph);
-  view.zoomToShow(curveBox(curve, view.stretch), style.outerWidth() / 2 + kEdgeMargin);
+  fitView(view, lineBox(graph), curveBox(curve, view.stretch), style);
+}
+
+void fillView(GridView& view, const GridBox& strands, const KnotStyle& style) {
+  view.fill(strands, style.outerWidth() / 2, kFilledEdge);
 }
 
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style) {
-  view.fill(curveBox(curve, view.stretch), style.outerWidth() / 2, kFilledEdge);
+  fillView(view, curveBox(curve, view.stretch), style);
 }
 
 void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph), 0, kFilledEdge); }

@@ -24,10 +24,12 @@ struct KnotStyle {
 
 /// Zooms the view out just enough that the grid's lines and the knot with its bands lie in the picture.
 void fitView(GridView& view, const KnotGraph& graph, const KnotCurve& curve, const KnotStyle& style);
+void fitView(GridView& view, const GridBox& grid, const GridBox& strands, const KnotStyle& style);
 void fitView(GridView& view, const KnotGraph& graph);
 
 /// Zooms in or out, and moves, until the knot fills the picture but for a margin of one part in twenty.
 void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
+void fillView(GridView& view, const GridBox& strands, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
 /// Draws all strands over what the surface holds, from their outlines. With `quick` a knot in which very many

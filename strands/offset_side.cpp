@@ -10,18 +10,23 @@ struct Turn {
   double angle, cosine;
 };
 constexpr Turn kFine{0.25, 0.969}, kCoarse{0.5, 0.8776};
-constexpr double kBulge = 0.4;           // times the distance
-constexpr double kTight = 0.3;           // of the way to a fold; from there on it turns by a quarter as much
-constexpr int kMostParts = 24;           // of a piece between two samples
-constexpr double kFoldReach = 6;         // times the distance: the folds of bends down to 20 degrees
-constexpr std::size_t kFoldPoints = 48;  // on either side, at most
+constexpr double kBulge = 0.4;              // times the distance
+constexpr double kTight = 0.3;              // of the way to a fold; from there on it turns by less
+constexpr double kFoldSize = 0.06;          // pixels, twice the size of a fold that a coarse side may miss
+constexpr int kMostParts = 24;              // of a piece between two samples
+constexpr double kFoldReach = 6;            // times the distance: the folds of bends down to 20 degrees
+constexpr std::size_t kFoldPoints = 48;     // on either side, at most
 constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
 /// Samples a side, more densely where it turns.
 class SideSampler {
  public:
   SideSampler(const BandLoop& loop, double distance, const Turn& most, std::vector<LinePoint>& points)
-      : loop_(loop), distance_(distance), most_(most), points_(points) {}
+      : loop_(loop), distance_(distance), most_(most), folding_(most.angle / 4), points_(points) {
+    // A fold of a line so far away is about that high, times half the square of its angle.
+    if (&most == &kCoarse && distance != 0)
+      folding_ = std::clamp(std::sqrt(kFoldSize / std::fabs(distance)), folding_, most.angle / 2);
+  }
 
   void follow(double from, double to) {
     addSpot(from);
@@ -63,13 +68,14 @@ class SideSampler {
     const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
     const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
     const int parts =
-        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? most_.angle / 4 : most_.angle)));
+        std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? folding_ : most_.angle)));
     for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);
   }
 
   const BandLoop& loop_;
   double distance_;
   const Turn& most_;
+  double folding_;  // radians where it may fold
   std::vector<LinePoint>& points_;
 };
 

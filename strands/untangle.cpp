@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 
 #include "strands/band_outline.h"
@@ -54,8 +55,8 @@ struct Meeting {
   double t, u;
 };
 
-Ring ringOf(const std::vector<PointF>& contour) {
-  Ring ring;
+void takeRing(const std::vector<PointF>& contour, Ring& ring) {
+  ring.clear();
   const auto vec = [](PointF q) { return Vec{q.x, q.y}; };
   Vec from = vec(contour.front());
   for (std::size_t i = 1; i + 2 < contour.size(); i += 3) {
@@ -64,7 +65,6 @@ Ring ringOf(const std::vector<PointF>& contour) {
     ring.push_back(piece);
     from = piece.p[3];
   }
-  return ring;
 }
 
 std::vector<PointF> contourOf(const Ring& ring) {
@@ -113,12 +113,27 @@ bool isOneWay(const Piece& first, const Piece& last) {
   return true;
 }
 
+/// The first one, by the pieces' numbers.
 std::optional<Meeting> findMeeting(const Ring& ring) {
-  for (std::size_t i = 0; i < ring.size(); ++i)
+  // Boxes in single precision side by side, a little too large: nearly all pairs are told apart by them.
+  struct Reach {
+    float left, top, right, bottom;
+  };
+  thread_local std::vector<Reach> reaches;
+  reaches.clear();
+  const auto below = [](double v) { return static_cast<float>(v - std::fabs(v) * 1e-6); };
+  for (const Piece& piece : ring)
+    reaches.push_back({below(piece.low.x), below(piece.low.y), -below(-piece.high.x), -below(-piece.high.y)});
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    const Reach one = reaches[i];
     for (std::size_t j = i; j < ring.size(); ++j) {
+      const Reach& two = reaches[j];
+      if ((one.left > two.right) | (two.left > one.right) | (one.top > two.bottom) | (two.top > one.bottom))
+        continue;
       if (!ring[i].isNear(ring[j]) || (j <= i + 1 && isOneWay(ring[i], ring[j]))) continue;
       if (const auto found = meetingOf(ring, i, j)) return found;
     }
+  }
   return {};
 }
 
@@ -163,9 +178,16 @@ bool isInside(const Ring& ring, Vec p) {
 
 }  // namespace
 
+bool crossesItself(const std::vector<PointF>& contour) {
+  thread_local Ring ring;
+  takeRing(contour, ring);
+  return findMeeting(ring).has_value();
+}
+
 std::vector<std::vector<PointF>> untangled(const std::vector<PointF>& contour, double least,
                                            double leastHole) {
-  std::vector<Ring> open{ringOf(contour)}, simple;
+  std::vector<Ring> open(1), simple;
+  takeRing(contour, open.front());
   for (int meetings = 0; !open.empty();) {
     const Ring ring = std::move(open.back());
     open.pop_back();

@@ -116,7 +116,7 @@ void edit(benchmark::State& state) {
   const CopyRatio ratio(state, pictureBytes(kReferenceWidth));
   for (auto _ : state) {
     cells = 39 - cells;
-    document = fitAgain(*newGrid(withField(document, Param::YNo, std::to_string(cells))));
+    document = *changeField(document, Param::YNo, std::to_string(cells));
     if (!stages.followGrid(document) || !stages.trace(document)) state.SkipWithError("no knot");
     const KnotStyle style = knotStyle(document.fields, strandColours(document.fields.boxes));
     const Knot& knot = stages.knot();

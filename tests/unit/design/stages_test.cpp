@@ -5,6 +5,7 @@
 
 #include "design/document_text.h"
 #include "design/edits.h"
+#include "design/fit.h"
 #include "design/knot.h"
 #include "knot_maker.h"
 
@@ -64,6 +65,31 @@ TEST(Knots, RunTogetherWhereBandsAreWiderThanTheirGaps) {
   EXPECT_FALSE(strandsRunTogether(withField(d, Param::Width, "22")));
   EXPECT_TRUE(strandsRunTogether(withField(d, Param::Width, "23")));
   EXPECT_FALSE(strandsRunTogether({}));
+}
+
+TEST(KnotStages, TakeOverNoOtherKnotThanTheirDocuments) {
+  KnotStages stages, others;
+  Knot fresh;
+  Document d = withCheck(*newGrid({}), Check::FitBands, true);
+  int number = 0;
+  for (const auto& [p, text] : {std::pair{Param::XNo, "4"},
+                                {Param::Swish, "20"},
+                                {Param::Smooth, "3"},
+                                {Param::YNo, "5"},
+                                {Param::StartColour, "7"},
+                                {Param::XNo, "3"}}) {
+    const Document before = d;
+    d = *changeField(d, p, text);
+    ASSERT_TRUE(stages.followGrid(d));
+    EXPECT_TRUE(p != Param::XNo || stages.strands() == 0) << "nobody has asked for them";
+    EXPECT_TRUE(followsFreshly(stages, d, fresh));
+    EXPECT_EQ(stages.strands() == number, p == Param::Smooth);
+    number = stages.strands();
+    EXPECT_TRUE(followsFreshly(others, before, fresh));
+    const Document swung = fitBands(withField(d, Param::Swish, "3"));
+    EXPECT_TRUE(followsFreshly(stages, d, fresh) && stages.strands() == number) << "fitted meanwhile";
+    EXPECT_TRUE(followsFreshly(others, swung, fresh));
+  }
 }
 
 TEST(KnotStages, DoWhatIsOutOfDateAndNothingElse) {
