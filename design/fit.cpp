@@ -23,6 +23,7 @@ constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 // Bands that lie beside each other without crossing take no more than the room there, unless they would have
 // to be narrower than this part, or than that of what the grid would give them.
 constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
+constexpr double kWhole = 1e-6;  // that a whole number of pixels may have lost by rounding
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
 /// A document's knot, until the next one is made; nothing where there is none.
@@ -234,7 +235,7 @@ Document fitBands(const Document& document, BandShares shares) {
   for (int round = 0; round < kFitRounds; ++round) {
     const double outer = width.outer / zoomOf(next, boxes);
     // Bands are drawn in whole pixels.
-    next = withBands(std::move(next), width.isMost ? std::floor(outer) : outer, shares.edge);
+    next = withBands(std::move(next), width.isMost ? std::floor(outer + kWhole) : outer, shares.edge);
   }
   return next;
 }
