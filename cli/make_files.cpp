@@ -179,6 +179,11 @@ void FileMaker::noteIgnoredOptions() {
   for (const OutputOption& option : line_.outputOptions) noteIgnored(fields, option);
 }
 
+std::string_view roomAdvice(MoreRoom room) {
+  if (room == MoreRoom::fewerCells) return ": fewer cells make room";
+  return room == MoreRoom::fitBands ? ": --fit makes room" : ": a smaller vtWidth without --fit makes room";
+}
+
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
 /// knots nobody wants to read it.
 void FileMaker::noteOverlap(const OutputJob& job, Report& report) const {
@@ -186,10 +191,9 @@ void FileMaker::noteOverlap(const OutputJob& job, Report& report) const {
   const double overlap = silent ? 0 : bandOverlap(job.document, job.knot);
   if (overlap <= 0) return;
   const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
-  report.note(
-      "the bands run together by " +
-      (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
-      (job.document.fields.check(Check::FitBands) ? ": fewer cells make room" : ": --fit makes room"));
+  report.note("the bands run together by " +
+              (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
+              std::string(roomAdvice(moreRoom(job.document))));
 }
 
 /// Document, knot and options of one member.

@@ -275,4 +275,11 @@ double bandOverlap(const Document& document, const Knot& knot) {
   return std::max(0.0, overlap);
 }
 
+MoreRoom moreRoom(const Document& document) {
+  const auto width = [](const Document& d) { return d.fields.number(Param::Width); };
+  if (document.fields.text(Param::Width) == parameterSpec(Param::Width).min) return MoreRoom::fewerCells;
+  return width(fitBands(document, document.bands)) < width(document) ? MoreRoom::fitBands
+                                                                     : MoreRoom::smallerWidth;
+}
+
 }  // namespace lorivan

@@ -36,4 +36,9 @@ std::optional<double> drawnRoom(const Knot& knot);
 /// gaps.
 double bandOverlap(const Document& document, const Knot& knot);
 
+/// What makes room for bands that run together. Bands at their least width need larger cells. Fitted bands
+/// may still run together, as at walls, whatever the size of the cells is: then only a smaller width helps.
+enum class MoreRoom { fewerCells, smallerWidth, fitBands };
+MoreRoom moreRoom(const Document& document);
+
 }  // namespace lorivan

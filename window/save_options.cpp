@@ -69,8 +69,9 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
   return good;
 }
 
-WrongLine wrongAt(std::optional<double> OutputOptions::*length, std::string why) {
-  const auto place = std::ranges::find(kShown, length, &Choice::length);
+template <class Value>
+WrongLine wrongAt(Value OutputOptions::*value, Value OutputOptions::*Choice::*kind, std::string why) {
+  const auto place = std::ranges::find(kShown, value, kind);
   return {static_cast<std::size_t>(place - kShown.begin()), std::move(why)};
 }
 
@@ -85,10 +86,15 @@ std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
                             : tr("{1} is no length from 0.01 to 100000 millimetres.", quoted(text))};
   }
   options = optionsOf(lines);
+  if (options.outline && options.lines)
+    return wrongAt(&OutputOptions::lines, &Choice::flag,
+                   tr("Outlines have the centre lines, too: check only one of both."));
   if (options.kerf && !options.outline)
-    return wrongAt(&OutputOptions::kerf, tr("Only outlines make up for a cut: check them, too."));
+    return wrongAt(&OutputOptions::kerf, &Choice::length,
+                   tr("Only outlines make up for a cut: check them, too."));
   if (options.solid && options.height)
-    return wrongAt(&OutputOptions::height, tr("A fused body takes the width, not the height."));
+    return wrongAt(&OutputOptions::height, &Choice::length,
+                   tr("A fused body takes the width, not the height."));
   return std::nullopt;
 }
 

@@ -110,5 +110,33 @@ TEST(Fit, OverlapIsToldInPixels) {
   EXPECT_LT(overlap, 30);
 }
 
+TEST(Fit, WhatMakesRoomIsTrue) {
+  // A wall in the middle: fitted bands run together there, however few the cells are.
+  const auto walled = [](const char* cells) {
+    const Document grid =
+        withFittedStyle(gridOf(Shape::SquareSquare, cells, cells, "30"), *findPreset("Illuminated"));
+    std::vector<int> inner;
+    for (int i = 0; const KnotLine& line : *grid.lines) {
+      if (std::max(std::abs(line.MidX), std::abs(line.MidY)) < 20) inner.push_back(i);
+      ++i;
+    }
+    return withKind(grid, {inner.front()}, kWall, {});
+  };
+  const auto overlap = [](const Document& document) {
+    Knot knot;
+    EXPECT_TRUE(makeKnot(document, knot));
+    return bandOverlap(document, knot);
+  };
+  const Document fitted = walled("4"), narrow = withField(fitted, Param::Width, "2");
+  const Document wide = *changeField(fitted, Param::Width, "30");
+  EXPECT_GT(overlap(fitted), 0);
+  EXPECT_GT(overlap(walled("2")), 0);
+  EXPECT_EQ(moreRoom(fitted), MoreRoom::smallerWidth);
+  EXPECT_LT(overlap(*changeField(fitted, Param::Width, "4")), overlap(fitted));
+  EXPECT_EQ(moreRoom(wide), MoreRoom::fitBands);
+  EXPECT_LT(overlap(fitBands(wide)), overlap(wide));
+  EXPECT_EQ(moreRoom(narrow), MoreRoom::fewerCells);
+}
+
 }  // namespace
 }  // namespace lorivan

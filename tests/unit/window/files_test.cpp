@@ -159,7 +159,10 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   lines[2].text = "";
   lines[5].text = "0.15";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 5U) << "only outlines have a cut";
-  lines[4].on = lines[8].on = true;
+  lines[4].on = lines[6].on = true;
+  EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 6U) << "outlines and centre lines are two drawings";
+  lines[6].on = false;
+  lines[8].on = true;
   EXPECT_EQ(optionsOf(lines),
             (OutputOptions{.millimetres = 60, .solid = true, .outline = true, .kerf = 0.15}));
   EXPECT_EQ(readSaveOptions(saveOptionsText(optionsOf(lines))), optionsOf(lines));
