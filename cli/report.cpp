@@ -18,7 +18,8 @@ void Report::told(const std::string& lines) {
 int Report::fail(const Error& error, const std::string& where) {
   std::string oneLine = where + error.message;
   std::erase(oneLine, '\r');
-  for (std::size_t at = 0; (at = oneLine.find('\n', at)) != std::string::npos;) oneLine.replace(at, 1, ". ");
+  for (std::size_t at = 0; (at = oneLine.find('\n', at)) != std::string::npos;)
+    oneLine.replace(at, 1, at > 0 && oneLine[at - 1] == '.' ? " " : ". ");
   line(oneLine);
   return exitStatusOf(error.kind);
 }

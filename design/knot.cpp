@@ -24,37 +24,29 @@ Status KnotStages::followGrid(const Document& document) {
     lines_ = document.lines;  // equal, but perhaps another copy
     return {};
   }
-  if (takeOver(document, wrap)) return {};
   walked_.reset();
-  ready_.reset();
   lines_ = document.lines;
   cellSize_ = document.CellSize;
   wrap_ = wrap;
   return takeLines(knot_->graph, document);
 }
 
-/// Exchanges knots with the working stages where theirs has these very lines. Its strands count when they are
-/// asked for.
-bool KnotStages::takeOver(const Document& document, const Wrap& wrap) {
+/// Exchanges knots with the working stages where theirs has the strands that are to be walked.
+bool KnotStages::takeOver(const TraceSettings& settings) {
   KnotStages& other = workingStages();
-  if (this == &other || !document.lines || !other.walked_ || !other.lines_.sameAs(document.lines) ||
-      other.cellSize_ != document.CellSize || other.wrap_ != wrap)
+  if (this == &other || other.walked_ != settings || !other.lines_.sameAs(lines_) ||
+      other.cellSize_ != cellSize_ || other.wrap_ != wrap_)
     return false;
-  const int walk = walk_;
+  const int walk = walk_ + 1;
   std::swap(*this, other);
   walk_ = walk;
-  ready_ = std::exchange(walked_, std::nullopt);
   return true;
 }
 
 Result<TraceEnd> KnotStages::trace(const Document& document, const TraceWatcher& watcher) {
   if (const Status taken = followGrid(document); !taken) return taken.error();
   const TraceSettings settings = traceSettings(document.fields);
-  if (ready_ && ready_ == settings && !watcher) {
-    walked_ = std::exchange(ready_, std::nullopt);
-    ++walk_;
-  }
-  if (watcher || walked_ != settings)
+  if (watcher || (walked_ != settings && !takeOver(settings)))
     if (const auto end = walk(settings, watcher); !end || *end != TraceEnd::complete) return end;
   const Curve wanted{document.fields.whole(Param::Smooth),
                      samplesPerPoint(document.fields.number(Param::Scale))};
@@ -65,7 +57,6 @@ Result<TraceEnd> KnotStages::trace(const Document& document, const TraceWatcher&
 
 Result<TraceEnd> KnotStages::walk(const TraceSettings& settings, const TraceWatcher& watcher) {
   walked_.reset();
-  ready_.reset();
   sampled_.reset();
   auto end = walkStrands(*knot_, settings, watcher);
   if (!end || *end != TraceEnd::complete) return end;

@@ -56,20 +56,19 @@ class KnotStages {
   };
 
   Result<TraceEnd> walk(const TraceSettings& settings, const TraceWatcher& watcher);
-  bool takeOver(const Document& document, const Wrap& wrap);
+  bool takeOver(const TraceSettings& settings);
 
   std::unique_ptr<Knot> knot_;
   Shared<KnotLines> lines_;
   std::int16_t cellSize_ = 0;
   Wrap wrap_;
   std::optional<TraceSettings> walked_;  // what the strands were walked with
-  std::optional<TraceSettings> ready_;   // the same of a knot that was taken over, and not asked for yet
   std::optional<Curve> sampled_;
   int walk_ = 0;
 };
 
 /// Those that functions from one document to another make their knots in, one of each thread. The next stages
-/// to follow a document that these have followed last take its knot over instead of making it again.
+/// to trace a document that these have traced last take its knot over instead of making it again.
 KnotStages& workingStages();
 
 /// All stages at once. Errors are the program's messages.

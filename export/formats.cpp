@@ -36,7 +36,7 @@ constexpr auto kFormats = std::to_array<ExportFormat>({
     {"xyz", "xyz", "(XYZ) XYZ", "list of the model's points", FormatKind::model, WidthOf::model, "optXYZ", 7, 0, writeXyz},
     {"gemvision", "gmv", "(GemVision) gmv", "GemVision points", FormatKind::model, WidthOf::nothing, "optGemVision", 6, 4,
      writeGemVision},
-    {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces; 2-D polylines with chkDXF2D=1 or --outline", FormatKind::model, WidthOf::model,
+    {"dxf3d", kDxf, "(Autocad) DXF", "AutoCAD 3-D faces, or 2-D polylines with 2D DXF (chkDXF2D) or outlines (--outline)", FormatKind::model, WidthOf::model,
      "optDXF", 4, 0, writeDxf3D},
     {"dxf2d", kDxf, "(Autocad) DXF", "", FormatKind::model, WidthOf::drawing, "optDXF", 4, 0, writeDxf2D},
 });

@@ -8,20 +8,20 @@ namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;        // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;        // cosine of the turn from which on a covering band may come back
-constexpr double kFlatAhead = 0.985;   // the same at flat crossings
-constexpr double kFarLeg = 6;          // times the width that is covered, where that is looked for
-constexpr double kMostDelay = 2;       // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;          // samples that a covering band is followed beyond an exit
-constexpr double kStraightArc = 0.1;   // of the way between two crossings that a straight line strays
+constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
+constexpr double kFlatAhead = 0.985;  // the same at flat crossings
+constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
+constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
+constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
+constexpr int kArcParts = 16;
+constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and the line half way
 constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
 constexpr double kClearStep = 0.5;     // samples
-constexpr int kArcParts = 16;
-constexpr double kLeastSlant = 0.4;  // sine of the angle between that way and the line half way
-constexpr double kFarthest = 40;     // the same where it lies above the other all the way
-constexpr double kGapStep = 0.2;     // of the distance at which bands have room, along a covering band
-constexpr double kCoverReach = 8;    // times the width that is covered: where a covering band may come back
+constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
+constexpr double kFarthest = 40;       // the same where it lies above the other all the way
+constexpr double kGapStep = 0.2;       // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.

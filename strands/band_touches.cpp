@@ -303,22 +303,21 @@ class TouchSearch {
                                         : walk(numberB, two, t, one, s, sense, touch.distance);
         if (!leadsApart && isSure_) noteFollowed(numberA, one, numberB, two, sameSense);
         if (!leadsApart) return;
-        extend(isFirst ? touch.first : touch.besideSecond, one);
-        extend(isFirst ? touch.besideFirst : touch.second, two);
+        extend(isFirst ? touch.first : touch.besideSecond, one.from, one.to);
+        extend(isFirst ? touch.besideFirst : touch.second, two.from, two.to);
       }
     if (isKnown(touch)) return;
     noteFollowed(numberA, touch.first, numberB, touch.second, sameSense);
     found_.touches.push_back(std::move(touch));
   }
 
-  static void extend(BandPiece& piece, const BandPiece& more) {
-    piece.from = std::min(piece.from, more.from);
-    piece.to = std::max(piece.to, more.to);
+  static void extend(BandPiece& piece, double from, double to) {
+    piece.from = std::min(piece.from, from);
+    piece.to = std::max(piece.to, to);
   }
 
   /// Whether two places are where lines cross, or lie on one bend.
-  bool isMet(int numberA, const BandLoop& a, double s, Vec here, const BandLoop& b, double t,
-             Vec there) const {
+  bool isMet(int numberA, const BandLoop& a, double s, Vec here, const BandLoop& b, double t, Vec there) {
     if (lengthOf(there - here) < kMet * reach_) return true;
     const auto same = a.sameLine(b);
     if (!same) return false;
@@ -329,7 +328,7 @@ class TouchSearch {
   }
 
   /// How far it is along a loop's chords from its beginning to a sample, of any lap.
-  double wayTo(int number, int sample) const {
+  double wayTo(int number, int sample) {
     const BandLoop& loop = loops_[number];
     std::vector<double>& ways = lengths_[number];
     if (ways.empty()) {
@@ -349,44 +348,52 @@ class TouchSearch {
     double least;         // distance
   };
 
-  /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
-  /// part of the gap before that; false where there is none.
-  bool walk(int number, BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) const {
-    const BandLoop &a = one.loop, &b = two.loop;
-    BandLoop::Spot here = a.spot(s), there = b.spot(t);
-    const auto side = [&] { return cross(there.along, here.at - there.at) > 0; };
-    const bool first = side();
-    Seen seen{s, t, t, least}, beforeGap = seen;
-    double way = 0, gap = 0;
-    bool leadsApart = true;
-    for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
-      const struct {
-        Vec at;
-        double apart;
-      } before{here.at, lengthOf(there.at - here.at)};
-      s += sense * std::min(1.0, kStep * reach_ / std::max(lengthOf(here.along), 1e-9));
+  /// Two places side by side, of which the first one goes on.
+  struct Pair {
+    Pair(const BandLoop& one, double place, const BandLoop& two, double placeOnTwo)
+        : a(one), b(two), s(place), t(placeOnTwo), here(one.spot(place)), there(two.spot(placeOnTwo)) {}
+    bool isAbove() const { return cross(there.along, here.at - there.at) > 0; }
+    double apart() const { return lengthOf(there.at - here.at); }
+    /// By a way in pixels, or a whole place where that is less.
+    void step(int sense, double way) {
+      s += sense * std::min(1.0, way / std::max(lengthOf(here.along), 1e-9));
       here = a.spot(s);
       t = b.nearest(here.at, t);
       there = b.spot(t);
-      const double apart = lengthOf(there.at - here.at);
-      isSure_ = gap == 0 && std::max(apart, before.apart) < kSure * reach_;
-      if (side() != first || isMet(number, a, s, here.at, b, t, there.at)) {
+    }
+    const BandLoop &a, &b;
+    double s, t;
+    BandLoop::Spot here, there;
+  };
+
+  /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
+  /// part of the gap before that; false where there is none.
+  bool walk(int number, BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) {
+    Pair at(one.loop, s, two.loop, t);
+    const bool first = at.isAbove();
+    Seen seen{s, t, t, least}, beforeGap = seen;
+    double way = 0, gap = 0, apart = at.apart();
+    bool leadsApart = true;
+    for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
+      const Vec from = at.here.at;
+      at.step(sense, kStep * reach_);
+      const double apartBefore = std::exchange(apart, at.apart());
+      isSure_ = gap == 0 && std::max(apart, apartBefore) < kSure * reach_;
+      if (at.isAbove() != first || isMet(number, at.a, at.s, at.here.at, at.b, at.t, at.there.at)) {
         leadsApart = gap > 0;
         if (leadsApart) seen = beforeGap;
         break;
       }
-      const double gone = lengthOf(here.at - before.at);
+      const double gone = lengthOf(at.here.at - from);
       way += gone;
-      seen = {s, std::min(seen.low, t), std::max(seen.high, t), std::min(seen.least, apart)};
+      seen = {at.s, std::min(seen.low, at.t), std::max(seen.high, at.t), std::min(seen.least, apart)};
       far = apart < reach_ ? 0 : far + gone;
       if (apart < std::max(reach_, gap)) continue;
       gap = apart;
       beforeGap = seen;
     }
-    one.from = std::min(one.from, seen.s);
-    one.to = std::max(one.to, seen.s);
-    two.from = std::min(two.from, seen.low);
-    two.to = std::max(two.to, seen.high);
+    extend(one, seen.s, seen.s);
+    extend(two, seen.low, seen.high);
     least = seen.least;
     return leadsApart;
   }
@@ -450,9 +457,8 @@ class TouchSearch {
   std::span<const char> marks_;
   Seam seam_;
   double reach_;
-  mutable std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
-  mutable bool isSure_ =
-      false;  // whether other steps on the walk that failed last would have led there as well
+  std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
+  bool isSure_ = false;  // whether other steps on the walk that failed last would have led there as well
   std::vector<Followed> followed_;
   std::vector<std::vector<std::vector<std::uint32_t>>> followedAt_;  // numbers, by loops and parts of them
   std::vector<Way> ways_;

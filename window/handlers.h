@@ -175,6 +175,7 @@ class Handlers {
   void tellSaved(const std::string& path, const std::string& more = {});
   const ExportFormat* chosenFormat() const;
   std::shared_ptr<KnotModel> modelFor(const ExportFormat& format);
+  void tellNotSaved(const Error& error);
   Status writeModel(const ExportFormat& format, std::shared_ptr<KnotModel> model, const std::string& path,
                     std::string& note);
   void shapeGrid(const std::string& name, const Result<Document>& made, const std::string& remark = "");

@@ -197,17 +197,17 @@ void Handlers::mnuFileSave3D_Click() {
   std::string note;
   const Status written = writeModel(*format, model, path, note);
   window.setBusy(false);
-  if (written) {
-    const bool body = bench_.saveOptions.solid && format->takesSolid;  // whose polygons are others
-    tellSaved(path, body ? std::string() : trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));
-    if (!note.empty()) bench_.statusToo(note);
-    return;
-  }
-  const ErrorKind kind = written.error().kind;
-  // Limits and the template that is not there have messages of their own.
-  const bool message = kind == ErrorKind::limit || kind == ErrorKind::input;
-  if (message) bench_.complain(written.error().message);
-  bench_.status(message ? tr("Nothing was saved") : written.error().message);
+  if (!written) return tellNotSaved(written.error());
+  const bool body = bench_.saveOptions.solid && format->takesSolid;  // whose polygons are others
+  tellSaved(path, body ? std::string() : trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));
+  if (!note.empty()) bench_.statusToo(note);
+}
+
+/// Limits and the template that is not there have messages of their own.
+void Handlers::tellNotSaved(const Error& error) {
+  const bool message = error.kind == ErrorKind::limit || error.kind == ErrorKind::input;
+  if (message) bench_.complain(error.message);
+  bench_.status(message ? tr("Nothing was saved") : error.message);
 }
 
 /// A file that was there before stays as it is unless the new one is complete. `note` is what its maker must

@@ -9,7 +9,7 @@ namespace {
 
 // Digits that a column holds: the side panel has long labels, and with the widest of the usual fonts a small
 // window is still to fit an 800 x 600 screen.
-constexpr double kSideDigits = 1.7, kStripDigits = 1.63;
+constexpr double kSideDigits = 1.7, kStripDigits = 1.655;
 
 /// Distances in device pixels, and the two sizes that give way: the width of a column and the height of a
 /// line.

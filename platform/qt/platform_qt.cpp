@@ -147,7 +147,6 @@ Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec,
     application_ = std::make_unique<QApplication>(count, arguments);
     QApplication::setApplicationName(QStringLiteral("Lorivan"));
     QApplication::setQuitOnLastWindowClosed(false);
-    display_.reset();
     applyLook(*application_);
     nameRoles();
     // The texts of Qt's own dialogs, where they are installed.
@@ -156,6 +155,7 @@ Result<std::unique_ptr<Window>> PlatformQt::createWindow(const WindowSpec& spec,
                            QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
       QCoreApplication::installTranslator(dialogTexts_.get());
   }
+  display_.reset();
   return makeWindowQt(spec, events);
 }
 

@@ -67,7 +67,7 @@ TEST(Fit, FollowsWhateverChangesTheRoom) {
     if (std::max(std::abs(line.MidX), std::abs(line.MidY)) < 45) inner.push_back(i);
     ++i;
   }
-  Document own = fitted;  // the same lines as a shape of one's own
+  Document own = fitted;  // the same lines as a custom shape
   own.fields.shape = Shape::Custom;
   const std::pair<const char*, Result<Document>> changes[] = {
       {"Smooth", changeField(fitted, Param::Smooth, "6")},

@@ -98,7 +98,7 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuFileSaveAs", "&File|Save knot file &as...|Ctrl+Shift+S", [this, knot] { w->userDrops(knot), file("other.qzd")(); }, [this] { return wrote("other.qzd"); }},
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
     {"mnuFileSaveEMF", "&File|Save knot as &EMF...|", file("k.emf"), [this] { return wrote("k.emf"); }},
-    {"mnuFileSave3D", "&File|Save knot as &3D file...|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl") && (file("k.3mf")(), pick("mnuFileSave3D"), Folder::contents(folder.file("k.3mf")).starts_with("PK")); }},
+    {"mnuFileSave3D", "&File|Save knot as &3D file|", [this] { click("optSTL"), file("k.stl")(); }, [this] { return wrote("k.stl") && (file("k.3mf")(), pick("mnuFileSave3D"), Folder::contents(folder.file("k.3mf")).starts_with("PK")); }},
     {"mnuFileSaveAnimation", "&File|Save ani&mation...|", file("k.svg"), [this] { return Folder::contents(folder.file("k.svg")).find("@keyframes") != std::string::npos; }},
     {"mnuFileSaveOptions", "&File|Saving &options...|", [this] { platform.dialogs.answerOptions(withLines({"80.5", "", "640", "", "x"})); }, [this] {
       return bench().saveOptions == OutputOptions{.width = 640, .millimetres = 80.5, .outline = true};
