@@ -85,6 +85,16 @@ TEST(Fit, FollowsWhateverChangesTheRoom) {
   EXPECT_EQ(changeField(typed, Param::Smooth, "6")->fields.text(Param::Width), "3");
 }
 
+TEST(Fit, BandsTakeTheRoomBesideEachOtherWhereALittleLessMakesIt) {
+  const auto fitted = [](const char* smooth) {
+    return *changeField(fitBands(gridOf(Shape::SquareTriangle, "2", "3", "30")), Param::Smooth, smooth);
+  };
+  Knot knot;
+  ASSERT_TRUE(makeKnot(fitted("4"), knot));
+  EXPECT_EQ(bandOverlap(fitted("4"), knot), 0);
+  EXPECT_GT(fitted("2").fields.number(Param::Width), 6) << "they would be too narrow";
+}
+
 TEST(Fit, StylesKeepTheirCharacter) {
   const Document grid = gridOf(Shape::Hexagonal, "4", "4", "25");
   const auto width = [&](const char* style) {

@@ -90,6 +90,9 @@ TEST(KnotStages, TakeOverNoOtherKnotThanTheirDocuments) {
     EXPECT_TRUE(followsFreshly(others, before, fresh));
     const Document swung = fitBands(withField(d, Param::Swish, "3"));
     EXPECT_TRUE(followsFreshly(stages, d, fresh) && stages.strands() == number) << "fitted meanwhile";
+    KnotStages third;
+    fitBands(withCellSize(d, 40));
+    EXPECT_TRUE(followsFreshly(third, d, fresh)) << "with the same lines in other cells";
     EXPECT_TRUE(followsFreshly(others, swung, fresh));
   }
 }

@@ -173,6 +173,7 @@ TEST(Models, ColoursSizesAndTextsAreInThem) {
     EXPECT_NE(text.find(part), std::string::npos) << part;
   EXPECT_NE(archive.bytes.find("lorivan-knot:AAAA;"), std::string::npos) << "stored as it is";
   EXPECT_NE(archive.bytes.find("picture"), std::string::npos);
+  EXPECT_EQ(archive.bytes.find("thumbnail.png"), std::string::npos) << "which readers take for a texture";
   for (const char* part :
        {"\"baseColorFactor\":[0.21404", "<A> & \\\"B\\\"", "\"source\":\"lorivan-knot:AAAA;\""})
     EXPECT_NE(glb.bytes.find(part), std::string::npos) << part;

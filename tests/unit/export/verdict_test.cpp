@@ -111,14 +111,14 @@ TEST(Verdict, KnowsGapsAndPieces) {
 TEST(Verdict, StrandsThatRunThroughEachOtherTouch) {
   for (const int sides : {3, 5, 64}) {
     std::vector<std::vector<Vec3>> lines(2);
-    for (int i = 0; i < 200; ++i) {
-      const auto c = static_cast<float>(3 * std::cos(i * 0.0314159)),
-                 s = static_cast<float>(3 * std::sin(i * 0.0314159));
+    for (int i = 0; i < 100; ++i) {
+      const auto c = static_cast<float>(3 * std::cos(i * 0.0628318)),
+                 s = static_cast<float>(3 * std::sin(i * 0.0628318));
       lines[0].push_back({c, s, 0});
-      lines[1].push_back({6.3F + c, 0, s});
+      lines[1].push_back({6.5F + c, 0, s});
     }
-    const RingCrossing crossing{0, 300};
-    EXPECT_EQ(inspect(sweptTube(lines, sides, 0.5F), {&crossing, 1}, 3, TubeForm::polygons).touching, 1)
+    const RingCrossing crossing{0, 150};
+    EXPECT_EQ(inspect(sweptTube(lines, sides, 0.3F), {&crossing, 1}, 3, TubeForm::polygons).touching, 1)
         << sides;
   }
 }

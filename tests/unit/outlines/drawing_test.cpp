@@ -84,13 +84,13 @@ TEST(Svg, PathsAndShapesAreReadAsHandComputed) {
       {svg("<style>#i{fill:none} .b{fill:red} path{fill:red} .d{fill:none} .c{fill:red}</style>"
            "<path id='i' class='b' d='M0 0h1'/><path class='c d' d='M0 0h2'/>"),
        "0,0 1,0 0,0 2,0 0,0 z"},  // the more exact rule, of equal ones the last
-      {svg("<style>g .a, #o>g > path.b{fill:none} svg path{fill:red} g>.d .e > path{fill:none} > p{} p "
-           ">{}</style>"
+      {svg("<style>g .a, #o>g > path.b{fill:none} svg path{fill:red} g>.d .e > path, .d path.c{fill:none} "
+           "> p{} p >{}</style>"
            "<path class='a' d='M0 0h1'/><g id='o'><g><g><path class='a' d='M0 0h2'/></g>"
            "<path class='b' d='M0 0h3'/><g><path class='b' d='M0 0h4'/></g></g></g>"
            "<g><g class='d'><g class='e'><g class='d'><g class='e'><path d='M0 0h5'/></g></g><g>"
-           "<path d='M0 0h6'/></g></g></g></g>"),
-       "0,0 1,0 0,0 z 0,0 2,0 0,0 3,0 0,0 4,0 0,0 z 0,0 5,0 0,0 6,0 0,0 z"},
+           "<path d='M0 0h6'/><path class='c' d='M0 0h7'/></g></g></g></g>"),
+       "0,0 1,0 0,0 z 0,0 2,0 0,0 3,0 0,0 4,0 0,0 z 0,0 5,0 0,0 6,0 0,0 z 0,0 7,0"},
       {svg("<style><![CDATA[line{visibility:hidden}#l{visibility:visible}]]></style>"
            "<line x2='1'/><g visibility='hidden'><line id='l' x2='2'/></g>"),
        "0,0 2,0"},

@@ -264,8 +264,9 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
 }
 
 TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
-  // In gaps next to crossings, round bends, in loops that lie over themselves and where lines nearly meet.
-  for (const std::uint64_t seed : {11, 16, 31}) {
+  // In gaps next to crossings, round bends, in loops that lie over themselves, where lines nearly meet or
+  // lie on one another, at flat crossings and under a band that goes round a whole ring.
+  for (const std::uint64_t seed : {11, 16, 31, 107, 131, 334, 511, 757, 909}) {
     const auto n = static_cast<int>(seed);
     const Drawn drawn(static_cast<Shape>(n % 12), 3 + n % 2, 3, 2 + n % 5, 0.45 + 0.05 * (n % 3), seed);
     EXPECT_EQ(wrongPixels(drawn), 0) << seed;

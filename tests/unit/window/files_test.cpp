@@ -157,6 +157,8 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   lines[2].text = "0";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 2U);
   lines[2].text = "";
+  lines[5].text = "0";
+  EXPECT_FALSE(saveOptionsDialog({}).check(lines)) << "no cut";
   lines[5].text = "0.15";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 5U) << "only outlines have a cut";
   lines[4].on = lines[6].on = true;
