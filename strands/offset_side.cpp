@@ -21,11 +21,15 @@ constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nea
 /// Samples a side, more densely where it turns.
 class SideSampler {
  public:
-  SideSampler(const BandLoop& loop, double distance, const Turn& most, std::vector<LinePoint>& points)
-      : loop_(loop), distance_(distance), most_(most), folding_(most.angle / 4), points_(points) {
+  SideSampler(const BandLoop& loop, double distance, bool coarse, std::vector<LinePoint>& points)
+      : loop_(loop),
+        distance_(distance),
+        most_(coarse ? kCoarse : kFine),
+        folding_(most_.angle / 4),
+        points_(points) {
     // A fold of a line so far away is about that high, times half the square of its angle.
-    if (&most == &kCoarse && distance != 0)
-      folding_ = std::clamp(std::sqrt(kFoldSize / std::fabs(distance)), folding_, most.angle / 2);
+    if (coarse && distance != 0)
+      folding_ = std::clamp(std::sqrt(kFoldSize / std::fabs(distance)), folding_, most_.angle / 2);
   }
 
   void follow(double from, double to) {
@@ -175,7 +179,7 @@ void followSide(const BandLoop& loop, double from, double to, double distance, O
   side.corners.clear();
   thread_local std::vector<LinePoint> raw;
   raw.clear();
-  SideSampler(loop, distance, coarse ? kCoarse : kFine, raw).follow(from, to);
+  SideSampler(loop, distance, coarse, raw).follow(from, to);
   Unfolder(raw, distance, side).run();
 }
 
