@@ -32,6 +32,7 @@ struct Option {
   std::optional<double> OutputOptions::*length = nullptr;  // takes millimetres
   Heeds heeds = nullptr;                                   // null: every output follows
   bool toldForEach = false;                                // see OutputOption
+  bool mayBeNone = false;                                  // a length of 0 is right, too
 };
 const std::vector<Option>& options();
 
@@ -162,7 +163,7 @@ const std::vector<Option>& options() {
        "hidden layer holds their centre lines",
        nullptr, &OutputOptions::outline, nullptr, isCut, true},
       {"--kerf", "WIDTH", "width of a cut in millimetres: outlines lie half of it further out", nullptr,
-       nullptr, &OutputOptions::kerf, isCut},
+       nullptr, &OutputOptions::kerf, isCut, false, true},
       {"--lines", "",
        "svg, pdf and dxf hold every centre line once; they stop where a strand passes under another, or run "
        "through with --set chkFullyCrossed=1",
@@ -458,8 +459,7 @@ Status Parser::take(const Option& option) {
   if (option.heeds != nullptr && std::ranges::none_of(line_.outputOptions, isThis))
     line_.outputOptions.push_back({option.name, option.heeds, option.toldForEach});
   if (option.flag != nullptr) return flag(line_.output.*option.flag);
-  if (option.length != nullptr)
-    return takeLength(line_.output.*option.length, option.length == &OutputOptions::kerf);
+  if (option.length != nullptr) return takeLength(line_.output.*option.length, option.mayBeNone);
   return (this->*option.take)();
 }
 

@@ -26,10 +26,7 @@ struct Range {
 bool isDrawable(const std::vector<PointF>& contour) {
   if (contour.size() % 3 != 1) return contour.empty();
   bool is = true;  // asked of all, since none is ever missing: that takes less time
-  for (const PointF p : contour) {
-    is &= std::fabs(p.x) < kFarthest;
-    is &= std::fabs(p.y) < kFarthest;
-  }
+  for (const PointF p : contour) is &= isWithinReach(p);
   return is;
 }
 
