@@ -163,7 +163,7 @@ void RandomUserTest::typeField() {
   // Models of a million polygons have tests of their own.
   const bool many = p == Param::PolySides || p == Param::PolyPoints;
   const bool cells = p == Param::XNo || p == Param::YNo || p == Param::GridSize;
-  const std::string text = many || (cells && !oneIn(10)) ? std::to_string(below(9)) : number();
+  const std::string text = many || (cells && !oneIn(30)) ? std::to_string(below(9)) : number();
   did.push_back("type " + std::string(parameterSpec(p).field) + " \"" + text + '"');
   user_->focus(fieldControl(p));
   if (!user_->hasFocus(fieldControl(p))) return;
@@ -258,6 +258,7 @@ void RandomUserTest::act() {
   platform.memory.clock().advance(below(3000));
   while (did.size() > 40) did.pop_front();
   attempt([this] {
+    if (large() && oneIn(20)) return user_->drop(folder.file("knot.qzd"));  // has seen enough of it
     const int kind = below(20);
     if (kind < 5) return useControl();
     if (kind < 8) return typeField();
