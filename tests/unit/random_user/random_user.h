@@ -65,6 +65,7 @@ class RandomUserTest : public testing::Test {
   void useMouse();
   void changeSurroundings();
   std::string number();
+  std::string entryFor(Param p);
   PointI place(ControlId picture, int beside);
 
   Rnd random_;
