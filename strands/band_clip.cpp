@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <utility>
 
 #include "strands/centre_line.h"
@@ -20,7 +19,6 @@ constexpr double kPastSide = 1.15;  // of half a band, to where the middle betwe
 constexpr double kFarBeside = 3;    // times the width that is covered: no band lies further beside another
 constexpr double kEdgeShare = 0.8;  // of the distance of two bands, that an edge between them takes at most
 constexpr int kMiddleSteps = 24;    // towards a point of that middle; each one about halves what is left
-constexpr std::size_t kMostCuts = 20'000;  // with bands beside: more make no picture, only minutes of work
 constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
 /// A part of a line that may be a border. What it surrounds would lie on the side that quarter() points to.
@@ -60,7 +58,7 @@ class BandClipper {
   }
 
   std::optional<std::vector<std::vector<PointF>>> run() {
-    if (!cutAll()) return std::nullopt;
+    cutAll();
     keepParts();
     dropSpurs();
     auto contours = chain();
@@ -229,11 +227,8 @@ class BandClipper {
     std::ranges::sort(spans, {}, &Span::begin);
   }
 
-  /// In the order in which lines begin only those that lie side by side are compared. False where bands that
-  /// are far wider than there is room for lie beside one another again and again, their borders in a tangle.
-  bool cutAll() {
-    const bool hasBesides = std::ranges::any_of(covers_, [](const Cover& c) { return c.own.has_value(); });
-    const std::size_t most = hasBesides ? kMostCuts : std::numeric_limits<std::size_t>::max();
+  /// In the order in which lines begin only those that lie side by side are compared.
+  void cutAll() {
     thread_local std::vector<Span> spans;
     thread_local std::vector<std::uint32_t> near;
     takeSpans(spans);
@@ -248,11 +243,9 @@ class BandClipper {
       }
       for (std::size_t k = 0; k < count; ++k)
         cutBoth(std::min(one.line, near[k]), std::max(one.line, near[k]));
-      if (cuts_.size() > most) return false;
     }
     std::ranges::sort(
         cuts_, [](const Cut& a, const Cut& b) { return a.line != b.line ? a.line < b.line : a.at < b.at; });
-    return true;
   }
 
   void cutBoth(std::size_t i, std::size_t k) {

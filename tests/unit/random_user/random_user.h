@@ -33,7 +33,7 @@ class RandomUserTest : public testing::Test {
   const Document& document() { return main->bench().document(); }
   bool drawn() { return main->bench().knotDrawn(); }
   /// Whether one picture of the knot takes as long as many others.
-  bool large() { return main->bench().knot().graph.LastLine > 300; }
+  bool large() { return main->bench().knot().graph.LastLine > 100; }
 
   const bool onScreen;  // of a sort: the back end has real controls
   WatchedPlatform platform;
