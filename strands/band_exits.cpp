@@ -21,7 +21,10 @@ constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossi
 constexpr double kClearStep = 0.5;     // samples
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthest = 40;       // the same where it lies above the other all the way
-constexpr double kGapStep = 0.2;       // of the distance at which bands have room, along a covering band
+constexpr double kDive = 0.04;    // of the width that is covered, from where on a side has dived in again
+constexpr double kDiveWay = 12;   // times that width, along a side on which that is looked for
+constexpr double kFreed = 1.6;    // times it: a side as far away has come out for good
+constexpr double kGapStep = 0.2;  // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -160,7 +163,31 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
+  else if (const Meeting& m = meetings_[numberOf(c)]; end.isPlain && (m.isFlat || m.mayReturn))
+    end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
+}
+
+/// Whether a side that came out is clear of the covering band, and remains so on its way from it. Where both
+/// lines run almost side by side, or a corner lies in the crossing itself, it may dive in again.
+bool BandExits::staysClear(const BandCrossing& c, double distance, int direction,
+                           const BandExit& exit) const {
+  const BandLoop &under = loop(c.under), &over = overOf(c);
+  const double end = room(c.under, c.underAt, direction) - (exit.place - c.underAt) * direction;
+  double foot = exit.foot, samples = 0;
+  for (double way = 0; samples < end && way < kDiveWay * clear_;) {
+    const BandLoop::Spot spot = under.spot(exit.place + direction * samples);
+    const Vec at = offsetPoint(spot, distance);
+    foot = over.nearest(at, foot);
+    const double far = lengthOf(at - over.spot(foot).at);
+    if (far < (1 - kDive) * clear_) return false;
+    if (far > kFreed * clear_) return true;
+    const double speed = std::max(lengthOf(spot.along), 1e-9),
+                 step = std::min(1.0, kGapStep * clear_ / speed);
+    samples += step;
+    way += step * speed;
+  }
+  return true;
 }
 
 /// Whether no bend between two places comes near to folding a line at a distance beside it.
