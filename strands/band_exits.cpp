@@ -18,6 +18,7 @@ constexpr double kStraightArc = 0.1;  // of the way between two crossings that a
 constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and the line half way
 constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
+constexpr double kBent = 0.972;        // cosine of a turn within a sample that may mislead Newton's steps
 constexpr double kClearStep = 0.5;     // samples
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthest = 40;       // the same where it lies above the other all the way
@@ -46,6 +47,13 @@ std::vector<double> bendsOf(const BandLoop& band) {
 bool isFlat(Vec a, Vec b) {
   const double area = cross(a, b);
   return area * area < kFlatCrossing * kFlatCrossing * dot(a, a) * dot(b, b);
+}
+
+/// Whether a line turns at once on one side of a place, of which the direction is known.
+bool isBent(const BandLoop& loop, double place, Vec along) {
+  const int low = static_cast<int>(std::floor(place + 0.5));
+  const double least = kBent * lengthOf(along);
+  return dot(loop.direction(low - 1), along) < least || dot(loop.direction(low + 1), along) < least;
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
@@ -112,6 +120,8 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     made.over = overOf(c).spot(c.overAt);
     made.isFlat = isFlat(made.under.along, made.over.along);
     made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
+    made.mayDive = made.isFlat || made.mayReturn || isBent(loop(c.under), c.underAt, made.under.along) ||
+                   isBent(loop(c.over), c.overAt, made.over.along);
   }
 }
 
@@ -163,7 +173,7 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
-  else if (const Meeting& m = meetings_[numberOf(c)]; end.isPlain && (m.isFlat || m.mayReturn))
+  else if (end.isPlain && meetings_[numberOf(c)].mayDive)
     end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
 }

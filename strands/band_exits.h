@@ -105,6 +105,7 @@ class BandExits {
   struct Meeting {
     BandLoop::Spot under, over;
     bool isFlat = false, mayReturn = false;
+    bool mayDive = false;  // whether its ends are looked at once more
   };
   std::vector<Meeting> meetings_;                        // of each crossing
   std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one
