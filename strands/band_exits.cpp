@@ -19,6 +19,8 @@ constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and the line half way
 constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
 constexpr double kBent = 0.972;        // cosine of a turn within a sample that may mislead Newton's steps
+constexpr double kSlanted = 2.5;       // times the way out of one side, for the other one
+constexpr double kRoundEnd = 0.4;      // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;     // samples
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthest = 40;       // the same where it lies above the other all the way
@@ -54,6 +56,12 @@ bool isBent(const BandLoop& loop, double place, Vec along) {
   const int low = static_cast<int>(std::floor(place + 0.5));
   const double least = kBent * lengthOf(along);
   return dot(loop.direction(low - 1), along) < least || dot(loop.direction(low + 1), along) < least;
+}
+
+/// Whether one side comes out much later than the other.
+bool isSlanted(double crossing, double a, double b) {
+  const double one = std::fabs(a - crossing), two = std::fabs(b - crossing);
+  return std::max(one, two) > kSlanted * std::min(one, two);
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
@@ -167,19 +175,22 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
-  end.isPlain = end.isPlain && !end.limit &&
+  const BandLoop& over = loop(c.over);
+  const Vec there = over.direction(static_cast<int>(std::lround(a.foot)));
+  const bool isRound = dot(there, over.direction(static_cast<int>(std::lround(b.foot)))) < kRoundEnd;
+  end.isPlain = end.isPlain && !end.limit && !isRound &&
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
                        std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
-  else if (end.isPlain && meetings_[numberOf(c)].mayDive)
+  else if (end.isPlain && (meetings_[numberOf(c)].mayDive || isSlanted(c.underAt, a.place, b.place)))
     end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
 }
 
-/// Whether a side that came out is clear of the covering band, and remains so on its way from it. Where both
-/// lines run almost side by side, or a corner lies in the crossing itself, it may dive in again.
+/// Whether a side came out where it becomes clear of the covering band, and remains so on its way from it.
+/// Where both lines run almost side by side, or a corner lies in the crossing itself, it may dive in again.
 bool BandExits::staysClear(const BandCrossing& c, double distance, int direction,
                            const BandExit& exit) const {
   const BandLoop &under = loop(c.under), &over = overOf(c);
@@ -190,7 +201,7 @@ bool BandExits::staysClear(const BandCrossing& c, double distance, int direction
     const Vec at = offsetPoint(spot, distance);
     foot = over.nearest(at, foot);
     const double far = lengthOf(at - over.spot(foot).at);
-    if (far < (1 - kDive) * clear_) return false;
+    if (far < (1 - kDive) * clear_ || (samples == 0 && far > (1 + kDive) * clear_)) return false;
     if (far > kFreed * clear_) return true;
     const double speed = std::max(lengthOf(spot.along), 1e-9),
                  step = std::min(1.0, kGapStep * clear_ / speed);
