@@ -16,18 +16,20 @@ constexpr double kMostDelay = 2;      // times the way out from under one leg, f
 constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
 constexpr int kArcParts = 16;
-constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and the line half way
-constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
-constexpr double kBent = 0.972;        // cosine of a turn within a sample that may mislead Newton's steps
-constexpr double kSlanted = 2.5;       // times the way out of one side, for the other one
-constexpr double kRoundEnd = 0.4;      // cosine of the turn along a band's end that is no plain one
-constexpr double kClearStep = 0.5;     // samples
-constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
-constexpr double kFarthest = 40;       // the same where it lies above the other all the way
-constexpr double kDive = 0.04;    // of the width that is covered, from where on a side has dived in again
-constexpr double kDiveWay = 12;   // times that width, along a side on which that is looked for
-constexpr double kFreed = 1.6;    // times it: a side as far away has come out for good
-constexpr double kGapStep = 0.2;  // of the distance at which bands have room, along a covering band
+constexpr double kLeastSlant = 0.4;     // sine of the angle between that way and the line half way
+constexpr double kFlatCrossing = 0.6;   // sine of the angle below which a crossing is flat
+constexpr double kBent = 0.972;         // cosine of a turn within a sample that may mislead Newton's steps
+constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that counts as straight
+constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
+constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
+constexpr double kClearStep = 0.5;      // samples
+constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
+constexpr double kFarthest = 40;   // the same where it lies above the other all the way
+constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
+constexpr double kLeaving = 0.35;  // sine of the angle at which it does not
+constexpr double kDiveWay = 12;    // times that width, along a side on which that is looked for
+constexpr double kFreed = 1.6;     // times it: a side as far away has come out for good
+constexpr double kGapStep = 0.2;   // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -59,8 +61,8 @@ bool isBent(const BandLoop& loop, double place, Vec along) {
 }
 
 /// Whether one side comes out much later than the other.
-bool isSlanted(double crossing, double a, double b) {
-  const double one = std::fabs(a - crossing), two = std::fabs(b - crossing);
+bool isSlanted(const BandCrossing& c, const BandEnd& end) {
+  const double one = std::fabs(end.side[0].place - c.underAt), two = std::fabs(end.side[1].place - c.underAt);
   return std::max(one, two) > kSlanted * std::min(one, two);
 }
 
@@ -176,23 +178,35 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
   const BandLoop& over = loop(c.over);
-  const Vec there = over.direction(static_cast<int>(std::lround(a.foot)));
-  const bool isRound = dot(there, over.direction(static_cast<int>(std::lround(b.foot)))) < kRoundEnd;
-  end.isPlain = end.isPlain && !end.limit && !isRound &&
+  const double turn = dot(over.direction(static_cast<int>(std::lround(a.foot))),
+                          over.direction(static_cast<int>(std::lround(b.foot))));
+  end.isPlain = end.isPlain && !end.limit && turn > kRoundEnd &&
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
                        std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
-  else if (end.isPlain && (meetings_[numberOf(c)].mayDive || isSlanted(c.underAt, a.place, b.place)))
+  else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
     end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
+}
+
+/// Whether a side surely came out of the covering band at an exit, and goes away from it.
+bool BandExits::leavesWell(const BandCrossing& c, double distance, int direction,
+                           const BandExit& exit) const {
+  const BandLoop::Spot s = loop(c.under).spot(exit.place), o = overOf(c).spot(exit.foot);
+  const Vec away = offsetPoint(s, distance) - o.at;
+  const double far = lengthOf(away);
+  return std::fabs(far - clear_) < kDive * clear_ &&
+         std::fabs(dot(away, o.along)) < kDive * clear_ * lengthOf(o.along) &&
+         direction * dot(s.along, away) > kLeaving * lengthOf(s.along) * far;
 }
 
 /// Whether a side came out where it becomes clear of the covering band, and remains so on its way from it.
 /// Where both lines run almost side by side, or a corner lies in the crossing itself, it may dive in again.
 bool BandExits::staysClear(const BandCrossing& c, double distance, int direction,
                            const BandExit& exit) const {
+  if (leavesWell(c, distance, direction, exit)) return true;
   const BandLoop &under = loop(c.under), &over = overOf(c);
   const double end = room(c.under, c.underAt, direction) - (exit.place - c.underAt) * direction;
   double foot = exit.foot, samples = 0;

@@ -90,6 +90,7 @@ class BandExits {
                                      double most) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
+  bool leavesWell(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
   bool staysClear(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                     bool isLimited) const;
