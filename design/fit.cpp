@@ -294,8 +294,7 @@ double bandOverlap(const Document& document, const Knot& knot) {
   if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
   const CrossingLines lines(knot, view);
   // Smoothing may bring crossings nearer together than they are on the grid.
-  if (const auto covered = coveredPart(lines, style))
-    overlap = std::max({overlap, *covered, style.outerWidth() - roomOf(lines).value_or(HUGE_VAL)});
+  if (const auto covered = coveredPart(lines, style)) overlap = std::max(overlap, *covered);
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
   eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
