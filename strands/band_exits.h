@@ -90,6 +90,8 @@ class BandExits {
                                      double most) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
+  bool leavesWell(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
+  bool staysClear(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                     bool isLimited) const;
   double wayToGap(const BandCrossing& c, int direction) const;
@@ -104,6 +106,7 @@ class BandExits {
   struct Meeting {
     BandLoop::Spot under, over;
     bool isFlat = false, mayReturn = false;
+    bool mayDive = false;  // whether its ends are looked at once more
   };
   std::vector<Meeting> meetings_;                        // of each crossing
   std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one

@@ -56,6 +56,7 @@ class Outliner {
       outlines.strands.push_back(outline(static_cast<int>(l), begin, at));
     }
     outlines.lost = lost_;
+    outlines.beside = static_cast<int>(touches_.touches.size());
     return outlines;
   }
 
