@@ -155,16 +155,20 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
   end.isPlain = end.isPlain && !end.limit &&
-                isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
-                       std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
-                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
+                isCalm(c.under, std::min({a.place, b.place, c.underAt}),
+                       std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
+                isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
   return end;
 }
 
-/// Whether no bend between two places comes near to folding a line at a distance beside it.
-bool BandExits::isCalm(int number, double from, double to, double distance) const {
+/// Whether no bend between two places, and a few samples further, comes near to folding a line at a distance
+/// beside it. Samples that were left out count as well.
+bool BandExits::isCalm(int number, double from, double to, double further, double distance) const {
+  const BandLoop& band = loop(number);
+  from -= further / band.samplesAt(from);
+  to += further / band.samplesAt(to);
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
     if (isTight(number, i, distance)) return false;
   return true;
