@@ -9,7 +9,7 @@ namespace {
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
+constexpr double kAhead = 0.72;       // cosine of the turn from which on a covering band may come back
 constexpr double kFlatAhead = 0.985;  // the same at flat crossings
 constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
@@ -310,12 +310,15 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
   double nearest = least;
   const int start = static_cast<int>(std::lround(exit.foot));
-  for (const int sense : {-1, 1})
+  for (const int sense : {-1, 1}) {
+    Vec from = over.point(start) - at;
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
-      const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
+      const Vec next = over.point(i + sense) - at, way = next - from;
       // Samples of straight lines may lie far apart.
-      const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
+      const double on = -dot(from, way);
+      const double part = on > 0 ? std::min(on / dot(way, way), 1.0) : 0;
       const Vec chord = from + way * part;
+      from = next;
       if (dot(chord, chord) > 16 * clear_ * clear_) break;
       if (dot(chord, chord) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
       const Vec away = over.spot(i + sense * part).at - at;
@@ -324,6 +327,7 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
       nearest = square;
       exit.foot = i + sense * part;
     }
+  }
   return nearest < least;
 }
 
