@@ -9,7 +9,7 @@ namespace {
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
 constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
-constexpr double kAhead = 0.72;       // cosine of the turn from which on a covering band may come back
+constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
 constexpr double kFlatAhead = 0.985;  // the same at flat crossings
 constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
 constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
