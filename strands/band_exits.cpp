@@ -181,9 +181,9 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   const double turn = dot(over.direction(static_cast<int>(std::lround(a.foot))),
                           over.direction(static_cast<int>(std::lround(b.foot))));
   end.isPlain = end.isPlain && !end.limit && turn > kRoundEnd &&
-                isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
-                       std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
-                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
+                isCalm(c.under, std::min({a.place, b.place, c.underAt}),
+                       std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
+                isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
   else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
@@ -225,8 +225,12 @@ bool BandExits::staysClear(const BandCrossing& c, double distance, int direction
   return true;
 }
 
-/// Whether no bend between two places comes near to folding a line at a distance beside it.
-bool BandExits::isCalm(int number, double from, double to, double distance) const {
+/// Whether no bend between two places, and a few samples further, comes near to folding a line at a distance
+/// beside it. Samples that were left out count as well.
+bool BandExits::isCalm(int number, double from, double to, double further, double distance) const {
+  const BandLoop& band = loop(number);
+  from -= further / band.samplesAt(from);
+  to += further / band.samplesAt(to);
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
     if (isTight(number, i, distance)) return false;
   return true;
@@ -368,12 +372,15 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
   double nearest = least;
   const int start = static_cast<int>(std::lround(exit.foot));
-  for (const int sense : {-1, 1})
+  for (const int sense : {-1, 1}) {
+    Vec from = over.point(start) - at;
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
-      const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
+      const Vec next = over.point(i + sense) - at, way = next - from;
       // Samples of straight lines may lie far apart.
-      const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
+      const double on = -dot(from, way);
+      const double part = on > 0 ? std::min(on / dot(way, way), 1.0) : 0;
       const Vec chord = from + way * part;
+      from = next;
       if (dot(chord, chord) > 16 * clear_ * clear_) break;
       if (dot(chord, chord) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
       const Vec away = over.spot(i + sense * part).at - at;
@@ -382,6 +389,7 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
       nearest = square;
       exit.foot = i + sense * part;
     }
+  }
   return nearest < least;
 }
 

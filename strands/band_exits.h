@@ -74,7 +74,7 @@ class BandExits {
   bool isSelf(const BandCrossing& c) const {
     return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
   }
-  bool isCalm(int number, double from, double to, double distance) const;
+  bool isCalm(int number, double from, double to, double further, double distance) const;
   bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over, double ahead) const;
   /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
   bool isTight(int number, int sample, double distance) const {
