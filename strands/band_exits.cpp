@@ -20,7 +20,7 @@ constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and
 constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
 constexpr double kClearStep = 0.5;     // samples
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
-constexpr double kFarthest = 40;       // the same where it lies above the other all the way
+constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
 constexpr double kGapStep = 0.2;       // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
@@ -252,7 +252,8 @@ double BandExits::wayToGap(const BandCrossing& c, int direction) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   const double reach = half_ + clear_;
   double way = 0, samples = 0, foot = c.underAt;
-  for (BandLoop::Spot spot = over.spot(c.overAt); way < kFarthest * clear_ && samples < over.size() / 2.0;) {
+  for (BandLoop::Spot spot = over.spot(c.overAt);
+       way < kFarthestAbove * clear_ && samples < over.size() / 2.0;) {
     const Vec before = spot.at;
     samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
     spot = over.spot(c.overAt + direction * samples);

@@ -9,9 +9,9 @@
 #include "custom/mesh_quality.h"
 #include "custom/outline.h"
 #include "custom/shape_file.h"
-#include "custom/symmetry.h"
 #include "graph/standard_grids.h"
 #include "shapes.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -162,9 +162,9 @@ TEST(AutoGrid, RefusesInTheWordsOfNewGridWhatNoLineCanHold) {
 TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
   KnotGraph graph;
   std::vector<double> filled;  // share of the outline, where cells are not too coarse for it
-  for (std::uint64_t seed = 1; seed <= 300; ++seed) {
+  for (int seed = 1; seed <= tries(300); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    const RandomCase c = randomCase(seed);
+    const RandomCase c = randomCase(static_cast<std::uint64_t>(seed));
     const GridView view(stretchFactor(c.skew));
     const auto made = AutoGrid(graph, c.shape, view, c.options);
     if (!made) {
@@ -179,7 +179,7 @@ TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
     expectKnot(graph);
     if (HasFatalFailure()) return;
   }
-  ASSERT_GT(filled.size(), 150U);
+  ASSERT_GT(static_cast<int>(filled.size()), tries(150));
   std::sort(filled.begin(), filled.end());
   EXPECT_GT(filled[filled.size() / 20], 0.88);
   EXPECT_NEAR(filled[filled.size() / 2], 1, 0.03);
@@ -246,6 +246,7 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
   for (const auto& loops : shapes)
     for (const bool triangles : {false, true})
       for (int size = 5; size <= 30; size += 3) {
+        if (isLeftOut(size)) continue;
         SCOPED_TRACE(testing::Message()
                      << loops[0].size() << " points, " << size << (triangles ? " triangles" : ""));
         KnotGraph graph;
@@ -254,21 +255,6 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
         EXPECT_TRUE(mirrored(graph));
         expectPlane(graph);
       }
-}
-
-TEST(AutoGrid, KnowsTheSymmetriesOfOutlines) {
-  const std::pair<std::vector<Spot>, std::size_t> cases[] = {
-      {box(150, 100, 350, 300), 8},
-      {box(100, 140, 400, 260), 4},
-      {{{150, 100}, {350, 150}, {300, 350}, {100, 300}}, 4},  // a turned square: its quarter turns
-      {{{100, 100}, {300, 100}, {400, 250}, {200, 250}}, 2},  // a parallelogram: its half turn
-      {{{100, 100}, {300, 100}, {420, 250}, {200, 290}}, 1}};
-  for (const auto& [loop, size] : cases) {
-    const CustomShape shape = shapeOf({loop});
-    const auto outline = Outline::of(shape, ShapeMapping(shape, GridView()));
-    ASSERT_TRUE(outline);
-    EXPECT_EQ(symmetriesOf(*outline, false, 1.5).size(), size);
-  }
 }
 
 /// A curve with so many lobes.
