@@ -306,21 +306,6 @@ TEST(AutoGrid, TrianglesTurnWithOutlinesThatTurn) {
     }
 }
 
-TEST(AutoGrid, EverySizeMakesAnotherGridOfARing) {
-  const CustomShape ring = shapeOf({turned(72, 145, 145), turned(72, 125, 125)});
-  std::set<std::vector<int>> grids;
-  for (const int size : {8, 9, 20, 21, 22, 40, 41, 55, 56, 59, 60}) {
-    KnotGraph graph;
-    ASSERT_TRUE(AutoGrid(graph, ring, GridView(), {size, false})) << size;
-    std::vector<int> places;
-    for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[j];
-      places.insert(places.end(), {line.X1, line.Y1, line.X2, line.Y2});
-    }
-    EXPECT_TRUE(grids.insert(std::move(places)).second) << size;
-  }
-}
-
 TEST(AutoGrid, MeasuresMeshesAsHandComputed) {
   // A square of four cells; three are filled, one of them by half, and a fourth cell lies beside the square.
   const Outline square({{{0, 0}, {40, 0}}, {{40, 0}, {40, 40}}, {{40, 40}, {0, 40}}, {{0, 40}, {0, 0}}});

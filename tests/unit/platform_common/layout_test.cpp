@@ -113,13 +113,5 @@ TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {
   EXPECT_LE(minimumClient(kForm, {13, 11.0 / 12, 7}).width, 800 - 8) << "with wide letters, in a frame";
 }
 
-TEST(Layout, SurvivesWindowsThatAreTooSmall) {
-  for (const int side : {0, 1, 50, 300}) {
-    const FormLayout layout = computeLayout(kForm, side, side, {15, 1});
-    EXPECT_FALSE(layout.picture.isEmpty());
-    EXPECT_FALSE(rectOf(layout, "vtXNo").isEmpty());
-  }
-}
-
 }  // namespace
 }  // namespace lorivan

@@ -84,13 +84,6 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
     }
 }
 
-TEST(CutDrawing, BandsWithoutRoomInCornersKeepTheirWidthWhereNothingOverlaps) {
-  const CutDrawing wide = CutKnot(Shape::SquareSquare, 5, 4, 30, 2).cut();
-  EXPECT_TRUE(wide.apart);
-  EXPECT_EQ(wide.narrowed, 1);
-  EXPECT_NEAR(widthOf(wide), 100, 0.01);
-}
-
 TEST(CutDrawing, StrandsThatTouchHaveNoLineTwice) {
   const CutDrawing touching = CutKnot(Shape::Spiral, 3, 3, 20, 1).cut();
   ASSERT_FALSE(touching.apart);
