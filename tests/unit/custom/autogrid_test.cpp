@@ -6,7 +6,6 @@
 #include <string>
 
 #include "base/random.h"
-#include "custom/mesh_quality.h"
 #include "custom/outline.h"
 #include "custom/shape_file.h"
 #include "graph/standard_grids.h"
@@ -304,23 +303,6 @@ TEST(AutoGrid, TrianglesTurnWithOutlinesThatTurn) {
       EXPECT_LT(turnFault(graph, centre, 6.283185307179586 / fold), 1.6);
       expectPlane(graph);
     }
-}
-
-TEST(AutoGrid, MeasuresMeshesAsHandComputed) {
-  // A square of four cells; three are filled, one of them by half, and a fourth cell lies beside the square.
-  const Outline square({{{0, 0}, {40, 0}}, {{40, 0}, {40, 40}}, {{40, 40}, {0, 40}}, {{0, 40}, {0, 0}}});
-  const std::vector<PointI> at = {{0, 0},   {20, 0},  {40, 0},  {60, 0}, {0, 20},
-                                  {20, 20}, {40, 20}, {60, 20}, {0, 40}};
-  CellMesh mesh;
-  mesh.nodes.resize(at.size());
-  mesh.cells = {{{0, 1, 5, 4}, 4}, {{1, 2, 6, 5}, 4}, {{2, 3, 7, 6}, 4}, {{4, 5, 8}, 3}};
-  for (const bool triangles : {false, true}) {
-    const MeshQuality quality = qualityOf(mesh, at, square, {triangles, {}, 20, 20});
-    EXPECT_NEAR(quality.filled, 1000.0 / 1600, 1e-3);
-    EXPECT_NEAR(quality.beyond, 400.0 / 1600, 1e-3);
-    EXPECT_NEAR(quality.uneven, triangles ? 0.75 : 0, 1e-9) << "squares are twice a triangle";
-    EXPECT_EQ(quality.farOutside, 2);
-  }
 }
 
 TEST(AutoGrid, LeavesAHoleAboutACellWideFree) {
