@@ -239,7 +239,7 @@ class BandClipper {
       // Which of them are beside it cannot be foretold.
       for (std::size_t k = i + 1; k < spans.size() && spans[k].begin <= one.end; ++k) {
         near[count] = spans[k].line;
-        count += (spans[k].low <= one.high) & (one.low <= spans[k].high) ? 1 : 0;
+        count += std::size_t{spans[k].low <= one.high} & std::size_t{one.low <= spans[k].high};
       }
       for (std::size_t k = 0; k < count; ++k)
         cutBoth(std::min(one.line, near[k]), std::max(one.line, near[k]));

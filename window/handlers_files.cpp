@@ -19,6 +19,11 @@ FileQuestion knotQuestion(const std::string& title) {
   return {title, tr("Lorivan files"), std::string(kKnotFileExtension)};
 }
 
+/// Whether the file's name tells how it is loaded.
+bool hasKnownKind(const std::string& path) {
+  return canHoldKnot(path) || isDrawing(path) || isPicture(path) || extensionOf(path) == kShapeFileExtension;
+}
+
 }  // namespace
 
 bool Handlers::mayLeave(const std::string& question) {
@@ -55,7 +60,12 @@ bool Handlers::saveAs(const std::string& proposed) {
   FileQuestion question = knotQuestion(tr("Saving knot configuration - Enter your Lorivan file name"));
   question.proposed = proposed;
   const std::string path = bench_.files.toSave(question);
-  return !path.empty() && saveKnot(path);
+  if (path.empty()) return false;
+  if (hasKnownKind(path) && extensionOf(path) != kKnotFileExtension) {
+    bench_.status(tr("Not saved: {1} would not open again, since knot files end in .qzd", fileNameOf(path)));
+    return false;
+  }
+  return saveKnot(path);
 }
 
 bool Handlers::saveKnot(const std::string& path) {
@@ -91,8 +101,7 @@ void Handlers::mnuFileRecent_Click(std::size_t place) {
 }
 
 void Handlers::fileDropped(const std::string& path) {
-  const bool known = canHoldKnot(path) || isDrawing(path) || isPicture(path);
-  if (!known && extensionOf(path) != kShapeFileExtension)
+  if (!hasKnownKind(path))
     return bench_.status(
         tr("{1} is no knot file (*.qzd), shape file (*.qzc), drawing or picture, and no file that holds its "
            "knot",

@@ -20,24 +20,19 @@ struct Choice {
   bool OutputOptions::*flag = nullptr;
 };
 
-/// In the order in which the settings keep them: new ones at the end.
+/// In the order of the dialog's lines, which is that of the settings' text, too.
 constexpr std::array<Choice, 9> kChoices = {{
     {"&Width of the knot in millimetres", &OutputOptions::millimetres},
     {"&Height of the knot in millimetres", &OutputOptions::height},
     {"&Pixels across, for pictures", nullptr, &OutputOptions::width},
     {"&Transparent background (SVG, PDF, PNG)", nullptr, nullptr, &OutputOptions::transparent},
     {"&Outlines of the bands, to cut (SVG, PDF, flat DXF)", nullptr, nullptr, &OutputOptions::outline},
+    {"Width of the c&ut in millimetres", &OutputOptions::kerf},
     {"Centre &lines alone (SVG, PDF, flat DXF)", nullptr, nullptr, &OutputOptions::lines},
     {"Page or origin at the knot's &corner (SVG, PDF, flat DXF)", nullptr, nullptr,
      &OutputOptions::cornerOrigin},
-    {"Width of the c&ut in millimetres", &OutputOptions::kerf},
     {"&Fuse the strands to one body (STL, OBJ, 3MF, GLB)", nullptr, nullptr, &OutputOptions::solid},
 }};
-
-/// In the order of the dialog's lines.
-constexpr std::array<const Choice*, kChoices.size()> kShown = {&kChoices[0], &kChoices[1], &kChoices[2],
-                                                               &kChoices[3], &kChoices[4], &kChoices[7],
-                                                               &kChoices[5], &kChoices[6], &kChoices[8]};
 
 bool isBox(const Choice& choice) { return choice.flag != nullptr; }
 
@@ -56,6 +51,8 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
     options.*choice.flag = text == "1";
     return true;
   }
+  if (choice.pixels != nullptr) (options.*choice.pixels).reset();
+  if (choice.length != nullptr) (options.*choice.length).reset();
   if (text.empty()) return true;
   if (choice.pixels != nullptr) {
     const auto pixels = parseInteger(text, 1, kLongestSide);
@@ -71,21 +68,12 @@ bool take(const Choice& choice, std::string_view text, OutputOptions& options) {
 
 template <class Value>
 WrongLine wrongAt(Value OutputOptions::*value, Value OutputOptions::*Choice::*kind, std::string why) {
-  const auto place = std::ranges::find(kShown, value, kind);
-  return {static_cast<std::size_t>(place - kShown.begin()), std::move(why)};
+  const auto place = std::ranges::find(kChoices, value, kind);
+  return {static_cast<std::size_t>(place - kChoices.begin()), std::move(why)};
 }
 
-/// The first entry that is no such number, or does not go with what is checked.
-std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
-  OutputOptions options;
-  for (std::size_t i = 0; i < kShown.size() && i < lines.size(); ++i) {
-    const std::string& text = lines[i].text;
-    if (lines[i].isBox || take(*kShown[i], text, options)) continue;
-    return WrongLine{i, kShown[i]->pixels != nullptr
-                            ? tr("{1} is no whole number from 1 to {2}.", quoted(text), kLongestSide)
-                            : tr("{1} is no length from 0.01 to 100000 millimetres.", quoted(text))};
-  }
-  options = optionsOf(lines);
+/// What does not go together.
+std::optional<WrongLine> clash(const OutputOptions& options) {
   if (options.outline && options.lines)
     return wrongAt(&OutputOptions::lines, &Choice::flag,
                    tr("Outlines have the centre lines, too: check only one of both."));
@@ -98,6 +86,19 @@ std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
   return std::nullopt;
 }
 
+/// The first entry that is no such number, or does not go with what is checked.
+std::optional<WrongLine> wrongEntry(const std::vector<OptionLine>& lines) {
+  OutputOptions options;
+  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i) {
+    const std::string& text = lines[i].text;
+    if (lines[i].isBox || take(kChoices[i], text, options)) continue;
+    return WrongLine{i, kChoices[i].pixels != nullptr
+                            ? tr("{1} is no whole number from 1 to {2}.", quoted(text), kLongestSide)
+                            : tr("{1} is no length from 0.01 to 100000 millimetres.", quoted(text))};
+  }
+  return clash(optionsOf(lines));
+}
+
 }  // namespace
 
 OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
@@ -105,18 +106,18 @@ OptionDialogSpec saveOptionsDialog(const OutputOptions& options) {
                           tr("For every file that is saved from now on. What is left empty is as usual."),
                           {},
                           wrongEntry};
-  for (const Choice* choice : kShown) {
-    const std::string text = textOf(*choice, options);
-    const bool box = isBox(*choice);
-    dialog.lines.push_back({translated(choice->label), box, box ? std::string() : text, box && text == "1"});
+  for (const Choice& choice : kChoices) {
+    const std::string text = textOf(choice, options);
+    const bool box = isBox(choice);
+    dialog.lines.push_back({translated(choice.label), box, box ? std::string() : text, box && text == "1"});
   }
   return dialog;
 }
 
 OutputOptions optionsOf(const std::vector<OptionLine>& lines) {
   OutputOptions options;
-  for (std::size_t i = 0; i < kShown.size() && i < lines.size(); ++i)
-    take(*kShown[i], lines[i].isBox ? (lines[i].on ? "1" : "0") : lines[i].text, options);
+  for (std::size_t i = 0; i < kChoices.size() && i < lines.size(); ++i)
+    take(kChoices[i], lines[i].isBox ? (lines[i].on ? "1" : "0") : lines[i].text, options);
   return options;
 }
 
@@ -138,6 +139,8 @@ OutputOptions readSaveOptions(std::string_view text) {
     if (comma == std::string_view::npos) break;
     text.remove_prefix(comma + 1);
   }
+  // A choice that does not go with the others is left out.
+  while (const auto wrong = clash(options)) take(kChoices[wrong->place], "", options);
   return options;
 }
 

@@ -118,6 +118,8 @@ TEST_F(OpenFileTest, SavingKeepsToTheOpenFile) {
   EXPECT_EQ(lastAsked().text, "Sorry, there was a problem with that file");
   for (const char* cancelled : {"mnuFileSaveAs", "mnuFileLoad"}) pickFile(cancelled, "");
   pickFile("mnuFileSaveAs", folder.file("missing/*.QZD"));
+  pickFile("mnuFileSaveAs", folder.file("knot.svg"));
+  EXPECT_TRUE(w->status().starts_with("Not saved")) << w->status();
   click("cmdRandknot");
   EXPECT_EQ(w->title(), "Lorivan - V3.44k ") << "another knot is not in that file";
 }

@@ -64,7 +64,7 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
   const Pairs states = pairs(
       "LastX=600 LastY=450 LastWidth=15000 LastHeight=12000 Maximised=True lsttype=10 "
       "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "
-      "SaveOptions=120,,2000,1,1,0,1,0.2,1 Language=en");
+      "SaveOptions=120,,2000,1,1,0.2,0,1,1 Language=en");
   platform.settings().values.clear();
   for (const auto& [key, value] : fields) stored(key) = value;
   for (const auto& [key, value] : checks) stored(key) = value;
@@ -123,7 +123,7 @@ TEST_F(StartTest, OnlyAgreedExitsSaveAlsoWhatIsNotConfirmed) {
 TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
   const Pairs nonsense = pairs(
       "txtXNo=many txtScale=1e99 txtSkew= lsttype=77 chkShowGrid=maybe 3DSave=12 4txtCol=red 5txtCol=-1 "
-      "LastX=99999999 LastY=99999999 GridOn=perhaps SnapOn=True DrawAtOnce= SaveOptions=-3,,many,1");
+      "LastX=99999999 LastY=99999999 GridOn=perhaps SnapOn=True DrawAtOnce= SaveOptions=-3,,many,1,0,0.2");
   for (const auto& [key, value] : nonsense) stored(key) = value;
   start();
   expectTexts({{Param::XNo, "2"}, {Param::Scale, "6"}, {Param::Skew, "1"}});  // e reads as a decimal point
@@ -131,7 +131,7 @@ TEST_F(StartTest, NonsenseInTheSettingsIsCorrected) {
   EXPECT_FALSE(checked("chkShowGrid"));
   EXPECT_TRUE(checked("optPOV") && !checked("optXYZ")) << "one format is always chosen";
   EXPECT_TRUE(bench().drawAtOnce);
-  EXPECT_EQ(bench().saveOptions, OutputOptions{.transparent = true});
+  EXPECT_EQ(bench().saveOptions, OutputOptions{.transparent = true}) << "a cut goes with outlines alone";
   EXPECT_EQ(w->background(kFirstColourBox + 4), 0U);
   EXPECT_EQ(w->background(kFirstColourBox + 5), 0xFFFFFFU);
   EXPECT_TRUE(w->place().left == 1920 - w->place().width && w->place().top == 1080 - w->place().height);
