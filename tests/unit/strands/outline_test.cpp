@@ -301,45 +301,6 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
   }
 }
 
-TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
-  KnotCurve curve;
-  curve.first.fill(0);
-  curve.last.fill(-1);
-  // Two rings, one of them with a dent, whose centre lines come as near as six pixels.
-  const double unit = 2 * kHalfView / 500;
-  for (int slot = 1; slot <= 2; ++slot) {
-    curve.first[slot] = static_cast<int>(curve.X.size());
-    for (int i = 0; i < 80; ++i) {
-      const double turn = kTwoPi * i / 80,
-                   radius = slot == 1 ? 60 : 54 - 20 * std::sin(turn) * std::sin(turn);
-      curve.X.push_back(static_cast<float>(unit * radius * std::cos(turn)));
-      curve.Y.push_back(static_cast<float>(1.25 * unit * radius * std::sin(turn)));
-      curve.Z.push_back(1);
-    }
-    curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
-  }
-  OutlineOptions options;
-  options.band = 14;
-  options.outer = 18;
-  const auto loops = bandLoops(curve, GridView());
-  const BandTouches found = findBandTouches(loops, {}, {}, {}, (options.band + options.outer) / 2);
-  ASSERT_EQ(found.touches.size(), 2U) << "left and right";
-  for (const BandTouch& touch : found.touches) EXPECT_NEAR(touch.distance, 6, 0.3);
-  const BandOutlines outlines = bandOutlines(curve, GridView(), options);
-  ASSERT_EQ(outlines.strands.size(), 2U);
-  std::vector<BandContour> contours;
-  for (const StrandOutline& strand : outlines.strands) {
-    double area = 0;
-    for (const BandContour& contour : strand.stretches.at(0).contours) area += contourArea(contour);
-    EXPECT_GT(area, 14 * kTwoPi * 38) << "most of the band is left";
-    for (const BandContour& contour : strand.stretches[0].contours) contours.push_back(contour);
-  }
-  EXPECT_EQ(contours.size(), 4U);
-  const double edge = (options.outer - options.band) / 2;
-  EXPECT_TRUE(lieApart(contours, 0.85 * edge));
-  EXPECT_FALSE(lieApart(contours, 1.15 * edge)) << "but not further";
-}
-
 TEST(BandTouches, FacesLoseNoneOfThem) {
   std::size_t touches = 0, clasps = 0;
   for (const Shape shape : {Shape::SquareSquare, Shape::SquareTriangle, Shape::Hexagonal, Shape::Circular,
