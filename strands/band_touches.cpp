@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -374,7 +375,9 @@ class TouchSearch {
     Seen seen{s, t, t, least}, beforeGap = seen;
     double way = 0, gap = 0, apart = at.apart();
     bool leadsApart = true;
-    for (double far = 0; far < kBeyondTouch * reach_ && way < kFarthest * reach_;) {
+    const double lap = at.a.isRing() ? at.a.size() : std::numeric_limits<double>::infinity();
+    for (double far = 0;
+         far < kBeyondTouch * reach_ && way < kFarthest * reach_ && std::fabs(at.s - s) < lap;) {
       const Vec from = at.here.at;
       at.step(sense, kStep * reach_);
       const double apartBefore = std::exchange(apart, at.apart());

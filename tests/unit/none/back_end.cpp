@@ -144,6 +144,6 @@ int clipboardWidth() {
   return picture ? picture->width() : 0;
 }
 std::string clipboardSvg() { return current->clipboard().drawing.svg; }
-long heldObjects() { return 0; }
+Held held() { return heldOnLinux(); }
 
 }  // namespace lorivan::contract

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/platform.h"
+#include "unit/platform_contract/held.h"
 
 namespace lorivan::contract {
 
@@ -67,7 +68,7 @@ std::string scrapFile(const std::string& name);
 int clipboardWidth();
 /// The SVG drawing on it; empty if there is none.
 std::string clipboardSvg();
-/// Windows, menus, pens and the like that this process holds.
-long heldObjects();
+/// What this process holds now.
+Held held();
 
 }  // namespace lorivan::contract

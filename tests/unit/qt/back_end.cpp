@@ -186,8 +186,10 @@ std::unique_ptr<User> makeUser(Window& window) { return std::make_unique<QtUser>
 std::string scrapFile(const std::string& name) {
   return scraps().filePath(QString::fromStdString(name)).toStdString();
 }
-long heldObjects() {
-  return QApplication::allWidgets().size() + QDir(QStringLiteral("/proc/self/fd")).count();
+Held held() {
+  Held held = heldOnLinux();
+  held.windows = QApplication::allWidgets().size();
+  return held;
 }
 int clipboardWidth() { return QGuiApplication::clipboard()->image().width(); }
 std::string clipboardSvg() {

@@ -32,6 +32,8 @@ class RandomUserTest : public testing::Test {
   Workbench& bench() { return main->bench(); }
   const Document& document() { return main->bench().document(); }
   bool drawn() { return main->bench().knotDrawn(); }
+  /// Whether one picture of the knot takes as long as many others.
+  bool large() { return main->bench().knot().graph.LastLine > 100; }
 
   const bool onScreen;  // of a sort: the back end has real controls
   WatchedPlatform platform;
@@ -63,6 +65,7 @@ class RandomUserTest : public testing::Test {
   void useMouse();
   void changeSurroundings();
   std::string number();
+  std::string entryFor(Param p);
   PointI place(ControlId picture, int beside);
 
   Rnd random_;

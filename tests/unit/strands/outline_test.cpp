@@ -301,6 +301,17 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
   }
 }
 
+TEST(BandTouches, GoRoundARingOnceEachWayAtMost) {
+  const std::vector<BandLoop> loops{bandLoops(ringOf(20), GridView()).front(),
+                                    bandLoops(ringOf(26), GridView()).front()};
+  const BandTouches found = findBandTouches(loops, {}, {}, {}, 15);
+  ASSERT_EQ(found.touches.size(), 1U);
+  for (const BandPiece& piece : {found.touches[0].first, found.touches[0].second}) {
+    EXPECT_GE(piece.to - piece.from, piece.loop.size());
+    EXPECT_LE(piece.to - piece.from, 2 * piece.loop.size() + 4);
+  }
+}
+
 TEST(BandTouches, FacesLoseNoneOfThem) {
   std::size_t touches = 0, clasps = 0;
   for (const Shape shape : {Shape::SquareSquare, Shape::SquareTriangle, Shape::Hexagonal, Shape::Circular,

@@ -17,6 +17,7 @@
 #include "window/form_table.h"
 
 #include <dlgs.h>  // behind the system's other headers
+#include <psapi.h>
 #include <shlobj.h>
 
 namespace lorivan::contract {
@@ -233,9 +234,14 @@ std::string scrapFile(const std::string& name) {
   static const Folder folder;
   return folder.file(name);
 }
-long heldObjects() {
+Held held() {
   const ObjectCounts counts = countGuiObjects();
-  return counts.graphics + counts.windows;
+  DWORD handles = 0;
+  GetProcessHandleCount(GetCurrentProcess(), &handles);
+  PROCESS_MEMORY_COUNTERS memory{};
+  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+  return {counts.graphics, counts.windows, static_cast<long>(handles),
+          static_cast<long>(memory.WorkingSetSize / 1024)};
 }
 int clipboardWidth() {
   BITMAPINFOHEADER header{};
