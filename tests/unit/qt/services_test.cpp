@@ -3,20 +3,74 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#ifdef __x86_64__
+#include <cpuid.h>
+#endif
 
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QImage>
 #include <QTemporaryDir>
 #include <QUrl>
 #include <csignal>
+#include <functional>
+#include <optional>
 
 #include "base/sink.h"
+#include "platform/common/wide_registers.h"
 #include "platform/qt/platform_qt.h"
+#include "platform/qt/raster_surface.h"
 
 namespace lorivan {
 namespace {
+
+#ifdef __x86_64__
+/// Whether the upper parts of the vector registers are in use; nothing where the processor does not tell.
+std::optional<bool> usesWideRegisters() {
+  unsigned a = 0, b = 0, c = 0, d = 0;
+  if (!__get_cpuid_count(1, 0, &a, &b, &c, &d) || (c & bit_OSXSAVE) == 0 ||
+      !__get_cpuid_count(13, 1, &a, &b, &c, &d) || (a & 4) == 0)
+    return {};
+  asm volatile("xgetbv" : "=a"(a), "=d"(d) : "c"(1));
+  return (a & 4) != 0;
+}
+
+TEST(RasterSurface, LeavesNoWideRegistersInUse) {
+  auto surface = std::move(*RasterSurface::create(300, 200));
+  if (!usesWideRegisters()) GTEST_SKIP() << "this processor does not tell";
+  const Pen pen{.width = 3, .colour = 0xFF, .dotted = false};
+  const PointI corners[] = {{5, 5}, {200, 10}, {90, 150}};
+  const std::pair<const char*, std::function<void()>> calls[] = {
+      {"clear", [&] { surface->clear(0x80FF); }},
+      {"segment",
+       [&] {
+         surface->segment({1, 2}, {200, 100}, pen);
+       }},
+      {"circle",
+       [&] {
+         surface->circle({90, 90}, 40, pen);
+       }},
+      {"dot",
+       [&] {
+         surface->dot({90, 90}, 60, 0xFF00);
+       }},
+      {"polygon", [&] { surface->polygonOutline(corners, pen); }},
+      {"filled", [&] { surface->fillPolygon(corners, 0xFF); }},
+      {"line", [&] { surface->polyline(corners, pen); }},
+      {"image", [&] { surface->image(); }},
+      {"resize", [&] { EXPECT_TRUE(surface->resize(500, 400)); }},
+  };
+  for (const auto& [name, call] : calls) {
+    QImage(100, 100, QImage::Format_RGB32).fill(Qt::red);
+    leaveWideRegisters();
+    EXPECT_FALSE(*usesWideRegisters()) << "before " << name;
+    call();
+    EXPECT_FALSE(*usesWideRegisters()) << name;
+  }
+}
+#endif
 
 /// Stands in for the browser.
 class Browser : public QObject {

@@ -138,6 +138,48 @@ TEST(BandLoop, PassesTheSamplesThatItLeavesOut) {
     }
 }
 
+TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
+  for (const Shape shape :
+       {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal, Shape::Star})
+    for (const int order : {2, 3, 4, 6}) {
+      // On the finer grids most samples are left out, or lie far apart for their bends.
+      const bool isFine = (shape == Shape::Hexagonal || shape == Shape::Octagonal) && order == 4;
+      const Drawn drawn(shape, isFine ? 9 : 3, isFine ? 8 : 2, order, 0.4);
+      const std::vector<BandLoop> loops = bandLoops(drawn.knot.curve, drawn.view);
+      OutlineOptions options;
+      options.band = drawn.style.innerWidth();
+      options.outer = drawn.style.outerWidth();
+      const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
+      EXPECT_EQ(outlines.crowded, 0);
+      std::size_t stretches = 0;
+      for (const StrandOutline& strand : outlines.strands)
+        for (const BandStretch& stretch : strand.stretches) {
+          ++stretches;
+          for (const BandContour& contour : stretch.contours) {
+            EXPECT_EQ(contour.back().y, contour.front().y);
+            const std::vector<Vec> points = flatten(contour);
+            EXPECT_TRUE(isSimple(points));
+            EXPECT_TRUE(stretch.contours.size() == 2 || contourArea(contour) > 0);
+            for (const Vec p : points) {
+              double off = 1e9;
+              for (const BandLoop& loop : loops)
+                for (int i = 0; i < loop.size(); ++i) {
+                  if (lengthOf(loop.point(i) - p) > 2 * options.outer) continue;
+                  const double far = lengthOf(loop.spot(loop.nearest(p, i)).at - p);
+                  off =
+                      std::min({off, std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)});
+                }
+              EXPECT_LT(off, 0.02 * options.band);
+            }
+          }
+        }
+      const std::vector<BandCrossing> crossings = findBandCrossings(loops);
+      EXPECT_EQ(stretches, crossings.size()) << "one between two crossings under others";
+      for (const BandCrossing& c : crossings)
+        EXPECT_LT(lengthOf(loops[c.under].spot(c.underAt).at - loops[c.over].spot(c.overAt).at), 1e-5);
+    }
+}
+
 TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
   int plain = 0, others = 0;
   for (const Shape shape : {Shape::SquareTriangle, Shape::Circular, Shape::Diamond1, Shape::Star})
@@ -299,6 +341,45 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
     EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;
     EXPECT_LT(blemished, shapes.inked() / 100);
   }
+}
+
+TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
+  KnotCurve curve;
+  curve.first.fill(0);
+  curve.last.fill(-1);
+  // Two rings, one of them with a dent, whose centre lines come as near as six pixels.
+  const double unit = 2 * kHalfView / 500;
+  for (int slot = 1; slot <= 2; ++slot) {
+    curve.first[slot] = static_cast<int>(curve.X.size());
+    for (int i = 0; i < 80; ++i) {
+      const double turn = kTwoPi * i / 80,
+                   radius = slot == 1 ? 60 : 54 - 20 * std::sin(turn) * std::sin(turn);
+      curve.X.push_back(static_cast<float>(unit * radius * std::cos(turn)));
+      curve.Y.push_back(static_cast<float>(1.25 * unit * radius * std::sin(turn)));
+      curve.Z.push_back(1);
+    }
+    curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
+  }
+  OutlineOptions options;
+  options.band = 14;
+  options.outer = 18;
+  const auto loops = bandLoops(curve, GridView());
+  const BandTouches found = findBandTouches(loops, {}, {}, {}, (options.band + options.outer) / 2);
+  ASSERT_EQ(found.touches.size(), 2U) << "left and right";
+  for (const BandTouch& touch : found.touches) EXPECT_NEAR(touch.distance, 6, 0.3);
+  const BandOutlines outlines = bandOutlines(curve, GridView(), options);
+  ASSERT_EQ(outlines.strands.size(), 2U);
+  std::vector<BandContour> contours;
+  for (const StrandOutline& strand : outlines.strands) {
+    double area = 0;
+    for (const BandContour& contour : strand.stretches.at(0).contours) area += contourArea(contour);
+    EXPECT_GT(area, 14 * kTwoPi * 38) << "most of the band is left";
+    for (const BandContour& contour : strand.stretches[0].contours) contours.push_back(contour);
+  }
+  EXPECT_EQ(contours.size(), 4U);
+  const double edge = (options.outer - options.band) / 2;
+  EXPECT_TRUE(lieApart(contours, 0.85 * edge));
+  EXPECT_FALSE(lieApart(contours, 1.15 * edge)) << "but not further";
 }
 
 TEST(BandTouches, GoRoundARingOnceEachWayAtMost) {
