@@ -23,8 +23,8 @@ constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that cou
 constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
 constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;      // samples
-constexpr double kCoverReach = 8;  // times the width that is covered: where a covering band may come back
-constexpr double kFarthest = 40;   // the same where it lies above the other all the way
+constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
+constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
 constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
 constexpr double kLeaving = 0.35;  // sine of the angle at which it does not
 constexpr double kDiveWay = 12;    // times that width, along a side on which that is looked for
@@ -318,7 +318,8 @@ double BandExits::wayToGap(const BandCrossing& c, int direction) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   const double reach = half_ + clear_;
   double way = 0, samples = 0, foot = c.underAt;
-  for (BandLoop::Spot spot = over.spot(c.overAt); way < kFarthest * clear_ && samples < over.size() / 2.0;) {
+  for (BandLoop::Spot spot = over.spot(c.overAt);
+       way < kFarthestAbove * clear_ && samples < over.size() / 2.0;) {
     const Vec before = spot.at;
     samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
     spot = over.spot(c.overAt + direction * samples);
