@@ -125,7 +125,7 @@ constexpr Spot kShifts[] = {{0, 0}, {0.5, 0}, {0, 0.5}, {0.5, 0.5}};
 constexpr Spot kTriangleShifts[] = {{0, 0}, {0.5, 0}, {0, 0.5}, {0.5, 0.5}, {-0.5, -1.0 / 3}, {0, -2.0 / 3}};
 
 /// How much of a cell has to lie inside.
-constexpr double kHalf = 0.5, kOtherShares[] = {0.4, 0.62, 0.3};
+constexpr double kUsualShare = 0.5, kOtherShares[] = {0.4, 0.62, 0.3};
 
 /// For turns by a third, which few lattices allow, other cells, nearer to those of gridSize than of the next.
 constexpr double kOtherSizes[] = {0.3, -0.25};
@@ -151,7 +151,7 @@ Result<std::vector<Candidate>> candidates(const Ground& ground, const Pitch& pit
   for (const Spot shift : shifts) {
     const Lattice lattice = pitch.lattice(group[0].centre, shift);
     if (!allows(lattice, group)) continue;
-    Result<CellMesh> mesh = fillOutline(ground.outline, lattice, kHalf, kMostCells, group);
+    Result<CellMesh> mesh = fillOutline(ground.outline, lattice, kUsualShare, kMostCells, group);
     if (!mesh) return mesh.error();
     if (mesh->cells.empty()) continue;
     const double off = misfit(*mesh, ground, pitch.across, group);

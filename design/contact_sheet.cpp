@@ -11,10 +11,10 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMargin = 0.06, kCaption = 0.13, kCapitals = 0.055;  // parts of a picture's width
-constexpr double kLeastCapitals = 0.033;                              // smaller ones are hard to read
-constexpr double kSheetShape = std::numbers::sqrt2;                   // width to height
-constexpr double kCaptionShare = 0.94;                                // of its width, for a long one
+constexpr double kMargin = 0.06, kCaption = 0.13, kCaptionCapitals = 0.055;  // parts of a picture's width
+constexpr double kLeastCapitals = 0.033;                                     // smaller ones are hard to read
+constexpr double kSheetShape = std::numbers::sqrt2;                          // width to height
+constexpr double kCaptionShare = 0.94;                                       // of its width, for a long one
 constexpr int kLayoutRounds = 3;
 
 /// Width and height of a whole sheet whose pictures are 1 wide.
@@ -121,7 +121,7 @@ void drawSheetCaption(Surface& sheet, const SheetLayout& layout, int place, cons
   const double room = layout.pictureWidth;
   const std::string shown = shortenedTo(caption, kCaptionShare / kLeastCapitals);
   const double width = letteringWidth(shown);
-  const double capitals = std::min(kCapitals * room, width > 0 ? kCaptionShare * room / width : room);
+  const double capitals = std::min(kCaptionCapitals * room, width > 0 ? kCaptionShare * room / width : room);
   drawLettering(sheet, shown,
                 {static_cast<float>(corner.x + (room - capitals * width) / 2),
                  static_cast<float>(corner.y + layout.pictureHeight + (layout.caption + capitals) / 2)},

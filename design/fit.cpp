@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "design/knot.h"
 #include "design/presets.h"
+#include "strands/band_exits.h"
 #include "strands/band_touches.h"
 
 namespace lorivan {
@@ -23,7 +24,8 @@ constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 // Bands that lie beside each other without crossing take no more than the room there, unless they would have
 // to be narrower than this part, or than that of what the grid would give them.
 constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
-constexpr double kWhole = 1e-6;  // that a whole number of pixels may have lost by rounding
+constexpr double kWhole = 1e-6;   // that a whole number of pixels may have lost by rounding
+constexpr double kExact = 0.016;  // of half a band, to which its ends are found
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
 
 /// A document's knot, until the next one is made; nothing where there is none.
@@ -176,6 +178,27 @@ std::optional<double> roomOf(const CrossingLines& lines) {
   return least;
 }
 
+/// How far a band is still covered where its strand crosses again, at most; nothing where every band comes
+/// out from under the others before.
+std::optional<double> coveredPart(const CrossingLines& lines, const KnotStyle& style) {
+  const double half = style.innerWidth() / 2, clear = style.outerWidth() / 2;
+  const BandExits exits(lines.loops, lines.seam, half, clear, kExact * half);
+  std::optional<double> most;
+  for (const BandCrossing& c : exits.crossings())
+    for (const int direction : {-1, 1}) {
+      const BandEnd end = exits.leave(c, direction);
+      if (!end.isCrowded()) continue;
+      const double last = c.underAt + direction * exits.room(c.under, c.underAt, direction);
+      const BandLoop::Spot spot = lines.loops[c.under].spot(last);
+      for (const int side : {0, 1}) {
+        const Vec at = offsetPoint(spot, side == 0 ? -half : half);
+        const Vec foot = end.over.spot(end.over.nearest(at, end.side[side].foot)).at;
+        most = std::max(most.value_or(0), clear - lengthOf(at - foot));
+      }
+    }
+  return most;
+}
+
 /// How wide bands of these shares are to be, in pixels of the 500-pixel picture at zoom 1, and whether no
 /// part of a pixel more. Where the usual band has no room all wider ones are narrowed as it is, so that
 /// styles keep their character.
@@ -269,9 +292,12 @@ double bandOverlap(const Document& document, const Knot& knot) {
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
   double overlap = 0;
   if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
+  const CrossingLines lines(knot, view);
+  // Smoothing may bring crossings nearer together than they are on the grid.
+  if (const auto covered = coveredPart(lines, style)) overlap = std::max(overlap, *covered);
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
-  eachLack({knot, view}, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
+  eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
   return std::max(0.0, overlap);
 }
 

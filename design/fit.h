@@ -31,9 +31,9 @@ std::optional<double> leastCrossingDistance(const Knot& knot);
 /// The same as the knot is drawn, and the width of the narrowest loop that a strand makes round a corner.
 std::optional<double> drawnRoom(const Knot& knot);
 
-/// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings, or, with
-/// one edge for both, than that between bands that lie beside each other as at a wall; 0 while there are
-/// gaps.
+/// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings of the
+/// grid, or are still covered by one band where they pass the next, or, with one edge for both, wider than
+/// the room between bands that lie beside each other as at a wall; 0 while there are gaps.
 double bandOverlap(const Document& document, const Knot& knot);
 
 /// What makes room for bands that run together. Bands at their least width need larger cells. Fitted bands

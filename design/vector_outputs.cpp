@@ -60,6 +60,20 @@ bool isWiderThanKnot(double kerf, const VectorJob& vector, double millimetres) {
   return least > 0 && kerf * vector.view.width >= least * millimetres;
 }
 
+/// Tells what pieces lack room, and whether the kerf alone takes it from them.
+void noteRoom(const VectorJob& vector, const CutOptions& options, const CutDrawing& cut) {
+  if (cut.narrowed < 1) vector.job.note(narrowNote(cut));
+  if (cut.apart && (cut.tight == 0 || options.kerf <= 0)) return;
+  CutOptions thin = options;
+  thin.kerf = 0;
+  const auto before = [&] { return cutDrawing(vector.job.knot.curve, vector.style, vector.view, thin); };
+  if (!cut.apart)
+    vector.job.note(std::string(options.kerf > 0 && before().apart ? kKerfTooWide : kNoRoomAtAll));
+  else if (const CutDrawing plain = before(); plain.narrowed > cut.narrowed || plain.tight < cut.tight)
+    vector.job.note(
+        tr("the kerf is wider than the room between bands: pieces are narrower there, or shorter"));
+}
+
 Result<CutDrawing> makeCut(const VectorJob& vector) {
   const OutputOptions& wanted = vector.job.options;
   const auto millimetres = vector.millimetres(vector.box(false));
@@ -79,14 +93,7 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
     options.width = *wantedScale(wanted, across, box.bottom - box.top) * across;
   }
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
-  if (!cut.apart && vector.job.note) {
-    CutOptions thin = options;
-    thin.kerf = 0;
-    const bool isKerf =
-        options.kerf > 0 && cutDrawing(vector.job.knot.curve, vector.style, vector.view, thin).apart;
-    vector.job.note(std::string(isKerf ? kKerfTooWide : kNoRoomAtAll));
-  }
-  if (cut.narrowed < 1 && vector.job.note) vector.job.note(narrowNote(cut));
+  if (vector.job.note) noteRoom(vector, options, cut);
   return cut;
 }
 

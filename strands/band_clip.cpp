@@ -31,12 +31,13 @@ struct Border {
 class BandClipper {
  public:
   BandClipper(const BandPiece& band, double half, std::span<const BandCover> covers,
-              std::span<const BandBeside> besides, double clear, double tolerance)
+              std::span<const BandBeside> besides, double clear, double tolerance, double detail)
       : band_(band),
         half_(half),
         clear_(clear),
         tolerance_(tolerance),
-        points_(pointsAlong(band, std::max(half, clear), kProbe * tolerance)),
+        detail_(detail),
+        points_(pointsAlong(band, std::max(half, clear), kProbe * detail)),
         line_(points_) {
     addSides(points_, half, -1);
     for (const BandCover& cover : covers) {
@@ -90,7 +91,7 @@ class BandClipper {
   };
 
   std::vector<LinePoint> pointsOf(const BandPiece& piece) const {
-    return pointsAlong(piece, std::max(half_, clear_), kProbe * tolerance_);
+    return pointsAlong(piece, std::max(half_, clear_), kProbe * detail_);
   }
   int lastCover() const { return static_cast<int>(covers_.size()) - 1; }
 
@@ -109,7 +110,7 @@ class BandClipper {
     const double side = far(nearest->at + aside) < far(nearest->at - aside) ? 1 : -1;
     std::vector<LinePoint> border;
     double way = half_;
-    const double step = std::sqrt(half_ * tolerance_);
+    const double step = std::sqrt(half_ * detail_);
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
       const LinePoint &a = points[i], &b = points[i + 1];
       const int parts = 1 + static_cast<int>(lengthOf(b.at - a.at) / step);
@@ -128,7 +129,7 @@ class BandClipper {
     const Cover& beside = covers_.back();
     for (int step = 0; step < kMiddleSteps; ++step) {
       const double missing = beside.line.distance(p.at + out * way, kFarBeside * clear_) - way - beside.edge;
-      if (std::fabs(missing) < tolerance_ / 50) break;
+      if (std::fabs(missing) < detail_ / 50) break;
       const double next = std::clamp(way + missing / 2, -half_, kPastSide * half_);
       if (std::exchange(way, next) == next) break;
     }
@@ -267,7 +268,7 @@ class BandClipper {
     if (c.own) return isBeyondMiddle(c, p);
     if (c.limit && dot(quarter(c.limit->along), p - c.limit->at) >= 0) return false;
     // Its own sides belong to it, whichever way they were rounded.
-    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_ + kProbe / 2 * tolerance_));
+    return c.line.isInBand(p, clear_) && !(c.isOwn && c.line.isInBand(p, half_ + kProbe / 2 * detail_));
   }
 
   /// Of two bands that are one and the same each hides only what is on the other one's side of the middle.
@@ -358,7 +359,7 @@ class BandClipper {
 
   bool isBorder(const Border& part) const {
     const Vec way = part.to.at - part.from.at;
-    return isBorder(part, part.from.at + way * 0.5, quarter(unit(way)) * (kProbe * tolerance_));
+    return isBorder(part, part.from.at + way * 0.5, quarter(unit(way)) * (kProbe * detail_));
   }
 
   static LinePoint pointOf(const Border& border, double t) {
@@ -450,7 +451,7 @@ class BandClipper {
       run.push_back(line.to);
       end = line.to.at;
       if (i + 1 < ring.size() && isSmooth(line, kept_[ring[i + 1]])) continue;
-      fitCurve(run, tolerance_, contour);
+      fitCurve(run, detail_, contour);
       run.clear();
     }
     join(end, kept_[ring.front()].from.at, contour);
@@ -465,7 +466,7 @@ class BandClipper {
   }
 
   const BandPiece& band_;
-  double half_, clear_, tolerance_;
+  double half_, clear_, tolerance_, detail_;
   std::vector<LinePoint> points_;  // along the band
   CentreLine line_;
   std::vector<Cover> covers_;
@@ -510,8 +511,8 @@ std::vector<BandCover> joined(std::span<const BandCover> covers) {
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
                                                          std::span<const BandCover> covers,
                                                          std::span<const BandBeside> besides, double clear,
-                                                         double tolerance) {
-  return BandClipper(band, half, joined(covers), besides, clear, tolerance).run();
+                                                         double tolerance, double detail) {
+  return BandClipper(band, half, joined(covers), besides, clear, tolerance, detail).run();
 }
 
 }  // namespace lorivan

@@ -8,7 +8,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kChunk = 2;            // chords that are compared with others as one box
+constexpr int kChunk = 4;            // chords that are compared with others as one box
 constexpr double kChunkCells = 500;  // across and down
 constexpr double kNear = 0.25;       // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =

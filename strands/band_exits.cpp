@@ -16,12 +16,20 @@ constexpr double kMostDelay = 2;      // times the way out from under one leg, f
 constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
 constexpr int kArcParts = 16;
-constexpr double kLeastSlant = 0.4;    // sine of the angle between that way and the line half way
-constexpr double kFlatCrossing = 0.6;  // sine of the angle below which a crossing is flat
-constexpr double kClearStep = 0.5;     // samples
+constexpr double kLeastSlant = 0.4;     // sine of the angle between that way and the line half way
+constexpr double kFlatCrossing = 0.6;   // sine of the angle below which a crossing is flat
+constexpr double kBent = 0.972;         // cosine of a turn within a sample that may mislead Newton's steps
+constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that counts as straight
+constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
+constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
+constexpr double kClearStep = 0.5;      // samples
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
-constexpr double kFarthest = 40;       // the same where it lies above the other all the way
-constexpr double kGapStep = 0.2;       // of the distance at which bands have room, along a covering band
+constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
+constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
+constexpr double kLeaving = 0.35;  // sine of the angle at which it does not
+constexpr double kDiveWay = 12;    // times that width, along a side on which that is looked for
+constexpr double kFreed = 1.6;     // times it: a side as far away has come out for good
+constexpr double kGapStep = 0.2;   // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -43,6 +51,19 @@ std::vector<double> bendsOf(const BandLoop& band) {
 bool isFlat(Vec a, Vec b) {
   const double area = cross(a, b);
   return area * area < kFlatCrossing * kFlatCrossing * dot(a, a) * dot(b, b);
+}
+
+/// Whether a line turns at once on one side of a place, of which the direction is known.
+bool isBent(const BandLoop& loop, double place, Vec along) {
+  const int low = static_cast<int>(std::floor(place + 0.5));
+  const double least = kBent * lengthOf(along);
+  return dot(loop.direction(low - 1), along) < least || dot(loop.direction(low + 1), along) < least;
+}
+
+/// Whether one side comes out much later than the other.
+bool isSlanted(const BandCrossing& c, const BandEnd& end) {
+  const double one = std::fabs(end.side[0].place - c.underAt), two = std::fabs(end.side[1].place - c.underAt);
+  return std::max(one, two) > kSlanted * std::min(one, two);
 }
 
 /// The line beside a centre line: where it is, and how fast it goes for each sample.
@@ -109,6 +130,8 @@ BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double h
     made.over = overOf(c).spot(c.overAt);
     made.isFlat = isFlat(made.under.along, made.over.along);
     made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
+    made.mayDive = made.isFlat || made.mayReturn || isBent(loop(c.under), c.underAt, made.under.along) ||
+                   isBent(loop(c.over), c.overAt, made.over.along);
   }
 }
 
@@ -154,17 +177,60 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   for (const int side : {0, 1})
     end.side[side] = leaveAlong(c, side == 0 ? -half_ : half_, direction, most, end.isPlain);
   const BandExit &a = end.side[0], &b = end.side[1];
-  end.isPlain = end.isPlain && !end.limit &&
-                isCalm(c.under, std::min({a.place, b.place, c.underAt}) - 1.5,
-                       std::max({a.place, b.place, c.underAt}) + 1.5, half_) &&
-                isCalm(c.over, std::min(a.foot, b.foot) - 1, std::max(a.foot, b.foot) + 1, clear_);
+  const BandLoop& over = loop(c.over);
+  const double turn = dot(over.direction(static_cast<int>(std::lround(a.foot))),
+                          over.direction(static_cast<int>(std::lround(b.foot))));
+  end.isPlain = end.isPlain && !end.limit && turn > kRoundEnd &&
+                isCalm(c.under, std::min({a.place, b.place, c.underAt}),
+                       std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
+                isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
+  else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
+    end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
 }
 
-/// Whether no bend between two places comes near to folding a line at a distance beside it.
-bool BandExits::isCalm(int number, double from, double to, double distance) const {
+/// Whether a side surely came out of the covering band at an exit, and goes away from it.
+bool BandExits::leavesWell(const BandCrossing& c, double distance, int direction,
+                           const BandExit& exit) const {
+  const BandLoop::Spot s = loop(c.under).spot(exit.place), o = overOf(c).spot(exit.foot);
+  const Vec away = offsetPoint(s, distance) - o.at;
+  const double far = lengthOf(away);
+  return std::fabs(far - clear_) < kDive * clear_ &&
+         std::fabs(dot(away, o.along)) < kDive * clear_ * lengthOf(o.along) &&
+         direction * dot(s.along, away) > kLeaving * lengthOf(s.along) * far;
+}
+
+/// Whether a side came out where it becomes clear of the covering band, and remains so on its way from it.
+/// Where both lines run almost side by side, or a corner lies in the crossing itself, it may dive in again.
+bool BandExits::staysClear(const BandCrossing& c, double distance, int direction,
+                           const BandExit& exit) const {
+  if (leavesWell(c, distance, direction, exit)) return true;
+  const BandLoop &under = loop(c.under), &over = overOf(c);
+  const double end = room(c.under, c.underAt, direction) - (exit.place - c.underAt) * direction;
+  double foot = exit.foot, samples = 0;
+  for (double way = 0; samples < end && way < kDiveWay * clear_;) {
+    const BandLoop::Spot spot = under.spot(exit.place + direction * samples);
+    const Vec at = offsetPoint(spot, distance);
+    foot = over.nearest(at, foot);
+    const double far = lengthOf(at - over.spot(foot).at);
+    if (far < (1 - kDive) * clear_ || (samples == 0 && far > (1 + kDive) * clear_)) return false;
+    if (far > kFreed * clear_) return true;
+    const double speed = std::max(lengthOf(spot.along), 1e-9),
+                 step = std::min(1.0, kGapStep * clear_ / speed);
+    samples += step;
+    way += step * speed;
+  }
+  return true;
+}
+
+/// Whether no bend between two places, and a few samples further, comes near to folding a line at a distance
+/// beside it. Samples that were left out count as well.
+bool BandExits::isCalm(int number, double from, double to, double further, double distance) const {
+  const BandLoop& band = loop(number);
+  from -= further / band.samplesAt(from);
+  to += further / band.samplesAt(to);
   for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
     if (isTight(number, i, distance)) return false;
   return true;
@@ -252,7 +318,8 @@ double BandExits::wayToGap(const BandCrossing& c, int direction) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   const double reach = half_ + clear_;
   double way = 0, samples = 0, foot = c.underAt;
-  for (BandLoop::Spot spot = over.spot(c.overAt); way < kFarthest * clear_ && samples < over.size() / 2.0;) {
+  for (BandLoop::Spot spot = over.spot(c.overAt);
+       way < kFarthestAbove * clear_ && samples < over.size() / 2.0;) {
     const Vec before = spot.at;
     samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
     spot = over.spot(c.overAt + direction * samples);
@@ -306,12 +373,15 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
   const double least = (clear_ - 4 * tolerance_) * (clear_ - 4 * tolerance_);
   double nearest = least;
   const int start = static_cast<int>(std::lround(exit.foot));
-  for (const int sense : {-1, 1})
+  for (const int sense : {-1, 1}) {
+    Vec from = over.point(start) - at;
     for (int i = start, steps = 0; steps < kLegSamples; i += sense, ++steps) {
-      const Vec from = over.point(i) - at, way = over.point(i + sense) - at - from;
+      const Vec next = over.point(i + sense) - at, way = next - from;
       // Samples of straight lines may lie far apart.
-      const double part = std::clamp(-dot(from, way) / dot(way, way), 0.0, 1.0);
+      const double on = -dot(from, way);
+      const double part = on > 0 ? std::min(on / dot(way, way), 1.0) : 0;
       const Vec chord = from + way * part;
+      from = next;
       if (dot(chord, chord) > 16 * clear_ * clear_) break;
       if (dot(chord, chord) >= nearest || (isSelf(c) && isOwn(c, exit.place, i))) continue;
       const Vec away = over.spot(i + sense * part).at - at;
@@ -320,6 +390,7 @@ bool BandExits::findNearerLeg(const BandCrossing& c, double distance, BandExit& 
       nearest = square;
       exit.foot = i + sense * part;
     }
+  }
   return nearest < least;
 }
 

@@ -74,7 +74,7 @@ class BandExits {
   bool isSelf(const BandCrossing& c) const {
     return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
   }
-  bool isCalm(int number, double from, double to, double distance) const;
+  bool isCalm(int number, double from, double to, double further, double distance) const;
   bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over, double ahead) const;
   /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
   bool isTight(int number, int sample, double distance) const {
@@ -90,6 +90,8 @@ class BandExits {
                                      double most) const;
   bool findNearerLeg(const BandCrossing& c, double distance, BandExit& exit) const;
   bool isOwn(const BandCrossing& c, double place, int sample) const;
+  bool leavesWell(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
+  bool staysClear(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
   double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
                     bool isLimited) const;
   double wayToGap(const BandCrossing& c, int direction) const;
@@ -104,6 +106,7 @@ class BandExits {
   struct Meeting {
     BandLoop::Spot under, over;
     bool isFlat = false, mayReturn = false;
+    bool mayDive = false;  // whether its ends are looked at once more
   };
   std::vector<Meeting> meetings_;                        // of each crossing
   std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one

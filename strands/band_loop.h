@@ -59,6 +59,8 @@ class BandLoop {
     return node.along * node.step;
   }
   Vec tangentTo(int i) const { return nodes_[wrap(i)].along * nodes_[wrap(i - 1)].step; }
+  /// How many samples the piece is long in which a place lies, those counted that were left out.
+  double samplesAt(double place) const { return nodes_[wrap(static_cast<int>(std::floor(place)))].step; }
   /// Whether samples between it and the next one were left out.
   bool isWide(int i) const { return nodes_[wrap(i)].step > 1; }
   Vec direction(int i) const { return nodes_[wrap(i)].direction; }

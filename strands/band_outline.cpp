@@ -15,6 +15,8 @@ namespace {
 
 constexpr double kFitShare = 0.008;  // of the band's width that a fitted curve may stray
 constexpr double kFinest = 0.025;    // pixels: what no picture shows, while it is a small part of the width
+constexpr double kThin = 3;          // pixels: bands of pictures that are cut less finely
+constexpr double kThinShare = 0.05;  // of their width, that they may stray
 constexpr double kStrayShare = 0.1;  // of the tolerance that a centre line may lie off its samples
 constexpr double kNarrow = 10;       // pixels: bands whose strands need fewer samples
 constexpr double kPictureStray = 0.03;  // pixels that it may in a picture
@@ -28,6 +30,12 @@ double toleranceOf(const OutlineOptions& options) {
   return std::max(options.band * kFitShare, std::min(options.band * 2 * kFitShare, kFinest));
 }
 
+/// Tolerance of what is cut by distances.
+double detailOf(const OutlineOptions& options) {
+  const bool isThin = !options.fitted && options.band <= kThin;
+  return isThin ? options.band * kThinShare : toleranceOf(options);
+}
+
 class Outliner {
  public:
   Outliner(const std::vector<BandLoop>& loops, const Seam& seam, const OutlineOptions& options)
@@ -36,6 +44,7 @@ class Outliner {
         half_(std::max(options.band / 2 + options.grow, 0.0)),
         clear_(options.outer / 2 + options.gap - options.grow),
         tolerance_(toleranceOf(options)),
+        detail_(detailOf(options)),
         fit_(options.fitted ? tolerance_ : 0),
         seam_(seam),
         exits_(loops, seam, half_, clear_, tolerance_) {}
@@ -56,6 +65,7 @@ class Outliner {
       outlines.strands.push_back(outline(static_cast<int>(l), begin, at));
     }
     outlines.lost = lost_;
+    outlines.beside = static_cast<int>(touches_.touches.size());
     return outlines;
   }
 
@@ -404,7 +414,7 @@ class Outliner {
   /// of the bands as is near. False where that did not succeed.
   bool clipped(const BandPiece& piece, const std::vector<BandCover>& covers,
                const std::vector<BandBeside>& besides, StrandOutline& made) {
-    auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_);
+    auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_, detail_);
     if (!chains) return false;
     std::vector<BandContour> all;
     for (const BandContour& chain : *chains) std::ranges::move(simple(chain), std::back_inserter(all));
@@ -426,7 +436,7 @@ class Outliner {
 
   const std::vector<BandLoop>& loops_;
   const OutlineOptions& options_;
-  double half_, clear_, tolerance_;
+  double half_, clear_, tolerance_, detail_;
   double fit_;  // tolerance of plain contours
   const Seam& seam_;
   BandExits exits_;

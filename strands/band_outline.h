@@ -51,6 +51,7 @@ struct BandOutlines {
   std::vector<StrandOutline> strands;  // by slot
   int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
   int lost = 0;          // stretches of which nothing is left
+  int beside = 0;        // places where two bands without room between them end at the middle
   bool complete = true;  // see OutlineOptions::mostClipped
 };
 

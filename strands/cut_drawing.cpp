@@ -88,6 +88,7 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   for (const StrandOutline& outline : outlines.strands) stretches += outline.stretches.size();
   const bool isCrowded = static_cast<std::size_t>(outlines.crowded) * 2 > stretches;
   drawing.apart = !options.outlines || (outlines.lost == 0 && !isCrowded);
+  drawing.tight = outlines.crowded + outlines.lost + outlines.beside;
   for (StrandOutline& outline : outlines.strands)
     drawing.strands.push_back(cutStrand(std::move(outline), style, options, seam, widths.grow));
   drawing.box = boxOf(drawing);

@@ -10,11 +10,13 @@ struct Turn {
   double angle, cosine;
 };
 constexpr Turn kFine{0.25, 0.969}, kCoarse{0.5, 0.8776};
-constexpr double kBulge = 0.4;              // times the distance
-constexpr double kTight = 0.3;              // of the way to a fold; from there on it turns by less
-constexpr double kFoldSize = 0.06;          // pixels, twice the size of a fold that a coarse side may miss
-constexpr int kMostParts = 24;              // of a piece between two samples
-constexpr double kFoldReach = 6;            // times the distance: the folds of bends down to 20 degrees
+constexpr double kBulge = 0.4;      // times the distance
+constexpr double kTight = 0.3;      // of the way to a fold; from there on it turns by less
+constexpr double kCorner = 0.2;     // sine of the turn between two samples from where on they make one
+constexpr double kGather = 0.6;     // times that turn's arc beside the line, between two points of a side
+constexpr double kFoldSize = 0.06;  // pixels, twice the size of a fold that a coarse side may miss
+constexpr int kMostParts = 24;      // of a piece between two samples
+constexpr double kFoldReach = 6;    // times the distance: the folds of bends down to 20 degrees
 constexpr std::size_t kFoldPoints = 48;     // on either side, at most
 constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
@@ -67,10 +69,13 @@ class SideSampler {
     // Nor where samples that were left out say more of the bend.
     const bool isWide = loop_.isWide(static_cast<int>(std::floor(from)));
     const bool isLong = bulge > kBulge * (isWide ? 2.0 : std::max(std::fabs(distance_), 1.0));
-    if (cosine > most_.cosine && !isLong) return;
+    // A corner leaves a fold on its inner side, where points come together.
+    const bool isFold =
+        sine > kCorner && sine * std::fabs(distance_) > kGather * (std::fabs(way.x) + std::fabs(way.y));
+    if (cosine > most_.cosine && !isLong && !isFold) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
     const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
-    const bool mayFold = std::fabs(distance_) * turn > kTight * lengthOf(chord);
+    const bool mayFold = isFold || std::fabs(distance_) * turn > kTight * lengthOf(chord);
     const int parts =
         std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? folding_ : most_.angle)));
     for (int k = 1; k < parts; ++k) addSpot(from + (to - from) * k / parts);

@@ -17,7 +17,7 @@ constexpr int kHalvings = 40;    // on the way to where it does
 constexpr double kPoint = 1e-3;  // pixels; what is left of a shape is larger
 
 /// One seam, and the side of it that stays: 1 to its right, -1 to its left.
-struct Edge {
+struct SeamEdge {
   double x = 0;
   int side = 1;
   bool holds(double at) const { return (at - x) * side > 0; }
@@ -49,7 +49,7 @@ Segment partOf(Segment s, double from, double to) {
 }
 
 /// The places where a segment meets an edge, ascending.
-std::vector<double> meetings(const Segment& s, const Edge& edge) {
+std::vector<double> meetings(const Segment& s, const SeamEdge& edge) {
   const auto [low, high] = std::minmax({s[0].x, s[1].x, s[2].x, s[3].x});
   std::vector<double> found;
   if (edge.x < low || edge.x > high) return found;
@@ -70,7 +70,7 @@ std::vector<double> meetings(const Segment& s, const Edge& edge) {
 /// nothing was cut off.
 class ChainCutter {
  public:
-  explicit ChainCutter(const Edge& edge) : edge_(edge) {}
+  explicit ChainCutter(const SeamEdge& edge) : edge_(edge) {}
 
   std::vector<Chain> cut(const Chain& chain) {
     for (std::size_t i = 0; i + 3 < chain.size(); i += 3) addSegment(segmentAt(chain, i));
@@ -106,7 +106,7 @@ class ChainCutter {
     parts_.back().insert(parts_.back().end(), part.begin() + 1, part.end());
   }
 
-  Edge edge_;
+  SeamEdge edge_;
   std::vector<Chain> parts_;
   bool isFirst_ = true, startsInside_ = false, goesOn_ = false, wasCut_ = false;
 };
@@ -162,7 +162,7 @@ std::vector<BandContour> closed(std::vector<Chain> parts) {
   return contours;
 }
 
-std::vector<BandContour> insideOf(const std::vector<BandContour>& shape, const Edge& edge) {
+std::vector<BandContour> insideOf(const std::vector<BandContour>& shape, const SeamEdge& edge) {
   std::vector<BandContour> kept;
   std::vector<Chain> open;
   for (const BandContour& contour : shape) {
@@ -210,7 +210,7 @@ std::vector<std::vector<BandContour>> cutAtSeam(const Seam& seam, const std::vec
   eachCopy(seam, reach.low - grow, reach.high + grow, [&](double right) {
     std::vector<BandContour> copy;
     for (const BandContour& contour : shape) copy.push_back(movedRight(contour, right));
-    for (const Edge edge : {Edge{seam.left - grow, 1}, Edge{seam.right() + grow, -1}})
+    for (const SeamEdge edge : {SeamEdge{seam.left - grow, 1}, SeamEdge{seam.right() + grow, -1}})
       copy = insideOf(copy, edge);
     addShapes(std::move(copy), shapes);
   });

@@ -104,6 +104,16 @@ std::optional<Meeting> meetingOf(const Ring& ring, std::size_t i, std::size_t j)
   return {};
 }
 
+/// Whether a line along the first piece has all of the second one's controls on one side, and its own not.
+bool areApart(const Piece& a, const Piece& b) {
+  const Vec way = a.p[3] - a.p[0];
+  const auto beside = [&](Vec p) { return cross(way, p - a.p[0]); };
+  const auto own = std::minmax({0.0, beside(a.p[1]), beside(a.p[2])});
+  const auto other = std::minmax({beside(b.p[0]), beside(b.p[1]), beside(b.p[2]), beside(b.p[3])});
+  const double slack = kSlack * dot(way, way);
+  return other.first > own.second + slack || other.second < own.first - slack;
+}
+
 /// Whether pieces that follow one another never lead back, so that they can not meet.
 bool isOneWay(const Piece& first, const Piece& last) {
   const Vec way = last.p[3] - first.p[0];
@@ -131,6 +141,7 @@ std::optional<Meeting> findMeeting(const Ring& ring) {
       if ((one.left > two.right) | (two.left > one.right) | (one.top > two.bottom) | (two.top > one.bottom))
         continue;
       if (!ring[i].isNear(ring[j]) || (j <= i + 1 && isOneWay(ring[i], ring[j]))) continue;
+      if (i != j && (areApart(ring[i], ring[j]) || areApart(ring[j], ring[i]))) continue;
       if (const auto found = meetingOf(ring, i, j)) return found;
     }
   }

@@ -10,7 +10,7 @@
 namespace lorivan {
 namespace {
 
-constexpr ControlId kPicture = controlId("picGrid");
+constexpr ControlId kGridPicture = controlId("picGrid");
 constexpr int kLeft = 1, kRight = 2;
 
 }  // namespace
@@ -18,7 +18,7 @@ constexpr int kLeft = 1, kRight = 2;
 void Handlers::picGrid_Mouse(const MouseEvent& event) {
   if (bench_.picture() == Picture::variations) return variationsMouse(event);
   GridHand& hand = bench_.hand;
-  if (bench_.flat.lens.moved(event, bench_.window.surface(kPicture).width())) bench_.paintFlat();
+  if (bench_.flat.lens.moved(event, bench_.window.surface(kGridPicture).width())) bench_.paintFlat();
   const auto at = bench_.flat.place(event.x, event.y);
   switch (event.action) {
     case MouseAction::press:
@@ -153,7 +153,7 @@ bool Handlers::flatKey(const KeyEvent& key) {
 /// picture.
 bool Handlers::walk(int dx, int dy) {
   GridHand& hand = bench_.hand;
-  const Surface& picture = bench_.window.surface(kPicture);
+  const Surface& picture = bench_.window.surface(kGridPicture);
   const auto middle = bench_.flat.place(picture.width() / 2, picture.height() / 2).grid;
   if (hand.walk.line() < 0)
     hand.walk.start(hand.hovered >= 0 ? hand.hovered : nearestLine(bench_.knot().graph, middle));
@@ -167,7 +167,7 @@ bool Handlers::walk(int dx, int dy) {
 }
 
 void Handlers::mnuEditLines_Click() {
-  bench_.window.focus(kPicture);
+  bench_.window.focus(kGridPicture);
   if (bench_.hand.walk.line() < 0) walk(0, 0);
 }
 

@@ -12,7 +12,7 @@ namespace {
 using Edge = PathFiller::Edge;
 using Layer = PathFiller::Layer;
 
-constexpr float kFlatness = 0.06F;  // pixels that a flattened curve may stray
+constexpr float kFlatness = 0.1F;  // pixels that a flattened curve may stray
 constexpr float kFarthest = 1e6F;
 constexpr int kMostSteps = 64;
 // Rows and pixels that are painted at a time, so that they stay in the cache.

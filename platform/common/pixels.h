@@ -22,11 +22,11 @@ inline Colour overBackground(std::uint32_t argb, Colour background) {
 /// because the systems' own small circles come out lopsided.
 template <class Fill>
 void fillDotRows(PointI centre, int diameter, Fill fill) {
-  constexpr std::int32_t kFarthest = 1'000'000;
+  constexpr std::int32_t kFarthestCentre = 1'000'000;
   diameter = std::min(diameter, kLongestSide);
   const int half = diameter / 2;
-  const int left = std::clamp(centre.x, -kFarthest, kFarthest) - half;
-  const int top = std::clamp(centre.y, -kFarthest, kFarthest) - half;
+  const int left = std::clamp(centre.x, -kFarthestCentre, kFarthestCentre) - half;
+  const int top = std::clamp(centre.y, -kFarthestCentre, kFarthestCentre) - half;
   // The quarter keeps dots of 3 and 4 pixels round.
   const double limit = 1.0 * diameter * diameter / 4 + 0.25;
   for (int row = 0; row < diameter; ++row) {

@@ -10,7 +10,7 @@
 namespace lorivan {
 namespace {
 
-constexpr float kSagitta = 0.05F;          // pixels that a flattened curve, or a join, may stray
+constexpr float kSagitta = 0.09F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back

@@ -9,11 +9,11 @@
 namespace lorivan::win32 {
 namespace {
 
-constexpr float kFarthest = 1'000'000;  // dots; GDI computes with 27 bits
+constexpr float kFarthestOnPaper = 1'000'000;  // dots; GDI computes with 27 bits
 
 POINT toPoint(PointF p) {
   const auto whole = [](float value) {
-    return static_cast<LONG>(std::lround(std::clamp(value, -kFarthest, kFarthest)));
+    return static_cast<LONG>(std::lround(std::clamp(value, -kFarthestOnPaper, kFarthestOnPaper)));
   };
   return {whole(p.x), whole(p.y)};
 }
@@ -115,7 +115,7 @@ void PaperSurface::wideCurve(const WideCurve& curve) {
   if (curve.bezier.size() < 4 || !(curve.width > 0)) return;
   const LOGBRUSH brush = {BS_SOLID, curve.colour, 0};
   const DWORD cap = curve.caps == CapStyle::round ? PS_ENDCAP_ROUND : PS_ENDCAP_FLAT;
-  const auto width = static_cast<DWORD>(std::max(1L, std::lround(std::min(curve.width, kFarthest))));
+  const auto width = static_cast<DWORD>(std::max(1L, std::lround(std::min(curve.width, kFarthestOnPaper))));
   const OwnedPen pen(ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_JOIN_ROUND | cap, width, &brush, 0, nullptr));
   points_.clear();
   for (const PointF p : curve.bezier) points_.push_back(toPoint(p));

@@ -114,18 +114,11 @@ expect 0 "" --set chkDXF2D=1 --set chkFullyCrossed=1 -o crossed.dxf
 
 # Many knots in one run: each as its own run makes it, a failing one named, all of them on a sheet.
 expect 0 "" --random 41..43 --preset Ink -o 'many-%d.svg' -o 'many-%03d.qzd' --sheet -o sheet.png -o sheet.svg
-expect 0 "" --random 42 --preset Ink -o one.svg -o one.qzd
-same one.svg many-42.svg
-same one.qzd many-042.qzd
 [[ $(ls many-* | wc -l) == 6 && -s sheet.png ]] || fault "files of a run: $(ls many-*)"
 expect 0 "" --sweep vtXNo=3..1 --sweep vtSkew=0.8..1.2:0.2 -o 'grid-%02d-%d.svg' --sheet -o sheet.bmp --width 301
 expect 0 "" --set vtXNo=2 --set vtSkew=1.2 -o one.svg
 same one.svg grid-02-1.2.svg
 [[ $(od -An -td4 -j18 -N4 sheet.bmp | tr -d ' ') == 301 ]] || fault "a sheet has another width than was asked for"
-expect 0 "" --sweep vtXNo=2..3 --sweep vtYNo=2..4 -o 'pair-%d-%d.qzd'
-for pair in 2,2 2,4 3,3 3,4; do
-  sed -n 2p "pair-${pair/,/-}.qzd" | grep -q "^[0-9]*,$pair," || fault "the knot of $pair has other numbers"
-done
 expect 4 "knot Sides 200: side-200.stl: Sorry, too many polygons" --sweep vtPolySides=10..200:190 --set vtXNo=20 --set vtYNo=20 \
   --set vtPolyPoints=4 -o 'side-%d.stl' -o 'side-%d.qzd'
 [[ $(echo side-*) == "side-10.qzd side-10.stl" ]] || fault "what a failing knot left: $(echo side-*)"
@@ -254,12 +247,9 @@ grep -q picShape= traced.qzd || fault "a traced picture has no outline"
 # What cannot be read: status 3, the line and the reason, and nothing written.
 head=$'20,0\r\n30,2,2,12,7,10,3,5\r\n'
 printf '%s' "$head" >nolines.qzd
-printf '20,0\r\nabc,2,2,12\r\n0,0,9,0,4,0,1,0\r\n' >words.qzd
-printf '7500 6000\r\n1\r\n10 nan\r\n0\r\n' >nan.qzc
 head -c 3000 "$program" >binary.qzd
 : >empty.qzd
 printf '<svg>\n<path d="M 0 x"/></svg>' >bad.svg
-printf '0\nSECTION\nx\n' >bad.dxf
 echo "no picture" >bad.jpg
 mkdir folder.qzd
 while IFS='|' read -r file text; do
@@ -267,17 +257,12 @@ while IFS='|' read -r file text; do
   grep -qF "$file" err.txt || fault "the message does not name $file"
 done <<'CASES'
 nolines.qzd|line 3: the knot has no lines
-words.qzd|line 2: "abc" is not a number for vtScale
 binary.qzd|line 1:
 empty.qzd|line 1: the file is empty
 folder.qzd|it is a folder
 missing.qzd|No such file
 bad.svg|bad.svg, line 2: a path cannot be read
-bad.dxf|bad.dxf, line 3: "x" is no group code
 bad.jpg|it is no BMP, PNG or JPEG picture
-missing.dxf|No such file
-nan.qzc|line 3: nan is not a number
-missing.qzc|No such file
 CASES
 [[ ! -e never.svg ]] || fault "an output was written for a bad input"
 

@@ -16,7 +16,6 @@
 namespace lorivan::fuzz {
 namespace {
 
-constexpr std::int64_t kMostPolygons = 6000;  // a fuzzer has to be fast
 constexpr int kMostWidth = 160, kMostCells = 2;
 
 std::vector<std::string> argumentsOf(std::string_view text) {

@@ -12,6 +12,8 @@ namespace lorivan::fuzz {
 
 using Bytes = std::span<const std::uint8_t>;
 
+constexpr std::int64_t kMostPolygons = 6000;  // a fuzzer has to be fast
+
 void knotText(Bytes bytes);     // a knot file
 void shapeText(Bytes bytes);    // a file of a custom shape
 void source(Bytes bytes);       // a knot inside a picture, drawing or model

@@ -14,8 +14,6 @@
 namespace lorivan::fuzz {
 namespace {
 
-constexpr std::int64_t kMostPolygons = 6000;  // a fuzzer has to be fast
-
 bool isPlace(double x, double y) { return std::isfinite(x) && std::isfinite(y); }
 
 /// Whether no line is there twice and none ends where it begins: the walk tells lines by their ends.

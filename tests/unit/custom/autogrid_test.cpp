@@ -6,12 +6,11 @@
 #include <string>
 
 #include "base/random.h"
-#include "custom/mesh_quality.h"
 #include "custom/outline.h"
 #include "custom/shape_file.h"
-#include "custom/symmetry.h"
 #include "graph/standard_grids.h"
 #include "shapes.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -162,9 +161,9 @@ TEST(AutoGrid, RefusesInTheWordsOfNewGridWhatNoLineCanHold) {
 TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
   KnotGraph graph;
   std::vector<double> filled;  // share of the outline, where cells are not too coarse for it
-  for (std::uint64_t seed = 1; seed <= 300; ++seed) {
+  for (int seed = 1; seed <= tries(300); ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    const RandomCase c = randomCase(seed);
+    const RandomCase c = randomCase(static_cast<std::uint64_t>(seed));
     const GridView view(stretchFactor(c.skew));
     const auto made = AutoGrid(graph, c.shape, view, c.options);
     if (!made) {
@@ -179,7 +178,7 @@ TEST(AutoGrid, FillsRandomOutlinesWithPlaneConvexCells) {
     expectKnot(graph);
     if (HasFatalFailure()) return;
   }
-  ASSERT_GT(filled.size(), 150U);
+  ASSERT_GT(static_cast<int>(filled.size()), tries(150));
   std::sort(filled.begin(), filled.end());
   EXPECT_GT(filled[filled.size() / 20], 0.88);
   EXPECT_NEAR(filled[filled.size() / 2], 1, 0.03);
@@ -246,6 +245,7 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
   for (const auto& loops : shapes)
     for (const bool triangles : {false, true})
       for (int size = 5; size <= 30; size += 3) {
+        if (isLeftOut(size)) continue;
         SCOPED_TRACE(testing::Message()
                      << loops[0].size() << " points, " << size << (triangles ? " triangles" : ""));
         KnotGraph graph;
@@ -254,21 +254,6 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
         EXPECT_TRUE(mirrored(graph));
         expectPlane(graph);
       }
-}
-
-TEST(AutoGrid, KnowsTheSymmetriesOfOutlines) {
-  const std::pair<std::vector<Spot>, std::size_t> cases[] = {
-      {box(150, 100, 350, 300), 8},
-      {box(100, 140, 400, 260), 4},
-      {{{150, 100}, {350, 150}, {300, 350}, {100, 300}}, 4},  // a turned square: its quarter turns
-      {{{100, 100}, {300, 100}, {400, 250}, {200, 250}}, 2},  // a parallelogram: its half turn
-      {{{100, 100}, {300, 100}, {420, 250}, {200, 290}}, 1}};
-  for (const auto& [loop, size] : cases) {
-    const CustomShape shape = shapeOf({loop});
-    const auto outline = Outline::of(shape, ShapeMapping(shape, GridView()));
-    ASSERT_TRUE(outline);
-    EXPECT_EQ(symmetriesOf(*outline, false, 1.5).size(), size);
-  }
 }
 
 /// A curve with so many lobes.
@@ -318,38 +303,6 @@ TEST(AutoGrid, TrianglesTurnWithOutlinesThatTurn) {
       EXPECT_LT(turnFault(graph, centre, 6.283185307179586 / fold), 1.6);
       expectPlane(graph);
     }
-}
-
-TEST(AutoGrid, EverySizeMakesAnotherGridOfARing) {
-  const CustomShape ring = shapeOf({turned(72, 145, 145), turned(72, 125, 125)});
-  std::set<std::vector<int>> grids;
-  for (const int size : {8, 9, 20, 21, 22, 40, 41, 55, 56, 59, 60}) {
-    KnotGraph graph;
-    ASSERT_TRUE(AutoGrid(graph, ring, GridView(), {size, false})) << size;
-    std::vector<int> places;
-    for (int j = 0; j <= graph.LastLine; ++j) {
-      const GridLine& line = graph.Lines[j];
-      places.insert(places.end(), {line.X1, line.Y1, line.X2, line.Y2});
-    }
-    EXPECT_TRUE(grids.insert(std::move(places)).second) << size;
-  }
-}
-
-TEST(AutoGrid, MeasuresMeshesAsHandComputed) {
-  // A square of four cells; three are filled, one of them by half, and a fourth cell lies beside the square.
-  const Outline square({{{0, 0}, {40, 0}}, {{40, 0}, {40, 40}}, {{40, 40}, {0, 40}}, {{0, 40}, {0, 0}}});
-  const std::vector<PointI> at = {{0, 0},   {20, 0},  {40, 0},  {60, 0}, {0, 20},
-                                  {20, 20}, {40, 20}, {60, 20}, {0, 40}};
-  CellMesh mesh;
-  mesh.nodes.resize(at.size());
-  mesh.cells = {{{0, 1, 5, 4}, 4}, {{1, 2, 6, 5}, 4}, {{2, 3, 7, 6}, 4}, {{4, 5, 8}, 3}};
-  for (const bool triangles : {false, true}) {
-    const MeshQuality quality = qualityOf(mesh, at, square, {triangles, {}, 20, 20});
-    EXPECT_NEAR(quality.filled, 1000.0 / 1600, 1e-3);
-    EXPECT_NEAR(quality.beyond, 400.0 / 1600, 1e-3);
-    EXPECT_NEAR(quality.uneven, triangles ? 0.75 : 0, 1e-9) << "squares are twice a triangle";
-    EXPECT_EQ(quality.farOutside, 2);
-  }
 }
 
 TEST(AutoGrid, LeavesAHoleAboutACellWideFree) {

@@ -69,16 +69,6 @@ TEST(SmoothLines, ATipThatStandsOutStays) {
   EXPECT_LT(turnAtFirst(smoothed({tip, right, {408.3, 158.2}, {91.7, 158.2}, left})), 20);
 }
 
-TEST(SmoothLines, ThreePointsAreAnArc) {
-  CustomShape shape;
-  for (const Spot p : {Spot{100, 200}, {200, 142}, {300, 200}})  // turns by 60 degrees
-    shape.addPoint(static_cast<float>(p.x), static_cast<float>(p.y));
-  shape.addLine(1, 2);
-  shape.addLine(2, 3);
-  shape.smooth = true;
-  EXPECT_GT(ShapeLines(shape).lines.size(), 6U);
-}
-
 TEST(SmoothLines, GridsFollowThemAndFilesKeepThem) {
   CustomShape shape = smoothed(polygon(6, 120));
   KnotGraph round, cornered;

@@ -85,22 +85,6 @@ TEST(Edits, ChangeWhatTheyNameAndNothingElse) {
   for (const auto& [next, parts] : cases) EXPECT_EQ(differences(next, base), parts);
 }
 
-TEST(Edits, GridsStartFromTheScaleThatWasAskedFor) {
-  Document d = *changeField(*newGrid({}), Param::Scale, "45");
-  EXPECT_EQ(d.fields.text(Param::Scale), "45");
-  EXPECT_EQ(d.CellSize, 45);
-  d = *changeField(d, Param::XNo, "12");
-  EXPECT_LT(d.fields.whole(Param::Scale), 20);
-  EXPECT_EQ(d.askedScale, "45");
-  d = *changeField(*chooseShape(d, Shape::SquareSquare), Param::XNo, "2");
-  EXPECT_EQ(d.fields.text(Param::Scale), "45");
-  EXPECT_EQ(d.askedScale, "");
-  d = *changeField(*changeField(d, Param::XNo, "12"), Param::Scale, "10");
-  EXPECT_EQ(*changeField(d, Param::XNo, "2"),
-            *changeField(*changeField(*newGrid({}), Param::YNo, "2"), Param::Scale, "10"))
-      << "a scale that is typed is the one asked for";
-}
-
 TEST(Edits, FieldsWriteBackWhatTheyAreUsedAs) {
   const Document d = *newGrid({});
   const std::tuple<Param, const char*, const char*> cases[] = {

@@ -8,17 +8,13 @@
 
 #include "design/edits.h"
 #include "design/outputs.h"
+#include "grids.h"
 #include "platform/none/none_platform.h"
 #include "strands/drawn_box.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
-
-Document gridOf(Shape shape, int x, int y) {
-  Document document = withField(Document(), Param::XNo, std::to_string(x));
-  document.fields.shape = shape;
-  return *newGrid(withField(document, Param::YNo, std::to_string(y)));
-}
 
 std::string made(const char* extension, const FittedSize& fitted) {
   NonePlatform platform;
@@ -63,8 +59,10 @@ TEST(FitSize, RingsFitTheirFingersAndWrists) {
 }
 
 TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
+  int compared = 0;
   for (const Shape shape : {Shape::SquareSquare, Shape::Hexagonal, Shape::Circular})
     for (const auto& [width, height] : {std::pair{200.0, 120.0}, {50.0, 90.0}, {300.0, 40.0}}) {
+      if (isLeftOut(compared++)) continue;
       const auto fitted = fitFrame(gridOf(shape, 5, 4), width, height);
       ASSERT_TRUE(fitted) << static_cast<int>(shape) << ' ' << width;
       EXPECT_LT(fitted->error, kMostSizeError);

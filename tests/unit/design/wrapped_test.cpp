@@ -11,16 +11,10 @@
 #include "design/kept_walls.h"
 #include "design/knot_model.h"
 #include "design/solid_model.h"
+#include "grids.h"
 
 namespace lorivan {
 namespace {
-
-Document gridOf(Shape shape, int x, int y) {
-  Document document;
-  document.fields.text(Param::XNo) = std::to_string(x);
-  document.fields.text(Param::YNo) = std::to_string(y);
-  return *chooseShape(document, shape);
-}
 
 TEST(Wrap, JoinsAndPartsTheBordersInOneStep) {
   const Document flat = gridOf(Shape::SquareTriangle, 5, 3), joined = withCheck(flat, Check::Wrap, true);

@@ -8,6 +8,7 @@
 #include "base/random.h"
 #include "export/mesh.h"
 #include "export/writers.h"
+#include "tries.h"
 #include "unit/export/sample_knots.h"
 #include "unit/export/stl_reader.h"
 
@@ -43,6 +44,7 @@ TEST(Mesh, EveryShapeFlatBentAndClosedIsWatertight) {
   for (int shape = 0; shape + 1 < kShapeCount; ++shape)
     for (const float ring : {0.F, 75.F, 100.F})
       for (const int sides : {3, 8}) {
+        if (isLeftOut(shape + sides + static_cast<int>(ring) / 25)) continue;
         SCOPED_TRACE(testing::Message() << "shape " << shape << " ring " << ring << " sides " << sides);
         const SampleKnot knot = standardKnot(static_cast<Shape>(shape), 4, 3,
                                              {.polySides = sides, .polySmooth = 3, .ringPercent = ring});

@@ -132,22 +132,6 @@ TEST(Models, ADamagedFileIsNotTaken) {
   }
 }
 
-TEST(Models, BinaryStlHoldsTheTrianglesOfTheText) {
-  const SampleKnot knot = standardKnot(Shape::Circular, 4, 2);
-  ExportScene scene = knot.scene();
-  MemorySink text, binary;
-  ASSERT_TRUE(writeStl(scene, text));
-  scene.binary = true;
-  ASSERT_TRUE(writeStl(scene, binary));
-  const auto triangles = readStl(text.bytes);
-  ASSERT_EQ(binary.bytes.size(), 84 + 50 * triangles.size());
-  EXPECT_FALSE(binary.bytes.starts_with("solid"));
-  for (std::size_t i = 0; i < triangles.size(); ++i)
-    for (std::size_t number = 0; number < 9; ++number)
-      ASSERT_EQ(littleFloat(binary.bytes.data() + 84 + 50 * i + 12 + 4 * number),
-                static_cast<float>(triangles[i][number / 3][number % 3]));
-}
-
 /// The model's text in an archive.
 std::string modelText(const std::string& archive) {
   std::string text;

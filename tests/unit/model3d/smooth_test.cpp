@@ -8,6 +8,7 @@
 #include "model3d/marks.h"
 #include "model3d/model_picture.h"
 #include "model3d/rings.h"
+#include "tries.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
@@ -202,7 +203,7 @@ TEST(Smooth, OneScaleServesAllAnglesAndTheLensComesCloser) {
   for (const float percent : {0.0F, 100.0F}) {
     const TubeModel model = wovenModel(5, 4, percent);
     const float scale = placing(model, Projection(ViewState()), {}, kWidth, kHeight).scale;
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < tries(40); ++i) {
       const ViewState view = viewAt(static_cast<float>(i * 47 % 360), static_cast<float>(i * 31 % 360),
                                     static_cast<float>(i * 13 % 360));
       EXPECT_EQ(placing(model, Projection(view), {}, kWidth, kHeight).scale, scale);

@@ -2,9 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 
-#include "model3d/m3ops.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
@@ -35,43 +33,6 @@ TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
     const TubeModel turned = built(storeOf(points), settings);
     const Vec3 &low = turned.curveMinimum, &high = turned.curveMaximum;
     EXPECT_NEAR(std::max(high.x - low.x, high.y - low.y), (70.3 + 30.4) * scale, 1e-4) << quarter;
-  }
-}
-
-TEST(Tube, StrandsCloseAndFacesLookOutward) {
-  for (const auto& [sides, points, order] : {std::array{3, 1, 3}, {5, 4, 4}, {40, 9, 6}, {7, 50, 20}}) {
-    StrandStore store = storeOf(trefoil(), 3);
-    addStrand(store, 40, roundStrand(14, 90, true));
-    TubeSettings settings;
-    settings.polySides = sides;
-    settings.polyPoints = points;
-    settings.polySmooth = order;
-    settings.polyRadius = 3;
-    const TubeModel model = built(store, settings);
-    ASSERT_EQ(model.strands.size(), 2U);
-    EXPECT_EQ(model.strands[1].slot, 40);
-    EXPECT_EQ(model.QuadCount, (24 + 14) * sides * points);
-    EXPECT_EQ(model.QuadCount, polygonBudget(store, settings));
-
-    std::map<std::pair<int, int>, int> edges;
-    int inward = 0, quads = 0;
-    forEachQuad(model, [&](int quad, const QuadCorners& c, int) {
-      EXPECT_EQ(quad, quads++);
-      for (std::size_t k = 0; k < 4; ++k) ++edges[{c[k], c[(k + 1) % 4]}];
-      const auto at = [&](std::size_t k) { return model.vertices[c[k]]; };
-      const Vec3 p = at(0), q = at(1), r = at(2), centre = model.centres[c[0] / settings.polySides];
-      float x, y, z;
-      CrossProduct(x, y, z, q.x - p.x, q.y - p.y, q.z - p.z, r.x - q.x, r.y - q.y, r.z - q.z);
-      const float mx = (p.x + q.x) / 2 - centre.x, my = (p.y + q.y) / 2 - centre.y;
-      if (x * mx + y * my + z * ((p.z + q.z) / 2 - centre.z) < 0) ++inward;
-    });
-    for (const auto& [edge, uses] : edges)
-      EXPECT_TRUE(uses == 1 && edges.contains({edge.second, edge.first})) << "free edge";
-    EXPECT_TRUE(points == 1 || inward == 0);
-    for (std::size_t v = 0; v < model.vertices.size(); ++v) {
-      ASSERT_NEAR(distance(model.vertices[v], model.centres[v / static_cast<std::size_t>(sides)]), 0.3F,
-                  1e-5);
-    }
   }
 }
 

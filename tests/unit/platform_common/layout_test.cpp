@@ -113,21 +113,5 @@ TEST(Layout, ShowsTheReferencePictureOnAnSvgaScreen) {
   EXPECT_LE(minimumClient(kForm, {13, 11.0 / 12, 7}).width, 800 - 8) << "with wide letters, in a frame";
 }
 
-TEST(Layout, GivesTheSidePanelOfAWideWindowHalfAsMuchAgain) {
-  const LayoutSize least = minimumClient(kForm, {15, 1, 8});
-  const auto side = [&](int width) {
-    return rectOf(computeLayout(kForm, width, least.height, {15, 1, 8}), "fraBasic").width;
-  };
-  EXPECT_EQ(side(4000), side(least.width) * 3 / 2);
-}
-
-TEST(Layout, SurvivesWindowsThatAreTooSmall) {
-  for (const int side : {0, 1, 50, 300}) {
-    const FormLayout layout = computeLayout(kForm, side, side, {15, 1});
-    EXPECT_FALSE(layout.picture.isEmpty());
-    EXPECT_FALSE(rectOf(layout, "vtXNo").isEmpty());
-  }
-}
-
 }  // namespace
 }  // namespace lorivan

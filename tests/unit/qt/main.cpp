@@ -11,7 +11,7 @@
 int main(int count, char** values) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QTemporaryDir files;
-  qputenv("XDG_DATA_HOME", files.path().toUtf8());
+  for (const char* const place : {"XDG_DATA_HOME", "XDG_CONFIG_HOME"}) qputenv(place, files.path().toUtf8());
   QLoggingCategory::setFilterRules(QStringLiteral("qt.qpa.*=false"));
   const QApplication application(count, values);
   QApplication::setQuitOnLastWindowClosed(false);

@@ -27,11 +27,6 @@ KnotCurve ring(int samples) {
   return curve;
 }
 
-TEST(Animation, DelayFollowsTheSpeed) {
-  const std::pair<float, int> cases[] = {{1, 180}, {2, 90}, {5, 36}, {7, 26}, {8, 22}, {8.6F, 21}, {9, 10}};
-  for (const auto& [speed, delay] : cases) EXPECT_EQ(frameDelay(speed), delay) << speed;
-}
-
 TEST(Animation, GrowsByThreesAndAlwaysCloses) {
   const std::pair<int, std::vector<int>> cases[] = {
       {8, {2, 5, 8}}, {9, {2, 5, 8, 9}}, {10, {2, 5, 8, 10}}, {2, {2}}};

@@ -84,6 +84,13 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
     }
 }
 
+TEST(CutDrawing, TellsWhereTheKerfTakesTheRoomBetweenPieces) {
+  CutKnot knot(Shape::SquareSquare, 4, 3, 5, 1);
+  EXPECT_EQ(knot.cut().tight, 0);
+  knot.options.kerf = 12;
+  EXPECT_GT(knot.cut().tight, 0);
+}
+
 TEST(CutDrawing, BandsWithoutRoomInCornersKeepTheirWidthWhereNothingOverlaps) {
   const CutDrawing wide = CutKnot(Shape::SquareSquare, 5, 4, 30, 2).cut();
   EXPECT_TRUE(wide.apart);

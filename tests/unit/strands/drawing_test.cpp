@@ -34,49 +34,6 @@ TEST(KnotCurve, LargerScalesHaveMoreSamples) {
   EXPECT_EQ(samplesPerPoint(20) * 100 + samplesPerPoint(19.9F) * 10 + samplesPerPoint(9), 543);
 }
 
-TEST(KnotCurve, ClosedCardinalCurveHasNoBeginning) {
-  const std::vector<PointF> points = {{0, 0}, {30, 0}, {30, 60}};
-  std::vector<PointF> ring, again;
-  closedCardinalToBezier(points, 0, 3, ring);
-  ASSERT_EQ(ring.size(), 10U);
-  EXPECT_NEAR(ring[1].x, 0, 1e-5) << "the tangent looks back across the closing point";
-  EXPECT_NEAR(ring[1].y, -10, 1e-5);
-  EXPECT_EQ(ring[3].x, 30);
-  EXPECT_EQ(ring.back().x, ring.front().x);
-  EXPECT_NEAR(ring[8].y + ring[1].y, 0, 1e-5) << "and goes on as it came";
-  closedCardinalToBezier(points, 2, 4, again);
-  ASSERT_EQ(again.size(), 13U);
-  for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(again[i].y, ring[6 + i].y);
-  for (std::size_t i = 0; i < 10; ++i) EXPECT_EQ(again[3 + i].x, ring[i].x) << "stretches are parts of it";
-}
-
-TEST(KnotCurve, OverRunsThatTouchTheClosingPointAreOne) {
-  KnotCurve curve;
-  curve.X.assign(10, 0.F);
-  curve.Y.assign(10, 0.F);
-  curve.first[1] = 0;
-  curve.last[1] = 9;
-  const auto found = [&](std::vector<float> heights) {
-    curve.Z = std::move(heights);
-    std::vector<OverRun> runs;
-    overRuns(curve, 1, runs);
-    std::vector<std::pair<int, int>> pairs;
-    for (const OverRun& run : runs) pairs.emplace_back(run.begin, run.count);
-    return pairs;
-  };
-  using Pairs = std::vector<std::pair<int, int>>;
-  EXPECT_EQ(found({1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{4, 3}, {8, 4}}));
-  EXPECT_EQ(found({-1, 1, -1, -1, 0, 2, 2, -1, 1, 1}), (Pairs{{1, 1}, {4, 3}, {8, 2}}));
-  EXPECT_EQ(found(std::vector<float>(10, 1.F)), (Pairs{{0, 10}}));
-  EXPECT_EQ(found(std::vector<float>(10, -1.F)), Pairs{});
-  curve.Z = {1, 1, -1, -1, 0, 2, 2, -1, 1, 1};
-  for (int i = 0; i < 10; ++i) curve.X[i] = static_cast<float>(i);
-  std::vector<PointF> points;
-  runPoints(curve, 1, {8, 4}, GridView(), false, points);
-  ASSERT_EQ(points.size(), 5U) << "and the sample after it";
-  EXPECT_LT(points[2].x, points[0].x) << "the run goes on at the first sample";
-}
-
 TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
   KnotStyle style;

@@ -37,23 +37,7 @@ class ExactPicture {
 
   /// What lies at a pixel's middle. Within `margin` pixels of a border that can be seen it is unclear.
   Shows at(int x, int y, double margin, int& slot) const {
-    std::vector<Pass> here;
-    for (const Pass& pass : passes_[index(x, y)])
-      if (pass.distance < outer_ + margin) here.push_back(pass);
-    // Of the legs of a bend only the nearest one counts, but not where a band goes over one, under the other.
-    const auto isBetween = [&](const Pass& p, const Pass& a, const Pass& b) {
-      const Order toA = verdict(x, y, p, a), toB = verdict(x, y, p, b);
-      return toA != Order::none && toB != Order::none && toA != toB;
-    };
-    const auto beneath = [&](const Pass& pass) {
-      return std::ranges::any_of(here, [&](const Pass& o) {
-        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none &&
-               std::ranges::none_of(here, [&](const Pass& p) { return isBetween(p, o, pass); });
-      });
-    };
-    std::vector<Pass> kept;
-    for (const Pass& pass : here)
-      if (!beneath(pass)) kept.push_back(pass);
+    const std::vector<Pass> kept = passesAt(x, y, margin);
     const Pass* top = nullptr;
     bool isNear = false, isMiddle = false;
     for (const Pass& pass : kept) {
@@ -80,6 +64,24 @@ class ExactPicture {
     return top->distance < band_ ? Shows::band : Shows::edge;
   }
 
+  /// How much of a pixel is band, 0 to 1; where another band covers one, all of it or nothing.
+  double share(int x, int y) const {
+    const auto covered = [](double inside) { return std::clamp(inside + 0.5, 0.0, 1.0); };
+    const std::vector<Pass> kept = passesAt(x, y, 1);
+    double sum = 0;
+    for (const Pass& pass : kept) {
+      double seen = covered(band_ - pass.distance);
+      for (const Pass& o : kept) {
+        const Order order = &o == &pass ? Order::none : verdict(x, y, pass, o);
+        if (order == Order::below && o.distance < outer_) seen = 0;
+        if (order == Order::beside)
+          seen = std::min(seen, covered((o.distance - pass.distance - outer_ + band_) / 2));
+      }
+      sum += seen;
+    }
+    return std::min(sum, 1.0);
+  }
+
  private:
   enum class Order { none, above, below, beside };
   /// One band that comes near a pixel, from place `first` to `last`.
@@ -94,6 +96,28 @@ class ExactPicture {
     std::vector<int> crossings;  // of the area, at its root
   };
 
+  /// The bands that reach over a pixel.
+  std::vector<Pass> passesAt(int x, int y, double margin) const {
+    std::vector<Pass> here, kept;
+    for (const Pass& pass : passes_[index(x, y)])
+      if (pass.distance < outer_ + margin) here.push_back(pass);
+    if (here.size() < 2) return here;
+    // Of the legs of a bend only the nearest one counts, but not where a band goes over one, under the other.
+    const auto isBetween = [&](const Pass& p, const Pass& a, const Pass& b) {
+      const Order toA = verdict(x, y, p, a), toB = verdict(x, y, p, b);
+      return toA != Order::none && toB != Order::none && toA != toB;
+    };
+    const auto beneath = [&](const Pass& pass) {
+      return std::ranges::any_of(here, [&](const Pass& o) {
+        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none &&
+               std::ranges::none_of(here, [&](const Pass& p) { return isBetween(p, o, pass); });
+      });
+    };
+    for (const Pass& pass : here)
+      if (!beneath(pass)) kept.push_back(pass);
+    return kept;
+  }
+
   std::size_t index(int x, int y) const {
     return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) + static_cast<std::size_t>(x);
   }
@@ -105,21 +129,30 @@ class ExactPicture {
   void walk(int number) {
     const BandLoop& loop = loops_[number];
     for (int i = 0; i < loop.size(); ++i) {
-      const int parts = 1 + static_cast<int>(lengthOf(loop.point(i + 1) - loop.point(i)) * 3);
-      for (int k = 0; k < parts; ++k) stamp(number, i + static_cast<double>(k) / parts);
+      const int parts = 1 + static_cast<int>(lengthOf(loop.point(i + 1) - loop.point(i)));
+      for (int k = 0; k < parts; ++k)
+        stamp(number, i + static_cast<double>(k) / parts, i + static_cast<double>(k + 1) / parts);
     }
   }
 
-  void stamp(int number, double place) {
+  /// A chord of about a pixel.
+  void stamp(int number, double from, double to) {
     const double reach = outer_ + 2;
-    const Vec p = loops_[number].spot(place).at;
+    const Vec p = loops_[number].spot(from).at, way = loops_[number].spot(to).at - p;
+    const double inverse = 1 / std::max(dot(way, way), 1e-12);
     const auto limit = [](double v, int most) {
       return std::clamp(static_cast<int>(std::floor(v)), 0, most);
     };
-    for (int y = limit(p.y - reach, height_ - 1); y <= limit(p.y + reach, height_ - 1); ++y)
-      for (int x = limit(p.x - reach, width_ - 1); x <= limit(p.x + reach, width_ - 1); ++x) {
-        const double distance = lengthOf({x - p.x, y - p.y});
-        if (distance <= reach) note(passes_[index(x, y)], number, place, distance);
+    const Vec q = p + way;
+    const auto [left, right] = std::minmax(p.x, q.x);
+    const auto [top, bottom] = std::minmax(p.y, q.y);
+    for (int y = limit(top - reach, height_ - 1); y <= limit(bottom + reach, height_ - 1); ++y)
+      for (int x = limit(left - reach, width_ - 1); x <= limit(right + reach, width_ - 1); ++x) {
+        const Vec off{x - p.x, y - p.y};
+        const double t = std::clamp(dot(off, way) * inverse, 0.0, 1.0);
+        const Vec away = off - way * t;
+        if (const double square = dot(away, away); square <= reach * reach)
+          note(passes_[index(x, y)], number, from + (to - from) * t, std::sqrt(square));
       }
   }
 

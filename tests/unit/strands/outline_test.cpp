@@ -10,6 +10,7 @@
 #include "strands/band_touches.h"
 #include "strands/cut_room.h"
 #include "strands/untangle.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -252,12 +253,13 @@ TEST(BandOutlines, ThePictureShowsWhatTheDistancesSay) {
   int looked = 0;
   for (int s = 0; s < kShapeCount - 1; ++s)
     for (int order = 2; order <= 6; ++order) {
+      if (isLeftOut(s + order)) continue;
       const auto shape = static_cast<Shape>(s);
       const int wrong = wrongPixels(Drawn(shape, 2 + order % 2, 2, order, 0.35 + 0.05 * (s % 3)));
       looked += wrong >= 0;
       EXPECT_LE(wrong, 0) << shapeTable()[s].name << ", order " << order;
     }
-  EXPECT_GE(looked, 43);
+  EXPECT_GE(looked, tries(43));
   // Corners within crossings, and bands that go over one leg of a corner and under the other.
   EXPECT_EQ(wrongPixels(Drawn(Shape::Circular, 6, 4, 2, 0.396)), 0);
   EXPECT_EQ(wrongPixels(Drawn(Shape::SquareSquare, 7, 5, 2, 0.55)), 0);

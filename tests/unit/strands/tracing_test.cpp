@@ -8,6 +8,7 @@
 #include <map>
 
 #include "knot_maker.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -42,6 +43,7 @@ TEST(Tracing, EveryShapeOfEverySizeIsAnAlternatingKnot) {
     for (int x = 1; x <= 20; ++x)
       for (const int y : {1, 2, 5, 12, 20})
         for (const float scale : {6.F, 30.F}) {
+          if (isLeftOut(s + x + y)) continue;
           const int offset = (3 * x + y) % 15 - 7;
           const MadeKnot knot = makeKnot(fieldsOf(static_cast<Shape>(s), x, y, scale, offset));
           ASSERT_EQ(knot.error, "") << s << ' ' << x << ' ' << y << ' ' << scale << ' ' << offset;
@@ -136,12 +138,12 @@ TEST(Tracing, ReversedLinesLoseNoStrandAndRepeatNone) {
   const Rnd random = seededRandom(7);
   const auto below = [&](int span) { return static_cast<int>(random() * span); };
   int compared = 0;
-  for (int i = 0; i < 1200; ++i) {
+  for (int i = 0; i < tries(1200); ++i) {
     MadeKnot knot;
     knot.fields = fieldsOf(static_cast<Shape>(i % (kShapeCount - 1)), 2 + below(6), 2 + below(6));
     ASSERT_TRUE(buildStandardGrid(*knot.graph, knot.fields));
     // The first lines are those that strands start on.
-    for (int edits = i < 400 ? 1 : 1 + below(8); edits > 0; --edits)
+    for (int edits = i % 3 == 0 ? 1 : 1 + below(8); edits > 0; --edits)
       knot.graph->Lines[below(below(2) == 0 ? 3 : knot.graph->LastLine + 1)].Kind =
           edits == 1 ? kReversed : static_cast<std::int16_t>(below(4));
     knot.trace();
@@ -151,16 +153,16 @@ TEST(Tracing, ReversedLinesLoseNoStrandAndRepeatNone) {
     EXPECT_EQ(wronglyCrossed(knot), 0) << i;
     ++compared;
   }
-  EXPECT_GT(compared, 1000);
+  EXPECT_GT(compared, tries(1000));
 }
 
-TEST(Tracing, TwentyThousandRandomKnotsEndOneWayOrTheOther) {
+TEST(Tracing, RandomKnotsEndOneWayOrTheOther) {
   const Rnd random = seededRandom(2024);
   auto graph = std::make_unique<KnotGraph>();
   auto store = std::make_unique<StrandStore>();
   int errors = 0;
   const auto whole = [&](int span) { return static_cast<int>(random() * span); };
-  for (int i = 0; i < 20000; ++i) {
+  for (int i = 0; i < tries(20000); ++i) {
     const GridFields fields =
         fieldsOf(static_cast<Shape>(whole(12)), 1 + whole(11), 1 + whole(11), 30, whole(15) - 7);
     ASSERT_TRUE(buildStandardGrid(*graph, fields, &random));
@@ -172,7 +174,7 @@ TEST(Tracing, TwentyThousandRandomKnotsEndOneWayOrTheOther) {
     EXPECT_EQ(graph->KnotError, failed);
     errors += failed;
   }
-  EXPECT_LT(errors, 2000) << "most edited knots are still knots";
+  EXPECT_LT(errors, tries(2000)) << "most edited knots are still knots";
 }
 
 }  // namespace

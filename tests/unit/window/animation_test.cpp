@@ -108,14 +108,6 @@ TEST_F(AnimationTest, EverythingElseEndsItAndIsDone) {
   EXPECT_EQ(count(DrawKind::segment), 0);
 }
 
-TEST_F(AnimationTest, AStatusIsTrueWhateverEndsIt) {
-  draw(5, [this] { pick("mnuStyle4"); });
-  EXPECT_EQ(w->status(), "3 strands, 12 crossings");
-  EXPECT_EQ(commandText("mnuEditUndoStep").substr(0, 12), "&Undo Style ");
-  draw(5, [this] { click("cmdOldGrid"); });
-  EXPECT_TRUE(!drawn() && statusStarts("Square-Square, 2 x 2"));
-}
-
 TEST_F(AnimationTest, ClosingTheWindowEndsIt) {
   platform.dialogs.answerConfirm(false);
   EXPECT_EQ(draw(5, [this] { w->userCloses(); }), growing * 10);

@@ -7,6 +7,7 @@
 #include "design/edits.h"
 #include "design/kept_walls.h"
 #include "main_window_driver.h"
+#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -180,7 +181,8 @@ TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
 
 TEST_F(HandTest, RandomGesturesKeepTheSymmetryAndEveryCrossing) {
   const char* const count = std::getenv("LORIVAN_GESTURES");
-  const int gestures = count != nullptr ? std::atoi(count) : 300;
+  const int gestures = count != nullptr ? std::atoi(count) : tries(300);
+  const int each = std::clamp(gestures / 6, 1, 50);
   start();
   const Rnd random = seededRandom(2024);
   const auto below = [&](int n) { return std::min(n - 1, static_cast<int>(random() * n)); };
@@ -189,10 +191,10 @@ TEST_F(HandTest, RandomGesturesKeepTheSymmetryAndEveryCrossing) {
   const Shape shapes[] = {Shape::SquareSquare, Shape::Circular, Shape::Octagonal, Shape::Cross,
                           Shape::RegularHexagonal};
   for (int i = 0; i < gestures; ++i) {
-    if (i % 50 == 0) {
-      choose(shapes[i / 50 % 5]);
-      grid(i % 100 == 0 ? "5" : "4", "4");
-      const char* const symmetry = symmetries[i / 50 % 6];
+    if (i % each == 0) {
+      choose(shapes[i / each % 5]);
+      grid(i / each % 2 == 0 ? "5" : "4", "4");
+      const char* const symmetry = symmetries[i / each % 6];
       if (w->commandVisible(w->command(symmetry)) && commandEnabled(symmetry)) pick(symmetry);
     }
     const PointI from{below(500), below(400)}, to{below(500), below(400)};

@@ -50,22 +50,6 @@ TEST_F(KnotTest, ClicksStepALineThroughItsKindsAndRedrawTheKnot) {
   EXPECT_EQ(w->status(), "Line 3 is a wall: strands turn back at it; 2 strands, 11 crossings");
 }
 
-TEST_F(KnotTest, RandomDrawsAKnotAndKeepsTheShapeWhenTold) {
-  start({{}, false, [] { return 0.5; }});
-  click("cmdRandknot");
-  EXPECT_TRUE(drawn() && !w->busy());
-  EXPECT_EQ(w->selected(kShapes), 6);
-  EXPECT_EQ(background(Param::StartColour), QBColor(8));
-  EXPECT_TRUE(nothingWaits({Param::XNo, Param::Scale, Param::Width, Param::StartColour}));
-  click("chkConstantShape");
-  choose(Shape::Custom);
-  for (const int shape : {0, 7}) {
-    click("cmdRandknot");
-    EXPECT_EQ(w->selected(kShapes), shape);
-    w->userChooses(kShapes, 7);
-  }
-}
-
 TEST_F(KnotTest, ClosingTheWindowEndsRandom) {
   start();
   const Document last = document();

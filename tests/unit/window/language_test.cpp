@@ -25,21 +25,6 @@ TEST_F(LanguageTest, IsTheSettingsOrElseTheUsers) {
     EXPECT_EQ(languageFor(setting, system), spoken) << setting << '|' << system;
 }
 
-TEST_F(LanguageTest, IsChosenInTheMenuForTheNextStart) {
-  platform.userLanguage = "de-DE";
-  start();
-  EXPECT_EQ(commandText("mnuFileSave"), "Knotendatei &speichern");
-  EXPECT_TRUE(w->commandChecked(w->command("mnuLanguageSystem")));
-  pick("mnuLanguageEnglish");
-  EXPECT_EQ(w->status(), "English ab dem nächsten Start");
-  exit();
-  start();
-  EXPECT_EQ(commandText("mnuFileSave"), "&Save knot file");
-  EXPECT_TRUE(w->commandChecked(w->command("mnuLanguageEnglish")));
-  pick("mnuLanguageSystem");
-  EXPECT_EQ(w->status(), "Deutsch from the next start on");
-}
-
 TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   startIn("de");
   EXPECT_EQ(w->text(w->control("lblXNo")), "Spa&lten");

@@ -48,21 +48,6 @@ TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   EXPECT_EQ(w->focused(), kSolid) << "Space must not press the button that leaves the view";
 }
 
-TEST_F(ModelTest, ThePolygonsShownAreThoseOfTheDrawnKnot) {
-  stored("DrawAtOnce") = "True";
-  start();
-  const auto polygons = [&] { return w->text(controlId("txtNPoly")); };
-  EXPECT_EQ(polygons(), "960");
-  click("cmdOldGrid");
-  EXPECT_EQ(polygons(), "");
-  enter(Param::Width, "9");
-  EXPECT_EQ(polygons(), "960");
-  enterAll({{Param::PolySides, "200"}, {Param::PolyPoints, "50"}});
-  pick("mnuStyle0");
-  click("cmdRandknot");
-  EXPECT_EQ(asked(), 0U) << "nobody asked for a model";
-}
-
 TEST_F(ModelTest, TooManyPolygonsLeaveThePictureAsItIs) {
   start();
   enterAll({{Param::XNo, "10"}, {Param::YNo, "10"}});
@@ -187,33 +172,6 @@ TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
   click("cmd2D");
   click("cmd3DView");
   EXPECT_EQ(pixels(kSolid), plain) << "marks go with the next build";
-}
-
-TEST_F(ModelTest, WhatOverlapsIsToldWithoutOptionsOfTheCommandLine) {
-  startSolid();
-  enterAll({{Param::PolyRadius, "10"}, {Param::XNo, "6"}});
-  click("cmd2D");
-  platform.dialogs.answerInput("80");
-  platform.dialogs.answerMessage();
-  pick("mnuViewCheckModel");
-  const std::string& told = lastAsked().text;
-  EXPECT_NE(told.find("; fusing the strands to one body heals it"), std::string::npos) << told;
-  EXPECT_EQ(told.find("--"), std::string::npos) << told;
-}
-
-TEST_F(ModelTest, FitRadiusIsOneStep) {
-  startSolid();
-  const std::string before = text(Param::PolyRadius);
-  platform.dialogs.answerInput("1");
-  pick("mnuViewFitRadius");
-  EXPECT_NE(text(Param::PolyRadius), before);
-  EXPECT_TRUE(shows(true) && !enabled("cmd3D"));
-  pick("mnuEditUndoStep");
-  EXPECT_EQ(text(Param::PolyRadius), before);
-  platform.dialogs.answerInput("0");
-  pick("mnuViewFitRadius");
-  EXPECT_NE(w->status().find("from a Depth of"), std::string::npos) << w->status();
-  EXPECT_EQ(text(Param::PolyRadius), before);
 }
 
 TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {

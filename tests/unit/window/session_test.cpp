@@ -180,25 +180,6 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
       "its knot");
 }
 
-TEST_F(OpenFileTest, ADamagedFileChangesNothing) {
-  startDrawn();
-  enter(Param::Width, "9");
-  const Document before = document();
-  const std::string title = w->title();
-  const auto picture = pixels();
-  const std::string bad[] = {folder.write("bad.qzd", "20,3\r\n26,3,4\r\n1,2,3\r\n"),
-                             folder.write("bad.qzc", "7500 6000\r\n1\r\n10 nan\r\n0\r\n"),
-                             folder.file("missing.qzd")};
-  const char* why[] = {"bad.qzd: line 3: ends after 3 of 8 values", "bad.qzc: line 3: nan", "missing.qzd: "};
-  for (std::size_t i = 0; i < std::size(bad); ++i) {
-    w->userDrops(bad[i]);
-    EXPECT_TRUE(statusStarts("Could not load")) << w->status();
-    EXPECT_NE(w->status().find(why[i]), std::string::npos) << w->status();
-    EXPECT_TRUE(document() == before && drawn() && pixels() == picture && w->title() == title);
-  }
-  EXPECT_EQ(asked(), 0U);
-}
-
 TEST_F(OpenFileTest, TenRecentFilesAndNoneThatIsGone) {
   start();
   const auto knot = [](int i) { return std::string("k").append(std::to_string(i)).append(".qzd"); };

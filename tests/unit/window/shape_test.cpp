@@ -281,17 +281,6 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   pick("mnuEditRedoStep");
   expectOnGrid();
   pick("mnuEditUndoStep");
-  enter(Param::GridSize, "100");
-  platform.dialogs.answerMessage();
-  ctrlClick(243, 193);
-  const std::string finest = w->status().substr(w->status().rfind(' ') + 1);
-  EXPECT_EQ(w->status(), "The largest AG factor that works here is " + finest);
-  EXPECT_GT(std::stoi(finest), std::stoi(told.substr(told.find(" is ") + 4)))
-      << "the hole takes finer cells than the ring";
-  enter(Param::GridSize, finest);
-  ctrlClick(243, 193);
-  EXPECT_TRUE(statusStarts("Fill region: ")) << w->status();
-  for (int steps = 0; steps < 3; ++steps) pick("mnuEditUndoStep");
   expectOnSheet();
   ctrlClick(20, 20);
   expectOnSheet();

@@ -1,0 +1,177 @@
+// Every knot of the standard grids up to 8 x 8 at every smoothness, with fitted bands and with bands of some
+// widths of which the program does not say that they run together: their pictures and outlines are compared
+// with what the distances to the centre lines say.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "design/edits.h"
+#include "design/fit.h"
+#include "design/knot.h"
+#include "platform/none/recording_surface.h"
+#include "strands/cut_room.h"
+#include "unit/strands/exact_picture.h"
+
+namespace lorivan {
+namespace {
+
+constexpr int kUsualStep = 251;  // every how manieth picture is looked at unless all are asked for
+constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
+constexpr double kBandPixels = 12;                // a picture is as large as it takes for bands of this width
+constexpr double kMostOff = 0.005;                // of the painted area
+constexpr int kNarrowest = 4;                     // reference pixels: less is no band with an edge
+
+struct Counts {
+  int tried = 0, together = 0, narrow = 0, knots = 0, wrong = 0, unclear = 0;
+  int notApart = 0, open = 0, notPositive = 0, area = 0;
+};
+
+/// A picture's measure, and its outlines'.
+class Measure {
+ public:
+  Measure(const Document& document, const Knot& knot)
+      : knot_(knot),
+        style_(knotStyle(document.fields, strandColours(document.fields.boxes))),
+        width_(std::clamp(static_cast<int>(kReferenceWidth * kBandPixels / style_.outerWidth()), 480, 900)),
+        view_(viewOf(knot, document.fields, style_, width_, true)),
+        band_(style_.innerWidth() * view_.pixelFactor()),
+        outer_(style_.outerWidth() * view_.pixelFactor()),
+        loops_(bandLoops(knot.curve, view_)),
+        exact_(loops_, view_, band_, outer_) {}
+
+  void add(Counts& counts) const {
+    ++counts.tried;
+    const double shapes = addOutlines(counts);
+    RecordingSurface surface(view_.width, view_.height());
+    PictureOptions options;
+    options.showGrid = false;
+    options.background = kGround;
+    drawKnotPicture(surface, knot_.graph, knot_.curve, style_, view_, options);
+    double painted = 0, bands = 0;
+    int wrong = 0;
+    bool isUnclear = false;
+    for (int y = 0; y < surface.height(); ++y)
+      for (int x = 0; x < surface.width(); ++x) {
+        int slot = 0;
+        const auto shows = exact_.at(x, y, 0.9, slot);
+        if (shows == ExactPicture::Shows::background) {
+          wrong += surface.pixel({x, y}) != kGround;
+          continue;
+        }
+        bands += exact_.share(x, y);
+        isUnclear |= shows == ExactPicture::Shows::together;
+        const bool isBorder = shows != ExactPicture::Shows::band && shows != ExactPicture::Shows::edge;
+        painted += isBorder ? exact_.at(x, y, 0, slot) != ExactPicture::Shows::background : 1;
+        const Colour band = shows == ExactPicture::Shows::band ? style_.bandColour(slot) : 0;
+        wrong += !isBorder && surface.pixel({x, y}) != band;
+      }
+    counts.knots += wrong > 0;
+    counts.wrong += wrong;
+    counts.unclear += isUnclear;
+    counts.area += std::fabs(shapes - bands) > kMostOff * painted;
+  }
+
+ private:
+  static constexpr Colour kGround = 0x123456;
+
+  /// The area of all outlines.
+  double addOutlines(Counts& counts) const {
+    OutlineOptions options;
+    options.band = band_;
+    options.outer = outer_;
+    std::vector<BandContour> contours;
+    double sum = 0;
+    bool isOpen = false, isPositive = true;
+    for (const StrandOutline& strand : bandOutlines(knot_.curve, view_, options).strands)
+      for (const BandStretch& stretch : strand.stretches) {
+        double area = 0;
+        for (const BandContour& contour : stretch.contours) {
+          contours.push_back(contour);
+          area += contourArea(contour);
+          isOpen |= contour.size() % 3 != 1 || contour.front().x != contour.back().x ||
+                    contour.front().y != contour.back().y;
+        }
+        isPositive &= area > 0;
+        sum += area;
+      }
+    counts.open += isOpen;
+    counts.notPositive += !isPositive;
+    counts.notApart += !lieApart(contours, (outer_ - band_) / 4);
+    return sum;
+  }
+
+  const Knot& knot_;
+  KnotStyle style_;
+  int width_;
+  GridView view_;
+  double band_, outer_;
+  std::vector<BandLoop> loops_;
+  ExactPicture exact_;
+};
+
+Document withOuter(const Document& document, int outer) {
+  const auto tenths = [](int value) { return std::to_string(value / 10) + '.' + std::to_string(value % 10); };
+  return withField(withField(document, Param::Width, tenths(5 * outer)), Param::Edge,
+                   tenths(std::max(outer * 17 / 10, 5)));
+}
+
+/// The widest bands, in whole pixels, that are not said to run together.
+int widestOuter(const Document& document, const Knot& knot) {
+  const auto distance = leastCrossingDistance(knot);
+  int low = 0, high = distance ? static_cast<int>(*distance * 1.5) + 2 : 1;
+  while (high - low > 1) {
+    const int middle = (low + high) / 2;
+    (bandOverlap(withOuter(document, middle), knot) > 0 ? high : low) = middle;
+  }
+  return low;
+}
+
+void addPicture(const Document& grid, double part, Counts& counts) {
+  Knot knot;
+  ASSERT_TRUE(makeKnot(grid, knot));
+  const int widest = part > 0 ? widestOuter(grid, knot) : kNarrowest;
+  if (widest < kNarrowest) return void(++counts.narrow);
+  const Document document =
+      part > 0 ? withOuter(grid, static_cast<int>(std::floor(widest * part))) : fitBands(grid);
+  if (bandOverlap(document, knot) > 0) return void(++counts.together);
+  const int before = counts.wrong + counts.notApart + counts.notPositive + counts.area;
+  Measure(document, knot).add(counts);
+  EXPECT_EQ(counts.wrong + counts.notApart + counts.notPositive + counts.area, before)
+      << shapeTable()[static_cast<std::size_t>(grid.fields.shape)].name << ' ' << grid.fields.text(Param::XNo)
+      << " x " << grid.fields.text(Param::YNo) << ", order " << grid.fields.text(Param::Smooth) << ", part "
+      << part;
+}
+
+TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
+  const char* const asked = std::getenv("LORIVAN_PICTURES");
+  const int step = asked == nullptr ? kUsualStep : std::max(1, std::atoi(asked));
+  Counts counts;
+  int number = 0;
+  for (int s = 0; s < kShapeCount - 1; ++s)
+    for (int cells = 0; cells < 64; ++cells) {
+      Document plain;
+      plain.fields.shape = static_cast<Shape>(s);
+      plain = withField(plain, Param::XNo, std::to_string(1 + cells % 8));
+      plain = withField(plain, Param::YNo, std::to_string(1 + cells / 8));
+      const auto grid = newGrid(plain);
+      if (!grid || grid->fields.text(Param::XNo) != plain.fields.text(Param::XNo) ||
+          grid->fields.text(Param::YNo) != plain.fields.text(Param::YNo))
+        continue;
+      for (int order = 2; order <= 6; ++order)
+        for (const double part : kParts)
+          if (number++ % step == 0)
+            addPicture(withField(*grid, Param::Smooth, std::to_string(order)), part, counts);
+    }
+  EXPECT_EQ(counts.open, 0);
+  EXPECT_GT(counts.tried, 10000 / step / 2);
+  if (asked != nullptr)
+    std::printf(
+        "%d pictures; left out: %d that are said to run together, %d too narrow\n"
+        "wrong: %d pixels in %d; outlines not apart %d, open %d, not positive %d, of another area %d; "
+        "with places that have no one picture %d\n",
+        counts.tried, counts.together, counts.narrow, counts.wrong, counts.knots, counts.notApart,
+        counts.open, counts.notPositive, counts.area, counts.unclear);
+}
+
+}  // namespace
+}  // namespace lorivan
