@@ -52,6 +52,14 @@ std::string narrowNote(const CutDrawing& cut) {
             text(cut.bandWidth), text(cut.bandWidth / cut.narrowed));
 }
 
+/// Whether a cut is no narrower than a knot is wide and high. Nothing could be left, after minutes of work.
+bool isWiderThanKnot(double kerf, const VectorJob& vector, double millimetres) {
+  if (kerf <= 0) return false;
+  const PictureBox box = drawnBox(vector.job.knot.curve, vector.style, vector.view, false);
+  const double least = std::min(box.right - box.left, box.bottom - box.top);
+  return least > 0 && kerf * vector.view.width >= least * millimetres;
+}
+
 /// Tells what pieces lack room, and whether the kerf alone takes it from them.
 void noteRoom(const VectorJob& vector, const CutOptions& options, const CutDrawing& cut) {
   if (cut.narrowed < 1) vector.job.note(narrowNote(cut));
@@ -76,9 +84,7 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
-  if (options.kerf >=
-      std::min(wanted.millimetres.value_or(*millimetres), wanted.height.value_or(*millimetres)))
-    return wrongUsage(std::string(kCutTooWide));
+  if (isWiderThanKnot(options.kerf, vector, *millimetres)) return wrongUsage(std::string(kCutTooWide));
   if (wanted.outline && wanted.height) {
     CutOptions plain = options;
     plain.width.reset();

@@ -251,7 +251,11 @@ void MainWindow::onMouse(ControlId picture, const MouseEvent& event) {
 }
 
 bool MainWindow::onKey(const KeyEvent& key) {
-  if (!bench_->actions.working()) return handlers_->frmLorivan_KeyDown(key);
+  if (!bench_->actions.working()) {
+    bool taken = false;
+    bench_->actions.act([&] { taken = handlers_->frmLorivan_KeyDown(key); });
+    return taken;
+  }
   if (!bench_->actions.canStop() || key.key != Key::escape) return false;
   bench_->actions.stop();
   return true;

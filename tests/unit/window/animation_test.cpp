@@ -69,6 +69,18 @@ TEST_F(AnimationTest, ALoopBeginsAgainUntilItIsStopped) {
   EXPECT_TRUE(whole());
 }
 
+TEST_F(AnimationTest, WhatIsPickedWhileAKeysAnimationRunsFollowsIt) {
+  const Document before = document();
+  pick("mnuViewVariations");
+  w->onEvents = [&, looks = 0]() mutable {
+    if (++looks == 3) pick("mnuEditUndoStep");
+  };
+  w->userPressesEnter();
+  w->onEvents = {};
+  EXPECT_EQ(document(), before) << "undone at once, not with the next action";
+  EXPECT_TRUE(bench().session.history().canRedo());
+}
+
 TEST_F(AnimationTest, WhatLeavesTheKnotAloneLetsItRun) {
   const auto actions = [this] {
     pick("mnuHelpFAQ");
