@@ -21,8 +21,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kUsualStep =
-    251;  // from one picture that is looked at to the next, unless others are asked for
+constexpr int kUsualStep = 251;                   // pictures from one that is looked at to the next
 constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
 constexpr double kBandPixels = 12;                // a picture is as large as it takes for bands of this width
 constexpr double kMostOff = 0.005;                // of the painted area
