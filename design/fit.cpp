@@ -178,12 +178,12 @@ std::optional<double> roomOf(const CrossingLines& lines) {
   return least;
 }
 
-/// How far a band is still covered where its strand crosses again, at most; nothing where every band comes
-/// out from under the others before.
-std::optional<double> coveredPart(const CrossingLines& lines, const KnotStyle& style) {
+/// How far a band is still covered where its strand crosses again, at most; 0 where every band comes out from
+/// under the others before.
+double coveredPart(const CrossingLines& lines, const KnotStyle& style) {
   const double half = style.innerWidth() / 2, clear = style.outerWidth() / 2;
   const BandExits exits(lines.loops, lines.seam, half, clear, kExact * half);
-  std::optional<double> most;
+  double most = 0;
   for (const BandCrossing& c : exits.crossings())
     for (const int direction : {-1, 1}) {
       const BandEnd end = exits.leave(c, direction);
@@ -193,7 +193,7 @@ std::optional<double> coveredPart(const CrossingLines& lines, const KnotStyle& s
       for (const int side : {0, 1}) {
         const Vec at = offsetPoint(spot, side == 0 ? -half : half);
         const Vec foot = end.over.spot(end.over.nearest(at, end.side[side].foot)).at;
-        most = std::max(most.value_or(0), clear - lengthOf(at - foot));
+        most = std::max(most, clear - lengthOf(at - foot));
       }
     }
   return most;
@@ -294,11 +294,11 @@ double bandOverlap(const Document& document, const Knot& knot) {
   if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
   const CrossingLines lines(knot, view);
   // Smoothing may bring crossings nearer together than they are on the grid.
-  if (const auto covered = coveredPart(lines, style)) overlap = std::max(overlap, *covered);
+  overlap = std::max(overlap, coveredPart(lines, style));
   // Between bands beside each other one edge is enough.
   const double room = (style.innerWidth() + style.outerWidth()) / 2;
   eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
-  return std::max(0.0, overlap);
+  return overlap;
 }
 
 MoreRoom moreRoom(const Document& document) {

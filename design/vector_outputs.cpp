@@ -13,11 +13,6 @@
 namespace lorivan {
 namespace {
 
-constexpr std::string_view kNoRoomAtAll =
-    "strands touch each other whatever the width of their bands: their outlines cross there";
-constexpr std::string_view kCutTooWide = "the cut is wider than the whole knot: less --kerf or more --mm";
-constexpr std::string_view kKerfTooWide =
-    "the kerf is wider than the room between the strands: their outlines cross";
 constexpr int kVectorWidth = 5000;  // units of a vector picture, ten to a reference pixel
 
 /// What all vector files of one knot share.
@@ -68,7 +63,10 @@ void noteRoom(const VectorJob& vector, const CutOptions& options, const CutDrawi
   thin.kerf = 0;
   const auto before = [&] { return cutDrawing(vector.job.knot.curve, vector.style, vector.view, thin); };
   if (!cut.apart)
-    vector.job.note(std::string(options.kerf > 0 && before().apart ? kKerfTooWide : kNoRoomAtAll));
+    vector.job.note(
+        options.kerf > 0 && before().apart
+            ? tr("the kerf is wider than the room between the strands: their outlines cross")
+            : tr("strands touch each other whatever the width of their bands: their outlines cross there"));
   else if (const CutDrawing plain = before(); plain.narrowed > cut.narrowed || plain.tight < cut.tight)
     vector.job.note(
         tr("the kerf is wider than the room between bands: pieces are narrower there, or shorter"));
@@ -84,7 +82,8 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
-  if (isWiderThanKnot(options.kerf, vector, *millimetres)) return wrongUsage(std::string(kCutTooWide));
+  if (isWiderThanKnot(options.kerf, vector, *millimetres))
+    return wrongUsage("the cut is wider than the whole knot: it has to be narrower, or the knot larger");
   if (wanted.outline && wanted.height) {
     CutOptions plain = options;
     plain.width.reset();

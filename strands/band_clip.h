@@ -32,8 +32,8 @@ struct BandBeside {
 /// What is left of a band, `half` to each side, where everything nearer than `clear` to the covering pieces
 /// is taken away, and beside another band what is not nearer to its own centre line by `clear` - `half`, or
 /// less where they almost lie on one another: closed contours (see BandContour), holes negative, true to
-/// `detail`. Features smaller than about four times that may be lost; further ones, which are faults of the
-/// borders, by `tolerance`. Nothing where a border could not be followed round.
+/// `detail`. Features smaller than about four times that may be lost. Gaps, spurs and slivers of a few times
+/// `tolerance` are taken for faults of the borders. Nothing where a border could not be followed round.
 std::optional<std::vector<std::vector<PointF>>> clipBand(const BandPiece& band, double half,
                                                          std::span<const BandCover> covers,
                                                          std::span<const BandBeside> besides, double clear,

@@ -3,8 +3,13 @@
 // with what the distances to the centre lines say.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdlib>
 #include <iostream>
+#include <string>
+#include <vector>
 
 #include "design/edits.h"
 #include "design/fit.h"
@@ -16,7 +21,7 @@
 namespace lorivan {
 namespace {
 
-constexpr int kUsualStep = 251;  // every how manieth picture is looked at unless all are asked for
+constexpr int kUsualStep = 251;                   // pictures from one that is looked at to the next
 constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
 constexpr double kBandPixels = 12;                // a picture is as large as it takes for bands of this width
 constexpr double kMostOff = 0.005;                // of the painted area

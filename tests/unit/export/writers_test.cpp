@@ -156,6 +156,17 @@ TEST(Writers, FlatLinesHaveTheirWidthWithTheirBands) {
   }
 }
 
+TEST(Writers, LightsAndViewOfAWorldGrowWithItsMillimetres) {
+  const SampleKnot small = smallTube();  // 10 units wide
+  ExportScene scene = small.scene();
+  scene.millimetres = 20;
+  MemorySink vrml;
+  ASSERT_TRUE(writeVrml(scene, vrml));
+  EXPECT_NE(vrml.bytes.find("PointLight {location -20.000 20.000 0 radius 200.000}\r\n"
+                            "Viewpoint {position 0 0 40.000 orientation 0 0 1 3.141593}\r\n"),
+            std::string::npos);
+}
+
 TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {
   SampleKnot knot;
   knot.model = sweptTube({{{9, 0, 9}, {9, 0, 9.0001F}, {-9, 8, 0}}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}}, 3, 1);

@@ -265,7 +265,10 @@ void RandomUserTest::act() {
   platform.memory.clock().advance(below(3000));
   while (did.size() > 40) did.pop_front();
   attempt([this] {
-    if (large() && oneIn(20)) return user_->drop(folder.file("knot.qzd"));  // has seen enough of it
+    if (large() && oneIn(20)) {  // has seen enough of it
+      did.emplace_back("drop knot.qzd");
+      return user_->drop(folder.file("knot.qzd"));
+    }
     const int kind = below(20);
     if (kind < 5) return useControl();
     if (kind < 8) return typeField();

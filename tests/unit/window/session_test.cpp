@@ -180,6 +180,21 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
       "its knot");
 }
 
+TEST_F(OpenFileTest, ADamagedFileChangesNothing) {
+  startDrawn();
+  enter(Param::Width, "9");
+  const Document before = document();
+  const auto picture = pixels();
+  for (const auto& [file, why] :
+       {std::pair{folder.write("bad.qzd", "20,3\r\n26,3,4\r\n1,2,3\r\n"), "bad.qzd: line 3: ends after 3"},
+        {folder.write("bad.qzc", "7500 6000\r\n1\r\n10 nan\r\n0\r\n"), "bad.qzc: line 3: nan"}}) {
+    w->userDrops(file);
+    EXPECT_TRUE(statusStarts("Could not load")) << w->status();
+    EXPECT_NE(w->status().find(why), std::string::npos) << w->status();
+    EXPECT_TRUE(document() == before && drawn() && pixels() == picture);
+  }
+}
+
 TEST_F(OpenFileTest, TenRecentFilesAndNoneThatIsGone) {
   start();
   const auto knot = [](int i) { return std::string("k").append(std::to_string(i)).append(".qzd"); };
