@@ -21,12 +21,12 @@ double fromSegment(Vec p, Vec a, Vec b) {
 
 }  // namespace
 
-bool BandFaces::mark(double reach, BandMarks& marks) {
+bool BandFaces::mark(double reach, std::vector<char>& marks) {
   if (crossings_.empty() || !hangTogether()) return false;
   reach_ = reach * kSafety;
   marks_ = &marks;
   makeArcs();
-  marks.arcs.assign(arcs_.size(), 0);
+  marks.assign(arcs_.size(), 0);
   std::vector<char> isDone(2 * arcs_.size(), 0);
   std::size_t faces = 0;
   for (int first = 0; first < static_cast<int>(isDone.size()); ++first) {
@@ -41,8 +41,7 @@ bool BandFaces::mark(double reach, BandMarks& marks) {
   }
   // Euler's formula for a plane; every crossing has four arcs.
   const bool isPlane = faces == crossings_.size() + 2;
-  if (!isPlane) marks = {};
-  std::ranges::sort(marks.pairs);
+  if (!isPlane) marks.clear();
   return isPlane;
 }
 
@@ -135,11 +134,10 @@ int BandFaces::next(int half) const {
 void BandFaces::markFace() {
   const std::size_t n = face_.size();
   for (const int half : face_) {
-    char& mark = marks_->arcs[half / 2];
+    char& mark = (*marks_)[half / 2];
     if (n == 2) mark |= kMayClasp;
-    if (n > kMostSides) mark |= kMayTouch | kHasManySides;
+    if (n <= 2 || n > kMostSides) mark |= kMayTouch;
   }
-  if (n <= 2) markPair(face_.front(), face_.back());
   if (n <= 2 || n > kMostSides) return;
   for (std::size_t i = 0; i < n; ++i) {
     if (!leadApart(face_[i], face_[(i + 1) % n])) markPair(face_[i], face_[(i + 1) % n]);
@@ -156,8 +154,7 @@ bool BandFaces::mayBeNear(const Arc& a, const Arc& b) const {
 }
 
 void BandFaces::markPair(int one, int two) {
-  for (const int half : {one, two}) marks_->arcs[half / 2] |= kMayTouch;
-  marks_->pairs.push_back(BandMarks::pairOf(one / 2, two / 2));
+  for (const int half : {one, two}) (*marks_)[half / 2] |= kMayTouch;
 }
 
 /// Whether two arcs go further and further apart from the crossing at which one ends and the other begins, or

@@ -1,8 +1,6 @@
 // Which parts of bands may lie beside each other, told by the faces that their centre lines leave.
 #pragma once
 
-#include <algorithm>
-#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -11,24 +9,6 @@
 namespace lorivan {
 
 inline constexpr char kMayTouch = 1, kMayClasp = 2;
-/// On an arc whose face has so many sides that pairs of them are not told.
-inline constexpr char kHasManySides = 4;
-
-/// Arcs are told by their numbers, those of all loops one after the other.
-struct BandMarks {
-  std::vector<char> arcs;            // empty: nothing is known
-  std::vector<std::uint64_t> pairs;  // sorted, see pairOf()
-
-  static std::uint64_t pairOf(int one, int two) {
-    return static_cast<std::uint64_t>(std::min(one, two)) << 32 |
-           static_cast<std::uint64_t>(std::max(one, two));
-  }
-  /// Whether two arcs may come near to each other.
-  bool mayMeet(int one, int two) const {
-    if (arcs.empty() || one == two || (arcs[one] & arcs[two] & kHasManySides) != 0) return true;
-    return std::ranges::binary_search(pairs, pairOf(one, two));
-  }
-};
 
 /// Lines that come near to each other without crossing bound one face. In most knots every face is wide and
 /// has a few sides, which a few products tell.
@@ -41,7 +21,7 @@ class BandFaces {
   /// Marks the arcs from passing to passing, of all loops one after the other, that may come nearer than
   /// `reach` to one of the same face, or cross the same one again. False where lines do not hang together, or
   /// the crossings are not those of a plane: then the faces say nothing.
-  bool mark(double reach, BandMarks& marks);
+  bool mark(double reach, std::vector<char>& marks);
 
  private:
   struct Arc {
@@ -81,7 +61,7 @@ class BandFaces {
   std::vector<Corner> corners_;  // of each crossing
   std::vector<int> face_;        // arcs, twice their number and one more where they are passed backwards
   double reach_ = 0;
-  BandMarks* marks_ = nullptr;
+  std::vector<char>* marks_ = nullptr;
 };
 
 }  // namespace lorivan

@@ -40,15 +40,14 @@ struct Way {
   double least;    // cosine of the largest angle between the line and `along`
   double bulge;    // how far it lies beside a straight line
   int turn;        // periods that it was moved to the right
-  int arc;         // its number among those from passing to passing
 };
 
 class TouchSearch {
  public:
   /// Of arcs that have no mark nothing is expected; no marks: everything of all of them.
   TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
-              std::span<const std::vector<BandPassing>> passings, const BandMarks& marks, const Seam& seam,
-              double reach)
+              std::span<const std::vector<BandPassing>> passings, std::span<const char> marks,
+              const Seam& seam, double reach)
       : loops_(loops),
         crossings_(crossings),
         passings_(passings),
@@ -82,13 +81,13 @@ class TouchSearch {
 
   void cutLoops() {
     arcs_.resize(crossings_.size());
-    arc_ = 0;
+    std::size_t number = 0;
     for (std::size_t l = 0; l < loops_.size(); ++l) {
       const BandPassing whole{0, --joints_, false};
       const std::span<const BandPassing> at =
           passings_.empty() || passings_[l].empty() ? std::span(&whole, 1) : std::span(passings_[l]);
-      for (std::size_t i = 0; i < at.size(); ++i, ++arc_) {
-        const char mark = marks_.arcs.empty() ? kMayTouch | kMayClasp : marks_.arcs[arc_];
+      for (std::size_t i = 0; i < at.size(); ++i, ++number) {
+        const char mark = marks_.empty() ? kMayTouch | kMayClasp : marks_[number];
         if (mark == 0) continue;
         const bool isLast = i + 1 == at.size();
         BandPassing end = at[isLast ? 0 : i + 1];
@@ -167,7 +166,7 @@ class TouchSearch {
   void addWay(int number, const BandPassing& from, const BandPassing& to) {
     const BandLoop& loop = loops_[number];
     const Vec a = loop.spot(from.place).at, b = loop.spot(to.place).at;
-    Way way{number, from.place, to.place, from.crossing, to.crossing, a, b, unit(b - a), 1, 0, 0, arc_};
+    Way way{number, from.place, to.place, from.crossing, to.crossing, a, b, unit(b - a), 1, 0, 0};
     const int last = static_cast<int>(std::ceil(to.place));
     for (int i = static_cast<int>(std::floor(from.place)); i <= last; ++i) {
       way.least = std::min(way.least, dot(loop.direction(i), way.along));
@@ -205,7 +204,7 @@ class TouchSearch {
   /// Compares two ways whose boxes meet.
   void meet(std::size_t i, std::size_t k) {
     const Way &a = ways_[i], &b = ways_[k];
-    if ((i >= copies_ && k >= copies_) || !marks_.mayMeet(a.arc, b.arc)) return;
+    if (i >= copies_ && k >= copies_) return;
     const double most = reach_ + a.bulge + b.bulge;
     if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(a, b);
   }
@@ -458,7 +457,7 @@ class TouchSearch {
   std::span<const BandLoop> loops_;
   std::span<const BandCrossing> crossings_;
   std::span<const std::vector<BandPassing>> passings_;
-  const BandMarks& marks_;
+  std::span<const char> marks_;
   Seam seam_;
   double reach_;
   std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
@@ -472,7 +471,6 @@ class TouchSearch {
   std::vector<Place> places_[2];  // of the ways that are compared
   std::vector<double> squares_;   // of the distances between them
   int joints_ = 0;
-  int arc_ = 0;  // that is cut
   BandTouches found_;
 };
 
@@ -481,9 +479,9 @@ class TouchSearch {
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
                             std::span<const std::vector<BandPassing>> passings, const Seam& seam,
                             double reach) {
-  BandMarks marks;
+  std::vector<char> marks;
   if (!seam && BandFaces(loops, crossings, passings).mark(reach, marks) &&
-      std::ranges::all_of(marks.arcs, [](char mark) { return mark == 0; }))
+      std::ranges::all_of(marks, [](char mark) { return mark == 0; }))
     return {};
   return TouchSearch(loops, crossings, passings, marks, seam, reach).find();
 }
