@@ -50,13 +50,14 @@ std::ostream& operator<<(std::ostream& out, const Counts& counts) {
 /// A picture's measure, and its outlines'.
 class Measure {
  public:
-  /// So many times as large as it takes.
+  /// Distances are taken on so many lines and columns for each one of the picture.
   Measure(const Document& document, const Knot& knot, int times)
       : knot_(knot),
         style_(knotStyle(document.fields, strandColours(document.fields.boxes))),
-        width_(std::clamp(static_cast<int>(kReferenceWidth * kBandPixels / style_.outerWidth()), 480, 900) *
-               times),
-        view_(viewOf(knot, document.fields, style_, width_, true)),
+        times_(times),
+        width_(std::clamp(static_cast<int>(kReferenceWidth * kBandPixels / style_.outerWidth()), 480, 900)),
+        picture_(viewOf(knot, document.fields, style_, width_, true)),
+        view_(viewOf(knot, document.fields, style_, width_ * times, true)),
         band_(style_.innerWidth() * view_.pixelFactor()),
         outer_(style_.outerWidth() * view_.pixelFactor()),
         loops_(bandLoops(knot.curve, view_)),
@@ -65,20 +66,22 @@ class Measure {
   void add(Counts& counts) const {
     ++counts.tried;
     const double shapes = addOutlines(counts);
-    RecordingSurface surface(view_.width, view_.height());
+    RecordingSurface surface(picture_.width, picture_.height());
     PictureOptions options;
     options.showGrid = false;
     options.background = kGround;
-    drawKnotPicture(surface, knot_.graph, knot_.curve, style_, view_, options);
+    drawKnotPicture(surface, knot_.graph, knot_.curve, style_, picture_, options);
     double painted = 0, bands = 0;
     int wrong = 0;
     bool isUnclear = false;
-    for (int y = 0; y < surface.height(); ++y)
-      for (int x = 0; x < surface.width(); ++x) {
+    for (int y = 0; y < surface.height() * times_; ++y)
+      for (int x = 0; x < surface.width() * times_; ++x) {
+        const bool isPixel = x % times_ == 0 && y % times_ == 0;
+        const PointI pixel{x / times_, y / times_};
         int slot = 0;
-        const auto shows = exact_.at(x, y, 0.9, slot);
+        const auto shows = exact_.at(x, y, kMargin * times_, slot);
         if (shows == ExactPicture::Shows::background) {
-          wrong += surface.pixel({x, y}) != kGround;
+          wrong += isPixel && surface.pixel(pixel) != kGround;
           continue;
         }
         bands += exact_.share(x, y);
@@ -86,7 +89,7 @@ class Measure {
         const bool isBorder = shows != ExactPicture::Shows::band && shows != ExactPicture::Shows::edge;
         painted += isBorder ? exact_.at(x, y, 0, slot) != ExactPicture::Shows::background : 1;
         const Colour band = shows == ExactPicture::Shows::band ? style_.bandColour(slot) : 0;
-        wrong += !isBorder && surface.pixel({x, y}) != band;
+        wrong += isPixel && !isBorder && surface.pixel(pixel) != band;
       }
     counts.knots += wrong > 0;
     counts.wrong += wrong;
@@ -96,6 +99,7 @@ class Measure {
 
  private:
   static constexpr Colour kGround = 0x123456;
+  static constexpr double kMargin = 0.9;  // pixels from a border, within which one may have either colour
 
   /// The area of all outlines.
   double addOutlines(Counts& counts) const {
@@ -125,12 +129,24 @@ class Measure {
 
   const Knot& knot_;
   KnotStyle style_;
-  int width_;
-  GridView view_;
+  int times_, width_;
+  GridView picture_, view_;
   double band_, outer_;
   std::vector<BandLoop> loops_;
   ExactPicture exact_;
 };
+
+/// Bands that meet in a neck narrower than a pixel, and small areas, are measured more finely before they
+/// count.
+Counts measured(const Document& document, const Knot& knot) {
+  Counts counts;
+  Measure(document, knot, 1).add(counts);
+  if (counts.wrong == 0 && counts.area == 0) return counts;
+  Counts finer;
+  Measure(document, knot, 3).add(finer);
+  finer.notApart = std::max(finer.notApart, counts.notApart);
+  return finer;
+}
 
 Document withOuter(const Document& document, int outer) {
   const auto tenths = [](int value) { return std::to_string(value / 10) + '.' + std::to_string(value % 10); };
@@ -157,13 +173,7 @@ void addPicture(const Document& grid, double part, Counts& counts) {
   const Document document =
       part > 0 ? withOuter(grid, static_cast<int>(std::floor(widest * part))) : fitBands(grid);
   if (bandOverlap(document, knot) > 0) return void(++counts.together);
-  Counts one;
-  Measure(document, knot, 1).add(one);
-  if (one.area > 0) {  // or are the pixels too coarse for the ends of bands?
-    Counts finer;
-    Measure(document, knot, 3).add(finer);
-    one.area = finer.area;
-  }
+  const Counts one = measured(document, knot);
   counts += one;
   EXPECT_EQ(one.wrong + one.notApart + one.notPositive + one.area, 0)
       << one << "; " << shapeTable()[static_cast<std::size_t>(grid.fields.shape)].name << ' '

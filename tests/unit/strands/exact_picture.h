@@ -109,7 +109,8 @@ class ExactPicture {
     };
     const auto beneath = [&](const Pass& pass) {
       return std::ranges::any_of(here, [&](const Pass& o) {
-        return o.distance < pass.distance && isOneBend(o, pass) && verdict(x, y, o, pass) == Order::none &&
+        return o.distance < pass.distance && isOneBend(o, pass, 12 * outer_) &&
+               verdict(x, y, o, pass) == Order::none &&
                std::ranges::none_of(here, [&](const Pass& p) { return isBetween(p, o, pass); });
       });
     };
@@ -260,20 +261,21 @@ class ExactPicture {
         if (order != Order::none && order != says) return Order::none;
         order = says;
       }
-      if (pairs_[root(i)].crossings.empty() && matters(p, q)) return Order::beside;
+      const bool lieBeside = pairs_[root(i)].crossings.empty() && matters(p, q);
+      if (lieBeside && !isOneBend(p, q, 4 * (band_ + outer_))) return Order::beside;
     }
     return order;
   }
 
-  /// Whether two passes are the legs of one tight bend.
-  bool isOneBend(const Pass& a, const Pass& b) const {
+  /// Whether two passes are the legs of one tight bend, with less than `most` of the line between them.
+  bool isOneBend(const Pass& a, const Pass& b, double most) const {
     if (a.loop != b.loop) return false;
     const BandLoop& loop = loops_[a.loop];
     double from = std::min(a.place, b.place), to = std::max(a.place, b.place);
     if (to - from > loop.size() / 2.0) std::swap(from, to), to += loop.size();
     double way = 0;
     for (int i = static_cast<int>(from); i < to; ++i) way += lengthOf(loop.point(i + 1) - loop.point(i));
-    return way < 12 * outer_;
+    return way < most;
   }
 
   const std::vector<BandLoop>& loops_;
