@@ -23,6 +23,8 @@ constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that cou
 constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
 constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;      // samples
+constexpr double kMitreStep = 0.1;      // of half a band, across it from where it may be seen in a corner
+constexpr int kMitreSteps = 30;
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
 constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
@@ -189,6 +191,27 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
     end.isPlain = staysClear(c, -half_, direction, a) && staysClear(c, half_, direction, b);
   return end;
+}
+
+bool BandExits::goesOnBeside(const BandCrossing& c) const {
+  const BandLoop::Spot& at = meetings_[numberOf(c)].under;
+  const auto distance = [](const BandLoop& band, double place, Vec p) {
+    double least = HUGE_VAL;
+    const int middle = static_cast<int>(std::floor(place));
+    for (int i = middle - kLegSamples; i <= middle + kLegSamples; ++i) {
+      const Vec way = band.point(i + 1) - band.point(i), off = p - band.point(i);
+      const Vec away = off - way * std::clamp(dot(off, way) / std::max(dot(way, way), 1e-12), 0.0, 1.0);
+      least = std::min(least, dot(away, away));
+    }
+    return std::sqrt(least);
+  };
+  for (const double side : {-1.0, 1.0})
+    for (int step = 0; step < kMitreSteps; ++step) {
+      const Vec p = at.at + quarter(unit(at.along)) * (side * (clear_ + kMitreStep * half_ * step));
+      if (distance(loop(c.under), c.underAt, p) > half_ + tolerance_) break;
+      if (distance(overOf(c), c.overAt, p) > clear_ - tolerance_) return true;
+    }
+  return false;
 }
 
 /// Whether a side surely came out of the covering band at an exit, and goes away from it.

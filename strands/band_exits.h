@@ -25,7 +25,8 @@ struct BandExit {
 struct BandEnd {
   BandExit side[2];
   const BandCrossing* crossing = nullptr;
-  BandLoop over;  // that lies there
+  BandLoop over;   // that lies there
+  double lap = 0;  // places to add to that of the crossing
   /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
   /// quarter() points away from here.
   std::optional<LinePoint> limit = {};
@@ -45,6 +46,10 @@ class BandExits {
 
   /// The end of the stretch that begins (direction 1) or ends (-1) at a crossing.
   BandEnd leave(const BandCrossing& c, int direction) const;
+
+  /// Whether some of the lower band may be seen right beside a crossing, so that it is not cut in two there:
+  /// inside a corner that lies beneath the outer side of another one.
+  bool goesOnBeside(const BandCrossing& c) const;
 
   /// Where the line beside the lower band's centre line comes out, at most as far away as `most`.
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {

@@ -95,9 +95,42 @@ class Outliner {
       return made;
     }
     made.stretches.reserve(end - begin);
-    for (std::size_t i = begin; i + 1 < end; ++i) stretch(number, on_[i], back_[i + 1], 0, made);
-    stretch(number, on_[end - 1], back_[begin], band.size(), made);
+    // From one crossing that cuts the band in two to the next one.
+    std::size_t first = begin;
+    while (first + 1 < end && !isSevered(first)) ++first;
+    for (std::size_t i = first; i < first + (end - begin); i += ends_.size() / 2) {
+      takeEnds(band, begin, end, i);
+      stretch(number, made);
+    }
     return made;
+  }
+
+  bool isSevered(std::size_t crossing) const {
+    const BandEnd &back = back_[crossing], &on = on_[crossing];
+    return back.isPlain || on.isPlain || back.limit || on.limit || back.isCrowded() || on.isCrowded() ||
+           !exits_.goesOnBeside(exits_.crossings()[crossing]);
+  }
+
+  /// The ends that a stretch from crossing `from` on has: of its beginning, of both ways at every crossing at
+  /// which it goes on, and of its end; each is taken once. Numbers past the strand's last crossing are in the
+  /// next lap.
+  void takeEnds(const BandLoop& band, std::size_t begin, std::size_t end, std::size_t from) {
+    const std::size_t count = end - begin;
+    const auto take = [&](std::vector<BandEnd>& ends, std::size_t i) {
+      BandEnd& one = ends_.emplace_back(std::move(ends[i < end ? i : i - count]));
+      if (i < end) return;
+      for (BandExit& exit : one.side) exit.place += band.size();
+      one.lap = band.size();
+      one.over = one.over.moved(band.lap());
+      if (one.limit) one.limit->at.x += band.lap();
+    };
+    ends_.clear();
+    take(on_, from);
+    for (std::size_t i = from + 1;; ++i) {
+      take(back_, i);
+      if (i == from + count || isSevered(i < end ? i : i - count)) return;
+      take(on_, i);
+    }
   }
 
   /// Finds where bands have no room beside each other. Clasps change what covers the ends at their crossings.
@@ -281,25 +314,27 @@ class Outliner {
     for (std::size_t& corner : side.corners) corner -= behind;
   }
 
-  void stretch(int number, BandEnd& begin, BandEnd& end, double lap, StrandOutline& made) {
+  void stretch(int number, StrandOutline& made) {
     const BandLoop& band = loop(number);
-    const double first = begin.crossing->underAt, last = end.crossing->underAt + lap;
-    for (BandExit& exit : end.side) exit.place += lap;
-    if (lap > 0) {
-      end.over = end.over.moved(band.lap());
-      if (end.limit) end.limit->at.x += band.lap();
-    }
-    const BandPiece piece{band, first, last};
+    BandEnd &begin = ends_.front(), &end = ends_.back();
+    const BandPiece piece{band, begin.crossing->underAt + begin.lap, end.crossing->underAt + end.lap};
     const std::vector<BandBeside> besides = besidesOf(number, piece);
     const std::size_t before = made.stretches.size();
-    if (!besides.empty() || mustClip(begin) || mustClip(end))
-      cut(piece, begin, end, besides, made);
+    if (!besides.empty() || std::ranges::any_of(ends_, mustClip))
+      cut(piece, besides, made);
     else
       plain(band, begin, end, made);
     lost_ += made.stretches.size() == before;
-    if (options_.centres && made.stretches.size() > before)
-      made.stretches[before].centre = centreLine(band, (begin.side[0].place + begin.side[1].place) / 2,
-                                                 (end.side[0].place + end.side[1].place) / 2);
+    if (options_.centres && made.stretches.size() > before) addCentres(band, before, made);
+  }
+
+  /// Each between two crossings; of one piece in several parts the later ones have no outline.
+  void addCentres(const BandLoop& band, std::size_t at, StrandOutline& made) {
+    const auto middle = [](const BandEnd& end) { return (end.side[0].place + end.side[1].place) / 2; };
+    for (std::size_t i = 0; i + 1 < ends_.size(); i += 2) {
+      if (i > 0) at = made.stretches.size(), made.stretches.emplace_back();
+      made.stretches[at].centre = centreLine(band, middle(ends_[i]), middle(ends_[i + 1]));
+    }
   }
 
   void plain(const BandLoop& band, BandEnd& begin, BandEnd& end, StrandOutline& made) {
@@ -377,17 +412,17 @@ class Outliner {
     covers.pop_back();
   }
 
-  void cut(const BandPiece& piece, BandEnd& begin, BandEnd& end, const std::vector<BandBeside>& besides,
-           StrandOutline& made) {
-    std::vector<BandCover> covers{exits_.coverOf(begin, piece), exits_.coverOf(end, piece)};
-    if (begin.crossing == end.crossing && piece.loop.isRing()) joinLimited(covers);
-    for (const BandBeside& beside : besides) {
-      endBefore(beside.other, begin.crossing->overAt, covers.front().piece);
-      endBefore(beside.other, end.crossing->overAt, covers.back().piece);
-    }
+  void cut(const BandPiece& piece, const std::vector<BandBeside>& besides, StrandOutline& made) {
+    BandEnd &begin = ends_.front(), &end = ends_.back();
+    std::vector<BandCover> covers;
+    for (const BandEnd& one : ends_) covers.push_back(exits_.coverOf(one, piece));
+    if (begin.crossing == end.crossing && piece.loop.isRing() && covers.size() == 2) joinLimited(covers);
+    for (const BandBeside& beside : besides)
+      for (std::size_t i = 0; i < ends_.size() && i < covers.size(); ++i)
+        endBefore(beside.other, ends_[i].crossing->overAt, covers[i].piece);
     if (clipped(piece, covers, besides, made)) return;
     // Without what lies beside it, where that could not be followed.
-    if (!besides.empty() && (mustClip(begin) || mustClip(end)) && clipped(piece, covers, {}, made)) return;
+    if (!besides.empty() && std::ranges::any_of(ends_, mustClip) && clipped(piece, covers, {}, made)) return;
     plain(piece.loop, begin, end, made);
   }
 
@@ -442,7 +477,8 @@ class Outliner {
   BandExits exits_;
   BandTouches touches_;
   std::vector<std::vector<BandBeside>> beside_;  // of each loop
-  std::vector<BandEnd> back_, on_;               // of each crossing; each of them is an end of one stretch
+  std::vector<BandEnd> back_, on_;               // of each crossing
+  std::vector<BandEnd> ends_;                    // of the stretch that is being made, see takeEnds()
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0, lost_ = 0;
   bool mayCross_ = false;  // whether the contour that is being made may cross itself

@@ -74,8 +74,9 @@ class Measure {
     double painted = 0, bands = 0;
     int wrong = 0;
     bool isUnclear = false;
-    for (int y = 0; y < surface.height() * times_; ++y)
-      for (int x = 0; x < surface.width() * times_; ++x) {
+    const int lines = std::min(view_.height(), surface.height() * times_);
+    for (int y = 0; y < lines; ++y)
+      for (int x = 0; x < view_.width; ++x) {
         const bool isPixel = x % times_ == 0 && y % times_ == 0;
         const PointI pixel{x / times_, y / times_};
         int slot = 0;
