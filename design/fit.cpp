@@ -24,6 +24,10 @@ constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 // Bands that lie beside each other without crossing take no more than the room there, unless they would have
 // to be narrower than this part, or than that of what the grid would give them.
 constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
+// Bands that run together all the same are narrowed to where nothing touches, unless that takes more than
+// this part of them, or leaves no band with an edge, in reference pixels.
+constexpr double kLeastForGaps = 0.55;
+constexpr int kNarrowest = 4;
 constexpr double kWhole = 1e-6;   // that a whole number of pixels may have lost by rounding
 constexpr double kExact = 0.016;  // of half a band, to which its ends are found
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
@@ -178,11 +182,16 @@ std::optional<double> roomOf(const CrossingLines& lines) {
   return least;
 }
 
+/// Widths of a band, with its edges and without, in pixels of the lines that are looked at.
+struct BandWidths {
+  double outer, inner;
+};
+
 /// How far a band is still covered where its strand crosses again, at most; 0 where every band comes out from
 /// under the others before.
-double coveredPart(const CrossingLines& lines, const KnotStyle& style) {
-  const double half = style.innerWidth() / 2, clear = style.outerWidth() / 2;
-  const BandExits exits(lines.loops, lines.seam, half, clear, kExact * half);
+double coveredPart(const CrossingLines& lines, const BandWidths& bands) {
+  const double half = bands.inner / 2, clear = bands.outer / 2;
+  const BandExits exits(lines.loops, lines.crossings, lines.seam, half, clear, kExact * half);
   double most = 0;
   for (const BandCrossing& c : exits.crossings())
     for (const int direction : {-1, 1}) {
@@ -199,6 +208,18 @@ double coveredPart(const CrossingLines& lines, const KnotStyle& style) {
   return most;
 }
 
+/// By how many pixels bands run together, see bandOverlap(); `gridDistance` is the least one between the
+/// grid's crossings.
+double overlapOf(const CrossingLines& lines, std::optional<double> gridDistance, const BandWidths& bands) {
+  double overlap = gridDistance ? std::max(0.0, bands.outer - *gridDistance) : 0;
+  // Smoothing may bring crossings nearer together than they are on the grid.
+  overlap = std::max(overlap, coveredPart(lines, bands));
+  // Between bands beside each other one edge is enough.
+  const double room = (bands.inner + bands.outer) / 2;
+  eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
+  return overlap;
+}
+
 /// How wide bands of these shares are to be, in pixels of the 500-pixel picture at zoom 1, and whether no
 /// part of a pixel more. Where the usual band has no room all wider ones are narrowed as it is, so that
 /// styles keep their character.
@@ -206,8 +227,7 @@ struct FittingWidth {
   double outer;
   bool isMost = false;
 };
-FittingWidth fittingWidth(const Knot& knot, double gridDistance, BandShares shares) {
-  const CrossingLines lines(knot, GridView(knot.stretch, kReferenceWidth));
+FittingWidth fittingWidth(const CrossingLines& lines, double gridDistance, BandShares shares) {
   const auto drawn = roomOf(lines);
   const double grid = shares.band * gridDistance;
   double narrowed = 1;
@@ -216,6 +236,26 @@ FittingWidth fittingWidth(const Knot& knot, double gridDistance, BandShares shar
   const double least = std::max(kLeastBeside, kLeastBesideOfGrid / narrowed);
   const double beside = partBeside(lines, grid * narrowed, shares.edge, least);
   return {grid * narrowed * beside, beside < 1};
+}
+
+/// The document with narrower bands where its own run together: the widest ones that leave gaps everywhere,
+/// unless they would have to be narrower than `least`, in whole pixels of the picture. Distances are those of
+/// the 500-pixel picture at zoom 1, and so are the lines.
+Document withGaps(const Document& document, const CrossingLines& lines, double gridDistance, double zoom,
+                  float edgeShare, int least) {
+  const auto with = [&](int outer) { return withBands(document, outer, edgeShare); };
+  const auto runTogether = [&](const Document& d) {
+    const KnotStyle style = knotStyle(d.fields, {});
+    return overlapOf(lines, gridDistance, {style.outerWidth() * zoom, style.innerWidth() * zoom}) > 0;
+  };
+  int high = static_cast<int>(knotStyle(document.fields, {}).outerWidth());
+  if (least >= high || !runTogether(document) || runTogether(with(least))) return document;
+  int low = least;
+  while (high - low > 1) {
+    const int middle = (low + high) / 2;
+    (runTogether(with(middle)) ? high : low) = middle;
+  }
+  return with(low);
 }
 
 }  // namespace
@@ -251,7 +291,8 @@ Document fitBands(const Document& document, BandShares shares) {
   const Knot* const knot = workingKnot(document);
   const auto distance = knot != nullptr ? leastCrossingDistance(*knot) : std::nullopt;
   if (!distance) return next;
-  const FittingWidth width = fittingWidth(*knot, *distance, shares);
+  const CrossingLines lines(*knot, GridView(knot->stretch, kReferenceWidth));
+  const FittingWidth width = fittingWidth(lines, *distance, shares);
   const KnotBoxes boxes = boxesOf(*knot);
   // The view makes room for the bands, which brings crossings together on the picture: a few rounds settle
   // it.
@@ -260,7 +301,9 @@ Document fitBands(const Document& document, BandShares shares) {
     // Bands are drawn in whole pixels.
     next = withBands(std::move(next), width.isMost ? std::floor(outer + kWhole) : outer, shares.edge);
   }
-  return next;
+  const double zoom = zoomOf(next, boxes);
+  const int least = static_cast<int>(std::ceil(kLeastForGaps * width.outer / zoom));
+  return withGaps(next, lines, *distance, zoom, shares.edge, std::max(least, kNarrowest));
 }
 
 Document fitBands(const Document& document) { return fitBands(document, BandShares{}); }
@@ -290,15 +333,9 @@ BandShares sharesOf(const Document& document) {
 double bandOverlap(const Document& document, const Knot& knot) {
   const KnotStyle style = knotStyle(document.fields, {});
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
-  double overlap = 0;
-  if (const auto distance = leastCrossingDistance(knot)) overlap = style.outerWidth() - *distance / view.zoom;
-  const CrossingLines lines(knot, view);
-  // Smoothing may bring crossings nearer together than they are on the grid.
-  overlap = std::max(overlap, coveredPart(lines, style));
-  // Between bands beside each other one edge is enough.
-  const double room = (style.innerWidth() + style.outerWidth()) / 2;
-  eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
-  return overlap;
+  std::optional<double> distance = leastCrossingDistance(knot);
+  if (distance) *distance /= view.zoom;
+  return overlapOf({knot, view}, distance, {style.outerWidth(), style.innerWidth()});
 }
 
 MoreRoom moreRoom(const Document& document) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace lorivan {
 namespace {
@@ -110,13 +111,13 @@ LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop
 
 }  // namespace
 
-BandExits::BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear,
-                     double tolerance)
+BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> crossings, const Seam& seam,
+                     double half, double clear, double tolerance)
     : loops_(loops),
       half_(half),
       clear_(clear),
       tolerance_(tolerance),
-      crossings_(findBandCrossings(loops, seam)),
+      crossings_(std::move(crossings)),
       passings_(bandPassings(loops.size(), crossings_)),
       overs_(loops.size()) {
   if (seam)

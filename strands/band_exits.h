@@ -38,7 +38,11 @@ class BandExits {
  public:
   /// For bands `half` to each side, of which `clear` to each side of a covering band's centre line can not be
   /// seen. Exits are true to `tolerance`. The loops must outlive this.
-  BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear, double tolerance);
+  BandExits(std::span<const BandLoop> loops, const Seam& seam, double half, double clear, double tolerance)
+      : BandExits(loops, findBandCrossings(loops, seam), seam, half, clear, tolerance) {}
+  /// The same where the loops' crossings are known.
+  BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> crossings, const Seam& seam,
+            double half, double clear, double tolerance);
 
   const std::vector<BandCrossing>& crossings() const { return crossings_; }
 

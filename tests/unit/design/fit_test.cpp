@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
+#include <tuple>
+
 #include "design/edits.h"
 #include "design/knot.h"
 #include "design/presets.h"
@@ -95,6 +99,23 @@ TEST(Fit, BandsTakeTheRoomBesideEachOtherWhereALittleLessMakesIt) {
   EXPECT_GT(fitted("2").fields.number(Param::Width), 6) << "they would be too narrow";
 }
 
+TEST(Fit, BandsAreAsWideAsGapsAllowWhereTheyWouldRunTogether) {
+  for (const auto& [shape, x, y, smooth] : {std::tuple(Shape::Triangle, "4", "2", "5"),
+                                            {Shape::SquareTriangle, "8", "2", "3"},
+                                            {Shape::Diamond2, "2", "1", "5"},
+                                            {Shape::Star, "8", "3", "6"}}) {
+    SCOPED_TRACE(smooth);
+    const Document fitted = fitBands(withField(gridOf(shape, x, y, "25"), Param::Smooth, smooth));
+    Knot knot;
+    ASSERT_TRUE(makeKnot(fitted, knot));
+    EXPECT_EQ(bandOverlap(fitted, knot), 0);
+    const float width = fitted.fields.number(Param::Width) + 0.5F;
+    EXPECT_GT(bandOverlap(*changeField(fitted, Param::Width, std::to_string(width)), knot), 0);
+    EXPECT_LT(fitBands(fitted, {BandShares{}.band * 0.5F, 0}).fields.number(Param::Width), width - 1)
+        << "narrow styles stay narrow";
+  }
+}
+
 TEST(Fit, StylesKeepTheirCharacter) {
   const Document grid = gridOf(Shape::Hexagonal, "4", "4", "25");
   const auto width = [&](const char* style) {
@@ -121,7 +142,7 @@ TEST(Fit, OverlapIsToldInPixels) {
 }
 
 TEST(Fit, WhatMakesRoomIsTrue) {
-  // A wall in the middle: fitted bands run together there, however few the cells are.
+  // A wall in the middle, where bands have as little room however few the cells are.
   const auto walled = [](const char* cells) {
     const Document grid =
         withFittedStyle(gridOf(Shape::SquareSquare, cells, cells, "30"), *findPreset("Illuminated"));
@@ -137,12 +158,16 @@ TEST(Fit, WhatMakesRoomIsTrue) {
     EXPECT_TRUE(makeKnot(document, knot));
     return bandOverlap(document, knot);
   };
-  const Document fitted = walled("4"), narrow = withField(fitted, Param::Width, "2");
-  const Document wide = *changeField(fitted, Param::Width, "30");
+  const Document walls = walled("4"), narrow = withField(walls, Param::Width, "2");
+  const Document wide = *changeField(walls, Param::Width, "30");
+  EXPECT_EQ(overlap(walls), 0);
+  EXPECT_EQ(overlap(walled("2")), 0);
+  // Corners that would take bands of a third of the width.
+  const Document fitted =
+      fitBands(withField(gridOf(Shape::SquareTriangle, "3", "1", "30"), Param::Smooth, "2"));
   EXPECT_GT(overlap(fitted), 0);
-  EXPECT_GT(overlap(walled("2")), 0);
   EXPECT_EQ(moreRoom(fitted), MoreRoom::smallerWidth);
-  EXPECT_LT(overlap(*changeField(fitted, Param::Width, "4")), overlap(fitted));
+  EXPECT_EQ(overlap(*changeField(fitted, Param::Width, "2")), 0);
   EXPECT_EQ(moreRoom(wide), MoreRoom::fitBands);
   EXPECT_LT(overlap(fitBands(wide)), overlap(wide));
   EXPECT_EQ(moreRoom(narrow), MoreRoom::fewerCells);
