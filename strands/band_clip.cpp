@@ -19,6 +19,7 @@ constexpr double kPastSide = 1.15;  // of half a band, to where the middle betwe
 constexpr double kFarBeside = 3;    // times the width that is covered: no band lies further beside another
 constexpr double kEdgeShare = 0.8;  // of the distance of two bands, that an edge between them takes at most
 constexpr int kMiddleSteps = 24;    // towards a point of that middle; each one about halves what is left
+constexpr double kMitre = 4;        // times half a band, that its end may be wide in a bend
 constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
 /// A part of a line that may be a border. What it surrounds would lie on the side that quarter() points to.
@@ -40,6 +41,8 @@ class BandClipper {
         points_(pointsAlong(band, std::max(half, clear), kProbe * detail)),
         line_(points_) {
     addSides(points_, half, -1);
+    addCut(points_.front(), band.cutFrom);
+    addCut({points_.back().at, points_.back().along * -1}, band.cutTo);
     for (const BandCover& cover : covers) {
       const std::vector<LinePoint> points = pointsOf(nearPart(cover.piece));
       covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}, 0});
@@ -94,6 +97,23 @@ class BandClipper {
     return pointsAlong(piece, std::max(half_, clear_), kProbe * detail_);
   }
   int lastCover() const { return static_cast<int>(covers_.size()) - 1; }
+
+  /// What is cut off at an end in a bend, `width` beyond it.
+  void addCut(const LinePoint& end, double width) {
+    if (!(width > 0)) return;
+    const LinePoint cut{end.at + end.along * width, end.along};
+    const Vec across = quarter(end.along) * -1;
+    lines_.push_back({{cut.at - across * (kMitre * half_), across},
+                      {cut.at + across * (kMitre * half_), across},
+                      curves_++,
+                      -1});
+    cutsOff_.push_back(cut);
+  }
+  bool isInBand(Vec p) const {
+    return line_.isInBand(p, half_) && std::ranges::none_of(cutsOff_, [&](const LinePoint& cut) {
+             return dot(p - cut.at, cut.along) < 0 && lengthOf(p - cut.at) < kMitre * half_;
+           });
+  }
 
   void addLimit(const LinePoint& limit) {
     const Vec way = limit.along * (2 * (half_ + clear_));
@@ -283,10 +303,10 @@ class BandClipper {
   /// What other bands are there is asked for on the line itself, so that nothing is lost at flat angles.
   bool isBorder(const Border& border, Vec middle, Vec aside) const {
     if (border.cover < 0)
-      return !isCovered(middle, nullptr) && line_.isInBand(middle + aside, half_) &&
-             (!line_.isInBand(middle - aside, half_) || isCovered(middle - aside, nullptr));
+      return !isCovered(middle, nullptr) && isInBand(middle + aside) &&
+             (!isInBand(middle - aside) || isCovered(middle - aside, nullptr));
     const Cover& cover = covers_[border.cover];
-    return line_.isInBand(middle, half_) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
+    return isInBand(middle) && hides(cover, middle - aside) && !hides(cover, middle + aside) &&
            !isCovered(middle, &cover);
   }
 
@@ -469,6 +489,7 @@ class BandClipper {
   double half_, clear_, tolerance_, detail_;
   std::vector<LinePoint> points_;  // along the band
   CentreLine line_;
+  std::vector<LinePoint> cutsOff_;  // at ends in bends: what lies behind them
   std::vector<Cover> covers_;
   int curves_ = 0;
   std::vector<Cut> cuts_;

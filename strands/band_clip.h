@@ -15,6 +15,8 @@ namespace lorivan {
 struct BandPiece {
   BandLoop loop;
   double from = 0, to = 0;
+  /// Beyond an end, where the line bends, so much of everything beside it is cut off; 0: it ends as it is.
+  double cutFrom = 0, cutTo = 0;
 };
 
 /// What lies over a band. On the side of the limit's line that quarter() points to it hides nothing.

@@ -24,8 +24,8 @@ constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that cou
 constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
 constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;      // samples
-constexpr double kMitreStep = 0.1;      // of half a band, across it from where it may be seen in a corner
-constexpr int kMitreSteps = 30;
+constexpr double kMitreStep = 0.05;     // of half a band, across it from where it may be seen in a corner
+constexpr double kFarthestMitre = 4;    // times half a band, where that is looked for
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
 constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
@@ -187,6 +187,8 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}),
                        std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
+  end.isInCorner = neckBeside(c).has_value();
+  end.isPlain = end.isPlain && !end.isInCorner;
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
   else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
@@ -194,8 +196,14 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   return end;
 }
 
-bool BandExits::goesOnBeside(const BandCrossing& c) const {
-  const BandLoop::Spot& at = meetings_[numberOf(c)].under;
+/// How wide a part of the lower band may be seen right beside a crossing, inside a corner that lies beneath
+/// the outer side of another one.
+std::optional<double> BandExits::neckBeside(const BandCrossing& c) const {
+  const Meeting& meeting = meetings_[numberOf(c)];
+  const BandLoop::Spot& at = meeting.under;
+  if (!meeting.mayDive || !isBent(loop(c.under), c.underAt, at.along) ||
+      !isBent(overOf(c), c.overAt, meeting.over.along))
+    return {};
   const auto distance = [](const BandLoop& band, double place, Vec p) {
     double least = HUGE_VAL;
     const int middle = static_cast<int>(std::floor(place));
@@ -206,13 +214,15 @@ bool BandExits::goesOnBeside(const BandCrossing& c) const {
     }
     return std::sqrt(least);
   };
+  std::optional<double> widest;
   for (const double side : {-1.0, 1.0})
-    for (int step = 0; step < kMitreSteps; ++step) {
-      const Vec p = at.at + quarter(unit(at.along)) * (side * (clear_ + kMitreStep * half_ * step));
+    for (double far = half_; far < kFarthestMitre * half_; far += kMitreStep * half_) {
+      const Vec p = at.at + quarter(unit(at.along)) * (side * far);
       if (distance(loop(c.under), c.underAt, p) > half_ + tolerance_) break;
-      if (distance(overOf(c), c.overAt, p) > clear_ - tolerance_) return true;
+      const double seen = distance(overOf(c), c.overAt, p) - clear_;
+      if (seen > (half_ - clear_) / 2 - tolerance_) widest = std::max(widest.value_or(seen), seen);
     }
-  return false;
+  return widest;
 }
 
 /// Whether a side surely came out of the covering band at an exit, and goes away from it.

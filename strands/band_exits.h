@@ -30,7 +30,8 @@ struct BandEnd {
   /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
   /// quarter() points away from here.
   std::optional<LinePoint> limit = {};
-  bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
+  bool isInCorner = false;  // something of the band comes near to being seen beside the crossing
+  bool isPlain = true;      // the edge that covers it and its own sides have neither fold nor corner here
   bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
 
@@ -51,9 +52,9 @@ class BandExits {
   /// The end of the stretch that begins (direction 1) or ends (-1) at a crossing.
   BandEnd leave(const BandCrossing& c, int direction) const;
 
-  /// Whether some of the lower band may be seen right beside a crossing, so that it is not cut in two there:
-  /// inside a corner that lies beneath the outer side of another one.
-  bool goesOnBeside(const BandCrossing& c) const;
+  /// Whether so much of the lower band is seen right beside a crossing that it is not cut in two there. What
+  /// is narrower than half an edge is no more than a gap in it.
+  bool goesOnBeside(const BandCrossing& c) const { return neckBeside(c).value_or(0) > (clear_ - half_) / 2; }
 
   /// Where the line beside the lower band's centre line comes out, at most as far away as `most`.
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
@@ -89,6 +90,7 @@ class BandExits {
   bool isTight(int number, int sample, double distance) const {
     return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
   }
+  std::optional<double> neckBeside(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                       bool& isPlain) const;

@@ -317,7 +317,8 @@ class Outliner {
   void stretch(int number, StrandOutline& made) {
     const BandLoop& band = loop(number);
     BandEnd &begin = ends_.front(), &end = ends_.back();
-    const BandPiece piece{band, begin.crossing->underAt + begin.lap, end.crossing->underAt + end.lap};
+    const BandPiece piece{band, begin.crossing->underAt + begin.lap, end.crossing->underAt + end.lap,
+                          cutInCorner(begin), cutInCorner(end)};
     const std::vector<BandBeside> besides = besidesOf(number, piece);
     const std::size_t before = made.stretches.size();
     if (!besides.empty() || std::ranges::any_of(ends_, mustClip))
@@ -327,6 +328,10 @@ class Outliner {
     lost_ += made.stretches.size() == before;
     if (options_.centres && made.stretches.size() > before) addCentres(band, before, made);
   }
+
+  /// Stretches on both sides of a crossing keep apart by an edge where they come near to being seen beside
+  /// it.
+  double cutInCorner(const BandEnd& end) const { return end.isInCorner ? (clear_ - half_) / 2 : 0; }
 
   /// Each between two crossings; of one piece in several parts the later ones have no outline.
   void addCentres(const BandLoop& band, std::size_t at, StrandOutline& made) {
