@@ -13,21 +13,23 @@
 namespace lorivan {
 namespace {
 
-constexpr double kWayCells = 300;     // across and down
-constexpr double kWayTurn = 0.64;     // cosine of the turn at which a way ends
-constexpr int kMostNodes = 12;        // of a way
-constexpr double kStep = 0.25;        // of the reach along a line that is followed
-constexpr double kApart = 0.6;        // of the reach between two places that are compared
-constexpr int kMostCompared = 24;     // places of a way
-constexpr double kMet = 0.02;         // of the reach: lines that come as near cross
-constexpr int kEyeParts = 12;         // of lines that cross twice, between which their distance is measured
-constexpr double kLevel = 1e-6;       // cosine of a right angle, rounded
-constexpr int kRounds = 4;            // towards the nearest places of two lines
-constexpr double kOneBend = 4;        // times the reach between two places of one bend, along the line
-constexpr double kFarthest = 40;      // times the reach that lines are followed side by side
-constexpr double kOblique = 0.1;      // of both: places that lie side by side
-constexpr double kSure = 0.6;         // of the reach: lines that have come as near surely cross
-constexpr double kPart = 8;           // places of a loop
+constexpr double kWayCells = 300;  // across and down
+constexpr double kWayTurn = 0.64;  // cosine of the turn at which a way ends
+constexpr int kMostNodes = 12;     // of a way
+constexpr double kStep = 0.25;     // of the reach along a line that is followed
+constexpr double kApart = 0.6;     // of the reach between two places that are compared
+constexpr int kMostCompared = 24;  // places of a way
+constexpr double kMet = 0.02;      // of the reach: lines that come as near cross
+constexpr double kSame = 1e-3;     // of the reach: which of two lines as near lies on which side is not known
+constexpr double kMetPlaces = 4;   // places along a line from where it crosses to where that is so
+constexpr int kEyeParts = 12;      // of lines that cross twice, between which their distance is measured
+constexpr double kLevel = 1e-6;    // cosine of a right angle, rounded
+constexpr int kRounds = 4;         // towards the nearest places of two lines
+constexpr double kOneBend = 4;     // times the reach between two places of one bend, along the line
+constexpr double kFarthest = 40;   // times the reach that lines are followed side by side
+constexpr double kOblique = 0.1;   // of both: places that lie side by side
+constexpr double kSure = 0.6;      // of the reach: lines that have come as near surely cross
+constexpr double kPart = 8;        // places of a loop
 constexpr double kBeyondTouch = 0.5;  // times the reach that a piece goes on beyond it
 
 /// A part of a loop without a sharp turn between two joints, at most as long as from crossing to crossing.
@@ -271,7 +273,6 @@ class TouchSearch {
             (k + 1 < q.size() && square(i, k + 1) < here))
           continue;
         const Vec apart = p[i].at - q[k].at;
-        if (dot(apart, apart) < kMet * kMet * reach_ * reach_) continue;
         if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
         follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
       }
@@ -289,19 +290,19 @@ class TouchSearch {
       t = b.nearest(a.spot(s).at, t);
       const Vec there = b.spot(t).at;
       s = a.nearest(there, s);
-      if (lengthOf(there - a.spot(s).at) < kMet * reach_) return;  // it never becomes more
+      if (meet(numberA, s, there - a.spot(s).at, numberB, t)) return;  // it never becomes more
     }
     const Vec here = a.spot(s).at, there = b.spot(t).at;
     const double least = lengthOf(there - here);
-    if (least >= reach_ || isMet(numberA, a, s, here, b, t, there)) return;
+    if (least >= reach_ || isMet(numberA, a, s, here, numberB, b, t, there)) return;
     if (wasFollowed(numberA, {a, s, s}, {b, t, t})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
     const double sameSense = dot(a.spot(s).along, b.spot(t).along) < 0 ? -1 : 1;
     for (const int sense : {-1, 1})
       for (const bool isFirst : {true, false}) {
         BandPiece one{a, s, s}, two{b, t, t};
-        const bool leadsApart = isFirst ? walk(numberA, one, s, two, t, sense, touch.distance)
-                                        : walk(numberB, two, t, one, s, sense, touch.distance);
+        const bool leadsApart = isFirst ? walk(numberA, one, s, numberB, two, t, sense, touch.distance)
+                                        : walk(numberB, two, t, numberA, one, s, sense, touch.distance);
         if (!leadsApart && isSure_) noteFollowed(numberA, one, numberB, two, sameSense);
         if (!leadsApart) return;
         extend(isFirst ? touch.first : touch.besideSecond, one.from, one.to);
@@ -318,14 +319,31 @@ class TouchSearch {
   }
 
   /// Whether two places are where lines cross, or lie on one bend.
-  bool isMet(int numberA, const BandLoop& a, double s, Vec here, const BandLoop& b, double t, Vec there) {
-    if (lengthOf(there - here) < kMet * reach_) return true;
+  bool isMet(int numberA, const BandLoop& a, double s, Vec here, int numberB, const BandLoop& b, double t,
+             Vec there) {
+    if (meet(numberA, s, there - here, numberB, t)) return true;
     const auto same = a.sameLine(b);
     if (!same) return false;
     const double apart = a.isRing() ? std::remainder(t - s, a.size()) : t + *same - s;
     const int begin = static_cast<int>(std::floor(std::min(s, s + apart)));
     const int end = static_cast<int>(std::ceil(std::max(s, s + apart)));
     return wayTo(numberA, end) - wayTo(numberA, begin) < kOneBend * reach_;
+  }
+
+  /// Whether two places as near to each other as lines that cross are beside a crossing of their loops.
+  /// Others lie almost on one another.
+  bool meet(int one, double s, Vec apart, int two, double t) const {
+    const double far = lengthOf(apart);
+    if (far >= kMet * reach_) return false;
+    if (far < kSame * reach_ || passings_.empty()) return true;
+    const auto isNear = [this](int loop, double a, double b) {
+      return std::fabs(std::remainder(a - b, loops_[loop].size())) < kMetPlaces;
+    };
+    return std::ranges::any_of(passings_[one], [&](const BandPassing& p) {
+      const BandCrossing& c = crossings_[p.crossing];
+      if ((p.isOver ? c.under : c.over) != two || !isNear(one, p.place, s)) return false;
+      return isNear(two, p.isOver ? c.underAt : c.overAt, t);
+    });
   }
 
   /// How far it is along a loop's chords from its beginning to a sample, of any lap.
@@ -369,7 +387,8 @@ class TouchSearch {
 
   /// Goes on along a line until it is far from the other one. Where they meet the touch ends in the widest
   /// part of the gap before that; false where there is none.
-  bool walk(int number, BandPiece& one, double s, BandPiece& two, double t, int sense, double& least) {
+  bool walk(int number, BandPiece& one, double s, int other, BandPiece& two, double t, int sense,
+            double& least) {
     Pair at(one.loop, s, two.loop, t);
     const bool first = at.isAbove();
     Seen seen{s, t, t, least}, beforeGap = seen;
@@ -382,7 +401,7 @@ class TouchSearch {
       at.step(sense, kStep * reach_);
       const double apartBefore = std::exchange(apart, at.apart());
       isSure_ = gap == 0 && std::max(apart, apartBefore) < kSure * reach_;
-      if (at.isAbove() != first || isMet(number, at.a, at.s, at.here.at, at.b, at.t, at.there.at)) {
+      if (at.isAbove() != first || isMet(number, at.a, at.s, at.here.at, other, at.b, at.t, at.there.at)) {
         leadsApart = gap > 0;
         if (leadsApart) seen = beforeGap;
         break;
