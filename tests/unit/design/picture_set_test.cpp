@@ -1,6 +1,6 @@
 // Every knot of the standard grids up to 8 x 8 at every smoothness, with fitted bands and with bands of some
-// widths of which the program does not say that they run together: their pictures and outlines are compared
-// with what the distances to the centre lines say.
+// widths of which the program does not say that they run together, and random knots: their pictures and
+// outlines are compared with what the distances to the centre lines say.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,7 +21,9 @@
 namespace lorivan {
 namespace {
 
-constexpr int kUsualStep = 251;                   // pictures from one that is looked at to the next
+constexpr int kUsualStep = 251;  // pictures from one that is looked at to the next
+constexpr int kRandomKnots = 300;
+constexpr int kUsualRandomStep = 50;
 constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
 constexpr double kBandPixels = 12;                // a picture is as large as it takes for bands of this width
 constexpr double kMostOff = 0.005;                // of the painted area
@@ -166,6 +168,16 @@ int widestOuter(const Document& document, const Knot& knot) {
   return low;
 }
 
+void compare(const Document& document, const Knot& knot, const std::string& name, Counts& counts) {
+  if (bandOverlap(document, knot) > 0) return void(++counts.together);
+  const Counts one = measured(document, knot);
+  counts += one;
+  EXPECT_EQ(one.wrong + one.notApart + one.notPositive + one.area, 0)
+      << one << "; " << name << ": " << shapeTable()[static_cast<std::size_t>(document.fields.shape)].name
+      << ' ' << document.fields.text(Param::XNo) << " x " << document.fields.text(Param::YNo) << ", order "
+      << document.fields.text(Param::Smooth);
+}
+
 void addPicture(const Document& grid, double part, Counts& counts) {
   Knot knot;
   ASSERT_TRUE(makeKnot(grid, knot));
@@ -173,18 +185,25 @@ void addPicture(const Document& grid, double part, Counts& counts) {
   if (widest < kNarrowest) return void(++counts.narrow);
   const Document document =
       part > 0 ? withOuter(grid, static_cast<int>(std::floor(widest * part))) : fitBands(grid);
-  if (bandOverlap(document, knot) > 0) return void(++counts.together);
-  const Counts one = measured(document, knot);
-  counts += one;
-  EXPECT_EQ(one.wrong + one.notApart + one.notPositive + one.area, 0)
-      << one << "; " << shapeTable()[static_cast<std::size_t>(grid.fields.shape)].name << ' '
-      << grid.fields.text(Param::XNo) << " x " << grid.fields.text(Param::YNo) << ", order "
-      << grid.fields.text(Param::Smooth) << ", part " << part;
+  compare(document, knot, "part " + std::to_string(part), counts);
+}
+
+/// From one that is looked at to the next; all of them where the environment asks for it.
+int stepOf(int usual) {
+  const char* const asked = std::getenv("LORIVAN_PICTURES");
+  return asked == nullptr ? usual : std::max(1, std::atoi(asked));
+}
+
+void tell(const Counts& counts, int step) {
+  EXPECT_EQ(counts.open, 0);
+  if (std::getenv("LORIVAN_PICTURES") == nullptr) return;
+  std::cout << counts.tried << " pictures, each " << step << ". of them; left out: " << counts.together
+            << " that are said to run together, " << counts.narrow << " too narrow\n"
+            << counts << '\n';
 }
 
 TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
-  const char* const asked = std::getenv("LORIVAN_PICTURES");
-  const int step = asked == nullptr ? kUsualStep : std::max(1, std::atoi(asked));
+  const int step = stepOf(kUsualStep);
   Counts counts;
   int number = 0;
   for (int s = 0; s < kShapeCount - 1; ++s)
@@ -202,12 +221,24 @@ TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
           if (number++ % step == 0)
             addPicture(withField(*grid, Param::Smooth, std::to_string(order)), part, counts);
     }
-  EXPECT_EQ(counts.open, 0);
   EXPECT_GT(counts.tried, 10000 / step / 2);
-  if (asked != nullptr)
-    std::cout << counts.tried << " pictures; left out: " << counts.together
-              << " that are said to run together, " << counts.narrow << " too narrow\n"
-              << counts << '\n';
+  tell(counts, step);
+}
+
+/// What a press of Random gives: walls, and bands that fit.
+TEST(PictureSet, NoBlemishInFittedRandomKnots) {
+  const int step = stepOf(kUsualRandomStep);
+  Counts counts;
+  for (int seed = step; seed <= kRandomKnots; seed += step) {
+    const auto drawn = randomKnot(Document(), seededRandom(static_cast<std::uint64_t>(seed)));
+    ASSERT_TRUE(drawn);
+    const Document document = fitBands(*drawn);
+    Knot knot;
+    ASSERT_TRUE(makeKnot(document, knot));
+    compare(document, knot, "random " + std::to_string(seed), counts);
+  }
+  EXPECT_GT(counts.tried, kRandomKnots / step / 2);
+  tell(counts, step);
 }
 
 }  // namespace
