@@ -180,8 +180,17 @@ void FileMaker::noteIgnoredOptions() {
 }
 
 std::string_view roomAdvice(MoreRoom room) {
-  if (room == MoreRoom::fewerCells) return ": fewer cells make room";
-  return room == MoreRoom::fitBands ? ": --fit makes room" : ": a smaller vtWidth without --fit makes room";
+  switch (room) {
+    case MoreRoom::fewerCells:
+      return ": fewer cells make room";
+    case MoreRoom::smallerWidth:
+      return ": a smaller vtWidth without --fit makes room";
+    case MoreRoom::fitBands:
+      return ": --fit makes room";
+    case MoreRoom::otherCurves:
+      return ": another vtSwish or vtSmooth may make room";
+  }
+  return {};
 }
 
 /// As the window's status line says it; in millimetres of the drawing where its size is asked for. Of many
@@ -193,7 +202,7 @@ void FileMaker::noteOverlap(const OutputJob& job, Report& report) const {
   const auto scale = millimetresPerPixel(job.document, job.knot, job.options);
   report.note("the bands run together by " +
               (scale ? roundedUp(overlap * *scale, 100) + " mm" : roundedUp(overlap, 10) + " pixels") +
-              std::string(roomAdvice(moreRoom(job.document))));
+              std::string(roomAdvice(moreRoom(job.document, job.knot))));
 }
 
 /// Document, knot and options of one member.

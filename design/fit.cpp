@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/numbers.h"
+#include "design/edits.h"
 #include "design/knot.h"
 #include "design/presets.h"
 #include "strands/band_exits.h"
@@ -338,11 +339,14 @@ double bandOverlap(const Document& document, const Knot& knot) {
   return overlapOf({knot, view}, distance, {style.outerWidth(), style.innerWidth()});
 }
 
-MoreRoom moreRoom(const Document& document) {
+MoreRoom moreRoom(const Document& document, const Knot& knot) {
   const auto width = [](const Document& d) { return d.fields.number(Param::Width); };
-  if (document.fields.text(Param::Width) == parameterSpec(Param::Width).min) return MoreRoom::fewerCells;
-  return width(fitBands(document, document.bands)) < width(document) ? MoreRoom::fitBands
-                                                                     : MoreRoom::smallerWidth;
+  const auto hasRoom = [&](const Document& d) { return bandOverlap(d, knot) == 0; };
+  const std::string least(parameterSpec(Param::Width).min);
+  if (document.fields.text(Param::Width) == least) return MoreRoom::fewerCells;
+  const Document fitted = fitBands(document, document.bands);
+  if (width(fitted) < width(document) && hasRoom(fitted)) return MoreRoom::fitBands;
+  return hasRoom(withField(document, Param::Width, least)) ? MoreRoom::smallerWidth : MoreRoom::otherCurves;
 }
 
 }  // namespace lorivan

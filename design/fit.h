@@ -36,9 +36,10 @@ std::optional<double> drawnRoom(const Knot& knot);
 /// the room between bands that lie beside each other as at a wall; 0 while there are gaps.
 double bandOverlap(const Document& document, const Knot& knot);
 
-/// What makes room for bands that run together. Bands at their least width need larger cells. Fitted bands
-/// may still run together, as at walls, whatever the size of the cells is: then only a smaller width helps.
-enum class MoreRoom { fewerCells, smallerWidth, fitBands };
-MoreRoom moreRoom(const Document& document);
+/// What makes room for the bands of a document's knot that run together. Bands at their least width need
+/// larger cells. Fitted ones may still run together, as at walls, whatever the size of the cells is: then a
+/// smaller width helps. Where the narrowest bands do so as well, only other curves do.
+enum class MoreRoom { fewerCells, smallerWidth, fitBands, otherCurves };
+MoreRoom moreRoom(const Document& document, const Knot& knot);
 
 }  // namespace lorivan

@@ -76,13 +76,15 @@ std::string overlapNote(const Document& document, const Knot& knot) {
   const double overlap = bandOverlap(document, knot);
   if (overlap <= 0) return {};
   const std::string pixels = roundedUp(overlap, 10);
-  switch (moreRoom(document)) {
+  switch (moreRoom(document, knot)) {
     case MoreRoom::fewerCells:
       return tr("; the bands run together by {1} pixels: fewer cells make room", pixels);
     case MoreRoom::smallerWidth:
       return tr("; the bands run together by {1} pixels: a smaller Width makes room", pixels);
     case MoreRoom::fitBands:
       return tr("; the bands run together by {1} pixels: Fit bands makes room", pixels);
+    case MoreRoom::otherCurves:
+      return tr("; the bands run together by {1} pixels: another Swish or Smooth may make room", pixels);
   }
   return {};
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <tuple>
 
+#include "base/random.h"
 #include "design/edits.h"
 #include "design/knot.h"
 #include "design/presets.h"
@@ -158,6 +159,11 @@ TEST(Fit, WhatMakesRoomIsTrue) {
     EXPECT_TRUE(makeKnot(document, knot));
     return bandOverlap(document, knot);
   };
+  const auto advice = [](const Document& document) {
+    Knot knot;
+    EXPECT_TRUE(makeKnot(document, knot));
+    return moreRoom(document, knot);
+  };
   const Document walls = walled("4"), narrow = withField(walls, Param::Width, "2");
   const Document wide = *changeField(walls, Param::Width, "30");
   EXPECT_EQ(overlap(walls), 0);
@@ -166,11 +172,16 @@ TEST(Fit, WhatMakesRoomIsTrue) {
   const Document fitted =
       fitBands(withField(gridOf(Shape::SquareTriangle, "3", "1", "30"), Param::Smooth, "2"));
   EXPECT_GT(overlap(fitted), 0);
-  EXPECT_EQ(moreRoom(fitted), MoreRoom::smallerWidth);
+  EXPECT_EQ(advice(fitted), MoreRoom::smallerWidth);
   EXPECT_EQ(overlap(*changeField(fitted, Param::Width, "2")), 0);
-  EXPECT_EQ(moreRoom(wide), MoreRoom::fitBands);
+  EXPECT_EQ(advice(wide), MoreRoom::fitBands);
   EXPECT_LT(overlap(fitBands(wide)), overlap(wide));
-  EXPECT_EQ(moreRoom(narrow), MoreRoom::fewerCells);
+  EXPECT_EQ(advice(narrow), MoreRoom::fewerCells);
+  // Walls bring lines together that only lie apart at another swish.
+  const Document tangled = fitBands(*randomKnot(Document(), seededRandom(60)));
+  EXPECT_EQ(advice(tangled), MoreRoom::otherCurves);
+  EXPECT_GT(overlap(withField(tangled, Param::Width, "2")), 0);
+  EXPECT_EQ(overlap(withField(withField(tangled, Param::Width, "2"), Param::Swish, "3")), 0);
 }
 
 }  // namespace

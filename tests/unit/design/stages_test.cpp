@@ -93,6 +93,11 @@ TEST(KnotStages, TakeOverNoOtherKnotThanTheirDocuments) {
     KnotStages third;
     fitBands(withCellSize(d, 40));
     EXPECT_TRUE(followsFreshly(third, d, fresh)) << "with the same lines in other cells";
+    Document wrapped = d;
+    wrapped.fields.check(Check::Wrap) = true;
+    fitBands(wrapped);
+    KnotStages flat;
+    EXPECT_TRUE(followsFreshly(flat, d, fresh)) << "with the same lines round a cylinder";
     EXPECT_TRUE(followsFreshly(others, swung, fresh));
   }
 }
