@@ -32,7 +32,8 @@ struct OutlineOptions {
   int mostClipped = std::numeric_limits<int>::max();
 };
 
-/// What can be seen between two crossings under other bands.
+/// What can be seen between two crossings under other bands, or between more of them where that is one piece:
+/// then further stretches follow that have a centre line alone.
 struct BandStretch {
   std::vector<BandContour> contours;  // one, and its holes; of a whole ring in any order
   std::vector<PointF> centre;         // chain along the middle: open, or closed for a ring
@@ -55,6 +56,12 @@ struct BandOutlines {
   bool complete = true;  // see OutlineOptions::mostClipped
 };
 
+/// A band is all that lies no further than half its width from its centre line. So where that has a corner,
+/// as with a smoothness of 2, the band is round on the outer side, and its sides meet on the inner one; the
+/// legs of one bend are one band, and no edge lies between them. Where a corner lies beneath another one,
+/// what is seen of it inside leads from one leg to the other, and both are one stretch, unless that neck is
+/// narrower than half an edge: there it is cut.
+///
 /// The outlines of all strands; no error passes 0.02 of the band's width. Where bends are tighter than half
 /// the width the outline has a corner instead of a fold. Where nothing of a stretch is left between the bands
 /// that cover its ends, it is left out; where one of them cuts it in two, there are two. Of a wrapped knot

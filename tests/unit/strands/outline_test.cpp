@@ -275,6 +275,25 @@ TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
   }
 }
 
+TEST(BandOutlines, KeepApartWhereCornersLieOverCorners) {
+  int looked = 0;
+  for (std::uint64_t seed = 10; seed <= 34; seed += 3) {
+    const Drawn drawn(Shape::Octagonal, 4, 3, 2, 0.42, seed);
+    OutlineOptions options;
+    options.band = drawn.style.innerWidth();
+    options.outer = drawn.style.outerWidth();
+    const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
+    if (outlines.crowded + outlines.lost + outlines.beside > 0) continue;
+    std::vector<BandContour> contours;
+    for (const StrandOutline& strand : outlines.strands)
+      for (const BandStretch& stretch : strand.stretches)
+        contours.insert(contours.end(), stretch.contours.begin(), stretch.contours.end());
+    EXPECT_TRUE(lieApart(contours, (options.outer - options.band) / 4)) << seed;
+    ++looked;
+  }
+  EXPECT_GT(looked, 5);
+}
+
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
   const auto lines = [](const std::vector<PointF>& corners) {
     BandContour contour{corners.front()};
@@ -317,6 +336,8 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
     int x, y, order;
   };
   for (const Case& c : {Case{Shape::SquareSquare, 3, 3, 4},
+                        {Shape::SquareSquare, 4, 3, 2},
+                        {Shape::Octagonal, 3, 2, 2},
                         {Shape::Triangle, 3, 3, 4},
                         {Shape::Hexagonal, 2, 2, 4},
                         {Shape::Diamond1, 3, 3, 4},
