@@ -53,10 +53,12 @@ class Outliner {
     BandOutlines outlines;
     outlines.strands.reserve(loops_.size());
     const std::vector<BandCrossing>& crossings = exits_.crossings();
+    if (options_.uncut) return uncut();
     leaveAll();
+    outlines.complete = !isTooMuch();
     // Nobody needs the touches where too much is to be clipped without them: finding them takes longer.
-    if (clipped_ <= options_.mostClipped) findTouches();
-    outlines.complete = clipped_ <= options_.mostClipped;
+    if (outlines.complete) findTouches();
+    outlines.complete = outlines.complete && clipped_ <= options_.mostClipped;
     outlines.crowded = crowded_;
     std::size_t at = 0;
     for (std::size_t l = 0; l < loops_.size() && outlines.complete; ++l) {
@@ -71,6 +73,19 @@ class Outliner {
 
  private:
   const BandLoop& loop(int number) const { return loops_[number]; }
+
+  BandOutlines uncut() {
+    BandOutlines outlines;
+    beside_.resize(loops_.size());
+    for (std::size_t l = 0; l < loops_.size(); ++l)
+      outlines.strands.push_back(outline(static_cast<int>(l), 0, 0));
+    return outlines;
+  }
+
+  bool isTooMuch() const {
+    const bool isCrowded = static_cast<std::size_t>(crowded_) * 2 > exits_.crossings().size();
+    return clipped_ > options_.mostClipped || (options_.unlessCrowded && isCrowded);
+  }
 
   /// A strand that lies under others at the crossings from number `begin` on.
   StrandOutline outline(int number, std::size_t begin, std::size_t end) {

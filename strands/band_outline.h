@@ -30,6 +30,9 @@ struct OutlineOptions {
   /// Stretches that are cut by distances take some time. Where more crossings than this have such ends, there
   /// are no outlines.
   int mostClipped = std::numeric_limits<int>::max();
+  bool unlessCrowded =
+      false;           // no outlines where bands do not come out before they cross again at most crossings
+  bool uncut = false;  // whole bands, as if nothing lay above or beside them
 };
 
 /// What can be seen between two crossings under other bands, or between more of them where that is one piece:
@@ -53,7 +56,7 @@ struct BandOutlines {
   int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
   int lost = 0;          // stretches of which nothing is left
   int beside = 0;        // places where two bands without room between them end at the middle
-  bool complete = true;  // see OutlineOptions::mostClipped
+  bool complete = true;  // see OutlineOptions::mostClipped and ::unlessCrowded
 };
 
 /// A band is all that lies no further than half its width from its centre line. So where that has a corner,

@@ -87,7 +87,8 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   std::size_t stretches = 0;
   for (const StrandOutline& outline : outlines.strands) stretches += outline.stretches.size();
   const bool isCrowded = static_cast<std::size_t>(outlines.crowded) * 2 > stretches;
-  drawing.apart = !options.outlines || (outlines.lost == 0 && !isCrowded);
+  drawing.apart =
+      !options.outlines || (outlines.lost == 0 && !isCrowded && outlines.complete && !widths.uncut);
   drawing.tight = outlines.crowded + outlines.lost + outlines.beside;
   for (StrandOutline& outline : outlines.strands)
     drawing.strands.push_back(cutStrand(std::move(outline), style, options, seam, widths.grow));
@@ -95,9 +96,10 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   return drawing;
 }
 
-/// The drawing with bands of a part of their width.
+/// The drawing with bands of a part of their width. Without strands where most crossings have no room, unless
+/// it is `wanted` all the same: then with whole bands where the cut takes more than twice as much as a band.
 CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
-                       const CutOptions& options, double part) {
+                       const CutOptions& options, double part, bool wanted = false) {
   OutlineOptions widths = outlineOptions(style, view);
   widths.band *= part;
   widths.outer *= part;
@@ -111,6 +113,8 @@ CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const Gri
   widths.grow = options.kerf / 2 * units;
   widths.gap = std::max(0.0, least + 2 * widths.grow - (widths.outer - widths.band) / 2);
   widths.centres = true;
+  widths.unlessCrowded = !wanted;
+  widths.uncut = wanted && widths.grow > widths.outer;
   CutDrawing drawing = drawingOf(curve, style, view, options, widths);
   // Grown outlines are fitted anew: the width is measured once more.
   if (options.width && drawing.box.right > drawing.box.left)
@@ -133,10 +137,10 @@ CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const Grid
     drawing.millimetres = options.millimetres;
     return drawing;
   }
-  CutDrawing drawing = cutNarrowed(curve, style, view, options, 1);
-  if (drawing.apart) return drawing;
+  CutDrawing full = cutNarrowed(curve, style, view, options, 1);
+  if (full.apart) return full;
   double low = kNarrowest, high = 1;
-  drawing = cutNarrowed(curve, style, view, options, low);
+  CutDrawing drawing = cutNarrowed(curve, style, view, options, low);
   for (int i = 0; drawing.apart && i < kNarrowings; ++i) {
     const double part = (low + high) / 2;
     CutDrawing wider = cutNarrowed(curve, style, view, options, part);
@@ -144,9 +148,9 @@ CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const Grid
     if (wider.apart) drawing = std::move(wider);
   }
   if (drawing.apart) return drawing;
-  drawing = cutNarrowed(curve, style, view, options, 1);
-  for (CutStrand& strand : drawing.strands) joinCaps(strand.shapes);
-  return drawing;
+  if (full.strands.empty()) full = cutNarrowed(curve, style, view, options, 1, true);
+  for (CutStrand& strand : full.strands) joinCaps(strand.shapes);
+  return full;
 }
 
 void drawCut(VectorSurface& surface, const CutDrawing& drawing) {

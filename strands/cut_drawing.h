@@ -41,8 +41,9 @@ struct CutDrawing {
 /// Pieces are as wide as the coloured bands. Outlines keep 0.1 mm of room between them, or a twelfth of a
 /// narrow band: where edges are thinner than that and the kerf, bands beneath end earlier. Where pieces would
 /// overlap, or most crossings have no room, all bands are narrowed until that is over, down to an eighth.
-/// Strands that even then touch keep their width, and their outlines cross. Of a wrapped knot one period is
-/// cut out; its pieces end straight at the seams.
+/// Strands that even then touch keep their width, and their outlines cross: each strand is one whole band
+/// then where the cut takes more than twice as much as a band and most crossings have no room. Of a wrapped
+/// knot one period is cut out; its pieces end straight at the seams.
 CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
                       const CutOptions& options);
 

@@ -91,6 +91,23 @@ TEST(CutDrawing, TellsWhereTheKerfTakesTheRoomBetweenPieces) {
   EXPECT_GT(knot.cut().tight, 0);
 }
 
+TEST(CutDrawing, CutsWiderThanAnyRoomTakeWholeBands) {
+  CutKnot knot(Shape::Hexagonal, 6, 5, 8, 1);
+  const double plain = areaOf(knot.cut());
+  knot.options.kerf = 30;
+  const CutDrawing wide = knot.cut();
+  EXPECT_FALSE(wide.apart);
+  EXPECT_EQ(wide.narrowed, 1);
+  EXPECT_NEAR(widthOf(wide), 130, 0.3);
+  EXPECT_GT(areaOf(wide), 2 * plain);
+  for (const CutStrand& strand : wide.strands) {
+    EXPECT_FALSE(strand.shapes.empty());
+    EXPECT_EQ(strand.centres.size(), 1U) << "it is cut nowhere";
+  }
+  knot.options.kerf = 60;
+  EXPECT_FALSE(knot.cut().apart);
+}
+
 TEST(CutDrawing, BandsWithoutRoomInCornersKeepTheirWidthWhereNothingOverlaps) {
   const CutDrawing wide = CutKnot(Shape::SquareSquare, 5, 4, 30, 2).cut();
   EXPECT_TRUE(wide.apart);
