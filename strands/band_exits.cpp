@@ -25,7 +25,7 @@ constexpr double kSlanted = 2.5;        // times the way out of one side, for th
 constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;      // samples
 constexpr double kMitreStep = 0.05;     // of half a band, across it from where it may be seen in a corner
-constexpr double kFarthestMitre = 4;    // times half a band, where that is looked for
+constexpr int kMitreSteps = 60;
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
 constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
@@ -196,12 +196,20 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
   return end;
 }
 
+/// Whether a line turns so far at a place that the sides of its band meet further away, at 1 / cos(turn / 2)
+/// of half its width, than an outer side of a covering band that turns there as well.
+bool BandExits::hasNeck(const BandLoop& loop, double place) const {
+  const int low = static_cast<int>(std::floor(place + 0.5));
+  const double least = 2 * (half_ + tolerance_) / (half_ + clear_);
+  return (1 + dot(loop.direction(low - 2), loop.direction(low + 2))) / 2 < least * least;
+}
+
 /// How wide a part of the lower band may be seen right beside a crossing, inside a corner that lies beneath
 /// the outer side of another one.
 std::optional<double> BandExits::neckBeside(const BandCrossing& c) const {
   const Meeting& meeting = meetings_[numberOf(c)];
   const BandLoop::Spot& at = meeting.under;
-  if (!meeting.mayDive || !isBent(loop(c.under), c.underAt, at.along) ||
+  if (!meeting.mayDive || !hasNeck(loop(c.under), c.underAt) ||
       !isBent(overOf(c), c.overAt, meeting.over.along))
     return {};
   const auto distance = [](const BandLoop& band, double place, Vec p) {
@@ -216,7 +224,8 @@ std::optional<double> BandExits::neckBeside(const BandCrossing& c) const {
   };
   std::optional<double> widest;
   for (const double side : {-1.0, 1.0})
-    for (double far = half_; far < kFarthestMitre * half_; far += kMitreStep * half_) {
+    for (int step = 0; step < kMitreSteps; ++step) {
+      const double far = half_ * (1 + kMitreStep * step);
       const Vec p = at.at + quarter(unit(at.along)) * (side * far);
       if (distance(loop(c.under), c.underAt, p) > half_ + tolerance_) break;
       const double seen = distance(overOf(c), c.overAt, p) - clear_;

@@ -90,6 +90,7 @@ class BandExits {
   bool isTight(int number, int sample, double distance) const {
     return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
   }
+  bool hasNeck(const BandLoop& loop, double place) const;
   std::optional<double> neckBeside(const BandCrossing& c) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,

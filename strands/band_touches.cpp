@@ -20,7 +20,7 @@ constexpr double kStep = 0.25;     // of the reach along a line that is followed
 constexpr double kApart = 0.6;     // of the reach between two places that are compared
 constexpr int kMostCompared = 24;  // places of a way
 constexpr double kMet = 0.02;      // of the reach: lines that come as near cross
-constexpr double kSame = 1e-3;     // of the reach: which of two lines as near lies on which side is not known
+constexpr double kOnto = 1e-3;     // of the reach: which of two lines as near lies on which side is not known
 constexpr double kMetPlaces = 4;   // places along a line from where it crosses to where that is so
 constexpr int kEyeParts = 12;      // of lines that cross twice, between which their distance is measured
 constexpr double kLevel = 1e-6;    // cosine of a right angle, rounded
@@ -274,6 +274,7 @@ class TouchSearch {
           continue;
         const Vec apart = p[i].at - q[k].at;
         if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
+        if (meet(a.loop, p[i].place, apart, b.loop, q[k].place)) continue;
         follow(a.loop, one, p[i].place, b.loop, two, q[k].place);
       }
   }
@@ -335,9 +336,11 @@ class TouchSearch {
   bool meet(int one, double s, Vec apart, int two, double t) const {
     const double far = lengthOf(apart);
     if (far >= kMet * reach_) return false;
-    if (far < kSame * reach_ || passings_.empty()) return true;
+    if (far < kOnto * reach_ || passings_.empty()) return true;
     const auto isNear = [this](int loop, double a, double b) {
-      return std::fabs(std::remainder(a - b, loops_[loop].size())) < kMetPlaces;
+      const double lap = loops_[loop].size(), way = std::fabs(a - b),
+                   rest = way - lap * std::floor(way / lap);
+      return std::min(rest, lap - rest) < kMetPlaces;
     };
     return std::ranges::any_of(passings_[one], [&](const BandPassing& p) {
       const BandCrossing& c = crossings_[p.crossing];
