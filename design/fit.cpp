@@ -27,7 +27,7 @@ constexpr double kDrawnShare = 0.85, kLeastOfGrid = 0.6;
 constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
 // Bands that run together all the same are narrowed to where nothing touches, unless that takes more than
 // this part of them, or leaves no band with an edge, in reference pixels.
-constexpr double kLeastForGaps = 0.55;
+constexpr double kLeastForGaps = 0.62;
 constexpr int kNarrowest = 4;
 constexpr double kWhole = 1e-6;   // that a whole number of pixels may have lost by rounding
 constexpr double kExact = 0.016;  // of half a band, to which its ends are found
