@@ -38,7 +38,7 @@ double bandOverlap(const Document& document, const Knot& knot);
 
 /// What makes room for the bands of a document's knot that run together. Bands at their least width need
 /// larger cells. Fitted ones may still run together, as at walls, whatever the size of the cells is: then a
-/// smaller width helps. Where the narrowest bands do so as well, only other curves do.
+/// smaller width helps. Where the narrowest bands do so as well, only other curves may.
 enum class MoreRoom { fewerCells, smallerWidth, fitBands, otherCurves };
 MoreRoom moreRoom(const Document& document, const Knot& knot);
 
