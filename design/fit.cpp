@@ -29,6 +29,7 @@ constexpr double kLeastBeside = 0.75, kLeastBesideOfGrid = 0.5;
 // this part of them, or leaves no band with an edge, in reference pixels.
 constexpr double kLeastForGaps = 0.62;
 constexpr int kNarrowest = 4;
+constexpr int kMostDraws = 12;    // of random knots, for one with gaps everywhere
 constexpr double kWhole = 1e-6;   // that a whole number of pixels may have lost by rounding
 constexpr double kExact = 0.016;  // of half a band, to which its ends are found
 constexpr double kPixelsPerUnit = kReferenceWidth / (2 * kHalfView);
@@ -308,6 +309,22 @@ Document fitBands(const Document& document, BandShares shares) {
 }
 
 Document fitBands(const Document& document) { return fitBands(document, BandShares{}); }
+
+Result<Document> roomyRandomKnot(const Document& document, const Rnd& random) {
+  std::optional<Document> best;
+  double least = HUGE_VAL;
+  for (int draw = 0; draw < kMostDraws && (!best || least > 0); ++draw) {
+    const auto drawn = randomKnot(document, random);
+    if (!drawn) return drawn;
+    Document made = fitBands(*drawn);
+    const Knot* const knot = workingKnot(made);
+    const double lack = knot != nullptr ? bandOverlap(made, *knot) : HUGE_VAL;
+    if (best && lack >= least) continue;
+    best = std::move(made);
+    least = lack;
+  }
+  return *std::move(best);
+}
 
 Document fitAgain(const Document& document) {
   return document.fields.check(Check::FitBands) ? fitBands(document, document.bands) : document;

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "base/random.h"
+#include "base/result.h"
 #include "design/document.h"
 
 namespace lorivan {
@@ -14,6 +16,10 @@ struct Knot;
 /// again, until a width or an edge is typed. A grid without crossings leaves the bands as they are.
 Document fitBands(const Document& document, BandShares shares);
 Document fitBands(const Document& document);
+
+/// A random knot, see randomKnot(), with bands that fit. Where they run together all the same another one is
+/// drawn, a few times; of those without gaps everywhere it is the one that lacks least.
+Result<Document> roomyRandomKnot(const Document& document, const Rnd& random);
 
 /// The same with the document's own shares where chkFitBands is on; else the document itself.
 Document fitAgain(const Document& document);

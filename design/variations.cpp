@@ -105,11 +105,11 @@ std::vector<Variation> variationsAlong(const Document& document, Param across, P
 std::vector<Variation> randomVariations(const Document& document, const Rnd& random) {
   std::vector<Variation> variations;
   for (int i = 0; i < kMostTries && variations.size() < kVariations; ++i) {
-    const auto made = randomKnot(document, random);
+    auto made = roomyRandomKnot(document, random);
     if (!made) continue;
     variations.push_back({tr("{1} {2}x{3}", shapeName(made->fields.shape), made->fields.text(Param::XNo),
                              made->fields.text(Param::YNo)),
-                          fitBands(*made)});
+                          *std::move(made)});
   }
   return variations;
 }

@@ -8,12 +8,6 @@
 #include "window/summaries.h"
 
 namespace lorivan {
-namespace {
-
-/// A new knot with bands that have room.
-Result<Document> fitted(const Result<Document>& made) { return made ? fitBands(*made) : made; }
-
-}  // namespace
 
 void Handlers::cmdNewGrid_Click() { makeGridAnew(); }
 
@@ -51,7 +45,7 @@ void Handlers::cmdRandknot_Click() {
   if (waits) window.setText(button, waitCaption());
   if (window.processEvents()) {
     window.setBusy(waits);
-    bench_.begin(tr("Random knot"), fitted(randomKnot(bench_.document(), bench_.random)), After::draw);
+    bench_.begin(tr("Random knot"), roomyRandomKnot(bench_.document(), bench_.random), After::draw);
     window.setBusy(false);
   }
   window.setText(button, caption);

@@ -181,5 +181,21 @@ TEST(Fit, WhatMakesRoomIsTrue) {
   EXPECT_EQ(overlap(withField(withField(tangled, Param::Width, "2"), Param::Swish, "3")), 0);
 }
 
+TEST(Fit, RandomKnotsAreDrawnAgainUntilTheirBandsHaveRoom) {
+  int others = 0;
+  for (std::uint64_t seed = 1; seed <= 30; ++seed) {
+    Knot knot;
+    const Document roomy = *roomyRandomKnot(Document(), seededRandom(seed));
+    ASSERT_TRUE(makeKnot(roomy, knot));
+    EXPECT_EQ(bandOverlap(roomy, knot), 0) << "seed " << seed;
+    const Document first = fitBands(*randomKnot(Document(), seededRandom(seed)));
+    ASSERT_TRUE(makeKnot(first, knot));
+    const bool hasRoom = bandOverlap(first, knot) == 0;
+    EXPECT_EQ(roomy == first, hasRoom) << "seed " << seed;
+    others += !hasRoom;
+  }
+  EXPECT_GT(others, 0);
+}
+
 }  // namespace
 }  // namespace lorivan
