@@ -13,6 +13,9 @@ constexpr int kLegSamples = 12;       // along a covering band, on which it may 
 constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
 constexpr double kFlatAhead = 0.985;  // the same at flat crossings
 constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
+constexpr double kLegAhead = 0.7;     // that cosine where a side came out as it should
+constexpr double kLegBend = 1.6;      // times that width: bends of that radius lead back
+constexpr double kLegReach = 1.2;     // times the way to where a straight band comes out
 constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
 constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
 constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
@@ -132,7 +135,12 @@ BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> 
     made.under = loop(c.under).spot(c.underAt);
     made.over = overOf(c).spot(c.overAt);
     made.isFlat = isFlat(made.under.along, made.over.along);
-    made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
+    made.mayReturn = mayReturn(c, made.over, {made.isFlat ? kFlatAhead : kAhead, kFarLeg * clear_, clear_});
+    // Where no bend is as tight, a line would have to turn right round to come back to a circle beside it.
+    made.hasLegs = made.mayReturn &&
+                   (made.isFlat || mayReturn(c, made.over,
+                                             {kLegAhead, farthestExit(made.under.along, made.over.along),
+                                              kLegBend * clear_}));
     made.mayDive = made.isFlat || made.mayReturn || isBent(loop(c.under), c.underAt, made.under.along) ||
                    isBent(loop(c.over), c.overAt, made.over.along);
   }
@@ -140,19 +148,26 @@ BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> 
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
-bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, double ahead) const {
+bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, const Return& r) const {
   const BandLoop& over = overOf(c);
-  const double least = ahead * ahead * dot(s.along, s.along), far = kFarLeg * clear_;
+  const double least = r.ahead * r.ahead * dot(s.along, s.along);
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
     for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
       const Vec along = over.tangent(i), away = over.point(i) - s.at;
       const double same = dot(along, s.along);
-      if (same < 0 || same * same < least * dot(along, along) || isTight(c.over, i, clear_)) return true;
-      if (dot(away, away) > far * far) break;
+      if (same < 0 || same * same < least * dot(along, along) || isTight(c.over, i, r.distance)) return true;
+      if (dot(away, away) > r.far * r.far) break;
     }
   }
   return false;
+}
+
+/// How far from a crossing of straight lines a covering band would have to be to hide what comes out there.
+double BandExits::farthestExit(Vec under, Vec over) const {
+  const double length = std::sqrt(dot(under, under) * dot(over, over));
+  const double sine = std::fabs(cross(under, over)) / length, cosine = std::fabs(dot(under, over)) / length;
+  return std::min(kFarLeg * clear_, kLegReach * (clear_ + (clear_ + half_ * cosine) / sine));
 }
 
 /// How far it is from a place on a loop to its next crossing, on or back.
@@ -377,10 +392,11 @@ double BandExits::wayToGap(const BandCrossing& c, int direction) const {
 BandExit BandExits::leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                                bool& isPlain) const {
   BandExit exit{c.underAt, c.overAt, true};
-  if (!leaveAtOnce(c, distance, direction, most, exit))
-    exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
-  if (!meetings_[numberOf(c)].mayReturn) return exit;
-  if (meetings_[numberOf(c)].isFlat)
+  const Meeting& meeting = meetings_[numberOf(c)];
+  const bool atOnce = leaveAtOnce(c, distance, direction, most, exit);
+  if (!atOnce) exit = leaveStepwise(c, distance, direction, most, {c.underAt, c.overAt, true});
+  if (!(atOnce ? meeting.hasLegs : meeting.mayReturn)) return exit;
+  if (meeting.isFlat)
     if (const auto first = firstClear(c, distance, direction, (exit.place - c.underAt) * direction))
       exit = leaveStepwise(c, distance, direction, most, *first);
   const BandExit first = exit;

@@ -120,7 +120,7 @@ class BandLoop {
 };
 
 // Both are asked for hundreds of thousands of times in one picture: they are worth being inline.
-inline BandLoop::Spot BandLoop::spot(double place) const {
+[[gnu::always_inline]] inline BandLoop::Spot BandLoop::spot(double place) const {
   auto low = static_cast<int>(place);
   if (low > place) --low;
   const double t = place - low;

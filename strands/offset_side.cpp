@@ -74,7 +74,7 @@ class SideSampler {
         sine > kCorner && sine * std::fabs(distance_) > kGather * (std::fabs(way.x) + std::fabs(way.y));
     if (cosine > most_.cosine && !isLong && !isFold) return;
     const double turn = std::acos(std::clamp(cosine, -1.0, 1.0));
-    const Vec chord = loop_.spot(to).at - loop_.spot(from).at;
+    const Vec chord = way - quarter(next.along - along) * distance_;  // of the centre line
     const bool mayFold = isFold || std::fabs(distance_) * turn > kTight * lengthOf(chord);
     const int parts =
         std::min(kMostParts, 1 + isLong + static_cast<int>(turn / (mayFold ? folding_ : most_.angle)));
