@@ -33,8 +33,7 @@ void RandomUserTest::begin(std::uint64_t seed) {
 
 void RandomUserTest::open() {
   platform.memory.clock().seedValue = static_cast<std::uint64_t>(below(1'000'000));
-  user_.reset();
-  main.reset();
+  shut();
   main = std::make_unique<MainWindow>(platform, MainWindowOptions());
   ASSERT_TRUE(main->open());
   w = platform.window;
@@ -49,6 +48,11 @@ void RandomUserTest::open() {
     user_->answerNext(agrees);
     return true;
   };
+}
+
+void RandomUserTest::shut() {
+  user_.reset();
+  main.reset();
 }
 
 /// Good ones, bad ones, and names of none.

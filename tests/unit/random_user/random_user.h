@@ -21,6 +21,9 @@ class RandomUserTest : public testing::Test {
  protected:
   RandomUserTest();
   void begin(std::uint64_t seed);
+  void open();
+  /// Without a question. `open` opens another window.
+  void shut();
   /// Does one thing. What it was stands at the end of `did`.
   void act();
   /// What was done last, for a message.
@@ -55,7 +58,6 @@ class RandomUserTest : public testing::Test {
   template <class Action>
   void attempt(const Action& action);
   void meddle();
-  void open();
   bool usable(ControlId control) const;
   void useControl();
   void typeField();
