@@ -95,6 +95,12 @@ Memory& memory() {
   return kept;
 }
 
+/// A table of more than 8 MB is made anew for the next picture, which most times needs far less.
+template <class Entry>
+void giveBackLarge(std::vector<Entry>& table) {
+  if (table.capacity() > (std::size_t{8} << 20) / sizeof(Entry)) table = std::vector<Entry>();
+}
+
 /// The rows of a strip. It sums up, pixel by pixel, how an edge changes the covered share of all that lies to
 /// its right (the way of font renderers). Pixels that an edge passes are marked; between them the share
 /// stays.
@@ -344,11 +350,13 @@ void PathFiller::paint(const PixelBlock& target) {
   const Range range = rangeOf(edges_, target);
   if (!edges_.empty() && range.left < range.right && range.top < range.bottom)
     StripPainter(target, range).run(edges_, layers_);
+  giveBackLarge(memory().order);
   forget();
 }
 
 void PathFiller::forget() {
   edges_.clear();
+  giveBackLarge(edges_);
   layers_.clear();
 }
 
