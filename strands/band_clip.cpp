@@ -19,7 +19,6 @@ constexpr double kPastSide = 1.15;  // of half a band, to where the middle betwe
 constexpr double kFarBeside = 3;    // times the width that is covered: no band lies further beside another
 constexpr double kEdgeShare = 0.8;  // of the distance of two bands, that an edge between them takes at most
 constexpr int kMiddleSteps = 24;    // towards a point of that middle; each one about halves what is left
-constexpr double kMitre = 4;        // times half a band, that its end may be wide in a bend
 constexpr double kSmooth = 0.94;    // cosine of the turn from which on there is a corner
 
 /// A part of a line that may be a border. What it surrounds would lie on the side that quarter() points to.
@@ -41,8 +40,8 @@ class BandClipper {
         points_(pointsAlong(band, std::max(half, clear), kProbe * detail)),
         line_(points_) {
     addSides(points_, half, -1);
-    addCut(points_.front(), band.cutFrom);
-    addCut({points_.back().at, points_.back().along * -1}, band.cutTo);
+    addCut(band.cutFrom);
+    addCut(band.cutTo);
     for (const BandCover& cover : covers) {
       const std::vector<LinePoint> points = pointsOf(nearPart(cover.piece));
       covers_.push_back({CentreLine(points), isOwn(cover.piece), cover.limit, {}, 0});
@@ -98,20 +97,16 @@ class BandClipper {
   }
   int lastCover() const { return static_cast<int>(covers_.size()) - 1; }
 
-  /// What is cut off at an end in a bend, `width` beyond it.
-  void addCut(const LinePoint& end, double width) {
-    if (!(width > 0)) return;
-    const LinePoint cut{end.at + end.along * width, end.along};
-    const Vec across = quarter(end.along) * -1;
-    lines_.push_back({{cut.at - across * (kMitre * half_), across},
-                      {cut.at + across * (kMitre * half_), across},
-                      curves_++,
-                      -1});
-    cutsOff_.push_back(cut);
+  /// What is cut off at an end in a bend: it is narrow, and so near.
+  void addCut(const std::optional<LinePoint>& cut) {
+    if (!cut) return;
+    const Vec across = quarter(cut->along) * -1, way = across * clear_;
+    lines_.push_back({{cut->at - way, across}, {cut->at + way, across}, curves_++, -1});
+    cutsOff_.push_back(*cut);
   }
   bool isInBand(Vec p) const {
     return line_.isInBand(p, half_) && std::ranges::none_of(cutsOff_, [&](const LinePoint& cut) {
-             return dot(p - cut.at, cut.along) < 0 && lengthOf(p - cut.at) < kMitre * half_;
+             return dot(p - cut.at, cut.along) < 0 && lengthOf(p - cut.at) < clear_;
            });
   }
 

@@ -15,8 +15,9 @@ namespace lorivan {
 struct BandPiece {
   BandLoop loop;
   double from = 0, to = 0;
-  /// Beyond an end, where the line bends, so much of everything beside it is cut off; 0: it ends as it is.
-  double cutFrom = 0, cutTo = 0;
+  /// At an end in a bend, beside which something of the band is seen: what lies behind this point is cut off,
+  /// as far as a covering band would reach round it.
+  std::optional<LinePoint> cutFrom = {}, cutTo = {};
 };
 
 /// What lies over a band. On the side of the limit's line that quarter() points to it hides nothing.

@@ -23,19 +23,22 @@ constexpr int kArcParts = 16;
 constexpr double kLeastSlant = 0.4;     // sine of the angle between that way and the line half way
 constexpr double kFlatCrossing = 0.6;   // sine of the angle below which a crossing is flat
 constexpr double kBent = 0.972;         // cosine of a turn within a sample that may mislead Newton's steps
+constexpr double kTurned = 0.8;         // cosine of one that does, where a side comes out
 constexpr double kStraightEnd = 0.985;  // cosine of the turn along one that counts as straight
 constexpr double kSlanted = 2.5;        // times the way out of one side, for the other one
 constexpr double kRoundEnd = 0.4;       // cosine of the turn along a band's end that is no plain one
 constexpr double kClearStep = 0.5;      // samples
-constexpr double kMitreStep = 0.05;     // of half a band, across it from where it may be seen in a corner
-constexpr int kMitreSteps = 60;
+constexpr int kTipSteps = 6;            // towards the point where the sides of a corner meet
+constexpr double kLeastTurn = 0.1;      // sine of a corner's turn of which that is looked for
 constexpr double kCoverReach = 8;      // times the width that is covered: where a covering band may come back
 constexpr double kFarthestAbove = 40;  // the same where it lies above the other all the way
-constexpr double kDive = 0.04;     // of the width that is covered, from where on a side has dived in again
-constexpr double kLeaving = 0.35;  // sine of the angle at which it does not
-constexpr double kDiveWay = 12;    // times that width, along a side on which that is looked for
-constexpr double kFreed = 1.6;     // times it: a side as far away has come out for good
-constexpr double kGapStep = 0.2;   // of the distance at which bands have room, along a covering band
+constexpr double kDive = 0.04;        // of the width that is covered, from where on a side has dived in again
+constexpr double kLeaving = 0.35;     // sine of the angle at which it does not
+constexpr double kDiveWay = 12;       // times that width, along a side on which that is looked for
+constexpr double kFreed = 1.6;        // times it: a side as far away has come out for good
+constexpr double kAlmostApart = 0.9;  // of that distance
+constexpr int kLongEye = 200;         // samples between two crossings
+constexpr double kGapStep = 0.2;      // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -82,6 +85,21 @@ struct Beside {
   Vec at;
   double share;  // of the centre line's speed; below 0 in a fold
 };
+
+/// The point of a line, between two samples, that is nearest to another one: near that of the chords.
+Vec nearestBetween(const BandLoop& loop, int from, int to, Vec p) {
+  double place = from, least = HUGE_VAL;
+  for (int i = from; i < to; ++i) {
+    const Vec way = loop.point(i + 1) - loop.point(i), off = p - loop.point(i);
+    const double t = std::clamp(dot(off, way) / std::max(dot(way, way), 1e-12), 0.0, 1.0);
+    const Vec away = off - way * t;
+    if (const double square = dot(away, away); square < least) {
+      least = square;
+      place = i + t;
+    }
+  }
+  return loop.spot(std::clamp(loop.nearest(p, place), static_cast<double>(from), static_cast<double>(to))).at;
+}
 
 /// The place between two others where a line is furthest from the straight way, or about half way where it
 /// is straight itself.
@@ -202,8 +220,8 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}),
                        std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
-  end.isInCorner = neckBeside(c).has_value();
-  end.isPlain = end.isPlain && !end.isInCorner;
+  if (const auto neck = neckBeside(c)) end.neck = neck->tip;
+  end.isPlain = end.isPlain && !end.neck;
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
   else if (end.isPlain && (meetings_[numberOf(c)].mayDive || (turn < kStraightEnd && isSlanted(c, end))))
@@ -219,40 +237,55 @@ bool BandExits::hasNeck(const BandLoop& loop, double place) const {
   return (1 + dot(loop.direction(low - 2), loop.direction(low + 2))) / 2 < least * least;
 }
 
-/// How wide a part of the lower band may be seen right beside a crossing, inside a corner that lies beneath
-/// the outer side of another one.
-std::optional<double> BandExits::neckBeside(const BandCrossing& c) const {
+/// The sharpest corner within two samples of a place: where both sides meet on its inside, and the way along
+/// it.
+LinePoint BandExits::innerTip(const BandLoop& loop, double place) const {
+  const auto chord = [&](int i) { return unit(loop.point(i + 1) - loop.point(i)); };
+  const int low = static_cast<int>(std::floor(place + 0.5));
+  int corner = low;
+  double least = 1;
+  for (int i = low - 2; i <= low + 2; ++i)
+    if (const double turn = dot(chord(i - 1), chord(i)); turn < least) {
+      least = turn;
+      corner = i;
+    }
+  const Vec in = chord(corner - 1), out = chord(corner), inside = unit(out - in);
+  LinePoint tip{loop.point(corner) + inside * half_, unit(in + out)};
+  for (int step = 0; step < kTipSteps; ++step) {
+    const Vec a = tip.at - nearestBetween(loop, corner - kLegSamples, corner, tip.at);
+    const Vec b = tip.at - nearestBetween(loop, corner, corner + kLegSamples, tip.at);
+    const double farA = lengthOf(a), farB = lengthOf(b), area = cross(a, b);
+    if (std::fabs(area) < kLeastTurn * farA * farB) break;
+    // Both distances become half the width.
+    const double missA = (half_ - farA) * farA, missB = (half_ - farB) * farB;
+    tip.at = tip.at + (quarter(a) * missB - quarter(b) * missA) * (1 / area);
+  }
+  return tip;
+}
+
+/// The part of the lower band that may be seen right beside a crossing, inside a corner that lies beneath the
+/// outer side of another one.
+std::optional<BandExits::Neck> BandExits::neckBeside(const BandCrossing& c) const {
   const Meeting& meeting = meetings_[numberOf(c)];
-  const BandLoop::Spot& at = meeting.under;
   if (!meeting.mayDive || !hasNeck(loop(c.under), c.underAt) ||
       !isBent(overOf(c), c.overAt, meeting.over.along))
     return {};
-  const auto distance = [](const BandLoop& band, double place, Vec p) {
-    double least = HUGE_VAL;
-    const int middle = static_cast<int>(std::floor(place));
-    for (int i = middle - kLegSamples; i <= middle + kLegSamples; ++i) {
-      const Vec way = band.point(i + 1) - band.point(i), off = p - band.point(i);
-      const Vec away = off - way * std::clamp(dot(off, way) / std::max(dot(way, way), 1e-12), 0.0, 1.0);
-      least = std::min(least, dot(away, away));
-    }
-    return std::sqrt(least);
-  };
-  std::optional<double> widest;
-  for (const double side : {-1.0, 1.0})
-    for (int step = 0; step < kMitreSteps; ++step) {
-      const double far = half_ * (1 + kMitreStep * step);
-      const Vec p = at.at + quarter(unit(at.along)) * (side * far);
-      if (distance(loop(c.under), c.underAt, p) > half_ + tolerance_) break;
-      const double seen = distance(overOf(c), c.overAt, p) - clear_;
-      if (seen > (half_ - clear_) / 2 - tolerance_) widest = std::max(widest.value_or(seen), seen);
-    }
-  return widest;
+  const BandLoop& over = overOf(c);
+  const LinePoint tip = innerTip(loop(c.under), c.underAt);
+  const int middle = static_cast<int>(std::floor(c.overAt));
+  const double far =
+      lengthOf(tip.at - nearestBetween(over, middle - kLegSamples, middle + kLegSamples + 1, tip.at));
+  if (far - clear_ <= (half_ - clear_) / 2 - tolerance_) return {};
+  return Neck{tip, far - clear_};
 }
 
 /// Whether a side surely came out of the covering band at an exit, and goes away from it.
 bool BandExits::leavesWell(const BandCrossing& c, double distance, int direction,
                            const BandExit& exit) const {
-  const BandLoop::Spot s = loop(c.under).spot(exit.place), o = overOf(c).spot(exit.foot);
+  const BandLoop& under = loop(c.under);
+  const BandLoop::Spot s = under.spot(exit.place), o = overOf(c).spot(exit.foot);
+  const int next = static_cast<int>(std::floor(exit.place)) + (direction > 0 ? 1 : 0);
+  if (dot(under.direction(next), s.along) < kTurned * lengthOf(s.along)) return false;
   const Vec away = offsetPoint(s, distance) - o.at;
   const double far = lengthOf(away);
   return std::fabs(far - clear_) < kDive * clear_ &&
@@ -329,20 +362,22 @@ BandCover BandExits::coverOf(const BandEnd& end, const BandPiece& band) const {
     on = std::max(on, exit.foot - c.overAt + kBeyond);
   }
   const bool isLimited = end.limit.has_value();
-  const BandPiece piece{end.over, c.overAt - coverReach(c, band, -1, back, isLimited),
-                        c.overAt + coverReach(c, band, 1, on, isLimited)};
+  const Leg legs{band.from - end.lap, band.to - end.lap};
+  const BandPiece piece{end.over, c.overAt - coverReach(c, legs, -1, back, isLimited),
+                        c.overAt + coverReach(c, legs, 1, on, isLimited)};
   return {piece, end.limit};
 }
 
 /// As far as the covering band may come back, but at most to where both come apart, or half the way to where
 /// the lower band crosses over it (nearly there, where a line limits it anyway), and not beyond the lower
 /// band's own beginning.
-double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+double BandExits::coverReach(const BandCrossing& c, const Leg& band, int direction, double least,
                              bool isLimited) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
   double most = over.size() / 2.0;
   const auto wayTo = [&](double place) { return over.wrapped((place - c.overAt) * direction); };
-  const double gap = wayToGap(c, direction);
+  const double gap =
+      std::max(wayToGap(c, direction, {band.from, c.underAt}), wayToGap(c, direction, {c.underAt, band.to}));
   if (gap < HUGE_VAL) least = std::max(least, gap);
   const Vec apart = over.spot(c.overAt + direction * std::min(gap, most)).at;
   const auto& overs = overs_[c.under];
@@ -353,7 +388,13 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
     if (o.under != c.over || &o == &c) continue;
     const bool isClear = gap < wayTo(o.underAt) &&
                          lengthOf(under.spot(under.nearest(apart, o.overAt)).at - apart) > half_ + clear_;
-    most = std::min(most, isClear ? gap : wayTo(o.underAt) * (isLimited ? kMostOfWay : 0.5));
+    const double way = wayTo(o.underAt);
+    if (isClear)
+      most = std::min(most, gap);
+    else if (isLimited)
+      most = std::min(most, way * kMostOfWay);
+    else
+      most = std::min(most, widest(c, o, band, direction * way));
   }
   if (isSelf(c)) {
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
@@ -370,20 +411,51 @@ double BandExits::coverReach(const BandCrossing& c, const BandPiece& band, int d
   return std::min(std::max(reach, least), most);
 }
 
-/// How far along the covering band from a crossing both bands come apart, in samples: what covers the lower
-/// one beyond that is another crossing's. Endless where they do not soon.
-double BandExits::wayToGap(const BandCrossing& c, int direction) const {
+/// How far along the covering band from a crossing, up to another one at which the lower band lies over it,
+/// both are furthest apart; about half the way where they remain near.
+double BandExits::widest(const BandCrossing& c, const BandCrossing& o, const Leg& band, double way) const {
   const BandLoop &over = overOf(c), &under = loop(c.under);
-  const double reach = half_ + clear_;
-  double way = 0, samples = 0, foot = c.underAt;
+  const double there = band.from + under.wrapped(o.overAt - band.from);
+  const int from = static_cast<int>(std::floor(std::min(c.underAt, there)));
+  const int to = static_cast<int>(std::ceil(std::max(c.underAt, there)));
+  double best = 0.5, most = kAlmostApart * (half_ + clear_);
+  for (int k = 1; k < kArcParts && to - from < kLongEye; ++k) {
+    const double part = static_cast<double>(k) / kArcParts;
+    const Vec at = over.spot(c.overAt + way * part).at;
+    const double far = lengthOf(nearestBetween(under, from, to, at) - at);
+    if (far <= most) continue;
+    most = far;
+    best = part;
+  }
+  return std::fabs(way) * best;
+}
+
+/// How far along the covering band from a crossing it comes apart from a part of the lower one, in samples:
+/// what covers that beyond is another crossing's. Endless where they do not soon.
+double BandExits::wayToGap(const BandCrossing& c, int direction, const Leg& leg) const {
+  if (!(leg.from < leg.to)) return 0;
+  const BandLoop &over = overOf(c), &under = loop(c.under);
+  const double reach = half_ + clear_, sense = leg.from < c.underAt ? -1 : 1;
+  double way = 0, samples = 0, foot = c.underAt, ahead = c.underAt;
+  const auto nearest = [&](Vec at, double guess) {
+    return std::clamp(under.nearest(at, guess), leg.from, leg.to);
+  };
   for (BandLoop::Spot spot = over.spot(c.overAt);
        way < kFarthestAbove * clear_ && samples < over.size() / 2.0;) {
     const Vec before = spot.at;
     samples += std::min(1.0, kGapStep * reach / std::max(lengthOf(spot.along), 1e-9));
     spot = over.spot(c.overAt + direction * samples);
-    foot = under.nearest(spot.at, foot);
-    if (lengthOf(under.spot(foot).at - spot.at) > reach) return samples;
-    way += lengthOf(spot.at - before);
+    const double gone = lengthOf(spot.at - before);
+    ahead += sense * std::min(1.0, gone / std::max(lengthOf(under.spot(ahead).along), 1e-9));
+    foot = nearest(spot.at, foot);
+    double far = lengthOf(under.spot(foot).at - spot.at);
+    // From a corner the leg may lead on beside the covering band, which its beginning does not tell.
+    if (far > reach && meetings_[numberOf(c)].mayDive) {
+      foot = nearest(spot.at, std::clamp(ahead, leg.from, leg.to));
+      far = lengthOf(under.spot(foot).at - spot.at);
+    }
+    if (far > reach) return samples;
+    way += gone;
   }
   return HUGE_VAL;
 }

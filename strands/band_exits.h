@@ -30,8 +30,10 @@ struct BandEnd {
   /// Where the lower band soon crosses over the upper one: the line on which they change places, of which
   /// quarter() points away from here.
   std::optional<LinePoint> limit = {};
-  bool isInCorner = false;  // something of the band comes near to being seen beside the crossing
-  bool isPlain = true;      // the edge that covers it and its own sides have neither fold nor corner here
+  /// Where something of the lower band comes near to being seen in a corner beside the crossing: the point
+  /// where both sides of it meet.
+  std::optional<LinePoint> neck = {};
+  bool isPlain = true;  // the edge that covers it and its own sides have neither fold nor corner here
   bool isCrowded() const { return !side[0].free || !side[1].free; }
 };
 
@@ -54,7 +56,10 @@ class BandExits {
 
   /// Whether so much of the lower band is seen right beside a crossing that it is not cut in two there. What
   /// is narrower than half an edge is no more than a gap in it.
-  bool goesOnBeside(const BandCrossing& c) const { return neckBeside(c).value_or(0) > (clear_ - half_) / 2; }
+  bool goesOnBeside(const BandCrossing& c) const {
+    const auto neck = neckBeside(c);
+    return neck && neck->width > (clear_ - half_) / 2;
+  }
 
   /// Where the line beside the lower band's centre line comes out, at most as far away as `most`.
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most) const {
@@ -97,7 +102,12 @@ class BandExits {
     return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
   }
   bool hasNeck(const BandLoop& loop, double place) const;
-  std::optional<double> neckBeside(const BandCrossing& c) const;
+  struct Neck {
+    LinePoint tip;
+    double width;
+  };
+  std::optional<Neck> neckBeside(const BandCrossing& c) const;
+  LinePoint innerTip(const BandLoop& loop, double place) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
                       bool& isPlain) const;
@@ -110,9 +120,14 @@ class BandExits {
   bool isOwn(const BandCrossing& c, double place, int sample) const;
   bool leavesWell(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
   bool staysClear(const BandCrossing& c, double distance, int direction, const BandExit& exit) const;
-  double coverReach(const BandCrossing& c, const BandPiece& band, int direction, double least,
+  /// Places of a lower band, in the lap of its crossing.
+  struct Leg {
+    double from, to;
+  };
+  double coverReach(const BandCrossing& c, const Leg& band, int direction, double least,
                     bool isLimited) const;
-  double wayToGap(const BandCrossing& c, int direction) const;
+  double widest(const BandCrossing& c, const BandCrossing& o, const Leg& band, double way) const;
+  double wayToGap(const BandCrossing& c, int direction, const Leg& leg) const;
   std::optional<LinePoint> limitOf(const BandCrossing& c, int direction) const;
 
   std::span<const BandLoop> loops_;

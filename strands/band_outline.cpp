@@ -138,6 +138,7 @@ class Outliner {
       one.lap = band.size();
       one.over = one.over.moved(band.lap());
       if (one.limit) one.limit->at.x += band.lap();
+      if (one.neck) one.neck->at.x += band.lap();
     };
     ends_.clear();
     take(on_, from);
@@ -315,6 +316,8 @@ class Outliner {
     reverseSide(edge_);
     dropBehind({to.at, to.along * -1}, edge_);
     reverseSide(edge_);
+    const Vec middle = edge_.points[edge_.points.size() / 2].at - from.at;
+    bow_ += std::max(0.0, cross(unit(way), middle));
     appendSide(edge_, fit, contour);
   }
 
@@ -333,7 +336,7 @@ class Outliner {
     const BandLoop& band = loop(number);
     BandEnd &begin = ends_.front(), &end = ends_.back();
     const BandPiece piece{band, begin.crossing->underAt + begin.lap, end.crossing->underAt + end.lap,
-                          cutInCorner(begin), cutInCorner(end)};
+                          cutInCorner(begin, 1), cutInCorner(end, -1)};
     const std::vector<BandBeside> besides = besidesOf(number, piece);
     const std::size_t before = made.stretches.size();
     if (!besides.empty() || std::ranges::any_of(ends_, mustClip))
@@ -346,7 +349,11 @@ class Outliner {
 
   /// Stretches on both sides of a crossing keep apart by an edge where they come near to being seen beside
   /// it.
-  double cutInCorner(const BandEnd& end) const { return end.isInCorner ? (clear_ - half_) / 2 : 0; }
+  std::optional<LinePoint> cutInCorner(const BandEnd& end, int direction) const {
+    if (!end.neck) return {};
+    const Vec onwards = end.neck->along * direction;
+    return LinePoint{end.neck->at + onwards * ((clear_ - half_) / 2), onwards};
+  }
 
   /// Each between two crossings; of one piece in several parts the later ones have no outline.
   void addCentres(const BandLoop& band, std::size_t at, StrandOutline& made) {
@@ -381,13 +388,22 @@ class Outliner {
   /// Along one side of a stretch, its end, back along the other side, and its beginning.
   BandContour around(const BandLoop& band, const BandEnd& begin, const BandEnd& end, double fit) {
     mayCross_ = false;
+    bow_ = 0;
     BandContour contour;
     contour.reserve(kUsualContour);
+    const auto wayFrom = [&contour](PointF p) {
+      return std::hypot(contour.back().x - p.x, contour.back().y - p.y);
+    };
     appendSideOf(band, begin, end, 0, fit, contour);
+    const double first = wayFrom(contour.front());
     cap(band, end, 0, fit, contour);
+    const PointF corner = contour.back();
     appendSideOf(band, begin, end, 1, fit, contour);
+    const double second = wayFrom(corner);
     cap(band, begin, 1, fit, contour);
     contour.back() = contour.front();
+    // Both ends may meet where they bow further into the stretch than they are apart.
+    mayCross_ |= std::min(first, second) < bow_;
     return contour;
   }
 
@@ -501,6 +517,7 @@ class Outliner {
   std::vector<BandEnd> ends_;                    // of the stretch that is being made, see takeEnds()
   OffsetSide line_, edge_;
   int clipped_ = 0, crowded_ = 0, lost_ = 0;
+  double bow_ = 0;         // how far its ends reach into it
   bool mayCross_ = false;  // whether the contour that is being made may cross itself
 };
 

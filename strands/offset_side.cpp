@@ -1,6 +1,7 @@
 #include "strands/offset_side.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace lorivan {
 namespace {
@@ -18,6 +19,8 @@ constexpr double kFoldSize = 0.06;  // pixels, twice the size of a fold that a c
 constexpr int kMostParts = 24;      // of a piece between two samples
 constexpr double kFoldReach = 6;    // times the distance: the folds of bends down to 20 degrees
 constexpr std::size_t kFoldPoints = 48;     // on either side, at most
+constexpr std::size_t kFewPoints = 4;       // the same of a small fold
+constexpr double kNearly = 0.2;             // of a segment that ends before the sides of a small fold meet
 constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
 /// Samples a side, more densely where it turns.
@@ -90,13 +93,13 @@ class SideSampler {
 
 bool runsBack(const LinePoint& a, const LinePoint& b) { return dot(b.at - a.at, a.along + b.along) < 0; }
 
-/// Whether two segments meet, and where.
-bool meet(Vec a, Vec b, Vec c, Vec d, Vec& at) {
+/// Whether two segments meet, or would if they were longer by a part of them, and where.
+bool meet(Vec a, Vec b, Vec c, Vec d, double slack, Vec& at) {
   const Vec r = b - a, s = d - c;
   const double area = cross(r, s);
   if (area == 0) return false;
   const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
-  if (t < 0 || t > 1 || u < 0 || u > 1) return false;
+  if (t < -slack || t > 1 + slack || u < -slack || u > 1 + slack) return false;
   at = a + r * t;
   return true;
 }
@@ -143,21 +146,31 @@ class Unfolder {
       way += lengthOf(out[last - before].at - out[last - before - 1].at);
     for (double way = 0; end + after + 1 < raw_.size() && way < most_ && after < kFoldPoints; ++after)
       way += lengthOf(raw_[end + after + 1].at - raw_[end + after].at);
-    Vec at;
-    for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
-      for (std::size_t k = 0; k <= reach; ++k) {
-        if (reach < after && k < before && tryCut(last - k, end + reach, at))
-          return join(last - k, end + reach, at);
-        if (reach < before && k < after && tryCut(last - reach, end + k, at))
-          return join(last - reach, end + k, at);
-      }
+    if (const auto next = cutNear(last, end, before, after, 0)) return *next;
+    // Chords of the few points of a small fold may just miss each other.
+    if (const auto next =
+            cutNear(last, end, std::min(before, kFewPoints), std::min(after, kFewPoints), kNearly))
+      return *next;
     side_.corners.push_back(out.size());
     return end;
   }
 
+  std::optional<std::size_t> cutNear(std::size_t last, std::size_t end, std::size_t before, std::size_t after,
+                                     double slack) {
+    Vec at;
+    for (std::size_t reach = 0; reach < std::max(before, after); ++reach)
+      for (std::size_t k = 0; k <= reach; ++k) {
+        if (reach < after && k < before && tryCut(last - k, end + reach, slack, at))
+          return join(last - k, end + reach, at);
+        if (reach < before && k < after && tryCut(last - reach, end + k, slack, at))
+          return join(last - reach, end + k, at);
+      }
+    return {};
+  }
+
   /// The segment of what was kept that ends with point `b`, and the raw one that begins with point `c`.
-  bool tryCut(std::size_t b, std::size_t c, Vec& at) const {
-    return meet(side_.points[b - 1].at, side_.points[b].at, raw_[c].at, raw_[c + 1].at, at);
+  bool tryCut(std::size_t b, std::size_t c, double slack, Vec& at) const {
+    return meet(side_.points[b - 1].at, side_.points[b].at, raw_[c].at, raw_[c + 1].at, slack, at);
   }
 
   std::size_t join(std::size_t b, std::size_t c, Vec at) {

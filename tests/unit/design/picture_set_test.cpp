@@ -22,6 +22,9 @@ namespace lorivan {
 namespace {
 
 constexpr int kUsualStep = 251;  // pictures from one that is looked at to the next
+// Looked at in any case: a spiral of which two stretches nearly meet in a corner beside a crossing, and a
+// knot with tiny folds.
+constexpr int kNearlyMet = 9880, kTinyFolds = 233;
 constexpr int kRandomKnots = 300;
 constexpr int kUsualRandomStep = 50;
 constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
@@ -218,7 +221,7 @@ TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
         continue;
       for (int order = 2; order <= 6; ++order)
         for (const double part : kParts)
-          if (number++ % step == 0)
+          if (number++ % step == kNearlyMet % step)
             addPicture(withField(*grid, Param::Smooth, std::to_string(order)), part, counts);
     }
   EXPECT_GT(counts.tried, 10000 / step / 2);
@@ -229,7 +232,7 @@ TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
 TEST(PictureSet, NoBlemishInFittedRandomKnots) {
   const int step = stepOf(kUsualRandomStep);
   Counts counts;
-  for (int seed = step; seed <= kRandomKnots; seed += step) {
+  for (int seed = 1 + (kTinyFolds - 1) % step; seed <= kRandomKnots; seed += step) {
     const auto drawn = randomKnot(Document(), seededRandom(static_cast<std::uint64_t>(seed)));
     ASSERT_TRUE(drawn);
     const Document document = fitBands(*drawn);
