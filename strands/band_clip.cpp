@@ -100,13 +100,13 @@ class BandClipper {
   /// What is cut off at an end in a bend: it is narrow, and so near.
   void addCut(const std::optional<LinePoint>& cut) {
     if (!cut) return;
-    const Vec across = quarter(cut->along) * -1, way = across * clear_;
+    const Vec across = quarter(cut->along) * -1, way = across * (clear_ - half_);
     lines_.push_back({{cut->at - way, across}, {cut->at + way, across}, curves_++, -1});
     cutsOff_.push_back(*cut);
   }
   bool isInBand(Vec p) const {
     return line_.isInBand(p, half_) && std::ranges::none_of(cutsOff_, [&](const LinePoint& cut) {
-             return dot(p - cut.at, cut.along) < 0 && lengthOf(p - cut.at) < clear_;
+             return dot(p - cut.at, cut.along) < 0 && lengthOf(p - cut.at) < clear_ - half_;
            });
   }
 

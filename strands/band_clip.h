@@ -16,7 +16,7 @@ struct BandPiece {
   BandLoop loop;
   double from = 0, to = 0;
   /// At an end in a bend, beside which something of the band is seen: what lies behind this point is cut off,
-  /// as far as a covering band would reach round it.
+  /// no further from it than an edge is wide: beyond lie other parts of the band.
   std::optional<LinePoint> cutFrom = {}, cutTo = {};
 };
 
