@@ -18,7 +18,7 @@ constexpr double kFlatEar = 112;    // a triangle whose free corner is as flat a
 constexpr double kReach = 1.3;      // how far a node looks for the outline, cells
 constexpr int kEasedLayers = 4;     // nodes this deep below the border give way to it
 constexpr int kRounds = 40;
-constexpr double kStep = 0.6;
+constexpr double kStride = 0.6;
 constexpr double kGrain = 1.0 / 16;  // of a cell: tells the places of a lattice apart
 
 class BorderFit {
@@ -224,10 +224,10 @@ void BorderFit::ease() {
   std::vector<Spot> next = places_;
   for (int round = 0; round < kRounds; ++round) {
     for (const BorderNode& b : border_)
-      next[b.node] = place(b.node) + kStep * (borderGoal(b, border) - place(b.node));
+      next[b.node] = place(b.node) + kStride * (borderGoal(b, border) - place(b.node));
     for (std::size_t node = 0; node < places_.size(); ++node)
       if (depth_[node] > 0 && depth_[node] < kEasedLayers)
-        next[node] = places_[node] + kStep * (innerGoal(static_cast<int>(node)) - places_[node]);
+        next[node] = places_[node] + kStride * (innerGoal(static_cast<int>(node)) - places_[node]);
     average(next);
     places_.swap(next);
   }

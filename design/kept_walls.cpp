@@ -13,7 +13,7 @@ namespace {
 /// Ends are rounded to whole units from another corner.
 constexpr double kRounding = 1.6;
 
-struct Spot {
+struct Corner {
   double x = 0, y = 0;
 };
 
@@ -30,7 +30,7 @@ struct PlainGrid {
   int lines() const { return graph.LastLine + 1; }
   const GridLine& line(int j) const { return graph.Lines[j]; }
   /// Shapes that are laid round the middle have their cells' places from there.
-  Spot origin() const {
+  Corner origin() const {
     const Shape shape = frame.fields.shape;
     if (shape == Shape::Circular || shape == Shape::Star || shape == Shape::Spiral) return {};
     return {static_cast<double>(frame.GridOriginX), static_cast<double>(frame.GridOriginY)};
@@ -60,7 +60,7 @@ bool buildAlike(PlainGrid& a, GridFields aFields, PlainGrid& b, GridFields bFiel
   }
 }
 
-double apart(const GridLine& a, Spot from, const GridLine& b, Spot to) {
+double apart(const GridLine& a, Corner from, const GridLine& b, Corner to) {
   const auto ends = [&](double x1, double y1, double x2, double y2) {
     return std::max(std::hypot(a.X1 - from.x - x1 + to.x, a.Y1 - from.y - y1 + to.y),
                     std::hypot(a.X2 - from.x - x2 + to.x, a.Y2 - from.y - y2 + to.y));

@@ -11,12 +11,12 @@ namespace {
 
 constexpr std::size_t kTriangleRoom = 96 + 12 * kMostDigits;
 
-struct Normal {
+struct FacetNormal {
   double x = 0, y = 0, z = 0;
 };
 
 /// Of unit length; zero for a triangle without area.
-Normal normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+FacetNormal normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
   const auto span = [](std::int32_t from, std::int32_t to) {
     return static_cast<double>(to) - static_cast<double>(from);
   };
@@ -29,7 +29,7 @@ Normal normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
 }
 
 /// In thousandths. Divided before: a normal along an axis is then 1.000 and not 0.999.
-MeshPoint printed(const Normal& n) {
+MeshPoint printed(const FacetNormal& n) {
   const auto part = [](double x) { return static_cast<std::int32_t>(x * 1000); };
   return {part(n.x), part(n.y), part(n.z)};
 }
@@ -57,7 +57,7 @@ void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const M
 
 /// Readers take a file that begins with "solid" for a text.
 constexpr std::string_view kBinaryHead = "Binary STL, a knot produced by Lorivan";
-constexpr std::size_t kHeadSize = 80, kFacetSize = 50;
+constexpr std::size_t kFileHeadSize = 80, kFacetSize = 50;
 
 /// The same float as the quotient by 1000, which no number of thousandths brings so close to the middle
 /// between two floats that the product's error could decide.
@@ -69,7 +69,7 @@ char* putBinaryVertex(char* at, const MeshPoint& p) {
 }
 
 void writeFacet(TextOut& out, const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const Normal n = normalOf(a, b, c);
+  const FacetNormal n = normalOf(a, b, c);
   char* at = out.room(kFacetSize);
   at = putFloat(putFloat(putFloat(at, static_cast<float>(n.x)), static_cast<float>(n.y)),
                 static_cast<float>(n.z));
@@ -98,7 +98,7 @@ Status writeTriangles(const ExportScene& scene, std::size_t triangles, Sink& sin
   TextOut out(sink);
   if (scene.binary) {
     std::string head(kBinaryHead);
-    head.resize(kHeadSize, ' ');
+    head.resize(kFileHeadSize, ' ');
     appendLittle32(head, static_cast<std::uint32_t>(triangles));
     out.text(head);
     each(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeFacet(out, a, b, c); });

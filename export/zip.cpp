@@ -12,7 +12,7 @@ constexpr std::uint16_t kVersion = 20;
 constexpr std::uint16_t kDeflateMethod = 8;
 constexpr std::uint16_t kFirstDay = 0x21;  // 1 January 1980, the earliest that an entry can have
 constexpr std::size_t kLocalSize = 30, kDirectorySize = 46, kEndSize = 22;
-constexpr std::uint64_t kMostBytes = 0xFFFFFFFF;
+constexpr std::uint64_t kMostArchiveBytes = 0xFFFFFFFF;
 
 /// Version to sizes and the name's length: the part that both records of an entry share.
 std::string sharedRecord(std::size_t nameSize, bool deflated, std::uint32_t crc, std::uint32_t packedSize,
@@ -39,7 +39,8 @@ void ZipWriter::write(std::string_view bytes) {
 }
 
 void ZipWriter::add(Entry entry, std::string_view packed, std::uint64_t rawSize) {
-  if (rawSize > kMostBytes || written_ + packed.size() + kLocalSize + entry.name.size() > kMostBytes)
+  if (rawSize > kMostArchiveBytes ||
+      written_ + packed.size() + kLocalSize + entry.name.size() > kMostArchiveBytes)
     ok_ = false;
   if (!ok_) return;
   entry.offset = static_cast<std::uint32_t>(written_);
@@ -88,7 +89,7 @@ bool ZipWriter::finish() {
   appendLittle32(end, static_cast<std::uint32_t>(start));
   appendLittle16(end, 0);
   write(end);
-  return ok_ && written_ <= kMostBytes;
+  return ok_ && written_ <= kMostArchiveBytes;
 }
 
 std::vector<ZipEntry> zipEntries(std::string_view archive) {

@@ -16,7 +16,7 @@ struct Pass {
   StrandPoint at, before, after;  // with the turns before and after it
 };
 
-std::uint64_t keyOf(const StrandPoint& p) {
+std::uint64_t pointKey(const StrandPoint& p) {
   return static_cast<std::uint64_t>(std::bit_cast<std::uint32_t>(p.x + 0.0F)) << 32 |
          std::bit_cast<std::uint32_t>(p.y + 0.0F);
 }
@@ -27,7 +27,7 @@ bool isLeft(const StrandPoint& from, const StrandPoint& to, const StrandPoint& p
 }
 
 /// One strand's turns lie on both sides of the other's way through the place.
-bool cross(const Pass& a, const Pass& b) {
+bool doCross(const Pass& a, const Pass& b) {
   const auto side = [&](const StrandPoint& p) {
     const bool first = isLeft(a.before, a.at, p), second = isLeft(a.at, a.after, p);
     // Left of a way that turns left is what lies left of both its parts; else what lies left of one.
@@ -55,9 +55,9 @@ std::vector<RingCrossing> ringCrossings(const StrandStore& strands, const TubeSe
       const auto turned =
           static_cast<float>(strands.wrap.turn(static_cast<double>(-at.x)) * int{strands.wrap.period});
       for (StrandPoint* p : {&pass.at, &pass.before, &pass.after}) p->x += turned;
-      const auto [other, isFirst] = waiting.emplace(keyOf(pass.at), pass);
+      const auto [other, isFirst] = waiting.emplace(pointKey(pass.at), pass);
       if (isFirst) continue;
-      if (other->second.over != pass.over && cross(other->second, pass))
+      if (other->second.over != pass.over && doCross(other->second, pass))
         crossings.push_back(pass.over ? RingCrossing{ring, other->second.ring}
                                       : RingCrossing{other->second.ring, ring});
       waiting.erase(other);

@@ -35,13 +35,13 @@ double column(const Point4& p, const Matrix4& m, int k) {
   return sum;
 }
 
-double length(double x, double y) { return std::sqrt(x * x + y * y); }
+double hypotenuse(double x, double y) { return std::sqrt(x * x + y * y); }
 
 /// The turn about y that brings the direction d into the y-z plane.
 Matrix4 turnAboutY(const Triple& d) {
   Matrix4 turn;
   MatIdentity(turn);
-  const double r = length(d.x, d.z);
+  const double r = hypotenuse(d.x, d.z);
   if (r == 0) return turn;
   const auto sine = static_cast<float>(-d.x / r);
   turn(1, 1) = turn(3, 3) = static_cast<float>(d.z / r);
@@ -54,8 +54,8 @@ Matrix4 turnAboutY(const Triple& d) {
 Matrix4 turnAboutX(const Triple& d) {
   Matrix4 turn;
   MatIdentity(turn);
-  const double flat = length(d.x, d.z);
-  const double r = length(flat, d.y);
+  const double flat = hypotenuse(d.x, d.z);
+  const double r = hypotenuse(flat, d.y);
   if (r == 0) return turn;
   const auto sine = static_cast<float>(d.y / r);
   turn(2, 2) = turn(3, 3) = static_cast<float>(flat / r);
@@ -68,7 +68,7 @@ Matrix4 turnAboutX(const Triple& d) {
 Matrix4 turnAboutZ(const Point4& up) {
   Matrix4 turn;
   MatIdentity(turn);
-  const double r = length(static_cast<double>(up(1)), static_cast<double>(up(2)));
+  const double r = hypotenuse(static_cast<double>(up(1)), static_cast<double>(up(2)));
   if (r == 0) return turn;
   const auto across = static_cast<float>(static_cast<double>(up(1)) / r);
   turn(1, 1) = turn(2, 2) = static_cast<float>(static_cast<double>(up(2)) / r);
@@ -139,7 +139,7 @@ void MatViewFromTo(Matrix4& m, int kind, const Triple& eye, const Triple& focus,
 
   Matrix4 projection;
   MatPerspective(projection,
-                 kind == kPerspective ? length(length(direction.x, direction.z), direction.y) : 0);
+                 kind == kPerspective ? hypotenuse(hypotenuse(direction.x, direction.z), direction.y) : 0);
   Matrix4 first, second;
   MatMultiplyAffine(first, move, r1);
   MatMultiplyAffine(second, r2, r3);

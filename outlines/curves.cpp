@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kArcStep = 0.7853981633974483;  // an eighth of a turn: off by 4e-6 of the radius
 constexpr double kRounding = 1e-9;
-constexpr int kMostTurns = 8;
+constexpr int kMostArcTurns = 8;
 constexpr int kMostPieces = 256;
 
 Spot thirdWay(Spot a, Spot b) { return a + (1.0 / 3) * (b - a); }
@@ -48,7 +48,7 @@ void ChainPen::arc(Spot centre, Spot u, Spot v, double from, double sweep) {
   const auto along = [&](double angle) { return std::cos(angle) * v - std::sin(angle) * u; };
   if (!drawing_now_) moveTo(on(from));
   const int pieces =
-      static_cast<int>(std::ceil(std::min(std::fabs(sweep) / kArcStep, 8.0 * kMostTurns) - 1e-6));
+      static_cast<int>(std::ceil(std::min(std::fabs(sweep) / kArcStep, 8.0 * kMostArcTurns) - 1e-6));
   const double step = pieces > 0 ? sweep / pieces : 0;
   const double reach = 4.0 / 3 * std::tan(step / 4);
   for (int k = 0; k < pieces; ++k) {

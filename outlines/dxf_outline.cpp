@@ -13,7 +13,7 @@
 namespace lorivan {
 namespace {
 
-constexpr double kMostCoordinate = 1e9;
+constexpr double kMostUnits = 1e9;
 constexpr std::size_t kMostVertices = 100'000;
 constexpr int kHighestDegree = 12;
 constexpr int kPiecesOfSpan = 12;            // of a spline between two knots
@@ -217,7 +217,7 @@ class DxfReader {
     if (entity_.kind == "SECTION") inEntities_ = entity_.name == "entities" || entity_.name == "blocks";
     if (!inEntities_ || !isKept(pair.code)) return {};
     const auto value = parseNumber(pair.value);
-    if (!value || !(std::fabs(*value) <= kMostCoordinate))
+    if (!value || !(std::fabs(*value) <= kMostUnits))
       return at(pair.line, tr("{1} is not a number in range", quoted(pair.value)));
     if (!take(entity_, pair.code, *value)) return at(pair.line, tr("an entity has too many points"));
     return {};

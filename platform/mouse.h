@@ -5,5 +5,6 @@ namespace lorivan {
 
 inline constexpr int kLeftButton = 1;
 inline constexpr int kRightButton = 2;
+inline constexpr int kMiddleButton = 3;
 
 }  // namespace lorivan

@@ -18,10 +18,10 @@ constexpr double kGather = 0.6;     // times that turn's arc beside the line, be
 constexpr double kFoldSize = 0.06;  // pixels, twice the size of a fold that a coarse side may miss
 constexpr int kMostParts = 24;      // of a piece between two samples
 constexpr double kFoldReach = 6;    // times the distance: the folds of bends down to 20 degrees
-constexpr std::size_t kFoldPoints = 48;     // on either side, at most
-constexpr std::size_t kFewPoints = 4;       // the same of a small fold
-constexpr double kNearly = 0.2;             // of a segment that ends before the sides of a small fold meet
-constexpr double kCalm = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
+constexpr std::size_t kFoldPoints = 48;        // on either side, at most
+constexpr std::size_t kFewPoints = 4;          // the same of a small fold
+constexpr double kNearly = 0.2;                // of a segment that ends before the sides of a small fold meet
+constexpr double kOneFold = 0.5 / kFoldReach;  // of that reach: folds that are nearer to one another are one
 
 /// Samples a side, more densely where it turns.
 class SideSampler {
@@ -129,7 +129,7 @@ class Unfolder {
   /// The point at which the fold that begins with the segment after `i` has ended.
   std::size_t foldEnd(std::size_t i) const {
     std::size_t end = i + 1;
-    const auto isNear = [&](std::size_t k) { return lengthOf(raw_[k].at - raw_[end].at) < most_ * kCalm; };
+    const auto isNear = [&](std::size_t k) { return lengthOf(raw_[k].at - raw_[end].at) < most_ * kOneFold; };
     for (std::size_t k = i + 1; k + 1 < raw_.size() && isNear(k); ++k)
       if (runsBack(raw_[k], raw_[k + 1])) end = k + 1;
     return end;

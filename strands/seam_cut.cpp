@@ -12,7 +12,7 @@ namespace {
 using Segment = std::array<PointF, 4>;
 using Chain = std::vector<PointF>;
 
-constexpr int kSteps = 24;       // samples of a segment, between which it meets the seam at most once
+constexpr int kSamples = 24;     // samples of a segment, between which it meets the seam at most once
 constexpr int kHalvings = 40;    // on the way to where it does
 constexpr double kPoint = 1e-3;  // pixels; what is left of a shape is larger
 
@@ -53,8 +53,8 @@ std::vector<double> meetings(const Segment& s, const SeamEdge& edge) {
   const auto [low, high] = std::minmax({s[0].x, s[1].x, s[2].x, s[3].x});
   std::vector<double> found;
   if (edge.x < low || edge.x > high) return found;
-  for (int i = 0; i < kSteps; ++i) {
-    double from = static_cast<double>(i) / kSteps, to = static_cast<double>(i + 1) / kSteps;
+  for (int i = 0; i < kSamples; ++i) {
+    double from = static_cast<double>(i) / kSamples, to = static_cast<double>(i + 1) / kSamples;
     const bool begins = edge.holds(across(s, from));
     if (begins == edge.holds(across(s, to))) continue;
     for (int k = 0; k < kHalvings; ++k) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kChords = 6;          // of a segment
 constexpr double kShortest = 1e-3;  // pixels
-constexpr double kSlack = 1e-6;     // of a chord: loops often end where they begin
+constexpr double kEndSlack = 1e-6;  // of a chord: loops often end where they begin
 constexpr int kMostMeetings = 24;   // that are taken apart
 
 /// One cubic segment, and the box that it lies in.
@@ -87,7 +87,7 @@ std::optional<Vec> meet(Vec a, Vec b, Vec c, Vec d) {
   const double area = cross(r, s);
   if (area == 0) return {};
   const double t = cross(c - a, s) / area, u = cross(c - a, r) / area;
-  if (t < -kSlack || t > 1 + kSlack || u < -kSlack || u > 1 + kSlack) return {};
+  if (t < -kEndSlack || t > 1 + kEndSlack || u < -kEndSlack || u > 1 + kEndSlack) return {};
   return Vec{std::clamp(t, 0.0, 1.0), std::clamp(u, 0.0, 1.0)};
 }
 
@@ -110,7 +110,7 @@ bool areApart(const Piece& a, const Piece& b) {
   const auto beside = [&](Vec p) { return cross(way, p - a.p[0]); };
   const auto own = std::minmax({0.0, beside(a.p[1]), beside(a.p[2])});
   const auto other = std::minmax({beside(b.p[0]), beside(b.p[1]), beside(b.p[2]), beside(b.p[3])});
-  const double slack = kSlack * dot(way, way);
+  const double slack = kEndSlack * dot(way, way);
   return other.first > own.second + slack || other.second < own.first - slack;
 }
 

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/mouse.h"
+
 namespace lorivan {
 namespace {
 
-constexpr int kMiddleButton = 3;
 constexpr double kLeast = 0.5, kMost = 16;
 constexpr double kStep = 1.2;           // of a notch of the wheel, and of a key
 constexpr int kWidestPicture = 30'000;  // that a surface is still told to draw a part of

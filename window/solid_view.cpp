@@ -8,13 +8,13 @@
 #include "base/numbers.h"
 #include "graph/grid_view.h"
 #include "model3d/marks.h"
+#include "platform/mouse.h"
 #include "window/form_table.h"
 
 namespace lorivan {
 namespace {
 
 constexpr float kZoomStep = 1.2F;  // of a notch of the wheel, and of a key
-constexpr int kMiddleButton = 3;
 
 constexpr ControlId kModelPicture = controlId("picKnot"), kRotator = controlId("picNav");
 
