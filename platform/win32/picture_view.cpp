@@ -7,7 +7,7 @@
 namespace lorivan::win32 {
 namespace {
 
-constexpr const wchar_t* kClass = L"LorivanPicture";
+constexpr const wchar_t* kPictureClass = L"LorivanPicture";
 constexpr UINT kReleaseLost = WM_APP + 3;  // the mouse was taken away while a button was down
 constexpr DWORD kFrameMilliseconds = 16;
 
@@ -42,14 +42,14 @@ Result<std::unique_ptr<PictureView>> PictureView::create(HWND parent, int id, Mo
   kind.style = CS_DBLCLKS;
   kind.lpfnWndProc = procedure;
   kind.hInstance = GetModuleHandleW(nullptr);
-  kind.lpszClassName = kClass;
+  kind.lpszClassName = kPictureClass;
   RegisterClassExW(&kind);  // fails harmlessly from the second picture on
   auto surface = DibSurface::create(1, 1);
   if (!surface) return surface.error();
   std::unique_ptr<PictureView> view(new PictureView(std::move(*surface), std::move(onMouse)));
   const auto menu = reinterpret_cast<HMENU>(static_cast<INT_PTR>(id));
-  if (CreateWindowExW(0, kClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 1, 1, parent, menu, kind.hInstance,
-                      view.get()) == nullptr)
+  if (CreateWindowExW(0, kPictureClass, L"", WS_CHILD | WS_CLIPSIBLINGS, 0, 0, 1, 1, parent, menu,
+                      kind.hInstance, view.get()) == nullptr)
     return unwritable(systemFault("CreateWindowEx"));
   return view;
 }
