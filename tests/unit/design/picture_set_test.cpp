@@ -16,17 +16,18 @@
 #include "design/knot.h"
 #include "platform/none/recording_surface.h"
 #include "strands/cut_room.h"
+#include "tries.h"
 #include "unit/strands/exact_picture.h"
 
 namespace lorivan {
 namespace {
 
-constexpr int kUsualStep = 251;  // pictures from one that is looked at to the next
+constexpr int kUsualStep = 251 * kOneTryOf;  // pictures from one that is looked at to the next
 // Looked at in any case: a spiral of which two stretches nearly meet in a corner beside a crossing, and a
 // knot with tiny folds.
 constexpr int kNearlyMet = 9880, kTinyFolds = 233;
 constexpr int kRandomKnots = 300;
-constexpr int kUsualRandomStep = 50;
+constexpr int kUsualRandomStep = 50 * kOneTryOf;
 constexpr std::array kParts{0.0, 0.4, 0.6, 0.8};  // of the widest bands that have room; 0: fitted
 constexpr double kBandPixels = 12;                // a picture is as large as it takes for bands of this width
 constexpr double kMostOff = 0.005;                // of the painted area
