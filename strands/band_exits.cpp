@@ -13,8 +13,8 @@ constexpr int kLegSamples = 12;       // along a covering band, on which it may 
 constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
 constexpr double kFlatAhead = 0.985;  // the same at flat crossings
 constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
-constexpr double kLegAhead = 0.7;     // that cosine where a side came out as it should
-constexpr double kLegBend = 1.6;      // times that width: bends of that radius lead back
+constexpr double kLegAhead = 0.6;     // that cosine where a side came out as it should
+constexpr double kLegBend = 1.25;     // times that width: bends of that radius lead back
 constexpr double kLegReach = 1.2;     // times the way to where a straight band comes out
 constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
 constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
@@ -153,12 +153,10 @@ BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> 
     made.under = loop(c.under).spot(c.underAt);
     made.over = overOf(c).spot(c.overAt);
     made.isFlat = isFlat(made.under.along, made.over.along);
-    made.mayReturn = mayReturn(c, made.over, {made.isFlat ? kFlatAhead : kAhead, kFarLeg * clear_, clear_});
-    // Where no bend is as tight, a line would have to turn right round to come back to a circle beside it.
-    made.hasLegs = made.mayReturn &&
-                   (made.isFlat || mayReturn(c, made.over,
-                                             {kLegAhead, farthestExit(made.under.along, made.over.along),
-                                              kLegBend * clear_}));
+    made.mayReturn = mayReturn(c, made.over, made.isFlat ? kFlatAhead : kAhead);
+    made.hasLegs =
+        made.mayReturn &&
+        (made.isFlat || mayLeadBack(c, made.over, farthestExit(made.under.along, made.over.along)));
     made.mayDive = made.isFlat || made.mayReturn || isBent(loop(c.under), c.underAt, made.under.along) ||
                    isBent(loop(c.over), c.overAt, made.over.along);
   }
@@ -166,16 +164,33 @@ BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> 
 
 /// Whether a covering band bends so far, or so tightly, near a crossing that another leg of it may hide what
 /// comes out.
-bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, const Return& r) const {
+bool BandExits::mayReturn(const BandCrossing& c, const BandLoop::Spot& s, double ahead) const {
   const BandLoop& over = overOf(c);
-  const double least = r.ahead * r.ahead * dot(s.along, s.along);
+  const double least = ahead * ahead * dot(s.along, s.along), far = kFarLeg * clear_;
   for (const int sense : {-1, 1}) {
     int i = static_cast<int>(std::floor(c.overAt));
     for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
       const Vec along = over.tangent(i), away = over.point(i) - s.at;
       const double same = dot(along, s.along);
-      if (same < 0 || same * same < least * dot(along, along) || isTight(c.over, i, r.distance)) return true;
-      if (dot(away, away) > r.far * r.far) break;
+      if (same < 0 || same * same < least * dot(along, along) || isTight(c.over, i, clear_)) return true;
+      if (dot(away, away) > far * far) break;
+    }
+  }
+  return false;
+}
+
+/// The same up to a distance from the crossing, for a side that came out as it should: as far from the
+/// covering band as a circle is wide that touches that. A line that bends less than the circle has to turn
+/// right round to come back to it.
+bool BandExits::mayLeadBack(const BandCrossing& c, const BandLoop::Spot& s, double far) const {
+  const BandLoop& over = overOf(c);
+  const double least = kLegAhead * lengthOf(s.along);
+  for (const int sense : {-1, 1}) {
+    int i = static_cast<int>(std::floor(c.overAt));
+    for (int steps = 0; steps < 2 * kLegSamples; i += sense, ++steps) {
+      if (dot(over.direction(i), s.along) < least || over.bendsWithin(i, kLegBend * clear_)) return true;
+      const Vec away = over.point(i) - s.at;
+      if (dot(away, away) > far * far) break;
     }
   }
   return false;

@@ -90,12 +90,8 @@ class BandExits {
     return c.under == c.over && loop(c.under).sameLine(overOf(c)).has_value();
   }
   bool isCalm(int number, double from, double to, double further, double distance) const;
-  /// How a covering band may lead back near a crossing.
-  struct Return {
-    double ahead, far;  // cosine of a turn, and how far along it that counts
-    double distance;    // of the line beside it that must not come near to a fold
-  };
-  bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over, const Return& least) const;
+  bool mayReturn(const BandCrossing& c, const BandLoop::Spot& over, double ahead) const;
+  bool mayLeadBack(const BandCrossing& c, const BandLoop::Spot& over, double far) const;
   double farthestExit(Vec under, Vec over) const;
   /// Whether the bend from a sample to the next one comes near to folding a line at a distance beside it.
   bool isTight(int number, int sample, double distance) const {

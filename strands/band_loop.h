@@ -64,6 +64,16 @@ class BandLoop {
   /// Whether samples between it and the next one were left out.
   bool isWide(int i) const { return nodes_[wrap(i)].step > 1; }
   Vec direction(int i) const { return nodes_[wrap(i)].direction; }
+  /// Whether the piece from a sample to the next one bends more tightly than a circle of this radius. Mostly
+  /// it is sharpest at one of them, where its bend is cross(along, second derivative) / |along|^3.
+  bool bendsWithin(int i, double radius) const {
+    const Vec a = tangent(i), b = tangentTo(i + 1), chord = point(i + 1) - point(i);
+    const auto isTight = [radius](Vec along, Vec bend) {
+      const double sharp = cross(along, bend) * radius, fast = dot(along, along);
+      return sharp * sharp > fast * fast * fast;
+    };
+    return isTight(a, chord * 6 - b * 2) || isTight(b, a * 2 - chord * 6);
+  }
   /// Whether its laps lie on one another.
   bool isRing() const { return turns_ == 0; }
   /// Periods that it goes to the right in one lap, and how many pixels that is.

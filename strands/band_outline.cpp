@@ -271,17 +271,10 @@ class Outliner {
 
   static bool isFlat(Vec a, Vec b) { return std::fabs(cross(a, b)) < kFlat * std::fabs(dot(a, b)); }
 
-  /// Whether a bend between two places comes near to folding a side. Between two samples it is sharpest at
-  /// one of them, where its size is cross(along, second derivative) / |along|^3.
+  /// Whether a bend between two places comes near to folding a side.
   bool mayFold(const BandLoop& band, double from, double to) const {
-    const auto isTight = [this](Vec along, Vec bend) {
-      const double sharp = cross(along, bend) * half_, fast = dot(along, along);
-      return sharp * sharp > kTightBend * kTightBend * fast * fast * fast;
-    };
-    for (int i = static_cast<int>(std::floor(from)); i < to; ++i) {
-      const Vec a = band.tangent(i), b = band.tangentTo(i + 1), chord = band.point(i + 1) - band.point(i);
-      if (isTight(a, chord * 6 - b * 2) || isTight(b, a * 2 - chord * 6)) return true;
-    }
+    for (int i = static_cast<int>(std::floor(from)); i < to; ++i)
+      if (band.bendsWithin(i, half_ / kTightBend)) return true;
     return false;
   }
 
