@@ -4,23 +4,23 @@
 #include <cmath>
 #include <utility>
 
+#include "strands/change_line.h"
+
 namespace lorivan {
 namespace {
 
 constexpr double kMostOfWay = 0.98;  // to the strand's next crossing that a covering band may reach
 constexpr int kMostSteps = 24;
-constexpr int kLegSamples = 12;       // along a covering band, on which it may come back
-constexpr double kAhead = 0.95;       // cosine of the turn from which on a covering band may come back
-constexpr double kFlatAhead = 0.985;  // the same at flat crossings
-constexpr double kFarLeg = 6;         // times the width that is covered, where that is looked for
-constexpr double kLegAhead = 0.6;     // that cosine where a side came out as it should
-constexpr double kLegBend = 1.25;     // times that width: bends of that radius lead back
-constexpr double kLegReach = 1.2;     // times the way to where a straight band comes out
-constexpr double kMostDelay = 2;      // times the way out from under one leg, for the other one
-constexpr double kBeyond = 3;         // samples that a covering band is followed beyond an exit
-constexpr double kStraightArc = 0.1;  // of the way between two crossings that a straight line strays
-constexpr int kArcParts = 16;
-constexpr double kLeastSlant = 0.4;     // sine of the angle between that way and the line half way
+constexpr int kLegSamples = 12;         // along a covering band, on which it may come back
+constexpr double kAhead = 0.95;         // cosine of the turn from which on a covering band may come back
+constexpr double kFlatAhead = 0.985;    // the same at flat crossings
+constexpr double kFarLeg = 6;           // times the width that is covered, where that is looked for
+constexpr double kLegAhead = 0.6;       // that cosine where a side came out as it should
+constexpr double kLegBend = 1.25;       // times that width: bends of that radius lead back
+constexpr double kLegReach = 1.2;       // times the way to where a straight band comes out
+constexpr double kMostDelay = 2;        // times the way out from under one leg, for the other one
+constexpr double kBeyond = 3;           // samples that a covering band is followed beyond an exit
+constexpr int kWayParts = 16;           // at which two bands are compared between two crossings
 constexpr double kFlatCrossing = 0.6;   // sine of the angle below which a crossing is flat
 constexpr double kBent = 0.972;         // cosine of a turn within a sample that may mislead Newton's steps
 constexpr double kTurned = 0.8;         // cosine of one that does, where a side comes out
@@ -99,35 +99,6 @@ Vec nearestBetween(const BandLoop& loop, int from, int to, Vec p) {
     }
   }
   return loop.spot(std::clamp(loop.nearest(p, place), static_cast<double>(from), static_cast<double>(to))).at;
-}
-
-/// The place between two others where a line is furthest from the straight way, or about half way where it
-/// is straight itself.
-Vec middleOf(const BandLoop& loop, double from, double to) {
-  const Vec a = loop.spot(from).at, b = loop.spot(to).at;
-  const double least = dot(b - a, b - a) * kStraightArc * kStraightArc;
-  double sum = 0, places = 0;
-  for (int k = 1; k < kArcParts; ++k) {
-    const double place = from + (to - from) * k / kArcParts;
-    const double far = cross(unit(b - a), loop.spot(place).at - a), weight = far * far + least;
-    sum += weight * weight;
-    places += place * weight * weight;
-  }
-  return loop.spot(sum > 0 ? places / sum : (from + to) / 2).at;
-}
-
-/// The line between two crossings of the same two lines, through the middles of both: near the tip of a bend
-/// each leg keeps its own side. quarter() points to the second crossing.
-LinePoint changeLine(const BandLoop& a, double fromA, double toA, const BandLoop& b, double fromB,
-                     double toB) {
-  const Vec here = a.spot(fromA).at, there = a.spot(toA).at, across = there - here;
-  const Vec one = middleOf(a, fromA, toA), two = middleOf(b, fromB, toB);
-  LinePoint line{(one + two) * 0.5, unit(two - one)};
-  if (cross(line.along, across) < 0) line.along = line.along * -1;
-  const bool isBetween = cross(line.along, here - line.at) < 0 && cross(line.along, there - line.at) > 0;
-  if (!isBetween || cross(line.along, unit(across)) < kLeastSlant)
-    line = {(here + there) * 0.5, quarter(unit(across)) * -1};
-  return line;
 }
 
 }  // namespace
@@ -434,8 +405,8 @@ double BandExits::widest(const BandCrossing& c, const BandCrossing& o, const Leg
   const int from = static_cast<int>(std::floor(std::min(c.underAt, there)));
   const int to = static_cast<int>(std::ceil(std::max(c.underAt, there)));
   double best = 0.5, most = kAlmostApart * (half_ + clear_);
-  for (int k = 1; k < kArcParts && to - from < kLongEye; ++k) {
-    const double part = static_cast<double>(k) / kArcParts;
+  for (int k = 1; k < kWayParts && to - from < kLongEye; ++k) {
+    const double part = static_cast<double>(k) / kWayParts;
     const Vec at = over.spot(c.overAt + way * part).at;
     const double far = lengthOf(nearestBetween(under, from, to, at) - at);
     if (far <= most) continue;
