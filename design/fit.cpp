@@ -315,7 +315,8 @@ Result<Document> roomyRandomKnot(const Document& document, const Rnd& random) {
   double least = HUGE_VAL;
   for (int draw = 0; draw < kMostDraws && (!best || least > 0); ++draw) {
     const auto drawn = randomKnot(document, random);
-    if (!drawn) return drawn;
+    if (!drawn && !best) return drawn;
+    if (!drawn) break;
     Document made = fitBands(*drawn);
     const Knot* const knot = workingKnot(made);
     const double lack = knot != nullptr ? bandOverlap(made, *knot) : HUGE_VAL;

@@ -17,12 +17,12 @@ struct Knot;
 Document fitBands(const Document& document, BandShares shares);
 Document fitBands(const Document& document);
 
+/// The same with the document's own shares where chkFitBands is on; else the document itself.
+Document fitAgain(const Document& document);
+
 /// A random knot, see randomKnot(), with bands that fit. Where they run together all the same another one is
 /// drawn, a few times; of those without gaps everywhere it is the one that lacks least.
 Result<Document> roomyRandomKnot(const Document& document, const Rnd& random);
-
-/// The same with the document's own shares where chkFitBands is on; else the document itself.
-Document fitAgain(const Document& document);
 
 /// What a style's width and edge are on the grids that it was made for.
 BandShares sharesOfStyle(int style);

@@ -36,9 +36,9 @@ constexpr double kDive = 0.04;        // of the width that is covered, from wher
 constexpr double kLeaving = 0.35;     // sine of the angle at which it does not
 constexpr double kDiveWay = 12;       // times that width, along a side on which that is looked for
 constexpr double kFreed = 1.6;        // times it: a side as far away has come out for good
+constexpr double kGapStep = 0.2;      // of the distance at which bands have room, along a covering band
 constexpr double kAlmostApart = 0.9;  // of that distance
 constexpr int kLongEye = 200;         // samples between two crossings
-constexpr double kGapStep = 0.2;      // of the distance at which bands have room, along a covering band
 
 /// How much a loop bends from each of its samples to the next one: the square of the turn by the way. Endless
 /// where it turns back.
@@ -130,6 +130,7 @@ BandExits::BandExits(std::span<const BandLoop> loops, std::vector<BandCrossing> 
         (made.isFlat || mayLeadBack(c, made.over, farthestExit(made.under.along, made.over.along)));
     made.mayDive = made.isFlat || made.mayReturn || isBent(loop(c.under), c.underAt, made.under.along) ||
                    isBent(loop(c.over), c.overAt, made.over.along);
+    made.neck = neckBeside(c, made);
   }
 }
 
@@ -206,7 +207,7 @@ BandEnd BandExits::leave(const BandCrossing& c, int direction) const {
                 isCalm(c.under, std::min({a.place, b.place, c.underAt}),
                        std::max({a.place, b.place, c.underAt}), 1.5, half_) &&
                 isCalm(c.over, std::min(a.foot, b.foot), std::max(a.foot, b.foot), 1, clear_);
-  if (const auto neck = neckBeside(c)) end.neck = neck->tip;
+  if (const auto& neck = meetings_[numberOf(c)].neck) end.neck = neck->tip;
   end.isPlain = end.isPlain && !end.neck;
   if (end.isCrowded())
     for (BandExit& exit : end.side) exit.place = c.underAt;
@@ -251,8 +252,7 @@ LinePoint BandExits::innerTip(const BandLoop& loop, double place) const {
 
 /// The part of the lower band that may be seen right beside a crossing, inside a corner that lies beneath the
 /// outer side of another one.
-std::optional<BandExits::Neck> BandExits::neckBeside(const BandCrossing& c) const {
-  const Meeting& meeting = meetings_[numberOf(c)];
+std::optional<BandExits::Neck> BandExits::neckBeside(const BandCrossing& c, const Meeting& meeting) const {
   if (!meeting.mayDive || !hasNeck(loop(c.under), c.underAt) ||
       !isBent(overOf(c), c.overAt, meeting.over.along))
     return {};

@@ -57,7 +57,7 @@ class BandExits {
   /// Whether so much of the lower band is seen right beside a crossing that it is not cut in two there. What
   /// is narrower than half an edge is no more than a gap in it.
   bool goesOnBeside(const BandCrossing& c) const {
-    const auto neck = neckBeside(c);
+    const auto& neck = meetings_[numberOf(c)].neck;
     return neck && neck->width > (clear_ - half_) / 2;
   }
 
@@ -98,11 +98,12 @@ class BandExits {
     return bends_[number][loop(number).wrap(sample)] * distance * distance > kTightBend * kTightBend;
   }
   bool hasNeck(const BandLoop& loop, double place) const;
+  struct Meeting;
   struct Neck {
     LinePoint tip;
     double width;
   };
-  std::optional<Neck> neckBeside(const BandCrossing& c) const;
+  std::optional<Neck> neckBeside(const BandCrossing& c, const Meeting& meeting) const;
   LinePoint innerTip(const BandLoop& loop, double place) const;
   double mostOfRoom(const BandCrossing& c, int direction) const;
   BandExit leaveAlong(const BandCrossing& c, double distance, int direction, double most,
@@ -137,6 +138,7 @@ class BandExits {
     bool isFlat = false, mayReturn = false;
     bool hasLegs = false;  // whether the covering band may lead back to a side that came out as it should
     bool mayDive = false;  // whether its ends are looked at once more
+    std::optional<Neck> neck = {};
   };
   std::vector<Meeting> meetings_;                        // of each crossing
   std::vector<std::vector<double>> bends_;               // of each loop, from every sample to the next one
