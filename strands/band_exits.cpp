@@ -386,6 +386,8 @@ double BandExits::coverReach(const BandCrossing& c, const Leg& band, int directi
     const bool isOwn = over.wrapped(c.overAt - band.from) < band.to - band.from;
     const double end = isOwn == (direction > 0) ? band.to : band.from;
     most = std::min(most, wayTo(end) * (isOwn ? 0.5 : 1));
+    // What the band itself does beyond that is a bend of its own.
+    if (isOwn && gap < HUGE_VAL) most = std::min(most, least);
   }
   // Exactly as far as it may, so that small differences never move the end by a step.
   double reach = 0, rest = kCoverReach * clear_;
