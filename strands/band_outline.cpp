@@ -341,11 +341,18 @@ class Outliner {
   }
 
   /// Stretches on both sides of a crossing keep apart by an edge where they come near to being seen beside
-  /// it.
+  /// it: the one that comes from the other side of the covering band ends there.
   std::optional<LinePoint> cutInCorner(const BandEnd& end, int direction) const {
-    if (!end.neck) return {};
+    if (!end.neck || isOnThisSide(end, direction)) return {};
     const Vec onwards = end.neck->along * direction;
     return LinePoint{end.neck->at + onwards * ((clear_ - half_) / 2), onwards};
+  }
+
+  /// Whether the neck beside a crossing lies on that side of the covering band on which the stretch does.
+  bool isOnThisSide(const BandEnd& end, int direction) const {
+    const BandLoop::Spot over = end.over.spot(end.over.nearest(end.neck->at, end.crossing->overAt));
+    const Vec along = loop(end.crossing->under).spot(end.crossing->underAt).along;
+    return cross(over.along, end.neck->at - over.at) * cross(over.along, along) * direction > 0;
   }
 
   /// Each between two crossings; of one piece in several parts the later ones have no outline.
