@@ -6,7 +6,8 @@ namespace lorivan {
 namespace {
 
 constexpr double kSame = 1e-4;  // pixels; nearer samples are one
-constexpr int kSteps = 6;       // towards a nearest point; each one at least halves what is left
+constexpr int kSteps = 12;      // towards a nearest point; mostly three lead there
+constexpr double kLongestMove = 1.5;  // samples, of such a step
 
 constexpr std::size_t kWidestStep = 4;  // samples from one that is kept to the next one
 constexpr double kLongestStep = 7.3;    // pixels; not whole, so that even grids do not hit it
@@ -131,6 +132,7 @@ double BandLoop::height(double place) const {
 }
 
 double BandLoop::nearest(Vec from, double guess) const {
+  double before = 0, most = kLongestMove;
   for (int step = 0; step < kSteps; ++step) {
     const Spot s = spot(guess);
     const Vec away = s.at - from;
@@ -138,8 +140,11 @@ double BandLoop::nearest(Vec from, double guess) const {
     if (!(speed > 0)) break;
     // Newton's step; where the curve bends round `from` it would run away, and goes plainly downhill.
     const double steep = std::max(speed + dot(away, s.bend), speed * 0.3);
-    const double move = std::clamp(-dot(away, s.along) / steep, -1.5, 1.5);
-    guess += move;
+    double move = -dot(away, s.along) / steep;
+    // At a corner the steps would swing to and fro.
+    if (move * before < 0) most = std::fabs(before) / 2;
+    move = std::clamp(move, -most, most);
+    guess += before = move;
     if (std::fabs(move) < 1e-5) break;
   }
   return guess;
