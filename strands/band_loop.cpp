@@ -9,6 +9,7 @@ constexpr double kSame = 1e-4;  // pixels; nearer samples are one
 constexpr int kSteps = 12;      // towards a nearest point; mostly three lead there
 constexpr double kLongestMove = 1.5;  // samples, of such a step
 
+constexpr double kMostAhead = 3;  // times the way to a sample, that the derivative there is long
 constexpr std::size_t kWidestStep = 4;  // samples from one that is kept to the next one
 constexpr double kLongestStep = 7.3;    // pixels; not whole, so that even grids do not hit it
 constexpr std::size_t kFewestKept = 8;  // of a loop
@@ -44,6 +45,7 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view, doubl
   for (std::size_t i = 1; i + 1 < all.size(); ++i) all[i].along = (all[i + 1].at - all[i - 1].at) * 0.5;
   all.front().along = (all[1].at - (all.back().at - lap)) * 0.5;
   all.back().along = (all.front().at + lap - all[all.size() - 2].at) * 0.5;
+  calmCusps(all, lap);
   const auto line = std::make_shared<Line>();
   line->heights.assign(heights.begin(), heights.begin() + static_cast<std::ptrdiff_t>(all.size()));
   line->heights.push_back(heights.front());
@@ -51,6 +53,20 @@ BandLoop::BandLoop(const KnotCurve& curve, int slot, const GridView& view, doubl
   size_ = static_cast<int>(line->nodes.size());
   nodes_ = line->nodes.data();
   line_ = line;
+}
+
+/// Where samples suddenly come together a cubic would overshoot, and turn back for a little way: its
+/// derivatives are at most three times as long as the way between its ends (F. N. Fritsch and R. E. Carlson,
+/// SIAM Journal on Numerical Analysis 17, 1980).
+void BandLoop::calmCusps(std::span<Node> all, Vec lap) {
+  Vec before = all.front().at - (all.back().at - lap);
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    const Vec after = (i + 1 < all.size() ? all[i + 1].at : all.front().at + lap) - all[i].at;
+    const double most = kMostAhead * kMostAhead * std::min(dot(before, before), dot(after, after));
+    if (const double fast = dot(all[i].along, all[i].along); fast > most)
+      all[i].along = all[i].along * std::sqrt(most / fast);
+    before = after;
+  }
 }
 
 /// Whether the cubic from one sample to one further on passes those between.

@@ -106,6 +106,7 @@ class BandLoop {
     double step;               // samples to the next node
     int sample;                // its number among all
   };
+  static void calmCusps(std::span<Node> all, Vec lap);
   void keep(std::span<const Node> all, double stray, std::vector<Node>& kept) const;
   std::size_t stepFrom(std::span<const Node> all, std::size_t from, double stray) const;
   static bool passesBetween(std::span<const Node> all, std::size_t from, std::size_t step, Vec lap,
