@@ -341,18 +341,22 @@ class Outliner {
   }
 
   /// Stretches on both sides of a crossing keep apart by an edge where they come near to being seen beside
-  /// it: the one that comes from the other side of the covering band ends there.
+  /// it; but where the covering band lies between them only the one beyond that has something to lose there.
   std::optional<LinePoint> cutInCorner(const BandEnd& end, int direction) const {
-    if (!end.neck || isOnThisSide(end, direction)) return {};
+    if (!end.neck) return {};
+    const bool tip = isLeftOf(end, end.neck->at);
+    if (tip == leadsLeft(end, direction) && tip != leadsLeft(end, -direction)) return {};
     const Vec onwards = end.neck->along * direction;
     return LinePoint{end.neck->at + onwards * ((clear_ - half_) / 2), onwards};
   }
 
-  /// Whether the neck beside a crossing lies on that side of the covering band on which the stretch does.
-  bool isOnThisSide(const BandEnd& end, int direction) const {
-    const BandLoop::Spot over = end.over.spot(end.over.nearest(end.neck->at, end.crossing->overAt));
-    const Vec along = loop(end.crossing->under).spot(end.crossing->underAt).along;
-    return cross(over.along, end.neck->at - over.at) * cross(over.along, along) * direction > 0;
+  /// On which side of the band that covers an end a point lies, and the band itself two samples on.
+  static bool isLeftOf(const BandEnd& end, Vec p) {
+    const BandLoop::Spot over = end.over.spot(end.over.nearest(p, end.crossing->overAt));
+    return cross(over.along, p - over.at) < 0;
+  }
+  bool leadsLeft(const BandEnd& end, int direction) const {
+    return isLeftOf(end, loop(end.crossing->under).spot(end.crossing->underAt + 2 * direction).at);
   }
 
   /// Each between two crossings; of one piece in several parts the later ones have no outline.
