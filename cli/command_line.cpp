@@ -175,7 +175,8 @@ const std::vector<Option>& options() {
        "svg, pdf and flat dxf begin at the knot's lower left corner, and the page ends where the knot does",
        &Parser::takeOrigin, nullptr, nullptr, isCut, true},
       {"--frame", "WxH",
-       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included",
+       "cells, scale and stretch such that the drawn knot is W by H millimetres, bands included; with "
+       "--outline what is cut out",
        &Parser::takeFrame},
       {"--inner", "DIAMETER",
        "cells, stretch and tubes such that the model is a ring with this diameter inside, in millimetres, "

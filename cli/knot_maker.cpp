@@ -127,8 +127,9 @@ Document KnotMaker::withFittedBands(const Document& document) const {
 }
 
 int KnotMaker::fitSize(Document& document, OutputOptions& options) {
-  const auto fitted = line_.frame ? fitFrame(document, line_.frame->first, line_.frame->second)
-                                  : fitRing(document, *line_.inner, *line_.output.height);
+  const auto fitted = line_.frame
+                          ? fitFrame(document, line_.frame->first, line_.frame->second, options.outline)
+                          : fitRing(document, *line_.inner, *line_.output.height);
   if (!fitted) return report_.fail(fitted.error());
   report_.note(fittedNote(*fitted));
   document = fitted->document;

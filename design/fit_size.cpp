@@ -12,6 +12,7 @@
 #include "design/fit.h"
 #include "design/knot.h"
 #include "design/knot_model.h"
+#include "strands/cut_drawing.h"
 #include "strands/drawn_box.h"
 
 namespace lorivan {
@@ -63,15 +64,29 @@ std::optional<double> roughRatio(const Document& document) {
          (view.pixelX(box.right) - view.pixelX(box.left) + beside);
 }
 
+std::optional<double> ratioOf(const PictureBox& box) {
+  if (box.right <= box.left) return std::nullopt;
+  return (box.bottom - box.top) / (box.right - box.left);
+}
+
 /// Of what files hold.
 std::optional<double> drawnRatio(const Document& document) {
   const auto knot = std::make_unique<Knot>();
   if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
   const KnotStyle style = knotStyle(document.fields, {});
   const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
-  const PictureBox box = drawnBox(knot->curve, style, view, document.fields.check(Check::Classic));
-  if (box.right <= box.left) return std::nullopt;
-  return (box.bottom - box.top) / (box.right - box.left);
+  return ratioOf(drawnBox(knot->curve, style, view, document.fields.check(Check::Classic)));
+}
+
+/// Of what is cut out, so many millimetres wide: the bands without their edges.
+std::optional<double> cutRatio(const Document& document, double width) {
+  const auto knot = std::make_unique<Knot>();
+  if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
+  const KnotStyle style = knotStyle(document.fields, {});
+  const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
+  CutOptions options;
+  options.width = width;
+  return ratioOf(cutDrawing(knot->curve, style, view, options).box);
 }
 
 /// What matters of a model that is bent round the y axis, model units.
@@ -183,13 +198,14 @@ Document withRingCells(const Document& document, double inner, double height, do
 
 }  // namespace
 
-Result<FittedSize> fitFrame(const Document& document, double width, double height) {
+Result<FittedSize> fitFrame(const Document& document, double width, double height, bool outlines) {
   const double ratio = height / width;
+  const auto measure = [&](const Document& d) { return outlines ? cutRatio(d, width) : drawnRatio(d); };
   const Document start = fitBands(withCells(withRoom(document), roughRatio, ratio, 1), sharesOf(document));
   // Bands follow the stretch, and the size follows the bands: twice settles both.
-  auto made = withRatio(withRoom(start), drawnRatio, ratio);
-  if (made) made = withRatio(fitAgain(*made), drawnRatio, ratio);
-  const auto reached = made ? drawnRatio(*made) : std::nullopt;
+  auto made = withRatio(withRoom(start), measure, ratio);
+  if (made) made = withRatio(fitAgain(*made), measure, ratio);
+  const auto reached = made ? measure(*made) : std::nullopt;
   if (!reached || std::abs(*reached * width - height) > kMostSizeError) return noSuchSize();
   return FittedSize{*made, width, std::abs(*reached * width - height)};
 }

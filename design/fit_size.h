@@ -14,11 +14,11 @@ struct FittedSize {
 
 inline constexpr double kMostSizeError = 0.1;  // millimetres
 
-/// A drawn knot that is `width` by `height` millimetres with its bands: cells about as many as the document
-/// has and nearly square, the scale that fills the picture, and the stretch. Bands take the share of
-/// the room between crossings that they have. The error says
-/// why there is none, sizes outside the limits of lengths included.
-Result<FittedSize> fitFrame(const Document& document, double width, double height);
+/// A drawn knot that is `width` by `height` millimetres with its bands, or, with `outlines`, what is cut out
+/// of it: cells about as many as the document has and nearly square, the scale that fills the picture, and
+/// the stretch. Bands take the share of the room between crossings that they have. The error says why there
+/// is none, sizes outside the limits of lengths included.
+Result<FittedSize> fitFrame(const Document& document, double width, double height, bool outlines = false);
 
 /// A model that is bent into a ring, or a bracelet where vtRingPerc is between 0 and 100, with this diameter
 /// inside and this height, both measured on the faces of its tubes. Cells, scale, stretch, vtRingPerc,

@@ -12,7 +12,8 @@ void Handlers::mnuEditFitFrame_Click() {
   if (asked.empty()) return;
   const auto size = parseLengths(asked);
   if (!size) return bench_.status(size.error().message);
-  adoptSize(tr("Fit to frame"), fitFrame(bench_.document(), size->first, size->second), false);
+  adoptSize(tr("Fit to frame"),
+            fitFrame(bench_.document(), size->first, size->second, bench_.saveOptions.outline), false);
 }
 
 void Handlers::mnuEditFitRing_Click() {

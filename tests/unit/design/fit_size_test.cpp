@@ -16,13 +16,14 @@
 namespace lorivan {
 namespace {
 
-std::string made(const char* extension, const FittedSize& fitted) {
+std::string made(const char* extension, const FittedSize& fitted, bool outline = false) {
   NonePlatform platform;
   const auto knot = std::make_unique<Knot>();
   EXPECT_TRUE(makeKnot(fitted.document, *knot));
   const StrandColours colours = strandColours(fitted.document.fields.boxes);
   OutputJob job{platform, fitted.document, *knot, colours};
   job.options.millimetres = fitted.width;
+  job.options.outline = job.options.cornerOrigin = outline;
   MemorySink sink;
   EXPECT_TRUE(makeOutput(*findFormat(extension, DxfKind::faces), job, sink));
   return std::move(sink.bytes);
@@ -75,6 +76,15 @@ TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
       const double stretch = static_cast<double>(fitted->document.fields.number(Param::Skew));
       EXPECT_TRUE(shape != Shape::SquareSquare || std::abs(stretch - 1) < 0.25) << "cells are about square";
     }
+  const auto cut = fitFrame(gridOf(Shape::SquareSquare, 3, 2), 200, 120, true);
+  ASSERT_TRUE(cut);
+  const std::string svg = made("svg", *cut, true);
+  double width = 0, height = 0;
+  ASSERT_EQ(
+      std::sscanf(svg.c_str() + svg.find(" width="), " width=\"%lfmm\" height=\"%lfmm\"", &width, &height),
+      2);
+  EXPECT_NEAR(width, 200, 0.01);
+  EXPECT_NEAR(height, 120, 0.01) << "without the edges that nobody cuts";
   EXPECT_EQ(parseLengths(" 200 X 120.5 ")->second, 120.5);
   EXPECT_EQ(parseLengths("18,2x6")->first, 18.2);
   for (const char* wrong : {"", "200", "x", "200x", "0x5", "2x3x4", "1x1e9"})
