@@ -108,7 +108,12 @@ Result<ReadDocument> readKnotFile(const std::string& path, const Document& befor
   const bool carries = carrier(path) != nullptr;
   const auto bytes = readFile(path, carries ? kLargestCarrier : kLargestKnotFile);
   if (!bytes) return bytes.error();
-  if (!carries) return readDocument(*bytes, before);
+  if (!carries) {
+    auto read = readDocument(*bytes, before);
+    if (!read && extensionOf(path) != kKnotFileExtension)
+      return unreadable("no knot, drawing or picture that can be read: {1}", read.error().message);
+    return read;
+  }
   const auto text = sourceInside(*bytes);
   if (!text) return unreadable("there is no knot in it that could be opened");
   return readDocument(*text, before);

@@ -251,6 +251,7 @@ head -c 3000 "$program" >binary.qzd
 : >empty.qzd
 printf '<svg>\n<path d="M 0 x"/></svg>' >bad.svg
 echo "no picture" >bad.jpg
+echo GIF89a >bad.gif
 mkdir folder.qzd
 while IFS='|' read -r file text; do
   expect 3 "$text" "$file" -o never.svg
@@ -263,6 +264,7 @@ folder.qzd|it is a folder
 missing.qzd|No such file
 bad.svg|bad.svg, line 2: a path cannot be read
 bad.jpg|it is no BMP, PNG or JPEG picture
+bad.gif|no knot, drawing or picture that can be read: line 1
 CASES
 [[ ! -e never.svg ]] || fault "an output was written for a bad input"
 
