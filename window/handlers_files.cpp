@@ -91,7 +91,7 @@ void Handlers::mnuFileLoad_Click() {
   carriers.pop_back();
   question.others = {{tr("Files that hold their knot"), carriers}};
   const std::string path = bench_.files.toLoad(question);
-  if (!path.empty()) loadKnot(path);
+  if (!path.empty()) loadFile(path);
 }
 
 void Handlers::mnuFileRecent_Click(std::size_t place) {

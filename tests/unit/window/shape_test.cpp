@@ -294,7 +294,7 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   EXPECT_EQ(document().fields.shape, Shape::Custom);
   pick("mnuEditUndoStep");
   EXPECT_EQ(document().fields.shape, Shape::Star) << "one step for each";
-  w->userDrops(folder.write("bad.svg", "<svg>\n<path d='M0 x'/></svg>"));
+  pickFile("mnuFileLoad", folder.write("bad.svg", "<svg>\n<path d='M0 x'/></svg>"));  // as if dropped
   EXPECT_TRUE(w->status().ends_with("bad.svg: line 2: a path cannot be read at \"x\"")) << w->status();
 }
 
