@@ -186,6 +186,7 @@ std::optional<std::vector<OptionLine>> chooseOptions(QWidget* parent, const Opti
       entries.push_back(box);
     } else {
       auto* const entry = new QLineEdit(toQString(line.text), &dialog);
+      entry->selectAll();  // what is typed replaces it, also in the entry that has the focus at first
       form.addRow(toQString(line.label), entry);
       entries.push_back(entry);
     }
