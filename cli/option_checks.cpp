@@ -29,6 +29,13 @@ Status checkCuts(const CommandLine& line) {
   return {};
 }
 
+/// What only --check asks for.
+Status checkJudge(const CommandLine& line) {
+  if (line.material != nullptr && line.kind != CommandKind::check)
+    return wrongUsage("--material is what --check judges by");
+  return {};
+}
+
 Status checkBody(const CommandLine& line) {
   const OutputOptions& made = line.output;
   if (made.relief && made.solid) return wrongUsage("--relief and --solid do not go together");
@@ -89,6 +96,7 @@ Status checkOptions(const CommandLine& line) {
     return wrongUsage("a shape file brings its own shape; --random does not go with it");
   if (const Status checked = checkCuts(line); !checked) return checked;
   if (const Status checked = checkBody(line); !checked) return checked;
+  if (const Status checked = checkJudge(line); !checked) return checked;
   if (const Status sizes = checkSizes(line); !sizes) return sizes;
   if (const Status many = line.manyKnots() ? checkMany(line) : Status(); !many) return many;
   return line.output.animate ? checkAnimation(line) : Status();

@@ -174,7 +174,7 @@ expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 grep -q "changes nothing" err.txt && fault "a flat DXF has an origin: $(cat err.txt)"
 expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
 for words in "--outline --lines" "--mm 0" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
-  "--outline --mm 5 --kerf 5" "--outline --set vtXNo=19 --set vtYNo=1 --kerf 20"; do
+  "--material silver" "--outline --mm 5 --kerf 5" "--outline --set vtXNo=19 --set vtYNo=1 --kerf 20"; do
   # shellcheck disable=SC2086
   expect 2 "" $words -o never.svg
 done
