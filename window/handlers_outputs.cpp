@@ -78,7 +78,7 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
   const bool drawing = curves && format != nullptr && format->kind == FormatKind::vector;
   if (!picture && !drawing)
     return wrongUsage("a picture is saved as {1}, not as {2}",
-                      curves ? tr("bmp, png, svg or pdf") : tr("bmp or png"), extension);
+                      curves ? tr("bmp, png, svg, pdf or emf") : tr("bmp or png"), extension);
   const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
   return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
 }

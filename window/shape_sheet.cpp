@@ -11,7 +11,7 @@ namespace {
 
 constexpr ControlId kSheet = controlId("picShape");
 constexpr Colour kPaper = 0xFFFFFF;
-constexpr Colour kFrameColour = makeColour(225, 225, 225), kFrameOverPicture = makeColour(60, 90, 160);
+constexpr Colour kFrameColour = makeColour(150, 150, 150), kFrameOverPicture = makeColour(60, 90, 160);
 
 int shiftBits(const MouseEvent& event) {
   return (event.shift ? ShapeEditor::kShiftKey : 0) | (event.ctrl ? ShapeEditor::kCtrlKey : 0) |
