@@ -112,6 +112,17 @@ struct Drawn {
   KnotStyle style;
 };
 
+TEST(BandLoop, FindsTheNearestPlaceAtACorner) {
+  const Drawn drawn(Shape::Diamond1, 2, 2, 2, 0.4);
+  for (const BandLoop& loop : bandLoops(drawn.knot.curve, drawn.view))
+    for (int i = 0; i < loop.size(); ++i) {
+      const Vec out = unit(loop.point(i) - (loop.point(i - 1) + loop.point(i + 1)) * 0.5);
+      const Vec from = loop.point(i) + out * 8;
+      for (const double guess : {i - 0.8, i - 0.3, i + 0.6})
+        ASSERT_LT(lengthOf(loop.spot(loop.nearest(from, guess)).at - from), 8.05) << i << " from " << guess;
+    }
+}
+
 TEST(BandLoop, PassesTheSamplesThatItLeavesOut) {
   constexpr double kStray = 0.03;
   for (const Shape shape : {Shape::SquareSquare, Shape::Circular, Shape::Octagonal, Shape::Spiral})
