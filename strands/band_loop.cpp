@@ -5,11 +5,11 @@
 namespace lorivan {
 namespace {
 
-constexpr double kSame = 1e-4;  // pixels; nearer samples are one
-constexpr int kSteps = 12;      // towards a nearest point; mostly three lead there
+constexpr double kSame = 1e-4;        // pixels; nearer samples are one
+constexpr int kSteps = 12;            // towards a nearest point; mostly three lead there
 constexpr double kLongestMove = 1.5;  // samples, of such a step
 
-constexpr double kMostAhead = 3;  // times the way to a sample, that the derivative there is long
+constexpr double kMostAhead = 3;        // times the way to a sample, that the derivative there is long
 constexpr std::size_t kWidestStep = 4;  // samples from one that is kept to the next one
 constexpr double kLongestStep = 7.3;    // pixels; not whole, so that even grids do not hit it
 constexpr std::size_t kFewestKept = 8;  // of a loop
