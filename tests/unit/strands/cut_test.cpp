@@ -71,6 +71,7 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
       CutKnot knot(shape, 4, 3, 5, edge);
       const CutDrawing plain = knot.cut();
       ASSERT_TRUE(plain.apart);
+      EXPECT_EQ(plain.tight, 0);
       EXPECT_EQ(plain.narrowed, 1) << static_cast<int>(shape) << ' ' << edge;
       EXPECT_NEAR(widthOf(plain), 100, 0.01);
       knot.options.kerf = 0.4;

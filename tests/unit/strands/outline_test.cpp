@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <ranges>
 
 #include "exact_picture.h"
 #include "knot_maker.h"
@@ -31,32 +30,6 @@ KnotCurve ringOf(double radius) {
   curve.last.fill(-1);
   curve.last[1] = 59;
   return curve;
-}
-
-std::vector<Vec> flatten(const BandContour& contour) {
-  std::vector<Vec> points;
-  for (std::size_t i = 0; i + 3 < contour.size(); i += 3)
-    for (int k = 0; k < 6; ++k) {
-      const double t = k / 6.0, s = 1 - t;
-      const auto p = [&](std::size_t n) { return Vec{contour[i + n].x, contour[i + n].y}; };
-      points.push_back(p(0) * (s * s * s) + p(1) * (3 * s * s * t) + p(2) * (3 * s * t * t) +
-                       p(3) * (t * t * t));
-    }
-  return points;
-}
-
-bool isSimple(const std::vector<Vec>& polygon) {
-  const auto meet = [](Vec a, Vec b, Vec c, Vec d) {
-    const Vec r = b - a, s = d - c;
-    const double area = cross(r, s), t = cross(c - a, s) / area, u = cross(c - a, r) / area;
-    if (std::fabs(area) < 1e-4 * lengthOf(r) * lengthOf(s)) return false;  // on one line
-    return std::min(t, u) > 1e-4 && std::max(t, u) < 1 - 1e-4;
-  };
-  const std::size_t n = polygon.size();
-  for (std::size_t i = 0; i < n; ++i)
-    for (std::size_t j = i + 2; j < n; ++j)
-      if (meet(polygon[i], polygon[i + 1], polygon[j], polygon[(j + 1) % n])) return false;
-  return true;
 }
 
 TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
@@ -152,49 +125,6 @@ TEST(BandLoop, PassesTheSamplesThatItLeavesOut) {
     }
 }
 
-TEST(BandOutlines, AreClosedSimpleAndAtHalfTheWidth) {
-  for (const Shape shape :
-       {Shape::SquareSquare, Shape::Triangle, Shape::Hexagonal, Shape::Octagonal, Shape::Star})
-    for (const int order : {2, 3, 4, 6}) {
-      // On the finer grids most samples are left out, or lie far apart for their bends.
-      const bool isFine = (shape == Shape::Hexagonal || shape == Shape::Octagonal) && order == 4;
-      const Drawn drawn(shape, isFine ? 9 : 3, isFine ? 8 : 2, order, 0.4);
-      const std::vector<BandLoop> loops = bandLoops(drawn.knot.curve, drawn.view);
-      OutlineOptions options;
-      options.band = drawn.style.innerWidth();
-      options.outer = drawn.style.outerWidth();
-      const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
-      EXPECT_EQ(outlines.crowded, 0);
-      std::size_t stretches = 0;
-      for (const StrandOutline& strand : outlines.strands)
-        for (const BandStretch& stretch : strand.stretches) {
-          ++stretches;
-          for (const BandContour& contour : stretch.contours) {
-            EXPECT_EQ(contour.back().y, contour.front().y);
-            const std::vector<Vec> points = flatten(contour);
-            EXPECT_TRUE(isSimple(points));
-            EXPECT_TRUE(stretch.contours.size() == 2 || contourArea(contour) > 0);
-            for (const Vec p : points) {
-              const auto isHalfAway = [&](const BandLoop& loop, int i) {
-                if (lengthOf(loop.point(i) - p) > 2 * options.outer) return false;
-                const double far = lengthOf(loop.spot(loop.nearest(p, i)).at - p);
-                return std::min(std::fabs(far - options.band / 2), std::fabs(far - options.outer / 2)) <
-                       0.02 * options.band;
-              };
-              EXPECT_TRUE(std::ranges::any_of(loops, [&](const BandLoop& loop) {
-                return std::ranges::any_of(std::views::iota(0, loop.size()),
-                                           [&](int i) { return isHalfAway(loop, i); });
-              }));
-            }
-          }
-        }
-      const std::vector<BandCrossing> crossings = findBandCrossings(loops);
-      EXPECT_EQ(stretches, crossings.size()) << "one between two crossings under others";
-      for (const BandCrossing& c : crossings)
-        EXPECT_LT(lengthOf(loops[c.under].spot(c.underAt).at - loops[c.over].spot(c.overAt).at), 1e-5);
-    }
-}
-
 TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
   int plain = 0, others = 0;
   for (const Shape shape : {Shape::SquareTriangle, Shape::Circular, Shape::Diamond1, Shape::Star})
@@ -208,6 +138,8 @@ TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
         const auto loops = bandLoops(drawn.knot.curve, view);
         const Seam seam;
         const BandExits exits(loops, seam, half, drawn.style.outerWidth() / 2 * f, 0.016 * half);
+        for (const BandCrossing& c : exits.crossings())
+          EXPECT_LT(lengthOf(loops[c.under].spot(c.underAt).at - loops[c.over].spot(c.overAt).at), 1e-5 * f);
         for (const BandCrossing& crossing : exits.crossings())
           for (const int direction : {-1, 1}) ends[large].push_back(exits.leave(crossing, direction).isPlain);
       }
@@ -215,31 +147,6 @@ TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
       for (const bool isPlain : ends[0]) ++(isPlain ? plain : others);
     }
   EXPECT_GT(std::min(plain, others), 50);
-}
-
-TEST(BandOutlines, ACornerThatLiesOverABandCoversItWithBothLegs) {
-  for (const double share : {0.2, 0.34}) {
-    const Drawn drawn(Shape::Star, 4, 3, 2, share);
-    OutlineOptions options;
-    options.band = drawn.style.innerWidth();
-    options.outer = drawn.style.outerWidth();
-    const auto loops = bandLoops(drawn.knot.curve, drawn.view);
-    const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
-    double area = 0;
-    for (const StrandOutline& strand : outlines.strands)
-      for (const BandStretch& stretch : strand.stretches) {
-        for (const BandContour& contour : stretch.contours) area += contourArea(contour);
-      }
-    const ExactPicture exact(loops, drawn.view, options.band, options.outer);
-    int pixels = 0, slot = 0;
-    for (int y = 0; y < drawn.view.height(); ++y)
-      for (int x = 0; x < drawn.view.width; ++x) {
-        const auto shows = exact.at(x, y, 0, slot);
-        ASSERT_NE(shows, ExactPicture::Shows::together);
-        pixels += shows == ExactPicture::Shows::band;
-      }
-    EXPECT_NEAR(area / pixels, 1, 0.005);
-  }
 }
 
 /// Pixels that are not as the distances say; below 0 where bands run into one another and have no one
@@ -290,25 +197,6 @@ TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
   }
 }
 
-TEST(BandOutlines, KeepApartWhereCornersLieOverCorners) {
-  int looked = 0;
-  for (std::uint64_t seed = 10; seed <= 34; seed += 3) {
-    const Drawn drawn(Shape::Octagonal, 4, 3, 2, 0.42, seed);
-    OutlineOptions options;
-    options.band = drawn.style.innerWidth();
-    options.outer = drawn.style.outerWidth();
-    const BandOutlines outlines = bandOutlines(drawn.knot.curve, drawn.view, options);
-    if (outlines.crowded + outlines.lost + outlines.beside > 0) continue;
-    std::vector<BandContour> contours;
-    for (const StrandOutline& strand : outlines.strands)
-      for (const BandStretch& stretch : strand.stretches)
-        contours.insert(contours.end(), stretch.contours.begin(), stretch.contours.end());
-    EXPECT_TRUE(lieApart(contours, (options.outer - options.band) / 4)) << seed;
-    ++looked;
-  }
-  EXPECT_GT(looked, 5);
-}
-
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
   const auto lines = [](const std::vector<PointF>& corners) {
     BandContour contour{corners.front()};
@@ -324,7 +212,7 @@ TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
   const auto square =
       untangled(lines({{0, 0}, {10, 0}, {10, 5}, {11, 4}, {11, 5}, {10, 4}, {10, 10}, {0, 10}}), 2, 9);
   ASSERT_EQ(square.size(), 1U);
-  EXPECT_TRUE(isSimple(flatten(square[0])) && !crossesItself(square[0]));
+  EXPECT_FALSE(crossesItself(square[0]));
   EXPECT_NEAR(contourArea(square[0]), 100, 1);
   // A band that runs round a hole and closes over its own beginning.
   const std::vector<PointF> round{{0, 2}, {0, 0}, {10, 0}, {10, 10}, {0, 10},

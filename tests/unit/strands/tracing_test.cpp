@@ -156,26 +156,5 @@ TEST(Tracing, ReversedLinesLoseNoStrandAndRepeatNone) {
   EXPECT_GT(compared, tries(1000));
 }
 
-TEST(Tracing, RandomKnotsEndOneWayOrTheOther) {
-  const Rnd random = seededRandom(2024);
-  auto graph = std::make_unique<KnotGraph>();
-  auto store = std::make_unique<StrandStore>();
-  int errors = 0;
-  const auto whole = [&](int span) { return static_cast<int>(random() * span); };
-  for (int i = 0; i < tries(20000); ++i) {
-    const GridFields fields =
-        fieldsOf(static_cast<Shape>(whole(12)), 1 + whole(11), 1 + whole(11), 30, whole(15) - 7);
-    ASSERT_TRUE(buildStandardGrid(*graph, fields, &random));
-    for (int edits = whole(4); edits > 0; --edits)
-      graph->Lines[whole(graph->LastLine + 1)].Kind = static_cast<std::int16_t>(whole(6) - 1);
-    graph->KnotError = false;
-    const bool circular = usesCircularRule(fields.shape, fields.XNo);
-    const bool failed = !CalcGrid(*graph) || !traceStrands(*graph, {.circular = circular}, *store);
-    EXPECT_EQ(graph->KnotError, failed);
-    errors += failed;
-  }
-  EXPECT_LT(errors, tries(2000)) << "most edited knots are still knots";
-}
-
 }  // namespace
 }  // namespace lorivan
