@@ -1,13 +1,10 @@
 // The hand on the flat picture: strokes, symmetry, strands, the lens and the keyboard.
 #include <algorithm>
-#include <array>
-#include <cstdlib>
 
 #include "base/numbers.h"
 #include "design/edits.h"
 #include "design/kept_walls.h"
 #include "main_window_driver.h"
-#include "tries.h"
 
 namespace lorivan {
 namespace {
@@ -142,12 +139,14 @@ TEST_F(HandTest, AStrandIsMarkedAndRecoloured) {
 
 TEST_F(HandTest, TheKeyboardSetsWalls) {
   start();
+  pick("mnuSymmetryBoth");
   pick("mnuEditLines");
   const int first = bench().hand.walk.line();
   ASSERT_GE(first, 0);
   EXPECT_TRUE(key(Key::right) && bench().hand.walk.line() != first);
   EXPECT_TRUE(key(Key::left) && bench().hand.walk.line() == first);
-  EXPECT_TRUE(key(Key::space) && line(first).Kind == kWall);
+  EXPECT_TRUE(key(Key::space) && line(first).Kind == kWall && symmetric());
+  EXPECT_TRUE(everyCrossingIsPassedTwice());
   EXPECT_TRUE(key(Key::space, true) && line(first).Kind == kOrdinary);
   EXPECT_FALSE(w->userPresses({Key::space})) << "a button that has the focus keeps its keys";
   click("cmd3DView");
@@ -177,45 +176,6 @@ TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
   EXPECT_TRUE(bench().picture() == Picture::flat && document() == before &&
               w->status().find("39") != std::string::npos)
       << w->status();
-}
-
-TEST_F(HandTest, RandomGesturesKeepTheSymmetryAndEveryCrossing) {
-  const char* const count = std::getenv("LORIVAN_GESTURES");
-  const int gestures = count != nullptr ? std::atoi(count) : tries(300);
-  const int each = std::clamp(gestures / 6, 1, 50);
-  start();
-  const Rnd random = seededRandom(2024);
-  const auto below = [&](int n) { return std::min(n - 1, static_cast<int>(random() * n)); };
-  const char* const symmetries[] = {"mnuSymmetryNone", "mnuSymmetryLeftRight", "mnuSymmetryTopBottom",
-                                    "mnuSymmetryBoth", "mnuSymmetryHalfTurn",  "mnuSymmetryTurns0"};
-  const Shape shapes[] = {Shape::SquareSquare, Shape::Circular, Shape::Octagonal, Shape::Cross,
-                          Shape::RegularHexagonal};
-  for (int i = 0; i < gestures; ++i) {
-    if (i % each == 0) {
-      choose(shapes[i / each % 5]);
-      grid(i / each % 2 == 0 ? "5" : "4", "4");
-      const char* const symmetry = symmetries[i / each % 6];
-      if (w->commandVisible(w->command(symmetry)) && commandEnabled(symmetry)) pick(symmetry);
-    }
-    const PointI from{below(500), below(400)}, to{below(500), below(400)};
-    const int button = 1 + below(2);
-    switch (below(5)) {
-      case 0:
-        wheel(from, below(7) - 3);
-        break;
-      case 1:
-        w->userClicksAt(kGrid, button, middle(below(lines())).x, middle(below(lines())).y);
-        break;
-      case 2:
-        key(std::array{Key::left, Key::right, Key::up, Key::down}[static_cast<std::size_t>(below(4))]);
-        key(Key::space, button == 1);
-        break;
-      default:
-        drag(kGrid, from, to, button);
-    }
-    ASSERT_TRUE(symmetric()) << i;
-    ASSERT_TRUE(drawn() && everyCrossingIsPassedTwice()) << i << ": " << w->status();
-  }
 }
 
 }  // namespace
