@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "knot_maker.h"
 #include "unit/model3d/knots.h"
 
 namespace lorivan {
@@ -34,6 +35,29 @@ TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
     const Vec3 &low = turned.curveMinimum, &high = turned.curveMaximum;
     EXPECT_NEAR(std::max(high.x - low.x, high.y - low.y), (70.3 + 30.4) * scale, 1e-4) << quarter;
   }
+}
+
+/// The strand on top, and the side that each one lies on, are those of the flat picture.
+TEST(Tube, RunsAsTheFlatCurveDoes) {
+  for (const Shape shape : {Shape::Hexagonal, Shape::SquareTriangle, Shape::Diamond1, Shape::Cross})
+    for (const bool mirror : {false, true}) {
+      SCOPED_TRACE(shapeTable()[static_cast<std::size_t>(shape)].name);
+      const Rnd random = seededRandom(mirror ? 8 : 3);
+      const MadeKnot knot = makeKnot(fieldsOf(shape, 7, 5), {.mirror = mirror}, &random);
+      const KnotCurve& curve = knot.curve;
+      const TubeModel model = built(
+          *knot.store, {.polyPoints = samplesPerPoint(knot.fields.scale), .polySmooth = 3, .polyZF = 1});
+      ASSERT_GT(model.strands.size(), 1U);
+      const auto [left, right] = std::ranges::minmax(curve.X);
+      const float unit = (model.curveMaximum.x - model.curveMinimum.x) / (right - left);
+      for (const TubeStrand& strand : model.strands)
+        for (int ring = 0; ring < strand.ringCount; ++ring) {
+          const Vec3& centre = model.centres[strand.firstRing + ring];
+          const int sample = curve.first[strand.slot] + ring;
+          ASSERT_NEAR(centre.z, curve.Z[sample], 1e-4);
+          ASSERT_NEAR(centre.x - model.curveMinimum.x, unit * (right - curve.X[sample]), 1e-3);
+        }
+    }
 }
 
 TEST(Tube, RingClosesAtAHundredPercentAndLeavesAGapAtSeventyFive) {
