@@ -401,31 +401,5 @@ TEST(AutoGrid, ARegionIsWhatLoopsLeaveFreeRoundAPlace) {
   }
 }
 
-TEST(AutoGrid, ExamplesHugTheirOutlines) {
-  int examples = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(LORIVAN_EXAMPLES)) {
-    if (entry.path().extension() != ".qzc") continue;
-    SCOPED_TRACE(entry.path().filename().string());
-    ++examples;
-    const auto shape = loadShapeFile(entry.path().string());
-    ASSERT_TRUE(shape);
-    const ShapeMapping mapping(*shape, GridView());
-    const auto outline = Outline::of(*shape, mapping);
-    ASSERT_TRUE(outline);
-    for (const bool triangles : {false, true}) {
-      KnotGraph graph;
-      ASSERT_TRUE(AutoGrid(graph, *shape, GridView(), {20, triangles}));
-      // The outline's corners and curves are reached: the box of the lines is that of the outline.
-      const GridBox lines = lineBox(graph), &drawn = outline->box();
-      const double off[] = {lines.left - drawn.left, lines.right - drawn.right, lines.bottom - drawn.bottom,
-                            lines.top - drawn.top};
-      for (const double d : off) EXPECT_NEAR(d, 0, 6) << "more than 0.6 cells";
-      expectPlane(graph);
-      expectKnot(graph);
-    }
-  }
-  EXPECT_GE(examples, 6);
-}
-
 }  // namespace
 }  // namespace lorivan

@@ -6,28 +6,12 @@
 #include <cmath>
 #include <memory>
 
-#include "design/edits.h"
-#include "design/outputs.h"
 #include "grids.h"
-#include "platform/none/none_platform.h"
 #include "strands/drawn_box.h"
 #include "tries.h"
 
 namespace lorivan {
 namespace {
-
-std::string made(const char* extension, const FittedSize& fitted, bool outline = false) {
-  NonePlatform platform;
-  const auto knot = std::make_unique<Knot>();
-  EXPECT_TRUE(makeKnot(fitted.document, *knot));
-  const StrandColours colours = strandColours(fitted.document.fields.boxes);
-  OutputJob job{platform, fitted.document, *knot, colours};
-  job.options.millimetres = fitted.width;
-  job.options.outline = job.options.cornerOrigin = outline;
-  MemorySink sink;
-  EXPECT_TRUE(makeOutput(*findFormat(extension, DxfKind::faces), job, sink));
-  return std::move(sink.bytes);
-}
 
 /// Least distance of the corners from the middle axis, and their height.
 std::pair<double, double> ringOf(const std::string& obj) {
@@ -51,7 +35,7 @@ TEST(FitSize, RingsFitTheirFingersAndWrists) {
     ASSERT_TRUE(fitted) << inner << ' ' << height;
     EXPECT_LT(fitted->error, kMostSizeError);
     EXPECT_EQ(fitted->document.fields.whole(Param::RingPerc), percent == 0 ? 100 : percent);
-    const auto [diameter, high] = ringOf(made("obj", *fitted));
+    const auto [diameter, high] = ringOf(made(fitted->document, "obj", {.millimetres = fitted->width}));
     // Edges between corners come a little nearer to the axis than the corners do.
     EXPECT_NEAR(diameter, inner, 0.1);
     EXPECT_NEAR(high, height, 0.1);
@@ -78,7 +62,8 @@ TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
     }
   const auto cut = fitFrame(gridOf(Shape::SquareSquare, 3, 2), 200, 120, true);
   ASSERT_TRUE(cut);
-  const std::string svg = made("svg", *cut, true);
+  const std::string svg =
+      made(cut->document, "svg", {.millimetres = cut->width, .outline = true, .cornerOrigin = true});
   double width = 0, height = 0;
   ASSERT_EQ(
       std::sscanf(svg.c_str() + svg.find(" width="), " width=\"%lfmm\" height=\"%lfmm\"", &width, &height),

@@ -6,15 +6,10 @@
 #include <algorithm>
 
 #include "base/numbers.h"
-#include "design/edits.h"
+#include "grids.h"
 
 namespace lorivan {
 namespace {
-
-Document made(Shape shape, const char* x, const char* y, const char* scale) {
-  Document d = withField(withField(withField({}, Param::XNo, x), Param::YNo, y), Param::Scale, scale);
-  return *chooseShape(d, shape);
-}
 
 Document withWalls(const Document& d, std::uint32_t seed) {
   const Rnd random = seededRandom(seed);
@@ -31,7 +26,7 @@ int kindAt(const Document& d, double x, double y) {
 }
 
 TEST(KeptWalls, AGrowingSquareGridKeepsTheWallsOfItsColumns) {
-  const Document six = withWalls(made(Shape::SquareSquare, "6", "4", "30"), 5);
+  const Document six = withWalls(gridOf(Shape::SquareSquare, 6, 4), 5);
   const Document eight = *changeField(six, Param::XNo, "8");
   ASSERT_LT(eight.CellSize, six.CellSize) << "it had to be made smaller";
   const double a = six.CellSize, b = eight.CellSize;
@@ -54,7 +49,7 @@ TEST(KeptWalls, AGrowingSquareGridKeepsTheWallsOfItsColumns) {
 TEST(KeptWalls, ScaleStretchAndStyleKeepEveryKindOfEveryShape) {
   for (int s = 0; s < kShapeCount - 1; ++s) {
     SCOPED_TRACE(shapeTable()[s].name);
-    Document d = withWalls(made(static_cast<Shape>(s), "5", "4", "20"), 9);
+    Document d = withWalls(gridOf(static_cast<Shape>(s), 5, 4, 20), 9);
     d = stepLine(d, 7, 3);
     const auto kinds = [](const Document& of) {
       std::vector<std::int16_t> all;

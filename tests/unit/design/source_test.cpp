@@ -3,10 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "base/sink.h"
-#include "design/edits.h"
-#include "design/outputs.h"
-#include "platform/none/none_platform.h"
+#include "base/bytes.h"
+#include "base/checksum.h"
+#include "grids.h"
 #include "scratch_folder.h"
 
 namespace lorivan {
@@ -32,39 +31,15 @@ TEST(Source, DamagedMarksAreNone) {
   EXPECT_FALSE(sourceInside("lorivan-knot:" + std::string(6'000'000, 'A') + ';')) << "too large";
 }
 
-/// Bytes of a document in a format.
-std::string made(Platform& platform, const Document& document, std::string_view extension) {
-  Knot knot;
-  EXPECT_TRUE(makeKnot(document, knot));
-  const StrandColours colours = strandColours(document.fields.boxes);
-  MemorySink sink;
-  const Status status =
-      makeOutput(*findFormat(extension, DxfKind::faces), {platform, document, knot, colours}, sink);
-  EXPECT_TRUE(status) << status.error().message;
-  return std::move(sink.bytes);
-}
-
-/// Four bytes, the highest first.
-std::uint32_t bigAt(const std::string& bytes, std::size_t at) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
-  return value;
-}
-
 TEST(Source, PngChunksHaveTheirCheckSums) {
-  NonePlatform platform;
-  const std::string png = made(platform, *newGrid(Document{}), "png");
+  const std::string png = made(*newGrid(Document{}), "png");
   bool source = false;
   std::size_t at = 8;
   while (at + 12 <= png.size()) {
-    const std::size_t length = bigAt(png, at);
+    const std::size_t length = big32(png.data() + at);
     ASSERT_LE(at + 12 + length, png.size());
-    std::uint32_t sum = 0xFFFFFFFF;  // ISO 3309, bit by bit
-    for (std::size_t i = at + 4; i < at + 8 + length; ++i) {
-      sum ^= static_cast<unsigned char>(png[i]);
-      for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320 : 0);
-    }
-    EXPECT_EQ(bigAt(png, at + 8 + length), ~sum) << png.substr(at + 4, 4);
+    EXPECT_EQ(big32(png.data() + at + 8 + length), crc32(png.substr(at + 4, length + 4)))
+        << png.substr(at + 4, 4);
     source |= png.compare(at + 4, 12, std::string("tEXtLorivan\0", 12)) == 0;
     at += 12 + length;
   }
@@ -73,7 +48,6 @@ TEST(Source, PngChunksHaveTheirCheckSums) {
 
 TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
   const Folder folder;
-  NonePlatform platform;
   Document document = withField(withField(Document{}, Param::XNo, "4"), Param::PolyRadius, "0.2");
   document.fields.boxes[2] = 0x123456;
   document = *newGrid(document);
@@ -82,16 +56,16 @@ TEST(Source, EveryFormatThatCarriesItOpensAsTheKnotThatItWasMadeFrom) {
     if (!format.carriesSource) continue;
     ++carriers;
     const std::string path = folder.file("source." + std::string(format.extension));
-    const std::string bytes = made(platform, document, format.extension);
+    const std::string bytes = made(document, format.extension);
     ASSERT_TRUE(writeFile(path, bytes));
     EXPECT_TRUE(canHoldKnot(path) && holdsKnot(path)) << path;
     const auto read = readKnotFile(path);
     ASSERT_TRUE(read) << path << ": " << read.error().message;
-    EXPECT_EQ(documentText(read->document), made(platform, document, "qzd")) << path;
-    EXPECT_EQ(made(platform, read->document, format.extension), bytes) << path;
+    EXPECT_EQ(documentText(read->document), made(document, "qzd")) << path;
+    EXPECT_EQ(made(read->document, format.extension), bytes) << path;
   }
   EXPECT_GE(carriers, 2);
-  EXPECT_EQ(sourceInside(made(platform, document, "stl")), std::nullopt) << "required forms stay as they are";
+  EXPECT_EQ(sourceInside(made(document, "stl")), std::nullopt) << "required forms stay as they are";
 }
 
 }  // namespace

@@ -280,11 +280,7 @@ TEST(GreyPng, HoldsItsLevelsInChunksWithTheirSums) {
   const std::vector<std::uint16_t> levels = {0, 1, 0xFFFF, 0x1234, 0x00FF, 0x8000};
   const std::pair<std::string_view, std::string> texts[] = {{"Title", "a knot"}};
   const std::string png = greyPng({3, 2, levels, 10000, texts});
-  const auto big = [&](std::size_t at) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(png[at + i]);
-    return value;
-  };
+  const auto big = [&](std::size_t at) { return big32(png.data() + at); };
   std::string names, pixels;
   for (std::size_t at = 8; at + 12 <= png.size(); at += 12 + big(at)) {
     const std::string chunk = png.substr(at + 4, 4 + big(at));

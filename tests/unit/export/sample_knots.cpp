@@ -29,14 +29,18 @@ TubeModel builtTube(const StrandStore& store, const TubeSettings& settings) {
   return model;
 }
 
-TubeModel torus(float ringRadius, float tubeRadius, int count, int sides) {
+std::vector<Vec3> circle(float radius, int count) {
   std::vector<Vec3> line;
   for (int i = 0; i < count; ++i) {
     const double turn = kTwoPi * i / count;
-    line.push_back({static_cast<float>(ringRadius * std::cos(turn)),
-                    static_cast<float>(ringRadius * std::sin(turn)), 0});
+    line.push_back(
+        {static_cast<float>(radius * std::cos(turn)), static_cast<float>(radius * std::sin(turn)), 0});
   }
-  return sweptTube({line}, sides, tubeRadius);
+  return line;
+}
+
+TubeModel torus(float ringRadius, float tubeRadius, int count, int sides) {
+  return sweptTube({circle(ringRadius, count)}, sides, tubeRadius);
 }
 
 SampleKnot standardKnot(Shape shape, int xNo, int yNo, const TubeSettings& tube) {

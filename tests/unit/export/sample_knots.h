@@ -21,6 +21,9 @@ struct SampleKnot {
 /// The model of a store, in the colours of a first start.
 TubeModel builtTube(const StrandStore& store, const TubeSettings& settings);
 
+/// Places of a ring round the origin in the plane z = 0.
+std::vector<Vec3> circle(float radius, int count);
+
 /// A tube swept along closed lines of centres.
 TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, float radius);
 

@@ -10,29 +10,20 @@
 namespace lorivan {
 namespace {
 
-std::vector<PlacedTriangle> exported(const TubeModel& model) {
+std::vector<ReadTriangle> exported(const TubeModel& model) {
   const KnotCurve curve;
-  ExportScene scene{model, curve};
   MemorySink sink;
-  EXPECT_TRUE(static_cast<bool>(findFormat("stl", DxfKind::faces)->write(scene, sink)));
-  return placed(readStl(sink.bytes), model.sides);
+  EXPECT_TRUE(static_cast<bool>(findFormat("stl", DxfKind::faces)->write({model, curve}, sink)));
+  return readStl(sink.bytes);
 }
 
 TEST(Verdict, TellsTheFirstPlaceThatIsFolded) {
-  TubeModel model;
-  model.sides = 8;
-  model.radius = 0.5F;
+  std::vector<std::vector<Vec3>> lines;
   for (const auto& [middle, radius] : {std::pair{0.0F, 5.0F}, {20.0F, 0.3F}, {40.0F, 0.3F}}) {
-    model.strands.push_back(
-        {static_cast<int>(model.strands.size()) + 1, {}, static_cast<int>(model.centres.size()), 40});
-    for (int i = 0; i < 40; ++i) {
-      const double turn = kTwoPi * i / 40;
-      model.centres.push_back({middle + radius * static_cast<float>(std::cos(turn)),
-                               radius * static_cast<float>(std::sin(turn)), 0});
-    }
+    lines.push_back(circle(radius, 40));
+    for (Vec3& p : lines.back()) p.x += middle;
   }
-  ASSERT_TRUE(sweepTube(model));
-  const Verdict verdict = inspect(model, {}, 2, TubeForm::polygons);
+  const Verdict verdict = inspect(sweptTube(lines, 8, 0.5F), {}, 2, TubeForm::polygons);
   EXPECT_GT(verdict.folds, 40);
   EXPECT_NEAR(verdict.foldAt.x, 20, 1);
 }
@@ -40,21 +31,17 @@ TEST(Verdict, TellsTheFirstPlaceThatIsFolded) {
 TEST(Verdict, AgreesWithEveryPairOfTriangles) {
   struct Case {
     Shape shape;
-    int x, y, sides, points, window;
-    float radius, height, ring;
+    int x, y, window;
+    TubeSettings tube;
   };
   for (const Case& c :
-       {Case{Shape::Hexagonal, 2, 2, 5, 4, 2, 5, 2, 0}, Case{Shape::SquareSquare, 3, 2, 8, 4, 2, 3, 0.6F, 0},
-        Case{Shape::Triangle, 3, 3, 7, 4, 2, 3, 3, 60}}) {
-    TubeSettings tube;
-    tube.polySides = c.sides;
-    tube.polyPoints = c.points;
-    tube.polyRadius = c.radius;
-    tube.polyZF = c.height;
-    tube.ringPercent = c.ring;
-    SCOPED_TRACE(testing::Message() << "sides " << c.sides << ", ring " << c.ring);
-    const TubeModel model = standardKnot(c.shape, c.x, c.y, tube).model;
-    const auto triangles = exported(model);
+       {Case{Shape::Hexagonal, 2, 2, 2, {.polySides = 5, .polyRadius = 5, .polyZF = 2}},
+        Case{Shape::SquareSquare, 3, 2, 2, {.polySides = 8, .polyRadius = 3, .polyZF = 0.6F}},
+        Case{Shape::Triangle, 3, 3, 2, {.polySides = 7, .polyRadius = 3, .polyZF = 3, .ringPercent = 60}}}) {
+    SCOPED_TRACE(testing::Message() << "sides " << c.tube.polySides << ", ring " << c.tube.ringPercent);
+    const TubeModel model = standardKnot(c.shape, c.x, c.y, c.tube).model;
+    const auto read = exported(model);
+    const auto triangles = placed(read, model.sides);
     ASSERT_EQ(triangles.size(), 2U * static_cast<std::size_t>(model.QuadCount));
     const Verdict verdict = inspect(model, {}, c.window, TubeForm::polygons);
 
@@ -71,12 +58,6 @@ TEST(Verdict, AgreesWithEveryPairOfTriangles) {
     EXPECT_NEAR(verdict.clearance.value, clearance, 0.02 * clearance + 0.001);
     const float wall = bruteWall(triangles, lines, 2 * model.radius);
     EXPECT_NEAR(verdict.wall.value, wall, 0.02 * wall + 0.001);
-
-    std::vector<ReadTriangle> read;
-    for (const PlacedTriangle& t : triangles) {
-      read.emplace_back();
-      for (std::size_t i = 0; i < 3; ++i) read.back()[i] = {t.corner[i].x, t.corner[i].y, t.corner[i].z};
-    }
     EXPECT_NEAR(verdict.volume, factsOf(read).volume, 0.02 * verdict.volume);
   }
 }
@@ -84,13 +65,8 @@ TEST(Verdict, AgreesWithEveryPairOfTriangles) {
 /// Two hoops whose gap is known, linked or in one another.
 TEST(Verdict, KnowsGapsAndPieces) {
   const auto hoops = [](float gap) {
-    std::vector<std::vector<Vec3>> lines(2);
-    for (int i = 0; i < 200; ++i) {
-      const auto c = static_cast<float>(std::cos(i * 0.0314159)),
-                 s = static_cast<float>(std::sin(i * 0.0314159));
-      lines[0].push_back({3 * c, 3 * s, 0});
-      lines[1].push_back({3 * c, 3 * s, 1 + gap});
-    }
+    std::vector<std::vector<Vec3>> lines(2, circle(3, 200));
+    for (Vec3& p : lines[1]) p.z = 1 + gap;
     return sweptTube(lines, 200, 0.5F);
   };
   const RingCrossing crossing{20, 220};
@@ -110,13 +86,8 @@ TEST(Verdict, KnowsGapsAndPieces) {
 /// Two hoops that cross at right angles, so deep in each other that their surfaces meet beside the crossing.
 TEST(Verdict, StrandsThatRunThroughEachOtherTouch) {
   for (const int sides : {3, 5, 64}) {
-    std::vector<std::vector<Vec3>> lines(2);
-    for (int i = 0; i < 100; ++i) {
-      const auto c = static_cast<float>(3 * std::cos(i * 0.0628318)),
-                 s = static_cast<float>(3 * std::sin(i * 0.0628318));
-      lines[0].push_back({c, s, 0});
-      lines[1].push_back({6.5F + c, 0, s});
-    }
+    std::vector<std::vector<Vec3>> lines(2, circle(3, 100));
+    for (Vec3& p : lines[1]) p = {6.5F + p.x, 0, p.y};
     const RingCrossing crossing{0, 150};
     EXPECT_EQ(inspect(sweptTube(lines, sides, 0.3F), {&crossing, 1}, 3, TubeForm::polygons).touching, 1)
         << sides;
