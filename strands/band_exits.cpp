@@ -242,7 +242,7 @@ LinePoint BandExits::innerTip(const BandLoop& loop, double place) const {
     const Vec a = tip.at - nearestBetween(loop, corner - kLegSamples, corner, tip.at);
     const Vec b = tip.at - nearestBetween(loop, corner, corner + kLegSamples, tip.at);
     const double farA = lengthOf(a), farB = lengthOf(b), area = cross(a, b);
-    if (std::fabs(area) < kLeastTurn * farA * farB) break;
+    if (std::fabs(area) <= kLeastTurn * farA * farB) break;  // such sides lie on one another
     // Both distances become half the width.
     const double missA = (half_ - farA) * farA, missB = (half_ - farB) * farB;
     tip.at = tip.at + (quarter(a) * missB - quarter(b) * missA) * (1 / area);

@@ -32,6 +32,35 @@ KnotCurve ringOf(double radius) {
   return curve;
 }
 
+/// A closed line through points of the 500-pixel picture, from its middle, in a slot, at one height.
+void addLine(KnotCurve& curve, int slot, float height, std::initializer_list<Vec> points) {
+  constexpr double kUnits = 2 * kHalfView / 500;
+  curve.first[slot] = static_cast<int>(curve.X.size());
+  for (const Vec p : points) {
+    curve.X.push_back(static_cast<float>(kUnits * p.x));
+    curve.Y.push_back(static_cast<float>(1.25 * kUnits * p.y));
+    curve.Z.push_back(height);
+  }
+  curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
+}
+
+TEST(BandExits, AreSoundWhereALineLeadsRightBack) {
+  KnotCurve curve;
+  curve.first.fill(0);
+  curve.last.fill(-1);
+  addLine(curve, 1, -1, {{0, 0}, {10, 0}, {20, 0}, {30, 0}, {40, 0}, {30, 0}, {20, 0}, {10, 0}});
+  addLine(curve, 2, 1, {{50, -20}, {44, -10}, {39, 0}, {44, 10}, {50, 20}, {60, 0}});
+  const auto loops = bandLoops(curve, GridView());
+  for (double half = 0.25; half < 10; half += 0.25) {
+    const BandExits exits(loops, Seam(), half, half + 1, 0.016 * half);
+    ASSERT_EQ(exits.crossings().size(), 2U);
+    for (const BandCrossing& c : exits.crossings()) {
+      const BandEnd end = exits.leave(c, 1);
+      EXPECT_TRUE(!end.neck || std::isfinite(end.neck->at.x)) << half;
+    }
+  }
+}
+
 TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
   OutlineOptions options;
   options.band = options.outer = 20;
