@@ -6,7 +6,7 @@ namespace lorivan {
 namespace {
 
 constexpr double kSame = 1e-4;        // pixels; nearer samples are one
-constexpr int kSteps = 12;            // towards a nearest point; mostly three lead there
+constexpr int kSteps = 12;            // towards a nearest point, at most
 constexpr double kLongestMove = 1.5;  // samples, of such a step
 
 constexpr double kMostAhead = 3;        // times the way to a sample, that the derivative there is long

@@ -356,7 +356,8 @@ class Outliner {
     return cross(over.along, p - over.at) < 0;
   }
   bool leadsLeft(const BandEnd& end, int direction) const {
-    return isLeftOf(end, loop(end.crossing->under).spot(end.crossing->underAt + 2 * direction).at);
+    const double place = end.crossing->underAt + end.lap + 2 * direction;
+    return isLeftOf(end, loop(end.crossing->under).spot(place).at);
   }
 
   /// Each between two crossings; of one piece in several parts the later ones have no outline.
