@@ -64,29 +64,19 @@ std::optional<double> roughRatio(const Document& document) {
          (view.pixelX(box.right) - view.pixelX(box.left) + beside);
 }
 
-std::optional<double> ratioOf(const PictureBox& box) {
-  if (box.right <= box.left) return std::nullopt;
-  return (box.bottom - box.top) / (box.right - box.left);
-}
-
-/// Of what files hold.
-std::optional<double> drawnRatio(const Document& document) {
-  const auto knot = std::make_unique<Knot>();
-  if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
-  const KnotStyle style = knotStyle(document.fields, {});
-  const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
-  return ratioOf(drawnBox(knot->curve, style, view, document.fields.check(Check::Classic)));
-}
-
-/// Of what is cut out, so many millimetres wide: the bands without their edges.
-std::optional<double> cutRatio(const Document& document, double width) {
+/// Of what files hold, or, with a width in millimetres, of what is cut out so wide: the bands without their
+/// edges.
+std::optional<double> drawnRatio(const Document& document, std::optional<double> cutWidth) {
   const auto knot = std::make_unique<Knot>();
   if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
   const KnotStyle style = knotStyle(document.fields, {});
   const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
   CutOptions options;
-  options.width = width;
-  return ratioOf(cutDrawing(knot->curve, style, view, options).box);
+  options.width = cutWidth;
+  const PictureBox box = cutWidth ? cutDrawing(knot->curve, style, view, options).box
+                                  : drawnBox(knot->curve, style, view, document.fields.check(Check::Classic));
+  if (box.right <= box.left) return std::nullopt;
+  return (box.bottom - box.top) / (box.right - box.left);
 }
 
 /// What matters of a model that is bent round the y axis, model units.
@@ -200,7 +190,8 @@ Document withRingCells(const Document& document, double inner, double height, do
 
 Result<FittedSize> fitFrame(const Document& document, double width, double height, bool outlines) {
   const double ratio = height / width;
-  const auto measure = [&](const Document& d) { return outlines ? cutRatio(d, width) : drawnRatio(d); };
+  const std::optional<double> cutWidth = outlines ? std::optional(width) : std::nullopt;
+  const auto measure = [&](const Document& d) { return drawnRatio(d, cutWidth); };
   const Document start = fitBands(withCells(withRoom(document), roughRatio, ratio, 1), sharesOf(document));
   // Bands follow the stretch, and the size follows the bands: twice settles both.
   auto made = withRatio(withRoom(start), measure, ratio);
