@@ -69,6 +69,8 @@ struct CrossingLines {
       : loops(bandLoops(knot.curve, view)),
         seam(seamOf(knot.curve, view)),
         crossings(findBandCrossings(loops, seam)) {}
+  /// Whether there are too many crossings to look for what lies between them.
+  bool isTangle() const { return crossings.size() > kMostCrossings; }
 
   std::vector<BandLoop> loops;
   Seam seam;
@@ -153,6 +155,7 @@ std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& s
 /// no room for `room`, in pixels of the view.
 template <class Lack>
 void eachLack(const CrossingLines& lines, double room, Lack lack) {
+  if (lines.isTangle()) return;
   const BandTouches found = findBandTouches(
       lines.loops, lines.crossings, bandPassings(lines.loops.size(), lines.crossings), lines.seam, room);
   for (const BandTouch& touch : found.touches) lack(touch.distance);
@@ -192,6 +195,7 @@ struct BandWidths {
 /// How far a band is still covered where its strand crosses again, at most; 0 where every band comes out from
 /// under the others before.
 double coveredPart(const CrossingLines& lines, const BandWidths& bands) {
+  if (lines.isTangle()) return 0;
   const double half = bands.inner / 2, clear = bands.outer / 2;
   const BandExits exits(lines.loops, lines.crossings, lines.seam, half, clear, kExact * half);
   double most = 0;

@@ -5,6 +5,7 @@
 #include "base/numbers.h"
 #include "export/cut_dxf.h"
 #include "strands/animated_svg.h"
+#include "strands/band_crossings.h"
 #include "strands/cut_drawing.h"
 #include "strands/pdf_surface.h"
 #include "strands/strand_pick.h"
@@ -92,6 +93,9 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
     options.width = *wantedScale(wanted, across, box.bottom - box.top) * across;
   }
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
+  if (!cut.complete)
+    return refused("the strands cross in more than {1} places: such a tangle cannot be cut",
+                   std::to_string(kMostCrossings));
   if (vector.job.note) noteRoom(vector, options, cut);
   return cut;
 }

@@ -385,20 +385,24 @@ std::vector<FlatPoint> flattened(const std::vector<PointF>& chain, const GridVie
   return points;
 }
 
-/// The lines of a wrapped knot between its seams, `broken` where other bands lie over them.
+/// The lines of a wrapped knot between its seams, `broken` where other bands lie over them, unless it is a
+/// tangle.
 std::vector<FlatLine> periodOfCurves(const KnotCurve& curve, double bandWidth, bool broken) {
   const GridView view(static_cast<float>(kProportion), 5000);
   const Seam seam = seamOf(curve, view);
   OutlineOptions options;
   if (broken) options.band = options.outer = bandWidth * acrossScale(view);
   options.centres = true;
+  options.uncut = !broken;
+  const BandOutlines outlines = bandOutlines(curve, view, options);
+  if (!outlines.complete) return periodOfCurves(curve, bandWidth, false);
   std::vector<FlatLine> lines;
   const auto add = [&](int slot, const std::vector<PointF>& chain) {
     if (chain.size() < 4) return;
     for (const auto& part : chainsAtSeam(seam, chain))
       lines.push_back({slot, isClosed(part), flattened(part, view)});
   };
-  for (const StrandOutline& strand : bandOutlines(curve, view, options).strands) {
+  for (const StrandOutline& strand : outlines.strands) {
     if (!broken) add(strand.slot, strand.centre);
     for (const BandStretch& stretch : strand.stretches)
       if (broken) add(strand.slot, stretch.centre);

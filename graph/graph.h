@@ -99,7 +99,7 @@ float lineAngle(float DX, float DY);
 
 /// Fills the point table with both ends of every line, of any kind, in line order, duplicates kept, all of a
 /// wrapped graph within the first period, and resets Passes of every line that is there (Kind not 0). Fails
-/// with kTooManyLines when the table is too small.
+/// with kTooManyLines when the table is too small, and where a line leads far too often round the cylinder.
 Status collectPoints(KnotGraph& graph);
 
 /// Rebuilds every point's neighbours from the lines of Kind other than 0 and orders them by angle. A line end

@@ -13,8 +13,9 @@ constexpr double kChunkCells = 500;  // across and down
 constexpr double kNear = 0.25;       // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =
     0.1234567;  // of a period from the seam to where the search ends: few crossings lie there
-constexpr double kSettled = 3e-4;  // samples; a step of this size leaves about its square
-constexpr double kSlack = 1e-3;    // pixels that it goes on there, so that none is lost between both ends
+constexpr double kSettled = 3e-4;                    // samples; a step of this size leaves about its square
+constexpr std::size_t kEnough = 8 * kMostCrossings;  // found, of which a few each are one
+constexpr double kSlack = 1e-3;  // pixels that it goes on there, so that none is lost between both ends
 
 /// A few chords of a loop, from sample `begin` to sample `end`.
 struct Chunk {
@@ -77,7 +78,7 @@ class CrossingSearch {
   /// Compares two chunks whose boxes meet.
   void meet(std::size_t one, std::size_t two) {
     const Chunk &a = chunks_[one], &b = chunks_[two];
-    if (isOneWay(a, b)) return;
+    if (found_.size() > kEnough || isOneWay(a, b)) return;
     const Vec *const loop = pointsOf(a.loop), *const other = pointsOf(b.loop);
     const Vec moved{a.turn * width_, 0}, movedToo{b.turn * width_, 0};
     for (int i = a.begin; i < a.end; ++i) {

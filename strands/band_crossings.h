@@ -21,8 +21,13 @@ struct BandPassing {
   bool isOver = false;
 };
 
+/// A grid has at most 5000 lines. Strands that cross more often than this are a tangle in which nobody
+/// follows a band, and to look for what lies between their crossings takes up to hours.
+inline constexpr std::size_t kMostCrossings = 6000;
+
 /// All crossings, by the under loop and the place on it. At equal heights the loop that comes later, or the
-/// later place of one loop, is over. Loops of a wrapped knot cross round the cylinder.
+/// later place of one loop, is over. Loops of a wrapped knot cross round the cylinder. Of more than
+/// kMostCrossings some are missing, but no fewer are told.
 std::vector<BandCrossing> findBandCrossings(std::span<const BandLoop> loops, const Seam& seam = {});
 
 /// Of every loop, by their places.

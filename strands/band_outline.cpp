@@ -54,6 +54,8 @@ class Outliner {
     outlines.strands.reserve(loops_.size());
     const std::vector<BandCrossing>& crossings = exits_.crossings();
     if (options_.uncut) return uncut();
+    outlines.complete = crossings.size() <= kMostCrossings;
+    if (!outlines.complete) return outlines;
     leaveAll();
     outlines.complete = !isTooMuch();
     // Nobody needs the touches where too much is to be clipped without them: finding them takes longer.

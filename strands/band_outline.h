@@ -56,7 +56,7 @@ struct BandOutlines {
   int crowded = 0;       // crossings without room: the band beneath does not come out before it crosses again
   int lost = 0;          // stretches of which nothing is left
   int beside = 0;        // places where two bands without room between them end at the middle
-  bool complete = true;  // see OutlineOptions::mostClipped and ::unlessCrowded
+  bool complete = true;  // see OutlineOptions::mostClipped and ::unlessCrowded, and kMostCrossings
 };
 
 /// A band is all that lies no further than half its width from its centre line. So where that has a corner,

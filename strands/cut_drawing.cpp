@@ -83,6 +83,7 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   CutDrawing drawing;
   drawing.outlines = options.outlines;
   BandOutlines outlines = bandOutlines(curve, view, widths);
+  drawing.complete = outlines.complete;
   const Seam seam = seamOf(curve, view);
   std::size_t stretches = 0;
   for (const StrandOutline& outline : outlines.strands) stretches += outline.stretches.size();
@@ -133,6 +134,7 @@ CutDrawing cutDrawing(const KnotCurve& curve, const KnotStyle& style, const Grid
   if (!options.outlines) {
     OutlineOptions widths = outlineOptions(style, view);
     widths.centres = true;
+    widths.uncut = !options.broken;
     CutDrawing drawing = drawingOf(curve, style, view, options, widths);
     drawing.millimetres = options.millimetres;
     return drawing;

@@ -34,6 +34,7 @@ struct CutDrawing {
   double bandWidth = 0;    // of outlines, millimetres, before the kerf
   double narrowed = 1;     // the part of the bands' width that this is
   bool apart = true;       // false: pieces overlap, whatever their width
+  bool complete = true;    // false, with no strands: there are more than kMostCrossings
   int tight = 0;           // places where pieces are cut short, or narrower, for want of room
   PictureBox box;          // of what is shown; empty, with left above right, without strands
 };

@@ -126,6 +126,8 @@ void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& s
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   BandOutlines outlines = bandOutlines(curve, view, options);
+  options.uncut = true;
+  if (!outlines.complete) outlines = bandOutlines(curve, view, options);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
   std::vector<BandContour> shown;

@@ -78,6 +78,16 @@ TEST(CalcGrid, AFourteenthNeighbourIsRefused) {
   }
 }
 
+TEST(CollectPoints, ALineLeadsRoundACylinderAFewTimesAtMost) {
+  for (const auto& [units, sound] : {std::pair(-320, true), {-321, false}, {339, true}, {340, false}}) {
+    KnotGraph graph;
+    graph.wrap = {0, 20};
+    addLine(graph, kOrdinary, 0, 0, static_cast<float>(units), 0);
+    ASSERT_TRUE(finishLines(graph));
+    EXPECT_EQ(static_cast<bool>(collectPoints(graph)), sound) << units;
+  }
+}
+
 TEST(FindLine, TheLowestIndexWithinASixthOfACell) {
   KnotGraph graph;
   addLine(graph, kNoLine, 0, 0, 20, 0);

@@ -10,6 +10,7 @@
 #include "platform/none/recording_surface.h"
 #include "strands/band_exits.h"
 #include "strands/band_touches.h"
+#include "strands/cut_drawing.h"
 #include "strands/cut_room.h"
 #include "strands/untangle.h"
 #include "tries.h"
@@ -59,6 +60,29 @@ TEST(BandExits, AreSoundWhereALineLeadsRightBack) {
       EXPECT_TRUE(!end.neck || std::isfinite(end.neck->at.x)) << half;
     }
   }
+}
+
+TEST(BandOutlines, OfATangleThereAreNone) {
+  KnotCurve star = ringOf(100);  // it crosses itself 60 times less one for each of its corners
+  star.X.clear(), star.Y.clear(), star.Z.clear();
+  for (int i = 0; i < 151; ++i) {
+    star.X.push_back(static_cast<float>(200 * std::cos(kTwoPi * 60 * i / 151)));
+    star.Y.push_back(static_cast<float>(200 * std::sin(kTwoPi * 60 * i / 151)));
+    star.Z.push_back(i % 2 == 0 ? 1.F : -1.F);
+  }
+  star.last[1] = 150;
+  const GridView view;
+  EXPECT_FALSE(bandOutlines(star, view, {}).complete);
+  EXPECT_TRUE(bandOutlines(star, view, {.uncut = true}).complete);
+  const KnotStyle style;
+  CutOptions options;
+  EXPECT_FALSE(cutDrawing(star, style, view, options).complete);
+  options.outlines = options.broken = false;
+  EXPECT_EQ(cutDrawing(star, style, view, options).strands.size(), 1U) << "whole lines need no crossings";
+  RecordingSurface classic(500, 500), drawn(500, 500);
+  drawClassicKnot(classic, star, style, view);
+  drawKnot(drawn, star, style, view);
+  EXPECT_TRUE(classic.inked() > 0 && std::ranges::equal(drawn.pixels(), classic.pixels()));
 }
 
 TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
