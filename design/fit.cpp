@@ -151,13 +151,13 @@ std::optional<double> loopRoom(const std::vector<BandLoop>& loops, const Seam& s
   return 2 * innerRadius(ring);
 }
 
-/// Calls `lack` with the distance of the centre lines wherever bands lie beside or in one another that have
-/// no room for `room`, in pixels of the view.
+/// Calls `lack` with the distance of the centre lines wherever bands lie beside or in one another without
+/// room.
 template <class Lack>
-void eachLack(const CrossingLines& lines, double room, Lack lack) {
-  if (lines.isTangle()) return;
-  const BandTouches found = findBandTouches(
-      lines.loops, lines.crossings, bandPassings(lines.loops.size(), lines.crossings), lines.seam, room);
+void eachLack(const CrossingLines& lines, const TouchLimits& limits, Lack lack) {
+  if (lines.isTangle() || limits.most <= 0) return;
+  const auto passings = bandPassings(lines.loops.size(), lines.crossings);
+  const BandTouches found = findBandTouches(lines.loops, lines.crossings, passings, lines.seam, limits);
   for (const BandTouch& touch : found.touches) lack(touch.distance);
   for (const BandClasp& clasp : found.clasps) lack(clasp.distance);
 }
@@ -167,7 +167,7 @@ void eachLack(const CrossingLines& lines, double room, Lack lack) {
 double partBeside(const CrossingLines& lines, double width, float edgeShare, double least) {
   const double room = width * (1 - edgeShare);
   double part = 1;
-  eachLack(lines, room, [&](double distance) {
+  eachLack(lines, {room}, [&](double distance) {
     if (distance >= least * room) part = std::min(part, distance / room);
   });
   return part;
@@ -215,15 +215,27 @@ double coveredPart(const CrossingLines& lines, const BandWidths& bands) {
 }
 
 /// By how many pixels bands run together, see bandOverlap(); `gridDistance` is the least one between the
-/// grid's crossings.
-double overlapOf(const CrossingLines& lines, std::optional<double> gridDistance, const BandWidths& bands) {
+/// grid's crossings. Where `any` overlap is enough, a part of it.
+double overlapOf(const CrossingLines& lines, std::optional<double> gridDistance, const BandWidths& bands,
+                 bool any = false) {
   double overlap = gridDistance ? std::max(0.0, bands.outer - *gridDistance) : 0;
+  if (any && overlap > 0) return overlap;
   // Smoothing may bring crossings nearer together than they are on the grid.
   overlap = std::max(overlap, coveredPart(lines, bands));
-  // Between bands beside each other one edge is enough.
+  if (any && overlap > 0) return overlap;
+  // Between bands beside each other one edge is enough. Only those that lack more than what is known count.
   const double room = (bands.inner + bands.outer) / 2;
-  eachLack(lines, room, [&](double distance) { overlap = std::max(overlap, room - distance); });
+  eachLack(lines, {room, room - overlap, any},
+           [&](double distance) { overlap = std::max(overlap, room - distance); });
   return overlap;
+}
+
+double overlapOf(const Document& document, const Knot& knot, bool any) {
+  const KnotStyle style = knotStyle(document.fields, {});
+  const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
+  std::optional<double> distance = leastCrossingDistance(knot);
+  if (distance) *distance /= view.zoom;
+  return overlapOf({knot, view}, distance, {style.outerWidth(), style.innerWidth()}, any);
 }
 
 /// How wide bands of these shares are to be, in pixels of the 500-pixel picture at zoom 1, and whether no
@@ -252,7 +264,7 @@ Document withGaps(const Document& document, const CrossingLines& lines, double g
   const auto with = [&](int outer) { return withBands(document, outer, edgeShare); };
   const auto runTogether = [&](const Document& d) {
     const KnotStyle style = knotStyle(d.fields, {});
-    return overlapOf(lines, gridDistance, {style.outerWidth() * zoom, style.innerWidth() * zoom}) > 0;
+    return overlapOf(lines, gridDistance, {style.outerWidth() * zoom, style.innerWidth() * zoom}, true) > 0;
   };
   int high = static_cast<int>(knotStyle(document.fields, {}).outerWidth());
   if (least >= high || !runTogether(document) || runTogether(with(least))) return document;
@@ -353,22 +365,16 @@ BandShares sharesOf(const Document& document) {
   return shares;
 }
 
-double bandOverlap(const Document& document, const Knot& knot) {
-  const KnotStyle style = knotStyle(document.fields, {});
-  const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
-  std::optional<double> distance = leastCrossingDistance(knot);
-  if (distance) *distance /= view.zoom;
-  return overlapOf({knot, view}, distance, {style.outerWidth(), style.innerWidth()});
-}
+double bandOverlap(const Document& document, const Knot& knot) { return overlapOf(document, knot, false); }
 
 MoreRoom moreRoom(const Document& document, const Knot& knot) {
   const auto width = [](const Document& d) { return d.fields.number(Param::Width); };
-  const auto hasRoom = [&](const Document& d) { return bandOverlap(d, knot) == 0; };
+  const auto hasRoom = [&](const Document& d) { return overlapOf(d, knot, true) == 0; };
   const std::string least(parameterSpec(Param::Width).min);
   if (document.fields.text(Param::Width) == least) return MoreRoom::fewerCells;
+  if (!hasRoom(withField(document, Param::Width, least))) return MoreRoom::otherCurves;
   const Document fitted = fitBands(document, document.bands);
-  if (width(fitted) < width(document) && hasRoom(fitted)) return MoreRoom::fitBands;
-  return hasRoom(withField(document, Param::Width, least)) ? MoreRoom::smallerWidth : MoreRoom::otherCurves;
+  return width(fitted) < width(document) && hasRoom(fitted) ? MoreRoom::fitBands : MoreRoom::smallerWidth;
 }
 
 }  // namespace lorivan

@@ -153,7 +153,7 @@ class Outliner {
 
   /// Finds where bands have no room beside each other. Clasps change what covers the ends at their crossings.
   void findTouches() {
-    touches_ = findBandTouches(loops_, exits_.crossings(), exits_.passings(), seam_, half_ + clear_);
+    touches_ = findBandTouches(loops_, exits_.crossings(), exits_.passings(), seam_, {half_ + clear_});
     for (const BandClasp& clasp : touches_.clasps) exits_.setRivals(clasp.one, clasp.two);
     beside_.resize(loops_.size());
     for (const BandTouch& touch : touches_.touches) {

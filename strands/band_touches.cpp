@@ -49,13 +49,15 @@ class TouchSearch {
   /// Of arcs that have no mark nothing is expected; no marks: everything of all of them.
   TouchSearch(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
               std::span<const std::vector<BandPassing>> passings, std::span<const char> marks,
-              const Seam& seam, double reach)
+              const Seam& seam, const TouchLimits& limits)
       : loops_(loops),
         crossings_(crossings),
         passings_(passings),
         marks_(marks),
         seam_(seam),
-        reach_(reach),
+        reach_(limits.reach),
+        most_(std::min(limits.most, limits.reach)),
+        isOneEnough_(limits.one),
         lengths_(loops.size()),
         followedAt_(loops.size()) {}
 
@@ -67,7 +69,7 @@ class TouchSearch {
     for (const Way& way : ways_) cells_.boxes().push_back(boxOf(way));
     cells_.lay(kWayCells);
     cells_.eachMeeting([this](std::size_t one, std::size_t two) {
-      if (one != two) meet(one, two);
+      if (one != two && !isEnough()) meet(one, two);
     });
     return std::move(found_);
   }
@@ -80,6 +82,8 @@ class TouchSearch {
     bool isOver = false;   // at the crossing of the smaller number
     bool fromOne = false;  // whether it begins there
   };
+
+  bool isEnough() const { return isOneEnough_ && !(found_.touches.empty() && found_.clasps.empty()); }
 
   void cutLoops() {
     arcs_.resize(crossings_.size());
@@ -109,8 +113,8 @@ class TouchSearch {
     const int one = std::min(from.crossing, to.crossing);
     for (const Arc& o : arcs_[one])
       if (o.to == arc.to && o.isOver != arc.isOver && !areOneBend(arc, o))
-        if (const double distance = between(arc, o); distance < reach_)
-          if (const double back = between(o, arc); back < reach_)
+        if (const double distance = between(arc, o); distance < most_)
+          if (const double back = between(o, arc); back < most_)
             found_.clasps.push_back(
                 {static_cast<std::size_t>(one), static_cast<std::size_t>(arc.to), std::max(distance, back)});
     for (Arc& o : arcs_[one])
@@ -134,8 +138,8 @@ class TouchSearch {
     BandLoop other = loops_[b.loop];
     const bool sameSense = (a.fromOne == b.fromOne);
     double most = 0;
-    // From the middle on, where it mostly is largest: beyond the reach nobody asks for more.
-    for (int step = 0; step < kEyeParts - 1 && most < reach_; ++step) {
+    // From the middle on, where it mostly is largest: of what is too far nobody asks for more.
+    for (int step = 0; step < kEyeParts - 1 && most < most_; ++step) {
       const int k = kEyeParts / 2 + (step % 2 == 0 ? step / 2 : -(step + 1) / 2);
       const double t = static_cast<double>(k) / kEyeParts, u = sameSense ? t : 1 - t;
       const Vec at = loops_[a.loop].spot(a.begin + (a.end - a.begin) * t).at;
@@ -198,7 +202,7 @@ class TouchSearch {
   }
 
   Box boxOf(const Way& way) const {
-    const double more = way.bulge + reach_ / 2;
+    const double more = way.bulge + most_ / 2;
     return {std::min(way.a.x, way.b.x) - more, std::min(way.a.y, way.b.y) - more,
             std::max(way.a.x, way.b.x) + more, std::max(way.a.y, way.b.y) + more};
   }
@@ -207,7 +211,7 @@ class TouchSearch {
   void meet(std::size_t i, std::size_t k) {
     const Way &a = ways_[i], &b = ways_[k];
     if (i >= copies_ && k >= copies_) return;
-    const double most = reach_ + a.bulge + b.bulge;
+    const double most = most_ + a.bulge + b.bulge;
     if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(a, b);
   }
 
@@ -264,7 +268,7 @@ class TouchSearch {
     for (const Place& place : p)
       for (const Place& other : q) squares_.push_back(dot(other.at - place.at, other.at - place.at));
     const auto square = [&](std::size_t i, std::size_t k) { return squares_[i * q.size() + k]; };
-    const double most = 1.5 * reach_ * reach_;
+    const double most = most_ * most_ + 0.5 * reach_ * reach_;
     for (std::size_t i = 0; i < p.size(); ++i)
       for (std::size_t k = 0; k < q.size(); ++k) {
         const double here = square(i, k);
@@ -295,7 +299,7 @@ class TouchSearch {
     }
     const Vec here = a.spot(s).at, there = b.spot(t).at;
     const double least = lengthOf(there - here);
-    if (least >= reach_ || isMet(numberA, a, s, here, numberB, b, t, there)) return;
+    if (least >= most_ || isMet(numberA, a, s, here, numberB, b, t, there)) return;
     if (wasFollowed(numberA, {a, s, s}, {b, t, t})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
     const double sameSense = dot(a.spot(s).along, b.spot(t).along) < 0 ? -1 : 1;
@@ -481,7 +485,8 @@ class TouchSearch {
   std::span<const std::vector<BandPassing>> passings_;
   std::span<const char> marks_;
   Seam seam_;
-  double reach_;
+  double reach_, most_;
+  bool isOneEnough_;
   std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
   bool isSure_ = false;  // whether other steps on the walk that failed last would have led there as well
   std::vector<Followed> followed_;
@@ -500,12 +505,13 @@ class TouchSearch {
 
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
                             std::span<const std::vector<BandPassing>> passings, const Seam& seam,
-                            double reach) {
+                            const TouchLimits& limits) {
   std::vector<char> marks;
-  if (!seam && BandFaces(loops, crossings, passings).mark(reach, marks) &&
+  const double most = std::min(limits.most, limits.reach);
+  if (!seam && BandFaces(loops, crossings, passings).mark(most, marks) &&
       std::ranges::all_of(marks, [](char mark) { return mark == 0; }))
     return {};
-  return TouchSearch(loops, crossings, passings, marks, seam, reach).find();
+  return TouchSearch(loops, crossings, passings, marks, seam, limits).find();
 }
 
 }  // namespace lorivan

@@ -30,10 +30,16 @@ struct BandTouches {
   std::vector<BandClasp> clasps;
 };
 
+struct TouchLimits {
+  double reach = 0;     // how near centre lines come to each other where bands touch
+  double most = reach;  // only those that come nearer than this
+  bool one = false;     // whether a single one is enough
+};
+
 /// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the
 /// legs of one bend.
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
                             std::span<const std::vector<BandPassing>> passings, const Seam& seam,
-                            double reach);
+                            const TouchLimits& limits);
 
 }  // namespace lorivan

@@ -341,7 +341,7 @@ TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
   options.band = 14;
   options.outer = 18;
   const auto loops = bandLoops(curve, GridView());
-  const BandTouches found = findBandTouches(loops, {}, {}, {}, (options.band + options.outer) / 2);
+  const BandTouches found = findBandTouches(loops, {}, {}, {}, {(options.band + options.outer) / 2});
   ASSERT_EQ(found.touches.size(), 2U) << "left and right";
   for (const BandTouch& touch : found.touches) EXPECT_NEAR(touch.distance, 6, 0.3);
   const BandOutlines outlines = bandOutlines(curve, GridView(), options);
@@ -362,7 +362,7 @@ TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
 TEST(BandTouches, GoRoundARingOnceEachWayAtMost) {
   const std::vector<BandLoop> loops{bandLoops(ringOf(20), GridView()).front(),
                                     bandLoops(ringOf(26), GridView()).front()};
-  const BandTouches found = findBandTouches(loops, {}, {}, {}, 15);
+  const BandTouches found = findBandTouches(loops, {}, {}, {}, {15});
   ASSERT_EQ(found.touches.size(), 1U);
   for (const BandPiece& piece : {found.touches[0].first, found.touches[0].second}) {
     EXPECT_GE(piece.to - piece.from, piece.loop.size());
@@ -380,7 +380,7 @@ TEST(BandTouches, FacesLoseNoneOfThem) {
       const double reach = 0.6 * smallestRoom(loops);
       const auto find = [&] {
         const auto crossings = findBandCrossings(loops);
-        return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {}, reach);
+        return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {}, {reach});
       };
       const BandTouches byFaces = find();
       // With a ring far away from the knot the faces do not hang together: every pair is looked at.
