@@ -149,6 +149,7 @@ Result<double> pictureMillimetres(const OutputOptions& options, const GridView& 
 
 std::optional<double> millimetresPerPixel(const Document& document, const Knot& knot,
                                           const OutputOptions& options) {
+  if (!options.millimetres && !options.height) return {};  // before anything is drawn
   const KnotStyle style = knotStyle(document.fields, {});
   const GridView view = viewOf(knot, document.fields, style, kReferenceWidth, true);
   const PictureBox box = drawnBox(knot.curve, style, view, false);
