@@ -15,6 +15,9 @@ namespace lorivan {
 
 using BandContour = std::vector<PointF>;
 
+/// Of crossings that are cut by distances, in a picture that has to keep up with the user.
+inline constexpr int kMostClippedLive = 400;
+
 /// All in pixels of the view.
 struct OutlineOptions {
   double band = 10;      // width of the shapes

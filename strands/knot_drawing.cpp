@@ -13,7 +13,6 @@
 namespace lorivan {
 namespace {
 
-constexpr int kMostClipped = 400;  // crossings of a picture that has to keep up with the user
 constexpr double kEdgeMargin = 2;  // reference pixels kept free along the picture's edge
 constexpr double kFilledEdge =
     0.05;  // part of the picture that a knot that fills it leaves free on each side
@@ -73,7 +72,7 @@ void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph)
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
               bool quick) {
   OutlineOptions options;
-  if (quick) options.mostClipped = kMostClipped;
+  if (quick) options.mostClipped = kMostClippedLive;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
   options.rings = options.fitted = !surface.isRaster();

@@ -125,6 +125,7 @@ void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& s
   OutlineOptions options;
   options.band = style.innerWidth() * view.pixelFactor();
   options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  options.mostClipped = kMostClippedLive;
   BandOutlines outlines = bandOutlines(curve, view, options);
   options.uncut = true;
   if (!outlines.complete) outlines = bandOutlines(curve, view, options);

@@ -18,7 +18,8 @@ double strandLength(const KnotCurve& curve, int slot, const GridView& view);
 /// How often a strand passes a crossing; one with itself counts twice.
 int crossingsPassed(const StrandStore& store, int slot);
 
-/// Draws a thin bright outline round what can be seen of a strand.
+/// Draws a thin bright outline round what can be seen of a strand; round all of it where it takes too long to
+/// tell that.
 void drawStrandMark(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
                     int slot);
 
