@@ -193,9 +193,9 @@ struct BandWidths {
 };
 
 /// How far a band is still covered where its strand crosses again, at most; 0 where every band comes out from
-/// under the others before.
+/// under the others before. In a tangle bands count as covered.
 double coveredPart(const CrossingLines& lines, const BandWidths& bands) {
-  if (lines.isTangle()) return 0;
+  if (lines.isTangle()) return bands.outer;
   const double half = bands.inner / 2, clear = bands.outer / 2;
   const BandExits exits(lines.loops, lines.crossings, lines.seam, half, clear, kExact * half);
   double most = 0;

@@ -39,7 +39,8 @@ std::optional<double> drawnRoom(const Knot& knot);
 
 /// By how many pixels of the 500-pixel picture the bands are wider than the room between crossings of the
 /// grid, or are still covered by one band where they pass the next, or, with one edge for both, wider than
-/// the room between bands that lie beside each other as at a wall; 0 while there are gaps.
+/// the room between bands that lie beside each other as at a wall; 0 while there are gaps. Of strands that
+/// cross more than kMostCrossings times it is at least the bands' width.
 double bandOverlap(const Document& document, const Knot& knot);
 
 /// What makes room for the bands of a document's knot that run together. Bands at their least width need

@@ -13,9 +13,11 @@ constexpr double kChunkCells = 500;  // across and down
 constexpr double kNear = 0.25;       // samples; crossings of the same two stretches that are nearer are one
 constexpr double kAside =
     0.1234567;  // of a period from the seam to where the search ends: few crossings lie there
-constexpr double kSettled = 3e-4;                    // samples; a step of this size leaves about its square
-constexpr std::size_t kEnough = 8 * kMostCrossings;  // found, of which a few each are one
-constexpr double kSlack = 1e-3;  // pixels that it goes on there, so that none is lost between both ends
+constexpr double kSettled = 3e-4;  // samples; a step of this size leaves about its square
+constexpr double kSlack = 1e-3;    // pixels that it goes on there, so that none is lost between both ends
+
+/// Places where chords meet, of which a few each are one crossing: then there are too many.
+constexpr std::size_t kEnough = 8 * kMostCrossings;
 
 /// A few chords of a loop, from sample `begin` to sample `end`.
 struct Chunk {
