@@ -178,8 +178,8 @@ TEST(Fit, WhatMakesRoomIsTrue) {
   const Document tangled = fitBands(*randomKnot(Document(), seededRandom(60)));
   EXPECT_EQ(advice(tangled), MoreRoom::otherCurves);
   // Nobody looks for what lies between thousands of crossings.
-  const Document tangle = withField(withField(gridOf(Shape::Spiral, "20", "20", "30"), Param::Swish, "50"),
-                                    Param::Width, "2");
+  const Document tangle =
+      withField(withField(gridOf(Shape::Spiral, "20", "20", "30"), Param::Swish, "50"), Param::Width, "2");
   EXPECT_EQ(overlap(tangle), knotStyle(tangle.fields, {}).outerWidth());
   EXPECT_GT(overlap(withField(tangled, Param::Width, "2")), 0);
   EXPECT_EQ(overlap(withField(withField(tangled, Param::Width, "2"), Param::Swish, "3")), 0);
