@@ -177,6 +177,7 @@ TEST(Fit, WhatMakesRoomIsTrue) {
   // Walls bring lines together that only lie apart at another swish.
   const Document tangled = fitBands(*randomKnot(Document(), seededRandom(60)));
   EXPECT_EQ(advice(tangled), MoreRoom::otherCurves);
+  EXPECT_NEAR(overlap(tangled), 10.46, 0.01) << "the worst of several";
   // Nobody looks for what lies between thousands of crossings.
   const Document tangle =
       withField(withField(gridOf(Shape::Spiral, "20", "20", "30"), Param::Swish, "50"), Param::Width, "2");

@@ -370,6 +370,14 @@ TEST(BandTouches, GoRoundARingOnceEachWayAtMost) {
   }
 }
 
+/// The least distance of bands that touch.
+double nearest(const BandTouches& found) {
+  double least = HUGE_VAL;
+  for (const BandTouch& touch : found.touches) least = std::min(least, touch.distance);
+  for (const BandClasp& clasp : found.clasps) least = std::min(least, clasp.distance);
+  return least;
+}
+
 TEST(BandTouches, FacesLoseNoneOfThem) {
   std::size_t touches = 0, clasps = 0;
   for (const Shape shape : {Shape::SquareSquare, Shape::SquareTriangle, Shape::Hexagonal, Shape::Circular,
@@ -378,16 +386,24 @@ TEST(BandTouches, FacesLoseNoneOfThem) {
       const Drawn drawn(shape, 5, 4, order, 0.4);
       auto loops = bandLoops(drawn.knot.curve, drawn.view);
       const double reach = 0.6 * smallestRoom(loops);
-      const auto find = [&] {
+      const auto find = [&](double most, bool one) {
         const auto crossings = findBandCrossings(loops);
-        return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {}, {reach});
+        return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {},
+                               {reach, most, one});
       };
-      const BandTouches byFaces = find();
+      const BandTouches byFaces = find(reach, false);
       // With a ring far away from the knot the faces do not hang together: every pair is looked at.
       loops.push_back(bandLoops(ringOf(20), GridView()).front().moved(3000));
-      const BandTouches all = find();
+      const BandTouches all = find(reach, false);
       EXPECT_EQ(byFaces.touches.size(), all.touches.size()) << static_cast<int>(shape) << ' ' << order;
       EXPECT_EQ(byFaces.clasps.size(), all.clasps.size()) << static_cast<int>(shape) << ' ' << order;
+      // Who asks for nearer ones alone gets the nearest one, and who asks for any gets some.
+      const double least = nearest(all);
+      EXPECT_EQ(nearest(find(least * 1.01, false)), least);
+      EXPECT_EQ(nearest(find(least * 0.99, false)), HUGE_VAL);
+      const BandTouches one = find(reach, true);
+      EXPECT_EQ(one.touches.empty() && one.clasps.empty(), least == HUGE_VAL);
+      EXPECT_LE(one.touches.size(), 1U);
       touches += all.touches.size();
       clasps += all.clasps.size();
     }

@@ -95,6 +95,19 @@ TEST(StrandPick, TheMarkFollowsTheBorderOfWhatIsSeen) {
   EXPECT_EQ(far, 0);
 }
 
+TEST(StrandPick, AStrandOfATangleIsMarkedWhole) {
+  const MadeKnot knot = makeKnot(fieldsOf(Shape::Octagonal, 12, 12, 6), {.startColour = 1});
+  KnotStyle style;
+  style.width = 30;
+  GridView view(knot.settings.stretch, 500);
+  fitView(view, *knot.graph, knot.curve, style);
+  int slot = 1;
+  while (!knot.curve.used(slot)) ++slot;
+  RecordingSurface marked(500, 400);
+  drawStrandMark(marked, knot.curve, style, view, slot);
+  EXPECT_GT(marked.inked(), 1000);
+}
+
 TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
   const MadeKnot small = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 10)),
                  large = makeKnot(fieldsOf(Shape::SquareSquare, 3, 2, 30));
