@@ -21,8 +21,8 @@ FileQuestion shapeQuestion() {
 void Handlers::picShape_Mouse(const MouseEvent& event) {
   const auto edit = bench_.sheet.mouse(event);
   if (!edit) return;
-  const std::string name = trn("Shape: {n} point", "Shape: {n} points", bench_.sheet.shape().ShapePointCount);
   Document next = bench_.document();
+  const std::string name = shapeStep(outlineOf(next), bench_.sheet.shape());
   if (edit->outlineChanged)
     next = withOutline(next, bench_.sheet.shape());
   else if (!(outlineOf(next) == bench_.sheet.shape()))

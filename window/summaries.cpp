@@ -32,6 +32,17 @@ std::string kindHint(int kind) {
 
 std::string countedCrossings(long long n) { return trn("{n} crossing", "{n} crossings", n); }
 
+struct ShapeCounts {
+  int points = 0, lines = 0;
+};
+/// What of a shape's tables is not deleted.
+ShapeCounts countsOf(const CustomShape& shape) {
+  ShapeCounts counts;
+  for (int point = 1; point <= shape.ShapePointCount; ++point) counts.points += shape.pointIsLive(point);
+  for (int line = 1; line <= shape.ShapeLineCount; ++line) counts.lines += shape.lineIsLive(line);
+  return counts;
+}
+
 /// Regions that lines part from each other, where none cross: by Euler's formula, lines less points and one
 /// more for each part that hangs together.
 int regionsOf(const CustomShape& shape) {
@@ -95,18 +106,23 @@ std::string emptyShare(const AutoGridReport& report, const std::string& advice) 
   return tr("; {1} % of the outline stayed empty: {2}", percent, advice);
 }
 
+std::string shapeStep(const CustomShape& before, const CustomShape& now) {
+  const ShapeCounts then = countsOf(before), left = countsOf(now);
+  if (left.lines > then.lines) return tr("New line");
+  if (left.points > then.points) return tr("New point");
+  if (left.points < then.points) return tr("Delete point");
+  return left.lines < then.lines ? tr("Delete line") : tr("Move point");
+}
+
 std::string shapeSummary(const CustomShape& shape) {
   std::vector<int> linesAt(static_cast<std::size_t>(shape.ShapePointCount) + 1, 0);
-  int points = 0, lines = 0, looseEnds = 0;
+  const auto [points, lines] = countsOf(shape);
+  int looseEnds = 0;
   for (int line = 1; line <= shape.ShapeLineCount; ++line) {
     if (!shape.lineIsLive(line)) continue;
-    ++lines;
     for (const int end : {0, 1}) ++linesAt[shape.lineEnd(end, line)];
   }
-  for (int point = 1; point <= shape.ShapePointCount; ++point) {
-    points += shape.pointIsLive(point) ? 1 : 0;
-    looseEnds += linesAt[point] == 1 ? 1 : 0;
-  }
+  for (int point = 1; point <= shape.ShapePointCount; ++point) looseEnds += linesAt[point] == 1 ? 1 : 0;
   if (points == 0) return shapeHint();
   const std::string counts =
       tr("Shape: {1}, {2}", trn("{n} point", "{n} points", points), trn("{n} line", "{n} lines", lines));

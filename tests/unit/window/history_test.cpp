@@ -24,7 +24,7 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
       {"Turn 30", [this] { enter(Param::Theta, "30"); }},
       {"Load k&&n.qzd", [&] { platform.dialogs.answerSave(SaveAnswer::discard), w->userDrops(knot); }},
       {"Make from Standard", [this] { pick("mnuShapeMakeStandard"); }},
-      {"Shape: 17 points",
+      {"New point",
        [this] {
          return pick("mnuShapeView"), drag(kSheet, {250, 200}, {30, 30});
        }},
@@ -47,7 +47,7 @@ TEST_F(HistoryTest, AnyDeedIsTakenBackAndDoneAgainByItsName) {
     undo();
     EXPECT_TRUE(document() == documents[i]) << names[i];
     EXPECT_EQ(commandText("mnuEditRedoStep"), "&Redo " + names[i]);
-    EXPECT_EQ(visible("picShape"), names[i] == "Blank shape" || names[i].starts_with("Shape: ")) << names[i];
+    EXPECT_EQ(visible("picShape"), names[i] == "Blank shape" || names[i] == "New point") << names[i];
   }
   EXPECT_FALSE(commandEnabled("mnuEditUndoStep"));
   for (std::size_t i = 0; i < names.size(); ++i) {

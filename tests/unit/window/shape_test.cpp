@@ -90,6 +90,12 @@ TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   EXPECT_EQ(w->pointer(kSheet), PointerShape::hand);
   drag({500, 420}, {2000, -50}, 2);  // kept off the borders
   EXPECT_TRUE(at(5, 440, 45));
+  const auto told = [this] { return commandText("mnuEditUndoStep"); };
+  EXPECT_EQ(told(), "&Undo Move point");
+  drag({880, 90}, {880, 90});
+  EXPECT_EQ(told(), "&Undo Delete point");
+  drag({200, 200}, {600, 200});
+  EXPECT_EQ(told(), "&Undo Delete line");
 }
 
 TEST_F(ShapeTest, ImagesAreDrawnInOneStepAndCurvesFollowThePoints) {
@@ -113,7 +119,7 @@ TEST_F(ShapeTest, ImagesAreDrawnInOneStepAndCurvesFollowThePoints) {
   EXPECT_TRUE(document() == smooth && shape().smooth);
   pick("mnuEditUndoStep");
   pick("mnuEditUndoStep");
-  EXPECT_EQ(w->status().find("Undone"), 0U) << w->status();
+  EXPECT_EQ(w->status().find("Undone: New line; Shape: 6 points"), 0U) << w->status();
   EXPECT_TRUE(shape().ShapePointCount == 6 && shape().ShapeLineCount == 0) << "lines and images are one step";
 }
 
