@@ -148,6 +148,8 @@ class Handlers {
   bool walk(int dx, int dy);
   void setStrands(std::optional<int> strands);
   void makeGridAnew();
+  std::optional<TwoLengths> askLengths(const std::string& prompt, const std::string& title,
+                                       std::string& initial);
   void adoptSize(const std::string& step, const Result<FittedSize>& fitted, bool solid);
   void variationsMouse(const MouseEvent& event);
   bool variationsKey(Key key);
@@ -182,7 +184,10 @@ class Handlers {
 
   Workbench& bench_;
   std::optional<PointI> pressed_;  // where the left button went down on the model, until it moves away
-  double millimetres_ = 80;        // width of the finished knot, as last asked for
+  // As last asked for: the width of the finished knot, the gap between its strands, and the sizes to fit it
+  // to.
+  double millimetres_ = 80, gap_ = 0;
+  std::string frame_ = "200 x 120", ring_ = "18.2 x 6";
 };
 
 }  // namespace lorivan

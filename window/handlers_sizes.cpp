@@ -6,24 +6,33 @@
 namespace lorivan {
 
 void Handlers::mnuEditFitFrame_Click() {
-  const std::string asked =
-      bench_.window.inputBox(tr("Width and height of the drawn knot in millimetres, bands included"),
-                             tr("Fit to frame"), "200 x 120");
-  if (asked.empty()) return;
-  const auto size = parseLengths(asked);
-  if (!size) return bench_.status(size.error().message);
-  adoptSize(tr("Fit to frame"),
-            fitFrame(bench_.document(), size->first, size->second, bench_.saveOptions.outline), false);
+  const auto size = askLengths(tr("Width and height of the drawn knot in millimetres, bands included"),
+                               tr("Fit to frame"), frame_);
+  if (size)
+    adoptSize(tr("Fit to frame"),
+              fitFrame(bench_.document(), size->first, size->second, bench_.saveOptions.outline), false);
 }
 
 void Handlers::mnuEditFitRing_Click() {
-  const std::string asked = bench_.window.inputBox(
+  const auto size = askLengths(
       tr("Inner diameter and height of the ring in millimetres; Ring % below 100 makes a bracelet"),
-      tr("Fit to ring"), "18.2 x 6");
-  if (asked.empty()) return;
+      tr("Fit to ring"), ring_);
+  if (size) adoptSize(tr("Fit to ring"), fitRing(bench_.document(), size->first, size->second), true);
+}
+
+/// Nothing when the question is cancelled, or the answer is not two lengths, which the user is told. Others
+/// are proposed the next time.
+std::optional<TwoLengths> Handlers::askLengths(const std::string& prompt, const std::string& title,
+                                               std::string& initial) {
+  const std::string asked = bench_.window.inputBox(prompt, title, initial);
+  if (asked.empty()) return {};
   const auto size = parseLengths(asked);
-  if (!size) return bench_.status(size.error().message);
-  adoptSize(tr("Fit to ring"), fitRing(bench_.document(), size->first, size->second), true);
+  if (!size) {
+    bench_.status(size.error().message);
+    return {};
+  }
+  initial = asked;
+  return *size;
 }
 
 /// The document holds no millimetres: the width to save files with is told.

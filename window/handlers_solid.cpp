@@ -79,8 +79,9 @@ void Handlers::mnuViewFitRadius_Click() {
   const auto gap = askMillimetres(
       tr("Gap between strands in millimetres, for a knot {1} mm wide (0: they meet at every crossing):",
          shortestText(static_cast<float>(millimetres_))),
-      tr("Fit radius"), 0);
+      tr("Fit radius"), gap_);
   if (!gap) return;
+  gap_ = *gap;
   const auto fitted = withFittedRadius(bench_.document(), bench_.knot(), *gap, millimetres_);
   if (bench_.step(tr("Fit radius"), fitted, After::all))
     bench_.statusToo(fieldStep(bench_.document(), Param::PolyRadius));

@@ -1,4 +1,5 @@
 // The 3-D model and its view, as a user meets them.
+#include <array>
 #include <cmath>
 
 #include "base/numbers.h"
@@ -289,6 +290,19 @@ TEST_F(ModelTest, ALargeModelIsStoodInForWhileItIsDragged) {
     EXPECT_NEAR(w->surface(kSolid).inked(), inked, inked / 50);
     click("chkSmooth");
   }
+}
+
+TEST_F(ModelTest, SizesThatWereAskedForAreProposedAgain) {
+  startSolid();
+  for (const auto& [command, sizes] :
+       {std::pair<const char*, std::array<const char*, 2>>{"mnuEditFitFrame", {"150 x 90", "120 by"}},
+        {"mnuEditFitRing", {"17 x 5", "17 x"}},
+        {"mnuViewFitRadius", {"1.5", "-1"}}})
+    for (const char* const size : {sizes[0], sizes[1], ""}) {
+      platform.dialogs.answerInput(size);
+      pick(command);
+      EXPECT_EQ(lastAsked().initial == sizes[0], size != sizes[0]) << command << ' ' << lastAsked().initial;
+    }
 }
 
 }  // namespace
