@@ -45,4 +45,18 @@ inline GridFields fieldsOf(Shape shape, int x, int y, float scale = 30, int offs
   return {.shape = shape, .XNo = x, .YNo = y, .scale = scale, .crossOffset = offset};
 }
 
+inline GridFields wrappedFieldsOf(Shape shape, int x, int y, float scale = 30) {
+  return {.shape = shape, .XNo = x, .YNo = y, .scale = scale, .wrapped = true};
+}
+
+/// Lines that strands cross but did not cross exactly twice.
+inline int wronglyPassed(const KnotGraph& graph) {
+  int wrong = 0;
+  for (int j = 0; j <= graph.LastLine; ++j) {
+    const GridLine& line = graph.Lines[j];
+    wrong += line.Kind != kNoLine && line.Kind != kWall && line.Passes != 2 ? 1 : 0;
+  }
+  return wrong;
+}
+
 }  // namespace lorivan

@@ -9,6 +9,7 @@
 
 #include "export/mesh.h"
 #include "export/writers.h"
+#include "knot_maker.h"
 #include "strands/band_outline.h"
 
 namespace lorivan::fuzz {
@@ -28,14 +29,6 @@ bool isSimple(const KnotGraph& graph) {
     if ((a == b && l.Y1 == l.Y2) || !known.insert(std::max(there, back)).second) return false;
   }
   return true;
-}
-
-void requirePassedTwice(const KnotGraph& graph) {
-  for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[j];
-    require((line.Kind != kOrdinary && line.Kind != kReversed) || line.Passes == 2,
-            "every crossing line is passed twice");
-  }
 }
 
 void requireOutlines(const KnotCurve& curve, const TraceSettings& trace, const Road& road) {
@@ -115,7 +108,7 @@ bool followRoad(KnotGraph& graph, const Road& road, bool sound) {
     require(traced.error().kind == ErrorKind::knot && graph.KnotError, "what cannot be traced is told so");
     return false;
   }
-  if (sound || isSimple(graph)) requirePassedTwice(graph);
+  if (sound || isSimple(graph)) require(wronglyPassed(graph) == 0, "every crossing line is passed twice");
   KnotCurve curve;
   sampleStrands(store, road.order, road.samples, curve);
   for (std::size_t i = 0; i < curve.X.size(); ++i)

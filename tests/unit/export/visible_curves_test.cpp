@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "curve_maker.h"
 #include "unit/export/sample_knots.h"
 
 namespace lorivan {
@@ -13,17 +14,12 @@ namespace {
 /// Two long ellipses across each other; the first lies over the second on the right, under it on the left.
 KnotCurve crossedEllipses() {
   KnotCurve curve;
-  for (int slot = 1; slot <= 2; ++slot) {
-    curve.first[slot] = static_cast<int>(curve.X.size());
-    for (int i = 0; i < 200; ++i) {
-      const double turn = 2 * 3.14159265358979 * i / 200;
-      const double x = (slot == 1 ? 40 : 10) * std::cos(turn), y = (slot == 1 ? 10 : 40) * std::sin(turn);
-      curve.X.push_back(static_cast<float>(x));
-      curve.Y.push_back(static_cast<float>(y / 0.8));
-      curve.Z.push_back(static_cast<float>((slot == 1 ? x : -x) / 40));
-    }
-    curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
-  }
+  for (const int slot : {1, 2})
+    addSamples(curve, slot, samplesRound(200, [&](double turn) {
+                 const double x = (slot == 1 ? 40 : 10) * std::cos(turn);
+                 const double y = (slot == 1 ? 10 : 40) * std::sin(turn);
+                 return sampleAt(x, y / 0.8, (slot == 1 ? x : -x) / 40);
+               }));
   return curve;
 }
 
@@ -68,11 +64,7 @@ TEST(VisibleCurves, GapsAreAsWideAsTheBandOnTop) {
 TEST(VisibleCurves, LongPiecesChangeNothingElsewhere) {
   const auto lines = visibleCurves(crossedEllipses(), 3);
   KnotCurve curve = crossedEllipses();
-  curve.first[3] = static_cast<int>(curve.X.size());
-  curve.X.insert(curve.X.end(), {-300000, 300000, 0});
-  curve.Y.insert(curve.Y.end(), {100000, 100000, 300000});
-  curve.Z.insert(curve.Z.end(), {-5, -5, -5});
-  curve.last[3] = static_cast<int>(curve.X.size()) - 1;
+  addSamples(curve, 3, {{-300000, 100000, -5}, {300000, 100000, -5}, {0, 300000, -5}});
   const auto more = visibleCurves(curve, 3);
   ASSERT_EQ(more.size(), lines.size() + 1);
   for (std::size_t i = 0; i < lines.size(); ++i) {

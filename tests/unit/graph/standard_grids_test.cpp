@@ -9,14 +9,11 @@
 #include <map>
 
 #include "graph/grid_view.h"
+#include "knot_maker.h"
 #include "tries.h"
 
 namespace lorivan {
 namespace {
-
-GridFields fieldsOf(Shape shape, int x, int y, float scale = 30, int offset = 0) {
-  return {.shape = shape, .XNo = x, .YNo = y, .scale = scale, .crossOffset = offset};
-}
 
 TEST(StandardGrids, LinesStandWhereTheirFormulasPutThem) {
   const struct {

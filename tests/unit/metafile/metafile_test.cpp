@@ -126,8 +126,7 @@ class BandCheck {
 
 TEST(Metafile, HoldsTheBandsAndNothingElse) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
+  const KnotStyle style{.colours = strandColours(firstColourBoxes())};
   GridView view(0.8F, 10000), screen(0.8F, 500);
   for (GridView* v : {&view, &screen}) fitView(*v, *knot.graph, knot.curve, style);
   const auto metafile = platform->createMetafile({view.width, view.height(), 264.5833});
@@ -153,9 +152,7 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
 }
 
 TEST(Metafile, ShowsOnePeriodOfAWrappedKnot) {
-  GridFields fields = fieldsOf(Shape::SquareSquare, 4, 1);
-  fields.wrapped = true;
-  const MadeKnot knot = makeKnot(fields);
+  const MadeKnot knot = makeKnot(wrappedFieldsOf(Shape::SquareSquare, 4, 1));
   const GridView view(0.8F, 10000);
   const auto metafile = platform->createMetafile({view.width, view.height(), 264.5833});
   ASSERT_TRUE(metafile) << metafile.error().message;

@@ -98,10 +98,8 @@ TEST(Picture, StandsAsTheGridDoesAndIsNotMirrored) {
 }
 
 TEST(Picture, FacesLeaveNoCracksAndEdgesAreSmooth) {
-  TubeSettings settings;
-  settings.polySides = 40;
-  settings.polyPoints = 30;
-  const TubeModel model = brightModel(storeOf(roundStrand(24, 90, true)), settings, {kGreen});
+  const TubeModel model =
+      brightModel(storeOf(roundStrand(24, 90, true)), {.polySides = 40, .polyPoints = 30}, {kGreen});
   const Picture picture = shown(model, viewAt(20, 30, 0));
   int edges = 0;
   for (int y = 1; y < picture.height - 1; ++y) {
@@ -124,10 +122,8 @@ TEST(Picture, NeverCutNorSpoiltByAnyFieldValue) {
   for (const StrandStore& store : knots) {
     for (int mask = 0; mask < 256; ++mask) {
       const auto pick = [&](int bit, float low, float high) { return (mask >> bit & 1) != 0 ? high : low; };
-      TubeSettings settings;
-      settings.polyZF = pick(0, 0.25F, 10);
-      settings.polyRadius = pick(1, 1, 10);
-      settings.ringPercent = pick(2, 0, 100);
+      const TubeSettings settings{
+          .polyRadius = pick(1, 1, 10), .polyZF = pick(0, 0.25F, 10), .ringPercent = pick(2, 0, 100)};
       const LightSettings light = {pick(3, 0, 1), pick(4, 0, 1), 1, pick(5, 0, 10), pick(6, -500, -20000)};
       const ViewState view = viewAt(pick(7, 0, 237), pick(0, 0, 360) / 3, pick(1, 0, 45));
       renderer.render(built(store, settings), light, view, {}, {.background = kMagenta}, picture.block());

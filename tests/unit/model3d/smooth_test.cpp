@@ -36,12 +36,7 @@ TubeModel wovenModel(int sides, int points, float ringPercent) {
                      i % 2 != 0 ? -1.0F : 1.0F});
   }
   addStrand(store, 2, waves);
-  TubeSettings settings;
-  settings.polySides = sides;
-  settings.polyPoints = points;
-  settings.ringPercent = ringPercent;
-  TubeModel model = built(store, settings);
-  return model;
+  return built(store, {.polySides = sides, .polyPoints = points, .ringPercent = ringPercent});
 }
 
 /// Casts rays from the eye at every triangle, in double precision and without a projection.

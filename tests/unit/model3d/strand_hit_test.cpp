@@ -10,9 +10,7 @@ TEST(StrandHit, FindsWhatBothPicturesShow) {
   StrandStore store;
   addStrand(store, 1, trefoil());
   addStrand(store, 7, roundStrand(12, 60, true));
-  TubeSettings settings;
-  settings.ringPercent = 40;
-  const TubeModel model = built(store, settings);
+  const TubeModel model = built(store, {.ringPercent = 40});
   constexpr int kAcross = 300, kDown = 240;
   const ViewState view = viewAt(25, 340, 15);
   const Lens lens{1.6F, {0.05F, -0.1F}};

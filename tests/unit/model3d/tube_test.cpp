@@ -16,9 +16,7 @@ TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
   for (const StrandPoint& corner : {StrandPoint{-30.4F, -10, 0}, {70.3F, -10, 7}, {70.3F, 50, -0.5F}}) {
     points.insert(points.end(), 3, corner);
   }
-  TubeSettings settings;
-  settings.polySmooth = 3;
-  settings.polyZF = 1.5F;
+  const TubeSettings settings{.polySmooth = 3, .polyZF = 1.5F};
   const TubeModel model = built(storeOf(points), settings);
   const double scale = 8.0 / 70, middle = 20;
   EXPECT_NEAR(model.curveMinimum.x, (-30.4 - middle) * scale, 1e-5);
@@ -63,10 +61,7 @@ TEST(Tube, RunsAsTheFlatCurveDoes) {
 TEST(Tube, RingClosesAtAHundredPercentAndLeavesAGapAtSeventyFive) {
   const StrandStore store = storeOf(roundStrand(24, 100, false));
   const auto ends = [&](float percent) {
-    TubeSettings settings;
-    const TubeModel flat = built(store, settings);
-    settings.ringPercent = percent;
-    const TubeModel bent = built(store, settings);
+    const TubeModel flat = built(store, {}), bent = built(store, {.ringPercent = percent});
     const auto byX = [](const Vec3& a, const Vec3& b) { return a.x < b.x; };
     const auto [left, right] = std::minmax_element(flat.centres.begin(), flat.centres.end(), byX);
     const auto at = [&](auto it) { return bent.centres[it - flat.centres.begin()]; };
@@ -86,9 +81,7 @@ TEST(Tube, LimitsAndDegenerateKnots) {
     addStrand(store, 2, roundStrand(total - 6000, 80, true));
     return store;
   };
-  TubeSettings settings;
-  settings.polySides = 9;
-  settings.polyPoints = 11;
+  TubeSettings settings{.polySides = 9, .polyPoints = 11};
   TubeModel model = built(storeWith(10101), settings);
   EXPECT_EQ(model.QuadCount, 999999);
   const Vec3 before = model.vertices[0];

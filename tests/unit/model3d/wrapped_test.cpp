@@ -6,27 +6,13 @@
 
 #include "knot_maker.h"
 #include "model3d/crossings.h"
-#include "model3d/tube_builder.h"
 #include "model3d/vec3_math.h"
+#include "unit/model3d/knots.h"
 
 namespace lorivan {
 namespace {
 
 using namespace vec;
-
-MadeKnot wrapped(Shape shape, int x, int y) {
-  GridFields fields = fieldsOf(shape, x, y);
-  fields.wrapped = true;
-  return makeKnot(fields);
-}
-
-TubeModel ringOf(const MadeKnot& knot, const TubeSettings& settings) {
-  TubeModel model;
-  SlotColours colours;
-  colours.fill(0);
-  EXPECT_TRUE(buildTube(*knot.store, settings, colours, model));
-  return model;
-}
 
 TEST(WrappedRing, StrandsCloseAsSmoothlyAsTheyRun) {
   const TubeSettings settings{.polyPoints = 6};
@@ -34,8 +20,8 @@ TEST(WrappedRing, StrandsCloseAsSmoothlyAsTheyRun) {
                             Shape::RegularHexagonal})
     for (const int x : {1, 2, 5, 8}) {
       SCOPED_TRACE(::testing::Message() << static_cast<int>(shape) << ' ' << x);
-      const MadeKnot knot = wrapped(shape, x, 3);
-      const TubeModel model = ringOf(knot, settings);
+      const MadeKnot knot = makeKnot(wrappedFieldsOf(shape, x, 3));
+      const TubeModel model = built(*knot.store, settings);
       for (const TubeStrand& strand : model.strands) {
         const auto centre = [&](int r) { return model.centres[strand.firstRing + r % strand.ringCount]; };
         const auto bend = [&](int r) { return length(centre(r + 2) - centre(r + 1) * 2 + centre(r)); };
@@ -56,8 +42,8 @@ TEST(WrappedRing, StrandsCloseAsSmoothlyAsTheyRun) {
 TEST(WrappedRing, LooksTheSameFromEveryCell) {
   // Turned by one cell the ring of squares lies on itself: its period is a full turn.
   constexpr int kCells = 6;
-  const TubeModel model =
-      ringOf(wrapped(Shape::SquareSquare, kCells, 2), {.polyPoints = 3, .ringPercent = 40});
+  const TubeModel model = built(*makeKnot(wrappedFieldsOf(Shape::SquareSquare, kCells, 2)).store,
+                                {.polyPoints = 3, .ringPercent = 40});
   const double turn = kTwoPi / kCells;
   double worst = 0;
   for (const Vec3& p : model.centres) {

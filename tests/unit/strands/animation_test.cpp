@@ -5,6 +5,7 @@
 
 #include <sstream>
 
+#include "curve_maker.h"
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
 #include "strands/animated_svg.h"
@@ -15,15 +16,9 @@ namespace {
 /// A ring of `samples` samples in slot 3, over in its second half.
 KnotCurve ring(int samples) {
   KnotCurve curve;
-  for (int i = 0; i < samples; ++i) {
-    const double turn = kTwoPi * i / samples;
-    curve.X.push_back(static_cast<float>(60 * std::cos(turn)));
-    curve.Y.push_back(static_cast<float>(60 * std::sin(turn)));
-    curve.Z.push_back(2 * i < samples ? -1.F : 1.F);
-  }
-  curve.first.fill(0);
-  curve.last.fill(-1);
-  curve.last[3] = samples - 1;
+  addSamples(curve, 3, samplesRound(samples, [](double turn) {
+               return sampleAt(60 * std::cos(turn), 60 * std::sin(turn), turn < kPi ? -1 : 1);
+             }));
   return curve;
 }
 
@@ -94,8 +89,7 @@ std::vector<Rule> rulesOf(const std::string& svg) {
 
 TEST(AnimatedSvg, StrandsGrowOneAfterTheOtherThenOversAppear) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Circular, 8, 2));
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
+  const KnotStyle style{.colours = strandColours(firstColourBoxes())};
   AnimatedSvgOptions options{{}, {5000, 4000, 100, "t"}, 36, true};
   const std::string loop = animatedSvg(*knot.graph, knot.curve, style, GridView(0.8F, 5000), options);
   options.loop = false;

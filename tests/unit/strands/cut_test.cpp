@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 
+#include "contours.h"
 #include "knot_maker.h"
 #include "strands/cut_drawing.h"
 #include "strands/cut_room.h"
@@ -13,15 +14,6 @@
 
 namespace lorivan {
 namespace {
-
-BandContour polygon(const std::vector<PointF>& corners) {
-  BandContour contour{corners.front()};
-  for (std::size_t i = 0; i < corners.size(); ++i) {
-    const PointF a = corners[i], b = corners[(i + 1) % corners.size()];
-    contour.insert(contour.end(), {a, b, b});
-  }
-  return contour;
-}
 
 BandContour square(float x, float y, float side) {
   return polygon({{x, y}, {x + side, y}, {x + side, y + side}, {x, y + side}});
@@ -36,13 +28,9 @@ TEST(CutRoom, KnowsWhichLinesComeTooNear) {
   EXPECT_FALSE(lieApart({polygon({{0, 0}, {50, 50}, {50, 0}, {0, 50}})}, 1)) << "it crosses itself";
 }
 
-double areaOf(const CutDrawing& drawing) {
-  double area = 0;
-  for (const CutStrand& strand : drawing.strands)
-    for (const CutShape& shape : strand.shapes)
-      for (const BandContour& contour : shape) area += contourArea(contour);
+double millimetreArea(const CutDrawing& drawing) {
   const double scale = drawing.millimetres / 5000;
-  return area * scale * scale;
+  return areaOf(drawing) * scale * scale;
 }
 
 double widthOf(const CutDrawing& drawing) {
@@ -78,9 +66,9 @@ TEST(CutDrawing, OutlinesHaveTheirWidthAndTheKerfIsOutside) {
       const CutDrawing grown = knot.cut();
       EXPECT_TRUE(grown.apart);
       EXPECT_NEAR(widthOf(grown), 100.4, 0.02);
-      EXPECT_GT(areaOf(grown), areaOf(plain));
+      EXPECT_GT(millimetreArea(grown), millimetreArea(plain));
       // The band's sides lie 0.2 mm further out on both sides: a stretch is wider by that and longer by that.
-      EXPECT_NEAR(areaOf(grown) / areaOf(plain), (grown.bandWidth + 0.4) / grown.bandWidth,
+      EXPECT_NEAR(millimetreArea(grown) / millimetreArea(plain), (grown.bandWidth + 0.4) / grown.bandWidth,
                   0.6 * 0.4 / grown.bandWidth);
     }
 }
@@ -94,13 +82,13 @@ TEST(CutDrawing, TellsWhereTheKerfTakesTheRoomBetweenPieces) {
 
 TEST(CutDrawing, CutsWiderThanAnyRoomTakeWholeBands) {
   CutKnot knot(Shape::Hexagonal, 6, 5, 8, 1);
-  const double plain = areaOf(knot.cut());
+  const double plain = millimetreArea(knot.cut());
   knot.options.kerf = 30;
   const CutDrawing wide = knot.cut();
   EXPECT_FALSE(wide.apart);
   EXPECT_EQ(wide.narrowed, 1);
   EXPECT_NEAR(widthOf(wide), 130, 0.3);
-  EXPECT_GT(areaOf(wide), 2 * plain);
+  EXPECT_GT(millimetreArea(wide), 2 * plain);
   for (const CutStrand& strand : wide.strands) {
     EXPECT_FALSE(strand.shapes.empty());
     EXPECT_EQ(strand.centres.size(), 1U) << "it is cut nowhere";

@@ -36,15 +36,11 @@ TEST(KnotCurve, LargerScalesHaveMoreSamples) {
 
 TEST(KnotDrawing, BandsLieBlackUnderColourAndOversOnTop) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::Triangle, 1, 1));
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
-  style.edge = 20;
+  const KnotStyle style{.edge = 20, .colours = strandColours(firstColourBoxes())};
   RecordingSurface surface(1000, 800);
   GridView view(0.8F, 1000);
   fitView(view, *knot.graph, knot.curve, style);
-  PictureOptions options;
-  options.classic = true;
-  drawKnotPicture(surface, *knot.graph, knot.curve, style, view, options);
+  drawKnotPicture(surface, *knot.graph, knot.curve, style, view, {.classic = true, .grid = {}});
   EXPECT_GT(surface.count(DrawKind::segment), 0);
   std::vector<DrawCall> strokes = surface.calls();
   std::erase_if(strokes, [](const DrawCall& call) { return call.kind != DrawKind::wideCurve; });
@@ -71,8 +67,7 @@ TEST(KnotDrawing, PointsAreWholePixelsAtTheReferenceSize) {
 }
 
 TEST(KnotDrawing, ColoursFollowSlotsOrOneForAll) {
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
+  KnotStyle style{.colours = strandColours(firstColourBoxes())};
   for (const auto& [slot, colour] : {std::pair{1, 1}, {14, 14}, {15, 15}, {16, 2}, {40, 12}})
     EXPECT_EQ(style.bandColour(slot), QBColor(colour)) << slot;
   style.startColour = -4;
@@ -89,8 +84,7 @@ TEST(KnotDrawing, NothingIsCutOff) {
         fields.skew = skew;
         const MadeKnot knot = makeKnot(fields, {.swish = 50});
         ASSERT_EQ(knot.error, "");
-        KnotStyle style;
-        style.width = 30;
+        const KnotStyle style{.width = 30, .colours = {}};
         GridView view(stretchFactor(skew), 800);
         fitView(view, *knot.graph, knot.curve, style);
         const double clear =

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "contours.h"
+#include "curve_maker.h"
 #include "exact_picture.h"
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
@@ -18,37 +20,30 @@
 namespace lorivan {
 namespace {
 
-/// One ring of the given radius in pixels of the 500-pixel picture, in slot 1, at one height.
+/// A place of the 500-pixel picture, from its middle.
+StrandPoint pixelAt(double x, double y, double height) {
+  constexpr double kUnits = 2 * kHalfView / 500;
+  return sampleAt(kUnits * x, 1.25 * kUnits * y, height);
+}
+
+/// One ring of the given radius in pixels, in slot 1, at one height.
 KnotCurve ringOf(double radius) {
   KnotCurve curve;
-  const double units = radius * 2 * kHalfView / 500;
-  for (int i = 0; i < 60; ++i) {
-    curve.X.push_back(static_cast<float>(units * std::cos(kTwoPi * i / 60)));
-    curve.Y.push_back(static_cast<float>(1.25 * units * std::sin(kTwoPi * i / 60)));
-    curve.Z.push_back(1);
-  }
-  curve.first.fill(0);
-  curve.last.fill(-1);
-  curve.last[1] = 59;
+  addSamples(curve, 1, samplesRound(60, [&](double turn) {
+               return pixelAt(radius * std::cos(turn), radius * std::sin(turn), 1);
+             }));
   return curve;
 }
 
-/// A closed line through points of the 500-pixel picture, from its middle, in a slot, at one height.
-void addLine(KnotCurve& curve, int slot, float height, std::initializer_list<Vec> points) {
-  constexpr double kUnits = 2 * kHalfView / 500;
-  curve.first[slot] = static_cast<int>(curve.X.size());
-  for (const Vec p : points) {
-    curve.X.push_back(static_cast<float>(kUnits * p.x));
-    curve.Y.push_back(static_cast<float>(1.25 * kUnits * p.y));
-    curve.Z.push_back(height);
-  }
-  curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
+/// A closed line through places in pixels, in a slot, at one height.
+void addLine(KnotCurve& curve, int slot, double height, std::initializer_list<Vec> places) {
+  std::vector<StrandPoint> samples;
+  for (const Vec p : places) samples.push_back(pixelAt(p.x, p.y, height));
+  addSamples(curve, slot, samples);
 }
 
 TEST(BandExits, AreSoundWhereALineLeadsRightBack) {
   KnotCurve curve;
-  curve.first.fill(0);
-  curve.last.fill(-1);
   addLine(curve, 1, -1, {{0, 0}, {10, 0}, {20, 0}, {30, 0}, {40, 0}, {30, 0}, {20, 0}, {10, 0}});
   addLine(curve, 2, 1, {{50, -20}, {44, -10}, {39, 0}, {44, 10}, {50, 20}, {60, 0}});
   const auto loops = bandLoops(curve, GridView());
@@ -63,14 +58,11 @@ TEST(BandExits, AreSoundWhereALineLeadsRightBack) {
 }
 
 TEST(BandOutlines, OfATangleThereAreNone) {
-  KnotCurve star = ringOf(100);  // it crosses itself 60 times less one for each of its corners
-  star.X.clear(), star.Y.clear(), star.Z.clear();
-  for (int i = 0; i < 151; ++i) {
-    star.X.push_back(static_cast<float>(200 * std::cos(kTwoPi * 60 * i / 151)));
-    star.Y.push_back(static_cast<float>(200 * std::sin(kTwoPi * 60 * i / 151)));
-    star.Z.push_back(i % 2 == 0 ? 1.F : -1.F);
-  }
-  star.last[1] = 150;
+  KnotCurve star;  // it crosses itself 60 times less one for each of its corners
+  addSamples(star, 1, samplesRound(151, [corner = 0](double turn) mutable {
+               return sampleAt(200 * std::cos(60 * turn), 200 * std::sin(60 * turn),
+                               corner++ % 2 == 0 ? 1 : -1);
+             }));
   const GridView view;
   EXPECT_FALSE(bandOutlines(star, view, {}).complete);
   EXPECT_TRUE(bandOutlines(star, view, {.uncut = true}).complete);
@@ -92,21 +84,17 @@ TEST(BandOutlines, ARingHasAHoleUntilItCloses) {
   ASSERT_EQ(wide.strands.size(), 1U);
   const auto& contours = wide.strands[0].stretches.at(0).contours;
   ASSERT_EQ(contours.size(), 2U);
-  double area = 0;
   for (const BandContour& contour : contours) {
-    area += contourArea(contour);
     EXPECT_EQ(contour.size() % 3, 1U);
     EXPECT_LE(contour.size(), 3 * 12 + 1U) << "few nodes";
     EXPECT_EQ(contour.front().x, contour.back().x);
   }
-  EXPECT_NEAR(area / (kTwoPi * 50 * 20), 1, 2e-3);
+  EXPECT_NEAR(areaOf(contours) / (kTwoPi * 50 * 20), 1, 2e-3);
   EXPECT_LT(contourArea(contours[0]) * contourArea(contours[1]), 0);
 
   options.grow = 2;
   const BandOutlines grown = bandOutlines(ringOf(50), GridView(), options);
-  area = 0;
-  for (const BandContour& contour : grown.strands[0].stretches.at(0).contours) area += contourArea(contour);
-  EXPECT_NEAR(area / (kTwoPi * 50 * 24), 1, 2e-3);
+  EXPECT_NEAR(areaOf(grown.strands[0].stretches.at(0).contours) / (kTwoPi * 50 * 24), 1, 2e-3);
 
   const BandOutlines tight = bandOutlines(ringOf(8), GridView(), options);
   ASSERT_EQ(tight.strands[0].stretches.at(0).contours.size(), 1U) << "no hole is left";
@@ -202,14 +190,19 @@ TEST(BandExits, ArePlainAtEverySizeOrAtNone) {
   EXPECT_GT(std::min(plain, others), 50);
 }
 
+constexpr Colour kGround = 0x123456;
+
+/// The bands alone.
+void draw(Surface& surface, const Drawn& drawn, bool classic) {
+  const PictureOptions options{.background = kGround, .showGrid = false, .classic = classic, .grid = {}};
+  drawKnotPicture(surface, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
+}
+
 /// Pixels that are not as the distances say; below 0 where bands run into one another and have no one
 /// picture.
 int wrongPixels(const Drawn& drawn) {
   RecordingSurface surface(drawn.view.width, drawn.view.height());
-  PictureOptions options;
-  options.showGrid = false;
-  options.background = 0x123456;
-  drawKnotPicture(surface, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
+  draw(surface, drawn, false);
   const auto loops = bandLoops(drawn.knot.curve, drawn.view);
   const ExactPicture exact(loops, drawn.view, drawn.style.innerWidth(), drawn.style.outerWidth());
   int wrong = 0, slot = 0;
@@ -219,7 +212,7 @@ int wrongPixels(const Drawn& drawn) {
       if (shows == ExactPicture::Shows::together) return -1;
       if (shows == ExactPicture::Shows::unclear) continue;
       const Colour band = shows == ExactPicture::Shows::band ? drawn.style.bandColour(slot) : 0;
-      wrong += surface.pixel({x, y}) != (shows == ExactPicture::Shows::background ? 0x123456 : band);
+      wrong += surface.pixel({x, y}) != (shows == ExactPicture::Shows::background ? kGround : band);
     }
   return wrong;
 }
@@ -251,31 +244,21 @@ TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
 }
 
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
-  const auto lines = [](const std::vector<PointF>& corners) {
-    BandContour contour{corners.front()};
-    for (std::size_t i = 1; i <= corners.size(); ++i) {
-      const PointF a = contour.back(), b = corners[i % corners.size()];
-      contour.push_back({a.x + (b.x - a.x) / 3, a.y + (b.y - a.y) / 3});
-      contour.push_back({b.x - (b.x - a.x) / 3, b.y - (b.y - a.y) / 3});
-      contour.push_back(b);
-    }
-    return contour;
-  };
   // A square with a fold of one unit outside its right side, drawn in the other sense.
   const auto square =
-      untangled(lines({{0, 0}, {10, 0}, {10, 5}, {11, 4}, {11, 5}, {10, 4}, {10, 10}, {0, 10}}), 2, 9);
+      untangled(polygon({{0, 0}, {10, 0}, {10, 5}, {11, 4}, {11, 5}, {10, 4}, {10, 10}, {0, 10}}), 2, 9);
   ASSERT_EQ(square.size(), 1U);
   EXPECT_FALSE(crossesItself(square[0]));
   EXPECT_NEAR(contourArea(square[0]), 100, 1);
   // A band that runs round a hole and closes over its own beginning.
   const std::vector<PointF> round{{0, 2}, {0, 0}, {10, 0}, {10, 10}, {0, 10},
                                   {0, 1}, {2, 1}, {2, 8},  {8, 8},   {8, 2}};
-  EXPECT_TRUE(crossesItself(lines(round)));
-  const auto ring = untangled(lines(round), 2, 9);
+  EXPECT_TRUE(crossesItself(polygon(round)));
+  const auto ring = untangled(polygon(round), 2, 9);
   ASSERT_EQ(ring.size(), 2U);
   EXPECT_NEAR(contourArea(ring[0]), 100, 1);
   EXPECT_NEAR(contourArea(ring[1]), -36, 1);
-  EXPECT_EQ(untangled(lines(round), 2, 40).size(), 1U) << "a fold";
+  EXPECT_EQ(untangled(polygon(round), 2, 40).size(), 1U) << "a fold";
 }
 
 /// Whether a pixel's colour is found in the other picture no further than a pixel away.
@@ -301,19 +284,15 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
     const Drawn drawn(c.shape, c.x, c.y, c.order, 0.3);
     RecordingSurface shapes(drawn.view.width, drawn.view.height()),
         classic(drawn.view.width, drawn.view.height());
-    PictureOptions options;
-    options.showGrid = false;
-    options.background = 0x123456;
-    drawKnotPicture(shapes, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
-    options.classic = true;
-    drawKnotPicture(classic, *drawn.knot.graph, drawn.knot.curve, drawn.style, drawn.view, options);
+    draw(shapes, drawn, false);
+    draw(classic, drawn, true);
     // The classic blemish is black that the end of a stretch on top leaves on a coloured band.
     int apart = 0, blemished = 0;
     for (int y = 0; y < shapes.height(); ++y)
       for (int x = 0; x < shapes.width(); ++x) {
         const Colour here = shapes.pixel({x, y}), there = classic.pixel({x, y});
         if (isNearby(classic, {x, y}, here) && isNearby(shapes, {x, y}, there)) continue;
-        ++(there == 0 && here != options.background ? blemished : apart);
+        ++(there == 0 && here != kGround ? blemished : apart);
       }
     EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;
     EXPECT_LT(blemished, shapes.inked() / 100);
@@ -321,38 +300,23 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
 }
 
 TEST(BandOutlines, BandsBesideAWallKeepAnEdgeBetweenThem) {
-  KnotCurve curve;
-  curve.first.fill(0);
-  curve.last.fill(-1);
   // Two rings, one of them with a dent, whose centre lines come as near as six pixels.
-  const double unit = 2 * kHalfView / 500;
-  for (int slot = 1; slot <= 2; ++slot) {
-    curve.first[slot] = static_cast<int>(curve.X.size());
-    for (int i = 0; i < 80; ++i) {
-      const double turn = kTwoPi * i / 80,
-                   radius = slot == 1 ? 60 : 54 - 20 * std::sin(turn) * std::sin(turn);
-      curve.X.push_back(static_cast<float>(unit * radius * std::cos(turn)));
-      curve.Y.push_back(static_cast<float>(1.25 * unit * radius * std::sin(turn)));
-      curve.Z.push_back(1);
-    }
-    curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
-  }
-  OutlineOptions options;
-  options.band = 14;
-  options.outer = 18;
+  KnotCurve curve;
+  for (const int slot : {1, 2})
+    addSamples(curve, slot, samplesRound(80, [&](double turn) {
+                 const double radius = slot == 1 ? 60 : 54 - 20 * std::sin(turn) * std::sin(turn);
+                 return pixelAt(radius * std::cos(turn), radius * std::sin(turn), 1);
+               }));
+  const OutlineOptions options{.band = 14, .outer = 18};
   const auto loops = bandLoops(curve, GridView());
   const BandTouches found = findBandTouches(loops, {}, {}, {}, {(options.band + options.outer) / 2});
   ASSERT_EQ(found.touches.size(), 2U) << "left and right";
   for (const BandTouch& touch : found.touches) EXPECT_NEAR(touch.distance, 6, 0.3);
   const BandOutlines outlines = bandOutlines(curve, GridView(), options);
   ASSERT_EQ(outlines.strands.size(), 2U);
-  std::vector<BandContour> contours;
-  for (const StrandOutline& strand : outlines.strands) {
-    double area = 0;
-    for (const BandContour& contour : strand.stretches.at(0).contours) area += contourArea(contour);
-    EXPECT_GT(area, 14 * kTwoPi * 38) << "most of the band is left";
-    for (const BandContour& contour : strand.stretches[0].contours) contours.push_back(contour);
-  }
+  for (const StrandOutline& strand : outlines.strands)
+    EXPECT_GT(areaOf(strand.stretches.at(0).contours), 14 * kTwoPi * 38) << "most of the band is left";
+  const std::vector<BandContour> contours = contoursOf(outlines);
   EXPECT_EQ(contours.size(), 4U);
   const double edge = (options.outer - options.band) / 2;
   EXPECT_TRUE(lieApart(contours, 0.85 * edge));
@@ -412,24 +376,17 @@ TEST(BandTouches, FacesLoseNoneOfThem) {
 }
 
 TEST(BandOutlines, CrossingsWithoutRoomChangePlacesHalfWay) {
-  KnotStyle style;
-  style.width = 14;
+  const KnotStyle style{.width = 14, .colours = {}};
   const MadeKnot made = makeKnot(fieldsOf(Shape::SquareSquare, 5, 4));
   KnotCurve curve;
   sampleStrands(*made.store, 4, 5, curve);
   GridView view;
   fitView(view, *made.graph, curve, style);
-  OutlineOptions options;
-  options.band = style.innerWidth() * 1.2;
-  options.outer = style.outerWidth();
+  const OutlineOptions options{.band = style.innerWidth() * 1.2, .outer = style.outerWidth()};
   const BandOutlines outlines = bandOutlines(curve, view, options);
   EXPECT_GT(outlines.crowded, 0);
   EXPECT_LE(outlines.crowded, 8) << "at the four corners only";
-  std::vector<BandContour> contours;
-  for (const StrandOutline& strand : outlines.strands)
-    for (const BandStretch& stretch : strand.stretches)
-      contours.insert(contours.end(), stretch.contours.begin(), stretch.contours.end());
-  EXPECT_TRUE(lieApart(contours, (options.outer - options.band) / 4));
+  EXPECT_TRUE(lieApart(contoursOf(outlines), (options.outer - options.band) / 4));
 }
 
 }  // namespace

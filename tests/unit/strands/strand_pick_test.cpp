@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "curve_maker.h"
 #include "knot_maker.h"
 #include "platform/none/recording_surface.h"
 #include "tries.h"
@@ -15,9 +16,7 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
   for (const Shape shape : {Shape::SquareSquare, Shape::Octagonal, Shape::Spiral}) {
     const MadeKnot knot = makeKnot(fieldsOf(shape, 4, 3, 24), {.startColour = 1});
     ASSERT_EQ(knot.error, "");
-    KnotStyle style;
-    style.width = 6;
-    style.edge = 2;
+    KnotStyle style{.width = 6, .edge = 2, .colours = {}};
     for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
     KnotStyle thinner = style;
     thinner.width = 5;
@@ -41,25 +40,15 @@ TEST(StrandPick, TheStrandThatIsSeenIsFound) {
   }
 }
 
-/// Samples with heights; y as shown.
-void addLoop(KnotCurve& curve, int slot, const std::vector<StrandPoint>& points) {
-  curve.first[slot] = static_cast<int>(curve.X.size());
-  for (const StrandPoint& p : points) {
-    curve.X.push_back(p.x);
-    curve.Y.push_back(p.y);
-    curve.Z.push_back(p.z);
-  }
-  curve.last[slot] = static_cast<int>(curve.X.size()) - 1;
-}
-
 TEST(StrandPick, TheHighestPassageOfAStrandCounts) {
   const GridView view(0.8F, 1000);
   for (const float first : {-1.0F, 1.0F}) {
     KnotCurve curve;
     // It passes the middle from left to right, and later from top to bottom.
-    addLoop(curve, 1,
-            {{-40, 0, first}, {40, 0, first}, {40, 40, 0}, {0, 40, -first}, {0, -40, -first}, {-40, -40, 0}});
-    addLoop(curve, 2, {{-30, -30, 0}, {30, 30, 0}, {50, 30, 0}, {50, -50, 0}});
+    addSamples(
+        curve, 1,
+        {{-40, 0, first}, {40, 0, first}, {40, 40, 0}, {0, 40, -first}, {0, -40, -first}, {-40, -40, 0}});
+    addSamples(curve, 2, {{-30, -30, 0}, {30, 30, 0}, {50, 30, 0}, {50, -50, 0}});
     EXPECT_EQ(strandAt(curve, {}, view, 500, 400), 1) << first;
     EXPECT_EQ(strandAt(curve, {}, view, 500 + 15 * 1000 / 202.0, 400 - 12 * 1000 / 202.0), 2);
   }
@@ -67,9 +56,7 @@ TEST(StrandPick, TheHighestPassageOfAStrandCounts) {
 
 TEST(StrandPick, TheMarkFollowsTheBorderOfWhatIsSeen) {
   const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 3, 30), {.startColour = 1});
-  KnotStyle style;
-  style.width = 12;
-  style.edge = 8;
+  KnotStyle style{.width = 12, .edge = 8, .colours = {}};
   for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
   GridView view(knot.settings.stretch, 1000);
   fitView(view, *knot.graph, knot.curve, style);
@@ -121,11 +108,7 @@ TEST(StrandPick, LengthGrowsWithTheScaleAndPassagesAddUp) {
   }
   // A square's sides, in pixels of a view that shows 202 units across 1000 pixels.
   KnotCurve square;
-  square.X = {0, 50, 50, 0};
-  square.Y = {0, 0, 50, 50};
-  square.Z = {0, 0, 0, 0};
-  square.first[1] = 0;
-  square.last[1] = 3;
+  addSamples(square, 1, {{0, 0, 0}, {50, 0, 0}, {50, 50, 0}, {0, 50, 0}});
   EXPECT_NEAR(strandLength(square, 1, GridView(0.8F, 1000)), (100 + 100 * 0.8) * 1000 / 202, 0.01);
   EXPECT_EQ(passed, 2 * countKnot(*small.graph, *small.store).crossings);
 }

@@ -13,16 +13,6 @@
 namespace lorivan {
 namespace {
 
-/// Lines that strands cross but did not cross exactly twice.
-int wronglyPassed(const KnotGraph& graph) {
-  int wrong = 0;
-  for (int j = 0; j <= graph.LastLine; ++j) {
-    const GridLine& line = graph.Lines[j];
-    wrong += line.Kind != kNoLine && line.Kind != kWall && line.Passes != 2 ? 1 : 0;
-  }
-  return wrong;
-}
-
 void expectAlternating(const StrandStore& store) {
   for (int slot = 1; slot < kStrandSlots; ++slot) {
     const int count = store.ThreadCount[slot];
