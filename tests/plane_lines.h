@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "custom/geometry.h"
+#include "custom/outline.h"
 #include "graph/graph.h"
 
 namespace lorivan {
@@ -83,6 +84,28 @@ inline std::vector<std::vector<Spot>> facesOf(const KnotGraph& graph) {
       if (!face.empty()) faces.push_back(face);
     }
   return faces;
+}
+
+struct Cell {
+  bool convex = true;
+  double area = 0;
+  Spot middle;
+};
+
+inline Cell cellOf(const std::vector<Spot>& face) {
+  Cell cell;
+  for (std::size_t k = 0; k < face.size(); ++k) {
+    const Spot a = face[k], b = face[(k + 1) % face.size()], c = face[(k + 2) % face.size()];
+    cell.convex &= cross(b - a, c - b) > 0;
+    cell.area += cross(a, b) / 2;
+    cell.middle = cell.middle + (1.0 / static_cast<double>(face.size())) * a;
+  }
+  return cell;
+}
+
+inline bool isInside(const Outline& outline, Spot p) {
+  const std::vector<double> places = outline.crossingsAt(p.y);
+  return std::ranges::count_if(places, [&](double x) { return x < p.x; }) % 2 != 0;
 }
 
 }  // namespace lorivan

@@ -53,24 +53,11 @@ void requirePlane(const KnotGraph& graph) {
   require(!firstBadMeeting(sides), "lines meet at their ends alone");
 }
 
-bool isInside(const Outline& outline, Spot p) {
-  const std::vector<double> places = outline.crossingsAt(p.y);
-  return std::ranges::count_if(places, [&](double x) { return x < p.x; }) % 2 != 0;
-}
-
 /// Faces of three or four corners within the outline are convex; others are holes, or lie outside.
 void requireCells(const KnotGraph& graph, const Outline& outline) {
   for (const auto& face : facesOf(graph)) {
     if (face.size() > 4) continue;
-    bool convex = true;
-    double area = 0;
-    Spot middle;
-    for (std::size_t k = 0; k < face.size(); ++k) {
-      const Spot a = face[k], b = face[(k + 1) % face.size()], c = face[(k + 2) % face.size()];
-      convex &= cross(b - a, c - b) > 0;
-      area += cross(a, b);
-      middle = middle + (1.0 / static_cast<double>(face.size())) * a;
-    }
+    const auto [convex, area, middle] = cellOf(face);
     require(convex || area < 0 || !isInside(outline, middle), "cells are convex");
   }
 }

@@ -74,11 +74,6 @@ RandomCase randomCase(std::uint64_t seed) {
   return c;
 }
 
-bool insideOf(const Outline& outline, Spot p) {
-  const std::vector<double> places = outline.crossingsAt(p.y);
-  return std::count_if(places.begin(), places.end(), [&](double x) { return x < p.x; }) % 2 != 0;
-}
-
 double areaOf(const Outline& outline) {
   constexpr double kStep = 0.25;
   double area = 0;
@@ -89,7 +84,7 @@ double areaOf(const Outline& outline) {
   return area;
 }
 
-double cellOf(const Outline& outline, const AutoGridOptions& options) {
+double cellSizeOf(const Outline& outline, const AutoGridOptions& options) {
   const GridBox& b = outline.box();
   return std::max(std::max(b.right - b.left, b.top - b.bottom) / options.gridSize, 1.95);
 }
@@ -103,24 +98,16 @@ void expectConvexCells(const KnotGraph& graph, const RandomCase& c, double& fill
   ASSERT_TRUE(outline);
   double cells = 0;
   int large = 0;
-  const double cell = cellOf(*outline, c.options);
+  const double cell = cellSizeOf(*outline, c.options);
   for (const Side& side : sidesOf(graph))
-    EXPECT_TRUE(insideOf(*outline, side.a) || !outline->sidesNear(side.a, cell / 2).empty())
+    EXPECT_TRUE(isInside(*outline, side.a) || !outline->sidesNear(side.a, cell / 2).empty())
         << side.a.x << ',' << side.a.y << " is more than half a cell outside";
   for (const auto& face : facesOf(graph)) {
-    Spot middle;
-    bool convex = true;
-    double area = 0;
-    for (std::size_t k = 0; k < face.size(); ++k) {
-      const Spot a = face[k], b = face[(k + 1) % face.size()], d = face[(k + 2) % face.size()];
-      convex &= cross(b - a, d - b) > 0;
-      area += cross(a, b);
-      middle = middle + (1.0 / static_cast<double>(face.size())) * a;
-    }
+    const auto [convex, area, middle] = cellOf(face);
     if (area < 0) continue;
     large += face.size() > 4 ? 1 : 0;
-    EXPECT_TRUE(convex || face.size() > 4 || !insideOf(*outline, middle)) << middle.x << ',' << middle.y;
-    if (face.size() <= 4) cells += area / 2;
+    EXPECT_TRUE(convex || face.size() > 4 || !isInside(*outline, middle)) << middle.x << ',' << middle.y;
+    if (face.size() <= 4) cells += area;
   }
   EXPECT_LE(large, c.hole ? 1 : 0) << "a cell is missing";
   filled = cells / areaOf(*outline);
@@ -209,15 +196,6 @@ TEST(AutoGrid, BoxIsFilledExactlyAndAHoleStaysFree) {
   expectKnot(graph);
 }
 
-std::vector<Spot> turned(int count, double inner, double outer) {
-  std::vector<Spot> loop;
-  for (int i = 0; i < count; ++i) {
-    const double turn = 6.283185307179586 * i / count, r = i % 2 != 0 ? inner : outer;
-    loop.push_back({250 + r * std::sin(turn), 200 - r * std::cos(turn)});
-  }
-  return loop;
-}
-
 bool mirrored(const KnotGraph& graph) {
   const GridBox box = lineBox(graph);
   const double sum = box.left + box.right;
@@ -239,9 +217,9 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
   const std::vector<std::vector<std::vector<Spot>>> shapes = {
       {{{250, 20}, {430, 200}, {250, 380}, {70, 200}}},
       {letterA, {{250, 110}, {294, 230}, {206, 230}}},
-      {turned(10, 60, 190)},
-      {turned(16, 80, 185)},
-      {turned(40, 180, 180), turned(40, 90, 90)}};
+      {starLoop(10, 60, 190)},
+      {starLoop(16, 80, 185)},
+      {starLoop(40, 180, 180), starLoop(40, 90, 90)}};
   for (const auto& loops : shapes)
     for (const bool triangles : {false, true})
       for (int size = 5; size <= 30; size += 3) {
@@ -258,13 +236,7 @@ TEST(AutoGrid, IsAsSymmetricalAsTheOutline) {
 
 /// A curve with so many lobes.
 std::vector<Spot> lobed(int lobes, double turn) {
-  std::vector<Spot> loop;
-  for (int i = 0; i < 120; ++i) {
-    const double angle = 6.283185307179586 * i / 120;
-    const double r = 125 + 50 * std::cos(lobes * (angle - turn));
-    loop.push_back({250 + r * std::sin(angle), 200 - r * std::cos(angle)});
-  }
-  return loop;
+  return roundLoop(120, [=](double angle) { return 125 + 50 * std::cos(lobes * (angle - turn)); });
 }
 
 /// How far the turned midpoint of any line lies from all others.
@@ -287,8 +259,8 @@ TEST(AutoGrid, TrianglesTurnWithOutlinesThatTurn) {
       {lobed(3, 0), 3, {8, 12, 16, 20}},
       {lobed(3, 0.3), 3, {8, 12, 16, 20}},
       {lobed(6, 0), 6, {6, 8, 12, 16, 20}},
-      {turned(12, 110, 145), 6, {5, 9, 14}},
-      {turned(12, 83.7, 145), 6, {6, 9, 10}}};  // a hexagram: other lattices fill it better, unturned
+      {starLoop(12, 110, 145), 6, {5, 9, 14}},
+      {starLoop(12, 83.7, 145), 6, {6, 9, 10}}};  // a hexagram: other lattices fill it better, unturned
   for (const auto& [loop, fold, sizes] : cases)
     for (const int size : sizes) {
       SCOPED_TRACE(testing::Message() << loop.size() << " points, " << fold << " fold, " << size);

@@ -77,10 +77,7 @@ TEST(MakeFromStandard, GoesThereAndBack) {
   for (int index = 0; index < kShapeCount - 1; ++index) {
     SCOPED_TRACE(shapeTable()[index].name);
     KnotGraph graph, again;
-    GridFields fields;
-    fields.shape = static_cast<Shape>(index);
-    fields.XNo = fields.YNo = 3;
-    ASSERT_TRUE(buildStandardGrid(graph, fields));
+    ASSERT_TRUE(buildStandardGrid(graph, {.shape = static_cast<Shape>(index), .XNo = 3, .YNo = 3}));
     GridView view;
     view.zoomToShow(lineBox(graph), 2);
     const auto shape = makeShapeFromGrid(graph, view);

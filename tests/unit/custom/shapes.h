@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/numbers.h"
 #include "custom/custom_shape.h"
 #include "custom/geometry.h"
 #include "graph/graph.h"
@@ -33,6 +34,22 @@ inline CustomShape shapeOf(const std::vector<std::vector<Spot>>& loops) {
 
 inline std::vector<Spot> box(double left, double top, double right, double bottom) {
   return {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+}
+
+/// A loop round the sheet's middle, clockwise from above it, with the radius that each angle has.
+template <class RadiusAt>
+std::vector<Spot> roundLoop(int count, RadiusAt radiusAt) {
+  std::vector<Spot> loop;
+  for (int i = 0; i < count; ++i) {
+    const double angle = kTwoPi * i / count, r = radiusAt(angle);
+    loop.push_back({250 + r * std::sin(angle), 200 - r * std::cos(angle)});
+  }
+  return loop;
+}
+
+/// Every second point is an inner one.
+inline std::vector<Spot> starLoop(int count, double inner, double outer) {
+  return roundLoop(count, [=, i = 0](double) mutable { return i++ % 2 != 0 ? inner : outer; });
 }
 
 inline void expectPlane(const KnotGraph& graph) {

@@ -15,14 +15,7 @@ CustomShape smoothed(std::vector<Spot> loop) {
   return shape;
 }
 
-std::vector<Spot> polygon(int corners, double radius) {
-  std::vector<Spot> loop;
-  for (int k = 0; k < corners; ++k) {
-    const double turn = 6.283185307179586 * k / corners;
-    loop.push_back({250 + radius * std::cos(turn), 200 + radius * std::sin(turn)});
-  }
-  return loop;
-}
+std::vector<Spot> polygon(int corners, double radius) { return starLoop(corners, radius, radius); }
 
 TEST(SmoothLines, PointsOfACircleGiveTheCircle) {
   for (const int corners : {5, 6, 12}) {
@@ -82,9 +75,9 @@ TEST(SmoothLines, GridsFollowThemAndFilesKeepThem) {
   EXPECT_EQ(writeShapeText(shape) + "smooth\r\n", writeShapeText(*kept));
   ASSERT_TRUE(makeGridFromShape(cornered, shape, GridView()));
   EXPECT_EQ(cornered.LastLine + 1, 6);
-  // A circle is higher than the hexagon on two of its corners.
+  // A circle is wider than the hexagon on one of its corners.
   const GridBox lines = lineBox(round), hexagon = lineBox(cornered);
-  EXPECT_GT(lines.top - lines.bottom, 1.1 * (hexagon.top - hexagon.bottom));
+  EXPECT_GT(lines.right - lines.left, 1.1 * (hexagon.right - hexagon.left));
 }
 
 }  // namespace

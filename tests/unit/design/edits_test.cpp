@@ -7,34 +7,17 @@
 #include <cmath>
 
 #include "base/numbers.h"
+#include "unit/custom/shapes.h"
 
 namespace lorivan {
 namespace {
-
-CustomShape thinStar() {
-  CustomShape shape;
-  for (int i = 0; i < 10; ++i) {
-    const float turn = 0.62831853F * static_cast<float>(i), r = i % 2 != 0 ? 40 : 190;
-    shape.addPoint(250 + r * std::sin(turn), 200 - r * std::cos(turn));
-  }
-  for (int k = 1; k <= 10; ++k) shape.addLine(k, k % 10 + 1);
-  return shape;
-}
-
-CustomShape box(float left, float top, float right, float bottom) {
-  CustomShape shape;
-  for (const auto& [x, y] : {std::pair{left, top}, {right, top}, {right, bottom}, {left, bottom}})
-    shape.addPoint(x, y);
-  for (int i = 0; i < 4; ++i) shape.addLine(i + 1, (i + 1) % 4 + 1);
-  return shape;
-}
 
 /// A document with lines, an outline, a style and a scale that had to be made smaller.
 Document busyDocument() {
   const Rnd random = seededRandom(11);
   Document d = withStyle(withCheck(*randomKnot({}, random), Check::Loop, true), 3);
   d.fields.text(Param::YNo) = "4";
-  d = withOutline(d, box(100, 100, 300, 300));
+  d = withOutline(d, shapeOf({box(100, 100, 300, 300)}));
   d = *changeField(*chooseShape(d, Shape::SquareSquare), Param::XNo, "7");
   d = *changeField(d, Param::Scale, "60");
   EXPECT_TRUE(d.askedScale == "60" && d.fields.whole(Param::Scale) < 60);
@@ -129,7 +112,7 @@ TEST(Edits, CustomShapesKeepTheirLinesAndTellWhatTheyLack) {
   EXPECT_EQ(changeField(made, Param::Scale, "50")->lines, made.lines);
   EXPECT_NE(autoGrid(withCheck(made, Check::ShapeT, false))->lines, made.lines);
   EXPECT_EQ(lineGrid(made)->lines->size(), 4U) << "the outline's own lines";
-  const Document wide = withOutline(withField(made, Param::GridSize, "50"), box(50, 50, 440, 340));
+  const Document wide = withOutline(withField(made, Param::GridSize, "50"), shapeOf({box(50, 50, 440, 340)}));
   EXPECT_EQ(autoGrid(wide).error().kind, ErrorKind::limit);
   const int most = largestAutoGrid(wide).value_or(0);
   EXPECT_TRUE(autoGrid(withField(wide, Param::GridSize, std::to_string(most))));
@@ -153,7 +136,7 @@ TEST(Edits, CustomShapesKeepTheirLinesAndTellWhatTheyLack) {
   EXPECT_EQ(lineGrid(walled)->lines->at(2).Kind, kWall) << "walls stay where lines do";
 
   // Arms narrower than the cells that are asked for.
-  const Document slim = withOutline(withField({}, Param::GridSize, "7"), thinStar());
+  const Document slim = withOutline(withField({}, Param::GridSize, "7"), shapeOf({starLoop(10, 40, 190)}));
   AutoGridReport coarse, filling;
   (void)autoGrid(slim, &coarse);
   const auto filled = fillingAutoGrid(slim, &filling);

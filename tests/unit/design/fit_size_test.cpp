@@ -51,8 +51,7 @@ TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
       const auto fitted = fitFrame(gridOf(shape, 5, 4), width, height);
       ASSERT_TRUE(fitted) << static_cast<int>(shape) << ' ' << width;
       EXPECT_LT(fitted->error, kMostSizeError);
-      const auto knot = std::make_unique<Knot>();
-      ASSERT_TRUE(makeKnot(fitted->document, *knot));
+      const auto knot = knotOf(fitted->document);
       const KnotStyle style = knotStyle(fitted->document.fields, {});
       const GridView view = viewOf(*knot, fitted->document.fields, style, 1000, true);
       const PictureBox box = drawnBox(knot->curve, style, view, false);

@@ -20,12 +20,18 @@ inline Document gridOf(Shape shape, int columns, int rows, int scale = 30) {
   return *chooseShape(withField(document, Param::Scale, std::to_string(scale)), shape);
 }
 
+/// The knot of a document that has one.
+inline std::unique_ptr<Knot> knotOf(const Document& document) {
+  auto knot = std::make_unique<Knot>();
+  EXPECT_TRUE(makeKnot(document, *knot));
+  return knot;
+}
+
 /// Bytes of a document in a format.
 inline std::string made(const Document& document, std::string_view extension,
                         const OutputOptions& options = {}) {
   NonePlatform platform;
-  const auto knot = std::make_unique<Knot>();
-  EXPECT_TRUE(makeKnot(document, *knot));
+  const auto knot = knotOf(document);
   const StrandColours colours = strandColours(document.fields.boxes);
   MemorySink sink;
   const Status status =

@@ -12,6 +12,7 @@
 #include "design/lettering.h"
 #include "design/printing.h"
 #include "design/shape_pictures.h"
+#include "grids.h"
 #include "platform/none/none_platform.h"
 #include "platform/none/recording_surface.h"
 
@@ -26,15 +27,13 @@ struct Printed {
 };
 
 /// Prints a grid of squares on a sheet as the job wants it, or always on its side.
-Printed printed(const char* x, const char* y, const OutputOptions& options) {
+Printed printed(int x, int y, const OutputOptions& options) {
   NonePlatform platform;
-  Document document = withField(withField(Document(), Param::XNo, x), Param::YNo, y);
-  document = withCheck(*newGrid(document), Check::ShowGrid, true);
-  document = withField(document, Param::PicKnotBackColour, "3");
-  Knot knot;
-  EXPECT_TRUE(makeKnot(document, knot));
+  const Document document = withField(withCheck(gridOf(Shape::SquareSquare, x, y), Check::ShowGrid, true),
+                                      Param::PicKnotBackColour, "3");
+  const auto knot = knotOf(document);
   const StrandColours colours = strandColours(document.fields.boxes);
-  const OutputJob job{platform, document, knot, colours, options};
+  const OutputJob job{platform, document, *knot, colours, options};
   Printed result;
   result.landscape = printsLandscape(job);
   const auto size = printKnot(job, result.page);
@@ -55,20 +54,20 @@ Printed printed(const char* x, const char* y, const OutputOptions& options) {
 }
 
 TEST(Printing, KnotsStandInTheMiddleInTheirTrueSize) {
-  const Printed wide = printed("5", "2", {.millimetres = 120});
+  const Printed wide = printed(5, 2, {.millimetres = 120});
   EXPECT_NEAR(wide.right - wide.left, 480, 3);
   EXPECT_NEAR(wide.left + wide.right, wide.page.drawn().width(), 4);
   EXPECT_NEAR(wide.top + wide.bottom, wide.page.drawn().height(), 4);
   EXPECT_NEAR(wide.size.width, 120, 0.1);
   EXPECT_TRUE(wide.landscape && wide.size.whole);
-  EXPECT_FALSE(printed("2", "5", {}).landscape);
+  EXPECT_FALSE(printed(2, 5, {}).landscape);
   // The page is 277 by 190 mm: too wide, too high.
-  EXPECT_FALSE(printed("5", "2", {.millimetres = 300}).size.whole);
-  EXPECT_FALSE(printed("2", "5", {.height = 200}).size.whole);
+  EXPECT_FALSE(printed(5, 2, {.millimetres = 300}).size.whole);
+  EXPECT_FALSE(printed(2, 5, {.height = 200}).size.whole);
 }
 
 TEST(Printing, WithoutASizeTheKnotFillsThePageOneWay) {
-  for (const auto& [x, y] : {std::pair{"5", "2"}, {"2", "5"}}) {
+  for (const auto& [x, y] : {std::pair{5, 2}, {2, 5}}) {
     const Printed fitted = printed(x, y, {});
     const float across = (fitted.right - fitted.left) / static_cast<float>(fitted.page.drawn().width());
     const float down = (fitted.bottom - fitted.top) / static_cast<float>(fitted.page.drawn().height());
@@ -78,7 +77,7 @@ TEST(Printing, WithoutASizeTheKnotFillsThePageOneWay) {
 }
 
 TEST(Printing, TheModelIsAPictureInTheMiddle) {
-  const Printed solid = printed("3", "2", {.solidView = true});
+  const Printed solid = printed(3, 2, {.solidView = true});
   ASSERT_EQ(solid.page.placed.size(), 1U);
   const NonePage::Placed& placed = solid.page.placed[0];
   EXPECT_EQ(placed.width * 4, placed.height * 5);

@@ -14,6 +14,7 @@
 #include "design/edits.h"
 #include "design/fit.h"
 #include "design/knot.h"
+#include "grids.h"
 #include "platform/none/recording_surface.h"
 #include "strands/cut_room.h"
 #include "tries.h"
@@ -76,9 +77,7 @@ class Measure {
     ++counts.tried;
     const double shapes = addOutlines(counts);
     RecordingSurface surface(picture_.width, picture_.height());
-    PictureOptions options;
-    options.showGrid = false;
-    options.background = kGround;
+    const PictureOptions options{.background = kGround, .showGrid = false, .grid = {}};
     drawKnotPicture(surface, knot_.graph, knot_.curve, style_, picture_, options);
     double painted = 0, bands = 0;
     int wrong = 0;
@@ -113,9 +112,7 @@ class Measure {
 
   /// The area of all outlines.
   double addOutlines(Counts& counts) const {
-    OutlineOptions options;
-    options.band = band_;
-    options.outer = outer_;
+    const OutlineOptions options{.band = band_, .outer = outer_};
     std::vector<BandContour> contours;
     double sum = 0;
     bool isOpen = false, isPositive = true;
@@ -186,13 +183,12 @@ void compare(const Document& document, const Knot& knot, const std::string& name
 }
 
 void addPicture(const Document& grid, double part, Counts& counts) {
-  Knot knot;
-  ASSERT_TRUE(makeKnot(grid, knot));
-  const int widest = part > 0 ? widestOuter(grid, knot) : kNarrowest;
+  const auto knot = knotOf(grid);
+  const int widest = part > 0 ? widestOuter(grid, *knot) : kNarrowest;
   if (widest < kNarrowest) return void(++counts.narrow);
   const Document document =
       part > 0 ? withOuter(grid, static_cast<int>(std::floor(widest * part))) : fitBands(grid);
-  compare(document, knot, "part " + std::to_string(part), counts);
+  compare(document, *knot, "part " + std::to_string(part), counts);
 }
 
 /// From one that is looked at to the next; all of them where the environment asks for it.
@@ -242,9 +238,7 @@ TEST(PictureSet, NoBlemishInFittedRandomKnots) {
     const auto drawn = randomKnot(Document(), seededRandom(static_cast<std::uint64_t>(seed)));
     ASSERT_TRUE(drawn);
     const Document document = fitBands(*drawn);
-    Knot knot;
-    ASSERT_TRUE(makeKnot(document, knot));
-    compare(document, knot, "random " + std::to_string(seed), counts);
+    compare(document, *knotOf(document), "random " + std::to_string(seed), counts);
   }
   EXPECT_GT(counts.tried, kRandomKnots / step / 2);
   tell(counts, step);

@@ -40,10 +40,7 @@ Document withCellSize(Document document, std::int16_t size) {
 TEST(MakeKnot, GivesTheKnotOfTheFields) {
   Knot knot;
   for (int s = 0; s < kShapeCount - 1; ++s) {
-    TraceSettings settings;
-    settings.startColour = -3;
-    settings.swish = 17;
-    settings.mirror = s % 2 == 1;
+    const TraceSettings settings{.startColour = -3, .swish = 17, .mirror = s % 2 == 1};
     GridFields grid = fieldsOf(static_cast<Shape>(s), 7, 5, 20, 2);
     grid.skew = 1.5F;
     const MadeKnot wanted = makeKnot(grid, settings);

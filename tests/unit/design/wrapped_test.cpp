@@ -60,8 +60,7 @@ TEST(Wrap, SurvivesFilesAndGivesOneStrandInSymmetry) {
   EXPECT_EQ(wrapOf(read->document), wrapOf(joined));
   const auto one = withStrands(joined, 1, {.turns = 3});
   ASSERT_TRUE(one);
-  const auto knot = std::make_unique<Knot>();
-  ASSERT_TRUE(makeKnot(*one, *knot));
+  const auto knot = knotOf(*one);
   EXPECT_EQ(countKnot(knot->graph, knot->strands).strands, 1);
   EXPECT_EQ(possibleTurns(knot->graph), (std::vector<int>{3, 6}));
 }
@@ -88,11 +87,7 @@ TEST(Wrap, FittedRingsAreOneBodyWithoutSpecks) {
   gold.fields.text(Param::Smooth) = "4";
   const auto ring = fitRing(gold, 18.2, 6);
   ASSERT_TRUE(ring);
-  const auto knot = std::make_unique<Knot>();
-  ASSERT_TRUE(makeKnot(ring->document, *knot));
-  OutputOptions options;
-  options.millimetres = ring->width;
-  const auto made = makeBody(*knot, ring->document.fields, options);
+  const auto made = makeBody(*knotOf(ring->document), ring->document.fields, {.millimetres = ring->width});
   ASSERT_TRUE(made);
   EXPECT_EQ(made->body.pieces, 1);
 }
@@ -107,8 +102,7 @@ TEST(Wrap, FittedRingsAreInterlacedAllRound) {
   const auto open = fitRing(bracelet, 60, 20);
   ASSERT_TRUE(open);
   EXPECT_FALSE(isWrapped(open->document.fields)) << "it has two ends";
-  const auto room = std::make_unique<Knot>();
-  ASSERT_TRUE(makeKnot(withCheck(gridOf(Shape::SquareSquare, 5, 3), Check::Wrap, true), *room));
+  const auto room = knotOf(withCheck(gridOf(Shape::SquareSquare, 5, 3), Check::Wrap, true));
   EXPECT_NEAR(*drawnRoom(*room), *leastCrossingDistance(*room), 0.15 * *leastCrossingDistance(*room));
 }
 
