@@ -18,16 +18,6 @@ namespace {
 
 constexpr int kMostWidth = 160, kMostCells = 2;
 
-std::vector<std::string> argumentsOf(std::string_view text) {
-  std::vector<std::string> arguments;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    arguments.emplace_back(text.substr(at, end - at));
-    at = end + 1;
-  }
-  return arguments;
-}
-
 /// The knot's fields that let searches for sizes and numbers of strands take long.
 bool isLarge(const CommandLine& line) {
   const auto large = [](const auto& value) {
@@ -77,7 +67,7 @@ void makeAll(NonePlatform& platform, const CommandLine& line, const Member& memb
 }  // namespace
 
 void commandLine(Bytes bytes) {
-  auto line = parseCommandLine(argumentsOf(textOf(bytes)));
+  auto line = parseCommandLine(linesOf(bytes));
   if (!line) return require(line.error().kind == ErrorKind::usage, "what cannot be meant is told so");
   if (line->kind == CommandKind::list) require(!listText(line->listed).empty(), "a list has lines");
   if (line->kind != CommandKind::makeFiles && line->kind != CommandKind::check) return;

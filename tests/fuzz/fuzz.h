@@ -6,7 +6,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <span>
+#include <sstream>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace lorivan::fuzz {
 
@@ -27,6 +30,13 @@ void settings(Bytes bytes);     // what is kept from one start to the next
 
 inline std::string_view textOf(Bytes bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+inline std::vector<std::string> linesOf(Bytes bytes) {
+  std::istringstream text{std::string(textOf(bytes))};
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);) lines.push_back(line);
+  return lines;
 }
 
 inline void require(bool holds, const char* what) {

@@ -15,15 +15,12 @@ namespace {
 
 using Values = std::map<std::pair<std::string, std::string>, std::string>;
 
-Values valuesOf(std::string_view text) {
+Values valuesOf(Bytes bytes) {
   Values values;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find('\n', at), text.size());
-    const std::string_view line = text.substr(at, end - at);
+  for (const std::string& line : linesOf(bytes)) {
     const auto equals = std::min(line.find('='), line.size());
-    values[{std::string(kSettingsSection), std::string(line.substr(0, equals))}] =
+    values[{std::string(kSettingsSection), line.substr(0, equals)}] =
         line.substr(std::min(equals + 1, line.size()));
-    at = end + 1;
   }
   return values;
 }
@@ -55,7 +52,7 @@ Values kept(const Values& values, Document& shown) {
 }  // namespace
 
 void settings(Bytes bytes) {
-  const Values values = valuesOf(textOf(bytes));
+  const Values values = valuesOf(bytes);
   Document first, second;
   const Values once = kept(values, first);
   requireStored(first);
