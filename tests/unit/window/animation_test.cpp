@@ -133,8 +133,7 @@ TEST_F(AnimationTest, ClosingTheWindowEndsIt) {
 
 TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
   const Folder folder;
-  start();
-  click("cmd2D");
+  startDrawn();
   bench().saveOptions.width = 50;
   int looks = 0;
   const auto save = [&](const std::string& name, const std::function<void()>& action) {
@@ -142,9 +141,9 @@ TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
     w->onEvents = [&] {
       if (++looks == 4) action();
     };
-    pickFile("mnuFileSaveAnimation", folder.file(name));
+    const std::string bytes = saved("mnuFileSaveAnimation", folder.file(name));
     w->onEvents = nullptr;
-    return Folder::contents(folder.file(name));
+    return bytes;
   };
   EXPECT_EQ(save("stopped.png", [this] { w->userPresses({Key::escape}); }), "");
   EXPECT_TRUE(looks == 4 && w->status() == "The animation was not saved") << looks << w->status();

@@ -43,17 +43,12 @@ class CommandsTest : public MainWindowTest {
            visible("picKnot") == (picture == Picture::solid) &&
            visible("picShape") == (picture == Picture::sheet);
   }
-  bool copied(ControlId picture) {
-    if (!platform.clipboard().picture) return false;
-    const auto on = platform.clipboard().picture->pixels();
-    return std::ranges::equal(on, pixels(picture));
-  }
   /// The drawing that was copied is that of a document without the grid behind its knot.
   bool copiedBare() {
     const std::string svg = platform.clipboard().drawing.svg;
-    const bool differs = checked("chkShowGrid") != copied(kGrid);
+    const bool differs = checked("chkShowGrid") != copied(pixels());
     if (checked("chkShowGrid")) click("chkShowGrid");
-    return differs && copied(kGrid) && svg.find("grid\"") == std::string::npos;
+    return differs && copied(pixels()) && svg.find("grid\"") == std::string::npos;
   }
   int strands() { return countKnot(bench().knot().graph, bench().knot().strands).strands; }
   Sight symmetric(const Symmetry& symmetry) {
@@ -84,16 +79,18 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
   const std::string drawing = folder.write("d.svg", "<svg><path d='M0 0h9v9z'/></svg>");
   const Action none = [] {};
   const auto answer = [this](std::string path) { return [this, path] { platform.dialogs.answerFile(path); }; };
-  std::vector<Row> all = {
+  std::vector<Row> all;
+  const auto add = [&](const std::vector<Row>& rows) { all.insert(all.end(), rows.begin(), rows.end()); };
+  add({
     {"mnuFileNewGrid", "&File|&New grid|Ctrl+N", [this] { markGrid(); }, [this] { return gridIsNew() && !drawn(); }},
     {"mnuFileRandom", "&File|&Random knot|Ctrl+R", none, [this] { return drawn() && lines() != 12 && bench().session.history().undoName() == "Random knot"; }},
-    {"mnuFileLoad", "&File|&Load knot file...|Ctrl+O", answer(knot), [this] { return text(Param::YNo) == "4" && document().fields.shape == Shape::Circular; }}};
+    {"mnuFileLoad", "&File|&Load knot file...|Ctrl+O", answer(knot), [this] { return text(Param::YNo) == "4" && document().fields.shape == Shape::Circular; }}});
   for (int i = 0; i < kRecentFiles; ++i)
     all.push_back({nullptr, nullptr, [this, i] {
       for (int k = 0; k <= i; ++k) w->userDrops(folder.write(std::to_string(k) + ".qzd", "20,0\r\n25,3,4\r\n"));
       click("cmdNewGrid");  // no file is open any more
     }, [this, i] { return bench().session.path() == folder.file("0.qzd") && commandText("mnuFileRecent" + std::to_string(i)).starts_with("&" + std::to_string((i + 1) % 10) + " "); }});
-  for (Row row : std::vector<Row>{
+  add({
     {"mnuFileSave", "&File|&Save knot file|Ctrl+S", answer(folder.file("saved.qzd")), [this] { return wrote("saved.qzd"); }},
     {"mnuFileSaveAs", "&File|Save knot file &as...|Ctrl+Shift+S", [this, knot] { w->userDrops(knot), file("other.qzd")(); }, [this] { return wrote("other.qzd"); }},
     {"mnuFileSaveBMP", "&File|Save &picture...|", file("p2.bmp"), [this] { return wrote("p2.bmp"); }},
@@ -108,20 +105,19 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuEditUndoStep", "&Edit|&Undo|Ctrl+Z", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "7" && text(Param::Width) == "7"; }},
     {"mnuEditRedoStep", "&Edit|&Redo|Ctrl+Y|Ctrl+Shift+Z", [this] { enter(Param::Width, "9"), pick("mnuEditUndoStep"); }, [this] { return document().fields.text(Param::Width) == "9"; }},
     {"mnuEditUndo", "&Edit|Undo &field|", [this] { enter(Param::Width, "9"); }, [this] { return document().fields.text(Param::Width) == "9" && text(Param::Width) == "7"; }},
-    {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(kSolid) && !copied(kGrid) && (click("cmd2DView"), pick("mnuEditCopy"), copied(kGrid)); }},
+    {"mnuEditCopy", "&Edit|&Copy picture|Ctrl+C", [this] { click("cmd3DView"); }, [this] { return copied(pixels(kSolid)) && !copied(pixels()) && (click("cmd2DView"), pick("mnuEditCopy"), copied(pixels())); }},
     {"mnuEditCopyDrawing", "&Edit|Copy as &vector|Ctrl+Shift+C", none, [this] { return copiedBare() && platform.clipboard().drawing.svg.starts_with("<?xml") && platform.clipboard().drawing.metafile.size() > 1000; }},
     {"mnuEditLines", "&Edit|&Lines by keyboard|F6", none, [this] { return w->focused() == kGrid && statusStarts("Crossing; a click changes it"); }},
     {"mnuSymmetryNone", "&Edit>&Symmetry|&None|", [this] { pick("mnuSymmetryBoth"); }, [this] { return bench().symmetry.inForce() == kNoSymmetry; }},
     {"mnuSymmetryLeftRight", "&Edit>&Symmetry|&Left-right|", none, symmetric(kLeftRight)},
     {"mnuSymmetryTopBottom", "&Edit>&Symmetry|&Top-bottom|", none, symmetric(kTopBottom)},
     {"mnuSymmetryBoth", "&Edit>&Symmetry|&Both|", none, symmetric(kBothMirrors)},
-    {"mnuSymmetryHalfTurn", "&Edit>&Symmetry|&Half turn|", none, symmetric(kHalfTurn)}})
-    all.push_back(row);
+    {"mnuSymmetryHalfTurn", "&Edit>&Symmetry|&Half turn|", none, symmetric(kHalfTurn)}});
   for (int i = 0; i < 7; ++i)
     all.push_back({nullptr, nullptr, [this] { choose(Shape::Circular), enter(Param::XNo, "18"); }, symmetric({false, false, std::array{3, 4, 6, 9, 12, 18, 36}[static_cast<std::size_t>(i)]})});
   for (int i = 1; i <= 6; ++i)
     all.push_back({nullptr, nullptr, [this, i] { enter(Param::YNo, "4"), click("cmd2D"), pick(i == 1 ? "mnuStrands2" : "mnuStrands1"); }, [this, i] { return strands() == i && w->commandChecked(w->command("mnuStrands" + std::to_string(i))); }});
-  for (Row row : std::vector<Row>{
+  add({
     {"mnuStrandsMost", "&Edit>S&trands|As &many as possible|", none, [this] { return strands() > 3; }},
     {"mnuStrandsOther", "&Edit>S&trands|&Other number...|", [this] { platform.dialogs.answerInput(" 4 "); }, [this] { return strands() == 4; }},
     {"mnuEditFitFrame", "&Edit|Fit to fr&ame...|", [this] { platform.dialogs.answerInput("200 x 40"); }, [this] { return document().fields.whole(Param::XNo) > 2 * document().fields.whole(Param::YNo) && statusStarts("Save it 200 mm wide"); }},
@@ -154,29 +150,26 @@ std::vector<CommandsTest::Row> CommandsTest::rows() {
     {"mnuSheetNone", "&Shape>Draw in s&ymmetry|&None|", [this] { pick("mnuSheetBoth"); }, drawnIn(kNoSymmetry)},
     {"mnuSheetLeftRight", "&Shape>Draw in s&ymmetry|&Left-right|", none, drawnIn(kLeftRight)},
     {"mnuSheetTopBottom", "&Shape>Draw in s&ymmetry|&Top-bottom|", none, drawnIn(kTopBottom)},
-    {"mnuSheetBoth", "&Shape>Draw in s&ymmetry|&Both|", none, drawnIn(kBothMirrors)}})
-    all.push_back(row);
+    {"mnuSheetBoth", "&Shape>Draw in s&ymmetry|&Both|", none, drawnIn(kBothMirrors)}});
   for (int turns = 2; turns <= kMostSheetTurns; ++turns)
     all.push_back({nullptr, nullptr, none, drawnIn({false, false, turns})});
-  for (Row row : std::vector<Row>{
+  add({
     {"mnuSheetMirrored", "&Shape>Draw in s&ymmetry|Turns &mirrored, too|", [this] { pick("mnuSheetTurns5"); }, drawnIn({true, false, 5})},
     {"mnuShapeSmooth", "&Shape|Smoot&h outline|", [this] { square(); }, [this] { return bench().sheet.shape().smooth && w->commandChecked(w->command("mnuShapeSmooth")); }},
     {"mnuShapeUndo", "&Shape|&Undo|", [this] { square(); }, [this] { return bench().sheet.shape().ShapeLineCount == 3; }},
     {"mnuShapeLoadOutline", "&Shape|Load &outline...|", answer(drawing), [this] { return bench().sheet.shape().ShapeLineCount == 3 && shows(Picture::sheet); }},
     {"mnuShapeLoadFile", "&Shape|&Load file...|", answer(shape), [this] { return bench().sheet.shape().ShapePointCount == 1 && shows(Picture::sheet); }},
-    {"mnuShapeSaveFile", "&Shape|&Save file...|", answer(folder.file("saved.qzc")), [this] { return wrote("saved.qzc"); }}})
-    all.push_back(row);
+    {"mnuShapeSaveFile", "&Shape|&Save file...|", answer(folder.file("saved.qzc")), [this] { return wrote("saved.qzc"); }}});
   for (int i = 0; i < static_cast<int>(presetTable().size()); ++i)
     all.push_back({nullptr, nullptr, [this] { enter(Param::Width, "9"), was = document(); }, [this, i] {
       return document() == withFittedStyle(was, i) && drawn() && bench().session.history().undoName() == "Style "s + std::string(presetTable()[i].name);
     }});
-  for (Row row : std::vector<Row>{
+  add({
     {"mnuHelpHelp", "&Help|How to &use Lorivan|F1", none, [this] { return helped("index"); }},
     {"mnuHelpCustom", "&Help|&Custom knots|", none, [this] { return helped("custom"); }},
     {"mnuHelp3D", "&Help|How to work in &3D|", none, [this] { return helped("3d"); }},
     {"mnuHelpFAQ", "&Help|&Frequently Asked Questions|", none, [this] { return helped("faq"); }},
-    {"mnuHelpAbout", "&Help|&About|", none, [this] { return helped("about"); }}})
-    all.push_back(row);
+    {"mnuHelpAbout", "&Help|&About|", none, [this] { return helped("about"); }}});
   return all;
 }
 

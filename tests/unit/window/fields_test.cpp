@@ -93,7 +93,7 @@ TEST_F(FieldsTest, WrapIsOfferedToShapesThatHaveTwoBorders) {
   choose(Shape::SquareSquare);
   click("chkWrap");
   EXPECT_FALSE(bench().knot().graph.wrap);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_TRUE(bench().knot().graph.wrap && checked("chkWrap") && drawn());
 }
 
@@ -152,7 +152,7 @@ TEST_F(FieldsTest, StepsOfOneFieldAreOneStepBackUntilItIsLeft) {
   w->userSteps(width, 30);
   EXPECT_EQ(text(Param::Width), "30");
   for (const char* back : {"10", "7"}) {
-    pick("mnuEditUndoStep");
+    undo();
     EXPECT_EQ(text(Param::Width), back);
   }
   for (int i = 0; i < 10; ++i) w->userSteps(ka, 1);
@@ -214,7 +214,7 @@ TEST_F(FieldsTest, ColoursAndLabelsFollowTheirFields) {
   EXPECT_EQ(background(Param::StartColour), 0x445566U);
   const auto calls = w->surface(kGrid).calls();
   EXPECT_TRUE(std::ranges::any_of(calls, [](const DrawCall& c) { return c.colour == 0x445566; }));
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(background(Param::StartColour), QBColor(9));
   platform.dialogs.answerColour(std::nullopt);
   const int before = clears();

@@ -16,10 +16,7 @@ int bitmapWidth(const std::string& bytes) {
 TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
   const Folder folder;
   start();
-  const auto save = [&](const std::string& name) {
-    pickFile("mnuFileSaveBMP", folder.file(name));
-    return Folder::contents(folder.file(name));
-  };
+  const auto save = [&](const std::string& name) { return saved("mnuFileSaveBMP", folder.file(name)); };
   EXPECT_EQ(bitmapWidth(save("grid.bmp")), 500);
   EXPECT_EQ(save("grid.svg"), "");
   click("cmd2D");
@@ -44,12 +41,9 @@ TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
 TEST_F(FilesTest, TheMetafileHoldsTheKnotAndTellsWhenItCannotBeMade) {
   const Folder folder;
   startDrawn();
-  pickFile("mnuFileSaveEMF", folder.file("knot.emf"));
+  EXPECT_EQ(saved("mnuFileSaveEMF", folder.file("knot.emf")).substr(40, 4), " EMF");
   EXPECT_EQ(lastAsked().file.filterLabel + '|' + lastAsked().file.extensions, "EMF files|emf");
-  EXPECT_EQ(Folder::contents(folder.file("knot.emf")).substr(40, 4), " EMF");
-  platform.dialogs.answerFile(folder.file("missing/knot.emf"));
-  platform.dialogs.answerMessage();
-  pick("mnuFileSaveEMF");
+  pickFileInVain("mnuFileSaveEMF", folder.file("missing/knot.emf"));
   EXPECT_TRUE(lastAsked().text.starts_with("Sorry, there was a problem creating the .emf"));
 }
 
@@ -61,10 +55,8 @@ class ExportTest : public MainWindowTest {
     click("cmd2D");
   }
   /// Saves by the option button that is chosen and returns the file.
-  std::string save(const std::string& name) {
-    pickFile("mnuFileSave3D", folder.file(name));
-    return Folder::contents(folder.file(name));
-  }
+  std::string save(const std::string& name) { return saved("mnuFileSave3D", folder.file(name)); }
+  std::string savePicture(const std::string& name) { return saved("mnuFileSaveBMP", folder.file(name)); }
   std::size_t polygons() const { return std::stoul(w->text(controlId("txtNPoly"))); }
   Folder folder;
 };
@@ -118,9 +110,7 @@ TEST_F(ExportTest, WhatFailsLeavesTheOldFile) {
   ASSERT_TRUE(writeFile(folder.file("old.pov"), "old"));
   click("optPOV");
   pickFile("mnuFileSave3D", "");
-  platform.dialogs.answerFile(folder.file("old.pov"));
-  platform.dialogs.answerMessage();
-  pick("mnuFileSave3D");
+  pickFileInVain("mnuFileSave3D", folder.file("old.pov"));
   EXPECT_EQ(Folder::contents(folder.file("old.pov")), "old");
   EXPECT_TRUE(lastAsked().text.starts_with("Sorry, you are missing the povinit.txt file."));
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path), {}), 1);
@@ -139,11 +129,10 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   startDrawn();
   bench().saveOptions.millimetres = 77;
   bench().saveOptions.transparent = true;
-  pickFile("mnuFileSaveBMP", folder.file("knot.svg"));
+  const std::string svg = savePicture("knot.svg");
   EXPECT_EQ(lastAsked().file.extensions, "bmp");
   EXPECT_GE(lastAsked().file.more.size(), 2U) << "a choice for each kind of picture";
   EXPECT_TRUE(w->status().ends_with("knot.svg, with the saving options"));
-  const std::string svg = Folder::contents(folder.file("knot.svg"));
   EXPECT_EQ(svg.find("background"), std::string::npos);
   // The dialog stays open as long as an entry is wrong.
   auto lines = saveOptionsDialog({}).lines;
@@ -171,22 +160,17 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   EXPECT_EQ(readSaveOptions("60,,,0,1,0,1").kerf, std::nullopt) << "kept by a version without cuts";
   platform.dialogs.answerOptions(lines);
   pick("mnuFileSaveOptions");
-  pickFile("mnuFileSaveBMP", folder.file("cut.svg"));
-  bench().saveOptions.kerf.reset();
-  pickFile("mnuFileSaveBMP", folder.file("uncut.svg"));
-  EXPECT_NE(Folder::contents(folder.file("cut.svg")), Folder::contents(folder.file("uncut.svg")));
-  pickFile("mnuFileSave3D", folder.file("body.3mf"));
+  const std::string cut = savePicture("cut.svg"), body = save("body.3mf");
   EXPECT_NE(w->status().find(" piece"), std::string::npos) << w->status();
+  bench().saveOptions.kerf.reset();
+  EXPECT_NE(savePicture("uncut.svg"), cut);
   bench().saveOptions.solid = false;
-  pickFile("mnuFileSave3D", folder.file("tubes.3mf"));
-  EXPECT_NE(Folder::contents(folder.file("body.3mf")).size(),
-            Folder::contents(folder.file("tubes.3mf")).size());
+  EXPECT_NE(save("tubes.3mf").size(), body.size());
   lines[1].text = "30";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 1U) << "bodies have a width";
   bench().saveOptions = {};
-  pickFile("mnuFileSaveBMP", folder.file("plain.svg"));
-  EXPECT_NE(Folder::contents(folder.file("plain.svg")), svg);
-  pickFile("mnuFileSaveBMP", folder.file("knot.png"));
+  EXPECT_NE(savePicture("plain.svg"), svg);
+  savePicture("knot.png");
   const Document before = document();
   for (const char* name : {"knot.svg", "knot.png"}) {
     enter(Param::Width, "9");

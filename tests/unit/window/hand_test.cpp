@@ -4,6 +4,7 @@
 #include "base/numbers.h"
 #include "design/edits.h"
 #include "design/kept_walls.h"
+#include "knot_maker.h"
 #include "main_window_driver.h"
 
 namespace lorivan {
@@ -12,7 +13,7 @@ namespace {
 class HandTest : public MainWindowTest {
  protected:
   HandTest() { stored("DrawAtOnce") = "True"; }
-  void grid(const char* x, const char* y) { enter(Param::XNo, x), enter(Param::YNo, y); }
+  void startGrid(const char* x, const char* y) { start(), enter(Param::XNo, x), enter(Param::YNo, y); }
   GridView view() {
     return bench().flat.lens.through(viewOf(bench().knot(), document().fields,
                                             knotStyle(document().fields, {}), w->surface(kGrid).width(),
@@ -31,17 +32,10 @@ class HandTest : public MainWindowTest {
         if (line(image).Kind != line(j).Kind) return false;
     return true;
   }
-  /// Walls turn strands back on both sides and count as passed by both.
-  bool everyCrossingIsPassedTwice() {
-    for (int j = 0; j < lines(); ++j)
-      if ((line(j).Kind & 1) != 0 && line(j).Passes != 2) return false;
-    return true;
-  }
 };
 
 TEST_F(HandTest, AStrokeIsOneStepOfWallsWithTheirImages) {
-  start();
-  grid("4", "4");
+  startGrid("4", "4");
   pick("mnuSymmetryLeftRight");
   const int first = lineAt(-30, 15), second = lineAt(-30, -15), image = lineAt(30, 15);
   ASSERT_TRUE(first >= 0 && second >= 0 && image >= 0);
@@ -51,9 +45,9 @@ TEST_F(HandTest, AStrokeIsOneStepOfWallsWithTheirImages) {
   EXPECT_TRUE(wallCount(document()) == 4 && undoName() == "Walls" && statusStarts("4 walls; "));
   drag(kGrid, {middle(image).x, middle(image).y - 12}, {middle(image).x, middle(image).y + 12}, 2);
   EXPECT_TRUE(wallCount(document()) == 2 && undoName() == "Ordinary lines");
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(wallCount(document()), 4);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(document(), before);
   const PointI at = middle(first);
   drag(kGrid, at, {at.x + 2, at.y});
@@ -65,8 +59,7 @@ TEST_F(HandTest, AStrokeIsOneStepOfWallsWithTheirImages) {
 }
 
 TEST_F(HandTest, HoveringTellsAndMarksAndLeavesNoTrace) {
-  start();
-  grid("4", "4");
+  startGrid("4", "4");
   pick("mnuSymmetryBoth");
   const auto before = pixels();
   const std::string told = w->status();
@@ -75,21 +68,18 @@ TEST_F(HandTest, HoveringTellsAndMarksAndLeavesNoTrace) {
   EXPECT_EQ(w->status(), "Crossing; a click changes 4 lines, a drag sets walls");
   EXPECT_NE(pixels(), before);
   pick("mnuEditCopy");
-  ASSERT_TRUE(platform.clipboard().picture);
-  EXPECT_TRUE(std::ranges::equal(platform.clipboard().picture->pixels(), before))
-      << "marks are no part of it";
+  EXPECT_TRUE(copied(before)) << "marks are no part of it";
   EXPECT_NE(pixels(), before) << "and stay on the screen";
   w->userMouse(kGrid, {MouseAction::leave, 0, at.x, at.y});
   EXPECT_EQ(pixels(), before);
   bench().status(told);
   wheel(at, 3);
   pick("mnuEditCopy");
-  EXPECT_TRUE(std::ranges::equal(platform.clipboard().picture->pixels(), before)) << "the whole picture";
+  EXPECT_TRUE(copied(before)) << "the whole picture";
 }
 
 TEST_F(HandTest, LinesAreFoundAtEveryZoom) {
-  start();
-  grid("5", "4");
+  startGrid("5", "4");
   const Document before = document();
   for (const int steps : {4, 9, -30, 2}) {
     const PointI at = middle(lineAt(15, 15));
@@ -146,7 +136,7 @@ TEST_F(HandTest, TheKeyboardSetsWalls) {
   EXPECT_TRUE(key(Key::right) && bench().hand.walk.line() != first);
   EXPECT_TRUE(key(Key::left) && bench().hand.walk.line() == first);
   EXPECT_TRUE(key(Key::space) && line(first).Kind == kWall && symmetric());
-  EXPECT_TRUE(everyCrossingIsPassedTwice());
+  EXPECT_EQ(wronglyPassed(bench().knot().graph), 0);
   EXPECT_TRUE(key(Key::space, true) && line(first).Kind == kOrdinary);
   EXPECT_FALSE(w->userPresses({Key::space})) << "a button that has the focus keeps its keys";
   click("cmd3DView");
@@ -154,25 +144,21 @@ TEST_F(HandTest, TheKeyboardSetsWalls) {
 }
 
 TEST_F(HandTest, StrandsAreJoinedAndTheImpossibleIsTold) {
-  start();
-  grid("4", "4");
+  startGrid("4", "4");
   pick("mnuSymmetryHalfTurn");
   pick("mnuStrands3");
   EXPECT_TRUE(symmetric() && undoName() == "3 strands" && statusStarts("3 strands, ")) << w->status();
   pick("mnuShapeView");
   pick("mnuStrands1");
   EXPECT_TRUE(bench().picture() == Picture::flat && statusStarts("1 strand, ")) << w->status();
-  pick("mnuEditUndoStep");
-  pick("mnuEditUndoStep");
+  undo(2);
   const Document before = document();
   for (const char* wrong : {"0", "40", "two"}) {
-    platform.dialogs.answerInput(wrong);
-    pick("mnuStrandsOther");
+    pickInput("mnuStrandsOther", wrong);
     EXPECT_EQ(w->status(), "A knot has 1 to 39 strands");
   }
   pick("mnuViewVariations");
-  platform.dialogs.answerInput("39");
-  pick("mnuStrandsOther");
+  pickInput("mnuStrandsOther", "39");
   EXPECT_TRUE(bench().picture() == Picture::flat && document() == before &&
               w->status().find("39") != std::string::npos)
       << w->status();

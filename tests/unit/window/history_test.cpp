@@ -9,7 +9,6 @@ namespace {
 class HistoryTest : public MainWindowTest {
  protected:
   HistoryTest() { platform.settings().values.clear(); }
-  void undo() { pick("mnuEditUndoStep"); }
   void redo() { pick("mnuEditRedoStep"); }
   Folder folder;
 };

@@ -38,8 +38,7 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   const std::string file = folder.write("k.qzd", "20,4\r\n25\r\n");
   w->userDrops(file);
   EXPECT_EQ(w->status(), file + " konnte nicht geladen werden: Zeile 2: hat weniger als drei Werte");
-  platform.dialogs.answerInput("breit");
-  pick("mnuEditFitFrame");
+  pickInput("mnuEditFitFrame", "breit");
   EXPECT_TRUE(statusStarts("Zwei Längen in Millimetern")) << w->status();
   for (const auto& [words, sentence] : {std::pair{"über", "Über"},
                                         {"ähnlich wie", "Ähnlich wie"},
@@ -71,11 +70,8 @@ TEST_F(LanguageTest, LeavesFilesAlone) {
     startIn(code);
     enterAll({{Param::Skew, "1.25"}, {Param::Width, "6.5"}});
     click("cmd2D");
-    for (const auto& [command, name] : {std::pair{"mnuFileSaveAs", "k.qzd"}, {"mnuFileSaveBMP", "k.svg"}}) {
-      const std::string file = folder.file(code + name);
-      pickFile(command, file);
-      written.push_back(Folder::contents(file));
-    }
+    for (const auto& [command, name] : {std::pair{"mnuFileSaveAs", "k.qzd"}, {"mnuFileSaveBMP", "k.svg"}})
+      written.push_back(saved(command, folder.file(code + name)));
   }
   ASSERT_EQ(written.size(), 4U);
   EXPECT_GT(written[1].size(), 1000U);

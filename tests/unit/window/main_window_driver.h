@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "design/settings_table.h"
@@ -68,12 +69,36 @@ class MainWindowTest : public ::testing::Test {
     const auto shown = w->surface(picture).pixels();
     return {shown.begin(), shown.end()};
   }
+  /// Whether the clipboard holds a picture of these pixels.
+  bool copied(const std::vector<std::uint32_t>& shown) {
+    const auto& picture = platform.clipboard().picture;
+    return picture && std::ranges::equal(picture->pixels(), shown);
+  }
   Colour background(Param p) const { return w->background(fieldControl(p)); }
   bool statusStarts(const std::string& text) const { return w->status().starts_with(text); }
-  /// Picks a command whose file dialog is answered so.
-  void pickFile(std::string_view command, const std::string& path) {
+  /// Picks a command whose file dialog is answered so, and the question whether changes are to be saved.
+  void pickFile(std::string_view command, const std::string& path, std::optional<SaveAnswer> changes = {}) {
     platform.dialogs.answerFile(path);
+    if (changes) platform.dialogs.answerSave(*changes);
     pick(command);
+  }
+  /// What a file holds that a command has written.
+  std::string saved(std::string_view command, const std::string& path) {
+    pickFile(command, path);
+    return Folder::contents(path);
+  }
+  /// Picks a command that ends in a message box after its file dialog.
+  void pickFileInVain(std::string_view command, const std::string& path) {
+    platform.dialogs.answerFile(path);
+    platform.dialogs.answerMessage();
+    pick(command);
+  }
+  void pickInput(std::string_view command, const std::string& text) {
+    platform.dialogs.answerInput(text);
+    pick(command);
+  }
+  void undo(int steps = 1) {
+    for (; steps > 0; --steps) pick("mnuEditUndoStep");
   }
   void click(std::string_view button) { w->userClicks(w->control(button)); }
   void pick(std::string_view command) { w->userPicks(w->command(command)); }
@@ -103,6 +128,7 @@ class MainWindowTest : public ::testing::Test {
   bool gridIsNew() { return line(0).Kind == kOrdinary; }
   void drag(ControlId picture, PointI from, PointI to, int button = 1) {
     w->userMouse(picture, {MouseAction::press, button, from.x, from.y});
+    w->userMouse(picture, {MouseAction::move, button, (from.x + to.x) / 2, (from.y + to.y) / 2});
     w->userMouse(picture, {MouseAction::move, button, to.x, to.y});
     w->userMouse(picture, {MouseAction::release, button, to.x, to.y});
   }

@@ -10,29 +10,19 @@ namespace {
 
 class ModelTest : public MainWindowTest {
  protected:
-  int paints() { return w->surface(kSolid).clears(); }
   void startSolid() { startDrawn(), click("cmd3DView"); }
   bool shows(bool solid) const {
     return visible("picKnot") == solid && visible("picGrid") != solid && enabled("cmd3DView") != solid &&
            enabled("cmd2DView") == solid && commandEnabled("mnuFileSave3D");
   }
   std::string polygons() const { return w->text(controlId("txtNPoly")); }
-  void turn(PointI from, PointI to) {
-    w->userMouse(kSolid, {MouseAction::press, 1, from.x, from.y});
-    w->userMouse(kSolid, {MouseAction::move, 1, (from.x + to.x) / 2, (from.y + to.y) / 2});
-    w->userMouse(kSolid, {MouseAction::move, 1, to.x, to.y});
-    w->userMouse(kSolid, {MouseAction::release, 1, to.x, to.y});
-  }
-  std::vector<std::uint32_t> copied() {
-    const auto picture = platform.clipboard().picture->pixels();
-    return {picture.begin(), picture.end()};
-  }
+  void turn(PointI from, PointI to) { drag(kSolid, from, to); }
   double number(Param p) const { return parseNumber(text(p)).value_or(-1); }
 };
 
 TEST_F(ModelTest, ViewsSwitchAndNeverBuild) {
   startDrawn();
-  EXPECT_TRUE(shows(false) && !enabled("cmd3D") && polygons() == "960" && paints() == 0);
+  EXPECT_TRUE(shows(false) && !enabled("cmd3D") && polygons() == "960" && w->surface(kSolid).clears() == 0);
   click("cmd3DView");
   EXPECT_TRUE(shows(true));
   EXPECT_GT(w->surface(kSolid).inked(), 10000);
@@ -90,7 +80,7 @@ TEST_F(ModelTest, DragsAndTheRotatorCountReferencePixels) {
   EXPECT_NEAR(number(Param::Theta), 270, 4);  // to a pixel
   const std::string first = text(Param::Theta);
   w->userClicksAt(kNav, 1, toInt32(centre + 9), toInt32(centre));
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(text(Param::Theta), first) << "every click is a step";
 }
 
@@ -102,11 +92,9 @@ TEST_F(ModelTest, ATurnLeavesNothingToApplyOrToUndo) {
   const std::string turned = text(Param::Theta);
   EXPECT_TRUE(turned != "0" && turned.size() <= 6);
   turn({100, 100}, {160, 140});
-  const int before = paints();
-  for (const Param p : {Param::Theta, Param::Phi, Param::Psi, Param::Ka}) w->userFocuses(fieldControl(p));
-  EXPECT_EQ(paints(), before);
+  EXPECT_TRUE(nothingWaits({Param::Theta, Param::Phi, Param::Psi, Param::Ka}, kSolid));
   for (const std::string& back : {turned, std::string("0")}) {
-    pick("mnuEditUndoStep");
+    undo();
     EXPECT_EQ(text(Param::Theta), back) << "a drag is one step";
     EXPECT_EQ(commandText("mnuEditRedoStep"), "&Redo Turn");
   }
@@ -167,8 +155,7 @@ TEST_F(ModelTest, TheVerdictIsToldAndItsPlacesAreMarked) {
        {"3 separate pieces, touching at 0 of 12 crossings", "closed: yes", " mm at ", "gold18k"})
     EXPECT_NE(lastAsked().text.find(line), std::string::npos) << lastAsked().text;
   EXPECT_TRUE(shows(true) && pixels(kSolid) != plain && polygons() == "960");
-  platform.dialogs.answerInput("wide");
-  pick("mnuViewCheckModel");
+  pickInput("mnuViewCheckModel", "wide");
   EXPECT_EQ(w->status(), "\"wide\" is no length in millimetres");
   click("cmd2D");
   click("cmd3DView");
@@ -180,20 +167,14 @@ TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
   const auto first = pixels(kSolid);
   const Document before = document();
   const int inked = w->surface(kSolid).inked();
-  MouseEvent wheel{MouseAction::wheel, 0, 250, 200};
-  wheel.steps = 2;
-  w->userMouse(kSolid, wheel);
+  w->userMouse(kSolid, {.action = MouseAction::wheel, .x = 250, .y = 200, .steps = 2});
   EXPECT_GT(w->surface(kSolid).inked(), inked * 5 / 4);
   const auto closer = pixels(kSolid);
   EXPECT_TRUE(w->userPresses({Key::minus}) && w->userPresses({Key::plus}) && pixels(kSolid) == closer);
-  w->userMouse(kSolid, {MouseAction::press, 3, 100, 100});
-  w->userMouse(kSolid, {MouseAction::move, 3, 400, 100});
-  w->userMouse(kSolid, {MouseAction::release, 3, 400, 100});
+  drag(kSolid, {100, 100}, {400, 100}, 3);
   EXPECT_LT(w->surface(kSolid).inked(), inked) << "moved out to the right";
   for (const int end : {-4000, 4000}) {
-    w->userMouse(kSolid, {MouseAction::press, 3, 250, 200});
-    w->userMouse(kSolid, {MouseAction::move, 3, end, end});
-    w->userMouse(kSolid, {MouseAction::release, 3, end, end});
+    drag(kSolid, {250, 200}, {end, end}, 3);
     EXPECT_GT(w->surface(kSolid).inked(), 0) << "a part of it stays in sight";
   }
   w->userMouse(kSolid, {MouseAction::doubleClick, 1, 3, 3});
@@ -203,7 +184,7 @@ TEST_F(ModelTest, TheLensIsTheWindowsAndNoStep) {
   EXPECT_EQ(pixels(kSolid), first);
   click("chkSmooth");
   EXPECT_NE(pixels(kSolid), first);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(pixels(kSolid), first);
 }
 
@@ -215,7 +196,7 @@ TEST_F(ModelTest, AnotherKnotIsShownWhole) {
   pick("mnuViewClassic");  // the same knot
   EXPECT_EQ(pixels(kSolid), closer);
   pick("mnuFileRandom");
-  pick("mnuEditUndoStep");
+  undo();
   click("cmd3DView");
   EXPECT_EQ(pixels(kSolid), first);
 }
@@ -237,7 +218,7 @@ TEST_F(ModelTest, AStrandIsPickedAndRecolouredInEveryShading) {
     EXPECT_NE(marked, unmarked);
     EXPECT_EQ(document(), before);
     pick("mnuEditCopy");
-    EXPECT_EQ(copied(), unmarked) << "marks stay here";
+    EXPECT_TRUE(copied(unmarked)) << "marks stay here";
     EXPECT_EQ(pixels(kSolid), marked);
 
     platform.dialogs.answerColour(0x123456);

@@ -33,10 +33,13 @@ TEST(Session, KnowsWhatIsSavedWhateverIsUndone) {
   EXPECT_TRUE(session.path() == "/a.qzd" && session.modified()) << "that file holds 13 now";
 }
 
-TEST(Recovery, AKnotThatIsInNoFileIsKept) {
+struct RecoveryTest : ::testing::Test {
+  RecoveryTest() { platform.userFolder_ = folder.path.string(); }
   const Folder folder;
   NonePlatform platform;
-  platform.userFolder_ = folder.path.string();
+};
+
+TEST_F(RecoveryTest, AKnotThatIsInNoFileIsKept) {
   Session session(platform, wide(7));
   const auto kept = [&] { return std::filesystem::exists(folder.file("unsaved-1.qzd")); };
   const Document made = wide(8);
@@ -50,10 +53,7 @@ TEST(Recovery, AKnotThatIsInNoFileIsKept) {
   EXPECT_FALSE(kept());
 }
 
-TEST(Recovery, TwoProgramsKeepTheirOwnCopies) {
-  const Folder folder;
-  NonePlatform platform;
-  platform.userFolder_ = folder.path.string();
+TEST_F(RecoveryTest, TwoProgramsKeepTheirOwnCopies) {
   const auto copies = [&] {
     std::string all;
     for (int i = 1; i < 4; ++i)
@@ -101,7 +101,7 @@ TEST_F(OpenFileTest, SavingKeepsToTheOpenFile) {
   const auto saved = readDocument(Folder::contents(path));
   EXPECT_TRUE(saved && saved->document.fields.text(Param::Width) == "12");
   EXPECT_EQ(saved->document.lines->at(1).Kind, line(1).Kind);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_TRUE(starred());
   pick("mnuEditRedoStep");
   EXPECT_EQ(w->title(), "Lorivan - V3.44k  " + path);
@@ -112,9 +112,7 @@ TEST_F(OpenFileTest, SavingKeepsToTheOpenFile) {
   platform.dialogs.answerFile(folder.file("a."));  // the dialog asks whether to replace the other file
   pickFile("mnuFileSaveAs", "");
   EXPECT_EQ(lastAsked().initial, folder.file("a.qzd"));
-  platform.dialogs.answerFile(folder.file("missing/knot.qzd"));
-  platform.dialogs.answerMessage();
-  pick("mnuFileSaveAs");
+  pickFileInVain("mnuFileSaveAs", folder.file("missing/knot.qzd"));
   EXPECT_EQ(lastAsked().text, "Sorry, there was a problem with that file");
   for (const char* cancelled : {"mnuFileSaveAs", "mnuFileLoad"}) pickFile(cancelled, "");
   pickFile("mnuFileSaveAs", folder.file("missing/*.QZD"));
@@ -139,9 +137,7 @@ TEST_F(OpenFileTest, ChangesThatAreInNoFileStayMarkedInTheNextKnot) {
     EXPECT_EQ(starred(), changed);
   }
   choose(Shape::Circular);
-  platform.dialogs.answerFile(path);
-  platform.dialogs.answerSave(SaveAnswer::cancel);
-  pick("mnuFileLoad");
+  pickFile("mnuFileLoad", path, SaveAnswer::cancel);
   EXPECT_EQ(text(Param::Swish), "14");
   pickFile("mnuFileSaveAs", folder.file("other.qzd"));
   EXPECT_FALSE(starred());
@@ -152,9 +148,7 @@ TEST_F(OpenFileTest, AKnotComesBackFromItsFile) {
   start();
   choose(Shape::Circular);
   enter(Param::Width, "5");
-  platform.dialogs.answerFile(path);
-  platform.dialogs.answerSave(SaveAnswer::cancel);
-  pick("mnuFileLoad");
+  pickFile("mnuFileLoad", path, SaveAnswer::cancel);
   EXPECT_EQ(text(Param::Width), "5");
   platform.dialogs.answerFile(path);
   platform.dialogs.answerSave(SaveAnswer::save);

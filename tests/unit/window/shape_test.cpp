@@ -42,7 +42,7 @@ TEST_F(ShapeTest, ASquareDrawnWithTheMouseBecomesAKnot) {
   pick("mnuShapeView");
   click("cmdRandknot");
   expectOnGrid();
-  pick("mnuEditUndoStep");
+  undo();
   expectOnSheet();  // where the button was pressed
   pick("mnuShapeView");
   click("cmd2D");
@@ -115,10 +115,9 @@ TEST_F(ShapeTest, ImagesAreDrawnInOneStepAndCurvesFollowThePoints) {
   const auto smooth = document();
   pick("mnuShapeSmooth");
   EXPECT_EQ(segments(), 6);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_TRUE(document() == smooth && shape().smooth);
-  pick("mnuEditUndoStep");
-  pick("mnuEditUndoStep");
+  undo(2);
   EXPECT_EQ(w->status().find("Undone: New line; Shape: 6 points"), 0U) << w->status();
   EXPECT_TRUE(shape().ShapePointCount == 6 && shape().ShapeLineCount == 0) << "lines and images are one step";
 }
@@ -133,9 +132,7 @@ TEST_F(ShapeTest, ShapesAreSavedAndLoaded) {
   choose(Shape::SquareSquare);
   click("cmd2D");
   EXPECT_TRUE(commandEnabled("mnuFileSaveEMF"));
-  platform.dialogs.answerFile(path);
-  platform.dialogs.answerSave(SaveAnswer::discard);
-  pick("mnuShapeLoadFile");
+  pickFile("mnuShapeLoadFile", path, SaveAnswer::discard);
   expectOnSheet();
   EXPECT_TRUE(w->selected(controlId("lstType")) == 12 && at(3, 300, 300));
   EXPECT_FALSE(enabled("cmd2D") || commandEnabled("mnuFileSaveEMF") || commandEnabled("mnuShapeClear"));
@@ -174,7 +171,7 @@ TEST_F(ShapeTest, TheSheetComesAndGoesWithItsShape) {
   click("cmd2D");
   choose(Shape::Custom);
   expectOnSheet();
-  pick("mnuEditUndoStep");
+  undo();
   expectOnGrid();
   choose(Shape::Custom);
   pick("mnuShapeView");
@@ -233,7 +230,7 @@ TEST_F(ShapeTest, APictureIsTracedWhereItLies) {
     EXPECT_NEAR(std::hypot(shape().ShapeX[k] - (45 + 50.5 * unit), shape().ShapeY[k] - (192.5 + 0.5 * unit)),
                 30 * unit, 2.5);
   EXPECT_EQ(commandText("mnuEditUndoStep"), "&Undo Trace picture");
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_TRUE(shape().ShapeLineCount == 4 && commandEnabled("mnuShapeTrace"));
 }
 
@@ -264,8 +261,7 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   pick("mnuShapeFill");
   EXPECT_NE(told.find(" is " + text(Param::GridSize) + ": Fill Outline"), std::string::npos) << told;
   EXPECT_GT(lines(), whole);
-  pick("mnuEditUndoStep");
-  pick("mnuEditUndoStep");
+  undo(2);
   EXPECT_TRUE(lines() == whole && text(Param::GridSize) == "20");
 
   // A click with Ctrl in the ring's hole fills the hole alone; one beside the ring changes nothing.
@@ -281,12 +277,12 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
   EXPECT_TRUE(statusStarts("Fill region: ")) << w->status();
   EXPECT_LT(lines(), whole) << "cells as large as those of the whole drawing";
   for (int j = 0; j < lines(); ++j) EXPECT_LE(std::abs(line(j).X1), 40);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(lines(), whole);
   expectOnSheet();  // where the step was made
   pick("mnuEditRedoStep");
   expectOnGrid();
-  pick("mnuEditUndoStep");
+  undo();
   expectOnSheet();
   ctrlClick(20, 20);
   expectOnSheet();
@@ -295,10 +291,9 @@ TEST_F(ShapeTest, OutlinesOfDrawingsComeOntoTheSheet) {
 
   w->userDrops(plate);
   EXPECT_TRUE(statusStarts("Loaded " + plate)) << w->status();
-  pick("mnuEditUndoStep");
-  pick("mnuEditUndoStep");
+  undo(2);
   EXPECT_EQ(document().fields.shape, Shape::Custom);
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(document().fields.shape, Shape::Star) << "one step for each";
   pickFile("mnuFileLoad", folder.write("bad.svg", "<svg>\n<path d='M0 x'/></svg>"));  // as if dropped
   EXPECT_TRUE(w->status().ends_with("bad.svg: line 2: a path cannot be read at \"x\"")) << w->status();

@@ -157,9 +157,7 @@ TEST_F(StartTest, AScreenThatIsTooLowEndsTheProgram) {
 TEST_F(StartTest, TheFirstStartWelcomesAndLaterOnesShowTheLastKnot) {
   platform.settings().values.clear();
   rememberUser();
-  MainWindowOptions first;
-  first.welcome = true;
-  start(first);
+  start({.knotFile = {}, .random = {}, .welcome = true});
   EXPECT_TRUE(drawn() && statusStarts("Welcome!") && document().fields.shape == Shape::Circular);
   EXPECT_FALSE(commandEnabled("mnuEditUndoStep"));
   enter(Param::Theta, "30");
@@ -223,7 +221,7 @@ TEST_F(StartTest, AKnotOfACrashIsOfferedOnce) {
     EXPECT_EQ(asked(), 0U);
     clickLine(3);
     EXPECT_TRUE(std::filesystem::exists(copy)) << "kept with the step";
-    pick("mnuEditUndoStep");
+    undo();
     EXPECT_FALSE(std::filesystem::exists(copy)) << "nothing to keep";
     pick("mnuEditRedoStep");
     const Document lost = document();
@@ -234,7 +232,7 @@ TEST_F(StartTest, AKnotOfACrashIsOfferedOnce) {
     EXPECT_EQ(document().lines == lost.lines && bench().session.modified() && drawn(), taken);
     if (taken) {
       EXPECT_EQ(w->status().substr(0, 11), "Recovered: ");
-      pick("mnuEditUndoStep");
+      undo();
       EXPECT_FALSE(bench().session.modified()) << "undo goes back behind it";
       pick("mnuEditRedoStep");
       exit(SaveAnswer::discard);

@@ -27,7 +27,7 @@ TEST_F(VariationsTest, AlongTheFieldThatHasTheFocus) {
   EXPECT_EQ(caption, "Swish " + text(Param::Swish));
   EXPECT_NE(text(Param::Swish), "10");
   EXPECT_TRUE(drawn());
-  pick("mnuEditUndoStep");
+  undo();
   EXPECT_EQ(document(), before);
 }
 
@@ -55,22 +55,18 @@ TEST_F(VariationsTest, RandomOnesAreAdoptedByAClickAndLeftByEscape) {
 
 TEST_F(VariationsTest, AlongTwoFieldsAndSavedAsOnePicture) {
   startDrawn();
-  platform.dialogs.answerInput("vtSwish, width");
-  pick("mnuViewVariationsOf");
+  pickInput("mnuViewVariationsOf", "vtSwish, width");
   ASSERT_TRUE(shown());
   EXPECT_EQ(bench().variations.count(), 12U);
   const Folder folder;
-  pickFile("mnuFileSaveBMP", folder.file("sheet.svg"));
-  const std::string svg = Folder::contents(folder.file("sheet.svg"));
+  const std::string svg = saved("mnuFileSaveBMP", folder.file("sheet.svg"));
   EXPECT_GT(std::count(svg.begin(), svg.end(), '\n'), 12 * 10);
   click("cmd2DView");
   EXPECT_FALSE(shown());
-  platform.dialogs.answerInput("Sides");
-  pick("mnuViewVariationsOf");
+  pickInput("mnuViewVariationsOf", "Sides");
   EXPECT_FALSE(shown());
   for (const char* const two : {"1st colour , Width", "Width 1st Colour", "1st Col width"}) {
-    platform.dialogs.answerInput(two);
-    pick("mnuViewVariationsOf");
+    pickInput("mnuViewVariationsOf", two);
     EXPECT_TRUE(shown()) << two << ": " << w->status();
     key(Key::escape);
   }
