@@ -37,12 +37,8 @@ std::string written(const CutDrawing& drawing, const CutPlace& place, bool arcs)
 
 TEST(CutDxf, HasAUnitLayersAndClosedAnticlockwiseOutlines) {
   const SampleKnot knot = standardKnot(Shape::SquareSquare, 3, 2);
-  KnotStyle style;
-  style.colours = strandColours(firstColourBoxes());
-  style.edge = 2;
-  CutOptions options;
-  options.width = 80;
-  const CutDrawing cut = cutDrawing(knot.curve, style, GridView(0.8F, 5000), options);
+  const KnotStyle style{.edge = 2, .colours = strandColours(firstColourBoxes())};
+  const CutDrawing cut = cutDrawing(knot.curve, style, GridView(0.8F, 5000), {.width = 80});
   const CutPlace place{cut.millimetres / 5000, cut.box.left, cut.box.bottom};
   const std::string text = written(cut, place, false);
   EXPECT_LT(written(cut, place, true).size(), text.size()) << "arcs are fewer";

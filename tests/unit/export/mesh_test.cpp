@@ -16,12 +16,7 @@ namespace lorivan {
 namespace {
 
 MeshFacts stlFacts(const SampleKnot& knot, std::optional<double> millimetres = {}) {
-  ExportScene scene = knot.scene();
-  scene.millimetres = millimetres;
-  MemorySink sink;
-  const Status written = writeStl(scene, sink);
-  EXPECT_TRUE(written) << written.error().message;
-  return factsOf(readStl(sink.bytes));
+  return factsOf(readStl(written(writeStl, knot.scene(millimetres))));
 }
 
 TEST(Mesh, ManyPlacesAreRoundedAsOneIs) {
@@ -60,10 +55,8 @@ TEST(Mesh, CoarseDecimalsCloseUpWithoutHoles) {
     const MeshFacts facts = stlFacts(knot, width);
     EXPECT_TRUE(facts.unmatched + facts.degenerate == 0 && facts.volume > 0);
   }
-  ExportScene scene = knot.scene();
-  scene.millimetres = 0.001;
   MemorySink sink;
-  EXPECT_EQ(writeStl(scene, sink).error().kind, ErrorKind::output);
+  EXPECT_EQ(writeStl(knot.scene(0.001), sink).error().kind, ErrorKind::output);
 }
 
 TEST(Mesh, QuadsWithThreeCornersInOneLineAreCutAlongTheOtherDiagonal) {

@@ -82,10 +82,8 @@ TEST(Models, EveryFormIsReadBackWholeWhateverTheShape) {
     for (const std::optional<double> width : {std::optional<double>(), std::optional<double>(3)})
       for (const Form& form : kForms) {
         const SampleKnot knot = standardKnot(shape, 3, 3, tube);
-        ExportScene scene = knot.scene();
-        scene.millimetres = width;
         FrailSink sink;
-        const Status status = writeForm(form, scene, sink);
+        const Status status = writeForm(form, knot.scene(width), sink);
         EXPECT_TRUE(status) << form.name << ", shape " << static_cast<int>(shape) << ": "
                             << status.error().message;
       }
@@ -143,50 +141,43 @@ std::string modelText(const std::string& archive) {
 }
 
 TEST(Models, ColoursSizesAndTextsAreInThem) {
-  SampleKnot knot;
-  knot.model = torus(4, 1, 16, 8);  // 10 units wide, half red and all blue
+  const SampleKnot knot{torus(4, 1, 16, 8)};  // 10 units wide, half red and all blue
   ExportScene scene = knot.scene();
   scene.title = "<A> & \"B\"";
   scene.source = "lorivan-knot:AAAA;";
   scene.thumbnail = "picture";
-  MemorySink archive, glb;
-  ASSERT_TRUE(writeThreeMf(scene, archive) && writeGlb(scene, glb));
-  const std::string text = modelText(archive.bytes);
+  const std::string archive = written(writeThreeMf, scene), glb = written(writeGlb, scene);
+  const std::string text = modelText(archive);
   for (const char* part : {"unit=\"millimeter\"", "&lt;A&gt; &amp; &quot;B&quot;", "displaycolor=\"#8000FF\"",
                            "<vertex x=\"9.846\" y=\"50.000\" z=\"20.076\"/>"})
     EXPECT_NE(text.find(part), std::string::npos) << part;
-  EXPECT_NE(archive.bytes.find("lorivan-knot:AAAA;"), std::string::npos) << "stored as it is";
-  EXPECT_NE(archive.bytes.find("picture"), std::string::npos);
-  EXPECT_EQ(archive.bytes.find("thumbnail.png"), std::string::npos) << "which readers take for a texture";
+  EXPECT_NE(archive.find("lorivan-knot:AAAA;"), std::string::npos) << "stored as it is";
+  EXPECT_NE(archive.find("picture"), std::string::npos);
+  EXPECT_EQ(archive.find("thumbnail.png"), std::string::npos) << "which readers take for a texture";
   for (const char* part :
        {"\"baseColorFactor\":[0.21404", "<A> & \\\"B\\\"", "\"source\":\"lorivan-knot:AAAA;\""})
-    EXPECT_NE(glb.bytes.find(part), std::string::npos) << part;
-  const std::size_t most = glb.bytes.find("\"max\":[") + 7;
-  EXPECT_NEAR(numbersOf(' ' + glb.bytes.substr(most, 8)).at(0), 0.05, 1e-5) << "metres";
+    EXPECT_NE(glb.find(part), std::string::npos) << part;
+  const std::size_t most = glb.find("\"max\":[") + 7;
+  EXPECT_NEAR(numbersOf(' ' + glb.substr(most, 8)).at(0), 0.05, 1e-5) << "metres";
 
-  const SampleKnot several = standardKnot(Shape::SquareSquare, 2, 2);
-  MemorySink parts;
-  ASSERT_TRUE(writeGlb(several.scene(), parts));
+  const std::string parts = written(writeGlb, standardKnot(Shape::SquareSquare, 2, 2).scene());
   std::set<std::string> ends;
-  for (auto at = parts.bytes.find("\"max\":["); at != std::string::npos;
-       at = parts.bytes.find("\"max\":[", at + 1))
-    ends.insert(parts.bytes.substr(at, 24));
+  for (auto at = parts.find("\"max\":["); at != std::string::npos; at = parts.find("\"max\":[", at + 1))
+    ends.insert(parts.substr(at, 24));
   EXPECT_GT(ends.size(), 1U) << "each strand ends elsewhere";
 }
 
 TEST(Models, NormalsOfGlbPointOutOfItsFaces) {
-  SampleKnot knot;
-  knot.model = torus(4, 1, 16, 8);
-  MemorySink sink;
-  ASSERT_TRUE(writeGlb(knot.scene(), sink));
+  const SampleKnot knot{torus(4, 1, 16, 8)};
+  const std::string glb = written(writeGlb, knot.scene());
   // The first mesh: indices, positions and normals one behind the other.
   std::array<std::size_t, 3> length{};
-  std::size_t at = sink.bytes.find("\"bufferViews\"");
+  std::size_t at = glb.find("\"bufferViews\"");
   for (std::size_t& bytes : length) {
-    at = sink.bytes.find("\"byteLength\":", at) + 13;
-    bytes = std::stoul(sink.bytes.substr(at, 9));
+    at = glb.find("\"byteLength\":", at) + 13;
+    bytes = std::stoul(glb.substr(at, 9));
   }
-  const char* const data = sink.bytes.data() + sink.bytes.find(std::string("BIN\0", 4)) + 4;
+  const char* const data = glb.data() + glb.find(std::string("BIN\0", 4)) + 4;
   std::vector<std::uint32_t> indices(length[0] / 4);
   std::vector<std::array<float, 3>> places(length[1] / 12), normals(length[2] / 12);
   std::memcpy(indices.data(), data, length[0]);
@@ -248,8 +239,7 @@ TEST(Relief, IsUprightAndClosedOnItsPlate) {
   std::vector<Vec3> corner(small), middle(small);
   for (Vec3& p : corner) p = {p.x + 6, p.y + 3, p.z + 2};  // high, and upright: lower left
   knot.model = sweptTube({corner, middle}, 8, 0.5F);
-  ExportScene scene = knot.scene();
-  scene.millimetres = 50;
+  ExportScene scene = knot.scene(50);
   scene.relief = {60, 3};
   const auto map = heightMapOf(knot.model, 60, SamplesAt::edges);
   EXPECT_GT(*std::max_element(map->heights.end() - 60 * 10, map->heights.end()), 0.9 * map->top);

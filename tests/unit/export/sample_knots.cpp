@@ -1,11 +1,18 @@
 #include "unit/export/sample_knots.h"
 
 #include <cmath>
+#include <stdexcept>
 
 #include "knot_maker.h"
 #include "model3d/tube_builder.h"
 
 namespace lorivan {
+
+std::string written(Status (*write)(const ExportScene&, Sink&), const ExportScene& scene) {
+  MemorySink sink;
+  if (const Status status = write(scene, sink); !status) throw std::runtime_error(status.error().message);
+  return sink.bytes;
+}
 
 TubeModel sweptTube(const std::vector<std::vector<Vec3>>& lines, int sides, float radius) {
   TubeModel model;

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "export/scene.h"
@@ -12,11 +14,16 @@ namespace lorivan {
 /// Everything that a writer may be given, kept together.
 struct SampleKnot {
   TubeModel model;
-  KnotCurve curve;
+  KnotCurve curve = {};
   double bandWidth = 4;
 
-  ExportScene scene() const { return {.model = model, .curve = curve, .bandWidth = bandWidth}; }
+  ExportScene scene(std::optional<double> millimetres = {}) const {
+    return {.model = model, .curve = curve, .bandWidth = bandWidth, .millimetres = millimetres};
+  }
 };
+
+/// What a writer makes of a scene; throws where it refuses it.
+std::string written(Status (*write)(const ExportScene&, Sink&), const ExportScene& scene);
 
 /// The model of a store, in the colours of a first start.
 TubeModel builtTube(const StrandStore& store, const TubeSettings& settings);

@@ -4,18 +4,11 @@
 #include <random>
 
 #include "brute_force.h"
-#include "export/formats.h"
+#include "export/writers.h"
 #include "sample_knots.h"
 
 namespace lorivan {
 namespace {
-
-std::vector<ReadTriangle> exported(const TubeModel& model) {
-  const KnotCurve curve;
-  MemorySink sink;
-  EXPECT_TRUE(static_cast<bool>(findFormat("stl", DxfKind::faces)->write({model, curve}, sink)));
-  return readStl(sink.bytes);
-}
 
 TEST(Verdict, TellsTheFirstPlaceThatIsFolded) {
   std::vector<std::vector<Vec3>> lines;
@@ -40,7 +33,7 @@ TEST(Verdict, AgreesWithEveryPairOfTriangles) {
         Case{Shape::Triangle, 3, 3, 2, {.polySides = 7, .polyRadius = 3, .polyZF = 3, .ringPercent = 60}}}) {
     SCOPED_TRACE(testing::Message() << "sides " << c.tube.polySides << ", ring " << c.tube.ringPercent);
     const TubeModel model = standardKnot(c.shape, c.x, c.y, c.tube).model;
-    const auto read = exported(model);
+    const auto read = readStl(written(writeStl, {model, KnotCurve()}));
     const auto triangles = placed(read, model.sides);
     ASSERT_EQ(triangles.size(), 2U * static_cast<std::size_t>(model.QuadCount));
     const Verdict verdict = inspect(model, {}, c.window, TubeForm::polygons);

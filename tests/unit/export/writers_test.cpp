@@ -4,9 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <locale>
+#include <ranges>
 
+#include "curve_maker.h"
 #include "export/dxf.h"
 #include "export/formats.h"
 #include "unit/export/sample_knots.h"
@@ -15,26 +16,13 @@
 namespace lorivan {
 namespace {
 
-std::string written(const ExportFormat& format, const ExportScene& scene) {
-  MemorySink sink;
-  const Status status = format.write(scene, sink);
-  EXPECT_TRUE(status) << format.identifier << ": " << status.error().message;
-  return sink.bytes;
-}
-
 /// Three rings of three sides with easy numbers; not a shape anyone would print.
 SampleKnot smallTube() {
-  SampleKnot knot;
-  knot.model = sweptTube({{{4, 0, 0}, {0, 4, 0}, {-4, -4, 1}}}, 3, 1);
+  SampleKnot knot{sweptTube({{{4, 0, 0}, {0, 4, 0}, {-4, -4, 1}}}, 3, 1)};
   knot.model.strands[0].slot = 7;
   knot.model.vertices = {{5, 0, 0},   {4, 0, -0.5F}, {4, 0, 0.5F},  {0, 5, 0},     {0, 4, -0.5F},
                          {0, 4, .5F}, {-5, -5, 1},   {-4, -4, .5F}, {-4, -4, 1.5F}};
-  knot.curve.X = {-10, 10, 10, -10};
-  knot.curve.Y = {-10, -10, 10, 10};
-  knot.curve.Z.assign(4, 1);
-  knot.curve.last.fill(-1);
-  knot.curve.first[7] = 0;
-  knot.curve.last[7] = 3;
+  addSamples(knot.curve, 7, {{-10, -10, 1}, {10, -10, 1}, {10, 10, 1}, {-10, 10, 1}});
   return knot;
 }
 
@@ -75,7 +63,7 @@ TEST(Writers, TextsAreExact) {
   };
   for (const auto& [identifier, parts] : rows) {
     const auto format = std::ranges::find(exportFormats(), identifier, &ExportFormat::identifier);
-    const std::string text = written(*format, scene);
+    const std::string text = written(format->write, scene);
     std::size_t at = 0;
     for (const std::string& part : parts) {
       const std::size_t found = text.find(part, at);
@@ -91,13 +79,11 @@ TEST(Writers, StlNormalsAlongAnAxisAreWhole) {
     knot.model.vertices[corner] = knot.model.vertices[corner - 3];
     knot.model.vertices[corner].y = 2.9F;
   }
-  EXPECT_NE(written(*findFormat("stl", DxfKind::faces), knot.scene()).find("facet normal -1.000 0.000 0.000"),
-            std::string::npos);
+  EXPECT_NE(written(writeStl, knot.scene()).find("facet normal -1.000 0.000 0.000"), std::string::npos);
 }
 
-void forEachWriter(const std::function<void(const ExportFormat&)>& use) {
-  for (const ExportFormat& format : exportFormats())
-    if (format.write != nullptr) use(format);
+auto writers() {
+  return exportFormats() | std::views::filter([](const ExportFormat& f) { return f.write != nullptr; });
 }
 
 struct CommaDecimals : std::numpunct<char> {
@@ -110,16 +96,16 @@ TEST(Writers, TheLocaleChangesNoByteAndAllLinesEndAlike) {
   const SampleKnot knot = standardKnot(Shape::Hexagonal, 3, 2);
   ExportScene scene = knot.scene();
   scene.povTemplate = "location\n";
-  forEachWriter([&](const ExportFormat& format) {
-    const std::string plain = written(format, scene);
+  for (const ExportFormat& format : writers()) {
+    const std::string plain = written(format.write, scene);
     const std::locale old = std::locale::global(std::locale(std::locale::classic(), new CommaDecimals));
-    const std::string comma = written(format, scene);
+    const std::string comma = written(format.write, scene);
     std::locale::global(old);
     EXPECT_EQ(plain, comma) << format.identifier;
-    if (format.identifier == "3mf" || format.identifier == "glb") return;
+    if (format.identifier == "3mf" || format.identifier == "glb") continue;
     for (std::size_t i = 0; i < plain.size(); ++i)
       if ((plain[i] == '\n') != (i > 0 && plain[i - 1] == '\r')) FAIL() << format.identifier << " at " << i;
-  });
+  }
 }
 
 TEST(Writers, LimitsAndTheMissingTemplateAreTold) {
@@ -129,9 +115,8 @@ TEST(Writers, LimitsAndTheMissingTemplateAreTold) {
   MemorySink sink;
   EXPECT_EQ(writePov(scene, sink).error().kind, ErrorKind::input);
   scene.povTemplate = "";
-  forEachWriter([&](const ExportFormat& format) {
+  for (const ExportFormat& format : writers())
     EXPECT_EQ(format.write(scene, sink).error().kind, ErrorKind::limit) << format.identifier;
-  });
   knot.model = torus(8, 1, 9999, 100);
   EXPECT_EQ(writeVrml(scene, sink).error().kind, ErrorKind::limit);
   EXPECT_EQ(writeObj(scene, sink).error().kind, ErrorKind::limit);
@@ -140,8 +125,7 @@ TEST(Writers, LimitsAndTheMissingTemplateAreTold) {
 
 TEST(Writers, FlatLinesHaveTheirWidthWithTheirBands) {
   const SampleKnot knot = standardKnot(Shape::Diamond1, 3, 2);
-  ExportScene scene = knot.scene();
-  scene.millimetres = 80;
+  ExportScene scene = knot.scene(80);
   MemorySink stl, dxf;
   ASSERT_TRUE(writeDxf2D(scene, dxf));
   const auto lines = linesOf(dxf.bytes);
@@ -158,35 +142,28 @@ TEST(Writers, FlatLinesHaveTheirWidthWithTheirBands) {
 
 TEST(Writers, LightsAndViewOfAWorldGrowWithItsMillimetres) {
   const SampleKnot small = smallTube();  // 10 units wide
-  ExportScene scene = small.scene();
-  scene.millimetres = 20;
-  MemorySink vrml;
-  ASSERT_TRUE(writeVrml(scene, vrml));
-  EXPECT_NE(vrml.bytes.find("PointLight {location -20.000 20.000 0 radius 200.000}\r\n"
-                            "Viewpoint {position 0 0 40.000 orientation 0 0 1 3.141593}\r\n"),
+  EXPECT_NE(written(writeVrml, small.scene(20))
+                .find("PointLight {location -20.000 20.000 0 radius 200.000}\r\n"
+                      "Viewpoint {position 0 0 40.000 orientation 0 0 1 3.141593}\r\n"),
             std::string::npos);
 }
 
 TEST(Writers, PovRaySeesTheWholeKnotAndNoCylinderWithoutLength) {
-  SampleKnot knot;
-  knot.model = sweptTube({{{9, 0, 9}, {9, 0, 9.0001F}, {-9, 8, 0}}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}}, 3, 1);
+  SampleKnot knot{
+      sweptTube({{{9, 0, 9}, {9, 0, 9.0001F}, {-9, 8, 0}}, {{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}}, 3, 1)};
   ExportScene scene = knot.scene();
   scene.startColour = -4;
   for (TubeStrand& strand : knot.model.strands)
     strand.factors = {128 / 255.F, 0, 0};  // as the template has it
   scene.povTemplate = "location\r\n";
-  MemorySink sink;
-  ASSERT_TRUE(writePov(scene, sink));
-  EXPECT_EQ(sink.bytes,
+  EXPECT_EQ(written(writePov, scene),
             "   location <0,0,30.000>\r\n"
             "blob {threshold .01\r\n"
             "cylinder { <9.000,0.000,9.000><-9.000,8.000,0.000>,1.000,1}\r\n"
             "cylinder { <-9.000,8.000,0.000><9.000,0.000,9.000>,1.000,1}\r\n"
             "texture {colour4}\r\n}\r\n");
   knot.model.centres[2].y = 12;  // two and a half times 13, and a radius
-  sink.bytes.clear();
-  ASSERT_TRUE(writePov(scene, sink));
-  EXPECT_EQ(sink.bytes.substr(0, 27), "   location <0,0,33.500>\r\nb");
+  EXPECT_EQ(written(writePov, scene).substr(0, 27), "   location <0,0,33.500>\r\nb");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 #include "knot_maker.h"
 #include "platform/entry.h"
@@ -73,6 +74,16 @@ FileRead readMetafile(const std::string& bytes) {
   return file;
 }
 
+/// The file that a drawing makes.
+FileRead drawn(const MetafileSize& size, const std::function<void(Metafile&)>& draw) {
+  const auto metafile = platform->createMetafile(size);
+  EXPECT_TRUE(metafile) << metafile.error().message;
+  draw(**metafile);
+  const auto bytes = (*metafile)->finish();
+  EXPECT_TRUE(bytes) << bytes.error().message;
+  return readMetafile(*bytes);
+}
+
 double distance(PointF a, PointI b) { return std::hypot(a.x * 20.0 - b.x, a.y * 20.0 - b.y); }
 
 double lengthOf(const Path& path) {
@@ -129,12 +140,8 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
   const KnotStyle style{.colours = strandColours(firstColourBoxes())};
   GridView view(0.8F, 10000), screen(0.8F, 500);
   for (GridView* v : {&view, &screen}) fitView(*v, *knot.graph, knot.curve, style);
-  const auto metafile = platform->createMetafile({view.width, view.height(), 264.5833});
-  ASSERT_TRUE(metafile) << metafile.error().message;
-  strokeBands(**metafile, knot.curve, style, view);
-  const auto bytes = (*metafile)->finish();
-  ASSERT_TRUE(bytes) << bytes.error().message;
-  const FileRead file = readMetafile(*bytes);
+  const FileRead file = drawn({view.width, view.height(), 264.5833},
+                              [&](Metafile& made) { strokeBands(made, knot.curve, style, view); });
 
   BandCheck check(file, style);
   constexpr int slot = 12;  // a trefoil is one strand
@@ -154,25 +161,19 @@ TEST(Metafile, HoldsTheBandsAndNothingElse) {
 TEST(Metafile, ShowsOnePeriodOfAWrappedKnot) {
   const MadeKnot knot = makeKnot(wrappedFieldsOf(Shape::SquareSquare, 4, 1));
   const GridView view(0.8F, 10000);
-  const auto metafile = platform->createMetafile({view.width, view.height(), 264.5833});
-  ASSERT_TRUE(metafile) << metafile.error().message;
-  strokeBands(**metafile, knot.curve, {}, view);
-  const auto bytes = (*metafile)->finish();
-  ASSERT_TRUE(bytes) << bytes.error().message;
+  const FileRead file = drawn({view.width, view.height(), 264.5833},
+                              [&](Metafile& made) { strokeBands(made, knot.curve, {}, view); });
   const int left = toInt32(view.pixelX(-60)), right = toInt32(view.pixelX(60));
-  EXPECT_EQ(readMetafile(*bytes).clip, (std::vector<std::int32_t>{left, 0, right, view.height()}));
+  EXPECT_EQ(file.clip, (std::vector<std::int32_t>{left, 0, right, view.height()}));
 }
 
 TEST(Metafile, SizesAgreeWhateverTheyAre) {
   const std::vector<PointI> points = {{-40000, 0}, {70000, 50}};
   for (const double millimetres : {5.0, 264.58, 12345.6, 1e6}) {
-    const auto metafile = platform->createMetafile({10000, 8000, millimetres});
-    ASSERT_TRUE(metafile) << metafile.error().message;
-    (*metafile)->strokePath(points, false, 31, 0x123456);
-    (*metafile)->strokePath({points.data(), 1}, false, 31, 0);
-    const auto bytes = (*metafile)->finish();
-    ASSERT_TRUE(bytes) << bytes.error().message;
-    const FileRead file = readMetafile(*bytes);
+    const FileRead file = drawn({10000, 8000, millimetres}, [&](Metafile& metafile) {
+      metafile.strokePath(points, false, 31, 0x123456);
+      metafile.strokePath({points.data(), 1}, false, 31, 0);
+    });
     ASSERT_EQ(file.paths.size(), 1U) << "a single point is no line";
     EXPECT_EQ(file.paths[0].points[0].x, -40000) << "beyond 16 bits";
     EXPECT_EQ(file.paths[0].colour, 0x123456U);

@@ -11,19 +11,26 @@
 namespace lorivan {
 namespace {
 
-/// Strands by the colours that a picture shows.
+/// A knot, and a picture that shows every strand in a colour of its own.
+struct Shown {
+  Shown(const GridFields& fields, float width, float edge)
+      : knot(makeKnot(fields, {.startColour = 1})), style{.width = width, .edge = edge, .colours = {}} {
+    EXPECT_EQ(knot.error, "");
+    for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
+    fitView(view, *knot.graph, knot.curve, style);
+    drawKnot(picture, knot.curve, style, view);
+  }
+  MadeKnot knot;
+  KnotStyle style;
+  GridView view{knot.settings.stretch, 1000};
+  RecordingSurface picture{1000, 800};
+};
+
 TEST(StrandPick, TheStrandThatIsSeenIsFound) {
   for (const Shape shape : {Shape::SquareSquare, Shape::Octagonal, Shape::Spiral}) {
-    const MadeKnot knot = makeKnot(fieldsOf(shape, 4, 3, 24), {.startColour = 1});
-    ASSERT_EQ(knot.error, "");
-    KnotStyle style{.width = 6, .edge = 2, .colours = {}};
-    for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
+    const auto [knot, style, view, picture] = Shown(fieldsOf(shape, 4, 3, 24), 6, 2);
     KnotStyle thinner = style;
     thinner.width = 5;
-    GridView view(knot.settings.stretch, 1000);
-    fitView(view, *knot.graph, knot.curve, style);
-    RecordingSurface picture(1000, 800);
-    drawKnot(picture, knot.curve, style, view);
     constexpr int kStep = kOneTryOf == 1 ? 7 : 13;
     int seen = 0, wrong = 0;
     for (int y = 0; y < 800; y += kStep)
@@ -55,13 +62,8 @@ TEST(StrandPick, TheHighestPassageOfAStrandCounts) {
 }
 
 TEST(StrandPick, TheMarkFollowsTheBorderOfWhatIsSeen) {
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 3, 30), {.startColour = 1});
-  KnotStyle style{.width = 12, .edge = 8, .colours = {}};
-  for (int k = 1; k < kStrandSlots; ++k) style.colours.argb[k] = toArgb(0x400000 + k);
-  GridView view(knot.settings.stretch, 1000);
-  fitView(view, *knot.graph, knot.curve, style);
-  RecordingSurface picture(1000, 800), marked(1000, 800);
-  drawKnot(picture, knot.curve, style, view);
+  const auto [knot, style, view, picture] = Shown(fieldsOf(Shape::SquareSquare, 3, 3, 30), 12, 8);
+  RecordingSurface marked(1000, 800);
   drawKnot(marked, knot.curve, style, view);
   int slot = 1;
   while (!knot.curve.used(slot)) ++slot;
