@@ -1,19 +1,8 @@
 // Drawing with the mouse: what each gesture does, and that no gesture breaks the tables.
-#include "custom/shape_editor.h"
-
-#include "shapes.h"
+#include "gestures.h"
 
 namespace lorivan {
 namespace {
-
-using Editor = ShapeEditor;
-
-ShapeEdit gesture(Editor& editor, int button, int shift, Spot from, Spot to) {
-  const auto x = static_cast<float>(to.x), y = static_cast<float>(to.y);
-  editor.picShape_MouseDown(button, shift, static_cast<float>(from.x), static_cast<float>(from.y));
-  editor.picShape_MouseMove(button, shift, x, y);
-  return editor.picShape_MouseUp(button, shift, x, y);
-}
 
 ShapeEdit drag(Editor& editor, Spot from, Spot to) { return gesture(editor, kLeftButton, 0, from, to); }
 ShapeEdit click(Editor& editor, Spot at) { return drag(editor, at, at); }

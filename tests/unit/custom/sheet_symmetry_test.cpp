@@ -2,17 +2,13 @@
 #include "custom/sheet_symmetry.h"
 
 #include "base/random.h"
-#include "custom/shape_editor.h"
-#include "shapes.h"
+#include "gestures.h"
 
 namespace lorivan {
 namespace {
 
-using Editor = ShapeEditor;
-
 void pull(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
-  editor.picShape_MouseDown(button, 0, static_cast<float>(from.x), static_cast<float>(from.y));
-  editor.picShape_MouseUp(button, 0, static_cast<float>(to.x), static_cast<float>(to.y));
+  gesture(editor, button, 0, from, to);
 }
 
 Spot place(const CustomShape& shape, int point) { return {shape.ShapeX[point], shape.ShapeY[point]}; }

@@ -22,7 +22,7 @@ namespace {
 struct Printed {
   NonePage page{true};
   PrintedSize size;
-  float left = 1e9F, top = 1e9F, right = -1e9F, bottom = -1e9F;  // of all shapes, dots
+  GridBox box;  // of all shapes, dots; its bottom is above
   bool landscape = false;
 };
 
@@ -43,21 +43,17 @@ Printed printed(int x, int y, const OutputOptions& options) {
     const bool band = call.kind == DrawKind::wideCurve;
     EXPECT_TRUE(band || call.kind == DrawKind::fillPath || call.points.empty()) << "bare paper is the ground";
     const float half = band ? call.size / 2 : 0;
-    for (const PointF p : call.points) {
-      result.left = std::min(result.left, p.x - half);
-      result.right = std::max(result.right, p.x + half);
-      result.top = std::min(result.top, p.y - half);
-      result.bottom = std::max(result.bottom, p.y + half);
-    }
+    for (const PointF p : call.points)
+      for (const float side : {-half, half}) result.box.add(p.x + side, p.y + side);
   }
   return result;
 }
 
 TEST(Printing, KnotsStandInTheMiddleInTheirTrueSize) {
   const Printed wide = printed(5, 2, {.millimetres = 120});
-  EXPECT_NEAR(wide.right - wide.left, 480, 3);
-  EXPECT_NEAR(wide.left + wide.right, wide.page.drawn().width(), 4);
-  EXPECT_NEAR(wide.top + wide.bottom, wide.page.drawn().height(), 4);
+  EXPECT_NEAR(wide.box.right - wide.box.left, 480, 3);
+  EXPECT_NEAR(wide.box.left + wide.box.right, wide.page.drawn().width(), 4);
+  EXPECT_NEAR(wide.box.top + wide.box.bottom, wide.page.drawn().height(), 4);
   EXPECT_NEAR(wide.size.width, 120, 0.1);
   EXPECT_TRUE(wide.landscape && wide.size.whole);
   EXPECT_FALSE(printed(2, 5, {}).landscape);
@@ -69,8 +65,8 @@ TEST(Printing, KnotsStandInTheMiddleInTheirTrueSize) {
 TEST(Printing, WithoutASizeTheKnotFillsThePageOneWay) {
   for (const auto& [x, y] : {std::pair{5, 2}, {2, 5}}) {
     const Printed fitted = printed(x, y, {});
-    const float across = (fitted.right - fitted.left) / static_cast<float>(fitted.page.drawn().width());
-    const float down = (fitted.bottom - fitted.top) / static_cast<float>(fitted.page.drawn().height());
+    const double across = (fitted.box.right - fitted.box.left) / fitted.page.drawn().width();
+    const double down = (fitted.box.top - fitted.box.bottom) / fitted.page.drawn().height();
     EXPECT_NEAR(std::max(across, down), 1, 0.01) << x;
     EXPECT_TRUE(fitted.size.whole);
   }
