@@ -9,13 +9,12 @@
 #include <set>
 #include <string>
 
-#include "base/bytes.h"
-#include "base/checksum.h"
 #include "export/grey_png.h"
 #include "export/relief.h"
 #include "export/writers.h"
 #include "export/zip.h"
 #include "model3d/solid_body.h"
+#include "png_chunks.h"
 #include "unit/export/sample_knots.h"
 #include "unit/export/stl_reader.h"
 
@@ -269,17 +268,12 @@ TEST(Relief, IsUprightAndClosedOnItsPlate) {
 TEST(GreyPng, HoldsItsLevelsInChunksWithTheirSums) {
   const std::vector<std::uint16_t> levels = {0, 1, 0xFFFF, 0x1234, 0x00FF, 0x8000};
   const std::pair<std::string_view, std::string> texts[] = {{"Title", "a knot"}};
-  const std::string png = greyPng({3, 2, levels, 10000, texts});
-  const auto big = [&](std::size_t at) { return big32(png.data() + at); };
   std::string names, pixels;
-  for (std::size_t at = 8; at + 12 <= png.size(); at += 12 + big(at)) {
-    const std::string chunk = png.substr(at + 4, 4 + big(at));
-    names += chunk.substr(0, 4) + ' ';
-    EXPECT_EQ(big(at + 4 + chunk.size()), crc32(chunk));
-    if (chunk.starts_with("IDAT")) {
-      EXPECT_TRUE(inflateRaw(std::string_view(chunk).substr(6, chunk.size() - 10),
-                             [&](std::string_view block) { return pixels.append(block), true; }));
-    }
+  for (const auto& [name, data] : pngChunks(greyPng({3, 2, levels, 10000, texts}))) {
+    names += name + ' ';
+    if (name != "IDAT") continue;
+    EXPECT_TRUE(inflateRaw(std::string_view(data).substr(2, data.size() - 6),
+                           [&](std::string_view block) { return pixels.append(block), true; }));
   }
   EXPECT_EQ(names, "IHDR pHYs tEXt IDAT IEND ");
   ASSERT_EQ(pixels.size(), 2U * 7U);

@@ -1,7 +1,7 @@
 // The knot that draws itself: its frames and delays, and a user who does not wait for its end.
 #include "strands/animation.h"
-#include "base/bytes.h"
 #include "main_window_driver.h"
+#include "png_chunks.h"
 
 namespace lorivan {
 namespace {
@@ -159,11 +159,12 @@ TEST_F(AnimationTest, SavedFramesCanBeStoppedAndTheUsersDeedsWaitForThem) {
   click("cmd2D");
   const std::string large = save("large.png", [this] { click("cmd2D"); });  // which is no Stop now
   int frames = 0, milliseconds = 0;
-  for (std::size_t at = large.find("fcTL"); at != std::string::npos;
-       at = large.find("fcTL", at + 1), ++frames) {
-    const std::uint32_t share = big32(large.data() + at + 24);
+  for (const auto& [name, data] : pngChunks(large)) {
+    if (name != "fcTL") continue;
+    const std::uint32_t share = big32(data.data() + 20);
     EXPECT_EQ(share & 0xFFFF, 1000U);
     milliseconds += static_cast<int>(share >> 16);
+    ++frames;
   }
   const auto steps = static_cast<int>(animationSteps(bench().knot().curve).size());
   EXPECT_TRUE(steps > 300 && frames <= 240) << steps << ' ' << frames;
