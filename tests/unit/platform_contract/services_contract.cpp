@@ -6,6 +6,7 @@
 
 #include "base/sink.h"
 #include "unit/platform_contract/back_end.h"
+#include "unit/platform_contract/box_path.h"
 
 namespace lorivan::contract {
 namespace {
@@ -94,14 +95,6 @@ TEST_F(ServicesContract, ShapesHaveTheirWidthAndOneColourInBothModes) {
     EXPECT_EQ(colours.size(), 7U) << "nothing is smoothed";
     EXPECT_EQ(s->fault(), "");
   }
-}
-
-/// A box with straight sides as a path; a right side left of the left one turns it round.
-std::vector<PointF> boxPath(float left, float top, float right, float bottom) {
-  const PointF corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
-  std::vector<PointF> path = {corners[0]};
-  for (int i = 1; i < 5; ++i) path.insert(path.end(), {corners[i - 1], corners[i], corners[i]});
-  return path;
 }
 
 TEST_F(ServicesContract, PathsAreFilledByTheirWinding) {
@@ -218,15 +211,7 @@ TEST_F(ServicesContract, AnyTextComesBackFromTheSettings) {
   EXPECT_EQ(again->settings().read("Global", "key1", "fallback"), "fallback");
 }
 
-TEST_F(ServicesContract, TheClipboardHoldsACopyUntilItIsCleared) {
-  const auto picture = make(6, 4);
-  ASSERT_TRUE(platform_->clipboard().putPicture(*picture));
-  EXPECT_EQ(clipboardWidth(), 6);
-  platform_->clipboard().clear();
-  EXPECT_EQ(clipboardWidth(), 0);
-}
-
-TEST_F(ServicesContract, ADrawingLiesOnTheClipboardBesideItsPicture) {
+TEST_F(ServicesContract, TheClipboardHoldsADrawingBesideItsPictureUntilItIsCleared) {
   auto metafile = platform_->createMetafile({1000, 800, 100});
   ASSERT_TRUE(metafile);
   const std::array<PointI, 3> path = {{{10, 10}, {900, 700}, {10, 700}}};
@@ -240,6 +225,9 @@ TEST_F(ServicesContract, ADrawingLiesOnTheClipboardBesideItsPicture) {
   EXPECT_EQ(clipboardSvg(), svg);
   EXPECT_TRUE(platform_->clipboard().putPicture(*picture));
   EXPECT_EQ(clipboardSvg(), "") << "an older drawing is not the picture's";
+  EXPECT_EQ(clipboardWidth(), 6);
+  platform_->clipboard().clear();
+  EXPECT_EQ(clipboardWidth(), 0);
 }
 
 TEST_F(ServicesContract, ClockRunsForwardsAndAMissingHelpPageIsTold) {

@@ -6,6 +6,7 @@
 #include "platform/win32/handles.h"
 #include "platform/win32/platform_win32.h"
 #include "platform/win32/printing.h"
+#include "unit/platform_contract/box_path.h"
 #include "unit/win32/gui_objects.h"
 
 namespace lorivan::win32 {
@@ -27,13 +28,8 @@ TEST(PaperTest, ShapesKeepTheirWindingAndNoObjectIsLeftOnAnyWay) {
   PlatformWin32 platform;
   const auto picture = std::move(*platform.createSurface(10, 8));
   picture->clear(0x00FF00);
-  const auto box = [](float left, float top, float right, float bottom) {
-    const PointF corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}, {left, top}};
-    std::vector<PointF> path = {corners[0]};
-    for (int i = 1; i < 5; ++i) path.insert(path.end(), {corners[i - 1], corners[i], corners[i]});
-    return path;
-  };
-  const std::vector<std::vector<PointF>> frame = {box(20, 20, 100, 100), box(80, 40, 40, 80)};
+  const std::vector<std::vector<PointF>> frame = {contract::boxPath(20, 20, 100, 100),
+                                                  contract::boxPath(80, 40, 40, 80)};
   const std::vector<PointF> band = {{120, 20}, {140, 20}, {160, 20}, {180, 20}};
   const PointI corners[] = {{120, 60}, {180, 60}, {180, 80}};
   const SmallPaper paper;
