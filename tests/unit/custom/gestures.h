@@ -15,4 +15,8 @@ inline ShapeEdit gesture(Editor& editor, int button, int shift, Spot from, Spot 
   return editor.picShape_MouseUp(button, shift, x, y);
 }
 
+inline ShapeEdit drag(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
+  return gesture(editor, button, 0, from, to);
+}
+
 }  // namespace lorivan

@@ -4,7 +4,6 @@
 namespace lorivan {
 namespace {
 
-ShapeEdit drag(Editor& editor, Spot from, Spot to) { return gesture(editor, kLeftButton, 0, from, to); }
 ShapeEdit click(Editor& editor, Spot at) { return drag(editor, at, at); }
 
 int liveLines(const CustomShape& shape) {

@@ -7,10 +7,6 @@
 namespace lorivan {
 namespace {
 
-void pull(Editor& editor, Spot from, Spot to, int button = kLeftButton) {
-  gesture(editor, button, 0, from, to);
-}
-
 Spot place(const CustomShape& shape, int point) { return {shape.ShapeX[point], shape.ShapeY[point]}; }
 
 /// Whether every point and line lies where the map lays one.
@@ -52,9 +48,9 @@ TEST(SheetSymmetry, WhateverIsDrawnIsItsOwnImage) {
       const Spot from = somewhere(editor.shape(), random), to = somewhere(editor.shape(), random);
       const double what = random();
       if (what < 0.1)
-        pull(editor, from, from);
+        drag(editor, from, from);
       else
-        pull(editor, from, to, what < 0.3 ? kRightButton : kLeftButton);
+        drag(editor, from, to, what < 0.3 ? kRightButton : kLeftButton);
       for (const Isometry& map : {group.maps()[1], group.maps().back()})  // they make all others
 
         ASSERT_TRUE(laidOntoItself(editor.shape(), map))
@@ -76,16 +72,16 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
   Editor editor;
   const CustomShape& shape = editor.shape();
   editor.setSymmetry({true, false, 1});
-  pull(editor, {20, 20}, {253, 100});  // closer to its image than can be told apart
+  drag(editor, {20, 20}, {253, 100});  // closer to its image than can be told apart
   ASSERT_EQ(shape.ShapePointCount, 1);
   EXPECT_EQ(shape.ShapeX[1], 250);
-  pull(editor, {250, 100}, {350, 200});  // a roof
+  drag(editor, {250, 100}, {350, 200});  // a roof
   EXPECT_EQ(shape.ShapePointCount, 3);
   EXPECT_EQ(shape.lineBetween(1, 2) + shape.lineBetween(1, 3), 1 + 2);
   EXPECT_EQ(shape.ShapeX[3], 150);
-  pull(editor, {250, 100}, {300, 80}, kRightButton);
+  drag(editor, {250, 100}, {300, 80}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[1] == 250 && shape.ShapeY[1] == 80) << "a point on the axis leaves it";
-  pull(editor, {350, 200}, {252, 240}, kRightButton);
+  drag(editor, {350, 200}, {252, 240}, kRightButton);
   EXPECT_TRUE(shape.ShapeX[2] == 250 && !shape.pointIsLive(3)) << "images that meet are not joined";
   EXPECT_TRUE(shape.lineIsLive(1) && !shape.lineIsLive(2));
   editor.undo();
@@ -93,14 +89,14 @@ TEST(SheetSymmetry, AxesHoldPointsAndImagesThatMeetAreOne) {
 
   Editor turned;
   turned.setSymmetry({false, false, 6});
-  pull(turned, {20, 20}, {250, 10});  // kept off the margins in all images
+  drag(turned, {20, 20}, {250, 10});  // kept off the margins in all images
   ASSERT_EQ(turned.shape().ShapePointCount, 6);
   for (int point = 1; point <= 6; ++point) EXPECT_GE(turned.shape().ShapeY[point], 60);
   for (int point = 1; point <= 6; ++point) EXPECT_LE(turned.shape().ShapeY[point], 340);
-  pull(turned, place(turned.shape(), 1), place(turned.shape(), 2));  // a side of six
+  drag(turned, place(turned.shape(), 1), place(turned.shape(), 2));  // a side of six
   EXPECT_EQ(turned.shape().ShapeLineCount, 6);
   turned.setSymmetry({});
-  pull(turned, place(turned.shape(), 1), place(turned.shape(), 2));
+  drag(turned, place(turned.shape(), 1), place(turned.shape(), 2));
   EXPECT_EQ(turned.shape().lineBetween(1, 2), 0);
   EXPECT_NE(turned.shape().lineBetween(2, 3), 0) << "without symmetry a line goes by itself";
 }
@@ -112,7 +108,7 @@ TEST(SheetSymmetry, AFullTableLeavesNoHalfOfAnEdit) {
   Editor editor;
   editor.replaceShape(full);
   editor.setSymmetry({true, false, 1});
-  pull(editor, {100, 100}, {200, 300});  // room for one line of two
+  drag(editor, {100, 100}, {200, 300});  // room for one line of two
   EXPECT_TRUE(editor.shape() == full);
 }
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <vector>
 
-#include "base/numbers.h"
+#include "curve_maker.h"
 #include "model3d/rotator.h"
 #include "model3d/tube_builder.h"
 
@@ -29,29 +29,19 @@ inline void addStrand(StrandStore& store, int slot, const std::vector<StrandPoin
 
 /// A closed round of `count` points of the given radius; z alternates over and under when `woven`.
 inline std::vector<StrandPoint> roundStrand(int count, float radius, bool woven) {
-  std::vector<StrandPoint> points;
-  for (int i = 0; i < count; ++i) {
-    const double angle = kTwoPi * i / count;
-    points.push_back({radius * static_cast<float>(std::cos(angle)),
-                      radius * static_cast<float>(std::sin(angle)),
-                      woven ? (i % 2 != 0 ? -1.0F : 1.0F) : 0.0F});
-  }
-  return points;
+  return samplesRound(count, [=, point = 0](double angle) mutable {
+    const double height = point++ % 2 != 0 ? -1 : 1;
+    return sampleAt(radius * std::cos(angle), radius * std::sin(angle), woven ? height : 0);
+  });
 }
 
 /// One strand through a trefoil's three crossings, apexes in between.
 inline std::vector<StrandPoint> trefoil(int count = 24) {
-  std::vector<StrandPoint> points;
-  for (int i = 0; i < count; ++i) {
-    const double t = kTwoPi * i / count;
+  return samplesRound(count, [](double t) {
+    const double x = std::sin(t) + 2 * std::sin(2 * t), y = std::cos(t) - 2 * std::cos(2 * t);
     const double height = std::sin(3 * t);
-    points.push_back({static_cast<float>(25 * (std::sin(t) + 2 * std::sin(2 * t))),
-                      static_cast<float>(25 * (std::cos(t) - 2 * std::cos(2 * t)) / 0.8),
-                      height > 0.3    ? -1.0F
-                      : height < -0.3 ? 1.0F
-                                      : 0.0F});
-  }
-  return points;
+    return sampleAt(25 * x, 25 * y / 0.8, height > 0.3 ? -1 : height < -0.3 ? 1 : 0);
+  });
 }
 
 inline StrandStore storeOf(const std::vector<StrandPoint>& points, int slot = 1) {

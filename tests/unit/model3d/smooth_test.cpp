@@ -29,13 +29,9 @@ std::vector<std::uint32_t> smoothPixels(const TubeModel& model, const ViewState&
 /// Two strands that cross each other many times, so that a bent knot hides much of itself.
 TubeModel wovenModel(int sides, int points, float ringPercent) {
   StrandStore store = storeOf(roundStrand(30, 90, true));
-  std::vector<StrandPoint> waves;
-  for (int i = 0; i < 48; ++i) {
-    const double angle = kTwoPi * i / 48;
-    waves.push_back({static_cast<float>(95 * std::cos(angle)), static_cast<float>(60 * std::sin(5 * angle)),
-                     i % 2 != 0 ? -1.0F : 1.0F});
-  }
-  addStrand(store, 2, waves);
+  addStrand(store, 2, samplesRound(48, [point = 0](double angle) mutable {
+              return sampleAt(95 * std::cos(angle), 60 * std::sin(5 * angle), point++ % 2 != 0 ? -1 : 1);
+            }));
   return built(store, {.polySides = sides, .polyPoints = points, .ringPercent = ringPercent});
 }
 

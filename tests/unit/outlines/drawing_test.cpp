@@ -7,6 +7,7 @@
 
 #include "outlines/dxf_outline.h"
 #include "outlines/svg_outline.h"
+#include "shapes.h"
 
 namespace lorivan {
 namespace {
@@ -191,12 +192,6 @@ TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
   std::string many = "M0 0";
   for (std::size_t k = 0; k <= kMostSegments; ++k) many += "h1";
   EXPECT_NE(endsOf(readSvgOutline(path(many))).find("too many curves"), std::string::npos);
-}
-
-std::string dxf(const std::string& entities) {
-  std::string text = "0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF ";
-  for (char& c : text) c = c == ' ' ? '\n' : c;
-  return text;
 }
 
 TEST(Dxf, EntitiesAreReadAsHandComputed) {

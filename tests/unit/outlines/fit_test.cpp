@@ -74,13 +74,9 @@ TEST(Fit, RoundThingsHaveFewPointsTheirAreaAndTheirSymmetry) {
 TEST(Fit, EndsThatMeetAreJoined) {
   // Four lines in any order and direction, an arc over them; one gap is too wide.
   const std::string square =
-      "0 LINE 11 9 0 LINE 10 9 20 9 11 9 0 LINE 10 0 20 9 11 9 21 9.01 0 LINE 11 0 21 9 ";
-  const auto read = [](std::string text) {
-    text = "0 SECTION 2 ENTITIES " + text + "0 ENDSEC";
-    for (char& c : text) c = c == ' ' ? '\n' : c;
-    return fitDrawing(*readDxfOutline(text));
-  };
-  const auto closed = read(square), open = read(square + "0 LINE 10 3 20 3 11 5 21 3 ");
+      "0 LINE 11 9 0 LINE 10 9 20 9 11 9 0 LINE 10 0 20 9 11 9 21 9.01 0 LINE 11 0 21 9";
+  const auto closed = fitDrawing(*readDxfOutline(dxf(square))),
+             open = fitDrawing(*readDxfOutline(dxf(square + " 0 LINE 10 3 20 3 11 5 21 3")));
   ASSERT_TRUE(closed && open);
   const auto strokes = fitted("<path d='M0 0h9M9 9h-9z'/>");
   EXPECT_TRUE(strokes && strokes->shape.ShapePointCount == 4 && strokes->shape.ShapeLineCount == 2);

@@ -1,13 +1,22 @@
-// What the loops of a custom shape enclose.
+// Drawings, and what the loops of a custom shape enclose.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 #include "custom/custom_shape.h"
 #include "custom/geometry.h"
 
 namespace lorivan {
+
+/// A DXF file; blanks stand for its line ends.
+inline std::string dxf(const std::string& entities) {
+  std::string text = "0 SECTION 2 ENTITIES " + entities + " 0 ENDSEC 0 EOF ";
+  std::ranges::replace(text, ' ', '\n');
+  return text;
+}
 
 inline Spot pointOf(const CustomShape& shape, int point) {
   return {shape.ShapeX[point], shape.ShapeY[point]};
