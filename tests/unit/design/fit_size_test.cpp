@@ -35,6 +35,8 @@ TEST(FitSize, RingsFitTheirFingersAndWrists) {
     ASSERT_TRUE(fitted) << inner << ' ' << height;
     EXPECT_LT(fitted->error, kMostSizeError);
     EXPECT_EQ(fitted->document.fields.whole(Param::RingPerc), percent == 0 ? 100 : percent);
+    EXPECT_EQ(isWrapped(fitted->document.fields), percent != 75) << "a bracelet has two ends";
+    EXPECT_EQ(fittedNote(*fitted).find(", wrapped") != std::string::npos, percent != 75);
     const auto [diameter, high] = ringOf(made(fitted->document, "obj", {.millimetres = fitted->width}));
     // Edges between corners come a little nearer to the axis than the corners do.
     EXPECT_NEAR(diameter, inner, 0.1);

@@ -211,18 +211,13 @@ TEST(PictureSet, NoBlemishWhereBandsHaveRoom) {
   int number = 0;
   for (int s = 0; s < kShapeCount - 1; ++s)
     for (int cells = 0; cells < 64; ++cells) {
-      Document plain;
-      plain.fields.shape = static_cast<Shape>(s);
-      plain = withField(plain, Param::XNo, std::to_string(1 + cells % 8));
-      plain = withField(plain, Param::YNo, std::to_string(1 + cells / 8));
-      const auto grid = newGrid(plain);
-      if (!grid || grid->fields.text(Param::XNo) != plain.fields.text(Param::XNo) ||
-          grid->fields.text(Param::YNo) != plain.fields.text(Param::YNo))
-        continue;
+      const int columns = 1 + cells % 8, rows = 1 + cells / 8;
+      const Document grid = gridOf(static_cast<Shape>(s), columns, rows);
+      if (grid.fields.whole(Param::XNo) != columns || grid.fields.whole(Param::YNo) != rows) continue;
       for (int order = 2; order <= 6; ++order)
         for (const double part : kParts)
           if (number++ % step == kNearlyMet % step)
-            addPicture(withField(*grid, Param::Smooth, std::to_string(order)), part, counts);
+            addPicture(withField(grid, Param::Smooth, std::to_string(order)), part, counts);
     }
   EXPECT_GT(counts.tried, 10000 / step / 2);
   tell(counts, step);
