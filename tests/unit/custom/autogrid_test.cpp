@@ -113,28 +113,6 @@ void expectConvexCells(const KnotGraph& graph, const RandomCase& c, double& fill
   filled = cells / areaOf(*outline);
 }
 
-TEST(AutoGrid, CellsNeverOverlapAtASmallHole) {
-  const CustomShape shape = shapeOf({{{239.4452, 391.8287},
-                                      {93, 166},
-                                      {216.7281, 75.05154},
-                                      {380.6444, 168.5686},
-                                      {396.0529, 187.0679},
-                                      {400, 210}},
-                                     {{284, 211},
-                                      {254, 225},
-                                      {256.8639, 212.1638},
-                                      {245.4182, 212.9694},
-                                      {273, 180},
-                                      {270, 194},
-                                      {278, 188}}});
-  for (const int gridSize : {5, 12, 20, 30}) {
-    SCOPED_TRACE(gridSize);
-    KnotGraph graph;
-    ASSERT_TRUE(AutoGrid(graph, shape, GridView(stretchFactor(0.3F)), {gridSize, false}));
-    expectPlane(graph);
-  }
-}
-
 TEST(AutoGrid, RefusesInTheWordsOfNewGridWhatNoLineCanHold) {
   const CustomShape shape = shapeOf({box(0, 0, 16000, 16000)});
   const GridView view(stretchFactor(0.1F));

@@ -1,8 +1,7 @@
-// The parameter table, random fields, and what of the fields becomes the view, the light and the tube.
+// Random fields, and what of the fields becomes the view, the light and the tube.
 #include <gtest/gtest.h>
 
 #include <array>
-#include <set>
 
 #include "base/numbers.h"
 #include "design/knot_fields.h"
@@ -11,19 +10,6 @@
 
 namespace lorivan {
 namespace {
-
-TEST(ParameterTable, NamesAreUniqueAndCorrectionsStable) {
-  std::set<std::string_view> names;
-  for (int i = 0; i < kParamCount; ++i) {
-    const auto p = static_cast<Param>(i);
-    const ParamSpec& row = parameterSpec(p);
-    EXPECT_TRUE(names.insert(row.field).second && findParameter(row.field) == p) << row.field;
-    const std::string first = correctedText(p, std::string(row.firstRun));
-    EXPECT_EQ(correctedText(p, first), first) << row.field;
-  }
-  for (const CheckSpec& row : checkTable())
-    EXPECT_TRUE(names.insert(row.field).second && findCheck(row.field));
-}
 
 TEST(KnotModel, EveryFieldGoesToItsOwnPlace) {
   KnotFields fields = firstRunFields();

@@ -85,8 +85,6 @@ TEST(Fit, FollowsWhateverChangesTheRoom) {
     EXPECT_NE(changed->fields.text(Param::Width), fitted.fields.text(Param::Width)) << what;
     EXPECT_EQ(fitAgain(*changed).fields.text(Param::Width), changed->fields.text(Param::Width)) << what;
   }
-  const Document typed = *changeField(fitted, Param::Width, "3");
-  EXPECT_EQ(changeField(typed, Param::Smooth, "6")->fields.text(Param::Width), "3");
 }
 
 TEST(Fit, BandsTakeTheRoomBesideEachOtherWhereALittleLessMakesIt) {

@@ -1,4 +1,4 @@
-// The view matrix, and the sort.
+// The angles of a view, and the sort.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -11,31 +11,6 @@
 
 namespace lorivan {
 namespace {
-
-TEST(CheckAngles, EyeAndUpVectorFollowTheAnglesAllRound) {
-  for (int theta = 0; theta < 360; theta += 30) {
-    for (int phi = 0; phi < 360; phi += 10) {
-      ViewState view;
-      const double azimuth = theta * kPi / 180, elevation = phi * kPi / 180;
-      view.ViewTheta = static_cast<float>(kPi / 2 - azimuth);
-      view.ViewPhi = static_cast<float>(elevation);
-      CheckAngles(view);
-      // The point one unit towards the eye lands in the middle, one unit nearer.
-      Point4 out;
-      ApplyProjected({{static_cast<float>(std::cos(elevation) * std::sin(azimuth)),
-                       static_cast<float>(std::sin(elevation)),
-                       static_cast<float>(std::cos(elevation) * std::cos(azimuth)), 1}},
-                     view.ViewMatrix, out);
-      for (const int axis : {1, 2, 3}) EXPECT_NEAR(out(axis), axis == 3 ? 1 : 0, 0.022);
-      EXPECT_EQ(out(4), 1);
-      // The model's y axis foreshortens smoothly over the poles instead of flipping.
-      ApplyProjected({{0, 1, 0, 1}}, view.ViewMatrix, out);
-      if (phi % 180 != 90) {
-        EXPECT_NEAR(out(2) * (1 - out(3) / 20), std::cos(elevation), 0.022) << theta << ' ' << phi;
-      }
-    }
-  }
-}
 
 TEST(CheckAngles, WrapsOnceAndKeepsOffHalfATurn) {
   for (const auto& [given, kept] : {std::pair{-0.5, kTwoPi - 0.5},
@@ -67,7 +42,7 @@ std::vector<float> keysOf(int pattern, std::size_t count, const Rnd& random) {
 TEST(Sort, AnyKeysComeOutAscendingAndEqualOnesInOrder) {
   const Rnd random = seededRandom(7);
   KeySorter sorter;
-  for (const std::size_t count : {0, 1, 2, 12, 13, 14, 300, 4095, 4096, 50000}) {
+  for (const std::size_t count : {0, 1, 2, 12, 13, 14, 300, 4095, 4096, 50000})
     for (int pattern = 0; pattern < 8; ++pattern) {
       const std::vector<float> before = keysOf(pattern, count, random);
       std::vector<float> keys = before;
@@ -79,11 +54,10 @@ TEST(Sort, AnyKeysComeOutAscendingAndEqualOnesInOrder) {
       EXPECT_EQ(index, expected) << "pattern " << pattern << " of " << count;
       for (std::size_t i = 0; i < count; ++i) ASSERT_EQ(keys[i], before[index[i]]);
     }
-  }
 }
 
 TEST(Sort, QuickSortKeepsToItsRangeAndNeverDegenerates) {
-  for (int pattern = 0; pattern < 8; ++pattern) {
+  for (int pattern = 0; pattern < 8; ++pattern)
     for (const double draw : {0.0, 0.5, 0.999999}) {  // the worst pivots, too
       const std::vector<float> before = keysOf(pattern, 100000, seededRandom(3));
       std::vector<float> keys = before;
@@ -101,7 +75,6 @@ TEST(Sort, QuickSortKeepsToItsRangeAndNeverDegenerates) {
       }
       EXPECT_LT(draws, 50000) << "one draw for each split";
     }
-  }
 }
 
 }  // namespace
