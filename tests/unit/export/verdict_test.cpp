@@ -1,6 +1,7 @@
 // The verdict on a model against what every pair of its file's triangles says.
 #include <gtest/gtest.h>
 
+#include <numeric>
 #include <random>
 
 #include "brute_force.h"
@@ -39,8 +40,7 @@ TEST(Verdict, AgreesWithEveryPairOfTriangles) {
     const Verdict verdict = inspect(model, {}, c.window, TubeForm::polygons);
 
     const CentreLines lines(model);
-    double length = 0;
-    for (const double one : verdict.lengths) length += one;
+    const double length = std::reduce(verdict.lengths.begin(), verdict.lengths.end());
     const double leastWay =
         std::max(4.0 * model.radius, length / static_cast<double>(model.centres.size()) * 4 * c.window);
     const auto counts = [&](std::uint32_t a, std::uint32_t b) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "curve_maker.h"
@@ -41,12 +42,11 @@ TEST(VisibleCurves, GapsAreAsWideAsTheBandOnTop) {
   const auto whole = wholeCurves(curve);
   ASSERT_EQ(whole.size(), 2U);
   EXPECT_TRUE(whole[0].closed && whole[1].closed);
-  for (const FlatLine& line : whole)
-    EXPECT_EQ(
-        line.points[4].y,
-        0.8 * static_cast<double>(
-                  curve.Y[static_cast<std::size_t>(curve.first[static_cast<std::size_t>(line.slot)]) + 1]))
+  for (const FlatLine& line : whole) {
+    const auto second = static_cast<std::size_t>(curve.first[line.slot]) + 1;
+    EXPECT_EQ(line.points[4].y, 0.8 * static_cast<double>(curve.Y[second]))
         << "no digit of a file changes with single precision";
+  }
   const auto lines = visibleCurves(curve, 3);
   ASSERT_EQ(lines.size(), 4U) << "two gaps in each";
   for (const FlatLine& line : lines) {
@@ -67,13 +67,9 @@ TEST(VisibleCurves, LongPiecesChangeNothingElsewhere) {
   addSamples(curve, 3, {{-300000, 100000, -5}, {300000, 100000, -5}, {0, 300000, -5}});
   const auto more = visibleCurves(curve, 3);
   ASSERT_EQ(more.size(), lines.size() + 1);
-  for (std::size_t i = 0; i < lines.size(); ++i) {
-    ASSERT_EQ(more[i].points.size(), lines[i].points.size());
-    for (std::size_t k = 0; k < lines[i].points.size(); ++k) {
-      EXPECT_EQ(more[i].points[k].x, lines[i].points[k].x);
-      EXPECT_EQ(more[i].points[k].y, lines[i].points[k].y);
-    }
-  }
+  const auto same = [](const FlatPoint& a, const FlatPoint& b) { return a.x == b.x && a.y == b.y; };
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    EXPECT_TRUE(std::ranges::equal(more[i].points, lines[i].points, same)) << i;
 }
 
 /// Whether two pieces truly cross; lines that only touch or run along each other do not.

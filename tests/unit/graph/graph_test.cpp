@@ -13,10 +13,6 @@
 namespace lorivan {
 namespace {
 
-void addLine(KnotGraph& graph, int kind, float x1, float y1, float x2, float y2) {
-  MakeKE(graph, static_cast<std::int16_t>(kind), x1, y1, x2, y2);
-}
-
 void finish(KnotGraph& graph) {
   ASSERT_TRUE(finishLines(graph));
   ASSERT_TRUE(collectPoints(graph));
@@ -24,9 +20,9 @@ void finish(KnotGraph& graph) {
 
 TEST(MakeKE, RoundsHalvesToEvenAndKeepsItsDirection) {
   KnotGraph graph;
-  addLine(graph, kOrdinary, 2.5F, 3.5F, -1.5F, -2.5F);
-  addLine(graph, kWall, 0, 0, 10, 0);
-  addLine(graph, kOrdinary, 10, 0, 0, 1);
+  MakeKE(graph, kOrdinary, 2.5F, 3.5F, -1.5F, -2.5F);
+  MakeKE(graph, kWall, 0, 0, 10, 0);
+  MakeKE(graph, kOrdinary, 10, 0, 0, 1);
   const GridLine& l = graph.Lines[0];
   EXPECT_EQ((std::array<int, 5>{l.X1, l.Y1, l.X2, l.Y2, l.MidX}), (std::array{2, 4, -2, -2, 0}));
   EXPECT_NEAR(graph.Lines[1].Angle, kPi - kPi / 4, 1e-6);
@@ -37,7 +33,7 @@ TEST(MakeKE, RoundsHalvesToEvenAndKeepsItsDirection) {
 
 TEST(MakeKE, RefusesALinePastTheTable) {
   KnotGraph graph;
-  for (int i = 0; i <= kMostLines; ++i) addLine(graph, kOrdinary, 0, 0, 1, 1);
+  for (int i = 0; i <= kMostLines; ++i) MakeKE(graph, kOrdinary, 0, 0, 1, 1);
   EXPECT_EQ(graph.NextLine, kMostLines);
   const Status made = finishLines(graph);
   ASSERT_FALSE(made);
@@ -46,8 +42,8 @@ TEST(MakeKE, RefusesALinePastTheTable) {
 
 TEST(CalcGrid, AnglesThatMoveUpLoseTheirFraction) {
   KnotGraph graph;  // neighbours of (0, 0) at about 3.4 and 3.1 radians, in this order
-  addLine(graph, kOrdinary, 0, 0, -97, -26);
-  addLine(graph, kOrdinary, 0, 0, -100, 4);
+  MakeKE(graph, kOrdinary, 0, 0, -97, -26);
+  MakeKE(graph, kOrdinary, 0, 0, -100, 4);
   finish(graph);
   ASSERT_TRUE(CalcGrid(graph));
   EXPECT_TRUE(graph.Points[0].NbLine[0] == 0 && graph.Points[0].NbLine[1] == 1);
@@ -55,8 +51,8 @@ TEST(CalcGrid, AnglesThatMoveUpLoseTheirFraction) {
 
 TEST(CalcGrid, LinesThatAreNotThereAndLinesWithoutLength) {
   KnotGraph graph;
-  addLine(graph, kNoLine, 0, 0, 10, 0);
-  addLine(graph, kOrdinary, 5, 5, 5, 5);
+  MakeKE(graph, kNoLine, 0, 0, 10, 0);
+  MakeKE(graph, kOrdinary, 5, 5, 5, 5);
   finish(graph);
   ASSERT_TRUE(CalcGrid(graph));
   EXPECT_EQ(graph.LastPoint, 3);
@@ -68,8 +64,8 @@ TEST(CalcGrid, AFourteenthNeighbourIsRefused) {
   for (const int lines : {13, 14, 30}) {
     KnotGraph graph;
     for (int i = 0; i < lines; ++i)
-      addLine(graph, kOrdinary, 0, 0, static_cast<float>(50 * std::cos(i * 0.2)),
-              static_cast<float>(50 * std::sin(i * 0.2)));
+      MakeKE(graph, kOrdinary, 0, 0, static_cast<float>(50 * std::cos(i * 0.2)),
+             static_cast<float>(50 * std::sin(i * 0.2)));
     finish(graph);
     const Status ordered = CalcGrid(graph);
     EXPECT_EQ(static_cast<bool>(ordered), lines == 13);
@@ -82,7 +78,7 @@ TEST(CollectPoints, ALineLeadsRoundACylinderAFewTimesAtMost) {
   for (const auto& [units, sound] : {std::pair(-320, true), {-321, false}, {339, true}, {340, false}}) {
     KnotGraph graph;
     graph.wrap = {0, 20};
-    addLine(graph, kOrdinary, 0, 0, static_cast<float>(units), 0);
+    MakeKE(graph, kOrdinary, 0, 0, static_cast<float>(units), 0);
     ASSERT_TRUE(finishLines(graph));
     EXPECT_EQ(static_cast<bool>(collectPoints(graph)), sound) << units;
   }
@@ -90,8 +86,8 @@ TEST(CollectPoints, ALineLeadsRoundACylinderAFewTimesAtMost) {
 
 TEST(FindLine, TheLowestIndexWithinASixthOfACell) {
   KnotGraph graph;
-  addLine(graph, kNoLine, 0, 0, 20, 0);
-  addLine(graph, kOrdinary, 0, 0, 20, 0);
+  MakeKE(graph, kNoLine, 0, 0, 20, 0);
+  MakeKE(graph, kOrdinary, 0, 0, 20, 0);
   finish(graph);
   graph.CellSize = 30;
   EXPECT_EQ(FindLine(graph, 10, 0), -1) << "no grid yet";
@@ -103,7 +99,7 @@ TEST(FindLine, TheLowestIndexWithinASixthOfACell) {
 
 TEST(DrawGrid, LinesHaveTheirKindsColoursAndAMark) {
   KnotGraph graph;
-  for (const int kind : {0, 1, 2, 3}) addLine(graph, kind, 50, 0, 0, 0);
+  for (const std::int16_t kind : {kNoLine, kOrdinary, kWall, kReversed}) MakeKE(graph, kind, 50, 0, 0, 0);
   finish(graph);
   graph.CellSize = 100;
   RecordingSurface surface(202, 162);  // one pixel a grid unit, the middle at (101, 81)
