@@ -13,9 +13,8 @@ TEST(Tube, SizeFollowsTheLargestCoordinateFromTheOrigin) {
   // Each corner three times: a curve of order 3 passes through it. x from -30.4 to 70.3, y (times 0.8) -8
   // to 40.
   std::vector<StrandPoint> points;
-  for (const StrandPoint& corner : {StrandPoint{-30.4F, -10, 0}, {70.3F, -10, 7}, {70.3F, 50, -0.5F}}) {
+  for (const StrandPoint& corner : {StrandPoint{-30.4F, -10, 0}, {70.3F, -10, 7}, {70.3F, 50, -0.5F}})
     points.insert(points.end(), 3, corner);
-  }
   const TubeSettings settings{.polySmooth = 3, .polyZF = 1.5F};
   const TubeModel model = built(storeOf(points), settings);
   const double scale = 8.0 / 70, middle = 20;

@@ -144,24 +144,17 @@ std::string repeated(const std::string& text, int times) {
 }
 
 TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
-  std::string deep, wide = "<g id='a0'><path d='M0 0h1v1z'/></g>";
-  for (int k = 0; k < 300; ++k) deep += "<g>";
-  for (int k = 1; k < 16; ++k) {
-    std::string use = "<use href='#a";
-    use.append(std::to_string(k - 1)).append("'/>");
-    wide.append("<g id='a")
-        .append(std::to_string(k))
-        .append("'>")
-        .append(use + use + use + use)
-        .append("</g>");
-  }
+  std::string wide = "<g id='a0'><path d='M0 0h1v1z'/></g>";
+  for (int k = 1; k < 16; ++k)
+    wide += "<g id='a" + std::to_string(k) + "'>" +
+            repeated("<use href='#a" + std::to_string(k - 1) + "'/>", 4) + "</g>";
   const std::pair<std::string, const char*> cases[] = {
       {"", "line 1: there is no element"},
       {"\x1f\x8b\x08", "packed"},
       {"<svg>\n<g>\n</svg>", "line 3: \"svg\" ends nothing"},
       {"<svg>\n<g a=1></g></svg>", "line 2: the value of \"a\" has no quotes"},
       {"<svg>\n\n<path d=\"M0 0", "line 3: "},
-      {svg(deep), "line 3: elements are nested too deeply"},
+      {svg(repeated("<g>", 300)), "line 3: elements are nested too deeply"},
       {svg(wide), "too many"},
       {svg("<g id='a'>" + repeated("<g display='none'/>", 2000) + "</g>" + repeated("<use href='#a'/>", 300)),
        "too many elements"},
@@ -189,8 +182,7 @@ TEST(Svg, DamagedFilesAreRefusedWithTheirLine) {
                 svg("<style>" + repeated("#a", 300'000) + "{fill:none}</style><path id='a' d='M0 0h1'/>"))),
             "0,0 1,0 0,0 z")
       << "a selector without end is passed over";
-  std::string many = "M0 0";
-  for (std::size_t k = 0; k <= kMostSegments; ++k) many += "h1";
+  const std::string many = "M0 0" + repeated("h1", static_cast<int>(kMostSegments) + 1);
   EXPECT_NE(endsOf(readSvgOutline(path(many))).find("too many curves"), std::string::npos);
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "contours.h"
 #include "curve_maker.h"
@@ -270,18 +271,14 @@ bool isNearby(const Surface& other, PointI at, Colour colour) {
 }
 
 TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
-  struct Case {
-    Shape shape;
-    int x, y, order;
-  };
-  for (const Case& c : {Case{Shape::SquareSquare, 3, 3, 4},
-                        {Shape::SquareSquare, 4, 3, 2},
-                        {Shape::Octagonal, 3, 2, 2},
-                        {Shape::Triangle, 3, 3, 4},
-                        {Shape::Hexagonal, 2, 2, 4},
-                        {Shape::Diamond1, 3, 3, 4},
-                        {Shape::Circular, 6, 2, 5}}) {
-    const Drawn drawn(c.shape, c.x, c.y, c.order, 0.3);
+  for (const auto& [shape, columns, rows, order] : {std::tuple(Shape::SquareSquare, 3, 3, 4),
+                                                    {Shape::SquareSquare, 4, 3, 2},
+                                                    {Shape::Octagonal, 3, 2, 2},
+                                                    {Shape::Triangle, 3, 3, 4},
+                                                    {Shape::Hexagonal, 2, 2, 4},
+                                                    {Shape::Diamond1, 3, 3, 4},
+                                                    {Shape::Circular, 6, 2, 5}}) {
+    const Drawn drawn(shape, columns, rows, order, 0.3);
     RecordingSurface shapes(drawn.view.width, drawn.view.height()),
         classic(drawn.view.width, drawn.view.height());
     draw(shapes, drawn, false);
@@ -294,7 +291,7 @@ TEST(BandOutlines, TheClassicPictureIsTheSameToAPixelButForItsBlemishes) {
         if (isNearby(classic, {x, y}, here) && isNearby(shapes, {x, y}, there)) continue;
         ++(there == 0 && here != kGround ? blemished : apart);
       }
-    EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(c.shape)].name;
+    EXPECT_EQ(apart, 0) << shapeTable()[static_cast<std::size_t>(shape)].name;
     EXPECT_LT(blemished, shapes.inked() / 100);
   }
 }

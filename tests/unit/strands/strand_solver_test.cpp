@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
-#include "graph/own_faces.h"
 #include "graph/strand_runs.h"
 #include "tests/knot_maker.h"
 #include "tries.h"
@@ -157,28 +157,15 @@ TEST(StrandSolver, FindsFewLinesForNumbersThatAreFarAway) {
 
 TEST(StrandSolver, ChangesOddNumbersByLoopsRoundTheMiddle) {
   // In these symmetries every other line changes the strands two by two.
-  struct Case {
-    int columns, rows, strands, turns;
-    std::uint64_t seed;
-    std::size_t most;
-  };
   for (const auto& [columns, rows, strands, turns, seed, most] :
-       {Case{4, 19, 5, 2, 1000, 16}, {3, 16, 1, 2, 1001, 18}, {12, 8, 1, 8, 1002, 36}}) {
+       {std::tuple(4, 19, 5, 2, 1000, 16U), {3, 16, 1, 2, 1001, 18U}, {12, 8, 1, 8, 1002, 36U}}) {
     const Rnd random = seededRandom(seed);
-    const GridFields fields = fieldsOf(Shape::Circular, columns, rows, 30, static_cast<int>(seed % 2));
+    const GridFields fields = fieldsOf(Shape::Circular, columns, rows, 30, seed % 2);
     const MadeKnot knot = makeKnot(fields, {}, &random);
     const auto plan = planStrands(*knot.graph, {.strands = strands, .symmetry = {false, false, turns}});
     ASSERT_TRUE(plan) << plan.error().message;
     EXPECT_LE(plan->lines.size(), most) << columns << " x " << rows;
   }
-}
-
-TEST(OwnFaces, AreThoseThatTheSymmetryLaysOntoThemselves) {
-  const MadeKnot knot = makeKnot(fieldsOf(Shape::SquareSquare, 3, 3));
-  const StrandRuns runs(*knot.graph);
-  for (const auto& [symmetry, faces] : {std::pair(Symmetry{true, false, 1}, 4U), {{false, false, 2}, 2U}})
-    EXPECT_EQ(ownFaces(runs, LineOrbits(*knot.graph, symmetry)).size(), faces)
-        << "the outside, and the cells on the axis or in the middle";
 }
 
 TEST(LineSymmetry, FindsTheTurnsOfAGrid) {

@@ -82,7 +82,7 @@ GridView evenView(const MadeKnot& knot, int period) {
 }
 
 /// The knot drawn with the seam elsewhere shows at the old seam what two pictures side by side do.
-void expectNoSeam(const MadeKnot& knot, bool classic) {
+void expectNoSeam(const MadeKnot& knot) {
   constexpr int kPeriod = 240, kLeft = 20, kMoved = 101;
   const GridView view = evenView(knot, kPeriod);
   const KnotStyle style{
@@ -90,7 +90,7 @@ void expectNoSeam(const MadeKnot& knot, bool classic) {
   const auto drawn = [&](const KnotCurve& curve) {
     auto surface = std::make_unique<RecordingSurface>(500, 400);
     surface->clear(0xFFFFFF);
-    classic ? drawClassicKnot(*surface, curve, style, view) : drawKnot(*surface, curve, style, view);
+    drawKnot(*surface, curve, style, view);
     return surface;
   };
   KnotCurve moved = knot.curve;
@@ -115,12 +115,12 @@ TEST(Wrapped, ThePictureGoesOnAcrossTheSeam) {
   for (const Shape shape : kFamilies)
     for (const int x : {1, 2, 3, 6}) {
       SCOPED_TRACE(::testing::Message() << static_cast<int>(shape) << ' ' << x);
-      expectNoSeam(wrappedKnot(shape, x, 2), false);
+      expectNoSeam(wrappedKnot(shape, x, 2));
     }
   for (std::uint64_t seed = 1; seed <= 12; ++seed) {
     SCOPED_TRACE(seed);
     const Rnd random = seededRandom(seed);
-    expectNoSeam(wrappedKnot(kFamilies[seed % 5], 4, 5, &random), false);
+    expectNoSeam(wrappedKnot(kFamilies[seed % 5], 4, 5, &random));
   }
 }
 

@@ -154,20 +154,7 @@ class Win32User final : public User {
     settle();
   }
   std::string menuText(CommandId command) const override {
-    const HMENU bar = GetMenu(main_);
-    for (int i = 0; i < GetMenuItemCount(bar); ++i) {
-      const HMENU menu = GetSubMenu(bar, i);
-      for (int j = 0; j < GetMenuItemCount(menu); ++j) {
-        const bool opens = (GetMenuState(menu, static_cast<UINT>(j), MF_BYPOSITION) & MF_GRAYED) == 0;
-        const HMENU submenu = GetSubMenu(menu, j);
-        if (opens && submenu != nullptr && !itemText(submenu, command).empty())
-          return itemText(submenu, command);
-      }
-      for (int j = 0; j < GetMenuItemCount(menu); ++j)
-        if (GetMenuItemID(menu, j) == static_cast<UINT>(kFirstCommand + command))
-          return itemText(menu, command);
-    }
-    return {};
+    return textIn(GetMenu(main_), static_cast<UINT>(kFirstCommand + command));
   }
   void wheel(ControlId control, int by) override {
     RECT box{};
@@ -225,11 +212,17 @@ class Win32User final : public User {
 
  private:
   HWND child(ControlId control) const { return GetDlgItem(main_, kFirstControl + control); }
-  static std::string itemText(HMENU menu, CommandId command) {
-    wchar_t text[200] = {};
-    GetMenuStringW(menu, static_cast<UINT>(kFirstCommand + command), text, 200, MF_BYCOMMAND);
-    const std::string whole = narrow(text);
-    return whole.substr(0, whole.find('\t'));
+  /// Of an item in a menu or in one that can be opened from it.
+  static std::string textIn(HMENU menu, UINT item) {
+    std::string text;
+    for (int i = 0; i < GetMenuItemCount(menu) && text.empty(); ++i) {
+      const bool opens = (GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_GRAYED) == 0;
+      wchar_t own[200] = {};
+      if (GetMenuItemID(menu, i) == item) GetMenuStringW(menu, item, own, 200, MF_BYCOMMAND);
+      const HMENU submenu = GetSubMenu(menu, i);
+      text = submenu != nullptr && opens ? textIn(submenu, item) : narrow(own);
+    }
+    return text.substr(0, text.find('\t'));
   }
   void settle() { window_.processEvents(); }
 

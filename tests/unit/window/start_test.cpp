@@ -66,9 +66,8 @@ TEST_F(StartTest, EverySettingIsReadByItsOwnerAndWrittenBack) {
       "GridOn=True SnapOn=True LastFolder=/some/ 3DSave=5 DrawAtOnce=False FitPicture=True Symmetry=6 "
       "SaveOptions=120,,2000,1,1,0.2,0,1,1 Language=en");
   platform.settings().values.clear();
-  for (const auto& [key, value] : fields) stored(key) = value;
-  for (const auto& [key, value] : checks) stored(key) = value;
-  for (const auto& [key, value] : states) stored(key) = value;
+  for (const Pairs& settings : {fields, checks, states})
+    for (const auto& [key, value] : settings) stored(key) = value;
   for (int box = 0; box < kColourBoxes; ++box)
     stored(std::to_string(box) + "txtCol") = std::to_string(1000 + box);
   for (int i = 0; i < kRecentFiles; ++i) stored("Recent" + std::to_string(i)) = "/r" + std::to_string(i);
