@@ -280,8 +280,7 @@ TEST_F(ModelTest, SizesThatWereAskedForAreProposedAgain) {
         {"mnuEditFitRing", {"17 x 5", "17 x"}},
         {"mnuViewFitRadius", {"1.5", "-1"}}})
     for (const char* const size : {sizes[0], sizes[1], ""}) {
-      platform.dialogs.answerInput(size);
-      pick(command);
+      pickInput(command, size);
       EXPECT_EQ(lastAsked().initial == sizes[0], size != sizes[0]) << command << ' ' << lastAsked().initial;
     }
 }
