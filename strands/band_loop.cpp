@@ -121,6 +121,50 @@ void BandLoop::appendAll(std::vector<PointF>& chain) const {
   }
 }
 
+void BandLoop::appendPart(double from, double to, std::vector<PointF>& chain) const {
+  const auto toPoint = [](Vec v) { return PointF{static_cast<float>(v.x), static_cast<float>(v.y)}; };
+  chain.push_back(toPoint(spot(from).at));
+  for (double place = from; place < to;) {
+    const double end = std::min(std::floor(place) + 1, to), third = (end - place) / 3;
+    const Spot a = spot(place), b = spot(end);
+    const Vec in = end < to || end == std::floor(end) ? tangentTo(static_cast<int>(end)) : b.along;
+    chain.push_back(toPoint(a.at + a.along * third));
+    chain.push_back(toPoint(b.at - in * third));
+    chain.push_back(toPoint(b.at));
+    place = end;
+  }
+}
+
+std::vector<BandLoop::Stretch> BandLoop::upperStretches() const {
+  std::vector<Stretch> stretches;
+  if (size_ == 0) return stretches;
+  const std::span<const double> heights(line_->heights.data(), line_->heights.size() - 1);
+  const auto isUnder = [](double height) { return height < 0; };
+  const auto count = static_cast<double>(heights.size());
+  for (auto at = heights.begin();;) {
+    const auto begin = std::find_if_not(at, heights.end(), isUnder);
+    if (begin == heights.end()) break;
+    at = std::find_if(begin, heights.end(), isUnder);
+    stretches.push_back(
+        {static_cast<double>(begin - heights.begin()), static_cast<double>(at - heights.begin()) - 1});
+  }
+  // One across the lap's end is one.
+  if (stretches.size() > 1 && stretches.front().from == 0 && stretches.back().to == count - 1) {
+    stretches.back().to = count + stretches.front().to;
+    stretches.erase(stretches.begin());
+  }
+  return stretches;
+}
+
+double BandLoop::placeOf(double sample) const {
+  const auto count = static_cast<double>(line_->heights.size() - 1);
+  const double laps = std::floor(sample / count), within = sample - laps * count;
+  const std::span<const Node> nodes(nodes_, static_cast<std::size_t>(size_));
+  const auto next = std::ranges::upper_bound(nodes, within, {}, [](const Node& node) { return node.sample; });
+  const Node& node = *(next - 1);
+  return laps * size_ + static_cast<double>(next - 1 - nodes.begin()) + (within - node.sample) / node.step;
+}
+
 std::optional<double> BandLoop::sameLine(const BandLoop& other) const {
   if (line_ != other.line_) return std::nullopt;
   const double apart = other.left_ - left_;

@@ -97,6 +97,15 @@ class BandLoop {
   double height(double place) const;
   /// The whole line, one Bezier segment from sample to sample.
   void appendAll(std::vector<PointF>& chain) const;
+  /// The same from one place to a later one.
+  void appendPart(double from, double to, std::vector<PointF>& chain) const;
+  /// A stretch by numbers of samples, those counted that were left out; it may reach into the next lap.
+  struct Stretch {
+    double from = 0, to = 0;
+  };
+  /// Where no sample lies below others.
+  std::vector<Stretch> upperStretches() const;
+  double placeOf(double sample) const;
   /// The place near `guess` whose point is nearest to `from`.
   double nearest(Vec from, double guess) const;
 

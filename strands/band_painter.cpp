@@ -13,8 +13,12 @@ void BandPainter::edge(int slot) {
   stretch(slot, 0, points_.size(), std::max(outer(), inner()), 0, CapStyle::round);
 }
 
-void BandPainter::edge(std::span<const PointF> spine) {
-  stroke(spine, std::max(outer(), inner()), 0, CapStyle::round);
+void BandPainter::edge(std::span<const PointF> line, CapStyle caps) {
+  stroke(line, std::max(outer(), inner()), 0, caps);
+}
+
+void BandPainter::band(int slot, std::span<const PointF> line, CapStyle caps) {
+  stroke(line, inner(), style_.bandColour(slot), caps);
 }
 
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.

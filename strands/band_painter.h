@@ -21,7 +21,9 @@ class BandPainter {
   /// The black one alone, unrounded.
   void edge(int slot);
   /// The same along a line that is known.
-  void edge(std::span<const PointF> spine);
+  void edge(std::span<const PointF> line, CapStyle caps = CapStyle::round);
+  /// The coloured one along such a line.
+  void band(int slot, std::span<const PointF> line, CapStyle caps = CapStyle::round);
   /// The beginning of a strand: the same curve as far as its point number `count`.
   void strandStart(int slot, int count);
   /// Both bands of a stretch that lies over others.

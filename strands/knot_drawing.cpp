@@ -8,6 +8,7 @@
 #include "base/numbers.h"
 #include "strands/band_outline.h"
 #include "strands/band_painter.h"
+#include "strands/laid_bands.h"
 #include "strands/seam_copies.h"
 
 namespace lorivan {
@@ -71,6 +72,8 @@ void fillView(GridView& view, const KnotGraph& graph) { view.fill(lineBox(graph)
 
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
               bool quick) {
+  if (surface.isRaster() && isFinelyWoven(curve, style, view, quick))
+    return drawLaidBands(surface, curve, style, view);
   OutlineOptions options;
   if (quick) options.mostClipped = kMostClippedLive;
   options.band = style.innerWidth() * view.pixelFactor();
@@ -78,7 +81,9 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
   options.rings = options.fitted = !surface.isRaster();
   options.spines = surface.isRaster();
   BandOutlines outlines = bandOutlines(curve, view, options);
-  if (!outlines.complete) return drawClassicKnot(surface, curve, style, view);
+  if (!outlines.complete)
+    return surface.isRaster() ? drawLaidBands(surface, curve, style, view)
+                              : drawClassicKnot(surface, curve, style, view);
   const Seam seam = seamOf(curve, view);
   const SeamClip clip(surface, seam);
   drawEdges(surface, outlines, curve, style, view);

@@ -32,8 +32,9 @@ void fillView(GridView& view, const KnotCurve& curve, const KnotStyle& style);
 void fillView(GridView& view, const GridBox& strands, const KnotStyle& style);
 void fillView(GridView& view, const KnotGraph& graph);
 
-/// Draws all strands over what the surface holds, from their outlines. With `quick` a knot in which very many
-/// bands run into one another gets its classic joints, which take less time.
+/// Draws all strands over what the surface holds, from their outlines. Where bands are so many and thin that
+/// nobody sees the difference, and with `quick` where very many run into one another, pixels get laid bands
+/// (drawLaidBands), which take less time.
 void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view,
               bool quick = false);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).

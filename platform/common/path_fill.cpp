@@ -18,11 +18,6 @@ constexpr int kMostSteps = 64;
 // Rows and pixels that are painted at a time, so that they stay in the cache.
 constexpr int kMostRows = 32, kFewestRows = 4, kStripPixels = 1 << 15;
 
-/// Pixel rows and columns; right and bottom are outside.
-struct Range {
-  int left, top, right, bottom;
-};
-
 bool isDrawable(const std::vector<PointF>& contour) {
   if (contour.size() % 3 != 1) return contour.empty();
   bool is = true;  // asked of all, since none is ever missing: that takes less time
@@ -106,10 +101,9 @@ void giveBackLarge(std::vector<Entry>& table) {
 /// stays.
 class Strip {
  public:
-  Strip(const PixelBlock& target, Range range)
+  explicit Strip(const PixelBlock& target)
       : target_(target),
-        left_(range.left),
-        width_(range.right - range.left),
+        width_(target.width),
         columns_(width_ + 2),
         words_((columns_ + 63) / 64),
         rowBits_(rowBitsFor(columns_)),
@@ -138,11 +132,10 @@ class Strip {
     const float x1 = down ? e.x1 : e.x0, y1 = down ? e.y1 : e.y0;
     const auto only = static_cast<int>(y0) - top_;
     if (y0 >= static_cast<float>(top_) && only < rows_ && y1 <= static_cast<float>(top_ + only + 1)) {
-      const auto left = static_cast<float>(left_);
-      return cross(only, x0 - left, x1 - left, e.y1 - e.y0);
+      return cross(only, x0, x1, e.y1 - e.y0);
     }
-    const float slope = (x1 - x0) / (y1 - y0), left = static_cast<float>(left_);
-    const auto xAt = [=](float y) { return x0 + (y - y0) * slope - left; };
+    const float slope = (x1 - x0) / (y1 - y0);
+    const auto xAt = [=](float y) { return x0 + (y - y0) * slope; };
     const float begin = std::max(y0, static_cast<float>(top_)),
                 end = std::min(y1, static_cast<float>(top_ + rows_));
     float x = xAt(begin);
@@ -212,7 +205,7 @@ class Strip {
   void paintRow(int row, std::uint32_t argb) {
     float* sums = sumsOf(row);
     std::uint64_t* marks = marksOf(row);
-    std::uint32_t* pixels = target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride + left_;
+    std::uint32_t* pixels = target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride;
     float sum = 0;
     int painted = 0;
     for (int word = firstWord_; word <= lastWord_; ++word)
@@ -246,7 +239,7 @@ class Strip {
   }
 
   const PixelBlock& target_;
-  int left_, width_, columns_, words_, rowBits_, most_;
+  int width_, columns_, words_, rowBits_, most_;
   int top_ = 0, rows_ = 0;
   int firstWord_ = words_, lastWord_ = -1;  // of the marks in all rows
   std::uint32_t touched_ = 0;               // a bit for each row
@@ -259,13 +252,13 @@ static_assert(kMostRows <= 32, "a bit for each row");
 /// Paints strip by strip, in each of them layer by layer.
 class StripPainter {
  public:
-  StripPainter(const PixelBlock& target, Range range) : range_(range), strip_(target, range) {}
+  explicit StripPainter(const PixelBlock& target) : height_(target.height), strip_(target) {}
 
   void run(std::span<const Edge> edges, std::span<const Layer> layers) {
     sortIntoStrips(edges);
     const int rows = strip_.mostRows();
-    for (int top = range_.top, number = 0; top < range_.bottom; top += rows, ++number) {
-      strip_.begin(top, std::min(rows, range_.bottom - top));
+    for (int top = 0, number = 0; top < height_; top += rows, ++number) {
+      strip_.begin(top, std::min(rows, height_ - top));
       auto layer = layers.begin();
       const auto at = static_cast<std::size_t>(number);
       for (std::size_t i = starts_[at]; i < starts_[at + 1]; ++i) {
@@ -284,14 +277,14 @@ class StripPainter {
   template <class Use>
   void eachStrip(const Edge& e, Use&& use) const {
     const float low = std::min(e.y0, e.y1), high = std::max(e.y0, e.y1);
-    if (high <= static_cast<float>(range_.top) || low >= static_cast<float>(range_.bottom)) return;
-    const int first = std::max(static_cast<int>(low) - range_.top, 0) >> strip_.rowBits();
-    const int last = (std::min(static_cast<int>(high), range_.bottom - 1) - range_.top) >> strip_.rowBits();
+    if (high <= 0 || low >= static_cast<float>(height_)) return;
+    const int first = std::max(static_cast<int>(low), 0) >> strip_.rowBits();
+    const int last = std::min(static_cast<int>(high), height_ - 1) >> strip_.rowBits();
     for (int strip = first; strip <= last; ++strip) use(static_cast<std::size_t>(strip));
   }
 
   void sortIntoStrips(std::span<const Edge> edges) {
-    starts_.assign(static_cast<std::size_t>((range_.bottom - range_.top) / strip_.mostRows()) + 2, 0);
+    starts_.assign(static_cast<std::size_t>(height_ / strip_.mostRows()) + 2, 0);
     for (const Edge& e : edges) eachStrip(e, [&](std::size_t strip) { ++starts_[strip + 1]; });
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     order_.resize(starts_.back());
@@ -303,30 +296,11 @@ class StripPainter {
     starts_.push_back(static_cast<std::uint32_t>(order_.size()));
   }
 
-  Range range_;
+  int height_;
   Strip strip_;
   std::vector<std::uint32_t>& starts_ = memory().starts;
   std::vector<std::uint32_t>& order_ = memory().order;
 };
-
-Range rangeOf(const std::vector<Edge>& edges, const PixelBlock& target) {
-  // Both ends side by side: compilers make one instruction of four.
-  std::array<float, 4> low{1e9F, 1e9F, 1e9F, 1e9F}, high{-1e9F, -1e9F, -1e9F, -1e9F};
-  for (const Edge& e : edges) {
-    const std::array<float, 4> ends{e.x0, e.y0, e.x1, e.y1};
-    for (std::size_t k = 0; k < 4; ++k) {
-      low[k] = std::min(low[k], ends[k]);
-      high[k] = std::max(high[k], ends[k]);
-    }
-  }
-  const float left = std::min(low[0], low[2]), right = std::max(high[0], high[2]);
-  const float top = std::min(low[1], low[3]), bottom = std::max(high[1], high[3]);
-  const auto within = [](float v, int most) {
-    return static_cast<int>(std::clamp(std::floor(v), 0.F, static_cast<float>(most)));
-  };
-  return {within(left - 1, target.width), within(top, target.height), within(right + 1, target.width),
-          within(bottom + 1, target.height)};
-}
 
 }  // namespace
 
@@ -347,9 +321,7 @@ void PathFiller::addPolygons(std::span<const std::vector<PointF>> polygons, Colo
 }
 
 void PathFiller::paint(const PixelBlock& target) {
-  const Range range = rangeOf(edges_, target);
-  if (!edges_.empty() && range.left < range.right && range.top < range.bottom)
-    StripPainter(target, range).run(edges_, layers_);
+  if (!edges_.empty() && target.width > 0 && target.height > 0) StripPainter(target).run(edges_, layers_);
   giveBackLarge(memory().order);
   forget();
 }

@@ -12,6 +12,7 @@ namespace {
 
 constexpr float kSagitta = 0.09F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
+constexpr float kThinned = 0.05F;          // pixels that a spine may lie off points that are left out
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
 
@@ -30,15 +31,11 @@ struct Spine {
 
   void flatten(std::span<const PointF> bezier) {
     points.assign(1, bezier.front());
-    normals.clear();
-    lengths.clear();
+    strayed_ = 0;
     for (std::size_t i = 0; i + 3 < bezier.size(); i += 3) curve(&bezier[i]);
     closed = points.size() > 3 && bezier.front().x == bezier.back().x && bezier.front().y == bezier.back().y;
-    if (!closed) return;
-    points.pop_back();
-    const float x = points.front().x - points.back().x, y = points.front().y - points.back().y;
-    lengths.back() = std::max(lengthOf(x, y), kShortest);
-    normals.back() = {y / lengths.back(), -x / lengths.back()};
+    measure();
+    if (closed) points.pop_back();
   }
 
  private:
@@ -57,12 +54,37 @@ struct Spine {
   }
 
   void add(PointF next) {
-    const float x = next.x - points.back().x, y = next.y - points.back().y, length = lengthOf(x, y);
-    if (length <= kShortest) return;
-    normals.push_back({y / length, -x / length});
-    lengths.push_back(length);
-    points.push_back(next);
+    const PointF last = points.back();
+    if (lengthOf(next.x - last.x, next.y - last.y) <= kShortest) return;
+    if (points.size() > 1 && passes(points[points.size() - 2], last, next))
+      points.back() = next;
+    else
+      points.push_back(next);
   }
+
+  /// Whether the way from one point to the next but one passes so near to the point between that it is left
+  /// out; those that were left out before count.
+  bool passes(PointF from, PointF between, PointF to) {
+    const Vector in{between.x - from.x, between.y - from.y}, out{to.x - between.x, to.y - between.y};
+    const float across = std::fabs(in.x * out.y - in.y * out.x);
+    const float way = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
+    strayed_ += across / way;  // or a bit less
+    if (strayed_ < kThinned && in.x * out.x + in.y * out.y > 0) return true;
+    strayed_ = 0;
+    return false;
+  }
+
+  void measure() {
+    normals.resize(points.size() - 1);
+    lengths.resize(normals.size());
+    for (std::size_t i = 0; i < normals.size(); ++i) {
+      const float x = points[i + 1].x - points[i].x, y = points[i + 1].y - points[i].y;
+      lengths[i] = std::max(lengthOf(x, y), kShortest);
+      normals[i] = {y / lengths[i], -x / lengths[i]};
+    }
+  }
+
+  float strayed_ = 0;  // at most, of the last stretch from points that were left out
 };
 
 /// Walks along both sides of a spine. Filled by their winding the outlines cover the band: they go round each

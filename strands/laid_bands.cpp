@@ -1,0 +1,71 @@
+#include "strands/laid_bands.h"
+
+#include <algorithm>
+
+#include "strands/band_loop.h"
+#include "strands/band_outline.h"
+#include "strands/band_painter.h"
+#include "strands/seam_copies.h"
+#include "strands/strand_pick.h"
+
+namespace lorivan {
+namespace {
+
+constexpr double kLaidStray = 0.03;  // pixels that a centre line may lie off its samples
+constexpr double kThinBand = 3;      // pixels, of a coloured band
+// Samples that are left away at both ends of an upper stretch, where it may lie beside other bands, and the
+// most of its length.
+constexpr double kShorter = 1.2, kShorterPart = 0.25;
+
+bool isThin(const KnotStyle& style, const GridView& view) {
+  return style.innerWidth() * view.pixelFactor() <= kThinBand;
+}
+
+}  // namespace
+
+void drawLaidBands(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  const SeamClip clip(surface, seamOf(curve, view));
+  BandPainter painter(surface, curve, style, view);
+  const std::vector<BandLoop> loops = bandLoops(curve, view, kLaidStray);
+  std::vector<PointF> line;
+  for (const BandLoop& loop : loops) {
+    line.clear();
+    loop.appendAll(line);
+    if (loop.isRing()) line.back() = line.front();
+    painter.edge(line);
+    painter.band(loop.slot(), line);
+  }
+  const bool thin = isThin(style, view);
+  for (const BandLoop& loop : loops)
+    for (const BandLoop::Stretch& stretch : loop.upperStretches()) {
+      const auto follow = [&](double shorter) {
+        line.clear();
+        loop.appendPart(loop.placeOf(stretch.from + shorter), loop.placeOf(stretch.to - shorter), line);
+      };
+      follow(std::min(kShorter, (stretch.to - stretch.from) * kShorterPart));
+      painter.edge(line, CapStyle::flat);
+      // Of bands that run together the colours show where they lead; a thin one would lie on its own edge
+      // twice.
+      if (!thin) follow(0);
+      painter.band(loop.slot(), line, thin ? CapStyle::flat : CapStyle::round);
+    }
+}
+
+bool isFinelyWoven(const KnotCurve& curve, const KnotStyle& style, const GridView& view, bool crowded) {
+  std::size_t crossings = 0;
+  std::vector<OverRun> runs;
+  for (int slot = 1; slot < kStrandSlots; ++slot) {
+    if (!curve.used(slot)) continue;
+    overRuns(curve, slot, runs);
+    crossings += runs.size();
+  }
+  if (crossings <= kMostClippedLive) return false;
+  if (isThin(style, view)) return true;
+  if (!crowded) return false;
+  double length = 0;
+  for (int slot = 1; slot < kStrandSlots; ++slot) length += strandLength(curve, slot, view);
+  // Strands pass each crossing twice.
+  return style.outerWidth() * view.pixelFactor() * 2 * static_cast<double>(crossings) > length;
+}
+
+}  // namespace lorivan
