@@ -167,7 +167,7 @@ void eachLack(const CrossingLines& lines, const TouchLimits& limits, Lack lack) 
 double partBeside(const CrossingLines& lines, double width, float edgeShare, double least) {
   const double room = width * (1 - edgeShare);
   double part = 1;
-  eachLack(lines, {room}, [&](double distance) {
+  eachLack(lines, {.reach = room, .least = least * room}, [&](double distance) {
     if (distance >= least * room) part = std::min(part, distance / room);
   });
   return part;
@@ -225,7 +225,7 @@ double overlapOf(const CrossingLines& lines, std::optional<double> gridDistance,
   if (any && overlap > 0) return overlap;
   // Between bands beside each other one edge is enough. Only those that lack more than what is known count.
   const double room = (bands.inner + bands.outer) / 2;
-  eachLack(lines, {room, room - overlap, any},
+  eachLack(lines, {.reach = room, .most = room - overlap, .one = any},
            [&](double distance) { overlap = std::max(overlap, room - distance); });
   return overlap;
 }

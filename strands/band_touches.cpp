@@ -57,6 +57,7 @@ class TouchSearch {
         seam_(seam),
         reach_(limits.reach),
         most_(std::min(limits.most, limits.reach)),
+        least_(limits.least),
         isOneEnough_(limits.one),
         lengths_(loops.size()),
         followedAt_(loops.size()) {}
@@ -299,7 +300,7 @@ class TouchSearch {
     }
     const Vec here = a.spot(s).at, there = b.spot(t).at;
     const double least = lengthOf(there - here);
-    if (least >= most_ || isMet(numberA, a, s, here, numberB, b, t, there)) return;
+    if (least >= most_ || least < least_ || isMet(numberA, a, s, here, numberB, b, t, there)) return;
     if (wasFollowed(numberA, {a, s, s}, {b, t, t})) return;
     BandTouch touch{numberA, numberB, {a, s, s}, {b, t, t}, {b, t, t}, {a, s, s}, least};
     const double sameSense = dot(a.spot(s).along, b.spot(t).along) < 0 ? -1 : 1;
@@ -485,7 +486,7 @@ class TouchSearch {
   std::span<const std::vector<BandPassing>> passings_;
   std::span<const char> marks_;
   Seam seam_;
-  double reach_, most_;
+  double reach_, most_, least_;
   bool isOneEnough_;
   std::vector<std::vector<double>> lengths_;  // of each loop, see wayTo()
   bool isSure_ = false;  // whether other steps on the walk that failed last would have led there as well

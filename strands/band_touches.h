@@ -33,6 +33,7 @@ struct BandTouches {
 struct TouchLimits {
   double reach = 0;     // how near centre lines come to each other where bands touch
   double most = reach;  // only those that come nearer than this
+  double least = 0;     // of those that come nearer than this some may be missing
   bool one = false;     // whether a single one is enough
 };
 

@@ -351,7 +351,7 @@ TEST(BandTouches, FacesLoseNoneOfThem) {
       const auto find = [&](double most, bool one) {
         const auto crossings = findBandCrossings(loops);
         return findBandTouches(loops, crossings, bandPassings(loops.size(), crossings), {},
-                               {reach, most, one});
+                               {.reach = reach, .most = most, .one = one});
       };
       const BandTouches byFaces = find(reach, false);
       // With a ring far away from the knot the faces do not hang together: every pair is looked at.
