@@ -68,7 +68,7 @@ struct Spine {
     const Vector in{between.x - from.x, between.y - from.y}, out{to.x - between.x, to.y - between.y};
     const float across = std::fabs(in.x * out.y - in.y * out.x);
     const float way = std::max(std::fabs(to.x - from.x), std::fabs(to.y - from.y));
-    strayed_ += across / way;  // or a bit less
+    strayed_ += across / way;  // that, or a bit more
     if (strayed_ < kThinned && in.x * out.x + in.y * out.y > 0) return true;
     strayed_ = 0;
     return false;
