@@ -66,6 +66,7 @@ TEST(LaidBands, ShowWhatOutlinesShow) {
     EXPECT_TRUE(woven.isFine());
     RecordingSurface outlines(kWidth, kHeight, false);  // as in a file
     drawKnot(outlines, woven.knot.curve, woven.style, woven.view);
+    EXPECT_GT(outlines.count(DrawKind::fillPath), 0) << "nobody lays bands in files";
     const int off = pixelsOff(woven.laid(), outlines);
     EXPECT_LT(off, 40);
     for (float& height : woven.knot.curve.Z) height = -height;
@@ -79,11 +80,19 @@ TEST(LaidBands, AreForManyThinBandsOrCrowdedOnes) {
   EXPECT_FALSE(wide.isFine()) << "anybody sees how they are drawn";
   EXPECT_FALSE(wide.isFine(true)) << "they have room";
   wide.style.width = 14;
+  wide.style.edge = 6;
   EXPECT_FALSE(wide.isFine());
   EXPECT_TRUE(wide.isFine(true));
   RecordingSurface quick(kWidth, kHeight);
   drawKnot(quick, wide.knot.curve, wide.style, wide.view, true);
   EXPECT_TRUE(std::ranges::equal(quick.pixels(), wide.laid().pixels()));
+  RecordingSurface classic(kWidth, kHeight);
+  drawClassicKnot(classic, wide.knot.curve, wide.style, wide.view);
+  const auto coloured = [](const RecordingSurface& picture) {
+    return std::ranges::count_if(picture.pixels(),
+                                 [](std::uint32_t p) { return p << 8 != 0 && ~p << 8 != 0; });
+  };
+  EXPECT_GT(coloured(quick), coloured(classic)) << "black lies on black";
 }
 
 TEST(BandLoop, PartsLieOnTheLine) {
