@@ -101,7 +101,6 @@ class Outliner {
     }
     if (options_.spines) {
       band.appendAll(made.spine);
-      if (band.isRing()) made.spine.back() = made.spine.front();
     }
     if (options_.rings) made.ring = ring(band, calm, options_.outer / 2 + options_.grow, &made.folded);
     if (begin == end) {

@@ -31,7 +31,6 @@ void drawLaidBands(Surface& surface, const KnotCurve& curve, const KnotStyle& st
   for (const BandLoop& loop : loops) {
     line.clear();
     loop.appendAll(line);
-    if (loop.isRing()) line.back() = line.front();
     painter.edge(line);
     painter.band(loop.slot(), line);
   }
