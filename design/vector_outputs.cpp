@@ -22,8 +22,7 @@ struct VectorJob {
   KnotStyle style = knotStyle(job.document.fields, job.colours);
   GridView view = viewOf(job.knot, job.document.fields, style, kVectorWidth, true);
 
-  /// Of the knot as a picture, see drawnBox(), which takes a fifth of a file's time: empty where no size or
-  /// origin asks for it.
+  /// Of the knot as a picture, see drawnBox(), which takes time: empty where no size or origin asks for it.
   PictureBox box(bool classic) const {
     const bool asked = job.options.millimetres || job.options.height || job.options.cornerOrigin;
     return asked ? drawnBox(job.knot.curve, style, view, classic) : kEmptyBox;

@@ -95,7 +95,7 @@ PictureBox drawnBox(const KnotCurve& curve, const KnotStyle& style, const GridVi
   if (classic)
     drawClassicKnot(surface, curve, style, view);
   else
-    drawKnot(surface, curve, style, view);
+    drawKnotEdges(surface, curve, style, view);
   return surface.box();
 }
 

@@ -37,6 +37,15 @@ void drawEdges(Surface& surface, BandOutlines& outlines, const KnotCurve& curve,
   surface.endGroup();
 }
 
+OutlineOptions drawingWidths(const Surface& surface, const KnotStyle& style, const GridView& view) {
+  OutlineOptions options;
+  options.band = style.innerWidth() * view.pixelFactor();
+  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
+  options.rings = options.fitted = !surface.isRaster();
+  options.spines = surface.isRaster();
+  return options;
+}
+
 }  // namespace
 
 double KnotStyle::outerWidth() const { return roundHalfEven(2.0 * width); }
@@ -74,12 +83,8 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
               bool quick) {
   if (surface.isRaster() && isFinelyWoven(curve, style, view, quick))
     return drawLaidBands(surface, curve, style, view);
-  OutlineOptions options;
+  OutlineOptions options = drawingWidths(surface, style, view);
   if (quick) options.mostClipped = kMostClippedLive;
-  options.band = style.innerWidth() * view.pixelFactor();
-  options.outer = std::max(style.outerWidth() * view.pixelFactor(), options.band);
-  options.rings = options.fitted = !surface.isRaster();
-  options.spines = surface.isRaster();
   BandOutlines outlines = bandOutlines(curve, view, options);
   if (!outlines.complete)
     return surface.isRaster() ? drawLaidBands(surface, curve, style, view)
@@ -128,6 +133,14 @@ void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& 
     surface.endGroup();
   }
   surface.endGroup();
+}
+
+void drawKnotEdges(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+  OutlineOptions options = drawingWidths(surface, style, view);
+  options.uncut = true;
+  BandOutlines outlines = bandOutlines(curve, view, options);
+  const SeamClip clip(surface, seamOf(curve, view));
+  drawEdges(surface, outlines, curve, style, view);
 }
 
 void drawPictureGround(Surface& surface, const KnotGraph& graph, const GridView& view,

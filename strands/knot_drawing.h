@@ -39,6 +39,8 @@ void drawKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, 
               bool quick = false);
 /// The same in the classic way. Surfaces with pixels get rounded points (loopPoints).
 void drawClassicKnot(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
+/// The edges alone, of whole bands. They reach as far as the knot, and nothing has to be cut for them.
+void drawKnotEdges(Surface& surface, const KnotCurve& curve, const KnotStyle& style, const GridView& view);
 
 struct PictureOptions {
   Colour background = 0xFFFFFF;
