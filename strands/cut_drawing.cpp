@@ -70,7 +70,7 @@ CutStrand cutStrand(StrandOutline&& outline, const KnotStyle& style, const CutOp
   const bool whole = !options.outlines && !options.broken;
   if (whole) strand.centres = chainsAtSeam(seam, outline.centre);
   for (const BandStretch& stretch : outline.stretches) {
-    if (options.outlines)
+    if (options.outlines && !stretch.contours.empty())
       std::ranges::move(cutAtSeam(seam, stretch.contours, grow), std::back_inserter(strand.shapes));
     if (!whole && stretch.centre.size() > 3)
       std::ranges::move(chainsAtSeam(seam, stretch.centre), std::back_inserter(strand.centres));

@@ -168,7 +168,8 @@ expect 0 "" --set vtWidth=30 --lines -o wide-lines.svg
 (($(grep -c '<path' whole.svg) < $(grep -c '<path' lines.svg))) || fault "whole lines are not fewer"
 expect 0 "" "${cut[@]}" --outline --arcs -o arcs.dxf
 (($(stat -c %s arcs.dxf) < $(stat -c %s cut.dxf))) || fault "arcs save nothing"
-expect 0 "outlines are" --set vtWidth=30 --outline -o wide.svg
+expect 0 "outlines are" --shape Circular --set vtXNo=4 --set vtYNo=7 --fit --outline -o wide.svg
+grep -q ' d=""' wide.svg && fault "a path leads nowhere"
 expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 grep -q "changes nothing" err.txt && fault "a flat DXF has an origin: $(cat err.txt)"
