@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kLaidStray = 0.03;  // pixels that a centre line may lie off its samples
 constexpr double kThinBand = 3;      // pixels, of a coloured band
+constexpr double kThinWhole = 6;     // pixels, of such a band with its edges
 // Samples that are left away at both ends of an upper stretch, where it may lie beside other bands, and the
 // most of its length.
 constexpr double kShorter = 1.2, kShorterPart = 0.25;
@@ -59,12 +60,13 @@ bool isFinelyWoven(const KnotCurve& curve, const KnotStyle& style, const GridVie
     crossings += runs.size();
   }
   if (crossings <= kMostClippedLive) return false;
-  if (isThin(style, view)) return true;
+  const double whole = style.outerWidth() * view.pixelFactor();
+  if (isThin(style, view) && whole <= kThinWhole) return true;
   if (!crowded) return false;
   double length = 0;
   for (int slot = 1; slot < kStrandSlots; ++slot) length += strandLength(curve, slot, view);
   // Strands pass each crossing twice.
-  return style.outerWidth() * view.pixelFactor() * 2 * static_cast<double>(crossings) > length;
+  return whole * 2 * static_cast<double>(crossings) > length;
 }
 
 }  // namespace lorivan

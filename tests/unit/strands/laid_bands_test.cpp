@@ -80,8 +80,9 @@ TEST(LaidBands, AreForManyThinBandsOrCrowdedOnes) {
   EXPECT_FALSE(wide.isFine()) << "anybody sees how they are drawn";
   EXPECT_FALSE(wide.isFine(true)) << "they have room";
   wide.style.width = 14;
+  wide.style.edge = 13;
+  EXPECT_FALSE(wide.isFine()) << "wide edges are seen beside thin bands";
   wide.style.edge = 6;
-  EXPECT_FALSE(wide.isFine());
   EXPECT_TRUE(wide.isFine(true));
   RecordingSurface quick(kWidth, kHeight);
   drawKnot(quick, wide.knot.curve, wide.style, wide.view, true);
