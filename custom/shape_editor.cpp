@@ -102,7 +102,7 @@ ShapeEdit ShapeEditor::picShape_MouseUp(int Button, int Shift, float X, float Y)
   ShapeEdit edit;
   if (const int moved = std::exchange(movedPoint_, 0); moved != 0) {
     move(moved, end);
-    edit.outlineChanged = true;
+    edit.outlineChanged = edit.moved = true;
     return edit;
   }
   const double dx = static_cast<double>(X) - press_.x, dy = static_cast<double>(Y) - press_.y;

@@ -30,6 +30,7 @@ ShapeFrame frameOf(const CustomShape& shape);
 /// What a released button did.
 struct ShapeEdit {
   bool outlineChanged = false;  // lines or points changed: the knot, if any, is out of date
+  bool moved = false;           // a point; images that it met became one with it
   std::string refusal;          // why nothing was done, for the status line; usually empty
   std::optional<PointF> fill;   // a click with Ctrl where no point is: what lies round it is to be filled
 };

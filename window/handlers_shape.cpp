@@ -22,7 +22,7 @@ void Handlers::picShape_Mouse(const MouseEvent& event) {
   const auto edit = bench_.sheet.mouse(event);
   if (!edit) return;
   Document next = bench_.document();
-  const std::string name = shapeStep(outlineOf(next), bench_.sheet.shape());
+  const std::string name = shapeStep(outlineOf(next), bench_.sheet.shape(), edit->moved);
   if (edit->outlineChanged)
     next = withOutline(next, bench_.sheet.shape());
   else if (!(outlineOf(next) == bench_.sheet.shape()))

@@ -106,12 +106,13 @@ std::string emptyShare(const AutoGridReport& report, const std::string& advice) 
   return tr("; {1} % of the outline stayed empty: {2}", percent, advice);
 }
 
-std::string shapeStep(const CustomShape& before, const CustomShape& now) {
+std::string shapeStep(const CustomShape& before, const CustomShape& now, bool moved) {
+  if (moved) return tr("Move point");
   const ShapeCounts then = countsOf(before), left = countsOf(now);
   if (left.lines > then.lines) return tr("New line");
   if (left.points > then.points) return tr("New point");
   if (left.points < then.points) return tr("Delete point");
-  return left.lines < then.lines ? tr("Delete line") : tr("Move point");
+  return tr("Delete line");
 }
 
 std::string shapeSummary(const CustomShape& shape) {

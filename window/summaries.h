@@ -21,8 +21,8 @@ std::string knotSummary(const Knot& knot);
 std::string overlapNote(const Document& document, const Knot& knot);
 /// Points, lines and loose ends of a custom shape, and what to do next.
 std::string shapeSummary(const CustomShape& shape);
-/// What the mouse made of a custom shape: "New line", "Delete point".
-std::string shapeStep(const CustomShape& before, const CustomShape& now);
+/// What the mouse made of a custom shape: "New line", "Delete point", "Move point" where one `moved`.
+std::string shapeStep(const CustomShape& before, const CustomShape& now, bool moved);
 /// "; 34 % of the outline stayed empty: <advice>" or nothing.
 std::string emptyShare(const AutoGridReport& report, const std::string& advice);
 /// How a shape is drawn.

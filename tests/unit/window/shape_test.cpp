@@ -93,6 +93,10 @@ TEST_F(ShapeTest, TheRubberBandFollowsTheMouse) {
   EXPECT_EQ(told(), "&Undo Delete point");
   drag({200, 200}, {600, 200});
   EXPECT_EQ(told(), "&Undo Delete line");
+  pick("mnuSheetLeftRight");
+  drag({20, 20}, {440, 300});
+  drag({440, 300}, {500, 300}, 2);  // its image meets it on the axis
+  EXPECT_EQ(told(), "&Undo Move point");
 }
 
 TEST_F(ShapeTest, ImagesAreDrawnInOneStepAndCurvesFollowThePoints) {
