@@ -6,11 +6,13 @@
 namespace lorivan {
 
 void Handlers::mnuEditFitFrame_Click() {
-  const auto size = askLengths(tr("Width and height of the drawn knot in millimetres, bands included"),
-                               tr("Fit to frame"), frame_);
+  const bool outlines = bench_.saveOptions.outline;
+  const auto size =
+      askLengths(outlines ? tr("Width and height of what is cut out, in millimetres")
+                          : tr("Width and height of the drawn knot in millimetres, bands included"),
+                 tr("Fit to frame"), frame_);
   if (size)
-    adoptSize(tr("Fit to frame"),
-              fitFrame(bench_.document(), size->first, size->second, bench_.saveOptions.outline), false);
+    adoptSize(tr("Fit to frame"), fitFrame(bench_.document(), size->first, size->second, outlines), false);
 }
 
 void Handlers::mnuEditFitRing_Click() {
