@@ -180,6 +180,7 @@ KnotLine lineFrom(const std::array<std::int16_t, 8>& v) {
 
 Status DocumentReader::readLines() {
   KnotLines lines;
+  const Wrap wrap = wrapOf(made_.document);
   while (!lines_.atEnd()) {
     const std::string_view text = lines_.next();
     if (trimmed(text).empty() && lines_.onlyBlankLinesLeft()) break;
@@ -189,6 +190,8 @@ Status DocumentReader::readLines() {
     const auto values = readNumbers<8>(text, lines_.number());
     if (!values) return values.error();
     lines.push_back(lineFrom(*values));
+    if (wrap.laps(lines.back().X1, lines.back().X2) > kMostLaps)
+      return faultAt(lines_.number(), tr("leads more than {1} times round the cylinder", kMostLaps));
   }
   lines.shrink_to_fit();
   made_.document.lines = Shared(std::move(lines));

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -13,12 +12,6 @@ namespace {
 
 constexpr std::string_view kTooManyAtPoint =
     "Sorry, this knot has too many lines connected to a single point";
-constexpr int kMostLaps = 16;
-
-/// How many periods lie between both ends of a line.
-int lapsOf(const Wrap& wrap, const GridLine& line) {
-  return std::abs(wrap.turn(line.X2) - wrap.turn(line.X1));
-}
 
 /// Finds the first point with given coordinates, as a search from index 0 upwards would.
 class PointIndex {
@@ -165,7 +158,7 @@ Status collectPoints(KnotGraph& graph) {
   int count = 0;
   for (int j = 0; j <= graph.LastLine; ++j) {
     GridLine& line = graph.Lines[j];
-    if (lapsOf(graph.wrap, line) > kMostLaps)
+    if (graph.wrap.laps(line.X1, line.X2) > kMostLaps)
       return refused("a line leads more than {1} times round the cylinder", std::to_string(kMostLaps));
     GridPoint& first = graph.Points[count++];
     first.X = graph.wrap.within(line.X1);

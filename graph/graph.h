@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,8 @@ struct Wrap {
   explicit operator bool() const { return period > 0; }
   /// How many periods a place lies to the right of the first one.
   int turn(double x) const { return *this ? static_cast<int>(std::floor((x - left) / period)) : 0; }
+  /// How many periods lie between two places.
+  int laps(double x1, double x2) const { return std::abs(turn(x2) - turn(x1)); }
   /// The same place within the first period.
   std::int16_t within(std::int16_t x) const { return static_cast<std::int16_t>(x - turn(x) * period); }
   /// A distance from left to right, the short way round.
@@ -36,6 +39,8 @@ struct Wrap {
 
 /// The periods that a graph is wrapped with.
 inline constexpr int kLeastPeriod = 4, kMostPeriod = 16000;
+/// How often a line may lead round.
+inline constexpr int kMostLaps = 16;
 
 /// One grid point with its neighbours in angular order.
 struct GridPoint {

@@ -122,6 +122,8 @@ TEST(DocumentText, FaultsNameTheirLineAndReason) {
       {kHead + "0,0,40000,0,4,0,1,0\r\n", "line 3: \"40000\"" + range},
       {kHead + "0,0,9,0,4,0,1,0,5\r\n", "line 3: has more than 8 values"},
       {"20,0\r30,2,2\r" + good.substr(0, 5), "line 3: ends after 3 of 8 values"},
+      {"30,0\r\n30,3,2,5,7,10,3,5,chkWrap=1,vtRingPerc=100\r\n0,0,2000,0,4,0,1,0\r\n",
+       "line 3: leads more than 16 times round the cylinder"},
       {tooMany, "line 5003: a knot has at most 5000 lines"},
   };
   for (const auto& [text, reason] : cases) {

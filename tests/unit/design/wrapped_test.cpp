@@ -67,18 +67,15 @@ TEST(Wrap, SurvivesFilesAndGivesOneStrandInSymmetry) {
 
 TEST(Wrap, NonsenseInFilesIsNoKnotOrOneButNeverWorse) {
   const std::string text = documentText(withCheck(gridOf(Shape::SquareSquare, 3, 2), Check::Wrap, true));
-  const auto tried = [&](const std::string& from, const std::string& to) {
+  for (const char* cell : {"-5,0", "0,0", "1,0", "7,0", "32767,0"}) {
     std::string changed = text;
-    changed.replace(changed.find(from), from.size(), to);
+    changed.replace(changed.find("30,0"), 4, cell);
     const auto read = readDocument(changed, Document{});
     ASSERT_TRUE(read) << changed;
     const auto knot = std::make_unique<Knot>();
     const bool made = static_cast<bool>(makeKnot(read->document, *knot));
     EXPECT_TRUE(!made || countKnot(knot->graph, knot->strands).strands >= 0);
-  };
-  for (const char* cell : {"-5,0", "0,0", "1,0", "7,0", "32767,0"}) tried("30,0", cell);
-  for (const char* line : {"\r\n32767,-32768,-32768,32767,0,0,1,0", "\r\n-32768,0,32767,0,0,0,1,0"})
-    tried("\r\n-45", std::string(line) + "\r\n-45");
+  }
 }
 
 TEST(Wrap, FittedRingsAreOneBodyWithoutSpecks) {
