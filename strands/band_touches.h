@@ -37,8 +37,7 @@ struct TouchLimits {
   bool one = false;     // whether a single one is enough
 };
 
-/// All of them whose centre lines come nearer than `reach`. What is part of a crossing is none, nor are the
-/// legs of one bend.
+/// Those within the limits. What is part of a crossing is none, nor are the legs of one bend.
 BandTouches findBandTouches(std::span<const BandLoop> loops, std::span<const BandCrossing> crossings,
                             std::span<const std::vector<BandPassing>> passings, const Seam& seam,
                             const TouchLimits& limits);
