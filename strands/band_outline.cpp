@@ -229,7 +229,7 @@ class Outliner {
       if (line_.corners.empty() || folded != nullptr)
         contours.push_back(std::move(contour));
       else
-        std::ranges::move(simple(contour), std::back_inserter(contours));
+        std::ranges::move(simple(std::move(contour)), std::back_inserter(contours));
     }
     return contours;
   }
@@ -249,7 +249,7 @@ class Outliner {
     contour.back() = contour.front();
     if (folded != nullptr) *folded |= hasFolds;
     if (!hasFolds || folded != nullptr) return {std::move(contour)};
-    return simple(contour);
+    return simple(std::move(contour));
   }
 
   static void appendStraightTo(Vec to, BandContour& contour) {
@@ -388,7 +388,7 @@ class Outliner {
       return;
     }
     if (!isFinal) contour = around(band, begin, end, tolerance_);
-    addStretches(simple(contour), made);
+    addStretches(simple(std::move(contour)), made);
   }
 
   /// Along one side of a stretch, its end, back along the other side, and its beginning.
@@ -413,13 +413,18 @@ class Outliner {
     return contour;
   }
 
-  std::vector<BandContour> simple(const BandContour& contour) const {
-    return untangled(contour, half_ * tolerance_, kLeastHole * half_ * half_);
+  std::vector<BandContour> simple(BandContour contour) const {
+    return untangled(std::move(contour), half_ * tolerance_, kLeastHole * half_ * half_);
   }
 
   /// One stretch for each outer contour; the holes belong to the first one.
   static void addStretches(std::vector<BandContour> contours, StrandOutline& made) {
     const std::size_t before = made.stretches.size();
+    if (contours.size() == 1) {
+      if (contourArea(contours.front()) > 0)
+        made.stretches.emplace_back().contours.push_back(std::move(contours.front()));
+      return;
+    }
     const auto holes = std::stable_partition(contours.begin(), contours.end(),
                                              [](const BandContour& c) { return contourArea(c) > 0; });
     for (auto outer = contours.begin(); outer != holes; ++outer)
@@ -494,7 +499,7 @@ class Outliner {
     auto chains = clipBand(piece, half_, covers, besides, clear_, tolerance_, detail_);
     if (!chains) return false;
     std::vector<BandContour> all;
-    for (const BandContour& chain : *chains) std::ranges::move(simple(chain), std::back_inserter(all));
+    for (BandContour& chain : *chains) std::ranges::move(simple(std::move(chain)), std::back_inserter(all));
     addStretches(std::move(all), made);
     return true;
   }

@@ -68,7 +68,9 @@ void takeRing(const std::vector<PointF>& contour, Ring& ring) {
 }
 
 std::vector<PointF> contourOf(const Ring& ring) {
-  std::vector<PointF> contour{toPointF(ring.front().p[0])};
+  std::vector<PointF> contour;
+  contour.reserve(1 + 3 * ring.size());
+  contour.push_back(toPointF(ring.front().p[0]));
   for (const Piece& piece : ring)
     for (std::size_t k = 1; k < 4; ++k) contour.push_back(toPointF(piece.p[k]));
   contour.back() = contour.front();
@@ -123,6 +125,25 @@ bool isOneWay(const Piece& first, const Piece& last) {
   return true;
 }
 
+/// Whether pieces that begin, or end, at one corner lie on either side of a line that halves it.
+bool partAtCorner(const Piece& before, const Piece& after) {
+  const Vec corner = after.p[0];
+  const Vec aside = unit(after.p[3] - corner) - unit(before.p[0] - corner);
+  const auto leads = [&](Vec p) { return dot(p - corner, aside); };
+  return leads(before.p[0]) < 0 && leads(before.p[1]) < 0 && leads(before.p[2]) < 0 &&
+         leads(after.p[1]) > 0 && leads(after.p[2]) > 0 && leads(after.p[3]) > 0;
+}
+
+/// Whether pieces whose boxes meet surely meet nowhere but where one goes on as the other.
+bool keepApart(const Ring& ring, std::size_t i, std::size_t j) {
+  const Piece &one = ring[i], &two = ring[j];
+  if (j <= i + 1 && isOneWay(one, two)) return true;
+  if (i == j) return false;
+  if (j == i + 1 && partAtCorner(one, two)) return true;
+  if (i == 0 && j + 1 == ring.size() && partAtCorner(two, one)) return true;
+  return areApart(one, two) || areApart(two, one);
+}
+
 /// The first one, by the pieces' numbers.
 std::optional<Meeting> findMeeting(const Ring& ring) {
   // Boxes in single precision side by side, a little too large: nearly all pairs are told apart by them.
@@ -140,8 +161,7 @@ std::optional<Meeting> findMeeting(const Ring& ring) {
       const Reach& two = reaches[j];
       if ((one.left > two.right) | (two.left > one.right) | (one.top > two.bottom) | (two.top > one.bottom))
         continue;
-      if (!ring[i].isNear(ring[j]) || (j <= i + 1 && isOneWay(ring[i], ring[j]))) continue;
-      if (i != j && (areApart(ring[i], ring[j]) || areApart(ring[j], ring[i]))) continue;
+      if (!ring[i].isNear(ring[j]) || keepApart(ring, i, j)) continue;
       if (const auto found = meetingOf(ring, i, j)) return found;
     }
   }
@@ -195,10 +215,16 @@ bool crossesItself(const std::vector<PointF>& contour) {
   return findMeeting(ring).has_value();
 }
 
-std::vector<std::vector<PointF>> untangled(const std::vector<PointF>& contour, double least,
-                                           double leastHole) {
-  std::vector<Ring> open(1), simple;
-  takeRing(contour, open.front());
+std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least, double leastHole) {
+  thread_local Ring whole;
+  takeRing(contour, whole);
+  if (!whole.empty() && !findMeeting(whole)) {
+    if (contour.size() != 1 + 3 * whole.size()) contour = contourOf(whole);
+    std::vector<std::vector<PointF>> one;
+    one.push_back(std::move(contour));
+    return one;
+  }
+  std::vector<Ring> open{whole}, simple;
   for (int meetings = 0; !open.empty();) {
     const Ring ring = std::move(open.back());
     open.pop_back();

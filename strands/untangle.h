@@ -14,7 +14,6 @@ bool crossesItself(const std::vector<PointF>& contour);
 /// that run in the same sense as the whole, beside one another and each larger than `least` in area, and at
 /// least the largest of them; and within them the loops in the other sense that are larger than `leastHole`.
 /// Smaller ones are folds. Segments shorter than a thousandth of a pixel go.
-std::vector<std::vector<PointF>> untangled(const std::vector<PointF>& contour, double least,
-                                           double leastHole);
+std::vector<std::vector<PointF>> untangled(std::vector<PointF> contour, double least, double leastHole);
 
 }  // namespace lorivan
