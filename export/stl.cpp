@@ -1,5 +1,7 @@
 // Stereolithography, as text or binary: every polygon as triangles with their outward normals.
+#include <array>
 #include <cmath>
+#include <vector>
 
 #include "base/bytes.h"
 #include "export/read_back.h"
@@ -59,40 +61,66 @@ void writeTriangle(TextOut& out, const MeshPoint& a, const MeshPoint& b, const M
 constexpr std::string_view kBinaryHead = "Binary STL, a knot produced by Lorivan";
 constexpr std::size_t kFileHeadSize = 80, kFacetSize = 50;
 
-/// The same float as the quotient by 1000, which no number of thousandths brings so close to the middle
-/// between two floats that the product's error could decide.
-char* putBinaryVertex(char* at, const MeshPoint& p) {
-  const auto number = [](std::int32_t thousandths) {
-    return static_cast<float>(static_cast<double>(thousandths) * 0.001);
-  };
-  return putFloat(putFloat(putFloat(at, number(p.x)), number(p.y)), number(p.z));
+/// A corner of facets: exact for their normals, and as the file says it. That is the same float as the
+/// quotient by 1000, which no number of thousandths brings so close to the middle between two floats that the
+/// product's error could decide.
+struct FacetCorner {
+  FacetCorner() = default;
+  explicit FacetCorner(const MeshPoint& p)
+      : x(p.x), y(p.y), z(p.z), written{number(x), number(y), number(z)} {}
+  static float number(double thousandths) { return static_cast<float>(thousandths * 0.001); }
+
+  double x = 0, y = 0, z = 0;
+  std::array<float, 3> written{};
+};
+
+char* putCorner(char* at, const FacetCorner& p) {
+  return putFloat(putFloat(putFloat(at, p.written[0]), p.written[1]), p.written[2]);
 }
 
-void writeFacet(TextOut& out, const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const FacetNormal n = normalOf(a, b, c);
+void writeFacet(TextOut& out, const FacetCorner& a, const FacetCorner& b, const FacetCorner& c) {
+  const double ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
+  const double vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
+  const double nx = uy * vz - uz * vy, ny = uz * vx - ux * vz, nz = ux * vy - uy * vx;
+  const double length = std::sqrt(nx * nx + ny * ny + nz * nz);
+  const double unit = length > 0 ? 1 / length : 0;
   char* at = out.room(kFacetSize);
-  at = putFloat(putFloat(putFloat(at, static_cast<float>(n.x)), static_cast<float>(n.y)),
-                static_cast<float>(n.z));
-  out.take(putLittle16(putBinaryVertex(putBinaryVertex(putBinaryVertex(at, a), b), c), 0));
+  for (const double n : {nx, ny, nz}) at = putFloat(at, static_cast<float>(n * unit));
+  out.take(putLittle16(putCorner(putCorner(putCorner(at, a), b), c), 0));
 }
 
-/// Passes every triangle's corners to `use`.
-template <class Use>
+/// Passes every triangle's corners to `use`, each made once for the faces between two rings.
+template <class Corner, class Use>
 void eachMeshTriangle(const TubeMesh& mesh, const ExportScene& scene, const TextOut& out, Use&& use) {
-  const auto& points = mesh.points();
-  for (const TubeMesh::Strand& strand : mesh.strands())
+  for (const TubeMesh::Strand& strand : mesh.strands()) {
+    const std::size_t sides = mesh.pointCount(strand) / strand.ringCount;
+    std::vector<Corner> near(sides), far(sides);
+    const auto firstOf = [&](std::size_t ring) {
+      return mesh.firstPoint(strand) + static_cast<std::uint32_t>(ring % strand.ringCount * sides);
+    };
+    const auto takeRing = [&](std::size_t ring, std::vector<Corner>& corners) {
+      const MeshPoint* const points = &mesh.points()[firstOf(ring)];
+      for (std::size_t side = 0; side < sides; ++side) corners[side] = Corner(points[side]);
+    };
+    takeRing(0, far);
     for (std::size_t ring = 0; ring < strand.ringCount && out.ok(); ++ring) {
+      near.swap(far);
+      takeRing(ring + 1, far);
+      const std::uint32_t nearFirst = firstOf(ring), farFirst = firstOf(ring + 1);
       mesh.eachFace(strand, ring, [&](const TubeMesh::Face& face) {
+        const std::array at{&near[face.corner[0] - nearFirst], &near[face.corner[1] - nearFirst],
+                            &far[face.corner[2] - farFirst], &far[face.corner[3] - farFirst]};
         const auto corners = polygonCorners(face.cut);
         for (std::size_t i = 2; i < corners.size(); ++i)
-          use(points[face.corner[corners[0]]], points[face.corner[corners[i - 1]]],
-              points[face.corner[corners[i]]]);
+          use(*at[corners[0]], *at[corners[i - 1]], *at[corners[i]]);
       });
       out.reached(scene.progress, strand.firstRing + ring, mesh.ringCount());
     }
+  }
 }
 
-/// A file of so many triangles, which each(use) passes on. A text's first line is the place for a remark.
+/// A file of so many triangles, which each(out, use) passes on, in corners of a kind that facets take. A
+/// text's first line is the place for a remark.
 template <class Each>
 Status writeTriangles(const ExportScene& scene, std::size_t triangles, Sink& sink, Each&& each) {
   TextOut out(sink);
@@ -101,12 +129,14 @@ Status writeTriangles(const ExportScene& scene, std::size_t triangles, Sink& sin
     head.resize(kFileHeadSize, ' ');
     appendLittle32(head, static_cast<std::uint32_t>(triangles));
     out.text(head);
-    each(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeFacet(out, a, b, c); });
+    each.template operator()<FacetCorner>(out, [&](const FacetCorner& a, const FacetCorner& b,
+                                                   const FacetCorner& c) { writeFacet(out, a, b, c); });
   } else {
     out.text(scene.remark.empty() ? "solid" : "solid ");
     out.line(scene.remark);
-    each(out,
-         [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) { writeTriangle(out, a, b, c); });
+    each.template operator()<MeshPoint>(out, [&](const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
+      writeTriangle(out, a, b, c);
+    });
     out.line("endsolid");
   }
   return out.finish();
@@ -116,8 +146,9 @@ Status writeTubes(const ExportScene& scene, Sink& sink) {
   const Result<TubeMesh> mesh = sceneMesh(scene);
   if (!mesh) return mesh.error();
   const Status written =
-      writeTriangles(scene, mesh->triangleCount(), sink,
-                     [&](const TextOut& out, auto&& use) { eachMeshTriangle(*mesh, scene, out, use); });
+      writeTriangles(scene, mesh->triangleCount(), sink, [&]<class Corner>(const TextOut& out, auto&& use) {
+        eachMeshTriangle<Corner>(*mesh, scene, out, use);
+      });
   if (!written) return written;
   return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(),
                       [&] { return factsOf(*mesh); });
@@ -129,12 +160,13 @@ Status writeParts(const ExportScene& scene, Sink& sink) {
   if (!parts) return parts.error();
   FileFacts facts = factsOf(*parts);
   facts.points = facts.places = 0;
-  const Status written = writeTriangles(scene, facts.triangles, sink, [&](const TextOut&, auto&& use) {
-    for (const MeshPart& part : *parts)
-      eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-        use(part.points[a], part.points[b], part.points[c]);
+  const Status written =
+      writeTriangles(scene, facts.triangles, sink, [&]<class Corner>(const TextOut&, auto&& use) {
+        for (const MeshPart& part : *parts)
+          eachTriangle(part, [&](std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+            use(Corner(part.points[a]), Corner(part.points[b]), Corner(part.points[c]));
+          });
       });
-  });
   if (!written) return written;
   return checkWritten(sink, scene.binary ? binaryStlReader() : textStlReader(), [&] { return facts; });
 }
