@@ -130,10 +130,11 @@ class TouchSearch {
     const BandLoop& loop = loops_[a.loop];
     const double size = loop.size(), on = loop.wrapped(b.begin - a.end), back = loop.wrapped(a.begin - b.end);
     const double from = on < back ? a.end : b.end;
+    const double most = kOneBend * reach_, last = std::min({on, back, size});
     double way = 0;
-    for (int i = 0; i < std::min(std::min(on, back), size); ++i)
+    for (int i = 0; i < last && way < most; ++i)
       way += lengthOf(loop.point(static_cast<int>(from) + i + 1) - loop.point(static_cast<int>(from) + i));
-    return way < kOneBend * reach_;
+    return way < most;
   }
   double between(const Arc& a, const Arc& b) const {
     BandLoop other = loops_[b.loop];
@@ -213,7 +214,7 @@ class TouchSearch {
     const Way &a = ways_[i], &b = ways_[k];
     if (i >= copies_ && k >= copies_) return;
     const double most = most_ + a.bulge + b.bulge;
-    if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(a, b);
+    if (!areBeside(a, b, most) && !areBeside(b, a, most) && !spread(a, b)) compare(i, k);
   }
 
   /// Whether both ends of a way lie too far on one side of another one's line.
@@ -260,22 +261,26 @@ class TouchSearch {
   }
 
   /// Follows every pair of places that are nearer to each other than those beside them.
-  void compare(const Way& a, const Way& b) {
+  void compare(std::size_t first, std::size_t second) {
+    const Way &a = ways_[first], &b = ways_[second];
     const BandLoop one = placed(a), two = placed(b);
     std::vector<Place>&p = places_[0], &q = places_[1];
-    takePlaces(a, one, p);
+    // Pairs of one way follow one another.
+    if (std::exchange(placesOf_, first) != first) takePlaces(a, one, p);
     takePlaces(b, two, q);
-    squares_.clear();
+    const std::size_t rows = p.size(), columns = q.size();
+    squares_.resize(rows * columns);
+    double* next = squares_.data();
     for (const Place& place : p)
-      for (const Place& other : q) squares_.push_back(dot(other.at - place.at, other.at - place.at));
-    const auto square = [&](std::size_t i, std::size_t k) { return squares_[i * q.size() + k]; };
+      for (const Place& other : q) *next++ = dot(other.at - place.at, other.at - place.at);
     const double most = most_ * most_ + 0.5 * reach_ * reach_;
-    for (std::size_t i = 0; i < p.size(); ++i)
-      for (std::size_t k = 0; k < q.size(); ++k) {
-        const double here = square(i, k);
-        if (here > most || (i > 0 && square(i - 1, k) < here) ||
-            (i + 1 < p.size() && square(i + 1, k) < here) || (k > 0 && square(i, k - 1) < here) ||
-            (k + 1 < q.size() && square(i, k + 1) < here))
+    const double* square = squares_.data();
+    for (std::size_t i = 0; i < rows; ++i)
+      for (std::size_t k = 0; k < columns; ++k, ++square) {
+        const double here = *square;
+        if (here > most || (i > 0 && *(square - columns) < here) ||
+            (i + 1 < rows && square[columns] < here) || (k > 0 && *(square - 1) < here) ||
+            (k + 1 < columns && square[1] < here))
           continue;
         const Vec apart = p[i].at - q[k].at;
         if (leadsOn(p, i, apart) || leadsOn(q, k, apart * -1)) continue;
@@ -342,15 +347,16 @@ class TouchSearch {
     const double far = lengthOf(apart);
     if (far >= kMet * reach_) return false;
     if (far < kOnto * reach_ || passings_.empty()) return true;
-    const auto isNear = [this](int loop, double a, double b) {
-      const double lap = loops_[loop].size(), way = std::fabs(a - b),
-                   rest = way - lap * std::floor(way / lap);
-      return std::min(rest, lap - rest) < kMetPlaces;
+    const auto isNear = [](double lap, double a, double b) {
+      const double way = std::fabs(a - b);
+      return std::min(way, lap - way) < kMetPlaces;
     };
+    const double lap = loops_[one].size(), lapToo = loops_[two].size();
+    const double here = loops_[one].wrapped(s), there = loops_[two].wrapped(t);
     return std::ranges::any_of(passings_[one], [&](const BandPassing& p) {
       const BandCrossing& c = crossings_[p.crossing];
-      if ((p.isOver ? c.under : c.over) != two || !isNear(one, p.place, s)) return false;
-      return isNear(two, p.isOver ? c.underAt : c.overAt, t);
+      if (!isNear(lap, p.place, here) || (p.isOver ? c.under : c.over) != two) return false;
+      return isNear(lapToo, p.isOver ? c.underAt : c.overAt, there);
     });
   }
 
@@ -496,8 +502,9 @@ class TouchSearch {
   std::size_t copies_ = 0;                // the number of the first one beside the seam
   std::vector<std::array<Arc, 4>> arcs_;  // of each crossing, to crossings of larger numbers
   BoxCells cells_;
-  std::vector<Place> places_[2];  // of the ways that are compared
-  std::vector<double> squares_;   // of the distances between them
+  std::vector<Place> places_[2];                                    // of the ways that are compared
+  std::size_t placesOf_ = std::numeric_limits<std::size_t>::max();  // the first of them
+  std::vector<double> squares_;                                     // of the distances between them
   int joints_ = 0;
   BandTouches found_;
 };
