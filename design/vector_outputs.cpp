@@ -82,15 +82,9 @@ Result<CutDrawing> makeCut(const VectorJob& vector) {
   options.kerf = wanted.kerf.value_or(0);
   options.millimetres = *millimetres;
   options.width = wanted.millimetres;
+  options.height = wanted.height;
   if (isWiderThanKnot(options.kerf, vector, *millimetres))
     return wrongUsage("the cut is wider than the whole knot: it has to be narrower, or the knot larger");
-  if (wanted.outline && wanted.height) {
-    CutOptions plain = options;
-    plain.width.reset();
-    const PictureBox box = cutDrawing(vector.job.knot.curve, vector.style, vector.view, plain).box;
-    const double across = box.right - box.left;
-    options.width = *wantedScale(wanted, across, box.bottom - box.top) * across;
-  }
   CutDrawing cut = cutDrawing(vector.job.knot.curve, vector.style, vector.view, options);
   if (!cut.complete)
     return refused("the strands cross in more than {1} places: such a tangle cannot be cut",

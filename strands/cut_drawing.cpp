@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <string>
 
 #include "strands/cap_joiner.h"
@@ -97,6 +98,16 @@ CutDrawing drawingOf(const KnotCurve& curve, const KnotStyle& style, const GridV
   return drawing;
 }
 
+/// Width of the view's whole picture, millimetres, when what lies in the box is as large as it is wanted, and
+/// `more` than that.
+double pictureWidth(const PictureBox& box, const CutOptions& options, const GridView& view, double more) {
+  const double across = box.right - box.left, down = box.bottom - box.top;
+  double scale = std::numeric_limits<double>::infinity();
+  if (options.width && across > 0) scale = (*options.width + more) / across;
+  if (options.height && down > 0) scale = std::min(scale, (*options.height + more) / down);
+  return std::isinf(scale) ? options.millimetres : scale * view.width;
+}
+
 /// The drawing with bands of a part of their width. Without strands where most crossings have no room, unless
 /// it is `wanted` all the same: then with whole bands where the cut takes more than twice as much as a band.
 CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const GridView& view,
@@ -104,11 +115,10 @@ CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const Gri
   OutlineOptions widths = outlineOptions(style, view);
   widths.band *= part;
   widths.outer *= part;
+  const bool isSized = options.width || options.height;
   double millimetres = options.millimetres;
-  if (options.width) {
-    const PictureBox cut = drawingOf(curve, style, view, options, widths).box;
-    if (cut.right > cut.left) millimetres = *options.width * view.width / (cut.right - cut.left);
-  }
+  if (isSized)
+    millimetres = pictureWidth(drawingOf(curve, style, view, options, widths).box, options, view, 0);
   const double units = view.width / millimetres;  // in a millimetre
   const double least = std::min(kLeastRoom * units, kLeastRoomShare * widths.band);
   widths.grow = options.kerf / 2 * units;
@@ -117,10 +127,10 @@ CutDrawing cutNarrowed(const KnotCurve& curve, const KnotStyle& style, const Gri
   widths.unlessCrowded = !wanted;
   widths.uncut = wanted && widths.grow > widths.outer;
   CutDrawing drawing = drawingOf(curve, style, view, options, widths);
-  // Grown outlines are fitted anew: the width is measured once more.
-  if (options.width && drawing.box.right > drawing.box.left)
-    millimetres = (*options.width + options.kerf) * view.width / (drawing.box.right - drawing.box.left);
-  drawing.millimetres = millimetres;
+  // Grown outlines are fitted anew: they are measured once more.
+  drawing.millimetres = isSized && drawing.box.right > drawing.box.left
+                            ? pictureWidth(drawing.box, options, view, options.kerf)
+                            : millimetres;
   drawing.bandWidth = widths.band / units;
   drawing.narrowed = part;
   drawing.apart = drawing.apart && lieApart(contoursOf(drawing), least / 4);

@@ -9,11 +9,12 @@
 namespace lorivan {
 
 struct CutOptions {
-  bool outlines = true;              // else the centre lines alone
-  bool broken = true;                // centre lines alone: they end where a strand passes under another
-  double kerf = 0;                   // width of a cut in millimetres: outlines lie half of it further out
-  double millimetres = 0;            // width of the view's whole picture
-  std::optional<double> width = {};  // or, of outlines: that of what is cut out, millimetres
+  bool outlines = true;    // else the centre lines alone
+  bool broken = true;      // centre lines alone: they end where a strand passes under another
+  double kerf = 0;         // width of a cut in millimetres: outlines lie half of it further out
+  double millimetres = 0;  // width of the view's whole picture
+  // Or, of outlines: millimetres that what is cut out has across, or down; both: at most.
+  std::optional<double> width = {}, height = {};
 };
 
 /// One piece to be cut out: its contour, or an outer one and a hole.

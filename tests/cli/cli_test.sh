@@ -158,6 +158,8 @@ grep -q 'viewBox="0 0 80.2 ' cut.svg || fault "the page is not the knot's: $(gre
 [[ $(grep -c '<path' cut.svg) == $(grep -c LWPOLYLINE cut.dxf) ]] || fault "SVG and DXF hold other lines"
 grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more than outlines"
 grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
+expect 0 "" --set vtXNo=4 --set vtYNo=3 --fit --height 50 --outline --kerf 1 --origin corner -o high.svg
+grep -q 'height="51mm"' high.svg || fault "a kerf takes from the height: $(grep '<svg' high.svg)"
 expect 0 "" "${cut[@]}" --outline --kerf 0 -o none.dxf
 expect 0 "" "${cut[@]}" --outline -o plain.dxf
 cmp -s none.dxf plain.dxf || fault "a kerf of 0 is none"
