@@ -242,7 +242,8 @@ std::string fittedNote(const FittedSize& fitted) {
 
 Result<TwoLengths> parseLengths(const std::string& text) {
   const auto cross = lowerCase(text).find('x');
-  const Error wrong = wrongUsage("two lengths in millimetres are written like 200x120, not \"{1}\"", text);
+  const Error wrong =
+      wrongUsage("two lengths from 0.01 to 100000 millimetres are written like 200x120, not \"{1}\"", text);
   if (cross == std::string::npos) return wrong;
   const auto first = parseTyped(text.substr(0, cross)), second = parseTyped(text.substr(cross + 1));
   const auto fits = [](const auto& length) {

@@ -39,7 +39,7 @@ TEST_F(LanguageTest, ReachesFormStatusStepsAndErrors) {
   w->userDrops(file);
   EXPECT_EQ(w->status(), file + " konnte nicht geladen werden: Zeile 2: hat weniger als drei Werte");
   pickInput("mnuEditFitFrame", "breit");
-  EXPECT_TRUE(statusStarts("Zwei Längen in Millimetern")) << w->status();
+  EXPECT_TRUE(statusStarts("Zwei Längen von 0.01 bis 100000 Millimetern")) << w->status();
   for (const auto& [words, sentence] : {std::pair{"über", "Über"},
                                         {"ähnlich wie", "Ähnlich wie"},
                                         {"k.qzd, Zeile 2", "k.qzd, Zeile 2"},
