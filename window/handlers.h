@@ -2,6 +2,7 @@
 // applies a function to it and shows what came of it; none calls another.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -13,6 +14,7 @@ namespace lorivan {
 struct ExportFormat;
 struct FittedOutline;
 struct OutputJob;
+using NoteTeller = std::function<void(const std::string&)>;
 
 class Handlers {
  public:
@@ -169,9 +171,10 @@ class Handlers {
   std::string knotName() const;
   bool saveAs(const std::string& proposed = {});
   void remember(const std::string& path);
-  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves);
+  Result<std::string> pictureFile(const std::string& extension, bool solid, bool curves, std::string& note);
   Result<std::string> shownPicture(const std::string& extension, bool solid);
-  Result<std::string> knotOutput(std::string_view extension, bool bare = false);
+  Result<std::string> knotOutput(std::string_view extension, bool bare = false,
+                                 const NoteTeller& tellNote = {});
   Result<std::string> movingPicture(const OutputJob& job, const std::string& path);
   OutputJob outputJob(const StrandColours& colours) const;
   void tellSaved(const std::string& path, const std::string& more = {});

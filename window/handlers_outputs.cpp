@@ -7,6 +7,7 @@
 #include "design/vector_outputs.h"
 #include "window/handlers.h"
 #include "window/save_options.h"
+#include "window/summaries.h"
 
 namespace lorivan {
 namespace {
@@ -46,17 +47,24 @@ void Handlers::mnuFileSaveBMP_Click() {
   const bool curves = !solid && (sheet || bench_.knotDrawn());
   const std::string path =
       bench_.files.NewFname(solid ? tr("3D-Knot BMP") : tr("2D-Knot BMP"), "bmp", pictureFilters(curves));
-  if (path.empty()) return;
+  const ActionQueue::Working working(bench_.actions);
+  // The dialog is to go from the screen before the work begins: outlines of fine grids take seconds.
+  if (path.empty() || !bench_.window.processEvents()) return;
   // The mark is for choosing only.
   if (sheet) bench_.variations.setPlain(true);
-  const auto bytes = pictureFile(extensionOf(path), solid, curves);
+  std::string note;
+  bench_.window.setBusy(true);
+  const auto bytes = pictureFile(extensionOf(path), solid, curves, note);
+  bench_.window.setBusy(false);
   if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
     bench_.status(tr("Could not save {1}: {2}", path, bytes.error().message));
     return;
   }
   const Status written = writeFile(path, *bytes);
-  written ? tellSaved(path) : bench_.status(written.error().message);
+  if (!written) return bench_.status(written.error().message);
+  tellSaved(path);
+  bench_.status(bench_.statusText() + note);
 }
 
 /// Options that were chosen once are easily forgotten.
@@ -66,8 +74,10 @@ void Handlers::tellSaved(const std::string& path, const std::string& more) {
                         : tr("Saved as {1}{2}", path, more));
 }
 
-/// The shown picture as a file of this kind; a name without an extension means a bitmap.
-Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves) {
+/// The shown picture as a file of this kind; a name without an extension means a bitmap. `note` becomes what
+/// its maker must know of it, "; " before each.
+Result<std::string> Handlers::pictureFile(const std::string& extension, bool solid, bool curves,
+                                          std::string& note) {
   if (bench_.picture() == Picture::variations) {
     if (extension == "svg") return bench_.variations.svg();
     if (extension.empty() || extension == "bmp" || extension == "png") return shownPicture(extension, false);
@@ -80,7 +90,10 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
     return wrongUsage("a picture is saved as {1}, not as {2}",
                       curves ? tr("bmp, png, svg, pdf or emf") : tr("bmp or png"), extension);
   const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
-  return drawing || anew ? knotOutput(format->extension) : shownPicture(extension, solid);
+  if (!drawing && !anew) return shownPicture(extension, solid);
+  // Bands without room look otherwise than in the window.
+  if (drawing && !asksForCut(bench_.saveOptions)) note = overlapNote(bench_.document(), bench_.knot());
+  return knotOutput(format->extension, false, [&note](const std::string& text) { note += "; " + text; });
 }
 
 /// What is in front: the whole picture without marks, or the model as it is shown.
@@ -104,10 +117,11 @@ OutputJob Handlers::outputJob(const StrandColours& colours) const {
 }
 
 /// The drawn knot in a format of the format table.
-Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare) {
+Result<std::string> Handlers::knotOutput(std::string_view extension, bool bare, const NoteTeller& tellNote) {
   const StrandColours colours = strandColours(bench_.document().fields.boxes);
   OutputJob job = outputJob(colours);
   const Document withoutGrid = withCheck(job.document, Check::ShowGrid, false);
+  job.note = tellNote;
   const OutputJob bareJob{job.platform, withoutGrid, job.knot, colours, job.options};
   MemorySink sink;
   const Status made = makeOutput(*findFormat(extension, DxfKind::faces), bare ? bareJob : job, sink);

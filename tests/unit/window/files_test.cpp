@@ -162,8 +162,9 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   pick("mnuFileSaveOptions");
   const std::string cut = savePicture("cut.svg"), body = save("body.3mf");
   EXPECT_NE(w->status().find(" piece"), std::string::npos) << w->status();
-  bench().saveOptions.kerf.reset();
-  EXPECT_NE(savePicture("uncut.svg"), cut);
+  bench().saveOptions.kerf = 9;
+  EXPECT_NE(savePicture("wide.svg"), cut);
+  EXPECT_NE(w->status().find("; the kerf is wider than the room"), std::string::npos) << w->status();
   bench().saveOptions.solid = false;
   EXPECT_NE(save("tubes.3mf").size(), body.size());
   lines[1].text = "30";
