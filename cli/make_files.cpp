@@ -212,6 +212,7 @@ int FileMaker::makeKnotOf(const Member& member, KnotMaker& maker, Report& report
   options = line_.output;
   if (const int status = maker.make(member, document, options); status != kDone) return status;
   if (const Status made = makeKnot(document, knot); !made) return report.fail(made.error());
+  if (const std::string lost = lostStrands(knot); !lost.empty()) report.note(lost);
   if (!line_.fitRadius) return kDone;
   auto fitted = withFittedRadius(document, knot, *line_.fitRadius, options.millimetres);
   if (!fitted) return report.fail(fitted.error());

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <utility>
 
+#include "base/texts.h"
+
 namespace lorivan {
 namespace {
 
@@ -102,6 +104,12 @@ Status makeKnot(const Document& document, Knot& knot) {
   sampleStrands(knot.strands, document.fields.whole(Param::Smooth),
                 samplesPerPoint(document.fields.number(Param::Scale)), knot.curve);
   return {};
+}
+
+std::string lostStrands(const Knot& knot) {
+  if (knot.strands.lost == 0) return {};
+  return trn("{n} more strand is not drawn: there is room for {1}",
+             "{n} more strands are not drawn: there is room for {1}", knot.strands.lost, kMostStrands);
 }
 
 bool strandsRunTogether(const Document& document) {

@@ -74,6 +74,9 @@ KnotStages& workingStages();
 /// All stages at once. Errors are the program's messages.
 Status makeKnot(const Document& document, Knot& knot);
 
+/// "6 more strands are not drawn: there is room for 39", or nothing.
+std::string lostStrands(const Knot& knot);
+
 /// Whether the strands of a grid made from a shape will run together: strands side by side, seldom further
 /// apart than 0.6 of a line's length, are wider than that.
 bool strandsRunTogether(const Document& document);

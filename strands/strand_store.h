@@ -29,6 +29,7 @@ struct StrandStore {
   Wrap wrap;                                             // of the graph that the strands run through
   std::array<std::int32_t, kStrandSlots> turns{};        // periods that a strand goes to the right in one lap
   std::array<std::int32_t, kStrandSlots> ThreadCount{};  // points of each slot; 0: the slot is empty
+  int lost = 0;                                          // strands whose slot a later one took
 
   StrandPoint& point(int slot, int number) {
     return ThreadPoints[static_cast<std::size_t>(slot) * kStrandPoints + static_cast<std::size_t>(number)];

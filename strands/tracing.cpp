@@ -287,10 +287,11 @@ class SlotCounter {
   int next() {
     if (started_ < kMostStrands) {
       slot_ = slot_ >= kStrandSlots - 1 ? 1 : slot_ + 1;
-      ++started_;
     }
+    ++started_;
     return slot_;
   }
+  int lost() const { return std::max(0, started_ - kMostStrands); }
 
  private:
   int slot_;
@@ -311,6 +312,7 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
   if (graph.KnotError) return impossibleKnot(kKnotErrorText);
   store.ThreadCount.fill(0);
   store.turns.fill(0);
+  store.lost = 0;
   store.wrap = graph.wrap;
   SlotCounter slots(settings.startColour);
   Walk walk(graph, settings, store, watcher);
@@ -328,6 +330,7 @@ Result<TraceEnd> traceStrands(KnotGraph& graph, const TraceSettings& settings, S
       }
     }
   }
+  store.lost = slots.lost();
   return TraceEnd::complete;
 }
 

@@ -92,7 +92,7 @@ Result<std::string> Handlers::pictureFile(const std::string& extension, bool sol
   const bool anew = (bench_.saveOptions.width || bench_.saveOptions.transparent) && (curves || solid);
   if (!drawing && !anew) return shownPicture(extension, solid);
   // Bands without room look otherwise than in the window.
-  if (drawing && !asksForCut(bench_.saveOptions)) note = overlapNote(bench_.document(), bench_.knot());
+  if (drawing && !asksForCut(bench_.saveOptions)) note = knotNotes(bench_.document(), bench_.knot());
   return knotOutput(format->extension, false, [&note](const std::string& text) { note += "; " + text; });
 }
 

@@ -59,6 +59,24 @@ int regionsOf(const CustomShape& shape) {
   return lines - static_cast<int>(ends.size()) + static_cast<int>(leaders.size());
 }
 
+/// "; the bands run together by 3 pixels: ..." or nothing.
+std::string overlapNote(const Document& document, const Knot& knot) {
+  const double overlap = bandOverlap(document, knot);
+  if (overlap <= 0) return {};
+  const std::string pixels = roundedUp(overlap, 10);
+  switch (moreRoom(document, knot)) {
+    case MoreRoom::fewerCells:
+      return tr("; the bands run together by {1} pixels: fewer cells make room", pixels);
+    case MoreRoom::smallerWidth:
+      return tr("; the bands run together by {1} pixels: a smaller Width makes room", pixels);
+    case MoreRoom::fitBands:
+      return tr("; the bands run together by {1} pixels: Fit bands makes room", pixels);
+    case MoreRoom::otherCurves:
+      return tr("; the bands run together by {1} pixels: another Swish or Smooth may make room", pixels);
+  }
+  return {};
+}
+
 }  // namespace
 
 std::string countedStrands(long long n) { return trn("{n} strand", "{n} strands", n); }
@@ -83,21 +101,9 @@ std::string knotSummary(const Knot& knot) {
   return tr("{1}, {2}", countedStrands(counts.strands), countedCrossings(counts.crossings));
 }
 
-std::string overlapNote(const Document& document, const Knot& knot) {
-  const double overlap = bandOverlap(document, knot);
-  if (overlap <= 0) return {};
-  const std::string pixels = roundedUp(overlap, 10);
-  switch (moreRoom(document, knot)) {
-    case MoreRoom::fewerCells:
-      return tr("; the bands run together by {1} pixels: fewer cells make room", pixels);
-    case MoreRoom::smallerWidth:
-      return tr("; the bands run together by {1} pixels: a smaller Width makes room", pixels);
-    case MoreRoom::fitBands:
-      return tr("; the bands run together by {1} pixels: Fit bands makes room", pixels);
-    case MoreRoom::otherCurves:
-      return tr("; the bands run together by {1} pixels: another Swish or Smooth may make room", pixels);
-  }
-  return {};
+std::string knotNotes(const Document& document, const Knot& knot) {
+  const std::string lost = lostStrands(knot);
+  return (lost.empty() ? lost : "; " + lost) + overlapNote(document, knot);
 }
 
 std::string emptyShare(const AutoGridReport& report, const std::string& advice) {

@@ -17,8 +17,8 @@ std::string countedStrands(long long n);
 std::string gridSummary(const Document& document);
 /// "3 strands, 12 crossings"
 std::string knotSummary(const Knot& knot);
-/// "; the bands run together by 3 pixels: ..." or nothing.
-std::string overlapNote(const Document& document, const Knot& knot);
+/// "; 6 more strands are not drawn: ...; the bands run together by 3 pixels: ..." or nothing.
+std::string knotNotes(const Document& document, const Knot& knot);
 /// Points, lines and loose ends of a custom shape, and what to do next.
 std::string shapeSummary(const CustomShape& shape);
 /// What the mouse made of a custom shape: "New line", "Delete point", "Move point" where one `moved`.

@@ -196,7 +196,7 @@ std::string Workbench::summary() const {
   if (!document().lines) return shapeSummary(sheet.shape());
   if (!drawn_) return gridSummary(document());
   const std::string knot = knotSummary(stages_.knot());
-  const std::string note = overlapNote(document(), stages_.knot());
+  const std::string note = knotNotes(document(), stages_.knot());
   if (picture_ == Picture::flat) return knot + note;
   const std::string model = trn("{1}, {n} polygon", "{1}, {n} polygons", solid.model().QuadCount, knot);
   return (modelCurrent() ? model : tr("{1}; press Create 3D to show the changed 3D values", model)) + note;
