@@ -21,6 +21,8 @@ namespace {
 constexpr double kLeastStretch = 0.1, kMostStretch = 10;
 constexpr int kMostCells = 20;
 constexpr int kHalvings = 26;
+constexpr int kCutRounds = 4;
+constexpr double kCutExact = 1e-5;     // of the ratio
 constexpr double kCellWeight = 0.3;    // a wrong number of cells beside cells that are not square
 constexpr double kTubeShare = 0.22;    // tube radius to cell
 constexpr double kHeightShare = 1.25;  // height of a crossing to tube radius: tubes touch after smoothing
@@ -64,19 +66,41 @@ std::optional<double> roughRatio(const Document& document) {
          (view.pixelX(box.right) - view.pixelX(box.left) + beside);
 }
 
-/// Of what files hold, or, with a width in millimetres, of what is cut out so wide: the bands without their
-/// edges.
-std::optional<double> drawnRatio(const Document& document, std::optional<double> cutWidth) {
+/// Calls `box` with what is needed to draw a document's knot, for the ratio of the box that it returns.
+template <class Box>
+std::optional<double> ratioOf(const Document& document, Box box) {
   const auto knot = std::make_unique<Knot>();
   if (!document.lines || !makeKnot(document, *knot)) return std::nullopt;
   const KnotStyle style = knotStyle(document.fields, {});
-  const GridView view = viewOf(*knot, document.fields, style, kReferenceWidth, true);
-  CutOptions options;
-  options.width = cutWidth;
-  const PictureBox box = cutWidth ? cutDrawing(knot->curve, style, view, options).box
-                                  : drawnBox(knot->curve, style, view, document.fields.check(Check::Classic));
-  if (box.right <= box.left) return std::nullopt;
-  return (box.bottom - box.top) / (box.right - box.left);
+  const PictureBox drawn =
+      box(knot->curve, style, viewOf(*knot, document.fields, style, kReferenceWidth, true));
+  if (drawn.right <= drawn.left) return std::nullopt;
+  return (drawn.bottom - drawn.top) / (drawn.right - drawn.left);
+}
+
+/// Of what files hold.
+std::optional<double> drawnRatio(const Document& document) {
+  return ratioOf(document, [&](const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+    return drawnBox(curve, style, view, document.fields.check(Check::Classic));
+  });
+}
+
+/// Of the bands without their edges, as long as nothing is cut.
+std::optional<double> coloursRatio(const Document& document) {
+  return ratioOf(document, [](const KnotCurve& curve, KnotStyle style, const GridView& view) {
+    style.width = static_cast<float>(style.innerWidth() / 2);
+    style.edge = 0;
+    return drawnBox(curve, style, view, false);
+  });
+}
+
+/// Of what is cut out so many millimetres wide.
+std::optional<double> cutRatio(const Document& document, double width) {
+  return ratioOf(document, [width](const KnotCurve& curve, const KnotStyle& style, const GridView& view) {
+    CutOptions options;
+    options.width = width;
+    return cutDrawing(curve, style, view, options).box;
+  });
 }
 
 /// What matters of a model that is bent round the y axis, model units.
@@ -144,6 +168,20 @@ std::optional<Document> withRatio(Document document, const Measure& measure, dou
   return document;
 }
 
+/// The same for what is cut out. Cutting takes long, and leaves nearly the ratio of what is not cut yet.
+std::optional<Document> withCutRatio(Document document, double width, double ratio) {
+  double goal = ratio;
+  for (int round = 0; round < kCutRounds; ++round) {
+    auto made = withRatio(document, coloursRatio, goal);
+    const auto reached = made ? cutRatio(*made, width) : std::nullopt;
+    if (!reached) return std::nullopt;
+    document = *std::move(made);
+    if (std::abs(*reached - ratio) < kCutExact * ratio) break;
+    goal *= ratio / *reached;
+  }
+  return document;
+}
+
 /// The largest scale that the picture has room for.
 Document withRoom(const Document& document) {
   Document next = withNumber(document, Param::Scale, 99);
@@ -190,13 +228,14 @@ Document withRingCells(const Document& document, double inner, double height, do
 
 Result<FittedSize> fitFrame(const Document& document, double width, double height, bool outlines) {
   const double ratio = height / width;
-  const std::optional<double> cutWidth = outlines ? std::optional(width) : std::nullopt;
-  const auto measure = [&](const Document& d) { return drawnRatio(d, cutWidth); };
+  const auto stretched = [&](const Document& d) {
+    return outlines ? withCutRatio(withRoom(d), width, ratio) : withRatio(withRoom(d), drawnRatio, ratio);
+  };
   const Document start = fitBands(withCells(withRoom(document), roughRatio, ratio, 1), sharesOf(document));
   // Bands follow the stretch, and the size follows the bands: twice settles both.
-  auto made = withRatio(withRoom(start), measure, ratio);
-  if (made) made = withRatio(fitAgain(*made), measure, ratio);
-  const auto reached = made ? measure(*made) : std::nullopt;
+  auto made = stretched(start);
+  if (made) made = stretched(fitAgain(*made));
+  const auto reached = !made ? std::nullopt : outlines ? cutRatio(*made, width) : drawnRatio(*made);
   if (!reached || std::abs(*reached * width - height) > kMostSizeError) return noSuchSize();
   return FittedSize{*made, width, std::abs(*reached * width - height)};
 }
