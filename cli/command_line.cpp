@@ -356,7 +356,7 @@ Status Parser::takeWidth() {
   std::string text;
   if (const Status got = value(text); !got) return got;
   const auto width = parseInteger(text, 1, INT32_MAX);
-  if (!width) return wrongUsage("--width takes a number of pixels, not \"" + text + "\"");
+  if (!width) return wrongUsage("--width takes a whole number of pixels from 1 up, not \"" + text + "\"");
   line_.output.width = static_cast<int>(*width);
   return {};
 }
