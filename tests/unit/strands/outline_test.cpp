@@ -243,6 +243,9 @@ TEST(BandOutlines, BandsBesideWallsAreAsTheDistancesSay) {
     const Drawn drawn(static_cast<Shape>(n % 12), 3 + n % 2, 3, 2 + n % 5, 0.45 + 0.05 * (n % 3), seed);
     EXPECT_EQ(wrongPixels(drawn), 0) << seed;
   }
+  // Bands that touch where a piece of a line begins, and those that come near right beside their crossing.
+  EXPECT_EQ(wrongPixels(Drawn(Shape::Hexagonal, 5, 4, 2, 0.5, 5)), 0);
+  EXPECT_EQ(wrongPixels(Drawn(Shape::Circular, 5, 4, 2, 0.7, 5)), 0);
 }
 
 TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
@@ -261,6 +264,11 @@ TEST(BandOutlines, ContoursThatCrossThemselvesAreTakenApart) {
   EXPECT_NEAR(contourArea(ring[0]), 100, 1);
   EXPECT_NEAR(contourArea(ring[1]), -36, 1);
   EXPECT_EQ(untangled(polygon(round), 2, 40).size(), 1U) << "a fold";
+  // A side that leads back over the one before it.
+  BandContour bend{{0, 0}, {3, 0}, {7, 0}, {10, 0}, {10, 10}, {-30, -30}, {10, 10}, {7, 7}, {3, 3}, {0, 0}};
+  EXPECT_TRUE(crossesItself(bend));
+  std::ranges::reverse(bend);
+  EXPECT_TRUE(crossesItself(bend));
 }
 
 /// Whether a pixel's colour is found in the other picture no further than a pixel away.
