@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 #include <locale>
 #include <ranges>
 
@@ -73,13 +75,25 @@ TEST(Writers, TextsAreExact) {
   }
 }
 
-TEST(Writers, StlNormalsAlongAnAxisAreWhole) {
+TEST(Writers, StlNormalsAreWholeAlongAnAxisAndTheSameInBinary) {
   SampleKnot knot = smallTube();
   for (const std::size_t corner : {3U, 4U, 5U}) {
     knot.model.vertices[corner] = knot.model.vertices[corner - 3];
     knot.model.vertices[corner].y = 2.9F;
   }
-  EXPECT_NE(written(writeStl, knot.scene()).find("facet normal -1.000 0.000 0.000"), std::string::npos);
+  ExportScene scene = knot.scene();
+  const std::string text = written(writeStl, scene);
+  EXPECT_NE(text.find("facet normal -1.000 0.000 0.000"), std::string::npos);
+  scene.binary = true;
+  std::string facets = written(writeStl, scene).substr(84);
+  for (const std::string_view line : linesOf(text)) {
+    if (!line.starts_with("facet")) continue;
+    std::array<float, 3> normal{};
+    std::memcpy(normal.data(), facets.data(), sizeof normal);
+    for (std::size_t axis = 0; axis < 3; ++axis)
+      EXPECT_NEAR(normal[axis], numbersOf(line.substr(6)).at(axis), 0.001);
+    facets.erase(0, 50);
+  }
 }
 
 auto writers() {
