@@ -36,6 +36,13 @@ TEST_F(FilesTest, ThePictureThatIsShownIsSaved) {
   EXPECT_EQ(bitmapWidth(save("heights.bmp")), 1000);
   EXPECT_EQ(save("missing/heights.bmp"), "");
   EXPECT_TRUE(statusStarts("Cannot write"));
+  std::string many = "20,0\r\n30,2,2,12,7,10,3,5";
+  for (int x = 0; x < 900; x += 20)
+    many += "\r\n" + std::to_string(x) + ",0," + std::to_string(x + 10) + ",0,0,0,1,0";
+  platform.dialogs.answerSave(SaveAnswer::discard);
+  w->userDrops(folder.write("many.qzd", many));
+  click("cmd2D");
+  EXPECT_NE(w->status().find("; 6 more strands are not drawn"), std::string::npos) << w->status();
 }
 
 TEST_F(FilesTest, TheMetafileHoldsTheKnotAndTellsWhenItCannotBeMade) {
@@ -167,11 +174,18 @@ TEST_F(ExportTest, SavingOptionsReachWhatIsSavedAndFilesOpenAsTheirKnot) {
   EXPECT_NE(w->status().find("; the kerf is wider than the room"), std::string::npos) << w->status();
   bench().saveOptions.solid = false;
   EXPECT_NE(save("tubes.3mf").size(), body.size());
+  const auto tellsOverlap = [&] { return w->status().find("; the bands run together") != std::string::npos; };
+  enter(Param::Width, "30");
+  savePicture("cut.svg");
+  EXPECT_FALSE(tellsOverlap()) << "outlines keep apart";
   lines[1].text = "30";
   EXPECT_EQ(saveOptionsDialog({}).check(lines)->place, 1U) << "bodies have a width";
   bench().saveOptions = {};
-  EXPECT_NE(savePicture("plain.svg"), svg);
+  EXPECT_NE(savePicture("knot.svg").find("background"), std::string::npos);
+  EXPECT_TRUE(tellsOverlap() && !w->busy()) << w->status();
+  bench().saveOptions.transparent = true;
   savePicture("knot.png");
+  EXPECT_FALSE(tellsOverlap()) << "it looks as in the window";
   const Document before = document();
   for (const char* name : {"knot.svg", "knot.png"}) {
     enter(Param::Width, "9");

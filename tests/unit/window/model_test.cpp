@@ -283,6 +283,12 @@ TEST_F(ModelTest, SizesThatWereAskedForAreProposedAgain) {
       pickInput(command, size);
       EXPECT_EQ(lastAsked().initial == sizes[0], size != sizes[0]) << command << ' ' << lastAsked().initial;
     }
+  pickInput("mnuEditFitFrame", "150 x 90");
+  const std::string stretch = text(Param::Skew);
+  bench().saveOptions.outline = true;
+  pickInput("mnuEditFitFrame", "150 x 90");
+  EXPECT_NE(lastAsked().text.find("what is cut out"), std::string::npos);
+  EXPECT_NE(text(Param::Skew), stretch);
 }
 
 }  // namespace
