@@ -160,6 +160,8 @@ grep -qE 'id="(grid|background)"' cut.svg && fault "an outline file shows more t
 grep -aq '/MediaBox \[ 0 0 227.338' cut.pdf || fault "the PDF page is not 80.2 mm wide"
 expect 0 "" --set vtXNo=4 --set vtYNo=3 --fit --height 50 --outline --kerf 1 --origin corner -o high.svg
 grep -q 'height="51mm"' high.svg || fault "a kerf takes from the height: $(grep '<svg' high.svg)"
+expect 0 "the kerf is wider" --set vtXNo=4 --set vtYNo=3 --fit --mm 40 --height 50 --outline --kerf 1 --origin corner -o low.svg
+grep -q 'width="41mm"' low.svg || fault "a height that is not reached takes from the width: $(grep '<svg' low.svg)"
 expect 0 "" "${cut[@]}" --outline --kerf 0 -o none.dxf
 expect 0 "" "${cut[@]}" --outline -o plain.dxf
 cmp -s none.dxf plain.dxf || fault "a kerf of 0 is none"
@@ -270,6 +272,8 @@ bad.jpg|it is no BMP, PNG or JPEG picture
 bad.gif|no knot, drawing or picture that can be read: line 1
 CASES
 [[ ! -e never.svg ]] || fault "an output was written for a bad input"
+{ printf '%s' "$head" && printf '%d,0,%d,0,0,0,1,0\r\n' $(seq 10 10 900); } >many.qzd
+expect 0 "6 more strands are not drawn" many.qzd -o many.svg
 
 printf '20,0\r\n30,2,2\r\n' >star.qzd
 for ((i = 0; i < 14; ++i)); do printf '0,0,%d,50,0,25,1,0\r\n' "$((i * 5))" >>star.qzd; done
