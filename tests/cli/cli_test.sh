@@ -177,7 +177,8 @@ grep -q ' d=""' wide.svg && fault "a path leads nowhere"
 expect 0 "the kerf is wider" --mm 80 --outline --kerf 20 -o kerf.dxf
 expect 0 "" --set chkDXF2D=1 --origin corner --mm 80 -o corner.dxf
 grep -q "changes nothing" err.txt && fault "a flat DXF has an origin: $(cat err.txt)"
-expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf
+expect 0 "--origin changes nothing in: dxf" --origin corner -o faces.dxf -o page.svg
+grep -q 'viewBox="0 0 132' page.svg && fault "the corner is the picture's and not the knot's"
 for words in "--outline --lines" "--mm 0" "--kerf 0.2" "--arcs" "--outline --animate" "--origin middle" \
   "--material silver" "--outline --mm 5 --kerf 5" "--outline --set vtXNo=19 --set vtYNo=1 --kerf 20"; do
   # shellcheck disable=SC2086
