@@ -264,7 +264,8 @@ Result<FittedSize> fitRing(const Document& document, double inner, double height
   if (!sizes || sizes->innerRadius <= 0) return noSuchSize();
   const double unit = inner / (2 * sizes->innerRadius), error = std::abs(unit * sizes->height - height);
   if (error > kMostSizeError) return noSuchSize();
-  return FittedSize{fitBands(*made, sharesOf(document)), unit * sizes->width, error};
+  return FittedSize{fitBands(*made, sharesOf(document)), unit * sizes->width, error,
+                    !canWrap(made->fields.shape)};
 }
 
 std::string fittedNote(const FittedSize& fitted) {
@@ -274,9 +275,11 @@ std::string fittedNote(const FittedSize& fitted) {
                               : shortestText(static_cast<float>(roundHalfEven(fitted.error * 1000) / 1000));
   const std::string &across = fields.text(Param::XNo), &down = fields.text(Param::YNo),
                     &stretch = fields.text(Param::Skew);
-  return isWrapped(fields)
-             ? tr("{1} x {2} cells, stretch {3}, wrapped; the error is {4} mm", across, down, stretch, off)
-             : tr("{1} x {2} cells, stretch {3}; the error is {4} mm", across, down, stretch, off);
+  const std::string note =
+      isWrapped(fields)
+          ? tr("{1} x {2} cells, stretch {3}, wrapped; the error is {4} mm", across, down, stretch, off)
+          : tr("{1} x {2} cells, stretch {3}; the error is {4} mm", across, down, stretch, off);
+  return fitted.bent ? note + tr("; Square-Square is woven all round a ring") : note;
 }
 
 Result<TwoLengths> parseLengths(const std::string& text) {

@@ -8,8 +8,9 @@ namespace lorivan {
 
 struct FittedSize {
   Document document;
-  double width = 0;  // that files are to be given, millimetres: of the drawn knot, or of the model
-  double error = 0;  // of the other size, millimetres
+  double width = 0;   // that files are to be given, millimetres: of the drawn knot, or of the model
+  double error = 0;   // of the other size, millimetres
+  bool bent = false;  // into a ring, from a shape that has no seam to close there
 };
 
 inline constexpr double kMostSizeError = 0.1;  // millimetres
@@ -26,7 +27,7 @@ Result<FittedSize> fitFrame(const Document& document, double width, double heigh
 /// then interlaced all round. Strands just run into each other at the crossings.
 Result<FittedSize> fitRing(const Document& document, double inner, double height);
 
-/// "6 x 4 cells, stretch 1.08" and how large the error is.
+/// "6 x 4 cells, stretch 1.08" and how large the error is; and what makes better rings.
 std::string fittedNote(const FittedSize& fitted);
 
 /// "200 x 120": two lengths in millimetres. The error tells what is wrong.

@@ -43,6 +43,8 @@ TEST(FitSize, RingsFitTheirFingersAndWrists) {
     EXPECT_NEAR(high, height, 0.1);
   }
   EXPECT_FALSE(fitRing(gridOf(Shape::SquareSquare, 4, 2), 10, 900));
+  EXPECT_TRUE(
+      fittedNote(*fitRing(gridOf(Shape::Circular, 4, 2), 18.2, 6)).ends_with("woven all round a ring"));
 }
 
 TEST(FitSize, FramesHaveTheirWidthAndHeightWithTheBands) {
