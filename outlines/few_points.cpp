@@ -240,7 +240,7 @@ class Thinning {
   Spot settledOn(double axis, int end, double tolerance) const {
     const auto line = before_[index(end)] < 0 ? lineThrough(end, after_[index(end)])
                                               : lineThrough(before_[index(end)], end);
-    if (!line || std::fabs(line->along.x) < 0.02 * length(line->along)) return at(end);
+    if (!line || std::fabs(line->along.x) <= 0.02 * length(line->along)) return at(end);
     const Spot meet = line->through + ((axis - line->through.x) / line->along.x) * line->along;
     return {axis, at(end).y + std::clamp(meet.y - at(end).y, -tolerance, tolerance)};
   }
@@ -251,7 +251,8 @@ class Thinning {
     const auto in = lineThrough(a, i), out = lineThrough(i, b);
     if (!in || !out) return at(i);
     const double across = cross(in->along, out->along);
-    if (std::fabs(across) < 0.02 * length(in->along) * length(out->along)) return at(i);
+    // Also where two points are one, so that a line has no direction.
+    if (std::fabs(across) <= 0.02 * length(in->along) * length(out->along)) return at(i);
     const Spot meet = in->through + (cross(out->through - in->through, out->along) / across) * in->along;
     const Spot move = meet - at(i);
     return at(i) + std::min(1.0, tolerance / std::max(length(move), 1e-12)) * move;
