@@ -15,19 +15,24 @@ constexpr std::size_t kTriangleRoom = 96 + 12 * kMostDigits;
 
 struct FacetNormal {
   double x = 0, y = 0, z = 0;
+  double length() const { return std::sqrt(x * x + y * y + z * z); }
 };
+
+/// At right angles to a triangle, twice its area long.
+template <class Corner>
+FacetNormal across(const Corner& a, const Corner& b, const Corner& c) {
+  const auto span = [](auto from, auto to) { return static_cast<double>(to) - static_cast<double>(from); };
+  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
+  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
+  return {uy * vz - uz * vy, uz * vx - ux * vz, ux * vy - uy * vx};
+}
 
 /// Of unit length; zero for a triangle without area.
 FacetNormal normalOf(const MeshPoint& a, const MeshPoint& b, const MeshPoint& c) {
-  const auto span = [](std::int32_t from, std::int32_t to) {
-    return static_cast<double>(to) - static_cast<double>(from);
-  };
-  const double ux = span(a.x, b.x), uy = span(a.y, b.y), uz = span(a.z, b.z);
-  const double vx = span(a.x, c.x), vy = span(a.y, c.y), vz = span(a.z, c.z);
-  const double nx = uy * vz - uz * vy, ny = uz * vx - ux * vz, nz = ux * vy - uy * vx;
-  const double length = std::sqrt(nx * nx + ny * ny + nz * nz);
+  const FacetNormal n = across(a, b, c);
+  const double length = n.length();
   if (length == 0) return {};
-  return {nx / length, ny / length, nz / length};
+  return {n.x / length, n.y / length, n.z / length};
 }
 
 /// In thousandths. Divided before: a normal along an axis is then 1.000 and not 0.999.
@@ -79,13 +84,10 @@ char* putCorner(char* at, const FacetCorner& p) {
 }
 
 void writeFacet(TextOut& out, const FacetCorner& a, const FacetCorner& b, const FacetCorner& c) {
-  const double ux = b.x - a.x, uy = b.y - a.y, uz = b.z - a.z;
-  const double vx = c.x - a.x, vy = c.y - a.y, vz = c.z - a.z;
-  const double nx = uy * vz - uz * vy, ny = uz * vx - ux * vz, nz = ux * vy - uy * vx;
-  const double length = std::sqrt(nx * nx + ny * ny + nz * nz);
-  const double unit = length > 0 ? 1 / length : 0;
+  const FacetNormal normal = across(a, b, c);
+  const double length = normal.length(), unit = length > 0 ? 1 / length : 0;
   char* at = out.room(kFacetSize);
-  for (const double n : {nx, ny, nz}) at = putFloat(at, static_cast<float>(n * unit));
+  for (const double n : {normal.x, normal.y, normal.z}) at = putFloat(at, static_cast<float>(n * unit));
   out.take(putLittle16(putCorner(putCorner(putCorner(at, a), b), c), 0));
 }
 

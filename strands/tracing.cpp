@@ -285,9 +285,7 @@ class SlotCounter {
     if (slot_ < 0) slot_ = 0;
   }
   int next() {
-    if (started_ < kMostStrands) {
-      slot_ = slot_ >= kStrandSlots - 1 ? 1 : slot_ + 1;
-    }
+    if (started_ < kMostStrands) slot_ = slot_ >= kStrandSlots - 1 ? 1 : slot_ + 1;
     ++started_;
     return slot_;
   }
