@@ -21,6 +21,14 @@ void BandPainter::band(int slot, std::span<const PointF> line, CapStyle caps) {
   stroke(line, inner(), style_.bandColour(slot), caps);
 }
 
+void BandPainter::edgedBand(int slot, std::span<const PointF> line, CapStyle caps) {
+  const float beside = (outer() - inner()) / 2;
+  if (!seam_ && beside > 0)
+    return surface_.edgedCurve({line, inner(), style_.bandColour(slot), caps}, beside);
+  edge(line, caps);  // of all copies before the bands of any
+  band(slot, line, caps);
+}
+
 /// The curve is laid through all points and cut off, so that the beginning keeps its place while it grows.
 void BandPainter::strandStart(int slot, int count) {
   takePoints(slot);

@@ -24,6 +24,8 @@ class BandPainter {
   void edge(std::span<const PointF> line, CapStyle caps = CapStyle::round);
   /// The coloured one along such a line.
   void band(int slot, std::span<const PointF> line, CapStyle caps = CapStyle::round);
+  /// Both along such a line.
+  void edgedBand(int slot, std::span<const PointF> line, CapStyle caps = CapStyle::round);
   /// The beginning of a strand: the same curve as far as its point number `count`.
   void strandStart(int slot, int count);
   /// Both bands of a stretch that lies over others.

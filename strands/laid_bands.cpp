@@ -32,8 +32,7 @@ void drawLaidBands(Surface& surface, const KnotCurve& curve, const KnotStyle& st
   for (const BandLoop& loop : loops) {
     line.clear();
     loop.appendAll(line);
-    painter.edge(line);
-    painter.band(loop.slot(), line);
+    painter.edgedBand(loop.slot(), line);
   }
   const bool thin = isThin(style, view);
   for (const BandLoop& loop : loops)
@@ -43,11 +42,13 @@ void drawLaidBands(Surface& surface, const KnotCurve& curve, const KnotStyle& st
         loop.appendPart(loop.placeOf(stretch.from + shorter), loop.placeOf(stretch.to - shorter), line);
       };
       follow(std::min(kShorter, (stretch.to - stretch.from) * kShorterPart));
+      if (thin) {
+        painter.edgedBand(loop.slot(), line, CapStyle::flat);
+        continue;
+      }
       painter.edge(line, CapStyle::flat);
-      // Of bands that run together the colours show where they lead; a thin one would lie on its own edge
-      // twice.
-      if (!thin) follow(0);
-      painter.band(loop.slot(), line, thin ? CapStyle::flat : CapStyle::round);
+      follow(0);  // of bands that run together the colours show where they lead
+      painter.band(loop.slot(), line);
     }
 }
 

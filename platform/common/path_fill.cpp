@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/common/line_piece.h"
+
 namespace lorivan {
 namespace {
 
@@ -78,6 +80,14 @@ std::uint32_t mix(std::uint32_t under, std::uint32_t over, std::uint32_t share) 
   return even | odd;
 }
 
+/// An opaque colour on opaque black, of which the pixel takes the share `edge` first.
+std::uint32_t mixEdged(std::uint32_t under, std::uint32_t over, std::uint32_t edge, std::uint32_t share) {
+  const std::uint32_t rest = ((256 - edge) * (256 - share) + 128) >> 8, mask = 0xFF00FF;
+  const std::uint32_t even = ((under & mask) * rest + (over & mask) * share + 0x800080) >> 8 & mask;
+  const std::uint32_t green = (over >> 8 & 0xFF) * share, alpha = 0xFF0000 * (256 - rest);
+  return even | (((under >> 8 & mask) * rest + green + alpha + 0x800080) & ~mask);
+}
+
 /// What is kept from call to call. `sums` and `marks` hold zeros between calls.
 struct Memory {
   std::vector<float> sums;
@@ -98,13 +108,13 @@ void giveBackLarge(std::vector<Entry>& table) {
 
 /// The rows of a strip. It sums up, pixel by pixel, how an edge changes the covered share of all that lies to
 /// its right (the way of font renderers). Pixels that an edge passes are marked; between them the share
-/// stays.
+/// stays. Of lines it keeps how near each pixel lies to them instead, and those within reach are marked.
 class Strip {
  public:
   explicit Strip(const PixelBlock& target)
       : target_(target),
         width_(target.width),
-        columns_(width_ + 2),
+        columns_(width_ + 2 + LinePiece::kBehind),
         words_((columns_ + 63) / 64),
         rowBits_(rowBitsFor(columns_)),
         most_(1 << rowBits_) {
@@ -148,8 +158,31 @@ class Strip {
     }
   }
 
-  void paint(std::uint32_t argb) {
-    for (; touched_ != 0; touched_ &= touched_ - 1) paintRow(std::countr_zero(touched_), argb);
+  /// The part of a line's piece within the strip, row by row.
+  void add(const LinePiece& piece) {
+    const int first = std::max(static_cast<int>(piece.top()), top_);
+    const int last = std::min(static_cast<int>(piece.bottom()), top_ + rows_ - 1);
+    for (int row = first; row <= last; ++row) {
+      const float y = static_cast<float>(row) + 0.5F, most = static_cast<float>(width_);
+      const auto [left, right] = piece.spanAt(y);
+      const int begin = static_cast<int>(std::clamp(left, 0.F, most));
+      const int end = static_cast<int>(std::clamp(right, 0.F, most));
+      if (begin >= end) continue;
+      mark(row - top_, begin, end - 1);
+      float* nearness = sumsOf(row - top_);
+      piece.keepNearest(nearness, begin, end, y);
+      if (end + LinePiece::kBehind > width_) std::fill_n(nearness + width_, LinePiece::kBehind, 0.F);
+    }
+  }
+
+  void paint(const Layer& layer) {
+    for (; touched_ != 0; touched_ &= touched_ - 1) {
+      const int row = std::countr_zero(touched_);
+      if (layer.reach > 0)
+        paintLineRow(row, layer);
+      else
+        paintRow(row, layer.argb);
+    }
     firstWord_ = words_;
     lastWord_ = -1;
   }
@@ -202,21 +235,41 @@ class Strip {
     for (int i = first; i <= last; ++i) marks[i >> 6] |= std::uint64_t{1} << (i & 63);
   }
 
-  void paintRow(int row, std::uint32_t argb) {
+  /// Calls use(i, sum) for each pixel that is marked, and takes both from it.
+  template <class Use>
+  void takeMarked(int row, Use use) {
     float* sums = sumsOf(row);
     std::uint64_t* marks = marksOf(row);
-    std::uint32_t* pixels = target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride;
-    float sum = 0;
-    int painted = 0;
-    for (int word = firstWord_; word <= lastWord_; ++word)
+    for (int word = firstWord_, last = lastWord_; word <= last; ++word)
       for (std::uint64_t rest = std::exchange(marks[word], 0); rest != 0; rest &= rest - 1) {
         const int i = word * 64 + std::countr_zero(rest);
-        if (painted < i) paintRun(pixels, painted, std::min(i, width_), sum, argb);
-        sum += std::exchange(sums[i], 0.F);
-        // Shares of none and of all are mixed as well: which it is cannot be foretold.
-        if (i < width_) pixels[i] = mix(pixels[i], argb, shareOf(sum));
-        painted = i + 1;
+        use(i, std::exchange(sums[i], 0.F));
       }
+  }
+
+  void paintRow(int row, std::uint32_t argb) {
+    std::uint32_t* pixels = pixelsOf(row);
+    const int width = width_;
+    float sum = 0;
+    int painted = 0;
+    takeMarked(row, [&](int i, float change) {
+      if (painted < i) paintRun(pixels, painted, std::min(i, width), sum, argb);
+      sum += change;
+      // Shares of none and of all are mixed as well: which it is cannot be foretold.
+      if (i < width) pixels[i] = mix(pixels[i], argb, shareOf(sum));
+      painted = i + 1;
+    });
+  }
+
+  void paintLineRow(int row, const Layer& layer) {
+    const float half = layer.line.half, outer = layer.line.outer, reach = layer.reach;
+    std::uint32_t* pixels = pixelsOf(row);
+    takeMarked(row, [&](int i, float nearness) {
+      const float distance = std::sqrt(reach * reach - nearness);
+      const float edge = std::min(reach - distance, 2 * outer);  // a hair line covers less than half a pixel
+      const float band = std::min(std::max(half + 0.5F - distance, 0.F), 2 * half);
+      pixels[i] = mixEdged(pixels[i], layer.argb, shareOf(edge), shareOf(band));
+    });
   }
 
   static std::uint32_t shareOf(float covered) {
@@ -231,6 +284,9 @@ class Strip {
       for (int i = from; i < end; ++i) pixels[i] = mix(pixels[i], argb, share);
   }
 
+  std::uint32_t* pixelsOf(int row) {
+    return target_.pixels + static_cast<std::ptrdiff_t>(top_ + row) * target_.stride;
+  }
   float* sumsOf(int row) {
     return &sums_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_)];
   }
@@ -255,43 +311,60 @@ class StripPainter {
   explicit StripPainter(const PixelBlock& target) : height_(target.height), strip_(target) {}
 
   void run(std::span<const Edge> edges, std::span<const Layer> layers) {
-    sortIntoStrips(edges);
+    sortIntoStrips(edges, layers);
     const int rows = strip_.mostRows();
     for (int top = 0, number = 0; top < height_; top += rows, ++number) {
       strip_.begin(top, std::min(rows, height_ - top));
       auto layer = layers.begin();
-      const auto at = static_cast<std::size_t>(number);
-      for (std::size_t i = starts_[at]; i < starts_[at + 1]; ++i) {
-        const std::size_t edge = order_[i];
-        if (edge >= layer->end) {
-          strip_.paint(layer->argb);
-          while (edge >= layer->end) ++layer;
-        }
-        strip_.add(edges[edge]);
+      const std::uint32_t* next = order_.data() + starts_[static_cast<std::size_t>(number)];
+      const std::uint32_t* last = order_.data() + starts_[static_cast<std::size_t>(number) + 1];
+      while (next != last) {
+        while (*next >= layer->end) ++layer;
+        const std::uint32_t* begin = next;
+        while (next != last && *next < layer->end) ++next;
+        addLayer(edges, {begin, next}, *layer);
+        strip_.paint(*layer);
       }
-      strip_.paint(layer->argb);
     }
   }
 
  private:
+  void addLayer(std::span<const Edge> edges, std::span<const std::uint32_t> numbers, const Layer& layer) {
+    if (layer.reach == 0) {
+      for (const std::uint32_t at : numbers) strip_.add(edges[at]);
+      return;
+    }
+    for (const std::uint32_t at : numbers) {
+      const Edge& e = edges[at];
+      const bool flat = layer.line.flat;
+      strip_.add(LinePiece({e.x0, e.y0}, {e.x1, e.y1}, layer.reach,
+                           {flat && at == layer.begin, flat && at + 1 == layer.end}));
+    }
+  }
+
   template <class Use>
-  void eachStrip(const Edge& e, Use&& use) const {
-    const float low = std::min(e.y0, e.y1), high = std::max(e.y0, e.y1);
+  void eachStrip(const Edge& e, float reach, Use&& use) const {
+    const float low = std::min(e.y0, e.y1) - reach, high = std::max(e.y0, e.y1) + reach;
     if (high <= 0 || low >= static_cast<float>(height_)) return;
     const int first = std::max(static_cast<int>(low), 0) >> strip_.rowBits();
     const int last = std::min(static_cast<int>(high), height_ - 1) >> strip_.rowBits();
     for (int strip = first; strip <= last; ++strip) use(static_cast<std::size_t>(strip));
   }
 
-  void sortIntoStrips(std::span<const Edge> edges) {
+  void sortIntoStrips(std::span<const Edge> edges, std::span<const Layer> layers) {
     starts_.assign(static_cast<std::size_t>(height_ / strip_.mostRows()) + 2, 0);
-    for (const Edge& e : edges) eachStrip(e, [&](std::size_t strip) { ++starts_[strip + 1]; });
+    for (const Layer& layer : layers)
+      for (const Edge& e : edges.subspan(layer.begin, layer.end - layer.begin))
+        eachStrip(e, layer.reach, [&](std::size_t strip) { ++starts_[strip + 1]; });
     for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
     order_.resize(starts_.back());
     // Filled from the ends, the starts move back to where they belong.
-    for (std::size_t i = edges.size(); i-- > 0;)
-      eachStrip(edges[i],
-                [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
+    for (std::size_t number = layers.size(); number-- > 0;) {
+      const Layer& layer = layers[number];
+      for (std::size_t i = layer.end; i-- > layer.begin;)
+        eachStrip(edges[i], layer.reach,
+                  [&](std::size_t strip) { order_[--starts_[strip + 1]] = static_cast<std::uint32_t>(i); });
+    }
     starts_.erase(starts_.begin());
     starts_.push_back(static_cast<std::uint32_t>(order_.size()));
   }
@@ -310,14 +383,25 @@ bool PathFiller::add(std::span<const std::vector<PointF>> contours, Colour colou
   if (!std::ranges::all_of(contours, isDrawable)) return false;
   Flattener flattener(edges_);
   for (const std::vector<PointF>& contour : contours) flattener.add(contour);
-  layers_.push_back({edges_.size(), toArgb(colour)});
+  addLayer(colour, 0, {});
   return true;
 }
 
 void PathFiller::addPolygons(std::span<const std::vector<PointF>> polygons, Colour colour) {
   Flattener flattener(edges_);
   for (const std::vector<PointF>& polygon : polygons) flattener.addPolygon(polygon);
-  layers_.push_back({edges_.size(), toArgb(colour)});
+  addLayer(colour, 0, {});
+}
+
+void PathFiller::addLine(std::span<const PointF> points, const LineLook& look, Colour colour) {
+  for (std::size_t i = 0; i + 1 < points.size(); ++i)
+    edges_.push_back(
+        {points[i].x + 0.5F, points[i].y + 0.5F, points[i + 1].x + 0.5F, points[i + 1].y + 0.5F});
+  addLayer(colour, look.outer + 0.5F, look);
+}
+
+void PathFiller::addLayer(Colour colour, float reach, const LineLook& line) {
+  layers_.push_back({layers_.empty() ? 0 : layers_.back().end, edges_.size(), toArgb(colour), reach, line});
 }
 
 void PathFiller::paint(const PixelBlock& target) {

@@ -24,6 +24,16 @@ class PathFiller {
   /// The same with straight sides. Each polygon closes itself; all points lie within reach.
   void addPolygons(std::span<const std::vector<PointF>> polygons, Colour colour);
 
+  /// How a line is drawn: half the width of the band, in pixels, and of the black one beneath it, which is no
+  /// less; whether it ends flat, or round.
+  struct LineLook {
+    float half, outer;
+    bool flat;
+  };
+  /// A band along straight pieces, round where it turns. A pixel's share is told by how near it lies to the
+  /// line. All points lie within reach.
+  void addLine(std::span<const PointF> points, const LineLook& look, Colour colour);
+
   bool empty() const { return layers_.empty(); }
   /// Paints into premultiplied pixels; nothing waits afterwards.
   void paint(const PixelBlock& target);
@@ -33,11 +43,15 @@ class PathFiller {
     float x0, y0, x1, y1;
   };
   struct Layer {
-    std::size_t end;  // of its edges
+    std::size_t begin, end;  // of its edges
     std::uint32_t argb;
+    float reach;    // pixels from a line that are painted; 0 where the edges surround a shape
+    LineLook line;  // where the edges are pieces of one
   };
 
  private:
+  void addLayer(Colour colour, float reach, const LineLook& line);
+
   std::vector<Edge> edges_;
   std::vector<Layer> layers_;
 };

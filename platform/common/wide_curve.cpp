@@ -13,6 +13,7 @@ namespace {
 constexpr float kSagitta = 0.09F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
 constexpr float kThinned = 0.05F;          // pixels that a spine may lie off points that are left out
+constexpr float kThin = 6;                 // pixels, of a band whose pixels are asked how near they lie
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
 
@@ -195,6 +196,13 @@ class SideWalker {
   bool back_ = false;
 };
 
+/// Holds until it is called again.
+Spine& spineOf(const WideCurve& curve) {
+  thread_local Spine spine;
+  spine.flatten(curve.bezier);
+  return spine;
+}
+
 bool isDrawable(const WideCurve& curve) {
   return curve.bezier.size() % 3 == 1 && curve.width > 0 && curve.width <= static_cast<float>(kLongestSide) &&
          std::ranges::all_of(curve.bezier, isWithinReach);
@@ -205,12 +213,26 @@ bool isDrawable(const WideCurve& curve) {
 bool addWideCurve(PathFiller& filler, const WideCurve& curve) {
   if (curve.bezier.empty()) return true;
   if (!isDrawable(curve)) return false;
-  thread_local Spine spine;
   thread_local std::array<std::vector<PointF>, 2> outlines;
   for (auto& outline : outlines) outline.clear();
-  spine.flatten(curve.bezier);
-  SideWalker(spine, curve.width / 2, outlines).run(curve.caps);
+  SideWalker(spineOf(curve), curve.width / 2, outlines).run(curve.caps);
   filler.addPolygons(outlines, curve.colour);
+  return true;
+}
+
+bool addEdgedCurve(PathFiller& filler, const WideCurve& curve, float edge) {
+  if (!(edge > 0)) return addWideCurve(filler, curve);
+  const float whole = curve.width + 2 * edge;
+  const WideCurve beneath{curve.bezier, whole, 0, curve.caps};
+  if (curve.bezier.empty()) return true;
+  if (!isDrawable(curve) || !isDrawable(beneath)) return false;
+  if (whole > kThin) return addWideCurve(filler, beneath) && addWideCurve(filler, curve);
+  Spine& spine = spineOf(curve);
+  const bool isFlat = curve.caps == CapStyle::flat && !spine.closed;
+  const bool isPoint = spine.points.size() == 1;
+  if (isPoint && isFlat) return true;
+  if (isPoint || spine.closed) spine.points.push_back(spine.points.front());
+  filler.addLine(spine.points, {curve.width / 2, whole / 2, isFlat}, curve.colour);
   return true;
 }
 

@@ -167,6 +167,10 @@ void RasterSurface::wideCurve(const WideCurve& curve) {
   if (!addWideCurve(shapes(), curve)) fail(tr("a curve cannot be drawn"));
 }
 
+void RasterSurface::edgedCurve(const WideCurve& curve, float edge) {
+  if (!addEdgedCurve(shapes(), curve, edge)) fail(tr("a curve cannot be drawn"));
+}
+
 void RasterSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
   if (!shapes().add(contours, colour)) fail(tr("a shape has points that cannot be drawn"));
 }

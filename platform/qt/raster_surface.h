@@ -29,6 +29,7 @@ class RasterSurface final : public Surface {
   void polyline(std::span<const PointI> points, const Pen& pen) override;
   void fillPolygon(std::span<const PointI> points, Colour colour) override;
   void wideCurve(const WideCurve& curve) override;
+  void edgedCurve(const WideCurve& curve, float edge) override;
   void fillPath(std::span<const std::vector<PointF>> contours, Colour colour) override;
   Colour pixel(PointI at) const override;
   PixelBlock lendPixels() override;

@@ -218,6 +218,10 @@ void DibSurface::wideCurve(const WideCurve& curve) {
   note(addWideCurve(shapes_, curve) ? Status() : Status(unwritable("a curve cannot be drawn")));
 }
 
+void DibSurface::edgedCurve(const WideCurve& curve, float edge) {
+  note(addEdgedCurve(shapes_, curve, edge) ? Status() : Status(unwritable("a curve cannot be drawn")));
+}
+
 void DibSurface::fillPath(std::span<const std::vector<PointF>> contours, Colour colour) {
   const bool drawn = shapes_.add(contours, colour);
   note(drawn ? Status() : Status(unwritable("a shape has points that cannot be drawn")));

@@ -78,6 +78,88 @@ TEST(WideCurves, AreWholeWhereTheyCrossThemselvesAndInTightBends) {
     }
 }
 
+/// Random open curves, some of which leave the picture.
+std::vector<PointF> wiggle(const Rnd& random, float size) {
+  std::vector<PointF> bezier;
+  const auto coordinate = [&] { return static_cast<float>(random()) * (size + 8) - 4; };
+  for (int i = 0; i < 7; ++i) bezier.push_back({coordinate(), coordinate()});
+  return bezier;
+}
+
+/// By how much an edged curve differs from two curves: of 255, on average over what these cover.
+double strayOf(const std::vector<PointF>& bezier, float width, float edge, CapStyle caps) {
+  Picture two(50, 50), one(50, 50);
+  PathFiller filler;
+  if (edge > 0) addWideCurve(filler, {bezier, width + 2 * edge, 0, caps});
+  addWideCurve(filler, {bezier, width, 0x0000FF, caps});
+  filler.paint(two.block());
+  EXPECT_TRUE(addEdgedCurve(filler, {bezier, width, 0x0000FF, caps}, edge));
+  filler.paint(one.block());
+  double squares = 0;
+  int inked = 1;
+  for (std::size_t i = 0; i < one.pixels.size(); ++i)
+    for (const int shift : {0, 16, 24}) {
+      const auto value = [shift](std::uint32_t argb) { return static_cast<int>(argb >> shift & 0xFF); };
+      squares += std::pow(value(one.pixels[i]) - value(two.pixels[i]), 2);
+      inked += two.pixels[i] != kWhite;
+    }
+  return std::sqrt(squares / inked);
+}
+
+TEST(EdgedCurves, ThinOnesLookLikeTwoCurves) {
+  const Rnd random = seededRandom(3);
+  const auto circle = [](double t) { return std::pair{25 + 2.5 * std::cos(t), 25 + 2.5 * std::sin(t)}; };
+  std::vector<PointF> ring = sampled(circle, 8, 1);
+  ring.back() = ring.front();
+  const std::vector<PointF> straight{{3, 10}, {17, 14}, {31, 18}, {45, 22}};
+  for (const CapStyle caps : {CapStyle::round, CapStyle::flat})
+    for (const auto& [width, edge] : {std::pair{2.F, 0.7F}, {0.2F, 0.1F}, {3.F, 0.F}, {2.F, 9.F}}) {
+      const bool same = edge == 0 || edge == 9;
+      for (const auto& bezier : {ring, straight})
+        EXPECT_LE(strayOf(bezier, width, edge, caps), same ? 0 : 13) << width;
+      double all = 0;
+      for (int time = 0; time < 20; ++time) {
+        const double stray = strayOf(wiggle(random, 50), width, edge, caps);
+        EXPECT_LE(stray, same ? 0 : 22) << width << ' ' << time;
+        all += stray;
+      }
+      EXPECT_LE(all / 20, same ? 0 : 12) << width;
+    }
+}
+
+TEST(EdgedCurves, EndAsToldAndBecomeDots) {
+  const std::vector<PointF> line{{9, 10}, {12, 10}, {17, 10}, {20, 10}}, dot(4, PointF{30, 10});
+  const auto draw = [](const std::vector<PointF>& bezier, CapStyle caps) {
+    Picture picture(40, 20);
+    std::ranges::fill(picture.pixels, 0U);  // nothing, and transparent
+    PathFiller filler;
+    EXPECT_TRUE(addEdgedCurve(filler, {bezier, 3, 0x0000FF, caps}, 1));
+    filler.paint(picture.block());
+    return picture;
+  };
+  const std::uint32_t black = 0xFF000000;
+  const Picture flat = draw(line, CapStyle::flat), round = draw(line, CapStyle::round);
+  for (int x = 0; x < 40; ++x)
+    for (const auto& [y, colour] :
+         {std::pair{7, 0U}, {8, black}, {9, kRed}, {10, kRed}, {11, kRed}, {12, black}})
+      EXPECT_EQ(flat.at(x, y), x >= 9 && x <= 20 ? colour : 0U) << x << ' ' << y;
+  EXPECT_TRUE(round.at(8, 10) == kRed && round.at(21, 10) == kRed && round.at(7, 10) == black);
+  EXPECT_TRUE(round.at(6, 10) == 0 && round.at(12, 10) == kRed && round.at(12, 8) == black);
+  const Picture alone = draw(dot, CapStyle::round);
+  EXPECT_TRUE(alone.at(30, 11) == kRed && alone.at(28, 10) == black && alone.at(27, 10) == 0);
+  EXPECT_EQ(alone.at(32, 10), alone.at(30, 8));
+  EXPECT_EQ(draw(dot, CapStyle::flat).at(30, 10), 0U);
+}
+
+TEST(EdgedCurves, NoneThatReachTooFar) {
+  PathFiller filler;
+  const std::vector<PointF> line(4, PointF{5, 5}), lost{{5, 5}, {6, 6}, {1e7F, 0}, {8, 8}};
+  EXPECT_FALSE(addEdgedCurve(filler, {lost, 2, 0}, 1));
+  EXPECT_FALSE(addEdgedCurve(filler, {line, 2, 0}, 1e9F));
+  EXPECT_FALSE(addEdgedCurve(filler, {line, 0, 0}, 1));
+  EXPECT_TRUE(filler.empty());
+}
+
 TEST(PathFiller, TakesNothingThatReachesTooFar) {
   for (const float far : {1e6F, -1e9F, std::nanf("")})
     for (const PointF p : {PointF{far, 1}, PointF{1, far}})
@@ -93,28 +175,37 @@ TEST(PathFiller, PaintsTheSamePixelsWhateverIsPaintedTogether) {
     const std::vector<std::vector<PointF>> triangle = {
         {{place(230), place(190)}, {place(230), place(190)}, {place(230), place(190)}}};
     const Colour colour = static_cast<Colour>(random() * 0xFFFFFF);
-    waiting.addPolygons(triangle, colour);
-    alone.addPolygons(triangle, colour);
+    const std::vector<PointF> line = wiggle(random, 211);
+    for (PathFiller* filler : {&waiting, &alone}) {
+      filler->addPolygons(triangle, colour);
+      addEdgedCurve(*filler, {line, 3, colour, shape % 2 == 0 ? CapStyle::flat : CapStyle::round}, 1);
+    }
     alone.paint(apart.block());
   }
   waiting.paint(together.block());
   EXPECT_TRUE(together.pixels == apart.pixels);
+  Picture narrow(100, 173);  // what lay in the wide ones' rows is gone
+  waiting.paint(narrow.block());
+  alone.addPolygons({{{{-9, -9}, {120, -9}, {120, 190}, {-9, 190}}}}, 0xFF0000);
+  alone.paint(narrow.block());
+  EXPECT_EQ(std::ranges::count(narrow.pixels, kBlue), 100 * 173);
 }
 
 TEST(WideCurves, ARingShowsNoBeginning) {
   const auto circle = [](double t) { return std::pair{100 + 60 * std::cos(t), 100 + 60 * std::sin(t)}; };
-  for (const float width : {2.5F, 21.0F}) {
+  const std::vector<PointF> ring = sampled(circle, 12, 1);
+  for (const auto& [width, edge] : {std::pair{2.5F, 0.F}, {21.F, 0.F}, {1.5F, 0.5F}}) {
     Picture picture(201, 201);
     PathFiller filler;
-    addWideCurve(filler, {sampled(circle, 12, 1), width, 0x0000FF, CapStyle::round});
+    addEdgedCurve(filler, {ring, width, 0x0000FF, CapStyle::round}, edge);
     filler.paint(picture.block());
     double ink = 0;
     for (int y = 0; y <= 200; ++y)
       for (int x = 0; x <= 200; ++x) {
         ink += (255 - picture.green(x, y)) / 255.0;
-        EXPECT_NEAR(picture.green(x, y), picture.green(200 - x, y), 5) << x << ' ' << y;
+        EXPECT_NEAR(picture.green(x, y), picture.green(200 - x, y), edge > 0 ? 12 : 5) << x << ' ' << y;
       }
-    EXPECT_NEAR(ink / (kTwoPi * 60 * width), 1, 2e-3);
+    EXPECT_NEAR(ink / (kTwoPi * 60 * (width + 2 * edge)), 1, edge > 0 ? 2e-2 : 2e-3);
   }
 }
 

@@ -135,6 +135,13 @@ TEST_F(ServicesContract, BandsAreSmoothAndEndAsTold) {
   EXPECT_NEAR(inkOf(*s), 30 * 16, 4);
   draw(point, CapStyle::round);
   EXPECT_NEAR(inkOf(*s), 201, 4);
+  for (const float width : {3.F, 16.F}) {
+    s->clear(kWhite);
+    s->edgedCurve({line, width, kRed, CapStyle::flat}, 1.5F);
+    const int half = static_cast<int>(width / 2);
+    EXPECT_TRUE(s->pixel({45, 20 - half + 1}) == kRed && s->pixel({45, 20 + half + 3}) == kWhite) << width;
+    EXPECT_TRUE(s->pixel({45, 20 + half + 1}) == 0 && s->pixel({45, 20 - half - 1}) == 0) << width;
+  }
   draw(slope, CapStyle::flat);
   std::set<Colour> colours;
   for (int i = 0; i < 10000; ++i) colours.insert(s->pixel({i % 100, i / 100}));
