@@ -6,6 +6,7 @@
 #include "window/handlers.h"
 #include "window/languages.h"
 #include "window/summaries.h"
+#include "window/waiting.h"
 
 namespace lorivan {
 
@@ -39,16 +40,12 @@ void Handlers::cmdRandknot_Click() {
   const ActionQueue::Working working(bench_.actions);
   Window& window = bench_.window;
   const ControlId button = controlId("cmdRandknot");
-  const std::string caption = window.text(button);
   // An animation is no time of waiting.
   const bool waits = !bench_.document().fields.check(Check::Animate);
-  if (waits) window.setText(button, waitCaption());
-  if (window.processEvents()) {
-    window.setBusy(waits);
-    bench_.begin(tr("Random knot"), roomyRandomKnot(bench_.document(), bench_.random), After::draw);
-    window.setBusy(false);
-  }
-  window.setText(button, caption);
+  const Caption caption(window, button, waits ? waitCaption() : window.text(button));
+  if (!window.processEvents()) return;
+  const Hourglass hourglass(window, waits);
+  bench_.begin(tr("Random knot"), roomyRandomKnot(bench_.document(), bench_.random), After::draw);
 }
 
 void Handlers::cmd2D_Click() {

@@ -8,6 +8,7 @@
 #include "window/handlers.h"
 #include "window/save_options.h"
 #include "window/summaries.h"
+#include "window/waiting.h"
 
 namespace lorivan {
 namespace {
@@ -53,9 +54,10 @@ void Handlers::mnuFileSaveBMP_Click() {
   // The mark is for choosing only.
   if (sheet) bench_.variations.setPlain(true);
   std::string note;
-  bench_.window.setBusy(true);
-  const auto bytes = pictureFile(extensionOf(path), solid, curves, note);
-  bench_.window.setBusy(false);
+  const auto bytes = [&] {
+    const Hourglass hourglass(bench_.window);
+    return pictureFile(extensionOf(path), solid, curves, note);
+  }();
   if (sheet) bench_.variations.setPlain(false);
   if (!bytes) {
     bench_.status(tr("Could not save {1}: {2}", path, bytes.error().message));
@@ -207,10 +209,11 @@ void Handlers::mnuFileSave3D_Click() {
     model = modelFor(*format);
     if (model == nullptr || !window.processEvents()) return;
   }
-  window.setBusy(true);
   std::string note;
-  const Status written = writeModel(*format, model, path, note);
-  window.setBusy(false);
+  const Status written = [&] {
+    const Hourglass hourglass(window);
+    return writeModel(*format, model, path, note);
+  }();
   if (!written) return tellNotSaved(written.error());
   const bool body = bench_.saveOptions.solid && format->takesSolid;  // whose polygons are others
   tellSaved(path, body ? std::string() : trn(": {n} polygon", ": {n} polygons", model->built().QuadCount));

@@ -3,48 +3,10 @@
 #include "design/presets.h"
 #include "window/captions.h"
 #include "window/summaries.h"
+#include "window/waiting.h"
 #include "window/workbench.h"
 
 namespace lorivan {
-namespace {
-
-/// Shows the hourglass while it lives, if the work is worth it.
-class Hourglass {
- public:
-  Hourglass(Window& window, std::int64_t polygons)
-      : window_(window), shown_(polygons >= SolidView::kLargeModel) {
-    if (shown_) window_.setBusy(true);
-  }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-  ~Hourglass() {
-    if (shown_) window_.setBusy(false);
-  }
-  bool shown() const { return shown_; }
-
- private:
-  Window& window_;
-  bool shown_;
-};
-
-/// Gives a button another caption while it lives.
-class Caption {
- public:
-  Caption(Window& window, ControlId button, std::string_view meanwhile)
-      : window_(window), button_(button), before_(window.text(button)) {
-    window_.setText(button_, std::string(meanwhile));
-  }
-  Caption(const Caption&) = delete;
-  Caption& operator=(const Caption&) = delete;
-  ~Caption() { window_.setText(button_, before_); }
-
- private:
-  Window& window_;
-  ControlId button_;
-  std::string before_;
-};
-
-}  // namespace
 
 bool Workbench::drawKnot(bool asked, bool modelAsked) {
   if (!document().lines) return false;
@@ -130,7 +92,7 @@ bool Workbench::buildModel(bool asked) {
   const Caption caption(window, controlId("cmd3D"), tr("wait.."));
   Status built;
   {
-    const Hourglass hourglass(window, polygons);
+    const Hourglass hourglass(window, polygons >= SolidView::kLargeModel);
     if (hourglass.shown()) status(trn("Building {n} polygon ...", "Building {n} polygons ...", polygons));
     if (!hourglass.shown() || window.processEvents()) built = solid.build(document(), stages_);
   }
@@ -150,7 +112,7 @@ bool Workbench::buildModel(bool asked) {
 }
 
 void Workbench::paintSolid() {
-  const Hourglass hourglass(window, solid.shownPolygons());
+  const Hourglass hourglass(window, solid.shownPolygons() >= SolidView::kLargeModel);
   solid.paint(document());
 }
 
