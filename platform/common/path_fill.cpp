@@ -334,11 +334,14 @@ class StripPainter {
       for (const std::uint32_t at : numbers) strip_.add(edges[at]);
       return;
     }
+    const auto pieceAt = [&](std::size_t at) {
+      return LinePiece({edges[at].x0, edges[at].y0}, {edges[at].x1, edges[at].y1}, layer.reach);
+    };
+    const LinePiece first = pieceAt(layer.begin), last = pieceAt(layer.end - 1);
     for (const std::uint32_t at : numbers) {
-      const Edge& e = edges[at];
-      const bool flat = layer.line.flat;
-      strip_.add(LinePiece({e.x0, e.y0}, {e.x1, e.y1}, layer.reach,
-                           {flat && at == layer.begin, flat && at + 1 == layer.end}));
+      LinePiece piece = pieceAt(at);
+      if (layer.line.flat) piece.cut(first, last);
+      strip_.add(piece);
     }
   }
 

@@ -145,6 +145,10 @@ TEST(EdgedCurves, EndAsToldAndBecomeDots) {
       EXPECT_EQ(flat.at(x, y), x >= 9 && x <= 20 ? colour : 0U) << x << ' ' << y;
   EXPECT_TRUE(round.at(8, 10) == kRed && round.at(21, 10) == kRed && round.at(7, 10) == black);
   EXPECT_TRUE(round.at(6, 10) == 0 && round.at(12, 10) == kRed && round.at(12, 8) == black);
+  // Its pieces are shorter than the band is wide.
+  const Picture bent = draw({{10, 8}, {12, 8}, {14, 10}, {14, 12}}, CapStyle::flat);
+  for (int i = 0; i < 40 * 20; ++i) EXPECT_TRUE(bent.pixels[i] == 0 || (i % 40 >= 10 && i / 40 <= 12)) << i;
+  EXPECT_TRUE(bent.at(10, 8) == kRed && bent.at(14, 12) == kRed && bent.at(12, 9) == kRed);
   const Picture alone = draw(dot, CapStyle::round);
   EXPECT_TRUE(alone.at(30, 11) == kRed && alone.at(28, 10) == black && alone.at(27, 10) == 0);
   EXPECT_EQ(alone.at(32, 10), alone.at(30, 8));
