@@ -265,7 +265,7 @@ class Strip {
     const float half = layer.line.half, outer = layer.line.outer, reach = layer.reach;
     std::uint32_t* pixels = pixelsOf(row);
     takeMarked(row, [&](int i, float nearness) {
-      const float distance = std::sqrt(reach * reach - nearness);
+      const float distance = std::sqrt(std::max(0.F, reach * reach - nearness));
       const float edge = std::min(reach - distance, 2 * outer);  // a hair line covers less than half a pixel
       const float band = std::min(std::max(half + 0.5F - distance, 0.F), 2 * half);
       pixels[i] = mixEdged(pixels[i], layer.argb, shareOf(edge), shareOf(band));

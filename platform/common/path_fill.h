@@ -14,7 +14,8 @@ namespace lorivan {
 bool isWithinReach(PointF p);
 
 /// Shapes that wait until they are painted together, which spares large pictures most of their way to and
-/// from memory. A pixel takes the exact share of its area that a shape has; each shape lies on those before.
+/// from memory. A pixel takes the exact share of its area that a shape has, if that is no line; each shape
+/// lies on those before.
 class PathFiller {
  public:
   /// What the contours surround (see Surface::fillPath). Those of one call that touch along a line leave no
