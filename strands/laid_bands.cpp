@@ -13,7 +13,7 @@ namespace {
 
 constexpr double kLaidStray = 0.03;  // pixels that a centre line may lie off its samples
 constexpr double kThinBand = 3;      // pixels, of a coloured band
-constexpr double kThinWhole = 6;     // pixels, of such a band with its edges
+constexpr double kThinWhole = 6;     // pixels, of such a band with its edges; surfaces are quick with those
 // Samples that are left away at both ends of an upper stretch, where it may lie beside other bands, and the
 // most of its length.
 constexpr double kShorter = 1.2, kShorterPart = 0.25;

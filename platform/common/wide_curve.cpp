@@ -13,7 +13,7 @@ namespace {
 constexpr float kSagitta = 0.09F;          // pixels that a flattened curve, or a join, may stray
 constexpr float kShortest = 0.01F;         // pixels; shorter steps have no direction worth keeping
 constexpr float kThinned = 0.05F;          // pixels that a spine may lie off points that are left out
-constexpr float kThin = 6;                 // pixels, of a band whose pixels are asked how near they lie
+constexpr float kThin = 6;                 // pixels, with edges; to fill wider bands takes less time
 constexpr float kSharpestMiter = 0.35F;    // radians
 constexpr float kHalfTurn = kPiF - 1e-3F;  // radians; a cap's arc, or a join that folds back
 
